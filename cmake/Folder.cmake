@@ -1,0 +1,36 @@
+# A folder of the source tree as a library target whose headers can be included only by those that link it.
+#
+#   quillon_folder(models DEPENDS quillon_workspace)
+#
+# makes the target quillon_models from all .cpp files of the folder. Headers are included with the folder's
+# name in front ("models/SEDEQ3.h"); each target exports a directory that holds nothing but a link to its
+# own folder, so that a missing edge between two folders is an include that does not compile.
+
+function(quillon_export_folder target scope folder)
+  set(root ${CMAKE_BINARY_DIR}/include/${target})
+  get_filename_component(parent ${root}/${folder} DIRECTORY)
+  file(MAKE_DIRECTORY ${parent})
+  file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${root}/${folder} SYMBOLIC)
+  target_include_directories(${target} ${scope} ${root})
+endfunction()
+
+function(quillon_folder folder)
+  cmake_parse_arguments(ARG "" "NAME" "DEPENDS;EXCLUDE" ${ARGN})
+  if(NOT ARG_NAME)
+    set(ARG_NAME ${folder})
+  endif()
+  set(target quillon_${ARG_NAME})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  foreach(name ${ARG_EXCLUDE})
+    list(REMOVE_ITEM sources ${PROJECT_SOURCE_DIR}/${folder}/${name})
+  endforeach()
+  if(sources)
+    add_library(${target} STATIC ${sources})
+    target_link_libraries(${target} PUBLIC ${ARG_DEPENDS} PRIVATE quillon_flags)
+    quillon_export_folder(${target} PUBLIC ${folder})
+  else()
+    add_library(${target} INTERFACE)
+    target_link_libraries(${target} INTERFACE ${ARG_DEPENDS})
+    quillon_export_folder(${target} INTERFACE ${folder})
+  endif()
+endfunction()

@@ -1,0 +1,43 @@
+#pragma once
+// The fit monitor's form as data: rows of fitted parameters, the engine's state, three buttons. The engine
+// writes into the record; the buttons set MonitorMode or AbortFit and nothing else.
+
+#include "platform/Controls.h"
+
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+struct FitMonForm {
+    bool Loaded = false;
+    std::string Caption;
+    Control FitButton, NextIter, CancelButton, Page2;
+    Control StatusText; // the label "Status"; a Tag that is not empty keeps the engine from writing to it
+    Control AlphaText;  // the label "Alpha"
+    Control IterNum;
+    // One row for each free position, and at NumFree the row of the sum of squares.
+    std::vector<Control> ParameterName, CurValue, PrevValue, BoundWarning;
+    std::vector<Control> Label1, Label2, Label3, Label4; // column heads, one or two of each
+    int Columns = 1;
+    int RowsPerColumn = 0;
+    bool Paged = false;
+    bool ShowingPage2 = false;
+};
+
+// The one monitor of the process.
+extern FitMonForm FitMon;
+
+void LoadFitMon();   // afresh, for the current parameters and fit flags
+void UnloadFitMon(); // after the fit
+void UpdateMonitor(); // after an iteration: previous values take the current ones, current ones are written
+
+void FitMonFitButton();    // free run
+void FitMonNextIter();     // releases one iteration
+void FitMonCancelButton(); // cancels the fit
+void FitMonPage2();        // shows the other rows
+
+// Writes the engine's state unless the status is held by its tag.
+void MonitorStatus(const std::string& text);
+
+} // namespace Quillon

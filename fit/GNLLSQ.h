@@ -1,0 +1,49 @@
+#pragma once
+// The nonlinear least squares engine: a global, unweighted Gauss-Newton fit of all points of all sets.
+//
+// An iteration forms the normal equations of the linearised problem (AccumulateSums), inverts the normal
+// matrix (InvertNormalMatrix, fit/MatInv.h) and searches along the increment for a step (AdjustIncrement):
+// the full step, halvings, a parabola through the trials, a reversal, a random shortening. Parameters live
+// in Work.Parms in single precision, so that every step loses digits when it is stored; sums, matrices and
+// derivatives are double. Bounds are enforced at each step (fit/Bounds.h), progress is written into the
+// monitor's record (fit/FitMon.h), limits by the rigorous search come from fit/Confidence.h.
+//
+// Nothing here takes arguments: the workspace is what is worked on. Failures are told in a message and
+// leave Work.Outcome with the reason.
+
+#include <cstdint>
+
+namespace Quillon {
+
+// The whole loop from the present Parms. True when converged: FitDone is then set, NormMatrix holds the
+// inverse at the solution, RmsResidual stands. False after a failure (told in a message) or a cancel, with
+// the parameters at their latest trial values; Work.AbortFit is left for the caller to clear. The caller
+// shows the results.
+bool RunFit();
+
+// One pass: sums, inversion, step.
+void OneIteration();
+
+// The normal equations and the sum of squares at the current Parms. Leaves bit for bit what the plain loop
+// over all points and all pairs of parameters gives.
+void AccumulateSums();
+
+// The same by the plain loop: FitFunction and CalcDerivs at every point, all pairs. The yardstick of tests.
+void AccumulateSumsPlainly();
+
+// The inverse of NormMatrix and the increment; Work.Singular tells success (0) or failure (1).
+void InvertNormalMatrix();
+
+// Chooses Alpha and leaves Parms at the new point.
+void AdjustIncrement();
+
+// Parms from ParmsSave, Increment and Alpha; bounds and offset links are then applied.
+void ApplyIncrement();
+
+// SumSq and PtFit at the current Parms, without derivatives.
+void CalcSumSq();
+
+// The convergence test on the relative change of the sum of squares.
+bool FitConverged();
+
+} // namespace Quillon

@@ -1,0 +1,23 @@
+#pragma once
+// The fitted function and its derivatives, point by point: the definition that every faster road has to
+// meet bit for bit.
+
+#include <cstdint>
+
+namespace Quillon {
+
+// The model's signal at a point of the fit (1..NumPts) at the current Work.Parms, in signal units of the
+// point's own set. An arithmetic fault is told in a message, sets Work.AbortFit and gives 0.
+double FitFunction(long point);
+
+// Fills Work.Deriv for a point, given the value at the current parameters: forward differences with the
+// step of each slot, exactly 1 for a zero offset, 0 for the slots of other sets.
+void CalcDerivs(long point, double fittedValue);
+
+// The step of the forward difference of a slot, before the addition in single precision.
+double DerivStep(long slot);
+
+// Forgets everything that is kept between calls; run at the start of each fit.
+void ResetFitFunction();
+
+} // namespace Quillon

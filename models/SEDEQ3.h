@@ -1,0 +1,31 @@
+#pragma once
+// Sedimentation equilibrium models: what the signal at a radius is, given the parameters.
+//
+// Every model is a sum of exponentials of x = r^2/2 - r0^2/2. The monomer signals of a set are
+// a = exp(sigma_A x + ln cA) and b = exp(sigma_B x + ln cB), in signal units of the first set; complexes
+// follow from them by mass action. The parameter vector Work.Parms has eight global slots and three for
+// each set:
+//
+//     0 sigma of A        1 stoichiometry N   2 ln K(1>N)      3 stoichiometry M
+//     4 ln K(1>M)         5 sigma of B        6 ln K(A+B)      7 second virial coefficient or ln K
+//     3s+5 ln cA          3s+6 ln cB          3s+7 zero offset
+//
+// whose meaning shifts with the model (models/Catalogue.h). The pieces of the folder:
+//
+//     Catalogue.h     names, titles and formats of the slots, fit flags, model choice
+//     FitFrame.h      what is constant for a set at given parameters
+//     Species.h       the arithmetic of all models at a point, shared by every road through them
+//     FitFunction.h   the fitted function and its derivatives, point by point
+//     ParmScale.h     internal to user units and back, units refresh, default bounds
+//     Guesses.h       concentrations read off the data
+//     Constraints.h   concentration constraints and zero offset links
+//
+// This header is the face of the folder: it brings all of them.
+
+#include "models/Catalogue.h"
+#include "models/Constraints.h"
+#include "models/FitFrame.h"
+#include "models/FitFunction.h"
+#include "models/Guesses.h"
+#include "models/ParmScale.h"
+#include "models/Species.h"

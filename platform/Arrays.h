@@ -1,0 +1,106 @@
+#pragma once
+// Arrays that know their own base, so that sets and points count from one and parameter slots from zero
+// without a "+ 1" anywhere. An index out of range is the run-time error "Subscript out of range" in
+// builds with QUILLON_CHECK_INDEX (all test and debug builds); loops over all points use Data().
+
+#include "platform/RuntimeError.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace Quillon {
+
+// A vector of T with the subscripts Lo .. Hi().
+template <class T, long Lo> class BasedArray {
+public:
+    BasedArray() = default;
+    explicit BasedArray(long hi, const T& value = T{}) { Recreate(hi, value); }
+
+    static constexpr long Low() { return Lo; }
+    long Hi() const { return Lo + static_cast<long>(Items.size()) - 1; }
+    std::size_t Size() const { return Items.size(); }
+    bool Empty() const { return Items.empty(); }
+
+    // Replaces the array by one up to hi, all elements equal to value; the former contents are gone.
+    void Recreate(long hi, const T& value = T{}) {
+        Items.assign(hi < Lo ? 0 : static_cast<std::size_t>(hi - Lo + 1), value);
+    }
+    // Changes the upper end and keeps the contents that fit.
+    void Resize(long hi, const T& value = T{}) {
+        Items.resize(hi < Lo ? 0 : static_cast<std::size_t>(hi - Lo + 1), value);
+    }
+
+    T& operator[](long i) { return Items[Place(i)]; }
+    const T& operator[](long i) const { return Items[Place(i)]; }
+
+    // The element with subscript Lo; the next ones follow without gaps.
+    T* Data() { return Items.data(); }
+    const T* Data() const { return Items.data(); }
+
+    auto begin() { return Items.begin(); }
+    auto end() { return Items.end(); }
+    auto begin() const { return Items.begin(); }
+    auto end() const { return Items.end(); }
+
+    bool operator==(const BasedArray&) const = default;
+
+private:
+    std::size_t Place(long i) const {
+#ifdef QUILLON_CHECK_INDEX
+        if (i < Lo || i > Hi()) RaiseError(ErrorText::BadSubscript);
+#endif
+        return static_cast<std::size_t>(i - Lo);
+    }
+    std::vector<T> Items;
+};
+
+template <class T> using OneBased = BasedArray<T, 1>;
+template <class T> using ZeroBased = BasedArray<T, 0>;
+
+// A matrix of T with both subscripts from Lo; row by row in memory.
+template <class T, long Lo> class BasedMatrix {
+public:
+    BasedMatrix() = default;
+    BasedMatrix(long rowHi, long columnHi, const T& value = T{}) { Recreate(rowHi, columnHi, value); }
+
+    static constexpr long Low() { return Lo; }
+    long RowHi() const { return LastRow; }
+    long ColumnHi() const { return LastColumn; }
+    std::size_t Size() const { return Items.size(); }
+
+    // Replaces the matrix; the former contents are gone.
+    void Recreate(long rowHi, long columnHi, const T& value = T{}) {
+        LastRow = rowHi;
+        LastColumn = columnHi;
+        const bool none = rowHi < Lo || columnHi < Lo;
+        Items.assign(none ? 0 : static_cast<std::size_t>((rowHi - Lo + 1) * (columnHi - Lo + 1)), value);
+    }
+
+    T& operator()(long i, long j) { return Items[Place(i, j)]; }
+    const T& operator()(long i, long j) const { return Items[Place(i, j)]; }
+
+    // The first element of row i.
+    T* Row(long i) { return Items.data() + (i - Lo) * (LastColumn - Lo + 1); }
+    const T* Row(long i) const { return Items.data() + (i - Lo) * (LastColumn - Lo + 1); }
+
+    T* Data() { return Items.data(); }
+    const T* Data() const { return Items.data(); }
+
+    bool operator==(const BasedMatrix&) const = default;
+
+private:
+    std::size_t Place(long i, long j) const {
+#ifdef QUILLON_CHECK_INDEX
+        if (i < Lo || i > LastRow || j < Lo || j > LastColumn) RaiseError(ErrorText::BadSubscript);
+#endif
+        return static_cast<std::size_t>((i - Lo) * (LastColumn - Lo + 1) + (j - Lo));
+    }
+    long LastRow = Lo - 1;
+    long LastColumn = Lo - 1;
+    std::vector<T> Items;
+};
+
+template <class T> using ZeroBasedMatrix = BasedMatrix<T, 0>;
+template <class T> using OneBasedMatrix = BasedMatrix<T, 1>;
+
+} // namespace Quillon

@@ -1,0 +1,185 @@
+#pragma once
+// The seam: everything that the program needs from the outside, as one plain record of functions.
+//
+// Logic calls `Host.Entry(...)` and never the system itself. Four fillings exist: the desktop's, the batch
+// front end's, the scripted one of the tests and a failing one made from any other by replacing an entry
+// or two. InstallPlatform checks that the required entries are there and fills the optional ones with
+// harmless ones, so that no call site tests for an empty function.
+//
+// Texts are 8-bit and are passed on as they are. Paths use the platform's own separator; both "/" and "\"
+// are understood when a path is taken apart (platform/Paths.h).
+
+#include "platform/RuntimeError.h"
+
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Quillon {
+
+enum class BoxIcon { Plain, Stop, Question, Warning, Information };
+enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class BoxAnswer { Ok, Cancel, Yes, No };
+
+// A message box. Default names the button that Enter presses.
+struct BoxRequest {
+    std::string Text;
+    std::string Title;
+    BoxIcon Icon = BoxIcon::Plain;
+    BoxButtons Buttons = BoxButtons::Ok;
+    BoxAnswer Default = BoxAnswer::Ok; // with YesNo and YesNoCancel: Yes unless named otherwise
+};
+
+// An input box: one line of text with OK and Cancel.
+struct InputRequest {
+    std::string Prompt;
+    std::string Title;
+    std::string Default;
+};
+struct InputAnswer {
+    bool Cancelled = true;
+    std::string Text; // as typed; empty when cancelled
+};
+
+// The common file dialog. Filter holds "description|patterns" pairs joined by "|", patterns by ";".
+struct FileRequest {
+    std::string Title;
+    std::string Filter;
+    std::string Directory;   // where the dialog starts; empty: where it was left
+    std::string Name;        // the name offered
+    std::string DefaultType; // extension given to a name typed without one
+    bool Save = false;       // asks before an existing file is overwritten
+    bool Several = false;    // several existing files may be chosen at once
+};
+struct FileAnswer {
+    bool Cancelled = true;
+    std::string Path;               // full path of the (first) file
+    std::string Title;              // its bare name
+    std::vector<std::string> Paths; // all chosen ones; at least Path when not cancelled
+};
+
+enum class Pointer { Standard, Hourglass };
+
+struct ClockTime {
+    int Year{}, Month{}, Day{}, Hour{}, Minute{}, Second{};
+};
+
+struct Platform {
+    // --- required ------------------------------------------------------------------------------------
+
+    // Shows a message and waits for the answer. Closing the box without a button counts as Cancel where
+    // the box has one, as No with YesNo, as Ok with Ok. May serve events.
+    std::function<BoxAnswer(const BoxRequest&)> MessageBoxAnswer;
+
+    // Reads a whole file. Failure is a RuntimeError: "File not found", "Path/File access error" for a
+    // directory or a file that may not be read.
+    std::function<std::string(const std::string& path)> ReadFile;
+
+    // Writes a whole file so that at no moment less than the former file stands under the name: beside the
+    // target, flushed, renamed over it. Failure is a RuntimeError ("Disk full", "Permission denied",
+    // "Path not found", "Path/File access error"), and the former file is then unchanged.
+    std::function<void(const std::string& path, const std::string& bytes)> WriteFile;
+
+    std::function<bool(const std::string& path)> FileExists;      // a file, not a directory
+    std::function<bool(const std::string& path)> DirectoryExists; // a directory
+    std::function<ClockTime()> Clock;                             // local date and time
+
+    // The next uniform random number on [0, 1).
+    std::function<float()> Uniform;
+
+    // --- optional ------------------------------------------------------------------------------------
+
+    // Asks for one line of text. Harmless filling: cancelled.
+    std::function<InputAnswer(const InputRequest&)> AskText;
+
+    // Asks for a file. Harmless filling: cancelled.
+    std::function<FileAnswer(const FileRequest&)> AskFile;
+
+    // Starts the uniform generator afresh from the clock.
+    std::function<void()> SeedUniform;
+
+    std::function<void()> Beep;
+    std::function<void(Pointer)> SetPointer;
+
+    // Serves the event queue once. Handlers that run inside only set flags.
+    std::function<void()> ServeEvents;
+
+    // Waits until an event has come, and serves the queue; used where a command can do nothing but wait.
+    std::function<void()> WaitEvent;
+
+    // Shows the form of that name; modally: returns when it has been hidden or unloaded.
+    std::function<void(const std::string& form)> ShowModal;
+    std::function<void(const std::string& form)> ShowForm;
+    std::function<void(const std::string& form)> HideForm;
+
+    // Removes a file. A file that does not exist is no failure.
+    std::function<void(const std::string& path)> RemoveFile;
+
+    // The names in a directory that match a pattern with "*" and "?", without regard to case; sorted.
+    std::function<std::vector<std::string>(const std::string& directory, const std::string& pattern)>
+        ListFiles;
+
+    std::function<std::vector<std::string>()> FileRoots;     // where a search over all drives looks
+    std::function<std::string()> WorkingDirectory;           // at the start of the program
+    std::function<std::string()> ConfigDirectory;            // where the ini files lie
+    std::function<std::string()> ProgramDirectory;           // where the program and its help lie
+    std::function<bool(const std::string& text)> SetClipboardText;
+    std::function<std::string()> ClipboardText;              // "" when it holds no text
+
+    // Starts a program with one argument and does not wait for it; false when it cannot be started.
+    std::function<bool(const std::string& program, const std::string& argument)> StartProgram;
+
+    // The character that the system writes between whole part and fraction: '.' or ','.
+    std::function<char()> DecimalMark;
+};
+
+// The filling in use. Wired once at the start of the program, and by each test.
+inline Platform Host;
+
+// Takes a filling into use. A missing required entry is a wiring mistake and stops the program.
+inline void InstallPlatform(Platform filling) {
+    if (!filling.MessageBoxAnswer || !filling.ReadFile || !filling.WriteFile || !filling.FileExists ||
+        !filling.DirectoryExists || !filling.Clock || !filling.Uniform)
+        throw std::logic_error("the platform record lacks a required operation");
+    const auto orElse = [](auto& entry, auto harmless) {
+        if (!entry) entry = harmless;
+    };
+    orElse(filling.AskText, [](const InputRequest&) { return InputAnswer{}; });
+    orElse(filling.AskFile, [](const FileRequest&) { return FileAnswer{}; });
+    orElse(filling.SeedUniform, [] {});
+    orElse(filling.Beep, [] {});
+    orElse(filling.SetPointer, [](Pointer) {});
+    orElse(filling.ServeEvents, [] {});
+    orElse(filling.WaitEvent, filling.ServeEvents);
+    orElse(filling.ShowModal, [](const std::string&) {});
+    orElse(filling.ShowForm, [](const std::string&) {});
+    orElse(filling.HideForm, [](const std::string&) {});
+    orElse(filling.RemoveFile, [](const std::string&) {});
+    orElse(filling.ListFiles,
+           [](const std::string&, const std::string&) { return std::vector<std::string>{}; });
+    orElse(filling.FileRoots, [] { return std::vector<std::string>{}; });
+    orElse(filling.WorkingDirectory, [] { return std::string{}; });
+    orElse(filling.ConfigDirectory, [] { return std::string{}; });
+    orElse(filling.ProgramDirectory, [] { return std::string{}; });
+    orElse(filling.SetClipboardText, [](const std::string&) { return false; });
+    orElse(filling.ClipboardText, [] { return std::string{}; });
+    orElse(filling.StartProgram, [](const std::string&, const std::string&) { return false; });
+    orElse(filling.DecimalMark, [] { return '.'; });
+    Host = std::move(filling);
+}
+
+// Tells the user something, with OK alone.
+inline void Tell(const std::string& text, const std::string& title, BoxIcon icon) {
+    Host.MessageBoxAnswer({text, title, icon, BoxButtons::Ok, BoxAnswer::Ok});
+}
+
+// Asks a Yes/No question; true on Yes.
+inline bool AskYesNo(const std::string& text, const std::string& title, BoxAnswer standard = BoxAnswer::Yes,
+                     BoxIcon icon = BoxIcon::Question) {
+    return Host.MessageBoxAnswer({text, title, icon, BoxButtons::YesNo, standard}) == BoxAnswer::Yes;
+}
+
+} // namespace Quillon

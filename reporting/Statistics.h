@@ -1,0 +1,33 @@
+#pragma once
+// Goodness of fit: residuals, runs test, standard errors, correlations.
+
+#include <cstdint>
+
+namespace Quillon {
+
+// Fills Work.PtResid(1..NumPts) with PtY - PtFit.
+void CalcResiduals();
+
+// Sets Work.RunsZ from the signs of the residuals. Counts sign changes within the sets, so that the count
+// is lower than the textbook number of runs by the number of sets. 0 or 1 points are a RuntimeError.
+void RunsTest();
+
+// value rounded to a number of significant digits; 0 stays 0.
+double RoundSignificant(double value, int digits);
+
+// The decimal logarithm as the displays use it: single precision, -6 for an argument of zero or less.
+float LogBase10(double value);
+
+// The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
+double StandardError(long freePosition);
+
+// The error of free position a in user units: the wider of the two sides, since most parameters are
+// logarithms.
+float DisplayedError(long freePosition);
+
+// Fills the lower triangle of Work.CorrMatrix from NormMatrix, the inverse at the solution, and counts the
+// pairs above HighCorrelation and VeryHighCorrelation in magnitude. A pair above the second one counts as
+// high too.
+void ComputeCorrelations(std::int16_t& highCount, std::int16_t& veryHighCount);
+
+} // namespace Quillon

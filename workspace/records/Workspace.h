@@ -1,0 +1,244 @@
+#pragma once
+// The shared workspace: every record of the one analysis that is open in the process.
+//
+// Forms, fit engine, models, graph builders and the fit save file read and write these members directly;
+// only small indices travel as arguments. Grouped by who owns them. Each member tells its unit, its base
+// and who refreshes it; the initial values are those of a fresh start without an ini file, so that
+// `Work = Workspace{}` is the whole of a reset. workspace/records/Fields.h lists the members once more, as
+// a table to walk over; a test holds the two against each other.
+//
+// Stored data and parameters are single precision, sums, matrices and derivatives double. A flag is 16-bit,
+// -1 or 0, unless told otherwise. Sets, rows and points count from one, parameter slots from zero.
+//
+// A *row* is a line of the data set table (1..MaxSets), a *set* is the place of a row among those in the
+// fit (1..NumSets); SetRow and SetOfRow lead from one to the other.
+
+#include "platform/Arrays.h"
+#include "platform/Narrow.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace Quillon {
+
+inline constexpr std::int16_t StandardMaxSets = 18;  // two pages of nine rows
+inline constexpr std::int16_t StandardMaxParms = 62; // 8 + 3 * 18
+
+// The single -3.4e38 (bits FF7FC99E): the PtX of a constraint's pseudo-point and the gap in chart data.
+inline constexpr float PointMarker = -3.4e38F;
+
+// The parameter slots of a set: ln c of A, ln c of B, zero offset. Set s counts from one.
+inline constexpr long SlotA(long set) { return 3 * set + 5; }
+inline constexpr long SlotB(long set) { return 3 * set + 6; }
+inline constexpr long SlotOffset(long set) { return 3 * set + 7; }
+
+// What FreeMap says of a slot beside a position of 0 or more among the fitted ones.
+inline constexpr std::int16_t SlotHeld = -1;
+inline constexpr std::int16_t SlotUnused = -2;
+inline constexpr std::int16_t SlotTied = -3;
+
+// Bits of ConstraintFlags.
+inline constexpr std::int16_t ConcentrationBit = 1;
+inline constexpr std::int16_t OffsetBit = 2;
+
+// How the latest fit ended, for whoever reports it.
+enum class FitEnd { NotRun, Converged, Singular, TooManyIterations, MathError, Cancelled, Refused };
+struct FitOutcome {
+    FitEnd End = FitEnd::NotRun;
+    std::string Sentence; // why, with the numbers in it; empty when converged or not run
+    bool operator==(const FitOutcome&) const = default;
+};
+
+struct Workspace {
+    template <class T> using PerRow = OneBased<T>;
+    template <class T> using PerSlot = ZeroBased<T>;
+    static constexpr long Rows = StandardMaxSets;
+    static constexpr long Slots = StandardMaxParms - 1; // highest subscript
+
+    // --- identity and limits: set once at start ------------------------------------------------------
+    std::string ProgramName = "Quillon";      // title of message boxes and of the main window
+    std::string ProgramNameUpper = "QUILLON"; // base of the ini file's name, mark of the fit save file
+    std::string ProgramVersion = "4.0.0";
+    std::string ProgramDate = "04/21/2020";
+    float FileFormatVersion = 2.0F; // lowest version of a fit save file that is still read
+    std::int16_t MaxParms = StandardMaxParms;
+    std::int16_t NumParms = StandardMaxParms; // in use: 8 + 3 * NumSets, set at each fit
+    std::int16_t MaxSets = StandardMaxSets;
+    std::int16_t MaxPtsPerSet = 2048; // a scan holds at most one point fewer
+    std::int16_t MaxIterations = 40;
+    std::int16_t MonitorMode = 1;   // 0 no monitor, 1 free run, 2 stepping, 3 one iteration released
+    std::int16_t BoundsActive = 1;  // parameter bounds are applied at every step
+    std::int16_t ModelCount = 22;   // rows of the model list; 24 after a restored fit
+    std::uint32_t EditBackColor = 0x00C00000; // marks the field that is being edited
+
+    // --- model and its options -----------------------------------------------------------------------
+    std::int16_t Model = 1;     // 1..22
+    std::int16_t NonIdeal = 0;  // flag: with a second virial coefficient; models 1 to 5
+    std::int16_t SeparateK = 0; // flag: association constants set by set; models 2 to 6, 8, 9
+    OneBased<std::string> ModelName;    // 1..ModelCount, as the model dialog lists them
+    std::int16_t LastModel = 0;         // model of the last fit, 0 before the first one
+    std::int16_t LastNonIdeal = 0;      // options of the last fit
+    std::int16_t LastSeparateK = 0;
+
+    // --- parameters, by slot -------------------------------------------------------------------------
+    PerSlot<float> Parms = PerSlot<float>(Slots);     // internal scale: sigma of set 1, natural logarithms
+    PerSlot<float> ParmsSave = PerSlot<float>(Slots); // Parms before a trial; re-created at each use
+    PerSlot<float> ParmScale = PerSlot<float>(Slots, 1.0F); // factor or addend from internal to user units
+    PerSlot<std::string> ParmName = PerSlot<std::string>(Slots);
+    PerSlot<std::string> ParmTitle = PerSlot<std::string>(Slots);  // unit
+    PerSlot<std::string> ParmFormat = PerSlot<std::string>(Slots); // number picture in user units
+    PerSlot<std::int16_t> FreeMap = PerSlot<std::int16_t>(Slots);  // free position, or -1 held, -2, -3
+    PerSlot<std::int16_t> FreeIndex = PerSlot<std::int16_t>(Slots, -1); // free position to slot
+    std::array<PerSlot<float>, 2> Bounds{PerSlot<float>(Slots), PerSlot<float>(Slots)}; // lower, upper; user units
+    std::int16_t NumFree = 0; // fitted parameters, the order of the normal matrix
+
+    // --- working arrays of the fit, by free position -------------------------------------------------
+    PerSlot<double> Increment = PerSlot<double>(Slots); // the Gauss-Newton increment
+    PerSlot<double> Deriv = PerSlot<double>(Slots);     // derivatives at the current point
+    ZeroBasedMatrix<double> NormMatrix; // sum of outer products of Deriv; after inversion its inverse
+    ZeroBased<double> NormVector;       // sum of residual times Deriv
+    ZeroBasedMatrix<float> CorrMatrix;  // cross-correlations (lower triangle), eigenvectors in the search
+    ZeroBased<std::int16_t> AtBound;    // -1 at the lower bound, 1 at the upper one, 0 free
+    std::array<ZeroBased<float>, 2> ParmLimits; // lower, upper confidence limit, internal scale
+    ZeroBasedMatrix<float> ConfTrace;   // slots by end points of the confidence search
+
+    // --- scalars of the fit --------------------------------------------------------------------------
+    double SumSq = 0.0;     // sum of squared residuals of the latest pass
+    double LastSumSq = 0.0; // the same before the current step
+    float RmsResidual = 0.0F;
+    double Alpha = 1.0; // the Increment Reduction Factor
+    std::int16_t Iteration = 0;
+    float ConvergenceLimit = 0.05F;
+    float ParmsAccuracy = 0.001F; // kept, shown and saved; no test of the iteration reads it
+    float ConfidenceLevel = 0.683F;
+    float ConfidenceRatio = 0.0F; // ratio of sums of squares that bounds the confidence region
+    float HighCorrelation = 0.97F;
+    float VeryHighCorrelation = 0.99F;
+    std::int16_t YieldInterval = 200; // points between two services of the event queue
+    float RunsZ = 0.0F;
+    std::int16_t HighCount = 0;     // correlations above HighCorrelation in magnitude
+    std::int16_t VeryHighCount = 0; // those of them above VeryHighCorrelation
+    FitOutcome Outcome;
+
+    // --- data set table, by row ----------------------------------------------------------------------
+    PerRow<std::string> ScanFile = PerRow<std::string>(Rows); // bare name, "" for an empty row
+    PerRow<std::string> BaselineFile = PerRow<std::string>(Rows, "(none)");
+    PerRow<std::string> ScanDirectory = PerRow<std::string>(Rows);
+    PerRow<std::string> BaselineDirectory = PerRow<std::string>(Rows);
+    PerRow<std::string> ScanComment = PerRow<std::string>(Rows);
+    PerRow<float> ScanTemperature = PerRow<float>(Rows); // degrees Celsius
+    PerRow<float> ScanRPM = PerRow<float>(Rows);
+    PerRow<float> ScanOmega2t = PerRow<float>(Rows);
+    PerRow<float> ScanWavelength = PerRow<float>(Rows); // nm
+    PerRow<std::int32_t> ScanTime = PerRow<std::int32_t>(Rows); // s
+    PerRow<std::int16_t> ScansAveraged = PerRow<std::int16_t>(Rows);
+    PerRow<std::int16_t> ScanPoints = PerRow<std::int16_t>(Rows);
+    std::array<PerRow<std::int16_t>, 2> FitRange{PerRow<std::int16_t>(Rows), PerRow<std::int16_t>(Rows)};
+    PerRow<OneBased<float>> ScanRadius = PerRow<OneBased<float>>(Rows); // row, then point; cm
+    PerRow<OneBased<float>> ScanValue = PerRow<OneBased<float>>(Rows);  // absorbance or fringes
+    PerRow<std::int16_t> BaselinePoints = PerRow<std::int16_t>(Rows);
+    PerRow<OneBased<float>> BaselineRadius = PerRow<OneBased<float>>(Rows);
+    PerRow<OneBased<float>> BaselineValue = PerRow<OneBased<float>>(Rows);
+    PerRow<float> BaselineRPM = PerRow<float>(Rows);
+    PerRow<std::int16_t> BaselineShifted = PerRow<std::int16_t>(Rows); // flag: the shift is in force
+    PerRow<float> BaselineShift = PerRow<float>(Rows);                 // cm, positive outward
+    PerRow<float> CellPath = PerRow<float>(Rows, 1.2F);                // cm
+    std::array<PerRow<float>, 2> ExtinctionRatio{PerRow<float>(Rows, 1.0F), PerRow<float>(Rows, 1.0F)}; // A, B
+    PerRow<std::int16_t> CenterpieceType = PerRow<std::int16_t>(Rows, 3); // 1, 3 or 4 samples
+    PerRow<std::int16_t> DataChannel = PerRow<std::int16_t>(Rows);        // 0 none, 1..4 for A..D
+    PerRow<std::int16_t> IncludeSet = PerRow<std::int16_t>(Rows);         // 1 in the fit; row 1 starts as 1
+    PerRow<std::int16_t> SetChanged = PerRow<std::int16_t>(Rows);         // flag, by row: data changed
+    OneBasedMatrix<float> SetParmMemory{3, Rows}; // last fitted ln cA, ln cB, offset of each row
+
+    // --- constraints, by row -------------------------------------------------------------------------
+    PerRow<float> ConcConstraintA = PerRow<float>(Rows); // mean signal without offset; 0: no constraint
+    PerRow<float> ConcConstraintB = PerRow<float>(Rows);
+    PerRow<float> ConcToleranceA = PerRow<float>(Rows, 0.1F); // fraction
+    PerRow<float> ConcToleranceB = PerRow<float>(Rows, 0.1F);
+    std::array<PerRow<float>, 2> ConstraintFit{PerRow<float>(Rows), PerRow<float>(Rows)}; // mean signal found
+    PerRow<std::int16_t> OffsetLink = PerRow<std::int16_t>(Rows); // row whose offset is shared; 0 none
+    std::int16_t ConstraintFlags = 0; // bit 1 concentrations, bit 2 zero offsets
+
+    // --- data set table, the form's working values ----------------------------------------------------
+    std::int16_t CurrentRow = 0;  // highlighted row of the page, 0..8
+    std::int16_t CurrentPage = 0; // 0 or 1
+    std::int16_t HighestSet = 1;  // highest row that ever held a file
+    std::string DataDirectory;    // where the file dialogs start
+    std::string BaselineDirectoryLast;
+    std::string WorkDirectory; // the current directory at start
+    std::string ChosenPath;    // full path chosen in the latest file dialog
+    std::string ChosenName;    // its bare name
+    std::string FitFile;       // path of the fit save file that this analysis was saved to or came from
+
+    // --- the fit's flat data; written by BuildFitData and the fit passes -------------------------------
+    std::int16_t NumSets = 0;
+    std::int16_t NumPts = 0; // constraint pseudo-points included
+    PerRow<std::int16_t> SetRow = PerRow<std::int16_t>(Rows);   // set to row, 0 behind NumSets
+    PerRow<std::int16_t> SetOfRow = PerRow<std::int16_t>(Rows); // row to set, 0 outside the fit
+    OneBased<std::int16_t> SetPts;                              // 1..NumSets, pseudo-points included
+    PerRow<std::string> SetLabel = PerRow<std::string>(Rows);
+    std::string LabelPrefix; // common leading path of all labels
+    PerRow<float> SetSigmaScale = PerRow<float>(Rows, 1.0F);  // sigma of the set over that of set 1
+    PerRow<float> SetSignalScale = PerRow<float>(Rows, 1.0F); // path of the set over that of set 1
+    OneBased<float> PtX; // r^2/2 - r0^2/2 in cm^2; PointMarker for a pseudo-point
+    OneBased<float> PtY; // signal, baseline subtracted
+    OneBased<std::int16_t> PtSet;
+    OneBased<float> PtFit;   // fitted value of the latest pass
+    OneBased<float> PtResid; // PtY - PtFit, filled on demand
+
+    // --- units -----------------------------------------------------------------------------------------
+    std::int16_t MassUnits = 0; // 0 sigma, 1 buoyant molar mass, 2 molar mass (kDa)
+    std::int16_t ConcUnits = 0; // 0 AU, 1 mg/mL, 2 molar; 3 fringes, 4 mg/mL, 5 molar of interference data
+    float VbarA = 0.730F;       // mL/g
+    float VbarB = 0.730F;
+    float SolventDensity = 1.003994F; // g/mL
+    float AbsorpA = 1.0F;             // mL/(mg cm)
+    float AbsorpB = 1.0F;
+    float ExtA = 10000.0F; // L/(mol cm)
+    float ExtB = 10000.0F;
+    float FringeMassA = 2.756F; // fringes per mg/mL per cm
+    float FringeMassB = 2.756F;
+    float RefrA = 20000.0F; // fringes L/(mol cm)
+    float RefrB = 20000.0F;
+
+    // --- state flags -------------------------------------------------------------------------------------
+    std::int16_t DataChosen = 0;  // the table has been accepted
+    std::int16_t ModelChosen = 0; // a model and its parameters exist
+    std::int16_t NewData = 0;     // -1 data differ from those of the stored fit, 1 constraints changed
+    std::int16_t FitDone = 0;     // a finished fit stands
+    std::int16_t FitValid = 0;    // PtFit is complete for the current Parms
+    std::int16_t LimitsDone = 0;  // the confidence limits stand for this fit
+    std::int16_t AbortFit = 0;    // the user asked to stop; every loop tests it and leaves at once
+    std::int16_t BoundHit = 0;    // 1: a parameter was put back onto a bound in the latest trial
+    std::int16_t Singular = 0;    // 1: the latest inversion failed
+
+    // --- texts on graphs, preferences ----------------------------------------------------------------------
+    std::string FitTitle;
+    std::string XAxisTitle = "(R^2 - Ro^2) / 2   (cm^2)";
+    std::string DataTypeName = "Absorbance"; // "Absorbance", "Fringes" or "FI"
+    std::int16_t InterferenceData = 0;       // flag, by the last scan read
+    std::int16_t OverlayPlot = 0;            // flag: reports show data and fit instead of residuals
+    std::int16_t SpreadResiduals = 0;        // flag: residual graphs separate the sets
+    std::int16_t PauseBeforeFit = FlagTrue;  // flag: the check mark of the menu item FitPause
+
+    // --- program defaults that are no part of an analysis ---------------------------------------------------
+    std::int16_t FormScalingPercent = 100; // 75..200
+    float CellPathlength = 1.2F;           // cm, given to each scan read
+    std::int16_t CellType = 3;             // CenterpieceType given to each scan read
+    std::int16_t RangeLogPlot = 0;         // flag: ranges are set on ln(c) against r^2/2
+    ZeroBased<float> ChannelRadii = ZeroBased<float>(15); // cm at rest; see the data set table
+    float RotorExpansion = 1e-11F;                        // cm per rpm squared
+    std::int16_t NameConvention = 1;
+    float ReportFontSize = 12.0F; // points
+
+    bool operator==(const Workspace&) const = default;
+};
+
+// A workspace as the program starts with: the members' initial values, and those that depend on a subscript.
+Workspace FreshWorkspace();
+
+// The one instance of the process.
+extern Workspace Work;
+
+} // namespace Quillon
