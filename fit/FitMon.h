@@ -28,8 +28,8 @@ struct FitMonForm {
 // The one monitor of the process.
 extern FitMonForm FitMon;
 
-void LoadFitMon();   // afresh, for the current parameters and fit flags
-void UnloadFitMon(); // after the fit
+void LoadFitMon();    // afresh, for the current parameters and fit flags
+void UnloadFitMon();  // after the fit
 void UpdateMonitor(); // after an iteration: previous values take the current ones, current ones are written
 
 void FitMonFitButton();    // free run

@@ -14,6 +14,18 @@ double FitFunction(long point);
 // step of each slot, exactly 1 for a zero offset, 0 for the slots of other sets.
 void CalcDerivs(long point, double fittedValue);
 
+// The slot being stepped during a derivative, -1 when the function runs at the unstepped parameters. The
+// sums of concentration constraints are kept by it; FitFunction puts it back to -1.
+std::int16_t DerivParm();
+void SetDerivParm(std::int16_t slot);
+
+// How the derivative by a fitted slot comes about at the points of a set.
+enum class SlotDeriv { Numeric, One, Zero };
+SlotDeriv DerivKind(long slot, long set, bool pseudoPoint);
+
+// The message of an arithmetic fault inside the function; sets Work.AbortFit.
+void TellFunctionError();
+
 // The step of the forward difference of a slot, before the addition in single precision.
 double DerivStep(long slot);
 

@@ -26,7 +26,11 @@ void SetDefaultBounds();
 // over so that its internal value stays.
 void RefreshUnits();
 
-// A physical value for the form or the report: the units' short name of ConcUnits, as "AU".
-bool MassInKiloDalton(); // MassUnits is not sigma
+// After a change of model or of separate constants: slots that stand at their former default bounds, or that
+// hold another kind of quantity now, take the default bounds of the new model; bounds that the user set stay.
+void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK);
+
+// True when masses are shown in kDa (buoyant or true), false for sigma.
+bool MassInKiloDalton();
 
 } // namespace Quillon

@@ -16,16 +16,22 @@
 //     FitFrame.h      what is constant for a set at given parameters
 //     Species.h       the arithmetic of all models at a point, shared by every road through them
 //     FitFunction.h   the fitted function and its derivatives, point by point
+//     BlockFunction.h the same for runs of points of a set, for less work and bit for bit the same
+//     NonIdeal.h      the non-ideal monomer
+//     ModelChoice.h   checks and consequences of choosing a model
 //     ParmScale.h     internal to user units and back, units refresh, default bounds
 //     Guesses.h       concentrations read off the data
 //     Constraints.h   concentration constraints and zero offset links
 //
 // This header is the face of the folder: it brings all of them.
 
+#include "models/BlockFunction.h"
 #include "models/Catalogue.h"
 #include "models/Constraints.h"
 #include "models/FitFrame.h"
 #include "models/FitFunction.h"
 #include "models/Guesses.h"
+#include "models/ModelChoice.h"
+#include "models/NonIdeal.h"
 #include "models/ParmScale.h"
 #include "models/Species.h"

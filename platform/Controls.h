@@ -14,6 +14,7 @@ namespace Quillon {
 inline constexpr std::uint32_t DefaultColor = 0xFFFFFFFF;
 inline constexpr std::uint32_t BlueColor = 0x00FF0000;
 inline constexpr std::uint32_t RedColor = 0x000000FF;
+inline constexpr std::uint32_t StandardEditColor = 0x00C00000; // marks the field that is being edited
 
 struct Control {
     std::string Text;     // caption of a label or button, contents of a text box; "&" marks the access key
@@ -24,8 +25,8 @@ struct Control {
     std::string ToolTip; // shown when the pointer rests on the control
     std::uint32_t ForeColor = DefaultColor;
     std::uint32_t BackColor = DefaultColor;
-    std::int32_t SelStart{};  // text box: characters before the insertion point or the selection
-    std::int32_t SelLength{}; // text box: characters selected
+    std::int32_t SelStart{};        // text box: characters before the insertion point or the selection
+    std::int32_t SelLength{};       // text box: characters selected
     std::vector<std::string> Items; // rows of a list
 };
 

@@ -30,13 +30,17 @@ template <std::integral To, std::integral From> To FitTo(From value) {
 template <std::integral From> std::int16_t ToInt16(From value) {
     return Detail::FitTo<std::int16_t>(value);
 }
-inline std::int16_t ToInt16(double value) { return Detail::RoundTo<std::int16_t>(value); }
+inline std::int16_t ToInt16(double value) {
+    return Detail::RoundTo<std::int16_t>(value);
+}
 
 // To a stored 32-bit integer.
 template <std::integral From> std::int32_t ToInt32(From value) {
     return Detail::FitTo<std::int32_t>(value);
 }
-inline std::int32_t ToInt32(double value) { return Detail::RoundTo<std::int32_t>(value); }
+inline std::int32_t ToInt32(double value) {
+    return Detail::RoundTo<std::int32_t>(value);
+}
 
 // To a stored single. Infinite results and values that are no number are refused as well.
 inline float ToSingle(double value) {
@@ -66,6 +70,8 @@ inline double Sqrt(double value) {
 // The stored truth values of a 16-bit flag.
 inline constexpr std::int16_t FlagTrue = -1;
 inline constexpr std::int16_t FlagFalse = 0;
-inline constexpr std::int16_t Flag(bool value) { return value ? FlagTrue : FlagFalse; }
+inline constexpr std::int16_t Flag(bool value) {
+    return value ? FlagTrue : FlagFalse;
+}
 
 } // namespace Quillon

@@ -14,7 +14,9 @@ inline constexpr char PathSeparator = '\\';
 inline constexpr char PathSeparator = '/';
 #endif
 
-inline constexpr bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+inline constexpr bool IsSeparator(char c) {
+    return c == '/' || c == '\\';
+}
 
 // The part of a path behind its last separator.
 inline std::string FileTitle(std::string_view path) {
@@ -42,7 +44,8 @@ inline std::string JoinPath(std::string_view directory, std::string_view name) {
 }
 
 inline bool IsAbsolutePath(std::string_view path) {
-    return (!path.empty() && IsSeparator(path[0])) || (path.size() > 2 && path[1] == ':' && IsSeparator(path[2]));
+    return (!path.empty() && IsSeparator(path[0])) ||
+           (path.size() > 2 && path[1] == ':' && IsSeparator(path[2]));
 }
 
 } // namespace Quillon

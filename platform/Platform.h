@@ -122,12 +122,12 @@ struct Platform {
     std::function<std::vector<std::string>(const std::string& directory, const std::string& pattern)>
         ListFiles;
 
-    std::function<std::vector<std::string>()> FileRoots;     // where a search over all drives looks
-    std::function<std::string()> WorkingDirectory;           // at the start of the program
-    std::function<std::string()> ConfigDirectory;            // where the ini files lie
-    std::function<std::string()> ProgramDirectory;           // where the program and its help lie
+    std::function<std::vector<std::string>()> FileRoots; // where a search over all drives looks
+    std::function<std::string()> WorkingDirectory;       // at the start of the program
+    std::function<std::string()> ConfigDirectory;        // where the ini files lie
+    std::function<std::string()> ProgramDirectory;       // where the program and its help lie
     std::function<bool(const std::string& text)> SetClipboardText;
-    std::function<std::string()> ClipboardText;              // "" when it holds no text
+    std::function<std::string()> ClipboardText; // "" when it holds no text
 
     // Starts a program with one argument and does not wait for it; false when it cannot be started.
     std::function<bool(const std::string& program, const std::string& argument)> StartProgram;

@@ -13,7 +13,9 @@ struct RuntimeError {
     std::string Text; // in words, no full stop: "Overflow", "Division by zero", ...
 };
 
-[[noreturn]] inline void RaiseError(std::string text) { throw RuntimeError{std::move(text)}; }
+[[noreturn]] inline void RaiseError(std::string text) {
+    throw RuntimeError{std::move(text)};
+}
 
 // The standing texts. Raise them by name so that one failure reads the same everywhere.
 namespace ErrorText {

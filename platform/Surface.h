@@ -52,7 +52,7 @@ struct SurfaceFont {
     std::string Face; // "Arial", "Times New Roman", ...: a filling takes the nearest family that it has
     int Height = 12;  // device units from the top of the tallest letter to the bottom of the lowest
     bool Bold = false;
-    int Angle = 0;    // degrees counterclockwise: 0, 90, 180, 270
+    int Angle = 0; // degrees counterclockwise: 0, 90, 180, 270
 };
 
 struct TextSize {

@@ -14,6 +14,7 @@
 // fit (1..NumSets); SetRow and SetOfRow lead from one to the other.
 
 #include "platform/Arrays.h"
+#include "platform/Controls.h"
 #include "platform/Narrow.h"
 
 #include <array>
@@ -29,9 +30,15 @@ inline constexpr std::int16_t StandardMaxParms = 62; // 8 + 3 * 18
 inline constexpr float PointMarker = -3.4e38F;
 
 // The parameter slots of a set: ln c of A, ln c of B, zero offset. Set s counts from one.
-inline constexpr long SlotA(long set) { return 3 * set + 5; }
-inline constexpr long SlotB(long set) { return 3 * set + 6; }
-inline constexpr long SlotOffset(long set) { return 3 * set + 7; }
+inline constexpr long SlotA(long set) {
+    return 3 * set + 5;
+}
+inline constexpr long SlotB(long set) {
+    return 3 * set + 6;
+}
+inline constexpr long SlotOffset(long set) {
+    return 3 * set + 7;
+}
 
 // What FreeMap says of a slot beside a position of 0 or more among the fitted ones.
 inline constexpr std::int16_t SlotHeld = -1;
@@ -67,18 +74,18 @@ struct Workspace {
     std::int16_t MaxSets = StandardMaxSets;
     std::int16_t MaxPtsPerSet = 2048; // a scan holds at most one point fewer
     std::int16_t MaxIterations = 40;
-    std::int16_t MonitorMode = 1;   // 0 no monitor, 1 free run, 2 stepping, 3 one iteration released
-    std::int16_t BoundsActive = 1;  // parameter bounds are applied at every step
-    std::int16_t ModelCount = 22;   // rows of the model list; 24 after a restored fit
-    std::uint32_t EditBackColor = 0x00C00000; // marks the field that is being edited
+    std::int16_t MonitorMode = 1;  // 0 no monitor, 1 free run, 2 stepping, 3 one iteration released
+    std::int16_t BoundsActive = 1; // parameter bounds are applied at every step
+    std::int16_t ModelCount = 22;  // rows of the model list; 24 after a restored fit
+    std::uint32_t EditBackColor = StandardEditColor; // marks the field that is being edited
 
     // --- model and its options -----------------------------------------------------------------------
-    std::int16_t Model = 1;     // 1..22
-    std::int16_t NonIdeal = 0;  // flag: with a second virial coefficient; models 1 to 5
-    std::int16_t SeparateK = 0; // flag: association constants set by set; models 2 to 6, 8, 9
-    OneBased<std::string> ModelName;    // 1..ModelCount, as the model dialog lists them
-    std::int16_t LastModel = 0;         // model of the last fit, 0 before the first one
-    std::int16_t LastNonIdeal = 0;      // options of the last fit
+    std::int16_t Model = 1;          // 1..22
+    std::int16_t NonIdeal = 0;       // flag: with a second virial coefficient; models 1 to 5
+    std::int16_t SeparateK = 0;      // flag: association constants set by set; models 2 to 6, 8, 9
+    OneBased<std::string> ModelName; // 1..ModelCount, as the model dialog lists them
+    std::int16_t LastModel = 0;      // model of the last fit, 0 before the first one
+    std::int16_t LastNonIdeal = 0;   // options of the last fit
     std::int16_t LastSeparateK = 0;
 
     // --- parameters, by slot -------------------------------------------------------------------------
@@ -86,11 +93,12 @@ struct Workspace {
     PerSlot<float> ParmsSave = PerSlot<float>(Slots); // Parms before a trial; re-created at each use
     PerSlot<float> ParmScale = PerSlot<float>(Slots, 1.0F); // factor or addend from internal to user units
     PerSlot<std::string> ParmName = PerSlot<std::string>(Slots);
-    PerSlot<std::string> ParmTitle = PerSlot<std::string>(Slots);  // unit
-    PerSlot<std::string> ParmFormat = PerSlot<std::string>(Slots); // number picture in user units
-    PerSlot<std::int16_t> FreeMap = PerSlot<std::int16_t>(Slots);  // free position, or -1 held, -2, -3
+    PerSlot<std::string> ParmTitle = PerSlot<std::string>(Slots);       // unit
+    PerSlot<std::string> ParmFormat = PerSlot<std::string>(Slots);      // number picture in user units
+    PerSlot<std::int16_t> FreeMap = PerSlot<std::int16_t>(Slots);       // free position, or -1 held, -2, -3
     PerSlot<std::int16_t> FreeIndex = PerSlot<std::int16_t>(Slots, -1); // free position to slot
-    std::array<PerSlot<float>, 2> Bounds{PerSlot<float>(Slots), PerSlot<float>(Slots)}; // lower, upper; user units
+    std::array<PerSlot<float>, 2> Bounds{PerSlot<float>(Slots),
+                                         PerSlot<float>(Slots)}; // lower, upper; user units
     std::int16_t NumFree = 0; // fitted parameters, the order of the normal matrix
 
     // --- working arrays of the fit, by free position -------------------------------------------------
@@ -101,7 +109,7 @@ struct Workspace {
     ZeroBasedMatrix<float> CorrMatrix;  // cross-correlations (lower triangle), eigenvectors in the search
     ZeroBased<std::int16_t> AtBound;    // -1 at the lower bound, 1 at the upper one, 0 free
     std::array<ZeroBased<float>, 2> ParmLimits; // lower, upper confidence limit, internal scale
-    ZeroBasedMatrix<float> ConfTrace;   // slots by end points of the confidence search
+    ZeroBasedMatrix<float> ConfTrace;           // slots by end points of the confidence search
 
     // --- scalars of the fit --------------------------------------------------------------------------
     double SumSq = 0.0;     // sum of squared residuals of the latest pass
@@ -130,7 +138,7 @@ struct Workspace {
     PerRow<float> ScanTemperature = PerRow<float>(Rows); // degrees Celsius
     PerRow<float> ScanRPM = PerRow<float>(Rows);
     PerRow<float> ScanOmega2t = PerRow<float>(Rows);
-    PerRow<float> ScanWavelength = PerRow<float>(Rows); // nm
+    PerRow<float> ScanWavelength = PerRow<float>(Rows);         // nm
     PerRow<std::int32_t> ScanTime = PerRow<std::int32_t>(Rows); // s
     PerRow<std::int16_t> ScansAveraged = PerRow<std::int16_t>(Rows);
     PerRow<std::int16_t> ScanPoints = PerRow<std::int16_t>(Rows);
@@ -144,11 +152,12 @@ struct Workspace {
     PerRow<std::int16_t> BaselineShifted = PerRow<std::int16_t>(Rows); // flag: the shift is in force
     PerRow<float> BaselineShift = PerRow<float>(Rows);                 // cm, positive outward
     PerRow<float> CellPath = PerRow<float>(Rows, 1.2F);                // cm
-    std::array<PerRow<float>, 2> ExtinctionRatio{PerRow<float>(Rows, 1.0F), PerRow<float>(Rows, 1.0F)}; // A, B
-    PerRow<std::int16_t> CenterpieceType = PerRow<std::int16_t>(Rows, 3); // 1, 3 or 4 samples
-    PerRow<std::int16_t> DataChannel = PerRow<std::int16_t>(Rows);        // 0 none, 1..4 for A..D
-    PerRow<std::int16_t> IncludeSet = PerRow<std::int16_t>(Rows);         // 1 in the fit; row 1 starts as 1
-    PerRow<std::int16_t> SetChanged = PerRow<std::int16_t>(Rows);         // flag, by row: data changed
+    std::array<PerRow<float>, 2> ExtinctionRatio{PerRow<float>(Rows, 1.0F),
+                                                 PerRow<float>(Rows, 1.0F)}; // A, B
+    PerRow<std::int16_t> CenterpieceType = PerRow<std::int16_t>(Rows, 3);    // 1, 3 or 4 samples
+    PerRow<std::int16_t> DataChannel = PerRow<std::int16_t>(Rows);           // 0 none, 1..4 for A..D
+    PerRow<std::int16_t> IncludeSet = PerRow<std::int16_t>(Rows); // 1 in the fit; row 1 starts as 1
+    PerRow<std::int16_t> SetChanged = PerRow<std::int16_t>(Rows); // flag, by row: data changed
     OneBasedMatrix<float> SetParmMemory{3, Rows}; // last fitted ln cA, ln cB, offset of each row
 
     // --- constraints, by row -------------------------------------------------------------------------
@@ -158,7 +167,7 @@ struct Workspace {
     PerRow<float> ConcToleranceB = PerRow<float>(Rows, 0.1F);
     std::array<PerRow<float>, 2> ConstraintFit{PerRow<float>(Rows), PerRow<float>(Rows)}; // mean signal found
     PerRow<std::int16_t> OffsetLink = PerRow<std::int16_t>(Rows); // row whose offset is shared; 0 none
-    std::int16_t ConstraintFlags = 0; // bit 1 concentrations, bit 2 zero offsets
+    std::int16_t ConstraintFlags = 0;                             // bit 1 concentrations, bit 2 zero offsets
 
     // --- data set table, the form's working values ----------------------------------------------------
     std::int16_t CurrentRow = 0;  // highlighted row of the page, 0..8
@@ -173,12 +182,12 @@ struct Workspace {
 
     // --- the fit's flat data; written by BuildFitData and the fit passes -------------------------------
     std::int16_t NumSets = 0;
-    std::int16_t NumPts = 0; // constraint pseudo-points included
+    std::int16_t NumPts = 0;                                    // constraint pseudo-points included
     PerRow<std::int16_t> SetRow = PerRow<std::int16_t>(Rows);   // set to row, 0 behind NumSets
     PerRow<std::int16_t> SetOfRow = PerRow<std::int16_t>(Rows); // row to set, 0 outside the fit
     OneBased<std::int16_t> SetPts;                              // 1..NumSets, pseudo-points included
     PerRow<std::string> SetLabel = PerRow<std::string>(Rows);
-    std::string LabelPrefix; // common leading path of all labels
+    std::string LabelPrefix;                                  // common leading path of all labels
     PerRow<float> SetSigmaScale = PerRow<float>(Rows, 1.0F);  // sigma of the set over that of set 1
     PerRow<float> SetSignalScale = PerRow<float>(Rows, 1.0F); // path of the set over that of set 1
     OneBased<float> PtX; // r^2/2 - r0^2/2 in cm^2; PointMarker for a pseudo-point
@@ -222,11 +231,12 @@ struct Workspace {
     std::int16_t SpreadResiduals = 0;        // flag: residual graphs separate the sets
     std::int16_t PauseBeforeFit = FlagTrue;  // flag: the check mark of the menu item FitPause
 
-    // --- program defaults that are no part of an analysis ---------------------------------------------------
-    std::int16_t FormScalingPercent = 100; // 75..200
-    float CellPathlength = 1.2F;           // cm, given to each scan read
-    std::int16_t CellType = 3;             // CenterpieceType given to each scan read
-    std::int16_t RangeLogPlot = 0;         // flag: ranges are set on ln(c) against r^2/2
+    // --- program defaults that are no part of an analysis
+    // ---------------------------------------------------
+    std::int16_t FormScalingPercent = 100;                // 75..200
+    float CellPathlength = 1.2F;                          // cm, given to each scan read
+    std::int16_t CellType = 3;                            // CenterpieceType given to each scan read
+    std::int16_t RangeLogPlot = 0;                        // flag: ranges are set on ln(c) against r^2/2
     ZeroBased<float> ChannelRadii = ZeroBased<float>(15); // cm at rest; see the data set table
     float RotorExpansion = 1e-11F;                        // cm per rpm squared
     std::int16_t NameConvention = 1;

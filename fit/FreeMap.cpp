@@ -1,0 +1,55 @@
+#include "fit/FreeMap.h"
+
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+std::int16_t CheckOf(std::int16_t map) {
+    if (map >= 0) return FitCheckYes;
+    return map == SlotHeld ? FitCheckNo : FitCheckGrey;
+}
+
+} // namespace
+
+std::vector<FitChoice> FitChoices() {
+    std::vector<FitChoice> choices;
+    for (std::int16_t slot = 0; slot < Work.NumParms; ++slot)
+        if (Work.FreeMap[slot] != SlotUnused) choices.push_back({slot, CheckOf(Work.FreeMap[slot])});
+    return choices;
+}
+
+bool AssignFreePositions(const std::vector<FitChoice>& choices) {
+    const bool anyFree = std::any_of(choices.begin(), choices.end(),
+                                     [](const FitChoice& c) { return c.Check < FitCheckGrey; });
+    if (!anyFree) return true;
+
+    std::int16_t last = -1;
+    for (const FitChoice& choice : choices) {
+        if (choice.Check == FitCheckNo) {
+            Work.FreeMap[choice.Slot] = SlotHeld;
+            Work.FreeIndex[choice.Slot] = -1;
+        } else if (choice.Check == FitCheckYes) {
+            Work.FreeMap[choice.Slot] = ++last;
+            Work.FreeIndex[last] = choice.Slot;
+        }
+    }
+    if (last < 0) {
+        Host.Beep();
+        Tell("There is nothing to do!  You must fit at least one parameter", Work.ProgramName,
+             BoxIcon::Question);
+        return false;
+    }
+
+    Work.NumFree = ToInt16(last + 1);
+    Work.NormMatrix.Recreate(last, last);
+    Work.NormVector.Recreate(last);
+    Work.Increment.Recreate(last);
+    return true;
+}
+
+} // namespace Quillon

@@ -1,0 +1,47 @@
+#pragma once
+// The fitted function and its derivatives for a run of points of one set: the same numbers as FitFunction
+// and CalcDerivs point by point, bit for bit, for less work.
+//
+// What is saved: constants of the set are derived once for each stepped slot and not at each point; an
+// exponential that a step does not touch is not evaluated again; derivatives that are zero by construction
+// (the slots of other sets) are neither computed nor handed on.
+
+#include "models/FitFrame.h"
+
+#include <array>
+#include <cstdint>
+
+namespace Quillon {
+
+inline constexpr long BlockPoints = 256; // points of a block at most
+inline constexpr int BlockColumns = 12;  // eight global slots, three of the set, one tied offset
+
+// A set's frames: the base and one for each fitted slot with a derivative other than zero.
+struct SetPlan {
+    long Set = 0;
+    FitFrame Base;
+    int Count = 0; // columns, in rising order of the free position
+    std::array<std::int16_t, BlockColumns> Slot;
+    std::array<std::int16_t, BlockColumns> FreePosition;
+    std::array<bool, BlockColumns> Constant; // derivative exactly 1
+    std::array<double, BlockColumns> Step;
+    std::array<FitFrame, BlockColumns> Frames;
+};
+
+// Values and derivative columns of a block of points.
+struct PointBlock {
+    long First = 0; // point number
+    long Count = 0;
+    std::array<double, BlockPoints> Value;
+    std::array<std::array<double, BlockPoints>, BlockColumns> Column;
+};
+
+// Prepares a set at the current Work.Parms; withDerivs also for the stepped slots. An arithmetic fault is a
+// RuntimeError.
+void PlanSet(SetPlan& plan, long set, bool withDerivs);
+
+// Fills the block for the points first .. first + count - 1, all of the plan's set, either all true points or
+// a single pseudo-point. An arithmetic fault is told as FitFunction tells it, and sets Work.AbortFit.
+void EvaluateBlock(PointBlock& block, const SetPlan& plan, long first, long count);
+
+} // namespace Quillon

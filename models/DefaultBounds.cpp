@@ -1,0 +1,123 @@
+// The default bounds of the parameters in user units, and their way through a change of units or model.
+#include "models/Catalogue.h"
+#include "models/ParmScale.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+namespace {
+
+struct Range {
+    float Lower, Upper;
+};
+
+void Put(long slot, Range r) {
+    Work.Bounds[0][slot] = r.Lower;
+    Work.Bounds[1][slot] = r.Upper;
+}
+
+// Association constants: natural logarithms, in signal, weight or molar terms.
+Range ConstantRange() {
+    switch (Work.ConcUnits) {
+    case 0:
+        return {-30.0F, 100.0F};
+    case 2:
+    case 5:
+        return {-3.0F, 150.0F};
+    default:
+        return {-20.0F, 120.0F};
+    }
+}
+
+Range ConcentrationRange() {
+    switch (Work.ConcUnits) {
+    case 0:
+        return {-70.0F, 4.0F};
+    case 2:
+    case 5:
+        return {-120.0F, -3.0F};
+    case 3:
+        return {-60.0F, 10.0F};
+    default:
+        return {-90.0F, 4.0F};
+    }
+}
+
+Range VirialRange() {
+    const int units = Work.ConcUnits;
+    const double w = units == 3 ? 30.0 : units == 2 || units == 5 ? 0.0001 : 10.0;
+    return {static_cast<float>(-1.0 / w), static_cast<float>(1.0 / w)};
+}
+
+} // namespace
+
+void SetDefaultBounds() {
+    const int model = Work.Model;
+    const Range constant = ConstantRange();
+    const Range mass = MassInKiloDalton() ? Range{0.1F, 1e9F} : Range{0.02F, 30.0F};
+    for (auto& row : Work.Bounds)
+        row.Recreate(Work.MaxParms - 1);
+    Put(0, mass);
+    Put(5, mass);
+    Put(1, {0.5F, 100.0F});
+    Put(3, {0.5F, 100.0F});
+    for (const long slot : {2, 4, 6})
+        Put(slot, constant);
+    Put(7, model >= 10 ? constant : VirialRange());
+
+    const Range offset = Work.ConcUnits == 3 ? Range{-20.0F, 20.0F} : Range{-4.0F, 4.0F};
+    const bool separateK = Work.SeparateK != 0;
+    for (long s = 1; s <= Work.MaxSets; ++s) {
+        Put(SlotA(s), ConcentrationRange());
+        Put(SlotB(s), ConcentrationRange());
+        Put(SlotOffset(s), offset);
+        if (!separateK) continue;
+        if (model >= 2 && model <= 6) Put(SlotB(s), constant);
+        if (model == 4 || model == 5 || model == 8 || model == 9) Put(SlotOffset(s), constant);
+    }
+    if (model == 7) Work.Bounds[0][7] = -constant.Upper;
+    if (model == 13 || model == 14) Put(2, {-10.0F, 30.0F});
+    if (model == 21)
+        for (const long slot : {2, 4})
+            Put(slot, {-4.0F, 28.0F});
+}
+
+void RefreshUnits() {
+    BuildParmNames();
+    BuildParmFormats();
+    const long last = Work.Bounds[0].Hi();
+    auto bounds = Work.Bounds;
+    for (auto& row : bounds)
+        for (long i = 0; i <= last; ++i)
+            row[i] = ToInternal(i, row[i]);
+    BuildParmScale();
+    for (auto& row : bounds)
+        for (long i = 0; i <= last; ++i)
+            row[i] = ToUserUnits(i, row[i]);
+    Work.Bounds = bounds;
+}
+
+void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {
+    const std::int16_t model = Work.Model;
+    const std::int16_t separateK = Work.SeparateK;
+    const auto present = Work.Bounds;
+    const long last = present[0].Hi();
+    ZeroBased<std::int16_t> wasAdditive(last);
+    Work.Model = oldModel;
+    Work.SeparateK = oldSeparateK;
+    SetDefaultBounds();
+    const auto former = Work.Bounds;
+    for (long i = 0; i <= last; ++i)
+        wasAdditive[i] = Flag(IsAdditiveSlot(i));
+    Work.Model = model;
+    Work.SeparateK = separateK;
+    SetDefaultBounds();
+    // A bound that the user set stands as long as the slot still holds the same kind of quantity.
+    for (long i = 0; i <= last; ++i) {
+        if (Flag(IsAdditiveSlot(i)) != wasAdditive[i]) continue;
+        for (std::size_t side = 0; side < 2; ++side)
+            if (present[side][i] != former[side][i]) Work.Bounds[side][i] = present[side][i];
+    }
+}
+
+} // namespace Quillon

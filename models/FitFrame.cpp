@@ -1,0 +1,220 @@
+#include "models/FitFrame.h"
+
+#include "models/Catalogue.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+double P(long slot) {
+    return static_cast<double>(Work.Parms[slot]);
+}
+double RatioA(long row) {
+    return static_cast<double>(Work.ExtinctionRatio[0][row]);
+}
+double RatioB(long row) {
+    return static_cast<double>(Work.ExtinctionRatio[1][row]);
+}
+
+// The conversions between monomer signals, molar complexes and the signal of a complex in the set's cell.
+// The table's first row enters where E1(1) and E2(1) stand, which need not be the row of set 1.
+void LoadMolarFactors(FitFrame& f) {
+    const bool absorbance = Work.ConcUnits <= 2;
+    const double eA = static_cast<double>(absorbance ? Work.ExtA : Work.RefrA);
+    const double eB = static_cast<double>(absorbance ? Work.ExtB : Work.RefrB);
+    const double path1 = f.RefPath;
+    const double path = static_cast<double>(Work.CellPath[f.CurRow]);
+    const double a1 = RatioA(1);
+    const double b1 = RatioB(1);
+    const double ea = eA * RatioA(f.CurRow);
+    const double eb = eB * RatioB(f.CurRow);
+    const double path3 = path1 * path1 * path1;
+    f.kAB = Divide(1.0, eB * eA * path1 * path1 * RatioA(f.FirstRow) * b1);
+    f.kABB = Divide(1.0, eB * eA * eB * path3 * a1 * b1 * b1);
+    f.kAAB = Divide(1.0, eA * eA * eB * path3 * a1 * a1 * b1);
+    f.kA = Divide(1.0, eA * path1 * a1);
+    f.kB = Divide(1.0, eB * path1 * b1);
+    f.gA = ea * path;
+    f.gB = eb * path;
+    f.gAB = (eb + ea) * path;
+    f.gABB = (2.0 * eb + ea) * path;
+    f.gAAB = (2.0 * ea + eb) * path;
+    f.gBB = 2.0 * eb * path;
+}
+
+void LoadGeometry(FitFrame& f, long set) {
+    f.CurSet = ToInt16(set);
+    f.CurRow = Work.SetRow[set];
+    f.FirstRow = Work.SetRow[1];
+    f.ConstraintsOn = static_cast<std::int16_t>(Work.ConstraintFlags & ConcentrationBit);
+    f.SetBase = ToInt16(SlotA(set));
+    f.RefPath = static_cast<double>(Work.CellPath[f.FirstRow]);
+    f.SigmaScale = static_cast<double>(Work.SetSigmaScale[set]);
+    const double signal = static_cast<double>(Work.SetSignalScale[set]);
+    f.ScaleA = Divide(signal * RatioA(f.CurRow), RatioA(f.FirstRow));
+    f.ScaleB = Divide(signal * RatioB(f.CurRow), RatioB(f.FirstRow));
+    if (Work.Model > 7) LoadMolarFactors(f);
+}
+
+void LoadMasses(FitFrame& f) {
+    f.SigmaA = f.SigmaScale * P(0);
+    f.SigmaB = Work.Model == 6 ? f.SigmaA : f.SigmaScale * P(5);
+    f.BFactor = P(7) * P(0);
+}
+
+// Models 21 and 22 (and 23, 24 would be theirs): two binding sites for B on A, and dimerisation of B.
+void LoadTwoSiteComplexes(FitFrame& f, double K6, double Kb, double D) {
+    const double L = K6 + Kb;
+    const double Q = K6 * Kb;
+    f.cAB = L * f.kAB;
+    f.cABB = (Q * (D + 1.0) + 2.0 * L * D) * f.kABB;
+    f.cBB = D * f.kB * f.kB;
+    f.cAAB = Q * f.kAAB;
+    f.cABBA = ((Q * (D + 1.0) + (D + 1.0) * L) * Q + L * D * L) * (f.kA * f.kB) * (f.kA * f.kB);
+}
+
+// Models 15 to 20: AB from K6; AB2 in two steps through K4; ABBA from two AB; B2 by its own constant.
+void LoadDimerComplexes(FitFrame& f, double K6, double K4, double kABBA, double kBB) {
+    f.cAB = K6 * f.kAB;
+    f.cABB = Work.Model == 15 ? 0.0 : 2.0 * K4 * f.cAB * f.kB;
+    f.cBB = kBB * f.kB * f.kB;
+    f.cABBA = kABBA * f.cAB * f.cAB;
+}
+
+void LoadComplexes(FitFrame& f) {
+    const int model = Work.Model;
+    if (model < 8 || model > LastModelNumber) return;
+    const double K6 = std::exp(f.LnKAB);
+    const auto K = [](long slot) { return std::exp(P(slot)); };
+    switch (model) {
+    case 8:
+        f.cAB = K6 * f.kAB;
+        break;
+    case 9:
+        f.cAB = 2.0 * K6 * f.kAB;
+        f.cABB = K6 * K6 * f.kABB;
+        break;
+    case 10:
+        f.cAB = (K6 + K(7)) * f.kAB;
+        f.cABB = K6 * K(7) * f.kABB;
+        break;
+    case 11:
+        f.cAB = 2.0 * K6 * f.kAB;
+        f.cABB = (K(7) * K6) * K6 * f.kABB;
+        break;
+    case 12:
+        f.cAB = 2.0 * K6 * f.kAB;
+        f.cABB = (K6 * K(2) + 2.0 * K(2) + K6) * K6 * f.kABB;
+        f.cBB = K(2) * f.ScaleB;
+        break;
+    case 13:
+        f.cAB = (K6 + K(7)) * f.kAB;
+        f.cABB = ((K6 * K(7) + K6 + K(7)) * K(2) + K6 * K(7)) * f.kABB;
+        f.cBB = K(2) * f.ScaleA; // by the scale of A, unlike model 12
+        break;
+    case 14:
+        f.cAB = (K6 + K(7)) * f.kAB;
+        f.cABB = K(2) * K6 * K(7) * f.kABB;
+        break;
+    case 15:
+    case 16:
+        LoadDimerComplexes(f, K6, K(4), K(4), 0.0);
+        break;
+    case 17:
+        LoadDimerComplexes(f, K6, K(4), K(7), 0.0);
+        break;
+    case 18:
+        LoadDimerComplexes(f, K6, K(4), K(7), K(4));
+        break;
+    case 19:
+        LoadDimerComplexes(f, K6, K(4), K(4), K(2));
+        break;
+    case 20:
+        LoadDimerComplexes(f, K6, K(4), K(7), K(2));
+        break;
+    case 21:
+        LoadTwoSiteComplexes(f, K6, K6, K(2));
+        break;
+    default:
+        LoadTwoSiteComplexes(f, K6, K(7), K(2));
+        break; // 22
+    }
+}
+
+void LoadAssociation(FitFrame& f) {
+    const int model = Work.Model;
+    const bool separateK = Work.SeparateK != 0;
+    const long base = f.SetBase;
+    f.LnK1 = P(separateK ? base + 1 : 2);
+    f.LnK2 = P(separateK ? base + 2 : 4);
+    f.LnKAB = P(separateK && (model == 8 || model == 9) ? base + 2 : 6);
+    f.Offset = OffsetSlotHoldsConstant(model, separateK) ? 0.0 : P(base + 2);
+    if (model >= 2 && model <= 6) f.K1 = std::exp(f.LnK1);
+    if (model == 4 || model == 5) f.K2 = std::exp(f.LnK2);
+    LoadComplexes(f);
+}
+
+void LoadConcentrations(FitFrame& f) {
+    f.LnA = P(f.SetBase);
+    f.LnB = P(f.SetBase + 1);
+}
+
+void LoadPowers(FitFrame& f) {
+    f.PowerN = P(1);
+    f.PowerM = P(3);
+}
+
+float& FromOf(FitFrame& f, long slot) {
+    return f.From[slot < 8 ? slot : 8 + slot - f.SetBase];
+}
+
+} // namespace
+
+void LoadConstants(FitFrame& f) {
+    LoadMasses(f);
+    LoadPowers(f);
+    LoadConcentrations(f);
+    LoadAssociation(f);
+    std::copy_n(Work.Parms.Data(), 8, f.From);
+    std::copy_n(Work.Parms.Data() + f.SetBase, 3, f.From + 8);
+}
+
+void LoadFrame(FitFrame& f, long set) {
+    LoadGeometry(f, set);
+    LoadConstants(f);
+    f.LastN = f.LastM = f.LastTotal = 0.0;
+}
+
+bool FrameIsCurrent(const FitFrame& f) {
+    return std::equal(f.From, f.From + 8, Work.Parms.Data()) &&
+           std::equal(f.From + 8, f.From + 11, Work.Parms.Data() + f.SetBase);
+}
+
+void StepFrame(FitFrame& stepped, const FitFrame& base, long slot) {
+    stepped = base;
+    if (slot >= 8 && (slot < base.SetBase || slot > base.SetBase + 2)) return;
+    FromOf(stepped, slot) = Work.Parms[slot];
+    switch (slot) {
+    case 0:
+    case 5:
+        LoadMasses(stepped);
+        return;
+    case 1:
+    case 3:
+        LoadPowers(stepped);
+        return;
+    case 7:
+        LoadMasses(stepped);
+        break;
+    default:
+        break;
+    }
+    if (slot >= 8) LoadConcentrations(stepped);
+    if (slot != base.SetBase) LoadAssociation(stepped);
+}
+
+} // namespace Quillon

@@ -1,0 +1,61 @@
+#pragma once
+// What is constant for a data set at given parameters: everything of the fitted function that does not hang
+// on the point.
+//
+// A frame is in two halves. The geometry follows from the set alone (speed, path, extinction ratios, molar
+// coefficients). The constants follow from the parameters as well; StepFrame derives again exactly those
+// that a stepped slot touches. Work.Parms is single precision and is widened as it is read.
+
+#include <cstdint>
+
+namespace Quillon {
+
+struct FitFrame {
+    std::int16_t CurSet = 0;   // set of the last point
+    std::int16_t CurRow = 0;   // SetRow of that set
+    std::int16_t FirstRow = 0; // SetRow of set 1
+    std::int16_t ConstraintsOn = 0;
+    std::int16_t SetBase = 0; // first slot of the set
+
+    // Geometry. Signals per 1 molar of a species in the set's own cell (g...), factors from products of
+    // monomer signals to molar (k...).
+    double ScaleA = 1.0, ScaleB = 1.0; // set signal over first set's signal, species A and B
+    double RefPath = 0.0;              // path of set 1, cm
+    double SigmaScale = 1.0;
+    double kAB = 0.0, kABB = 0.0, kAAB = 0.0, kA = 0.0, kB = 0.0;
+    double gA = 0.0, gB = 0.0, gAB = 0.0, gABB = 0.0, gAAB = 0.0, gBB = 0.0;
+
+    // From the parameters.
+    double SigmaA = 0.0, SigmaB = 0.0; // of this set, cm^-2
+    double LnA = 0.0, LnB = 0.0;       // ln of the monomer signals at the reference radius
+    double BFactor = 0.0;              // the non-ideality factor: Parms[7] * Parms[0]
+    double PowerN = 0.0, PowerM = 0.0;
+    double LnK1 = 0.0, LnK2 = 0.0, LnKAB = 0.0;
+    double K1 = 0.0, K2 = 0.0; // exp of LnK1, LnK2
+    double Offset = 0.0;
+
+    // Molar concentrations of the complexes over products of the monomer signals a and b: AB = cAB a b,
+    // AB2 = cABB a b b, A2B = cAAB a a b, ABBA = cABBA (a b)^2, B2 = cBB b b (a signal in models 12, 13).
+    double cAB = 0.0, cABB = 0.0, cAAB = 0.0, cABBA = 0.0, cBB = 0.0;
+
+    // Start values of the non-ideal solution, from the point before.
+    double LastMonomer = 0.0, LastTotal = 0.0, LastN = 0.0, LastM = 0.0;
+
+    // The parameters that the constants were derived from: eight global ones, three of the set.
+    float From[11] = {};
+};
+
+// Fills geometry and constants for a set at the current Work.Parms and resets the start values.
+void LoadFrame(FitFrame& frame, long set);
+
+// Derives the constants again for the current Work.Parms, all of them.
+void LoadConstants(FitFrame& frame);
+
+// True when Work.Parms still holds what the frame's constants were derived from.
+bool FrameIsCurrent(const FitFrame& frame);
+
+// The base frame with one slot of Work.Parms stepped, the stepped value being in Work.Parms already: derives
+// what that slot touches and nothing else.
+void StepFrame(FitFrame& stepped, const FitFrame& base, long slot);
+
+} // namespace Quillon

@@ -1,0 +1,186 @@
+#include "models/FitFunction.h"
+
+#include "models/Catalogue.h"
+#include "models/Constraints.h"
+#include "models/FitFrame.h"
+#include "models/NonIdeal.h"
+#include "models/Species.h"
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+FitFrame Base;    // at the unstepped parameters, of the set of the last point
+FitFrame Stepped; // at the parameters with one slot stepped
+std::int16_t SteppedSlot = -1;
+
+// The frame for the point's set at the present Work.Parms; newSet tells that the set has just begun.
+FitFrame& FrameFor(long set, bool newSet) {
+    if (newSet) {
+        LoadFrame(Base, set);
+        return Base;
+    }
+    if (SteppedSlot < 0) {
+        if (!FrameIsCurrent(Base)) LoadConstants(Base);
+        return Base;
+    }
+    StepFrame(Stepped, Base, SteppedSlot);
+    if (!FrameIsCurrent(Stepped)) LoadConstants(Stepped); // more has changed than the one slot
+    return Stepped;
+}
+
+void KeepSolution(const FitFrame& from) {
+    Base.LastMonomer = from.LastMonomer;
+    Base.LastTotal = from.LastTotal;
+    Base.LastN = from.LastN;
+    Base.LastM = from.LastM;
+}
+
+template <ModelFamily F> double IdealSignal(const FitFrame& f, double x, double a) {
+    const double b = HasB(F) ? std::exp(x * f.SigmaB + f.LnB) : 0.0;
+    const double an = HasPowerN(F) ? MonomerPower(a, f.PowerN) : 0.0;
+    const double am = HasPowerM(F) ? MonomerPower(a, f.PowerM) : 0.0;
+    const SpeciesFactors s = FactorsOf<F>(f);
+    if (f.ConstraintsOn) {
+        const UnitSignals u = UnitsAt<F>(s, a, b, an, am);
+        ConstraintSumA(SteppedSlot) += u.A;
+        ConstraintSumB(SteppedSlot) += u.B;
+    }
+    return SignalAt<F>(s, a, b, an, am);
+}
+
+double NonIdealSignal(FitFrame& f, double a, double measured, bool newSet) {
+    const NonIdealPoint c = SolveNonIdeal(f, a, measured, newSet);
+    if (&f != &Base) KeepSolution(f);
+    const double units = c.SignalN + c.SignalM + f.ScaleA * c.Monomer;
+    if (f.ConstraintsOn) ConstraintSumA(SteppedSlot) += units;
+    return units + f.Offset;
+}
+
+double ValueAt(long point) {
+    const long set = Work.PtSet[point];
+    // The frame is refreshed before a pseudo-point answers as well, so that the next set begins afresh.
+    const bool newSet = set != Base.CurSet || (point == 1 && SteppedSlot < 0);
+    if (Work.PtX[point] == PointMarker) {
+        if (newSet) LoadFrame(Base, set);
+        return ConstraintValue(set, point);
+    }
+    FitFrame& f = FrameFor(set, newSet);
+    const double x = static_cast<double>(Work.PtX[point]);
+    const double a = std::exp(x * f.SigmaA + f.LnA);
+    if (Work.NonIdeal && ModelAllowsNonIdeal(Work.Model))
+        return NonIdealSignal(f, a, static_cast<double>(Work.PtY[point]), newSet);
+    double y = 0.0;
+    WithFamily(FamilyOf(Work.Model), [&](auto family) { y = IdealSignal<family.Value>(f, x, a); });
+    return y;
+}
+
+// The function with one slot stepped by h, and the parameter put back.
+double SteppedValue(long point, long slot, double h) {
+    float& parm = Work.Parms[slot];
+    const float saved = parm;
+    parm = ToSingle(static_cast<double>(saved) + h);
+    SteppedSlot = ToInt16(slot);
+    const double value = FitFunction(point);
+    parm = saved;
+    return value;
+}
+
+void NumericDeriv(long point, long slot, double fittedValue) {
+    const double h = DerivStep(slot);
+    Work.Deriv[Work.FreeMap[slot]] = Divide(SteppedValue(point, slot, h) - fittedValue, h);
+}
+
+} // namespace
+
+std::int16_t DerivParm() {
+    return SteppedSlot;
+}
+void SetDerivParm(std::int16_t slot) {
+    SteppedSlot = slot;
+}
+
+double FitFunction(long point) {
+    double y = 0.0;
+    bool failed = false;
+    try {
+        y = ValueAt(point);
+    } catch (const RuntimeError&) {
+        failed = true;
+    }
+    SteppedSlot = -1;
+    if (!failed && std::isfinite(y)) return y;
+    TellFunctionError();
+    return 0.0;
+}
+
+void TellFunctionError() {
+    Work.AbortFit = FlagTrue;
+    Tell("Math error during function evaluation, aborting fit", Work.ProgramName, BoxIcon::Stop);
+}
+
+double DerivStep(long slot) {
+    const double p = static_cast<double>(Work.Parms[slot]);
+    switch (slot) {
+    case 0:
+    case 5:
+        return p * 0.01;
+    case 1:
+    case 3:
+        return p * 0.02;
+    case 2:
+    case 4:
+    case 6:
+        return 0.06;
+    case 7:
+        return Work.Model > 9 ? 0.02 : p == 0.0 ? 0.0004 : p * 0.02;
+    default:
+        return 0.02;
+    }
+}
+
+SlotDeriv DerivKind(long slot, long set, bool pseudoPoint) {
+    if (slot < 8) return SlotDeriv::Numeric;
+    const long owner = (slot - 5) / 3;
+    const bool third = (slot - 5) % 3 == 2;
+    if (owner == set && (!third || Work.SeparateK)) return SlotDeriv::Numeric;
+    // A tied offset is the other set's parameter; a constraint excludes offsets, its own and tied ones.
+    const long link = Work.OffsetLink[Work.SetRow[set]];
+    const bool reaches = owner == set || (link > 0 && Work.SetOfRow[link] == owner);
+    const bool tied = third && !Work.SeparateK && reaches;
+    return tied && !pseudoPoint ? SlotDeriv::One : SlotDeriv::Zero;
+}
+
+void CalcDerivs(long point, double fittedValue) {
+    const long set = Work.PtSet[point];
+    const bool pseudoPoint = Work.PtX[point] == PointMarker;
+    for (long slot = 0; slot < Work.NumParms; ++slot) {
+        const long place = Work.FreeMap[slot];
+        if (place < 0) continue;
+        switch (DerivKind(slot, set, pseudoPoint)) {
+        case SlotDeriv::Numeric:
+            NumericDeriv(point, slot, fittedValue);
+            break;
+        case SlotDeriv::One:
+            Work.Deriv[place] = 1.0;
+            break;
+        case SlotDeriv::Zero:
+            Work.Deriv[place] = 0.0;
+            break;
+        }
+        if (Work.AbortFit) return;
+    }
+}
+
+void ResetFitFunction() {
+    Base = FitFrame{};
+    Stepped = FitFrame{};
+    SteppedSlot = -1;
+    ResetConstraintSums();
+}
+
+} // namespace Quillon

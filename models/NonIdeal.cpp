@@ -1,0 +1,125 @@
+#include "models/NonIdeal.h"
+
+#include "models/Species.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+struct Trial {
+    double Monomer{}, N{}, M{}, Total{};
+    double PassMonomer{}; // the monomer at the total that the pass started from
+};
+
+bool IsFinite(const Trial& t) {
+    return std::isfinite(t.Monomer) && std::isfinite(t.N) && std::isfinite(t.M) && std::isfinite(t.Total);
+}
+
+bool Close(double now, double before, double tolerance) {
+    return std::fabs(now - before) < tolerance * before;
+}
+
+struct Equations {
+    const FitFrame& F;
+    double a;
+    bool HasN, HasM;
+
+    double Oligomer(double m) const { return HasN ? F.K1 * MonomerPower(m, F.PowerN) : 0.0; }
+    double Second(double m) const { return HasM ? F.K2 * MonomerPower(m, F.PowerM) : 0.0; }
+    // Slope of ct - c1 - cN - cM in ct: positive at the physical root, where mass action still damps.
+    double Slope(double c1, double cN, double cM) const {
+        return 1.0 - c1 * F.BFactor - F.PowerN * F.BFactor * cN - F.PowerM * F.BFactor * cM;
+    }
+};
+
+// Model 1: plain fixed-point steps.
+bool MonomerPasses(const Equations& q, Trial& t) {
+    for (int pass = 0; pass <= 100; ++pass) {
+        const double m = q.a * std::exp(t.Monomer * q.F.BFactor);
+        if (!std::isfinite(m)) return false;
+        const bool converged = Close(m, t.Monomer, 1e-8);
+        t.Monomer = t.PassMonomer = t.Total = m;
+        if (converged) return true;
+    }
+    return false;
+}
+
+// Models with oligomers: Newton steps on the total.
+bool OligomerPasses(const Equations& q, Trial& t) {
+    const double e = q.F.BFactor;
+    for (int pass = 0; pass <= 100; ++pass) {
+        Trial next;
+        const double m = q.a * std::exp(t.Total * e);
+        const double f = t.Total - m - q.Oligomer(m) - q.Second(m);
+        next.PassMonomer = m;
+        next.Total = t.Total - f / q.Slope(t.Monomer, t.N, t.M);
+        next.Monomer = q.a * std::exp(next.Total * e);
+        next.N = q.Oligomer(next.Monomer);
+        next.M = q.Second(next.Monomer);
+        if (!IsFinite(next) || !std::isfinite(m)) return false; // the last finite pass stands
+        const bool converged = Close(next.Monomer, t.Monomer, 1e-7) && Close(next.N, t.N, 1e-7) &&
+                               Close(next.Total, t.Total, 1e-7) && (!q.HasM || Close(next.M, t.M, 1e-7));
+        t = next;
+        if (converged) return true;
+    }
+    return false;
+}
+
+// The physical root from below: the function is concave, so that Newton's steps from a total of 0 rise to
+// the smaller root and never pass it. False where there is none.
+bool RootFromBelow(const Equations& q, Trial& t) {
+    const double e = q.F.BFactor;
+    double total = 0.0;
+    for (int pass = 0; pass < 200; ++pass) {
+        const double m = q.a * std::exp(total * e);
+        const double cN = q.Oligomer(m);
+        const double cM = q.Second(m);
+        const double slope = q.Slope(m, cN, cM);
+        const double rest = m + cN + cM - total;
+        if (!std::isfinite(rest) || !(slope > 0.0)) return false;
+        const double step = rest / slope;
+        total += step;
+        if (!std::isfinite(total)) return false;
+        if (std::fabs(step) <= 1e-13 * total) {
+            t = {m, cN, cM, total, m};
+            return true;
+        }
+    }
+    return false;
+}
+
+Trial StartOf(const Equations& q, double measured, bool newSet) {
+    const FitFrame& f = q.F;
+    if (!newSet) return {f.LastMonomer, f.LastN, f.LastM, f.LastTotal, f.LastMonomer};
+    Trial t;
+    t.Monomer = q.a * std::exp((measured - f.Offset) * f.BFactor / f.ScaleA);
+    t.N = q.Oligomer(t.Monomer);
+    t.M = q.Second(t.Monomer);
+    t.Total = t.N + q.a + t.M;
+    t.PassMonomer = t.Monomer;
+    return t;
+}
+
+} // namespace
+
+NonIdealPoint SolveNonIdeal(FitFrame& frame, double a, double measured, bool newSet) {
+    const ModelFamily family = FamilyOf(Work.Model);
+    const Equations q{frame, a, HasPowerN(family), HasPowerM(family)};
+    Trial t = StartOf(q, measured, newSet);
+    if (!IsFinite(t)) t = {a, q.Oligomer(a), q.Second(a), a, a};
+    const bool converged = q.HasN ? OligomerPasses(q, t) : MonomerPasses(q, t);
+    if (!converged || !(q.Slope(t.Monomer, t.N, t.M) > 0.0)) {
+        Trial below;
+        if (RootFromBelow(q, below)) t = below;
+    }
+    frame.LastTotal = t.PassMonomer + t.N + t.M;
+    frame.LastN = t.N * frame.ScaleA;
+    frame.LastM = t.M * frame.ScaleA;
+    frame.LastMonomer = t.Monomer;
+    return {t.Monomer, frame.LastN, frame.LastM};
+}
+
+} // namespace Quillon
