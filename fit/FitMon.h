@@ -37,7 +37,11 @@ void FitMonNextIter();     // releases one iteration
 void FitMonCancelButton(); // cancels the fit
 void FitMonPage2();        // shows the other rows
 
-// Writes the engine's state unless the status is held by its tag.
+// Shows or hides the mark of a parameter that stands outside its bounds; a row on the other page keeps it.
+void ShowBoundWarning(long freePosition, bool outside);
+
+// Write the engine's state and Alpha, unless the status is held by its tag.
 void MonitorStatus(const std::string& text);
+void MonitorAlpha();
 
 } // namespace Quillon

@@ -176,7 +176,11 @@ void PlanColumns(SetPlan& plan) {
 void PlanSet(SetPlan& plan, long set, bool withDerivs) {
     plan.Set = set;
     plan.Count = 0;
-    LoadFrame(plan.Base, set);
+    try {
+        LoadFrame(plan.Base, set);
+    } catch (const RuntimeError&) {
+        return TellFunctionError(); // as the function itself would have told it at the set's first point
+    }
     if (withDerivs) PlanColumns(plan);
 }
 

@@ -36,8 +36,8 @@ struct PointBlock {
     std::array<std::array<double, BlockPoints>, BlockColumns> Column;
 };
 
-// Prepares a set at the current Work.Parms; withDerivs also for the stepped slots. An arithmetic fault is a
-// RuntimeError.
+// Prepares a set at the current Work.Parms; withDerivs also for the stepped slots. A fault in the constants
+// is told as FitFunction tells it, and sets Work.AbortFit; a step of 0 is a RuntimeError.
 void PlanSet(SetPlan& plan, long set, bool withDerivs);
 
 // Fills the block for the points first .. first + count - 1, all of the plan's set, either all true points or

@@ -119,7 +119,7 @@ double FitFunction(long point) {
 }
 
 void TellFunctionError() {
-    Work.AbortFit = FlagTrue;
+    Work.AbortFit = Work.FunctionFailed = FlagTrue;
     Tell("Math error during function evaluation, aborting fit", Work.ProgramName, BoxIcon::Stop);
 }
 

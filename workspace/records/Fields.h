@@ -142,6 +142,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("LimitsDone", &Workspace::LimitsDone);
     visit("AbortFit", &Workspace::AbortFit);
     visit("BoundHit", &Workspace::BoundHit);
+    visit("FunctionFailed", &Workspace::FunctionFailed);
     visit("Singular", &Workspace::Singular);
     visit("FitTitle", &Workspace::FitTitle);
     visit("XAxisTitle", &Workspace::XAxisTitle);

@@ -220,6 +220,7 @@ struct Workspace {
     std::int16_t LimitsDone = 0;  // the confidence limits stand for this fit
     std::int16_t AbortFit = 0;    // the user asked to stop; every loop tests it and leaves at once
     std::int16_t BoundHit = 0;    // 1: a parameter was put back onto a bound in the latest trial
+    std::int16_t FunctionFailed = 0; // flag: AbortFit was set by an arithmetic failure, which has been told
     std::int16_t Singular = 0;    // 1: the latest inversion failed
 
     // --- texts on graphs, preferences ----------------------------------------------------------------------

@@ -1,0 +1,133 @@
+#include "fit/FitMon.h"
+
+#include "input/NUMINPUT.h"
+#include "models/ParmScale.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+FitMonForm FitMon;
+
+namespace {
+
+constexpr int RowsOfAPage = 32;
+
+std::string ValueText(long freePosition) {
+    const long k = Work.FreeIndex[freePosition];
+    return FormatNumber(static_cast<double>(ToUserUnits(k, Work.Parms[k])), Work.ParmFormat[k]);
+}
+
+Control Captioned(const char* text, const char* toolTip = "") {
+    Control c;
+    c.Text = text;
+    c.ToolTip = toolTip;
+    return c;
+}
+
+void LayOut() {
+    const int n = Work.NumFree;
+    FitMon.Columns = n < 17 ? 1 : 2;
+    FitMon.RowsPerColumn = n < 17 ? n : n <= 32 ? (n + 1) / 2 : 16;
+    FitMon.Paged = n >= 33;
+    FitMon.ShowingPage2 = false;
+    FitMon.Page2.Visible = FitMon.Paged;
+    const auto heads = [&](const char* text) {
+        return std::vector<Control>(static_cast<std::size_t>(FitMon.Columns), Captioned(text));
+    };
+    FitMon.Label1 = heads("Parameter");
+    FitMon.Label2 = heads("Current Value");
+    FitMon.Label3 = heads("Previous Value");
+    FitMon.Label4 = heads("Outside Bounds");
+}
+
+// The rows of the page that shows; the row of the sum of squares stands on every page.
+void ShowRows() {
+    for (int row = 0; row < Work.NumFree; ++row) {
+        const bool shown = !FitMon.Paged || (row >= RowsOfAPage) == FitMon.ShowingPage2;
+        const auto i = static_cast<std::size_t>(row);
+        FitMon.ParameterName[i].Visible = shown;
+        FitMon.CurValue[i].Visible = shown;
+        FitMon.PrevValue[i].Visible = shown;
+        FitMon.BoundWarning[i].Visible = shown && FitMon.BoundWarning[i].Value != 0;
+    }
+}
+
+} // namespace
+
+void LoadFitMon() {
+    FitMon = FitMonForm{};
+    FitMon.Loaded = true;
+    FitMon.Caption = Work.ProgramName + " - Fit Monitor";
+    FitMon.FitButton = Captioned("Do &Fit");
+    FitMon.NextIter = Captioned("1 &Iteration");
+    FitMon.CancelButton = Captioned("&Cancel");
+    FitMon.Page2 = Captioned("Page &2");
+    FitMon.StatusText = Captioned("Accumulating Sums");
+    FitMon.IterNum = Captioned("1");
+    FitMon.AlphaText = Captioned("1.0000");
+    LayOut();
+
+    const auto rows = static_cast<std::size_t>(Work.NumFree) + 1;
+    FitMon.ParameterName.assign(rows, Control{});
+    FitMon.CurValue.assign(rows, Control{});
+    FitMon.PrevValue.assign(rows, Control{});
+    Control warning;
+    warning.Visible = false;
+    FitMon.BoundWarning.assign(rows, warning);
+    for (long a = 0; a < Work.NumFree; ++a) {
+        FitMon.ParameterName[static_cast<std::size_t>(a)].Text = Work.ParmName[Work.FreeIndex[a]];
+        FitMon.CurValue[static_cast<std::size_t>(a)].Text = ValueText(a);
+    }
+    FitMon.ParameterName.back().Text = "Sum (Errors)^2";
+    ShowRows();
+}
+
+void UnloadFitMon() {
+    FitMon = FitMonForm{};
+}
+
+void UpdateMonitor() {
+    if (!FitMon.Loaded) return;
+    for (long a = 0; a < Work.NumFree; ++a) {
+        const auto i = static_cast<std::size_t>(a);
+        FitMon.PrevValue[i].Text = FitMon.CurValue[i].Text;
+        FitMon.CurValue[i].Text = ValueText(a);
+    }
+}
+
+void ShowBoundWarning(long freePosition, bool outside) {
+    if (!FitMon.Loaded) return;
+    const auto i = static_cast<std::size_t>(freePosition);
+    FitMon.BoundWarning[i].Value = outside ? 1 : 0;
+    FitMon.BoundWarning[i].Visible = outside && FitMon.ParameterName[i].Visible;
+}
+
+void MonitorStatus(const std::string& text) {
+    if (FitMon.Loaded && FitMon.StatusText.Tag.empty()) FitMon.StatusText.Text = text;
+}
+
+void MonitorAlpha() {
+    if (FitMon.Loaded && FitMon.StatusText.Tag.empty())
+        FitMon.AlphaText.Text = FormatNumber(Work.Alpha, "0.0000");
+}
+
+void FitMonFitButton() {
+    Work.MonitorMode = 1;
+    FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
+}
+
+void FitMonNextIter() {
+    Work.MonitorMode = 3;
+}
+
+void FitMonCancelButton() {
+    Work.AbortFit = FlagTrue;
+}
+
+void FitMonPage2() {
+    FitMon.ShowingPage2 = !FitMon.ShowingPage2;
+    FitMon.Page2.Text = FitMon.ShowingPage2 ? "Page &1" : "Page &2";
+    ShowRows();
+}
+
+} // namespace Quillon

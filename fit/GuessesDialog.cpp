@@ -1,0 +1,32 @@
+#include "fit/GuessesDialog.h"
+
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+namespace {
+bool ValuesOnly = false;
+} // namespace
+
+bool GuessesValuesOnly() {
+    return ValuesOnly;
+}
+
+void GuessesDialog(bool valuesOnly) {
+    Work.ParmsSave.Recreate(Work.NumParms - 1);
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        Work.ParmsSave[slot] = Work.Parms[slot];
+    const float keptLimit = Work.ConvergenceLimit;
+
+    ValuesOnly = valuesOnly;
+    Host.ShowModal("GetGuess");
+    ValuesOnly = false;
+
+    if (!Work.AbortFit) return;
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        Work.Parms[slot] = Work.ParmsSave[slot];
+    Work.ConvergenceLimit = keptLimit;
+}
+
+} // namespace Quillon

@@ -1,0 +1,168 @@
+// The search for a step along the increment.
+#include "fit/Bounds.h"
+#include "fit/FitMon.h"
+#include "fit/GNLLSQ.h"
+#include "input/NUMINPUT.h"
+#include "models/Constraints.h"
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr double SmallestAlpha = 0.001;
+
+// What the last stage has to do: the sum of squares at its step may be known already.
+enum class Tail { Evaluate, SumKnown };
+
+void AnnounceAdjustment() {
+    if (!FitMon.Loaded || !FitMon.StatusText.Tag.empty()) return;
+    MonitorStatus("Adjusting Increment");
+    Control& current = FitMon.CurValue.back();
+    if (Work.Iteration == 1) current.Text = FormatNumber(Work.SumSq, "#.######E-##");
+    FitMon.PrevValue.back().Text = current.Text;
+    current.Text.clear();
+    Host.ServeEvents();
+}
+
+// The step recovers from iteration to iteration: a good one returns to the full step at once.
+void RecoverAlpha() {
+    if (Work.Alpha >= 0.25)
+        Work.Alpha = 1.0;
+    else if (Work.Alpha <= 0.005)
+        Work.Alpha = 0.02;
+    else
+        Work.Alpha = 4.0 * Work.Alpha;
+}
+
+// Halves the step until no parameter is put back onto a bound. False when the smallest step still is.
+bool StepInsideBounds() {
+    do {
+        ApplyIncrement();
+        if (!Work.BoundHit) break;
+        Work.Alpha *= 0.5;
+    } while (Work.Alpha > SmallestAlpha);
+    return Work.Alpha > SmallestAlpha;
+}
+
+struct TrialStep {
+    double Alpha, SumSq;
+};
+
+// Halves the step until the sum of squares falls below S0 or the smallest step is reached. Gives the trial
+// before the last one.
+TrialStep Halve(double S0) {
+    TrialStep before{};
+    do {
+        before = {Work.Alpha, Work.SumSq};
+        Work.Alpha *= 0.5;
+        ApplyIncrement();
+        CalcSumSq();
+        if (Work.AbortFit || Work.SumSq < S0) break;
+    } while (Work.Alpha > SmallestAlpha);
+    return before;
+}
+
+void CheckFinite(double value) {
+    if (!std::isfinite(value)) RaiseError(ErrorText::Overflow);
+}
+
+// The parabola through (0, S0), the last trial and the one before. True when its step has been taken; the sum
+// of squares then still is that of the last trial. Otherwise tail tells how the last stage goes on.
+bool TakeInterpolatedStep(double S0, const TrialStep& before, Tail& tail) {
+    const double a1 = before.Alpha;
+    const double s1 = before.SumSq;
+    const double a2 = Work.Alpha;
+    const double s2 = Work.SumSq;
+    const double A = Divide((s2 - S0) * a1 - (s1 - S0) * a2, (a2 - a1) * (a1 * a2));
+    const double B = Divide(s2 - S0, a2) - A * a2;
+    CheckFinite(A);
+    if (A == 0.0) return false;
+    const double am = B / (A * -2.0);
+    const double smallest = S0 - (B * 0.25 * B) / A;
+    CheckFinite(am);
+    CheckFinite(smallest);
+    if (std::fabs(am) > a2 || !(smallest < s2) || std::fabs(am) <= 0.0001) {
+        Work.Alpha = a2;
+        tail = Tail::SumKnown;
+        return false;
+    }
+    Work.Alpha = am; // may be negative
+    if (Work.Alpha <= SmallestAlpha) return false;
+    ApplyIncrement();
+    return true;
+}
+
+void TryAlpha(double alpha) {
+    Work.Alpha = alpha;
+    ApplyIncrement();
+    CalcSumSq();
+}
+
+// The last resorts: the step as it stands, the reversed direction, a random part of that.
+void FinalStage(double S0, Tail tail) {
+    ApplyIncrement();
+    if (tail == Tail::Evaluate) CalcSumSq();
+    if (Work.AbortFit || Work.SumSq < S0) return;
+    const double s3 = Work.SumSq;
+    TryAlpha(-Work.Alpha);
+    if (Work.AbortFit || Work.SumSq < S0) return;
+    if (Work.SumSq < s3)
+        TryAlpha((static_cast<double>(Host.Uniform()) + 1.0) * 0.5 * Work.Alpha);
+    else
+        TryAlpha(-Work.Alpha); // the step stands even if it made the sum worse
+}
+
+// The road of a step that keeps inside the bounds. True when the search is over.
+bool SearchInside(double S0, Tail& tail) {
+    CalcSumSq();
+    if (Work.AbortFit) return true;
+    if (Work.SumSq < S0) {
+        ApplyIncrement();
+        return true;
+    }
+    const TrialStep before = Halve(S0);
+    if (Work.AbortFit) return true;
+    try {
+        return TakeInterpolatedStep(S0, before, tail);
+    } catch (const RuntimeError& error) {
+        Tell("Error '" + error.Text +
+                 "' occurred during parameter increment adjustment, recovery will be attempted.",
+             Work.ProgramName, BoxIcon::Warning);
+        return false;
+    }
+}
+
+} // namespace
+
+void ApplyIncrement() {
+    for (long a = 0; a < Work.NumFree; ++a) {
+        const long k = Work.FreeIndex[a];
+        const float step = ToSingle(Work.Alpha * Work.Increment[a]);
+        Work.Parms[k] = ToSingle(static_cast<double>(Work.ParmsSave[k] + step));
+    }
+    if (Work.BoundsActive) EnforceBounds();
+    if (Work.ConstraintFlags) ApplyOffsetLinks();
+    MonitorAlpha();
+}
+
+void AdjustIncrement() {
+    if (Work.AbortFit) return;
+    AnnounceAdjustment();
+    const double S0 = Work.SumSq;
+    Work.LastSumSq = S0;
+    Work.ParmsSave.Recreate(Work.NumParms - 1);
+    for (long k = 0; k < Work.NumParms; ++k)
+        Work.ParmsSave[k] = Work.Parms[k];
+    RecoverAlpha();
+    EnforceBounds();
+    Tail tail = Tail::Evaluate;
+    const bool inside = !Work.BoundHit && StepInsideBounds();
+    if (inside && SearchInside(S0, tail)) return;
+    FinalStage(S0, tail);
+}
+
+} // namespace Quillon
