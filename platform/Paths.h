@@ -26,13 +26,15 @@ inline std::string FileTitle(std::string_view path) {
     return std::string(path.substr(i));
 }
 
-// The part of a path before its last separator, without it; "" when there is none. The root keeps its own.
+// The part of a path before its last separator, without it; "" when there is none. A root ("/", "C:\")
+// keeps its own.
 inline std::string DirectoryOf(std::string_view path) {
     std::size_t i = path.size();
     while (i > 0 && !IsSeparator(path[i - 1]))
         --i;
     if (i == 0) return "";
-    return std::string(path.substr(0, i == 1 ? 1 : i - 1));
+    const bool root = i == 1 || (i == 3 && path[1] == ':');
+    return std::string(path.substr(0, root ? i : i - 1));
 }
 
 // directory and name with exactly one separator between them; an empty directory gives the name alone.
