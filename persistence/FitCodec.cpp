@@ -1,0 +1,143 @@
+// Bytes of a fit save file from an analysis, and back.
+#include "persistence/FitFile.h"
+
+#include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
+#include "persistence/FitCheck.h"
+#include "persistence/FitFields.h"
+#include "persistence/FitStreams.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Quillon {
+
+namespace {
+
+// The model list has two more rows than there are models once a fit has been restored.
+constexpr std::int16_t ModelCountAfterRestore = 24;
+
+// A name that can stand for a program in a question and as a key of the ini file.
+bool IsProgramName(const std::string& name) {
+    const auto allowed = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == ' ' ||
+               c == '-' || c == '_' || c == '.';
+    };
+    return !name.empty() && name.size() <= 64 && name.front() != ' ' && name.back() != ' ' &&
+           std::all_of(name.begin(), name.end(), allowed);
+}
+
+// A version is shown to the user as it stands.
+bool IsVersion(const std::string& text) {
+    return text.size() <= 64 &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+// What belongs to the program and its user and not to the analysis.
+Workspace FreshAnalysis(const Workspace& present) {
+    Workspace fresh = FreshWorkspace();
+    fresh.ProgramName = present.ProgramName;
+    fresh.ProgramNameUpper = present.ProgramNameUpper;
+    fresh.ProgramVersion = present.ProgramVersion;
+    fresh.ProgramDate = present.ProgramDate;
+    fresh.FileFormatVersion = present.FileFormatVersion;
+    fresh.EditBackColor = present.EditBackColor;
+    fresh.LastModel = present.LastModel;
+    fresh.LastNonIdeal = present.LastNonIdeal;
+    fresh.LastSeparateK = present.LastSeparateK;
+    fresh.YieldInterval = present.YieldInterval;
+    fresh.WorkDirectory = present.WorkDirectory;
+    fresh.ChosenPath = present.ChosenPath;
+    fresh.ChosenName = present.ChosenName;
+    fresh.FringeMassA = present.FringeMassA;
+    fresh.FringeMassB = present.FringeMassB;
+    fresh.PauseBeforeFit = present.PauseBeforeFit;
+    fresh.FormScalingPercent = present.FormScalingPercent;
+    fresh.CellType = present.CellType;
+    fresh.RangeLogPlot = present.RangeLogPlot;
+    fresh.ChannelRadii = present.ChannelRadii;
+    fresh.RotorExpansion = present.RotorExpansion;
+    fresh.ReportFontSize = present.ReportFontSize;
+    return fresh;
+}
+
+// The catalogue once had 12 models in another order. True when the model of the file is the one that went.
+bool TranslateModel(Workspace& w) {
+    if (w.ModelCount != 12) return false;
+    constexpr std::array<std::int16_t, 12> today = {1, 2, 3, 4, 5, 7, 8, 6, 0, 9, 10, 11};
+    if (w.Model < 1 || w.Model > 12) FitReader::Damaged("Model");
+    const std::int16_t model = today[static_cast<std::size_t>(w.Model - 1)];
+    w.Model = model == 0 ? std::int16_t{1} : model;
+    return model == 0;
+}
+
+void CompleteModelList(Workspace& w) {
+    const long known = w.ModelCount == 12 ? 0 : w.ModelName.Hi(); // the old list had other numbers
+    w.ModelName.Resize(ModelCountAfterRestore);
+    for (long i = known + 1; i <= ModelCountAfterRestore; ++i)
+        w.ModelName[i] = ModelDialogName(static_cast<int>(i));
+    w.ModelCount = ModelCountAfterRestore;
+}
+
+// Brings what an older version meant to what is meant today.
+bool Modernise(Workspace& w, double version) {
+    const bool gone = TranslateModel(w);
+    CompleteModelList(w);
+    if (version <= 3.2 && w.MassUnits == -1) w.MassUnits = 2;
+    if (!(w.ParmsAccuracy >= 0.0001F && w.ParmsAccuracy < 0.1F)) w.ParmsAccuracy = 0.001F;
+    return gone;
+}
+
+// Working arrays whose size follows from the counts of the file.
+void SizeWorkingArrays(Workspace& w) {
+    w.SetPts.Resize(w.NumSets);
+    w.NormVector.Recreate(w.NumFree - 1);
+    w.AtBound.Recreate(w.NumFree - 1);
+}
+
+} // namespace
+
+FitFileHeader ReadFitHeader(const std::string& bytes) {
+    FitFileHeader header;
+    FitReader reader(bytes);
+    const auto refuse = [] { RaiseError("this is not a fit save file"); };
+    try {
+        reader.Value("ProgramNameUpper", header.Program);
+        if (!IsProgramName(header.Program)) refuse();
+        reader.Value("ProgramVersion", header.Version);
+        if (!IsVersion(header.Version)) refuse();
+    } catch (const RuntimeError&) {
+        refuse();
+    }
+    header.Size = 4 + header.Program.size() + header.Version.size();
+    return header;
+}
+
+std::string EncodeFit(const Workspace& analysis) {
+    FitWriter writer;
+    writer.Value("ProgramNameUpper", analysis.ProgramNameUpper);
+    writer.Value("ProgramVersion", analysis.ProgramVersion);
+    FitFields(writer, analysis);
+    return std::move(writer.Bytes);
+}
+
+DecodedFit DecodeFit(const std::string& bytes, const Workspace& present) {
+    const FitFileHeader header = ReadFitHeader(bytes);
+    if (header.Program != present.ProgramNameUpper) RaiseError("this is a fit from " + header.Program);
+
+    DecodedFit fit{FreshAnalysis(present)};
+    FitReader reader(std::string_view(bytes).substr(header.Size));
+    reader.Version = NumericPrefix(header.Version);
+    if (reader.Version < static_cast<double>(present.FileFormatVersion))
+        RaiseError("this is a fit from version " + header.Version);
+    FitFields(reader, fit.Analysis);
+    // Up to 3.02 there were files whose ranges and constraints took fewer bytes than today. They do not come
+    // out even, and nothing of them is taken for what it is not.
+    if (reader.Version <= 3.02 && !reader.AtEnd()) FitReader::Damaged("the end");
+    fit.ModelGone = Modernise(fit.Analysis, reader.Version);
+    SizeWorkingArrays(fit.Analysis);
+    CheckFit(fit.Analysis);
+    return fit;
+}
+
+} // namespace Quillon

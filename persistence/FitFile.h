@@ -1,0 +1,77 @@
+#pragma once
+// The fit save file: a whole analysis, with its scans, so that a fit can be reopened with graphs and report
+// when no other file is left. The layout is in FitFields.h.
+//
+// Writing and reading are pure functions between bytes and workspace; the commands around them ask for the
+// file, talk to the user and take the result into use. A restore that fails leaves the analysis at hand as
+// it was, and a save that fails leaves the former file as it was.
+
+#include "workspace/records/Workspace.h"
+
+#include <string>
+
+namespace Quillon {
+
+// --- bytes -----------------------------------------------------------------------------------------------
+
+// The first two texts of a file.
+struct FitFileHeader {
+    std::string Program; // the program that the file belongs to
+    std::string Version; // of the program that wrote it
+    std::size_t Size{};  // bytes that the two take
+};
+
+// RuntimeError when the bytes do not start like a fit save file of this program or of a sister of it.
+FitFileHeader ReadFitHeader(const std::string& bytes);
+
+// The file for an analysis. A text of more than 32767 characters is the RuntimeError "Overflow".
+std::string EncodeFit(const Workspace& analysis);
+
+struct DecodedFit {
+    Workspace Analysis;
+    bool ModelGone = false; // the file's model no longer exists, and the single species model stands in
+};
+
+// The analysis in a file, with identity, preferences and memories of present, which are no part of it. All
+// of it has been checked: see FitCheck.h. Bytes that are no valid file are a RuntimeError. SetOfRow and
+// ConfidenceRatio are still to be derived.
+DecodedFit DecodeFit(const std::string& bytes, const Workspace& present);
+
+// --- without a word to the user ----------------------------------------------------------------------------
+
+// Writes the present analysis to a file, which then is its FitFile. RuntimeError, and the former file as it
+// was, when the system refuses or when the file could not be restored again.
+void WriteFitFile(const std::string& path);
+
+// Makes the analysis in bytes the present one: derives what is not in the file and clears what belonged to
+// the former analysis. RuntimeError, and Work as it was, when the bytes are refused.
+struct AdoptedFit {
+    bool ModelGone = false;
+};
+AdoptedFit AdoptFit(const std::string& bytes, const std::string& path);
+
+// --- commands
+// ------------------------------------------------------------------------------------------------
+
+enum class RestoreEnd {
+    Restored,
+    GivenUp, // the user does not want the file, or it cannot be used with this version; Work.AbortFit is set
+    HandedOver, // a sister program has been started with the file
+    Failed      // the file could not be read; the user has been told
+};
+struct RestoreOutcome {
+    RestoreEnd End = RestoreEnd::GivenUp;
+    std::string Sentence;    // why, when Failed
+    bool EndProgram = false; // handed over, and this process was started for the sake of that file
+};
+
+// The command "save": asks for a file and writes it.
+void SaveFit();
+
+// The command "restore": asks for a file and reads it. Clears AbortFit again.
+RestoreOutcome RestoreFit();
+
+// The reader. fromCommandLine: the program was started with the file as its argument.
+RestoreOutcome ReadFitFile(const std::string& path, bool fromCommandLine);
+
+} // namespace Quillon

@@ -1,0 +1,129 @@
+// Reading the settings from the ini file.
+#include "persistence/Defaults.h"
+
+#include "input/IniFile.h"
+#include "input/NUMINPUT.h"
+#include "persistence/DefaultKeys.h"
+#include "persistence/IniAccess.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::size_t LongestValue = 20; // characters of a value that are looked at
+constexpr std::int16_t SmallestMaxPts = 2048;
+
+std::string StrippedCapitals(std::string text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string::npos) return "";
+    text = text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    for (char& c : text)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    return text;
+}
+
+// One section of the file. The second argument of each operation is what a missing key means.
+class SettingsReader {
+public:
+    explicit SettingsReader(const char* section) : Section(section), Ini(ReadIniFile(IniFilePath())) {}
+
+    std::string Text(const std::string& key, const char* missing) const {
+        return IniValue(Ini, Section, key, missing).substr(0, LongestValue);
+    }
+    float Single(const std::string& key, const char* missing) const {
+        return ToSingle(NumericPrefix(Text(key, missing)));
+    }
+    std::int16_t Integer(const std::string& key, const char* missing) const {
+        return ToInt16(NumericPrefix(Text(key, missing)));
+    }
+    std::int16_t Boolean(const std::string& key, const char* missing) const {
+        return Flag(StrippedCapitals(Text(key, missing)) == "TRUE");
+    }
+
+private:
+    const char* Section;
+    std::string Ini;
+};
+
+// A number of a choice; one that does not exist is as good as none.
+std::int16_t Choice(std::int16_t number, std::int16_t low, std::int16_t high, std::int16_t otherwise) {
+    return number < low || number > high ? otherwise : number;
+}
+
+void ReadCoefficients(const SettingsReader& ini) {
+    Work.AbsorpA = Work.AbsorpB = ini.Single(IniKey::Absorptivity, "1.000");
+    Work.ExtA = Work.ExtB = ini.Single(IniKey::Extinction, "10000");
+    Work.RefrA = Work.RefrB = ini.Single(IniKey::RefractometricExtinction, "20000");
+    Work.SolventDensity = ini.Single(IniKey::SolventDensity, "1.003994");
+    Work.VbarA = Work.VbarB = ini.Single(IniKey::SoluteVBar, "0.730");
+    Work.CellPathlength = ini.Single(IniKey::CellPathlength, "1.200");
+    Work.FringeMassA = Work.FringeMassB = ini.Single(IniKey::SoluteRefractivity, "2.756");
+}
+
+void ReadModelAndUnits(const SettingsReader& ini) {
+    Work.Model = Choice(ini.Integer(IniKey::FitModelNumber, "1"), 1, 22, 1);
+    Work.NonIdeal = ini.Boolean(IniKey::NonIdeal, "False");
+    Work.SeparateK = ini.Boolean(IniKey::SplitKs, "False");
+    Work.ConcUnits = Choice(ini.Integer(IniKey::ConcentrationUnits, "0"), 0, 5, 0);
+    const std::string mass = StrippedCapitals(ini.Text(IniKey::MassUnits, "False"));
+    Work.MassUnits = mass == "TRUE" ? 2 : mass == "BUOYANT" ? 1 : 0;
+}
+
+void ReadCells(const SettingsReader& ini) {
+    const std::int16_t cell = ini.Integer(IniKey::CellType, "3");
+    Work.CellType = cell == 1 || cell == 4 ? cell : std::int16_t{3};
+    Work.RangeLogPlot = ini.Boolean(IniKey::RangeLogPlot, "False");
+    constexpr const char* inner[] = {"5.8", "6.4", "6.85", "6.85"};
+    constexpr const char* outer[] = {"6.35", "6.8", "7.25", "7.25"};
+    for (int cellKind = 3; cellKind <= 4; ++cellKind)
+        for (int channel = 1; channel <= cellKind; ++channel) {
+            Work.ChannelRadii[ChannelPlace(channel, false, cellKind)] =
+                ini.Single(ChannelKey(channel, false, cellKind), inner[channel - 1]);
+            Work.ChannelRadii[ChannelPlace(channel, true, cellKind)] =
+                ini.Single(ChannelKey(channel, true, cellKind), outer[channel - 1]);
+        }
+}
+
+template <class Reading> void ReadOrTell(const char* section, const Reading& reading) {
+    try {
+        reading(SettingsReader(section));
+    } catch (const RuntimeError&) {
+        Tell("Error occurred while reading defaults from " + IniFileName(), Work.ProgramName,
+             BoxIcon::Warning);
+    }
+}
+
+} // namespace
+
+void ReadFitDefaults() {
+    ReadOrTell(IniSection::FitSettings, [](const SettingsReader& ini) {
+        Work.ConfidenceLevel = ini.Single(IniKey::ConfidenceLevel, "0.683");
+        Work.ConvergenceLimit = ini.Single(IniKey::ConvergenceLimit, "0.05");
+        Work.ParmsAccuracy = ini.Single(IniKey::ParmsAccuracy, "0.001");
+        Work.HighCorrelation = ini.Single(IniKey::HighCorrelation, "0.97");
+        Work.VeryHighCorrelation = ini.Single(IniKey::VeryHighCorrelation, "0.99");
+        Work.PauseBeforeFit = Flag(ini.Text(IniKey::PauseBeforeFit, "True") != "False");
+        Work.MaxIterations = ini.Integer(IniKey::MaxIterations, "40");
+        Work.YieldInterval = ini.Integer(IniKey::YieldInterval, "200");
+        Work.OverlayPlot = ini.Boolean(IniKey::OverlayPlot, "False");
+        Work.SpreadResiduals = ini.Boolean(IniKey::SpreadResiduals, "False");
+    });
+}
+
+void ReadProgramDefaults() {
+    ReadOrTell(IniSection::Program, [](const SettingsReader& ini) {
+        Work.FormScalingPercent =
+            std::clamp<std::int16_t>(ini.Integer(IniKey::FormScalingPercent, "100"), 75, 200);
+        ReadCoefficients(ini);
+        ReadModelAndUnits(ini);
+        ReadCells(ini);
+        Work.MaxPtsPerSet = std::max(ini.Integer(IniKey::MaxPtsPerSet, "2048"), SmallestMaxPts);
+        Work.RotorExpansion = ini.Single(IniKey::RotorExpansion, "1E-11");
+        Work.NameConvention = ini.Integer(IniKey::NameConvention, "1");
+        Work.ReportFontSize = ini.Single(IniKey::ReportFontSize, "12");
+    });
+}
+
+} // namespace Quillon

@@ -1,0 +1,58 @@
+#include "persistence/SisterProgram.h"
+
+#include "input/IniFile.h"
+#include "persistence/IniAccess.h"
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::size_t LongestLocation = 255;
+constexpr std::size_t ShortestLocation = 6; // a drive, a separator and four characters, in the least case
+
+std::string BelongsTo(const std::string& program) {
+    return "This file is a fit from " + program + " not " + Work.ProgramNameUpper + ". ";
+}
+
+// The stored place of a program; "" when there is none, or nothing is there any more.
+std::string StoredLocation(const std::string& program) {
+    const std::string place = IniValue(ReadIniFile(IniFilePath()), IniSection::ProgramLocations, program)
+                                  .substr(0, LongestLocation);
+    return place.size() >= ShortestLocation && Host.FileExists(place) ? place : "";
+}
+
+// A place that cannot be remembered is asked for again the next time.
+void RememberLocation(const std::string& program, const std::string& place) {
+    try {
+        WriteIniValue(IniFilePath(), IniSection::ProgramLocations, program, place);
+    } catch (const RuntimeError&) {
+        TellWriteFailure();
+    }
+}
+
+bool AskAndStart(const std::string& program, const std::string& path) {
+    const InputAnswer answer =
+        Host.AskText({BelongsTo(program) + "Please enter the full path to this program, including the "
+                                           "program name and '.exe'.",
+                      Work.ProgramName, ""});
+    if (answer.Cancelled || !Host.FileExists(answer.Text)) return false;
+    if (!Host.StartProgram(answer.Text, path)) return false;
+    RememberLocation(program, answer.Text);
+    return true;
+}
+
+} // namespace
+
+bool OpenInSisterProgram(const std::string& program, const std::string& path, bool fromCommandLine) {
+    if (!fromCommandLine &&
+        !AskYesNo(BelongsTo(program) + "Do you want to load it into " + program + " instead?",
+                  Work.ProgramName))
+        return false;
+    const std::string place = StoredLocation(program);
+    const bool started = place.empty() ? AskAndStart(program, path) : Host.StartProgram(place, path);
+    if (!started)
+        Tell("Unable to start correct program to read .FIT file.", Work.ProgramName, BoxIcon::Warning);
+    return started;
+}
+
+} // namespace Quillon
