@@ -1,5 +1,8 @@
 #pragma once
-// The rules of the data set table that need no window: channels, radii, ranges.
+// The rules of the data set table that need no window: channels, radii, ranges, constraints of a row.
+//
+// Rows count from 1 over both pages. A channel is 0 for none, 1..4 for A..D. The centerpiece code is 1 for
+// one sample, 3 for a long column cell with three samples, 4 for a short column cell with four.
 
 #include "platform/Arrays.h"
 
@@ -11,19 +14,40 @@ namespace Quillon {
 void SearchArray(const OneBased<float>& values, long first, long last, float target, long& result,
                  bool reverse, int mode);
 
-// The radii of a channel (1..4) of a row with a multi-sample centerpiece, at the row's rotor speed; cm.
+// The radii of a channel (1..4) of a row with a multi-sample centerpiece, at the row's rotor speed; cm. The
+// cell moves outward by RotorExpansion cm per rpm squared. A row whose centerpiece has no channels, or a
+// channel outside 1..4, is the run-time error "Subscript out of range".
 void ChannelRadiiOf(long row, int channel, float& inner, float& outer);
 
 // Narrows the fit range of a row to the points between two radii, which come back as those of the points
-// chosen. With channel above 0 the range starts one point inside the inner radius; with channel 0 FitRange
-// is left and only the radii are read.
-void SetChannelRange(long row, float& inner, float& outer, int channel);
+// chosen. With channel above 0 the range starts one point inside the first point at or above the inner
+// radius; with channel 0 its start and the inner radius are left. It ends at the last point at or below the
+// outer radius, and at the scan's last point where all lie above.
+//
+// False when the scan has no point between the two radii; where no point lies at or above the inner radius
+// and at or before the last one chosen, the range is then the whole scan. A range never holds less than one
+// point. On an empty row nothing happens.
+bool SetChannelRange(long row, float& inner, float& outer, int channel);
 
-// Gives a row a channel (0 for none, which takes the whole scan) and the range that goes with it.
-void SetChannel(long row, int channel);
+// Gives a row a channel (0 for none, which takes the whole scan) and the range that goes with it; forgets
+// the row's fitted parameters. The result is that of SetChannelRange. Errors are those of ChannelRadiiOf, and
+// the row is then unchanged.
+bool SetChannel(long row, int channel);
+
+// Gives a row a centerpiece code (1, 3, 4; others are stored too). With 3 and 4 the range is set afresh when
+// a channel is chosen, and that channel is the one of the same line on page 1, on both pages. True when a
+// channel's range was set; inner and outer are then its radii.
+bool SetCenterpiece(long row, int code, float& inner, float& outer);
 
 // Chooses the points from the first at or above inner to the last at or below outer. False, and nothing
 // changed, when no point lies between them.
 bool SetRadialRange(long row, float inner, float outer);
+
+// Forgets the last fitted parameters of a row: its scan or its channel is another now.
+void ForgetSetParms(long row);
+
+// Asks, after a row's scan or baseline was replaced, whether the constraints that rested on it go: ties of
+// zero offsets from or to the row, and its concentration constraints.
+void RemoveSetConstraints(long row);
 
 } // namespace Quillon

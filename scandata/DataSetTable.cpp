@@ -1,0 +1,144 @@
+#include "scandata/DataSetTable.h"
+
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+constexpr long RowsOnPage = 9;
+constexpr long LongColumn = 3;
+constexpr long ShortColumn = 4;
+constexpr long OuterRadii = 8; // places in ChannelRadii from an inner radius to its outer one
+
+bool Stops(float value, float target, int mode) {
+    return mode > 0 ? value >= target : mode < 0 ? value <= target : value == target;
+}
+
+void RadiiOf(long row, long code, long channel, float& inner, float& outer) {
+    if (code < LongColumn || code > ShortColumn || channel < 1 || channel > 4)
+        RaiseError(ErrorText::BadSubscript);
+    const double speed = Work.ScanRPM[row];
+    const double stretch = speed * speed * Work.RotorExpansion;
+    const long place = code - LongColumn + 2 * (channel - 1);
+    inner = ToSingle(stretch + Work.ChannelRadii[place]);
+    outer = ToSingle(stretch + Work.ChannelRadii[place + OuterRadii]);
+}
+
+bool Ask(const std::string& question) {
+    return AskYesNo(question, Work.ProgramName);
+}
+
+} // namespace
+
+void SearchArray(const OneBased<float>& values, long first, long last, float target, long& result,
+                 bool reverse, int mode) {
+    const long step = reverse ? -1 : 1;
+    result = mode == 0 ? 0 : -1;
+    for (long i = reverse ? last : first; i >= first && i <= last; i += step)
+        if (Stops(values[i], target, mode)) {
+            result = i;
+            return;
+        }
+}
+
+void ChannelRadiiOf(long row, int channel, float& inner, float& outer) {
+    RadiiOf(row, Work.CenterpieceType[row], channel, inner, outer);
+}
+
+bool SetChannelRange(long row, float& inner, float& outer, int channel) {
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    const long points = Work.ScanPoints[row];
+    if (points < 1) return false;
+    long first = 1;
+    long last = -1;
+    SearchArray(radii, 1, points, outer, last, true, -1);
+    bool found = last > 0;
+    if (last < 0) last = points;
+    if (channel > 0) {
+        SearchArray(radii, 1, points, inner, first, false, 1);
+        if (first < 0 || first > last) { // nothing there to start one point inside of
+            found = false;
+            first = 0;
+            last = points;
+        }
+        first = std::min(first + 1, last);
+        Work.FitRange[0][row] = ToInt16(first);
+        inner = radii[first];
+    }
+    Work.FitRange[1][row] = ToInt16(last);
+    outer = radii[last];
+    return found;
+}
+
+bool SetChannel(long row, int channel) {
+    float inner = 0.0F;
+    float outer = 0.0F;
+    if (channel > 0) {
+        ChannelRadiiOf(row, channel, inner, outer);
+    } else {
+        const long points = Work.ScanPoints[row];
+        Work.FitRange[0][row] = 1;
+        Work.FitRange[1][row] = Work.ScanPoints[row];
+        inner = points < 1 ? 0.0F : Work.ScanRadius[row][1];
+        outer = points < 1 ? 0.0F : Work.ScanRadius[row][points];
+    }
+    Work.DataChannel[row] = ToInt16(channel);
+    const bool found = SetChannelRange(row, inner, outer, channel);
+    Work.SetChanged[row] = FlagTrue;
+    ForgetSetParms(row);
+    return found;
+}
+
+bool SetCenterpiece(long row, int code, float& inner, float& outer) {
+    const int channel = Work.DataChannel[(row - 1) % RowsOnPage + 1];
+    const bool ranged = (code == LongColumn || code == ShortColumn) && channel != 0;
+    if (ranged) {
+        RadiiOf(row, code, channel, inner, outer);
+        SetChannelRange(row, inner, outer, channel);
+    }
+    Work.CenterpieceType[row] = ToInt16(code);
+    return ranged;
+}
+
+bool SetRadialRange(long row, float inner, float outer) {
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    long first = -1;
+    long last = -1;
+    SearchArray(radii, 1, Work.ScanPoints[row], inner, first, false, 1);
+    SearchArray(radii, 1, Work.ScanPoints[row], outer, last, true, -1);
+    if (first < 0 || last < first) return false;
+    Work.FitRange[0][row] = ToInt16(first);
+    Work.FitRange[1][row] = ToInt16(last);
+    return true;
+}
+
+void ForgetSetParms(long row) {
+    for (long j = 1; j <= 3; ++j)
+        Work.SetParmMemory(j, row) = 0.0F;
+}
+
+void RemoveSetConstraints(long row) {
+    if (Work.OffsetLink[row] == 0) {
+        for (long i = 1; i <= Work.MaxSets; ++i)
+            if (Work.OffsetLink[i] == row &&
+                Ask("The baseline for file #" + std::to_string(i) +
+                    " previously was constrained to match that of this one.  Do you want this constraint "
+                    "removed?"))
+                Work.OffsetLink[i] = 0;
+    } else if (Ask("The baseline for this file previously was constrained to match that of file #" +
+                   std::to_string(Work.OffsetLink[row]) + ".  Do you want this constraint removed?")) {
+        Work.OffsetLink[row] = 0;
+    }
+    if ((Work.ConcConstraintA[row] != 0.0F || Work.ConcConstraintB[row] != 0.0F) &&
+        Ask("The concentrations for this file previously were constrained.  Do you want these constraints "
+            "removed?")) {
+        Work.ConcConstraintA[row] = 0.0F;
+        Work.ConcConstraintB[row] = 0.0F;
+    }
+}
+
+} // namespace Quillon

@@ -1,0 +1,62 @@
+// The signal of a set relative to that of set 1: the same at one wavelength, asked for at another.
+
+#include "platform/Platform.h"
+#include "scandata/ScanReader.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr float SameWavelength = 1.0F; // nm: the monochromator returns no better than this
+
+bool SameWavelengths(float a, float b) {
+    return std::abs(a - b) <= SameWavelength;
+}
+
+void SetRatios(long row, float a, float b) {
+    Work.ExtinctionRatio[0][row] = a;
+    Work.ExtinctionRatio[1][row] = b;
+}
+
+// The form works on the row behind CurrentRow, over both pages.
+void AskForRatios(long row) {
+    const std::int16_t shown = Work.CurrentRow;
+    Work.CurrentRow = ToInt16(row - 1);
+    Host.ShowModal("ExtinctionForm");
+    Work.CurrentRow = shown;
+}
+
+void CompareWithFirst(long row) {
+    if (Work.InterferenceData || SameWavelengths(Work.ScanWavelength[row], Work.ScanWavelength[1]))
+        SetRatios(row, 1.0F, 1.0F);
+    else
+        AskForRatios(row);
+}
+
+} // namespace
+
+void CompareWavelengths(long row, int oldWavelength) {
+    if (row != 1) {
+        CompareWithFirst(row);
+        return;
+    }
+    if (SameWavelengths(Work.ScanWavelength[1], static_cast<float>(oldWavelength))) return;
+    for (long i = 2; i <= Work.MaxSets; ++i)
+        if (Work.ScanFile[i].empty())
+            SetRatios(i, 1.0F, 1.0F);
+        else
+            CompareWithFirst(i);
+}
+
+void AdoptKnownRatios(long row) {
+    if (Work.ExtinctionRatio[0][row] != 1.0F || Work.ExtinctionRatio[1][row] != 1.0F) return;
+    for (long j = 1; j <= Work.MaxSets; ++j)
+        if (j != row && Work.ScanWavelength[j] != 0.0F &&
+            SameWavelengths(Work.ScanWavelength[j], Work.ScanWavelength[row]))
+            SetRatios(row, Work.ExtinctionRatio[0][j], Work.ExtinctionRatio[1][j]);
+}
+
+} // namespace Quillon

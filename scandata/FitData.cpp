@@ -1,0 +1,307 @@
+#include "scandata/FitData.h"
+
+#include "models/Catalogue.h"
+#include "models/ParmScale.h"
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <utility>
+
+namespace Quillon {
+
+namespace {
+
+template <class T> using PerRow = Workspace::PerRow<T>;
+
+// A build in the making. The workspace takes it over when nothing can go wrong any more.
+struct FitBuild {
+    long NumSets = 0;
+    PerRow<std::int16_t> SetRow = PerRow<std::int16_t>(Workspace::Rows);
+    PerRow<std::int16_t> SetOfRow = PerRow<std::int16_t>(Workspace::Rows);
+    PerRow<std::int16_t> OldRow = PerRow<std::int16_t>(Workspace::Rows); // all 0 when nothing is carried over
+    PerRow<std::string> Label = PerRow<std::string>(Workspace::Rows);
+    std::string LabelPrefix;
+    PerRow<float> SigmaScale = PerRow<float>(Workspace::Rows, 1.0F);
+    PerRow<float> SignalScale = PerRow<float>(Workspace::Rows, 1.0F);
+    OneBasedMatrix<float> SetParmMemory = Work.SetParmMemory;
+    ZeroBased<float> Parms = Work.Parms;
+    ZeroBased<std::int16_t> FreeMap = Work.FreeMap;
+    PerRow<std::int16_t> OffsetLink = Work.OffsetLink;
+    std::int16_t ConstraintFlags = Work.ConstraintFlags;
+    std::int16_t NumPts = 0;
+    OneBased<std::int16_t> SetPts;
+    OneBased<float> X;
+    OneBased<float> Y;
+    OneBased<std::int16_t> Set;
+};
+
+bool HasBaseline(long row) {
+    return Work.BaselineFile[row] != "(none)";
+}
+
+std::string LabelOf(long row) {
+    std::string label = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
+    if (Work.DataChannel[row] > 0) {
+        label += " Ch ";
+        label += static_cast<char>('A' + Work.DataChannel[row] - 1);
+    }
+    if (HasBaseline(row)) label += " -BL";
+    return label;
+}
+
+void FillSetOfRow(const PerRow<std::int16_t>& setRow, long numSets, PerRow<std::int16_t>& setOfRow) {
+    setOfRow.Recreate(Work.MaxSets);
+    for (long k = 1; k <= numSets; ++k)
+        setOfRow[setRow[k]] = ToInt16(k);
+}
+
+void RememberSetParms(FitBuild& build) {
+    if (!Work.DataChosen) return;
+    build.OldRow = Work.SetRow;
+    for (long k = 1; k <= Work.NumSets; ++k)
+        for (long j = 1; j <= 3; ++j)
+            build.SetParmMemory(j, Work.SetRow[k]) = Work.Parms[SlotA(k) + j - 1];
+}
+
+void CollectSets(FitBuild& build) {
+    for (long row = 1; row <= Work.MaxSets; ++row)
+        if (Work.IncludeSet[row] == 1) {
+            build.SetRow[++build.NumSets] = ToInt16(row);
+            build.Label[build.NumSets] = LabelOf(row);
+        }
+    FillSetOfRow(build.SetRow, build.NumSets, build.SetOfRow);
+}
+
+// A set without speed or temperature has no place relative to another, whichever of the two it is.
+void RequireHeader(long row) {
+    if (Work.ScanRPM[row] == 0.0F || Work.ScanTemperature[row] == 0.0F) RaiseError(ErrorText::DivisionByZero);
+}
+
+void ScaleSets(FitBuild& build) {
+    const long f = build.SetRow[1];
+    for (long k = 2; k <= build.NumSets; ++k) {
+        const long s = build.SetRow[k];
+        RequireHeader(f);
+        RequireHeader(s);
+        const double speeds = Divide(Work.ScanRPM[s], Work.ScanRPM[f]);
+        const double temperatures = Divide(Work.ScanTemperature[f], Work.ScanTemperature[s]);
+        build.SigmaScale[k] = ToSingle(speeds * speeds * temperatures);
+        build.SignalScale[k] = ToSingle(Divide(Work.CellPath[s], Work.CellPath[f]));
+    }
+}
+
+// The set that row was in the former fit, if its data are still the same; 0 otherwise.
+long FormerSet(const FitBuild& build, long row) {
+    if (Work.SetChanged[row]) return 0;
+    for (long j = 1; j <= Work.MaxSets; ++j)
+        if (build.OldRow[j] == row) return j;
+    return 0;
+}
+
+// In place and in rising order, so that a value already replaced may be copied on.
+void MoveSetParms(FitBuild& build) {
+    for (long k = 1; k <= build.NumSets; ++k) {
+        const long row = build.SetRow[k];
+        if (row == build.OldRow[k]) continue;
+        const long j = FormerSet(build, row);
+        for (long i = 0; i < 3; ++i)
+            if (j > 0) {
+                build.Parms[SlotA(k) + i] = build.Parms[SlotA(j) + i];
+                build.FreeMap[SlotA(k) + i] = build.FreeMap[SlotA(j) + i];
+            } else {
+                build.Parms[SlotA(k) + i] = build.SetParmMemory(i + 1, row);
+            }
+    }
+}
+
+// The reference concentrations are signals of the first set: they stay true when another set comes first.
+void RebaseConcentrations(FitBuild& build, long f, long g) {
+    const PerRow<float>& a = Work.ExtinctionRatio[0];
+    const PerRow<float>& b = Work.ExtinctionRatio[1];
+    const PerRow<float>& path = Work.CellPath;
+    if (a[f] == a[g] && b[f] == b[g] && path[f] == path[g]) return;
+    const auto change = [&](const PerRow<float>& ratio) {
+        return Ln(Divide(static_cast<double>(ratio[f]) * path[f], static_cast<double>(ratio[g]) * path[g]));
+    };
+    const double changeA = change(a);
+    const double changeB = change(b);
+    for (long k = 1; k <= build.NumSets; ++k) {
+        build.Parms[SlotA(k)] = ToSingle(build.Parms[SlotA(k)] + changeA);
+        build.Parms[SlotB(k)] = ToSingle(build.Parms[SlotB(k)] + changeB);
+    }
+}
+
+// The masses are held as sigma at the speed of the first set.
+void RebaseMasses(FitBuild& build, long f, long g) {
+    if (Work.ScanRPM[f] == Work.ScanRPM[g]) return;
+    const double speeds = Divide(Work.ScanRPM[f], Work.ScanRPM[g]);
+    for (const long slot : {0L, 5L})
+        build.Parms[slot] = ToSingle(build.Parms[slot] * speeds * speeds);
+}
+
+void CarryParms(FitBuild& build) {
+    if (!Work.DataChosen) return;
+    MoveSetParms(build);
+    const long f = build.SetRow[1];
+    const long g = build.OldRow[1];
+    if (f == 0 || g == 0) return;
+    RebaseConcentrations(build, f, g);
+    RebaseMasses(build, f, g);
+}
+
+void TrimConstraints(FitBuild& build) {
+    bool concentrations = false;
+    bool offsets = false;
+    for (long k = 1; k <= build.NumSets; ++k) {
+        const long row = build.SetRow[k];
+        concentrations |= Work.ConcConstraintA[row] != 0.0F || Work.ConcConstraintB[row] != 0.0F;
+        std::int16_t& link = build.OffsetLink[row];
+        if (link < 1 || link > Work.MaxSets || build.SetOfRow[link] == 0) link = 0;
+        offsets |= link != 0;
+    }
+    const int kept = concentrations ? build.ConstraintFlags & ConcentrationBit : 0;
+    build.ConstraintFlags = ToInt16(kept | (offsets ? OffsetBit : 0));
+}
+
+bool Constrained(const FitBuild& build) {
+    return (build.ConstraintFlags & ConcentrationBit) != 0;
+}
+
+long TruePoints(long row) {
+    const long first = Work.FitRange[0][row];
+    const long last = Work.FitRange[1][row];
+    if (first < 1 || last < first || last > Work.ScanRadius[row].Hi() || last > Work.ScanValue[row].Hi())
+        RaiseError(ErrorText::BadSubscript);
+    return last - first + 1;
+}
+
+void CountPoints(FitBuild& build) {
+    build.SetPts.Recreate(build.NumSets);
+    for (long k = 1; k <= build.NumSets; ++k) {
+        const long row = build.SetRow[k];
+        long points = TruePoints(row);
+        if (Constrained(build))
+            points += (Work.ConcConstraintA[row] > 0.0F) + (Work.ConcConstraintB[row] > 0.0F);
+        build.SetPts[k] = ToInt16(points);
+        build.NumPts = ToInt16(build.NumPts + points);
+    }
+    build.X.Recreate(build.NumPts);
+    build.Y.Recreate(build.NumPts);
+    build.Set.Recreate(build.NumPts);
+}
+
+// x at the middle of the range, in r^2/2: the reference concentrations of the model stand there.
+double ReferenceX(long row) {
+    const double r1 = Work.ScanRadius[row][Work.FitRange[0][row]];
+    const double r2 = Work.ScanRadius[row][Work.FitRange[1][row]];
+    return (r1 * r1 + r2 * r2) / 4.0;
+}
+
+// The true points of set k behind point n.
+void FillTruePoints(FitBuild& build, long k, long& n) {
+    const long row = build.SetRow[k];
+    const double x0 = ReferenceX(row);
+    const float shift = Work.BaselineShifted[row] ? Work.BaselineShift[row] : 0.0F;
+    const bool baseline = HasBaseline(row);
+    for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p) {
+        const float radius = Work.ScanRadius[row][p];
+        const double r = radius;
+        const float value = Work.ScanValue[row][p];
+        ++n;
+        build.X[n] = ToSingle(r * r / 2.0 - x0);
+        build.Y[n] =
+            baseline ? ToSingle(static_cast<double>(value) - BaselineAt(radius - shift, row)) : value;
+        build.Set[n] = ToInt16(k);
+    }
+}
+
+// The pseudo-points of set k, both weighted with the signal of its last true point n.
+void FillPseudoPoints(FitBuild& build, long k, long& n) {
+    const long row = build.SetRow[k];
+    const double outermost = build.Y[n];
+    const auto add = [&](float loading, float tolerance) {
+        if (!(loading > 0.0F)) return;
+        ++n;
+        build.X[n] = PointMarker;
+        build.Y[n] = ToSingle(Divide(loading * outermost, tolerance));
+        build.Set[n] = ToInt16(k);
+    };
+    add(Work.ConcConstraintA[row], Work.ConcToleranceA[row]);
+    add(Work.ConcConstraintB[row], Work.ConcToleranceB[row]);
+}
+
+void FillPoints(FitBuild& build) {
+    long n = 0;
+    ForgetBaselinePlace();
+    for (long k = 1; k <= build.NumSets; ++k) {
+        FillTruePoints(build, k, n);
+        if (Constrained(build)) FillPseudoPoints(build, k, n);
+    }
+}
+
+FitBuild PrepareBuild() {
+    FitBuild build;
+    RememberSetParms(build);
+    CollectSets(build);
+    ScaleSets(build);
+    CarryParms(build);
+    TrimConstraints(build);
+    CountPoints(build);
+    FillPoints(build);
+    ShortenLabels(build.Label, build.LabelPrefix, 1, build.NumSets);
+    return build;
+}
+
+void TakeOver(FitBuild& build) {
+    Work.NumSets = ToInt16(build.NumSets);
+    Work.SetRow = build.SetRow;
+    Work.SetOfRow = build.SetOfRow;
+    Work.SetLabel = std::move(build.Label);
+    Work.LabelPrefix = std::move(build.LabelPrefix);
+    Work.SetSigmaScale = std::move(build.SigmaScale);
+    Work.SetSignalScale = std::move(build.SignalScale);
+    Work.SetParmMemory = std::move(build.SetParmMemory);
+    Work.Parms = std::move(build.Parms);
+    Work.FreeMap = std::move(build.FreeMap);
+    Work.OffsetLink = std::move(build.OffsetLink);
+    Work.ConstraintFlags = build.ConstraintFlags;
+    Work.NumPts = build.NumPts;
+    Work.SetPts = std::move(build.SetPts);
+    Work.PtX = std::move(build.X);
+    Work.PtY = std::move(build.Y);
+    Work.PtSet = std::move(build.Set);
+    Work.FitValid = FlagFalse;
+    Work.FitDone = FlagFalse;
+    Work.DataChosen = FlagTrue;
+}
+
+void Build() {
+    FitBuild build = PrepareBuild();
+    TakeOver(build);
+    SelectModel(false);
+    const long first = build.SetRow[1];
+    if (build.OldRow[1] != first || (first > 0 && Work.SetChanged[first])) BuildParmScale();
+    for (std::int16_t& changed : Work.SetChanged)
+        changed = FlagFalse;
+}
+
+} // namespace
+
+void BuildFitData() {
+    Host.SetPointer(Pointer::Hourglass);
+    try {
+        Build();
+    } catch (const RuntimeError&) {
+        Work.DataChosen = FlagFalse;
+        Host.SetPointer(Pointer::Standard);
+        throw;
+    }
+    Host.SetPointer(Pointer::Standard);
+}
+
+void BuildSetOfRow() {
+    FillSetOfRow(Work.SetRow, Work.NumSets, Work.SetOfRow);
+}
+
+} // namespace Quillon
