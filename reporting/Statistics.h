@@ -12,7 +12,7 @@ void CalcResiduals();
 // is lower than the textbook number of runs by the number of sets. 0 or 1 points are a RuntimeError.
 void RunsTest();
 
-// value rounded to a number of significant digits; 0 stays 0.
+// value rounded to a number of significant digits, half away from zero; 0 stays 0.
 double RoundSignificant(double value, int digits);
 
 // The decimal logarithm as the displays use it: single precision, -6 for an argument of zero or less.

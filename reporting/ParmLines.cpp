@@ -1,0 +1,121 @@
+#include "reporting/ParmLines.h"
+
+#include "input/NUMINPUT.h"
+#include "models/ParmScale.h"
+#include "reporting/Statistics.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+constexpr double MarginInBlanks = 3.5;
+
+std::string UserUnitsText(long slot, float internal) {
+    return FormatNumber(static_cast<double>(ToUserUnits(slot, internal)), Work.ParmFormat[slot]);
+}
+
+struct NamedText {
+    std::string Name, Text;
+};
+
+// The names brought to one column, each with its text behind.
+std::vector<std::string> InColumns(const std::vector<NamedText>& rows, const TextMeasure& measure) {
+    int widest = 0;
+    for (const NamedText& row : rows)
+        widest = std::max(widest, measure(row.Name));
+    const double column = widest + MarginInBlanks * measure(" ");
+    std::vector<std::string> lines;
+    for (const NamedText& row : rows)
+        lines.push_back(PadToWidth(row.Name, column, measure) + row.Text);
+    return lines;
+}
+
+} // namespace
+
+int CountCharacters(const std::string& text) {
+    return static_cast<int>(text.size());
+}
+
+std::string PadToWidth(std::string text, double width, const TextMeasure& measure) {
+    if (measure(" ") <= 0) return text;
+    while (measure(text) < width)
+        text += ' ';
+    return text;
+}
+
+std::string WithLeadingZero(std::string text) {
+    if (!text.empty() && text.front() == '.') text.insert(text.begin(), '0');
+    return text;
+}
+
+std::string FittedName(long freePosition) {
+    const long slot = Work.FreeIndex[freePosition];
+    const std::string& title = Work.ParmTitle[slot];
+    return title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + "  (" + title + ") ";
+}
+
+std::string ParmValueText(long slot) {
+    return UserUnitsText(slot, Work.Parms[slot]);
+}
+
+std::string AccuracyText(long freePosition) {
+    const long slot = Work.FreeIndex[freePosition];
+    if (Work.LimitsDone) {
+        const auto limit = [&](int which) {
+            return WithLeadingZero(
+                UserUnitsText(slot, Work.ParmLimits[static_cast<std::size_t>(which)][freePosition]));
+        };
+        return "[ " + limit(0) + ", " + limit(1) + " ]";
+    }
+    const double error = static_cast<double>(DisplayedError(freePosition));
+    return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[slot]));
+}
+
+std::vector<std::string> FittedLines(const TextMeasure& measure) {
+    std::vector<NamedText> rows;
+    for (long a = 0; a < Work.NumFree; ++a)
+        rows.push_back({FittedName(a), ParmValueText(Work.FreeIndex[a]) + "  " + AccuracyText(a)});
+    return InColumns(rows, measure);
+}
+
+std::vector<std::string> HeldLines(const TextMeasure& measure) {
+    std::vector<NamedText> rows;
+    for (long slot = 0; slot < Work.NumParms; ++slot) {
+        if (Work.FreeMap[slot] != SlotHeld) continue;
+        const std::string& title = Work.ParmTitle[slot];
+        rows.push_back({title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + " (" + title + ")",
+                        ParmValueText(slot)});
+    }
+    return InColumns(rows, measure);
+}
+
+std::vector<std::string> OffsetLinkLines() {
+    std::vector<std::string> lines;
+    if (!(Work.ConstraintFlags & OffsetBit)) return lines;
+    for (long s = 1; s <= Work.NumSets; ++s) {
+        const long followed = Work.OffsetLink[Work.SetRow[s]];
+        if (followed > 0)
+            lines.push_back("Zero offset for set " + std::to_string(s) + " was held = to set " +
+                            std::to_string(Work.SetOfRow[followed]));
+    }
+    return lines;
+}
+
+std::string HighCorrelationText(std::int16_t count) {
+    return (count == 1 ? " is " : " are ") + std::to_string(count) + " parameter cross correlation" +
+           (count == 1 ? "" : "s") + " > " + SingleText(Work.HighCorrelation);
+}
+
+std::string VeryHighCorrelationText(std::int16_t count) {
+    if (count == 0) return "";
+    return " and " + std::to_string(count) + " higher than " + SingleText(Work.VeryHighCorrelation);
+}
+
+std::string RunsZText() {
+    return SingleText(ToSingle(RoundSignificant(static_cast<double>(Work.RunsZ), 3)));
+}
+
+} // namespace Quillon

@@ -1,0 +1,26 @@
+#pragma once
+// The printed report of the fit that stands, as pages of fixed-pitch text: model, data sets, constants used,
+// results with their errors, statistics, correlations, held parameters, constraints.
+
+#include "reporting/ReportPage.h"
+
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// The whole report. Runs the runs test and the correlations. Without a fit that stands (FitDone) it is the
+// run-time error "Invalid procedure call or argument".
+std::vector<PageLines> PrintReport(const ReportPaper& paper = StandardPaper());
+
+// The same as one text for a file: lines end with LF, pages are parted by form feeds.
+std::string ReportText(const ReportPaper& paper = StandardPaper());
+
+// The parts, before they are wrapped and paged. The width decides what shares a line with what.
+std::vector<std::string> PrintModelText(int columns);
+std::vector<std::string> PrintConstraintText();
+
+// The left part of the footer: program, version, the day of the run, the fit file's name.
+std::string ReportFooter();
+
+} // namespace Quillon

@@ -1,0 +1,226 @@
+// The report's first part: model, data sets, and the constants that its numbers are based on.
+#include "reporting/Report.h"
+
+#include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
+#include "platform/Paths.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const std::string NoBaseline = "(none)";
+
+std::string Picture(float value, const char* picture) {
+    return FormatNumber(static_cast<double>(value), picture);
+}
+
+bool HasTwoSpecies() {
+    return Work.Model > 6;
+}
+
+void PrintModel(Lines& lines) {
+    lines.push_back(std::string("Fitting to a") + (Work.NonIdeal ? " non-ideal, " : "n ideal ") +
+                    ModelReportName(Work.Model) + " model" + (Work.SeparateK ? " with separate K's" : ""));
+}
+
+// --- names of files --------------------------------------------------------------------------------------
+
+bool BeginsWith(const std::string& path, const std::string& prefix) {
+    const auto upper = [](char c) { return std::toupper(static_cast<unsigned char>(c)); };
+    return prefix.size() <= path.size() && std::equal(prefix.begin(), prefix.end(), path.begin(),
+                                                      [&](char a, char b) { return upper(a) == upper(b); });
+}
+
+// Files that are named from one directory; where they have none in common, Directory is empty and their
+// names are whole paths.
+struct NamedFiles {
+    std::string Directory;
+    Lines Names;
+};
+
+NamedFiles NameFiles(const Lines& paths, const std::string& commonPrefix) {
+    NamedFiles files;
+    if (paths.empty()) return files;
+    files.Directory = DirectoryOf(paths.front());
+    if (std::all_of(paths.begin(), paths.end(),
+                    [&](const std::string& path) { return DirectoryOf(path) == files.Directory; })) {
+        for (const std::string& path : paths)
+            files.Names.push_back(FileTitle(path));
+        return files;
+    }
+    const bool common = !commonPrefix.empty() &&
+                        std::all_of(paths.begin(), paths.end(),
+                                    [&](const std::string& path) { return BeginsWith(path, commonPrefix); });
+    const std::string prefix = common ? commonPrefix : "";
+    files.Directory =
+        common && IsSeparator(prefix.back()) ? DirectoryOf(prefix) : prefix; // a drive keeps its colon
+    for (const std::string& path : paths)
+        files.Names.push_back(path.substr(prefix.size()));
+    return files;
+}
+
+NamedFiles ScanNames() {
+    Lines paths;
+    for (long s = 1; s <= Work.NumSets; ++s) {
+        const long row = Work.SetRow[s];
+        paths.push_back(JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]));
+    }
+    return NameFiles(paths, Work.LabelPrefix);
+}
+
+bool HasBaseline(long row) {
+    return Work.BaselineFile[row] != NoBaseline;
+}
+
+// By set, NoBaseline for a set without one.
+NamedFiles BaselineNames() {
+    Lines paths;
+    for (long s = 1; s <= Work.NumSets; ++s) {
+        const long row = Work.SetRow[s];
+        if (HasBaseline(row)) paths.push_back(JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]));
+    }
+    NamedFiles files = NameFiles(paths, "");
+    for (long s = 1; s <= Work.NumSets; ++s)
+        if (!HasBaseline(Work.SetRow[s])) files.Names.insert(files.Names.begin() + (s - 1), NoBaseline);
+    return files;
+}
+
+// --- data sets ---------------------------------------------------------------------------------------------
+
+// The range in radius, its points and the place where the set's concentrations are told.
+std::string RangeText(long row) {
+    const long first = Work.FitRange[0][row];
+    const long last = Work.FitRange[1][row];
+    const OneBased<float>& radius = Work.ScanRadius[row];
+    if (first < 1 || last < first || last > radius.Hi()) return "";
+    const double r1 = static_cast<double>(radius[first]);
+    const double r2 = static_cast<double>(radius[last]);
+    return " from radius = " + FormatNumber(r1, "0.0000") + "cm to " + FormatNumber(r2, "0.0000") + "cm, " +
+           std::to_string(last - first + 1) + " data points; reference radius squared / 2 = " +
+           FormatNumber((r1 * r1 + r2 * r2) / 4.0, "0.0000");
+}
+
+std::string ChannelText(long row) {
+    const int channel = Work.DataChannel[row];
+    return channel > 0 ? std::string(" Channel ") + static_cast<char>('A' + channel - 1) : "";
+}
+
+void PrintBaseline(Lines& lines, long row, const std::string& name, int columns) {
+    lines.push_back("   Baseline subtracted from file: " + name);
+    if (!HasBaseline(row) || !Work.BaselineShifted[row]) return;
+    const std::string shift = Picture(Work.BaselineShift[row], "0.000###") + " cm";
+    const std::string behind = lines.back() + ", shifted " + shift;
+    if (static_cast<int>(behind.size()) <= columns)
+        lines.back() = behind;
+    else
+        lines.push_back("   baseline data shifted " + shift);
+}
+
+// The wavelength that coefficients are told for: that of the table's first row, which all ratios refer to.
+float ReferenceWavelength() {
+    return Work.ScanWavelength[Work.ScanFile[1].empty() ? static_cast<long>(Work.SetRow[1]) : 1L];
+}
+
+void PrintExtinction(Lines& lines, long row) {
+    const float a = Work.ExtinctionRatio[0][row];
+    const float b = Work.ExtinctionRatio[1][row];
+    const bool otherWavelength = std::abs(Work.ScanWavelength[row] - ReferenceWavelength()) > 1.0F;
+    if (a == 1.0F && (b == 1.0F || !HasTwoSpecies()) && !otherWavelength) return;
+    std::string line = "   Extinction is " + Picture(a, "0.0000") + " * that at " +
+                       Picture(ReferenceWavelength(), "##0") + " nm";
+    if (HasTwoSpecies()) line += " for A, and " + Picture(b, "0.0000") + " for B";
+    lines.push_back(line);
+}
+
+void PrintSets(Lines& lines, int columns) {
+    const NamedFiles scans = ScanNames();
+    const NamedFiles baselines = BaselineNames();
+    for (long s = 1; s <= Work.NumSets; ++s) {
+        const long row = Work.SetRow[s];
+        const std::size_t i = static_cast<std::size_t>(s - 1);
+        lines.push_back("Set " + std::to_string(s) + ", file = " + scans.Names[i] + ChannelText(row) +
+                        RangeText(row));
+        lines.push_back("   Comment: " + Work.ScanComment[row]);
+        PrintBaseline(lines, row, baselines.Names[i], columns);
+        PrintExtinction(lines, row);
+    }
+    if (!scans.Directory.empty())
+        lines.push_back("The root directory for the above data sets is " + scans.Directory);
+    if (!baselines.Directory.empty())
+        lines.push_back("The directory for all baseline files is " + baselines.Directory);
+}
+
+// --- constants
+// -----------------------------------------------------------------------------------------------
+
+void PrintMassConstants(Lines& lines) {
+    const std::string density = " and solvent density = " + Picture(Work.SolventDensity, "0.000000");
+    if (Work.MassUnits == 2 && HasTwoSpecies()) {
+        lines.push_back("Molecular weight values assume solute A vbar = " + Picture(Work.VbarA, "0.00000"));
+        lines.push_back("   and solute B vbar = " + Picture(Work.VbarB, "0.00000") + density);
+    } else if (Work.MassUnits == 2) {
+        lines.push_back("Molecular weight values assume solute vbar = " + Picture(Work.VbarA, "0.00000") +
+                        density);
+    } else if (Work.MassUnits == 0) {
+        const long row = Work.SetRow[1];
+        lines.push_back("Sigma values are referenced to " + Picture(Work.ScanRPM[row], "##,###") +
+                        " RPM and " + Picture(Work.ScanTemperature[row], "#0.000") + " degrees");
+    }
+}
+
+struct Coefficient {
+    const char* Text;
+    float A, B;
+    const char* Format;
+};
+
+void PrintCoefficient(Lines& lines, const Coefficient& c) {
+    lines.push_back(c.Text + Picture(c.A, c.Format));
+    const std::string wavelength = Picture(ReferenceWavelength(), "###");
+    if (HasTwoSpecies())
+        lines.push_back("   for species A, and " + Picture(c.B, c.Format) + " for species B" +
+                        (wavelength.empty() ? "" : ","));
+    if (!wavelength.empty()) lines.push_back("   at a wavelength of " + wavelength + " nm");
+}
+
+void PrintConcentrationConstants(Lines& lines) {
+    switch (Work.ConcUnits) {
+    case 1:
+        return PrintCoefficient(
+            lines, {"Concentrations are based on an absorptivity of ", Work.AbsorpA, Work.AbsorpB, "#0.000"});
+    case 2:
+        return PrintCoefficient(lines, {"Concentrations are based on an extinction coefficient of ",
+                                        Work.ExtA, Work.ExtB, "0.000E+00"});
+    case 4:
+        return PrintCoefficient(lines, {"Concentrations are based on a solute dn/dc of ", Work.FringeMassA,
+                                        Work.FringeMassB, "0.000"});
+    case 5:
+        return PrintCoefficient(
+            lines, {"Concentrations are based on a solute dn/dc of ", Work.RefrA, Work.RefrB, "0.000E+00"});
+    default:
+        lines.push_back(std::string("Concentrations are in ") +
+                        (Work.ConcUnits == 3 ? "fringe" : "absorbance") + " units for a " +
+                        Picture(Work.CellPath[Work.SetRow[1]], "0.00") + " cm pathlength");
+    }
+}
+
+} // namespace
+
+std::vector<std::string> PrintModelText(int columns) {
+    Lines lines;
+    PrintModel(lines);
+    PrintSets(lines, columns);
+    PrintMassConstants(lines);
+    PrintConcentrationConstants(lines);
+    return lines;
+}
+
+} // namespace Quillon

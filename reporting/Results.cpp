@@ -1,0 +1,103 @@
+#include "reporting/Results.h"
+
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+#include "reporting/Correlation.h"
+#include "reporting/Statistics.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+ResultsForm Results;
+
+namespace {
+
+std::string JoinLines(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += text.empty() ? line : "\n" + line;
+    return text;
+}
+
+// The texts that do not hang on the fit.
+void FillCaptions() {
+    Results.Caption = Work.ProgramName + " - Results";
+    Results.Frame1.Text = "Results";
+    Results.Frame2.Text = "Fit Statistics";
+    Results.SumSqLabel.Text = "Sum of Squared Residuals:";
+    Results.DegFreedomLabel.Text = "Degrees of Freedom:";
+    Results.RmsLabel.Text = "RMS Residual:";
+    Results.ZScoreLabel.Text = "Runs test Z:";
+    Results.Label1.Text = "Fitted Parameters:";
+    Results.Label2.Text = "Value +/- Estimated Standard Error";
+    Results.Label3.Text = "Parameters Held Constant:";
+    Results.ComputeConfidence.Text = "&Compute Confidence Intervals";
+    Results.ViewCorr.Text = "&View Parameter Cross-Correlations";
+    Results.ShowConstraintButton.Text = "&Show Constraints";
+    Results.Command1.Text = "&Report Only";
+    Results.Command2.Text = Work.OverlayPlot ? "Report and Data+Fit &Plot" : "Report and Residual &Plot";
+    Results.OkButton.Text = "OK";
+}
+
+void FillStatistics() {
+    Results.SumSqValue.Text = FormatNumber(Work.SumSq, "#.######E+##");
+    Results.DegFreedom.Text = FormatNumber(Work.NumPts - Work.NumFree, "####");
+    Results.RmsValue.Text = FormatNumber(static_cast<double>(Work.RmsResidual), "#.######E+##");
+    RunsTest();
+    Results.ZScore.Text = RunsZText();
+}
+
+void FillParameters(const TextMeasure& measure) {
+    Results.Label2.Text =
+        Work.LimitsDone ? "Value and " + FormatNumber(static_cast<double>(Work.ConfidenceLevel), "#0.0%") +
+                              " Confidence Interval:"
+                        : "Value and Estimated Standard Error";
+    Results.ParmsFit.Text = JoinLines(FittedLines(measure));
+    Results.ParmsConst.Text = JoinLines(HeldLines(measure));
+    if (Results.ParmsConst.Text.empty()) Results.ParmsConst.Text = "No parameters held constant.";
+    Results.ComputeConfidence.Enabled = !Work.LimitsDone;
+}
+
+void FillConstraints() {
+    Results.ConstraintText.Text = JoinLines(OffsetLinkLines());
+    Results.ConstraintText.Visible = !Results.ConstraintText.Text.empty();
+    Results.ShowConstraintButton.Visible = Work.ConstraintFlags != 0;
+    if (Work.ConstraintFlags & ConcentrationBit)
+        Results.ShowConstraintButton.Text = "&Show Concentration Constraints";
+}
+
+void FillWarning() {
+    ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
+    Results.Message.Visible = Work.HighCount != 0;
+    Results.Message.ForeColor = RedColor;
+    Results.Message.Text = Work.HighCount == 0 ? ""
+                                               : "WARNING---there" + HighCorrelationText(Work.HighCount) +
+                                                     VeryHighCorrelationText(Work.VeryHighCount);
+}
+
+} // namespace
+
+void FillResults(const TextMeasure& measure) {
+    Results = ResultsForm{};
+    FillCaptions();
+    FillStatistics();
+    FillParameters(measure);
+    FillConstraints();
+    FillWarning();
+}
+
+void ResultsComputeConfidence(const TextMeasure& measure) {
+    if (!Work.LimitsDone) Host.ShowModal("WaitForm");
+    FillResults(measure);
+}
+
+void ResultsViewCorr() {
+    FillCorrelation();
+    Host.ShowModal("Correlation");
+}
+
+void ResultsOkButton() {
+    Host.HideForm("Results");
+}
+
+} // namespace Quillon
