@@ -1,0 +1,149 @@
+#include "batch/BatchPlatform.h"
+
+#include "batch/OneLine.h"
+#include "fit/FitMon.h"
+#include "workspace/records/Workspace.h"
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <unistd.h>
+
+namespace Quillon {
+
+BatchConsole Console;
+
+namespace {
+
+static_assert(std::atomic<int>::is_always_lock_free); // a signal handler may set it
+std::atomic<int> InterruptCame{0};
+
+void OnInterrupt(int) {
+    InterruptCame = 1;
+}
+
+double SecondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+// The xorshift generator of 32 bits (G. Marsaglia, Journal of Statistical Software 8, 2003).
+constexpr std::uint32_t UniformSeed = 2463534242U;
+std::uint32_t UniformState = UniformSeed;
+
+float NextUniform() {
+    UniformState ^= UniformState << 13;
+    UniformState ^= UniformState >> 17;
+    UniformState ^= UniformState << 5;
+    return static_cast<float>(UniformState >> 8) * 0x1p-24F; // 24 bits: below 1 in single precision
+}
+
+ClockTime LocalClock() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    if (!::localtime_r(&now, &local)) return {};
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+BoxAnswer NeutralAnswer(BoxButtons buttons) {
+    switch (buttons) {
+    case BoxButtons::Ok:
+        return BoxAnswer::Ok;
+    case BoxButtons::YesNo:
+        return BoxAnswer::No;
+    default:
+        return BoxAnswer::Cancel;
+    }
+}
+
+BoxAnswer AnswerMessage(const BoxRequest& request) {
+    WriteConsole(request.Text);
+    if (request.Text == "Do you want new guesses for the concentrations?" && Console.NewGuesses) {
+        Console.NewGuesses = false;
+        return BoxAnswer::Yes;
+    }
+    if (request.Text.ends_with("Do you want to use the new value anyway?")) return BoxAnswer::Yes;
+    return NeutralAnswer(request.Buttons);
+}
+
+std::string ReadFileNoted(const std::string& path) {
+    Console.ReadFailure.clear();
+    try {
+        return BatchReadFile(path);
+    } catch (const RuntimeError& error) {
+        Console.ReadFailure = error.Text;
+        Console.FailedPath = path;
+        throw;
+    }
+}
+
+// The monitor's record holds the sum of squares from the end of an iteration until the next line search.
+void TellIteration() {
+    if (!FitMon.Loaded || Work.Iteration == Console.ProgressIteration) return;
+    const auto row = static_cast<std::size_t>(Work.NumFree);
+    if (row >= FitMon.CurValue.size() || FitMon.CurValue[row].Text.empty()) return;
+    Console.ProgressIteration = Work.Iteration;
+    WriteProgress("iteration " + std::to_string(Work.Iteration) + "  sum of squares " +
+                  FitMon.CurValue[row].Text + "  Alpha " + FitMon.AlphaText.Text);
+}
+
+void ServeEvents() {
+    if (Interrupted()) Work.AbortFit = FlagTrue;
+    if (Console.Progress) TellIteration();
+}
+
+} // namespace
+
+void WriteConsole(const std::string& line) {
+    if (Console.Holding)
+        Console.Held.push_back(OneLine(line));
+    else
+        Console.WriteLine(OneLine(line));
+}
+
+void WriteProgress(const std::string& line) {
+    if (!Console.Progress) return;
+    if (::isatty(STDERR_FILENO) || SecondsNow() - Console.Started > 2.0) WriteConsole(line);
+}
+
+void WatchInterrupt() {
+    struct sigaction former {};
+    if (::sigaction(SIGINT, nullptr, &former) == 0 && former.sa_handler == SIG_IGN)
+        return; // not to be stopped
+    struct sigaction action {};
+    action.sa_handler = OnInterrupt;
+    action.sa_flags = static_cast<int>(SA_RESETHAND); // the second one is meant
+    ::sigaction(SIGINT, &action, nullptr);
+}
+
+bool Interrupted() {
+    return InterruptCame != 0;
+}
+void ClearInterrupt() {
+    InterruptCame = 0;
+}
+
+void InstallBatchPlatform() {
+    Console = BatchConsole{};
+    Console.Started = SecondsNow();
+    Console.WriteLine = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
+    UniformState = UniformSeed;
+
+    Platform p;
+    p.MessageBoxAnswer = AnswerMessage;
+    p.ReadFile = ReadFileNoted;
+    p.WriteFile = BatchWriteFile;
+    p.FileExists = BatchFileExists;
+    p.DirectoryExists = BatchDirectoryExists;
+    p.Clock = LocalClock;
+    p.Uniform = NextUniform;
+    p.ServeEvents = ServeEvents;
+    p.ShowModal = [](const std::string& form) {
+        if (Console.ShowModal) Console.ShowModal(form);
+    };
+    InstallPlatform(p);
+}
+
+} // namespace Quillon

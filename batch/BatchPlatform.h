@@ -1,0 +1,62 @@
+#pragma once
+// The seam's filling for a run without anybody to ask: messages go to standard error, questions get the
+// documented answers, files are those of the system.
+//
+//     Questions   "Do you want new guesses for the concentrations?" is answered with Yes, once, unless the
+//                 job forbids it; a value outside its bounds is taken; everything else gets the answer that
+//                 changes nothing (No, or Cancel where there is one).
+//     Ctrl-C      sets a flag that the next service of the event queue turns into Work.AbortFit. A second
+//                 one ends the program at once.
+//     Progress    a line for each iteration on standard error, when that is a terminal or the work has
+//                 taken two seconds.
+//     Uniform     the same numbers in every run.
+
+#include "platform/Platform.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// What the filling works with; one run, one record.
+struct BatchConsole {
+    bool Progress = true;   // lines of progress may be written
+    bool NewGuesses = true; // the answer to the one question about guesses; No once it has been given
+    bool Holding = false;   // messages are kept in Held and not written
+    std::vector<std::string> Held;
+    std::string ReadFailure;   // why the latest ReadFile failed; "" when it did not
+    std::string FailedPath;    // of which file
+    int ProgressIteration = 0; // the last iteration told
+    double Started = 0.0;      // seconds of the steady clock at the start of the run
+    std::function<void(const std::string& form)> ShowModal; // what stands for the forms
+    std::function<void(const std::string& line)> WriteLine; // standard error
+};
+
+// The console of the process.
+extern BatchConsole Console;
+
+// Starts afresh: a new console, the filling taken into use, the generator at its beginning.
+void InstallBatchPlatform();
+
+// Writes one line to standard error, or keeps it back.
+void WriteConsole(const std::string& line);
+
+// Lines of progress, when they are wanted and worth it.
+void WriteProgress(const std::string& line);
+
+// Ctrl-C from here on sets the flag. Interrupted tells whether it has come.
+void WatchInterrupt();
+bool Interrupted();
+void ClearInterrupt();
+
+// The whole of standard output at once. Failure is a RuntimeError.
+void WriteStandardOutput(const std::string& bytes);
+
+// The entries of the filling that work on the file system.
+std::string BatchReadFile(const std::string& path);
+void BatchWriteFile(const std::string& path, const std::string& bytes);
+bool BatchFileExists(const std::string& path);
+bool BatchDirectoryExists(const std::string& path);
+
+} // namespace Quillon

@@ -1,0 +1,161 @@
+#include "batch/JobData.h"
+
+#include "batch/BatchPlatform.h"
+#include "batch/Numbers.h"
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "scandata/BaselineShift.h"
+#include "scandata/DataSetTable.h"
+#include "scandata/ScanReader.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr float LargestRadius = 100.0F; // cm; no rotor is that wide
+
+// Runs a reader of a file. Its messages are kept back: they become part of the one line that says which key
+// of the job named the file.
+template <class Reader>
+void ReadQuietly(const Job& job, const JobSet& set, const char* key, const std::string& path, Reader&& read) {
+    Console.Held.clear();
+    Console.ReadFailure.clear();
+    Console.Holding = true;
+    const bool ok = read();
+    Console.Holding = false;
+    if (ok) {
+        for (const std::string& message : Console.Held)
+            WriteConsole(message);
+        return;
+    }
+    std::string reason = Console.ReadFailure;
+    if (reason.empty() && !Console.Held.empty()) reason = Console.Held.back();
+    FailJob(job, SetSection(set.Number), key, path + ": " + reason);
+}
+
+void CheckHeader(const Job& job, const JobSet& set, const std::string& path) {
+    const auto fail = [&](const std::string& reason) {
+        FailJob(job, SetSection(set.Number), "file", path + ": " + reason);
+    };
+    if (!(Work.ScanRPM[set.Number] > 0.0F)) fail("the header holds no rotor speed");
+    if (Work.ScanTemperature[set.Number] == 0.0F && job.Sets.size() > 1)
+        fail("the header holds a temperature of 0, which cannot be related to other sets");
+    if (!(Work.ScanTemperature[set.Number] > -273.15F)) fail("the temperature is below absolute zero");
+}
+
+// What is no radius at all; the order of the points is the instrument's.
+void CheckRadii(const Job& job, const JobSet& set, const std::string& path) {
+    for (long p = 1; p <= Work.ScanPoints[set.Number]; ++p) {
+        const float radius = Work.ScanRadius[set.Number][p];
+        if (!(radius > 0.0F && radius <= LargestRadius))
+            FailJob(job, SetSection(set.Number), "file",
+                    path + ": point " + std::to_string(p) + " has a radius of " + ShortestText(radius) +
+                        " cm");
+    }
+}
+
+void ReadSetScan(const Job& job, const JobSet& set) {
+    const long row = set.Number;
+    const std::string path = JobFilePath(job, set.File);
+    Work.ChosenPath = path;
+    Work.ChosenName = FileTitle(path);
+    ReadQuietly(job, set, "file", path, [&] { return ReadScan(path, row).Ok; });
+    CheckHeader(job, set, path);
+    CheckRadii(job, set, path);
+    Work.ScanDirectory[row] = DirectoryOf(path);
+    Work.ScanFile[row] = Work.ChosenName;
+    Work.BaselineFile[row] = "(none)";
+    Work.IncludeSet[row] = 1;
+    Work.HighestSet = ToInt16(row);
+    SettleDataType(Work.ChosenName);
+}
+
+// The optics is the same for all sets: the job's word, or the last scan's.
+void SettleOptics(const Job& job) {
+    if (job.Data == JobData::ByScans) return;
+    Work.InterferenceData = Flag(job.Data == JobData::Interference);
+    Work.DataTypeName = Work.InterferenceData ? "Fringes" : "Absorbance";
+}
+
+std::string CentimetreRange(float inner, float outer) {
+    return ShortestText(inner) + " to " + ShortestText(outer) + " cm";
+}
+
+void ChooseChannel(const Job& job, const JobSet& set) {
+    const long row = set.Number;
+    Work.CenterpieceType[row] = set.Samples ? set.Samples : Work.CellType;
+    if (SetChannel(row, set.Channel) || set.Channel == 0) return;
+    float inner = 0.0F;
+    float outer = 0.0F;
+    ChannelRadiiOf(row, set.Channel, inner, outer);
+    FailJob(job, SetSection(set.Number), "channel",
+            "the scan has no points in this channel, " + CentimetreRange(inner, outer));
+}
+
+void ChooseRange(const Job& job, const JobSet& set) {
+    if (!set.Inner && !set.Outer) return;
+    const long row = set.Number;
+    const float inner = set.Inner.value_or(Work.ScanRadius[row][Work.FitRange[0][row]]);
+    const float outer = set.Outer.value_or(Work.ScanRadius[row][Work.FitRange[1][row]]);
+    if (!SetRadialRange(row, inner, outer))
+        FailJob(job, SetSection(set.Number), set.Inner ? "inner" : "outer",
+                "the scan has no points from " + CentimetreRange(inner, outer));
+}
+
+void ReadSetBaseline(const Job& job, const JobSet& set) {
+    if (set.Baseline.empty()) return;
+    const long row = set.Number;
+    const std::string path = JobFilePath(job, set.Baseline);
+    ReadQuietly(job, set, "baseline", path, [&] { return ReadBaseline(path, row); });
+    if (Work.BaselinePoints[row] < 1)
+        FailJob(job, SetSection(set.Number), "baseline", path + ": there are no points");
+    Work.BaselineFile[row] = FileTitle(path);
+    Work.BaselineDirectory[row] = DirectoryOf(path);
+    if (set.BaselineShift) SetBaselineShift(row, *set.BaselineShift);
+}
+
+// Ratios that the job does not name are 1, which is rarely true at another wavelength.
+void SetRatios(const Job& job, const JobSet& set) {
+    const long row = set.Number;
+    for (std::size_t species = 0; species < 2; ++species)
+        Work.ExtinctionRatio[species][row] = set.ExtinctionRatio[species].value_or(1.0F);
+    const float here = Work.ScanWavelength[row];
+    const float first = Work.ScanWavelength[job.Sets.front().Number];
+    if (Work.InterferenceData || std::fabs(here - first) <= 1.0F || set.ExtinctionRatio[0]) return;
+    WriteConsole(JobMessage(job, SetSection(set.Number), "extinction-ratio-a",
+                            "not given and taken as 1, though the scan is at " + ShortestText(here) +
+                                " nm and the first one at " + ShortestText(first) + " nm"));
+}
+
+void SetConstraints(const JobSet& set) {
+    const long row = set.Number;
+    Work.ConcConstraintA[row] = set.Loading[0];
+    Work.ConcConstraintB[row] = set.Loading[1];
+    Work.ConcToleranceA[row] = set.Tolerance[0] / 100.0F;
+    Work.ConcToleranceB[row] = set.Tolerance[1] / 100.0F;
+    Work.OffsetLink[row] = ToInt16(set.OffsetOf);
+    const bool loaded = set.Loading[0] > 0.0F || set.Loading[1] > 0.0F;
+    const int bits = (loaded ? ConcentrationBit : 0) | (set.OffsetOf > 0 ? OffsetBit : 0);
+    Work.ConstraintFlags = ToInt16(Work.ConstraintFlags | bits);
+}
+
+} // namespace
+
+void ReadJobData(const Job& job) {
+    Work.IncludeSet[1] = 0; // unless the job has a set 1
+    for (const JobSet& set : job.Sets)
+        ReadSetScan(job, set);
+    SettleOptics(job);
+    for (const JobSet& set : job.Sets) {
+        ChooseChannel(job, set);
+        ChooseRange(job, set);
+        if (set.Path) Work.CellPath[set.Number] = *set.Path;
+        ReadSetBaseline(job, set);
+        SetRatios(job, set);
+        SetConstraints(set);
+    }
+}
+
+} // namespace Quillon

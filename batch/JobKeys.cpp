@@ -1,0 +1,174 @@
+// The keys of each section and what their values may be.
+#include "batch/JobText.h"
+#include "batch/OneLine.h"
+#include "models/Catalogue.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Quillon {
+
+namespace {
+
+struct FitKey {
+    const char* Name;
+    void (*Read)(JobReader& reader, const std::string& value);
+};
+
+void AddSetting(JobReader& reader, float Workspace::*member, float value) {
+    reader.Result.Settings.push_back({member, value});
+}
+
+void ReadConfidenceLevel(JobReader& reader, const std::string& value) {
+    const float level = ReadNumber(reader, value);
+    if (!(level > 0.0F && level < 1.0F)) reader.Fail(Quoted(value) + " is not between 0 and 1");
+    AddSetting(reader, &Workspace::ConfidenceLevel, level);
+}
+
+constexpr FitKey FitKeys[] = {
+    {"model", [](JobReader& r,
+                 const std::string& v) { r.Result.Model = ToInt16(ReadWhole(r, v, 1, LastModelNumber)); }},
+    {"nonideal", [](JobReader& r, const std::string& v) { r.Result.NonIdeal = ReadYesNo(r, v); }},
+    {"separate-k", [](JobReader& r, const std::string& v) { r.Result.SeparateK = ReadYesNo(r, v); }},
+    {"mass-units",
+     [](JobReader& r, const std::string& v) {
+         r.Result.MassUnits = ToInt16(ReadChoice(r, v, {"sigma", "buoyant", "molar"}));
+     }},
+    {"concentration-units",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Concentration = static_cast<JobUnits>(ReadChoice(r, v, {"signal", "weight", "molar"}));
+     }},
+    {"data",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Data = static_cast<JobData>(ReadChoice(r, v, {"absorbance", "interference"}) + 1);
+     }},
+    {"guesses", [](JobReader& r, const std::string& v) { r.Result.Guesses = ReadYesNo(r, v); }},
+    {"max-iterations",
+     [](JobReader& r, const std::string& v) {
+         r.Result.MaxIterations = ToInt16(ReadWhole(r, v, 1, std::numeric_limits<std::int16_t>::max()));
+     }},
+    {"convergence-limit",
+     [](JobReader& r, const std::string& v) {
+         AddSetting(r, &Workspace::ConvergenceLimit, ReadPositive(r, v));
+     }},
+    {"confidence-level", ReadConfidenceLevel},
+    {"confidence-limits",
+     [](JobReader& r, const std::string& v) { r.Result.ConfidenceLimits = ReadYesNo(r, v); }},
+};
+
+struct ConstantKey {
+    const char* Name;
+    float Workspace::*Member;
+    bool MayBeZero = false;
+};
+
+constexpr ConstantKey ConstantKeys[] = {
+    {"vbar-a", &Workspace::VbarA},
+    {"vbar-b", &Workspace::VbarB},
+    {"density", &Workspace::SolventDensity},
+    {"absorptivity-a", &Workspace::AbsorpA},
+    {"absorptivity-b", &Workspace::AbsorpB},
+    {"extinction-a", &Workspace::ExtA},
+    {"extinction-b", &Workspace::ExtB},
+    {"refractivity-a", &Workspace::FringeMassA},
+    {"refractivity-b", &Workspace::FringeMassB},
+    {"molar-refractivity-a", &Workspace::RefrA},
+    {"molar-refractivity-b", &Workspace::RefrB},
+    {"rotor-expansion", &Workspace::RotorExpansion, true},
+};
+
+struct SetKey {
+    const char* Name;
+    void (*Read)(JobReader& reader, JobSet& set, const std::string& value);
+};
+
+// Channels of the centerpiece to samples in it: each sample has a reference channel beside it.
+void ReadCenterpiece(JobReader& reader, JobSet& set, const std::string& value) {
+    const int samples[] = {1, 3, 4};
+    set.Samples = ToInt16(samples[ReadChoice(reader, value, {"2", "6", "8"})]);
+}
+
+constexpr SetKey SetKeys[] = {
+    {"file", [](JobReader&, JobSet& s, const std::string& v) { s.File = v; }},
+    {"inner", [](JobReader& r, JobSet& s, const std::string& v) { s.Inner = ReadPositive(r, v); }},
+    {"outer", [](JobReader& r, JobSet& s, const std::string& v) { s.Outer = ReadPositive(r, v); }},
+    {"centerpiece", ReadCenterpiece},
+    {"channel",
+     [](JobReader& r, JobSet& s, const std::string& v) {
+         s.Channel = ToInt16(ReadChoice(r, v, {"a", "b", "c", "d"}) + 1);
+     }},
+    {"path", [](JobReader& r, JobSet& s, const std::string& v) { s.Path = ReadPositive(r, v); }},
+    {"baseline", [](JobReader&, JobSet& s, const std::string& v) { s.Baseline = v; }},
+    {"baseline-shift",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.BaselineShift = ReadNumber(r, v); }},
+    {"extinction-ratio-a",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.ExtinctionRatio[0] = ReadPositive(r, v); }},
+    {"extinction-ratio-b",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.ExtinctionRatio[1] = ReadPositive(r, v); }},
+    {"loading-a",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.Loading[0] = ReadNotNegative(r, v); }},
+    {"tolerance-a",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.Tolerance[0] = ReadPositive(r, v); }},
+    {"loading-b",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.Loading[1] = ReadNotNegative(r, v); }},
+    {"tolerance-b",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.Tolerance[1] = ReadPositive(r, v); }},
+    {"offset-of",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.OffsetOf = ReadWhole(r, v, 1, StandardMaxSets); }},
+};
+
+// The entry of a table of keys for the present line.
+template <class Keys> const auto& FindKey(const JobReader& reader, const Keys& keys) {
+    const auto key =
+        std::find_if(std::begin(keys), std::end(keys), [&](const auto& k) { return reader.Key == k.Name; });
+    if (key == std::end(keys)) reader.Fail("unknown key");
+    return *key;
+}
+
+// The words behind the value of a parameter; each kind may stand once.
+void ReadParameterWord(const JobReader& reader, JobParameter& parameter, std::string_view word,
+                       std::string_view& rest) {
+    const int kind = ReadChoice(reader, word, {"hold", "fit", "lower", "upper"});
+    if (kind < 2) {
+        if (parameter.Choice != JobParameter::Mark::ByModel) reader.Fail("hold or fit stands twice");
+        parameter.Choice = kind == 0 ? JobParameter::Mark::Hold : JobParameter::Mark::Fit;
+        return;
+    }
+    std::optional<float>& bound = kind == 2 ? parameter.Lower : parameter.Upper;
+    if (bound) reader.Fail(SmallLetters(word) + " stands twice");
+    const std::string_view number = NextWord(rest);
+    if (number.empty()) reader.Fail("there is no number behind " + SmallLetters(word));
+    bound = ReadNumber(reader, number);
+}
+
+} // namespace
+
+void ReadFitKey(JobReader& reader, const std::string& value) {
+    FindKey(reader, FitKeys).Read(reader, value);
+}
+
+void ReadConstantsKey(JobReader& reader, const std::string& value) {
+    const ConstantKey& key = FindKey(reader, ConstantKeys);
+    AddSetting(reader, key.Member,
+               key.MayBeZero ? ReadNotNegative(reader, value) : ReadPositive(reader, value));
+}
+
+void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value) {
+    FindKey(reader, SetKeys).Read(reader, set, value);
+}
+
+void ReadParameterLine(JobReader& reader, const std::string& name, const std::string& value) {
+    JobParameter parameter;
+    parameter.Name = name;
+    parameter.Line = reader.Line;
+    std::string_view rest = value;
+    const std::string_view first = NextWord(rest);
+    if (first != "*") parameter.Value = ReadNumber(reader, first);
+    for (std::string_view word = NextWord(rest); !word.empty(); word = NextWord(rest))
+        ReadParameterWord(reader, parameter, word, rest);
+    if (parameter.Lower && parameter.Upper && *parameter.Lower > *parameter.Upper)
+        reader.Fail("the lower bound lies above the upper one");
+    reader.Result.Parameters.push_back(parameter);
+}
+
+} // namespace Quillon

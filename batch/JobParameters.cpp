@@ -1,0 +1,172 @@
+#include "batch/JobParameters.h"
+
+#include "batch/BatchPlatform.h"
+#include "batch/JobText.h"
+#include "batch/OneLine.h"
+#include "fit/FreeMap.h"
+#include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
+#include "models/ParmScale.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::int16_t NoSlot = -1;
+
+bool InUse(long slot) {
+    return Work.FreeMap[slot] != SlotUnused;
+}
+
+// The name as the dialogs show it.
+std::string ShownName(long slot) {
+    const std::string& unit = Work.ParmTitle[slot];
+    return Work.ParmName[slot] + (unit.empty() ? "" : "  (" + unit + ")");
+}
+
+template <class Test> std::int16_t FindSlot(Test&& fits) {
+    for (std::int16_t slot = 0; slot < Work.NumParms; ++slot)
+        if (InUse(slot) && (fits(Work.ParmName[slot]) || fits(ShownName(slot)))) return slot;
+    return NoSlot;
+}
+
+// Some names of a model differ in nothing but the case of a letter, so that the exact one comes first.
+std::int16_t SlotByName(const std::string& name) {
+    const std::int16_t exact = FindSlot([&](const std::string& shown) { return shown == name; });
+    if (exact != NoSlot) return exact;
+    const std::string small = SmallLetters(name);
+    return FindSlot([&](const std::string& shown) { return SmallLetters(shown) == small; });
+}
+
+std::int16_t SlotOfLine(const Job& job, const JobParameter& line) {
+    int number = 0;
+    const char* const end = line.Name.data() + line.Name.size();
+    const auto [stop, failure] = std::from_chars(line.Name.data(), end, number);
+    if (stop != end) {
+        const std::int16_t slot = SlotByName(line.Name);
+        if (slot == NoSlot) FailParameter(job, line, "this model has no parameter of that name");
+        return slot;
+    }
+    if (failure != std::errc{} || number < 0 || number >= Work.NumParms)
+        FailParameter(job, line, "the slots of this fit are 0 to " + std::to_string(Work.NumParms - 1));
+    if (!InUse(number)) FailParameter(job, line, "this model does not use the slot");
+    return ToInt16(number);
+}
+
+// Masses, stoichiometries, constants and the virial coefficient, common or of a set.
+bool IsConstant(long slot) {
+    if (slot < 8) return true;
+    const bool second = slot % 3 == SlotB(1) % 3;
+    const bool third = slot % 3 == SlotOffset(1) % 3;
+    if (!Work.SeparateK) return false;
+    return (second && Work.Model <= 6) || (third && OffsetSlotHoldsConstant(Work.Model, true));
+}
+
+bool IsStoichiometry(long slot) {
+    return slot == 1 || slot == 3;
+}
+
+// Stoichiometries first: the scale of the constants hangs on them.
+template <class Wanted>
+void TakeValues(const Job& job, const std::vector<ListedParm>& listed, Wanted&& wanted) {
+    for (const bool stoichiometries : {true, false}) {
+        for (const auto& [line, slot] : listed) {
+            if (!line->Value || !wanted(slot) || IsStoichiometry(slot) != stoichiometries) continue;
+            try {
+                Work.Parms[slot] = ToInternal(slot, *line->Value);
+            } catch (const RuntimeError& error) {
+                FailParameter(job, *line, error.Text);
+            }
+        }
+        BuildParmScale();
+    }
+}
+
+// The common slot behind a constant of a set.
+long CommonSlot(long slot) {
+    if (Work.Model > 6) return 6;
+    return slot % 3 == SlotB(1) % 3 ? 2 : 4;
+}
+
+void SeedCommonConstants(const std::vector<ListedParm>& listed) {
+    for (auto entry = listed.rbegin(); entry != listed.rend(); ++entry)
+        if (entry->Line->Value && entry->Slot >= 8 && IsConstant(entry->Slot))
+            Work.Parms[CommonSlot(entry->Slot)] = Work.Parms[entry->Slot];
+}
+
+void TakeBounds(const ListedParm& listed) {
+    if (listed.Line->Lower) Work.Bounds[0][listed.Slot] = *listed.Line->Lower;
+    if (listed.Line->Upper) Work.Bounds[1][listed.Slot] = *listed.Line->Upper;
+}
+
+// The question of the guesses dialog, which a batch run answers with Yes.
+void AskAboutBounds(const ListedParm& listed) {
+    if (!listed.Line->Value) return;
+    const float value = *listed.Line->Value;
+    const bool below = value < Work.Bounds[0][listed.Slot];
+    if (!below && !(value > Work.Bounds[1][listed.Slot])) return;
+    const float bound = Work.Bounds[below ? 0 : 1][listed.Slot];
+    Host.MessageBoxAnswer({"The value of " + Work.ParmName[listed.Slot] + " is " +
+                               (below ? "below" : "above") + " the current " + (below ? "lower" : "upper") +
+                               " bound of " + FormatNumber(bound, Work.ParmFormat[listed.Slot]) +
+                               ".  Do you want to use the new value anyway?",
+                           Work.ProgramName + " - Parameter Out of Bounds", BoxIcon::Warning,
+                           BoxButtons::YesNo, BoxAnswer::No});
+}
+
+void MarkChoices(std::vector<FitChoice>& choices, const std::vector<ListedParm>& listed) {
+    for (const auto& [line, slot] : listed) {
+        if (line->Choice == JobParameter::Mark::ByModel) continue;
+        const auto choice = std::find_if(choices.begin(), choices.end(),
+                                         [s = slot](const FitChoice& c) { return c.Slot == s; });
+        if (choice != choices.end())
+            choice->Check = line->Choice == JobParameter::Mark::Fit ? FitCheckYes : FitCheckNo;
+    }
+}
+
+// The refusal of an empty choice becomes the one line about the job.
+void Assign(const Job& job, const std::vector<FitChoice>& choices) {
+    Console.Held.clear();
+    Console.Holding = true;
+    const bool assigned = AssignFreePositions(choices);
+    Console.Holding = false;
+    if (!assigned) FailJob(job, "parameters", "", Console.Held.empty() ? "" : Console.Held.back());
+}
+
+} // namespace
+
+std::vector<ListedParm> FindListedParms(const Job& job) {
+    std::vector<ListedParm> listed;
+    for (const JobParameter& line : job.Parameters) {
+        const std::int16_t slot = SlotOfLine(job, line);
+        if (Work.FreeMap[slot] == SlotTied)
+            FailParameter(job, line, "this zero offset is tied to that of another set");
+        for (const ListedParm& other : listed)
+            if (other.Slot == slot)
+                FailParameter(job, line, "stands twice, first in line " + std::to_string(other.Line->Line));
+        listed.push_back({&line, slot});
+    }
+    return listed;
+}
+
+void TakeListedConstants(const Job& job, const std::vector<ListedParm>& listed) {
+    TakeValues(job, listed, IsConstant);
+    SeedCommonConstants(listed);
+}
+
+void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
+    TakeValues(job, listed, [](long) { return true; });
+    for (const ListedParm& entry : listed) {
+        TakeBounds(entry);
+        AskAboutBounds(entry);
+    }
+    std::vector<FitChoice> choices = FitChoices();
+    MarkChoices(choices, listed);
+    Assign(job, choices);
+}
+
+} // namespace Quillon

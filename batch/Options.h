@@ -1,0 +1,27 @@
+#pragma once
+// The command line of quillon-fit.
+
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+struct Options {
+    std::string JobPath;
+    // Where outputs go: "" not wanted, "-" standard output.
+    std::string Report;
+    std::string Results;
+    std::string Points;
+    bool Quiet = false; // no progress
+    bool Help = false;  // asked for; nothing else counts then
+    bool Version = false;
+};
+
+// Reads the arguments behind the program's name. An option's file stands behind it or behind "=". Without
+// any output the report goes to standard output. A mistake is a RuntimeError with one line that names it.
+Options ParseOptions(const std::vector<std::string>& arguments);
+
+std::string HelpText();
+std::string VersionText();
+
+} // namespace Quillon

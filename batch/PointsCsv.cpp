@@ -1,0 +1,35 @@
+#include "batch/PointsCsv.h"
+
+#include "batch/Numbers.h"
+#include "batch/SetPoints.h"
+#include "reporting/Statistics.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+namespace {
+
+std::string PointLine(const SetPoints& points, long n) {
+    std::string line = std::to_string(points.Set) + "," + std::to_string(points.Row) + ",";
+    if (n <= points.LastTrue) {
+        const long inScan = Work.FitRange[0][points.Row] + (n - points.First);
+        line += "data," + ShortestText(Work.ScanRadius[points.Row][inScan]) + "," + ShortestText(Work.PtX[n]);
+    } else {
+        line += "constraint,,";
+    }
+    return line + "," + ShortestText(Work.PtY[n]) + "," + ShortestText(Work.PtFit[n]) + "," +
+           ShortestText(Work.PtResid[n]) + "\n";
+}
+
+} // namespace
+
+std::string PointsCsv() {
+    CalcResiduals();
+    std::string text = "set,row,kind,radius_cm,x_cm2,y,fit,residual\n";
+    for (const SetPoints& points : PointsBySet())
+        for (long n = points.First; n <= points.Last; ++n)
+            text += PointLine(points, n);
+    return text;
+}
+
+} // namespace Quillon

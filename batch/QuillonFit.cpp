@@ -1,0 +1,114 @@
+#include "batch/QuillonFit.h"
+
+#include "batch/BatchPlatform.h"
+#include "batch/JobFile.h"
+#include "batch/OneLine.h"
+#include "batch/Options.h"
+#include "batch/PointsCsv.h"
+#include "batch/ResultsJson.h"
+#include "batch/RunJob.h"
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "reporting/Report.h"
+#include "workspace/records/Workspace.h"
+
+#include <exception>
+#include <new>
+
+namespace Quillon {
+
+namespace {
+
+// An output, complete in memory before the first one is written.
+struct Output {
+    std::string Path; // "-" standard output
+    std::string Bytes;
+};
+
+[[noreturn]] void FailFile(const std::string& path, const std::string& reason) {
+    RaiseError(OneLine(path + ": " + reason));
+}
+
+Job LoadJob(const std::string& path) {
+    std::string text;
+    try {
+        text = Host.ReadFile(path);
+    } catch (const RuntimeError& error) {
+        FailFile(path, error.Text);
+    }
+    return ParseJob(text, path);
+}
+
+// A place that cannot be written is better known before a long fit than after it.
+void CheckOutputPlace(const std::string& path) {
+    if (path.empty() || path == "-") return;
+    const std::string directory = DirectoryOf(path);
+    if (!directory.empty() && !Host.DirectoryExists(directory)) FailFile(path, ErrorText::PathNotFound);
+    if (Host.DirectoryExists(path)) FailFile(path, "is a directory");
+}
+
+void WriteOutput(const Output& output) {
+    try {
+        if (output.Path == "-")
+            WriteStandardOutput(output.Bytes);
+        else
+            Host.WriteFile(output.Path, output.Bytes);
+    } catch (const RuntimeError& error) {
+        FailFile(output.Path == "-" ? "standard output" : output.Path, error.Text);
+    }
+}
+
+// What is written: everything of a finished fit, of another one the results alone.
+std::vector<Output> Render(const Options& options, const RunEnd& end) {
+    std::vector<Output> outputs;
+    if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportText()});
+    if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
+    if (!options.Results.empty()) outputs.push_back({options.Results, ResultsJson(end.Message)});
+    return outputs;
+}
+
+int RunOptions(const Options& options) {
+    Console.Progress = !options.Quiet;
+    for (const std::string& path : {options.Report, options.Results, options.Points})
+        CheckOutputPlace(path);
+    const Job job = LoadJob(options.JobPath);
+    WatchInterrupt();
+    const RunEnd end = RunJob(job);
+    std::vector<Output> outputs;
+    try {
+        outputs = Render(options, end);
+    } catch (const RuntimeError& error) {
+        FailFile(options.JobPath, "the outputs could not be made: " + error.Text);
+    }
+    for (const Output& output : outputs)
+        WriteOutput(output);
+    return end.Complete ? ExitDone : ExitNoFit;
+}
+
+int RunArguments(const std::vector<std::string>& arguments) {
+    const Options options = ParseOptions(arguments);
+    if (!options.Help && !options.Version) return RunOptions(options);
+    WriteStandardOutput(options.Help ? HelpText() : VersionText());
+    return ExitDone;
+}
+
+} // namespace
+
+int RunQuillonFit(const std::vector<std::string>& arguments) {
+    InstallBatchPlatform();
+    std::string line;
+    try {
+        return RunArguments(arguments);
+    } catch (const RuntimeError& error) {
+        line = error.Text;
+    } catch (const std::bad_alloc&) {
+        line = "quillon-fit: out of memory";
+    } catch (const std::exception& error) {
+        line = std::string("quillon-fit: ") + error.what();
+    }
+    Console.Holding = false;
+    WriteConsole(line);
+    return ExitBad;
+}
+
+} // namespace Quillon

@@ -1,0 +1,171 @@
+#include "batch/ResultsJson.h"
+
+#include "batch/Numbers.h"
+#include "batch/SetPoints.h"
+#include "fit/Confidence.h"
+#include "models/Catalogue.h"
+#include "models/ParmScale.h"
+#include "reporting/Statistics.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+#include <vector>
+
+namespace Quillon {
+
+namespace {
+
+constexpr const char* Null = "null";
+
+template <class T> std::string JsonNumber(T value) {
+    const std::string text = ShortestText(value);
+    return text.empty() ? Null : text;
+}
+
+std::string JsonFlag(bool value) {
+    return value ? "true" : "false";
+}
+
+std::string Member(const char* name, const std::string& value) {
+    return "\"" + std::string(name) + "\": " + value;
+}
+
+std::string Joined(const std::vector<std::string>& parts, const char* separator) {
+    std::string text;
+    for (const std::string& part : parts)
+        text += (text.empty() ? "" : separator) + part;
+    return text;
+}
+
+// A record or a list on one line, and a list with an item on each line.
+std::string InlineObject(const std::vector<std::string>& members) {
+    return "{" + Joined(members, ", ") + "}";
+}
+std::string InlineList(const std::vector<std::string>& items) {
+    return "[" + Joined(items, ", ") + "]";
+}
+std::string List(const std::vector<std::string>& items) {
+    return items.empty() ? "[]" : "[\n    " + Joined(items, ",\n    ") + "\n  ]";
+}
+
+// The value of a calculation, null where it does not exist.
+template <class Calculation> std::string Existing(bool exists, Calculation&& calculate) {
+    if (!exists) return Null;
+    try {
+        return JsonNumber(calculate());
+    } catch (const RuntimeError&) {
+        return Null;
+    }
+}
+
+std::string ModelObject() {
+    return InlineObject({Member("number", std::to_string(Work.Model)),
+                         Member("name", JsonString(ModelReportName(Work.Model))),
+                         Member("nonideal", JsonFlag(Work.NonIdeal != 0)),
+                         Member("separate_k", JsonFlag(Work.SeparateK != 0))});
+}
+
+std::string ConfidenceObject() {
+    const std::string ratio = Existing(Work.FitDone != 0, [] {
+        if (!Work.LimitsDone) ComputeConfidenceRatio();
+        return Work.ConfidenceRatio;
+    });
+    return InlineObject({Member("level", JsonNumber(Work.ConfidenceLevel)), Member("ratio", ratio),
+                         Member("searched", JsonFlag(Work.LimitsDone != 0))});
+}
+
+const char* StateName(std::int16_t map) {
+    if (map >= 0) return "fitted";
+    return map == SlotTied ? "tied" : "held";
+}
+
+std::string ParameterObject(long slot) {
+    const std::int16_t free = Work.FreeMap[slot];
+    const bool fitted = free >= 0;
+    const auto limit = [&](std::size_t side) {
+        return Existing(fitted && Work.LimitsDone,
+                        [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
+    };
+    const bool bounded = fitted && free <= Work.AtBound.Hi();
+    return InlineObject(
+        {Member("slot", std::to_string(slot)), Member("name", JsonString(Work.ParmName[slot])),
+         Member("unit", JsonString(Work.ParmTitle[slot])),
+         Member("state", std::string("\"") + StateName(free) + "\""),
+         Member("internal", JsonNumber(Work.Parms[slot])),
+         Member("value", Existing(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
+         Member("error", Existing(fitted && Work.FitDone, [&] { return DisplayedError(free); })),
+         Member("lower", limit(0)), Member("upper", limit(1)),
+         Member("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0))});
+}
+
+std::string ParameterList() {
+    std::vector<std::string> items;
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        if (Work.FreeMap[slot] != SlotUnused) items.push_back(ParameterObject(slot));
+    return List(items);
+}
+
+std::string CorrelationsObject() {
+    if (!Work.FitDone) return Null;
+    Work.HighCount = Work.VeryHighCount = 0;
+    ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
+    std::vector<std::string> slots, rows;
+    for (long a = 0; a < Work.NumFree; ++a) {
+        slots.push_back(std::to_string(Work.FreeIndex[a]));
+        std::vector<std::string> row;
+        for (long b = 0; b <= a; ++b)
+            row.push_back(JsonNumber(Work.CorrMatrix(a, b)));
+        rows.push_back(InlineList(row));
+    }
+    return InlineObject({Member("slots", InlineList(slots)), Member("matrix", InlineList(rows))});
+}
+
+// Root mean square of the residuals of the set's true points.
+double SetRms(const SetPoints& points) {
+    double sum = 0.0;
+    for (long n = points.First; n <= points.LastTrue; ++n) {
+        const double residual = static_cast<double>(Work.PtY[n]) - static_cast<double>(Work.PtFit[n]);
+        sum += residual * residual;
+    }
+    return std::sqrt(Divide(sum, static_cast<double>(points.LastTrue - points.First + 1)));
+}
+
+std::string SetList() {
+    std::vector<std::string> items;
+    for (const SetPoints& points : PointsBySet())
+        items.push_back(InlineObject(
+            {Member("set", std::to_string(points.Set)), Member("row", std::to_string(points.Row)),
+             Member("label", JsonString(SetName(points.Set))),
+             Member("points", std::to_string(points.LastTrue - points.First + 1)),
+             Member("rms", Existing(Work.FitValid != 0, [&] { return SetRms(points); }))}));
+    return List(items);
+}
+
+} // namespace
+
+std::string ResultsJson(const std::string& message) {
+    const bool converged = Work.FitDone != 0;
+    const std::string runs = Existing(converged, [] {
+        RunsTest();
+        return Work.RunsZ;
+    });
+    const std::vector<std::string> members = {
+        Member("program", JsonString(Work.ProgramName)),
+        Member("version", JsonString(Work.ProgramVersion)),
+        Member("converged", JsonFlag(converged)),
+        Member("message", JsonString(message)),
+        Member("iterations", std::to_string(Work.Iteration)),
+        Member("model", ModelObject()),
+        Member("sum_of_squares", Existing(Work.FitValid != 0, [] { return Work.SumSq; })),
+        Member("rms_residual", Existing(converged, [] { return Work.RmsResidual; })),
+        Member("degrees_of_freedom", std::to_string(Work.NumPts - Work.NumFree)),
+        Member("runs_z", runs),
+        Member("confidence", ConfidenceObject()),
+        Member("parameters", ParameterList()),
+        Member("correlations", CorrelationsObject()),
+        Member("sets", SetList()),
+    };
+    return "{\n  " + Joined(members, ",\n  ") + "\n}\n";
+}
+
+} // namespace Quillon

@@ -1,0 +1,29 @@
+#pragma once
+// The results of a run as JSON (RFC 8259, UTF-8): one object, its members in a fixed order.
+//
+//     program, version            who wrote it
+//     converged, message, iterations
+//     model                       number, name, nonideal, separate_k
+//     sum_of_squares, rms_residual, degrees_of_freedom, runs_z
+//     confidence                  level, ratio, searched
+//     parameters                  a record for each slot that the model uses: slot, name, unit, state
+//                                 (fitted, held or tied), internal, value, error, lower, upper, at_bound
+//     correlations                slots in the order of the fitted parameters, matrix (lower triangle)
+//     sets                        set, row, label, points (true ones), rms
+//
+// value, error, lower and upper are in user units, lower and upper are the confidence limits. Numbers read
+// back give the same bits. What does not exist is null: statistics of a fit that did not converge, the error
+// of a held parameter, limits that were not searched. There is no NaN.
+
+#include <string>
+
+namespace Quillon {
+
+// The text for the analysis in the workspace. Runs the runs test and the correlations of a converged fit;
+// message is what the program said of one that did not converge.
+std::string ResultsJson(const std::string& message);
+
+// A JSON string with its quotes: bytes that are no UTF-8 are taken as Latin-1.
+std::string JsonString(const std::string& bytes);
+
+} // namespace Quillon

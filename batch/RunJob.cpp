@@ -1,0 +1,138 @@
+#include "batch/RunJob.h"
+
+#include "batch/BatchPlatform.h"
+#include "batch/JobData.h"
+#include "batch/JobParameters.h"
+#include "fit/Confidence.h"
+#include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
+#include "models/ParmScale.h"
+#include "platform/Platform.h"
+#include "scandata/FitData.h"
+#include "workspace/commands/FitCommand.h"
+
+#include <optional>
+
+namespace Quillon {
+
+namespace {
+
+void TakeSettings(const Job& job) {
+    for (const JobSetting& setting : job.Settings)
+        Work.*setting.Member = setting.Value;
+    if (job.MaxIterations) Work.MaxIterations = *job.MaxIterations;
+    Work.MassUnits = job.MassUnits;
+    Work.MonitorMode = 1; // the monitor's record is where progress is read
+    Work.PauseBeforeFit = FlagFalse;
+}
+
+// The units of concentrations follow the optics, which the scans tell.
+void SettleConcUnits(const Job& job) {
+    const int first = Work.InterferenceData ? 3 : 0;
+    Work.ConcUnits = ToInt16(first + static_cast<int>(job.Concentration));
+}
+
+// The warning of the form for concentration constraints.
+void WarnOfConstraints(const Job& job) {
+    if ((job.Model != 7 && job.Model != 9) || !(Work.ConstraintFlags & ConcentrationBit)) return;
+    Tell("For this model, for constraints to work properly you MUST set correct values for the molar "
+         "extinction coefficients of species A and B on the Units form.  You may use either Absorbance or "
+         "Molar units, however.",
+         Work.ProgramName, BoxIcon::Warning);
+}
+
+// The model dialog's part: the job has chosen, and its choice has been checked.
+void ChooseModel(const Job& job) {
+    Console.ShowModal = [&](const std::string&) {
+        Work.Model = job.Model;
+        Work.NonIdeal = Flag(job.NonIdeal);
+        Work.SeparateK = Flag(job.SeparateK);
+    };
+    SelectModel(true);
+    Console.ShowModal = nullptr;
+    Work.FitDone = Work.FitValid = 0;
+    SetDefaultBounds();
+}
+
+void Prepare(const Job& job) {
+    try {
+        BuildFitData();
+        ChooseModel(job);
+    } catch (const RuntimeError& error) {
+        FailJob(job, "fit", "", "the data and constants make no fit: " + error.Text);
+    }
+    WarnOfConstraints(job);
+}
+
+// Runs the fit command with the job in place of the guesses dialog. An error of the job that shows there is
+// carried across the command, which must not see it.
+void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
+    std::optional<RuntimeError> jobError;
+    Console.NewGuesses = job.Guesses;
+    Console.ShowModal = [&](const std::string& form) {
+        if (form != "GetGuess") return;
+        try {
+            TakeListedParms(job, listed);
+        } catch (const RuntimeError& error) {
+            jobError = error;
+            Work.AbortFit = FlagTrue;
+        }
+    };
+    FitDataCommand();
+    Console.ShowModal = nullptr;
+    if (jobError) throw *jobError;
+}
+
+std::string LimitsMessage() {
+    return Interrupted() ? "The search for confidence limits was cancelled"
+                         : "The search for confidence limits failed";
+}
+
+void SearchLimits(RunEnd& end) {
+    int told = -1;
+    try {
+        ConfidenceSearch([&](double fraction) {
+            const int percent = static_cast<int>(fraction * 100.0);
+            if (percent == told) return;
+            told = percent;
+            WriteProgress("confidence limits " + FormatNumber(fraction, "#0%"));
+        });
+    } catch (const RuntimeError& error) {
+        WriteConsole(error.Text);
+    }
+    end.Complete = Work.LimitsDone != 0;
+    if (end.Complete) return;
+    end.Message = LimitsMessage();
+    WriteConsole(end.Message);
+}
+
+RunEnd EndOfFit() {
+    RunEnd end;
+    end.Converged = end.Complete = Work.FitDone != 0;
+    if (end.Converged) return end;
+    end.Message = Work.Outcome.Sentence;
+    if (Work.Outcome.End == FitEnd::Cancelled) {
+        end.Message = "The fit was cancelled"; // whoever cancels knows, so that nobody has told it yet
+        WriteConsole(end.Message);
+    }
+    return end;
+}
+
+} // namespace
+
+RunEnd RunJob(const Job& job) {
+    Work = FreshWorkspace();
+    TakeSettings(job);
+    ReadJobData(job);
+    SettleConcUnits(job);
+    Prepare(job);
+    const std::vector<ListedParm> listed = FindListedParms(job);
+    TakeListedConstants(job, listed);
+    RunFitCommand(job, listed);
+    RunEnd end = EndOfFit();
+    Work.AbortFit = 0;
+    if (end.Converged && job.ConfidenceLimits) SearchLimits(end);
+    return end;
+}
+
+} // namespace Quillon

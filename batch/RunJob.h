@@ -1,0 +1,23 @@
+#pragma once
+// A job from its record to a finished fit in the workspace.
+
+#include "batch/JobFile.h"
+
+#include <string>
+
+namespace Quillon {
+
+// How a run ended. The fit itself stands in the workspace.
+struct RunEnd {
+    bool Converged = false; // the fit did
+    bool Complete = false;  // and whatever else the job asked for was done
+    std::string Message;    // what the program said when it was not so
+};
+
+// Starts from a fresh workspace and a console of InstallBatchPlatform, in this order: units and constants,
+// the data sets, the model; listed masses, stoichiometries and constants; the guesses, which depend on them;
+// listed concentrations, offsets and fit flags; the fit; the confidence search where it is asked for. What
+// is wrong with the job or its files is a RuntimeError with one line.
+RunEnd RunJob(const Job& job);
+
+} // namespace Quillon

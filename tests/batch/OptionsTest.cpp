@@ -1,0 +1,73 @@
+// The command line of quillon-fit.
+#include "batch/Options.h"
+
+#include "platform/RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+std::string ErrorOf(const std::vector<std::string>& arguments) {
+    try {
+        ParseOptions(arguments);
+    } catch (const RuntimeError& error) {
+        return error.Text;
+    }
+    return "no error";
+}
+
+std::string Mistake(const std::string& what) {
+    return "quillon-fit: " + what + " (quillon-fit --help tells more)";
+}
+
+TEST(BatchOptions, ReportGoesToStandardOutputWhenNothingIsNamed) {
+    const Options options = ParseOptions({"fit.job"});
+    EXPECT_EQ(options.JobPath, "fit.job");
+    EXPECT_EQ(options.Report, "-");
+    EXPECT_EQ(options.Results, "");
+    EXPECT_FALSE(options.Quiet || options.Help || options.Version);
+}
+
+TEST(BatchOptions, AnOutputThatIsNamedReplacesIt) {
+    const Options options = ParseOptions({"--results", "r.json", "fit.job", "--points=p.csv", "--quiet"});
+    EXPECT_EQ(options.JobPath, "fit.job");
+    EXPECT_EQ(options.Report, "");
+    EXPECT_EQ(options.Results, "r.json");
+    EXPECT_EQ(options.Points, "p.csv");
+    EXPECT_TRUE(options.Quiet);
+    EXPECT_EQ(ParseOptions({"fit.job", "--report", "-"}).Report, "-");
+}
+
+TEST(BatchOptions, TwoDashesEndThem) {
+    EXPECT_EQ(ParseOptions({"--quiet", "--", "--odd.job"}).JobPath, "--odd.job");
+}
+
+TEST(BatchOptions, HelpAndVersionNeedNoJob) {
+    EXPECT_TRUE(ParseOptions({"--help"}).Help);
+    EXPECT_TRUE(ParseOptions({"--version"}).Version);
+    EXPECT_EQ(VersionText(), "quillon-fit, Quillon 4.0.0\n");
+    for (const char* option : {"--report", "--results", "--points", "--quiet", "--help", "--version"})
+        EXPECT_NE(HelpText().find(option), std::string::npos) << option;
+}
+
+TEST(BatchOptions, MistakesAreOneLine) {
+    EXPECT_EQ(ErrorOf({}), Mistake("no job file is named"));
+    EXPECT_EQ(ErrorOf({"--quiet"}), Mistake("no job file is named"));
+    EXPECT_EQ(ErrorOf({""}), Mistake("the job file has no name"));
+    EXPECT_EQ(ErrorOf({"a.job", "b.job"}), Mistake("a second job file 'b.job'"));
+    EXPECT_EQ(ErrorOf({"a.job", "--reprot", "x"}), Mistake("unknown option '--reprot'"));
+    EXPECT_EQ(ErrorOf({"a.job", "-q"}), Mistake("unknown option '-q'"));
+    EXPECT_EQ(ErrorOf({"a.job", "--quiet=1"}), Mistake("unknown option '--quiet=1'"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report"}), Mistake("no file behind --report"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report="}), Mistake("no file behind --report"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report", ""}), Mistake("no file behind --report"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report", "--quiet"}), Mistake("no file behind --report"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report", "x", "--report", "y"}), Mistake("--report stands twice"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report", "-", "--points", "-"}),
+              Mistake("--report and --points name the same file"));
+    EXPECT_EQ(ErrorOf({"a.job", "--ab\ncd"}), Mistake("unknown option '--ab cd'"));
+}
+
+} // namespace
+} // namespace Quillon

@@ -1,0 +1,20 @@
+#pragma once
+// The fit command: from a chosen model and chosen data to a finished fit.
+//
+// The parameter vector is repaired for the model and its options, what has to be asked is asked, the form
+// "GetGuess" says what is fitted, and the iteration runs. Everything that a new fit resets is reset here.
+
+namespace Quillon {
+
+// The whole command. A failed fit has told its own message; any other run-time error is told here and leaves
+// no fit behind. Work.AbortFit is left for the caller to clear when the fit itself was cancelled.
+void FitDataCommand();
+
+// Sets changed when the value of a slot differs from that before the guesses dialog (Work.ParmsSave) by more
+// than a tenth: of the value, or by 0.1 where it was 0. The divisor keeps its sign. Never clears changed.
+void ParmChanged(long slot, bool& changed);
+
+// Fills the results form from the fit that stands and shows it.
+void ShowResults();
+
+} // namespace Quillon
