@@ -49,13 +49,12 @@ void CheckFreeMap(const Workspace& w) {
     }
 }
 
-// A row that takes part must have its scan, a range inside it, and the points of the baseline it names.
+// A row that takes part must have its scan, and a range inside it.
 void CheckRowOfFit(const Workspace& w, long row) {
     Demand(!w.ScanFile[row].empty(), "ScanFile");
     const long first = w.FitRange[0][row];
     const long last = w.FitRange[1][row];
     Demand(1 <= first && first <= last && last <= w.ScanPoints[row], "FitRange");
-    Demand(w.BaselineFile[row] == "(none)" || w.BaselinePoints[row] >= 1, "BaselinePoints");
 }
 
 // A row outside the fit: a range that a channel without points in the scan gives is one place too long on

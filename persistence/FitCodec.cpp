@@ -88,8 +88,21 @@ bool Modernise(Workspace& w, double version) {
     return gone;
 }
 
-// Working arrays whose size follows from the counts of the file.
-void SizeWorkingArrays(Workspace& w) {
+// A count can outlive its points: that of a scan when the table is cleared, that of a baseline when it is
+// taken off. The count is kept, and points of zero stand behind it, 32767 of them at most, so that whoever
+// goes by the count finds an array of that length.
+void CoverCounts(Workspace& w) {
+    for (long row = 1; row <= w.MaxSets; ++row) {
+        w.ScanRadius[row].Resize(w.ScanPoints[row]);
+        w.ScanValue[row].Resize(w.ScanPoints[row]);
+        w.BaselineRadius[row].Resize(w.BaselinePoints[row]);
+        w.BaselineValue[row].Resize(w.BaselinePoints[row]);
+    }
+}
+
+// Arrays whose size follows from the counts of the file.
+void SizeArrays(Workspace& w) {
+    CoverCounts(w);
     w.SetPts.Resize(w.NumSets);
     w.NormVector.Recreate(w.NumFree - 1);
     w.AtBound.Recreate(w.NumFree - 1);
@@ -135,8 +148,8 @@ DecodedFit DecodeFit(const std::string& bytes, const Workspace& present) {
     // out even, and nothing of them is taken for what it is not.
     if (reader.Version <= 3.02 && !reader.AtEnd()) FitReader::Damaged("the end");
     fit.ModelGone = Modernise(fit.Analysis, reader.Version);
-    SizeWorkingArrays(fit.Analysis);
     CheckFit(fit.Analysis);
+    SizeArrays(fit.Analysis);
     return fit;
 }
 

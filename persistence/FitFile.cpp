@@ -3,6 +3,7 @@
 
 #include "fit/Confidence.h"
 #include "input/NUMINPUT.h"
+#include "models/FitFunction.h"
 #include "persistence/Filelist.h"
 #include "persistence/SisterProgram.h"
 #include "platform/Paths.h"
@@ -151,6 +152,8 @@ AdoptedFit AdoptFit(const std::string& bytes, const std::string& path) {
         std::swap(Work, fit.Analysis);
         throw;
     }
+    ResetFitFunction();
+    ForgetBaselinePlace();
     Work.FitFile = path;
     return {fit.ModelGone};
 }
