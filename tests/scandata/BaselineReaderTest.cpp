@@ -1,0 +1,95 @@
+// Reading a baseline scan: the same layout, fewer rules.
+#include "ScanFixture.h"
+
+namespace Quillon {
+namespace {
+
+struct BaselineReading : ScanTest {};
+
+TEST_F(BaselineReading, SpeedAndPointsGoIntoTheRow) {
+    ASSERT_TRUE(ReadAsBaseline(
+        ScanText({"6.0 0.01 0.1", "6.1 0.02 -1", "6.2 0.03", "0 0"}, "R 2 20.0 3000 0000060 1E9 280 32"), 4));
+    EXPECT_EQ(Work.BaselineRPM[4], 3000.0F);
+    ASSERT_EQ(Work.BaselinePoints[4], 2);
+    EXPECT_EQ(Work.BaselineRadius[4][2], 6.2F);
+    EXPECT_EQ(Work.BaselineValue[4][2], 0.03F);
+}
+
+TEST_F(BaselineReading, TheShiftIsClearedAndNothingElse) {
+    ASSERT_TRUE(Read(ScanText(ManyPoints(5))).Ok);
+    Work.BaselineShifted[1] = FlagTrue;
+    Work.BaselineShift[1] = 0.01F;
+    Workspace expected = Work;
+    ASSERT_TRUE(ReadAsBaseline(ScanText({"6.0 0.01"}, "P 2 25.0 3000 60 1E9 675 32", "CM/PIXEL: 1, other")));
+    expected.BaselineShifted[1] = 0;
+    expected.BaselineShift[1] = 0.0F;
+    expected.BaselineRPM[1] = 3000.0F;
+    expected.BaselinePoints[1] = 1;
+    expected.BaselineRadius[1] = OneBased<float>(1, 6.0F);
+    expected.BaselineValue[1] = OneBased<float>(1, 0.01F);
+    EXPECT_TRUE(Work == expected);
+}
+
+TEST_F(BaselineReading, TheHeaderIsAWholeLine) {
+    ASSERT_TRUE(ReadAsBaseline(ScanText({"6.0 0.01"}, "R 2 20.0, 3000 60 1E9 280 32")));
+    EXPECT_EQ(Work.BaselineRPM[1], 3000.0F);
+    EXPECT_EQ(Work.BaselinePoints[1], 1);
+}
+
+TEST_F(BaselineReading, WithoutABlankBehindTheSpeedItIsZero) {
+    ASSERT_TRUE(ReadAsBaseline(ScanText({"6.0 0.01"}, "R 2 20.0 3000")));
+    EXPECT_EQ(Work.BaselineRPM[1], 0.0F);
+}
+
+TEST_F(BaselineReading, MorePointsThanTheScanAreAccepted) {
+    ASSERT_TRUE(Read(ScanText(ManyPoints(5))).Ok);
+    ASSERT_TRUE(ReadAsBaseline(ScanText(ManyPoints(500))));
+    EXPECT_EQ(Work.BaselinePoints[1], 500);
+    EXPECT_EQ(Work.ScanPoints[1], 5);
+}
+
+TEST_F(BaselineReading, OnlyTheArrayLimitsTheCount) {
+    ASSERT_TRUE(ReadAsBaseline(ScanText(ManyPoints(2048))));
+    EXPECT_EQ(Work.BaselinePoints[1], 2048);
+    ExpectTold(BaselineReadError);
+    EXPECT_FALSE(ReadAsBaseline(ScanText(ManyPoints(2049))));
+    EXPECT_EQ(Work.BaselinePoints[1], 2048);
+}
+
+TEST_F(BaselineReading, TheLargestPointNumberEndsTheListSilently) {
+    Work.MaxPtsPerSet = 32767;
+    ASSERT_TRUE(ReadAsBaseline(ScanText(ManyPoints(40000))));
+    EXPECT_EQ(Work.BaselinePoints[1], 32766);
+}
+
+TEST_F(BaselineReading, FailuresAreToldOnce) {
+    for (const std::string& text :
+         {std::string(), std::string("comment\r\n"), "comment\r\n" + GoodHeader, ScanText({"6.0"}),
+          ScanText({"6.0,0.1"}), ScanText({"6.0 0.1", "", "6.1 0.2"}), ScanText({"0 0"}),
+          ScanText({"0 0 -1"}), ScanText({"6.0 0.1"}, "R "), ScanText({"6.0 0.1"}, "R 1 20 1E39 60 ")}) {
+        ExpectTold(BaselineReadError);
+        EXPECT_FALSE(ReadAsBaseline(text)) << text;
+        EXPECT_EQ(Work.BaselinePoints[1], 0);
+    }
+}
+
+TEST_F(BaselineReading, AMissingFileIsToldOnce) {
+    ExpectTold(BaselineReadError);
+    EXPECT_FALSE(ReadBaseline(script.Directory() + "/none.RA1", 1));
+    ExpectTold(BaselineReadError);
+    EXPECT_FALSE(ReadBaseline(script.Directory(), 1));
+}
+
+TEST_F(BaselineReading, AFailureKeepsTheFormerPointsInReach) {
+    ASSERT_TRUE(ReadAsBaseline(ScanText(ManyPoints(20))));
+    Work.BaselineShifted[1] = FlagTrue;
+    ExpectTold(BaselineReadError);
+    EXPECT_FALSE(ReadAsBaseline(ScanText({"6.0 0.1", "6.1"})));
+    EXPECT_EQ(Work.BaselinePoints[1], 20);
+    EXPECT_EQ(Work.BaselineRadius[1].Hi(), 20);
+    EXPECT_EQ(Work.BaselineValue[1].Hi(), 20);
+    EXPECT_EQ(Work.BaselineShifted[1], FlagTrue);
+}
+
+} // namespace
+} // namespace Quillon
