@@ -165,7 +165,15 @@ LeastSquaresEnd MinimiseSumSq(const LeastSquaresFunction& function, const RealVe
         const RealVector newton = SolveDense(derivative, residual);
         end.Converged =
             StepLength(derivative, newton) <= SmallSlope * std::sqrt(before) || LostInRounding(end.P, newton);
-        if (end.Converged) break;
+        if (end.Converged) {
+            // One last full step takes what the limit has left.
+            if (function(Sum(end.P, newton), trialResidual, trialDerivative)) {
+                end.P = Sum(end.P, newton);
+                std::swap(residual, trialResidual);
+                std::swap(derivative, trialDerivative);
+            }
+            break;
+        }
         const RealVector step = DampedStep(derivative, residual, lambda);
         const RealVector trial = Sum(end.P, step);
         const bool exists = function(trial, trialResidual, trialDerivative);
