@@ -41,6 +41,7 @@ void BringBack(FitState& kept) {
     Work.Alpha = kept.Alpha;
     Work.FitValid = kept.FitValid;
     Work.BoundHit = kept.BoundHit;
+    Work.FunctionFailed = FlagFalse;
     ResetConstraintSums();
 }
 
@@ -50,9 +51,9 @@ float Shortfall(float alpha, float target) {
     ApplyIncrement();
     CalcSumSq();
     if (Work.AbortFit) return 0.0F;
-    const double q = Work.SumSq / BestSumSq;
+    const double q = Divide(Work.SumSq, BestSumSq);
     if (std::fabs(q) < 9e37) return static_cast<float>(static_cast<double>(target) - q);
-    return q > 0.0 ? -9e37F : 9e37F;
+    return q > 0.0 ? -9e37F : 9e37F; // beyond the range of a single, and so far beyond the target
 }
 
 // The increment of one standard deviation along an axis of the error ellipsoid.
@@ -147,6 +148,7 @@ void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
     try {
         ComputeConfidenceRatio();
         BestSumSq = Work.SumSq;
+        Work.AtBound.Resize(Work.NumFree); // a restored fit has not been stepped yet
         const ZeroBased<double> eigenvalues = DecomposeErrors();
         Work.ParmsSave = Work.Parms;
         Work.ConfTrace.Recreate(Work.NumParms - 1, 2L * Work.NumFree - 1);

@@ -40,9 +40,10 @@ void LayOut() {
     FitMon.Label4 = heads("Outside Bounds");
 }
 
-// The rows of the page that shows; the row of the sum of squares stands on every page.
+// The rows of the page that shows. The row of the sum of squares comes behind the last parameter, so that
+// with two pages it stands on the second.
 void ShowRows() {
-    for (int row = 0; row < Work.NumFree; ++row) {
+    for (int row = 0; row <= Work.NumFree; ++row) {
         const bool shown = !FitMon.Paged || (row >= RowsOfAPage) == FitMon.ShowingPage2;
         const auto i = static_cast<std::size_t>(row);
         FitMon.ParameterName[i].Visible = shown;

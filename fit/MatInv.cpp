@@ -1,6 +1,9 @@
 #include "fit/MatInv.h"
 
+#include "platform/Narrow.h"
+
 #include <cmath>
+#include <utility>
 
 namespace Quillon {
 
@@ -10,6 +13,11 @@ constexpr std::int16_t IllConditioned = 199;
 constexpr double StageRatio = 1e-11; // of the scaled pivots of two neighbouring stages
 
 Decomposition State;
+
+double Finite(double value) {
+    if (!std::isfinite(value)) RaiseError(ErrorText::Overflow);
+    return value;
+}
 
 struct Pivot {
     double Best = 0.0;
@@ -21,10 +29,10 @@ bool MeasureRows(const ZeroBasedMatrix<double>& A, ZeroBased<double>& size) {
     const long lo = State.Lo;
     const long hi = State.Hi;
     for (long i = lo; i <= hi; ++i) {
-        State.RowPerm[i] = State.ColPerm[i] = static_cast<std::int16_t>(i);
+        State.RowPerm[i] = State.ColPerm[i] = ToInt16(i);
         for (long j = lo; j <= hi; ++j)
             size[i] += std::fabs(A(j, i));
-        if (size[i] == 0.0) return false;
+        if (Finite(size[i]) == 0.0) return false;
     }
     return true;
 }
@@ -35,7 +43,7 @@ Pivot SearchPivot(const ZeroBasedMatrix<double>& A, const ZeroBased<double>& siz
     for (long i = k; i <= State.Hi; ++i) {
         const long r = State.RowPerm[i];
         for (long j = k; j <= State.Hi; ++j) {
-            const double v = std::fabs(A(State.ColPerm[j], r)) / size[r];
+            const double v = Finite(std::fabs(A(State.ColPerm[j], r)) / size[r]);
             if (v > p.Best) p = {v, i, j};
         }
     }
@@ -53,12 +61,17 @@ void Eliminate(ZeroBasedMatrix<double>& A, long k) {
     const long c = State.ColPerm[k];
     for (long i = k + 1; i <= State.Hi; ++i) {
         const long q = State.RowPerm[i];
-        A(c, q) = -A(c, q) / A(c, r);
+        A(c, q) = Finite(-A(c, q) / A(c, r));
         for (long j = k + 1; j <= State.Hi; ++j) {
             const long d = State.ColPerm[j];
             A(d, q) = A(d, q) + A(c, q) * A(d, r);
         }
     }
+}
+
+// 199 becomes -1, 0 stays.
+std::int16_t Result(std::int16_t code) {
+    return static_cast<std::int16_t>((code + 5) % 200 - 5);
 }
 
 std::int16_t Fail() {
@@ -76,11 +89,12 @@ std::int16_t Factor(ZeroBasedMatrix<double>& A) {
     State = Decomposition{};
     if (A.RowHi() != A.ColumnHi()) return 0;
     const long hi = A.RowHi();
-    State.Lo = A.Low();
-    State.Hi = hi;
+    State.Lo = ToInt16(A.Low());
+    State.Hi = ToInt16(hi);
     State.Factored = -1;
     State.RowPerm.Recreate(hi);
     State.ColPerm.Recreate(hi);
+    if (hi < State.Lo) return 0; // nothing to decompose
     ZeroBased<double> size(hi);
     if (!MeasureRows(A, size)) return Fail();
 
@@ -96,7 +110,7 @@ std::int16_t Factor(ZeroBasedMatrix<double>& A) {
         Eliminate(A, k);
     }
     const long r = State.RowPerm[hi];
-    const double last = A(State.ColPerm[hi], r);
+    const double last = Finite(A(State.ColPerm[hi], r));
     if (last == 0.0) return Fail();
     if (previous * StageRatio > std::fabs(last) / size[r]) code = IllConditioned;
     return code;
@@ -119,7 +133,7 @@ std::int16_t Solve(ZeroBased<double>& B, const ZeroBasedMatrix<double>& A, ZeroB
             const long d = State.ColPerm[j];
             X[c] = X[c] - A(d, r) * X[d];
         }
-        X[c] = X[c] / A(c, r);
+        X[c] = Finite(X[c] / A(c, r));
     }
     return 0;
 }
@@ -127,15 +141,14 @@ std::int16_t Solve(ZeroBased<double>& B, const ZeroBasedMatrix<double>& A, ZeroB
 std::int16_t Invert(ZeroBasedMatrix<double>& A) {
     const long hi = A.RowHi();
     const long lo = A.Low();
-    std::int16_t code = Factor(A);
+    const std::int16_t code = Factor(A);
     if (State.Factored) {
         ZeroBasedMatrix<double> inverse(hi, hi);
         ZeroBased<double> B(hi);
         ZeroBased<double> X(hi);
         for (long k = lo; k <= hi; ++k) {
             B[k] = 1.0;
-            const std::int16_t failed = Solve(B, A, X);
-            if (failed) return static_cast<std::int16_t>((failed + 5) % 200 - 5);
+            if (Solve(B, A, X) != 0) return Result(code);
             for (long i = lo; i <= hi; ++i) {
                 inverse(k, i) = X[i];
                 B[i] = 0.0;
@@ -143,7 +156,7 @@ std::int16_t Invert(ZeroBasedMatrix<double>& A) {
         }
         A = inverse;
     }
-    return static_cast<std::int16_t>((code + 5) % 200 - 5); // 199 becomes -1, 0 stays
+    return Result(code);
 }
 
 } // namespace Quillon

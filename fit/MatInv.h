@@ -4,7 +4,8 @@
 // Invert is what the fit uses; Factor and Solve are its halves. In a matrix the second subscript counts as
 // the row and the first as the column, which makes no difference for the symmetric ones of a fit. The
 // subscripts run over Lo..Hi, taken from the matrix (zero-based here). Everything is double precision. A
-// singular or ill-conditioned matrix is told by the result code; a division overflow is not caught.
+// singular or ill-conditioned matrix is told by the result code; numbers that leave the range of a double
+// are the RuntimeError "Overflow".
 
 #include "platform/Arrays.h"
 
@@ -24,8 +25,8 @@ std::int16_t Solve(ZeroBased<double>& B, const ZeroBasedMatrix<double>& A, ZeroB
 
 // What the latest Factor left: whether it came to its end, the order of rows and columns, interchanges.
 struct Decomposition {
-    long Lo = 0;
-    long Hi = -1;
+    std::int16_t Lo = 0;
+    std::int16_t Hi = -1;
     std::int16_t Factored = 0; // flag
     std::int16_t SwapCount = 0;
     ZeroBased<std::int16_t> RowPerm;

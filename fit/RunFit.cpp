@@ -47,17 +47,20 @@ void CloseMonitor() {
     Host.ShowForm("Analmenu");
 }
 
+bool ToldSingular() {
+    if (!Work.Singular) return false;
+    const std::string text = "Singular Matrix - Fit Aborted";
+    Conclude(FitEnd::Singular, text);
+    Tell(text, Work.ProgramName, BoxIcon::Stop);
+    return true;
+}
+
 // One round of the loop. True while the fit has to go on; otherwise Outcome tells the end.
 bool IterateOnce() {
     Work.FitDone = Work.LimitsDone = FlagFalse;
     OneIteration();
     if (Work.AbortFit) return false;
-    if (Work.Singular) {
-        const std::string text = "Singular Matrix - Fit Aborted";
-        Conclude(FitEnd::Singular, text);
-        Tell(text, Work.ProgramName, BoxIcon::Stop);
-        return false;
-    }
+    if (ToldSingular()) return false;
     // This test stands before the one for convergence: the last permitted iteration fails in any case.
     if (Work.Iteration >= Work.MaxIterations) {
         const std::string text =
@@ -86,7 +89,11 @@ bool LastSums() {
     AccumulateSums();
     if (!Work.AbortFit) InvertNormalMatrix();
     FitMon.StatusText.Tag.clear();
-    if (Work.AbortFit) return false;
+    if (Work.AbortFit) {
+        Conclude(FitEnd::NotRun);
+        return false;
+    }
+    if (ToldSingular()) return false; // without the inverse there is no error estimate to show
     const std::int16_t freedom = ToInt16(Work.NumPts - Work.NumFree);
     Work.RmsResidual = ToSingle(Sqrt(Divide(Work.SumSq, static_cast<double>(freedom))));
     return true;
@@ -94,10 +101,7 @@ bool LastSums() {
 
 bool RunToTheEnd() {
     Iterate();
-    if (Work.Outcome.End != FitEnd::Converged) return false;
-    if (LastSums()) return true;
-    Conclude(FitEnd::NotRun);
-    return false;
+    return Work.Outcome.End == FitEnd::Converged && LastSums();
 }
 
 // A run-time error outside the passes, such as a division overflow in the inversion or no degree of freedom.
@@ -105,6 +109,17 @@ void TellFailure(const RuntimeError& error) {
     const std::string text = "Error '" + error.Text + "' occurred during the fit, aborting fit";
     Conclude(FitEnd::MathError, text);
     Tell(text, Work.ProgramName, BoxIcon::Stop);
+    Work.AbortFit = Work.FunctionFailed = FlagTrue;
+}
+
+// Runs work; false when it failed, which has then been told.
+template <class Step> bool Guarded(Step&& work) {
+    try {
+        return work();
+    } catch (const RuntimeError& error) {
+        TellFailure(error);
+        return false;
+    }
 }
 
 void NoteBreakOff() {
@@ -174,18 +189,18 @@ bool RunFit() {
     Work.FunctionFailed = FlagFalse;
     Work.AtBound.Recreate(Work.NumFree);
     ResetFitFunction();
-    bool finished = false;
-    try {
+    const bool finished = Guarded([] {
         OpenMonitor();
-        finished = RunToTheEnd();
-        if (finished) Work.FitDone = FlagTrue;
-    } catch (const RuntimeError& error) {
-        TellFailure(error);
-    }
+        return RunToTheEnd();
+    });
     CloseMonitor();
-    BuildParmScale();
-    if (!finished) NoteBreakOff();
-    return finished;
+    const bool scaled = Guarded([] {
+        BuildParmScale(); // follows the fitted stoichiometries
+        return true;
+    });
+    Work.FitDone = Flag(finished && scaled);
+    if (!Work.FitDone) NoteBreakOff();
+    return Work.FitDone != 0;
 }
 
 } // namespace Quillon

@@ -162,6 +162,16 @@ void PassPlainly() {
     }
 }
 
+template <class Items> bool AllFinite(const Items& items) {
+    return std::all_of(items.Data(), items.Data() + items.Size(), [](double v) { return std::isfinite(v); });
+}
+
+// An overflow anywhere in the sums stays in them to the end of the pass.
+void CheckNormalEquations() {
+    if (Work.AbortFit) return;
+    if (!AllFinite(Work.NormVector) || !AllFinite(Work.NormMatrix)) RaiseError(ErrorText::Overflow);
+}
+
 // Runs a pass with FitValid down meanwhile; an arithmetic or run-time error is told and ends the fit.
 template <class Pass> void GuardedPass(Pass&& pass) {
     Work.FitValid = FlagFalse;
@@ -189,13 +199,19 @@ void CopyLowerTriangle() {
 void AccumulateSums() {
     PrepareSums();
     MonitorStatus("Accumulating Sums");
-    GuardedPass([] { PassOverPoints(true); });
+    GuardedPass([] {
+        PassOverPoints(true);
+        CheckNormalEquations();
+    });
     if (!Work.AbortFit) CopyLowerTriangle();
 }
 
 void AccumulateSumsPlainly() {
     PrepareSums();
-    GuardedPass([] { PassPlainly(); });
+    GuardedPass([] {
+        PassPlainly();
+        CheckNormalEquations();
+    });
     if (!Work.AbortFit) CopyLowerTriangle();
 }
 
