@@ -120,6 +120,7 @@ std::int16_t Solve(ZeroBased<double>& B, const ZeroBasedMatrix<double>& A, ZeroB
     for (long k = State.Lo; k < State.Hi; ++k) {
         const long c = State.ColPerm[k];
         const long r = State.RowPerm[k];
+        if (B[r] == 0.0) continue; // most of a unit vector
         for (long i = k + 1; i <= State.Hi; ++i) {
             const long q = State.RowPerm[i];
             B[q] = B[q] + A(c, q) * B[r];

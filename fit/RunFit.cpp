@@ -3,6 +3,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/MatInv.h"
 #include "input/NUMINPUT.h"
+#include "models/BlockFunction.h"
 #include "models/FitFunction.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"

@@ -65,37 +65,54 @@ template <class Target> void AddRow(const double* x, int count, long n, Target&&
     }
 }
 
-void StoreFit() {
+// Above this the sum of squares is looked into: a fitted value may have left the range of a single.
+constexpr double SuspiciousSum = 1e70;
+
+// Fitted values, residuals and the sum of squares, point after point.
+void AddSquares() {
     const long n = Block.Count;
     float* fit = Work.PtFit.Data() + (Block.First - 1);
     const float* y = Work.PtY.Data() + (Block.First - 1);
+    double sum = Work.SumSq;
     for (long i = 0; i < n; ++i) {
         const double value = Block.Value[static_cast<std::size_t>(i)];
+        const double r = static_cast<double>(y[i]) - value;
         fit[i] = static_cast<float>(value);
-        Residual[static_cast<std::size_t>(i)] = static_cast<double>(y[i]) - value;
+        Residual[static_cast<std::size_t>(i)] = r;
+        sum += r * r;
     }
-    for (long i = 0; i < n; ++i)
-        if (!std::isfinite(fit[i])) RaiseError(ErrorText::Overflow);
+    Work.SumSq = sum;
 }
 
-// The block's share of the sums. Pairs with a derivative that is zero by construction add nothing but
-// zeros, which leave a sum that started at 0 as it is.
-void AddBlock(bool withDerivs) {
-    StoreFit();
-    const long n = Block.Count;
-    for (long i = 0; i < n; ++i) {
-        const double r = Residual[static_cast<std::size_t>(i)];
-        Work.SumSq += r * r;
-    }
+// Tells a fault of the function in its own words; any other number out of range is an overflow of the sums.
+void LookForFault() {
+    if (!BlockIsFinite(Block, Plan)) return TellFunctionError();
+    for (long i = 0; i < Block.Count; ++i)
+        if (!std::isfinite(Work.PtFit[Block.First + i])) RaiseError(ErrorText::Overflow);
     if (!std::isfinite(Work.SumSq)) RaiseError(ErrorText::Overflow);
-    if (!withDerivs) return;
+}
+
+// The block's share of the normal equations. Pairs with a derivative that is zero by construction would add
+// nothing but zeros, which leave a sum that started at 0 as it is.
+void AddNormalEquations() {
+    const long n = Block.Count;
     AddRow(Residual.data(), Plan.Count, n,
            [](std::size_t c) -> double& { return Work.NormVector[Plan.FreePosition[c]]; });
     for (int a = 0; a < Plan.Count; ++a) {
         const long row = Plan.FreePosition[static_cast<std::size_t>(a)];
         AddRow(Block.Column[static_cast<std::size_t>(a)].data(), a + 1, n,
                [row](std::size_t c) -> double& { return Work.NormMatrix(row, Plan.FreePosition[c]); });
+        if (std::isfinite(Work.NormMatrix(row, row))) continue;
+        LookForFault();
+        if (!Work.AbortFit) RaiseError(ErrorText::Overflow);
+        return;
     }
+}
+
+void AddBlock(bool withDerivs) {
+    AddSquares();
+    if (!(Work.SumSq < SuspiciousSum)) LookForFault();
+    if (withDerivs && !Work.AbortFit) AddNormalEquations();
 }
 
 // The points of one set from first on, and how many of them are true points.

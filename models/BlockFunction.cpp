@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <vector>
 
 namespace Quillon {
 
@@ -17,17 +18,17 @@ namespace {
 
 using Values = std::array<double, BlockPoints>;
 
-// The monomer signals of a block and the powers of A's.
-struct Monomers {
-    Values A, B, N, M;
+// Powers of A's monomer signal that are no products of it, where a model has such.
+struct OddPowers {
+    Values N, M;
 };
-// Which of them a frame computes for itself; the others are those of the base.
+// The monomer signals of a block and the powers of A's.
 struct View {
     const double *A, *B, *N, *M;
 };
 
-Monomers Own, Moved; // at the base parameters, at stepped ones
-Values Shifted;      // the function at stepped parameters
+Values OwnA, OwnB, MovedA, MovedB;
+OddPowers Own, Moved; // at the base parameters, at stepped ones
 
 bool AllFinite(const double* v, long n) {
     std::uint64_t bad = 0;
@@ -41,96 +42,157 @@ void Exponentials(double* out, const float* x, long n, double sigma, double ln) 
         out[i] = std::exp(static_cast<double>(x[i]) * sigma + ln);
 }
 
-template <int N> void FixedPowers(double* out, const double* a, long n) {
-    for (long i = 0; i < n; ++i)
-        out[i] = IntegralPower(a[i], N);
+// --- the store of exponentials ---------------------------------------------------------------------------
+// The sums of an iteration begin at the parameters of the last trial of the step before: its exponentials
+// are those that the sums need. Kept for all points, for as long as the points stay what they are.
+
+struct StoredSignal {
+    double Sigma = 0.0, Ln = 0.0; // the arguments
+    long From = 0, To = -1;       // the points that stand in the store for them
+};
+struct SignalStore {
+    std::vector<double> Values; // by point number
+    std::array<StoredSignal, StandardMaxSets + 1> OfSet;
+};
+bool StoreInUse = false;
+SignalStore StoreA, StoreB;
+
+// The exponentials of a run of points: from the store, through the store, or into spare.
+const double* BaseSignal(SignalStore& store, Values& spare, long set, long first, long n, double sigma,
+                         double ln) {
+    const float* x = Work.PtX.Data() + (first - 1);
+    if (!StoreInUse) {
+        Exponentials(spare.data(), x, n, sigma, ln);
+        return spare.data();
+    }
+    StoredSignal& held = store.OfSet[static_cast<std::size_t>(set)];
+    double* values = store.Values.data() + first;
+    const bool same = held.Sigma == sigma && held.Ln == ln;
+    if (same && first >= held.From && first + n - 1 <= held.To) return values;
+    if (!same || first != held.To + 1) held = {sigma, ln, first, first - 1};
+    Exponentials(values, x, n, sigma, ln);
+    held.To = first + n - 1;
+    return values;
 }
 
-void Powers(double* out, const double* a, long n, double power) {
-    if (power == 2.0) return FixedPowers<2>(out, a, n);
-    if (power == 3.0) return FixedPowers<3>(out, a, n);
-    if (power == 4.0) return FixedPowers<4>(out, a, n);
-    for (long i = 0; i < n; ++i)
-        out[i] = MonomerPower(a[i], power);
+// --- signals ---------------------------------------------------------------------------------------------
+
+// True where a^N and a^M are plain squares of what stands beside them, as in monomer - dimer - tetramer.
+template <ModelFamily F> bool PowersAreSquares(const FitFrame& f) {
+    return HasPowerN(F) && f.PowerN == 2.0 && (!HasPowerM(F) || f.PowerM == 4.0);
 }
 
-// All four at the base parameters.
-template <ModelFamily F> View BaseMonomers(const FitFrame& f, const float* x, long n) {
-    Exponentials(Own.A.data(), x, n, f.SigmaA, f.LnA);
-    if constexpr (HasB(F)) Exponentials(Own.B.data(), x, n, f.SigmaB, f.LnB);
-    if constexpr (HasPowerN(F)) Powers(Own.N.data(), Own.A.data(), n, f.PowerN);
-    if constexpr (HasPowerM(F)) Powers(Own.M.data(), Own.A.data(), n, f.PowerM);
-    return {Own.A.data(), Own.B.data(), Own.N.data(), Own.M.data()};
+template <ModelFamily F> void FillPowers(OddPowers& out, View& v, const FitFrame& f, long n) {
+    if constexpr (HasPowerN(F))
+        for (long i = 0; i < n; ++i)
+            out.N[static_cast<std::size_t>(i)] = MonomerPower(v.A[i], f.PowerN);
+    if constexpr (HasPowerM(F))
+        for (long i = 0; i < n; ++i)
+            out.M[static_cast<std::size_t>(i)] = MonomerPower(v.A[i], f.PowerM);
+    v.N = out.N.data();
+    v.M = out.M.data();
+}
+
+template <ModelFamily F> View BaseMonomers(const FitFrame& f, long first, long n) {
+    View v{};
+    v.A = BaseSignal(StoreA, OwnA, f.CurSet, first, n, f.SigmaA, f.LnA);
+    v.B = OwnB.data();
+    if constexpr (HasB(F)) v.B = BaseSignal(StoreB, OwnB, f.CurSet, first, n, f.SigmaB, f.LnB);
+    v.N = Own.N.data();
+    v.M = Own.M.data();
+    if constexpr (HasPowerN(F))
+        if (!PowersAreSquares<F>(f)) FillPowers<F>(Own, v, f, n);
+    return v;
 }
 
 // Those that the step has moved afresh, the others from the base.
 template <ModelFamily F>
-View SteppedMonomers(const FitFrame& f, const FitFrame& base, const View& own, const float* x, long n) {
+View SteppedMonomers(const FitFrame& f, const FitFrame& base, const View& own, long first, long n) {
+    const float* x = Work.PtX.Data() + (first - 1);
     View v = own;
     const bool movedA = f.SigmaA != base.SigmaA || f.LnA != base.LnA;
     if (movedA) {
-        Exponentials(Moved.A.data(), x, n, f.SigmaA, f.LnA);
-        v.A = Moved.A.data();
+        Exponentials(MovedA.data(), x, n, f.SigmaA, f.LnA);
+        v.A = MovedA.data();
     }
     if constexpr (HasB(F))
         if (f.SigmaB != base.SigmaB || f.LnB != base.LnB) {
-            Exponentials(Moved.B.data(), x, n, f.SigmaB, f.LnB);
-            v.B = Moved.B.data();
+            Exponentials(MovedB.data(), x, n, f.SigmaB, f.LnB);
+            v.B = MovedB.data();
         }
-    if constexpr (HasPowerN(F))
-        if (movedA || f.PowerN != base.PowerN) {
-            Powers(Moved.N.data(), v.A, n, f.PowerN);
-            v.N = Moved.N.data();
-        }
-    if constexpr (HasPowerM(F))
-        if (movedA || f.PowerM != base.PowerM) {
-            Powers(Moved.M.data(), v.A, n, f.PowerM);
-            v.M = Moved.M.data();
-        }
+    if constexpr (HasPowerN(F)) {
+        const bool movedPower = f.PowerN != base.PowerN || f.PowerM != base.PowerM;
+        if ((movedA || movedPower) && !PowersAreSquares<F>(f)) FillPowers<F>(Moved, v, f, n);
+    }
     return v;
 }
 
-// The signals of a block and, with constraints in force, their sums under the entry of slot.
-template <ModelFamily F> void Signals(double* out, const FitFrame& f, const View& v, long n, long slot) {
-    const SpeciesFactors s = FactorsOf<F>(f);
-    for (long i = 0; i < n; ++i)
-        out[i] = SignalAt<F>(s, v.A[i], v.B[i], v.N[i], v.M[i]);
-    if (!f.ConstraintsOn) return;
-    double& sumA = ConstraintSumA(slot);
-    double& sumB = ConstraintSumB(slot);
+// Calls use(i, an, am) for each point.
+template <ModelFamily F, bool Squares, class Use> void ForPoints(const View& v, long n, Use&& use) {
     for (long i = 0; i < n; ++i) {
-        const UnitSignals u = UnitsAt<F>(s, v.A[i], v.B[i], v.N[i], v.M[i]);
-        sumA += u.A;
-        sumB += u.B;
+        if constexpr (!HasPowerN(F)) {
+            use(i, 0.0, 0.0);
+        } else if constexpr (Squares) {
+            const double square = v.A[i] * v.A[i];
+            use(i, square, square * square);
+        } else {
+            use(i, v.N[i], v.M[i]);
+        }
     }
 }
 
-void Quotients(double* column, const double* stepped, const double* value, long n, double h) {
-    for (long i = 0; i < n; ++i)
-        column[i] = (stepped[i] - value[i]) / h;
+// With constraints in force, the sums of the units under the entry of slot.
+template <ModelFamily F, bool Squares>
+void SumUnits(const FitFrame& f, const SpeciesFactors& s, const View& v, long n, long slot) {
+    if (!f.ConstraintsOn) return;
+    double& sumA = ConstraintSumA(slot);
+    double& sumB = ConstraintSumB(slot);
+    ForPoints<F, Squares>(v, n, [&](long i, double an, double am) {
+        const UnitSignals u = UnitsAt<F>(s, v.A[i], v.B[i], an, am);
+        sumA += u.A;
+        sumB += u.B;
+    });
 }
 
-template <ModelFamily F> bool IdealBlock(PointBlock& block, const SetPlan& plan) {
+template <ModelFamily F, bool Squares> void Signals(double* out, const FitFrame& f, const View& v, long n) {
+    const SpeciesFactors s = FactorsOf<F>(f);
+    ForPoints<F, Squares>(
+        v, n, [&](long i, double an, double am) { out[i] = SignalAt<F>(s, v.A[i], v.B[i], an, am); });
+    SumUnits<F, Squares>(f, s, v, n, -1);
+}
+
+template <ModelFamily F, bool Squares>
+void Quotients(double* column, const double* value, const FitFrame& f, const View& v, long n, double h,
+               long slot) {
+    const SpeciesFactors s = FactorsOf<F>(f);
+    ForPoints<F, Squares>(v, n, [&](long i, double an, double am) {
+        column[i] = (SignalAt<F>(s, v.A[i], v.B[i], an, am) - value[i]) / h;
+    });
+    SumUnits<F, Squares>(f, s, v, n, slot);
+}
+
+template <ModelFamily F> void IdealBlock(PointBlock& block, const SetPlan& plan) {
     const long n = block.Count;
-    const float* x = Work.PtX.Data() + (block.First - 1);
     double* value = block.Value.data();
-    const View own = BaseMonomers<F>(plan.Base, x, n);
-    Signals<F>(value, plan.Base, own, n, -1);
-    if (!AllFinite(value, n)) return false;
-    for (int c = 0; c < plan.Count; ++c) {
-        const auto k = static_cast<std::size_t>(c);
+    const View own = BaseMonomers<F>(plan.Base, block.First, n);
+    if (PowersAreSquares<F>(plan.Base))
+        Signals<F, true>(value, plan.Base, own, n);
+    else
+        Signals<F, false>(value, plan.Base, own, n);
+    for (std::size_t k = 0; k < static_cast<std::size_t>(plan.Count); ++k) {
         double* column = block.Column[k].data();
         if (plan.Constant[k]) {
             std::fill_n(column, n, 1.0);
             continue;
         }
         const FitFrame& f = plan.Frames[k];
-        const View v = SteppedMonomers<F>(f, plan.Base, own, x, n);
-        Signals<F>(Shifted.data(), f, v, n, plan.Slot[k]);
-        if (!AllFinite(Shifted.data(), n)) return false;
-        Quotients(column, Shifted.data(), value, n, plan.Step[k]);
+        View v = SteppedMonomers<F>(f, plan.Base, own, block.First, n);
+        const bool squares = PowersAreSquares<F>(f);
+        if (squares)
+            Quotients<F, true>(column, value, f, v, n, plan.Step[k], plan.Slot[k]);
+        else
+            Quotients<F, false>(column, value, f, v, n, plan.Step[k], plan.Slot[k]);
     }
-    return true;
 }
 
 // Pseudo-points, and points of the non-ideal solution, which starts each point from the one before.
@@ -189,9 +251,22 @@ void EvaluateBlock(PointBlock& block, const SetPlan& plan, long first, long coun
     block.Count = count;
     const bool nonIdeal = Work.NonIdeal && ModelAllowsNonIdeal(Work.Model);
     if (nonIdeal || Work.PtX[first] == PointMarker) return PointByPoint(block, plan);
-    bool fine = false;
-    WithFamily(FamilyOf(Work.Model), [&](auto family) { fine = IdealBlock<family.Value>(block, plan); });
-    if (!fine) TellFunctionError();
+    WithFamily(FamilyOf(Work.Model), [&](auto family) { IdealBlock<family.Value>(block, plan); });
+}
+
+bool BlockIsFinite(const PointBlock& block, const SetPlan& plan) {
+    if (!AllFinite(block.Value.data(), block.Count)) return false;
+    for (std::size_t k = 0; k < static_cast<std::size_t>(plan.Count); ++k)
+        if (!AllFinite(block.Column[k].data(), block.Count)) return false;
+    return true;
+}
+
+void StoreSignals(bool inUse) {
+    StoreInUse = inUse;
+    for (SignalStore* store : {&StoreA, &StoreB}) {
+        *store = SignalStore{};
+        if (inUse) store->Values.resize(static_cast<std::size_t>(Work.NumPts) + 1);
+    }
 }
 
 } // namespace Quillon

@@ -3,8 +3,8 @@
 // and CalcDerivs point by point, bit for bit, for less work.
 //
 // What is saved: constants of the set are derived once for each stepped slot and not at each point; an
-// exponential that a step does not touch is not evaluated again; derivatives that are zero by construction
-// (the slots of other sets) are neither computed nor handed on.
+// exponential that a step does not touch, or that the pass before has left, is not evaluated again;
+// derivatives that are zero by construction (the slots of other sets) are neither computed nor handed on.
 
 #include "models/FitFrame.h"
 
@@ -41,7 +41,16 @@ struct PointBlock {
 void PlanSet(SetPlan& plan, long set, bool withDerivs);
 
 // Fills the block for the points first .. first + count - 1, all of the plan's set, either all true points or
-// a single pseudo-point. An arithmetic fault is told as FitFunction tells it, and sets Work.AbortFit.
+// a single pseudo-point. An arithmetic fault leaves numbers that are not finite (see BlockIsFinite), or has
+// been told already and Work.AbortFit is set.
 void EvaluateBlock(PointBlock& block, const SetPlan& plan, long first, long count);
+
+// False when the function or a derivative met an arithmetic fault at a point of the block. Not asked at
+// every block: such a number shows in the sums.
+bool BlockIsFinite(const PointBlock& block, const SetPlan& plan);
+
+// While in use, exponentials at the unstepped parameters are kept for the next pass over the same points. The
+// points (Work.PtX, PtSet, NumPts) must not change meanwhile.
+void StoreSignals(bool inUse);
 
 } // namespace Quillon
