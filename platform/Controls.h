@@ -30,4 +30,20 @@ struct Control {
     std::vector<std::string> Items; // rows of a list
 };
 
+// An item of a menu.
+struct MenuItem {
+    std::string Text; // "&" marks the access key
+    bool Checked = false;
+    bool Enabled = true;
+    bool Visible = true;
+};
+
+// What every form has beside its controls.
+struct FormState {
+    std::string Caption;
+    bool Shown = false;         // a modal form returns to its caller when a handler has set it to false
+    Control* FocusOn = nullptr; // the control that a handler wants focused; whoever shows the form obeys and
+                                // clears it. Points into the form's own record
+};
+
 } // namespace Quillon
