@@ -87,7 +87,8 @@ PointLine ReadPointLine(TextItems& file) {
     point.Value = ToSingle(NumericPrefix(TokenAt(position, line, PointSeparators)));
     if (position != 0) {
         goOn();
-        point.Excluded = NumericPrefix(TokenAt(position, line, PointSeparators)) < 0.0;
+        const std::string_view deviation = TokenAt(position, line, PointSeparators);
+        point.Excluded = deviation.starts_with('-') && NumericPrefix(deviation) < 0.0; // nothing else counts
     }
     return point;
 }

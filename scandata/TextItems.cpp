@@ -8,7 +8,15 @@ namespace Quillon {
 
 namespace {
 
-constexpr std::string_view LineEnds = "\r\n";
+bool EndsLine(char c) {
+    return c == '\n' || c == '\r';
+}
+bool EndsItem(char c) {
+    return c == ',' || EndsLine(c);
+}
+bool IsQuote(char c) {
+    return c == '"';
+}
 
 // Steps over the line end that stands at the place, if one does.
 void SkipLineEnd(TextItems& from) {
@@ -33,9 +41,11 @@ void SkipItemEnd(TextItems& from) {
         SkipLineEnd(from);
 }
 
-// From the place up to the first of the characters given, or to the end of the text.
-std::string_view TakeUpTo(TextItems& from, std::string_view ends) {
-    const std::size_t end = std::min(from.Text.find_first_of(ends, from.Place), from.Text.size());
+// From the place up to the first character that ends what is taken, or to the end of the text.
+template <class Ends> std::string_view TakeUpTo(TextItems& from, Ends ends) {
+    std::size_t end = from.Place;
+    while (end < from.Text.size() && !ends(from.Text[end]))
+        ++end;
     const std::string_view taken = from.Text.substr(from.Place, end - from.Place);
     from.Place = end;
     return taken;
@@ -49,7 +59,7 @@ void RequireMore(const TextItems& from) {
 
 std::string_view ReadTextLine(TextItems& from) {
     RequireMore(from);
-    const std::string_view line = TakeUpTo(from, LineEnds);
+    const std::string_view line = TakeUpTo(from, EndsLine);
     SkipLineEnd(from);
     from.AfterComma = false;
     return line;
@@ -61,11 +71,11 @@ std::string_view ReadTextItem(TextItems& from) {
     std::string_view item;
     if (from.Place < from.Text.size() && from.Text[from.Place] == '"') {
         ++from.Place;
-        item = TakeUpTo(from, "\"");
+        item = TakeUpTo(from, IsQuote);
         if (from.Place < from.Text.size()) ++from.Place; // the closing quote
         SkipBlanks(from);
     } else {
-        item = TakeUpTo(from, ",\r\n");
+        item = TakeUpTo(from, EndsItem);
     }
     SkipItemEnd(from);
     return item;

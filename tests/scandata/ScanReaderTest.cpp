@@ -208,6 +208,12 @@ TEST_F(ScanReading, ANegativeThirdNumberExcludesThePoint) {
     EXPECT_EQ(Work.FitRange[1][1], 3);
 }
 
+TEST_F(ScanReading, OnlyTheSignOfTheThirdNumberCounts) {
+    ASSERT_TRUE(
+        Read(ScanText({"6.0 0.1 1E999", "6.1 0.2 -", "6.2 0.3 -x", "6.3 0.4 -0", "6.4 0.5 7 -1"})).Ok);
+    EXPECT_EQ(Work.ScanPoints[1], 5);
+}
+
 TEST_F(ScanReading, ARadiusOfZeroEndsTheListAndIsNotCounted) {
     const ScanReadResult read = Read(ScanText({"6.0 0.1", "6.1 0.2", "0 0", "6.2 0.3", "rubbish"}));
     ASSERT_TRUE(read.Ok);
