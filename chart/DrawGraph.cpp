@@ -1,0 +1,168 @@
+// Showing and painting: the order in which a graph comes onto its target.
+#include "chart/CHART.h"
+#include "chart/Device.h"
+#include "chart/Layout.h"
+#include "chart/Legend.h"
+#include "chart/Mapping.h"
+#include "chart/Painting.h"
+#include "chart/Pens.h"
+#include "chart/Show.h"
+#include "chart/Titles.h"
+#include "platform/Narrow.h"
+#include "platform/Platform.h"
+
+namespace Quillon {
+
+namespace {
+
+constexpr long PointsBetweenEvents = 50;
+
+DeviceRect ViewRect() {
+    const GraphState& state = Chart.State;
+    return {state.ViewLeft, state.ViewTop, state.ViewRight, state.ViewBottom};
+}
+
+void PaintBox(const DeviceRect& place, const GraphBox& box) {
+    SelectNoPen();
+    TargetSurface().SetBrush({BrushKind::Solid, BoxColor(box)});
+    TargetSurface().Rectangle(place);
+}
+
+void PaintView() {
+    TargetSurface().ClearClip();
+    PaintBox(ViewRect(), Chart.Spec.View);
+}
+
+void PaintFrame() {
+    const GraphBox& frame = Chart.Spec.Frame;
+    PaintBox({frame.X1, frame.Y1, frame.X2, frame.Y2}, frame);
+}
+
+void PaintAxes() {
+    if (Chart.Spec.GraphType == GraphTypes::Pie) return;
+    for (const int place : {BottomAxis, LeftAxis, TopAxis, RightAxis}) {
+        if (DrawingCancelled()) return;
+        DrawAxis(place);
+    }
+}
+
+void PaintData() {
+    switch (Chart.Spec.GraphType) {
+    case GraphTypes::HorizontalBars:
+        return DrawBarsH();
+    case GraphTypes::VerticalBars:
+        return DrawBarsV();
+    case GraphTypes::CategoryLines:
+        return DrawLinesOverCategories();
+    case GraphTypes::Pie:
+        return DrawPie();
+    default:
+        return DrawXY();
+    }
+}
+
+void PaintLegend() {
+    if (Chart.State.MultiSet == 1) DrawLegend();
+}
+
+void ClipToView() {
+    TargetSurface().SetClip(ViewRect());
+}
+
+// The steps in order; the cancel flag is tested after each.
+void PaintSteps() {
+    for (void (*step)() : {PaintView, DrawTitles, PaintFrame, PaintAxes, PaintData, PaintLegend, ClipToView,
+                           DrawMarks, DrawNotes}) {
+        step();
+        if (!DrawingCancelled()) continue;
+        if (Chart.Target == Targets::Printer && Seams.AbortPrintJob) Seams.AbortPrintJob();
+        return;
+    }
+}
+
+// What holds while a graph is painted, and is put back on every way out.
+struct PaintingScope {
+    PaintingScope() {
+        Chart.Painting = FlagTrue;
+        if (Chart.Target == Targets::Screen) Host.SetPointer(Pointer::Hourglass);
+    }
+    ~PaintingScope() {
+        Chart.Painting = FlagFalse;
+        if (Chart.Target == Targets::Screen) Host.SetPointer(Pointer::Standard);
+    }
+    PaintingScope(const PaintingScope&) = delete;
+    PaintingScope& operator=(const PaintingScope&) = delete;
+};
+
+// Wipes the whole picture box.
+void ClearBox() {
+    const DrawingSurface& surface = Seams.PicBox;
+    surface.ClearClip();
+    surface.SetPen({false, 0, 1});
+    surface.SetBrush({BrushKind::Solid, 0xFFFFFF});
+    surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
+}
+
+// A cancel that came while the graph was painted is answered by that and must not end the next painting; one
+// that stood before belongs to someone else.
+void ShowOnScreen() {
+    const bool before = DrawingCancelled();
+    ClearBox();
+    if (Seams.KeepsPicture != 0) {
+        DrawGraph();
+        Seams.PicBox.Refresh();
+    }
+    if (!before && DrawingCancelled()) *Seams.CancelFlag = 0;
+}
+
+} // namespace
+
+DeviceRect FrameClip() {
+    const GraphBox& frame = Chart.Spec.Frame;
+    const int x = Chart.State.ClearX / 2 + 1;
+    const int y = Chart.State.ClearY / 2 + 1;
+    return {frame.X1 - x, frame.Y1 - y, frame.X2 + x, frame.Y2 + y};
+}
+
+bool CountPoint(long& count) {
+    if (++count % PointsBetweenEvents != 0) return true;
+    ServeDrawing();
+    return !DrawingCancelled();
+}
+
+void ClearDrawing() {
+    if (Chart.Target == Targets::Screen && Seams.HasPicBox) ClearBox();
+    Chart.GraphDrawn = FlagFalse;
+}
+
+void ShowTarget() {
+    if (Chart.State.Busy != 0 || Chart.Painting != 0 || !HasSurface() || Chart.DataY.Empty()) return;
+    if (Chart.Target == Targets::Screen)
+        ShowOnScreen();
+    else
+        DrawGraph();
+    if (FrameStands())
+        Chart.GraphDrawn = FlagTrue;
+    else
+        Chart.GraphStatus = GraphStatuses::NoRoom;
+}
+
+void ShowGraph() {
+    Chart.GraphStatus = GraphStatuses::Fine;
+    ShowTarget();
+}
+
+void DrawGraph() {
+    if (Chart.State.Busy != 0 || Chart.Painting != 0 || !HasSurface()) return;
+    if (Chart.DataY.Empty() || !FrameStands()) return;
+    {
+        const PaintingScope scope;
+        if (Chart.Target == Targets::Metafile && Chart.Metafile.SetWindow)
+            Chart.Metafile.SetWindow(ViewRect());
+        PaintSteps();
+        TargetSurface().ClearClip();
+    }
+    Chart.GraphDrawn = FlagTrue;
+}
+
+} // namespace Quillon

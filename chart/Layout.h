@@ -1,0 +1,48 @@
+#pragma once
+// Layout: where the frame stands in the view, worked out by measuring all text around it.
+
+#include "chart/ChartState.h"
+
+namespace Quillon {
+
+// The places of TextSizes and of the axis records.
+enum AxisPlace : int { BottomAxis, TopAxis, LeftAxis, RightAxis };
+
+GraphAxis& AxisOf(GraphSpec& spec, int place);
+AxisSpace& SpaceOf(ChartLayout& layout, int place);
+std::int16_t KindOf(int place); // AxisKinds
+
+// True when an axis has labels at its tics.
+bool HasLabels(const GraphAxis& axis);
+
+// Scale and layout of the current spec and data, by the graph type. GraphStatus is NoRoom, and the frame
+// empty, when text leaves no room for it.
+void LayoutGraph();
+void LayoutXY();
+void LayoutBars();
+void LayoutPie();
+
+// Starts Chart.Layout.Sizes from the sizes that the spec asks for.
+void TakeTextSizes();
+
+// Clearances and tic lengths, and the widest tic label of each axis.
+void MeasureAxes();
+void MeasureLabels();
+
+// The block of the main titles.
+void MeasureTitles();
+
+// The space of an axis outside the frame.
+void MeasureAxisSpace(AxisSpace& record, const GraphAxis& axis, int place);
+
+// Finds the frame: the one of the spec with Relayout 0, text shrinking to fit around it; else a new one from
+// the text sizes.
+void FitFrame();
+
+// True when the frame has a length in both directions.
+bool FrameStands();
+
+// Shrinks a text size by 0.9, not below FontMin; false when it was there already.
+bool ShrinkSize(float& size);
+
+} // namespace Quillon
