@@ -60,6 +60,7 @@ BoxAnswer NeutralAnswer(BoxButtons buttons) {
 
 BoxAnswer AnswerMessage(const BoxRequest& request) {
     WriteConsole(request.Text);
+    if (request.Buttons == BoxButtons::Ok) Console.LastTold = request.Text;
     if (request.Text == "Do you want new guesses for the concentrations?" && Console.NewGuesses) {
         Console.NewGuesses = false;
         return BoxAnswer::Yes;
@@ -74,7 +75,6 @@ std::string ReadFileNoted(const std::string& path) {
         return BatchReadFile(path);
     } catch (const RuntimeError& error) {
         Console.ReadFailure = error.Text;
-        Console.FailedPath = path;
         throw;
     }
 }

@@ -25,8 +25,8 @@ struct BatchConsole {
     bool NewGuesses = true; // the answer to the one question about guesses; No once it has been given
     bool Holding = false;   // messages are kept in Held and not written
     std::vector<std::string> Held;
+    std::string LastTold;      // the latest message that was no question
     std::string ReadFailure;   // why the latest ReadFile failed; "" when it did not
-    std::string FailedPath;    // of which file
     int ProgressIteration = 0; // the last iteration told
     double Started = 0.0;      // seconds of the steady clock at the start of the run
     std::function<void(const std::string& form)> ShowModal; // what stands for the forms

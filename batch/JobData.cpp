@@ -1,7 +1,7 @@
 #include "batch/JobData.h"
 
 #include "batch/BatchPlatform.h"
-#include "batch/Numbers.h"
+#include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/BaselineShift.h"
@@ -51,8 +51,7 @@ void CheckRadii(const Job& job, const JobSet& set, const std::string& path) {
         const float radius = Work.ScanRadius[set.Number][p];
         if (!(radius > 0.0F && radius <= LargestRadius))
             FailJob(job, SetSection(set.Number), "file",
-                    path + ": point " + std::to_string(p) + " has a radius of " + ShortestText(radius) +
-                        " cm");
+                    path + ": point " + std::to_string(p) + " has a radius of " + SingleText(radius) + " cm");
     }
 }
 
@@ -80,7 +79,7 @@ void SettleOptics(const Job& job) {
 }
 
 std::string CentimetreRange(float inner, float outer) {
-    return ShortestText(inner) + " to " + ShortestText(outer) + " cm";
+    return SingleText(inner) + " to " + SingleText(outer) + " cm";
 }
 
 void ChooseChannel(const Job& job, const JobSet& set) {
@@ -125,8 +124,8 @@ void SetRatios(const Job& job, const JobSet& set) {
     const float first = Work.ScanWavelength[job.Sets.front().Number];
     if (Work.InterferenceData || std::fabs(here - first) <= 1.0F || set.ExtinctionRatio[0]) return;
     WriteConsole(JobMessage(job, SetSection(set.Number), "extinction-ratio-a",
-                            "not given and taken as 1, though the scan is at " + ShortestText(here) +
-                                " nm and the first one at " + ShortestText(first) + " nm"));
+                            "not given and taken as 1, though the scan is at " + SingleText(here) +
+                                " nm and the first one at " + SingleText(first) + " nm"));
 }
 
 void SetConstraints(const JobSet& set) {

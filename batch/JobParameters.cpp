@@ -1,8 +1,6 @@
 #include "batch/JobParameters.h"
 
-#include "batch/BatchPlatform.h"
 #include "batch/JobText.h"
-#include "batch/OneLine.h"
 #include "fit/FreeMap.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
@@ -128,15 +126,6 @@ void MarkChoices(std::vector<FitChoice>& choices, const std::vector<ListedParm>&
     }
 }
 
-// The refusal of an empty choice becomes the one line about the job.
-void Assign(const Job& job, const std::vector<FitChoice>& choices) {
-    Console.Held.clear();
-    Console.Holding = true;
-    const bool assigned = AssignFreePositions(choices);
-    Console.Holding = false;
-    if (!assigned) FailJob(job, "parameters", "", Console.Held.empty() ? "" : Console.Held.back());
-}
-
 } // namespace
 
 std::vector<ListedParm> FindListedParms(const Job& job) {
@@ -153,6 +142,14 @@ std::vector<ListedParm> FindListedParms(const Job& job) {
     return listed;
 }
 
+void CheckAnythingIsFitted(const Job& job, const std::vector<ListedParm>& listed) {
+    std::vector<FitChoice> choices = FitChoices();
+    MarkChoices(choices, listed);
+    const bool any = std::any_of(choices.begin(), choices.end(),
+                                 [](const FitChoice& c) { return c.Check == FitCheckYes; });
+    if (!any) FailJob(job, "parameters", "", "all parameters are held, at least one has to be fitted");
+}
+
 void TakeListedConstants(const Job& job, const std::vector<ListedParm>& listed) {
     TakeValues(job, listed, IsConstant);
     SeedCommonConstants(listed);
@@ -166,7 +163,7 @@ void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
     }
     std::vector<FitChoice> choices = FitChoices();
     MarkChoices(choices, listed);
-    Assign(job, choices);
+    if (!AssignFreePositions(choices)) Work.AbortFit = FlagTrue;
 }
 
 } // namespace Quillon

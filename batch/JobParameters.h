@@ -18,12 +18,15 @@ struct ListedParm {
 // model does not use, a tied zero offset and a slot that stands twice are errors of the job.
 std::vector<ListedParm> FindListedParms(const Job& job);
 
+// A job that leaves nothing to fit is an error, known before anything is asked or computed.
+void CheckAnythingIsFitted(const Job& job, const std::vector<ListedParm>& listed);
+
 // Takes the listed masses, stoichiometries and constants over: the guesses depend on them. With separate
 // constants the global slot, which the guesses read, takes the first one listed for a set.
 void TakeListedConstants(const Job& job, const std::vector<ListedParm>& listed);
 
 // What the guesses dialog is for: takes all listed values and bounds over, asks about a value outside its
-// bounds, and sets what is fitted. A job that leaves nothing to fit is an error of the job.
+// bounds, and sets what is fitted.
 void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed);
 
 } // namespace Quillon

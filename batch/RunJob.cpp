@@ -110,11 +110,9 @@ RunEnd EndOfFit() {
     RunEnd end;
     end.Converged = end.Complete = Work.FitDone != 0;
     if (end.Converged) return end;
-    end.Message = Work.Outcome.Sentence;
-    if (Work.Outcome.End == FitEnd::Cancelled) {
-        end.Message = "The fit was cancelled"; // whoever cancels knows, so that nobody has told it yet
-        WriteConsole(end.Message);
-    }
+    const bool told = Work.Outcome.End != FitEnd::Cancelled && !Console.LastTold.empty();
+    end.Message = told ? Console.LastTold : Work.Outcome.Sentence;
+    if (!told) WriteConsole(end.Message);
     return end;
 }
 
@@ -127,6 +125,7 @@ RunEnd RunJob(const Job& job) {
     SettleConcUnits(job);
     Prepare(job);
     const std::vector<ListedParm> listed = FindListedParms(job);
+    CheckAnythingIsFitted(job, listed);
     TakeListedConstants(job, listed);
     RunFitCommand(job, listed);
     RunEnd end = EndOfFit();

@@ -1,0 +1,276 @@
+// What is wrong with a job's files: exit status 1, one line on standard error that names the job, the key and
+// the reason, and no output. The built program, as a user runs it.
+#include "tests/batch/JobCase.h"
+#include "tests/batch/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Quillon {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A directory with a good job of two sets, fit.job, to spoil.
+struct GoodJob {
+    Script TheScript;
+    Workspace Truth = SimulatedWorkspace(SmallCase());
+    std::string Text = JobTextOf(Truth, TheScript);
+
+    std::string Path(const std::string& name) const { return TheScript.Directory() + "/" + name; }
+
+    // Runs the job with all outputs asked for.
+    ProgramEnd Run(const std::string& text, bool unprivileged = false) {
+        TheScript.MakeFile("fit.job", text);
+        ProgramStart start;
+        start.Arguments = {"fit.job", "--report", "r.txt", "--results=r.json", "--points", "p.csv"};
+        start.Directory = TheScript.Directory();
+        start.Unprivileged = unprivileged;
+        return RunProgram(start);
+    }
+
+    // The line that a spoilt job gives, after checking that nothing else has happened.
+    std::string LineOf(const std::string& text, bool unprivileged = false) {
+        const ProgramEnd end = Run(text, unprivileged);
+        EXPECT_EQ(end.Status, 1);
+        EXPECT_EQ(end.Out, "");
+        for (const char* output : {"r.txt", "r.json", "p.csv"})
+            EXPECT_FALSE(fs::exists(Path(output))) << output;
+        const std::vector<std::string> lines = LinesOf(end.Err);
+        EXPECT_EQ(lines.size(), 1U) << end.Err;
+        return lines.empty() ? "" : lines[0];
+    }
+
+    // The same with the scan of set 2 replaced.
+    std::string LineOfScan(const std::string& bytes) {
+        TheScript.MakeFile("set2.txt", bytes);
+        return LineOf(Text);
+    }
+};
+
+// The line about set 2's scan; the key stands in this line of the job.
+std::string ScanLine(const GoodJob& job, const std::string& reason) {
+    const std::size_t at = job.Text.find("file = set2.txt");
+    const auto line = std::count(job.Text.begin(), job.Text.begin() + static_cast<long>(at), '\n') + 1;
+    return "fit.job:" + std::to_string(line) + ": [set 2] file: set2.txt: " + reason;
+}
+
+const std::string Unreadable = "Error during file read, possible invalid data in file";
+
+TEST(BatchBadInput, TheGoodJobIsGood) {
+    GoodJob job;
+    const ProgramEnd end = job.Run(job.Text);
+    EXPECT_EQ(end.Status, 0) << end.Err;
+    EXPECT_TRUE(fs::exists(job.Path("r.txt")));
+    EXPECT_TRUE(fs::exists(job.Path("r.json")));
+    EXPECT_TRUE(fs::exists(job.Path("p.csv")));
+}
+
+TEST(BatchBadInput, JobFileItself) {
+    GoodJob job;
+    const auto line = [&](const std::string& name, bool unprivileged = false) {
+        ProgramStart start;
+        start.Arguments = {name};
+        start.Directory = job.TheScript.Directory();
+        start.Unprivileged = unprivileged;
+        const ProgramEnd end = RunProgram(start);
+        EXPECT_EQ(end.Status, 1);
+        EXPECT_EQ(end.Out, "");
+        return end.Err;
+    };
+    EXPECT_EQ(line("none.job"), "none.job: File not found\n");
+    EXPECT_EQ(line("."), ".: Path/File access error\n");
+    job.TheScript.MakeFile("empty.job", "");
+    EXPECT_EQ(line("empty.job"), "empty.job: [set 1]: is missing: a fit needs at least one data set\n");
+    job.TheScript.MakeFile("binary.job", std::string("\x7f"
+                                                     "ELF\0\0\0\n",
+                                                     8));
+    EXPECT_EQ(line("binary.job"), "binary.job:1: this is no text file\n");
+    fs::permissions(job.TheScript.MakeFile("locked.job", job.Text), fs::perms::none);
+    EXPECT_EQ(line("locked.job", true), "locked.job: Path/File access error\n");
+}
+
+TEST(BatchBadInput, CommandLine) {
+    ProgramStart start;
+    start.Arguments = {"--refti"};
+    const ProgramEnd end = RunProgram(start);
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_EQ(end.Err, "quillon-fit: unknown option '--refti' (quillon-fit --help tells more)\n");
+    start.Arguments = {"--help"};
+    EXPECT_EQ(RunProgram(start).Status, 0);
+    start.Arguments = {"--version"};
+    EXPECT_EQ(RunProgram(start).Out, "quillon-fit, Quillon 4.0.0\n");
+}
+
+TEST(BatchBadInput, UnknownKeyNoNumberCrossedRangeNineteenSets) {
+    GoodJob job;
+    EXPECT_EQ(job.LineOf("[fit]\nmodle = 2\n" + job.Text), "fit.job:2: [fit] modle: unknown key");
+    EXPECT_EQ(job.LineOf("[constants]\ndensity = 1.0O4\n"),
+              "fit.job:2: [constants] density: '1.0O4' is no number");
+    EXPECT_EQ(job.LineOf("[set 1]\nfile = set1.txt\ninner = 7\nouter = 6\n"),
+              "fit.job:3: [set 1] inner: lies beyond outer");
+    std::string many;
+    for (int set = 1; set <= 19; ++set)
+        many += "[set " + std::to_string(set) + "]\nfile = set1.txt\n";
+    EXPECT_EQ(job.LineOf(many), "fit.job:37: [set 19]: '19' is not within 1 to 18");
+}
+
+TEST(BatchBadInput, MissingScan) {
+    GoodJob job;
+    fs::remove(job.Path("set2.txt"));
+    EXPECT_EQ(job.LineOf(job.Text), ScanLine(job, "File not found"));
+}
+
+TEST(BatchBadInput, DirectoryAsScan) {
+    GoodJob job;
+    fs::remove(job.Path("set2.txt"));
+    fs::create_directory(job.Path("set2.txt"));
+    const std::string line = job.LineOf(job.Text);
+    EXPECT_TRUE(line.starts_with(ScanLine(job, ""))) << line;
+}
+
+TEST(BatchBadInput, UnreadableScan) {
+    GoodJob job;
+    fs::permissions(job.Path("set2.txt"), fs::perms::none);
+    fs::permissions(job.TheScript.Directory(), fs::perms::all); // outputs could be written there
+    EXPECT_EQ(job.LineOf(job.Text, true), ScanLine(job, "Path/File access error"));
+}
+
+TEST(BatchBadInput, EmptyAndBinaryScans) {
+    GoodJob job;
+    EXPECT_EQ(job.LineOfScan(""), ScanLine(job, Unreadable));
+    EXPECT_EQ(job.LineOfScan("comment\n"), ScanLine(job, Unreadable));
+    std::string binary = "\x89PNG\r\n\x1a\n";
+    for (int i = 0; i < 5000; ++i)
+        binary += static_cast<char>(i * 37 + i / 251);
+    EXPECT_EQ(job.LineOfScan(binary), ScanLine(job, Unreadable));
+    EXPECT_EQ(job.LineOfScan(std::string(100000, '\0')), ScanLine(job, Unreadable));
+}
+
+TEST(BatchBadInput, ScanWithoutPoints) {
+    GoodJob job;
+    const std::string line = job.LineOfScan("comment\nR 1 20.0 15000 0001000 1.0E10 280 10\n");
+    EXPECT_TRUE(line.starts_with(ScanLine(job, ""))) << line;
+}
+
+std::string ScanOf(const std::string& header, int points) {
+    std::string text = "comment\n" + header + "\n";
+    for (int i = 0; i < points; ++i)
+        text += std::to_string(6.7 + 0.0002 * i) + " 0.5 0\n";
+    return text;
+}
+
+TEST(BatchBadInput, ScanOfTooManyPoints) {
+    GoodJob job;
+    const std::string header = "R 1 20.0 15000 0001000 1.0E10 280 10";
+    EXPECT_EQ(job.LineOfScan(ScanOf(header, 2048)),
+              ScanLine(job,
+                       "There are too many data points. Exit program, increase the MaxPtsPerSet value in "
+                       "the Quillon.ini file, and then try again."));
+    job.TheScript.MakeFile("set2.txt", ScanOf(header, 2047)); // the largest one is read
+    EXPECT_NE(job.Run(job.Text).Status, 1);
+}
+
+TEST(BatchBadInput, HeadersThatCannotBeFitted) {
+    GoodJob job;
+    EXPECT_EQ(job.LineOfScan(ScanOf("R 1 20.0 00000 0001000 1.0E10 280 10", 50)),
+              ScanLine(job, "the header holds no rotor speed"));
+    EXPECT_EQ(job.LineOfScan(ScanOf("R 1 00.0 15000 0001000 1.0E10 280 10", 50)),
+              ScanLine(job, "the header holds a temperature of 0, which cannot be related to other sets"));
+    EXPECT_EQ(job.LineOfScan(ScanOf("R 1 -300 15000 0001000 1.0E10 280 10", 50)),
+              ScanLine(job, "the temperature is below absolute zero"));
+    EXPECT_EQ(job.LineOfScan("c\nR 1 20.0 15000 0001000 1.0E10 280 10\n6.7 1 0\n1e9 1 0\n6.8 1 0\n"),
+              ScanLine(job, "point 2 has a radius of 1E+09 cm"));
+}
+
+TEST(BatchBadInput, RangesAndChannelsWithoutPoints) {
+    GoodJob job;
+    const std::string one = "[set 1]\nfile = set1.txt\n"; // 6.69 to 7.16 cm
+    EXPECT_EQ(job.LineOf(one + "inner = 7.5\n").substr(0, 60),
+              std::string("fit.job:3: [set 1] inner: the scan has no points from 7.5 to ").substr(0, 60));
+    EXPECT_EQ(job.LineOf(one + "outer = 5\n").substr(0, 52),
+              "fit.job:3: [set 1] outer: the scan has no points fro");
+    EXPECT_EQ(job.LineOf(one + "inner = 6.90001\nouter = 6.90002\n"),
+              "fit.job:3: [set 1] inner: the scan has no points from 6.90001 to 6.90002 cm");
+    // Channel A of a six-channel centerpiece, 5.8 to 6.35 cm at rest, moved by 1e-11 cm per rpm squared.
+    EXPECT_EQ(job.LineOf(one + "channel = A\n"),
+              "fit.job:3: [set 1] channel: the scan has no points in this channel, 5.80225 to 6.35225 cm");
+}
+
+TEST(BatchBadInput, Baselines) {
+    GoodJob job;
+    const std::string one = "[set 1]\nfile = set1.txt\nbaseline = base.txt\n";
+    EXPECT_EQ(job.LineOf(one), "fit.job:3: [set 1] baseline: base.txt: File not found");
+    job.TheScript.MakeFile("base.txt", "");
+    EXPECT_EQ(job.LineOf(one), "fit.job:3: [set 1] baseline: base.txt: Error during baseline read, possible "
+                               "invalid data in file");
+}
+
+TEST(BatchBadInput, Parameters) {
+    GoodJob job;
+    const int line = static_cast<int>(std::count(job.Text.begin(), job.Text.end(), '\n')) + 2;
+    const auto parameterLine = [&](const std::string& text) {
+        const std::string told = job.LineOf(job.Text + "[parameters]\n" + text + "\n");
+        const std::string place = "fit.job:" + std::to_string(line) + ": [parameters] ";
+        EXPECT_TRUE(told.starts_with(place)) << told;
+        return told.substr(std::min(told.size(), place.size()));
+    };
+    EXPECT_EQ(parameterLine("Ln K(1>M) = 1"), "Ln K(1>M): this model has no parameter of that name");
+    EXPECT_EQ(parameterLine("Zero Offset, set 3 = 0"),
+              "Zero Offset, set 3: this model has no parameter of that name");
+    EXPECT_EQ(parameterLine("6 = 1"), "6: this model does not use the slot");
+    EXPECT_EQ(parameterLine("14 = 1"), "14: the slots of this fit are 0 to 13");
+    EXPECT_EQ(parameterLine("-1 = 1"), "-1: the slots of this fit are 0 to 13");
+    EXPECT_EQ(parameterLine("99999999999 = 1"), "99999999999: the slots of this fit are 0 to 13");
+}
+
+TEST(BatchBadInput, ParameterTwiceTiedOrNothingToFit) {
+    GoodJob job;
+    const auto line = [&](const std::string& text) {
+        const std::string told = job.LineOf(text);
+        return told.substr(std::min(told.size(), told.find(" [")));
+    };
+    EXPECT_EQ(line(job.Text + "[parameters]\n2 = 1\nLn K(1>N) = 1\n"),
+              " [parameters] Ln K(1>N): stands twice, first in line " +
+                  std::to_string(std::count(job.Text.begin(), job.Text.end(), '\n') + 2));
+    EXPECT_EQ(line(job.Text + "offset-of = 1\n[parameters]\nZero Offset, set 2 = 0\n"),
+              " [parameters] Zero Offset, set 2: this zero offset is tied to that of another set");
+    EXPECT_EQ(line(job.Text + "[parameters]\n0 = 1.2 hold\n2 = * hold\n8 = * hold\n11 = * hold\n"),
+              " [parameters]: all parameters are held, at least one has to be fitted");
+}
+
+TEST(BatchBadInput, OutputsThatCannotBeWritten) {
+    GoodJob job;
+    job.TheScript.MakeFile("fit.job", job.Text);
+    ProgramStart start;
+    start.Directory = job.TheScript.Directory();
+    start.Arguments = {"fit.job", "--report", "none/r.txt"};
+    EXPECT_EQ(RunProgram(start).Err,
+              "none/r.txt: Path not found\n"); // before the fit: no question stands there
+    start.Arguments = {"fit.job", "--results", "."};
+    EXPECT_EQ(RunProgram(start).Err, ".: is a directory\n");
+    start.Arguments = {"fit.job", "--quiet", "--points", "/dev/full"};
+    const ProgramEnd full = RunProgram(start);
+    EXPECT_EQ(full.Status, 1);
+    EXPECT_EQ(LinesOf(full.Err).back(), "/dev/full: Disk full");
+}
+
+TEST(BatchBadInput, ADiskThatFillsLeavesTheFormerFile) {
+    GoodJob job;
+    job.TheScript.MakeFile("fit.job", job.Text);
+    job.TheScript.MakeFile("p.csv", "former");
+    ProgramStart start;
+    start.Directory = job.TheScript.Directory();
+    start.Arguments = {"fit.job", "--points", "p.csv"};
+    start.LargestFile = 1000; // the points take more
+    const ProgramEnd end = RunProgram(start);
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_EQ(LinesOf(end.Err).back(), "p.csv: Path/File access error");
+    EXPECT_EQ(ReadWholeFile(job.Path("p.csv")), "former");
+    for (const auto& entry : fs::directory_iterator(job.TheScript.Directory()))
+        EXPECT_EQ(entry.path().filename().string().find(".new"), std::string::npos) << entry.path();
+}
+
+} // namespace
+} // namespace Quillon
