@@ -243,6 +243,7 @@ void PlanSet(SetPlan& plan, long set, bool withDerivs) {
     } catch (const RuntimeError&) {
         return TellFunctionError(); // as the function itself would have told it at the set's first point
     }
+    if (plan.Base.ConstraintsOn) ClearConstraintSums();
     if (withDerivs) PlanColumns(plan);
 }
 

@@ -36,9 +36,13 @@ double& ConstraintSumB(long derivParm) {
     return SumsB[derivParm + 1];
 }
 
-void ResetConstraintSums() {
+void ClearConstraintSums() {
     for (long k = -1; k < StandardMaxParms; ++k)
         ConstraintSumA(k) = ConstraintSumB(k) = 0.0;
+}
+
+void ResetConstraintSums() {
+    ClearConstraintSums();
     LastConstraintSet = 0;
     LastConstraintPoint = 0;
 }

@@ -13,6 +13,9 @@ namespace Quillon {
 // scaled to the point's weight, for the entry of FitFrame's DerivParm. Clears that entry's sums on the way.
 double ConstraintValue(long set, long point);
 
+// Starts the sums of a set: those of a set without constraints, which nobody has asked for, are forgotten.
+void ClearConstraintSums();
+
 // Forgets the sums and the last pseudo-point; run at the start of each pass over all points.
 void ResetConstraintSums();
 

@@ -70,6 +70,7 @@ double ValueAt(long point) {
         return ConstraintValue(set, point);
     }
     FitFrame& f = FrameFor(set, newSet);
+    if (newSet && f.ConstraintsOn) ClearConstraintSums();
     const double x = static_cast<double>(Work.PtX[point]);
     const double a = std::exp(x * f.SigmaA + f.LnA);
     if (Work.NonIdeal && ModelAllowsNonIdeal(Work.Model))
