@@ -149,11 +149,13 @@ SlotDeriv DerivKind(long slot, long set, bool pseudoPoint) {
     const long owner = (slot - 5) / 3;
     const bool third = (slot - 5) % 3 == 2;
     if (owner == set && (!third || Work.SeparateK)) return SlotDeriv::Numeric;
-    // A tied offset is the other set's parameter; a constraint excludes offsets, its own and tied ones.
+    if (!third || pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
+    if (owner == set) return SlotDeriv::One;
+    // The offset of another set is this one's as well when it is tied to it.
     const long link = Work.OffsetLink[Work.SetRow[set]];
-    const bool reaches = owner == set || (link > 0 && Work.SetOfRow[link] == owner);
-    const bool tied = third && !Work.SeparateK && reaches;
-    return tied && !pseudoPoint ? SlotDeriv::One : SlotDeriv::Zero;
+    const bool tied = link > 0 && Work.SetOfRow[link] == owner;
+    return tied && !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0) ? SlotDeriv::One
+                                                                             : SlotDeriv::Zero;
 }
 
 void CalcDerivs(long point, double fittedValue) {
