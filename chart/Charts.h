@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 
 namespace Quillon {
 
@@ -23,6 +24,11 @@ struct ChartsForm {
     MenuItem ShowLegend{"Show &Legend"}, DeleteTitles{"&Delete Titles"}, ShowGrids{"Show &Grids"};
     MenuItem SeparateX{"Separate Along &X..."}, SeparateY{"Separate Along &Y..."};
     MenuItem SeparateBoth{"Separate Along &Both..."};
+
+    // Options of the graph at hand that belong to whoever made it: captions and what each does. The engine
+    // itself does nothing here; an item without an action is not shown.
+    std::array<MenuItem, 5> SpecialOpts;
+    std::array<std::function<void()>, 5> SpecialActions;
 
     MenuItem LastZoom{"&Last Zoom", false, false};
     ZoomStack Zooms;

@@ -1,0 +1,87 @@
+#include "graphs/GraphParts.h"
+
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+GraphSpec StartGraph(int plotStyle) {
+    Chart.GraphHeld = FlagFalse;
+    GraphSpec spec;
+    GraphInit(spec, GraphTypes::XYPlot, plotStyle);
+    Chart.Style.UseRainbowColors = FlagFalse;
+    spec.Legend.Show = 1;
+    return spec;
+}
+
+void ImposeScale(GraphAxis& axis, bool log, float low, float high, int decimals) {
+    axis.ScaleMode = low == high ? ScaleModes::Autorange : ScaleModes::Manual;
+    axis.Min = low;
+    axis.Max = high;
+    axis.FirstTic = low;
+    axis.TicInterval = (high - low) / 10.0F;
+    axis.Decimals = ToInt16(std::abs(decimals));
+    axis.TicFormat = decimals < 0 ? TicFormats::Exponential : TicFormats::Decimal;
+    if (!log) return;
+    axis.ScaleType = ScaleTypes::Logarithmic;
+    axis.TicInterval = 3.0F;
+}
+
+void CopyOppositeAxes(GraphSpec& spec) {
+    const auto copy = [](GraphAxis& to, const GraphAxis& from) {
+        to = from;
+        to.Title.Text = "";
+        to.TicMode = TicModes::MarksOnly;
+        to.Grid = 0;
+    };
+    copy(spec.AxisX2, spec.AxisX1);
+    copy(spec.AxisY2, spec.AxisY1);
+}
+
+std::pair<long, long> SetsOf(long set) {
+    if (set > 0) return {set, set};
+    return {1, Work.NumSets};
+}
+
+long FirstPointOf(long set) {
+    long first = 1;
+    for (long s = 1; s < set; ++s)
+        first += Work.SetPts[s];
+    return first;
+}
+
+long TruePointsOf(long set) {
+    const long first = FirstPointOf(set);
+    long n = Work.SetPts[set];
+    while (n > 0 && Work.PtX[first + n - 1] == PointMarker)
+        --n;
+    return n;
+}
+
+long LongestSet(long first, long last) {
+    long longest = 0;
+    for (long s = first; s <= last; ++s)
+        longest = std::max<long>(longest, Work.SetPts[s]);
+    return longest;
+}
+
+bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names) {
+    CopyOppositeAxes(spec);
+    Chart.GraphHeld = FlagTrue;
+    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {});
+    ChartMenuStatus(Charts);
+    return Chart.GraphStatus < GraphStatuses::Stop;
+}
+
+std::string DataFrom() {
+    return "Data from: " + Work.LabelPrefix;
+}
+
+void ShowCharts() {
+    Host.ShowForm("Charts");
+}
+
+} // namespace Quillon

@@ -1,0 +1,45 @@
+#pragma once
+// What the graph builders share.
+
+#include "chart/CHART.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Quillon {
+
+// A spec with the defaults of an X-Y graph and single colours for sets; the former graph is let go.
+GraphSpec StartGraph(int plotStyle);
+
+// Gives an axis its limits; equal ones ask for autorange.
+void ImposeScale(GraphAxis& axis, bool log, float low, float high, int decimals);
+
+// The second axis of each pair repeats the first without labels.
+void CopyOppositeAxes(GraphSpec& spec);
+
+// The sets that a graph shows: all, or the one.
+std::pair<long, long> SetsOf(long set);
+
+// Point number of the first point of a set.
+long FirstPointOf(long set);
+
+// True points of a set: its pseudo-points stand behind them.
+long TruePointsOf(long set);
+
+// The longest of the sets first..last, in points.
+long LongestSet(long first, long last);
+
+// Hands the tables over. False when the chart stopped.
+bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names);
+
+// "Data from: " and the common path of all labels.
+std::string DataFrom();
+
+// Offers the conversion of the Y scale to natural logarithms under a caption, once; "" offers nothing.
+void OfferLogOption(const std::string& caption);
+
+// Shows the chart window with the graph that has been made.
+void ShowCharts();
+
+} // namespace Quillon

@@ -1,0 +1,170 @@
+#include "graphs/ResidualGraphs.h"
+
+#include "graphs/GraphParts.h"
+#include "graphs/PickSet.h"
+#include "input/NUMINPUT.h"
+#include "reporting/Statistics.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::size_t LongestTitle = 80;
+
+double PowerOfTen(float value) {
+    return std::pow(10.0, std::floor(std::log10(static_cast<double>(value))));
+}
+
+// The root mean square that the axis goes by; a fit without one gets that of its residuals.
+float ScaleRms() {
+    float rms = std::fabs(Work.RmsResidual);
+    if (rms == 0.0F) {
+        double sum = 0.0;
+        for (const float r : Work.PtResid)
+            sum += static_cast<double>(r) * static_cast<double>(r);
+        const int freedom = Work.NumPts - Work.NumFree;
+        if (freedom > 0) rms = static_cast<float>(std::sqrt(sum / freedom));
+    }
+    return rms == 0.0F ? 1.0F : rms;
+}
+
+double RmsOfSet(long set) {
+    const long first = FirstPointOf(set);
+    const long n = TruePointsOf(set);
+    double sum = 0.0;
+    for (long i = 0; i < n; ++i)
+        sum += static_cast<double>(Work.PtResid[first + i]) * static_cast<double>(Work.PtResid[first + i]);
+    return n > 0 ? std::sqrt(sum / static_cast<double>(n)) : 0.0;
+}
+
+float LargestResidual(long first, long last) {
+    float largest = 0.0F;
+    for (long s = first; s <= last; ++s) {
+        const long p = FirstPointOf(s);
+        for (long i = 0; i < TruePointsOf(s); ++i)
+            largest = std::max(largest, std::fabs(Work.PtResid[p + i]));
+    }
+    return largest;
+}
+
+// The value of a point on the chosen axis. A point's x holds the radius only relative to its set: the radius
+// itself stands in the scan.
+float Abscissa(ResidualAxis axis, long set, long point, long place) {
+    if (axis == ResidualAxis::X) return Work.PtX[point];
+    if (axis == ResidualAxis::Fitted) return Work.PtFit[point];
+    const long row = Work.SetRow[set];
+    return Work.ScanRadius[row][Work.FitRange[0][row] + place];
+}
+
+std::string AxisTitle(ResidualAxis axis) {
+    if (axis == ResidualAxis::Radius) return "Radius (cm)";
+    return axis == ResidualAxis::X ? Work.XAxisTitle : Work.DataTypeName;
+}
+
+void SetTitles(GraphSpec& spec, long set) {
+    const double rms = set > 0 ? RmsOfSet(set) : static_cast<double>(Work.RmsResidual);
+    const std::string number = FormatNumber(rms, "0.000E-##");
+    const std::string what = set > 0 ? "RMS deviation for set " + std::to_string(set) + " = " + number
+                                     : "RMS residual = " + number;
+    const std::string behind = "; data from " + (set > 0 ? Work.SetLabel[set] : Work.LabelPrefix);
+    if (what.size() + behind.size() <= LongestTitle) {
+        spec.Title1.Text = what + behind;
+        return;
+    }
+    spec.Title1.Text = what;
+    spec.Title2.Text = "Data from " + Work.LabelPrefix;
+}
+
+void ScaleAxis(GraphAxis& axis, float low, float high, float interval) {
+    axis.ScaleMode = ScaleModes::Manual;
+    axis.Min = axis.FirstTic = low;
+    axis.Max = high;
+    axis.TicInterval = interval;
+    const double digits = std::ceil(-std::log10(static_cast<double>(interval)) - 1e-6);
+    axis.Decimals = ToInt16(std::max(0.0, digits));
+}
+
+void Show(ResidualAxis axis, long set) {
+    if (MakeResidualGraph(axis, set)) ShowCharts();
+}
+
+void ShowPicked(ResidualAxis axis) {
+    const long set = PickSet();
+    if (set > 0) Show(axis, set);
+}
+
+} // namespace
+
+float SpreadStep(float rms) {
+    const float w = 4.0F * rms;
+    const double d = PowerOfTen(w);
+    return static_cast<float>(d * std::nearbyint(static_cast<double>(w) / d));
+}
+
+float ResidualLimit(float rms, float largest) {
+    const double d = PowerOfTen(rms);
+    const double m = d * std::nearbyint(static_cast<double>(rms) / d);
+    const double times = std::max(1.0, std::ceil(static_cast<double>(largest) / m - 1e-6));
+    return static_cast<float>(m * times);
+}
+
+bool MakeResidualGraph(ResidualAxis axis, long set) {
+    CalcResiduals();
+    GraphSpec spec = StartGraph(PlotStyles::SymbolsOnly);
+    spec.SymbolMode = 1;
+    const auto [first, last] = SetsOf(set);
+    const float rms = set > 0 ? static_cast<float>(RmsOfSet(set)) : ScaleRms();
+    const float scale = rms == 0.0F ? 1.0F : rms;
+    const bool spread = set == 0 && Work.SpreadResiduals && Work.NumSets > 1;
+    const float step = spread ? SpreadStep(scale) : 0.0F;
+    SetTitles(spec, set);
+    spec.AxisX1.Title.Text = AxisTitle(axis);
+    spec.AxisX1.ScaleMode = ScaleModes::Autorange;
+    spec.AxisY1.Title.Text = "Y(exp) - Y(fit)";
+    if (spread) {
+        ScaleAxis(spec.AxisY1, -step, static_cast<float>(Work.NumSets) * step, step);
+    } else {
+        const float limit = ResidualLimit(scale, LargestResidual(first, last));
+        ScaleAxis(spec.AxisY1, -limit, limit, limit / 2.0F);
+    }
+    SetTable x(LongestSet(first, last), last - first + 1);
+    SetTable y(LongestSet(first, last), last - first + 1);
+    std::vector<std::string> names;
+    for (long k = first; k <= last; ++k) {
+        const long p = FirstPointOf(k);
+        const long series = k - first + 1;
+        for (long i = 0; i < TruePointsOf(k); ++i) {
+            x(i + 1, series) = Abscissa(axis, k, p + i, i);
+            y(i + 1, series) = static_cast<float>(k - 1) * step + Work.PtResid[p + i];
+        }
+        names.push_back(Work.SetLabel[k]);
+    }
+    const bool made = HandOver(spec, x, y, names);
+    OfferLogOption("");
+    return made;
+}
+
+void GraphResiduals() {
+    Show(ResidualAxis::X, 0);
+}
+void GraphResidualsY() {
+    Show(ResidualAxis::Fitted, 0);
+}
+void GraphResidualsR() {
+    Show(ResidualAxis::Radius, 0);
+}
+void GraphResidSet() {
+    ShowPicked(ResidualAxis::X);
+}
+void GraphResidSetY() {
+    ShowPicked(ResidualAxis::Fitted);
+}
+void GraphResidualsRSet() {
+    ShowPicked(ResidualAxis::Radius);
+}
+
+} // namespace Quillon
