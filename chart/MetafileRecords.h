@@ -1,0 +1,92 @@
+#pragma once
+// The records of an enhanced metafile: each a type, its own size and its fields, little-endian, padded to
+// whole 32-bit words. Only the records that Metafile.cpp writes.
+
+#include "platform/Surface.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+enum class EmfType : std::uint32_t {
+    Header = 1,
+    Polygon = 3,
+    Polyline = 4,
+    Polylines = 7,
+    SetWindowExtent = 9,
+    SetWindowOrigin = 10,
+    SetViewportExtent = 11,
+    SetViewportOrigin = 12,
+    EndOfFile = 14,
+    SetMapMode = 17,
+    SetBackgroundMode = 18,
+    SetPolygonFillMode = 19,
+    SetTextAlign = 22,
+    SetTextColor = 24,
+    IntersectClipRectangle = 30,
+    SaveContext = 33,
+    RestoreContext = 34,
+    SelectObject = 37,
+    CreateBrush = 39,
+    Ellipse = 42,
+    Rectangle = 43,
+    Pie = 47,
+    CreateFont = 82,
+    TextOut = 84, // of 16-bit characters
+    Polygon16 = 86,
+    Polyline16 = 87,
+    Polylines16 = 90,
+    CreateGeometricPen = 95
+};
+
+// The fields of a record, appended one after another.
+struct EmfFields {
+    std::string Bytes;
+
+    EmfFields& Word(std::uint32_t value);
+    EmfFields& Signed(int value);
+    EmfFields& Short(std::uint16_t value);
+    EmfFields& Single(float value);
+    EmfFields& Byte(std::uint8_t value);
+    EmfFields& Rect(const DeviceRect& rect);
+    EmfFields& Point(DevicePoint point);
+    EmfFields& Color(Rgb color);
+    EmfFields& Wide(const std::string& latin1, std::size_t length); // 16-bit characters, filled up with zeros
+    EmfFields& Pad();                                               // to a whole word
+};
+
+struct EmfRecords {
+    std::string Bytes;
+    int Count = 0;
+};
+
+// Appends a record: type, size, fields.
+void AppendRecord(EmfRecords& records, EmfType type, const EmfFields& fields = {});
+void AppendRecord(EmfRecords& records, EmfType type, std::uint32_t onlyField);
+
+// A polyline or polygon, with 16-bit points where all of them fit.
+void AppendPoints(EmfRecords& records, bool closed, const DeviceRect& bounds,
+                  const std::vector<DevicePoint>& points);
+
+// Several lines of two points each; the size of points is even.
+void AppendSegments(EmfRecords& records, const DeviceRect& bounds, const std::vector<DevicePoint>& points);
+
+// What is known only when all records are there.
+struct EmfSummary {
+    std::string Description; // Latin-1, with its zero bytes
+    DeviceRect Bounds; // of what is drawn, device units from the picture's corner; both corners included
+    double Width{}, Height{};         // of the picture, device units
+    double PageWidth{}, PageHeight{}; // of the reference device
+    double DotsPerInchX{}, DotsPerInchY{};
+    std::uint32_t Objects{}; // objects made by the records
+};
+
+// The header of a file, with the records that follow it except the end of file counted in.
+std::string MetafileHeader(const EmfSummary& summary, const EmfRecords& records);
+
+// The last record.
+void AppendEndOfFile(EmfRecords& records);
+
+} // namespace Quillon

@@ -1,0 +1,224 @@
+#include "forms/surfaces/QtSurface.h"
+
+#include "chart/HatchLines.h"
+#include "forms/surfaces/QtFonts.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPolygonF>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace Quillon {
+
+namespace {
+
+struct PainterState {
+    std::shared_ptr<PainterTarget> Target;
+    SurfacePen Pen;
+    SurfaceBrush Brush;
+    SurfaceFont Font;
+    QFont Letters;
+    Rgb TextColor = 0;
+};
+
+QColor ColorOf(Rgb color) {
+    return QColor::fromRgb(color);
+}
+
+// --- pen and place -------------------------------------------------------------------------------------
+
+double PenWidth(const PainterState& state) {
+    return std::max<double>(state.Pen.Width, std::max(state.Target->ThinnestPen, 1.0));
+}
+
+// Ends are flat, so that the gaps of a dashed line stay open.
+QPen PenOf(const PainterState& state, Qt::PenJoinStyle join = Qt::RoundJoin) {
+    if (!state.Pen.Visible) return Qt::NoPen;
+    return QPen(ColorOf(state.Pen.Color), PenWidth(state), Qt::SolidLine, Qt::FlatCap, join);
+}
+
+// Device units to painter units. Shift is where in its unit a coordinate lies.
+QPainter& PainterAt(const PainterState& state, double shift) {
+    const PainterTarget& target = *state.Target;
+    QTransform transform = QTransform::fromScale(target.Scale, target.Scale);
+    transform.translate(shift - target.Origin.X, shift - target.Origin.Y);
+    target.Painter->setWorldTransform(transform);
+    target.Painter->setRenderHint(QPainter::Antialiasing);
+    return *target.Painter;
+}
+
+// A line of an odd width runs through the middles of the units, one of an even width between them: both then
+// have sharp edges on a display.
+QPainter& PainterForPen(const PainterState& state) {
+    const bool even = state.Pen.Visible && std::lround(PenWidth(state)) % 2 == 0;
+    return PainterAt(state, even ? 0.0 : 0.5);
+}
+
+QPointF PointOf(DevicePoint point) {
+    return {static_cast<double>(point.X), static_cast<double>(point.Y)};
+}
+
+QPolygonF PointsOf(const std::vector<DevicePoint>& points) {
+    QPolygonF polygon;
+    for (const DevicePoint point : points)
+        polygon << PointOf(point);
+    return polygon;
+}
+
+// --- areas ---------------------------------------------------------------------------------------------
+
+void DrawHatch(const PainterState& state, QPainter& painter, const QPainterPath& path) {
+    const PainterTarget& target = *state.Target;
+    const double dots = target.DotsPerInchY;
+    const DeviceRect surface = {0, 0, target.Width - 1, target.Height - 1};
+    std::vector<PlanePoint> outline;
+    for (const QPointF& point : path.toFillPolygon())
+        outline.push_back({point.x(), point.y()});
+    painter.setPen(QPen(ColorOf(state.Brush.Color), HatchWidth(dots), Qt::SolidLine, Qt::FlatCap));
+    for (const PlaneSegment& line : HatchLines(state.Brush.Kind, outline, HatchSpacing(dots), surface))
+        painter.drawLine(QPointF(line.From.X, line.From.Y), QPointF(line.To.X, line.To.Y));
+}
+
+void DrawArea(const PainterState& state, const QPainterPath& path, Qt::PenJoinStyle join = Qt::RoundJoin) {
+    QPainter& painter = PainterForPen(state);
+    const bool solid = state.Brush.Kind == BrushKind::Solid;
+    if (IsHatch(state.Brush.Kind)) DrawHatch(state, painter, path);
+    painter.setPen(PenOf(state, join));
+    painter.setBrush(solid ? QBrush(ColorOf(state.Brush.Color)) : QBrush(Qt::NoBrush));
+    painter.drawPath(path);
+}
+
+// The outline runs through the middle of the edge's units. Without one the edge's units are filled whole.
+QRectF EdgesOf(const PainterState& state, const DeviceRect& rect) {
+    const double edge = state.Pen.Visible ? 0.0 : 0.5;
+    return QRectF(PointOf({rect.Left, rect.Top}), PointOf({rect.Right, rect.Bottom}))
+        .adjusted(-edge, -edge, edge, edge);
+}
+
+// --- the operations ------------------------------------------------------------------------------------
+
+// A line is half a unit longer at both ends, so that the units of its end points are whole; one without
+// length is a dot as wide as the pen.
+void DrawLine(const PainterState& state, DevicePoint from, DevicePoint to) {
+    if (!state.Pen.Visible) return;
+    QPainter& painter = PainterForPen(state);
+    const QPointF first = PointOf(from), last = PointOf(to);
+    const double length = std::hypot(last.x() - first.x(), last.y() - first.y());
+    const QPointF more = length > 0.0 ? (last - first) / (2.0 * length) : QPointF(PenWidth(state) / 2.0, 0.0);
+    painter.setPen(PenOf(state));
+    painter.drawLine(first - more, last + more);
+}
+
+void DrawPolyline(const PainterState& state, const std::vector<DevicePoint>& points) {
+    if (points.size() < 2 || !state.Pen.Visible) return;
+    if (points.size() == 2) return DrawLine(state, points[0], points[1]);
+    QPainter& painter = PainterForPen(state);
+    painter.setPen(PenOf(state));
+    const DevicePoint first = points.front(), last = points.back();
+    if (first.X != last.X || first.Y != last.Y) return painter.drawPolyline(PointsOf(points));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolygon(PointsOf(points)); // a closed line has no ends
+}
+
+void DrawPolygon(const PainterState& state, const std::vector<DevicePoint>& points) {
+    QPainterPath path;
+    path.addPolygon(PointsOf(points));
+    path.closeSubpath();
+    DrawArea(state, path);
+}
+
+void DrawRectangle(const PainterState& state, const DeviceRect& rect) {
+    QPainterPath path;
+    path.addRect(EdgesOf(state, rect));
+    DrawArea(state, path, Qt::MiterJoin);
+}
+
+void DrawEllipse(const PainterState& state, const DeviceRect& around) {
+    QPainterPath path;
+    path.addEllipse(EdgesOf(state, around));
+    DrawArea(state, path);
+}
+
+void DrawPie(const PainterState& state, DevicePoint centre, int radiusX, int radiusY, double start,
+             double sweep) {
+    const DeviceRect around = {centre.X - radiusX, centre.Y - radiusY, centre.X + radiusX,
+                               centre.Y + radiusY};
+    if (std::fabs(sweep) >= 360.0) return DrawEllipse(state, around);
+    QPainterPath path(PointOf(centre));
+    path.arcTo(QRectF(PointOf({around.Left, around.Top}), PointOf({around.Right, around.Bottom})), start,
+               sweep);
+    path.closeSubpath();
+    DrawArea(state, path);
+}
+
+void DrawText(const PainterState& state, int x, int y, const std::string& text) {
+    if (text.empty()) return;
+    QPainter& painter = PainterAt(state, 0.0);
+    painter.translate(x, y);
+    painter.rotate(-state.Font.Angle);
+    painter.setPen(ColorOf(state.TextColor));
+    painter.setFont(state.Letters);
+    painter.drawText(QPointF(0.0, 0.0), ToolkitText(state.Font, text));
+}
+
+TextSize MeasureText(const PainterState& state, const std::string& text) {
+    const QFontMetricsF metrics(state.Letters, state.Target->Painter->device());
+    const auto units = [](double length) { return static_cast<int>(std::lround(length)); };
+    return {units(metrics.horizontalAdvance(ToolkitText(state.Font, text))), state.Font.Height,
+            units(metrics.descent())};
+}
+
+void SetClip(const PainterState& state, const DeviceRect& rect) {
+    const QRectF units(rect.Left, rect.Top, rect.Right - rect.Left + 1, rect.Bottom - rect.Top + 1);
+    PainterAt(state, 0.0).setClipRect(units);
+}
+
+void SetFont(PainterState& state, const SurfaceFont& font) {
+    state.Font = font;
+    state.Letters = ToolkitFont(font);
+}
+
+void FillAttributes(DrawingSurface& surface, const std::shared_ptr<PainterState>& state) {
+    const std::shared_ptr<PainterTarget> target = state->Target;
+    surface.Width = [target] { return target->Width; };
+    surface.Height = [target] { return target->Height; };
+    surface.DotsPerInchX = [target] { return target->DotsPerInchX; };
+    surface.DotsPerInchY = [target] { return target->DotsPerInchY; };
+    surface.HasColor = [target] { return target->HasColor; };
+    surface.SetPen = [state](const SurfacePen& pen) { state->Pen = pen; };
+    surface.SetBrush = [state](const SurfaceBrush& brush) { state->Brush = brush; };
+    surface.SetFont = [state](const SurfaceFont& font) { SetFont(*state, font); };
+    surface.SetTextColor = [state](Rgb color) { state->TextColor = color; };
+}
+
+} // namespace
+
+DrawingSurface PainterSurface(std::shared_ptr<PainterTarget> target) {
+    const auto state = std::make_shared<PainterState>();
+    state->Target = std::move(target);
+    SetFont(*state, {});
+    DrawingSurface surface;
+    FillAttributes(surface, state);
+    surface.Line = [state](int x1, int y1, int x2, int y2) { DrawLine(*state, {x1, y1}, {x2, y2}); };
+    surface.Polyline = [state](const std::vector<DevicePoint>& points) { DrawPolyline(*state, points); };
+    surface.Polygon = [state](const std::vector<DevicePoint>& points) { DrawPolygon(*state, points); };
+    surface.Rectangle = [state](const DeviceRect& rect) { DrawRectangle(*state, rect); };
+    surface.Ellipse = [state](const DeviceRect& rect) { DrawEllipse(*state, rect); };
+    surface.PieSlice = [state](DevicePoint centre, int radiusX, int radiusY, double start, double sweep) {
+        DrawPie(*state, centre, radiusX, radiusY, start, sweep);
+    };
+    surface.Text = [state](int x, int y, const std::string& text) { DrawText(*state, x, y, text); };
+    surface.Measure = [state](const std::string& text) { return MeasureText(*state, text); };
+    surface.SetClip = [state](const DeviceRect& rect) { SetClip(*state, rect); };
+    surface.ClearClip = [state] { state->Target->Painter->setClipping(false); };
+    surface.Refresh = [state] {
+        if (state->Target->Refresh) state->Target->Refresh();
+    };
+    return surface;
+}
+
+} // namespace Quillon

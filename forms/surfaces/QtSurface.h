@@ -1,0 +1,30 @@
+#pragma once
+// The drawing surface on a toolkit painter: for windows, printers and pictures.
+
+#include "platform/Surface.h"
+
+#include <functional>
+#include <memory>
+
+class QPainter;
+
+namespace Quillon {
+
+// What is painted on. On a display of high resolution a device unit is one of its physical pixels: Width,
+// Height and dots per inch are the logical ones times the device pixel ratio, and Scale is 1 / ratio.
+struct PainterTarget {
+    QPainter* Painter = nullptr; // active while the surface draws
+    int Width{}, Height{};       // device units
+    double DotsPerInchX = 96.0, DotsPerInchY = 96.0;
+    double Scale = 1.0;       // painter units per device unit
+    DevicePoint Origin;       // the device unit at the painter's corner
+    double ThinnestPen = 1.0; // device units; paper and files hold finer lines than an eye sees
+    bool HasColor = true;
+    std::function<void()> Refresh; // optional
+};
+
+// A surface on that target, whose members may change between paintings. It sets the painter's transformation,
+// clip, pen, brush and font as it needs them, and leaves them so.
+DrawingSurface PainterSurface(std::shared_ptr<PainterTarget> target);
+
+} // namespace Quillon
