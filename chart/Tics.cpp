@@ -120,7 +120,7 @@ struct TicRange {
     bool Holds(double value) const { return value >= Low && value <= High; }
 };
 
-constexpr double MostSteps = 1000.0;
+constexpr double MostSteps = 1000.5;
 
 // Steps of equal length over the scale: step i, from 0 to Steps, stands at First + (Skipped + i) * Step.
 struct StepRun {
@@ -133,7 +133,8 @@ struct StepRun {
 void CountSteps(StepRun& run, double low, double end) {
     double steps = (end - run.First) / run.Step + 1e-3;
     run.Skipped = std::floor((low - run.First) / run.Step) - 1.0;
-    if (!(run.Skipped > 0.0)) run.Skipped = 0.0;
+    if (!(run.Skipped > 0.0) || !std::isfinite(steps)) run.Skipped = 0.0;
+    if (!std::isfinite(steps)) return;
     while (steps - run.Skipped > MostSteps) {
         run.Step *= 10.0;
         run.Skipped = std::floor(run.Skipped / 10.0);
