@@ -55,7 +55,8 @@ AdoptedFit AdoptFit(const std::string& bytes, const std::string& path);
 
 enum class RestoreEnd {
     Restored,
-    GivenUp, // the user does not want the file, or it cannot be used with this version; Work.AbortFit is set
+    GivenUp, // no file was chosen; or the user does not want it or this version cannot use it, and the reader
+             // has set Work.AbortFit
     HandedOver, // a sister program has been started with the file
     Failed      // the file could not be read; the user has been told
 };
