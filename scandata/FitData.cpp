@@ -121,11 +121,9 @@ void RebaseConcentrations(FitBuild& build, long f, long g) {
     const PerRow<float>& b = Work.ExtinctionRatio[1];
     const PerRow<float>& path = Work.CellPath;
     if (a[f] == a[g] && b[f] == b[g] && path[f] == path[g]) return;
-    const auto change = [&](const PerRow<float>& ratio) {
-        return Ln(Divide(static_cast<double>(ratio[f]) * path[f], static_cast<double>(ratio[g]) * path[g]));
-    };
-    const double changeA = change(a);
-    const double changeB = change(b);
+    const auto signal = [](float ratio, float length) { return static_cast<double>(ratio) * length; };
+    const double changeA = Ln(Divide(signal(a[f], path[f]), signal(a[g], path[g])));
+    const double changeB = Ln(Divide(signal(b[f], path[f]), signal(b[g], path[g])));
     for (long k = 1; k <= build.NumSets; ++k) {
         build.Parms[SlotA(k)] = ToSingle(build.Parms[SlotA(k)] + changeA);
         build.Parms[SlotB(k)] = ToSingle(build.Parms[SlotB(k)] + changeB);

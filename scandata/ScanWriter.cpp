@@ -56,8 +56,8 @@ std::string WavelengthText(float wavelength, std::size_t widthOfCount) {
     return text;
 }
 
-std::string LeftFilled(std::string text, std::size_t width, char filling) {
-    return text.size() >= width ? text : std::string(width - text.size(), filling) + text;
+std::string LeftFilled(const std::string& text, std::size_t width, char filling) {
+    return text.size() >= width ? text : std::string(width - text.size(), filling).append(text);
 }
 
 std::string TypeOfData() {

@@ -73,9 +73,9 @@ TEST_F(Baselines, ABaselineReplacedBetweenCallsIsReadAnew) {
 }
 
 TEST_F(Baselines, ThousandsOfRisingRadiiCostOnePass) {
-    std::vector<std::pair<float, float>> points;
-    for (int i = 0; i < 30000; ++i)
-        points.push_back({6.0F + static_cast<float>(i) / 32768.0F, static_cast<float>(i)});
+    std::vector<std::pair<float, float>> points(30000);
+    for (std::size_t i = 0; i < points.size(); ++i)
+        points[i] = {6.0F + static_cast<float>(i) / 32768.0F, static_cast<float>(i)};
     LoadBaseline(1, points);
     // A search from the start for each of a million calls would look at 15,000 points on the average.
     for (int i = 0; i < 1000000; ++i) {

@@ -14,7 +14,7 @@ struct DataDirectories : ScanTest {
         Host.FileRoots = [this] { return std::vector<std::string>{Made("c"), Made("d")}; };
     }
     std::string Made(const std::string& name) {
-        const std::string path = script.Directory() + "/" + name;
+        std::string path = script.Directory() + "/" + name;
         std::filesystem::create_directories(path);
         return path;
     }

@@ -356,7 +356,7 @@ TEST_F(FitDataTest, ARangeOutsideTheScanIsAnError) {
     }
 }
 
-TEST_F(FitDataTest, ATolerenceOfZeroIsAnError) {
+TEST_F(FitDataTest, AToleranceOfZeroIsAnError) {
     LoadThree(1);
     Work.ConcConstraintA[1] = 0.5F;
     Work.ConcToleranceA[1] = 0.0F;

@@ -1,6 +1,6 @@
 // Thousands of damaged scans: the reader's invariants hold for each of them (tests/fuzz/ScanReaderFuzz.cpp
 // checks them and stops the program where one does not).
-#include "../fuzz/ScanReaderFuzz.cpp" // the entry that a fuzzer uses
+#include "../fuzz/ScanReaderFuzz.cpp" // NOLINT(bugprone-suspicious-include): the entry that a fuzzer uses
 #include "ScanFixture.h"
 
 #include <random>
