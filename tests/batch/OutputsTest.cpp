@@ -167,7 +167,8 @@ TEST_F(BatchOutputs, StatisticsFollowFromThePoints) {
     double sum = 0.0;
     std::map<long, double> ofSet;
     for (const Point& point : Points) {
-        EXPECT_NEAR(point.Residual, point.Y - point.Fit, 1e-6 * std::fabs(point.Y));
+        EXPECT_EQ(static_cast<float>(point.Residual),
+                  static_cast<float>(point.Y) - static_cast<float>(point.Fit));
         sum += point.Residual * point.Residual;
         if (point.Kind == "data") ofSet[point.Set] += point.Residual * point.Residual;
     }

@@ -136,7 +136,7 @@ TEST(BatchRunEnd, GuessesAreNotTakenWhenTheJobForbidsThem) {
 TEST(BatchRunEnd, ValueOutsideItsBoundsIsToldAndTaken) {
     Script script;
     const ProgramEnd end = RunInside(
-        {SmallJob(script, "", "[parameters]\nZero Offset, set 1 = 0.5 hold lower -0.1 upper 0.125\n"),
+        {SmallJob(script, "", "[parameters]\nZero Offset, set 1 = 0.13 hold lower -0.1 upper 0.125\n"),
          "--results", "-"});
     const std::vector<std::string> lines = LinesOf(end.Err);
     EXPECT_NE(
@@ -145,7 +145,7 @@ TEST(BatchRunEnd, ValueOutsideItsBoundsIsToldAndTaken) {
                   "to use the new value anyway?"),
         lines.end())
         << end.Err;
-    EXPECT_EQ(ReadJson(end.Out)["parameters"][4]["value"].Number, 0.13);
+    EXPECT_EQ(static_cast<float>(ReadJson(end.Out)["parameters"][4]["value"].Number), 0.13F);
 }
 
 TEST(BatchRunEnd, ABoundHoldsAFittedParameter) {
