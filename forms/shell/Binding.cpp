@@ -1,0 +1,367 @@
+#include "forms/shell/Binding.h"
+
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QPalette>
+#include <QPlainTextEdit>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+std::vector<Binder*>& OpenBinders() {
+    static std::vector<Binder*> all;
+    return all;
+}
+
+// A colour of the logic on the desktop's palette: on a dark background dark colours are lifted.
+QColor DesktopColor(std::uint32_t color, const QPalette& palette) {
+    QColor c(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
+             static_cast<int>((color >> 16) & 0xFF));
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
+    if (dark && c.lightness() < 150) c = QColor::fromHsl(c.hslHue(), c.hslSaturation(), 185);
+    return c;
+}
+
+void Colour(QWidget* widget, const Control& control) {
+    QPalette palette = QGuiApplication::palette();
+    if (control.ForeColor != DefaultColor) {
+        const QColor c = DesktopColor(control.ForeColor, palette);
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            palette.setColor(QPalette::Active, role, c), palette.setColor(QPalette::Inactive, role, c);
+    }
+    if (control.BackColor != DefaultColor) {
+        const QColor c(static_cast<int>(control.BackColor & 0xFF),
+                       static_cast<int>((control.BackColor >> 8) & 0xFF),
+                       static_cast<int>((control.BackColor >> 16) & 0xFF));
+        palette.setColor(QPalette::Base, c);
+        palette.setColor(QPalette::Window, c);
+        if (control.ForeColor == DefaultColor)
+            palette.setColor(QPalette::WindowText, c.lightness() > 128 ? Qt::black : Qt::white);
+        widget->setAutoFillBackground(true);
+    }
+    if (widget->palette() != palette) widget->setPalette(palette);
+}
+
+int KeyCode(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return KeyReturn;
+    case Qt::Key_Escape:
+        return KeyEscape;
+    case Qt::Key_Tab:
+        return KeyTab;
+    default:
+        break;
+    }
+    const QString text = event.text();
+    if (text.size() == 1 && text[0].unicode() >= 32 && text[0].unicode() < 256 && text[0].unicode() != 127)
+        return text[0].unicode();
+    return 0;
+}
+
+bool IsCommand(const QKeyEvent& event) {
+    return event.modifiers().testFlag(Qt::ControlModifier) || event.modifiers().testFlag(Qt::AltModifier) ||
+           event.modifiers().testFlag(Qt::MetaModifier);
+}
+
+} // namespace
+
+QString ShownText(const std::string& text) {
+    return QString::fromLatin1(text.data(), static_cast<int>(text.size()));
+}
+
+std::string RecordText(const QString& text) {
+    const QByteArray bytes = text.toLatin1();
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+QString WithoutAccessKey(const std::string& text) {
+    std::string plain;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '&' && (i + 1 >= text.size() || text[i + 1] != '&')) continue;
+        if (text[i] == '&') ++i;
+        plain += text[i];
+    }
+    return ShownText(plain);
+}
+
+void RunHandler(const std::function<void()>& handler) {
+    if (handler) {
+        try {
+            handler();
+        } catch (const RuntimeError& error) {
+            Tell(error.Text, Work.ProgramName, BoxIcon::Warning);
+        }
+    }
+    RefreshForms();
+}
+
+// --- FieldEdit ---------------------------------------------------------------------------------------------
+
+FieldEdit::FieldEdit(ControlRef control, FieldHandlers handlers, QWidget* parent)
+    : QLineEdit(parent), Record(std::move(control)), Handlers(std::move(handlers)) {
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        ToRecord();
+        if (Handlers.Changed) RunHandler(Handlers.Changed);
+    });
+}
+
+void FieldEdit::ToRecord() {
+    Control& c = Record();
+    c.Text = RecordText(text());
+    c.SelStart = hasSelectedText() ? selectionStart() : cursorPosition();
+    c.SelLength = static_cast<std::int32_t>(selectedText().size());
+}
+
+void FieldEdit::FromRecord() {
+    const Control& c = Record();
+    const QString wanted = ShownText(c.Text);
+    if (text() != wanted) setText(wanted);
+    if (c.SelLength > 0)
+        setSelection(c.SelStart, c.SelLength);
+    else
+        setCursorPosition(std::min<int>(c.SelStart, static_cast<int>(wanted.size())));
+}
+
+// Asks the form about a key, with the record as the box stands, and takes over what the rules changed.
+int FieldEdit::AskKey(int key) {
+    if (!Handlers.Key) return key;
+    ToRecord();
+    int taken = 0;
+    RunHandler([&] { taken = Handlers.Key(key); });
+    return taken;
+}
+
+void FieldEdit::TakeText(const QString& typed) {
+    FromRecord();
+    insert(typed);
+    ToRecord();
+    if (Handlers.Changed) RunHandler(Handlers.Changed);
+}
+
+void FieldEdit::keyPressEvent(QKeyEvent* event) {
+    const int key = IsCommand(*event) ? 0 : KeyCode(*event);
+    if (key == 0) {
+        QLineEdit::keyPressEvent(event);
+        ToRecord();
+        return;
+    }
+    const int taken = AskKey(key);
+    if (key == KeyReturn || key == KeyEscape || key == KeyTab) {
+        event->accept();
+        return;
+    }
+    if (taken != 0)
+        TakeText(QString(QChar(taken)));
+    else
+        FromRecord();
+    event->accept();
+}
+
+void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
+    QLineEdit::inputMethodEvent(event);
+    ToRecord();
+}
+
+// Tab belongs to the form where it has a rule for it.
+bool FieldEdit::focusNextPrevChild(bool next) {
+    if (next && Handlers.Key) {
+        const QWidget* before = window()->focusWidget();
+        AskKey(KeyTab);
+        if (window()->focusWidget() != before || !window()->isVisible()) return true;
+    }
+    return QLineEdit::focusNextPrevChild(next);
+}
+
+void FieldEdit::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
+    if (Handlers.GotFocus) RunHandler(Handlers.GotFocus);
+    FromRecord();
+    Fresh = true;
+    if (Record().SelLength > 0) selectAll();
+}
+
+void FieldEdit::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
+    ToRecord();
+    Record().SelLength = 0;
+    if (Handlers.LostFocus) RunHandler(Handlers.LostFocus);
+}
+
+// --- Binder ------------------------------------------------------------------------------------------------
+
+Binder::Binder(QWidget* window, FormState* state) : Window(window), State(state) {
+    OpenBinders().push_back(this);
+}
+
+Binder::~Binder() {
+    std::erase(OpenBinders(), this);
+}
+
+void Binder::Follow(QWidget* widget, ControlRef control, std::function<void()> update) {
+    Bindings.push_back({widget, std::move(control), std::move(update)});
+}
+
+void Binder::Label(QLabel* label, ControlRef control) {
+    Follow(label, control, [label, control] {
+        const std::string& text = control().Text;
+        const QString shown = label->buddy() ? ShownText(text) : WithoutAccessKey(text);
+        if (label->text() != shown) label->setText(shown);
+    });
+}
+
+void Binder::Button(QAbstractButton* button, ControlRef control, std::function<void()> clicked) {
+    Follow(button, control, [button, control] {
+        const QString shown = ShownText(control().Text);
+        if (!shown.isEmpty() && button->text() != shown) button->setText(shown);
+    });
+    QObject::connect(button, &QAbstractButton::clicked, button, [clicked] { RunHandler(clicked); });
+}
+
+void Binder::Check(QCheckBox* box, ControlRef control, std::function<void()> clicked) {
+    Follow(box, control, [box, control] {
+        const QSignalBlocker quiet(box);
+        const Control& c = control();
+        box->setText(ShownText(c.Text));
+        box->setCheckState(c.Value == 0 ? Qt::Unchecked : c.Value == 2 ? Qt::PartiallyChecked : Qt::Checked);
+    });
+    QObject::connect(box, &QCheckBox::clicked, box, [box, control, clicked](bool) {
+        control().Value = box->checkState() == Qt::Unchecked ? 0 : 1;
+        RunHandler(clicked);
+    });
+}
+
+void Binder::Option(QAbstractButton* option, ControlRef control, std::function<void()> chosen) {
+    option->setAutoExclusive(false); // the record says which one is chosen
+    Follow(option, control, [option, control] {
+        const QSignalBlocker quiet(option);
+        const Control& c = control();
+        option->setText(ShownText(c.Text));
+        option->setChecked(c.Value != 0);
+    });
+    QObject::connect(option, &QAbstractButton::clicked, option, [chosen] { RunHandler(chosen); });
+}
+
+void Binder::Field(FieldEdit* field, ControlRef control) {
+    Follow(field, control, [field, control] {
+        const QString wanted = ShownText(control().Text);
+        if (field->text() != wanted) field->setText(wanted);
+    });
+}
+
+void Binder::List(QListWidget* list, ControlRef control, int base, std::function<void(int)> chosen) {
+    Follow(list, control, [list, control, base] {
+        const QSignalBlocker quiet(list);
+        const Control& c = control();
+        if (list->count() != static_cast<int>(c.Items.size())) {
+            list->clear();
+            for (const std::string& item : c.Items)
+                list->addItem(ShownText(item));
+        }
+        for (int i = 0; i < list->count(); ++i) {
+            const QString shown = ShownText(c.Items[static_cast<std::size_t>(i)]);
+            if (list->item(i)->text() != shown) list->item(i)->setText(shown);
+        }
+        if (list->currentRow() != c.Value - base) list->setCurrentRow(c.Value - base);
+    });
+    QObject::connect(list, &QListWidget::currentRowChanged, list, [chosen, base](int row) {
+        if (row >= 0) RunHandler([&] { chosen(row + base); });
+    });
+}
+
+void Binder::Text(QPlainTextEdit* text, ControlRef control) {
+    text->setReadOnly(true);
+    Follow(text, control, [text, control] {
+        const QString shown = ShownText(control().Text);
+        if (text->toPlainText() != shown) text->setPlainText(shown);
+    });
+}
+
+void Binder::Visible(QWidget* widget, ControlRef control) {
+    Follow(widget, std::move(control), [] {});
+}
+
+void Binder::Also(std::function<void()> refresh) {
+    Others.push_back(std::move(refresh));
+}
+
+void Binder::ObeyFocus() {
+    if (!State || !State->FocusOn) return;
+    const Control* wanted = State->FocusOn;
+    State->FocusOn = nullptr;
+    for (const Binding& b : Bindings)
+        if (&b.Record() == wanted) {
+            b.Widget->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+}
+
+void Binder::Refresh() {
+    if (Refreshing) return;
+    Refreshing = true;
+    for (const Binding& b : Bindings) {
+        const Control& c = b.Record();
+        b.Update();
+        if (b.Widget->isHidden() == c.Visible) b.Widget->setVisible(c.Visible);
+        if (b.Widget->isEnabled() != c.Enabled && Window->isEnabled()) b.Widget->setEnabled(c.Enabled);
+        const QString tip = ShownText(c.ToolTip);
+        if (b.Widget->toolTip() != tip) b.Widget->setToolTip(tip);
+        Colour(b.Widget, c);
+    }
+    for (const auto& other : Others)
+        other();
+    if (State && Window->windowTitle() != ShownText(State->Caption))
+        Window->setWindowTitle(ShownText(State->Caption));
+    Refreshing = false;
+    ObeyFocus();
+}
+
+void RefreshForms() {
+    const std::vector<Binder*> all = OpenBinders(); // a refresh may close a window
+    for (Binder* b : all)
+        if (std::find(OpenBinders().begin(), OpenBinders().end(), b) != OpenBinders().end()) b->Refresh();
+}
+
+// --- FormDialog --------------------------------------------------------------------------------------------
+
+FormDialog::FormDialog(FormState& state, std::function<void()> closedByUser, QWidget* parent)
+    : QDialog(parent), Bind(this, &state), State(state), ClosedByUser(std::move(closedByUser)) {
+    Bind.Also([this] {
+        if (!State.Shown && isVisible()) done(QDialog::Accepted);
+    });
+}
+
+void FormDialog::reject() {
+    if (!State.Shown) return QDialog::reject();
+    if (ClosedByUser)
+        RunHandler(ClosedByUser);
+    else
+        State.Shown = false;
+    RefreshForms();
+}
+
+void FormDialog::closeEvent(QCloseEvent* event) {
+    if (State.Shown) {
+        event->ignore();
+        reject();
+        return;
+    }
+    QDialog::closeEvent(event);
+}
+
+} // namespace Quillon

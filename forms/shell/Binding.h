@@ -1,0 +1,131 @@
+#pragma once
+// From records of controls to widgets and back.
+//
+// A form's file in forms/ makes widgets, lays them out and binds each to its record. After every event, and
+// whenever the event queue is served, RefreshForms brings all widgets up to their records. A handler of the
+// logic is called with what the user did; it changes records and nothing else.
+
+#include "platform/Controls.h"
+
+#include <QDialog>
+#include <QLineEdit>
+
+#include <functional>
+#include <vector>
+
+class QAbstractButton;
+class QCheckBox;
+class QLabel;
+class QListWidget;
+class QPlainTextEdit;
+class QWidget;
+
+namespace Quillon {
+
+// A control of a record. Records are laid out anew when their form loads: the place is looked up each time.
+using ControlRef = std::function<Control&()>;
+
+// A caption with "&" for the access key, as labels that have no access key show it.
+QString ShownText(const std::string& text); // Latin-1
+std::string RecordText(const QString& text);
+QString WithoutAccessKey(const std::string& text);
+
+// What a text box tells its form. Key gets a character code (8, 9, 13 and 27 for the control keys) and gives
+// the one that is taken, 0 for none.
+struct FieldHandlers {
+    std::function<void()> GotFocus;
+    std::function<int(int key)> Key;
+    std::function<void()> LostFocus;
+    std::function<void()> Changed; // after each change of the text by the user
+};
+
+// A one-line text box under the rules of a form.
+class FieldEdit : public QLineEdit {
+    Q_OBJECT
+public:
+    FieldEdit(ControlRef control, FieldHandlers handlers, QWidget* parent = nullptr);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    int AskKey(int key);
+    void TakeText(const QString& text);
+    void ToRecord();
+    void FromRecord();
+    ControlRef Record;
+    FieldHandlers Handlers;
+    bool Fresh = false; // the text is still selected as a whole since the focus came
+};
+
+// Everything that keeps widgets and records together. One for each window.
+class Binder {
+public:
+    explicit Binder(QWidget* window, FormState* state = nullptr);
+    ~Binder();
+    Binder(const Binder&) = delete;
+    Binder& operator=(const Binder&) = delete;
+
+    void Label(QLabel* label, ControlRef control);
+    void Button(QAbstractButton* button, ControlRef control, std::function<void()> clicked);
+    void Check(QCheckBox* box, ControlRef control, std::function<void()> clicked);
+    // An option button: Value -1 when chosen.
+    void Option(QAbstractButton* option, ControlRef control, std::function<void()> chosen);
+    void Field(FieldEdit* field, ControlRef control);
+    // A list with one row for each of Items; Value is the chosen row, counted from base.
+    void List(QListWidget* list, ControlRef control, int base, std::function<void(int row)> chosen);
+    void Text(QPlainTextEdit* text, ControlRef control); // read-only, selectable
+    // Shows and hides any widget with a record.
+    void Visible(QWidget* widget, ControlRef control);
+    // Anything else that has to follow the records.
+    void Also(std::function<void()> refresh);
+
+    // Brings the widgets up to the records, and gives the focus where a handler wants it.
+    void Refresh();
+
+private:
+    struct Binding {
+        QWidget* Widget;
+        ControlRef Record;
+        std::function<void()> Update;
+    };
+    void Follow(QWidget* widget, ControlRef control, std::function<void()> update);
+    void ObeyFocus();
+    QWidget* Window;
+    FormState* State;
+    std::vector<Binding> Bindings;
+    std::vector<std::function<void()>> Others;
+    bool Refreshing = false;
+};
+
+// Brings every open window up to its records.
+void RefreshForms();
+
+// Runs a handler of the logic on behalf of a widget: a run-time error that reaches this far is told in a
+// message, and the windows are brought up to date afterwards.
+void RunHandler(const std::function<void()>& handler);
+
+// A modal or modeless window of a form: closes itself when its record says that it is not shown any more;
+// closing it by the window manager counts as the handler given.
+class FormDialog : public QDialog {
+    Q_OBJECT
+public:
+    FormDialog(FormState& state, std::function<void()> closedByUser, QWidget* parent);
+    Binder Bind;
+
+public slots:
+    void reject() override; // Esc and the window's close button
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    FormState& State;
+
+private:
+    std::function<void()> ClosedByUser;
+};
+
+} // namespace Quillon

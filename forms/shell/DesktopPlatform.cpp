@@ -1,0 +1,272 @@
+#include "forms/shell/DesktopPlatform.h"
+
+#include "forms/shell/Binding.h"
+#include "forms/shell/FormHost.h"
+#include "platform/Platform.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDateTime>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLocale>
+#include <QMessageBox>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace Quillon {
+
+namespace {
+
+// Paths are bytes of the file system, texts of messages and clipboards are Latin-1.
+QString PathText(const std::string& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}
+std::string PathBytes(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+    switch (icon) {
+    case BoxIcon::Stop:
+        return QMessageBox::Critical;
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::Warning:
+        return QMessageBox::Warning;
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+QMessageBox::StandardButtons ButtonsOf(BoxButtons buttons) {
+    switch (buttons) {
+    case BoxButtons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case BoxButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case BoxButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    default:
+        return QMessageBox::Ok;
+    }
+}
+
+QMessageBox::StandardButton ButtonOf(BoxAnswer answer) {
+    switch (answer) {
+    case BoxAnswer::Cancel:
+        return QMessageBox::Cancel;
+    case BoxAnswer::Yes:
+        return QMessageBox::Yes;
+    case BoxAnswer::No:
+        return QMessageBox::No;
+    default:
+        return QMessageBox::Ok;
+    }
+}
+
+BoxAnswer AnswerOf(int button, BoxButtons buttons) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return BoxAnswer::Yes;
+    case QMessageBox::No:
+        return BoxAnswer::No;
+    case QMessageBox::Ok:
+        return BoxAnswer::Ok;
+    default:
+        break; // closed without a button
+    }
+    if (buttons == BoxButtons::YesNo) return BoxAnswer::No;
+    return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
+}
+
+BoxAnswer ShowMessage(const BoxRequest& request) {
+    RefreshForms();
+    QMessageBox box(IconOf(request.Icon), ShownText(request.Title), ShownText(request.Text),
+                    ButtonsOf(request.Buttons), FrontWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (box.button(ButtonOf(request.Default))) box.setDefaultButton(ButtonOf(request.Default));
+    if (request.Buttons == BoxButtons::YesNo) box.setEscapeButton(QMessageBox::No);
+    return AnswerOf(box.exec(), request.Buttons);
+}
+
+InputAnswer AskForText(const InputRequest& request) {
+    RefreshForms();
+    bool accepted = false;
+    const QString text =
+        QInputDialog::getText(FrontWindow(), ShownText(request.Title), ShownText(request.Prompt),
+                              QLineEdit::Normal, ShownText(request.Default), &accepted);
+    if (!accepted) return {};
+    return {false, RecordText(text)};
+}
+
+// "scans (*.R*)|*.R*;*.IP*|all files (*.*)|*.*" in the form of the toolkit. "*.*" means every file here.
+QStringList FiltersOf(const std::string& filter) {
+    QStringList filters;
+    const QStringList parts = ShownText(filter).split('|');
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        QString description = parts[i];
+        const auto bracket = description.indexOf(" (");
+        if (bracket > 0) description = description.left(bracket);
+        QStringList patterns;
+        for (const QString& p : parts[i + 1].split(';', Qt::SkipEmptyParts)) {
+            if (p == "*.*")
+                patterns << "*";
+            else
+                patterns << p << (p == p.toLower() ? p.toUpper() : p.toLower());
+        }
+        patterns.removeDuplicates();
+        filters << description + " (" + patterns.join(' ') + ")";
+    }
+    return filters;
+}
+
+FileAnswer AskForFile(const FileRequest& request) {
+    RefreshForms();
+    QFileDialog dialog(FrontWindow(), ShownText(request.Title));
+    dialog.setAcceptMode(request.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.Save      ? QFileDialog::AnyFile
+                       : request.Several ? QFileDialog::ExistingFiles
+                                         : QFileDialog::ExistingFile);
+    dialog.setNameFilters(FiltersOf(request.Filter));
+    dialog.setDefaultSuffix(ShownText(request.DefaultType));
+    if (!request.Directory.empty()) dialog.setDirectory(PathText(request.Directory));
+    if (!request.Name.empty() && request.Name.find('*') == std::string::npos)
+        dialog.selectFile(PathText(request.Name));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    FileAnswer answer;
+    answer.Cancelled = false;
+    for (const QString& path : dialog.selectedFiles())
+        answer.Paths.push_back(PathBytes(path));
+    answer.Path = answer.Paths.front();
+    answer.Title = PathBytes(QFileInfo(dialog.selectedFiles().front()).fileName());
+    return answer;
+}
+
+std::string ReadWhole(const std::string& path) {
+    const QFileInfo info(PathText(path));
+    if (!info.exists()) RaiseError(ErrorText::FileNotFound);
+    QFile file(info.filePath());
+    if (info.isDir() || !file.open(QIODevice::ReadOnly)) RaiseError(ErrorText::FileAccess);
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) RaiseError(ErrorText::FileAccess);
+    return bytes.toStdString();
+}
+
+// Beside the target, flushed, renamed over it: what QSaveFile does.
+void WriteWhole(const std::string& path, const std::string& bytes) {
+    const QFileInfo info(PathText(path));
+    if (!info.absoluteDir().exists()) RaiseError(ErrorText::PathNotFound);
+    if (info.isDir()) RaiseError(ErrorText::FileAccess);
+    QSaveFile file(info.filePath());
+    if (!file.open(QIODevice::WriteOnly)) RaiseError(ErrorText::PermissionDenied);
+    const auto size = static_cast<qint64>(bytes.size());
+    const bool written = file.write(bytes.data(), size) == size;
+    if (!written || !file.commit()) RaiseError(ErrorText::DiskFull);
+}
+
+ClockTime Now() {
+    const QDateTime now = QDateTime::currentDateTime();
+    return {now.date().year(), now.date().month(),  now.date().day(),
+            now.time().hour(), now.time().minute(), now.time().second()};
+}
+
+// The engine asks every few microseconds; a window that follows thirty times a second follows at once.
+void ServeEventQueue() {
+    static QElapsedTimer since;
+    if (since.isValid() && since.elapsed() < 25) return;
+    since.start();
+    RefreshForms();
+    QApplication::processEvents();
+}
+
+std::string ConfigFolder() {
+    const QString named = qEnvironmentVariable("QUILLON_CONFIG");
+    if (!named.isEmpty()) {
+        QDir().mkpath(named);
+        return PathBytes(named);
+    }
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/quillon";
+    QDir().mkpath(folder);
+    return PathBytes(folder);
+}
+
+std::vector<std::string> NamesIn(const std::string& directory, const std::string& pattern) {
+    std::vector<std::string> names;
+    const QString filter = pattern == "*.*" ? "*" : PathText(pattern);
+    for (const QString& name : QDir(PathText(directory)).entryList({filter}, QDir::Files, QDir::Name))
+        names.push_back(PathBytes(name));
+    return names;
+}
+
+std::vector<std::string> Roots() {
+    std::vector<std::string> roots;
+    for (const QFileInfo& root : QDir::drives())
+        roots.push_back(PathBytes(root.filePath()));
+    return roots;
+}
+
+void ShapePointer(Pointer shape) {
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+    if (shape == Pointer::Hourglass) QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+} // namespace
+
+void InstallDesktopPlatform() {
+    Platform p;
+    p.MessageBoxAnswer = ShowMessage;
+    p.AskText = AskForText;
+    p.AskFile = AskForFile;
+    p.ReadFile = ReadWhole;
+    p.WriteFile = WriteWhole;
+    p.FileExists = [](const std::string& path) { return QFileInfo(PathText(path)).isFile(); };
+    p.DirectoryExists = [](const std::string& path) { return QFileInfo(PathText(path)).isDir(); };
+    p.RemoveFile = [](const std::string& path) { QFile::remove(PathText(path)); };
+    p.ListFiles = NamesIn;
+    p.FileRoots = Roots;
+    p.Clock = Now;
+    p.Uniform = [] { return static_cast<float>(QRandomGenerator::global()->bounded(1 << 24)) / (1 << 24); };
+    p.SeedUniform = [] {
+        *QRandomGenerator::global() =
+            QRandomGenerator(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch()));
+    };
+    p.Beep = [] { QApplication::beep(); };
+    p.SetPointer = ShapePointer;
+    p.ServeEvents = ServeEventQueue;
+    p.WaitEvent = [] {
+        RefreshForms();
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    };
+    p.ShowModal = ShowFormModally;
+    p.ShowForm = ShowFormModeless;
+    p.HideForm = HideFormByName;
+    p.WorkingDirectory = [] { return PathBytes(QDir::currentPath()); };
+    p.ConfigDirectory = ConfigFolder;
+    p.ProgramDirectory = [] { return PathBytes(QApplication::applicationDirPath()); };
+    p.SetClipboardText = [](const std::string& text) {
+        QApplication::clipboard()->setText(ShownText(text));
+        return true;
+    };
+    p.ClipboardText = [] { return RecordText(QApplication::clipboard()->text()); };
+    p.StartProgram = [](const std::string& program, const std::string& argument) {
+        return QProcess::startDetached(PathText(program), {PathText(argument)});
+    };
+    p.DecimalMark = [] {
+        const QString mark = QLocale::system().decimalPoint();
+        return mark == "," ? ',' : '.';
+    };
+    InstallPlatform(p);
+}
+
+} // namespace Quillon

@@ -1,0 +1,26 @@
+#pragma once
+// The windows of the program by name, as the seam asks for them.
+
+#include <QWidget>
+
+#include <functional>
+#include <string>
+
+namespace Quillon {
+
+// Registers how the window of a form is made. It is made anew at each showing and thrown away when it is
+// hidden; its record holds everything that lasts.
+void RegisterForm(const std::string& name, std::function<QWidget*(QWidget* parent)> make);
+
+// The seam's three entries. A form of an unknown name is shown as nothing at all, and told on standard error.
+void ShowFormModally(const std::string& name);
+void ShowFormModeless(const std::string& name);
+void HideFormByName(const std::string& name);
+
+// The open window of that name, or null.
+QWidget* OpenForm(const std::string& name);
+
+// The window that a box or a new form belongs to.
+QWidget* FrontWindow();
+
+} // namespace Quillon
