@@ -124,7 +124,7 @@ void Finish(LeastSquaresEnd& end, const RealVector& residual, const RealMatrix& 
     end.Slope = end.SumSq > 0 ? StepLength(derivative, d) / std::sqrt(end.SumSq) : 0;
 }
 
-constexpr int MostIterations = 300;
+constexpr int MostIterations = 1000;
 constexpr Real SmallSlope = 1e-13L; // the minimum is then met to 1e-26 of the sum of squares
 
 } // namespace
