@@ -1,5 +1,7 @@
 #include "fit/GuessesDialog.h"
 
+#include "fit/GetGuess.h"
+
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -20,6 +22,7 @@ void GuessesDialog(bool valuesOnly) {
     const float keptLimit = Work.ConvergenceLimit;
 
     ValuesOnly = valuesOnly;
+    LoadGetGuess();
     Host.ShowModal("GetGuess");
     ValuesOnly = false;
 

@@ -1,0 +1,28 @@
+#pragma once
+// Rows of parameters in forms: their captions, and how they fall into columns and pages.
+
+#include <string>
+
+namespace Quillon {
+
+// The name of a slot with its unit in parentheses behind it, when it has one: "Ln K(1>N)  (AU^1-N)".
+std::string ParmCaption(long slot);
+
+// A value of a slot in user units, in the slot's number picture.
+std::string ParmText(long slot);                  // of Work.Parms
+std::string ParmText(long slot, float displayed); // of a value in user units
+
+// How rows that do not fit one column are spread: two columns, then two pages.
+struct RowLayout {
+    int Rows = 0;
+    int RowsPerColumn = 16; // that fit the form's height
+    int Columns() const { return Rows > RowsPerColumn ? 2 : 1; }
+    int RowsPerPage() const { return Columns() * RowsPerColumn; }
+    bool Paged() const { return Rows > RowsPerPage(); }
+    // The rows first..last (last not included) of page 0 or 1. The second page takes all that remain.
+    int First(int page) const { return page == 0 ? 0 : RowsPerPage(); }
+    int Last(int page) const { return page == 0 && Paged() ? RowsPerPage() : Rows; }
+    int PageOf(int row) const { return Paged() && row >= RowsPerPage() ? 1 : 0; }
+};
+
+} // namespace Quillon

@@ -1,0 +1,23 @@
+#pragma once
+// The window that stands while the confidence limits are searched. Its one timer event runs the whole search;
+// the event queue is served by the passes over the points.
+
+#include "platform/Controls.h"
+
+namespace Quillon {
+
+struct WaitFormRecord {
+    FormState State;
+    Control Label1;        // "This may take a while..."
+    Control Label2;        // what is searched for
+    Control Picture2;      // the bar: Text in its middle
+    double Fraction = 0.0; // of the bar that is filled
+    Control CancelButton;
+};
+extern WaitFormRecord WaitForm;
+
+void LoadWaitForm();
+void WaitFormTimer1(); // the first timer event after the window is there: the search
+void WaitFormCancelButton();
+
+} // namespace Quillon
