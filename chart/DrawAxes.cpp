@@ -15,8 +15,10 @@ namespace Quillon {
 
 namespace {
 
-constexpr std::int16_t GridStyle = 2; // short dashes: the grid stays behind the data
-constexpr double MinorPart = 0.6;     // of the length of a major tic
+// The grid stays behind the data: light grey, and where there is no grey, in short dashes.
+constexpr int GridColor = 7;
+constexpr std::int16_t GridStyle = 2;
+constexpr double MinorPart = 0.6; // of the length of a major tic
 
 // An axis on the device: it runs from Start to End along the frame at the height At; Inward is the direction
 // from it into the frame, across it.
@@ -59,11 +61,11 @@ void DrawAcross(const AxisLine& line, int along, int from, int to) {
 
 void DrawGrid(const AxisLine& line, const GraphAxis& axis, const std::vector<Tic>& tics) {
     if (axis.Grid != 1) return;
-    SelectPen(CycleColor(axis.Color), PenWidth(axis.TicWidth));
+    SelectPen(TargetColor(BasicColor(GridColor)), PenWidth(axis.TicWidth));
     for (const Tic& tic : tics) {
         const int along = PositionOf(line, axis, tic.Value);
         if (!tic.Major || along == line.Start || along == line.End) continue;
-        BeginDash(GridStyle);
+        BeginDash(Chart.ColorDevice != 0 ? std::int16_t{0} : GridStyle);
         DrawAcross(line, along, line.At, line.Opposite);
     }
     BeginDash(0);

@@ -82,8 +82,8 @@ void DrawSlice(const PiePlace& place, const Slice& slice, double start, double s
 // The label of a slice, outside at its middle.
 void DrawSliceLabel(const PiePlace& place, const std::string& text, double middle, const TextSize& font) {
     const double angle = middle * std::numbers::pi / 180.0;
-    const double x = place.Centre.X + (place.RadiusX + Chart.State.ClearX) * std::cos(angle);
-    const double y = place.Centre.Y - (place.RadiusY + Chart.State.ClearY) * std::sin(angle);
+    const double x = place.Centre.X + (place.RadiusX + 2.0 * Chart.State.ClearX) * std::cos(angle);
+    const double y = place.Centre.Y - (place.RadiusY + 2.0 * Chart.State.ClearY) * std::sin(angle);
     const int width = TextWidth(text);
     const double left = std::cos(angle) < 0.0 ? x - width : x;
     const double top = y - font.Height / 2.0 - std::sin(angle) * font.Height / 2.0;
@@ -107,7 +107,7 @@ void DrawPie() {
                          FormatNumber(slice.Value / sum, slice.Name.empty() ? "0.0%" : " (0.0%)"));
         widest = std::max(widest, TextWidth(labels.back()));
     }
-    const PiePlace place = PlaceOf(widest + Chart.State.ClearX, font.Height);
+    const PiePlace place = PlaceOf(widest + 2 * Chart.State.ClearX, font.Height);
     TargetSurface().SetTextColor(CycleColor(0));
     double end = 90.0;
     long count = 0;

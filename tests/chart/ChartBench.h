@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -62,6 +64,30 @@ protected:
         axis.Min = axis.FirstTic = min;
         axis.Max = max;
         axis.TicInterval = step;
+    }
+
+    // Where a value of AxisX1 or AxisY1 stands on the device, by the rule of three.
+    static int Px(double x) {
+        const GraphSpec& s = Chart.Spec;
+        const double min = s.AxisX1.Min;
+        return static_cast<int>(std::nearbyint(s.Frame.X1 + (s.Frame.X2 - s.Frame.X1) * (x - min) /
+                                                                (static_cast<double>(s.AxisX1.Max) - min)));
+    }
+    static int Py(double y) {
+        const GraphSpec& s = Chart.Spec;
+        const double min = s.AxisY1.Min;
+        return static_cast<int>(std::nearbyint(s.Frame.Y2 - (s.Frame.Y2 - s.Frame.Y1) * (y - min) /
+                                                                (static_cast<double>(s.AxisY1.Max) - min)));
+    }
+
+    // What the step that draws the data has drawn: the items of a kind that are clipped to the frame.
+    std::vector<DrawnItem> DataItems(const std::string& kind) const {
+        const GraphBox& f = Chart.Spec.Frame;
+        std::vector<DrawnItem> items;
+        for (const DrawnItem& item : Screen.OfKind(kind))
+            if (item.Clipped && item.Clip.Left == f.X1 - Chart.State.ClearX / 2 - 1 && item.Clip.Top < f.Y1)
+                items.push_back(item);
+        return items;
     }
 
     std::int16_t Cancel = 0;
