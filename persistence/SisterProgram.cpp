@@ -14,10 +14,19 @@ std::string BelongsTo(const std::string& program) {
     return "This file is a fit from " + program + " not " + Work.ProgramNameUpper + ". ";
 }
 
+// An ini file that cannot be read knows no places.
+std::string IniBytes() {
+    try {
+        return ReadIniFile(IniFilePath());
+    } catch (const RuntimeError&) {
+        return "";
+    }
+}
+
 // The stored place of a program; "" when there is none, or nothing is there any more.
 std::string StoredLocation(const std::string& program) {
-    const std::string place = IniValue(ReadIniFile(IniFilePath()), IniSection::ProgramLocations, program)
-                                  .substr(0, LongestLocation);
+    const std::string place =
+        IniValue(IniBytes(), IniSection::ProgramLocations, program).substr(0, LongestLocation);
     return place.size() >= ShortestLocation && Host.FileExists(place) ? place : "";
 }
 

@@ -434,6 +434,19 @@ TEST_F(SisterFit, APlaceThatCannotBeRememberedDoesNotKeepTheProgramFromStarting)
     EXPECT_EQ(Started.size(), 1U);
 }
 
+TEST_F(SisterFit, AnIniFileThatCannotBeReadKnowsNoPlaces) {
+    Locate(Program);
+    const auto read = Host.ReadFile;
+    Host.ReadFile = [read](const std::string& path) {
+        if (FileTitle(path) == "QUILLON.ini") RaiseError("Path/File access error");
+        return read(path);
+    };
+    Scripted.ExpectInput(Where, Program);
+    Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini"); // nor takes one
+    EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::HandedOver);
+    EXPECT_EQ(Started.size(), 1U);
+}
+
 TEST_F(SisterFit, TheFirstFieldAloneTellsSistersApart) {
     std::string bytes = BytesByHand(SampleFit());
     bytes.replace(2, 7, "Quillon"); // the letters count
