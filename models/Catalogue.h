@@ -36,7 +36,9 @@ void BuildParmNames();
 void BuildParmFormats();
 
 // Re-derives everything that hangs on the model: NumParms, FitTitle, names, formats, scale. With showDialog
-// the model dialog is shown first (form "ModelForm"); a cancelled dialog leaves Work.AbortFit set.
+// the model dialog is loaded and shown first (form "ModelForm"), again and again until its choice stands. A
+// cancelled dialog leaves the workspace as it was, but for Work.AbortFit, which is set for the caller to
+// clear. A RuntimeError (a coefficient without a logarithm) leaves the workspace as it was, too.
 void SelectModel(bool showDialog);
 
 // The tail of SelectModel for a choice that has been made: oldModel and oldSeparateK are what stood before,

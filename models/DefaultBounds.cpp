@@ -3,6 +3,10 @@
 #include "models/ParmScale.h"
 #include "workspace/records/Workspace.h"
 
+#include <algorithm>
+#include <limits>
+#include <utility>
+
 namespace Quillon {
 
 namespace {
@@ -41,6 +45,17 @@ Range ConcentrationRange() {
     default:
         return {-90.0F, 4.0F};
     }
+}
+
+// The bound in the units of the present scale that has the internal value of displayed in a former one. A
+// user may have set a bound that is none, at the end of the range of singles.
+float CarriedBound(long slot, float displayed, float formerScale) {
+    constexpr double Largest = std::numeric_limits<float>::max();
+    const double v = static_cast<double>(displayed);
+    const double from = static_cast<double>(formerScale);
+    const double to = static_cast<double>(Work.ParmScale[slot]);
+    const double carried = IsAdditiveSlot(slot) ? v - from + to : Divide(v, from) * to;
+    return ToSingle(std::clamp(carried, -Largest, Largest));
 }
 
 Range VirialRange() {
@@ -85,16 +100,28 @@ void SetDefaultBounds() {
 void RefreshUnits() {
     BuildParmNames();
     BuildParmFormats();
-    const long last = Work.Bounds[0].Hi();
-    auto bounds = Work.Bounds;
-    for (auto& row : bounds)
-        for (long i = 0; i <= last; ++i)
-            row[i] = ToInternal(i, row[i]);
+    const auto former = Work.ParmScale;
     BuildParmScale();
-    for (auto& row : bounds)
-        for (long i = 0; i <= last; ++i)
-            row[i] = ToUserUnits(i, row[i]);
-    Work.Bounds = bounds;
+    for (auto& row : Work.Bounds)
+        for (long i = 0; i <= row.Hi(); ++i)
+            row[i] = CarriedBound(i, row[i], former[i]);
+}
+
+void AdoptUnits(std::int16_t oldMassUnits, std::int16_t oldConcUnits) {
+    const auto present = Work.Bounds;
+    const std::int16_t massUnits = std::exchange(Work.MassUnits, oldMassUnits);
+    const std::int16_t concUnits = std::exchange(Work.ConcUnits, oldConcUnits);
+    SetDefaultBounds();
+    const auto former = std::exchange(Work.Bounds, present);
+    Work.MassUnits = massUnits;
+    Work.ConcUnits = concUnits;
+    RefreshUnits();
+    if (massUnits == oldMassUnits && concUnits == oldConcUnits) return;
+    const auto carried = Work.Bounds;
+    SetDefaultBounds();
+    for (std::size_t side = 0; side < 2; ++side)
+        for (long i = 0; i <= present[side].Hi(); ++i)
+            if (present[side][i] != former[side][i]) Work.Bounds[side][i] = carried[side][i];
 }
 
 void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {

@@ -1,6 +1,7 @@
 #include "models/ModelChoice.h"
 
 #include "models/Catalogue.h"
+#include "models/ModelForm.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -11,24 +12,31 @@ namespace {
 
 constexpr const char* BoxTitle = "Select Model";
 
-// Models 4, 5 and 9 with separate constants give the zero offsets up; links between offsets have to go, or
-// the separate constants.
-bool SettleOffsetLinks() {
-    if (!(Work.ConstraintFlags & OffsetBit)) return true;
+// The links themselves go too, since the next preparation of the fit data would take them up again.
+void RemoveOffsetLinks() {
+    Work.ConstraintFlags = static_cast<std::int16_t>(Work.ConstraintFlags & ~OffsetBit);
+    for (auto& link : Work.OffsetLink)
+        link = 0;
+}
+
+// Models 4, 5, 8 and 9 with separate constants give the zero offsets up; a link would tie the constants of
+// two sets instead. The links have to go, or the separate constants. Model 8 passes without a question.
+void SettleOffsetLinks() {
+    if (!(Work.ConstraintFlags & OffsetBit)) return;
+    if (Work.Model == 8) {
+        RemoveOffsetLinks();
+        return;
+    }
     Host.Beep();
     const bool removeLinks =
         AskYesNo("You cannot have baseline constraints with a model that doesn't use zero offsets!  Do you "
                  "want me to remove the baseline constraints (YES) or return to a common association "
                  "constant for all data sets (NO)?",
                  Work.ProgramName);
-    if (removeLinks) {
-        Work.ConstraintFlags = static_cast<std::int16_t>(Work.ConstraintFlags & ~OffsetBit);
-        for (auto& link : Work.OffsetLink)
-            link = 0; // the next preparation of the fit data would take them up again
-    } else {
+    if (removeLinks)
+        RemoveOffsetLinks();
+    else
         Work.SeparateK = FlagFalse;
-    }
-    return true;
 }
 
 } // namespace
@@ -48,7 +56,7 @@ bool CheckModelChoice() {
         Tell("Separate binding constants are not allowed for your model choice", BoxTitle, BoxIcon::Warning);
         return false;
     }
-    if (Work.Model == 4 || Work.Model == 5 || Work.Model == 9) return SettleOffsetLinks();
+    if (OffsetSlotHoldsConstant(Work.Model, true)) SettleOffsetLinks();
     return true;
 }
 
@@ -56,8 +64,9 @@ void AnnounceHeteroModel(std::int16_t oldModel) {
     if (Work.Model < 8 || Work.Model == oldModel) return;
     if (Work.ConcUnits == 1 || Work.ConcUnits == 4) {
         Tell("Please note that for this model you CANNOT use mg/mL units", BoxTitle, BoxIcon::Information);
-        Work.ConcUnits = Work.ConcUnits == 1 ? 0 : 3;
-        RefreshUnits();
+        const std::int16_t refused = Work.ConcUnits;
+        Work.ConcUnits = refused == 1 ? 0 : 3;
+        AdoptUnits(Work.MassUnits, refused);
         return;
     }
     Tell("Please note that for this model you MUST enter the correct molar extinction or refractivity "
@@ -91,27 +100,32 @@ void AdoptModel(std::int16_t oldModel, std::int16_t oldSeparateK, std::int16_t o
 }
 
 void SelectModel(bool showDialog) {
-    const std::int16_t oldModel = Work.Model;
-    const std::int16_t oldSeparateK = Work.SeparateK;
-    const std::int16_t oldNonIdeal = Work.NonIdeal;
-    const std::int16_t oldNumParms = Work.NumParms;
     FillModelNames();
-    if (showDialog) {
-        Work.ModelChosen = FlagFalse;
-        do {
-            Host.ShowModal("ModelForm");
-            if (Work.AbortFit) {
-                Work.Model = oldModel;
-                Work.SeparateK = oldSeparateK;
-                Work.NonIdeal = oldNonIdeal;
-                Work.ModelChosen = FlagTrue;
-                return;
-            }
-        } while (!CheckModelChoice());
-        AnnounceHeteroModel(oldModel);
+    if (!showDialog) {
+        AdoptModel(Work.Model, Work.SeparateK, Work.NumParms, false);
+        return;
     }
-    AdoptModel(oldModel, oldSeparateK, oldNumParms, showDialog);
-    if (showDialog) Work.ModelChosen = FlagTrue;
+    const Workspace before = Work;
+    Work.ModelChosen = FlagFalse;
+    do {
+        LoadModelForm();
+        Host.ShowModal("ModelForm");
+        if (Work.AbortFit) {
+            Work = before;
+            Work.AbortFit = FlagTrue;
+            return;
+        }
+    } while (!CheckModelChoice());
+    try {
+        // The units that the model may refuse are those in which the bounds of the model stand.
+        CarryBoundsToModel(before.Model, before.SeparateK);
+        AnnounceHeteroModel(before.Model);
+        AdoptModel(before.Model, before.SeparateK, before.NumParms, true);
+    } catch (const RuntimeError&) {
+        Work = before;
+        throw;
+    }
+    Work.ModelChosen = FlagTrue;
 }
 
 } // namespace Quillon

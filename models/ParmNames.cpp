@@ -114,7 +114,7 @@ void BuildParmNames() {
     name[2] = NameOfSlot2(model);
     name[3] = "M";
     name[4] = NameOfSlot4(model);
-    name[5] = MassName('B') + (model < 8 ? " mon" : "");
+    name[5] = MassName('B');
     name[6] = NameOfSlot6(model);
     name[7] = NameOfSlot7(model);
     for (long s = 1; s <= Work.MaxSets; ++s) {

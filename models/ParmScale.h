@@ -23,8 +23,13 @@ void BuildParmScale();
 void SetDefaultBounds();
 
 // After a change of units or coefficients: names, formats and scale are rebuilt, and every bound is carried
-// over so that its internal value stays.
+// over so that its internal value stays; one that the new unit has no number for stands at the end of the
+// range of singles.
 void RefreshUnits();
+
+// RefreshUnits after the kind of unit has changed, from these to Work.MassUnits and Work.ConcUnits: bounds
+// that stand at their defaults in the former units take the defaults in the new ones instead.
+void AdoptUnits(std::int16_t oldMassUnits, std::int16_t oldConcUnits);
 
 // After a change of model or of separate constants: slots that stand at their former default bounds, or that
 // hold another kind of quantity now, take the default bounds of the new model; bounds that the user set stay.

@@ -22,16 +22,27 @@
 //     ParmScale.h     internal to user units and back, units refresh, default bounds
 //     Guesses.h       concentrations read off the data
 //     Constraints.h   concentration constraints and zero offset links
+//     SetMeanSignal.h what was measured in a set, on average
+//
+// and the dialogs, as data: ModelForm.h, UnitsForm.h, ConcForm.h, ShowConstraintForm.h, BaseForm.h,
+// SigmaCalcForm.h.
 //
 // This header is the face of the folder: it brings all of them.
 
+#include "models/BaseForm.h"
 #include "models/BlockFunction.h"
 #include "models/Catalogue.h"
+#include "models/ConcForm.h"
 #include "models/Constraints.h"
 #include "models/FitFrame.h"
 #include "models/FitFunction.h"
 #include "models/Guesses.h"
 #include "models/ModelChoice.h"
+#include "models/ModelForm.h"
 #include "models/NonIdeal.h"
 #include "models/ParmScale.h"
+#include "models/SetMeanSignal.h"
+#include "models/ShowConstraintForm.h"
+#include "models/SigmaCalcForm.h"
 #include "models/Species.h"
+#include "models/UnitsForm.h"

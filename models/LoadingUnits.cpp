@@ -1,0 +1,50 @@
+#include "models/LoadingUnits.h"
+
+#include "input/NUMINPUT.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Quillon {
+
+double LoadingFactor(std::size_t species, long row) {
+    if (Work.ConcUnits != 1 && Work.ConcUnits != 2) return 1.0;
+    const float absorptivity = species == 0 ? Work.AbsorpA : Work.AbsorpB;
+    const float extinction = species == 0 ? Work.ExtA : Work.ExtB;
+    const double coefficient = static_cast<double>(Work.ConcUnits == 1 ? absorptivity : extinction);
+    return Divide(1.0, coefficient * static_cast<double>(Work.CellPath[row]) *
+                           static_cast<double>(Work.ExtinctionRatio[species][row]));
+}
+
+const char* LoadingPicture() {
+    return Work.ConcUnits == 2 ? "0.000E+00" : "#0.0000";
+}
+
+std::string LoadingHead(const std::string& caption) {
+    const std::string quantity = caption.substr(0, caption.find('(') + 1);
+    switch (Work.ConcUnits) {
+    case 0:
+        return quantity + "AU)";
+    case 1:
+    case 4:
+        return quantity + "mg/mL)";
+    case 2:
+        return quantity + "molar)";
+    case 3:
+        return quantity + "fringes)";
+    default:
+        return caption;
+    }
+}
+
+std::string ToleranceText(float tolerance) {
+    constexpr double Largest = std::numeric_limits<float>::max();
+    return SingleText(static_cast<float>(std::min(100.0 * static_cast<double>(tolerance), Largest)));
+}
+
+bool ShowsLoadingB() {
+    return Work.Model > 6;
+}
+
+} // namespace Quillon

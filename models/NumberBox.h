@@ -1,0 +1,26 @@
+#pragma once
+// A text box of a form that holds a number: what its keys do, and what its leaving means.
+
+#include "platform/Controls.h"
+
+#include <string>
+
+namespace Quillon {
+
+// A key typed into the box: answers the one that is taken, 0 for none. Esc sets Work.AbortFit, which the
+// leaving of the box takes back.
+int NumberBoxKey(Control& box, int key);
+
+// The same for a box that takes a whole number.
+int WholeNumberBoxKey(Control& box, int key);
+
+enum class BoxLeft {
+    Undone,    // Esc was pressed: the text is that of the stored value again, the event is at its end
+    Unaltered, // the text is still that of the stored value, which may have more digits than are shown
+    Altered    // the text holds a new value
+};
+
+// The box is left. storedText is the stored value as the box shows it.
+BoxLeft LeaveNumberBox(Control& box, const std::string& storedText);
+
+} // namespace Quillon
