@@ -154,4 +154,23 @@ float& Level(long set) {
     return Work.Parms[SlotOffset(set)];
 }
 
+void MoveAwayFromTruth() {
+    for (long a = 0; a < Work.NumFree; ++a) {
+        const long slot = Work.FreeIndex[a];
+        float& p = Work.Parms[slot];
+        const float sign = a % 2 ? -1.0F : 1.0F;
+        if (slot == 0 || slot == 5)
+            p *= 1.0F + 0.03F * sign;
+        else if (slot == 1 || slot == 3)
+            p += 0.1F * sign;
+        else if (slot == 7 && Work.Model < 10)
+            p *= 0.7F;
+        else if (!IsAdditiveSlot(slot))
+            p = 0.0F;
+        else
+            p += (slot < 8 ? 0.3F : 0.1F) * sign;
+    }
+    ApplyOffsetLinks();
+}
+
 } // namespace Quillon

@@ -23,7 +23,11 @@ void NumberFitted();
 // sum (y - mean)^2 + n (p - mean)^2.
 void MakeLevels(const std::vector<std::vector<float>>& levels);
 
-// The offset of a set, and a reference to it.
+// The offset of a set.
 float& Level(long set = 1);
+
+// From the truth in Work.Parms to a start as a user has it who knows the substance roughly: masses a few
+// percent off, constants by a third, concentrations by a tenth, less non-ideality than there is, no offsets.
+void MoveAwayFromTruth();
 
 } // namespace Quillon
