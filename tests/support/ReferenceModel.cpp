@@ -344,6 +344,13 @@ RealVector ReferenceValues(const Workspace& w, const RealVector& parms) {
     return values;
 }
 
+Real ReferenceValueAt(const Workspace& w, const RealVector& parms, long point) {
+    const long set = w.PtSet[point];
+    const PointValue<Real> v =
+        ValueAt(w, set, PlainSlots(w, parms, set), OpticsOf(w, set), Real(w.PtX[point]));
+    return v.OfA + v.OfB + v.Offset;
+}
+
 Real ReferenceStep(int model, long slot, Real value) {
     if (slot == 0 || slot == 5) return value * 0.01L;
     if (slot == 1 || slot == 3) return value * 0.02L;

@@ -33,6 +33,9 @@ ReferencePass EvaluateReference(const Workspace& w, const RealVector& parms);
 // The values alone.
 RealVector ReferenceValues(const Workspace& w, const RealVector& parms);
 
+// The value at one true point.
+Real ReferenceValueAt(const Workspace& w, const RealVector& parms, long point);
+
 // How the stepped parameter is stored before the function is called for a forward difference.
 enum class StepStorage {
     Exact,         // not rounded: what the stated steps do to a fit in exact arithmetic
