@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 namespace Quillon {
 
@@ -15,6 +16,13 @@ struct ZoomStack {
     static constexpr int Deepest = 10;
     OneBased<float> XMin{Deepest}, XMax{Deepest}, YMin{Deepest}, YMax{Deepest};
     std::int16_t ZoomDepth{};
+};
+
+// A thin vertical line over the frame that the user moves along X.
+struct ChartMarker {
+    float X{};        // axis units
+    int Device{};     // device units, within the frame
+    std::uint32_t Color = 0x0000C000; // green
 };
 
 struct ChartsForm {
@@ -30,8 +38,24 @@ struct ChartsForm {
     std::array<MenuItem, 5> SpecialOpts;
     std::array<std::function<void()>, 5> SpecialActions;
 
+    // Scale commands and options of the window itself.
     MenuItem LastZoom{"&Last Zoom", false, false};
+    MenuItem AutoScale{"&AutoScale"}, AutoX{"AutoScale &X"}, AutoY{"AutoScale &Y"};
+    MenuItem RoundOnZoom{"&Round Axis Scales on Zoom"}, ShowCursor{"Show &Cursor Position"};
+    MenuItem UseRainbow{"Use Rain&bow Colors"};
     ZoomStack Zooms;
+
+    Control StatusLine;         // the label "Status" below the graph
+    bool Zooming = false;       // a rubber band is being drawn, from (ZoomX1, ZoomY1) to (LastX, LastY)
+    int ZoomX1{}, ZoomY1{};     // device units
+    int LastX = -1, LastY = -1; // the latest position of the pointer
+    std::vector<ChartMarker> Markers;
+    std::int16_t ZoomState{};   // markers that whoever made the graph has in use
+    int CapturedMarker = -1;    // the one that the pointer drags
+    std::int16_t KeyCode{};     // the last key pressed on the graph, until it is taken
+    std::int16_t KeyShift{};    // 2 with Ctrl
+    bool Needed = false;        // whoever made the graph still waits for it
+    bool Shown = false;         // cleared to close a window that is shown modally
 };
 
 inline ChartsForm Charts;
