@@ -189,6 +189,7 @@ void ChartKey(int code, int shift) {
     Charts.KeyCode = ToInt16(code);
     Charts.KeyShift = ToInt16(shift);
     if (code == 27 && Seams.CancelFlag) *Seams.CancelFlag = FlagTrue;
+    if (Charts.EndsOnKey && Charts.EndsOnKey(code, shift)) Charts.Shown = false;
 }
 
 void DoLastZoom() {

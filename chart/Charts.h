@@ -20,8 +20,8 @@ struct ZoomStack {
 
 // A thin vertical line over the frame that the user moves along X.
 struct ChartMarker {
-    float X{};        // axis units
-    int Device{};     // device units, within the frame
+    float X{};                        // axis units
+    int Device{};                     // device units, within the frame
     std::uint32_t Color = 0x0000C000; // green
 };
 
@@ -50,12 +50,14 @@ struct ChartsForm {
     int ZoomX1{}, ZoomY1{};     // device units
     int LastX = -1, LastY = -1; // the latest position of the pointer
     std::vector<ChartMarker> Markers;
-    std::int16_t ZoomState{};   // markers that whoever made the graph has in use
-    int CapturedMarker = -1;    // the one that the pointer drags
-    std::int16_t KeyCode{};     // the last key pressed on the graph, until it is taken
-    std::int16_t KeyShift{};    // 2 with Ctrl
-    bool Needed = false;        // whoever made the graph still waits for it
-    bool Shown = false;         // cleared to close a window that is shown modally
+    std::int16_t ZoomState{}; // markers that whoever made the graph has in use
+    int CapturedMarker = -1;  // the one that the pointer drags
+    std::int16_t KeyCode{};   // the last key pressed on the graph, until it is taken
+    std::int16_t KeyShift{};  // 2 with Ctrl
+    bool Needed = false;      // whoever made the graph still waits for it
+    bool Shown = false;       // cleared to close a window that is shown modally
+    // While the window is shown modally: what a key does; true ends the showing.
+    std::function<bool(int code, int shift)> EndsOnKey;
 };
 
 inline ChartsForm Charts;

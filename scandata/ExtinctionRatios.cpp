@@ -1,6 +1,6 @@
 // The signal of a set relative to that of set 1: the same at one wavelength, asked for at another.
 
-#include "platform/Platform.h"
+#include "scandata/ExtinctionForm.h"
 #include "scandata/ScanReader.h"
 #include "workspace/records/Workspace.h"
 
@@ -25,7 +25,7 @@ void SetRatios(long row, float a, float b) {
 void AskForRatios(long row) {
     const std::int16_t shown = Work.CurrentRow;
     Work.CurrentRow = ToInt16(row - 1);
-    Host.ShowModal("ExtinctionForm");
+    ShowExtinctionForm();
     Work.CurrentRow = shown;
 }
 

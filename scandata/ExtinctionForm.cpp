@@ -1,0 +1,77 @@
+#include "scandata/ExtinctionForm.h"
+
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+#include "scandata/ScanReader.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+ExtinctionFormRecord ExtinctionForm;
+
+namespace {
+
+long SetInHand() {
+    return Work.CurrentRow + 1;
+}
+
+void ShowRatio(std::size_t species) {
+    ExtinctionForm.ExtinctionInput[species].Text =
+        FormatNumber(static_cast<double>(Work.ExtinctionRatio[species][SetInHand()]), "##0.0000");
+}
+
+} // namespace
+
+void LoadExtinctionForm() {
+    ExtinctionForm = ExtinctionFormRecord{};
+    ExtinctionForm.State.Caption = "Input Relative Extinction Coefficients";
+    ExtinctionForm.Label2.Text = "Relative extinction at " + SingleText(Work.ScanWavelength[SetInHand()]) +
+                                 " nm to that at " + SingleText(Work.ScanWavelength[1]) + " nm";
+    ExtinctionForm.Head[0].Text = "Species A";
+    ExtinctionForm.Head[1].Text = "Species B (if present)";
+    ExtinctionForm.OkButton.Text = "OK";
+    AdoptKnownRatios(SetInHand());
+    ShowRatio(0);
+    ShowRatio(1);
+    ExtinctionForm.State.FocusOn = &ExtinctionForm.ExtinctionInput[0];
+    ExtinctionForm.State.Shown = true;
+}
+
+void ShowExtinctionForm() {
+    LoadExtinctionForm();
+    Host.ShowModal("ExtinctionForm");
+}
+
+void ExtinctionGotFocus(std::size_t species) {
+    NumGotFocus(ExtinctionForm.ExtinctionInput[species]);
+}
+
+int ExtinctionKeyPress(std::size_t species, int key) {
+    const bool leads = key == KeyTab || key == KeyReturn || key == KeyEscape;
+    if (leads && species == 0) ExtinctionForm.State.FocusOn = &ExtinctionForm.ExtinctionInput[1];
+    if (leads && species == 1) ExtinctionOkButton();
+    return NumKeyPress(ExtinctionForm.ExtinctionInput[species], key);
+}
+
+void ExtinctionLostFocus(std::size_t species) {
+    Control& field = ExtinctionForm.ExtinctionInput[species];
+    NumLostFocus(field);
+    Work.ExtinctionRatio[species][SetInHand()] = NumValue(field.Text);
+    ShowRatio(species);
+    Work.SetChanged[SetInHand()] = FlagTrue;
+    if (Work.ExtinctionRatio[species][SetInHand()] > 0.0F) return;
+    Host.Beep();
+    Tell("You must enter a positive, non-zero value for the extinction ratio", Work.ProgramName,
+         BoxIcon::Warning);
+    ExtinctionForm.State.FocusOn = &field;
+}
+
+void ExtinctionOkButton() {
+    for (const std::size_t species : {std::size_t{0}, std::size_t{1}}) {
+        ExtinctionLostFocus(species);
+        if (!(Work.ExtinctionRatio[species][SetInHand()] > 0.0F)) return;
+    }
+    ExtinctionForm.State.Shown = false;
+}
+
+} // namespace Quillon

@@ -1,0 +1,207 @@
+// The table's lines and pages.
+#include "scandata/FileForm.h"
+
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+#include "scandata/DataDirectory.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+FileFormRecord FileForm;
+
+const char* const ScanFilter =
+    "XL data (A or I)|*.R*;*.IP*|absorbance data (*.R*)|*.R*|interference data (*.IP*)|"
+    "*.IP*|Reedit files (*.red)|*.red|all files (*.*)|*.*";
+
+namespace {
+
+bool OpenedBefore = false;
+
+std::size_t At(int line) {
+    return static_cast<std::size_t>(line);
+}
+
+void Name(Control& c, const char* text, const char* toolTip = "") {
+    c.Text = text;
+    c.ToolTip = toolTip;
+}
+
+void NameHeads() {
+    for (const char* head : {"Set #", "Include  in Fit?", "            File Name", "    RPM",
+                             "Fit Inner Radius", "Fit Outer Radius", "File to Subtract as Baseline",
+                             "Shift Baseline?", "Centerpiece Type", "Data Channel", "Cell Path"}) {
+        Control c;
+        c.Text = head;
+        FileForm.Heads.push_back(c);
+    }
+}
+
+void NameLine(std::size_t i) {
+    FileForm.Check1[i].ToolTip = "Un-check to remove this data set from the fitting";
+    FileForm.NameBox[i].ToolTip = "Click to load a scan file";
+    FileForm.MinRBox[i].ToolTip = FileForm.MaxRBox[i].ToolTip =
+        "Click to limit the radial region being fitted (the good data points)  from a graph";
+    FileForm.BlankFile[i].ToolTip = "Click to load a baseline for this scan";
+    FileForm.ShiftBase[i].ToolTip =
+        "Check this box to shift the baseline file to compensate for rotor expansion";
+    FileForm.CellBox[i].ToolTip =
+        "Enter 2, 6, or 8 while this set is highlighted to set the centerpiece type (# of channels)";
+    FileForm.ChannelBox[i].ToolTip = "Enter A, B, C, or D while this set is highlighted to set the channel";
+    FileForm.CellPath[i].ToolTip =
+        "Enter P while this data set is highlighted to toggle between 3 and 12 mm pathlength";
+    Name(FileForm.ExtinctionButton[i], "Chg. Extinc.",
+         "Click to enter or change the extinction coefficient (or refractive increment) ratio relative to "
+         "that "
+         "for the first data set being fitted (relative signal per unit concentration)");
+    Name(FileForm.SaveButton[i], "Save Subset",
+         "Click to write out the currently selected 'good' data as a separate scan file");
+    Name(FileForm.HelpButton[i], "File Info", "Click to view the scan header information for this scan");
+}
+
+void NameButtons() {
+    Name(FileForm.NewFileButton, "Read &Data File",
+         "Read a new scan file into the currently highlighted data set");
+    Name(FileForm.SubtractBlankButton, "Read &Baseline File",
+         "Read a new baseline file into the currently highlighted data set");
+    Name(FileForm.RangeButton, "Set Data &Range",
+         "Set the radial range of data points to be fitted (the 'good' data) from a graph");
+    Name(FileForm.LogPlot, "&Use ln(c) vs. r^2 / 2 plot to set radii",
+         "Use a ln(c) versus (radius)^2 / 2 plot to set the inner and outer radii for fitting from a graph");
+    Name(FileForm.CopyFile, "Load &Next Channel",
+         "Click to load the data from the next channel in the current cell into the next data slot");
+    Name(FileForm.ClearFiles, "Clear &Files", "Clear out all loaded scan data");
+    Name(FileForm.Page2, "Page &2", "Move to the other page of data (other group of 9 possible data sets)");
+    Name(FileForm.WriteData, "Write Data",
+         "Write out all the selected 'good' data points for all fitted data sets as new scan files");
+    Name(FileForm.OkButton, "OK", "Accept current data sets and close this form");
+    Name(FileForm.CancelButton, "&Cancel",
+         "Cancel changes in data sets entered since this form was previously loaded");
+    FileForm.Hint.Text =
+        "Click on the boxed entries to enter or alter them, or use the buttons below whenever that set is "
+        "highlighted.  When a set is highlighted you can use the keyboard to see the file info by keying ?, "
+        "to "
+        "set its centerpiece type by keying 2, 6, or 8, to set its channel by keying A,B,C, or D, or to "
+        "toggle "
+        "its pathlength between 12 mm and 3 mm by keying P.";
+}
+
+void LockRow(std::size_t i) {
+    FileForm.SetBox[i].Enabled = FileForm.Check1[i].Enabled = false;
+    FileForm.NameBox[i].Visible = false;
+}
+
+// Hides and empties the columns of all nine lines, and locks all but the first.
+void ClearRows() {
+    for (std::size_t i = 0; i < FileFormLines; ++i) {
+        for (auto* column :
+             {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.ChannelBox, &FileForm.ShiftBase,
+              &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.BlankFile, &FileForm.RPMBox, &FileForm.CellPath,
+              &FileForm.SaveButton, &FileForm.ExtinctionButton})
+            (*column)[i].Visible = false;
+        for (auto* column : {&FileForm.NameBox, &FileForm.RPMBox, &FileForm.MinRBox, &FileForm.MaxRBox,
+                             &FileForm.BlankFile, &FileForm.ChannelBox})
+            (*column)[i].Text.clear();
+        FileForm.ShiftBase[i].Value = FileForm.Check1[i].Value = 0;
+        LockRow(i);
+        FileForm.SetBox[i].Text = std::to_string(SetOfLine(static_cast<int>(i)));
+    }
+    FileForm.BlankFile[0].Text = "(none)";
+    UnlockRow(0);
+}
+
+const char* CenterpieceText(int code) {
+    return code == 4 ? "8" : code == 3 ? "6" : "2";
+}
+
+void FillLine(int line) {
+    const long set = SetOfLine(line);
+    const std::size_t i = At(line);
+    FileForm.NameBox[i].Text = Work.ScanFile[set];
+    if (Work.ScanFile[set].empty()) return;
+    UnlockRow(line);
+    if (line + 1 < FileFormLines) UnlockRow(line + 1);
+    FileForm.BlankFile[i].Text = Work.BaselineFile[set];
+    FileForm.Check1[i].Value = Work.IncludeSet[set];
+    FileForm.CellBox[i].Text = CenterpieceText(Work.CenterpieceType[set]);
+    const int channel = Work.DataChannel[set];
+    FileForm.ChannelBox[i].Text = channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
+    FileForm.CellPath[i].Text = Work.CellPath[set] == 0.3F ? "3" : "12";
+    RevealRow(line);
+    FileForm.ShiftBase[i].Visible = Work.BaselineFile[set] != "(none)";
+    FileForm.ShiftBase[i].Value = Work.BaselineShifted[set] != 0 ? 1 : 0;
+    ShowRowValues(set - 1);
+}
+
+} // namespace
+
+long SetOfLine(int line) {
+    return line + 1 + 9L * Work.CurrentPage;
+}
+
+void UnlockRow(int line) {
+    const std::size_t i = At(line);
+    FileForm.NameBox[i].Visible = true;
+    for (auto* column : {&FileForm.SetBox, &FileForm.NameBox, &FileForm.RPMBox, &FileForm.MinRBox,
+                         &FileForm.MaxRBox, &FileForm.BlankFile, &FileForm.Check1})
+        (*column)[i].Enabled = true;
+}
+
+void RevealRow(int line) {
+    const std::size_t i = At(line);
+    for (auto* column :
+         {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.BlankFile, &FileForm.RPMBox, &FileForm.MinRBox,
+          &FileForm.MaxRBox, &FileForm.CellPath, &FileForm.SaveButton, &FileForm.ExtinctionButton})
+        (*column)[i].Visible = true;
+    FileForm.ChannelBox[i].Visible = Work.CenterpieceType[SetOfLine(line)] != 1;
+}
+
+void ShowRowValues(long setIndex) {
+    const auto i = static_cast<std::size_t>(setIndex % 9);
+    const long set = setIndex + 1;
+    const auto radius = [&](std::size_t end) {
+        const long p = Work.FitRange[end][set];
+        if (p < 1 || p > Work.ScanRadius[set].Hi()) return std::string();
+        return FormatNumber(static_cast<double>(Work.ScanRadius[set][p]), "#.0000");
+    };
+    FileForm.MinRBox[i].Text = radius(0);
+    FileForm.MaxRBox[i].Text = radius(1);
+    FileForm.RPMBox[i].Text = FormatNumber(static_cast<double>(Work.ScanRPM[set]), "#####");
+}
+
+void FillPage() {
+    ClearRows();
+    const int last = std::min<int>(8, Work.CurrentPage == 0 ? Work.HighestSet - 1 : Work.HighestSet - 10);
+    for (int line = 0; line <= last; ++line)
+        FillLine(line);
+    FileForm.Page2.Visible = Work.CurrentPage == 1 || !FileForm.NameBox[8].Text.empty();
+    FileForm.Page2.Text = Work.CurrentPage == 0 ? "Page &2" : "Page &1";
+    Work.CurrentRow = 0;
+    FileForm.State.FocusOn = &FileForm.Check1[0];
+}
+
+void LoadFileForm() {
+    FileForm = FileFormRecord{};
+    FileForm.State.Caption = "Data Included in Fit";
+    NameHeads();
+    for (std::size_t i = 0; i < FileFormLines; ++i)
+        NameLine(i);
+    NameButtons();
+    FileForm.LogPlot.Value = Work.RangeLogPlot ? 1 : 0;
+    Work.CurrentPage = 0;
+    FillPage();
+    FileForm.Timer1 = !OpenedBefore && !Work.DataChosen;
+    OpenedBefore = true;
+    FileForm.State.Shown = true;
+}
+
+void OpenFileForm() {
+    if (Work.DataDirectory.empty()) FindDataDirectory();
+    Work.AbortFit = FlagFalse;
+    LoadFileForm();
+    Host.ShowModal("FileForm");
+}
+
+} // namespace Quillon

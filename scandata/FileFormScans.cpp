@@ -1,0 +1,262 @@
+// Reading scans and baselines into the table, copying lines, clearing.
+#include "scandata/FileForm.h"
+
+#include "input/NUMINPUT.h"
+#include "platform/Paths.h"
+#include "platform/Platform.h"
+#include "scandata/DataSetTable.h"
+#include "scandata/ScanReader.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+namespace {
+
+std::string LastTitle; // of the latest scan chosen: the next dialog offers it
+
+std::size_t Here() {
+    return static_cast<std::size_t>(Work.CurrentRow);
+}
+Control& FocusLine() {
+    return FileForm.Check1[Here()];
+}
+
+FileRequest ScanRequest(const char* what) {
+    FileRequest request;
+    request.Title = Work.ProgramName + what;
+    request.Filter = ScanFilter;
+    request.Directory = Work.DataDirectory;
+    return request;
+}
+
+void ShowRadii(float inner, float outer) {
+    FileForm.MinRBox[Here()].Text = FormatNumber(static_cast<double>(inner), "0.0000");
+    FileForm.MaxRBox[Here()].Text = FormatNumber(static_cast<double>(outer), "0.0000");
+}
+
+void RaiseHighestSet(long set) {
+    if (set > Work.HighestSet) Work.HighestSet = ToInt16(set);
+}
+
+void OpenNextLine(int line) {
+    if (line >= FileFormLines - 1)
+        FileForm.Page2.Visible = true;
+    else
+        UnlockRow(line + 1);
+}
+
+void NoteChange() {
+    FileForm.CancelButton.Enabled = false;
+    FileForm.FormChanged = 1;
+}
+
+// A scan that has been read takes its place in the line.
+void AdoptScan(const ScanReadResult& read) {
+    const int line = Work.CurrentRow;
+    const long set = SetOfLine(line);
+    const std::size_t i = Here();
+    Work.DataDirectory = DirectoryOf(Work.ChosenPath);
+    Work.NameConvention = 1;
+    Work.ScanDirectory[set] = Work.DataDirectory;
+    Work.ScanFile[set] = Work.ChosenName;
+    Work.BaselineFile[set] = "(none)";
+    LastTitle = Work.ChosenName;
+    FileForm.NameBox[i].Text = Work.ChosenName;
+    FileForm.RPMBox[i].Text = SingleText(read.Rpm);
+    FileForm.Check1[i].Value = 1;
+    Work.IncludeSet[set] = 1;
+    SettleDataType(Work.ChosenName);
+    FileForm.CellPath[i].Text = Work.CellPath[set] == 0.3F ? "3" : "12";
+    ApplyCenterpiece(line, Work.CellType);
+    ApplyChannel(line, 0);
+    ShowRadii(read.FirstRadius, read.LastRadius);
+    RevealRow(line);
+    OpenNextLine(line);
+    RaiseHighestSet(set);
+    FileForm.BlankFile[i].Text = "(none)";
+    FileForm.ShiftBase[i].Value = 0;
+    FileForm.ShiftBase[i].Visible = false;
+    NoteChange();
+    RemoveSetConstraints(set);
+    FileForm.State.FocusOn = &FocusLine();
+}
+
+bool ReadScanHere(const std::string& path) {
+    Work.ChosenPath = path;
+    Work.ChosenName = FileTitle(path);
+    const ScanReadResult read = ReadScan(path, SetOfLine(Work.CurrentRow));
+    if (read.Ok) AdoptScan(read);
+    return read.Ok;
+}
+
+// The line behind the current one, over the end of page 1. False at the end of the table.
+bool MoveToNextLine() {
+    if (Work.CurrentRow + 1 < FileFormLines) {
+        ++Work.CurrentRow;
+        return true;
+    }
+    if (Work.CurrentPage != 0) return false;
+    FileFormPage2();
+    Work.CurrentRow = 0;
+    return true;
+}
+
+template <class Array> void CopyEntry(Array& array, long s) {
+    array[s + 1] = array[s];
+}
+
+void CopySet(long s) {
+    for (auto* points : {&Work.ScanRadius, &Work.ScanValue, &Work.BaselineRadius, &Work.BaselineValue})
+        CopyEntry(*points, s);
+    for (auto* numbers : {&Work.ScanTemperature, &Work.ScanRPM, &Work.ScanOmega2t, &Work.ScanWavelength,
+                          &Work.CellPath, &Work.BaselineRPM, &Work.BaselineShift})
+        CopyEntry(*numbers, s);
+    for (auto* words : {&Work.ScansAveraged, &Work.ScanPoints, &Work.BaselinePoints, &Work.BaselineShifted,
+                        &Work.CenterpieceType, &Work.DataChannel, &Work.IncludeSet})
+        CopyEntry(*words, s);
+    for (auto* texts : {&Work.ScanComment, &Work.ScanDirectory, &Work.BaselineDirectory, &Work.ScanFile,
+                        &Work.BaselineFile})
+        CopyEntry(*texts, s);
+    CopyEntry(Work.ScanTime, s);
+    for (auto& range : Work.FitRange)
+        CopyEntry(range, s);
+    for (auto& ratio : Work.ExtinctionRatio)
+        CopyEntry(ratio, s);
+    Work.SetChanged[s + 1] = FlagTrue;
+    ForgetSetParms(s + 1);
+}
+
+// Another channel needs another baseline.
+void DropBaseline(long set) {
+    const std::size_t i = Here();
+    if (Work.BaselineFile[set] == "(none)") return;
+    Work.BaselineFile[set] = "(none)";
+    Work.BaselineShifted[set] = FlagFalse;
+    FileForm.BlankFile[i].Text = "(none)";
+    FileForm.ShiftBase[i].Visible = false;
+}
+
+void StepChannelOfCopy(long s) {
+    if (Work.DataChannel[s] > 0 && Work.CenterpieceType[s] >= 3 &&
+        Work.DataChannel[s + 1] < Work.CenterpieceType[s + 1]) {
+        ApplyChannel(Work.CurrentRow, Work.DataChannel[s + 1] + 1);
+        DropBaseline(s + 1);
+    }
+}
+
+void CopyIntoNextLine(long s, const Control& channelAbove, const Control& blankAbove) {
+    CopySet(s);
+    const int line = Work.CurrentRow;
+    const std::size_t i = Here();
+    UnlockRow(line);
+    FileForm.NameBox[i].Text = Work.ScanFile[s + 1];
+    FileForm.Check1[i].Value = 1;
+    Work.IncludeSet[s + 1] = 1;
+    FileForm.CellPath[i].Text = Work.CellPath[s + 1] == 0.3F ? "3" : "12";
+    RevealRow(line);
+    ShowRowValues(s);
+    ApplyCenterpiece(line, Work.CenterpieceType[s + 1]);
+    FileForm.ChannelBox[i].Text = channelAbove.Text;
+    FileForm.BlankFile[i].Text = blankAbove.Text;
+    FileForm.ShiftBase[i].Visible = Work.BaselineFile[s + 1] != "(none)";
+    FileForm.ShiftBase[i].Value = Work.BaselineShifted[s + 1] != 0 ? 1 : 0;
+    StepChannelOfCopy(s);
+    ShowRowValues(s);
+    OpenNextLine(line);
+    RaiseHighestSet(s + 1);
+    NoteChange();
+    RemoveSetConstraints(s + 1);
+}
+
+void CopyCurrentLine() {
+    const long s = SetOfLine(Work.CurrentRow);
+    const bool holdsFile = !FileForm.NameBox[Here()].Text.empty();
+    if (!holdsFile || (Work.CurrentRow == FileFormLines - 1 && Work.CurrentPage != 0)) return Host.Beep();
+    const Control channel = FileForm.ChannelBox[Here()];
+    const Control blank = FileForm.BlankFile[Here()];
+    MoveToNextLine();
+    CopyIntoNextLine(s, channel, blank);
+}
+
+void RemoveBaseline(long set) {
+    DropBaseline(set);
+    FileForm.ShiftBase[Here()].Value = 0;
+}
+
+} // namespace
+
+void FileFormNewFileButton() {
+    const long set = SetOfLine(Work.CurrentRow);
+    FileRequest request = ScanRequest(" - Read Data File");
+    request.Several = true;
+    request.Name = LastTitle;
+    if (!Work.ScanFile[set].empty()) {
+        request.Directory = Work.ScanDirectory[set];
+        request.Name = Work.ScanFile[set];
+    }
+    const FileAnswer answer = Host.AskFile(request);
+    if (answer.Cancelled || answer.Title.empty()) {
+        FileForm.State.FocusOn = &FocusLine();
+        return;
+    }
+    FileFormReadFiles(answer.Paths);
+}
+
+void FileFormReadFiles(const std::vector<std::string>& paths) {
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (i > 0 && !MoveToNextLine()) return Host.Beep();
+        if (!ReadScanHere(paths[i])) return;
+    }
+}
+
+void FileFormSubtractBlankButton() {
+    const long set = SetOfLine(Work.CurrentRow);
+    const std::size_t i = Here();
+    if (Work.ScanFile[set].empty()) return Host.Beep();
+    FileRequest request = ScanRequest(" - Read Data File for Blank");
+    request.Directory = Work.BaselineDirectoryLast.empty() ? Work.DataDirectory : Work.BaselineDirectoryLast;
+    if (FileForm.BlankFile[i].Text != "(none)") {
+        request.Directory = Work.BaselineDirectory[set];
+        request.Name = Work.BaselineFile[set];
+    }
+    const FileAnswer answer = Host.AskFile(request);
+    if (answer.Cancelled) return RemoveBaseline(set); // the way to take a baseline off a set
+    Work.ChosenPath = answer.Path;
+    if (!ReadBaseline(answer.Path, set)) return;
+    FileForm.BlankFile[i].Text = Work.BaselineFile[set] = answer.Title;
+    Work.BaselineDirectoryLast = Work.BaselineDirectory[set] = DirectoryOf(answer.Path);
+    FileForm.ShiftBase[i].Value = 0;
+    FileForm.ShiftBase[i].Visible = true;
+    FileForm.State.FocusOn = &FocusLine();
+    Work.SetChanged[set] = FlagTrue;
+    NoteChange();
+    RemoveSetConstraints(set);
+}
+
+void FileFormCopyFile() {
+    if (FileForm.CopyRunning) return;
+    FileForm.CopyRunning = FlagTrue;
+    CopyCurrentLine();
+    FileForm.CopyRunning = FlagFalse;
+    FileForm.State.FocusOn = &FileForm.CopyFile;
+}
+
+void FileFormClearFiles() {
+    Work.CurrentPage = 0;
+    for (long set = 1; set <= Work.MaxSets; ++set) {
+        Work.ScanFile[set].clear();
+        Work.BaselineFile[set] = "(none)";
+        Work.BaselineShifted[set] = Work.IncludeSet[set] = Work.DataChannel[set] = 0;
+        Work.BaselineShift[set] = 0.0F;
+        Work.CenterpieceType[set] = 0;
+        Work.OffsetLink[set] = 0;
+        Work.ConcConstraintA[set] = Work.ConcConstraintB[set] = 0.0F;
+        Work.ConcToleranceA[set] = Work.ConcToleranceB[set] = 0.1F;
+    }
+    Work.ConstraintFlags = 0;
+    FillPage();
+    FileForm.CancelButton.Enabled = false;
+    FileForm.Page2.Visible = false;
+}
+
+} // namespace Quillon

@@ -1,0 +1,21 @@
+#pragma once
+// The file information of a scan as data: its header in four texts.
+
+#include "platform/Controls.h"
+
+#include <array>
+
+namespace Quillon {
+
+struct InfoBoxForm {
+    FormState State;
+    std::array<Control, 4> Line; // comment, speed and temperature, time, wavelength
+    Control OkButton;
+};
+extern InfoBoxForm InfoBox;
+
+void ShowInfoBox(long row); // fills the form and shows it modally
+void LoadInfoBox(long row);
+void InfoBoxOkButton();
+
+} // namespace Quillon

@@ -1,0 +1,121 @@
+#include "scandata/RangeGraph.h"
+
+#include "chart/CHART.h"
+#include "chart/ChartMouse.h"
+#include "platform/Platform.h"
+#include "scandata/DataSetTable.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr const char* Instruction =
+    "Drag the green markers to designate the data region to be fitted; hit ENTER when done";
+
+float Abscissa(float radius) {
+    if (!Work.RangeLogPlot) return radius;
+    return static_cast<float>(static_cast<double>(radius) * static_cast<double>(radius) / 2.0);
+}
+
+float Ordinate(float value) {
+    if (!Work.RangeLogPlot) return value;
+    return value > 0.0F ? static_cast<float>(std::log(static_cast<double>(value))) : MissingValue;
+}
+
+// Limits of the signal within the present range, with a little room: what lies outside, between the columns
+// of a cell, may be ten times as large and would press the data flat.
+void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
+    float lo = MissingValue;
+    float hi = MissingValue;
+    for (long p = first; p <= last; ++p) {
+        const float v = y(p, 1);
+        if (v == MissingValue) continue;
+        lo = lo == MissingValue ? v : std::min(lo, v);
+        hi = hi == MissingValue ? v : std::max(hi, v);
+    }
+    if (lo == MissingValue || lo == hi) {
+        axis.ScaleMode = ScaleModes::Autorange;
+        return;
+    }
+    const float room = 0.15F * (hi - lo);
+    axis.ScaleMode = ScaleModes::Manual;
+    axis.Min = axis.FirstTic = lo - room;
+    axis.Max = hi + room;
+    axis.TicInterval = (axis.Max - axis.Min) / 10.0F;
+    axis.Decimals = 2;
+}
+
+void Draw(long row) {
+    const long n = Work.ScanPoints[row];
+    Chart.GraphHeld = FlagFalse;
+    GraphSpec spec;
+    GraphInit(spec, GraphTypes::XYPlot, PlotStyles::SymbolsOnly);
+    spec.SymbolMode = 1;
+    spec.Title1.Text = Work.RangeLogPlot ? "ln(c) vs. r^2 / 2 Plot" : Work.ScanFile[row];
+    spec.AxisX1.Title.Text = Work.RangeLogPlot ? "Radius Squared / 2" : "Radius";
+    spec.AxisY1.Title.Text = Work.RangeLogPlot ? "ln(Absorbance)" : "Absorbance";
+    spec.AxisX1.ScaleMode = ScaleModes::Autorange;
+    SetTable x(n, 1);
+    SetTable y(n, 1);
+    for (long p = 1; p <= n; ++p) {
+        const float v = Ordinate(Work.ScanValue[row][p]);
+        y(p, 1) = v;
+        x(p, 1) = v == MissingValue ? MissingValue : Abscissa(Work.ScanRadius[row][p]);
+    }
+    LimitToRange(spec.AxisY1, y, Work.FitRange[0][row], Work.FitRange[1][row]);
+    spec.AxisX2 = spec.AxisX1;
+    spec.AxisY2 = spec.AxisY1;
+    spec.AxisX2.TicMode = spec.AxisY2.TicMode = TicModes::MarksOnly;
+    spec.AxisX2.Title.Text = spec.AxisY2.Title.Text = "";
+    Chart.GraphHeld = FlagTrue;
+    PlotSets(spec, x, y, static_cast<int>(n), 1, 1, {Work.ScanFile[row]}, {}, {});
+    ChartMenuStatus(Charts);
+}
+
+// The points that the markers stand at; crossed markers are taken in order.
+void TakeMarkers(long row) {
+    RecordMarkers();
+    const float lo = std::min(Charts.Markers[0].X, Charts.Markers[1].X);
+    const float hi = std::max(Charts.Markers[0].X, Charts.Markers[1].X);
+    const long n = Work.ScanPoints[row];
+    OneBased<float> axis(n);
+    for (long p = 1; p <= n; ++p)
+        axis[p] = Abscissa(Work.ScanRadius[row][p]);
+    long first{};
+    long last{};
+    SearchArray(axis, 1, n, lo, first, false, 1);
+    SearchArray(axis, 1, n, hi, last, true, -1);
+    if (first < 1 || last < first) return; // no point between them
+    Work.FitRange[0][row] = ToInt16(first);
+    Work.FitRange[1][row] = ToInt16(last);
+    Work.SetChanged[row] = FlagTrue;
+}
+
+} // namespace
+
+bool SelectRange(long row) {
+    if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
+    Draw(row);
+    PlaceMarkers(Abscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
+                 Abscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
+    Charts.StatusLine.Text = Instruction;
+    Charts.KeyCode = 0;
+    Charts.Needed = true;
+    Charts.Shown = true;
+    Charts.EndsOnKey = [](int code, int) { return code == 13 || code == 27; };
+    Host.ShowModal("Charts");
+    const bool accepted = Charts.KeyCode == 13;
+    if (accepted) TakeMarkers(row);
+    Charts.EndsOnKey = nullptr;
+    Charts.Needed = Charts.Shown = false;
+    Charts.StatusLine.Text.clear();
+    RemoveMarkers();
+    Work.AbortFit = FlagFalse;
+    return accepted;
+}
+
+} // namespace Quillon

@@ -1,0 +1,43 @@
+#pragma once
+// The commands behind the main window's menu items, each as plain as it can be: errors and the menu's state
+// are RunCommand's business.
+
+#include "graphs/FitGraphs.h"
+#include "graphs/ResidualGraphs.h"
+
+#include <functional>
+
+namespace Quillon {
+
+// Runs a command, tells a run-time error that reaches it, clears a cancel flag that is left over and
+// recomputes the menu.
+void RunCommand(const std::function<void()>& command);
+
+void ReadData(); // opens the data set table; FileForm's return runs ReadDataReturn
+void ReadDataReturn();
+void ToggleNameConvention();
+void DoFitRestore();
+void SaveDefaults();
+void WriteBaseline();
+void MenuExit();
+
+void DoModelSet();
+void DefineUnits();
+void FitData();
+void ReviewFit();
+void DoInitGuesses();
+void SetConcConstraint();
+void SetBaseConstraint();
+void AlterBounds();
+void DoShowConstraint();
+void Covariance();
+
+void UseResiduals();
+void UseOverlay();
+void ToggleResidualsSpread();
+void ToggleFitPause();
+void SetConfidence();
+void ShowSigmaCalculator();
+void AboutBox();
+
+} // namespace Quillon
