@@ -60,7 +60,7 @@ std::int16_t LabelWidth(int place) {
         WidestLabel(axis, KindOf(place), Chart.Layout.Sizes.Label[static_cast<std::size_t>(place)]));
 }
 
-// Frame and tics; once more for the frame where the labels of the chosen tics need more room.
+// Frame and tics; once more for the frame where the labels of the chosen tics need another room.
 void FitAndChoose() {
     FitFrame();
     if (!FrameStands()) return;
@@ -68,8 +68,8 @@ void FitAndChoose() {
     const GraphState before = Chart.State;
     MeasureLabels();
     const GraphState& now = Chart.State;
-    if (now.LabelWidthX1 > before.LabelWidthX1 || now.LabelWidthY1 > before.LabelWidthY1 ||
-        now.LabelWidthX2 > before.LabelWidthX2 || now.LabelWidthY2 > before.LabelWidthY2)
+    if (now.LabelWidthX1 != before.LabelWidthX1 || now.LabelWidthY1 != before.LabelWidthY1 ||
+        now.LabelWidthX2 != before.LabelWidthX2 || now.LabelWidthY2 != before.LabelWidthY2)
         FitFrame();
 }
 
