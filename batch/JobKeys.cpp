@@ -125,6 +125,13 @@ template <class Keys> const auto& FindKey(const JobReader& reader, const Keys& k
     return *key;
 }
 
+template <class Keys> std::vector<std::string> NamesOf(const Keys& keys) {
+    std::vector<std::string> names;
+    for (const auto& key : keys)
+        names.push_back(key.Name);
+    return names;
+}
+
 // The words behind the value of a parameter; each kind may stand once.
 void ReadParameterWord(const JobReader& reader, JobParameter& parameter, std::string_view word,
                        std::string_view& rest) {
@@ -142,6 +149,11 @@ void ReadParameterWord(const JobReader& reader, JobParameter& parameter, std::st
 }
 
 } // namespace
+
+std::vector<std::string> JobKeys(std::string_view section) {
+    if (section == "fit") return NamesOf(FitKeys);
+    return section == "constants" ? NamesOf(ConstantKeys) : NamesOf(SetKeys);
+}
 
 void ReadFitKey(JobReader& reader, const std::string& value) {
     FindKey(reader, FitKeys).Read(reader, value);

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Quillon {
 
@@ -43,6 +44,9 @@ void ReadFitKey(JobReader& reader, const std::string& value);
 void ReadConstantsKey(JobReader& reader, const std::string& value);
 void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value);
 void ReadParameterLine(JobReader& reader, const std::string& name, const std::string& value);
+
+// The keys of [fit], of [constants], or of any set.
+std::vector<std::string> JobKeys(std::string_view section);
 
 // Raises the first contradiction between settings that stand by themselves.
 void CheckJob(const Job& job);
