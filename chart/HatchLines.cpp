@@ -84,9 +84,11 @@ std::vector<PlaneSegment> HatchLines(BrushKind kind, const std::vector<PlanePoin
         const double high = std::min(shape.High, seen.High);
         for (double n = std::ceil(std::max(shape.Low, seen.Low) / spacing); n * spacing <= high; n += 1.0) {
             const std::vector<double> places = Crossings(direction, n * spacing, outline);
-            for (std::size_t i = 1; i < places.size(); i += 2)
+            for (std::size_t i = 1; i < places.size(); i += 2) {
+                if (places[i] <= places[i - 1]) continue; // a corner that is only touched
                 lines.push_back({PointAt(direction, places[i - 1], n * spacing),
                                  PointAt(direction, places[i], n * spacing)});
+            }
         }
     }
     return lines;

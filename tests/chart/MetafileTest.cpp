@@ -1,0 +1,461 @@
+// Enhanced metafiles: the records are read back, and what a player of them would draw is compared with what
+// was asked for.
+#include "chart/Metafile.h"
+#include "platform/RuntimeError.h"
+#include "MetafileReader.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numeric>
+
+namespace Quillon {
+
+namespace {
+
+// A page of A4 across at 300 dots per inch.
+PictureRequest Page() {
+    return {std::string("Quillon\0Graph\0\0", 15), 3508, 2480, 300.0, 300.0};
+}
+
+// A picture of 400 by 300 units at 96 dots per inch, on which the thinnest pen is one unit.
+PictureRequest SmallPicture() {
+    return {"", 400, 300, 96.0, 96.0};
+}
+
+struct Drawn {
+    EmfFile File;
+    std::vector<EmfItem> Items;
+};
+
+template <typename Draw> Drawn DrawOn(const PictureRequest& request, const Draw& draw) {
+    const PictureFile picture = OpenMetafile(request);
+    draw(picture.Surface);
+    Drawn drawn;
+    drawn.File = ReadMetafile(picture.Finish());
+    EXPECT_EQ(drawn.File.Problem, "");
+    drawn.Items = PlayMetafile(drawn.File);
+    return drawn;
+}
+
+const EmfRecord* FirstOf(const EmfFile& file, std::uint32_t type) {
+    for (const EmfRecord& record : file.Records)
+        if (record.Type == type) return &record;
+    return nullptr;
+}
+
+std::vector<int> RectAt(const EmfRecord& record, std::size_t offset) {
+    return {record.Signed(offset), record.Signed(offset + 4), record.Signed(offset + 8),
+            record.Signed(offset + 12)};
+}
+
+std::vector<std::pair<int, int>> Pairs(const std::vector<DevicePoint>& points) {
+    std::vector<std::pair<int, int>> pairs;
+    for (const DevicePoint point : points)
+        pairs.emplace_back(point.X, point.Y);
+    return pairs;
+}
+
+using Places = std::vector<std::pair<int, int>>;
+
+} // namespace
+
+TEST(Metafile, HeaderTellsSizeDeviceAndDescription) {
+    const EmfFile file = DrawOn(Page(), [](const DrawingSurface& s) { s.Line(0, 0, 10, 10); }).File;
+    const EmfRecord& header = file.Records.front();
+    // 3508 / 300 inch is 297.01 mm, 2480 / 300 inch is 209.97 mm.
+    EXPECT_EQ(RectAt(header, 24), (std::vector<int>{0, 0, 29701, 20997}));
+    EXPECT_EQ(header.Word(80), 297U);
+    EXPECT_EQ(header.Word(84), 210U);
+    EXPECT_EQ(header.Word(72), 3508U); // 297 mm at 300 dots per inch: 3507.9
+    EXPECT_EQ(header.Word(76), 2480U);
+    EXPECT_NEAR(header.Word(100), 297010.7, 1.0); // micrometres of 3508 dots
+    EXPECT_EQ(header.Word(60), 15U);
+    EXPECT_EQ(header.Wide(header.Word(64), 15), std::string("Quillon\0Graph\0\0", 15));
+}
+
+TEST(Metafile, SizesOfAnyDescriptionAreWholeWords) {
+    for (std::size_t length = 0; length < 5; ++length) {
+        PictureRequest request = SmallPicture();
+        request.Description = std::string(length, 'x');
+        const EmfFile file = DrawOn(request, [](const DrawingSurface&) {}).File;
+        ASSERT_FALSE(file.Records.empty());
+        EXPECT_EQ(file.Records.front().Word(60), length);
+    }
+}
+
+TEST(Metafile, WindowIsOriginExtentAndFrame) {
+    const PictureFile picture = OpenMetafile(Page());
+    picture.SetWindow({250, 150, 1449, 1049}); // 1200 by 900 units: 4 by 3 inches
+    picture.Surface.SetPen({true, 0, 1});
+    picture.Surface.Line(300, 200, 400, 260);
+    const EmfFile file = ReadMetafile(picture.Finish());
+    ASSERT_EQ(file.Problem, "");
+    const EmfRecord& header = file.Records.front();
+    EXPECT_EQ(RectAt(header, 24), (std::vector<int>{0, 0, 10160, 7620}));
+    EXPECT_EQ(RectAt(header, 8), (std::vector<int>{50, 50, 150, 110})); // from the window's corner
+    const auto pointOf = [&file](std::uint32_t type) {
+        const EmfRecord* record = FirstOf(file, type);
+        return record == nullptr ? std::pair{-1, -1} : std::pair{record->Signed(8), record->Signed(12)};
+    };
+    EXPECT_EQ(pointOf(10), (std::pair{250, 150}));
+    EXPECT_EQ(pointOf(9), (std::pair{1200, 900}));
+    EXPECT_EQ(pointOf(12), (std::pair{0, 0}));
+    EXPECT_EQ(pointOf(11), (std::pair{1200, 900}));
+    ASSERT_NE(FirstOf(file, 17), nullptr);
+    EXPECT_EQ(FirstOf(file, 17)->Word(8), 8U); // each axis has a scale of its own
+}
+
+TEST(Metafile, BoundsHoldWhatIsSeenOfWhatIsDrawn) {
+    const auto bounds = [](const auto& draw) {
+        return RectAt(DrawOn(SmallPicture(), draw).File.Records.front(), 8);
+    };
+    const SurfacePen wide = {true, 0, 5};
+    EXPECT_EQ(bounds([&](const DrawingSurface& s) {
+                  s.SetPen(wide);
+                  s.Line(20, 30, 50, 30);
+                  s.Line(60, 80, 60, 90);
+              }),
+              (std::vector<int>{18, 28, 62, 92}));
+    EXPECT_EQ(bounds([](const DrawingSurface& s) { s.Line(-500, 10, 50000, 20); }),
+              (std::vector<int>{0, 10, 399, 20}));
+    EXPECT_EQ(bounds([](const DrawingSurface& s) {
+                  s.SetClip({100, 100, 150, 120});
+                  s.Rectangle({0, 0, 399, 299});
+              }),
+              (std::vector<int>{100, 100, 150, 120}));
+}
+
+TEST(Metafile, NothingDrawnHasEmptyBounds) {
+    EXPECT_EQ(RectAt(DrawOn(SmallPicture(), [](const DrawingSurface&) {}).File.Records.front(), 8),
+              (std::vector<int>{0, 0, -1, -1}));
+    EXPECT_EQ(RectAt(DrawOn(SmallPicture(), [](const DrawingSurface& s) { s.Line(500, 10, 600, 20); })
+                         .File.Records.front(),
+                     8),
+              (std::vector<int>{0, 0, -1, -1}));
+}
+
+TEST(Metafile, PointsTakeSixteenBitsWhereTheyFit) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.Polyline({{0, 0}, {32767, -32768}, {5, 7}});
+                                           s.Polyline({{0, 0}, {32768, 1}, {5, 7}});
+                                           s.Polygon({{1, 2}, {3, 4}, {5, 6}});
+                                           s.Polygon({{1, 2}, {3, -32769}, {5, 6}});
+                                       }).Items;
+    ASSERT_EQ(items.size(), 4U);
+    EXPECT_EQ(items[0].Kind, "polyline");
+    EXPECT_FALSE(items[0].Wide);
+    EXPECT_EQ(Pairs(items[0].Points), (Places{{0, 0}, {32767, -32768}, {5, 7}}));
+    EXPECT_TRUE(items[1].Wide);
+    EXPECT_EQ(Pairs(items[1].Points), (Places{{0, 0}, {32768, 1}, {5, 7}}));
+    EXPECT_EQ(items[2].Kind, "polygon");
+    EXPECT_FALSE(items[2].Wide);
+    EXPECT_EQ(Pairs(items[2].Points), (Places{{1, 2}, {3, 4}, {5, 6}}));
+    EXPECT_TRUE(items[3].Wide);
+    EXPECT_EQ(Pairs(items[3].Points), (Places{{1, 2}, {3, -32769}, {5, 6}}));
+}
+
+TEST(Metafile, EachItemHasItsPenAndBrush) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetPen({true, 0x123456, 3});
+                                           s.Line(1, 1, 9, 9);
+                                           s.SetBrush({BrushKind::Solid, 0xFF8000});
+                                           s.Rectangle({10, 20, 30, 40});
+                                           s.SetPen({false, 0, 1});
+                                           s.Rectangle({10, 20, 30, 40});
+                                           s.SetPen({true, 0x123456, 1});
+                                           s.SetBrush({});
+                                           s.Ellipse({1, 2, 11, 22});
+                                       }).Items;
+    ASSERT_EQ(items.size(), 4U);
+    EXPECT_EQ(items[0].PenColor, 0x123456U);
+    EXPECT_EQ(items[0].PenWidth, 3);
+    EXPECT_TRUE(items[1].Filled);
+    EXPECT_EQ(items[1].FillColor, 0xFF8000U);
+    EXPECT_EQ(Pairs(items[1].Points), (Places{{10, 20}, {30, 40}}));
+    EXPECT_FALSE(items[2].PenVisible);
+    // A shape without an outline ends short of its right and bottom edges.
+    EXPECT_EQ(Pairs(items[2].Points), (Places{{10, 20}, {31, 41}}));
+    EXPECT_FALSE(items[3].Filled);
+    EXPECT_EQ(items[3].PenWidth, 1);
+    EXPECT_EQ(Pairs(items[3].Points), (Places{{1, 2}, {11, 22}}));
+}
+
+TEST(Metafile, AnObjectIsMadeOnceAndUsedAgain) {
+    const EmfFile file = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                             for (int i = 0; i < 20; ++i) {
+                                 s.SetPen({true, i % 2 == 0 ? 0xFF0000U : 0x0000FFU, 2});
+                                 s.Line(0, i, 100, i);
+                             }
+                         }).File;
+    EXPECT_EQ(file.Records.front().Word(56), 3U); // two pens and the metafile itself
+}
+
+TEST(Metafile, TheThinnestPenIsSeenOnPaper) {
+    PictureRequest fine = SmallPicture();
+    fine.DotsPerInchX = fine.DotsPerInchY = 1200.0;
+    const std::vector<EmfItem> items = DrawOn(fine, [](const DrawingSurface& s) {
+                                           s.SetPen({true, 0, 0});
+                                           s.Line(0, 0, 100, 0);
+                                       }).Items;
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].PenWidth, 3); // 0.2 points are 3.3 units
+}
+
+TEST(Metafile, ALineWithoutLengthIsADot) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetPen({true, 0, 6});
+                                           s.Line(50, 60, 50, 60);
+                                           s.Polyline({{7, 8}, {7, 8}, {7, 8}});
+                                           s.SetPen({true, 0, 1});
+                                           s.Line(50, 60, 50, 60);
+                                       }).Items;
+    ASSERT_EQ(items.size(), 3U);
+    EXPECT_EQ(Pairs(items[0].Points), (Places{{47, 60}, {53, 60}}));
+    EXPECT_EQ(Pairs(items[1].Points), (Places{{4, 8}, {10, 8}}));
+    EXPECT_EQ(Pairs(items[2].Points), (Places{{50, 60}, {51, 60}}));
+}
+
+TEST(Metafile, NothingIsDrawnWithoutAPenAndPoints) {
+    EXPECT_TRUE(DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                    s.Polyline({});
+                    s.Polygon({});
+                    s.Text(5, 5, "");
+                    s.SetPen({false, 0, 1});
+                    s.Line(1, 1, 5, 5);
+                    s.Polyline({{1, 1}, {2, 2}, {3, 3}});
+                }).Items.empty());
+}
+
+TEST(Metafile, AHatchIsLinesUnderTheOutline) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetPen({true, 0x0000FF, 2});
+                                           s.SetBrush({BrushKind::Horizontal, 0x00FF00});
+                                           s.Rectangle({10, 10, 50, 30});
+                                       }).Items;
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].Kind, "segments");
+    EXPECT_EQ(items[0].PenColor, 0x00FF00U);
+    EXPECT_EQ(items[0].PenWidth, 1);
+    // Every twelfth of an inch from the origin.
+    EXPECT_EQ(Pairs(items[0].Points), (Places{{10, 16}, {50, 16}, {10, 24}, {50, 24}}));
+    EXPECT_EQ(items[1].Kind, "rectangle");
+    EXPECT_EQ(items[1].PenColor, 0x0000FFU);
+    EXPECT_FALSE(items[1].Filled);
+}
+
+// --- slices --------------------------------------------------------------------------------------------
+
+TEST(Metafile, ASliceRunsCounterclockwiseBetweenItsRays) {
+    const auto rays = [](double start, double sweep) {
+        const std::vector<EmfItem> items = DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
+                                               s.PieSlice({200, 150}, 100, 50, start, sweep);
+                                           }).Items;
+        std::vector<double> angles;
+        if (items.size() != 1 || items[0].Kind != "pie") return angles;
+        EXPECT_EQ(Pairs({items[0].Points[0], items[0].Points[1]}), (Places{{100, 100}, {300, 200}}));
+        for (const std::size_t i : {2U, 3U}) // of the circle that the ellipse is a stretched form of
+            angles.push_back(std::atan2(150 - items[0].Points[i].Y, (items[0].Points[i].X - 200) / 2.0) *
+                             180.0 / 3.14159265358979);
+        return angles;
+    };
+    const auto expectRays = [&](double start, double sweep, double from, double to) {
+        const std::vector<double> angles = rays(start, sweep);
+        ASSERT_EQ(angles.size(), 2U);
+        EXPECT_NEAR(angles[0], from, 0.01);
+        EXPECT_NEAR(angles[1], to, 0.01);
+    };
+    expectRays(0.0, 90.0, 0.0, 90.0);
+    expectRays(90.0, -90.0, 0.0, 90.0);
+    expectRays(30.0, 100.0, 30.0, 130.0);
+    expectRays(10.0, 0.02, 10.0, 10.02);
+    const auto kind = [](double sweep) {
+        const std::vector<EmfItem> items = DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
+                                               s.PieSlice({200, 150}, 100, 50, 20.0, sweep);
+                                           }).Items;
+        return items.empty() ? "" : items[0].Kind;
+    };
+    EXPECT_EQ(kind(360.0), "ellipse");
+    EXPECT_EQ(kind(0.0), ""); // would be the whole
+}
+
+// --- text ----------------------------------------------------------------------------------------------
+
+TEST(Metafile, TextHasPlaceFontAndAdvances) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetFont({"Arial", 1117, true, 90});
+                                           s.SetTextColor(0x0000AA);
+                                           s.Text(40, 250, "Wi\xB5");
+                                       }).Items;
+    ASSERT_EQ(items.size(), 1U);
+    const EmfItem& text = items[0];
+    EXPECT_EQ(text.Text, "Wi\xB5");
+    EXPECT_EQ(Pairs(text.Points), (Places{{40, 250}}));
+    EXPECT_EQ(text.Face, "Arial");
+    EXPECT_EQ(text.FontHeight, -1000); // the em: of 1117 units from the tallest to the lowest letter
+    EXPECT_EQ(text.Escapement, 900);
+    EXPECT_EQ(text.Weight, 700);
+    EXPECT_EQ(text.CharacterSet, 0);
+    EXPECT_EQ(text.TextColor, 0x0000AAU);
+    EXPECT_EQ(text.Advances, (std::vector<int>{944, 278, 576})); // Helvetica bold: W 944, i 278
+}
+
+TEST(Metafile, AdvancesAddUpToTheMeasuredWidth) {
+    const std::string text = "0.0012 iiiillllWWW, fitted (AU)";
+    TextSize size;
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
+                                           s.SetFont({"Times New Roman", 13, false, 0});
+                                           size = s.Measure(text);
+                                           s.Text(10, 10, text);
+                                       }).Items;
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(std::accumulate(items[0].Advances.begin(), items[0].Advances.end(), 0), size.Width);
+    EXPECT_EQ(size.Height, 13);
+}
+
+TEST(Metafile, AnglesAreBroughtIntoOneTurn) {
+    const auto escapement = [](int angle) {
+        const std::vector<EmfItem> items = DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
+                                               s.SetFont({"Arial", 12, false, angle});
+                                               s.Text(100, 100, "x");
+                                           }).Items;
+        return items.empty() ? -1 : items[0].Escapement;
+    };
+    EXPECT_EQ(escapement(0), 0);
+    EXPECT_EQ(escapement(270), 2700);
+    EXPECT_EQ(escapement(-90), 2700);
+    EXPECT_EQ(escapement(540), 1800);
+}
+
+TEST(Metafile, BoundsOfTextFollowItsDirection) {
+    const auto bounds = [](int angle) {
+        return RectAt(
+            DrawOn(SmallPicture(),
+                   [&](const DrawingSurface& s) {
+                       s.SetFont({"Courier New", 34, false, angle}); // em 30, descent 9, letters 18 wide
+                       s.Text(200, 150, "0123456789");
+                   })
+                .File.Records.front(),
+            8);
+    };
+    EXPECT_EQ(bounds(0), (std::vector<int>{200, 125, 380, 159}));
+    EXPECT_EQ(bounds(90), (std::vector<int>{175, 0, 209, 150})); // runs out of the picture above
+    EXPECT_EQ(bounds(180), (std::vector<int>{20, 141, 200, 175}));
+    EXPECT_EQ(bounds(270), (std::vector<int>{191, 150, 225, 299}));
+}
+
+TEST(Metafile, SymbolKeepsItsCodesAndSaysSo) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetFont({"Symbol", 1225, true, 0});
+                                           s.Text(0, 20, "ab\tc");
+                                       }).Items;
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].Face, "Symbol");
+    EXPECT_EQ(items[0].CharacterSet, 2);
+    EXPECT_EQ(items[0].Text, "ab c"); // a control code has no picture
+    EXPECT_EQ(items[0].Advances, (std::vector<int>{631, 549, 250, 549}));
+}
+
+// --- clipping ------------------------------------------------------------------------------------------
+
+TEST(Metafile, AClipReplacesTheFormerOne) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.Line(0, 0, 9, 9);
+                                           s.SetClip({10, 20, 109, 119});
+                                           s.Line(0, 0, 9, 9);
+                                           s.SetClip({200, 20, 249, 39});
+                                           s.Line(0, 0, 9, 9);
+                                           s.ClearClip();
+                                           s.ClearClip();
+                                           s.Line(0, 0, 9, 9);
+                                       }).Items;
+    ASSERT_EQ(items.size(), 4U);
+    const auto clip = [&items](std::size_t i) {
+        const DeviceRect& rect = items[i].Clip;
+        return std::vector<int>{rect.Left, rect.Top, rect.Right, rect.Bottom};
+    };
+    EXPECT_FALSE(items[0].Clipped);
+    EXPECT_EQ(clip(0), (std::vector<int>{0, 0, 400, 300}));
+    EXPECT_TRUE(items[1].Clipped);
+    EXPECT_EQ(clip(1), (std::vector<int>{10, 20, 110, 120}));
+    EXPECT_EQ(clip(2), (std::vector<int>{200, 20, 250, 40}));
+    EXPECT_FALSE(items[3].Clipped);
+}
+
+// What was selected inside a clip is forgotten by the player when the clip ends.
+TEST(Metafile, AttributesSurviveTheEndOfAClip) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetPen({true, 0xAA0000, 1});
+                                           s.SetFont({"Arial", 12, false, 0});
+                                           s.Line(0, 0, 9, 9);
+                                           s.SetClip({10, 20, 110, 120});
+                                           s.SetPen({true, 0x00BB00, 4});
+                                           s.SetBrush({BrushKind::Solid, 0x0000CC});
+                                           s.Rectangle({20, 20, 40, 40});
+                                           s.SetTextColor(0xDD00DD);
+                                           s.Text(20, 20, "in");
+                                           s.ClearClip();
+                                           s.Rectangle({20, 20, 40, 40});
+                                           s.Text(20, 20, "out");
+                                       }).Items;
+    ASSERT_EQ(items.size(), 5U);
+    for (const std::size_t i : {1U, 3U}) {
+        EXPECT_EQ(items[i].PenColor, 0x00BB00U);
+        EXPECT_EQ(items[i].PenWidth, 4);
+        EXPECT_TRUE(items[i].Filled);
+        EXPECT_EQ(items[i].FillColor, 0x0000CCU);
+    }
+    EXPECT_EQ(items[4].Face, "Arial");
+    EXPECT_EQ(items[4].TextColor, 0xDD00DDU);
+}
+
+TEST(Metafile, AClipLeftOpenIsClosed) {
+    const EmfFile file = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                             s.SetClip({10, 20, 110, 120});
+                             s.Line(0, 0, 50, 50);
+                         }).File;
+    int depth = 0;
+    for (const EmfRecord& record : file.Records)
+        depth += record.Type == 33 ? 1 : record.Type == 34 ? -1 : 0;
+    EXPECT_EQ(depth, 0);
+}
+
+// --- limits, and the reader itself ---------------------------------------------------------------------
+
+TEST(Metafile, MoreObjectsThanTheFormatCountsOverflow) {
+    const PictureFile picture = OpenMetafile(SmallPicture());
+    const auto drawWith = [&picture](unsigned color) {
+        picture.Surface.SetPen({true, color, 1});
+        picture.Surface.Line(0, 0, 9, 9);
+    };
+    for (unsigned color = 1; color <= 65534; ++color)
+        drawWith(color);
+    try {
+        drawWith(65535);
+        FAIL() << "one object too many";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Text, "Overflow");
+    }
+    drawWith(1); // known
+    EXPECT_EQ(ReadMetafile(picture.Finish()).Problem, "");
+}
+
+TEST(Metafile, TheReaderSeesDamage) {
+    const PictureFile picture = OpenMetafile(SmallPicture());
+    picture.Surface.Line(0, 0, 9, 9);
+    const std::string good = picture.Finish();
+    ASSERT_EQ(ReadMetafile(good).Problem, "");
+    const auto damaged = [&good](std::size_t at, char value) {
+        std::string bytes = good;
+        bytes.at(at) = value;
+        return ReadMetafile(bytes).Problem;
+    };
+    EXPECT_EQ(damaged(40, 'x'), "signature");
+    EXPECT_EQ(damaged(52, 1), "records of the header");
+    EXPECT_EQ(damaged(56, 9), "handles of the header");
+    EXPECT_EQ(damaged(4, 7), "size of a record");
+    EXPECT_EQ(ReadMetafile(good.substr(0, good.size() - 4)).Problem, "a record is cut");
+    EXPECT_EQ(ReadMetafile(good.substr(0, good.size() - 20)).Problem, "bytes of the header");
+}
+
+} // namespace Quillon
