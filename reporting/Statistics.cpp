@@ -51,10 +51,6 @@ void RunsTest() {
         Work.RunsZ = ToSingle(std::abs(counts.Changes - mean) / Sqrt(variance));
 }
 
-float LogBase10(double value) {
-    return value > 0.0 ? static_cast<float>(std::log10(value)) : -6.0F;
-}
-
 double RoundSignificant(double value, int digits) {
     if (value == 0.0 || !std::isfinite(value)) return value;
     const double magnitude = std::abs(value);

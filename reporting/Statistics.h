@@ -1,6 +1,8 @@
 #pragma once
 // Goodness of fit: residuals, runs test, standard errors, correlations.
 
+#include "chart/AxisScale.h" // LogBase10, which displays and charts share
+
 #include <cstdint>
 
 namespace Quillon {
@@ -14,9 +16,6 @@ void RunsTest();
 
 // value rounded to a number of significant digits, half away from zero; 0 stays 0.
 double RoundSignificant(double value, int digits);
-
-// The decimal logarithm as the displays use it: single precision, -6 for an argument of zero or less.
-float LogBase10(double value);
 
 // The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
 double StandardError(long freePosition);

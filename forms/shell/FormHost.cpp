@@ -73,6 +73,9 @@ void ShowFormModeless(const std::string& name) {
 void HideFormByName(const std::string& name) {
     Registered* form = Find(name);
     if (!form || !form->Window) return;
+    auto* dialog = qobject_cast<QDialog*>(form->Window.data());
+    if (dialog && dialog->isModal())
+        return dialog->done(QDialog::Accepted); // whoever shows it throws it away
     form->Window->hide();
     if (name == "Analmenu" || name == "Charts") return; // these two live as long as the program
     form->Window->deleteLater();

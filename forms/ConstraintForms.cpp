@@ -1,0 +1,158 @@
+// Concentration and zero offset constraints.
+#include "forms/Pieces.h"
+#include "forms/Windows.h"
+#include "models/BaseForm.h"
+#include "models/ConcForm.h"
+#include "models/ShowConstraintForm.h"
+
+#include <QScrollArea>
+
+namespace Quillon {
+
+namespace {
+
+// Up to 18 rows: what does not fit the screen scrolls.
+QScrollArea* Scrolled(QLayout* layout) {
+    auto* inside = new QWidget;
+    inside->setLayout(layout);
+    auto* area = new QScrollArea;
+    area->setWidget(inside);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    return area;
+}
+
+FieldEdit* ConcField(Binder& bind, ConcInput input, long set) {
+    return MakeField(
+        bind, [input, set]() -> Control& { return ConcFormBox(input, set); },
+        {[input, set] { ConcFormGotFocus(input, set); },
+         [input, set](int key) { return ConcFormKeyPress(input, set, key); },
+         [input, set] {
+             if (ConcForm.State.Shown) ConcFormLostFocus(input, set);
+         },
+         {}},
+        11);
+}
+
+QLabel* RightLabel(Binder& bind, ControlRef control) {
+    QLabel* label = MakeLabel(bind, std::move(control));
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+} // namespace
+
+QWidget* MakeConcForm(QWidget* parent) {
+    auto* form = new FormDialog(ConcForm.State, ConcFormOkButton, parent);
+    Binder& bind = form->Bind;
+    auto* grid = new QGridLayout;
+    using Member = Control ConcFormRecord::*;
+    int column = 1;
+    for (const Member head :
+         {&ConcFormRecord::ALabel, &ConcFormRecord::VarALabel, &ConcFormRecord::BLabel,
+          &ConcFormRecord::VarBLabel, &ConcFormRecord::AvgLabel, &ConcFormRecord::TotalLabel})
+        grid->addWidget(MakeHead(bind, [head]() -> Control& { return ConcForm.*head; }), 0, column++);
+    for (std::size_t i = 0; i < ConcForm.SetLabel.size(); ++i) {
+        const int line = static_cast<int>(i) + 1;
+        grid->addWidget(MakeLabel(bind, [i]() -> Control& { return ConcForm.SetLabel[i]; }), line, 0);
+        grid->addWidget(ConcField(bind, ConcInput::ConcA, line), line, 1);
+        grid->addWidget(ConcField(bind, ConcInput::VarA, line), line, 2);
+        grid->addWidget(ConcField(bind, ConcInput::ConcB, line), line, 3);
+        grid->addWidget(ConcField(bind, ConcInput::VarB, line), line, 4);
+        grid->addWidget(RightLabel(bind, [i]() -> Control& { return ConcForm.AvgC[i]; }), line, 5);
+        grid->addWidget(RightLabel(bind, [i]() -> Control& { return ConcForm.Text1[i]; }), line, 6);
+    }
+    grid->setRowStretch(grid->rowCount(), 1);
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(Scrolled(grid), 1);
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return ConcForm.Note; }, true));
+    all->addLayout(
+        ButtonRow({MakeButton(
+                      bind, []() -> Control& { return ConcForm.ClearAllButton; }, ConcFormClearAllButton)},
+                  {MakeButton(
+                       bind, []() -> Control& { return ConcForm.OkButton; }, ConcFormOkButton, true),
+                   MakeButton(
+                       bind, []() -> Control& { return ConcForm.CancelButton; }, ConcFormCancelButton)}));
+    form->resize(900, 460);
+    return form;
+}
+
+QWidget* MakeShowConstraintForm(QWidget* parent) {
+    auto* form = new FormDialog(ShowConstraintForm.State, ShowConstraintFormOkButton, parent);
+    Binder& bind = form->Bind;
+    using Record = ShowConstraintFormRecord;
+    using Head = Control Record::*;
+    using Column = std::vector<Control> Record::*;
+    const std::pair<Head, Column> columns[] = {
+        {&Record::ALabel, &Record::ConcA},         {&Record::VarALabel, &Record::VarA},
+        {&Record::FitALabel, &Record::FitA},       {&Record::FitErrALabel, &Record::FitErrA},
+        {&Record::FracALabel, &Record::FracA},     {&Record::BLabel, &Record::ConcB},
+        {&Record::VarBLabel, &Record::VarB},       {&Record::FitBLabel, &Record::FitB},
+        {&Record::FitErrBLabel, &Record::FitErrB}, {&Record::FracBLabel, &Record::FracB}};
+    auto* grid = new QGridLayout;
+    for (std::size_t i = 0; i < ShowConstraintForm.SetLabel.size(); ++i)
+        grid->addWidget(MakeLabel(bind, [i]() -> Control& { return ShowConstraintForm.SetLabel[i]; }),
+                        static_cast<int>(i) + 1, 0);
+    int column = 1;
+    for (const auto& [head, values] : columns) {
+        grid->addWidget(MakeHead(bind, [h = head]() -> Control& { return ShowConstraintForm.*h; }), 0,
+                        column);
+        for (std::size_t i = 0; i < (ShowConstraintForm.*values).size(); ++i)
+            grid->addWidget(
+                RightLabel(bind, [v = values, i]() -> Control& { return (ShowConstraintForm.*v)[i]; }),
+                static_cast<int>(i) + 1, column);
+        ++column;
+    }
+    grid->setHorizontalSpacing(14);
+    grid->setRowStretch(grid->rowCount(), 1);
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(Scrolled(grid), 1);
+    all->addWidget(MakeLabel(bind, []() -> Control& { return ShowConstraintForm.Label7; }));
+    all->addLayout(ButtonRow({}, {MakeButton(
+                                     bind, []() -> Control& { return ShowConstraintForm.OkButton; },
+                                     ShowConstraintFormOkButton, true)}));
+    form->resize(1040, 420);
+    return form;
+}
+
+QWidget* MakeBaseForm(QWidget* parent) {
+    auto* form = new FormDialog(BaseForm.State, BaseFormOkButton, parent);
+    Binder& bind = form->Bind;
+    auto* grid = new QGridLayout;
+    grid->addWidget(MakeHead(bind, []() -> Control& { return BaseForm.XLabel; }), 0, 0, 1, 2);
+    grid->addWidget(MakeHead(bind, []() -> Control& { return BaseForm.YLabel; }), 0, 2);
+    for (std::size_t i = 0; i < BaseForm.SetNumber.size(); ++i) {
+        const int line = static_cast<int>(i) + 1;
+        const long set = line;
+        grid->addWidget(MakeLabel(bind, [i]() -> Control& { return BaseForm.SetNumber[i]; }), line, 0);
+        grid->addWidget(MakeLabel(bind, [i]() -> Control& { return BaseForm.SetName[i]; }), line, 1);
+        grid->addWidget(MakeField(
+                            bind, [i]() -> Control& { return BaseForm.LinkNum[i]; },
+                            {[set] { BaseFormGotFocus(set); },
+                             [set](int key) { return BaseFormKeyPress(set, key); },
+                             [set] {
+                                 if (BaseForm.State.Shown) BaseFormLostFocus(set);
+                             },
+                             {}},
+                            4),
+                        line, 2);
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(grid->rowCount(), 1);
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return BaseForm.Head; }, true));
+    all->addWidget(Scrolled(grid), 1);
+    all->addLayout(
+        ButtonRow({MakeButton(
+                       bind, []() -> Control& { return BaseForm.ResetButton; }, BaseFormResetButton),
+                   MakeButton(
+                       bind, []() -> Control& { return BaseForm.CancelButton; }, BaseFormCancelButton)},
+                  {MakeButton(
+                      bind, []() -> Control& { return BaseForm.OkButton; }, BaseFormOkButton, true)}));
+    form->resize(560, 480);
+    return form;
+}
+
+} // namespace Quillon

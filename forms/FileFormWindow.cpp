@@ -1,0 +1,186 @@
+// The table of data sets.
+#include "forms/Pieces.h"
+#include "forms/Windows.h"
+#include "scandata/FileForm.h"
+
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
+
+namespace Quillon {
+
+namespace {
+
+using Column = FileFormRecord::PerLine<Control> FileFormRecord::*;
+
+ControlRef At(Column column, int line) {
+    return [column, i = static_cast<std::size_t>(line)]() -> Control& { return (FileForm.*column)[i]; };
+}
+
+// The check box of a line: with the focus the line is the current one, and its keys are commands.
+class LineCheck : public QCheckBox {
+public:
+    explicit LineCheck(int line) : Line(line) {}
+
+protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QCheckBox::focusInEvent(event);
+        RunHandler([this] { FileFormCheckFocus(Line); });
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        switch (event->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Up:
+            return RunHandler([this] { FileFormArrowKey(Line, FileFormArrow::Previous); });
+        case Qt::Key_Right:
+        case Qt::Key_Down:
+            return RunHandler([this] { FileFormArrowKey(Line, FileFormArrow::Next); });
+        default:
+            break;
+        }
+        const QString text = event->text();
+        if (text.size() == 1 && text[0] > ' ' && text[0].unicode() < 128 &&
+            event->modifiers() != Qt::AltModifier)
+            return RunHandler([this, key = text[0].unicode()] { FileFormKey(Line, key); });
+        QCheckBox::keyPressEvent(event);
+    }
+
+private:
+    int Line;
+};
+
+// A boxed entry that is clicked: a flat button that looks like a field.
+QPushButton* Boxed(Binder& bind, Column column, int line, void (*clicked)(int)) {
+    auto* box = new QPushButton;
+    box->setAutoDefault(false);
+    box->setFocusPolicy(Qt::NoFocus);
+    box->setStyleSheet("QPushButton { text-align: left; padding: 2px 6px; border: 1px solid palette(mid); "
+                       "background: palette(base); color: palette(text); min-height: 1.3em; } "
+                       "QPushButton:hover { border-color: palette(highlight); }");
+    bind.Button(box, At(column, line), [clicked, line] { clicked(line); });
+    bind.Also([box, ref = At(column, line)] {
+        const QString text = ShownText(ref().Text);
+        if (box->text() != text) box->setText(text);
+    });
+    return box;
+}
+
+QWidget* KeepPlace(QWidget* w) { // a hidden column keeps its width, so that the table does not jump
+    QSizePolicy policy = w->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    w->setSizePolicy(policy);
+    return w;
+}
+
+class TableDialog : public FormDialog {
+public:
+    explicit TableDialog(QWidget* parent) : FormDialog(FileForm.State, FileFormOkButton, parent) {
+        setAcceptDrops(true);
+        auto* all = new QVBoxLayout(this);
+        all->addLayout(Table());
+        all->addWidget(MakeLabel(
+            Bind, []() -> Control& { return FileForm.Hint; }, true));
+        all->addLayout(Buttons());
+        QTimer::singleShot(100, this, [] { RunHandler(FileFormTimer1); });
+    }
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* event) override {
+        std::vector<std::string> paths;
+        for (const QUrl& url : event->mimeData()->urls())
+            if (url.isLocalFile()) paths.push_back(QFile::encodeName(url.toLocalFile()).toStdString());
+        RunHandler([&] { FileFormReadFiles(paths); });
+    }
+    // Esc closes the table only where nothing would be lost.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape) {
+            if (FileForm.CancelButton.Enabled) RunHandler(FileFormCancelButton);
+            return;
+        }
+        FormDialog::keyPressEvent(event);
+    }
+
+private:
+    QLayout* Table() {
+        auto* grid = new QGridLayout;
+        grid->setVerticalSpacing(3);
+        for (std::size_t i = 0; i < FileForm.Heads.size(); ++i)
+            grid->addWidget(MakeHead(Bind, [i]() -> Control& { return FileForm.Heads[i]; }), 0,
+                            static_cast<int>(i));
+        for (int line = 0; line < FileFormLines; ++line)
+            AddLine(grid, line);
+        grid->setColumnMinimumWidth(2, 190);
+        grid->setColumnMinimumWidth(6, 170);
+        for (const int column : {4, 5})
+            grid->setColumnMinimumWidth(column, 80);
+        return grid;
+    }
+
+    void AddLine(QGridLayout* grid, int line) {
+        using R = FileFormRecord;
+        const int row = line + 1;
+        auto* check = new LineCheck(line);
+        Bind.Check(check, At(&R::Check1, line), [line] { FileFormCheckClick(line); });
+        auto* shift = new QCheckBox;
+        Bind.Check(shift, At(&R::ShiftBase, line), [line] { FileFormShiftClick(line); });
+        QWidget* cells[] = {MakeLabel(Bind, At(&R::SetBox, line)),
+                            check,
+                            Boxed(Bind, &R::NameBox, line, FileFormNameClick),
+                            MakeLabel(Bind, At(&R::RPMBox, line)),
+                            Boxed(Bind, &R::MinRBox, line, FileFormRangeClick),
+                            Boxed(Bind, &R::MaxRBox, line, FileFormRangeClick),
+                            Boxed(Bind, &R::BlankFile, line, FileFormBlankClick),
+                            shift,
+                            MakeLabel(Bind, At(&R::CellBox, line)),
+                            Boxed(Bind, &R::ChannelBox, line, FileFormChannelClick),
+                            Boxed(Bind, &R::CellPath, line, FileFormPathClick),
+                            Small(&R::ExtinctionButton, line, FileFormExtinctionButton),
+                            Small(&R::SaveButton, line, FileFormSaveButton),
+                            Small(&R::HelpButton, line, FileFormHelpButton)};
+        int column = 0;
+        for (QWidget* cell : cells)
+            grid->addWidget(KeepPlace(cell), row, column++);
+    }
+
+    QPushButton* Small(Column column, int line, void (*clicked)(int)) {
+        QPushButton* button = MakeButton(Bind, At(column, line), [clicked, line] { clicked(line); });
+        button->setFocusPolicy(Qt::ClickFocus);
+        return button;
+    }
+
+    QLayout* Buttons() {
+        using Member = Control FileFormRecord::*;
+        const auto button = [this](Member m, void (*clicked)(), bool standard = false) {
+            return MakeButton(
+                Bind, [m]() -> Control& { return FileForm.*m; }, clicked, standard);
+        };
+        auto* log = new QCheckBox;
+        Bind.Check(
+            log, []() -> Control& { return FileForm.LogPlot; }, FileFormLogPlot);
+        using R = FileFormRecord;
+        auto* rows = new QVBoxLayout;
+        rows->addLayout(ButtonRow({button(&R::NewFileButton, FileFormNewFileButton),
+                                   button(&R::SubtractBlankButton, FileFormSubtractBlankButton),
+                                   button(&R::RangeButton, FileFormRangeButton), log},
+                                  {button(&R::Page2, FileFormPage2)}));
+        rows->addLayout(ButtonRow(
+            {button(&R::CopyFile, FileFormCopyFile), button(&R::ClearFiles, FileFormClearFiles),
+             button(&R::WriteData, FileFormWriteData)},
+            {button(&R::OkButton, FileFormOkButton), button(&R::CancelButton, FileFormCancelButton)}));
+        return rows;
+    }
+};
+
+} // namespace
+
+QWidget* MakeFileForm(QWidget* parent) {
+    return new TableDialog(parent);
+}
+
+} // namespace Quillon

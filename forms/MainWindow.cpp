@@ -1,0 +1,132 @@
+// The main window: the menu, and below it where the analysis stands.
+#include "forms/Pieces.h"
+#include "forms/Windows.h"
+#include "forms/shell/FormHost.h"
+#include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
+#include "persistence/Filelist.h"
+#include "workspace/commands/Analmenu.h"
+#include "workspace/records/Workspace.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMainWindow>
+#include <QMenuBar>
+
+namespace Quillon {
+
+namespace {
+
+QString YesOr(const std::string& text, const char* otherwise) {
+    return text.empty() ? QString(otherwise) : ShownText(text);
+}
+
+// A few lines that say where the analysis stands and what comes next.
+QString StateOfTheAnalysis() {
+    QString data = "no data sets yet: File > Read/change data sets...";
+    if (Work.DataChosen) data = QString("%1 data sets, %2 points").arg(Work.NumSets).arg(Work.NumPts);
+    QString model = "not chosen yet: Analysis > Define Model...";
+    if (Work.ModelChosen) model = YesOr(ModelDialogName(Work.Model), "none");
+    QString fit = "none yet";
+    if (Work.FitDone)
+        fit = QString("converged; rms residual %1")
+                  .arg(ShownText(FormatNumber(static_cast<double>(Work.RmsResidual), "0.000E-##")));
+    else if (!Work.Outcome.Sentence.empty())
+        fit = ShownText(Work.Outcome.Sentence);
+    else if (Work.ModelChosen && Work.DataChosen)
+        fit = "ready: Analysis > Fit Data...";
+    return QString(
+               "<table cellpadding='4'><tr><td>Data:</td><td>%1</td></tr><tr><td>Model:</td><td>%2</td></tr>"
+               "<tr><td>Fit:</td><td>%3</td></tr></table>")
+        .arg(data.toHtmlEscaped(), model.toHtmlEscaped(), fit.toHtmlEscaped());
+}
+
+class MainWindow : public QMainWindow {
+public:
+    explicit MainWindow(QWidget* parent) : QMainWindow(parent), Bind(this, &Analmenu.State) {
+        BuildMenus();
+        auto* state = new QLabel;
+        state->setTextFormat(Qt::RichText);
+        state->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+        state->setMargin(16);
+        setCentralWidget(state);
+        resize(720, 320);
+        Bind.Also([this, state] {
+            const QString text = StateOfTheAnalysis();
+            if (state->text() != text) state->setText(text);
+            RefreshMenus();
+            if (Analmenu.Ended) QApplication::quit();
+        });
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        bool ends = false;
+        RunHandler([&] { ends = MayEnd(); });
+        if (!ends) return event->ignore();
+        event->accept();
+        QApplication::quit();
+    }
+
+private:
+    void BuildMenus() {
+        for (const auto menu :
+             {MainMenu::File, MainMenu::Analysis, MainMenu::Graphs, MainMenu::Preferences, MainMenu::Help}) {
+            QMenu* bar = menuBar()->addMenu(ShownText(MainMenuCaption(menu)));
+            bar->setToolTipsVisible(true);
+            for (const MainMenuItem& item : Analmenu.Items)
+                if (item.Menu == menu) AddItem(bar, item);
+            if (menu == MainMenu::File) AddRecentFiles(bar);
+        }
+    }
+
+    void AddItem(QMenu* menu, const MainMenuItem& item) {
+        if (item.NewGroup) menu->addSeparator();
+        QAction* action = menu->addAction(ShownText(item.Item.Text));
+        action->setCheckable(item.Checkable);
+        action->setObjectName(ShownText(item.Name));
+        const std::string name = item.Name;
+        connect(action, &QAction::triggered, this, [name] { RunHandler([&] { RunMainCommand(name); }); });
+        Actions.push_back({name, action});
+    }
+
+    void AddRecentFiles(QMenu* menu) {
+        Recent.push_back(menu->addSeparator());
+        for (long i = 1; i <= MaxRecentFiles; ++i) {
+            QAction* action = menu->addAction("");
+            connect(action, &QAction::triggered, this, [i] { RunHandler([i] { RunRecentFile(i); }); });
+            Recent.push_back(action);
+        }
+    }
+
+    void RefreshMenus() {
+        for (const auto& [name, action] : Actions) {
+            const MenuItem& item = MainItem(name);
+            action->setEnabled(item.Enabled);
+            action->setVisible(item.Visible);
+            action->setChecked(item.Checked);
+        }
+        for (long i = 0; i < static_cast<long>(Recent.size()) && i <= mnuRecentFile.Hi(); ++i) {
+            Recent[static_cast<std::size_t>(i)]->setVisible(mnuRecentFile[i].Visible);
+            if (i > 0)
+                Recent[static_cast<std::size_t>(i)]->setText(
+                    QString("&%1 %2").arg(i).arg(ShownText(mnuRecentFile[i].Caption)));
+        }
+    }
+
+    struct NamedAction {
+        std::string Name;
+        QAction* Action;
+    };
+    Binder Bind;
+    std::vector<NamedAction> Actions;
+    std::vector<QAction*> Recent;
+};
+
+} // namespace
+
+QWidget* MakeMainWindow(QWidget* parent) {
+    return new MainWindow(parent);
+}
+
+} // namespace Quillon

@@ -1,0 +1,139 @@
+// Choosing the model, and the rotor speed calculator.
+#include "forms/Pieces.h"
+#include "forms/Windows.h"
+#include "models/ModelForm.h"
+#include "models/SigmaCalcForm.h"
+
+#include <QFrame>
+#include <QKeyEvent>
+#include <QScrollArea>
+
+namespace Quillon {
+
+namespace {
+
+// The list of models: up and down choose, Enter takes.
+class ModelDialog : public FormDialog {
+public:
+    explicit ModelDialog(QWidget* parent) : FormDialog(ModelForm.State, ModelFormCancelButton, parent) {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Up) return RunHandler(ModelFormKeyUp);
+        if (event->key() == Qt::Key_Down) return RunHandler(ModelFormKeyDown);
+        FormDialog::keyPressEvent(event);
+    }
+};
+
+// A radio button whose arrows are the dialog's business and whose double click takes the model.
+class ModelButton : public QRadioButton {
+public:
+    explicit ModelButton(std::int16_t model) : Model(model) {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) return event->ignore();
+        QRadioButton::keyPressEvent(event);
+    }
+    void mouseDoubleClickEvent(QMouseEvent*) override {
+        RunHandler([this] { ModelFormRowDoubleClick(Model); });
+    }
+
+private:
+    std::int16_t Model;
+};
+
+QWidget* ModelRows(Binder& bind) {
+    auto* rows = new QWidget;
+    auto* all = new QVBoxLayout(rows);
+    all->setSpacing(1);
+    for (std::size_t i = 0; i < ModelForm.ModelRow.size(); ++i) {
+        const auto model = static_cast<std::int16_t>(i + 1);
+        auto* button = new ModelButton(model);
+        bind.Option(
+            button, [i]() -> Control& { return ModelForm.ModelRow[i]; },
+            [model] { ModelFormRowClick(model); });
+        all->addWidget(button);
+    }
+    all->addStretch(1);
+    return rows;
+}
+
+QGroupBox* Pair(QRadioButton* first, QRadioButton* second) {
+    auto* frame = new QGroupBox;
+    auto* all = new QVBoxLayout(frame);
+    all->addWidget(first);
+    all->addWidget(second);
+    return frame;
+}
+
+} // namespace
+
+QWidget* MakeModelForm(QWidget* parent) {
+    auto* form = new ModelDialog(parent);
+    Binder& bind = form->Bind;
+    auto* area = new QScrollArea;
+    area->setWidget(ModelRows(bind));
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* options = new QHBoxLayout;
+    options->addWidget(Pair(
+        MakeOption(
+            bind, []() -> Control& { return ModelForm.Ideal; }, [] { ModelFormNonIdealClick(false); }),
+        MakeOption(
+            bind, []() -> Control& { return ModelForm.NonIdeal; }, [] { ModelFormNonIdealClick(true); })));
+    options->addWidget(Pair(
+        MakeOption(
+            bind, []() -> Control& { return ModelForm.SameK; }, [] { ModelFormSeparateKClick(false); }),
+        MakeOption(
+            bind, []() -> Control& { return ModelForm.UniqueK; }, [] { ModelFormSeparateKClick(true); })));
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(area, 1);
+    all->addLayout(options);
+    all->addLayout(ButtonRow(
+        {}, {MakeButton(
+                 bind, []() -> Control& { return ModelForm.OkButton; }, ModelFormOkButton, true),
+             MakeButton(
+                 bind, []() -> Control& { return ModelForm.CancelButton; }, ModelFormCancelButton)}));
+    form->resize(640, 720);
+    return form;
+}
+
+QWidget* MakeSigmaCalcForm(QWidget* parent) {
+    auto* form = new FormDialog(SigmaCalcForm.State, SigmaCalcFormExitButton, parent);
+    Binder& bind = form->Bind;
+    using Member = Control SigmaCalcFormRecord::*;
+    const struct {
+        SigmaCalcInput Input;
+        Member Label, Box;
+    } rows[] = {
+        {SigmaCalcInput::MW, &SigmaCalcFormRecord::MWLabel, &SigmaCalcFormRecord::MWInput},
+        {SigmaCalcInput::VBar, &SigmaCalcFormRecord::VBarLabel, &SigmaCalcFormRecord::VBarInput},
+        {SigmaCalcInput::Density, &SigmaCalcFormRecord::DensityLabel, &SigmaCalcFormRecord::DensityInput},
+        {SigmaCalcInput::Temp, &SigmaCalcFormRecord::TempLabel, &SigmaCalcFormRecord::TempInput},
+        {SigmaCalcInput::RPM, &SigmaCalcFormRecord::Label2, &SigmaCalcFormRecord::RPMInput},
+        {SigmaCalcInput::Sigma, &SigmaCalcFormRecord::Label1, &SigmaCalcFormRecord::SigmaInput}};
+    auto* grid = new QGridLayout;
+    int line = 0;
+    for (const auto& row : rows) {
+        QLabel* label = MakeLabel(bind, [m = row.Label]() -> Control& { return SigmaCalcForm.*m; });
+        const SigmaCalcInput input = row.Input;
+        FieldEdit* field =
+            MakeField(bind, [m = row.Box]() -> Control& { return SigmaCalcForm.*m; },
+                      {[input] { SigmaCalcFormGotFocus(input); },
+                       [input](int key) { return SigmaCalcFormKeyPress(input, key); },
+                       [input] { SigmaCalcFormLostFocus(input); }, [input] { SigmaCalcFormChange(input); }});
+        label->setBuddy(field);
+        grid->addWidget(label, line, 0);
+        grid->addWidget(field, line++, 1);
+    }
+    auto* all = new QVBoxLayout(form);
+    all->addLayout(grid);
+    all->addLayout(ButtonRow(
+        {}, {MakeButton(
+                bind, []() -> Control& { return SigmaCalcForm.ExitButton; }, SigmaCalcFormExitButton)}));
+    return form;
+}
+
+} // namespace Quillon

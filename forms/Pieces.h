@@ -1,0 +1,77 @@
+#pragma once
+// Widgets that the windows are made of, bound to their records as they are made.
+
+#include "forms/shell/Binding.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace Quillon {
+
+inline QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false) {
+    auto* label = new QLabel;
+    label->setWordWrap(wrap);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    bind.Label(label, std::move(control));
+    return label;
+}
+
+// The head of a column.
+inline QLabel* MakeHead(Binder& bind, ControlRef control) {
+    QLabel* head = MakeLabel(bind, std::move(control), true);
+    QFont font = head->font();
+    font.setBold(true);
+    head->setFont(font);
+    head->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+    return head;
+}
+
+inline QPushButton* MakeButton(Binder& bind, ControlRef control, std::function<void()> clicked,
+                               bool standard = false) {
+    auto* button = new QPushButton;
+    button->setAutoDefault(false);
+    button->setDefault(standard);
+    bind.Button(button, std::move(control), std::move(clicked));
+    return button;
+}
+
+// A text box wide enough for so many digits.
+inline FieldEdit* MakeField(Binder& bind, ControlRef control, FieldHandlers handlers, int digits = 12) {
+    auto* field = new FieldEdit(control, std::move(handlers));
+    field->setMinimumWidth(field->fontMetrics().horizontalAdvance(QString(digits, '0')) + 16);
+    bind.Field(field, std::move(control));
+    return field;
+}
+
+inline QRadioButton* MakeOption(Binder& bind, ControlRef control, std::function<void()> chosen) {
+    auto* option = new QRadioButton;
+    bind.Option(option, std::move(control), std::move(chosen));
+    return option;
+}
+
+// The row of buttons at the foot of a window: what stands alone to the left, the ways out to the right.
+inline QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right) {
+    auto* row = new QHBoxLayout;
+    for (QWidget* w : left)
+        row->addWidget(w);
+    row->addStretch(1);
+    for (QWidget* w : right)
+        row->addWidget(w);
+    return row;
+}
+
+// A frame whose title is a control's caption.
+inline QGroupBox* MakeFrame(Binder& bind, ControlRef control) {
+    auto* frame = new QGroupBox;
+    bind.Visible(frame, control);
+    bind.Also([frame, control] { frame->setTitle(WithoutAccessKey(control().Text)); });
+    return frame;
+}
+
+} // namespace Quillon

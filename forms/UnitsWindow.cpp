@@ -1,0 +1,99 @@
+// Units and coefficients.
+#include "forms/Pieces.h"
+#include "forms/Windows.h"
+#include "models/UnitsForm.h"
+
+namespace Quillon {
+
+namespace {
+
+using Member = Control UnitsFormRecord::*;
+
+QRadioButton* Mass(Binder& bind, Member m, std::int16_t units) {
+    return MakeOption(
+        bind, [m]() -> Control& { return UnitsForm.*m; }, [units] { UnitsFormMassClick(units); });
+}
+
+QRadioButton* Conc(Binder& bind, Member m, std::int16_t units) {
+    return MakeOption(
+        bind, [m]() -> Control& { return UnitsForm.*m; }, [units] { UnitsFormConcClick(units); });
+}
+
+void AddInput(Binder& bind, QGridLayout* grid, UnitsInput input,
+              std::vector<Control> UnitsFormRecord::*labels) {
+    for (std::size_t i = 0; i < (UnitsForm.*labels).size(); ++i) {
+        const int line = grid->rowCount();
+        QLabel* label = MakeLabel(bind, [labels, i]() -> Control& { return (UnitsForm.*labels)[i]; });
+        FieldEdit* field = MakeField(bind, [input, i]() -> Control& { return UnitsFormBox(input, i); },
+                                     {[input, i] { UnitsFormGotFocus(input, i); },
+                                      [input, i](int key) { return UnitsFormKeyPress(input, i, key); },
+                                      [input, i] {
+                                          if (UnitsForm.State.Shown) UnitsFormLostFocus(input, i);
+                                      },
+                                      {}});
+        label->setBuddy(field);
+        grid->addWidget(field, line, 0);
+        grid->addWidget(label, line, 1);
+    }
+}
+
+QGroupBox* DataFrame(Binder& bind, Member frame, std::initializer_list<QRadioButton*> options) {
+    QGroupBox* box = MakeFrame(bind, [frame]() -> Control& { return UnitsForm.*frame; });
+    auto* all = new QVBoxLayout(box);
+    for (QRadioButton* option : options)
+        all->addWidget(option);
+    return box;
+}
+
+} // namespace
+
+QWidget* MakeUnitsForm(QWidget* parent) {
+    auto* form = new FormDialog(UnitsForm.State, UnitsFormCancelButton, parent);
+    Binder& bind = form->Bind;
+
+    QGroupBox* mass = MakeFrame(bind, []() -> Control& { return UnitsForm.MassFrame; });
+    auto* masses = new QGridLayout(mass);
+    masses->addWidget(Mass(bind, &UnitsFormRecord::SigmaUnits, 0), 0, 0);
+    masses->addWidget(Mass(bind, &UnitsFormRecord::Buoyant, 1), 1, 0);
+    masses->addWidget(Mass(bind, &UnitsFormRecord::TrueMass, 2), 2, 0);
+    masses->addWidget(MakeLabel(bind, []() -> Control& { return UnitsForm.TrueMassNote; }), 3, 0);
+    auto* masslike = new QGridLayout;
+    AddInput(bind, masslike, UnitsInput::VBar, &UnitsFormRecord::VBarLabel);
+    AddInput(bind, masslike, UnitsInput::Density, &UnitsFormRecord::DensityLabel);
+    masses->addLayout(masslike, 0, 1, 4, 1);
+
+    QGroupBox* conc = MakeFrame(bind, []() -> Control& { return UnitsForm.ConcFrame; });
+    auto* concs = new QGridLayout(conc);
+    concs->addWidget(
+        DataFrame(bind, &UnitsFormRecord::AbsorbanceFrame,
+                  {Conc(bind, &UnitsFormRecord::Per_AU, 0), Conc(bind, &UnitsFormRecord::Per_mg_per_ml, 1),
+                   Conc(bind, &UnitsFormRecord::Molar, 2)}),
+        0, 0);
+    auto* absorbance = new QGridLayout;
+    AddInput(bind, absorbance, UnitsInput::Absorptivity, &UnitsFormRecord::AbsorptivityLabel);
+    AddInput(bind, absorbance, UnitsInput::Extinction, &UnitsFormRecord::ExtinctionLabel);
+    concs->addLayout(absorbance, 0, 1);
+    concs->addWidget(DataFrame(bind, &UnitsFormRecord::InterferenceFrame,
+                               {Conc(bind, &UnitsFormRecord::Per_Fringe, 3),
+                                Conc(bind, &UnitsFormRecord::Refr_per_mg_per_ml, 4),
+                                Conc(bind, &UnitsFormRecord::Ref_Molar, 5)}),
+                     1, 0);
+    auto* fringes = new QGridLayout;
+    AddInput(bind, fringes, UnitsInput::Refractivity, &UnitsFormRecord::RefractivityLabel);
+    fringes->addWidget(MakeLabel(bind, []() -> Control& { return UnitsForm.RefractivityNote; }),
+                       fringes->rowCount(), 1);
+    AddInput(bind, fringes, UnitsInput::RefExt, &UnitsFormRecord::RefExtLabel);
+    concs->addLayout(fringes, 1, 1);
+
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(mass);
+    all->addWidget(conc);
+    all->addLayout(ButtonRow(
+        {}, {MakeButton(
+                 bind, []() -> Control& { return UnitsForm.OkButton; }, UnitsFormOkButton, true),
+             MakeButton(
+                 bind, []() -> Control& { return UnitsForm.CancelButton; }, UnitsFormCancelButton)}));
+    return form;
+}
+
+} // namespace Quillon

@@ -1,0 +1,200 @@
+#include "forms/shell/ChartBox.h"
+
+#include "chart/CHART.h"
+#include "chart/ChartMouse.h"
+#include "forms/shell/Binding.h"
+
+#include <QMouseEvent>
+
+#include <cstdlib>
+
+namespace Quillon {
+
+namespace {
+
+constexpr int MarkerReach = 5; // pixels on either side of a marker that take hold of it
+
+int ButtonNumber(Qt::MouseButton button) {
+    return button == Qt::LeftButton ? 1 : 2;
+}
+
+// The picture box that the engine draws on, whichever window has it now.
+const ChartCanvas* CanvasInUse = nullptr;
+
+} // namespace
+
+void PaintedImage::Let() {
+    if (Painter) Painter->end();
+    Painter.reset();
+    Target->Painter = nullptr;
+}
+
+void PaintedImage::Fit(const QWidget& widget) {
+    Let();
+    const double ratio = widget.devicePixelRatioF();
+    const QSize size(std::max(1, static_cast<int>(widget.width() * ratio)),
+                     std::max(1, static_cast<int>(widget.height() * ratio)));
+    Picture = QImage(size, QImage::Format_RGB32);
+    Picture.fill(Qt::white);
+    Picture.setDevicePixelRatio(1.0);
+    Painter = std::make_unique<QPainter>(&Picture);
+    Painter->setRenderHint(QPainter::Antialiasing);
+    Painter->setRenderHint(QPainter::TextAntialiasing);
+    Target->Painter = Painter.get();
+    Target->Width = size.width();
+    Target->Height = size.height();
+    Target->DotsPerInchX = widget.logicalDpiX() * ratio;
+    Target->DotsPerInchY = widget.logicalDpiY() * ratio;
+    Target->Scale = 1.0;
+}
+
+// --- ChartCanvas -------------------------------------------------------------------------------------------
+
+ChartCanvas::ChartCanvas(QWidget* parent) : QWidget(parent) {
+    setMinimumSize(320, 240);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    Box.Fit(*this);
+    SetScreenSurface(Box.Surface());
+    CanvasInUse = this;
+}
+
+ChartCanvas::~ChartCanvas() {
+    if (CanvasInUse != this) return;
+    CanvasInUse = nullptr;
+    RemoveScreenSurface();
+}
+
+void ChartCanvas::resizeEvent(QResizeEvent*) {
+    Box.Fit(*this);
+    SetScreenSurface(Box.Surface());
+    if (!Chart.GraphHeld) return;
+    Chart.Spec.View = GraphBox{};
+    Chart.Spec.View.Color = 15;
+    Chart.Spec.Relayout = 1;
+    Chart.Spec.Device = "0";
+    SelectTarget(Chart.Spec);
+    RunHandler(RedrawChart);
+    update();
+}
+
+void ChartCanvas::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const double ratio = devicePixelRatioF();
+    painter.scale(1.0 / ratio, 1.0 / ratio);
+    painter.drawImage(0, 0, Box.Image());
+    const GraphBox& frame = Chart.Spec.Frame;
+    for (const ChartMarker& m : Charts.Markers) {
+        // A light edge keeps the marker visible on any background.
+        painter.setPen(QPen(QColor(255, 255, 255, 200), 5 * ratio));
+        painter.drawLine(m.Device, frame.Y1, m.Device, frame.Y2);
+        painter.setPen(QPen(QColor(0, 150, 0), 3 * ratio));
+        painter.drawLine(m.Device, frame.Y1, m.Device, frame.Y2);
+    }
+    if (!Charts.Zooming) return;
+    const QRect band(QPoint(Charts.ZoomX1, Charts.ZoomY1), QPoint(Charts.LastX, Charts.LastY));
+    painter.setPen(QPen(Qt::white, ratio));
+    painter.drawRect(band.normalized());
+    painter.setPen(QPen(Qt::black, ratio, Qt::DotLine));
+    painter.drawRect(band.normalized());
+}
+
+QPoint ChartCanvas::Device(const QMouseEvent& event) const {
+    const QPointF p = event.position() * devicePixelRatioF();
+    return p.toPoint();
+}
+
+int ChartCanvas::MarkerAt(int x) const {
+    const int reach = static_cast<int>(MarkerReach * devicePixelRatioF());
+    for (std::size_t i = 0; i < Charts.Markers.size(); ++i)
+        if (std::abs(Charts.Markers[i].Device - x) <= reach) return static_cast<int>(i);
+    return -1;
+}
+
+void ChartCanvas::mousePressEvent(QMouseEvent* event) {
+    const QPoint p = Device(*event);
+    const int marker = event->button() == Qt::LeftButton ? MarkerAt(p.x()) : -1;
+    RunHandler([&] {
+        if (marker >= 0)
+            MarkerMouseDown(marker);
+        else
+            ChartMouseDown(p.x(), p.y(), ButtonNumber(event->button()));
+    });
+    update();
+}
+
+void ChartCanvas::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint p = Device(*event);
+    setCursor(Charts.CapturedMarker >= 0 || MarkerAt(p.x()) >= 0 ? Qt::SizeHorCursor : Qt::CrossCursor);
+    RunHandler([&] { ChartMouseMove(p.x(), p.y(), 0); });
+    update();
+}
+
+void ChartCanvas::mouseReleaseEvent(QMouseEvent* event) {
+    const QPoint p = Device(*event);
+    RunHandler([&] {
+        if (Charts.CapturedMarker >= 0)
+            MarkerMouseUp();
+        else
+            ChartMouseUp(p.x(), p.y(), ButtonNumber(event->button()));
+    });
+    update();
+}
+
+void ChartCanvas::keyPressEvent(QKeyEvent* event) {
+    int code = 0;
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        code = 13;
+        break;
+    case Qt::Key_Escape:
+        code = 27;
+        break;
+    case Qt::Key_Left:
+        code = 37;
+        break;
+    case Qt::Key_Right:
+        code = 39;
+        break;
+    default:
+        return QWidget::keyPressEvent(event);
+    }
+    const int shift = event->modifiers().testFlag(Qt::ControlModifier) ? 2 : 0;
+    RunHandler([&] { ChartKey(code, shift); });
+    if (Changed) Changed();
+    update();
+}
+
+// --- ChartPicture ------------------------------------------------------------------------------------------
+
+void ChartPicture::DrawOnce(std::function<void()> make) {
+    Make = std::move(make);
+}
+
+// The engine holds one graph: the one of the chart window is put aside while the small one is painted.
+void ChartPicture::Draw() {
+    Box.Fit(*this);
+    const ChartModule kept = Chart;
+    const ChartsForm keptForm = Charts;
+    const ChartSeams keptSeams = Seams;
+    Chart.Painting = 0;
+    SetScreenSurface(Box.Surface());
+    RunHandler(Make);
+    Chart = kept;
+    Charts = keptForm;
+    Seams = keptSeams;
+}
+
+void ChartPicture::resizeEvent(QResizeEvent*) {
+    if (Make) Draw();
+}
+
+void ChartPicture::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const double ratio = devicePixelRatioF();
+    painter.scale(1.0 / ratio, 1.0 / ratio);
+    painter.drawImage(0, 0, Box.Image());
+}
+
+} // namespace Quillon
