@@ -2,10 +2,9 @@
 
 #include "batch/JobText.h"
 #include "fit/FreeMap.h"
-#include "input/NUMINPUT.h"
+#include "fit/GetGuess.h"
 #include "models/Catalogue.h"
 #include "models/ParmScale.h"
-#include "platform/Platform.h"
 
 #include <algorithm>
 #include <charconv>
@@ -101,21 +100,6 @@ void TakeBounds(const ListedParm& listed) {
     if (listed.Line->Upper) Work.Bounds[1][listed.Slot] = *listed.Line->Upper;
 }
 
-// The question of the guesses dialog, which a batch run answers with Yes.
-void AskAboutBounds(const ListedParm& listed) {
-    if (!listed.Line->Value) return;
-    const float value = *listed.Line->Value;
-    const bool below = value < Work.Bounds[0][listed.Slot];
-    if (!below && !(value > Work.Bounds[1][listed.Slot])) return;
-    const float bound = Work.Bounds[below ? 0 : 1][listed.Slot];
-    Host.MessageBoxAnswer({"The value of " + Work.ParmName[listed.Slot] + " is " +
-                               (below ? "below" : "above") + " the current " + (below ? "lower" : "upper") +
-                               " bound of " + FormatNumber(bound, Work.ParmFormat[listed.Slot]) +
-                               ".  Do you want to use the new value anyway?",
-                           Work.ProgramName + " - Parameter Out of Bounds", BoxIcon::Warning,
-                           BoxButtons::YesNo, BoxAnswer::No});
-}
-
 void MarkChoices(std::vector<FitChoice>& choices, const std::vector<ListedParm>& listed) {
     for (const auto& [line, slot] : listed) {
         if (line->Choice == JobParameter::Mark::ByModel) continue;
@@ -159,7 +143,7 @@ void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
     TakeValues(job, listed, [](long) { return true; });
     for (const ListedParm& entry : listed) {
         TakeBounds(entry);
-        AskAboutBounds(entry);
+        if (entry.Line->Value) AcceptAgainstBounds(entry.Slot, *entry.Line->Value); // the answer is Yes
     }
     std::vector<FitChoice> choices = FitChoices();
     MarkChoices(choices, listed);

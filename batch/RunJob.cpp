@@ -6,8 +6,8 @@
 #include "fit/Confidence.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
+#include "models/ConcForm.h"
 #include "models/ParmScale.h"
-#include "platform/Platform.h"
 #include "scandata/FitData.h"
 #include "workspace/commands/FitCommand.h"
 
@@ -32,15 +32,6 @@ void SettleConcUnits(const Job& job) {
     Work.ConcUnits = ToInt16(first + static_cast<int>(job.Concentration));
 }
 
-// The warning of the form for concentration constraints.
-void WarnOfConstraints(const Job& job) {
-    if ((job.Model != 7 && job.Model != 9) || !(Work.ConstraintFlags & ConcentrationBit)) return;
-    Tell("For this model, for constraints to work properly you MUST set correct values for the molar "
-         "extinction coefficients of species A and B on the Units form.  You may use either Absorbance or "
-         "Molar units, however.",
-         Work.ProgramName, BoxIcon::Warning);
-}
-
 // The model dialog's part: the job has chosen, and its choice has been checked.
 void ChooseModel(const Job& job) {
     Console.ShowModal = [&](const std::string&) {
@@ -61,7 +52,7 @@ void Prepare(const Job& job) {
     } catch (const RuntimeError& error) {
         FailJob(job, "fit", "", "the data and constants make no fit: " + error.Text);
     }
-    WarnOfConstraints(job);
+    WarnOfConstraintCoefficients();
 }
 
 // Runs the fit command with the job in place of the guesses dialog. An error of the job that shows there is

@@ -103,6 +103,13 @@ bool AcceptBeyond(long k, const char* which, float bound) {
                     Work.ProgramName + " - Parameter Out of Bounds", BoxAnswer::No, BoxIcon::Warning);
 }
 
+int KeyOf(Control& field, int key) {
+    if (key == KeyEscape) Work.AbortFit = FlagTrue; // the field's leaving undoes the entry
+    return NumKeyPress(field, key);
+}
+
+} // namespace
+
 bool AcceptAgainstBounds(long k, float v) {
     if (v < Work.Bounds[0][k])
         return AcceptBeyond(k, " is below the current lower bound of ", Work.Bounds[0][k]);
@@ -110,13 +117,6 @@ bool AcceptAgainstBounds(long k, float v) {
         return AcceptBeyond(k, " is above the current upper bound of ", Work.Bounds[1][k]);
     return true;
 }
-
-int KeyOf(Control& field, int key) {
-    if (key == KeyEscape) Work.AbortFit = FlagTrue; // the field's leaving undoes the entry
-    return NumKeyPress(field, key);
-}
-
-} // namespace
 
 void LoadGetGuess() {
     const RowLayout layout = GetGuess.Layout; // the height of the window outlasts a showing

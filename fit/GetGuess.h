@@ -23,6 +23,9 @@ struct GetGuessForm {
 };
 extern GetGuessForm GetGuess;
 
+// True when a value of slot k, in user units, lies within its bounds or the user wants it nevertheless.
+bool AcceptAgainstBounds(long k, float v);
+
 // Fills the form for the present parameters; reduced to values under GuessesDialog(true).
 void LoadGetGuess();
 
