@@ -415,7 +415,7 @@ TEST_F(ConfidenceTest, EndPointsOfModelsReachTheRatio) {
                 if (Work.FreeMap[k] >= 0)
                     atBound = atBound || user == Work.Bounds[0][k] || user == Work.Bounds[1][k];
             }
-            if (atBound) continue;
+            EXPECT_FALSE(atBound) << name << ", end " << end;
             const Real growth = EvaluateReference(Work, there).SumSq / best - 1;
             const double wanted = Widen(Work.ConfidenceRatio) - 1.0;
             // The step is found to 2.5e-5 of a standard deviation of some four to six, the growth goes with

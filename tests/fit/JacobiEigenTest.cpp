@@ -93,7 +93,8 @@ TEST(JacobiEigen, EqualDiagonalTurnsByFortyFiveDegrees) {
 
 TEST(JacobiEigen, TwoByTwoByTheQuadraticFormula) {
     const double table[][3] = {{4, 1, 3}, {1, -2, 7}, {1e-8, 3e-5, 2}, {-5, 2, -1}, {0, 3, 0}};
-    for (const auto& [a, b, c] : table) {
+    for (const auto& row : table) {
+        const double a = row[0], b = row[1], c = row[2];
         const auto A = Symmetric(2, [&](long i, long j) { return i != j ? b : i == 0 ? a : c; });
         const Eigen e = Decompose(A);
         const Real mean = (static_cast<Real>(a) + c) / 2;
