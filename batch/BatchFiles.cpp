@@ -30,21 +30,25 @@ struct OpenFile {
     RaiseError(missing ? ErrorText::FileNotFound : ErrorText::FileAccess);
 }
 
-[[noreturn]] void RaiseWriteError(int error) {
+const char* WriteErrorText(int error) {
     switch (error) {
     case ENOSPC:
     case EDQUOT:
-        RaiseError(ErrorText::DiskFull);
+        return ErrorText::DiskFull;
     case EACCES:
     case EPERM:
     case EROFS:
-        RaiseError(ErrorText::PermissionDenied);
+        return ErrorText::PermissionDenied;
     case ENOENT:
     case ENOTDIR:
-        RaiseError(ErrorText::PathNotFound);
+        return ErrorText::PathNotFound;
     default:
-        RaiseError(ErrorText::FileAccess);
+        return ErrorText::FileAccess;
     }
+}
+
+[[noreturn]] void RaiseWriteError(int error) {
+    RaiseError(WriteErrorText(error));
 }
 
 // 0, or the error number.
@@ -133,6 +137,15 @@ void BatchWriteFile(const std::string& path, const std::string& bytes) {
         RaiseWriteError(error);
     }
     SyncDirectory(target);
+}
+
+std::string WhyNotWritable(const std::string& path) {
+    if (BatchDirectoryExists(path)) return "is a directory";
+    struct stat status {};
+    const bool device = ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+    const std::string directory = DirectoryOf(path);
+    const std::string place = device ? path : directory.empty() ? "." : directory;
+    return ::access(place.c_str(), W_OK) == 0 ? "" : WriteErrorText(errno);
 }
 
 bool BatchFileExists(const std::string& path) {

@@ -121,15 +121,13 @@ void WatchInterrupt() {
 bool Interrupted() {
     return InterruptCame != 0;
 }
-void ClearInterrupt() {
-    InterruptCame = 0;
-}
 
 void InstallBatchPlatform() {
     Console = BatchConsole{};
     Console.Started = SecondsNow();
     Console.WriteLine = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
     UniformState = UniformSeed;
+    InterruptCame = 0;
 
     Platform p;
     p.MessageBoxAnswer = AnswerMessage;

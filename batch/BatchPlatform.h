@@ -36,7 +36,7 @@ struct BatchConsole {
 // The console of the process.
 extern BatchConsole Console;
 
-// Starts afresh: a new console, the filling taken into use, the generator at its beginning.
+// Starts afresh: a new console, the filling taken into use, the generator at its beginning, no Ctrl-C.
 void InstallBatchPlatform();
 
 // Writes one line to standard error, or keeps it back.
@@ -48,10 +48,12 @@ void WriteProgress(const std::string& line);
 // Ctrl-C from here on sets the flag. Interrupted tells whether it has come.
 void WatchInterrupt();
 bool Interrupted();
-void ClearInterrupt();
 
 // The whole of standard output at once. Failure is a RuntimeError.
 void WriteStandardOutput(const std::string& bytes);
+
+// Why no file can be written under a name, known before it is tried; "" when nothing speaks against it.
+std::string WhyNotWritable(const std::string& path);
 
 // The entries of the filling that work on the file system.
 std::string BatchReadFile(const std::string& path);

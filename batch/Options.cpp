@@ -27,17 +27,17 @@ const FileOption* FindFileOption(const std::string& name) {
     return nullptr;
 }
 
-struct Flag {
+struct Switch {
     const char* Name;
     bool Options::*Target;
 };
 
-constexpr Flag Flags[] = {
+constexpr Switch Switches[] = {
     {"--quiet", &Options::Quiet}, {"--help", &Options::Help}, {"--version", &Options::Version}};
 
-bool TakeFlag(Options& options, const std::string& argument) {
-    for (const Flag& flag : Flags)
-        if (argument == flag.Name) return options.*flag.Target = true;
+bool TakeSwitch(Options& options, const std::string& argument) {
+    for (const Switch& each : Switches)
+        if (argument == each.Name) return options.*each.Target = true;
     return false;
 }
 
@@ -83,7 +83,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             named = false;
         else if (!named || !argument.starts_with('-') || argument == "-")
             TakeJob(options, argument);
-        else if (!TakeFlag(options, argument))
+        else if (!TakeSwitch(options, argument))
             TakeFileOption(options, arguments, place);
     }
     if (options.Help || options.Version) return options;

@@ -7,7 +7,6 @@
 #include "batch/PointsCsv.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
-#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "reporting/Report.h"
 #include "workspace/records/Workspace.h"
@@ -42,9 +41,8 @@ Job LoadJob(const std::string& path) {
 // A place that cannot be written is better known before a long fit than after it.
 void CheckOutputPlace(const std::string& path) {
     if (path.empty() || path == "-") return;
-    const std::string directory = DirectoryOf(path);
-    if (!directory.empty() && !Host.DirectoryExists(directory)) FailFile(path, ErrorText::PathNotFound);
-    if (Host.DirectoryExists(path)) FailFile(path, "is a directory");
+    const std::string reason = WhyNotWritable(path);
+    if (!reason.empty()) FailFile(path, reason);
 }
 
 void WriteOutput(const Output& output) {

@@ -8,6 +8,7 @@
 #include "models/Catalogue.h"
 #include "models/ConcForm.h"
 #include "models/ParmScale.h"
+#include "platform/Platform.h"
 #include "scandata/FitData.h"
 #include "workspace/commands/FitCommand.h"
 
@@ -81,16 +82,13 @@ std::string LimitsMessage() {
 
 void SearchLimits(RunEnd& end) {
     int told = -1;
-    try {
-        ConfidenceSearch([&](double fraction) {
-            const int percent = static_cast<int>(fraction * 100.0);
-            if (percent == told) return;
-            told = percent;
-            WriteProgress("confidence limits " + FormatNumber(fraction, "#0%"));
-        });
-    } catch (const RuntimeError& error) {
-        WriteConsole(error.Text);
-    }
+    ConfidenceSearch([&](double fraction) {
+        Host.ServeEvents(); // passes over few points never do
+        const int percent = static_cast<int>(fraction * 100.0);
+        if (percent == told) return;
+        told = percent;
+        WriteProgress("confidence limits " + FormatNumber(fraction, "#0%"));
+    });
     end.Complete = Work.LimitsDone != 0;
     if (end.Complete) return;
     end.Message = LimitsMessage();

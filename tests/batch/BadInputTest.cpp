@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <unistd.h>
 
 namespace Quillon {
 namespace {
@@ -248,6 +249,10 @@ TEST(BatchBadInput, OutputsThatCannotBeWritten) {
     start.Arguments = {"fit.job", "--report", "none/r.txt"};
     EXPECT_EQ(RunProgram(start).Err,
               "none/r.txt: Path not found\n"); // before the fit: no question stands there
+    start.Unprivileged = true;                 // the directory is another's
+    start.Arguments = {"fit.job", "--report", "r.txt"};
+    EXPECT_EQ(RunProgram(start).Err, ::getuid() == 0 ? "r.txt: Permission denied\n" : "");
+    start.Unprivileged = false;
     start.Arguments = {"fit.job", "--results", "."};
     EXPECT_EQ(RunProgram(start).Err, ".: is a directory\n");
     start.Arguments = {"fit.job", "--quiet", "--points", "/dev/full"};

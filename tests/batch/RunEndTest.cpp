@@ -1,4 +1,8 @@
 // Runs that end without a fit, runs that take long, and what the console says meanwhile.
+#include "batch/BatchPlatform.h"
+#include "batch/JobFile.h"
+#include "batch/ResultsJson.h"
+#include "batch/RunJob.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
@@ -6,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 
 namespace Quillon {
@@ -92,6 +97,28 @@ TEST(BatchRunEnd, InterruptStopsAFit) {
     EXPECT_EQ(results["message"].Text, "The fit was cancelled");
     EXPECT_LT(results["iterations"].Number, 32767.0);
     EXPECT_FALSE(fs::exists(script.Directory() + "/r.txt"));
+}
+
+TEST(BatchRunEnd, InterruptStopsTheSearchForLimitsAndLeavesTheFit) {
+    Script script;
+    const std::string path = SmallJob(script, "confidence-limits = yes\n");
+    InstallBatchPlatform();
+    Console.WriteLine = [](const std::string&) {};
+    WatchInterrupt();
+    Host.ServeEvents = [serve = Host.ServeEvents] {
+        if (Work.FitDone && !Interrupted()) std::raise(SIGINT); // the fit is over, the search has begun
+        serve();
+    };
+    const RunEnd end = RunJob(ParseJob(ReadWholeFile(path), path));
+    EXPECT_TRUE(end.Converged);
+    EXPECT_FALSE(end.Complete);
+    EXPECT_EQ(end.Message, "The search for confidence limits was cancelled");
+    EXPECT_EQ(Work.LimitsDone, 0);
+    const JsonValue results = ReadJson(ResultsJson(end.Message));
+    EXPECT_TRUE(results["converged"].Flag);
+    EXPECT_FALSE(results["confidence"]["searched"].Flag);
+    EXPECT_TRUE(results["parameters"][0]["lower"].IsNull());
+    EXPECT_GT(results["parameters"][0]["error"].Number, 0.0);
 }
 
 TEST(BatchRunEnd, LongWorkTellsItsProgress) {
