@@ -117,8 +117,8 @@ private:
             AddLine(grid, line);
         grid->setColumnMinimumWidth(2, 190);
         grid->setColumnMinimumWidth(6, 170);
-        for (const int column : {4, 5})
-            grid->setColumnMinimumWidth(column, 80);
+        for (const int column : {3, 4, 5})
+            grid->setColumnMinimumWidth(column, column == 3 ? 60 : 80);
         return grid;
     }
 

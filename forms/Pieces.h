@@ -24,7 +24,10 @@ inline QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false) {
 
 // The head of a column.
 inline QLabel* MakeHead(Binder& bind, ControlRef control) {
-    QLabel* head = MakeLabel(bind, std::move(control), true);
+    auto* head = new QLabel;
+    head->setWordWrap(true);
+    bind.Visible(head, control);
+    bind.Also([head, control] { head->setText(WithoutAccessKey(control().Text).trimmed()); });
     QFont font = head->font();
     font.setBold(true);
     head->setFont(font);

@@ -1,5 +1,6 @@
 #include "reporting/Results.h"
 
+#include "fit/WaitForm.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
@@ -87,7 +88,10 @@ void FillResults(const TextMeasure& measure) {
 }
 
 void ResultsComputeConfidence(const TextMeasure& measure) {
-    if (!Work.LimitsDone) Host.ShowModal("WaitForm");
+    if (!Work.LimitsDone) {
+        LoadWaitForm();
+        Host.ShowModal("WaitForm");
+    }
     FillResults(measure);
 }
 

@@ -26,6 +26,14 @@ float Ordinate(float value) {
     return value > 0.0F ? static_cast<float>(std::log(static_cast<double>(value))) : MissingValue;
 }
 
+// The next of 1, 2, 5 times a power of ten at or above a distance of tics.
+double RoundStep(double wanted) {
+    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
+    for (const double times : {1.0, 2.0, 5.0})
+        if (times * decade >= wanted) return times * decade;
+    return 10.0 * decade;
+}
+
 // Limits of the signal within the present range, with a little room: what lies outside, between the columns
 // of a cell, may be ten times as large and would press the data flat.
 void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
@@ -42,11 +50,12 @@ void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
         return;
     }
     const float room = 0.15F * (hi - lo);
+    const double step = RoundStep(static_cast<double>(hi - lo) / 5.0);
     axis.ScaleMode = ScaleModes::Manual;
-    axis.Min = axis.FirstTic = lo - room;
-    axis.Max = hi + room;
-    axis.TicInterval = (axis.Max - axis.Min) / 10.0F;
-    axis.Decimals = 2;
+    axis.TicInterval = static_cast<float>(step);
+    axis.Min = axis.FirstTic = static_cast<float>(step * std::floor(static_cast<double>(lo - room) / step));
+    axis.Max = static_cast<float>(step * std::ceil(static_cast<double>(hi + room) / step));
+    axis.Decimals = ToInt16(std::max(0.0, std::ceil(-std::log10(step) - 1e-9)));
 }
 
 void Draw(long row) {

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 
 #include <cstdlib>
+#include <vector>
 
 namespace Quillon {
 
@@ -18,8 +19,12 @@ int ButtonNumber(Qt::MouseButton button) {
     return button == Qt::LeftButton ? 1 : 2;
 }
 
-// The picture box that the engine draws on, whichever window has it now.
-const ChartCanvas* CanvasInUse = nullptr;
+// The picture boxes that stand; the engine draws on the latest. A graph shown modally gives the box back to
+// the chart window when it closes.
+std::vector<ChartCanvas*>& Canvases() {
+    static std::vector<ChartCanvas*> all;
+    return all;
+}
 
 } // namespace
 
@@ -55,18 +60,19 @@ ChartCanvas::ChartCanvas(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     Box.Fit(*this);
+    Canvases().push_back(this);
     SetScreenSurface(Box.Surface());
-    CanvasInUse = this;
 }
 
 ChartCanvas::~ChartCanvas() {
-    if (CanvasInUse != this) return;
-    CanvasInUse = nullptr;
-    RemoveScreenSurface();
+    std::erase(Canvases(), this);
+    if (Canvases().empty()) RemoveScreenSurface();
+    else SetScreenSurface(Canvases().back()->Box.Surface());
 }
 
 void ChartCanvas::resizeEvent(QResizeEvent*) {
     Box.Fit(*this);
+    if (Canvases().back() != this) return; // another window has the graph now
     SetScreenSurface(Box.Surface());
     if (!Chart.GraphHeld) return;
     Chart.Spec.View = GraphBox{};

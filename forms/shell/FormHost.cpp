@@ -53,11 +53,13 @@ QWidget* FrontWindow() {
 void ShowFormModally(const std::string& name) {
     Registered* form = Find(name);
     if (!form) return;
+    const QPointer<QWidget> standing =
+        form->Window; // the chart window, which a graph is shown modally beside
     const std::unique_ptr<QWidget> window(form->Make(FrontWindow()));
     form->Window = window.get();
     RefreshForms();
     if (auto* dialog = qobject_cast<QDialog*>(window.get())) dialog->exec();
-    form->Window = nullptr;
+    form->Window = standing;
 }
 
 void ShowFormModeless(const std::string& name) {

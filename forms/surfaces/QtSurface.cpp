@@ -155,7 +155,7 @@ void DrawPie(const PainterState& state, DevicePoint centre, int radiusX, int rad
     DrawArea(state, path);
 }
 
-void DrawText(const PainterState& state, int x, int y, const std::string& text) {
+void WriteText(const PainterState& state, int x, int y, const std::string& text) {
     if (text.empty()) return;
     QPainter& painter = PainterAt(state, 0.0);
     painter.translate(x, y);
@@ -211,7 +211,7 @@ DrawingSurface PainterSurface(std::shared_ptr<PainterTarget> target) {
     surface.PieSlice = [state](DevicePoint centre, int radiusX, int radiusY, double start, double sweep) {
         DrawPie(*state, centre, radiusX, radiusY, start, sweep);
     };
-    surface.Text = [state](int x, int y, const std::string& text) { DrawText(*state, x, y, text); };
+    surface.Text = [state](int x, int y, const std::string& text) { WriteText(*state, x, y, text); };
     surface.Measure = [state](const std::string& text) { return MeasureText(*state, text); };
     surface.SetClip = [state](const DeviceRect& rect) { SetClip(*state, rect); };
     surface.ClearClip = [state] { state->Target->Painter->setClipping(false); };

@@ -73,7 +73,7 @@ void MenuExit() {
 
 void DoModelSet() {
     SelectModel(true);
-    Work.FitDone = Work.FitValid = FlagFalse;
+    if (!Work.AbortFit) Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
 }
 
 void DefineUnits() {
