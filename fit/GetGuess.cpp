@@ -205,6 +205,7 @@ void GetGuessAccuracyGotFocus() {
 int GetGuessAccuracyKeyPress(int key) {
     const int taken = KeyOf(GetGuess.AccuracyInput, key);
     if (key == KeyReturn || key == KeyTab) {
+        GetGuess.State.FocusOn = nullptr;
         GetGuessAccuracyLostFocus();
         if (!GetGuess.State.FocusOn) GetGuessOkButton();
     }

@@ -15,9 +15,11 @@ long SetInHand() {
     return Work.CurrentRow + 1;
 }
 
+std::string RatioText(std::size_t species) {
+    return FormatNumber(static_cast<double>(Work.ExtinctionRatio[species][SetInHand()]), "##0.0000");
+}
 void ShowRatio(std::size_t species) {
-    ExtinctionForm.ExtinctionInput[species].Text =
-        FormatNumber(static_cast<double>(Work.ExtinctionRatio[species][SetInHand()]), "##0.0000");
+    ExtinctionForm.ExtinctionInput[species].Text = RatioText(species);
 }
 
 } // namespace
@@ -68,8 +70,11 @@ void ExtinctionLostFocus(std::size_t species) {
 
 void ExtinctionOkButton() {
     for (const std::size_t species : {std::size_t{0}, std::size_t{1}}) {
-        ExtinctionLostFocus(species);
-        if (!(Work.ExtinctionRatio[species][SetInHand()] > 0.0F)) return;
+        Control& field = ExtinctionForm.ExtinctionInput[species];
+        if (field.Text != RatioText(species)) ExtinctionLostFocus(species); // it still has the focus
+        if (Work.ExtinctionRatio[species][SetInHand()] > 0.0F) continue;
+        ExtinctionForm.State.FocusOn = &field; // told when the field was left
+        return;
     }
     ExtinctionForm.State.Shown = false;
 }

@@ -18,7 +18,7 @@ const char* const ScanFilter =
 
 namespace {
 
-bool OpenedBefore = false;
+bool AskedForScan = false; // in this run of the program
 
 std::size_t At(int line) {
     return static_cast<std::size_t>(line);
@@ -90,6 +90,7 @@ void NameButtons() {
 
 void LockRow(std::size_t i) {
     FileForm.SetBox[i].Enabled = FileForm.Check1[i].Enabled = false;
+    FileForm.Check1[i].Value = 2;
     FileForm.NameBox[i].Visible = false;
 }
 
@@ -104,7 +105,7 @@ void ClearRows() {
         for (auto* column : {&FileForm.NameBox, &FileForm.RPMBox, &FileForm.MinRBox, &FileForm.MaxRBox,
                              &FileForm.BlankFile, &FileForm.ChannelBox})
             (*column)[i].Text.clear();
-        FileForm.ShiftBase[i].Value = FileForm.Check1[i].Value = 0;
+        FileForm.ShiftBase[i].Value = 0;
         LockRow(i);
         FileForm.SetBox[i].Text = std::to_string(SetOfLine(static_cast<int>(i)));
     }
@@ -126,9 +127,8 @@ void FillLine(int line) {
     FileForm.BlankFile[i].Text = Work.BaselineFile[set];
     FileForm.Check1[i].Value = Work.IncludeSet[set];
     FileForm.CellBox[i].Text = CenterpieceText(Work.CenterpieceType[set]);
-    const int channel = Work.DataChannel[set];
-    FileForm.ChannelBox[i].Text = channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
-    FileForm.CellPath[i].Text = Work.CellPath[set] == 0.3F ? "3" : "12";
+    FileForm.ChannelBox[i].Text = ChannelText(Work.DataChannel[set]);
+    FileForm.CellPath[i].Text = PathText(set);
     RevealRow(line);
     FileForm.ShiftBase[i].Visible = Work.BaselineFile[set] != "(none)";
     FileForm.ShiftBase[i].Value = Work.BaselineShifted[set] != 0 ? 1 : 0;
@@ -141,9 +141,18 @@ long SetOfLine(int line) {
     return line + 1 + 9L * Work.CurrentPage;
 }
 
+std::string ChannelText(int channel) {
+    return channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
+}
+
+std::string PathText(long set) {
+    return SingleText(10.0F * Work.CellPath[set]);
+}
+
 void UnlockRow(int line) {
     const std::size_t i = At(line);
     FileForm.NameBox[i].Visible = true;
+    if (!FileForm.Check1[i].Enabled) FileForm.Check1[i].Value = 0; // grey so far
     for (auto* column : {&FileForm.SetBox, &FileForm.NameBox, &FileForm.RPMBox, &FileForm.MinRBox,
                          &FileForm.MaxRBox, &FileForm.BlankFile, &FileForm.Check1})
         (*column)[i].Enabled = true;
@@ -173,7 +182,7 @@ void ShowRowValues(long setIndex) {
 
 void FillPage() {
     ClearRows();
-    const int last = std::min<int>(8, Work.CurrentPage == 0 ? Work.HighestSet - 1 : Work.HighestSet - 10);
+    const int last = std::min<int>(8, Work.CurrentPage == 0 ? Work.HighestSet - 1 : Work.HighestSet - 9);
     for (int line = 0; line <= last; ++line)
         FillLine(line);
     FileForm.Page2.Visible = Work.CurrentPage == 1 || !FileForm.NameBox[8].Text.empty();
@@ -192,9 +201,13 @@ void LoadFileForm() {
     FileForm.LogPlot.Value = Work.RangeLogPlot ? 1 : 0;
     Work.CurrentPage = 0;
     FillPage();
-    FileForm.Timer1 = !OpenedBefore && !Work.DataChosen;
-    OpenedBefore = true;
+    FileForm.Timer1 = !AskedForScan && !Work.DataChosen;
+    if (FileForm.Timer1) AskedForScan = true;
     FileForm.State.Shown = true;
+}
+
+void StartFileForm() {
+    AskedForScan = false;
 }
 
 void OpenFileForm() {

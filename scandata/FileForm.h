@@ -33,6 +33,9 @@ extern FileFormRecord FileForm;
 // Opens the form and returns when it is closed: Work.AbortFit is then 2 after OK, 1 after Cancel.
 void OpenFileForm();
 
+// The program starts: the next opening of the form without accepted data asks for a scan at once (Timer1).
+void StartFileForm();
+
 // --- showing -------------------------------------------------------------------------------------------
 void LoadFileForm();               // page 1 from the workspace
 void FillPage();                   // the lines of Work.CurrentPage
@@ -40,6 +43,8 @@ void ShowRowValues(long setIndex); // radii and speed of set setIndex + 1
 void RevealRow(int line);
 void UnlockRow(int line);
 long SetOfLine(int line);
+std::string ChannelText(int channel); // "" for none, "A" to "D"
+std::string PathText(long set);       // optical path in mm
 
 // --- what the user does ----------------------------------------------------------------------------------
 void FileFormTimer1();               // after the first showing

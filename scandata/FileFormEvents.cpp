@@ -74,6 +74,14 @@ bool HoldsScan(int line) {
     return !FileForm.NameBox[At(line)].Text.empty();
 }
 
+// A centerpiece chosen by key: a channel's range moves with it.
+void ChooseCenterpiece(int line, int code) {
+    if (!HoldsScan(line)) return;
+    ApplyCenterpiece(line, code);
+    if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
+    FileForm.CancelButton.Enabled = false;
+}
+
 } // namespace
 
 void ApplyCenterpiece(int line, int code) {
@@ -88,14 +96,15 @@ void ApplyCenterpiece(int line, int code) {
         FileForm.CellBox[At(line)].Text = code == 3 ? "6" : "8";
         FileForm.ChannelBox[At(line)].Visible = true;
     }
-    if (ranged) ShowRange(line, inner, outer);
+    if (!ranged) return;
+    FileForm.ChannelBox[At(line)].Text = ChannelText(Work.DataChannel[line + 1]);
+    ShowRange(line, inner, outer);
 }
 
 void ApplyChannel(int line, int channel) {
     const long set = SetOfLine(line);
     SetChannel(set, channel);
-    FileForm.ChannelBox[At(line)].Text =
-        channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
+    FileForm.ChannelBox[At(line)].Text = ChannelText(channel);
     if (Work.ScanPoints[set] < 1) return;
     ShowRange(line, Work.ScanRadius[set][Work.FitRange[0][set]], Work.ScanRadius[set][Work.FitRange[1][set]]);
 }
@@ -124,14 +133,13 @@ void FileFormCheckClick(int line) {
 
 void FileFormKey(int line, int key) {
     const int capital = key >= 'a' && key <= 'z' ? key - 'a' + 'A' : key;
-    if (!HoldsScan(line)) return;
     switch (capital) {
     case '2':
-        return ApplyCenterpiece(line, 1);
+        return ChooseCenterpiece(line, 1);
     case '6':
-        return ApplyCenterpiece(line, 3);
+        return ChooseCenterpiece(line, 3);
     case '8':
-        return ApplyCenterpiece(line, 4);
+        return ChooseCenterpiece(line, 4);
     case 'A':
         return StepChannelFrom(line, "");
     case 'B':
@@ -143,7 +151,8 @@ void FileFormKey(int line, int key) {
         return Host.Beep();
     case '?':
     case '/':
-        return FileFormHelpButton(line);
+        if (HoldsScan(line)) FileFormHelpButton(line);
+        return;
     case 'P':
         if (FileForm.CellPath[At(line)].Visible) return FileFormPathClick(line);
         return Host.Beep();
@@ -241,8 +250,8 @@ void FileFormLogPlot() {
 }
 
 void FileFormPage2() {
-    if (Work.CurrentPage == 0 && !HoldsScan(FileFormLines - 1)) return Host.Beep();
     StoreIncludes();
+    if (Work.CurrentPage == 0 && !HoldsScan(FileFormLines - 1)) return Host.Beep();
     Work.CurrentPage = Work.CurrentPage == 0 ? 1 : 0;
     const bool cancel = FileForm.CancelButton.Enabled;
     FillPage();
@@ -272,7 +281,7 @@ void FileFormOkButton() {
 }
 
 void FileFormCancelButton() {
-    Close(1);
+    if (FileForm.CancelButton.Enabled) Close(1);
 }
 
 } // namespace Quillon

@@ -12,7 +12,7 @@ namespace Quillon {
 
 namespace {
 
-std::string LastTitle; // of the latest scan chosen: the next dialog offers it
+std::string LastTitle; // of the latest file chosen: the next dialog offers it
 
 std::size_t Here() {
     return static_cast<std::size_t>(Work.CurrentRow);
@@ -66,7 +66,7 @@ void AdoptScan(const ScanReadResult& read) {
     FileForm.Check1[i].Value = 1;
     Work.IncludeSet[set] = 1;
     SettleDataType(Work.ChosenName);
-    FileForm.CellPath[i].Text = Work.CellPath[set] == 0.3F ? "3" : "12";
+    FileForm.CellPath[i].Text = PathText(set);
     ApplyCenterpiece(line, Work.CellType);
     ApplyChannel(line, 0);
     ShowRadii(read.FirstRadius, read.LastRadius);
@@ -81,12 +81,25 @@ void AdoptScan(const ScanReadResult& read) {
     FileForm.State.FocusOn = &FocusLine();
 }
 
+// A read that fails leaves part of the new file in the arrays. The line still names the old one, so the
+// arrays go back to it: otherwise the next fit would run on a mixture of both.
+template <class Read> bool ReadOrRestore(Read&& read) {
+    const Workspace before = Work;
+    if (read()) return true;
+    Work = before;
+    return false;
+}
+
 bool ReadScanHere(const std::string& path) {
-    Work.ChosenPath = path;
-    Work.ChosenName = FileTitle(path);
-    const ScanReadResult read = ReadScan(path, SetOfLine(Work.CurrentRow));
-    if (read.Ok) AdoptScan(read);
-    return read.Ok;
+    ScanReadResult read;
+    const bool ok = ReadOrRestore([&] {
+        Work.ChosenPath = path;
+        Work.ChosenName = FileTitle(path);
+        read = ReadScan(path, SetOfLine(Work.CurrentRow));
+        return read.Ok;
+    });
+    if (ok) AdoptScan(read);
+    return ok;
 }
 
 // The line behind the current one, over the end of page 1. False at the end of the table.
@@ -133,13 +146,14 @@ void DropBaseline(long set) {
     Work.BaselineFile[set] = "(none)";
     Work.BaselineShifted[set] = FlagFalse;
     FileForm.BlankFile[i].Text = "(none)";
+    FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = false;
 }
 
 void StepChannelOfCopy(long s) {
     if (Work.DataChannel[s] > 0 && Work.CenterpieceType[s] >= 3 &&
         Work.DataChannel[s + 1] < Work.CenterpieceType[s + 1]) {
-        ApplyChannel(Work.CurrentRow, Work.DataChannel[s + 1] + 1);
+        FileFormChannelClick(Work.CurrentRow); // shows the range, too
         DropBaseline(s + 1);
     }
 }
@@ -152,7 +166,7 @@ void CopyIntoNextLine(long s, const Control& channelAbove, const Control& blankA
     FileForm.NameBox[i].Text = Work.ScanFile[s + 1];
     FileForm.Check1[i].Value = 1;
     Work.IncludeSet[s + 1] = 1;
-    FileForm.CellPath[i].Text = Work.CellPath[s + 1] == 0.3F ? "3" : "12";
+    FileForm.CellPath[i].Text = PathText(s + 1);
     RevealRow(line);
     ShowRowValues(s);
     ApplyCenterpiece(line, Work.CenterpieceType[s + 1]);
@@ -178,9 +192,13 @@ void CopyCurrentLine() {
     CopyIntoNextLine(s, channel, blank);
 }
 
+// The data of a set that loses its baseline are others, as those of one that gets another.
 void RemoveBaseline(long set) {
+    if (Work.BaselineFile[set] == "(none)") return;
     DropBaseline(set);
-    FileForm.ShiftBase[Here()].Value = 0;
+    Work.SetChanged[set] = FlagTrue;
+    NoteChange();
+    RemoveSetConstraints(set);
 }
 
 } // namespace
@@ -215,15 +233,19 @@ void FileFormSubtractBlankButton() {
     if (Work.ScanFile[set].empty()) return Host.Beep();
     FileRequest request = ScanRequest(" - Read Data File for Blank");
     request.Directory = Work.BaselineDirectoryLast.empty() ? Work.DataDirectory : Work.BaselineDirectoryLast;
+    request.Name = LastTitle;
     if (FileForm.BlankFile[i].Text != "(none)") {
         request.Directory = Work.BaselineDirectory[set];
         request.Name = Work.BaselineFile[set];
     }
     const FileAnswer answer = Host.AskFile(request);
     if (answer.Cancelled) return RemoveBaseline(set); // the way to take a baseline off a set
-    Work.ChosenPath = answer.Path;
-    if (!ReadBaseline(answer.Path, set)) return;
-    FileForm.BlankFile[i].Text = Work.BaselineFile[set] = answer.Title;
+    const bool ok = ReadOrRestore([&] {
+        Work.ChosenPath = answer.Path;
+        return ReadBaseline(answer.Path, set);
+    });
+    if (!ok) return;
+    FileForm.BlankFile[i].Text = Work.BaselineFile[set] = LastTitle = answer.Title;
     Work.BaselineDirectoryLast = Work.BaselineDirectory[set] = DirectoryOf(answer.Path);
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = true;

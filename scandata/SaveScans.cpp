@@ -54,7 +54,7 @@ long AskSet() {
                           Work.ProgramName, "1"});
         if (answer.Cancelled || answer.Text.empty()) return 0;
         const double set = NumericPrefix(answer.Text);
-        if (set >= 1.0 && set <= static_cast<double>(Work.NumSets)) return std::lround(set);
+        if (set >= 1.0 && set <= static_cast<double>(Work.NumSets)) return std::lrint(set);
         Host.Beep();
     }
 }

@@ -35,13 +35,14 @@ void RunCommand(const std::function<void()>& command) {
 
 void ReadData() {
     OpenFileForm();
+    ReadDataReturn();
 }
 
 void ReadDataReturn() {
     if (Work.AbortFit != 2)
         Work.NewData = FlagFalse;
     else
-        Work.FitDone = FlagFalse;
+        Work.FitDone = Work.FitValid = FlagFalse; // the points of the fit are others now
     Work.AbortFit = FlagFalse;
     SetMenuStatus();
     Host.ShowForm("Analmenu");
@@ -73,7 +74,8 @@ void MenuExit() {
 
 void DoModelSet() {
     SelectModel(true);
-    if (!Work.AbortFit) Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
+    if (!Work.AbortFit)
+        Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
 }
 
 void DefineUnits() {

@@ -5,6 +5,7 @@
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"
+#include "scandata/FileForm.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -39,6 +40,7 @@ void StartQuillon(const std::string& argument) {
     ReadProgramDefaults();
     SizeWorkspace();
     LoadRecentFiles();
+    StartFileForm();
     LoadAnalmenu();
     if (IsSavedFit(argument)) RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
 }
