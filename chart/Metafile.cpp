@@ -221,7 +221,7 @@ std::string WithoutControlCodes(std::string text) {
     return text;
 }
 
-void DrawText(Drawing& drawing, int x, int y, const std::string& text) {
+void WriteText(Drawing& drawing, int x, int y, const std::string& text) {
     constexpr std::uint32_t stringOffset = 76; // from the start of the record
     if (text.empty()) return;
     UseFont(drawing.Records, drawing.Objects, drawing.Font, drawing.TextColor);
@@ -235,7 +235,7 @@ void DrawText(Drawing& drawing, int x, int y, const std::string& text) {
     fields.Rect({0, 0, -1, -1}).Word(static_cast<std::uint32_t>(stringOffset + letters.Bytes.size()));
     fields.Bytes += letters.Bytes;
     AppendAdvances(fields, drawing.Font, text);
-    AppendRecord(drawing.Records, EmfType::TextOut, fields);
+    AppendRecord(drawing.Records, EmfType::WriteText, fields);
 }
 
 // --- clipping ------------------------------------------------------------------------------------------
@@ -326,7 +326,7 @@ DrawingSurface SurfaceOn(const std::shared_ptr<Drawing>& drawing) {
     surface.PieSlice = [drawing](DevicePoint centre, int radiusX, int radiusY, double start, double sweep) {
         DrawPie(*drawing, centre, radiusX, radiusY, start, sweep);
     };
-    surface.Text = [drawing](int x, int y, const std::string& text) { DrawText(*drawing, x, y, text); };
+    surface.Text = [drawing](int x, int y, const std::string& text) { WriteText(*drawing, x, y, text); };
     surface.Measure = [drawing](const std::string& text) { return MeasureText(*drawing, text); };
     surface.SetClip = [drawing](const DeviceRect& rect) { SetClip(*drawing, rect); };
     surface.ClearClip = [drawing] { ClearClip(*drawing); };

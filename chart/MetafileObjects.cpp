@@ -44,13 +44,13 @@ std::uint32_t MakePen(EmfRecords& records, EmfObjects& objects, Rgb color, int w
     fields.Word(number).Word(0).Word(0).Word(0).Word(0);
     fields.Word(GeometricPen | (width > 1 ? FlatEnds : SquareEnds)).Signed(width);
     fields.Word(SolidBrush).Color(color).Word(0).Word(0);
-    AppendRecord(records, EmfType::CreateGeometricPen, fields);
+    AppendRecord(records, EmfType::MakeGeometricPen, fields);
     return number;
 }
 
 std::uint32_t MakeBrush(EmfRecords& records, EmfObjects& objects, Rgb color) {
     const std::uint32_t number = NextObject(objects);
-    AppendRecord(records, EmfType::CreateBrush,
+    AppendRecord(records, EmfType::MakeBrush,
                  EmfFields().Word(number).Word(SolidBrush).Color(color).Word(0));
     return number;
 }
@@ -80,7 +80,7 @@ std::uint32_t MakeFont(EmfRecords& records, EmfObjects& objects, const EmfFont& 
     fields.Byte(0).Byte(0).Byte(0).Byte(PitchAndFamily(font.Base->Class));
     fields.Wide(font.Base->Face, faceLength);
     fields.Bytes.resize(fullSize, '\0');
-    AppendRecord(records, EmfType::CreateFont, fields);
+    AppendRecord(records, EmfType::MakeFont, fields);
     return number;
 }
 

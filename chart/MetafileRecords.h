@@ -29,16 +29,16 @@ enum class EmfType : std::uint32_t {
     SaveContext = 33,
     RestoreContext = 34,
     SelectObject = 37,
-    CreateBrush = 39,
+    MakeBrush = 39,
     Ellipse = 42,
     Rectangle = 43,
     Pie = 47,
-    CreateFont = 82,
-    TextOut = 84, // of 16-bit characters
+    MakeFont = 82,
+    WriteText = 84, // of 16-bit characters
     Polygon16 = 86,
     Polyline16 = 87,
     Polylines16 = 90,
-    CreateGeometricPen = 95
+    MakeGeometricPen = 95
 };
 
 // The fields of a record, appended one after another.

@@ -222,7 +222,7 @@ const char* FamiliesOf(FontClass fontClass) {
     }
 }
 
-void DrawText(SvgDrawing& drawing, int x, int y, const std::string& text) {
+void WriteText(SvgDrawing& drawing, int x, int y, const std::string& text) {
     if (text.empty()) return;
     const std::string place = Number(x - 0.5) + " " + Number(y - 0.5); // a baseline lies between units
     drawing.Body += "<text" + Attribute("x", x - 0.5) + Attribute("y", y - 0.5) +
@@ -291,7 +291,7 @@ DrawingSurface SurfaceOn(const std::shared_ptr<SvgDrawing>& drawing) {
     surface.PieSlice = [drawing](DevicePoint centre, int radiusX, int radiusY, double start, double sweep) {
         DrawPie(*drawing, centre, radiusX, radiusY, start, sweep);
     };
-    surface.Text = [drawing](int x, int y, const std::string& text) { DrawText(*drawing, x, y, text); };
+    surface.Text = [drawing](int x, int y, const std::string& text) { WriteText(*drawing, x, y, text); };
     surface.Measure = [drawing](const std::string& text) {
         return MeasureBaseText(*drawing->Font, drawing->Em, drawing->Height, text);
     };

@@ -1,10 +1,10 @@
 #include "PdfReader.h"
 
 #include <QByteArray>
+#include <QRegularExpression>
+#include <QString>
 
 #include <algorithm>
-#include <cstdlib>
-#include <regex>
 
 namespace Quillon {
 
@@ -27,28 +27,51 @@ void ReadObject(PdfDocument& document, int number, const std::string& body) {
     document.Streams[number] = packed ? Unpacked(data) : data;
 }
 
-int Hex(const std::string& digits) {
-    return static_cast<int>(std::strtol(digits.c_str(), nullptr, 16));
+QString Latin1(const std::string& bytes) {
+    return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+int Hex(const QString& digits) {
+    return digits.toInt(nullptr, 16);
 }
 
 // The entries "<first> <last> [<letter> ...]" of a table to Unicode.
 std::map<int, int> LetterTable(const std::string& stream) {
+    static const QRegularExpression range("<([0-9A-Fa-f]{4})> <[0-9A-Fa-f]{4}> \\[([^\\]]*)\\]");
+    static const QRegularExpression letter("<([0-9A-Fa-f]{4})>");
     std::map<int, int> table;
-    static const std::regex range("<([0-9A-Fa-f]{4})> <[0-9A-Fa-f]{4}> \\[([^\\]]*)\\]"),
-        letter("<([0-9A-Fa-f]{4})>");
-    for (std::sregex_iterator entry(stream.begin(), stream.end(), range), none; entry != none; ++entry) {
-        int code = Hex((*entry)[1]);
-        const std::string letters = (*entry)[2];
-        for (std::sregex_iterator at(letters.begin(), letters.end(), letter); at != none; ++at)
-            table[code++] = Hex((*at)[1]);
+    QRegularExpressionMatchIterator entries = range.globalMatch(Latin1(stream));
+    while (entries.hasNext()) {
+        const QRegularExpressionMatch entry = entries.next();
+        int code = Hex(entry.captured(1));
+        QRegularExpressionMatchIterator letters = letter.globalMatch(entry.captured(2));
+        while (letters.hasNext())
+            table[code++] = Hex(letters.next().captured(1));
     }
     return table;
 }
 
-std::string Number(const std::string& text, const std::string& key) {
-    const std::regex pattern(key + " (\\d+) 0 R");
-    std::smatch match;
-    return std::regex_search(text, match, pattern) ? match[1].str() : "";
+void ReadPageSize(PdfDocument& document) {
+    static const QRegularExpression box("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]");
+    for (const auto& [number, object] : document.Objects) {
+        const QRegularExpressionMatch match = box.match(Latin1(object));
+        if (!match.hasMatch()) continue;
+        document.PageWidth = match.captured(1).toDouble();
+        document.PageHeight = match.captured(2).toDouble();
+    }
+}
+
+// The tables of the fonts, by their names on the page: "F7".
+std::map<QString, std::map<int, int>> LetterTables(const PdfDocument& document) {
+    static const QRegularExpression toUnicode("/ToUnicode (\\d+) 0 R");
+    std::map<QString, std::map<int, int>> tables;
+    for (const auto& [number, object] : document.Objects) {
+        const QRegularExpressionMatch match = toUnicode.match(Latin1(object));
+        if (match.hasMatch())
+            tables["F" + QString::number(number)] =
+                LetterTable(document.Streams.at(match.captured(1).toInt()));
+    }
+    return tables;
 }
 
 } // namespace
@@ -59,41 +82,35 @@ bool PdfDocument::Holds(const std::string& text) const {
 }
 
 PdfDocument ReadPdf(const std::string& bytes) {
+    static const QRegularExpression head("\n(\\d+) 0 obj\n");
     PdfDocument document;
-    static const std::regex head("\n(\\d+) 0 obj\n"), box("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]");
-    for (std::sregex_iterator at(bytes.begin(), bytes.end(), head), none; at != none; ++at) {
-        const std::size_t begin = static_cast<std::size_t>(at->position() + at->length());
+    QRegularExpressionMatchIterator heads = head.globalMatch(Latin1(bytes));
+    while (heads.hasNext()) {
+        const QRegularExpressionMatch match = heads.next();
+        const auto begin = static_cast<std::size_t>(match.capturedEnd());
         const std::size_t end = bytes.find("\nendobj", begin);
-        ReadObject(document, std::atoi((*at)[1].str().c_str()), bytes.substr(begin, end - begin));
+        ReadObject(document, match.captured(1).toInt(), bytes.substr(begin, end - begin));
     }
-    for (const auto& [number, object] : document.Objects) {
-        std::smatch match;
-        if (!std::regex_search(object, match, box)) continue;
-        document.PageWidth = std::strtod(match[1].str().c_str(), nullptr);
-        document.PageHeight = std::strtod(match[2].str().c_str(), nullptr);
-    }
+    ReadPageSize(document);
     return document;
 }
 
 std::string TextOf(const PdfDocument& document) {
-    std::map<std::string, std::map<int, int>> tables; // by the name of the font on the page, "F7"
-    for (const auto& [number, object] : document.Objects) {
-        const std::string table = Number(object, "/ToUnicode");
-        if (table.empty()) continue;
-        tables["F" + std::to_string(number)] = LetterTable(document.Streams.at(std::atoi(table.c_str())));
-    }
-    static const std::regex step("/(F\\d+) [0-9.]+ Tf|<([0-9A-Fa-f]{4})> Tj|\\bET\\b");
+    static const QRegularExpression step("/(F\\d+) [0-9.]+ Tf|<([0-9A-Fa-f]{4})> Tj|\\bET\\b");
+    std::map<QString, std::map<int, int>> tables = LetterTables(document);
     std::string text;
     for (const auto& [number, stream] : document.Streams) {
         if (stream.find("\nBT\n") == std::string::npos) continue;
-        std::string font;
-        for (std::sregex_iterator at(stream.begin(), stream.end(), step), none; at != none; ++at) {
-            if ((*at)[1].matched)
-                font = (*at)[1];
-            else if (!(*at)[2].matched)
+        QString font;
+        QRegularExpressionMatchIterator steps = step.globalMatch(Latin1(stream));
+        while (steps.hasNext()) {
+            const QRegularExpressionMatch match = steps.next();
+            if (!match.captured(1).isEmpty()) {
+                font = match.captured(1);
+            } else if (match.captured(2).isEmpty()) {
                 text += '\n';
-            else {
-                const auto found = tables[font].find(Hex((*at)[2]));
+            } else {
+                const auto found = tables[font].find(Hex(match.captured(2)));
                 const int letter = found == tables[font].end() ? '?' : found->second;
                 text += letter == '\t' ? ' ' : static_cast<char>(letter); // a blank's picture is a tab's too
             }
