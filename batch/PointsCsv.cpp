@@ -26,6 +26,7 @@ std::string PointLine(const SetPoints& points, long n) {
 std::string PointsCsv() {
     CalcResiduals();
     std::string text = "set,row,kind,radius_cm,x_cm2,y,fit,residual\n";
+    text.reserve(static_cast<std::size_t>(Work.NumPts + 1) * 72); // about a line
     for (const SetPoints& points : PointsBySet())
         for (long n = points.First; n <= points.Last; ++n)
             text += PointLine(points, n);

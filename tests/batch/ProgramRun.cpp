@@ -36,15 +36,19 @@ struct StreamFiles {
     std::string Err() const { return Directory + "/err"; }
 };
 
+void Limit(decltype(RLIMIT_DATA) resource, long bytes) {
+    if (bytes == 0) return;
+    const rlimit limit{static_cast<rlim_t>(bytes), static_cast<rlim_t>(bytes)};
+    ::setrlimit(resource, &limit);
+}
+
 [[noreturn]] void BecomeProgram(const ProgramStart& start, const StreamFiles& files) {
     ::dup2(::open(files.Out().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666), STDOUT_FILENO);
     ::dup2(::open(files.Err().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666), STDERR_FILENO);
     if (!start.Directory.empty() && ::chdir(start.Directory.c_str()) != 0) ::_exit(120);
-    if (start.LargestFile > 0) {
-        const rlimit limit{static_cast<rlim_t>(start.LargestFile), static_cast<rlim_t>(start.LargestFile)};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
-    }
+    Limit(RLIMIT_FSIZE, start.LargestFile);
+    if (start.LargestFile > 0) std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+    Limit(RLIMIT_DATA, start.LargestData);
     if (start.Unprivileged && ::getuid() == 0 && (::setgid(Nobody) != 0 || ::setuid(Nobody) != 0))
         ::_exit(121);
     std::signal(SIGINT, SIG_DFL);
@@ -56,8 +60,8 @@ struct StreamFiles {
     ::_exit(122);
 }
 
-bool Ended(pid_t child, int& status, rusage& usage) {
-    return ::wait4(child, &status, WNOHANG, &usage) == child;
+bool Ended(pid_t child, int& status) {
+    return ::waitpid(child, &status, WNOHANG) == child;
 }
 
 } // namespace
@@ -67,9 +71,8 @@ ProgramEnd RunProgram(const ProgramStart& start) {
     const pid_t child = ::fork();
     if (child == 0) BecomeProgram(start, files);
     int status = 0;
-    rusage usage{};
     bool interrupted = start.InterruptAfter.empty();
-    while (!Ended(child, status, usage)) {
+    while (!Ended(child, status)) {
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
         if (interrupted || !std::filesystem::exists(files.Err())) continue;
         if (ReadWholeFile(files.Err()).find(start.InterruptAfter) == std::string::npos) continue;
@@ -80,7 +83,6 @@ ProgramEnd RunProgram(const ProgramStart& start) {
     if (WIFEXITED(status)) end.Status = WEXITSTATUS(status);
     end.Out = ReadWholeFile(files.Out());
     end.Err = ReadWholeFile(files.Err());
-    end.PeakKiB = usage.ru_maxrss;
     return end;
 }
 

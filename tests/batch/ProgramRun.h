@@ -11,7 +11,6 @@ struct ProgramEnd {
     int Status = -1; // exit status; -1 when a signal ended it
     std::string Out;
     std::string Err;
-    long PeakKiB = 0; // largest resident size
 };
 
 struct ProgramStart {
@@ -20,6 +19,7 @@ struct ProgramStart {
     std::string InterruptAfter; // once standard error holds this text, the program gets Ctrl-C
     bool Unprivileged = false;  // not as root, who may read everything
     long LargestFile = 0;       // bytes that a file may grow to; 0 no limit
+    long LargestData = 0;       // bytes of memory beside stack and code; 0 no limit
 };
 
 // The built program.

@@ -193,7 +193,7 @@ TEST(BatchRunEnd, StoichiometryOtherThanTwoMakesItTheGeneralModel) {
     EXPECT_EQ(results["parameters"][1]["value"].Number, 3.0);
 }
 
-TEST(BatchRunEnd, EighteenLargeSetsStayBelow12MiB) {
+TEST(BatchRunEnd, EighteenLargeSetsTakeLessThan12MiB) {
     Script script;
     ModelCase large = SmallCase(1500);
     while (large.Sets.size() < 18)
@@ -202,11 +202,11 @@ TEST(BatchRunEnd, EighteenLargeSetsStayBelow12MiB) {
     ProgramStart start;
     start.Directory = script.Directory();
     start.Arguments = {"fit.job", "--results", "r.json", "--points", "p.csv", "--report", "r.txt"};
+#if !defined(__SANITIZE_ADDRESS__)
+    start.LargestData = 8 * 1024 * 1024; // code, libraries and stack take less than 4 MiB
+#endif
     const ProgramEnd end = RunProgram(start);
     EXPECT_EQ(end.Status, 0) << end.Err;
-#if !defined(__SANITIZE_ADDRESS__)
-    EXPECT_LT(end.PeakKiB, 12 * 1024);
-#endif
 }
 
 } // namespace
