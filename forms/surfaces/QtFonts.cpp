@@ -85,6 +85,7 @@ QFont ToolkitFont(const SurfaceFont& font) {
     toolkit.setStyleHint(HintOf(face));
     toolkit.setBold(font.Bold && ClassOf(face) != FontClass::Symbol);
     toolkit.setKerning(false);
+    toolkit.setStyleStrategy(QFont::PreferNoShaping); // "fi" stays two letters, in search and in width
     toolkit.setHintingPreference(QFont::PreferVerticalHinting); // letters keep their true widths
     toolkit.setPixelSize(std::max(static_cast<int>(std::lround(font.Height / LetterHeight(toolkit))), 1));
     return toolkit;

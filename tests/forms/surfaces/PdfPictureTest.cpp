@@ -39,12 +39,12 @@ TEST(PdfPicture, TextIsTextWithItsFontsInIt) {
         s.SetFont({"Arial", 40, false, 90});
         s.Text(100, 800, "upward 0.05");
         s.SetFont({"Times New Roman", 40, true, 0});
-        s.Text(300, 300, "Bold");
+        s.Text(300, 300, "fit flat");
     });
     const std::string text = TextOf(document);
     EXPECT_NE(text.find("Absorbance (280 nm)\n"), std::string::npos) << text;
     EXPECT_NE(text.find("upward 0.05\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("Bold\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("fit flat\n"), std::string::npos) << text;
     EXPECT_TRUE(document.Holds("/Type /Font\n/Subtype /Type0"));
     EXPECT_TRUE(document.Holds("/FontFile2")); // the letters' shapes
     EXPECT_TRUE(document.Holds("/Title (\xFE\xFF" + std::string("\0Q\0u\0i\0l\0l\0o\0n", 14) + ")"));

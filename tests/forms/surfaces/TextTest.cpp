@@ -61,7 +61,8 @@ TEST_F(SurfaceText, MeasureIsWhatIsDrawn) {
 TEST_F(SurfaceText, WidthsAddUp) {
     const SurfaceFont font = {"Arial", 200, false, 0};
     EXPECT_NEAR(MeasuredIn(font, "0123456789").Width, 10 * MeasuredIn(font, "0").Width, 10);
-    // There is no kerning.
+    // There is no kerning, and no joined letters.
+    EXPECT_NEAR(MeasuredIn(font, "fi").Width, MeasuredIn(font, "f").Width + MeasuredIn(font, "i").Width, 1);
     EXPECT_NEAR(MeasuredIn(font, "AV").Width, MeasuredIn(font, "A").Width + MeasuredIn(font, "V").Width, 1);
     EXPECT_EQ(MeasuredIn(font, "").Width, 0);
 }
