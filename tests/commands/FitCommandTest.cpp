@@ -374,6 +374,19 @@ TEST(FitCommand, SharedConstantsAreCopiedAfterEveryFit) {
     EXPECT_EQ(Work.Parms[7], Work.Parms[6]);
 }
 
+TEST(FitCommand, SharedConstantsAreCopiedThoughTheResultsCannotBeShown) {
+    Script script;
+    Load("Model18");
+    Work.Parms[2] = -5.0F;
+    script.ExpectModal("GetGuess", Accept);
+    script.ExpectModal("Results", [] { RaiseError(ErrorText::Overflow); });
+    script.ExpectMessage("Error 'Overflow' occurred in the fit command.");
+    FitDataCommand();
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_NE(Work.Parms[4], -5.0F);
+    EXPECT_EQ(Work.Parms[2], Work.Parms[4]);
+}
+
 TEST(FitCommand, AFailedFitLeavesNoFitBehind) {
     Script script;
     Load("Model02");

@@ -156,7 +156,12 @@ void FitPrepared() {
     RememberOptions();
     Work.FitValid = Work.FitDone = 0;
     ResetFitFunction();
-    if (RunFit()) ShowResults();
+    try {
+        if (RunFit()) ShowResults();
+    } catch (const RuntimeError&) {
+        CopySharedConstants(); // the fit stands though its results could not be shown
+        throw;
+    }
     CopySharedConstants();
 }
 
