@@ -1,0 +1,207 @@
+// The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
+#include "workspace/commands/Analmenu.h"
+
+#include "scandata/FileForm.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "workspace/commands/Commands.h"
+#include "workspace/records/Workspace.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace Quillon {
+namespace {
+
+struct MainWindow : testing::Test {
+    MainWindow() { StartQuillon(""); }
+    Script script;
+
+    static std::set<std::string> Enabled() {
+        std::set<std::string> names;
+        for (const MainMenuItem& item : Analmenu.Items)
+            if (item.Item.Enabled) names.insert(item.Name);
+        return names;
+    }
+    static bool On(const std::string& name) { return MainItem(name).Enabled; }
+};
+
+TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
+    EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
+    EXPECT_EQ(Enabled(), (std::set<std::string>{"ReadData", "NewNameConvention", "DoFitRestore",
+                                                "SaveDefaults", "MenuExit", "DoModelSet", "UseResiduals",
+                                                "UseOverlay", "ResidualsSpread", "FitPause", "SetConfidence",
+                                                "mnuSigmaCalculator", "AboutBox"}));
+    EXPECT_EQ(Work.WorkDirectory, script.Directory());
+    EXPECT_EQ(Work.DataDirectory, "");
+}
+
+TEST_F(MainWindow, ArgumentIsTheDataDirectory) {
+    StartQuillon("/somewhere/data");
+    EXPECT_EQ(Work.DataDirectory, "/somewhere/data");
+}
+
+TEST_F(MainWindow, CaptionsCarryTheirAccessKeys) {
+    EXPECT_EQ(MainItem("ReadData").Text, "&Read/change data sets...");
+    EXPECT_EQ(MainItem("SetBaseConstraint").Text, "C&onstrain Zero Offsets...");
+    EXPECT_EQ(MainItem("GraphOverlaySet").Text, "Overlay Data and Fit (1 se&t)...");
+    EXPECT_EQ(MainItem("FitPause").Text, "&Pause for Manual Start When Fitting");
+    EXPECT_EQ(MainItem("AboutBox").Text, "&About QUILLON...");
+    EXPECT_EQ(MainMenuCaption(MainMenu::Preferences), "&Preferences");
+}
+
+TEST_F(MainWindow, DataAndModelOpenTheFit) {
+    Work.DataChosen = FlagTrue;
+    Work.NumSets = 1;
+    SetMenuStatus();
+    EXPECT_TRUE(On("GraphData") && On("DefineUnits"));
+    EXPECT_FALSE(On("FitData") || On("AlterBounds") || On("SetBaseConstraint"));
+    Work.ModelChosen = FlagTrue;
+    Work.NumSets = 2;
+    SetMenuStatus();
+    EXPECT_TRUE(On("FitData") && On("AlterBounds") && On("SetConcConstraint") && On("DoInitGuesses"));
+    EXPECT_TRUE(On("SetBaseConstraint"));
+    EXPECT_FALSE(On("GraphFunc") || On("ReviewFit") || On("DoFitSave"));
+}
+
+TEST_F(MainWindow, FinishedFitOpensResultsUntilConstraintsChange) {
+    Work.FitDone = Work.FitValid = FlagTrue;
+    Work.NumSets = 2;
+    SetMenuStatus();
+    EXPECT_TRUE(On("ReviewFit") && On("Covariance") && On("DoFitSave") && On("GraphFunc"));
+    EXPECT_TRUE(On("GraphResiduals") && On("GraphResidualsRSet"));
+    EXPECT_FALSE(On("DoShowConstraint") || On("WriteBaseline"));
+    Work.NewData = 1;
+    Work.ConstraintFlags = ConcentrationBit;
+    SetMenuStatus();
+    EXPECT_FALSE(On("ReviewFit") || On("Covariance") || On("GraphResiduals"));
+    EXPECT_TRUE(On("GraphOverlay") && On("DoShowConstraint"));
+    EXPECT_TRUE(MainItem("SetConcConstraint").Checked);
+    EXPECT_FALSE(MainItem("SetBaseConstraint").Checked);
+    Work.FitDone = Work.FitValid = 0;
+    SetMenuStatus();
+    EXPECT_TRUE(On("DoFitSave")); // never taken back
+    EXPECT_FALSE(On("GraphOverlay") || On("DoShowConstraint"));
+}
+
+TEST_F(MainWindow, BaselinesComeFromOneSetOfTheSimplestModel) {
+    Work.NumSets = 1;
+    Work.Model = 1;
+    Work.FitDone = FlagTrue;
+    Work.NewData = 1; // overridden
+    SetMenuStatus();
+    EXPECT_TRUE(On("WriteBaseline"));
+    Work.Model = 2;
+    Work.NewData = 0;
+    Work.FitValid = FlagTrue;
+    SetMenuStatus();
+    EXPECT_FALSE(On("WriteBaseline"));
+}
+
+TEST_F(MainWindow, ReportPlotsExcludeEachOther) {
+    RunMainCommand("UseOverlay");
+    EXPECT_EQ(Work.OverlayPlot, FlagTrue);
+    EXPECT_TRUE(MainItem("UseOverlay").Checked);
+    EXPECT_FALSE(MainItem("UseResiduals").Checked);
+    RunMainCommand("UseResiduals");
+    EXPECT_EQ(Work.OverlayPlot, 0);
+    EXPECT_TRUE(MainItem("UseResiduals").Checked);
+}
+
+TEST_F(MainWindow, TogglesKeepTheirMarks) {
+    const bool spread = Work.SpreadResiduals != 0;
+    RunMainCommand("ResidualsSpread");
+    EXPECT_EQ(MainItem("ResidualsSpread").Checked, !spread);
+    EXPECT_TRUE(MainItem("FitPause").Checked);
+    RunMainCommand("FitPause");
+    EXPECT_EQ(Work.PauseBeforeFit, 0);
+    EXPECT_FALSE(MainItem("FitPause").Checked);
+    EXPECT_TRUE(MainItem("NewNameConvention").Checked);
+    RunMainCommand("NewNameConvention");
+    EXPECT_FALSE(MainItem("NewNameConvention").Checked);
+    EXPECT_EQ(Work.DataDirectory, script.Directory()); // searched for at once
+}
+
+TEST_F(MainWindow, DisabledItemsDoNothing) {
+    RunMainCommand("FitData");
+    EXPECT_TRUE(script.Asked.empty());
+}
+
+TEST_F(MainWindow, AcceptedTableEndsTheFitAndACancelledOneDoesNot) {
+    Work.FitDone = Work.FitValid = FlagTrue;
+    Work.NewData = FlagTrue;
+    script.ExpectModal("FileForm", [] { FileFormCancelButton(); });
+    RunMainCommand("ReadData");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.NewData, 0);
+    EXPECT_EQ(Work.AbortFit, 0);
+    script.ExpectModal("FileForm", [] {
+        Work.AbortFit = 2;
+        Work.NewData = 1;
+        FileForm.State.Shown = false;
+    });
+    RunMainCommand("ReadData");
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_EQ(Work.FitValid, 0);
+    EXPECT_EQ(Work.NewData, 1);
+    EXPECT_EQ(script.Forms.back(), "show Analmenu");
+}
+
+TEST_F(MainWindow, CancelledModelDialogLeavesTheFit) {
+    Work.FitDone = FlagTrue;
+    script.ExpectModal("ModelForm", [] { Work.AbortFit = FlagTrue; });
+    RunMainCommand("DoModelSet");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.AbortFit, 0);
+}
+
+TEST_F(MainWindow, OffsetTiesAreRefusedWithAModelWithoutOffsets) {
+    Work.DataChosen = Work.ModelChosen = FlagTrue;
+    Work.NumSets = 2;
+    Work.Model = 8;
+    Work.SeparateK = FlagTrue;
+    SetMenuStatus();
+    script.ExpectMessage({"You cannot have baseline constraints with a model with unique association "
+                          "constants for each data set, since such a model doesn't use zero offsets!",
+                          "Quillon", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
+                         BoxAnswer::Ok);
+    RunMainCommand("SetBaseConstraint");
+    EXPECT_EQ(Work.NewData, 0);
+}
+
+TEST_F(MainWindow, BaselineCommandAsksForTheOffset) {
+    Work.NumSets = 1;
+    Work.FitDone = FlagTrue;
+    SetMenuStatus();
+    script.ExpectMessage({"Do you want the data to include the baseline offset?", "Quillon",
+                          BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::Yes},
+                         BoxAnswer::No);
+    script.ExpectInputCancelled("Write out residual for which data set (of those being fit)? (1 - 1)");
+    RunMainCommand("WriteBaseline");
+}
+
+TEST_F(MainWindow, ErrorsAreToldAndLeaveTheWorkspaceUsable) {
+    script.ExpectMessage("Error 'Overflow' occurred in this command.");
+    Work.AbortFit = FlagTrue;
+    RunCommand([] { RaiseError(ErrorText::Overflow); });
+    EXPECT_EQ(Work.AbortFit, 0);
+}
+
+TEST_F(MainWindow, EndAsksOnceAFitCouldBeSaved) {
+    RunMainCommand("MenuExit");
+    EXPECT_TRUE(Analmenu.Ended);
+    Work.FitDone = FlagTrue;
+    SetMenuStatus();
+    const std::string question =
+        "This will end Quillon.  Remember, you may want to save the last fit to disk.";
+    script.ExpectMessage({question, "Quillon", BoxIcon::Warning, BoxButtons::OkCancel, BoxAnswer::Ok},
+                         BoxAnswer::Cancel);
+    RunMainCommand("MenuExit");
+    EXPECT_FALSE(Analmenu.Ended);
+    script.ExpectMessage(question, BoxAnswer::Ok);
+    RunMainCommand("MenuExit");
+    EXPECT_TRUE(Analmenu.Ended);
+}
+
+} // namespace
+} // namespace Quillon
