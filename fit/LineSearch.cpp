@@ -79,8 +79,7 @@ bool TakeInterpolatedStep(double S0, const TrialStep& before, Tail& tail) {
     const double s2 = Work.SumSq;
     const double A = Divide((s2 - S0) * a1 - (s1 - S0) * a2, (a2 - a1) * (a1 * a2));
     const double B = Divide(s2 - S0, a2) - A * a2;
-    CheckFinite(A);
-    CheckFinite(B);
+    CheckFinite(B); // and with it A
     if (A == 0.0) return false;
     const double am = B / (A * -2.0);
     const double smallest = S0 - (B * 0.25 * B) / A;

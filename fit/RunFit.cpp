@@ -190,10 +190,12 @@ bool RunFit() {
     Work.FunctionFailed = FlagFalse;
     Work.AtBound.Recreate(Work.NumFree);
     ResetFitFunction();
+    StoreSignals(true);
     const bool finished = Guarded([] {
         OpenMonitor();
         return RunToTheEnd();
     });
+    StoreSignals(false);
     CloseMonitor();
     const bool scaled = Guarded([] {
         BuildParmScale(); // follows the fitted stoichiometries

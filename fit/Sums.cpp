@@ -92,8 +92,9 @@ void LookForFault() {
     if (!std::isfinite(Work.SumSq)) RaiseError(ErrorText::Overflow);
 }
 
-// The block's share of the normal equations. Pairs with a derivative that is zero by construction would add
-// nothing but zeros, which leave a sum that started at 0 as it is.
+// The block's share of the normal equations. While the diagonal is finite, so is everything else: no product
+// of two columns sums up to more than the columns with themselves. Pairs with a derivative that is zero by
+// construction would add nothing but zeros, which leave a sum that started at 0 as it is.
 void AddNormalEquations() {
     const long n = Block.Count;
     AddRow(Residual.data(), Plan.Count, n,
@@ -175,18 +176,9 @@ void PassPlainly() {
             Work.NormVector[a] += r * Work.Deriv[a];
             for (long b = 0; b <= a; ++b)
                 Work.NormMatrix(a, b) += Work.Deriv[a] * Work.Deriv[b];
+            if (!std::isfinite(Work.NormMatrix(a, a))) RaiseError(ErrorText::Overflow);
         }
     }
-}
-
-template <class Items> bool AllFinite(const Items& items) {
-    return std::all_of(items.Data(), items.Data() + items.Size(), [](double v) { return std::isfinite(v); });
-}
-
-// An overflow anywhere in the sums stays in them to the end of the pass.
-void CheckNormalEquations() {
-    if (Work.AbortFit) return;
-    if (!AllFinite(Work.NormVector) || !AllFinite(Work.NormMatrix)) RaiseError(ErrorText::Overflow);
 }
 
 // Runs a pass with FitValid down meanwhile; an arithmetic or run-time error is told and ends the fit.
@@ -216,19 +208,13 @@ void CopyLowerTriangle() {
 void AccumulateSums() {
     PrepareSums();
     MonitorStatus("Accumulating Sums");
-    GuardedPass([] {
-        PassOverPoints(true);
-        CheckNormalEquations();
-    });
+    GuardedPass([] { PassOverPoints(true); });
     if (!Work.AbortFit) CopyLowerTriangle();
 }
 
 void AccumulateSumsPlainly() {
     PrepareSums();
-    GuardedPass([] {
-        PassPlainly();
-        CheckNormalEquations();
-    });
+    GuardedPass([] { PassPlainly(); });
     if (!Work.AbortFit) CopyLowerTriangle();
 }
 

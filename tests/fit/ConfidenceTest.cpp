@@ -292,6 +292,21 @@ TEST_F(TwoLevels, FitStandsBitForBitAsBefore) {
     EXPECT_EQ(Work.SumSq, before.SumSq);
 }
 
+TEST_F(ConfidenceTest, MeansOfConstraintsStandAsBefore) {
+    Work = SimulatedWorkspace(ModelCaseNamed("Model08Constrained"));
+    Work.MonitorMode = 0;
+    BuildParmScale();
+    SetDefaultBounds();
+    ASSERT_TRUE(RunFit());
+    const Workspace before = Work;
+    EXPECT_GT(Work.ConstraintFit[0][1], 0.0F);
+    Search();
+    EXPECT_EQ(Work.LimitsDone, FlagTrue);
+    ExpectFitAsBefore(before);
+    CalcSumSq();
+    EXPECT_EQ(Work.SumSq, before.SumSq);
+}
+
 TEST_F(TwoLevels, AnsweredFlagOfAnEarlierCancelDoesNotStopIt) {
     Work.AbortFit = FlagTrue;
     Work.LimitsDone = FlagTrue;

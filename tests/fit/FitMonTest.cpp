@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -400,20 +399,39 @@ TEST_F(Monitor, BoundWarningsComeAndGoWithTheChecks) {
     EXPECT_FALSE(FitMon.BoundWarning[0].Visible);
 }
 
+TEST_F(Monitor, OnlyTheFirstIterationWritesTheSumItStartsFrom) {
+    LoadFitMon();
+    FitMon.CurValue.back().Text = "7.5E-1";
+    Work.SumSq = 4.0;
+    Work.Iteration = 2;
+    Work.Increment[0] = 0.0;
+    AdjustIncrement();
+    EXPECT_EQ(FitMon.PrevValue.back().Text, "7.5E-1");
+    EXPECT_EQ(FitMon.CurValue.back().Text, "");
+    Work.SumSq = 4.0;
+    Work.Iteration = 1;
+    AdjustIncrement();
+    EXPECT_EQ(FitMon.PrevValue.back().Text, "4.E0");
+}
+
+TEST_F(Monitor, SteppingOfTheFitBeforeDoesNotLinger) {
+    Work.MonitorMode = 2;
+    Work.PauseBeforeFit = FlagFalse;
+    Outside.DuringEvents = [] { EXPECT_EQ(Work.MonitorMode, 1); };
+    EXPECT_TRUE(RunFit());
+}
+
 TEST_F(Monitor, SingularLastInversionIsNoConvergedFit) {
-    // Concentration and offset of one set; once converged, all points move to one place, where nothing tells
-    // the two apart any more.
-    Work.Parms[SlotA(1)] = -1.0F;
-    for (long p = 1; p <= 4; ++p) {
-        Work.PtX[p] = 0.25F * static_cast<float>(p);
-        Work.PtY[p] = 0.4F * std::exp(Work.PtX[p]) + (p % 2 ? 0.001F : -0.001F);
-    }
-    Work.FreeMap[SlotA(1)] = 0;
+    // A concentration in the second set, which vanishes once the fit has converged: nothing holds it any
+    // more.
+    MakeLevels({{0.25F, 0.75F, 0.25F, 0.75F}, {0.5F, 0.25F, 0.375F}});
+    Work.MonitorMode = 1;
+    Work.Parms[SlotA(2)] = -1.0F;
+    Work.FreeMap[SlotOffset(2)] = SlotHeld;
+    Work.FreeMap[SlotA(2)] = 0;
     NumberFitted();
     Outside.DuringEvents = [] {
-        if (FitMon.StatusText.Tag != "1") return;
-        for (long p = 1; p <= 4; ++p)
-            Work.PtX[p] = 0.5F;
+        if (FitMon.StatusText.Tag == "1") Work.Parms[SlotA(2)] = -800.0F;
     };
     Outside.ExpectMessage(
         {"Singular Matrix - Fit Aborted", "Quillon", BoxIcon::Stop, BoxButtons::Ok, BoxAnswer::Ok},
@@ -424,8 +442,7 @@ TEST_F(Monitor, SingularLastInversionIsNoConvergedFit) {
     EXPECT_FALSE(FitMon.Loaded);
     // Undisturbed the same fit converges.
     Outside.DuringEvents = nullptr;
-    for (long p = 1; p <= 4; ++p)
-        Work.PtX[p] = 0.25F * static_cast<float>(p);
+    Work.Parms[SlotA(2)] = -1.0F;
     EXPECT_TRUE(RunFit());
 }
 

@@ -330,6 +330,9 @@ TEST_F(LineSearch, CancelInAnyPassLeavesAtOnce) {
         EXPECT_EQ(Work.AbortFit, FlagTrue);
         EXPECT_EQ(Events, CancelAt);
         EXPECT_EQ(Work.FitValid, 0);
+        // The step tried in that pass: whole, halved ten times, that once more, reversed, back.
+        const double tried = pass <= 11 ? std::ldexp(1.0, 1 - pass) : pass == 13 ? -Smallest : Smallest;
+        EXPECT_EQ(Work.Alpha, tried) << pass;
     }
 }
 

@@ -77,6 +77,34 @@ TEST_P(SumsOfModel, AreThoseOfThePlainLoopWithConstraints) {
     ExpectSumsOfPlainLoop();
 }
 
+// Exponentials that the pass before has left serve the next one only while they are those of its parameters.
+TEST_P(SumsOfModel, AreThoseOfThePlainLoopWithKeptExponentials) {
+    MakeSets(3, 300, 10);
+    ChooseModel(GetParam().Model, GetParam().NonIdeal, GetParam().SeparateK);
+    StoreSignals(true);
+    ExpectSumsOfPlainLoop();
+    for (long a = 0; a < Work.NumFree; ++a) {
+        Work.YieldInterval = ToInt16(20 + 7 * a);
+        Work.Parms[Work.FreeIndex[a]] *= 1.001F;
+        CalcSumSq();
+        ExpectSumsOfPlainLoop();
+    }
+    // A pass that is broken off leaves some of them behind, for parameters that are then given up.
+    int events = 0;
+    Outside.DuringEvents = [&] {
+        if (++events == 12) Work.AbortFit = FlagTrue;
+    };
+    Work.YieldInterval = 50;
+    const float kept = Work.Parms[0];
+    Work.Parms[0] *= 0.999F;
+    CalcSumSq();
+    EXPECT_EQ(Work.AbortFit, FlagTrue);
+    Work.AbortFit = 0;
+    Work.Parms[0] = kept;
+    ExpectSumsOfPlainLoop();
+    StoreSignals(false);
+}
+
 std::vector<SumsCase> AllCases() {
     std::vector<SumsCase> cases;
     for (int m = 1; m <= LastModelNumber; ++m) {
