@@ -77,7 +77,8 @@ void CheckSpec(GraphSpec& spec, int nPts, int firstSet, int lastSet);
 void Replot();
 
 // Shows the graph: on the picture box cleared, painted and refreshed if the box keeps its own picture, else
-// left to its paint event; on other targets painted.
+// left to its paint event; on other targets painted. A cancel that is raised while it paints the picture box
+// ends that painting and no more; one that stood before is left standing and does not touch it.
 void ShowGraph();
 
 // Paints the graph on the target. The shared cancel flag, tested between the steps and every 50 points, ends

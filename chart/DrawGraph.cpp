@@ -103,16 +103,26 @@ void ClearBox() {
     surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
 }
 
-// A cancel that came while the graph was painted is answered by that and must not end the next painting; one
-// that stood before belongs to someone else.
-void ShowOnScreen() {
-    const bool before = DrawingCancelled();
-    ClearBox();
-    if (Seams.KeepsPicture != 0) {
-        DrawGraph();
-        Seams.PicBox.Refresh();
+// The cancel flag is down while a graph is painted, so that a cancel from before, which is not meant for it,
+// does not leave the window blank; it is back afterwards for whoever it was meant for. A cancel that comes
+// while painting ends just this painting.
+struct CancelScope {
+    std::int16_t Before = Seams.CancelFlag != nullptr ? *Seams.CancelFlag : FlagFalse;
+    CancelScope() { Set(FlagFalse); }
+    ~CancelScope() { Set(Before); }
+    CancelScope(const CancelScope&) = delete;
+    CancelScope& operator=(const CancelScope&) = delete;
+    static void Set(std::int16_t flag) {
+        if (Seams.CancelFlag != nullptr) *Seams.CancelFlag = flag;
     }
-    if (!before && DrawingCancelled()) *Seams.CancelFlag = 0;
+};
+
+void ShowOnScreen() {
+    ClearBox();
+    if (Seams.KeepsPicture == 0) return;
+    const CancelScope scope;
+    DrawGraph();
+    Seams.PicBox.Refresh();
 }
 
 } // namespace

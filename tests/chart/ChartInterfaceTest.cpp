@@ -479,8 +479,15 @@ TEST_F(ChartInterfaceTest, ACancelThatStoodBeforeIsLeftToItsOwner) {
     GraphSpec spec = Begin();
     Cancel = -1;
     PlotLine(spec);
+    EXPECT_TRUE(DrewData()); // the window is not blank
+    EXPECT_EQ(Cancel, -1);
+    Screen.Clear();
+    DrawGraph(); // which heeds the flag as it stands
     EXPECT_FALSE(DrewData());
     EXPECT_EQ(Cancel, -1);
+    Seams.CancelFlag = nullptr;
+    DrawGraph();
+    EXPECT_TRUE(DrewData());
 }
 
 TEST_F(ChartInterfaceTest, ACancelOnThePrinterAbortsTheJob) {
