@@ -67,6 +67,13 @@ bool IsStoichiometry(long slot) {
     return slot == 1 || slot == 3;
 }
 
+// Values that the program would take for "not set yet", or that no logarithm can be taken of.
+void CheckValue(const Job& job, const JobParameter& line, long slot) {
+    if (!line.Value) return;
+    if (IsStoichiometry(slot) && !(*line.Value > 0.0F)) FailParameter(job, line, "has to be above 0");
+    if ((slot == 0 || slot == 5) && *line.Value == 0.0F) FailParameter(job, line, "cannot be 0");
+}
+
 // Stoichiometries first: the scale of the constants hangs on them.
 template <class Wanted>
 void TakeValues(const Job& job, const std::vector<ListedParm>& listed, Wanted&& wanted) {
@@ -118,6 +125,7 @@ std::vector<ListedParm> FindListedParms(const Job& job) {
         const std::int16_t slot = SlotOfLine(job, line);
         if (Work.FreeMap[slot] == SlotTied)
             FailParameter(job, line, "this zero offset is tied to that of another set");
+        CheckValue(job, line, slot);
         for (const ListedParm& other : listed)
             if (other.Slot == slot)
                 FailParameter(job, line, "stands twice, first in line " + std::to_string(other.Line->Line));

@@ -1,6 +1,7 @@
 #include "batch/Options.h"
 
 #include "batch/OneLine.h"
+#include "batch/SavedFit.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -18,8 +19,10 @@ struct FileOption {
     std::string Options::*Target;
 };
 
-constexpr FileOption FileOptions[] = {
-    {"--report", &Options::Report}, {"--results", &Options::Results}, {"--points", &Options::Points}};
+constexpr FileOption FileOptions[] = {{"--report", &Options::Report},
+                                      {"--results", &Options::Results},
+                                      {"--points", &Options::Points},
+                                      {"--save", &Options::Save}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -32,8 +35,10 @@ struct Switch {
     bool Options::*Target;
 };
 
-constexpr Switch Switches[] = {
-    {"--quiet", &Options::Quiet}, {"--help", &Options::Help}, {"--version", &Options::Version}};
+constexpr Switch Switches[] = {{"--quiet", &Options::Quiet},
+                               {"--refit", &Options::Refit},
+                               {"--help", &Options::Help},
+                               {"--version", &Options::Version}};
 
 bool TakeSwitch(Options& options, const std::string& argument) {
     for (const Switch& each : Switches)
@@ -89,19 +94,25 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Help || options.Version) return options;
     if (options.JobPath.empty()) FailOptions("no job file is named");
     CheckOutputs(options);
-    if (options.Report.empty() && options.Results.empty() && options.Points.empty()) options.Report = "-";
+    if (options.Save == "-") FailOptions("--save needs the name of a file");
+    if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
+    if (options.Report.empty() && options.Results.empty() && options.Points.empty() && options.Save.empty())
+        options.Report = "-";
     return options;
 }
 
 std::string HelpText() {
     return "usage: quillon-fit JOB [options]\n"
            "\n"
-           "Runs one global fit of sedimentation equilibrium scans from a job file.\n"
+           "Runs one global fit of sedimentation equilibrium scans from a job file, or\n"
+           "restores a saved fit (.quil, .fit).\n"
            "\n"
            "  --report FILE   the text report; - is standard output, which is also\n"
            "                  where it goes when no output is named\n"
            "  --results FILE  the results as JSON\n"
            "  --points FILE   the points of the fit as CSV\n"
+           "  --save FILE     a fit save file\n"
+           "  --refit         fit a restored analysis again\n"
            "  --quiet         no progress on standard error\n"
            "  --help          this text\n"
            "  --version       the program's version\n"

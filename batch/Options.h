@@ -12,6 +12,8 @@ struct Options {
     std::string Report;
     std::string Results;
     std::string Points;
+    std::string Save;   // a fit save file; never standard output
+    bool Refit = false; // a saved fit is fitted again
     bool Quiet = false; // no progress
     bool Help = false;  // asked for; nothing else counts then
     bool Version = false;

@@ -7,6 +7,8 @@
 #include "batch/PointsCsv.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
+#include "batch/SavedFit.h"
+#include "persistence/FitFile.h"
 #include "platform/Platform.h"
 #include "reporting/Report.h"
 #include "workspace/records/Workspace.h"
@@ -28,14 +30,23 @@ struct Output {
     RaiseError(OneLine(path + ": " + reason));
 }
 
-Job LoadJob(const std::string& path) {
-    std::string text;
+std::string LoadFile(const std::string& path) {
     try {
-        text = Host.ReadFile(path);
+        return Host.ReadFile(path);
     } catch (const RuntimeError& error) {
         FailFile(path, error.Text);
     }
-    return ParseJob(text, path);
+}
+
+RunEnd RunInput(const Options& options) {
+    const std::string bytes = LoadFile(options.JobPath);
+    if (!NamesSavedFit(options.JobPath)) {
+        const Job job = ParseJob(bytes, options.JobPath);
+        WatchInterrupt();
+        return RunJob(job);
+    }
+    WatchInterrupt();
+    return RunSavedFit(bytes, options.JobPath, options.Refit);
 }
 
 // A place that cannot be written is better known before a long fit than after it.
@@ -59,6 +70,10 @@ void WriteOutput(const Output& output) {
 // What is written: everything of a finished fit, of another one the results alone.
 std::vector<Output> Render(const Options& options, const RunEnd& end) {
     std::vector<Output> outputs;
+    if (end.Converged && !options.Save.empty()) {
+        Work.FitFile = options.Save; // the report names it
+        outputs.push_back({options.Save, EncodeFit(Work)});
+    }
     if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportText()});
     if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
     if (!options.Results.empty()) outputs.push_back({options.Results, ResultsJson(end.Message)});
@@ -67,11 +82,9 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
 
 int RunOptions(const Options& options) {
     Console.Progress = !options.Quiet;
-    for (const std::string& path : {options.Report, options.Results, options.Points})
+    for (const std::string& path : {options.Report, options.Results, options.Points, options.Save})
         CheckOutputPlace(path);
-    const Job job = LoadJob(options.JobPath);
-    WatchInterrupt();
-    const RunEnd end = RunJob(job);
+    const RunEnd end = RunInput(options);
     std::vector<Output> outputs;
     try {
         outputs = Render(options, end);

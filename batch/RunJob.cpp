@@ -95,6 +95,8 @@ void SearchLimits(RunEnd& end) {
     WriteConsole(end.Message);
 }
 
+} // namespace
+
 RunEnd EndOfFit() {
     RunEnd end;
     end.Converged = end.Complete = Work.FitDone != 0;
@@ -104,8 +106,6 @@ RunEnd EndOfFit() {
     if (!told) WriteConsole(end.Message);
     return end;
 }
-
-} // namespace
 
 RunEnd RunJob(const Job& job) {
     Work = FreshWorkspace();

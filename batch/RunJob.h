@@ -14,6 +14,9 @@ struct RunEnd {
     std::string Message;    // what the program said when it was not so
 };
 
+// What the fit command has left in the workspace; an end that nobody has told yet is told on the console.
+RunEnd EndOfFit();
+
 // Starts from a fresh workspace and a console of InstallBatchPlatform, in this order: units and constants,
 // the data sets, the model; listed masses, stoichiometries and constants; the guesses, which depend on them;
 // listed concentrations, offsets and fit flags; the fit; the confidence search where it is asked for. What

@@ -1,0 +1,84 @@
+#include "batch/SavedFit.h"
+
+#include "batch/BatchPlatform.h"
+#include "batch/OneLine.h"
+#include "fit/FreeMap.h"
+#include "input/NUMINPUT.h"
+#include "persistence/FitFile.h"
+#include "platform/RuntimeError.h"
+#include "workspace/commands/FitCommand.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+[[noreturn]] void FailFit(const std::string& path, const std::string& reason) {
+    RaiseError(OneLine(path + ": " + reason));
+}
+
+bool EndsWith(const std::string& path, const std::string& ending) {
+    if (path.size() < ending.size()) return false;
+    return std::equal(
+        ending.begin(), ending.end(), path.end() - static_cast<std::ptrdiff_t>(ending.size()),
+        [](char wanted, char c) { return wanted == (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); });
+}
+
+// The refusals that the program tells in boxes.
+void CheckHeader(const FitFileHeader& header, const std::string& path) {
+    if (header.Program != Work.ProgramNameUpper)
+        FailFit(path, "this file is a fit from " + header.Program + " not " + Work.ProgramNameUpper);
+    if (NumericPrefix(header.Version) < static_cast<double>(Work.FileFormatVersion))
+        FailFit(path, "this file is a fit from version " + header.Version +
+                          ", which cannot be used with version " + Work.ProgramVersion);
+}
+
+void Restore(const std::string& bytes, const std::string& path) {
+    try {
+        CheckHeader(ReadFitHeader(bytes), path);
+        if (AdoptFit(bytes, path).ModelGone) FailFit(path, "this fit is for a model that no longer exists");
+    } catch (const RuntimeError& error) {
+        if (error.Text.starts_with(path)) throw;
+        FailFit(path, error.Text);
+    }
+}
+
+// The fit command from what the file holds: nothing has changed since that fit, so nothing is asked.
+void FitAgain() {
+    const std::int16_t monitor = Work.MonitorMode;
+    Work.LastModel = Work.Model;
+    Work.LastNonIdeal = Work.NonIdeal;
+    Work.LastSeparateK = Work.SeparateK;
+    Work.MonitorMode = 0;
+    Console.ShowModal = [](const std::string& form) {
+        if (form == "GetGuess") AssignFreePositions(FitChoices());
+    };
+    FitDataCommand();
+    Console.ShowModal = nullptr;
+    Work.MonitorMode = monitor;
+}
+
+} // namespace
+
+bool NamesSavedFit(const std::string& path) {
+    return EndsWith(path, ".quil") || EndsWith(path, ".fit");
+}
+
+RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit) {
+    Work = FreshWorkspace();
+    Restore(bytes, path);
+    if (refit) {
+        FitAgain();
+        const RunEnd end = EndOfFit();
+        Work.AbortFit = FlagFalse;
+        return end;
+    }
+    RunEnd end;
+    end.Converged = end.Complete = Work.FitDone != 0;
+    if (!end.Converged) end.Message = "no finished fit stands in " + path;
+    return end;
+}
+
+} // namespace Quillon
