@@ -220,6 +220,9 @@ TEST(BatchBadInput, Parameters) {
     EXPECT_EQ(parameterLine("Ln K(1>M) = 1"), "Ln K(1>M): this model has no parameter of that name");
     EXPECT_EQ(parameterLine("Zero Offset, set 3 = 0"),
               "Zero Offset, set 3: this model has no parameter of that name");
+    EXPECT_EQ(parameterLine("N = 0"), "N: has to be above 0");
+    EXPECT_EQ(parameterLine("N = -2"), "N: has to be above 0");
+    EXPECT_EQ(parameterLine("0 = 0 fit"), "0: cannot be 0");
     EXPECT_EQ(parameterLine("6 = 1"), "6: this model does not use the slot");
     EXPECT_EQ(parameterLine("14 = 1"), "14: the slots of this fit are 0 to 13");
     EXPECT_EQ(parameterLine("-1 = 1"), "-1: the slots of this fit are 0 to 13");
