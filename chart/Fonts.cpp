@@ -49,7 +49,8 @@ std::int16_t FontCode(int listIndex) {
 }
 
 float ClampFontSize(float size) {
-    return std::max(std::min(size, Chart.State.FontMax), Chart.State.FontMin);
+    const float most = std::min(size, Chart.State.FontMax);
+    return most > Chart.State.FontMin ? most : Chart.State.FontMin; // also where the size is no number
 }
 
 TextSize SelectFont(std::int16_t code, float size, int direction) {

@@ -50,8 +50,7 @@ std::uint32_t MakePen(EmfRecords& records, EmfObjects& objects, Rgb color, int w
 
 std::uint32_t MakeBrush(EmfRecords& records, EmfObjects& objects, Rgb color) {
     const std::uint32_t number = NextObject(objects);
-    AppendRecord(records, EmfType::MakeBrush,
-                 EmfFields().Word(number).Word(SolidBrush).Color(color).Word(0));
+    AppendRecord(records, EmfType::MakeBrush, EmfFields().Word(number).Word(SolidBrush).Color(color).Word(0));
     return number;
 }
 

@@ -66,8 +66,10 @@ ChartCanvas::ChartCanvas(QWidget* parent) : QWidget(parent) {
 
 ChartCanvas::~ChartCanvas() {
     std::erase(Canvases(), this);
-    if (Canvases().empty()) RemoveScreenSurface();
-    else SetScreenSurface(Canvases().back()->Box.Surface());
+    if (Canvases().empty())
+        RemoveScreenSurface();
+    else
+        SetScreenSurface(Canvases().back()->Box.Surface());
 }
 
 void ChartCanvas::resizeEvent(QResizeEvent*) {

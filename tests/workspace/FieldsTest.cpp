@@ -15,9 +15,10 @@ struct Anything {
 };
 
 template <std::size_t> using Any = Anything;
-template <class T, std::size_t... I>
-constexpr bool TakesBraces(std::index_sequence<I...>) {
-    return requires { T{Any<I>{}...}; };
+template <class T, std::size_t... I> constexpr bool TakesBraces(std::index_sequence<I...>) {
+    return requires {
+        T{Any<I>{}...};
+    };
 }
 // The members of an aggregate: the longest list of braces that initialises it.
 template <class T, std::size_t Low, std::size_t High> constexpr std::size_t CountMembers() {
@@ -25,8 +26,10 @@ template <class T, std::size_t Low, std::size_t High> constexpr std::size_t Coun
         return Low;
     } else {
         constexpr std::size_t Mid = (Low + High + 1) / 2;
-        if constexpr (TakesBraces<T>(std::make_index_sequence<Mid>{})) return CountMembers<T, Mid, High>();
-        else return CountMembers<T, Low, Mid - 1>();
+        if constexpr (TakesBraces<T>(std::make_index_sequence<Mid>{}))
+            return CountMembers<T, Mid, High>();
+        else
+            return CountMembers<T, Low, Mid - 1>();
     }
 }
 

@@ -212,16 +212,16 @@ struct Workspace {
     float RefrB = 20000.0F;
 
     // --- state flags -------------------------------------------------------------------------------------
-    std::int16_t DataChosen = 0;  // the table has been accepted
-    std::int16_t ModelChosen = 0; // a model and its parameters exist
-    std::int16_t NewData = 0;     // -1 data differ from those of the stored fit, 1 constraints changed
-    std::int16_t FitDone = 0;     // a finished fit stands
-    std::int16_t FitValid = 0;    // PtFit is complete for the current Parms
-    std::int16_t LimitsDone = 0;  // the confidence limits stand for this fit
-    std::int16_t AbortFit = 0;    // the user asked to stop; every loop tests it and leaves at once
-    std::int16_t BoundHit = 0;    // 1: a parameter was put back onto a bound in the latest trial
+    std::int16_t DataChosen = 0;     // the table has been accepted
+    std::int16_t ModelChosen = 0;    // a model and its parameters exist
+    std::int16_t NewData = 0;        // -1 data differ from those of the stored fit, 1 constraints changed
+    std::int16_t FitDone = 0;        // a finished fit stands
+    std::int16_t FitValid = 0;       // PtFit is complete for the current Parms
+    std::int16_t LimitsDone = 0;     // the confidence limits stand for this fit
+    std::int16_t AbortFit = 0;       // the user asked to stop; every loop tests it and leaves at once
+    std::int16_t BoundHit = 0;       // 1: a parameter was put back onto a bound in the latest trial
     std::int16_t FunctionFailed = 0; // flag: AbortFit was set by an arithmetic failure, which has been told
-    std::int16_t Singular = 0;    // 1: the latest inversion failed
+    std::int16_t Singular = 0;       // 1: the latest inversion failed
 
     // --- texts on graphs, preferences ----------------------------------------------------------------------
     std::string FitTitle;
