@@ -336,6 +336,16 @@ TEST_F(LineSearch, CancelInAnyPassLeavesAtOnce) {
     }
 }
 
+TEST_F(LineSearch, CancelDuringAHalvingTriesNoShorterStep) {
+    // What has been summed up by then is above the sum to beat already.
+    CancelAt = 4 + 4;
+    Search(1.0F, 1.0);
+    EXPECT_EQ(Events, CancelAt);
+    EXPECT_GT(Work.SumSq, Work.LastSumSq);
+    EXPECT_EQ(Work.Alpha, 0.5);
+    EXPECT_EQ(Level(), 1.5F);
+}
+
 // --- the pass without derivatives
 // ----------------------------------------------------------------------------------
 
