@@ -37,9 +37,9 @@ void SetPrinterSurface(const DrawingSurface& surface, bool plotter = false);
 void RemovePrinterSurface();
 void SetMetafileMaker(std::function<MetafileTarget(const MetafileRequest&)> make);
 
-// Chooses the target by Device of the spec ("0" the picture box, "1" the printer, else a metafile of that
-// name, which is begun), reads its size, resolution and view, and builds the cycles. Without a surface the
-// status is NoSurface, and a message says so.
+// Chooses the target by Device of the GraphSpec ("0" the picture box, "1" the printer, else a metafile of
+// that name, which is begun), reads its size, resolution and view, and builds the cycles. Without a surface
+// the status is NoSurface, and a message says so.
 void SelectTarget(const GraphSpec& spec);
 
 // The surface of the target. Only after a SelectTarget that found one.

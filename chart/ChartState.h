@@ -89,8 +89,8 @@ struct LegendSpace {
     bool operator==(const LegendSpace&) const = default;
 };
 
-// The text sizes in force after layout, fractions of the diagonal. They start as those of the spec and shrink
-// where the place is short; the spec keeps what was asked for.
+// The text sizes in force after layout, fractions of the diagonal. They start as those of the GraphSpec and
+// shrink where the place is short; the GraphSpec keeps what was asked for.
 struct TextSizes {
     float Title1{}, Title2{};
     std::array<float, 4> AxisTitle{}, Label{}; // bottom, top, left, right
@@ -114,7 +114,7 @@ struct DashState {
 
 // An enhanced metafile, or any other file that is painted once and closed.
 struct MetafileRequest {
-    std::string FileName;     // Device of the spec
+    std::string FileName;     // Device of the GraphSpec
     std::string Description;  // program title, zero byte, "Graph", two zero bytes
     int DeviceW{}, DeviceH{}; // size of the reference device, the printer where there is one
     double DotsPerInchX{}, DotsPerInchY{};

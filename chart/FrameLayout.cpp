@@ -166,7 +166,7 @@ void ShareOutTop(int over) {
     titles.Total = Sum(titles.Total, over);
 }
 
-// Keeps the frame of the spec; the text around it shrinks where there is too little space for it.
+// Keeps the frame of the GraphSpec; the text around it shrinks where there is too little space for it.
 void KeepFrame() {
     const GraphState& state = Chart.State;
     const GraphBox& frame = Chart.Spec.Frame;

@@ -22,7 +22,7 @@ void LayoutXY();
 void LayoutBars();
 void LayoutPie();
 
-// Starts Chart.Layout.Sizes from the sizes that the spec asks for.
+// Starts Chart.Layout.Sizes from the sizes that the GraphSpec asks for.
 void TakeTextSizes();
 
 // Clearances and tic lengths, and the widest tic label of each axis.
@@ -35,8 +35,8 @@ void MeasureTitles();
 // The space of an axis outside the frame.
 void MeasureAxisSpace(AxisSpace& record, const GraphAxis& axis, int place);
 
-// Finds the frame: the one of the spec with Relayout 0, text shrinking to fit around it; else a new one from
-// the text sizes.
+// Finds the frame: the one of the GraphSpec with Relayout 0, text shrinking to fit around it; else a new one
+// from the text sizes.
 void FitFrame();
 
 // True when the frame has a length in both directions.

@@ -25,7 +25,7 @@ std::vector<LegendEntry> LegendEntries();
 // without a legend, or where it stands at a place of its own.
 void LayoutLegend();
 
-// Sets Legend.Box of the spec once the frame is known.
+// Sets Legend.Box of the GraphSpec once the frame is known.
 void PlaceLegend();
 
 // Paints the legend inside its box.

@@ -29,7 +29,8 @@ Rgb SetColor(int set);
 // A width in twips as device units: at least the least width that shows on the target, 0 on a plotter.
 int PenWidth(float twips);
 
-// The width of the data lines of a cycle index, in device units: LineWidth of the spec, or varied by fives.
+// The width of the data lines of a cycle index, in device units: LineWidth of the GraphSpec, or varied by
+// fives.
 int SetLineWidth(int index);
 
 // Takes the pen of a set into force, with its dash style. Its pattern begins anew.

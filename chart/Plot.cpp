@@ -13,7 +13,7 @@ namespace Quillon {
 
 namespace {
 
-// What a caller hands over, apart from the spec.
+// What a caller hands over, apart from the GraphSpec.
 struct PlotData {
     const SetTable& X;
     const SetTable& Y;
