@@ -173,7 +173,8 @@ struct ChartModule {
     float PixX{}, PixY{}; // device units per twip
     DashState Dash;
     double XScale{}, YScale{}, XOffset{}, YOffset{}; // the mapping of axis units to device units
-    float LoadFactorX = 1.0F, LoadFactorY = 1.0F;    // what the stored data were divided by when loaded
+    // What the stored data were divided by when they were loaded. After a restore: LoadDivisor of the axis.
+    float LoadFactorX = 1.0F, LoadFactorY = 1.0F;
 
     OneBased<float> SetShift;    // separation of sets: offset per set or pair, in scale units
     std::int16_t SeparateMode{}; // 0 both axes, 1 X, 2 Y
