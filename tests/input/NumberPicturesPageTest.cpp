@@ -26,7 +26,7 @@ std::vector<std::string> ExampleCells(const std::string& line) {
 }
 
 TEST(NumberPicturesPage, ShowsWhatIsWritten) {
-    const auto root = std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
+    const std::filesystem::path root(QUILLON_SOURCE);
     std::istringstream page(ReadWholeFile((root / "docs" / "number-pictures.md").string()));
     std::string head;
     std::string line;
