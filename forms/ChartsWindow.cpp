@@ -32,6 +32,7 @@ public:
         all->addWidget(line);
         Canvas->Changed = [this] {
             if (Modal && !Charts.Shown) done(QDialog::Accepted);
+            if (!Chart.Painting) Work.AbortFit = FlagFalse; // Esc found nothing to break off
         };
         Bind.Also([this] { Follow(); });
         Modal = Charts.Shown;
@@ -40,14 +41,7 @@ public:
         Canvas->setFocus();
     }
 
-    void reject() override { // Esc
-        ChartKey(27, 0);
-        if (Modal && !Charts.Shown)
-            done(QDialog::Rejected);
-        else if (!Modal)
-            hide();
-        Work.AbortFit = FlagFalse;
-    }
+    void reject() override { Canvas->Key(27, 0); } // Esc
 
 protected:
     void closeEvent(QCloseEvent* event) override {
@@ -58,10 +52,7 @@ protected:
                  Work.ProgramName, BoxIcon::Warning, BoxButtons::YesNo, BoxAnswer::No}) != BoxAnswer::Yes)
             return event->ignore();
         event->accept();
-        if (Modal) {
-            ChartKey(27, 0);
-            done(QDialog::Rejected);
-        }
+        if (Modal) Canvas->Key(27, 0);
     }
 
 private:

@@ -72,7 +72,7 @@ QWidget* MakeConcForm(QWidget* parent) {
                       bind, []() -> Control& { return ConcForm.ClearAllButton; }, ConcFormClearAllButton)},
                   {MakeButton(
                        bind, []() -> Control& { return ConcForm.OkButton; }, ConcFormOkButton, true),
-                   MakeButton(
+                   MakeCancel(
                        bind, []() -> Control& { return ConcForm.CancelButton; }, ConcFormCancelButton)}));
     form->resize(900, 460);
     return form;
@@ -147,7 +147,7 @@ QWidget* MakeBaseForm(QWidget* parent) {
     all->addLayout(
         ButtonRow({MakeButton(
                        bind, []() -> Control& { return BaseForm.ResetButton; }, BaseFormResetButton),
-                   MakeButton(
+                   MakeCancel(
                        bind, []() -> Control& { return BaseForm.CancelButton; }, BaseFormCancelButton)},
                   {MakeButton(
                       bind, []() -> Control& { return BaseForm.OkButton; }, BaseFormOkButton, true)}));

@@ -2,11 +2,13 @@
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "scandata/FileForm.h"
+#include "workspace/records/Workspace.h"
 
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QTimer>
 #include <QUrl>
 
@@ -52,6 +54,12 @@ private:
     int Line;
 };
 
+// A file's name is bytes of the file system, mostly UTF-8.
+QString FileText(const std::string& name) {
+    const QString text = QString::fromStdString(name);
+    return text.contains(QChar::ReplacementCharacter) ? ShownText(name) : text;
+}
+
 // A boxed entry that is clicked: a flat button that looks like a field.
 QPushButton* Boxed(Binder& bind, Column column, int line, void (*clicked)(int)) {
     auto* box = new QPushButton;
@@ -60,9 +68,11 @@ QPushButton* Boxed(Binder& bind, Column column, int line, void (*clicked)(int)) 
     box->setStyleSheet("QPushButton { text-align: left; padding: 2px 6px; border: 1px solid palette(mid); "
                        "background: palette(base); color: palette(text); min-height: 1.3em; } "
                        "QPushButton:hover { border-color: palette(highlight); }");
-    bind.Button(box, At(column, line), [clicked, line] { clicked(line); });
-    bind.Also([box, ref = At(column, line)] {
-        const QString text = ShownText(ref().Text);
+    bind.Visible(box, At(column, line));
+    QObject::connect(box, &QPushButton::clicked, box,
+                     [clicked, line] { RunHandler([clicked, line] { clicked(line); }); });
+    bind.Also([box, ref = At(column, line)] { // over the caption, which may be empty or hold a "&"
+        const QString text = FileText(ref().Text).replace('&', "&&");
         if (box->text() != text) box->setText(text);
     });
     return box;
@@ -85,6 +95,9 @@ public:
             Bind, []() -> Control& { return FileForm.Hint; }, true));
         all->addLayout(Buttons());
         QTimer::singleShot(100, this, [] { RunHandler(FileFormTimer1); });
+        Bind.Also([this] {
+            if (Marked != Work.CurrentRow) update();
+        });
     }
 
 protected:
@@ -106,10 +119,41 @@ protected:
         FormDialog::keyPressEvent(event);
     }
 
+    // The current line stands in a frame of its own.
+    void paintEvent(QPaintEvent* event) override {
+        FormDialog::paintEvent(event);
+        Marked = Work.CurrentRow;
+        const QRect line = LineRect(Marked);
+        if (line.isEmpty()) return;
+        QPainter painter(this);
+        QColor mark = palette().color(QPalette::Highlight);
+        painter.setPen(QPen(mark, 1.5));
+        mark.setAlpha(40);
+        painter.setBrush(mark);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.drawRoundedRect(line, 4, 4);
+    }
+
 private:
+    QRect LineRect(int line) const {
+        if (line < 0 || line >= FileFormLines) return {}; // a set of page 2 in hand for a moment
+        QRect all;
+        for (int column = 0; column < Grid->columnCount(); ++column)
+            all |= Grid->cellRect(line + 1, column);
+        return all.adjusted(-5, -2, 5, 1);
+    }
+
+    // The files are chosen before the main window; the table comes back behind the last. Its modal showing
+    // goes on meanwhile, which hide() would end.
+    void WriteDataBehindTheTable() {
+        QWidget::setVisible(false);
+        FileFormWriteData();
+        QWidget::setVisible(true);
+    }
+
     QLayout* Table() {
-        auto* grid = new QGridLayout;
-        grid->setVerticalSpacing(3);
+        auto* grid = Grid = new QGridLayout;
+        grid->setVerticalSpacing(5);
         for (std::size_t i = 0; i < FileForm.Heads.size(); ++i)
             grid->addWidget(MakeHead(Bind, [i]() -> Control& { return FileForm.Heads[i]; }), 0,
                             static_cast<int>(i));
@@ -156,9 +200,9 @@ private:
 
     QLayout* Buttons() {
         using Member = Control FileFormRecord::*;
-        const auto button = [this](Member m, void (*clicked)(), bool standard = false) {
+        const auto button = [this](Member m, std::function<void()> clicked) {
             return MakeButton(
-                Bind, [m]() -> Control& { return FileForm.*m; }, clicked, standard);
+                Bind, [m]() -> Control& { return FileForm.*m; }, std::move(clicked));
         };
         auto* log = new QCheckBox;
         Bind.Check(
@@ -171,10 +215,13 @@ private:
                                   {button(&R::Page2, FileFormPage2)}));
         rows->addLayout(ButtonRow(
             {button(&R::CopyFile, FileFormCopyFile), button(&R::ClearFiles, FileFormClearFiles),
-             button(&R::WriteData, FileFormWriteData)},
+             button(&R::WriteData, [this] { WriteDataBehindTheTable(); })},
             {button(&R::OkButton, FileFormOkButton), button(&R::CancelButton, FileFormCancelButton)}));
         return rows;
     }
+
+    QGridLayout* Grid = nullptr;
+    int Marked = -1; // the line that is painted as the current one
 };
 
 } // namespace

@@ -44,7 +44,7 @@ void AddGuessRow(Binder& bind, QGridLayout* grid, int row) {
 }
 
 QWidget* ConvergenceFrame(Binder& bind) {
-    QGroupBox* frame = MakeFrame(bind, []() -> Control& { return GetGuess.ConvControl; });
+    QGroupBox* frame = MakeFrame(bind, []() -> Control& { return GetGuess.frmConvControl; });
     auto* line = new QHBoxLayout(frame);
     line->addWidget(MakeLabel(bind, []() -> Control& { return GetGuess.ConvergenceLabel; }));
     line->addWidget(MakeField(
@@ -155,7 +155,7 @@ QWidget* MakeGetGuess(QWidget* parent) {
                       bind, []() -> Control& { return GetGuess.Page2; }, GetGuessPage2)},
                   {MakeButton(
                        bind, []() -> Control& { return GetGuess.OkButton; }, GetGuessOkButton, true),
-                   MakeButton(
+                   MakeCancel(
                        bind, []() -> Control& { return GetGuess.CancelButton; }, GetGuessCancelButton)}));
     return form;
 }
@@ -181,7 +181,7 @@ QWidget* MakeBoundsForm(QWidget* parent) {
                       bind, []() -> Control& { return BoundsForm.Page2; }, BoundsFormPage2)},
                   {MakeButton(
                        bind, []() -> Control& { return BoundsForm.OkButton; }, BoundsFormOkButton, true),
-                   MakeButton(
+                   MakeCancel(
                        bind, []() -> Control& { return BoundsForm.CancelButton; }, BoundsFormCancelButton)}));
     return form;
 }

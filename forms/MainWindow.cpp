@@ -1,4 +1,6 @@
 // The main window: the menu, and below it where the analysis stands.
+#include "fit/FitMon.h"
+#include "fit/WaitForm.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/shell/FormHost.h"
@@ -55,17 +57,21 @@ public:
             const QString text = StateOfTheAnalysis();
             if (state->text() != text) state->setText(text);
             RefreshMenus();
-            if (Analmenu.Ended) QApplication::quit();
+            if (Analmenu.Ended) QApplication::exit(0); // the question has been asked
         });
     }
 
 protected:
+    // While a command is at work it cannot be left standing: a fit or a search is cancelled, a question waits
+    // for its answer, and the user closes the window again.
     void closeEvent(QCloseEvent* event) override {
-        bool ends = false;
-        RunHandler([&] { ends = MayEnd(); });
-        if (!ends) return event->ignore();
-        event->accept();
-        QApplication::quit();
+        event->ignore();
+        if (HandlerAtWork()) {
+            if (FitMon.Loaded || WaitForm.State.Shown) Work.AbortFit = FlagTrue;
+            return;
+        }
+        RunHandler([] { Analmenu.Ended = MayEnd(); });
+        if (Analmenu.Ended) event->accept();
     }
 
 private:

@@ -44,6 +44,13 @@ inline QPushButton* MakeButton(Binder& bind, ControlRef control, std::function<v
     return button;
 }
 
+// A button that takes everything back: the field that a click on it leaves is not checked.
+inline QPushButton* MakeCancel(Binder& bind, ControlRef control, std::function<void()> clicked) {
+    QPushButton* button = MakeButton(bind, std::move(control), std::move(clicked));
+    button->setProperty(GivesUp, true);
+    return button;
+}
+
 // A text box wide enough for so many digits.
 inline FieldEdit* MakeField(Binder& bind, ControlRef control, FieldHandlers handlers, int digits = 12) {
     auto* field = new FieldEdit(control, std::move(handlers));

@@ -1,5 +1,16 @@
+#include "chart/ChartState.h"
+#include "fit/BoundsForm.h"
+#include "fit/GetGuess.h"
 #include "forms/Windows.h"
+#include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
+#include "platform/Platform.h"
+#include "workspace/commands/Analmenu.h"
+#include "workspace/records/Workspace.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QScreen>
 
 namespace Quillon {
 
@@ -23,6 +34,31 @@ void RegisterWindows() {
     RegisterForm("PickSet", MakePickSet);
     RegisterForm("ExtinctionForm", MakeExtinctionForm);
     RegisterForm("InfoBox", MakeInfoBox);
+}
+
+namespace {
+
+// Rows of parameters that stand one below the other in a window of nine tenths of the screen's height, heads
+// and buttons taken off.
+int RowsThatFit(int height) {
+    const int row = QLineEdit().sizeHint().height() + 3;
+    const int others = 8 * row;
+    return std::max(8, (height * 9 / 10 - others) / row);
+}
+
+} // namespace
+
+void StartDesktop(const std::string& argument) {
+    RegisterWindows();
+    Seams.CancelFlag = &Work.AbortFit;
+    Seams.ProgramName = [] { return Work.ProgramName; };
+    Seams.DataDirectory = [] { return Work.DataDirectory; };
+    const int rows = RowsThatFit(QApplication::primaryScreen()->availableGeometry().height());
+    GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = rows;
+    StartQuillon(argument);
+    MakeForm("Charts"); // the engine measures on its picture box
+    Host.ShowForm("Analmenu");
+    RefreshForms();
 }
 
 } // namespace Quillon

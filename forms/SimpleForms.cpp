@@ -30,7 +30,7 @@ QWidget* MakeConfidenceInput(QWidget* parent) {
         {},
         {MakeButton(
              bind, []() -> Control& { return ConfidenceInput.OkButton; }, ConfidenceInputOkButton, true),
-         MakeButton(
+         MakeCancel(
              bind, []() -> Control& { return ConfidenceInput.CancelButton; }, ConfidenceInputCancelButton)}));
     return form;
 }

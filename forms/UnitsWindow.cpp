@@ -91,7 +91,7 @@ QWidget* MakeUnitsForm(QWidget* parent) {
     all->addLayout(ButtonRow(
         {}, {MakeButton(
                  bind, []() -> Control& { return UnitsForm.OkButton; }, UnitsFormOkButton, true),
-             MakeButton(
+             MakeCancel(
                  bind, []() -> Control& { return UnitsForm.CancelButton; }, UnitsFormCancelButton)}));
     return form;
 }

@@ -2,6 +2,8 @@
 // The windows of the program: each function makes one from its record. RegisterWindows names them all for the
 // seam.
 
+#include <string>
+
 class QWidget;
 
 namespace Quillon {
@@ -27,5 +29,9 @@ QWidget* MakeExtinctionForm(QWidget* parent);
 QWidget* MakeInfoBox(QWidget* parent);
 
 void RegisterWindows();
+
+// The start of the program on an installed platform: registers the windows, starts the analysis and shows the
+// main window. argument as of StartQuillon.
+void StartDesktop(const std::string& argument);
 
 } // namespace Quillon

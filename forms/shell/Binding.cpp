@@ -5,16 +5,21 @@
 #include "workspace/records/Workspace.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QSignalBlocker>
+#include <QTimer>
 
 #include <algorithm>
+#include <cmath>
+#include <exception>
+#include <new>
 
 namespace Quillon {
 
@@ -23,6 +28,40 @@ namespace {
 std::vector<Binder*>& OpenBinders() {
     static std::vector<Binder*> all;
     return all;
+}
+
+QPointer<FieldEdit> PendingField; // a click has left it, its check has still to run
+int HandlersAtWork = 0;
+int RefreshDepth = 0;
+
+void TellError(const std::string& text) {
+    Tell(text, Work.ProgramName, BoxIcon::Warning);
+}
+
+// A command that fails in a way that nobody foresaw ends, but the analysis in the workspace does not.
+void Guarded(const std::function<void()>& handler) {
+    if (!handler) return;
+    ++HandlersAtWork;
+    try {
+        handler();
+    } catch (const RuntimeError& error) {
+        TellError(error.Text);
+    } catch (const std::bad_alloc&) {
+        TellError("There is not enough memory for this command.");
+    } catch (const std::exception& error) {
+        TellError(std::string("This command failed: ") + error.what());
+    }
+    --HandlersAtWork;
+}
+
+// Black or white, whichever stands out more: the eye sees green far brighter than blue.
+QColor TextOn(const QColor& back) {
+    const auto linear = [](double c) {
+        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    const double luminance =
+        0.2126 * linear(back.redF()) + 0.7152 * linear(back.greenF()) + 0.0722 * linear(back.blueF());
+    return luminance > 0.179 ? Qt::black : Qt::white; // where the contrast with both is the same
 }
 
 // A colour of the logic on the desktop's palette: on a dark background dark colours are lifted.
@@ -47,8 +86,7 @@ void Colour(QWidget* widget, const Control& control) {
                        static_cast<int>((control.BackColor >> 16) & 0xFF));
         palette.setColor(QPalette::Base, c);
         palette.setColor(QPalette::Window, c);
-        if (control.ForeColor == DefaultColor)
-            palette.setColor(QPalette::WindowText, c.lightness() > 128 ? Qt::black : Qt::white);
+        if (control.ForeColor == DefaultColor) palette.setColor(QPalette::WindowText, TextOn(c));
         widget->setAutoFillBackground(true);
     }
     if (widget->palette() != palette) widget->setPalette(palette);
@@ -98,14 +136,20 @@ QString WithoutAccessKey(const std::string& text) {
     return ShownText(plain);
 }
 
+bool HandlerAtWork() {
+    return HandlersAtWork > 0;
+}
+
+bool LeavePendingField() {
+    if (!PendingField || RefreshDepth > 0) return true;
+    const QPointer<FieldEdit> field = PendingField;
+    PendingField = nullptr;
+    field->Leave();
+    return !field || !field->hasFocus();
+}
+
 void RunHandler(const std::function<void()>& handler) {
-    if (handler) {
-        try {
-            handler();
-        } catch (const RuntimeError& error) {
-            Tell(error.Text, Work.ProgramName, BoxIcon::Warning);
-        }
-    }
+    if (LeavePendingField()) Guarded(handler);
     RefreshForms();
 }
 
@@ -159,16 +203,22 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
         ToRecord();
         return;
     }
+    event->accept();
     const int taken = AskKey(key);
-    if (key == KeyReturn || key == KeyEscape || key == KeyTab) {
-        event->accept();
-        return;
-    }
+    if (key == KeyEscape) return TakeBack();
+    if (key == KeyReturn || key == KeyTab) return;
     if (taken != 0)
         TakeText(QString(QChar(taken)));
     else
         FromRecord();
-    event->accept();
+}
+
+// Esc asks for the former value, which the form gives back when the field is left: left and entered at once,
+// so that the user sees it and the request does not stay behind.
+void FieldEdit::TakeBack() {
+    if (!hasFocus() || !Work.AbortFit) return;
+    Leave();
+    if (hasFocus()) Enter();
 }
 
 void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
@@ -186,21 +236,54 @@ bool FieldEdit::focusNextPrevChild(bool next) {
     return QLineEdit::focusNextPrevChild(next);
 }
 
+void FieldEdit::Enter() {
+    RunHandler([this] {
+        Entered = true;
+        if (Handlers.GotFocus) Handlers.GotFocus();
+    });
+    if (!Entered || !hasFocus()) return; // the field before this one has taken the focus back
+    FromRecord();
+    if (Record().SelLength > 0) selectAll();
+}
+
+void FieldEdit::Leave() {
+    if (!Entered) return;
+    Entered = false;
+    ToRecord();
+    Record().SelLength = 0;
+    Guarded(Handlers.LostFocus);
+    RefreshForms();
+}
+
 void FieldEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
-    if (Handlers.GotFocus) RunHandler(Handlers.GotFocus);
-    FromRecord();
-    Fresh = true;
-    if (Record().SelLength > 0) selectAll();
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
+        if (Entered) return;
+    if (PendingField == this) { // a click went elsewhere and came back before anything was asked
+        PendingField = nullptr;
+        return;
+    }
+    Fresh = event->reason() == Qt::MouseFocusReason;
+    Enter();
+}
+
+// A click into a field selects the number, so that typing replaces it; a drag or a second click does not.
+void FieldEdit::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    if (Fresh && !hasSelectedText()) selectAll();
+    Fresh = false;
 }
 
 void FieldEdit::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
     ToRecord();
-    Record().SelLength = 0;
-    if (Handlers.LostFocus) RunHandler(Handlers.LostFocus);
+    const bool clicked =
+        event->reason() == Qt::MouseFocusReason || event->reason() == Qt::ShortcutFocusReason;
+    if (!clicked && RefreshDepth == 0) return Leave();
+    PendingField = this;
+    const QWidget* to = QApplication::focusWidget();
+    if (!to || !to->property(GivesUp).toBool()) QTimer::singleShot(0, this, [] { LeavePendingField(); });
 }
 
 // --- Binder ------------------------------------------------------------------------------------------------
@@ -230,7 +313,13 @@ void Binder::Button(QAbstractButton* button, ControlRef control, std::function<v
         const QString shown = ShownText(control().Text);
         if (!shown.isEmpty() && button->text() != shown) button->setText(shown);
     });
-    QObject::connect(button, &QAbstractButton::clicked, button, [clicked] { RunHandler(clicked); });
+    QObject::connect(button, &QAbstractButton::clicked, button, [button, clicked] {
+        if (button->property(GivesUp).toBool()) PendingField = nullptr;
+        RunHandler(clicked);
+    });
+    // Pressed and let go elsewhere: the form stands, and the field that was left still has its check to run.
+    QObject::connect(button, &QAbstractButton::released, button,
+                     [button] { QTimer::singleShot(0, button, [] { LeavePendingField(); }); });
 }
 
 void Binder::Check(QCheckBox* box, ControlRef control, std::function<void()> clicked) {
@@ -241,8 +330,10 @@ void Binder::Check(QCheckBox* box, ControlRef control, std::function<void()> cli
         box->setCheckState(c.Value == 0 ? Qt::Unchecked : c.Value == 2 ? Qt::PartiallyChecked : Qt::Checked);
     });
     QObject::connect(box, &QCheckBox::clicked, box, [box, control, clicked](bool) {
-        control().Value = box->checkState() == Qt::Unchecked ? 0 : 1;
-        RunHandler(clicked);
+        RunHandler([&] {
+            control().Value = box->checkState() == Qt::Unchecked ? 0 : 1;
+            clicked();
+        });
     });
 }
 
@@ -314,6 +405,7 @@ void Binder::ObeyFocus() {
 void Binder::Refresh() {
     if (Refreshing) return;
     Refreshing = true;
+    ++RefreshDepth;
     for (const Binding& b : Bindings) {
         const Control& c = b.Record();
         b.Update();
@@ -327,8 +419,22 @@ void Binder::Refresh() {
         other();
     if (State && Window->windowTitle() != ShownText(State->Caption))
         Window->setWindowTitle(ShownText(State->Caption));
+    --RefreshDepth;
     Refreshing = false;
     ObeyFocus();
+}
+
+QWidget* Binder::WidgetOf(const Control& control) const {
+    for (const Binding& b : Bindings)
+        if (&b.Record() == &control) return b.Widget;
+    return nullptr;
+}
+
+QWidget* WidgetFor(const Control& control) {
+    const std::vector<Binder*>& all = OpenBinders();
+    for (auto b = all.rbegin(); b != all.rend(); ++b) // the latest window comes first
+        if (QWidget* widget = (*b)->WidgetOf(control)) return widget;
+    return nullptr;
 }
 
 void RefreshForms() {

@@ -39,7 +39,15 @@ struct FieldHandlers {
     std::function<void()> Changed; // after each change of the text by the user
 };
 
+// The property of a button that gives the form up: a click on it asks nothing of the field that it leaves.
+inline constexpr const char* GivesUp = "GivesUp";
+
 // A one-line text box under the rules of a form.
+//
+// Leaving it runs the form's check. When a click or an access key leaves it the check waits until the click
+// is through the window system, but always runs before what was clicked does anything; a field that the check
+// refuses keeps the focus, and the click is then void. So a bad value is told once, no button is left pressed
+// behind the message, and Cancel always cancels.
 class FieldEdit : public QLineEdit {
     Q_OBJECT
 public:
@@ -50,17 +58,27 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
+    friend bool LeavePendingField();
+    void Enter();
+    void Leave();
+    void TakeBack();
     int AskKey(int key);
     void TakeText(const QString& text);
     void ToRecord();
     void FromRecord();
     ControlRef Record;
     FieldHandlers Handlers;
-    bool Fresh = false; // the text is still selected as a whole since the focus came
+    bool Fresh = false;   // the focus has come by a click that is not over yet
+    bool Entered = false; // the form has been told that the focus is here
 };
+
+// Runs the check of a field that a click has left. False when the check refused the value and took the focus
+// back.
+bool LeavePendingField();
 
 // Everything that keeps widgets and records together. One for each window.
 class Binder {
@@ -87,6 +105,8 @@ public:
     // Brings the widgets up to the records, and gives the focus where a handler wants it.
     void Refresh();
 
+    QWidget* WidgetOf(const Control& control) const;
+
 private:
     struct Binding {
         QWidget* Widget;
@@ -105,9 +125,15 @@ private:
 // Brings every open window up to its records.
 void RefreshForms();
 
-// Runs a handler of the logic on behalf of a widget: a run-time error that reaches this far is told in a
-// message, and the windows are brought up to date afterwards.
+// The widget that shows a control, in whichever window is open; null when none does.
+QWidget* WidgetFor(const Control& control);
+
+// Runs a handler of the logic on behalf of a widget, unless a field that is being left refuses its value: an
+// error that reaches this far is told in a message, and the windows are brought up to date afterwards.
 void RunHandler(const std::function<void()>& handler);
+
+// True while a handler is at work: in a window that it has opened, or in a long command that serves events.
+bool HandlerAtWork();
 
 // A modal or modeless window of a form: closes itself when its record says that it is not shown any more;
 // closing it by the window manager counts as the handler given.

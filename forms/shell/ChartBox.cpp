@@ -5,6 +5,7 @@
 #include "forms/shell/Binding.h"
 
 #include <QMouseEvent>
+#include <QTimer>
 
 #include <cstdlib>
 #include <vector>
@@ -57,6 +58,7 @@ void PaintedImage::Fit(const QWidget& widget) {
 
 ChartCanvas::ChartCanvas(QWidget* parent) : QWidget(parent) {
     setMinimumSize(320, 240);
+    resize(900, 560); // what the engine measures on before the window is shown
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     Box.Fit(*this);
@@ -76,7 +78,13 @@ void ChartCanvas::resizeEvent(QResizeEvent*) {
     Box.Fit(*this);
     if (Canvases().back() != this) return; // another window has the graph now
     SetScreenSurface(Box.Surface());
-    if (!Chart.GraphHeld) return;
+    LayOutAgain();
+}
+
+// A size that comes in the middle of a drawing waits for its end.
+void ChartCanvas::LayOutAgain() {
+    if (Chart.Painting) return QTimer::singleShot(0, this, [this] { LayOutAgain(); });
+    if (!Chart.GraphHeld || Canvases().back() != this) return;
     Chart.Spec.View = GraphBox{};
     Chart.Spec.View.Color = 15;
     Chart.Spec.Relayout = 1;
@@ -168,7 +176,11 @@ void ChartCanvas::keyPressEvent(QKeyEvent* event) {
     default:
         return QWidget::keyPressEvent(event);
     }
-    const int shift = event->modifiers().testFlag(Qt::ControlModifier) ? 2 : 0;
+    Key(code, event->modifiers().testFlag(Qt::ControlModifier) ? 2 : 0);
+}
+
+void ChartCanvas::Key(int code, int shift) {
+    if (code == 27) Charts.Zooming = false;
     RunHandler([&] { ChartKey(code, shift); });
     if (Changed) Changed();
     update();

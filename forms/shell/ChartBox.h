@@ -41,6 +41,9 @@ public:
 
     // After the records have changed: shows the picture as it is now.
     void Follow() { update(); }
+
+    // A key on the graph, with the codes of ChartKey. Esc lets go of a rubber band.
+    void Key(int code, int shift);
     std::function<void()> Changed; // after anything that the user did on the picture
 
 protected:
@@ -52,6 +55,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void LayOutAgain();
     QPoint Device(const QMouseEvent& event) const;
     int MarkerAt(int x) const;
     PaintedImage Box;

@@ -8,7 +8,6 @@
 
 #include <cstdio>
 #include <map>
-#include <memory>
 
 namespace Quillon {
 
@@ -17,6 +16,7 @@ namespace {
 struct Registered {
     std::function<QWidget*(QWidget*)> Make;
     QPointer<QWidget> Window;
+    bool Modal = false; // whoever shows the window waits for it and throws it away
 };
 
 std::map<std::string, Registered>& Registry() {
@@ -44,28 +44,41 @@ QWidget* OpenForm(const std::string& name) {
 
 QWidget* FrontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    if (QWidget* active = QApplication::activeWindow()) return active;
+    QWidget* active = QApplication::activeWindow();
+    if (active && active->isVisible()) return active;
     for (const auto& [name, form] : Registry())
         if (form.Window && form.Window->isVisible()) return form.Window;
     return nullptr;
 }
 
+void MakeForm(const std::string& name) {
+    Registered* form = Find(name);
+    if (!form || form->Window) return;
+    form->Window = form->Make(nullptr);
+    form->Window->setObjectName(QString::fromStdString(name));
+}
+
 void ShowFormModally(const std::string& name) {
     Registered* form = Find(name);
-    if (!form) return;
-    const QPointer<QWidget> standing =
-        form->Window; // the chart window, which a graph is shown modally beside
-    const std::unique_ptr<QWidget> window(form->Make(FrontWindow()));
-    form->Window = window.get();
+    if (!form || form->Modal) return;
+    // The engine holds one graph: the chart window that stands would show one that is gone.
+    const QPointer<QWidget> standing = form->Window;
+    if (standing) standing->hide();
+    const QPointer<QWidget> window = form->Make(FrontWindow());
+    window->setObjectName(QString::fromStdString(name));
+    form->Window = window;
+    form->Modal = true;
     RefreshForms();
-    if (auto* dialog = qobject_cast<QDialog*>(window.get())) dialog->exec();
+    if (auto* dialog = qobject_cast<QDialog*>(window.data())) dialog->exec();
+    form->Modal = false;
     form->Window = standing;
+    delete window.data();
 }
 
 void ShowFormModeless(const std::string& name) {
+    MakeForm(name);
     Registered* form = Find(name);
-    if (!form) return;
-    if (!form->Window) form->Window = form->Make(nullptr);
+    if (!form || form->Modal) return;
     RefreshForms();
     form->Window->show();
     form->Window->raise();
@@ -76,12 +89,18 @@ void HideFormByName(const std::string& name) {
     Registered* form = Find(name);
     if (!form || !form->Window) return;
     auto* dialog = qobject_cast<QDialog*>(form->Window.data());
-    if (dialog && dialog->isModal())
-        return dialog->done(QDialog::Accepted); // whoever shows it throws it away
+    if (dialog && form->Modal) return dialog->done(QDialog::Accepted);
     form->Window->hide();
     if (name == "Analmenu" || name == "Charts") return; // these two live as long as the program
     form->Window->deleteLater();
     form->Window = nullptr;
+}
+
+void UnloadForms() {
+    for (auto& [name, form] : Registry()) {
+        delete form.Window.data();
+        form.Modal = false;
+    }
 }
 
 } // namespace Quillon

@@ -17,8 +17,14 @@ void ShowFormModally(const std::string& name);
 void ShowFormModeless(const std::string& name);
 void HideFormByName(const std::string& name);
 
-// The open window of that name, or null.
+// The open window of that name, or null. Windows bear the names of their forms as object names.
 QWidget* OpenForm(const std::string& name);
+
+// Makes the window without showing it.
+void MakeForm(const std::string& name);
+
+// Throws all windows away, at the end of the program.
+void UnloadForms();
 
 // The window that a box or a new form belongs to.
 QWidget* FrontWindow();
