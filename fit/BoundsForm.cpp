@@ -87,6 +87,7 @@ int BoundsFormKeyPress(BoundSide side, int row, int key) {
 void BoundsFormLostFocus(BoundSide side, int row) {
     Control& field = Field(side, row);
     NumLostFocus(field);
+    if (!BoundsForm.State.Shown) return; // the form goes: AbortFit is its answer, no Esc
     const std::string current = BoundText(side, row);
     if (Work.AbortFit) {
         field.Text = current;

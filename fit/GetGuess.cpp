@@ -69,13 +69,13 @@ void FillRows() {
 }
 
 void FillConvergence() {
-    GetGuess.ConvControl = Captioned("Convergence Control");
+    GetGuess.frmConvControl = Captioned("Convergence Control");
     GetGuess.ConvergenceLabel = Captioned("Convergence Factor");
     GetGuess.AccuracyLabel = Captioned("Parameter Precision (%)");
     GetGuess.ConvergenceInput.Text = FormatNumber(static_cast<double>(Work.ConvergenceLimit), "#0.###");
     GetGuess.AccuracyInput.Text = FormatNumber(static_cast<double>(Work.ParmsAccuracy * 100.0F), "#0.###");
     if (!GuessesValuesOnly()) return;
-    for (Control* c : {&GetGuess.ConvControl, &GetGuess.ConvergenceLabel, &GetGuess.ConvergenceInput,
+    for (Control* c : {&GetGuess.frmConvControl, &GetGuess.ConvergenceLabel, &GetGuess.ConvergenceInput,
                        &GetGuess.AccuracyLabel, &GetGuess.AccuracyInput})
         c->Visible = false;
 }
@@ -89,8 +89,10 @@ void GoBehind(int row) {
 }
 
 // The check that every numeric field makes when it is left: true when the user took the entry back with Esc.
+// A field that is left because the form goes stores nothing: AbortFit is then the answer of the form.
 bool TakenBack(Control& field, const std::string& current) {
     NumLostFocus(field);
+    if (!GetGuess.State.Shown) return true;
     if (!Work.AbortFit) return false;
     field.Text = current;
     Work.AbortFit = FlagFalse;

@@ -14,7 +14,7 @@ struct GetGuessForm {
     FormState State;
     std::vector<std::int16_t> GuessRows; // slot of each row
     std::vector<Control> ParameterName, Guess, FitCheck;
-    Control ConvControl; // the frame "Convergence Control"
+    Control frmConvControl; // the frame "Convergence Control"
     Control ConvergenceLabel, ConvergenceInput, AccuracyLabel, AccuracyInput;
     Control ParameterHead, ValueHead, FitHead;
     Control OkButton, CancelButton, Page2;

@@ -72,6 +72,18 @@ TEST_F(BoundsTable, CancelBringsAllBoundsBack) {
     EXPECT_EQ(Work.AbortFit, 0);
 }
 
+TEST_F(BoundsTable, AFieldLeftByTheCancelledFormIsNoUndo) {
+    script.ExpectModal("BoundsForm", [] {
+        Enters(BoundSide::Upper, 3, "5");
+        BoundsFormGotFocus(BoundSide::Lower, 2);
+        BoundsFormCancelButton();
+        BoundsFormLostFocus(BoundSide::Lower, 2); // the window goes, and the focus with it
+    });
+    BoundsDialog();
+    EXPECT_EQ(Work.Bounds[1][3], 30.0F);
+    EXPECT_EQ(Work.AbortFit, 0);
+}
+
 TEST_F(BoundsTable, EscapeTakesAnEntryBack) {
     LoadBoundsForm();
     Enters(BoundSide::Upper, 2, "5\x1B");

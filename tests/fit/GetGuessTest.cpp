@@ -67,7 +67,7 @@ TEST_F(GuessForm, ListsWhatTheModelUses) {
         EXPECT_EQ(GetGuess.FitCheck[i].Value, values[i]);
         EXPECT_EQ(GetGuess.FitCheck[i].Enabled, i != 2);
     }
-    EXPECT_EQ(GetGuess.ConvControl.Text, "Convergence Control");
+    EXPECT_EQ(GetGuess.frmConvControl.Text, "Convergence Control");
     EXPECT_EQ(GetGuess.ConvergenceLabel.Text, "Convergence Factor");
     EXPECT_EQ(GetGuess.AccuracyLabel.Text, "Parameter Precision (%)");
     EXPECT_EQ(GetGuess.ConvergenceInput.Text, "0.05");
@@ -224,6 +224,24 @@ TEST_F(GuessForm, CancelBringsValuesAndLimitBackButNotThePrecision) {
     EXPECT_EQ(Work.Parms[0], 1.5F);
     EXPECT_EQ(Work.ConvergenceLimit, 0.05F);
     EXPECT_FLOAT_EQ(Work.ParmsAccuracy, 0.01F);
+}
+
+TEST_F(GuessForm, AFieldLeftByTheCancelledFormIsNoUndo) {
+    script.ExpectModal("GetGuess", [] {
+        GetGuessGotFocus(0);
+        GetGuess.Guess[0].Text = "7";
+        GetGuess.ConvergenceInput.Text = "0.5";
+        GetGuess.AccuracyInput.Text = "1";
+        GetGuessCancelButton();
+        GetGuessLostFocus(0); // the window goes, and the focus with it
+        GetGuessConvergenceLostFocus();
+        GetGuessAccuracyLostFocus();
+    });
+    GuessesDialog(false);
+    EXPECT_EQ(Work.AbortFit, FlagTrue);
+    EXPECT_EQ(Work.Parms[0], 1.5F);
+    EXPECT_EQ(Work.ConvergenceLimit, 0.05F);
+    EXPECT_EQ(Work.ParmsAccuracy, 0.001F);
 }
 
 TEST_F(GuessForm, ManyRowsTakeTwoColumnsAndThenPages) {
