@@ -58,10 +58,13 @@ int ExtinctionKeyPress(std::size_t species, int key) {
 void ExtinctionLostFocus(std::size_t species) {
     Control& field = ExtinctionForm.ExtinctionInput[species];
     NumLostFocus(field);
-    Work.ExtinctionRatio[species][SetInHand()] = NumValue(field.Text);
+    float& ratio = Work.ExtinctionRatio[species][SetInHand()];
+    if (field.Text != RatioText(species)) { // else it keeps the digits that the picture does not show
+        ratio = NumValue(field.Text);
+        Work.SetChanged[SetInHand()] = FlagTrue;
+    }
     ShowRatio(species);
-    Work.SetChanged[SetInHand()] = FlagTrue;
-    if (Work.ExtinctionRatio[species][SetInHand()] > 0.0F) return;
+    if (ratio > 0.0F) return;
     Host.Beep();
     Tell("You must enter a positive, non-zero value for the extinction ratio", Work.ProgramName,
          BoxIcon::Warning);

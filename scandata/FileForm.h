@@ -49,6 +49,7 @@ std::string PathText(long set);       // optical path in mm
 // --- what the user does ----------------------------------------------------------------------------------
 void FileFormTimer1();               // after the first showing
 void FileFormCheckFocus(int line);   // a line's check box has the focus: the line is the current one
+void FileFormCheckLostFocus(int line);
 void FileFormCheckClick(int line);   // Value is already the new one
 void FileFormKey(int line, int key); // a character key on the line's check box
 enum class FileFormArrow { Previous, Next };

@@ -13,6 +13,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
+#include <array>
 
 namespace Quillon {
 
@@ -70,6 +71,16 @@ void Close(std::int16_t answer) {
     FileForm.State.Shown = false;
 }
 
+// A click makes its line the current one; the keys go there, too.
+void MakeCurrent(int line) {
+    Work.CurrentRow = ToInt16(line);
+    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+}
+
+std::array<float, 2> RatiosOf(long set) {
+    return {Work.ExtinctionRatio[0][set], Work.ExtinctionRatio[1][set]};
+}
+
 bool HoldsScan(int line) {
     return !FileForm.NameBox[At(line)].Text.empty();
 }
@@ -116,10 +127,12 @@ void FileFormTimer1() {
 }
 
 void FileFormCheckFocus(int line) {
-    for (Control& check : FileForm.Check1)
-        check.ForeColor = DefaultColor;
     FileForm.Check1[At(line)].ForeColor = Work.EditBackColor;
     Work.CurrentRow = ToInt16(line);
+}
+
+void FileFormCheckLostFocus(int line) {
+    FileForm.Check1[At(line)].ForeColor = DefaultColor;
 }
 
 void FileFormCheckClick(int line) {
@@ -180,12 +193,12 @@ void FileFormNameClick(int line) {
 }
 
 void FileFormRangeClick(int line) {
-    Work.CurrentRow = ToInt16(line);
+    MakeCurrent(line);
     FileFormRangeButton();
 }
 
 void FileFormBlankClick(int line) {
-    Work.CurrentRow = ToInt16(line);
+    MakeCurrent(line);
     FileFormSubtractBlankButton();
 }
 
@@ -208,7 +221,7 @@ void FileFormChannelClick(int line) {
 }
 
 void FileFormPathClick(int line) {
-    Work.CurrentRow = ToInt16(line);
+    MakeCurrent(line);
     const bool twelve = FileForm.CellPath[At(line)].Text != "12";
     FileForm.CellPath[At(line)].Text = twelve ? "12" : "3";
     Work.CellPath[SetOfLine(line)] = twelve ? 1.2F : 0.3F;
@@ -217,9 +230,12 @@ void FileFormPathClick(int line) {
 }
 
 void FileFormExtinctionButton(int line) {
-    Work.CurrentRow = ToInt16(SetOfLine(line) - 1);
+    const long set = SetOfLine(line);
+    const auto before = RatiosOf(set);
+    Work.CurrentRow = ToInt16(set - 1);
     ShowExtinctionForm();
-    Work.CurrentRow = ToInt16(line);
+    MakeCurrent(line);
+    if (RatiosOf(set) == before) return; // a look at them changes nothing
     FileForm.FormChanged = 1;
     FileForm.CancelButton.Enabled = false;
 }

@@ -258,7 +258,12 @@ void FileFormSubtractBlankButton() {
 void FileFormCopyFile() {
     if (FileForm.CopyRunning) return;
     FileForm.CopyRunning = FlagTrue;
-    CopyCurrentLine();
+    try {
+        CopyCurrentLine();
+    } catch (const RuntimeError&) { // told by whoever runs the handler; the next click works again
+        FileForm.CopyRunning = FlagFalse;
+        throw;
+    }
     FileForm.CopyRunning = FlagFalse;
     FileForm.State.FocusOn = &FileForm.CopyFile;
 }

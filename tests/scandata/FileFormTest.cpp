@@ -222,6 +222,8 @@ TEST_F(TableTest, ArrowsMoveOrAskForAScan) {
     EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[1]);
     FileFormArrowKey(1, FileFormArrow::Previous);
     EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
+    FileFormCheckFocus(0);
+    FileFormCheckLostFocus(0);
     FileFormCheckFocus(1);
     EXPECT_EQ(FileForm.Check1[1].ForeColor, Work.EditBackColor);
     EXPECT_EQ(FileForm.Check1[0].ForeColor, DefaultColor);
@@ -428,6 +430,59 @@ TEST_F(TableTest, AnotherWavelengthAsksForTheRatios) {
     EXPECT_EQ(Work.ExtinctionRatio[0][2], 0.5F);
     EXPECT_EQ(Work.ExtinctionRatio[1][2], 2.0F);
     EXPECT_EQ(Work.CurrentRow, 1);
+}
+
+TEST_F(TableTest, OnlyAChangedRatioIsAChange) {
+    ReadHere();
+    FileForm.FormChanged = 0;
+    FileForm.CancelButton.Enabled = true;
+    Work.SetChanged[1] = FlagFalse;
+    Work.ExtinctionRatio[0][1] = 0.87654321F; // more digits than the form shows
+    script.ExpectModal("ExtinctionForm", [] {
+        ExtinctionGotFocus(0);
+        ExtinctionLostFocus(0);
+        ExtinctionOkButton();
+    });
+    FileFormExtinctionButton(0);
+    EXPECT_EQ(Work.ExtinctionRatio[0][1], 0.87654321F);
+    EXPECT_EQ(Work.SetChanged[1], FlagFalse);
+    EXPECT_EQ(FileForm.FormChanged, 0);
+    EXPECT_TRUE(FileForm.CancelButton.Enabled);
+    EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
+    script.ExpectModal("ExtinctionForm", [] {
+        ExtinctionForm.ExtinctionInput[1].Text = "1.5";
+        ExtinctionLostFocus(1);
+        ExtinctionOkButton();
+    });
+    FileFormExtinctionButton(0);
+    EXPECT_EQ(Work.ExtinctionRatio[1][1], 1.5F);
+    EXPECT_EQ(Work.SetChanged[1], FlagTrue);
+    EXPECT_EQ(FileForm.FormChanged, 1);
+    EXPECT_FALSE(FileForm.CancelButton.Enabled);
+}
+
+TEST_F(TableTest, AClickTakesTheKeysToItsLine) {
+    ReadHere();
+    Work.CurrentRow = 1;
+    ReadHere("00002.RA1");
+    FileForm.State.FocusOn = nullptr;
+    FileFormPathClick(0);
+    EXPECT_EQ(Work.CurrentRow, 0);
+    EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
+    AcceptRangeGraph();
+    FileFormRangeClick(1);
+    EXPECT_EQ(Work.CurrentRow, 1);
+    EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[1]);
+    script.ExpectFile(BlankTitle, "");
+    FileFormBlankClick(0);
+    EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
+}
+
+TEST_F(TableTest, AFailedCopyDoesNotBlockTheNext) {
+    ReadHere();
+    Work.DataChannel[1] = 5; // no cell has it
+    EXPECT_THROW(FileFormCopyFile(), RuntimeError);
+    EXPECT_EQ(FileForm.CopyRunning, FlagFalse);
 }
 
 TEST_F(TableTest, RangeGraphTakesTheMarkersInOrder) {
