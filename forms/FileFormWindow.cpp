@@ -32,6 +32,10 @@ protected:
         QCheckBox::focusInEvent(event);
         RunHandler([this] { FileFormCheckFocus(Line); });
     }
+    void focusOutEvent(QFocusEvent* event) override {
+        QCheckBox::focusOutEvent(event);
+        FileFormCheckLostFocus(Line);
+    }
     void keyPressEvent(QKeyEvent* event) override {
         switch (event->key()) {
         case Qt::Key_Left:
@@ -193,9 +197,7 @@ private:
     }
 
     QPushButton* Small(Column column, int line, void (*clicked)(int)) {
-        QPushButton* button = MakeButton(Bind, At(column, line), [clicked, line] { clicked(line); });
-        button->setFocusPolicy(Qt::ClickFocus);
-        return button;
+        return MakeButton(Bind, At(column, line), [clicked, line] { clicked(line); });
     }
 
     QLayout* Buttons() {

@@ -14,6 +14,9 @@
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace Quillon {
 
@@ -52,7 +55,7 @@ public:
         state->setAlignment(Qt::AlignTop | Qt::AlignLeft);
         state->setMargin(16);
         setCentralWidget(state);
-        resize(720, 320);
+        TakePlace();
         Bind.Also([this, state] {
             const QString text = StateOfTheAnalysis();
             if (state->text() != text) state->setText(text);
@@ -75,6 +78,13 @@ protected:
     }
 
 private:
+    // Across the top of the screen: the windows of the analysis open below and before it.
+    void TakePlace() {
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        move(screen.topLeft());
+        resize(screen.width(), std::min(780, screen.height()));
+    }
+
     void BuildMenus() {
         for (const auto menu :
              {MainMenu::File, MainMenu::Analysis, MainMenu::Graphs, MainMenu::Preferences, MainMenu::Help}) {
@@ -116,7 +126,7 @@ private:
             Recent[static_cast<std::size_t>(i)]->setVisible(mnuRecentFile[i].Visible);
             if (i > 0)
                 Recent[static_cast<std::size_t>(i)]->setText(
-                    QString("&%1 %2").arg(i).arg(ShownText(mnuRecentFile[i].Caption)));
+                    QString("&%1 %2").arg(i).arg(ShownText(mnuRecentFile[i].Caption).replace('&', "&&")));
         }
     }
 
