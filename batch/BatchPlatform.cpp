@@ -1,11 +1,14 @@
 #include "batch/BatchPlatform.h"
 
 #include "batch/OneLine.h"
+#include "files/WholeFile.h"
 #include "fit/FitMon.h"
+#include "platform/Paths.h"
 #include "workspace/records/Workspace.h"
 
 #include <atomic>
 #include <chrono>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -69,10 +72,16 @@ BoxAnswer AnswerMessage(const BoxRequest& request) {
     return NeutralAnswer(request.Buttons);
 }
 
+std::string ProgramDirectory() {
+    char path[PATH_MAX];
+    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path);
+    return length > 0 ? DirectoryOf({path, static_cast<std::size_t>(length)}) : "";
+}
+
 std::string ReadFileNoted(const std::string& path) {
     Console.ReadFailure.clear();
     try {
-        return BatchReadFile(path);
+        return ReadWhole(path);
     } catch (const RuntimeError& error) {
         Console.ReadFailure = error.Text;
         throw;
@@ -128,16 +137,19 @@ void InstallBatchPlatform() {
     Console.WriteLine = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
     UniformState = UniformSeed;
     InterruptCame = 0;
+    SurviveFileSizeLimit();
 
     Platform p;
     p.MessageBoxAnswer = AnswerMessage;
     p.ReadFile = ReadFileNoted;
-    p.WriteFile = BatchWriteFile;
-    p.FileExists = BatchFileExists;
-    p.DirectoryExists = BatchDirectoryExists;
+    p.WriteFile = WriteWhole;
+    p.FileExists = IsFile;
+    p.DirectoryExists = IsDirectory;
     p.Clock = LocalClock;
     p.Uniform = NextUniform;
     p.ServeEvents = ServeEvents;
+    p.ProgramDirectory = ProgramDirectory;
+    p.ConfigDirectory = [] { return "/dev/null"; }; // nothing lies below it: no settings of the user are read
     p.ShowModal = [](const std::string& form) {
         if (Console.ShowModal) Console.ShowModal(form);
     };

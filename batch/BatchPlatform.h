@@ -1,6 +1,7 @@
 #pragma once
 // The seam's filling for a run without anybody to ask: messages go to standard error, questions get the
-// documented answers, files are those of the system.
+// documented answers, files are those of the
+// system (files/WholeFile.h).
 //
 //     Questions   "Do you want new guesses for the concentrations?" is answered with Yes, once, unless the
 //                 job forbids it; a value outside its bounds is taken; everything else gets the answer that
@@ -48,17 +49,5 @@ void WriteProgress(const std::string& line);
 // Ctrl-C from here on sets the flag. Interrupted tells whether it has come.
 void WatchInterrupt();
 bool Interrupted();
-
-// The whole of standard output at once. Failure is a RuntimeError.
-void WriteStandardOutput(const std::string& bytes);
-
-// Why no file can be written under a name, known before it is tried; "" when nothing speaks against it.
-std::string WhyNotWritable(const std::string& path);
-
-// The entries of the filling that work on the file system.
-std::string BatchReadFile(const std::string& path);
-void BatchWriteFile(const std::string& path, const std::string& bytes);
-bool BatchFileExists(const std::string& path);
-bool BatchDirectoryExists(const std::string& path);
 
 } // namespace Quillon

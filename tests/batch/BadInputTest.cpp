@@ -274,10 +274,10 @@ TEST(BatchBadInput, ADiskThatFillsLeavesTheFormerFile) {
     start.LargestFile = 1000; // the points take more
     const ProgramEnd end = RunProgram(start);
     EXPECT_EQ(end.Status, 1);
-    EXPECT_EQ(LinesOf(end.Err).back(), "p.csv: Path/File access error");
+    EXPECT_EQ(LinesOf(end.Err).back(), "p.csv: Disk full");
     EXPECT_EQ(ReadWholeFile(job.Path("p.csv")), "former");
     for (const auto& entry : fs::directory_iterator(job.TheScript.Directory()))
-        EXPECT_EQ(entry.path().filename().string().find(".new"), std::string::npos) << entry.path();
+        EXPECT_FALSE(entry.path().filename().string().starts_with(".quillon")) << entry.path();
 }
 
 } // namespace
