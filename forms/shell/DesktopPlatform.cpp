@@ -1,5 +1,6 @@
 #include "forms/shell/DesktopPlatform.h"
 
+#include "files/WholeFile.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
@@ -16,7 +17,6 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace Quillon {
@@ -151,28 +151,6 @@ FileAnswer AskForFile(const FileRequest& request) {
     return answer;
 }
 
-std::string ReadWhole(const std::string& path) {
-    const QFileInfo info(PathText(path));
-    if (!info.exists()) RaiseError(ErrorText::FileNotFound);
-    QFile file(info.filePath());
-    if (info.isDir() || !file.open(QIODevice::ReadOnly)) RaiseError(ErrorText::FileAccess);
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) RaiseError(ErrorText::FileAccess);
-    return bytes.toStdString();
-}
-
-// Beside the target, flushed, renamed over it: what QSaveFile does.
-void WriteWhole(const std::string& path, const std::string& bytes) {
-    const QFileInfo info(PathText(path));
-    if (!info.absoluteDir().exists()) RaiseError(ErrorText::PathNotFound);
-    if (info.isDir()) RaiseError(ErrorText::FileAccess);
-    QSaveFile file(info.filePath());
-    if (!file.open(QIODevice::WriteOnly)) RaiseError(ErrorText::PermissionDenied);
-    const auto size = static_cast<qint64>(bytes.size());
-    const bool written = file.write(bytes.data(), size) == size;
-    if (!written || !file.commit()) RaiseError(ErrorText::DiskFull);
-}
-
 ClockTime Now() {
     const QDateTime now = QDateTime::currentDateTime();
     return {now.date().year(), now.date().month(),  now.date().day(),
@@ -224,14 +202,15 @@ void ShapePointer(Pointer shape) {
 } // namespace
 
 void InstallDesktopPlatform() {
+    SurviveFileSizeLimit();
     Platform p;
     p.MessageBoxAnswer = ShowMessage;
     p.AskText = AskForText;
     p.AskFile = AskForFile;
     p.ReadFile = ReadWhole;
     p.WriteFile = WriteWhole;
-    p.FileExists = [](const std::string& path) { return QFileInfo(PathText(path)).isFile(); };
-    p.DirectoryExists = [](const std::string& path) { return QFileInfo(PathText(path)).isDir(); };
+    p.FileExists = IsFile;
+    p.DirectoryExists = IsDirectory;
     p.RemoveFile = [](const std::string& path) { QFile::remove(PathText(path)); };
     p.ListFiles = NamesIn;
     p.FileRoots = Roots;
