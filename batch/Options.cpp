@@ -46,22 +46,37 @@ bool TakeSwitch(Options& options, const std::string& argument) {
     return false;
 }
 
-// Takes the option at place, and its file behind it; place moves on to the last argument taken.
-void TakeFileOption(Options& options, const std::vector<std::string>& arguments, std::size_t& place) {
+void TakeFile(Options& options, const FileOption& option, const std::string& file) {
+    if (file.empty()) FailOptions(std::string("no file behind ") + option.Name);
+    std::string& target = options.*option.Target;
+    if (!target.empty()) FailOptions(std::string(option.Name) + " stands twice");
+    target = file;
+}
+
+void TakeGraph(Options& options, const std::string& text) {
+    try {
+        options.Graphs.push_back(ParseGraphOption(text));
+    } catch (const RuntimeError& error) {
+        FailOptions(error.Text);
+    }
+}
+
+// Takes the option at place, and what it names behind it; place moves on to the last argument taken.
+void TakeOption(Options& options, const std::vector<std::string>& arguments, std::size_t& place) {
     const std::string& argument = arguments[place];
     const std::size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
     const FileOption* option = FindFileOption(name);
-    if (!option) FailOptions("unknown option " + Quoted(argument));
-    std::string file;
+    if (!option && name != "--graph") FailOptions("unknown option " + Quoted(argument));
+    std::string value;
     if (equals != std::string::npos)
-        file = argument.substr(equals + 1);
+        value = argument.substr(equals + 1);
     else if (place + 1 < arguments.size() && !arguments[place + 1].starts_with("--"))
-        file = arguments[++place];
-    if (file.empty()) FailOptions("no file behind " + name);
-    std::string& target = options.*option->Target;
-    if (!target.empty()) FailOptions(name + " stands twice");
-    target = file;
+        value = arguments[++place];
+    if (option)
+        TakeFile(options, *option, value);
+    else
+        TakeGraph(options, value);
 }
 
 void TakeJob(Options& options, const std::string& argument) {
@@ -71,13 +86,24 @@ void TakeJob(Options& options, const std::string& argument) {
 }
 
 void CheckOutputs(const Options& options) {
-    for (const FileOption& a : FileOptions)
-        for (const FileOption& b : FileOptions)
-            if (&a < &b && !(options.*a.Target).empty() && options.*a.Target == options.*b.Target)
-                FailOptions(std::string(a.Name) + " and " + b.Name + " name the same file");
+    const std::vector<NamedOutput> outputs = OutputsOf(options);
+    for (const NamedOutput& a : outputs)
+        for (const NamedOutput& b : outputs)
+            if (&a < &b && a.Path == b.Path)
+                FailOptions(a.Option + " and " + b.Option + " name the same file");
 }
 
 } // namespace
+
+std::vector<NamedOutput> OutputsOf(const Options& options) {
+    std::vector<NamedOutput> outputs;
+    for (const FileOption& option : FileOptions)
+        if (const std::string& path = options.*option.Target; !path.empty())
+            outputs.push_back({option.Name, path});
+    for (const GraphOption& graph : options.Graphs)
+        outputs.push_back({"--graph " + GraphName(graph), graph.Path});
+    return outputs;
+}
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
@@ -89,15 +115,14 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         else if (!named || !argument.starts_with('-') || argument == "-")
             TakeJob(options, argument);
         else if (!TakeSwitch(options, argument))
-            TakeFileOption(options, arguments, place);
+            TakeOption(options, arguments, place);
     }
     if (options.Help || options.Version) return options;
     if (options.JobPath.empty()) FailOptions("no job file is named");
     CheckOutputs(options);
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
-    if (options.Report.empty() && options.Results.empty() && options.Points.empty() && options.Save.empty())
-        options.Report = "-";
+    if (OutputsOf(options).empty()) options.Report = "-";
     return options;
 }
 
@@ -112,6 +137,12 @@ std::string HelpText() {
            "  --results FILE  the results as JSON\n"
            "  --points FILE   the points of the fit as CSV\n"
            "  --save FILE     a fit save file\n"
+           "  --graph KIND=FILE\n"
+           "                  a graph, as often as wanted. KIND is data, function,\n"
+           "                  overlay, residuals (against x), residuals-y (against the\n"
+           "                  fitted value) or residuals-r (against radius); KIND:2\n"
+           "                  shows data set 2 alone. The ending of FILE chooses: .svg,\n"
+           "                  .png, .pdf, .emf, or .dat for the numbers\n"
            "  --refit         fit a restored analysis again\n"
            "  --quiet         no progress on standard error\n"
            "  --help          this text\n"

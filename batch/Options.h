@@ -1,6 +1,8 @@
 #pragma once
 // The command line of quillon-fit.
 
+#include "batch/GraphOption.h"
+
 #include <string>
 #include <vector>
 
@@ -12,7 +14,8 @@ struct Options {
     std::string Report;
     std::string Results;
     std::string Points;
-    std::string Save;   // a fit save file; never standard output
+    std::string Save; // a fit save file; never standard output
+    std::vector<GraphOption> Graphs;
     bool Refit = false; // a saved fit is fitted again
     bool Quiet = false; // no progress
     bool Help = false;  // asked for; nothing else counts then
@@ -22,6 +25,13 @@ struct Options {
 // Reads the arguments behind the program's name. An option's file stands behind it or behind "=". Without
 // any output the report goes to standard output. A mistake is a RuntimeError with one line that names it.
 Options ParseOptions(const std::vector<std::string>& arguments);
+
+// The files that are to be written, with the options that name them, in the order of the help.
+struct NamedOutput {
+    std::string Option; // "--report", "--graph overlay:2"
+    std::string Path;
+};
+std::vector<NamedOutput> OutputsOf(const Options& options);
 
 std::string HelpText();
 std::string VersionText();

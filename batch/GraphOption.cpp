@@ -1,0 +1,76 @@
+#include "batch/GraphOption.h"
+
+#include "batch/Graphs.h"
+#include "batch/OneLine.h"
+#include "platform/Paths.h"
+#include "platform/RuntimeError.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace Quillon {
+
+namespace {
+
+constexpr const char* Endings[] = {"svg", "png", "pdf", "emf", "dat"};
+
+long ReadSet(const std::string& text) {
+    long set = 0;
+    const char* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, set);
+    if (read.ec != std::errc{} || read.ptr != end || set < 1 || set > StandardMaxSets)
+        RaiseError("--graph: a data set is a number from 1 to " + std::to_string(StandardMaxSets) + ", not " +
+                   Quoted(text));
+    return set;
+}
+
+void CheckKind(const std::string& kind) {
+    const std::vector<std::string> known = GraphKinds();
+    if (std::find(known.begin(), known.end(), kind) != known.end()) return;
+    std::string list;
+    for (const std::string& each : known)
+        list += (list.empty() ? "" : ", ") + each;
+    RaiseError("--graph: " + Quoted(kind) + " is none of the kinds " + list);
+}
+
+void CheckPath(const GraphOption& option) {
+    if (option.Path.empty()) RaiseError("no file behind --graph " + GraphName(option));
+    if (option.Path == "-") RaiseError("--graph needs the name of a file");
+    const std::string ending = GraphEnding(option);
+    if (std::find(std::begin(Endings), std::end(Endings), ending) == std::end(Endings))
+        RaiseError("--graph: " + Quoted(option.Path) +
+                   " ends with none of .svg, .png, .pdf, .emf and .dat, which choose the format");
+}
+
+} // namespace
+
+GraphOption ParseGraphOption(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos) RaiseError("--graph needs KIND=FILE, not " + Quoted(text));
+    const std::string what = text.substr(0, equals);
+    const std::size_t colon = what.find(':');
+    GraphOption option;
+    option.Kind = what.substr(0, colon);
+    option.Path = text.substr(equals + 1);
+    CheckKind(option.Kind);
+    if (colon != std::string::npos) option.Set = ReadSet(what.substr(colon + 1));
+    CheckPath(option);
+    return option;
+}
+
+std::string GraphName(const GraphOption& option) {
+    return option.Set == 0 ? option.Kind : option.Kind + ":" + std::to_string(option.Set);
+}
+
+std::string GraphEnding(const GraphOption& option) {
+    const std::string title = FileTitle(option.Path);
+    const std::size_t point = title.rfind('.');
+    if (point == std::string::npos) return "";
+    std::string ending = title.substr(point + 1);
+    for (char& letter : ending)
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    return ending;
+}
+
+} // namespace Quillon

@@ -1,0 +1,24 @@
+#pragma once
+// The option --graph KIND[:n]=FILE, taken apart.
+
+#include <string>
+
+namespace Quillon {
+
+struct GraphOption {
+    std::string Kind; // "data", "overlay", ...
+    long Set = 0;     // data set of the fit, counted from 1; 0 all of them
+    std::string Path;
+};
+
+// Reads what stands behind --graph. A kind that is not known, a data set below 1 or beyond those of any fit
+// and a file that is none of the endings are a RuntimeError that says so, without the program's name.
+GraphOption ParseGraphOption(const std::string& text);
+
+// "overlay", "overlay:2": how messages call it.
+std::string GraphName(const GraphOption& option);
+
+// The ending of the file's name in small letters: "svg", "emf", "png", "pdf", "dat".
+std::string GraphEnding(const GraphOption& option);
+
+} // namespace Quillon

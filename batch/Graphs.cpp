@@ -1,0 +1,122 @@
+#include "batch/Graphs.h"
+
+#include "batch/PictureLoader.h"
+#include "chart/CHART.h"
+#include "chart/Metafile.h"
+#include "chart/SvgFile.h"
+#include "graphs/FitGraphs.h"
+#include "graphs/ResidualGraphs.h"
+#include "platform/RuntimeError.h"
+
+#include <utility>
+
+namespace Quillon {
+
+namespace {
+
+struct GraphKind {
+    const char* Name;
+    bool (*Make)(long set);
+};
+
+constexpr GraphKind Kinds[] = {
+    {"data", [](long set) { return MakeFitGraph(FitGraph::Data, set, {}); }},
+    {"function", [](long set) { return MakeFitGraph(FitGraph::Function, set, {}); }},
+    {"overlay", [](long set) { return MakeFitGraph(FitGraph::Overlay, set, {}); }},
+    {"residuals", [](long set) { return MakeResidualGraph(ResidualAxis::X, set); }},
+    {"residuals-y", [](long set) { return MakeResidualGraph(ResidualAxis::Fitted, set); }},
+    {"residuals-r", [](long set) { return MakeResidualGraph(ResidualAxis::Radius, set); }}};
+
+[[noreturn]] void FailGraph(const GraphOption& option, const std::string& reason) {
+    RaiseError("--graph " + GraphName(option) + "=" + option.Path + ": " + reason);
+}
+
+PictureFile OpenPicture(const std::string& ending, const PictureRequest& request) {
+    if (ending == "svg") return OpenSvg(request);
+    if (ending == "emf") return OpenMetafile(request);
+    return LoadedPicture(ending, request);
+}
+
+// A chart of its own, gone with the graph. Builders plot on the picture box: one as large as the figure, on
+// which text is measured and nothing is drawn.
+struct FigureChart {
+    FigureChart() {
+        Chart = ChartModule{};
+        Seams.KeepsPicture = 0;
+        SetScreenSurface(OpenSvg(FigureRequest()).Surface);
+    }
+    ~FigureChart() {
+        Seams = ChartSeams{};
+        Chart = ChartModule{};
+    }
+    FigureChart(const FigureChart&) = delete;
+    FigureChart& operator=(const FigureChart&) = delete;
+};
+
+void Make(const GraphOption& option) {
+    for (const GraphKind& kind : Kinds)
+        if (option.Kind == kind.Name && kind.Make(option.Set)) return;
+    FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
+}
+
+// Draws the graph at hand once more, into a picture.
+std::string Painted(const GraphOption& option) {
+    std::string bytes;
+    SetMetafileMaker([&](const MetafileRequest& asked) {
+        PictureRequest request = FigureRequest();
+        request.Description = asked.Description;
+        const PictureFile picture = OpenPicture(GraphEnding(option), request);
+        return MetafileTarget{picture.Surface, picture.SetWindow,
+                              [&bytes, finish = picture.Finish] { bytes = finish(); }};
+    });
+    Chart.Spec.Device = "picture"; // no target's number: it is painted once and closed
+    Chart.Spec.Relayout = 1;
+    SelectTarget(Chart.Spec);
+    Replot();
+    ShowGraph();
+    if (Chart.GraphStatus >= GraphStatuses::Stop)
+        FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
+    CloseMetafile();
+    return bytes;
+}
+
+} // namespace
+
+std::vector<std::string> GraphKinds() {
+    std::vector<std::string> names;
+    for (const GraphKind& kind : Kinds)
+        names.emplace_back(kind.Name);
+    return names;
+}
+
+PictureRequest FigureRequest() {
+    PictureRequest request;
+    request.Width = 1800;
+    request.Height = 1350;
+    request.DotsPerInchX = request.DotsPerInchY = 300.0;
+    return request;
+}
+
+void CheckGraphFormat(const GraphOption& option) {
+    const std::string ending = GraphEnding(option);
+    if (ending != "png" && ending != "pdf") return;
+    try {
+        LoadedPicture(ending, {"", 1, 1});
+    } catch (const RuntimeError& error) {
+        FailGraph(option, error.Text);
+    }
+}
+
+void CheckGraphSet(const GraphOption& option, long sets) {
+    if (option.Set <= sets) return;
+    FailGraph(option,
+              "the fit has no data set " + std::to_string(option.Set) + ", it has " + std::to_string(sets));
+}
+
+std::string GraphBytes(const GraphOption& option) {
+    const FigureChart chart;
+    Make(option);
+    return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
+}
+
+} // namespace Quillon
