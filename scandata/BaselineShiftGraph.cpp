@@ -19,6 +19,7 @@ constexpr int CtrlDown = 2;
 struct Adjustment {
     long Row;
     float Calculated, Present;
+    std::string Failure; // of a key; empty when all went well
 };
 
 std::string TitleOf(const Adjustment& a, bool begins) {
@@ -74,6 +75,16 @@ bool TakeKey(Adjustment& a, int code, int shift) {
     return false;
 }
 
+// The same inside the window's loop of events, which a failure ends too: it is told when the window is gone.
+bool EndsOnKey(Adjustment& a, int code, int shift) {
+    try {
+        return TakeKey(a, code, shift);
+    } catch (const RuntimeError& error) {
+        a.Failure = error.Text;
+        return true;
+    }
+}
+
 void LetGo() {
     Charts.EndsOnKey = nullptr;
     Charts.Needed = Charts.Shown = false;
@@ -94,11 +105,12 @@ const char* ShiftInstruction(bool begins) {
 
 void AdjustBaselineShift(long row) {
     try {
-        Adjustment a{row, CalculatedShift(row), StartingShift(row)};
+        Adjustment a{row, CalculatedShift(row), StartingShift(row), ""};
         Draw(a);
         Charts.Needed = Charts.Shown = true;
-        Charts.EndsOnKey = [&a](int code, int shift) { return TakeKey(a, code, shift); };
+        Charts.EndsOnKey = [&a](int code, int shift) { return EndsOnKey(a, code, shift); };
         Host.ShowModal("Charts");
+        if (!a.Failure.empty()) RaiseError(a.Failure);
         LetGo();
         SetBaselineShift(row, a.Present);
     } catch (const RuntimeError&) {
