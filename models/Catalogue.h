@@ -41,9 +41,9 @@ void BuildParmFormats();
 // clear. A RuntimeError (a coefficient without a logarithm) leaves the workspace as it was, too.
 void SelectModel(bool showDialog);
 
-// The tail of SelectModel for a choice that has been made: oldModel and oldSeparateK are what stood before,
-// chosen tells that the dialog made the choice (which resets the fit flags).
-void AdoptModel(std::int16_t oldModel, std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen);
+// The tail of SelectModel for a choice that has been made: oldSeparateK and oldNumParms are what stood
+// before, chosen tells that the dialog made the choice (which resets the fit flags).
+void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen);
 
 // Work.FitTitle from model and options: name, " fit", then the options.
 std::string ModelFitTitle();

@@ -58,6 +58,17 @@ float CarriedBound(long slot, float displayed, float formerScale) {
     return ToSingle(std::clamp(carried, -Largest, Largest));
 }
 
+// True when the slot holds an association constant; the slots of a set may change over to one, and that of
+// the virial coefficient.
+bool HoldsConstant(long slot) {
+    const int model = Work.Model;
+    if (slot == 2 || slot == 4 || slot == 6) return true;
+    if (slot == 7) return model >= 10;
+    if (slot < 7 || !Work.SeparateK) return false;
+    if (slot % 3 == 0) return model >= 2 && model <= 6; // that of species B
+    return slot % 3 == 1 && (model == 4 || model == 5 || model == 8 || model == 9);
+}
+
 Range VirialRange() {
     const int units = Work.ConcUnits;
     const double w = units == 3 ? 30.0 : units == 2 || units == 5 ? 0.0001 : 10.0;
@@ -78,17 +89,13 @@ void SetDefaultBounds() {
     Put(3, {0.5F, 100.0F});
     for (const long slot : {2, 4, 6})
         Put(slot, constant);
-    Put(7, model >= 10 ? constant : VirialRange());
+    Put(7, HoldsConstant(7) ? constant : VirialRange());
 
     const Range offset = Work.ConcUnits == 3 ? Range{-20.0F, 20.0F} : Range{-4.0F, 4.0F};
-    const bool separateK = Work.SeparateK != 0;
     for (long s = 1; s <= Work.MaxSets; ++s) {
         Put(SlotA(s), ConcentrationRange());
-        Put(SlotB(s), ConcentrationRange());
-        Put(SlotOffset(s), offset);
-        if (!separateK) continue;
-        if (model >= 2 && model <= 6) Put(SlotB(s), constant);
-        if (model == 4 || model == 5 || model == 8 || model == 9) Put(SlotOffset(s), constant);
+        Put(SlotB(s), HoldsConstant(SlotB(s)) ? constant : ConcentrationRange());
+        Put(SlotOffset(s), HoldsConstant(SlotOffset(s)) ? constant : offset);
     }
     if (model == 7) Work.Bounds[0][7] = -constant.Upper;
     if (model == 13 || model == 14) Put(2, {-10.0F, 30.0F});
@@ -107,41 +114,22 @@ void RefreshUnits() {
             row[i] = CarriedBound(i, row[i], former[i]);
 }
 
-void AdoptUnits(std::int16_t oldMassUnits, std::int16_t oldConcUnits) {
-    const auto present = Work.Bounds;
-    const std::int16_t massUnits = std::exchange(Work.MassUnits, oldMassUnits);
-    const std::int16_t concUnits = std::exchange(Work.ConcUnits, oldConcUnits);
-    SetDefaultBounds();
-    const auto former = std::exchange(Work.Bounds, present);
-    Work.MassUnits = massUnits;
-    Work.ConcUnits = concUnits;
-    RefreshUnits();
-    if (massUnits == oldMassUnits && concUnits == oldConcUnits) return;
-    const auto carried = Work.Bounds;
-    SetDefaultBounds();
-    for (std::size_t side = 0; side < 2; ++side)
-        for (long i = 0; i <= present[side].Hi(); ++i)
-            if (present[side][i] != former[side][i]) Work.Bounds[side][i] = carried[side][i];
-}
-
 void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {
-    const std::int16_t model = Work.Model;
-    const std::int16_t separateK = Work.SeparateK;
+    const std::int16_t model = std::exchange(Work.Model, oldModel);
+    const std::int16_t separateK = std::exchange(Work.SeparateK, oldSeparateK);
     const auto present = Work.Bounds;
     const long last = present[0].Hi();
-    ZeroBased<std::int16_t> wasAdditive(last);
-    Work.Model = oldModel;
-    Work.SeparateK = oldSeparateK;
     SetDefaultBounds();
     const auto former = Work.Bounds;
+    ZeroBased<std::int16_t> heldConstant(last);
     for (long i = 0; i <= last; ++i)
-        wasAdditive[i] = Flag(IsAdditiveSlot(i));
+        heldConstant[i] = Flag(HoldsConstant(i));
     Work.Model = model;
     Work.SeparateK = separateK;
     SetDefaultBounds();
     // A bound that the user set stands as long as the slot still holds the same kind of quantity.
     for (long i = 0; i <= last; ++i) {
-        if (Flag(IsAdditiveSlot(i)) != wasAdditive[i]) continue;
+        if (Flag(HoldsConstant(i)) != heldConstant[i]) continue;
         for (std::size_t side = 0; side < 2; ++side)
             if (present[side][i] != former[side][i]) Work.Bounds[side][i] = present[side][i];
     }

@@ -64,9 +64,9 @@ void AnnounceHeteroModel(std::int16_t oldModel) {
     if (Work.Model < 8 || Work.Model == oldModel) return;
     if (Work.ConcUnits == 1 || Work.ConcUnits == 4) {
         Tell("Please note that for this model you CANNOT use mg/mL units", BoxTitle, BoxIcon::Information);
-        const std::int16_t refused = Work.ConcUnits;
-        Work.ConcUnits = refused == 1 ? 0 : 3;
-        AdoptUnits(Work.MassUnits, refused);
+        BuildParmScale(); // of the new model, in the units in which its bounds stand
+        Work.ConcUnits = Work.ConcUnits == 1 ? 0 : 3;
+        RefreshUnits();
         return;
     }
     Tell("Please note that for this model you MUST enter the correct molar extinction or refractivity "
@@ -76,7 +76,7 @@ void AnnounceHeteroModel(std::int16_t oldModel) {
          BoxTitle, BoxIcon::Information);
 }
 
-void AdoptModel(std::int16_t oldModel, std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen) {
+void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen) {
     FillModelNames();
     if (chosen) {
         for (long i = 0; i < oldNumParms; ++i)
@@ -92,7 +92,6 @@ void AdoptModel(std::int16_t oldModel, std::int16_t oldSeparateK, std::int16_t o
             Work.Parms[SlotB(s)] = Work.Parms[2];
             if (Work.Model >= 4) Work.Parms[SlotOffset(s)] = Work.Parms[4];
         }
-    if (Work.Model != oldModel || Work.SeparateK != oldSeparateK) CarryBoundsToModel(oldModel, oldSeparateK);
     BuildParmNames();
     BuildParmFormats();
     BuildParmScale();
@@ -102,7 +101,7 @@ void AdoptModel(std::int16_t oldModel, std::int16_t oldSeparateK, std::int16_t o
 void SelectModel(bool showDialog) {
     FillModelNames();
     if (!showDialog) {
-        AdoptModel(Work.Model, Work.SeparateK, Work.NumParms, false);
+        AdoptModel(Work.SeparateK, Work.NumParms, false);
         return;
     }
     const Workspace before = Work;
@@ -117,10 +116,10 @@ void SelectModel(bool showDialog) {
         }
     } while (!CheckModelChoice());
     try {
-        // The units that the model may refuse are those in which the bounds of the model stand.
-        CarryBoundsToModel(before.Model, before.SeparateK);
+        if (Work.Model != before.Model || Work.SeparateK != before.SeparateK)
+            CarryBoundsToModel(before.Model, before.SeparateK);
         AnnounceHeteroModel(before.Model);
-        AdoptModel(before.Model, before.SeparateK, before.NumParms, true);
+        AdoptModel(before.SeparateK, before.NumParms, true);
     } catch (const RuntimeError&) {
         Work = before;
         throw;

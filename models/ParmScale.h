@@ -19,7 +19,8 @@ float ToInternal(long slot, float displayed);
 // it is a RuntimeError.
 void BuildParmScale();
 
-// Work.Bounds in user units as a fresh start has them, for the current model and units.
+// Work.Bounds in user units as a fresh start has them, for the current model and units. A change of units
+// carries the bounds that stand instead (RefreshUnits).
 void SetDefaultBounds();
 
 // After a change of units or coefficients: names, formats and scale are rebuilt, and every bound is carried
@@ -27,12 +28,9 @@ void SetDefaultBounds();
 // range of singles.
 void RefreshUnits();
 
-// RefreshUnits after the kind of unit has changed, from these to Work.MassUnits and Work.ConcUnits: bounds
-// that stand at their defaults in the former units take the defaults in the new ones instead.
-void AdoptUnits(std::int16_t oldMassUnits, std::int16_t oldConcUnits);
-
-// After a change of model or of separate constants: slots that stand at their former default bounds, or that
-// hold another kind of quantity now, take the default bounds of the new model; bounds that the user set stay.
+// After a change of model or of separate constants, in units that stand: slots that stand at their former
+// default bounds, or that hold a constant now and did not before (or the other way round), take the default
+// bounds of the new model; bounds that the user set stay.
 void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK);
 
 // True when masses are shown in kDa (buoyant or true), false for sigma.

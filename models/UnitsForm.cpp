@@ -165,7 +165,7 @@ void LoadUnitsForm() {
     UnitsForm.State.Caption = "Set Input/Output Units";
     NameOptions();
     NameBoxes();
-    UnitsForm.OkButton = Captioned("&OK");
+    UnitsForm.OkButton = Captioned("OK"); // Alt+O belongs to the molar units
     UnitsForm.CancelButton = Captioned("&Cancel");
     ShowOptions();
     OpenWeightOptions();
@@ -191,6 +191,7 @@ void UnitsFormGotFocus(UnitsInput input, std::size_t species) {
 }
 
 int UnitsFormKeyPress(UnitsInput input, std::size_t species, int key) {
+    if (key == KeyReturn) UnitsFormOkButton();
     return NumberBoxKey(UnitsFormBox(input, species), key);
 }
 
@@ -225,7 +226,7 @@ void DefineUnitsDialog() {
         return;
     }
     try {
-        AdoptUnits(before.MassUnits, before.ConcUnits);
+        RefreshUnits();
     } catch (const RuntimeError&) {
         Work = before;
         throw;

@@ -51,7 +51,7 @@ void UnitsFormConcClick(std::int16_t concUnits); // an option that is disabled s
 Control& UnitsFormBox(UnitsInput input, std::size_t species);
 
 void UnitsFormGotFocus(UnitsInput input, std::size_t species);
-int UnitsFormKeyPress(UnitsInput input, std::size_t species, int key);
+int UnitsFormKeyPress(UnitsInput input, std::size_t species, int key); // Enter presses OK
 
 // Stores the value and writes it in the format of the box; a value of 0 or below is told with a beep and
 // takes the focus back.

@@ -493,7 +493,7 @@ TEST(ModelChoice, StartsOffsetsHeldAndTheRestFree) {
     StartTwoSets(3);
     for (long i = 0; i <= Work.FreeMap.Hi(); ++i)
         Work.FreeMap[i] = SlotHeld;
-    AdoptModel(1, FlagFalse, 14, true);
+    AdoptModel(FlagFalse, 14, true);
     EXPECT_EQ(Work.NumParms, 14);
     EXPECT_EQ(GlobalFlags(), "fff-----");
     for (long s = 1; s <= 18; ++s)
@@ -504,7 +504,7 @@ TEST(ModelChoice, StartsOffsetsHeldAndTheRestFree) {
 TEST(ModelChoice, TitleTellsOptions) {
     Script script;
     StartTwoSets(2);
-    AdoptModel(1, FlagFalse, 14, true);
+    AdoptModel(FlagFalse, 14, true);
     EXPECT_EQ(Work.FitTitle, "monomer <-> dimer fit, ideal");
     Work.NonIdeal = FlagTrue;
     EXPECT_EQ(ModelFitTitle(), "monomer <-> dimer fit, non-ideal");
@@ -520,13 +520,13 @@ TEST(ModelChoice, SwitchedOnConstantsStartFromTheCommonOnes) {
         Work.Parms[2] = 1.25F;
         Work.Parms[4] = 2.25F;
         Work.Parms[SlotOffset(1)] = 0.5F;
-        AdoptModel(ToInt16(model), FlagFalse, 14, true);
+        AdoptModel(FlagFalse, 14, true);
         for (long s = 1; s <= 2; ++s)
             EXPECT_EQ(Work.Parms[SlotB(s)], 1.25F) << model;
         EXPECT_EQ(Work.Parms[SlotOffset(1)], model >= 4 ? 2.25F : 0.5F) << model;
         // Nothing is written a second time.
         Work.Parms[SlotB(1)] = 7.0F;
-        AdoptModel(ToInt16(model), FlagTrue, 14, true);
+        AdoptModel(FlagTrue, 14, true);
         EXPECT_EQ(Work.Parms[SlotB(1)], 7.0F) << model;
     }
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace Quillon {
 namespace {
 
@@ -282,24 +284,51 @@ TEST(SelectModel, MixturesLeaveWeightUnitsAtOnce) {
     }
 }
 
-// Bounds at their defaults are those of the new model in the new units, not the old ones carried over.
+// The bounds of the new model, carried over to the units that it allows.
 TEST(SelectModel, BoundsFollowTheModelWhenItChangesTheUnitsToo) {
     Script script;
     StartModel(3);
     Work.ConcUnits = 1;
     Work.AbsorpA = 3.0F;
+    Work.AbsorpB = 5.0F;
+    Work.ExtA = 100.0F;
+    Work.ExtB = 200.0F;
     BuildParmScale();
     SetDefaultBounds();
     Work.Bounds[0][SlotA(1)] = -7.0F; // by the user, in mg/mL
     script.ExpectModal("ModelForm", [] { Choose(13); });
     script.ExpectMessage(NoWeightUnits);
     SelectModel(true);
-    EXPECT_EQ(Work.Bounds[0][2], -10.0F);
-    EXPECT_EQ(Work.Bounds[1][2], 30.0F);
-    EXPECT_EQ(Work.Bounds[0][6], -30.0F);
-    EXPECT_EQ(Work.Bounds[1][7], 100.0F);
-    EXPECT_EQ(Work.Bounds[0][SlotB(1)], -70.0F);
-    EXPECT_NEAR(Work.Bounds[0][SlotA(1)], -7.0 + std::log(3.0), 1e-6); // the same loading in AU
+    EXPECT_NEAR(Work.Bounds[0][2], -10.0 - std::log(3.0), 1e-5); // N is 2
+    EXPECT_NEAR(Work.Bounds[1][2], 30.0 - std::log(3.0), 1e-5);
+    EXPECT_NEAR(Work.Bounds[0][6], -20.0 - std::log(100.0 * 200.0), 1e-5);
+    EXPECT_NEAR(Work.Bounds[1][7], 120.0 - std::log(100.0 * 200.0), 1e-5); // a constant now
+    EXPECT_NEAR(Work.Bounds[0][SlotB(1)], -90.0 + std::log(5.0), 1e-5);
+    EXPECT_NEAR(Work.Bounds[0][SlotA(1)], -7.0 + std::log(3.0), 1e-5);
+}
+
+// After a change of units no bound stands at a default, yet those of a concentration are none for a constant.
+TEST(SelectModel, SlotsThatChangeOverToAConstantTakeItsBounds) {
+    Script script;
+    StartModel(5);
+    Work.ExtA = Work.ExtB = 10000.0F;
+    Work.ConcUnits = 2;
+    RefreshUnits();
+    Work.Bounds[0][2] = 5.5F; // by the user
+    ASSERT_LT(Work.Bounds[1][SlotB(1)], 0.0F);
+    script.ExpectModal("ModelForm", [] { Choose(5, false, true); });
+    SelectModel(true);
+    for (const long slot : {SlotB(1), SlotOffset(1), SlotB(18), SlotOffset(18)}) {
+        EXPECT_EQ(Work.Bounds[0][slot], -3.0F) << slot;
+        EXPECT_EQ(Work.Bounds[1][slot], 150.0F) << slot;
+    }
+    EXPECT_EQ(Work.Bounds[0][2], 5.5F);
+    // And back.
+    script.ExpectModal("ModelForm", [] { Choose(5); });
+    SelectModel(true);
+    EXPECT_EQ(Work.Bounds[1][SlotB(1)], -3.0F);
+    EXPECT_EQ(Work.Bounds[1][SlotOffset(1)], 4.0F);
+    EXPECT_EQ(Work.Bounds[0][2], 5.5F);
 }
 
 TEST(SelectModel, AFailureLeavesTheFormerModel) {

@@ -231,6 +231,33 @@ TEST(UnitsForm, OkTakesTheBoxThatIsBeingEdited) {
     EXPECT_EQ(Work.AbortFit, 0);
 }
 
+TEST(UnitsForm, EnterInABoxIsOk) {
+    Script script;
+    StartUnits(1);
+    LoadUnitsForm();
+    UnitsFormGotFocus(UnitsInput::VBar, 0);
+    TypeInto(UnitsForm.VBarInput[0], "0.7\r",
+             [](int key) { return UnitsFormKeyPress(UnitsInput::VBar, 0, key); });
+    EXPECT_FALSE(UnitsForm.State.Shown);
+    EXPECT_EQ(Work.VbarA, 0.7F);
+    LoadUnitsForm();
+    script.ExpectMessage("You must enter a positive, non-zero value for v-bar");
+    UnitsFormGotFocus(UnitsInput::VBar, 0);
+    TypeInto(UnitsForm.VBarInput[0], "0\r",
+             [](int key) { return UnitsFormKeyPress(UnitsInput::VBar, 0, key); });
+    EXPECT_TRUE(UnitsForm.State.Shown);
+    EXPECT_EQ(UnitsForm.State.FocusOn, &UnitsForm.VBarInput[0]);
+}
+
+// Two keys of the same letter would open a box and press a button in turn.
+TEST(UnitsForm, ButtonsShareNoAccessKeyWithTheOptions) {
+    StartUnits(1);
+    LoadUnitsForm();
+    EXPECT_EQ(UnitsForm.OkButton.Text, "OK");
+    EXPECT_EQ(UnitsForm.CancelButton.Text, "&Cancel");
+    EXPECT_EQ(UnitsForm.State.FocusOn, &UnitsForm.OkButton);
+}
+
 TEST(DefineUnitsDialog, FromSigmaToTrueMass) {
     Script script;
     StartUnits(1);
@@ -249,8 +276,9 @@ TEST(DefineUnitsDialog, FromSigmaToTrueMass) {
     const double omega = 20000 * 3.14159265358979 / 30;
     const double mass = 1.5 * 83144710.0 * 293.15 / ((1 - 0.73) * omega * omega) / 1000;
     EXPECT_NEAR(ToUserUnits(0, Work.Parms[0]), mass, 1e-5 * mass);
-    EXPECT_EQ(Work.Bounds[0][0], 0.1F);
-    EXPECT_EQ(Work.Bounds[1][0], 1e9F);
+    // The bounds of sigma, 0.02 to 30, as masses.
+    EXPECT_NEAR(Work.Bounds[0][0], mass * 0.02 / 1.5, 1e-5 * mass);
+    EXPECT_NEAR(Work.Bounds[1][0], mass * 30 / 1.5, 1e-5 * mass * 20);
 }
 
 TEST(DefineUnitsDialog, CancelRestoresEverything) {
@@ -305,37 +333,30 @@ TEST(DefineUnitsDialog, AcceptedWithoutAChangeLeavesTheBoundsBitForBit) {
     EXPECT_EQ(Work.Bounds[1], before[1]);
 }
 
-TEST(AdoptUnits, BoundsOfTheUserAreCarriedAndTheOthersTakeTheDefaults) {
+// Also a bound that the user set to the very number that a fresh start has in the former units.
+TEST(DefineUnitsDialog, EveryBoundIsCarriedOver) {
     Script script;
     StartUnits(1);
     Work.InterferenceData = FlagTrue;
     Work.Bounds[0][SlotA(1)] = -10.0F;
-    Work.ConcUnits = 5;
-    AdoptUnits(0, 0);
+    Work.Bounds[1][SlotA(1)] = 4.0F;
+    script.ExpectModal("UnitsForm", [] {
+        UnitsFormConcClick(5);
+        UnitsFormOkButton();
+    });
+    DefineUnitsDialog();
     EXPECT_NEAR(Work.Bounds[0][SlotA(1)], -10.0 - std::log(20000.0), 1e-4);
-    EXPECT_EQ(Work.Bounds[1][SlotA(1)], -3.0F);
-    EXPECT_EQ(Work.Bounds[0][SlotB(1)], -120.0F);
-    // Offsets in fringes may be larger than those in absorbance.
-    Work.ConcUnits = 3;
-    AdoptUnits(0, 5);
-    EXPECT_EQ(Work.Bounds[0][SlotOffset(1)], -20.0F);
-    EXPECT_EQ(Work.Bounds[1][SlotOffset(1)], 20.0F);
+    EXPECT_NEAR(Work.Bounds[1][SlotA(1)], 4.0 - std::log(20000.0), 1e-4);
+    EXPECT_NEAR(Work.Bounds[0][SlotB(18)], -70.0 - std::log(20000.0), 1e-4);
+    EXPECT_EQ(Work.Bounds[1][SlotOffset(1)], 4.0F); // a signal in every unit
+    script.ExpectModal("UnitsForm", [] {
+        UnitsFormConcClick(3);
+        UnitsFormOkButton();
+    });
+    DefineUnitsDialog();
     EXPECT_NEAR(Work.Bounds[0][SlotA(1)], -10.0, 1e-4);
-}
-
-TEST(AdoptUnits, OtherCoefficientsCarryEveryBound) {
-    Script script;
-    StartUnits(1);
-    Work.MassUnits = 2;
-    BuildParmScale();
-    SetDefaultBounds();
-    const float sigma = ToInternal(0, Work.Bounds[0][0]);
-    const float formerScale = Work.ParmScale[0];
-    Work.VbarA = 0.70F;
-    AdoptUnits(2, 0);
-    EXPECT_NE(Work.ParmScale[0], formerScale);
-    EXPECT_NE(Work.Bounds[0][0], 0.1F);
-    EXPECT_NEAR(ToInternal(0, Work.Bounds[0][0]), sigma, 1e-6 * sigma);
+    EXPECT_NEAR(Work.Bounds[1][SlotA(1)], 4.0, 1e-4);
+    EXPECT_EQ(Work.Bounds[1][SlotOffset(1)], 4.0F);
 }
 
 TEST(RefreshUnits, ABoundThatIsNoneStaysOne) {
