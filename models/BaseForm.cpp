@@ -117,6 +117,8 @@ void BaseFormGotFocus(long set) {
 
 int BaseFormKeyPress(long set, int key) {
     Control& box = LinkBox(set);
+    if (key == KeyReturn)
+        BaseForm.State.FocusOn = set < Work.NumSets ? &LinkBox(set + 1) : &BaseForm.OkButton;
     if (key != ' ') return WholeNumberBoxKey(box, key);
     box.Text.clear();
     box.SelStart = box.SelLength = 0;

@@ -37,7 +37,7 @@ void BaseConstraintDialog();
 void LoadBaseForm(); // fills the form from the workspace
 
 void BaseFormGotFocus(long set);
-int BaseFormKeyPress(long set, int key); // digits; a blank empties the box
+int BaseFormKeyPress(long set, int key); // digits; a blank empties the box, Enter goes to the next one
 
 // Takes the link, 0 or nothing for none. The number of no set, and a chain (a link to a set that has one
 // itself, or of a set that another one follows), are told; the former link then stands.

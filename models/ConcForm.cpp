@@ -155,6 +155,16 @@ void ShowSpeciesB() {
     ShowColumn(ConcForm.VarB, shown);
 }
 
+// Enter goes along the shown boxes of a row, then to the next row, and to OK at the end.
+void GoBehind(ConcInput input, long set) {
+    auto place = std::find(AllInputs.begin(), AllInputs.end(), input) + 1;
+    if (place == AllInputs.end() || !ConcFormBox(*place, set).Visible) {
+        place = AllInputs.begin();
+        ++set;
+    }
+    ConcForm.State.FocusOn = set > Work.NumSets ? &ConcForm.OkButton : &ConcFormBox(*place, set);
+}
+
 bool AnyConstraint() {
     for (long set = 1; set <= Work.NumSets; ++set)
         if (Stored(ConcInput::ConcA, set) > 0.0F || Stored(ConcInput::ConcB, set) > 0.0F) return true;
@@ -193,6 +203,7 @@ void ConcFormGotFocus(ConcInput input, long set) {
 }
 
 int ConcFormKeyPress(ConcInput input, long set, int key) {
+    if (key == KeyReturn) GoBehind(input, set);
     return NumberBoxKey(ConcFormBox(input, set), key);
 }
 

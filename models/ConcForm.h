@@ -39,7 +39,7 @@ void LoadConcForm();
 
 Control& ConcFormBox(ConcInput input, long set);
 void ConcFormGotFocus(ConcInput input, long set);
-int ConcFormKeyPress(ConcInput input, long set, int key);
+int ConcFormKeyPress(ConcInput input, long set, int key); // Enter goes to the next box, at the end to OK
 
 // Stores a loading of 0 or above, a tolerance above 0; anything else is told and takes the focus back.
 void ConcFormLostFocus(ConcInput input, long set);

@@ -85,6 +85,14 @@ void Calculate() {
     }
 }
 
+void GoBehind(SigmaCalcInput input) {
+    auto& f = SigmaCalcForm;
+    if (input == SigmaCalcInput::Sigma)
+        f.State.FocusOn = &f.ExitButton;
+    else
+        f.State.FocusOn = &SigmaCalcFormBox(static_cast<SigmaCalcInput>(static_cast<int>(input) + 1));
+}
+
 void NameControls() {
     auto& f = SigmaCalcForm;
     f.State.Caption = "Calculate Sigma or Rotor Speed";
@@ -153,6 +161,7 @@ void SigmaCalcFormGotFocus(SigmaCalcInput input) {
 }
 
 int SigmaCalcFormKeyPress(SigmaCalcInput input, int key) {
+    if (key == KeyReturn) GoBehind(input);
     return NumberBoxKey(SigmaCalcFormBox(input), key);
 }
 
@@ -170,7 +179,7 @@ void SigmaCalcFormLostFocus(SigmaCalcInput input) {
     if (left != BoxLeft::Undone && box.Text != NoResult)
         box.Text = FormatNumber(ValueOf(input), PictureOf(input));
     if (ValueOf(input) != before) Calculate();
-    TellFailure();
+    if (SigmaCalcForm.State.Shown) TellFailure();
 }
 
 void SigmaCalcFormExitButton() {

@@ -36,7 +36,7 @@ void LoadSigmaCalcForm();
 
 Control& SigmaCalcFormBox(SigmaCalcInput input);
 void SigmaCalcFormGotFocus(SigmaCalcInput input);
-int SigmaCalcFormKeyPress(SigmaCalcInput input, int key);
+int SigmaCalcFormKeyPress(SigmaCalcInput input, int key); // Enter goes to the next box
 
 // The user has altered the text of a box: typing in the speed or in sigma decides which of them is given, and
 // the other is calculated. Without a positive molar mass or speed the result is "* * *". A run-time error

@@ -136,6 +136,18 @@ TEST(BaseForm, TakesDigitsOnly) {
     EXPECT_EQ(Shown(), "-1--");
 }
 
+TEST(BaseForm, EnterGoesDownTheColumnToOk) {
+    Script script;
+    StartFourSets();
+    LoadBaseForm();
+    for (long set = 1; set <= 4; ++set) {
+        EXPECT_EQ(BaseFormKeyPress(set, '\r'), '\r');
+        EXPECT_EQ(BaseForm.State.FocusOn,
+                  set == 4 ? &BaseForm.OkButton : &BaseForm.LinkNum[static_cast<std::size_t>(set)]);
+    }
+    EXPECT_TRUE(BaseForm.State.Shown);
+}
+
 TEST(BaseForm, EscapeUndoesABox) {
     Script script;
     StartFourSets();

@@ -140,6 +140,27 @@ TEST(ConcForm, SpeciesBIsShownForTwoKindsOfMonomer) {
     }
 }
 
+TEST(ConcForm, EnterGoesAlongTheShownBoxesToOk) {
+    Script script;
+    StartTwoLoadings(6);
+    LoadConcForm();
+    auto& f = ConcForm;
+    const auto behind = [&](ConcInput input, long set) {
+        ConcFormKeyPress(input, set, '\r');
+        return f.State.FocusOn;
+    };
+    EXPECT_EQ(behind(ConcInput::ConcA, 1), &f.VarA[0]);
+    EXPECT_EQ(behind(ConcInput::VarA, 1), &f.ConcA[1]);
+    EXPECT_EQ(behind(ConcInput::VarA, 2), &f.OkButton);
+    StartTwoLoadings(7);
+    LoadConcForm();
+    EXPECT_EQ(behind(ConcInput::VarA, 1), &f.ConcB[0]);
+    EXPECT_EQ(behind(ConcInput::ConcB, 1), &f.VarB[0]);
+    EXPECT_EQ(behind(ConcInput::VarB, 1), &f.ConcA[1]);
+    EXPECT_EQ(behind(ConcInput::VarB, 2), &f.OkButton);
+    EXPECT_TRUE(f.State.Shown);
+}
+
 TEST(ConcForm, UnitsOfTheLoadings) {
     // 0.5 AU: over AbsorpA 2, path 0.5 and ratio 1.25; over ExtA 40000 likewise.
     const char* shown[] = {"0.5000", "0.4000", "2.000E-05", "0.5000", "0.5000", "0.5000"};

@@ -217,6 +217,29 @@ TEST(SigmaCalcForm, EscapeUndoesABox) {
     EXPECT_EQ(Work.AbortFit, 0);
 }
 
+TEST(SigmaCalcForm, EnterGoesDownTheBoxes) {
+    Script script;
+    StartCalculator();
+    const In order[] = {In::MW, In::VBar, In::Density, In::Temp, In::RPM, In::Sigma};
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(SigmaCalcFormKeyPress(order[i], '\r'), '\r');
+        EXPECT_EQ(SigmaCalcForm.State.FocusOn, &SigmaCalcFormBox(order[i + 1]));
+    }
+    SigmaCalcFormKeyPress(In::Sigma, '\r');
+    EXPECT_EQ(SigmaCalcForm.State.FocusOn, &SigmaCalcForm.ExitButton);
+}
+
+// The box loses its focus when the window goes away: nobody wants to be told of it then.
+TEST(SigmaCalcForm, AFailureIsNotToldOnTheWayOut) {
+    Script script;
+    StartCalculator();
+    Type(In::Sigma, "-1"); // no speed has a negative square
+    EXPECT_FALSE(SigmaCalcForm.Failure.empty());
+    SigmaCalcFormExitButton();
+    SigmaCalcFormLostFocus(In::Sigma);
+    EXPECT_TRUE(script.Asked.empty());
+}
+
 TEST(SigmaCalcForm, AVisitCalculatesNothing) {
     Script script;
     Work = FreshWorkspace();
