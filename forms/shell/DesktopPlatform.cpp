@@ -1,10 +1,12 @@
 #include "forms/shell/DesktopPlatform.h"
 
+#include "chart/ChartState.h"
 #include "files/WholeFile.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QDateTime>
@@ -87,6 +89,13 @@ BoxAnswer AnswerOf(int button, BoxButtons buttons) {
     return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 
+// After a message the button that was held down when it came is up: its release went to the message.
+void LetGoOfButtons() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        for (QAbstractButton* button : window->findChildren<QAbstractButton*>())
+            if (button->isDown()) button->setDown(false);
+}
+
 BoxAnswer ShowMessage(const BoxRequest& request) {
     RefreshForms();
     QMessageBox box(IconOf(request.Icon), ShownText(request.Title), ShownText(request.Text),
@@ -95,7 +104,9 @@ BoxAnswer ShowMessage(const BoxRequest& request) {
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (box.button(ButtonOf(request.Default))) box.setDefaultButton(ButtonOf(request.Default));
     if (request.Buttons == BoxButtons::YesNo) box.setEscapeButton(QMessageBox::No);
-    return AnswerOf(box.exec(), request.Buttons);
+    const int answer = box.exec();
+    LetGoOfButtons();
+    return AnswerOf(answer, request.Buttons);
 }
 
 InputAnswer AskForText(const InputRequest& request) {
@@ -157,13 +168,16 @@ ClockTime Now() {
             now.time().hour(), now.time().minute(), now.time().second()};
 }
 
-// The engine asks every few microseconds; a window that follows thirty times a second follows at once.
+// The engine asks every few microseconds; a window that follows thirty times a second follows at once. While
+// a graph is drawn, which is over in a moment, keys and clicks wait: a command that one of them started would
+// take the graph away under the drawing.
 void ServeEventQueue() {
     static QElapsedTimer since;
     if (since.isValid() && since.elapsed() < 25) return;
     since.start();
     RefreshForms();
-    QApplication::processEvents();
+    QApplication::processEvents(Chart.Painting ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
+    since.start();
 }
 
 std::string ConfigFolder() {
