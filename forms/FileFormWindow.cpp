@@ -192,8 +192,10 @@ private:
                             Small(&R::SaveButton, line, FileFormSaveButton),
                             Small(&R::HelpButton, line, FileFormHelpButton)};
         int column = 0;
-        for (QWidget* cell : cells)
-            grid->addWidget(KeepPlace(cell), row, column++);
+        for (QWidget* cell : cells) { // boxes and buttons fill their column, the rest stands below its head
+            const bool fills = qobject_cast<QPushButton*>(cell) != nullptr;
+            grid->addWidget(KeepPlace(cell), row, column++, fills ? Qt::Alignment() : Qt::AlignCenter);
+        }
     }
 
     QPushButton* Small(Column column, int line, void (*clicked)(int)) {

@@ -27,7 +27,7 @@ inline QLabel* MakeHead(Binder& bind, ControlRef control) {
     auto* head = new QLabel;
     head->setWordWrap(true);
     bind.Visible(head, control);
-    bind.Also([head, control] { head->setText(WithoutAccessKey(control().Text).trimmed()); });
+    bind.Also([head, control] { head->setText(WithoutAccessKey(control().Text).simplified()); });
     QFont font = head->font();
     font.setBold(true);
     head->setFont(font);

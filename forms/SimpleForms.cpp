@@ -81,13 +81,15 @@ QWidget* MakeExtinctionForm(QWidget* parent) {
     for (int i = 0; i < 2; ++i) {
         const auto s = static_cast<std::size_t>(i);
         grid->addWidget(MakeHead(bind, [s]() -> Control& { return ExtinctionForm.Head[s]; }), 0, i);
-        grid->addWidget(MakeField(bind, [s]() -> Control& { return ExtinctionForm.ExtinctionInput[s]; },
-                                  {[s] { ExtinctionGotFocus(s); },
-                                   [s](int key) { return ExtinctionKeyPress(s, key); },
-                                   [s] {
-                                       if (ExtinctionForm.State.Shown) ExtinctionLostFocus(s);
-                                   },
-                                   {}}),
+        grid->addWidget(MakeField(
+                            bind, [s]() -> Control& { return ExtinctionForm.ExtinctionInput[s]; },
+                            {[s] { ExtinctionGotFocus(s); },
+                             [s](int key) { return ExtinctionKeyPress(s, key); },
+                             [s] {
+                                 if (ExtinctionForm.State.Shown) ExtinctionLostFocus(s);
+                             },
+                             {}},
+                            18),
                         1, i);
     }
     auto* all = new QVBoxLayout(form);

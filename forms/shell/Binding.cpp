@@ -199,6 +199,9 @@ void FieldEdit::TakeText(const QString& typed) {
 void FieldEdit::keyPressEvent(QKeyEvent* event) {
     const int key = IsCommand(*event) ? 0 : KeyCode(*event);
     if (key == 0) {
+        // An access key that the window does not have would otherwise be typed, past the rules.
+        const bool unknown = event->modifiers() == Qt::AltModifier && !event->text().isEmpty();
+        if (unknown) return event->ignore();
         QLineEdit::keyPressEvent(event);
         ToRecord();
         return;
@@ -226,12 +229,14 @@ void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
     ToRecord();
 }
 
-// Tab belongs to the form where it has a rule for it.
+// Tab belongs to the form where it has a rule for it; where that leads to a field that the check of this one
+// takes the focus back from, it has led somewhere all the same.
 bool FieldEdit::focusNextPrevChild(bool next) {
     if (next && Handlers.Key) {
         const QWidget* before = window()->focusWidget();
+        const int left = TimesLeft;
         AskKey(KeyTab);
-        if (window()->focusWidget() != before || !window()->isVisible()) return true;
+        if (window()->focusWidget() != before || TimesLeft != left || !window()->isVisible()) return true;
     }
     return QLineEdit::focusNextPrevChild(next);
 }
@@ -249,6 +254,7 @@ void FieldEdit::Enter() {
 void FieldEdit::Leave() {
     if (!Entered) return;
     Entered = false;
+    ++TimesLeft;
     ToRecord();
     Record().SelLength = 0;
     Guarded(Handlers.LostFocus);
@@ -450,6 +456,8 @@ FormDialog::FormDialog(FormState& state, std::function<void()> closedByUser, QWi
     Bind.Also([this] {
         if (!State.Shown && isVisible()) done(QDialog::Accepted);
     });
+    // Wide enough for the caption, which stands in bold between the icon and the buttons of the frame.
+    setMinimumWidth(fontMetrics().horizontalAdvance(ShownText(state.Caption)) * 6 / 5 + 130);
 }
 
 void FormDialog::reject() {

@@ -74,6 +74,7 @@ private:
     FieldHandlers Handlers;
     bool Fresh = false;   // the focus has come by a click that is not over yet
     bool Entered = false; // the form has been told that the focus is here
+    int TimesLeft = 0;    // and that it has gone
 };
 
 // Runs the check of a field that a click has left. False when the check refused the value and took the focus
