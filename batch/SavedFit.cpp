@@ -33,6 +33,10 @@ void CheckHeader(const FitFileHeader& header, const std::string& path) {
     if (NumericPrefix(header.Version) < static_cast<double>(Work.FileFormatVersion))
         FailFit(path, "this file is a fit from version " + header.Version +
                           ", which cannot be used with version " + Work.ProgramVersion);
+    // The desktop asks whether to try it all the same; nobody is here to say so.
+    if (NumericPrefix(header.Version) > NumericPrefix(Work.ProgramVersion))
+        FailFit(path, "this file is a fit from version " + header.Version + ", which is newer than version " +
+                          Work.ProgramVersion + " that is running");
 }
 
 void Restore(const std::string& bytes, const std::string& path) {

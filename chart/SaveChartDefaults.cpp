@@ -51,14 +51,17 @@ void SaveStyle() {
 
 void SavePageSize() {
     const ChartStyle& style = Chart.Style;
-    Write("LeftMargin", LengthText(style.LeftMargin));
-    Write("TopMargin", LengthText(style.TopMargin));
-    Write("RightMargin", LengthText(style.RightMargin));
-    Write("BottomMargin", LengthText(style.BottomMargin));
-    Write("PageSize", style.PageCustom != 0 ? "Custom" : style.PageHalf != 0.0F ? "Half" : "Full");
-    if (style.PageCustom == 0) return;
-    Write("CustomHeight", LengthText(style.CustomHeight));
-    Write("CustomWidth", LengthText(style.CustomWidth));
+    const char* const page = style.PageCustom != 0 ? "Custom" : style.PageHalf != 0.0F ? "Half" : "Full";
+    std::vector<IniSetting> settings{{"LeftMargin", LengthText(style.LeftMargin)},
+                                     {"TopMargin", LengthText(style.TopMargin)},
+                                     {"RightMargin", LengthText(style.RightMargin)},
+                                     {"BottomMargin", LengthText(style.BottomMargin)},
+                                     {"PageSize", page}};
+    if (style.PageCustom != 0) {
+        settings.push_back({"CustomHeight", LengthText(style.CustomHeight)});
+        settings.push_back({"CustomWidth", LengthText(style.CustomWidth)});
+    }
+    WriteIniValues(ChartIniPath(), ChartIniSection(), settings);
 }
 
 void SavePrinting() {

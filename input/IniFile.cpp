@@ -149,4 +149,12 @@ void WriteIniValue(const std::string& path, std::string_view section, std::strin
     Host.WriteFile(path, WithIniValue(ReadIniFile(path), section, key, value));
 }
 
+void WriteIniValues(const std::string& path, std::string_view section,
+                    const std::vector<IniSetting>& settings) {
+    std::string bytes = ReadIniFile(path);
+    for (const IniSetting& setting : settings)
+        bytes = WithIniValue(bytes, section, setting.Key, setting.Value);
+    Host.WriteFile(path, bytes);
+}
+
 } // namespace Quillon

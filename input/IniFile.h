@@ -15,6 +15,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Quillon {
 
@@ -35,5 +36,12 @@ std::string ReadIniFile(const std::string& path);
 // then as before.
 void WriteIniValue(const std::string& path, std::string_view section, std::string_view key,
                    std::string_view value);
+
+// Replaces several values of a section at one time: all of them or none.
+struct IniSetting {
+    std::string Key, Value;
+};
+void WriteIniValues(const std::string& path, std::string_view section,
+                    const std::vector<IniSetting>& settings);
 
 } // namespace Quillon

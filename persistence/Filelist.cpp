@@ -16,6 +16,9 @@ std::string RecentKey(long item) {
 
 using PathList = std::vector<std::string>;
 
+// The menu holds what the ini file could not be made to hold.
+bool Unwritten = false;
+
 PathList PathsIn(const std::string& ini) {
     PathList paths;
     for (long item = 1; item <= MaxRecentFiles; ++item) {
@@ -54,11 +57,34 @@ std::string WithPaths(std::string ini, const PathList& paths) {
     return ini;
 }
 
-void StorePaths(const PathList& paths) {
-    ShowPaths(paths);
+// The list at hand is the ini file's: another running copy of the program may have added to it, and what it
+// added stays. What this run could not write, the menu knows.
+PathList ListAtHand(const std::string& ini) {
+    PathList paths = Unwritten ? ShownPaths() : PathList{};
+    for (const std::string& path : PathsIn(ini))
+        if (std::find(paths.begin(), paths.end(), path) == paths.end()) paths.push_back(path);
+    return paths;
+}
+
+// Shows what the list becomes, and writes it.
+template <class Change> void ChangeList(const Change& change) {
+    PathList paths = ShownPaths();
+    bool shown = false;
+    const auto show = [&] {
+        change(paths);
+        if (paths.size() > MaxRecentFiles) paths.resize(MaxRecentFiles);
+        ShowPaths(paths);
+        shown = true;
+    };
     try {
-        Host.WriteFile(IniFilePath(), WithPaths(ReadIniFile(IniFilePath()), paths));
+        const std::string ini = ReadIniFile(IniFilePath());
+        paths = ListAtHand(ini);
+        show();
+        Host.WriteFile(IniFilePath(), WithPaths(ini, paths));
+        Unwritten = false;
     } catch (const RuntimeError&) {
+        if (!shown) show();
+        Unwritten = true;
         TellWriteFailure();
     }
 }
@@ -73,6 +99,7 @@ bool CanBeListed(const std::string& path) {
 ZeroBased<RecentItem> mnuRecentFile(MaxRecentFiles);
 
 void LoadRecentFiles() {
+    Unwritten = false;
     try {
         ShowPaths(PathsIn(ReadIniFile(IniFilePath())));
     } catch (const RuntimeError&) {
@@ -83,25 +110,27 @@ void LoadRecentFiles() {
 void AddRecentFile(const std::string& path) {
     if (!CanBeListed(path)) return;
     const std::string whole = IsAbsolutePath(path) ? path : JoinPath(Host.WorkingDirectory(), path);
-    PathList paths = ShownPaths();
-    if (!paths.empty() && paths.front() == whole) return;
-    std::erase(paths, whole);
-    paths.insert(paths.begin(), whole);
-    if (paths.size() > MaxRecentFiles) paths.resize(MaxRecentFiles);
-    StorePaths(paths);
+    const PathList shown = ShownPaths();
+    if (!shown.empty() && shown.front() == whole) return;
+    ChangeList([&](PathList& paths) {
+        std::erase(paths, whole);
+        paths.insert(paths.begin(), whole);
+    });
 }
 
 void RemoveRecentFile(long item) {
-    PathList paths = ShownPaths();
-    if (item < 1 || item > static_cast<long>(paths.size())) return;
-    paths.erase(paths.begin() + (item - 1));
-    StorePaths(paths);
+    const PathList shown = ShownPaths();
+    if (item < 1 || item > static_cast<long>(shown.size())) return;
+    ChangeList([&](PathList& paths) { std::erase(paths, shown[static_cast<std::size_t>(item - 1)]); });
 }
 
 RestoreOutcome ChooseRecentFile(long item) {
     if (item < 1 || item > MaxRecentFiles || !mnuRecentFile[item].Visible) return {};
     const std::string path = mnuRecentFile[item].Path; // the list may change while the fit is read
-    if (Host.FileExists(path)) {
+    Host.SetPointer(Pointer::Hourglass);               // a disk of the network may take its time
+    const bool there = Host.FileExists(path);
+    Host.SetPointer(Pointer::Standard);
+    if (there) {
         const RestoreOutcome outcome = ReadFitFile(path, false);
         Work.AbortFit = FlagFalse;
         return outcome;

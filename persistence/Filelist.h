@@ -35,8 +35,9 @@ extern ZeroBased<RecentItem> mnuRecentFile;
 // Reads the list. Without an ini file it is empty.
 void LoadRecentFiles();
 
-// Puts a file first. A list of six that gains a new file loses its last one. When the list cannot be written
-// the user is told, and the menu still shows it until the end of the run.
+// Puts a file first, unless the menu has it first. A list of six that gains a new file loses its last one.
+// What another running copy of the program has listed meanwhile stays in the list. When the list cannot be
+// written the user is told, and the menu still shows it until the end of the run.
 void AddRecentFile(const std::string& path);
 
 // Takes item 1 to 6 off the list; the later ones move up.

@@ -133,11 +133,15 @@ void WriteBusy(const std::string& path) {
 
 } // namespace
 
-void WriteFitFile(const std::string& path) {
-    const std::string bytes = EncodeFit(Work);
+std::string FitFileBytes() {
+    std::string bytes = EncodeFit(Work);
     // A file that could not be restored must not take the place of one that can.
     DecodeFit(bytes, Work);
-    Host.WriteFile(path, bytes);
+    return bytes;
+}
+
+void WriteFitFile(const std::string& path) {
+    Host.WriteFile(path, FitFileBytes());
     Work.FitFile = path;
 }
 

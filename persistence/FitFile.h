@@ -39,6 +39,9 @@ DecodedFit DecodeFit(const std::string& bytes, const Workspace& present);
 
 // --- without a word to the user ----------------------------------------------------------------------------
 
+// The bytes of the present analysis. RuntimeError when they could not be restored again.
+std::string FitFileBytes();
+
 // Writes the present analysis to a file, which then is its FitFile. RuntimeError, and the former file as it
 // was, when the system refuses or when the file could not be restored again.
 void WriteFitFile(const std::string& path);

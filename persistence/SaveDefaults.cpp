@@ -46,14 +46,15 @@ std::string Percent(float fraction) {
 
 // --- writing ---------------------------------------------------------------------------------------------
 
-void Write(const char* section, const std::string& key, const std::string& value) {
-    WriteIniValue(IniFilePath(), section, key, value);
-}
 void WriteFit(const std::string& key, const std::string& value) {
-    Write(IniSection::FitSettings, key, value);
+    WriteIniValue(IniFilePath(), IniSection::FitSettings, key, value);
 }
 void WriteProgram(const std::string& key, const std::string& value) {
-    Write(IniSection::Program, key, value);
+    WriteIniValue(IniFilePath(), IniSection::Program, key, value);
+}
+// The keys of one question together: a failure leaves none of them rather than some.
+void WriteProgram(const std::vector<IniSetting>& settings) {
+    WriteIniValues(IniFilePath(), IniSection::Program, settings);
 }
 
 template <class Questions> void AskOrTell(const Questions& questions) {
@@ -174,24 +175,25 @@ void AskCoefficients() {
             "Do you want to save the present values for solute absorptivity, extinction coefficient, v-bar "
             "and dn/dc, the solvent density, and the cell pathlength as the default values?"))
         return;
-    WriteProgram(IniKey::Absorptivity, SingleText(Work.AbsorpA));
-    WriteProgram(IniKey::Extinction, SingleText(Work.ExtA));
-    WriteProgram(IniKey::RefractometricExtinction, SingleText(Work.RefrA));
-    WriteProgram(IniKey::SolventDensity, SingleText(Work.SolventDensity));
-    WriteProgram(IniKey::SoluteVBar, SingleText(Work.VbarA));
-    WriteProgram(IniKey::CellPathlength, SingleText(Work.CellPathlength));
-    WriteProgram(IniKey::SoluteRefractivity, SingleText(Work.FringeMassA));
+    WriteProgram({{IniKey::Absorptivity, SingleText(Work.AbsorpA)},
+                  {IniKey::Extinction, SingleText(Work.ExtA)},
+                  {IniKey::RefractometricExtinction, SingleText(Work.RefrA)},
+                  {IniKey::SolventDensity, SingleText(Work.SolventDensity)},
+                  {IniKey::SoluteVBar, SingleText(Work.VbarA)},
+                  {IniKey::CellPathlength, SingleText(Work.CellPathlength)},
+                  {IniKey::SoluteRefractivity, SingleText(Work.FringeMassA)}});
 }
 
 void AskModelAndUnits() {
     if (!Agreed("Do you want to save the present fitting model and units mode (sigma vs. MW, AU vs. mg/mL, "
                 "etc.) as the default values?"))
         return;
-    WriteProgram(IniKey::FitModelNumber, std::to_string(Work.Model));
-    WriteProgram(IniKey::ConcentrationUnits, std::to_string(Work.ConcUnits));
-    WriteProgram(IniKey::MassUnits, Work.MassUnits == 2 ? "True" : Work.MassUnits == 1 ? "Buoyant" : "False");
-    WriteProgram(IniKey::NonIdeal, TrueOrFalse(Work.NonIdeal != 0));
-    WriteProgram(IniKey::SplitKs, TrueOrFalse(Work.SeparateK != 0));
+    const char* const mass = Work.MassUnits == 2 ? "True" : Work.MassUnits == 1 ? "Buoyant" : "False";
+    WriteProgram({{IniKey::FitModelNumber, std::to_string(Work.Model)},
+                  {IniKey::ConcentrationUnits, std::to_string(Work.ConcUnits)},
+                  {IniKey::MassUnits, mass},
+                  {IniKey::NonIdeal, TrueOrFalse(Work.NonIdeal != 0)},
+                  {IniKey::SplitKs, TrueOrFalse(Work.SeparateK != 0)}});
 }
 
 void AskRangePlot() {

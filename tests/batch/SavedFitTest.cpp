@@ -58,6 +58,18 @@ TEST_F(SavedFits, RefittedTheFitStaysAtItsMinimum) {
     EXPECT_NEAR(sum(ReadWholeFile(Place("b.json"))), first, 1e-4 * first);
 }
 
+TEST_F(SavedFits, AFitOfANewerVersionIsRefused) {
+    ASSERT_EQ(Run(Job() + " --save " + Place("a.quil")), 0) << Errors;
+    std::string bytes = ReadWholeFile(Place("a.quil"));
+    ASSERT_EQ(bytes.substr(11, 5), "4.0.0");
+    bytes[13] = '1';
+    Script_.MakeFile("newer.quil", bytes);
+    EXPECT_EQ(Run(Place("newer.quil")), 1);
+    EXPECT_EQ(Errors, Place("newer.quil") + ": this file is a fit from version 4.1.0, which is newer than "
+                                            "version 4.0.0 that is running\n");
+    EXPECT_EQ(Printed, "");
+}
+
 TEST_F(SavedFits, WhatIsNoFitIsRefusedInOneLine) {
     Script_.MakeFile("x.quil", "this is no fit");
     EXPECT_EQ(Run(Place("x.quil")), 1);

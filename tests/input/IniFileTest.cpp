@@ -132,6 +132,20 @@ TEST(IniFile, FilesAreMadeReadAndKeptWhole) {
     EXPECT_EQ(ReadIniFile(path), "[gnllsq]\nMaxIterations=60\n");
 }
 
+TEST(IniFile, SeveralValuesAreWrittenAtOneTime) {
+    Script script;
+    const std::string path = script.MakeFile("quillon.ini", "; mine\r\n[s]\r\nb = 1\r\nc=2\r\n");
+    int writes = 0;
+    const auto write = Host.WriteFile;
+    Host.WriteFile = [&](const std::string& file, const std::string& bytes) {
+        ++writes;
+        write(file, bytes);
+    };
+    WriteIniValues(path, "S", {{"a", "10"}, {"B", "11"}, {"d", "12"}});
+    EXPECT_EQ(writes, 1);
+    EXPECT_EQ(ReadIniFile(path), "; mine\r\n[s]\r\nb =11\r\nc=2\r\na=10\r\nd=12\r\n");
+}
+
 TEST(IniFile, AFileThatCannotBeReadIsNotOverwritten) {
     Script script;
     const std::string path = script.MakeFile("quillon.ini", "[s]\nk=1\n");

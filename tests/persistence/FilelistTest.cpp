@@ -196,6 +196,62 @@ TEST_F(Filelist, AListThatCannotBeWrittenIsTold) {
     EXPECT_EQ(Shown(), Paths{"/a"});
 }
 
+TEST_F(Filelist, WhatAnotherCopyOfTheProgramListedStays) {
+    Ini("[File MRU]\nRecentFile1=/a\nRecentFile2=/b\n");
+    const auto fromOutside = [&](const std::string& bytes) { Scripted.MakeFile("QUILLON.ini", bytes); };
+    fromOutside("[File MRU]\nRecentFile1=/c\nRecentFile2=/a\nRecentFile3=/b\n");
+    AddRecentFile("/d");
+    EXPECT_EQ(Shown(), (Paths{"/d", "/c", "/a", "/b"}));
+    EXPECT_EQ(Ini(), "[File MRU]\nRecentFile1=/d\nRecentFile2=/c\nRecentFile3=/a\nRecentFile4=/b\n");
+    fromOutside("[File MRU]\nRecentFile1=/e\nRecentFile2=/d\nRecentFile3=/c\n");
+    RemoveRecentFile(2); // "/c" of the menu
+    EXPECT_EQ(Shown(), (Paths{"/e", "/d"}));
+    fromOutside("[File MRU]\nRecentFile1=/1\nRecentFile2=/2\nRecentFile3=/3\nRecentFile4=/4\n"
+                "RecentFile5=/5\nRecentFile6=/6\n");
+    AddRecentFile("/f");
+    EXPECT_EQ(Shown(), (Paths{"/f", "/1", "/2", "/3", "/4", "/5"}));
+}
+
+TEST_F(Filelist, WhatCouldNotBeWrittenIsWrittenWithTheNextFile) {
+    AddRecentFile("/a");
+    {
+        const auto write = Host.WriteFile;
+        Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
+        Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini");
+        AddRecentFile("/b");
+        Host.WriteFile = write;
+    }
+    AddRecentFile("/c");
+    EXPECT_EQ(Shown(), (Paths{"/c", "/b", "/a"}));
+    LoadRecentFiles();
+    EXPECT_EQ(Shown(), (Paths{"/c", "/b", "/a"}));
+}
+
+TEST_F(Filelist, AnIniFileThatCannotBeReadIsNotWrittenOver) {
+    Ini("[File MRU]\nRecentFile1=/a\n[gnllsq]\nMaxIterations=41\n");
+    const std::string before = Ini();
+    const auto read = Host.ReadFile;
+    Host.ReadFile = [](const std::string&) -> std::string { RaiseError("Path/File access error"); };
+    Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini");
+    AddRecentFile("/b");
+    EXPECT_EQ(Shown(), (Paths{"/b", "/a"})); // for the rest of this run
+    Host.ReadFile = read;
+    EXPECT_EQ(Ini(), before);
+}
+
+TEST_F(Filelist, ThePointerIsAnHourglassWhileAFileIsLookedFor) {
+    AddRecentFile("/gone.quil");
+    std::vector<Pointer> pointers;
+    Host.SetPointer = [&](Pointer pointer) { pointers.push_back(pointer); };
+    Host.FileExists = [&](const std::string& path) {
+        EXPECT_TRUE(path != "/gone.quil" || pointers == std::vector<Pointer>{Pointer::Hourglass});
+        return false;
+    };
+    Scripted.AnswerAllMessages(BoxAnswer::Ok);
+    ChooseRecentFile(1);
+    EXPECT_EQ(pointers.back(), Pointer::Standard);
+}
+
 TEST_F(Filelist, AnIniFileThatCannotBeReadGivesAnEmptyList) {
     Ini("[File MRU]\nRecentFile1=/a\n");
     Host.ReadFile = [](const std::string&) -> std::string { RaiseError("Path/File access error"); };

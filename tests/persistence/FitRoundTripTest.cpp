@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -198,16 +197,14 @@ TEST(FitRoundTrip, AWorkspaceWithoutAFit) {
     EXPECT_EQ(EncodeFit(back), first);
 }
 
-TEST(FitRoundTrip, TheLargestFitTakesNoNoticeableTime) {
+TEST(FitRoundTrip, TheLargestFit) {
     Workspace w = LargestFit();
     w.ModelCount = 24;
     w.ModelName.Resize(24);
-    const auto start = std::chrono::steady_clock::now();
     const std::string first = EncodeFit(w);
     const Workspace back = DecodeFit(first, FreshWorkspace()).Analysis;
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(Differences(w, back), (std::set<std::string>{"NormVector", "AtBound"}));
     EXPECT_TRUE(EncodeFit(back) == first);
-    EXPECT_LT(seconds.count(), 1.0); // a few milliseconds; the margin is for sanitizers on a busy machine
 }
 
 TEST(FitRoundTrip, WhatBelongsToTheUserStaysAsItIs) {

@@ -391,9 +391,9 @@ TEST_F(SaveDefaults, AWriteThatFailsIsToldAndEndsTheQuestions) {
         AnswerYes(counting, 0, total);
         SaveProgramDefaults();
     }
-    // The font, seven coefficients, five of model and units, range plot, cell, rotor, six and eight radii;
-    // 4 is out of range for scaling and points.
-    ASSERT_EQ(total, 1 + 7 + 5 + 1 + 1 + 1 + 6 + 8);
+    // The font, the coefficients and then model and units at one time each, range plot, cell, rotor, six and
+    // eight radii; 4 is out of range for scaling and points.
+    ASSERT_EQ(total, 1 + 1 + 1 + 1 + 1 + 1 + 6 + 8);
     for (int n = 1; n <= total; ++n) {
         Script script;
         int writes = 0;
