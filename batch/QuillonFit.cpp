@@ -73,7 +73,7 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     std::vector<Output> outputs;
     if (end.Converged && !options.Save.empty()) {
         Work.FitFile = options.Save; // the report names it
-        outputs.push_back({options.Save, EncodeFit(Work)});
+        outputs.push_back({options.Save, FitFileBytes()});
     }
     if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportText()});
     if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
