@@ -1,0 +1,186 @@
+// Residuals of one set and of all, about one zero line and separated.
+#include "graphs/ResidualGraphs.h"
+
+#include "GraphBench.h"
+
+#include <cmath>
+
+namespace Quillon {
+namespace {
+
+class ResidualGraphs : public GraphBench {
+protected:
+    ResidualGraphs() {
+        FillThreeSets();
+        Work.RmsResidual = 0.0074F;
+        Work.SpreadResiduals = 0;
+    }
+
+    std::vector<float> Residuals(long set, float shift = 0.0F) const {
+        std::vector<float> residuals;
+        for (const long point : PointsOf(set))
+            residuals.push_back(shift + (Work.PtY[point] - Work.PtFit[point]));
+        return residuals;
+    }
+    std::vector<float> Radii(long set) const {
+        const long row = Work.SetRow[set];
+        std::vector<float> radii;
+        for (long i = Work.FitRange[0][row]; i <= Work.FitRange[1][row]; ++i)
+            radii.push_back(Work.ScanRadius[row][i]);
+        return radii;
+    }
+    static void ExpectScale(const GraphAxis& axis, float low, float high, float interval) {
+        EXPECT_EQ(axis.ScaleMode, 0);
+        EXPECT_FLOAT_EQ(axis.Min, low);
+        EXPECT_FLOAT_EQ(axis.Max, high);
+        EXPECT_FLOAT_EQ(axis.FirstTic, low);
+        EXPECT_FLOAT_EQ(axis.TicInterval, interval);
+    }
+};
+
+TEST_F(ResidualGraphs, AllSetsStandAboutOneZeroLine) {
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    const GraphSpec& spec = Chart.Spec;
+    EXPECT_EQ(spec.GraphType, 4);
+    EXPECT_EQ(spec.PlotStyle, 2);
+    EXPECT_EQ(spec.SymbolMode, 1);
+    EXPECT_EQ(spec.Title1.Text.Str(), "RMS residual = 7.400E-3; data from /data/run 7/");
+    EXPECT_TRUE(spec.Title2.Text.Empty());
+    EXPECT_EQ(spec.AxisX1.Title.Text.Str(), "(R^2 - Ro^2) / 2   (cm^2)");
+    EXPECT_EQ(spec.AxisY1.Title.Text.Str(), "Y(exp) - Y(fit)");
+    EXPECT_EQ(spec.AxisX1.ScaleMode, 2);
+    ASSERT_EQ(Chart.State.Nsets, 3);
+    for (long k = 1; k <= 3; ++k)
+        ExpectSeries(k, At(k, Work.PtX), Residuals(k));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"00011.RA1", "00012.RA1", "00013.RA1"}));
+}
+
+TEST_F(ResidualGraphs, ValuesOnTheOtherAxes) {
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 0));
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Absorbance");
+    for (long k = 1; k <= 3; ++k)
+        ExpectSeries(k, At(k, Work.PtFit), Residuals(k));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Radius, 0));
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Radius (cm)");
+    for (long k = 1; k <= 3; ++k)
+        ExpectSeries(k, Radii(k), Residuals(k));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Radius, 2));
+    ASSERT_EQ(Chart.State.Nsets, 1);
+    ExpectSeries(1, Radii(2), Residuals(2));
+}
+
+TEST_F(ResidualGraphs, TheGraphOfOneSetTellsItsOwnDeviation) {
+    FillThreeSets(0.015625F); // 1/64: exact
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 2));
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "RMS deviation for set 2 = 1.563E-2; data from 00012.RA1");
+    ASSERT_EQ(Chart.State.Nsets, 1);
+    ExpectSeries(1, At(2, Work.PtX), Residuals(2));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"00012.RA1"}));
+    ExpectScale(Chart.Spec.AxisY1, -0.02F, 0.02F, 0.01F); // one digit of 0.0156
+}
+
+TEST_F(ResidualGraphs, ALongPathGoesIntoTheSecondTitle) {
+    Work.LabelPrefix = "/data/" + std::string(60, 'x') + "/";
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "RMS residual = 7.400E-3");
+    EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from " + Work.LabelPrefix);
+}
+
+TEST_F(ResidualGraphs, TheLimitIsOneDigitOfTheRootMeanSquare) {
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0)); // rms 0.0074, residuals up to 0.0078125
+    ExpectScale(Chart.Spec.AxisY1, -0.014F, 0.014F, 0.007F);
+    Work.RmsResidual = 0.0096F;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectScale(Chart.Spec.AxisY1, -0.01F, 0.01F, 0.005F);
+    Work.RmsResidual = -0.0096F;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectScale(Chart.Spec.AxisY1, -0.01F, 0.01F, 0.005F);
+}
+
+TEST(ResidualLimits, HoldTheLargestResidualInSteps) {
+    EXPECT_FLOAT_EQ(ResidualLimit(0.0374F, 0.03F), 0.04F);
+    EXPECT_FLOAT_EQ(ResidualLimit(0.0374F, 0.04F), 0.04F);
+    EXPECT_FLOAT_EQ(ResidualLimit(0.0374F, 0.041F), 0.08F);
+    EXPECT_FLOAT_EQ(ResidualLimit(0.0374F, 0.13F), 0.16F);
+    EXPECT_FLOAT_EQ(ResidualLimit(2.6F, 1.0F), 3.0F);
+    EXPECT_FLOAT_EQ(ResidualLimit(1.0F, 0.0F), 1.0F);
+}
+
+TEST_F(ResidualGraphs, AStoredZeroIsWorkedOutAfresh) {
+    FillFit({{1, 6, 0}, {2, 6, 0}}, 0.5F);
+    Work.RmsResidual = 0.0F; // the root of 12 * 0.25 over 12 - 2 is 0.5477
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectScale(Chart.Spec.AxisY1, -0.5F, 0.5F, 0.25F);
+    FillFit({{1, 6, 0}, {2, 6, 0}}, 0.0F); // and a perfect fit has none
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectScale(Chart.Spec.AxisY1, -1.0F, 1.0F, 0.5F);
+}
+
+TEST_F(ResidualGraphs, SeparatedSetsStandOneStepApart) {
+    Work.SpreadResiduals = -1;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0)); // 4 * 0.0074 is 0.0296: steps of 0.03
+    ExpectScale(Chart.Spec.AxisY1, -0.03F, 0.09F, 0.03F);
+    EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 2);
+    for (long k = 1; k <= 3; ++k)
+        ExpectSeries(k, At(k, Work.PtX), Residuals(k, static_cast<float>(k - 1) * 0.03F));
+}
+
+TEST_F(ResidualGraphs, OneSetIsNeverSeparated) {
+    Work.SpreadResiduals = -1;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 3));
+    ExpectSeries(1, At(3, Work.PtX), Residuals(3));
+    FillFit({{1, 5, 0}}, 0.25F);
+    Work.SpreadResiduals = -1;
+    Work.RmsResidual = 0.3F;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectSeries(1, At(1, Work.PtX), Residuals(1));
+    ExpectScale(Chart.Spec.AxisY1, -0.3F, 0.3F, 0.15F);
+}
+
+TEST(ResidualSteps, AreOneDigitOfFourDeviations) {
+    EXPECT_FLOAT_EQ(SpreadStep(0.004F), 0.02F);
+    EXPECT_FLOAT_EQ(SpreadStep(0.001F), 0.004F);
+    EXPECT_FLOAT_EQ(SpreadStep(0.0024F), 0.01F); // 9.6 thousandths
+    EXPECT_FLOAT_EQ(SpreadStep(1.0F), 4.0F);
+}
+
+TEST_F(ResidualGraphs, EverySymbolLiesWithinTheFrame) {
+    Work.RmsResidual = 0.001F; // the residuals are eight times as large
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    for (long k = 1; k <= 3; ++k)
+        for (const float residual : Residuals(k))
+            EXPECT_LE(std::fabs(residual), Chart.Spec.AxisY1.Max);
+    EXPECT_LT(Chart.Spec.AxisY1.Max, 0.01F); // a pseudo-point's 999 does not count
+}
+
+TEST_F(ResidualGraphs, CommandsShowTheWindowAndOfferNoOption) {
+    GraphResiduals();
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), Work.XAxisTitle);
+    GraphResidualsY();
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Absorbance");
+    GraphResidualsR();
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Radius (cm)");
+    EXPECT_EQ(Outside.Forms.size(), 3U);
+    for (const MenuItem& item : Charts.SpecialOpts)
+        EXPECT_FALSE(item.Visible);
+}
+
+TEST_F(ResidualGraphs, CommandsOfOneSetAskWhich) {
+    void (*const commands[])() = {GraphResidSet, GraphResidSetY, GraphResidualsRSet};
+    const std::string titles[] = {Work.XAxisTitle, "Absorbance", "Radius (cm)"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        Outside.ExpectModal("PickSet", [] {
+            PickSetRow(3);
+            PickSetOkButton();
+        });
+        commands[i]();
+        EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), titles[i]);
+        EXPECT_EQ(Names(), (std::vector<std::string>{"00013.RA1"}));
+    }
+    Outside.ExpectModal("PickSet", [] { PickSetCancelButton(); });
+    GraphResidSet();
+    EXPECT_EQ(Outside.Forms.size(), 3U);
+}
+
+} // namespace
+} // namespace Quillon
