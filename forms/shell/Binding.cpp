@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QLabel>
@@ -456,8 +457,17 @@ FormDialog::FormDialog(FormState& state, std::function<void()> closedByUser, QWi
     Bind.Also([this] {
         if (!State.Shown && isVisible()) done(QDialog::Accepted);
     });
-    // Wide enough for the caption, which stands in bold between the icon and the buttons of the frame.
-    setMinimumWidth(fontMetrics().horizontalAdvance(ShownText(state.Caption)) * 6 / 5 + 130);
+}
+
+// Wide enough for the caption, which stands in bold between the icon and the buttons of the frame.
+void FormDialog::setVisible(bool visible) {
+    auto* rows = qobject_cast<QBoxLayout*>(layout());
+    if (visible && rows && !CaptionFits) {
+        const int width = fontMetrics().horizontalAdvance(ShownText(State.Caption)) * 6 / 5 + 110;
+        rows->addSpacerItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Fixed));
+        CaptionFits = true;
+    }
+    QDialog::setVisible(visible);
 }
 
 void FormDialog::reject() {

@@ -143,6 +143,7 @@ class FormDialog : public QDialog {
 public:
     FormDialog(FormState& state, std::function<void()> closedByUser, QWidget* parent);
     Binder Bind;
+    void setVisible(bool visible) override;
 
 public slots:
     void reject() override; // Esc and the window's close button
@@ -153,6 +154,7 @@ protected:
 
 private:
     std::function<void()> ClosedByUser;
+    bool CaptionFits = false;
 };
 
 } // namespace Quillon
