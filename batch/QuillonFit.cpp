@@ -1,6 +1,7 @@
 #include "batch/QuillonFit.h"
 
 #include "batch/BatchPlatform.h"
+#include "batch/Graphs.h"
 #include "batch/JobFile.h"
 #include "batch/OneLine.h"
 #include "batch/Options.h"
@@ -39,20 +40,28 @@ std::string LoadFile(const std::string& path) {
     }
 }
 
+void CheckGraphSets(const Options& options, long sets) {
+    for (const GraphOption& graph : options.Graphs)
+        CheckGraphSet(graph, sets);
+}
+
 RunEnd RunInput(const Options& options) {
     const std::string bytes = LoadFile(options.JobPath);
     if (!NamesSavedFit(options.JobPath)) {
         const Job job = ParseJob(bytes, options.JobPath);
+        CheckGraphSets(options, static_cast<long>(job.Sets.size()));
         WatchInterrupt();
         return RunJob(job);
     }
     WatchInterrupt();
-    return RunSavedFit(bytes, options.JobPath, options.Refit);
+    const RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit);
+    CheckGraphSets(options, Work.NumSets);
+    return end;
 }
 
 // A place that cannot be written is better known before a long fit than after it.
 void CheckOutputPlace(const std::string& path) {
-    if (path.empty() || path == "-") return;
+    if (path == "-") return;
     const std::string reason = WhyNotWritable(path);
     if (!reason.empty()) FailFile(path, reason);
 }
@@ -77,14 +86,18 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     }
     if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportText()});
     if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
+    for (const GraphOption& graph : options.Graphs)
+        if (end.Converged) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (!options.Results.empty()) outputs.push_back({options.Results, ResultsJson(end.Message)});
     return outputs;
 }
 
 int RunOptions(const Options& options) {
     Console.Progress = !options.Quiet;
-    for (const std::string& path : {options.Report, options.Results, options.Points, options.Save})
-        CheckOutputPlace(path);
+    for (const NamedOutput& output : OutputsOf(options))
+        CheckOutputPlace(output.Path);
+    for (const GraphOption& graph : options.Graphs)
+        CheckGraphFormat(graph);
     const RunEnd end = RunInput(options);
     std::vector<Output> outputs;
     try {
