@@ -1,4 +1,6 @@
 #include "chart/CHART.h"
+#include "chart/Device.h"
+#include "platform/Platform.h"
 
 #include <algorithm>
 
@@ -31,9 +33,31 @@ void ChartMenuStatus(ChartsForm& form) {
     SetPlotItems(form);
     form.ShowLegend.Checked = spec.Legend.Show != 0;
     form.DeleteTitles.Enabled = LeftTrimmedText(spec.Title1.Text) || LeftTrimmedText(spec.Title2.Text);
+    form.UseRainbow.Checked = Chart.Style.UseRainbowColors != 0;
     form.ShowGrids.Checked = spec.AxisX1.Grid != 0 || spec.AxisY1.Grid != 0;
     const bool several = Chart.State.Nsets > 1 && Chart.State.MultiSet == 1;
     form.SeparateX.Enabled = form.SeparateY.Enabled = form.SeparateBoth.Enabled = several;
+}
+
+void ClearSpecialOptions() {
+    Charts.SpecialOpts = {};
+    Charts.SpecialActions = {};
+    for (MenuItem& item : Charts.SpecialOpts)
+        item.Visible = item.Enabled = false;
+}
+
+void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)()) {
+    Charts.SpecialOpts[place] = MenuItem{caption, false, true, true};
+    Charts.SpecialActions[place] = action;
+}
+
+bool ChartsMayClose() {
+    if (!Charts.Needed) return true;
+    const BoxRequest question{
+        "Closing the graphing window at this time is not recommended, and might crash the program.  Close it "
+        "anyway?",
+        ProgramTitle(), BoxIcon::Warning, BoxButtons::YesNo, BoxAnswer::No};
+    return Host.MessageBoxAnswer(question) == BoxAnswer::Yes;
 }
 
 void PushZoom(float xmin, float xmax, float ymin, float ymax) {

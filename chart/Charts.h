@@ -20,7 +20,7 @@ struct ZoomStack {
 
 // A thin vertical line over the frame that the user moves along X.
 struct ChartMarker {
-    float X{};                        // axis units
+    float X{};                        // units of the stored data
     int Device{};                     // device units, within the frame
     std::uint32_t Color = 0x0000C000; // green
 };
@@ -52,8 +52,9 @@ struct ChartsForm {
     std::vector<ChartMarker> Markers;
     std::int16_t ZoomState{}; // markers that whoever made the graph has in use
     int CapturedMarker = -1;  // the one that the pointer drags
+    int ActiveMarker = 0;     // the one that the arrow keys move
     std::int16_t KeyCode{};   // the last key pressed on the graph, until it is taken
-    std::int16_t KeyShift{};  // 2 with Ctrl
+    std::int16_t KeyShift{};  // sum of 1 Shift, 2 Ctrl, 4 Alt
     bool Needed = false;      // whoever made the graph still waits for it
     bool Shown = false;       // cleared to close a window that is shown modally
     // While the window is shown modally: what a key does; true ends the showing.
@@ -64,6 +65,13 @@ inline ChartsForm Charts;
 
 // Sets the menu items after the current spec.
 void ChartMenuStatus(ChartsForm& form);
+
+// Withdraws all special options; who makes the next graph offers its own.
+void ClearSpecialOptions();
+void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)());
+
+// True when the window may be closed: asks while whoever made the graph still waits for it.
+bool ChartsMayClose();
 
 // Puts a scale on the stack of zooms; the oldest of ten is lost.
 void PushZoom(float xmin, float xmax, float ymin, float ymax);

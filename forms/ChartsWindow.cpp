@@ -45,12 +45,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override {
-        if (Charts.Needed &&
-            Host.MessageBoxAnswer(
-                {"Closing the graphing window at this time is not recommended, and might crash "
-                 "the program.  Close it anyway?",
-                 Work.ProgramName, BoxIcon::Warning, BoxButtons::YesNo, BoxAnswer::No}) != BoxAnswer::Yes)
-            return event->ignore();
+        if (!ChartsMayClose()) return event->ignore();
         event->accept();
         if (Modal) Canvas->Key(27, 0);
     }
@@ -96,8 +91,7 @@ private:
             scale, []() -> MenuItem& { return Charts.AutoY; }, DoAutoY);
         scale->addSeparator();
         Add(
-            scale, []() -> MenuItem& { return Charts.RoundOnZoom; },
-            [] { Charts.RoundOnZoom.Checked = !Charts.RoundOnZoom.Checked; }, true);
+            scale, []() -> MenuItem& { return Charts.RoundOnZoom; }, ToggleRoundOnZoom, true);
         Add(
             scale, []() -> MenuItem& { return Charts.ShowCursor; }, ToggleShowCursor, true);
     }

@@ -4,6 +4,7 @@
 #include "chart/ChartMouse.h"
 #include "platform/Platform.h"
 #include "scandata/DataSetTable.h"
+#include "scandata/RangeOptions.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -15,16 +16,6 @@ namespace {
 
 constexpr const char* Instruction =
     "Drag the green markers to designate the data region to be fitted; hit ENTER when done";
-
-float Abscissa(float radius) {
-    if (!Work.RangeLogPlot) return radius;
-    return static_cast<float>(static_cast<double>(radius) * static_cast<double>(radius) / 2.0);
-}
-
-float Ordinate(float value) {
-    if (!Work.RangeLogPlot) return value;
-    return value > 0.0F ? static_cast<float>(std::log(static_cast<double>(value))) : MissingValue;
-}
 
 // The next of 1, 2, 5 times a power of ten at or above a distance of tics.
 double RoundStep(double wanted) {
@@ -64,16 +55,16 @@ void Draw(long row) {
     GraphSpec spec;
     GraphInit(spec, GraphTypes::XYPlot, PlotStyles::SymbolsOnly);
     spec.SymbolMode = 1;
-    spec.Title1.Text = Work.RangeLogPlot ? "ln(c) vs. r^2 / 2 Plot" : Work.ScanFile[row];
-    spec.AxisX1.Title.Text = Work.RangeLogPlot ? "Radius Squared / 2" : "Radius";
-    spec.AxisY1.Title.Text = Work.RangeLogPlot ? "ln(Absorbance)" : "Absorbance";
+    spec.Title1.Text = RangeGraphIsLog ? "ln(c) vs. r^2 / 2 Plot" : Work.ScanFile[row];
+    spec.AxisX1.Title.Text = RangeGraphIsLog ? "Radius Squared / 2" : "Radius";
+    spec.AxisY1.Title.Text = RangeGraphIsLog ? "ln(Absorbance)" : "Absorbance";
     spec.AxisX1.ScaleMode = ScaleModes::Autorange;
     SetTable x(n, 1);
     SetTable y(n, 1);
     for (long p = 1; p <= n; ++p) {
-        const float v = Ordinate(Work.ScanValue[row][p]);
+        const float v = RangeOrdinate(Work.ScanValue[row][p]);
         y(p, 1) = v;
-        x(p, 1) = v == MissingValue ? MissingValue : Abscissa(Work.ScanRadius[row][p]);
+        x(p, 1) = v == MissingValue ? MissingValue : RangeAbscissa(Work.ScanRadius[row][p]);
     }
     LimitToRange(spec.AxisY1, y, Work.FitRange[0][row], Work.FitRange[1][row]);
     spec.AxisX2 = spec.AxisX1;
@@ -93,7 +84,7 @@ void TakeMarkers(long row) {
     const long n = Work.ScanPoints[row];
     OneBased<float> axis(n);
     for (long p = 1; p <= n; ++p)
-        axis[p] = Abscissa(Work.ScanRadius[row][p]);
+        axis[p] = RangeAbscissa(Work.ScanRadius[row][p]);
     long first{};
     long last{};
     SearchArray(axis, 1, n, lo, first, false, 1);
@@ -101,16 +92,17 @@ void TakeMarkers(long row) {
     if (first < 1 || last < first) return; // no point between them
     Work.FitRange[0][row] = ToInt16(first);
     Work.FitRange[1][row] = ToInt16(last);
-    Work.SetChanged[row] = FlagTrue;
 }
 
 } // namespace
 
 bool SelectRange(long row) {
     if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
+    RangeGraphIsLog = Work.RangeLogPlot != 0;
     Draw(row);
-    PlaceMarkers(Abscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
-                 Abscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
+    OfferRangeOptions();
+    PlaceMarkers(RangeAbscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
+                 RangeAbscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
     Charts.StatusLine.Text = Instruction;
     Charts.KeyCode = 0;
     Charts.Needed = true;
@@ -123,6 +115,8 @@ bool SelectRange(long row) {
     Charts.Needed = Charts.Shown = false;
     Charts.StatusLine.Text.clear();
     RemoveMarkers();
+    ClearSpecialOptions();
+    Chart.GraphHeld = FlagFalse; // a graph shown otherwise is made afresh
     Work.AbortFit = FlagFalse;
     return accepted;
 }

@@ -1,0 +1,198 @@
+// The scale commands and options of the chart window.
+#include "chart/AxisScale.h"
+#include "chart/CHART.h"
+#include "chart/ChartMouse.h"
+#include "chart/Layout.h"
+#include "chart/Tics.h"
+#include "platform/Narrow.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr int FewestTics = 2; // what an axis must show for its scale to be read
+
+void SetScale(const ChartScale& s) {
+    GraphSpec& spec = Chart.Spec;
+    spec.AxisX1.Min = spec.AxisX2.Min = s.XMin;
+    spec.AxisX1.Max = spec.AxisX2.Max = s.XMax;
+    spec.AxisY1.Min = spec.AxisY2.Min = s.YMin;
+    spec.AxisY1.Max = spec.AxisY2.Max = s.YMax;
+}
+
+void SetModes(std::int16_t first, std::int16_t second) {
+    Chart.Spec.AxisX1.ScaleMode = Chart.Spec.AxisY1.ScaleMode = first;
+    Chart.Spec.AxisX2.ScaleMode = Chart.Spec.AxisY2.ScaleMode = second;
+}
+
+// New tics for one axis, whose limits are not rounded to them.
+void ChooseTicsWithin(GraphAxis& axis, GraphAxis& second) {
+    const std::int16_t mode = axis.ScaleMode;
+    const float low = axis.Min;
+    const float high = axis.Max;
+    axis.ScaleMode = ScaleModes::Autorange;
+    ChooseTics();
+    axis.ScaleMode = mode;
+    axis.Min = second.Min = low;
+    axis.Max = second.Max = high;
+    const bool steps = axis.TicInterval > 0.0F && !IsLog10(axis);
+    if (steps) axis.FirstTic = axis.TicInterval * std::ceil(std::min(low, high) / axis.TicInterval);
+    second.FirstTic = axis.FirstTic;
+}
+
+int TicsShown(const GraphAxis& axis, std::int16_t kind) {
+    const std::vector<Tic> tics = TicPositions(axis, kind);
+    return static_cast<int>(std::count_if(tics.begin(), tics.end(), [](const Tic& t) { return t.Major; }));
+}
+
+// A scale deep within the former one may lie between its tics: then it gets tics of its own.
+void ChooseWhereTooFew() {
+    GraphSpec& spec = Chart.Spec;
+    if (TicsShown(spec.AxisX1, Chart.State.KindX) < FewestTics) ChooseTicsWithin(spec.AxisX1, spec.AxisX2);
+    if (TicsShown(spec.AxisY1, Chart.State.KindY) < FewestTics) ChooseTicsWithin(spec.AxisY1, spec.AxisY2);
+}
+
+void RoundScale() {
+    SetModes(ScaleModes::Autorange, ScaleModes::Manual);
+    ChooseTics();
+    SetModes(ScaleModes::Manual, ScaleModes::Manual);
+    SetScale(PresentScale());
+}
+
+// An axis that gives up its prescale has its kept zooms in the units of before.
+void Convert(OneBased<float>& low, OneBased<float>& high, float before, float now) {
+    if (before == now || now == 0.0F) return;
+    for (int i = 1; i <= ZoomStack::Deepest; ++i) {
+        low[i] = FiniteSingle(static_cast<double>(low[i]) * static_cast<double>(before / now));
+        high[i] = FiniteSingle(static_cast<double>(high[i]) * static_cast<double>(before / now));
+    }
+}
+
+// What every change of scale begins with.
+void KeepPresent() {
+    RecordMarkers();
+    const ChartScale old = PresentScale();
+    PushZoom(old.XMin, old.XMax, old.YMin, old.YMax);
+    Charts.LastZoom.Enabled = true;
+}
+
+void AutoScale(bool x, bool y) {
+    if (!GraphMayChange()) return;
+    GraphSpec& spec = Chart.Spec;
+    KeepPresent();
+    const float factorX = spec.AxisX1.Factor;
+    const float factorY = spec.AxisY1.Factor;
+    if (x) spec.AxisX1.ScaleMode = ScaleModes::Autorange;
+    if (y) spec.AxisY1.ScaleMode = ScaleModes::Autorange;
+    Replot();
+    Convert(Charts.Zooms.XMin, Charts.Zooms.XMax, factorX, spec.AxisX1.Factor);
+    Convert(Charts.Zooms.YMin, Charts.Zooms.YMax, factorY, spec.AxisY1.Factor);
+    RedrawAsLaidOut();
+}
+
+} // namespace
+
+bool GraphMayChange() {
+    return Chart.GraphHeld != 0 && Chart.Painting == 0;
+}
+
+ChartScale PresentScale() {
+    const GraphSpec& s = Chart.Spec;
+    return {s.AxisX1.Min, s.AxisX1.Max, s.AxisY1.Min, s.AxisY1.Max};
+}
+
+void TakeScale(const ChartScale& scale, bool round) {
+    SetScale(scale);
+    SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
+    Replot();
+    if (round)
+        RoundScale();
+    else
+        ChooseWhereTooFew();
+    Replot(); // the labels of new tics may need another room
+}
+
+void ZoomTo(const ChartScale& scale) {
+    if (!GraphMayChange()) return;
+    if (scale.XMin == scale.XMax || scale.YMin == scale.YMax) return; // narrower than singles tell apart
+    KeepPresent();
+    TakeScale(scale, Charts.RoundOnZoom.Checked);
+    RedrawAsLaidOut();
+}
+
+void DoLastZoom() {
+    if (!GraphMayChange() || Charts.Zooms.ZoomDepth == 0) return;
+    RecordMarkers();
+    ChartScale scale{};
+    std::int16_t depth{};
+    PopZoom(scale.XMin, scale.XMax, scale.YMin, scale.YMax, depth);
+    SetScale(scale);
+    SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
+    Replot();
+    ChooseTicsWithin(Chart.Spec.AxisX1, Chart.Spec.AxisX2);
+    ChooseTicsWithin(Chart.Spec.AxisY1, Chart.Spec.AxisY2);
+    SetModes(ScaleModes::Manual, ScaleModes::Manual);
+    Replot();
+    RedrawAsLaidOut();
+}
+
+void DoAutoScale() {
+    AutoScale(true, true);
+}
+void DoAutoX() {
+    AutoScale(true, false);
+}
+void DoAutoY() {
+    AutoScale(false, true);
+}
+
+void ToggleRoundOnZoom() {
+    Charts.RoundOnZoom.Checked = !Charts.RoundOnZoom.Checked;
+}
+
+void ToggleShowCursor() {
+    Charts.ShowCursor.Checked = !Charts.ShowCursor.Checked;
+    if (!Charts.ShowCursor.Checked) Charts.StatusLine.Text.clear();
+}
+
+void ToggleShowGrids() {
+    if (!GraphMayChange()) return;
+    const std::int16_t grid = Chart.Spec.AxisX1.Grid || Chart.Spec.AxisY1.Grid ? 0 : 1;
+    Chart.Spec.AxisX1.Grid = Chart.Spec.AxisY1.Grid = grid;
+    RedrawChart();
+}
+
+void ToggleRainbow() {
+    if (!GraphMayChange()) return;
+    Chart.Style.UseRainbowColors = Flag(!Chart.Style.UseRainbowColors);
+    RedrawChart();
+}
+
+void SetPlotKind(int style, int symbolMode) {
+    if (!GraphMayChange()) return;
+    Chart.Spec.PlotStyle = ToInt16(style);
+    Chart.Spec.SymbolMode = ToInt16(symbolMode);
+    RedrawChart();
+}
+
+void ToggleDotCenter() {
+    SetPlotKind(Chart.Spec.PlotStyle, Chart.Spec.SymbolMode == 0 ? 1 : 0);
+}
+
+void RedrawChart() {
+    if (!GraphMayChange()) return;
+    RecordMarkers();
+    Replot();
+    RedrawAsLaidOut();
+    ChartMenuStatus(Charts);
+}
+
+void RedrawAsLaidOut() {
+    ShowGraph();
+    RepositionMarkers();
+}
+
+} // namespace Quillon
