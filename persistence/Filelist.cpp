@@ -111,7 +111,7 @@ void AddRecentFile(const std::string& path) {
     if (!CanBeListed(path)) return;
     const std::string whole = IsAbsolutePath(path) ? path : JoinPath(Host.WorkingDirectory(), path);
     const PathList shown = ShownPaths();
-    if (!shown.empty() && shown.front() == whole) return;
+    if (!Unwritten && !shown.empty() && shown.front() == whole) return;
     ChangeList([&](PathList& paths) {
         std::erase(paths, whole);
         paths.insert(paths.begin(), whole);

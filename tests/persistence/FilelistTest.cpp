@@ -212,7 +212,7 @@ TEST_F(Filelist, WhatAnotherCopyOfTheProgramListedStays) {
     EXPECT_EQ(Shown(), (Paths{"/f", "/1", "/2", "/3", "/4", "/5"}));
 }
 
-TEST_F(Filelist, WhatCouldNotBeWrittenIsWrittenWithTheNextFile) {
+TEST_F(Filelist, WhatCouldNotBeWrittenIsWrittenTheNextTime) {
     AddRecentFile("/a");
     {
         const auto write = Host.WriteFile;
@@ -221,10 +221,22 @@ TEST_F(Filelist, WhatCouldNotBeWrittenIsWrittenWithTheNextFile) {
         AddRecentFile("/b");
         Host.WriteFile = write;
     }
-    AddRecentFile("/c");
-    EXPECT_EQ(Shown(), (Paths{"/c", "/b", "/a"}));
+    AddRecentFile("/b"); // saved once more, when there is room again
     LoadRecentFiles();
-    EXPECT_EQ(Shown(), (Paths{"/c", "/b", "/a"}));
+    EXPECT_EQ(Shown(), (Paths{"/b", "/a"}));
+}
+
+TEST_F(Filelist, WhatCouldNotBeWrittenStaysInItsPlace) {
+    Ini("[File MRU]\nRecentFile1=/a\nRecentFile2=/b\n");
+    const auto write = Host.WriteFile;
+    Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
+    Scripted.AnswerAllMessages(BoxAnswer::Ok);
+    AddRecentFile("/b");
+    RemoveRecentFile(2);
+    AddRecentFile("/c");
+    Host.WriteFile = write;
+    AddRecentFile("/d");
+    EXPECT_EQ(Shown(), (Paths{"/d", "/c", "/b", "/a"})); // "/a" is in the ini file still
 }
 
 TEST_F(Filelist, AnIniFileThatCannotBeReadIsNotWrittenOver) {
