@@ -78,7 +78,9 @@ void DashLine(int x1, int y1, int x2, int y2) {
 
 void DashPolyline(const std::vector<DevicePoint>& points) {
     if (points.size() < 2) return;
-    if (Chart.Dash.Style == 0) {
+    const DevicePoint first = points[0];
+    const bool dot = points.size() == 2 && first.X == points[1].X && first.Y == points[1].Y;
+    if (Chart.Dash.Style == 0 || dot) { // a dot is no longer than the shortest piece
         TargetSurface().Polyline(points);
         return;
     }

@@ -1,3 +1,4 @@
+#include "chart/AxisScale.h"
 #include "chart/CHART.h"
 #include "chart/DashLine.h"
 #include "chart/Device.h"
@@ -90,17 +91,25 @@ int LabelDistance(const AxisLine& line) {
     return outward + SpaceOf(Chart.Layout, line.Place).TicGap1;
 }
 
-// The stretches that labels have taken in a row; a label that would run into one of them is left out.
+// The stretch that labels have taken in a row; a label that would run into it is left out.
 struct LabelRow {
     int Low = std::numeric_limits<int>::max(), High = std::numeric_limits<int>::min();
-    bool Take(int low, int high) {
-        const bool clear = Low > High || low > High || high < Low;
+    bool Take(int low, int high, int gap) {
+        const bool clear = Low > High || low - gap > High || high + gap < Low;
         if (!clear) return false;
         Low = std::min(Low, low);
         High = std::max(High, high);
         return true;
     }
 };
+
+// What stays free between two labels of a row. The tics of a linear axis were chosen for the length of its
+// labels; decades and categories come as they are.
+int LabelGap(const AxisLine& line, const GraphAxis& axis) {
+    if (line.Upright) return 0;
+    const bool chosen = KindOf(line.Place) == AxisKinds::Value && !IsLog10(axis);
+    return chosen ? Chart.State.ClearX / 2 : TextWidth(" ");
+}
 
 void DrawLabels(const AxisLine& line, const GraphAxis& axis, const std::vector<Tic>& tics) {
     if (!HasLabels(axis)) return;
@@ -110,6 +119,7 @@ void DrawLabels(const AxisLine& line, const GraphAxis& axis, const std::vector<T
     TargetSurface().SetTextColor(CycleColor(axis.Color));
     const int distance = LabelDistance(line);
     const bool stagger = Chart.State.Stagger != 0 && !line.Upright && kind == AxisKinds::Category;
+    const int gap = LabelGap(line, axis);
     LabelRow rows[2];
     for (const Tic& tic : tics) {
         if (!tic.Major) continue;
@@ -117,7 +127,7 @@ void DrawLabels(const AxisLine& line, const GraphAxis& axis, const std::vector<T
         const int along = PositionOf(line, axis, tic.Value);
         const int row = stagger ? (tic.Category - 1) % 2 : 0;
         const int extent = line.Upright ? font.Height : TextWidth(text);
-        if (!rows[row].Take(along - extent / 2, along - extent / 2 + extent - 1)) continue;
+        if (!rows[row].Take(along - extent / 2, along - extent / 2 + extent - 1, gap)) continue;
         const int out = line.At - line.Inward * (distance + row * font.Height);
         if (line.Place == BottomAxis)
             DrawTextLine(text, along - extent / 2, out, 0, font);

@@ -44,6 +44,13 @@ void DrawBar(const BarGraph& graph, int set, double first, double last, double a
     DashRectangle(bar);
 }
 
+// The part of a stack that the base cuts off is not drawn.
+double FromBase(const BarGraph& graph, double value) {
+    return graph.Base > 0.0   ? std::max(value, graph.Base)
+           : graph.Base < 0.0 ? std::min(value, graph.Base)
+                              : value;
+}
+
 // The bars of one category; false when the drawing is to stop.
 bool DrawCategory(const BarGraph& graph, int point, long& count) {
     const int sets = Chart.State.Nsets;
@@ -51,15 +58,15 @@ bool DrawCategory(const BarGraph& graph, int point, long& count) {
     const double width = category * std::clamp(static_cast<double>(Chart.Style.BarWidth), 0.0, 1.0);
     const double start = (point - 0.5) * category - width / 2.0;
     const bool stacked = Chart.Spec.PlotStyle != 1;
-    double up = graph.Base;
-    double down = graph.Base;
+    double up = 0.0;
+    double down = 0.0;
     for (int set = 1; set <= sets; ++set) {
         const float stored = (*graph.Values)(point, set);
         if (stored != MissingValue) {
             const double value = static_cast<double>(stored) / graph.Divisor;
             if (stacked) {
                 double& top = value >= 0.0 ? up : down;
-                DrawBar(graph, set, start, start + width, top, top + value);
+                DrawBar(graph, set, start, start + width, FromBase(graph, top), FromBase(graph, top + value));
                 top += value;
             } else {
                 const double first = start + (set - 1) * width / sets;

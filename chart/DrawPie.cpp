@@ -7,13 +7,13 @@
 #include "chart/Legend.h"
 #include "chart/Painting.h"
 #include "chart/Pens.h"
+#include "chart/PieLabels.h"
 #include "chart/Tics.h"
 #include "chart/Titles.h"
 #include "input/NUMINPUT.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace Quillon {
 
@@ -53,6 +53,7 @@ std::vector<Slice> SlicesOfSets() {
 struct PiePlace {
     DevicePoint Centre;
     int RadiusX{}, RadiusY{};
+    int Bottom{}; // the last unit down that pie and labels may take
 };
 
 PiePlace PlaceOf(int labelWidth, int lineHeight) {
@@ -66,7 +67,8 @@ PiePlace PlaceOf(int labelWidth, int lineHeight) {
     const int radius = std::max<int>(DeviceUnits(std::floor(std::min(across, up))), 1);
     return {{(frame.X1 + frame.X2) / 2, (frame.Y1 + bottom) / 2},
             std::max<int>(DeviceUnits(radius * aspect), 1),
-            radius};
+            radius,
+            bottom};
 }
 
 void DrawSlice(const PiePlace& place, const Slice& slice, double start, double sweep) {
@@ -79,15 +81,21 @@ void DrawSlice(const PiePlace& place, const Slice& slice, double start, double s
                      place.Centre.X + place.RadiusX, place.Centre.Y + place.RadiusY});
 }
 
-// The label of a slice, outside at its middle.
-void DrawSliceLabel(const PiePlace& place, const std::string& text, double middle, const TextSize& font) {
-    const double angle = middle * std::numbers::pi / 180.0;
-    const double x = place.Centre.X + (place.RadiusX + 2.0 * Chart.State.ClearX) * std::cos(angle);
-    const double y = place.Centre.Y - (place.RadiusY + 2.0 * Chart.State.ClearY) * std::sin(angle);
-    const int width = TextWidth(text);
-    const double left = std::cos(angle) < 0.0 ? x - width : x;
-    const double top = y - font.Height / 2.0 - std::sin(angle) * font.Height / 2.0;
-    DrawTextLine(text, DeviceUnits(left), DeviceUnits(top), 0, font);
+// Draws the labels about the pie, and to those that stand away from their slices a line.
+void DrawSliceLabels(const PiePlace& place, const std::vector<std::string>& texts,
+                     std::vector<PieLabel>& labels, const TextSize& font) {
+    const GraphState& state = Chart.State;
+    const GraphBox& frame = Chart.Spec.Frame;
+    PlacePieLabels(labels, {place.Centre, place.RadiusX, place.RadiusY, 2 * state.ClearX, 2 * state.ClearY,
+                            font.Height, frame.Y1, place.Bottom});
+    TargetSurface().SetTextColor(CycleColor(0));
+    SelectPen(CycleColor(0), PenWidth(Chart.Style.TicWidth));
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        const PieLabel& label = labels[i];
+        if (!label.Shown) continue;
+        if (label.Moved) DashLine(label.From.X, label.From.Y, label.To.X, label.To.Y);
+        DrawTextLine(texts[i], label.Left, label.Top, 0, font);
+    }
 }
 
 } // namespace
@@ -99,26 +107,27 @@ void DrawPie() {
     for (const Slice& slice : slices)
         sum += slice.Value;
     const float size = Chart.Layout.Sizes.Label[BottomAxis];
-    TextSize font = SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);
-    std::vector<std::string> labels;
+    const TextSize font = SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);
+    std::vector<std::string> texts;
+    std::vector<PieLabel> labels;
     int widest = 0;
-    for (const Slice& slice : slices) {
-        labels.push_back(slice.Name +
-                         FormatNumber(slice.Value / sum, slice.Name.empty() ? "0.0%" : " (0.0%)"));
-        widest = std::max(widest, TextWidth(labels.back()));
-    }
-    const PiePlace place = PlaceOf(widest + 2 * Chart.State.ClearX, font.Height);
-    TargetSurface().SetTextColor(CycleColor(0));
     double end = 90.0;
+    for (const Slice& slice : slices) {
+        const double share = slice.Value / sum;
+        texts.push_back(slice.Name + FormatNumber(share, slice.Name.empty() ? "0.0%" : " (0.0%)"));
+        labels.push_back({end - 180.0 * share, share, TextWidth(texts.back())});
+        widest = std::max(widest, labels.back().Width);
+        end -= 360.0 * share;
+    }
+    const PiePlace place = PlaceOf(widest + 4 * Chart.State.ClearX, font.Height);
     long count = 0;
     for (std::size_t i = 0; i < slices.size(); ++i) {
         const double sweep = 360.0 * slices[i].Value / sum;
-        DrawSlice(place, slices[i], end - sweep, sweep);
-        font = SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);
-        DrawSliceLabel(place, labels[i], end - sweep / 2.0, font);
-        end -= sweep;
-        if (!CountPoint(count)) break;
+        DrawSlice(place, slices[i], labels[i].Angle - sweep / 2.0, sweep);
+        if (!CountPoint(count)) return;
     }
+    SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);
+    DrawSliceLabels(place, texts, labels, font);
 }
 
 } // namespace Quillon

@@ -72,18 +72,23 @@ void DrawClipped(const PointSource& source, int set, int from, int to) {
     DashLine(DeviceUnits(line.X1), DeviceUnits(line.Y1), DeviceUnits(line.X2), DeviceUnits(line.Y2));
 }
 
-// Points collected to be drawn at one stroke. A point on the one before it adds nothing.
+// Points collected to be drawn at one stroke. A point on the one before it adds nothing, but a line whose
+// points all fall on one place is seen there.
 struct Stroke {
     std::vector<DevicePoint> Points;
+    bool Line = false; // two points at least, be it on one place
     void Add(int x, int y) {
+        Line = !Points.empty();
         if (Points.empty() || Points.back().X != x || Points.back().Y != y) Points.push_back({x, y});
     }
     void Draw() {
+        if (Points.size() == 1 && Line) Points.push_back(Points.front());
         DashPolyline(Points);
         Points.clear();
+        Line = false;
     }
     void DrawAndGoOn() {
-        if (Points.empty()) return;
+        if (Points.size() < 2) return;
         const DevicePoint last = Points.back();
         Draw();
         Points.push_back(last);

@@ -3,6 +3,7 @@
 #include "chart/Device.h"
 #include "chart/Layout.h"
 #include "chart/Legend.h"
+#include "chart/Tics.h"
 #include "chart/Titles.h"
 #include "platform/Narrow.h"
 
@@ -38,14 +39,26 @@ int OutwardTics(int place) {
     return across ? std::abs(state.TicLenX) + state.ClearX : std::abs(state.TicLenY) + state.ClearY;
 }
 
-// The label of the last tic of a value axis reaches beyond the frame by half its size.
-int HalfLabelAcross() {
-    int half = 0;
-    for (const int place : {BottomAxis, TopAxis})
-        if (HasLabels(AxisOf(Chart.Spec, place)) && KindOf(place) == AxisKinds::Value)
-            half = std::max<int>(half,
-                                 place == BottomAxis ? Chart.State.LabelWidthX1 : Chart.State.LabelWidthX2);
-    return half > 0 ? half / 2 + Chart.State.ClearX : 0;
+// The length of a label at one end of a category axis that stands over its category on either side, when the
+// categories share a width.
+int CategoryExcess(int place, int category, int width) {
+    const GraphAxis& axis = AxisOf(Chart.Spec, place);
+    SelectFont(axis.LabelFont, Chart.Layout.Sizes.Label[At(place)], 0);
+    const int label = TextWidth(TicLabel(axis, AxisKinds::Category, {0.0, true, category}));
+    return std::max(label - width / std::max<int>(Chart.State.Npts, 1), 0);
+}
+
+// The label of the last tic of a value axis reaches beyond the frame by half its size, that of the last
+// category by half of what it is longer than its category. width: of the frame, as far as it is known.
+int HalfLabelAcross(int category, int width) {
+    int most = 0;
+    for (const int place : {BottomAxis, TopAxis}) {
+        if (!HasLabels(AxisOf(Chart.Spec, place))) continue;
+        const int label = place == BottomAxis ? Chart.State.LabelWidthX1 : Chart.State.LabelWidthX2;
+        const bool value = KindOf(place) == AxisKinds::Value;
+        most = std::max(most, value ? label : CategoryExcess(place, category, width));
+    }
+    return most > 0 ? (most + 1) / 2 + Chart.State.ClearX : 0;
 }
 
 int HalfLabelUp() {
@@ -71,12 +84,15 @@ Margins NeededMargins() {
     const GraphLegend& legend = Chart.Spec.Legend;
     Margins need;
     need.Top = std::max(layout.Titles.Total + layout.Top.Total() + OutwardTics(TopAxis), HalfLabelUp());
-    need.Left = std::max(layout.Left.Total() + OutwardTics(LeftAxis), HalfLabelAcross());
-    need.Right = std::max(layout.Right.Total() + OutwardTics(RightAxis), HalfLabelAcross());
+    need.Left = layout.Left.Total() + OutwardTics(LeftAxis);
+    need.Right = layout.Right.Total() + OutwardTics(RightAxis);
+    const int legendWidth = legend.Where == LegendPlaces::Right ? layout.Legend.Width : 0;
+    const int width = Chart.State.ViewW - need.Left - need.Right - legendWidth;
+    need.Left = std::max(need.Left, HalfLabelAcross(1, width));
+    need.Right = std::max(need.Right, HalfLabelAcross(Chart.State.Npts, width));
     need.Bottom = std::max(layout.Bottom.Total() + OutwardTics(BottomAxis), HalfLabelUp());
-    if (legend.Where == LegendPlaces::Right)
-        need.Right += layout.Legend.Width;
-    else
+    need.Right += legendWidth;
+    if (legend.Where != LegendPlaces::Right)
         need.Bottom +=
             Chart.Spec.GraphType == GraphTypes::Pie ? layout.Legend.Height / 2 : layout.Legend.Height;
     return need;

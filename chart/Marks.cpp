@@ -1,6 +1,7 @@
 // Marks and notes: drawn objects and free texts at places of the graph.
 #include "chart/AxisScale.h"
 #include "chart/CHART.h"
+#include "chart/ClipLine.h"
 #include "chart/DashLine.h"
 #include "chart/Device.h"
 #include "chart/Mapping.h"
@@ -46,10 +47,24 @@ void DrawHead(int fromX, int fromY, int tipX, int tipY) {
                              DeviceUnits(tipY - length * std::sin(arm)));
 }
 
-void DrawMarkLine(int x1, int y1, int x2, int y2, std::int16_t kind) {
+// A line is drawn as far as it is on the device, so that an end far beyond does not bend it. A head stands at
+// an end that is seen.
+void DrawMarkLine(const GraphMark& mark) {
+    const LineEnds whole{
+        MapX(static_cast<double>(mark.X1) / DivisorX()), MapY(static_cast<double>(mark.Y1) / DivisorY()),
+        MapX(static_cast<double>(mark.X2) / DivisorX()), MapY(static_cast<double>(mark.Y2) / DivisorY())};
+    LineEnds seen = whole;
+    if (!ClipLine(seen, Chart.State.DeviceW, Chart.State.DeviceH)) return;
+    const int x1 = DeviceUnits(seen.X1);
+    const int y1 = DeviceUnits(seen.Y1);
+    const int x2 = DeviceUnits(seen.X2);
+    const int y2 = DeviceUnits(seen.Y2);
     DashLine(x1, y1, x2, y2);
-    if (kind == Arrow || kind == DoubleArrow) DrawHead(x1, y1, x2, y2);
-    if (kind == DoubleArrow) DrawHead(x2, y2, x1, y1);
+    const bool startSeen = seen.X1 == whole.X1 && seen.Y1 == whole.Y1;
+    const bool endSeen = seen.X2 == whole.X2 && seen.Y2 == whole.Y2;
+    const bool arrow = mark.Kind == Arrow || mark.Kind == DoubleArrow;
+    if (arrow && endSeen) DrawHead(x1, y1, x2, y2);
+    if (mark.Kind == DoubleArrow && startSeen) DrawHead(x2, y2, x1, y1);
 }
 
 void DrawEllipse(const GraphMark& mark) {
@@ -74,7 +89,7 @@ void DrawMark(const GraphMark& mark) {
         return DashLine(PlaceX(mark.X1), DeviceY(spec.AxisY1.Min), PlaceX(mark.X1), DeviceY(spec.AxisY1.Max));
     if (mark.Kind == HorizontalLine)
         return DashLine(DeviceX(spec.AxisX1.Min), PlaceY(mark.Y1), DeviceX(spec.AxisX1.Max), PlaceY(mark.Y1));
-    DrawMarkLine(PlaceX(mark.X1), PlaceY(mark.Y1), PlaceX(mark.X2), PlaceY(mark.Y2), mark.Kind);
+    DrawMarkLine(mark);
 }
 
 // The line of text starts at (x, y) on its baseline, or has its middle there.

@@ -33,10 +33,13 @@ ChartColor RainbowColor(int set) {
     return HSBtoColor(static_cast<float>(hue), 1.0F, 0.5F);
 }
 
-std::int16_t DashOf(int index) {
+// Without colours the dash style changes with each line. Where sets alternate, only every second index is
+// that of a line, so that these are counted; with colours they are not, since there the dash style changes
+// when the colours have run out.
+std::int16_t DashOf(int index, bool alternating) {
     if (Chart.Style.DashedLines == 0) return 0;
-    const std::size_t at = CyclePlace(index);
-    return Chart.ColorDevice != 0 ? Chart.Cycles.Line[at] : Chart.Cycles.Line2[at];
+    if (Chart.ColorDevice != 0) return Chart.Cycles.Line[CyclePlace(index)];
+    return Chart.Cycles.Line2[CyclePlace(alternating ? index / 2 : index)];
 }
 
 } // namespace
@@ -96,7 +99,7 @@ int SetLineWidth(int index) {
 void SelectSetPen(int set) {
     const int index = SetIndex(set);
     SelectPen(SetColor(set), SetLineWidth(index));
-    if (!Rainbow()) BeginDash(DashOf(Alternating() ? index / 2 : index));
+    if (!Rainbow()) BeginDash(DashOf(index, Alternating()));
 }
 
 void SelectPen(Rgb color, int width) {
@@ -106,7 +109,7 @@ void SelectPen(Rgb color, int width) {
 
 void SelectCyclePen(int index, float twips) {
     SelectPen(CycleColor(index), PenWidth(twips));
-    BeginDash(DashOf(index));
+    BeginDash(DashOf(index, false));
 }
 
 void SelectPattern(std::int16_t pattern, Rgb color) {

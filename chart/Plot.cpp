@@ -104,18 +104,27 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     Chart.SetFlags.Recreate(state.Nsets);
 }
 
-void Load(GraphSpec& spec, const PlotData& data) {
+// False when it stopped before the data were in, and the former graph is what it was.
+bool Load(GraphSpec& spec, const PlotData& data) {
     Chart.GraphStatus = GraphStatuses::Fine;
     if (Chart.State.IniRead == 0) ReadChartDefaults();
     CheckSpec(spec, data.Npts, data.FirstSet, data.LastSet);
-    if (Chart.GraphStatus >= GraphStatuses::Stop) return;
+    if (Chart.GraphStatus >= GraphStatuses::Stop) return false;
     if (!HasSurface()) {
         Chart.GraphStatus = GraphStatuses::NoSurface;
-        return;
+        return false;
     }
     TakeData(spec, data);
     LayoutGraph();
     spec = Chart.Spec;
+    return true;
+}
+
+// A graph that is not held is gone once it has been drawn.
+void LetGo() {
+    if (Chart.GraphHeld != 0) return;
+    Chart.DataX.Recreate(0, 0);
+    Chart.DataY.Recreate(0, 0);
 }
 
 void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNote>& notes,
@@ -124,17 +133,17 @@ void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNo
     SelectTarget(spec);
     if (Chart.GraphStatus >= GraphStatuses::Stop) return;
     Chart.State.Busy = 1;
-    Load(spec, data);
+    const bool loaded = Load(spec, data);
     Chart.State.Busy = 0;
-    Chart.Notes = notes;
-    Chart.Marks = marks;
-    if (Chart.GraphStatus < GraphStatuses::Stop) ShowTarget();
-    if (Chart.GraphHeld == 0) {
-        Chart.DataX.Recreate(0, 0);
-        Chart.DataY.Recreate(0, 0);
+    if (loaded) {
+        Chart.Notes = notes;
+        Chart.Marks = marks;
+        if (Chart.GraphStatus < GraphStatuses::Stop) ShowTarget();
+        LetGo();
     }
     if (Seams.NewGraph) Seams.NewGraph();
     ClearZoom();
+    ClearSpecialOptions();
 }
 
 SetTable AsTable(const OneBased<float>& values) {

@@ -120,7 +120,8 @@ void DrawTextLine(const std::string& text, int start, int edge, int direction, c
 
 std::string AxisTitleText(const GraphAxis& axis) {
     const std::string& name = axis.FactorName.Str();
-    if (name.empty()) return axis.Title.Text;
+    const bool says = HasText(axis.Title.Text) || HasLabels(axis); // else there is nothing that it explains
+    if (name.empty() || !says) return axis.Title.Text;
     if (name.front() == ' ') return axis.Title.Text.Str() + name;
     return axis.Title.Text.Str() + (axis.Title.Text.Empty() ? "(" : " (") + name + ")";
 }

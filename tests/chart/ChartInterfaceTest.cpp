@@ -169,6 +169,24 @@ TEST_F(ChartInterfaceTest, AStopLeavesTheFormerGraphUntouched) {
     EXPECT_TRUE(Chart.Spec == former);
 }
 
+TEST_F(ChartInterfaceTest, AStopLeavesTheFormerNotesAndMarksUntouched) {
+    GraphSpec spec = Begin();
+    const SetTable x = Table({{1, 2}});
+    GraphNote note;
+    note.Text = "former";
+    GraphMark mark;
+    mark.Kind = 3;
+    PlotSets(spec, x, x, 2, 1, 1, {"name"}, {note}, {mark});
+    GraphSpec other = Begin();
+    Chart.GraphHeld = 0; // nor are the data let go that were to be kept
+    PlotSets(other, x, x, 2, 2, 1, {}, {}, {});
+    EXPECT_EQ(Chart.GraphStatus, 155);
+    EXPECT_EQ(Chart.Notes, std::vector<GraphNote>{note});
+    EXPECT_EQ(Chart.Marks, std::vector<GraphMark>{mark});
+    EXPECT_EQ(Chart.SetNames[1], "name");
+    EXPECT_EQ(Chart.DataY.Points(), 2);
+}
+
 TEST_F(ChartInterfaceTest, SetsAreTakenByTheirNumbers) {
     GraphSpec spec = Begin();
     const SetTable x = Table({{1, 2}, {3, 4}, {5, 6}, {7, 8}});

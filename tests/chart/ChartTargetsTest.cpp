@@ -177,9 +177,9 @@ TEST_F(ChartTargetsTest, PaintingOrder) {
     note.Y = 0.5F;
     GraphMark mark;
     mark.X1 = 1.5F;
-    mark.Y1 = 0.3F;
+    mark.Y1 = 1.3F;
     mark.X2 = 2.5F;
-    mark.Y2 = 0.4F;
+    mark.Y2 = 1.4F;
     const SetTable x = Table({{1, 2}, {1, 2}});
     PlotSets(spec, x, x, 2, 1, 2, {"first", "second"}, {note}, {mark});
     std::vector<std::string> order;

@@ -97,6 +97,9 @@ TEST_F(DashLineTest, ASolidPolylineIsOneStroke) {
     Screen.Clear();
     DashPolyline({{3, 3}});
     EXPECT_TRUE(Screen.Items.empty());
+    BeginDash(2);
+    DashPolyline({{3, 3}, {3, 3}}); // a line on one place
+    EXPECT_EQ(Screen.Lines(), (std::vector<std::string>{"polyline 3,3 3,3"}));
 }
 
 TEST_F(DashLineTest, TheOutlineOfARectangleGoesAllRound) {

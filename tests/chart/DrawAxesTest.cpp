@@ -148,6 +148,25 @@ TEST_F(DrawAxesTest, LabelsThatWouldOverlapAreLeftOut) {
         EXPECT_GT(labels[i].Left, labels[i - 1].Right);
 }
 
+// A character is half a line high wide here, a blank as well.
+TEST_F(DrawAxesTest, LabelsOfDecadesStandABlankApart) {
+    Spec.AxisX1.ScaleType = ScaleTypes::Logarithmic;
+    Spec.AxisX1.TicFormat = TicFormats::Exponential;
+    Spec.AxisX1.Decimals = 1;
+    for (int decades = 8; decades <= 38; ++decades) {
+        Screen.Clear();
+        Pin(Spec.AxisX1, 0.0F, static_cast<float>(decades), 0.0F);
+        PlotIt();
+        std::vector<DrawnItem> labels;
+        for (const DrawnItem& item : Screen.OfKind("text"))
+            if (TextBounds(item).Top >= Chart.Spec.Frame.Y2) labels.push_back(item);
+        ASSERT_GT(labels.size(), 3U) << decades;
+        for (std::size_t i = 1; i < labels.size(); ++i)
+            EXPECT_GT(TextBounds(labels[i]).Left - TextBounds(labels[i - 1]).Right, labels[i].Font.Height / 2)
+                << decades;
+    }
+}
+
 TEST_F(DrawAxesTest, ColoursAndWidths) {
     Screen.DotsPerInchX = Screen.DotsPerInchY = 720.0; // two twips a unit
     Spec.AxisX1.Color = 3;                             // the fourth of the cycle
@@ -203,6 +222,10 @@ TEST_F(DrawAxesTest, ThePrescaleStandsBehindTheTitle) {
     axis.Title.Text = "";
     axis.FactorName = "Millions";
     EXPECT_EQ(AxisTitleText(axis), "(Millions)");
+    axis.TicMode = TicModes::MarksOnly; // there are no numbers that the name tells about
+    EXPECT_EQ(AxisTitleText(axis), "");
+    axis.Title.Text = "Mass";
+    EXPECT_EQ(AxisTitleText(axis), "Mass (Millions)");
 }
 
 TEST_F(DrawAxesTest, AxisTitlesAreJustified) {

@@ -80,6 +80,29 @@ TEST_F(DrawBarsTest, TheBaseIsTheNearerEndWithoutZero) {
     EXPECT_EQ(Bars().at(0).Rect.Bottom, Py(-7));
 }
 
+// What lies between zero and the scale is cut off, so that the pieces that are seen stand at their sums.
+TEST_F(DrawBarsTest, StacksOnAScaleWithoutZero) {
+    GraphSpec spec = Begin(GraphTypes::VerticalBars, 2);
+    Pin(spec.AxisY1, 10.0F, 100.0F, 10.0F);
+    PlotBars(spec, Table({{20}, {30}, {-5}}));
+    auto bars = Bars();
+    ASSERT_EQ(bars.size(), 3U);
+    EXPECT_EQ(bars[0].Rect.Bottom, Py(10));
+    EXPECT_EQ(bars[0].Rect.Top, Py(20));
+    EXPECT_EQ(bars[1].Rect.Bottom, Py(20));
+    EXPECT_EQ(bars[1].Rect.Top, Py(50));
+    EXPECT_EQ(bars[2].Rect.Top, bars[2].Rect.Bottom); // nothing of it is on the scale
+    Screen.Clear();
+    spec = Begin(GraphTypes::VerticalBars, 2);
+    Pin(spec.AxisY1, -100.0F, -10.0F, 10.0F);
+    PlotBars(spec, Table({{-20}, {-30}}));
+    bars = Bars();
+    ASSERT_EQ(bars.size(), 2U);
+    EXPECT_EQ(bars[0].Rect.Top, Py(-10));
+    EXPECT_EQ(bars[0].Rect.Bottom, Py(-20));
+    EXPECT_EQ(bars[1].Rect.Bottom, Py(-50));
+}
+
 TEST_F(DrawBarsTest, BarsStayInTheFrame) {
     GraphSpec spec = Begin(GraphTypes::VerticalBars);
     Pin(spec.AxisY1, 0.0F, 1.0F, 0.1F);

@@ -266,6 +266,26 @@ TEST_F(FrameLayoutTest, LongCategoryLabelsStandInTwoRows) {
     ExpectTidy();
 }
 
+TEST_F(FrameLayoutTest, TheLabelsOfTheOuterCategoriesAreWhole) {
+    for (const std::int16_t where : {LegendPlaces::Right, LegendPlaces::Below})
+        for (int count = 1; count <= 14; ++count) {
+            Screen.Clear();
+            GraphSpec spec = Begin(GraphTypes::CategoryLines);
+            spec.Legend.Show = 1;
+            spec.Legend.Where = where;
+            Plot(spec, SetTable(count, 2), SetTable(count, 2, 1.0F));
+            Chart.CatLabels.Recreate(count);
+            for (long i = 1; i <= count; ++i)
+                Chart.CatLabels[i] = "long category " + std::to_string(i);
+            Replot();
+            Screen.Clear();
+            ShowGraph();
+            const int widest = Chart.State.LabelWidthX1;
+            ASSERT_GT(widest, 100);
+            ExpectTidy();
+        }
+}
+
 TEST_F(FrameLayoutTest, NonSquareUnits) {
     Screen.DotsPerInchX = 192.0; // X counts twice
     GraphSpec spec = Titled();

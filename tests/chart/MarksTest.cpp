@@ -97,6 +97,25 @@ TEST_F(MarksTest, FarPlacesAreHarmless) {
     EXPECT_FALSE(Drawn("line").empty());
 }
 
+TEST_F(MarksTest, ALineToFarBeyondKeepsItsSlope) {
+    PlotWith({}, {Mark(1, 0, 0, 1e6F, 1e5F)}); // along the diagonal of the scale
+    const auto lines = Drawn("line");
+    ASSERT_EQ(lines.size(), 1U); // its head is not seen
+    for (const DrawnItem& item : Screen.Items) {
+        if (ItemText(item) != lines[0]) continue;
+        EXPECT_EQ(item.Points[0].X, Px(0));
+        EXPECT_EQ(item.Points[0].Y, Py(0));
+        const double slope = static_cast<double>(Py(1) - Py(0)) / (Px(10) - Px(0));
+        EXPECT_NEAR(static_cast<double>(item.Points[1].Y - Py(0)) / (item.Points[1].X - Px(0)), slope, 0.002);
+    }
+    Screen.Clear();
+    PlotWith({}, {Mark(2, -50, 0.5F, 5, 0.5F)}); // the head that is seen
+    EXPECT_EQ(Drawn("line").size(), 3U);
+    Screen.Clear();
+    PlotWith({}, {Mark(0, 20, 5, 30, 9)}); // nothing of it is on the device
+    EXPECT_TRUE(Drawn("line").empty());
+}
+
 TEST_F(MarksTest, Notes) {
     std::vector<GraphNote> notes;
     for (std::int16_t direction = 0; direction <= 3; ++direction)
