@@ -98,6 +98,7 @@ struct Stroke {
 // The line of a set; false when the drawing is to stop.
 bool DrawSetLine(const PointSource& source, const MappedSet& mapped, long& count) {
     SelectSetPen(mapped.Set);
+    const bool file = Chart.Target == Targets::Metafile; // nobody watches it grow: a curve is one line there
     Stroke stroke;
     int before = 0; // the point that the pen stands on, 0 while it is lifted
     for (int point = 1; point <= Chart.State.Npts; ++point) {
@@ -112,7 +113,7 @@ bool DrawSetLine(const PointSource& source, const MappedSet& mapped, long& count
             stroke.Add(mapped.X[point], mapped.Y[point]);
             before = point;
         }
-        if ((count + 1) % 50 == 0) stroke.DrawAndGoOn();
+        if (!file && (count + 1) % 50 == 0) stroke.DrawAndGoOn();
         if (!CountPoint(count)) return false;
     }
     stroke.Draw();

@@ -47,7 +47,8 @@ TEST(BatchOptions, HelpAndVersionNeedNoJob) {
     EXPECT_TRUE(ParseOptions({"--help"}).Help);
     EXPECT_TRUE(ParseOptions({"--version"}).Version);
     EXPECT_EQ(VersionText(), "quillon-fit, Quillon 4.0.0\n");
-    for (const char* option : {"--report", "--results", "--points", "--quiet", "--help", "--version"})
+    for (const char* option : {"--report", "--results", "--points", "--save", "--graph", "--refit", "--quiet",
+                               "--help", "--version"})
         EXPECT_NE(HelpText().find(option), std::string::npos) << option;
 }
 

@@ -1,0 +1,354 @@
+// Graphs that quillon-fit writes: each kind in each format that needs no toolkit, read back and held against
+// the points of the same fit.
+#include "tests/batch/JobCase.h"
+#include "tests/batch/ProgramRun.h"
+#include "tests/chart/MetafileReader.h"
+#include "tests/chart/SvgReader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+#include <sys/wait.h>
+
+namespace Quillon {
+namespace {
+
+struct FitPoint {
+    long Set;
+    float Radius, X, Y, Fit;
+};
+
+std::vector<std::string> Cells(const std::string& line, char mark) {
+    std::vector<std::string> cells;
+    std::istringstream stream(line);
+    for (std::string cell; std::getline(stream, cell, mark);)
+        cells.push_back(cell);
+    return cells;
+}
+
+std::vector<FitPoint> ReadCsv(const std::string& text) {
+    std::vector<FitPoint> points;
+    for (const std::string& line : LinesOf(text)) {
+        const std::vector<std::string> cells = Cells(line, ',');
+        if (cells.at(2) != "data") continue; // the head and the loadings
+        points.push_back({std::stol(cells[0]), std::stof(cells[3]), std::stof(cells[4]), std::stof(cells[5]),
+                          std::stof(cells[6])});
+    }
+    return points;
+}
+
+const char* const AllKinds[] = {"data", "function", "overlay", "residuals", "residuals-y", "residuals-r"};
+
+// One fit of two sets of 30 and 20 points, the second with a loading, saved so that each graph is drawn from
+// the same fit at once.
+class GraphFiles : public testing::Test {
+protected:
+    void SetUp() override {
+        ModelCase small = SmallCase(30);
+        small.Sets[1].Points = 20;
+        small.Sets[1].ToleranceA = 0.02F;
+        const Workspace truth = SimulatedWorkspace(small);
+        const std::string job = TheScript.MakeFile("fit.job", JobTextOf(truth, TheScript));
+        const ProgramEnd end = RunInside({job, "--quiet", "--save", Saved(), "--points", Path("p.csv")});
+        ASSERT_EQ(end.Status, 0) << end.Err;
+        Points = ReadCsv(ReadWholeFile(Path("p.csv")));
+        ASSERT_EQ(Points.size(), 50U);
+    }
+
+    std::string Path(const std::string& name) const { return TheScript.Directory() + "/" + name; }
+    std::string Saved() const { return Path("fit.quil"); }
+
+    // The bytes of a graph of the saved fit.
+    std::string Graph(const std::string& kind, const std::string& ending) const {
+        const std::string path = Path("graph." + ending);
+        const ProgramEnd end = RunInside({Saved(), "--graph", kind + "=" + path});
+        EXPECT_EQ(end.Status, 0) << end.Err;
+        EXPECT_EQ(end.Out + end.Err, "");
+        return end.Status == 0 ? ReadWholeFile(path) : "";
+    }
+
+    // The values of a kind of graph at the points of a set, as one series or as two.
+    static float XOf(const std::string& kind, const FitPoint& point) {
+        return kind == "residuals-y" ? point.Fit : kind == "residuals-r" ? point.Radius : point.X;
+    }
+    static std::vector<float> YOf(const std::string& kind, const FitPoint& point) {
+        if (kind == "data") return {point.Y};
+        if (kind == "function") return {point.Fit};
+        if (kind == "overlay") return {point.Y, point.Fit};
+        return {point.Y - point.Fit};
+    }
+    std::vector<FitPoint> Of(long set) const {
+        std::vector<FitPoint> points;
+        for (const FitPoint& point : Points)
+            if (point.Set == set) points.push_back(point);
+        return points;
+    }
+
+    Script TheScript;
+    std::vector<FitPoint> Points;
+};
+
+// Numbers are compared as numbers: each is one that reads back as the same single.
+std::vector<std::vector<float>> Numbers(const std::string& text) {
+    std::vector<std::vector<float>> lines;
+    for (std::string line : LinesOf(text)) {
+        EXPECT_TRUE(line.ends_with('\r')) << line;
+        line.pop_back();
+        lines.emplace_back();
+        for (const std::string& cell : Cells(line, '\t'))
+            lines.back().push_back(cell == " " ? -9e9F : std::stof(cell));
+    }
+    return lines;
+}
+
+TEST_F(GraphFiles, NumbersAreThoseOfTheFit) {
+    for (const std::string kind : AllKinds) {
+        for (const long only : {0L, 2L}) {
+            const std::string name = only == 0 ? kind : kind + ":" + std::to_string(only);
+            std::vector<std::vector<float>> wanted(only == 0 ? 30 : 20);
+            for (long set = only == 0 ? 1 : only; set <= 2; ++set) {
+                const std::vector<FitPoint> points = Of(set);
+                const std::size_t series = YOf(kind, points[0]).size();
+                for (std::size_t s = 0; s < series; ++s)
+                    for (std::size_t i = 0; i < wanted.size(); ++i) {
+                        wanted[i].push_back(i < points.size() ? XOf(kind, points[i]) : -9e9F);
+                        wanted[i].push_back(i < points.size() ? YOf(kind, points[i])[s] : -9e9F);
+                    }
+            }
+            const std::vector<std::vector<float>> told = Numbers(Graph(name, "dat"));
+            ASSERT_EQ(told.size(), wanted.size()) << name;
+            for (std::size_t i = 0; i < told.size(); ++i) {
+                ASSERT_EQ(told[i].size(), wanted[i].size()) << name;
+                for (std::size_t c = 0; c < told[i].size(); ++c)
+                    EXPECT_NEAR(told[i][c], wanted[i][c], 1e-6F * std::abs(wanted[i][c]))
+                        << name << ", " << i; // seven digits
+            }
+        }
+    }
+}
+
+bool WithinFrame(const SvgElement& element) {
+    return element.Get("clip-path") == "url(#clip1)";
+}
+
+// Elements that draw the data: those that are clipped by the first clip, themselves or by what holds them.
+std::vector<SvgElement> DataElements(const SvgDocument& svg) {
+    std::vector<SvgElement> data;
+    for (const SvgElement& element : svg.Elements) {
+        const bool held = std::any_of(element.Parents.begin(), element.Parents.end(),
+                                      [&](std::size_t place) { return WithinFrame(svg.Elements[place]); });
+        if (element.Name != "g" && (held || WithinFrame(element))) data.push_back(element);
+    }
+    return data;
+}
+
+std::size_t PointsIn(const SvgElement& polyline) {
+    return Cells(polyline.Get("points"), ' ').size();
+}
+
+TEST_F(GraphFiles, SvgHasEachSeriesAndItsTexts) {
+    for (const std::string kind : AllKinds) {
+        const SvgDocument svg = ReadSvg(Graph(kind, "svg"));
+        ASSERT_EQ(svg.Problem, "") << kind;
+        EXPECT_EQ(svg.Elements.at(0).Get("width"), "432pt"); // 6 by 4.5 inches
+        EXPECT_EQ(svg.Elements.at(0).Get("height"), "324pt");
+        const bool residuals = kind.starts_with("residuals");
+        std::vector<std::string> texts;
+        for (const SvgElement& text : svg.All("text"))
+            texts.push_back(text.Text);
+        const auto has = [&](const std::string& text) {
+            return std::find(texts.begin(), texts.end(), text) != texts.end();
+        };
+        EXPECT_TRUE(has(kind == "residuals-r"   ? "Radius (cm)"
+                        : kind == "residuals-y" ? "Absorbance"
+                                                : "(R^2 - Ro^2) / 2   (cm^2)"));
+        EXPECT_TRUE(has(residuals ? "Y(exp) - Y(fit)" : "Absorbance"));
+        EXPECT_EQ(has("monomer <-> dimer fit"), !residuals) << kind;
+        EXPECT_TRUE(has(kind == "function" ? "Set 1" : "set1.txt"));
+        EXPECT_TRUE(has(kind == "function" ? "Set 2" : "set2.txt"));
+
+        std::size_t lines = 0, linePoints = 0, crosses = 0, diamonds = 0;
+        for (const SvgElement& element : DataElements(svg)) {
+            const bool line = element.Name == "polyline";
+            lines += line ? 1U : 0U;
+            linePoints += line ? PointsIn(element) : 0;
+            crosses += element.Name == "line" ? 1U : 0U;
+            diamonds += element.Name == "polygon" ? 1U : 0U;
+        }
+        const bool drawsLines = kind == "function" || kind == "overlay";
+        EXPECT_EQ(lines, drawsLines ? 2U : 0U) << kind;
+        EXPECT_EQ(linePoints, drawsLines ? 50U : 0U) << kind;
+        EXPECT_EQ(crosses, kind == "function" ? 0U : 60U) << kind;  // a plus is two lines
+        EXPECT_EQ(diamonds, kind == "function" ? 0U : 20U) << kind; // the symbol of the second set
+    }
+}
+
+TEST_F(GraphFiles, SvgOfOneSetIsThatSet) {
+    const SvgDocument svg = ReadSvg(Graph("overlay:2", "svg"));
+    ASSERT_EQ(svg.Problem, "");
+    std::size_t points = 0, crosses = 0;
+    for (const SvgElement& element : DataElements(svg)) {
+        points += element.Name == "polyline" ? PointsIn(element) : 0;
+        crosses += element.Name == "line" ? 1U : 0U;
+    }
+    EXPECT_EQ(points, 20U);
+    EXPECT_EQ(crosses, 40U);
+    for (const SvgElement& text : svg.All("text"))
+        EXPECT_EQ(text.Text.find("set1"), std::string::npos);
+}
+
+// Where a value stands between the two ends of a frame.
+double Place(double from, double to, double low, double high, double value) {
+    return from + (to - from) * (value - low) / (high - low);
+}
+
+// Points of the line of the fit against the fit: the frame's corners are those of its lines, the scale is
+// that of the labels at its ends.
+TEST_F(GraphFiles, SvgPointsStandWhereTheAxesSay) {
+    const SvgDocument svg = ReadSvg(Graph("function:1", "svg"));
+    const std::vector<SvgElement> data = DataElements(svg);
+    ASSERT_EQ(data.size(), 1U);
+    const std::vector<std::string> drawn = Cells(data[0].Get("points"), ' ');
+    const std::vector<FitPoint> points = Of(1);
+    ASSERT_EQ(drawn.size(), points.size());
+    const auto at = [&](std::size_t i) {
+        const std::vector<std::string> xy = Cells(drawn[i], ',');
+        return std::pair(std::stod(xy[0]), std::stod(xy[1]));
+    };
+    // Two points give the scale, all others have to agree with it.
+    const auto [x1, y1] = at(0);
+    const auto [x2, y2] = at(drawn.size() - 1);
+    EXPECT_LT(x1, x2);
+    EXPECT_GT(y1, y2); // upward
+    for (std::size_t i = 0; i < drawn.size(); ++i) {
+        EXPECT_NEAR(at(i).first, Place(x1, x2, points.front().X, points.back().X, points[i].X), 1.5);
+        EXPECT_NEAR(at(i).second, Place(y1, y2, points.front().Fit, points.back().Fit, points[i].Fit), 1.5);
+    }
+}
+
+TEST_F(GraphFiles, MetafileIsTheSamePicture) {
+    for (const std::string kind : AllKinds) {
+        const EmfFile file = ReadMetafile(Graph(kind, "emf"));
+        ASSERT_EQ(file.Problem, "") << kind;
+        const EmfRecord& header = file.Records.front();
+        EXPECT_EQ(header.Word(40), 0x464D4520U); // " EMF"
+        EXPECT_EQ(header.Signed(32), 15240);     // 6 inches in hundredths of a millimetre
+        EXPECT_EQ(header.Signed(36), 11430);
+        EXPECT_GE(header.Signed(8), 0); // the bounds lie within the picture
+        EXPECT_GE(header.Signed(12), 0);
+        EXPECT_LT(header.Signed(16), 1800);
+        EXPECT_LT(header.Signed(20), 1350);
+        // Texts and their places are those of the other format.
+        const SvgDocument svg = ReadSvg(Graph(kind, "svg"));
+        const std::vector<SvgElement> texts = svg.All("text");
+        std::vector<EmfItem> written;
+        for (const EmfItem& item : PlayMetafile(file))
+            if (item.Kind == "text") written.push_back(item);
+        ASSERT_EQ(written.size(), texts.size()) << kind;
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            EXPECT_EQ(written[i].Text, texts[i].Text);
+        std::size_t polylines = 0;
+        for (const EmfItem& item : PlayMetafile(file))
+            polylines += item.Kind == "polyline" && item.Clipped && item.Points.size() >= 20 ? 1U : 0U;
+        EXPECT_EQ(polylines, kind == "function" || kind == "overlay" ? 2U : 0U) << kind;
+    }
+}
+
+TEST_F(GraphFiles, EndingsAreTakenInAnyCase) {
+    EXPECT_TRUE(Graph("data", "SVG").starts_with("<?xml"));
+    EXPECT_EQ(Graph("data", "Svg"), Graph("data", "svg"));
+}
+
+TEST_F(GraphFiles, TheGraphOfAFitIsThatOfTheSavedFit) {
+    const std::string path = Path("a.svg");
+    ASSERT_EQ(RunInside({Path("fit.job"), "--quiet", "--graph", "overlay=" + path}).Status, 0);
+    EXPECT_EQ(ReadWholeFile(path), Graph("overlay", "svg"));
+}
+
+TEST_F(GraphFiles, NoSettingsOfTheUserAreRead) {
+    const std::string plain = Graph("overlay", "svg");
+    TheScript.MakeFile("chart.ini", "[QUILLON]\nTitleSize=.05\nScreenColor0=&HFF\nPrintColor0=&HFF\n");
+    ProgramStart start;
+    start.Directory = TheScript.Directory();
+    start.Arguments = {"fit.quil", "--graph", "overlay=b.svg"};
+    ASSERT_EQ(RunProgram(start).Status, 0);
+    EXPECT_EQ(ReadWholeFile(Path("b.svg")), plain);
+}
+
+TEST_F(GraphFiles, ADataSetThatIsNotThereIsToldBeforeTheFit) {
+    for (const std::string& input : {Path("fit.job"), Saved()}) {
+        const std::string path = Path("none.svg");
+        const ProgramEnd end = RunInside({input, "--points", Path("q.csv"), "--graph", "overlay:7=" + path});
+        EXPECT_EQ(end.Status, 1);
+        EXPECT_EQ(end.Err, "--graph overlay:7=" + path + ": the fit has no data set 7, it has 2\n");
+        EXPECT_FALSE(std::filesystem::exists(path));
+        EXPECT_FALSE(std::filesystem::exists(Path("q.csv")));
+    }
+}
+
+TEST_F(GraphFiles, APlaceThatCannotBeWrittenIsToldBeforeTheFit) {
+    const std::string path = Path("missing/a.svg");
+    const ProgramEnd end = RunInside({Path("fit.job"), "--graph", "overlay=" + path});
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_EQ(end.Err, path + ": Path not found\n");
+}
+
+TEST_F(GraphFiles, AFitThatDidNotConvergeHasNoGraph) {
+    std::string job = ReadWholeFile(Path("fit.job"));
+    job.insert(job.find('\n') + 1, "max-iterations = 1\nconvergence-limit = 1e-30\n");
+    TheScript.MakeFile("short.job", job);
+    const std::string path = Path("none.svg");
+    const ProgramEnd end = RunInside({Path("short.job"), "--quiet", "--graph", "overlay=" + path});
+    EXPECT_EQ(end.Status, 2) << end.Err;
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(GraphFiles, AFormerFileIsReplacedAsAWhole) {
+    const std::string path = TheScript.MakeFile("old.svg", std::string(1000000, 'x'));
+    ASSERT_EQ(RunInside({Saved(), "--graph", "data=" + path}).Status, 0);
+    EXPECT_EQ(ReadWholeFile(path), Graph("data", "svg"));
+}
+
+TEST_F(GraphFiles, BadTitlesAreWellFormedAllTheSame) {
+    // Labels are file names: here one with the signs of the format and letters above 127.
+    const std::string name = "a<b>&\xE4\xC3\xA9.txt";
+    std::filesystem::rename(Path("set1.txt"), Path(name));
+    std::string job = ReadWholeFile(Path("fit.job"));
+    job.replace(job.find("set1.txt"), 8, "\"" + name + "\"");
+    TheScript.MakeFile("odd.job", job);
+    const std::string path = Path("odd.svg");
+    const ProgramEnd end = RunInside({Path("odd.job"), "--quiet", "--graph", "overlay=" + path});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    const SvgDocument svg = ReadSvg(ReadWholeFile(path));
+    EXPECT_EQ(svg.Problem, "");
+    EXPECT_NE(ReadWholeFile(path).find("a&lt;b&gt;&amp;"), std::string::npos);
+}
+
+TEST_F(GraphFiles, WithoutTheModuleAPictureThatNeedsItIsRefused) {
+    const std::string program = Path("quillon-fit");
+    std::filesystem::copy_file(QUILLON_FIT, program);
+    for (const std::string kind : {"png", "pdf"}) {
+        const std::string command = program + " " + Path("fit.job") + " --graph data=" + Path("a." + kind) +
+                                    " > " + Path("out") + " 2> " + Path("err");
+        const int status = std::system(command.c_str());
+        EXPECT_EQ(WEXITSTATUS(status), 1);
+        EXPECT_EQ(ReadWholeFile(Path("err")),
+                  "--graph data=" + Path("a." + kind) + ": a " + kind +
+                      " needs the desktop part of the program: libquillon-surfaces.so is not beside the "
+                      "program\n");
+        EXPECT_FALSE(std::filesystem::exists(Path("a." + kind)));
+    }
+    // Nor is something else of that name taken for it.
+    TheScript.MakeFile("libquillon-surfaces.so", "no library");
+    const std::string command =
+        program + " " + Path("fit.job") + " --graph data=" + Path("a.png") + " 2> " + Path("err");
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    EXPECT_EQ(LinesOf(ReadWholeFile(Path("err"))).size(), 1U);
+}
+
+} // namespace
+} // namespace Quillon

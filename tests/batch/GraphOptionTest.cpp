@@ -1,0 +1,95 @@
+// The option --graph KIND[:n]=FILE.
+#include "batch/Graphs.h"
+#include "batch/Options.h"
+
+#include "platform/RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+std::string MistakeOf(const std::string& graph) {
+    try {
+        ParseOptions({"a.job", "--graph", graph});
+    } catch (const RuntimeError& error) {
+        return error.Text;
+    }
+    return "no error";
+}
+
+std::string Told(const std::string& what) {
+    return "quillon-fit: " + what + " (quillon-fit --help tells more)";
+}
+
+TEST(GraphOptions, AreTakenApart) {
+    const Options options =
+        ParseOptions({"a.job", "--graph", "overlay=fig 1.svg", "--graph=residuals-r:12=b/c=d.PNG"});
+    ASSERT_EQ(options.Graphs.size(), 2U);
+    EXPECT_EQ(options.Graphs[0].Kind, "overlay");
+    EXPECT_EQ(options.Graphs[0].Set, 0);
+    EXPECT_EQ(options.Graphs[0].Path, "fig 1.svg");
+    EXPECT_EQ(GraphName(options.Graphs[0]), "overlay");
+    EXPECT_EQ(options.Graphs[1].Kind, "residuals-r");
+    EXPECT_EQ(options.Graphs[1].Set, 12);
+    EXPECT_EQ(options.Graphs[1].Path, "b/c=d.PNG");
+    EXPECT_EQ(GraphName(options.Graphs[1]), "residuals-r:12");
+    EXPECT_EQ(GraphEnding(options.Graphs[1]), "png");
+    EXPECT_EQ(options.Report, ""); // an output is named
+}
+
+TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
+    EXPECT_EQ(GraphKinds(), (std::vector<std::string>{"data", "function", "overlay", "residuals",
+                                                      "residuals-y", "residuals-r"}));
+    for (const std::string& kind : GraphKinds())
+        EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
+    for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat"})
+        EXPECT_NE(HelpText().find(ending), std::string::npos) << ending;
+}
+
+TEST(GraphOptions, MistakesAreOneLine) {
+    const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r";
+    const std::string endings = " ends with none of .svg, .png, .pdf, .emf and .dat, which choose the format";
+    EXPECT_EQ(MistakeOf("species=a.svg"), Told("--graph: 'species' is none of the kinds " + kinds));
+    EXPECT_EQ(MistakeOf("=a.svg"), Told("--graph: '' is none of the kinds " + kinds));
+    EXPECT_EQ(MistakeOf("Overlay=a.svg"), Told("--graph: 'Overlay' is none of the kinds " + kinds));
+    EXPECT_EQ(MistakeOf("overlay"), Told("--graph needs KIND=FILE, not 'overlay'"));
+    EXPECT_EQ(MistakeOf(""), Told("--graph needs KIND=FILE, not ''"));
+    EXPECT_EQ(MistakeOf("overlay="), Told("no file behind --graph overlay"));
+    EXPECT_EQ(MistakeOf("overlay:3="), Told("no file behind --graph overlay:3"));
+    EXPECT_EQ(MistakeOf("overlay=-"), Told("--graph needs the name of a file"));
+    EXPECT_EQ(MistakeOf("overlay=a.grf"), Told("--graph: 'a.grf'" + endings));
+    EXPECT_EQ(MistakeOf("overlay=a"), Told("--graph: 'a'" + endings));
+    EXPECT_EQ(MistakeOf("overlay=x.svg/a"), Told("--graph: 'x.svg/a'" + endings));
+    for (const char* set : {"0", "19", "-1", "x", "", "2x", "99999999999999999999"})
+        EXPECT_EQ(MistakeOf(std::string("data:") + set + "=a.svg"),
+                  Told(std::string("--graph: a data set is a number from 1 to 18, not '") + set + "'"));
+}
+
+TEST(GraphOptions, TwoOutputsNeverShareAFile) {
+    const auto mistake = [](const std::vector<std::string>& arguments) {
+        try {
+            ParseOptions(arguments);
+        } catch (const RuntimeError& error) {
+            return error.Text;
+        }
+        return std::string("no error");
+    };
+    EXPECT_EQ(mistake({"a.job", "--graph", "data=a.svg", "--graph", "overlay:2=a.svg"}),
+              Told("--graph data and --graph overlay:2 name the same file"));
+    EXPECT_EQ(mistake({"a.job", "--graph", "data=a.dat", "--points", "a.dat"}),
+              Told("--points and --graph data name the same file"));
+    EXPECT_EQ(mistake({"a.job", "--graph", "data=a.svg", "--graph", "data=a.emf"}), "no error");
+}
+
+TEST(GraphOptions, GraphWithoutAnythingBehindIsTold) {
+    try {
+        ParseOptions({"a.job", "--graph"});
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Text, Told("--graph needs KIND=FILE, not ''"));
+    }
+}
+
+} // namespace
+} // namespace Quillon
