@@ -1,0 +1,146 @@
+// Graphs that quillon-fit writes with the help of the module, where there is no display at all.
+#include "PdfReader.h"
+#include "PixelPicture.h"
+#include "tests/support/ScriptedPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sys/wait.h>
+
+namespace Quillon {
+
+namespace {
+
+const char* const AllKinds[] = {"data", "function", "overlay", "residuals", "residuals-y", "residuals-r"};
+
+// An example, fitted once; graphs are then those of the saved fit.
+class GraphPictures : public testing::Test {
+protected:
+    void SetUp() override {
+        const std::string job = QUILLON_SOURCE "/examples/single-species/single-species.job";
+        ASSERT_EQ(Run(job + " --quiet --save " + Path("fit.quil")), 0) << Errors;
+    }
+    int Run(const std::string& arguments) {
+        const std::string command =
+            "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM -u XDG_RUNTIME_DIR " QUILLON_FIT " " +
+            arguments + " > " + Path("out") + " 2> " + Path("err");
+        const int end = std::system(command.c_str());
+        Errors = ReadWholeFile(Path("err"));
+        return WEXITSTATUS(end);
+    }
+    // All kinds at one run, "data.png" and so on.
+    void WriteAll(const std::string& ending) {
+        std::string arguments = Path("fit.quil");
+        for (const std::string kind : AllKinds)
+            arguments += " --graph " + kind + "=" + Path(kind + "." + ending);
+        ASSERT_EQ(Run(arguments), 0) << Errors;
+        EXPECT_EQ(Errors, "");
+    }
+    std::string Path(const std::string& name) const { return TheScript.Directory() + "/" + name; }
+
+    Script TheScript;
+    std::string Errors;
+};
+
+QImage ImageOf(const std::string& bytes) {
+    return QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size()),
+                            "PNG")
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+// What is on a picture, in one pass over its pixels.
+struct Ink {
+    int Left, Top, Right, Bottom;
+    int BlackRun = 0; // the longest run of black in any row: the frame's lower or upper side
+    int Blue = 0, Magenta = 0;
+};
+
+Ink InkOf(const QImage& image) {
+    Ink ink{image.width(), image.height(), -1, -1};
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0, run = 0; x < image.width(); ++x) {
+            const unsigned color = row[x] & 0xFFFFFFU;
+            run = color == 0 ? run + 1 : 0;
+            if (color == White) continue;
+            ink.BlackRun = std::max(ink.BlackRun, run);
+            ink.Blue += color == 0x0000FF ? 1 : 0;
+            ink.Magenta += color == 0xFF00FF ? 1 : 0;
+            ink.Left = std::min(ink.Left, x);
+            ink.Right = std::max(ink.Right, x);
+            ink.Top = std::min(ink.Top, y);
+            ink.Bottom = y;
+        }
+    }
+    return ink;
+}
+
+} // namespace
+
+TEST_F(GraphPictures, PngIsTheFigureAt300DotsPerInch) {
+    WriteAll("png");
+    for (const std::string kind : AllKinds) {
+        const std::string bytes = ReadWholeFile(Path(kind + ".png"));
+        ASSERT_TRUE(bytes.starts_with("\x89PNG\r\n\x1A\n")) << kind;
+        const QImage image = ImageOf(bytes);
+        EXPECT_EQ(image.width(), 1800);
+        EXPECT_EQ(image.height(), 1350);
+        EXPECT_EQ(image.dotsPerMeterX(), 11811);
+        const Ink ink = InkOf(image);
+        EXPECT_GT(ink.BlackRun, 1200) << kind; // two thirds of the width
+        EXPECT_GT(ink.Right - ink.Left, 1500) << kind;
+        EXPECT_GT(ink.Bottom - ink.Top, 1200) << kind;
+        EXPECT_GT(ink.Left, 0); // nothing is cut off
+        EXPECT_GT(ink.Top, 0);
+        EXPECT_LT(ink.Right, 1799);
+        EXPECT_LT(ink.Bottom, 1349);
+        EXPECT_GT(ink.Blue, 100) << kind; // the second colour, of a line or of symbols
+    }
+    // The line of the third set is there in the overlay of all, and not in that of the first alone.
+    ASSERT_EQ(Run(Path("fit.quil") + " --graph overlay:1=" + Path("one.png")), 0) << Errors;
+    EXPECT_GT(InkOf(ImageOf(ReadWholeFile(Path("overlay.png")))).Magenta, 1000);
+    EXPECT_EQ(InkOf(ImageOf(ReadWholeFile(Path("one.png")))).Magenta, 0);
+}
+
+TEST_F(GraphPictures, PdfIsOnePageWithItsText) {
+    WriteAll("pdf");
+    for (const std::string kind : AllKinds) {
+        const std::string bytes = ReadWholeFile(Path(kind + ".pdf"));
+        ASSERT_TRUE(bytes.starts_with("%PDF-1.")) << kind;
+        const PdfDocument document = ReadPdf(bytes);
+        EXPECT_DOUBLE_EQ(document.PageWidth, 432.0); // 6 by 4.5 inches
+        EXPECT_DOUBLE_EQ(document.PageHeight, 324.0);
+        const std::string text = TextOf(document);
+        const std::string x = kind == "residuals-r"   ? "Radius (cm)"
+                              : kind == "residuals-y" ? "Absorbance"
+                                                      : "(R^2 - Ro^2) / 2";
+        EXPECT_NE(text.find(x), std::string::npos) << text;
+        EXPECT_NE(text.find(kind == "function" ? "Set 3" : "00036.RA1"), std::string::npos) << text;
+    }
+}
+
+TEST_F(GraphPictures, SeveralFormatsAtOneRun) {
+    ASSERT_EQ(Run(Path("fit.quil") + " --graph data=" + Path("a.png") + " --graph data=" + Path("a.pdf") +
+                  " --graph data=" + Path("a.svg") + " --graph data=" + Path("a.emf") +
+                  " --graph data=" + Path("a.dat") + " --report " + Path("a.txt")),
+              0)
+        << Errors;
+    for (const char* ending : {"png", "pdf", "svg", "emf", "dat", "txt"})
+        EXPECT_GT(std::filesystem::file_size(Path(std::string("a.") + ending)), 100U) << ending;
+}
+
+TEST_F(GraphPictures, AnInstallationHasTheModuleAmongItsLibraries) {
+    std::filesystem::create_directories(Path("usr/bin"));
+    std::filesystem::create_directories(Path("usr/lib/quillon"));
+    std::filesystem::copy_file(QUILLON_FIT, Path("usr/bin/quillon-fit"));
+    const std::string command = Path("usr/bin/quillon-fit") + " " + Path("fit.quil") +
+                                " --graph data=" + Path("i.png") + " 2> " + Path("err");
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    std::filesystem::copy_file(QUILLON_SURFACES, Path("usr/lib/quillon/libquillon-surfaces.so"));
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0) << ReadWholeFile(Path("err"));
+    EXPECT_EQ(ImageOf(ReadWholeFile(Path("i.png"))).width(), 1800);
+}
+
+} // namespace Quillon
