@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <iterator>
 
 namespace Quillon {
 
@@ -91,18 +91,6 @@ int LabelDistance(const AxisLine& line) {
     return outward + SpaceOf(Chart.Layout, line.Place).TicGap1;
 }
 
-// The stretch that labels have taken in a row; a label that would run into it is left out.
-struct LabelRow {
-    int Low = std::numeric_limits<int>::max(), High = std::numeric_limits<int>::min();
-    bool Take(int low, int high, int gap) {
-        const bool clear = Low > High || low - gap > High || high + gap < Low;
-        if (!clear) return false;
-        Low = std::min(Low, low);
-        High = std::max(High, high);
-        return true;
-    }
-};
-
 // What stays free between two labels of a row. The tics of a linear axis were chosen for the length of its
 // labels; decades and categories come as they are.
 int LabelGap(const AxisLine& line, const GraphAxis& axis) {
@@ -111,32 +99,96 @@ int LabelGap(const AxisLine& line, const GraphAxis& axis) {
     return chosen ? Chart.State.ClearX / 2 : TextWidth(" ");
 }
 
+// A label before it is known whether there is room for it.
+struct Label {
+    std::string Text;
+    int Low{}, High{}; // the stretch along the axis that it takes
+    long Number{};     // counts the major tics; 0 is at zero, on a log axis at 1, or the first category
+};
+
+// The number of the first label, by the steps of the major tics; 0 where their values do not tell.
+long FirstNumber(const std::vector<Tic>& majors) {
+    if (majors.size() < 2 || majors[0].Category > 0) return 0;
+    const double number = majors[0].Value / (majors[1].Value - majors[0].Value);
+    return std::fabs(number) < 1e9 ? std::lround(number) : 0;
+}
+
+std::vector<Label> LabelsOf(const AxisLine& line, const GraphAxis& axis, const std::vector<Tic>& tics,
+                            int lineHeight) {
+    std::vector<Tic> majors;
+    std::copy_if(tics.begin(), tics.end(), std::back_inserter(majors),
+                 [](const Tic& tic) { return tic.Major; });
+    std::vector<Label> labels;
+    long number = FirstNumber(majors);
+    for (const Tic& tic : majors) {
+        Label label{TicLabel(axis, KindOf(line.Place), tic)};
+        const int extent = line.Upright ? lineHeight : TextWidth(label.Text);
+        label.Low = PositionOf(line, axis, tic.Value) - extent / 2;
+        label.High = label.Low + extent - 1;
+        label.Number = number++;
+        labels.push_back(std::move(label));
+    }
+    return labels;
+}
+
+// Which labels are drawn: those whose number is a multiple of Every away from First, in one row or in turn in
+// two.
+struct LabelChoice {
+    long Every = 1, First = 0;
+    int Rows = 1;
+    bool Takes(const Label& label) const { return (label.Number - First) % Every == 0; }
+    std::size_t RowOf(const Label& label) const {
+        return Rows == 1 ? 0 : static_cast<std::size_t>((label.Number - First) / Every % Rows);
+    }
+};
+
+// True when the labels chosen are a gap apart.
+bool StandApart(const std::vector<Label>& labels, const LabelChoice& choice, int gap) {
+    const Label* before[2] = {};
+    for (const Label& label : labels) {
+        if (!choice.Takes(label)) continue;
+        const Label*& last = before[choice.RowOf(label)];
+        if (last != nullptr && label.Low - gap <= last->High && label.High + gap >= last->Low) return false;
+        last = &label;
+    }
+    return true;
+}
+
+// As many labels as have room, at equal distances, with the one at zero where it is on the scale.
+LabelChoice ChooseLabels(const std::vector<Label>& labels, int rows, int gap) {
+    LabelChoice choice;
+    choice.Rows = rows;
+    const auto takes = [&](const Label& label) { return choice.Takes(label); };
+    for (; choice.Every <= static_cast<long>(labels.size()); ++choice.Every) {
+        choice.First = 0;
+        if (rows == 1 && std::none_of(labels.begin(), labels.end(), takes)) choice.First = labels[0].Number;
+        if (StandApart(labels, choice, gap)) break;
+    }
+    return choice;
+}
+
 void DrawLabels(const AxisLine& line, const GraphAxis& axis, const std::vector<Tic>& tics) {
     if (!HasLabels(axis)) return;
-    const std::int16_t kind = KindOf(line.Place);
     const float size = Chart.Layout.Sizes.Label[static_cast<std::size_t>(line.Place)];
     const TextSize font = SelectFont(axis.LabelFont, size, 0);
     TargetSurface().SetTextColor(CycleColor(axis.Color));
     const int distance = LabelDistance(line);
-    const bool stagger = Chart.State.Stagger != 0 && !line.Upright && kind == AxisKinds::Category;
-    const int gap = LabelGap(line, axis);
-    LabelRow rows[2];
-    for (const Tic& tic : tics) {
-        if (!tic.Major) continue;
-        const std::string text = TicLabel(axis, kind, tic);
-        const int along = PositionOf(line, axis, tic.Value);
-        const int row = stagger ? (tic.Category - 1) % 2 : 0;
-        const int extent = line.Upright ? font.Height : TextWidth(text);
-        if (!rows[row].Take(along - extent / 2, along - extent / 2 + extent - 1, gap)) continue;
+    const bool category = KindOf(line.Place) == AxisKinds::Category;
+    const int rows = Chart.State.Stagger != 0 && !line.Upright && category ? 2 : 1;
+    const std::vector<Label> labels = LabelsOf(line, axis, tics, font.Height);
+    const LabelChoice choice = ChooseLabels(labels, rows, LabelGap(line, axis));
+    for (const Label& label : labels) {
+        if (!choice.Takes(label)) continue;
+        const int row = static_cast<int>(choice.RowOf(label));
         const int out = line.At - line.Inward * (distance + row * font.Height);
         if (line.Place == BottomAxis)
-            DrawTextLine(text, along - extent / 2, out, 0, font);
+            DrawTextLine(label.Text, label.Low, out, 0, font);
         else if (line.Place == TopAxis)
-            DrawTextLine(text, along - extent / 2, out - font.Height, 0, font);
+            DrawTextLine(label.Text, label.Low, out - font.Height, 0, font);
         else if (line.Place == LeftAxis)
-            DrawTextLine(text, out - TextWidth(text), along - extent / 2, 0, font);
+            DrawTextLine(label.Text, out - TextWidth(label.Text), label.Low, 0, font);
         else
-            DrawTextLine(text, out, along - extent / 2, 0, font);
+            DrawTextLine(label.Text, out, label.Low, 0, font);
     }
 }
 

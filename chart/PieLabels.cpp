@@ -27,27 +27,33 @@ double OwnTop(const PieLabel& label, const PieRing& ring) {
     return y - (1.0 + SinOf(label)) * ring.LineHeight / 2.0;
 }
 
-// The labels of one side from the top down, as many as there is room for.
-std::vector<PieLabel*> SideOf(std::vector<PieLabel>& labels, bool right, const PieRing& ring) {
-    std::vector<PieLabel*> side;
+using Side = std::vector<PieLabel*>;
+
+// The labels of one side from the top down.
+Side SideOf(std::vector<PieLabel>& labels, bool right) {
+    Side side;
     for (PieLabel& label : labels)
         if (OnTheRight(label) == right) side.push_back(&label);
-    const auto rows =
-        static_cast<std::size_t>(std::max((ring.Bottom - ring.Top + 1) / std::max(ring.LineHeight, 1), 1));
-    if (side.size() > rows) {
-        std::stable_sort(side.begin(), side.end(),
-                         [](const PieLabel* a, const PieLabel* b) { return a->Share > b->Share; });
-        for (std::size_t i = rows; i < side.size(); ++i)
-            side[i]->Shown = false;
-        side.resize(rows);
-    }
     std::stable_sort(side.begin(), side.end(),
                      [](const PieLabel* a, const PieLabel* b) { return SinOf(*a) > SinOf(*b); });
     return side;
 }
 
+double Shift(const PieLabel& label, const PieRing& ring) {
+    return std::fabs(label.Top - OwnTop(label, ring));
+}
+
+// Of slices alike the one goes without whose label stands farthest away.
+void DropSmallest(Side& side, const PieRing& ring) {
+    const auto least = std::min_element(side.begin(), side.end(), [&](const PieLabel* a, const PieLabel* b) {
+        return a->Share != b->Share ? a->Share < b->Share : Shift(*a, ring) > Shift(*b, ring);
+    });
+    (*least)->Shown = false;
+    side.erase(least);
+}
+
 // Moves the labels of a side down until none covers the one above it, and up again from the lower end.
-void Spread(const std::vector<PieLabel*>& side, const PieRing& ring) {
+void Spread(const Side& side, const PieRing& ring) {
     const int height = ring.LineHeight;
     int least = ring.Top;
     for (PieLabel* label : side) {
@@ -72,7 +78,7 @@ void SetAcross(PieLabel& label, const PieRing& ring) {
     const bool right = OnTheRight(label);
     const int side = right ? 1 : -1;
     const double own = (ring.RadiusX + ring.GapX) * std::fabs(CosOf(label));
-    label.Moved = std::fabs(label.Top - OwnTop(label, ring)) > ring.LineHeight / 2.0;
+    label.Moved = Shift(label, ring) > ring.LineHeight / 2.0;
     const double reach = std::max(own, ReachBeside(label, ring)) + (label.Moved ? ring.GapX : 0);
     const int edge = DeviceUnits(ring.Centre.X + side * reach);
     label.Left = right ? edge : edge - label.Width;
@@ -81,14 +87,31 @@ void SetAcross(PieLabel& label, const PieRing& ring) {
     label.To = {edge - side * ((ring.GapX + 1) / 2), label.Top + ring.LineHeight / 2};
 }
 
+// True when the line to a moved label does not run across the pie: the label's end lies beyond the tangent at
+// the slice.
+bool Reachable(const PieLabel& label, const PieRing& ring) {
+    if (!label.Moved) return true;
+    const double x = static_cast<double>(label.To.X - ring.Centre.X) / ring.RadiusX;
+    const double y = static_cast<double>(ring.Centre.Y - label.To.Y) / ring.RadiusY;
+    return x * CosOf(label) + y * SinOf(label) >= 1.0;
+}
+
+bool Place(const Side& side, const PieRing& ring) {
+    Spread(side, ring);
+    if (static_cast<int>(side.size()) * ring.LineHeight > ring.Bottom - ring.Top + 1) return false;
+    for (PieLabel* label : side)
+        SetAcross(*label, ring);
+    return std::all_of(side.begin(), side.end(),
+                       [&](const PieLabel* label) { return Reachable(*label, ring); });
+}
+
 } // namespace
 
 void PlacePieLabels(std::vector<PieLabel>& labels, const PieRing& ring) {
     for (const bool right : {true, false}) {
-        const std::vector<PieLabel*> side = SideOf(labels, right, ring);
-        Spread(side, ring);
-        for (PieLabel* label : side)
-            SetAcross(*label, ring);
+        Side side = SideOf(labels, right);
+        while (!side.empty() && !Place(side, ring))
+            DropSmallest(side, ring);
     }
 }
 

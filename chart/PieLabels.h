@@ -1,6 +1,7 @@
 #pragma once
 // Where the labels of a pie stand: outside at the middle of their slices, and moved apart along the pie where
-// slices are too thin for that.
+// slices are too thin for that. Where a line could not lead to a label without crossing the pie, or there is
+// no room, the smallest slices of that side go without.
 
 #include "platform/Surface.h"
 
@@ -10,7 +11,7 @@ namespace Quillon {
 
 struct PieLabel {
     double Angle{}; // middle of the slice, degrees counterclockwise from three o'clock
-    double Share{}; // of the whole; where there is no room for all labels the smallest slices go without
+    double Share{}; // of the whole
     int Width{};    // of the text, device units
     bool Shown = true;
     int Left{}, Top{};        // of the text's line

@@ -164,6 +164,50 @@ TEST_F(DrawAxesTest, LabelsOfDecadesStandABlankApart) {
         for (std::size_t i = 1; i < labels.size(); ++i)
             EXPECT_GT(TextBounds(labels[i]).Left - TextBounds(labels[i - 1]).Right, labels[i].Font.Height / 2)
                 << decades;
+        EXPECT_EQ(labels[0].Text, "1.0E+0") << decades;
+        const int step = std::stoi(labels[1].Text.substr(5)); // every second decade, or every third, ...
+        for (std::size_t i = 1; i < labels.size(); ++i)
+            EXPECT_EQ(std::stoi(labels[i].Text.substr(5)), step * static_cast<int>(i));
+    }
+}
+
+TEST_F(DrawAxesTest, LabelsAreLeftOutAtEqualDistancesAndZeroStays) {
+    Pin(Spec.AxisX1, -2.1F, 1.9F, 0.1F);
+    Spec.AxisX1.Decimals = 4;
+    PlotIt();
+    std::vector<double> values;
+    for (const DrawnItem& item : Screen.OfKind("text"))
+        if (TextBounds(item).Top >= Chart.Spec.Frame.Y2) values.push_back(std::stod(item.Text));
+    ASSERT_GT(values.size(), 3U);
+    EXPECT_LT(values.size(), 40U);
+    EXPECT_EQ(std::count(values.begin(), values.end(), 0.0), 1);
+    for (std::size_t i = 2; i < values.size(); ++i)
+        EXPECT_NEAR(values[i] - values[i - 1], values[1] - values[0], 1e-6);
+}
+
+TEST_F(DrawAxesTest, CategoriesInTwoRowsAreLeftOutAtEqualDistances) {
+    Screen.Width = 400;
+    Screen.Height = 300;
+    GraphSpec spec = Begin(GraphTypes::CategoryLines);
+    Plot(spec, SetTable(12, 1), SetTable(12, 1, 1.0F));
+    Chart.CatLabels.Recreate(12);
+    for (long i = 1; i <= 12; ++i)
+        Chart.CatLabels[i] = "category no " + std::to_string(i);
+    Replot();
+    Screen.Clear();
+    ShowGraph();
+    std::vector<int> numbers;
+    std::vector<int> tops;
+    for (const DrawnItem& item : Screen.OfKind("text"))
+        if (item.Text.starts_with("category no ")) {
+            numbers.push_back(std::stoi(item.Text.substr(12)));
+            tops.push_back(TextBounds(item).Top);
+        }
+    ASSERT_GT(numbers.size(), 2U);
+    ASSERT_LT(numbers.size(), 12U);
+    for (std::size_t i = 1; i < numbers.size(); ++i) {
+        EXPECT_EQ(numbers[i] - numbers[i - 1], numbers[1] - numbers[0]);
+        EXPECT_EQ(tops[i] > tops[i - 1], i % 2 == 1); // down and up
     }
 }
 

@@ -35,6 +35,11 @@ void ExpectTidyLabels(const std::vector<PieLabel>& labels, const PieRing& ring) 
         const double x = std::clamp(ring.Centre.X, a.Left, a.Left + a.Width) - ring.Centre.X;
         const double y = std::clamp(ring.Centre.Y, a.Top, a.Top + ring.LineHeight) - ring.Centre.Y;
         EXPECT_GT(std::hypot(x / ring.RadiusX, y / ring.RadiusY), 1.0) << i;
+        for (int part = 1; a.Moved && part <= 10; ++part) { // nor does its line cross the pie
+            const double lx = a.From.X + (a.To.X - a.From.X) * part / 10.0 - ring.Centre.X;
+            const double ly = a.From.Y + (a.To.Y - a.From.Y) * part / 10.0 - ring.Centre.Y;
+            EXPECT_GT(std::hypot(lx / ring.RadiusX, ly / ring.RadiusY), 0.99) << i;
+        }
         for (std::size_t k = i + 1; k < labels.size(); ++k) {
             const PieLabel& b = labels[k];
             const bool apart = !b.Shown || a.Left + a.Width <= b.Left || b.Left + b.Width <= a.Left ||
@@ -60,12 +65,12 @@ TEST(PieLabelsTest, LabelsWithRoomStandBesideTheirSlices) {
 }
 
 TEST(PieLabelsTest, ThinSlicesHaveTheirLabelsMovedApart) {
-    std::vector<PieLabel> labels = LabelsOf({1, 1, 1, 1, 1, 1, 30, 30, 30});
+    std::vector<PieLabel> labels = LabelsOf({25, 1, 1, 1, 1, 60}); // the thin ones to the right
     PlacePieLabels(labels, Ring);
     ExpectTidyLabels(labels, Ring);
     for (const PieLabel& label : labels)
         EXPECT_TRUE(label.Shown);
-    const PieLabel& moved = labels[5];
+    const PieLabel& moved = labels[4];
     EXPECT_TRUE(moved.Moved);
     // The line leads from the edge of the pie to the label.
     const double angle = moved.Angle * std::numbers::pi / 180.0;
@@ -78,12 +83,14 @@ TEST(PieLabelsTest, ThinSlicesHaveTheirLabelsMovedApart) {
 
 TEST(PieLabelsTest, TheSmallestSlicesGoWithoutWhereThereIsNoRoom) {
     std::vector<double> values(60, 1.0); // 30 on a side, where 20 lines have room
-    values[3] = 0.5;
+    values[15] = 0.5;
     std::vector<PieLabel> labels = LabelsOf(values);
     PlacePieLabels(labels, Ring);
     ExpectTidyLabels(labels, Ring);
-    EXPECT_EQ(std::count_if(labels.begin(), labels.end(), [](const PieLabel& l) { return l.Shown; }), 40);
-    EXPECT_FALSE(labels[3].Shown);
+    const auto shown = std::count_if(labels.begin(), labels.end(), [](const PieLabel& l) { return l.Shown; });
+    EXPECT_LE(shown, 40);
+    EXPECT_GE(shown, 10);
+    EXPECT_FALSE(labels[15].Shown);
 }
 
 TEST(PieLabelsTest, AnySlices) {
