@@ -82,13 +82,6 @@ QPushButton* Boxed(Binder& bind, Column column, int line, void (*clicked)(int)) 
     return box;
 }
 
-QWidget* KeepPlace(QWidget* w) { // a hidden column keeps its width, so that the table does not jump
-    QSizePolicy policy = w->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    w->setSizePolicy(policy);
-    return w;
-}
-
 class TableDialog : public FormDialog {
 public:
     explicit TableDialog(QWidget* parent) : FormDialog(FileForm.State, FileFormOkButton, parent) {

@@ -31,16 +31,14 @@ void AddGuessRow(Binder& bind, QGridLayout* grid, int row) {
     const int column = cell.Block * 4;
     auto* check = new QCheckBox;
     bind.Check(check, At(GetGuess.FitCheck, i), [row] { GetGuessFitCheck(row); });
-    grid->addWidget(MakeLabel(bind, At(GetGuess.ParameterName, i)), cell.Row + 1, column);
-    grid->addWidget(MakeField(bind, At(GetGuess.Guess, i),
-                              {[row] { GetGuessGotFocus(row); },
-                               [row](int key) { return GetGuessKeyPress(row, key); },
-                               [row] {
-                                   if (GetGuess.State.Shown) GetGuessLostFocus(row);
-                               },
-                               {}}),
+    grid->addWidget(KeepPlace(MakeLabel(bind, At(GetGuess.ParameterName, i))), cell.Row + 1, column);
+    grid->addWidget(KeepPlace(MakeField(bind, At(GetGuess.Guess, i),
+                                        {[row] { GetGuessGotFocus(row); },
+                                         [row](int key) { return GetGuessKeyPress(row, key); },
+                                         [row] { GetGuessLostFocus(row); },
+                                         {}})),
                     cell.Row + 1, column + 1);
-    grid->addWidget(check, cell.Row + 1, column + 2);
+    grid->addWidget(KeepPlace(check), cell.Row + 1, column + 2);
 }
 
 QWidget* ConvergenceFrame(Binder& bind) {
@@ -63,7 +61,7 @@ void AddBoundsRow(Binder& bind, QGridLayout* grid, int row) {
     const auto i = static_cast<std::size_t>(row);
     const Cell cell = CellOf(BoundsForm.Layout, row);
     const int column = cell.Block * 4;
-    grid->addWidget(MakeLabel(bind, At(BoundsForm.ParameterName, i)), cell.Row + 1, column);
+    grid->addWidget(KeepPlace(MakeLabel(bind, At(BoundsForm.ParameterName, i))), cell.Row + 1, column);
     const auto field = [&](BoundSide side, std::vector<Control>& controls) {
         return MakeField(bind, At(controls, i),
                          {[side, row] { BoundsFormGotFocus(side, row); },
@@ -72,14 +70,17 @@ void AddBoundsRow(Binder& bind, QGridLayout* grid, int row) {
                           {}},
                          14);
     };
-    grid->addWidget(field(BoundSide::Lower, BoundsForm.LowerB), cell.Row + 1, column + 1);
-    grid->addWidget(field(BoundSide::Upper, BoundsForm.UpperB), cell.Row + 1, column + 2);
+    grid->addWidget(KeepPlace(field(BoundSide::Lower, BoundsForm.LowerB)), cell.Row + 1, column + 1);
+    grid->addWidget(KeepPlace(field(BoundSide::Upper, BoundsForm.UpperB)), cell.Row + 1, column + 2);
 }
 
-// Closing the monitor cancels the fit.
+// Closing the monitor cancels the fit. It blocks the other windows: the menu of a graph that stands would
+// work on arrays that the fit has in hand.
 class MonitorWindow : public QDialog {
 public:
-    explicit MonitorWindow(QWidget* parent) : QDialog(parent), Bind(this) {}
+    explicit MonitorWindow(QWidget* parent) : QDialog(parent), Bind(this) {
+        setWindowModality(Qt::ApplicationModal);
+    }
     Binder Bind;
     void reject() override { RunHandler(FitMonCancelButton); }
 
@@ -118,10 +119,10 @@ void AddMonitorRow(Binder& bind, QGridLayout* grid, int row) {
     auto* mark = new QLabel(QString(QChar(0x26A0)));
     mark->setAlignment(Qt::AlignCenter);
     bind.Visible(mark, MonitorRow(&FitMonForm::BoundWarning, i));
-    grid->addWidget(MakeLabel(bind, MonitorRow(&FitMonForm::ParameterName, i)), line, column);
-    grid->addWidget(Number(bind, MonitorRow(&FitMonForm::CurValue, i)), line, column + 1);
-    grid->addWidget(Number(bind, MonitorRow(&FitMonForm::PrevValue, i)), line, column + 2);
-    grid->addWidget(mark, line, column + 3);
+    grid->addWidget(KeepPlace(MakeLabel(bind, MonitorRow(&FitMonForm::ParameterName, i))), line, column);
+    grid->addWidget(KeepPlace(Number(bind, MonitorRow(&FitMonForm::CurValue, i))), line, column + 1);
+    grid->addWidget(KeepPlace(Number(bind, MonitorRow(&FitMonForm::PrevValue, i))), line, column + 2);
+    grid->addWidget(KeepPlace(mark), line, column + 3);
 }
 
 QWidget* Titled(const char* title, QWidget* inside) {
@@ -142,7 +143,7 @@ QWidget* MakeGetGuess(QWidget* parent) {
         grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.ParameterHead; }), 0, block * 4);
         grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.ValueHead; }), 0, block * 4 + 1);
         grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.FitHead; }), 0, block * 4 + 2);
-        grid->setColumnMinimumWidth(block * 4 + 3, 24);
+        if (block > 0) grid->setColumnMinimumWidth(block * 4 - 1, 24);
     }
     for (int row = 0; row < GetGuess.Layout.Rows; ++row)
         AddGuessRow(bind, grid, row);
@@ -169,7 +170,7 @@ QWidget* MakeBoundsForm(QWidget* parent) {
         grid->addWidget(MakeHead(bind, []() -> Control& { return BoundsForm.ParameterHead; }), 0, block * 4);
         grid->addWidget(MakeHead(bind, []() -> Control& { return BoundsForm.LowerHead; }), 0, block * 4 + 1);
         grid->addWidget(MakeHead(bind, []() -> Control& { return BoundsForm.UpperHead; }), 0, block * 4 + 2);
-        grid->setColumnMinimumWidth(block * 4 + 3, 24);
+        if (block > 0) grid->setColumnMinimumWidth(block * 4 - 1, 24);
     }
     for (int row = 0; row < BoundsForm.Layout.Rows; ++row)
         AddBoundsRow(bind, grid, row);
@@ -195,9 +196,12 @@ QWidget* MakeFitMon(QWidget* parent) {
         const auto b = static_cast<std::size_t>(block);
         int column = block * 5;
         for (const auto heads :
-             {&FitMonForm::Label1, &FitMonForm::Label2, &FitMonForm::Label3, &FitMonForm::Label4})
-            grid->addWidget(MakeHead(bind, MonitorRow(heads, b)), 0, column++);
-        grid->setColumnMinimumWidth(block * 5 + 4, 24);
+             {&FitMonForm::Label1, &FitMonForm::Label2, &FitMonForm::Label3, &FitMonForm::Label4}) {
+            QLabel* head = MakeHead(bind, MonitorRow(heads, b));
+            head->setWordWrap(false);
+            grid->addWidget(head, 0, column++);
+        }
+        if (block > 0) grid->setColumnMinimumWidth(block * 5 - 1, 24);
     }
     for (int row = 0; row <= Work.NumFree; ++row)
         AddMonitorRow(bind, grid, row);

@@ -51,6 +51,14 @@ inline QPushButton* MakeCancel(Binder& bind, ControlRef control, std::function<v
     return button;
 }
 
+// A widget whose place stays when it is hidden, so that a table or a page does not jump.
+inline QWidget* KeepPlace(QWidget* w) {
+    QSizePolicy policy = w->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    w->setSizePolicy(policy);
+    return w;
+}
+
 // A text box wide enough for so many digits.
 inline FieldEdit* MakeField(Binder& bind, ControlRef control, FieldHandlers handlers, int digits = 12) {
     auto* field = new FieldEdit(control, std::move(handlers));
