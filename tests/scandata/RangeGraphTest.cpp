@@ -1,0 +1,247 @@
+// The graph on which a fitting range is chosen, its markers and the options that the chart window offers on
+// it.
+#include "scandata/RangeGraph.h"
+
+#include "ScanFixture.h"
+#include "chart/CHART.h"
+#include "chart/ChartMouse.h"
+#include "scandata/RangeOptions.h"
+#include "tests/support/RecordingSurface.h"
+
+#include <cmath>
+
+namespace Quillon {
+namespace {
+
+// Row 1 holds 101 points from 6.00 to 7.00 cm, 0.01 cm apart, the signal of point i being i / 100 - 0.05: the
+// first five are not above 0. The fit range is that from 6.50 to 6.80.
+class RangeGraphTest : public ScanTest {
+protected:
+    RangeGraphTest() {
+        Chart = ChartModule{};
+        Seams = ChartSeams{};
+        Charts = ChartsForm{};
+        Seams.CancelFlag = &Work.AbortFit;
+        SetScreenSurface(Screen.Surface());
+        std::vector<std::string> points;
+        for (int i = 1; i <= 101; ++i)
+            points.push_back(std::to_string(5.99 + 0.01 * i) + " " + std::to_string(0.01 * i - 0.05));
+        Read(ScanText(points));
+        Work.ScanFile[1] = "00001.RA1";
+        Work.FitRange[0][1] = 51;
+        Work.FitRange[1][1] = 81;
+    }
+    ~RangeGraphTest() override {
+        Chart = ChartModule{};
+        Seams = ChartSeams{};
+        Charts = ChartsForm{};
+    }
+    // Opens the graph, does something on it and leaves by a key.
+    bool OnGraph(std::function<void()> during, int key = 13) {
+        script.ExpectModal("Charts", [during, key] {
+            during();
+            ChartKey(key, 0);
+        });
+        return SelectRange(1);
+    }
+    static float Radius(long p) { return Work.ScanRadius[1][p]; }
+    static float HalfSquare(float r) {
+        return static_cast<float>(static_cast<double>(r) * static_cast<double>(r) / 2.0);
+    }
+    static float Log(long p) {
+        return static_cast<float>(std::log(static_cast<double>(Work.ScanValue[1][p])));
+    }
+    RecordingSurface Screen;
+};
+
+TEST_F(RangeGraphTest, ARowWithoutAScanHasNone) {
+    EXPECT_FALSE(SelectRange(2));
+    EXPECT_TRUE(script.Asked.empty());
+}
+
+TEST_F(RangeGraphTest, ShowsTheSignalAgainstTheRadius) {
+    EXPECT_TRUE(OnGraph([] {
+        EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Radius");
+        EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Absorbance");
+        EXPECT_EQ(Chart.DataX(101, 1), Radius(101));
+        EXPECT_EQ(Chart.DataY(2, 1), Work.ScanValue[1][2]);
+        ASSERT_EQ(Charts.Markers.size(), 2U);
+        EXPECT_EQ(Charts.Markers[0].X, Radius(51));
+        EXPECT_EQ(Charts.Markers[1].X, Radius(81));
+        EXPECT_EQ(Charts.Markers[0].Color, 0x0000C000U); // green
+        EXPECT_EQ(Charts.StatusLine.Text,
+                  "Drag the green markers to designate the data region to be fitted; hit ENTER when done");
+        EXPECT_TRUE(Charts.Needed);
+        // The signal of the range fills the axis.
+        EXPECT_LE(Chart.Spec.AxisY1.Min, Work.ScanValue[1][51]);
+        EXPECT_GE(Chart.Spec.AxisY1.Max, Work.ScanValue[1][81]);
+        EXPECT_LT(Chart.Spec.AxisY1.Max, Work.ScanValue[1][101]);
+    }));
+    EXPECT_EQ(Work.FitRange[0][1], 51); // markers left alone
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+    EXPECT_FALSE(Charts.Needed);
+    EXPECT_TRUE(Charts.Markers.empty());
+    EXPECT_EQ(Charts.StatusLine.Text, "");
+}
+
+TEST_F(RangeGraphTest, ShowsLnAgainstHalfTheSquare) {
+    Work.RangeLogPlot = FlagTrue;
+    OnGraph([] {
+        EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "ln(c) vs. r^2 / 2 Plot");
+        EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Radius Squared / 2");
+        EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "ln(Absorbance)");
+        for (long p = 1; p <= 5; ++p)
+            EXPECT_EQ(Chart.DataY(p, 1), MissingValue);
+        EXPECT_EQ(Chart.DataY(60, 1), Log(60));
+        EXPECT_EQ(Chart.DataX(60, 1), HalfSquare(Radius(60)));
+        EXPECT_EQ(Charts.Markers[0].X, HalfSquare(Radius(51)));
+        EXPECT_FALSE(Charts.SpecialActions[RangeLogOption]); // it is so already
+    });
+    EXPECT_EQ(Work.FitRange[0][1], 51);
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+}
+
+TEST_F(RangeGraphTest, MarkersBecomePointNumbers) {
+    OnGraph([] { PlaceMarkers(6.204F, 6.918F); });
+    EXPECT_EQ(Work.FitRange[0][1], 22); // 6.21, the first at or above
+    EXPECT_EQ(Work.FitRange[1][1], 92); // 6.91, the last at or below
+    Work.RangeLogPlot = FlagTrue;
+    OnGraph([] { PlaceMarkers(HalfSquare(6.918F), HalfSquare(6.204F)); }); // crossed
+    EXPECT_EQ(Work.FitRange[0][1], 22);
+    EXPECT_EQ(Work.FitRange[1][1], 92);
+}
+
+TEST_F(RangeGraphTest, ARangeIsNoChangeOfTheData) {
+    Work.SetChanged[1] = FlagFalse;
+    OnGraph([] { PlaceMarkers(6.204F, 6.918F); });
+    EXPECT_EQ(Work.SetChanged[1], FlagFalse);
+}
+
+TEST_F(RangeGraphTest, MarkersBetweenTwoPointsLeaveTheRange) {
+    OnGraph([] { PlaceMarkers(6.204F, 6.206F); });
+    EXPECT_EQ(Work.FitRange[0][1], 51);
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+}
+
+TEST_F(RangeGraphTest, EscapeLeavesTheRangeAndNoCancel) {
+    EXPECT_FALSE(OnGraph([] { PlaceMarkers(6.204F, 6.918F); }, 27));
+    EXPECT_EQ(Work.FitRange[0][1], 51);
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+    EXPECT_FALSE(Charts.SpecialActions[WholeScanOption]);
+    EXPECT_EQ(Chart.GraphHeld, FlagFalse);
+}
+
+TEST_F(RangeGraphTest, TheEdgeOfAZoomIsTaken) {
+    OnGraph([] { ZoomTo({6.6F, 6.7F, 0.5F, 0.7F}); });
+    EXPECT_EQ(Work.FitRange[0][1], 61);
+    EXPECT_EQ(Work.FitRange[1][1], 71);
+}
+
+TEST_F(RangeGraphTest, OffersItsOptions) {
+    OfferSpecialOption(1, "of another graph", [] {});
+    OnGraph([] {
+        for (const std::size_t place :
+             {RangeLogOption, WholeScanOption, FitRangeOption, BetweenMarkersOption}) {
+            EXPECT_TRUE(Charts.SpecialActions[place]) << place;
+            EXPECT_TRUE(Charts.SpecialOpts[place].Visible && Charts.SpecialOpts[place].Enabled) << place;
+        }
+        EXPECT_FALSE(Charts.SpecialActions[1]);
+    });
+}
+
+TEST_F(RangeGraphTest, ConvertsToLnAndClosesInOnTheRange) {
+    OnGraph([] {
+        ZoomTo({6.4F, 6.9F, 0.3F, 0.9F});
+        Charts.SpecialActions[RangeLogOption]();
+        EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Ln (Absorbance)");
+        EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "R squared / 2");
+        EXPECT_EQ(Chart.DataY(3, 1), MissingValue);
+        EXPECT_EQ(Chart.DataY(60, 1), Log(60));
+        EXPECT_EQ(Chart.DataX(60, 1), HalfSquare(Radius(60)));
+        // The signal rises: the ends of the range have the least and the largest value.
+        const float y = 0.075F * (Log(81) - Log(51));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisY1.Min, Log(51) - y);
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisY1.Max, Log(81) + y);
+        const float first = HalfSquare(Radius(51)), last = HalfSquare(Radius(81));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Min, first - 0.075F * (last - first));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, last + 0.075F * (last - first));
+        EXPECT_EQ(Charts.Markers[0].X, first);
+        EXPECT_EQ(Charts.Markers[1].X, last);
+        EXPECT_FALSE(Charts.SpecialOpts[RangeLogOption].Enabled);
+        EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
+        Charts.SpecialActions[RangeLogOption](); // no second time
+        EXPECT_EQ(Chart.DataX(60, 1), HalfSquare(Radius(60)));
+    });
+    EXPECT_EQ(Work.RangeLogPlot, FlagFalse);
+    EXPECT_EQ(Work.FitRange[0][1], 51); // read in units of r^2/2
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+    OnGraph([] { EXPECT_EQ(Chart.DataX(60, 1), Radius(60)); }); // the next graph begins anew
+}
+
+TEST_F(RangeGraphTest, ARangeOfTheWholeScanIsNotClosedInOn) {
+    Work.FitRange[0][1] = 1;
+    Work.FitRange[1][1] = 101;
+    OnGraph([] {
+        Charts.SpecialActions[RangeLogOption]();
+        EXPECT_LE(Chart.Spec.AxisX1.Min, HalfSquare(Radius(6)));
+        EXPECT_GE(Chart.Spec.AxisX1.Max, HalfSquare(Radius(101)));
+        EXPECT_LE(Chart.Spec.AxisY1.Min, Log(6));
+        EXPECT_GE(Chart.Spec.AxisY1.Max, Log(101));
+        EXPECT_EQ(Chart.Spec.AxisY1.ScaleMode, ScaleModes::Autorange);
+    });
+}
+
+TEST_F(RangeGraphTest, ARangeWithoutALogarithmIsNotClosedInOn) {
+    Work.FitRange[0][1] = 1;
+    Work.FitRange[1][1] = 4;
+    OnGraph([] {
+        Charts.SpecialActions[RangeLogOption]();
+        EXPECT_GE(Chart.Spec.AxisX1.Max, HalfSquare(Radius(101)));
+        EXPECT_GE(Chart.Spec.AxisY1.Max, Log(101));
+    });
+}
+
+TEST_F(RangeGraphTest, TheRowInHandDecides) {
+    Work.CurrentPage = 0;
+    Work.CurrentRow = 0;
+    OnGraph([] {
+        Charts.SpecialActions[FitRangeOption]();
+        const float edge = 0.075F * (Radius(81) - Radius(51));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Min, Radius(51) - edge);
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, Radius(81) + edge);
+    });
+}
+
+TEST_F(RangeGraphTest, RescalesX) {
+    OnGraph([] {
+        const ChartScale whole = PresentScale();
+        PlaceMarkers(6.3F, 6.5F);
+        Charts.SpecialActions[BetweenMarkersOption]();
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Min, 6.3F - 0.075F * (6.5F - 6.3F));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, 6.5F + 0.075F * (6.5F - 6.3F));
+        EXPECT_EQ(PresentScale().YMin, whole.YMin);
+        Charts.SpecialActions[WholeScanOption]();
+        EXPECT_EQ(PresentScale(), whole);
+        DoLastZoom();
+        DoLastZoom();
+        EXPECT_EQ(PresentScale(), whole);
+        Chart.GraphDrawn = FlagFalse; // there is nothing to change
+        Charts.SpecialActions[FitRangeOption]();
+        EXPECT_EQ(PresentScale(), whole);
+        Chart.GraphDrawn = FlagTrue;
+    });
+}
+
+TEST_F(RangeGraphTest, RescalesHalfTheSquare) {
+    Work.RangeLogPlot = FlagTrue;
+    OnGraph([] {
+        Charts.SpecialActions[FitRangeOption]();
+        const float first = HalfSquare(Radius(51)), last = HalfSquare(Radius(81));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Min, first - 0.075F * (last - first));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, last + 0.075F * (last - first));
+    });
+}
+
+} // namespace
+} // namespace Quillon
