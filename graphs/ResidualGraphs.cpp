@@ -19,17 +19,14 @@ double PowerOfTen(float value) {
     return std::pow(10.0, std::floor(std::log10(static_cast<double>(value))));
 }
 
-// The root mean square that the axis goes by; a fit without one gets that of its residuals.
-float ScaleRms() {
-    float rms = std::fabs(Work.RmsResidual);
-    if (rms == 0.0F) {
-        double sum = 0.0;
-        for (const float r : Work.PtResid)
-            sum += static_cast<double>(r) * static_cast<double>(r);
-        const int freedom = Work.NumPts - Work.NumFree;
-        if (freedom > 0) rms = static_cast<float>(std::sqrt(sum / freedom));
-    }
-    return rms == 0.0F ? 1.0F : rms;
+// The root mean square of the fit; one without it gets that of its residuals.
+float RmsOfFit() {
+    if (Work.RmsResidual != 0.0F) return Work.RmsResidual;
+    double sum = 0.0;
+    for (const float r : Work.PtResid)
+        sum += static_cast<double>(r) * static_cast<double>(r);
+    const int freedom = Work.NumPts - Work.NumFree;
+    return freedom > 0 ? static_cast<float>(std::sqrt(sum / freedom)) : 0.0F;
 }
 
 double RmsOfSet(long set) {
@@ -66,7 +63,7 @@ std::string AxisTitle(ResidualAxis axis) {
 }
 
 void SetTitles(GraphSpec& spec, long set) {
-    const double rms = set > 0 ? RmsOfSet(set) : static_cast<double>(Work.RmsResidual);
+    const double rms = set > 0 ? RmsOfSet(set) : static_cast<double>(RmsOfFit());
     const std::string number = FormatNumber(rms, "0.000E-##");
     const std::string what = set > 0 ? "RMS deviation for set " + std::to_string(set) + " = " + number
                                      : "RMS residual = " + number;
@@ -79,13 +76,26 @@ void SetTitles(GraphSpec& spec, long set) {
     spec.Title2.Text = "Data from " + Work.LabelPrefix;
 }
 
+bool IsWhole(double value) {
+    return value >= 0.5 && std::fabs(value - std::nearbyint(value)) < 1e-5 * value;
+}
+
+// The places behind the point with which the tics of an interval read as what they are.
+int PlacesOf(float interval) {
+    constexpr int enough = 6; // digits of a single
+    double scaled = static_cast<double>(interval);
+    int places = 0;
+    for (; !IsWhole(scaled) && (places < enough || scaled < 1.0); ++places)
+        scaled *= 10.0;
+    return places;
+}
+
 void ScaleAxis(GraphAxis& axis, float low, float high, float interval) {
     axis.ScaleMode = ScaleModes::Manual;
     axis.Min = axis.FirstTic = low;
     axis.Max = high;
     axis.TicInterval = interval;
-    const double digits = std::ceil(-std::log10(static_cast<double>(interval)) - 1e-6);
-    axis.Decimals = ToInt16(std::max(0.0, digits));
+    axis.Decimals = ToInt16(PlacesOf(interval));
 }
 
 void Show(ResidualAxis axis, long set) {
@@ -117,7 +127,7 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
     GraphSpec spec = StartGraph(PlotStyles::SymbolsOnly);
     spec.SymbolMode = 1;
     const auto [first, last] = SetsOf(set);
-    const float rms = set > 0 ? static_cast<float>(RmsOfSet(set)) : ScaleRms();
+    const float rms = std::fabs(set > 0 ? static_cast<float>(RmsOfSet(set)) : RmsOfFit());
     const float scale = rms == 0.0F ? 1.0F : rms;
     const bool spread = set == 0 && Work.SpreadResiduals && Work.NumSets > 1;
     const float step = spread ? SpreadStep(scale) : 0.0F;

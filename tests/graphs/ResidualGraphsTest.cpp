@@ -97,6 +97,19 @@ TEST_F(ResidualGraphs, TheLimitIsOneDigitOfTheRootMeanSquare) {
     ExpectScale(Chart.Spec.AxisY1, -0.01F, 0.01F, 0.005F);
 }
 
+TEST_F(ResidualGraphs, LabelsReadAsWhatTheTicsAre) {
+    Work.RmsResidual = 0.0034F; // a limit of three times 0.003, a tic at half of it
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectScale(Chart.Spec.AxisY1, -0.009F, 0.009F, 0.0045F);
+    EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 4);
+    for (const char* label : {"-0.0090", "-0.0045", "0.0000", "0.0045", "0.0090"})
+        EXPECT_NE(Screen.FindText(label), nullptr) << label;
+    Work.RmsResidual = 20.0F;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ExpectScale(Chart.Spec.AxisY1, -20.0F, 20.0F, 10.0F);
+    EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 0);
+}
+
 TEST(ResidualLimits, HoldTheLargestResidualInSteps) {
     EXPECT_FLOAT_EQ(ResidualLimit(0.0374F, 0.03F), 0.04F);
     EXPECT_FLOAT_EQ(ResidualLimit(0.0374F, 0.04F), 0.04F);
@@ -111,6 +124,7 @@ TEST_F(ResidualGraphs, AStoredZeroIsWorkedOutAfresh) {
     Work.RmsResidual = 0.0F; // the root of 12 * 0.25 over 12 - 2 is 0.5477
     ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
     ExpectScale(Chart.Spec.AxisY1, -0.5F, 0.5F, 0.25F);
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str().substr(0, 24), "RMS residual = 5.477E-1;");
     FillFit({{1, 6, 0}, {2, 6, 0}}, 0.0F); // and a perfect fit has none
     ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
     ExpectScale(Chart.Spec.AxisY1, -1.0F, 1.0F, 0.5F);
