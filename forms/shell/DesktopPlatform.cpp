@@ -15,6 +15,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QProcess>
@@ -109,14 +110,22 @@ BoxAnswer ShowMessage(const BoxRequest& request) {
     return AnswerOf(answer, request.Buttons);
 }
 
+// A prompt may be as long as a paragraph.
+constexpr int PromptWidth = 480;
+
 InputAnswer AskForText(const InputRequest& request) {
     RefreshForms();
-    bool accepted = false;
-    const QString text =
-        QInputDialog::getText(FrontWindow(), ShownText(request.Title), ShownText(request.Prompt),
-                              QLineEdit::Normal, ShownText(request.Default), &accepted);
-    if (!accepted) return {};
-    return {false, RecordText(text)};
+    QInputDialog dialog(FrontWindow());
+    dialog.setWindowTitle(ShownText(request.Title));
+    dialog.setLabelText(ShownText(request.Prompt));
+    dialog.setTextValue(ShownText(request.Default));
+    if (auto* prompt = dialog.findChild<QLabel*>()) {
+        prompt->setTextFormat(Qt::PlainText);
+        prompt->setWordWrap(true);
+        prompt->setMinimumWidth(PromptWidth);
+    }
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return {false, RecordText(dialog.textValue())};
 }
 
 // "scans (*.R*)|*.R*;*.IP*|all files (*.*)|*.*" in the form of the toolkit. "*.*" means every file here.
