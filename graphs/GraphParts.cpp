@@ -24,7 +24,8 @@ void ImposeScale(GraphAxis& axis, bool log, float low, float high, int decimals)
     axis.FirstTic = low;
     axis.TicInterval = (high - low) / 10.0F;
     axis.Decimals = ToInt16(std::abs(decimals));
-    axis.TicFormat = decimals < 0 ? TicFormats::Exponential : TicFormats::Decimal;
+    const bool imposed = axis.ScaleMode == ScaleModes::Manual; // an autorange finds its own format
+    axis.TicFormat = imposed && decimals < 0 ? TicFormats::Exponential : TicFormats::Decimal;
     if (!log) return;
     axis.ScaleType = ScaleTypes::Logarithmic;
     axis.TicInterval = 3.0F;

@@ -167,6 +167,13 @@ TEST_F(FitGraphs, LimitsThatAreGivenStand) {
     EXPECT_EQ(Outside.Forms, (std::vector<std::string>{"show Charts"}));
 }
 
+TEST_F(FitGraphs, AnAutorangeFindsTheFormatOfItsLabels) {
+    BuildFitGraph(1, false, false, 0.0F, 0.0F, 0.0F, 0.0F, -3, -2);
+    EXPECT_EQ(Chart.Spec.AxisX1.ScaleMode, 2);
+    EXPECT_EQ(Chart.Spec.AxisX1.TicFormat, 1);
+    EXPECT_EQ(Chart.Spec.AxisY1.TicFormat, 1);
+}
+
 TEST_F(FitGraphs, ALogarithmicScaleTakesLogarithmsAndAnyOtherModeIsTheFunction) {
     BuildFitGraph(2, false, true, 0, 0, 0, 0, 1, 1);
     EXPECT_EQ(Chart.Spec.PlotStyle, 1);
