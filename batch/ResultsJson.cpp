@@ -145,6 +145,7 @@ std::string SetList() {
 
 std::string ResultsJson(const std::string& message) {
     const bool converged = Work.FitDone != 0;
+    const bool fitted = Work.Outcome.End != FitEnd::NotRun; // a saved fit does not tell how it was found
     const std::string runs = Existing(converged, [] {
         RunsTest();
         return Work.RunsZ;
@@ -154,7 +155,7 @@ std::string ResultsJson(const std::string& message) {
         Member("version", JsonString(Work.ProgramVersion)),
         Member("converged", JsonFlag(converged)),
         Member("message", JsonString(message)),
-        Member("iterations", std::to_string(Work.Iteration)),
+        Member("iterations", fitted ? std::to_string(Work.Iteration) : "null"),
         Member("model", ModelObject()),
         Member("sum_of_squares", Existing(Work.FitValid != 0, [] { return Work.SumSq; })),
         Member("rms_residual", Existing(converged, [] { return Work.RmsResidual; })),

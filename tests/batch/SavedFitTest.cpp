@@ -40,6 +40,15 @@ TEST_F(SavedFits, AFitComesBackWithItsReportAndPoints) {
     EXPECT_EQ(ReadWholeFile(Place("a.txt")), ReadWholeFile(Place("b.txt")));
 }
 
+TEST_F(SavedFits, TheResultsAreThoseOfTheJobButForItsIterations) {
+    ASSERT_EQ(Run(Job() + " --save " + Place("a.quil") + " --results " + Place("a.json")), 0) << Errors;
+    ASSERT_EQ(Run(Place("a.quil") + " --results " + Place("b.json")), 0) << Errors;
+    std::string fitted = ReadWholeFile(Place("a.json"));
+    const auto from = fitted.find("\"iterations\": ") + 14;
+    fitted.replace(from, fitted.find(',', from) - from, "null");
+    EXPECT_EQ(ReadWholeFile(Place("b.json")), fitted);
+}
+
 TEST_F(SavedFits, SavedAgainFromARestoredFitTheBytesStand) {
     ASSERT_EQ(Run(Job() + " --save " + Place("a.quil")), 0) << Errors;
     ASSERT_EQ(Run(Place("a.quil") + " --save " + Place("b.quil")), 0) << Errors;
