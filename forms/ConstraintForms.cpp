@@ -40,6 +40,12 @@ QLabel* RightLabel(Binder& bind, ControlRef control) {
     return label;
 }
 
+QLabel* CenteredLabel(Binder& bind, ControlRef control) {
+    QLabel* label = MakeLabel(bind, std::move(control));
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
 } // namespace
 
 QWidget* MakeConcForm(QWidget* parent) {
@@ -59,8 +65,8 @@ QWidget* MakeConcForm(QWidget* parent) {
         grid->addWidget(ConcField(bind, ConcInput::VarA, line), line, 2);
         grid->addWidget(ConcField(bind, ConcInput::ConcB, line), line, 3);
         grid->addWidget(ConcField(bind, ConcInput::VarB, line), line, 4);
-        grid->addWidget(RightLabel(bind, [i]() -> Control& { return ConcForm.AvgC[i]; }), line, 5);
-        grid->addWidget(RightLabel(bind, [i]() -> Control& { return ConcForm.Text1[i]; }), line, 6);
+        grid->addWidget(CenteredLabel(bind, [i]() -> Control& { return ConcForm.AvgC[i]; }), line, 5);
+        grid->addWidget(CenteredLabel(bind, [i]() -> Control& { return ConcForm.Text1[i]; }), line, 6);
     }
     grid->setRowStretch(grid->rowCount(), 1);
     auto* all = new QVBoxLayout(form);
@@ -120,25 +126,32 @@ QWidget* MakeBaseForm(QWidget* parent) {
     auto* form = new FormDialog(BaseForm.State, BaseFormOkButton, parent);
     Binder& bind = form->Bind;
     auto* grid = new QGridLayout;
-    grid->addWidget(MakeHead(bind, []() -> Control& { return BaseForm.XLabel; }), 0, 0, 1, 2);
-    grid->addWidget(MakeHead(bind, []() -> Control& { return BaseForm.YLabel; }), 0, 2);
+    const auto head = [&](Control BaseFormRecord::*which, int column, int columns) {
+        QLabel* label = MakeHead(bind, [which]() -> Control& { return BaseForm.*which; });
+        label->setAlignment(Qt::AlignLeft);
+        grid->addWidget(label, 0, column, 1, columns);
+    };
+    head(&BaseFormRecord::XLabel, 0, 2);
+    head(&BaseFormRecord::YLabel, 2, 1);
     for (std::size_t i = 0; i < BaseForm.SetNumber.size(); ++i) {
         const int line = static_cast<int>(i) + 1;
         const long set = line;
-        grid->addWidget(MakeLabel(bind, [i]() -> Control& { return BaseForm.SetNumber[i]; }), line, 0);
+        grid->addWidget(RightLabel(bind, [i]() -> Control& { return BaseForm.SetNumber[i]; }), line, 0);
         grid->addWidget(MakeLabel(bind, [i]() -> Control& { return BaseForm.SetName[i]; }), line, 1);
-        grid->addWidget(MakeField(
-                            bind, [i]() -> Control& { return BaseForm.LinkNum[i]; },
-                            {[set] { BaseFormGotFocus(set); },
-                             [set](int key) { return BaseFormKeyPress(set, key); },
-                             [set] {
-                                 if (BaseForm.State.Shown) BaseFormLostFocus(set);
-                             },
-                             {}},
-                            4),
-                        line, 2);
+        FieldEdit* link = MakeField(
+            bind, [i]() -> Control& { return BaseForm.LinkNum[i]; },
+            {[set] { BaseFormGotFocus(set); },
+             [set](int key) { return BaseFormKeyPress(set, key); },
+             [set] {
+                 if (BaseForm.State.Shown) BaseFormLostFocus(set);
+             },
+             {}},
+            6);
+        link->setFixedWidth(link->minimumWidth());
+        grid->addWidget(link, line, 2);
     }
-    grid->setColumnStretch(1, 1);
+    grid->setHorizontalSpacing(12);
+    grid->setColumnStretch(3, 1); // the links stay beside the names of their sets
     grid->setRowStretch(grid->rowCount(), 1);
     auto* all = new QVBoxLayout(form);
     all->addWidget(MakeLabel(

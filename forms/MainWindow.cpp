@@ -58,7 +58,7 @@ public:
         TakePlace();
         Bind.Also([this, state] {
             const QString text = StateOfTheAnalysis();
-            if (state->text() != text) state->setText(text);
+            if (state->text() != text && !HandlerAtWork()) state->setText(text); // between two commands
             RefreshMenus();
             if (Analmenu.Ended) QApplication::exit(0); // the question has been asked
         });

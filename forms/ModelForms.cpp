@@ -25,14 +25,16 @@ protected:
     }
 };
 
-// A radio button whose arrows are the dialog's business and whose double click takes the model.
+// A row whose arrows go up and down the list, wherever that scrolls to, and whose double click takes the
+// model.
 class ModelButton : public QRadioButton {
 public:
     explicit ModelButton(std::int16_t model) : Model(model) {}
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) return event->ignore();
+        if (event->key() == Qt::Key_Up) return RunHandler(ModelFormKeyUp);
+        if (event->key() == Qt::Key_Down) return RunHandler(ModelFormKeyDown);
         QRadioButton::keyPressEvent(event);
     }
     void mouseDoubleClickEvent(QMouseEvent*) override {
@@ -53,6 +55,9 @@ QWidget* ModelRows(Binder& bind) {
         bind.Option(
             button, [i]() -> Control& { return ModelForm.ModelRow[i]; },
             [model] { ModelFormRowClick(model); });
+        bind.Also([i, button] { // one place for Tab, the chosen row
+            button->setFocusPolicy(ModelForm.ModelRow[i].Value ? Qt::StrongFocus : Qt::ClickFocus);
+        });
         all->addWidget(button);
     }
     all->addStretch(1);
@@ -96,7 +101,7 @@ QWidget* MakeModelForm(QWidget* parent) {
                  bind, []() -> Control& { return ModelForm.OkButton; }, ModelFormOkButton, true),
              MakeButton(
                  bind, []() -> Control& { return ModelForm.CancelButton; }, ModelFormCancelButton)}));
-    form->resize(640, 720);
+    form->resize(600, 660);
     return form;
 }
 
@@ -131,7 +136,7 @@ QWidget* MakeSigmaCalcForm(QWidget* parent) {
     auto* all = new QVBoxLayout(form);
     all->addLayout(grid);
     all->addLayout(ButtonRow(
-        {}, {MakeButton(
+        {}, {MakeCancel(
                 bind, []() -> Control& { return SigmaCalcForm.ExitButton; }, SigmaCalcFormExitButton)}));
     return form;
 }

@@ -89,8 +89,10 @@ public:
         auto* both = new QHBoxLayout;
         both->addLayout(left);
         both->addLayout(right, 1);
+        QGroupBox* frame = MakeFrame(Bind, []() -> Control& { return Results.Frame1; });
+        frame->setLayout(both);
         auto* all = new QVBoxLayout(this);
-        all->addLayout(both, 1);
+        all->addWidget(frame, 1);
         all->addLayout(Buttons());
         Bind.Also([this] { setWindowTitle(ShownText(Results.Caption)); });
         resize(1080, 620);
@@ -127,11 +129,15 @@ public:
         for (int i = 0; i < n; ++i)
             for (int j = 0; j < n; ++j)
                 table->setItem(i, j, Cell(i, j));
-        table->resizeColumnsToContents();
+        table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
+        FillWidth(*table);
         auto* all = new QVBoxLayout(this);
         all->addWidget(table, 1);
-        all->addWidget(MakeLabel(Bind, []() -> Control& { return Correlation.HighLegend; }));
-        all->addWidget(MakeLabel(Bind, []() -> Control& { return Correlation.VeryHighLegend; }));
+        for (const auto legend : {&CorrelationForm::HighLegend, &CorrelationForm::VeryHighLegend}) {
+            QLabel* label = MakeLabel(Bind, [legend]() -> Control& { return Correlation.*legend; });
+            label->setMargin(3);
+            all->addWidget(label, 0, Qt::AlignLeft); // a patch of the colour, no wider than its text
+        }
         auto* copy = new QPushButton("Copy &Table");
         copy->setAutoDefault(false);
         connect(copy, &QPushButton::clicked, this, [table] { CopyTable(*table); });
@@ -154,6 +160,15 @@ private:
                                    static_cast<int>((color >> 16) & 0xFF)));
         item->setForeground(Qt::black);
         return item;
+    }
+    // The columns share the width of the window; none is narrower than what it holds.
+    static void FillWidth(QTableWidget& table) {
+        table.resizeColumnsToContents();
+        int widest = table.fontMetrics().horizontalAdvance(WidestCorrelationText);
+        for (int i = 0; i < table.columnCount(); ++i)
+            widest = std::max(widest, table.columnWidth(i));
+        table.horizontalHeader()->setMinimumSectionSize(widest);
+        table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     }
     static void CopyTable(const QTableWidget& table) {
         QString text;

@@ -32,17 +32,51 @@ void AddInput(Binder& bind, QGridLayout* grid, UnitsInput input,
                                       },
                                       {}});
         label->setBuddy(field);
+        field->setFixedWidth(field->minimumWidth());
         grid->addWidget(field, line, 0);
         grid->addWidget(label, line, 1);
     }
+    grid->setColumnStretch(1, 1);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(6);
 }
 
-QGroupBox* DataFrame(Binder& bind, Member frame, std::initializer_list<QRadioButton*> options) {
-    QGroupBox* box = MakeFrame(bind, [frame]() -> Control& { return UnitsForm.*frame; });
+// A note that goes on with the caption of the option above it.
+QLabel* Note(Binder& bind, Member m) {
+    QLabel* note = MakeLabel(bind, [m]() -> Control& { return UnitsForm.*m; });
+    note->setIndent(22);
+    return note;
+}
+
+QVBoxLayout* Column(QWidget* box, std::initializer_list<QWidget*> widgets) {
     auto* all = new QVBoxLayout(box);
-    for (QRadioButton* option : options)
-        all->addWidget(option);
+    for (QWidget* widget : widgets)
+        all->addWidget(widget);
+    all->addStretch(1);
+    return all;
+}
+
+QGroupBox* DataFrame(Binder& bind, Member frame, std::initializer_list<QWidget*> widgets) {
+    QGroupBox* box = MakeFrame(bind, [frame]() -> Control& { return UnitsForm.*frame; });
+    Column(box, widgets);
     return box;
+}
+
+// The boxes of both frames stand below each other, beside the widest of the columns of options.
+void AlignBoxes(Binder& bind, std::initializer_list<QGridLayout*> grids) {
+    for (QGridLayout* grid : grids) {
+        grid->setColumnStretch(1, 1);
+        grid->setHorizontalSpacing(18);
+    }
+    bind.Also([all = std::vector<QGridLayout*>(grids)] {
+        int widest = 0;
+        for (const QGridLayout* grid : all)
+            for (int row = 0; row < grid->rowCount(); ++row)
+                if (const QLayoutItem* options = grid->itemAtPosition(row, 0))
+                    widest = std::max(widest, options->sizeHint().width());
+        for (QGridLayout* grid : all)
+            grid->setColumnMinimumWidth(0, widest);
+    });
 }
 
 } // namespace
@@ -53,14 +87,15 @@ QWidget* MakeUnitsForm(QWidget* parent) {
 
     QGroupBox* mass = MakeFrame(bind, []() -> Control& { return UnitsForm.MassFrame; });
     auto* masses = new QGridLayout(mass);
-    masses->addWidget(Mass(bind, &UnitsFormRecord::SigmaUnits, 0), 0, 0);
-    masses->addWidget(Mass(bind, &UnitsFormRecord::Buoyant, 1), 1, 0);
-    masses->addWidget(Mass(bind, &UnitsFormRecord::TrueMass, 2), 2, 0);
-    masses->addWidget(MakeLabel(bind, []() -> Control& { return UnitsForm.TrueMassNote; }), 3, 0);
+    auto* massOptions = new QWidget;
+    Column(massOptions,
+           {Mass(bind, &UnitsFormRecord::SigmaUnits, 0), Mass(bind, &UnitsFormRecord::Buoyant, 1),
+            Mass(bind, &UnitsFormRecord::TrueMass, 2), Note(bind, &UnitsFormRecord::TrueMassNote)});
+    masses->addWidget(massOptions, 0, 0);
     auto* masslike = new QGridLayout;
     AddInput(bind, masslike, UnitsInput::VBar, &UnitsFormRecord::VBarLabel);
     AddInput(bind, masslike, UnitsInput::Density, &UnitsFormRecord::DensityLabel);
-    masses->addLayout(masslike, 0, 1, 4, 1);
+    masses->addLayout(masslike, 0, 1, Qt::AlignTop);
 
     QGroupBox* conc = MakeFrame(bind, []() -> Control& { return UnitsForm.ConcFrame; });
     auto* concs = new QGridLayout(conc);
@@ -72,18 +107,18 @@ QWidget* MakeUnitsForm(QWidget* parent) {
     auto* absorbance = new QGridLayout;
     AddInput(bind, absorbance, UnitsInput::Absorptivity, &UnitsFormRecord::AbsorptivityLabel);
     AddInput(bind, absorbance, UnitsInput::Extinction, &UnitsFormRecord::ExtinctionLabel);
-    concs->addLayout(absorbance, 0, 1);
+    concs->addLayout(absorbance, 0, 1, Qt::AlignTop);
     concs->addWidget(DataFrame(bind, &UnitsFormRecord::InterferenceFrame,
                                {Conc(bind, &UnitsFormRecord::Per_Fringe, 3),
                                 Conc(bind, &UnitsFormRecord::Refr_per_mg_per_ml, 4),
+                                Note(bind, &UnitsFormRecord::RefractivityNote),
                                 Conc(bind, &UnitsFormRecord::Ref_Molar, 5)}),
                      1, 0);
     auto* fringes = new QGridLayout;
     AddInput(bind, fringes, UnitsInput::Refractivity, &UnitsFormRecord::RefractivityLabel);
-    fringes->addWidget(MakeLabel(bind, []() -> Control& { return UnitsForm.RefractivityNote; }),
-                       fringes->rowCount(), 1);
     AddInput(bind, fringes, UnitsInput::RefExt, &UnitsFormRecord::RefExtLabel);
-    concs->addLayout(fringes, 1, 1);
+    concs->addLayout(fringes, 1, 1, Qt::AlignTop);
+    AlignBoxes(bind, {masses, concs});
 
     auto* all = new QVBoxLayout(form);
     all->addWidget(mass);

@@ -42,7 +42,7 @@ void ChooseNextRow(int direction) {
 void FillRows() {
     for (long i = 1; i <= Work.ModelName.Hi(); ++i) {
         Control row = Captioned(std::to_string(i) + ". " + Work.ModelName[i]);
-        row.Enabled = !Work.ModelName[i].empty();
+        row.Enabled = row.Visible = !Work.ModelName[i].empty();
         ModelForm.ModelRow.push_back(row);
     }
     ModelForm.RowPitch = RowPitchOf(Work.ModelCount);

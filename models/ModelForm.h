@@ -14,7 +14,7 @@ namespace Quillon {
 struct ModelFormRecord {
     FormState State;
     // One row for each of Work.ModelCount models, the first at place 0: number, ". " and name. Value is -1 in
-    // the chosen row, which has the colour of an entry; a row without a name is disabled.
+    // the chosen row, which has the colour of an entry; a row without a name is hidden.
     std::vector<Control> ModelRow;
     int RowPitch = 0; // twips from row to row
     Control Ideal, NonIdeal;

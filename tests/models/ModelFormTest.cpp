@@ -122,7 +122,9 @@ TEST(ModelForm, RowsWithoutANameAfterARestoreCannotBeChosen) {
     EXPECT_EQ(ModelForm.ModelRow[22].Text, "23. ");
     EXPECT_FALSE(ModelForm.ModelRow[22].Enabled);
     EXPECT_FALSE(ModelForm.ModelRow[23].Enabled);
+    EXPECT_FALSE(ModelForm.ModelRow[23].Visible);
     EXPECT_TRUE(ModelForm.ModelRow[21].Enabled);
+    EXPECT_TRUE(ModelForm.ModelRow[21].Visible);
     ModelFormRowClick(23);
     EXPECT_EQ(ModelForm.ChosenModel, 22);
     ModelFormRowDoubleClick(24);
