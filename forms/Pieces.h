@@ -7,6 +7,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -67,9 +68,43 @@ inline FieldEdit* MakeField(Binder& bind, ControlRef control, FieldHandlers hand
     return field;
 }
 
+// One of a frame's options: Tab reaches the chosen one, or the first where none is chosen, and the arrow keys
+// choose the next one.
+class OptionButton : public QRadioButton {
+public:
+    bool IsTabStop() const {
+        if (isChecked()) return true;
+        for (const QRadioButton* other : Group())
+            if (other->isChecked()) return false;
+        return !Group().isEmpty() && Group().front() == this;
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool back = event->key() == Qt::Key_Up || event->key() == Qt::Key_Left;
+        if (!back && event->key() != Qt::Key_Down && event->key() != Qt::Key_Right)
+            return QRadioButton::keyPressEvent(event);
+        const QList<QRadioButton*> group = Group();
+        const auto next = group.indexOf(this) + (back ? -1 : 1);
+        if (next < 0 || next >= group.size()) return;
+        group[next]->setFocus(Qt::TabFocusReason);
+        group[next]->click();
+    }
+
+private:
+    QList<QRadioButton*> Group() const { // those that can be chosen
+        QList<QRadioButton*> all;
+        if (parentWidget())
+            all = parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+        all.removeIf([](const QRadioButton* option) { return !option->isEnabled(); });
+        return all;
+    }
+};
+
 inline QRadioButton* MakeOption(Binder& bind, ControlRef control, std::function<void()> chosen) {
-    auto* option = new QRadioButton;
+    auto* option = new OptionButton;
     bind.Option(option, std::move(control), std::move(chosen));
+    bind.Also([option] { option->setFocusPolicy(option->IsTabStop() ? Qt::StrongFocus : Qt::ClickFocus); });
     return option;
 }
 
