@@ -9,8 +9,13 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace Quillon {
 
@@ -82,19 +87,80 @@ QPushButton* Boxed(Binder& bind, Column column, int line, void (*clicked)(int)) 
     return box;
 }
 
+// The lines of the table. The current one stands in a frame of its own.
+class TableSheet : public QWidget {
+public:
+    TableSheet() : Grid(new QGridLayout(this)) {
+        Grid->setContentsMargins(6, 0, 6, 4);
+        Grid->setVerticalSpacing(5);
+        Grid->setHorizontalSpacing(5);
+    }
+    void FollowCurrentLine() {
+        if (Marked != Work.CurrentRow) update();
+    }
+    QGridLayout* Grid;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        Marked = Work.CurrentRow;
+        const QRect line = LineRect(Marked);
+        if (line.isEmpty()) return;
+        QPainter painter(this);
+        QColor mark = palette().color(QPalette::Highlight);
+        painter.setPen(QPen(mark, 1.5));
+        mark.setAlpha(40);
+        painter.setBrush(mark);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.drawRoundedRect(line, 4, 4);
+    }
+
+private:
+    QRect LineRect(int line) const {
+        if (line < 0 || line >= FileFormLines) return {}; // a set of page 2 in hand for a moment
+        QRect all;
+        for (int column = 0; column < Grid->columnCount(); ++column)
+            all |= Grid->cellRect(line + 1, column);
+        return all.adjusted(-5, -2, 5, 1);
+    }
+    int Marked = -1; // the line that is painted as the current one
+};
+
+// Shows the whole sheet, or as much of it as the screen is wide: the buttons below it stay in reach.
+class SheetView : public QScrollArea {
+public:
+    explicit SheetView(QWidget* sheet) {
+        setWidget(sheet);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+    }
+    QSize sizeHint() const override {
+        const QSize sheet = widget()->sizeHint();
+        const int room = screen()->availableGeometry().width() - 60;
+        const int bar = sheet.width() > room ? horizontalScrollBar()->sizeHint().height() : 0;
+        return {std::min(sheet.width(), room), sheet.height() + bar};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::LayoutRequest) updateGeometry(); // the window grows with the sheet
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
+
 class TableDialog : public FormDialog {
 public:
     explicit TableDialog(QWidget* parent) : FormDialog(FileForm.State, FileFormOkButton, parent) {
         setAcceptDrops(true);
         auto* all = new QVBoxLayout(this);
-        all->addLayout(Table());
+        all->addWidget(new SheetView(Sheet));
+        FillSheet();
         all->addWidget(MakeLabel(
             Bind, []() -> Control& { return FileForm.Hint; }, true));
         all->addLayout(Buttons());
         QTimer::singleShot(100, this, [] { RunHandler(FileFormTimer1); });
-        Bind.Also([this] {
-            if (Marked != Work.CurrentRow) update();
-        });
+        Bind.Also([this] { Sheet->FollowCurrentLine(); });
     }
 
 protected:
@@ -116,30 +182,7 @@ protected:
         FormDialog::keyPressEvent(event);
     }
 
-    // The current line stands in a frame of its own.
-    void paintEvent(QPaintEvent* event) override {
-        FormDialog::paintEvent(event);
-        Marked = Work.CurrentRow;
-        const QRect line = LineRect(Marked);
-        if (line.isEmpty()) return;
-        QPainter painter(this);
-        QColor mark = palette().color(QPalette::Highlight);
-        painter.setPen(QPen(mark, 1.5));
-        mark.setAlpha(40);
-        painter.setBrush(mark);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.drawRoundedRect(line, 4, 4);
-    }
-
 private:
-    QRect LineRect(int line) const {
-        if (line < 0 || line >= FileFormLines) return {}; // a set of page 2 in hand for a moment
-        QRect all;
-        for (int column = 0; column < Grid->columnCount(); ++column)
-            all |= Grid->cellRect(line + 1, column);
-        return all.adjusted(-5, -2, 5, 1);
-    }
-
     // The files are chosen before the main window; the table comes back behind the last. Its modal showing
     // goes on meanwhile, which hide() would end.
     void WriteDataBehindTheTable() {
@@ -148,19 +191,18 @@ private:
         QWidget::setVisible(true);
     }
 
-    QLayout* Table() {
-        auto* grid = Grid = new QGridLayout;
-        grid->setVerticalSpacing(5);
-        for (std::size_t i = 0; i < FileForm.Heads.size(); ++i)
-            grid->addWidget(MakeHead(Bind, [i]() -> Control& { return FileForm.Heads[i]; }), 0,
-                            static_cast<int>(i));
+    void FillSheet() {
+        QGridLayout* grid = Sheet->Grid;
+        for (std::size_t i = 0; i < FileForm.Heads.size(); ++i) {
+            const ControlRef head = [i]() -> Control& { return FileForm.Heads[i]; };
+            grid->addWidget(MakeHead(Bind, head, i == 2 ? 24 : 4), 0, static_cast<int>(i));
+        }
         for (int line = 0; line < FileFormLines; ++line)
             AddLine(grid, line);
-        grid->setColumnMinimumWidth(2, 190);
-        grid->setColumnMinimumWidth(6, 170);
-        for (const int column : {3, 4, 5})
-            grid->setColumnMinimumWidth(column, column == 3 ? 60 : 80);
-        return grid;
+        for (const int column : {2, 6}) // names of files
+            grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("00000000.RA1") * 5 / 4 + 16);
+        for (const int column : {4, 5})
+            grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("0.0000") + 20);
     }
 
     void AddLine(QGridLayout* grid, int line) {
@@ -217,8 +259,7 @@ private:
         return rows;
     }
 
-    QGridLayout* Grid = nullptr;
-    int Marked = -1; // the line that is painted as the current one
+    TableSheet* Sheet = new TableSheet;
 };
 
 } // namespace

@@ -196,11 +196,8 @@ QWidget* MakeFitMon(QWidget* parent) {
         const auto b = static_cast<std::size_t>(block);
         int column = block * 5;
         for (const auto heads :
-             {&FitMonForm::Label1, &FitMonForm::Label2, &FitMonForm::Label3, &FitMonForm::Label4}) {
-            QLabel* head = MakeHead(bind, MonitorRow(heads, b));
-            head->setWordWrap(false);
-            grid->addWidget(head, 0, column++);
-        }
+             {&FitMonForm::Label1, &FitMonForm::Label2, &FitMonForm::Label3, &FitMonForm::Label4})
+            grid->addWidget(MakeHead(bind, MonitorRow(heads, b)), 0, column++);
         if (block > 0) grid->setColumnMinimumWidth(block * 5 - 1, 24);
     }
     for (int row = 0; row <= Work.NumFree; ++row)

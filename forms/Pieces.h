@@ -23,12 +23,25 @@ inline QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false) {
     return label;
 }
 
-// The head of a column.
-inline QLabel* MakeHead(Binder& bind, ControlRef control) {
+// A text of more than so many letters in two lines, broken at the blank nearest to its middle.
+inline QString InTwoLines(QString text, int letters) {
+    if (text.size() <= letters) return text;
+    const auto middle = text.size() / 2;
+    const auto before = text.lastIndexOf(' ', middle);
+    const auto behind = text.indexOf(' ', middle);
+    const auto at = before < 0 || (behind >= 0 && behind - middle < middle - before) ? behind : before;
+    if (at >= 0) text[at] = '\n';
+    return text;
+}
+
+// The head of a column. A long one is broken by itself rather than wrapped: a wrapped label does not tell the
+// layout how high it becomes.
+inline QLabel* MakeHead(Binder& bind, ControlRef control, int letters = 24) {
     auto* head = new QLabel;
-    head->setWordWrap(true);
     bind.Visible(head, control);
-    bind.Also([head, control] { head->setText(WithoutAccessKey(control().Text).simplified()); });
+    bind.Also([head, control, letters] {
+        head->setText(InTwoLines(WithoutAccessKey(control().Text).simplified(), letters));
+    });
     QFont font = head->font();
     font.setBold(true);
     head->setFont(font);
