@@ -36,6 +36,8 @@ void ChartMenuStatus(ChartsForm& form) {
     form.UseRainbow.Checked = Chart.Style.UseRainbowColors != 0;
     form.ShowGrids.Checked = spec.AxisX1.Grid != 0 || spec.AxisY1.Grid != 0;
     const bool several = Chart.State.Nsets > 1 && Chart.State.MultiSet == 1;
+    form.mnuEditTitles.Enabled = Chart.GraphHeld != 0;
+    form.mnuEditLegend.Enabled = several && Chart.GraphHeld != 0;
     form.SeparateX.Enabled = form.SeparateY.Enabled = form.SeparateBoth.Enabled = several;
 }
 

@@ -29,6 +29,7 @@ struct ChartsForm {
     // What ChartMenuStatus sets.
     MenuItem LinePlot{"&Lines"}, DotCenter{"&Dots in Symbols"}, BothPlot{"Lines && S&ymbols"};
     MenuItem SymbolPlot{"&Symbols"}, AltPlot{"&Alternate Symbols and Lines"};
+    MenuItem mnuEditTitles{"Edit T&itles..."}, mnuEditLegend{"&Edit Legend..."};
     MenuItem ShowLegend{"Show &Legend"}, DeleteTitles{"&Delete Titles"}, ShowGrids{"Show &Grids"};
     MenuItem SeparateX{"Separate Along &X..."}, SeparateY{"Separate Along &Y..."};
     MenuItem SeparateBoth{"Separate Along &Both..."};
