@@ -146,7 +146,8 @@ bool LeavePendingField() {
     const QPointer<FieldEdit> field = PendingField;
     PendingField = nullptr;
     field->Leave();
-    return !field || !field->hasFocus();
+    // Behind a message the window is not active again yet: its focus widget tells what hasFocus() will.
+    return !field || field->window()->focusWidget() != field;
 }
 
 void RunHandler(const std::function<void()>& handler) {
@@ -336,9 +337,9 @@ void Binder::Check(QCheckBox* box, ControlRef control, std::function<void()> cli
         box->setText(ShownText(c.Text));
         box->setCheckState(c.Value == 0 ? Qt::Unchecked : c.Value == 2 ? Qt::PartiallyChecked : Qt::Checked);
     });
-    QObject::connect(box, &QCheckBox::clicked, box, [box, control, clicked](bool) {
-        RunHandler([&] {
-            control().Value = box->checkState() == Qt::Unchecked ? 0 : 1;
+    QObject::connect(box, &QCheckBox::clicked, box, [control, clicked](bool checked) {
+        RunHandler([&] { // by now the box may show its record again
+            control().Value = checked ? 1 : 0;
             clicked();
         });
     });

@@ -1,0 +1,430 @@
+// Every form on its window: opened by its command, filled through widgets, closed in each of the ways that a
+// user has, and what the workspace holds afterwards.
+#include "fit/BoundsForm.h"
+#include "fit/ConfidenceInput.h"
+#include "fit/GetGuess.h"
+#include "forms/shell/Binding.h"
+#include "graphs/PickSet.h"
+#include "models/BaseForm.h"
+#include "models/ConcForm.h"
+#include "models/ModelForm.h"
+#include "models/ParmScale.h"
+#include "models/ShowConstraintForm.h"
+#include "models/SigmaCalcForm.h"
+#include "models/UnitsForm.h"
+#include "reporting/Correlation.h"
+#include "reporting/Results.h"
+#include "tests/forms/Player.h"
+#include "tests/forms/Scans.h"
+#include "workspace/commands/Analmenu.h"
+#include "workspace/records/Workspace.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace Quillon {
+namespace {
+
+enum class Way { Ok, Cancel, Esc, CloseButton };
+constexpr Way AllWays[] = {Way::Ok, Way::Cancel, Way::Esc, Way::CloseButton};
+
+void Leave(const std::string& form, Way way, const Control& ok, const Control& cancel) {
+    SCOPED_TRACE(static_cast<int>(way));
+    switch (way) {
+    case Way::Ok:
+        return Player::Click(ok);
+    case Way::Cancel:
+        return Player::Click(cancel);
+    case Way::Esc:
+        Player::Widget(ok)->setFocus(); // in a field Esc takes the entry back
+        return Player::Press(Qt::Key_Escape);
+    default:
+        Player::Window(form)->close();
+        Player::Serve();
+    }
+}
+
+// A click into a field, and a number in place of what stands there.
+void Enter(const Control& field, const char* text) {
+    Player::Click(field);
+    Player::Press(Qt::Key_A, Qt::ControlModifier);
+    Player::Type(text);
+    EXPECT_EQ(field.Text, text);
+}
+
+struct FormsAtTheWindows : testing::Test {
+    Player player;
+    FormsAtTheWindows() { UseSimulatedData(); }
+    static bool HasFocus(const Control& control) {
+        return QApplication::focusWidget() == Player::Widget(control);
+    }
+};
+
+// --- probability for confidence intervals ----------------------------------------------------------------
+
+TEST_F(FormsAtTheWindows, TheConfidenceLevelIsTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        Work.ConfidenceLevel = 0.5F;
+        player.Expect("ConfidenceInput", [&] {
+            EXPECT_TRUE(HasFocus(ConfidenceInput.LevelInput));
+            Enter(ConfidenceInput.LevelInput, "0.95");
+            Leave("ConfidenceInput", way, ConfidenceInput.OkButton, ConfidenceInput.CancelButton);
+        });
+        player.ClickMenu("SetConfidence");
+        EXPECT_FLOAT_EQ(Work.ConfidenceLevel, way == Way::Ok ? 0.95F : 0.5F);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+    }
+}
+
+TEST_F(FormsAtTheWindows, AProbabilityOutsideIsToldOnceAndCancelAsksNothing) {
+    Work.ConfidenceLevel = 0.5F;
+    player.Expect("ConfidenceInput", [&] {
+        Enter(ConfidenceInput.LevelInput, "2");
+        player.ExpectMessage("Input must be between 0 and 1");
+        Player::Click(ConfidenceInput.OkButton);
+        EXPECT_TRUE(ConfidenceInput.State.Shown);
+        EXPECT_TRUE(HasFocus(ConfidenceInput.LevelInput));
+        Player::Click(ConfidenceInput.CancelButton); // no second message
+        EXPECT_FALSE(ConfidenceInput.State.Shown);
+    });
+    player.ClickMenu("SetConfidence");
+    EXPECT_FLOAT_EQ(Work.ConfidenceLevel, 0.5F);
+}
+
+TEST_F(FormsAtTheWindows, CancelLetGoElsewhereLeavesTheCheckOfTheFieldToBeMade) {
+    player.Expect("ConfidenceInput", [&] {
+        Enter(ConfidenceInput.LevelInput, "2");
+        QWidget* cancel = Player::Widget(ConfidenceInput.CancelButton);
+        player.ExpectMessage("Input must be between 0 and 1");
+        Player::Drag(cancel, {5, 5}, {-50, -50});
+        EXPECT_EQ(player.Messages.size(), 1U);
+        EXPECT_TRUE(HasFocus(ConfidenceInput.LevelInput));
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("SetConfidence");
+}
+
+TEST_F(FormsAtTheWindows, EnterInTheFieldIsOk) {
+    player.Expect("ConfidenceInput", [] {
+        Enter(ConfidenceInput.LevelInput, "0.9");
+        Player::Press(Qt::Key_Return);
+    });
+    player.ClickMenu("SetConfidence");
+    EXPECT_FLOAT_EQ(Work.ConfidenceLevel, 0.9F);
+}
+
+// --- model -------------------------------------------------------------------------------------------------
+
+TEST_F(FormsAtTheWindows, TheModelIsTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        Work.Model = 2;
+        Work.NonIdeal = Work.SeparateK = FlagFalse;
+        player.Expect("ModelForm", [way] {
+            Player::Click(ModelForm.ModelRow[0]);
+            Player::Click(ModelForm.NonIdeal);
+            EXPECT_EQ(ModelForm.ModelRow[0].Value, FlagTrue);
+            EXPECT_EQ(ModelForm.ModelRow[1].Value, FlagFalse);
+            Leave("ModelForm", way, ModelForm.OkButton, ModelForm.CancelButton);
+        });
+        player.ClickMenu("DoModelSet");
+        EXPECT_EQ(Work.Model, way == Way::Ok ? 1 : 2);
+        EXPECT_EQ(Work.NonIdeal, way == Way::Ok ? FlagTrue : FlagFalse);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+    }
+}
+
+TEST_F(FormsAtTheWindows, ADoubleClickTakesTheModel) {
+    player.Expect("ModelForm", [] {
+        QTest::mouseDClick(Player::Widget(ModelForm.ModelRow[6]), Qt::LeftButton, {}, {8, 8});
+        Player::Serve();
+    });
+    player.ClickMenu("DoModelSet");
+    EXPECT_EQ(Work.Model, 7);
+}
+
+// --- units -------------------------------------------------------------------------------------------------
+
+TEST_F(FormsAtTheWindows, UnitsAreTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        UseSimulatedData();
+        Work.MassUnits = 0;
+        Work.SolventDensity = 1.0F;
+        player.Expect("UnitsForm", [way] {
+            Player::Click(UnitsForm.TrueMass);
+            Player::Click(UnitsForm.Molar);
+            Enter(UnitsForm.DensityInput[0], "1.01");
+            Leave("UnitsForm", way, UnitsForm.OkButton, UnitsForm.CancelButton);
+        });
+        player.ClickMenu("DefineUnits");
+        EXPECT_EQ(Work.MassUnits, way == Way::Ok ? 2 : 0);
+        EXPECT_EQ(Work.ConcUnits, way == Way::Ok ? 2 : 0);
+        EXPECT_FLOAT_EQ(Work.SolventDensity, way == Way::Ok ? 1.01F : 1.0F);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+    }
+}
+
+TEST_F(FormsAtTheWindows, ACoefficientOfZeroIsToldOnceAndCancelBringsTheFormerBack) {
+    Work.SolventDensity = 1.0F;
+    player.Expect("UnitsForm", [&] {
+        Enter(UnitsForm.DensityInput[0], "0");
+        player.ExpectMessage("You must enter a positive, non-zero value for solvent density");
+        Player::Click(UnitsForm.VBarInput[0]);
+        EXPECT_TRUE(HasFocus(UnitsForm.DensityInput[0]));
+        Player::Click(UnitsForm.CancelButton);
+    });
+    player.ClickMenu("DefineUnits");
+    EXPECT_FLOAT_EQ(Work.SolventDensity, 1.0F);
+}
+
+// --- guesses -----------------------------------------------------------------------------------------------
+
+struct GuessesAtTheWindow : FormsAtTheWindows {
+    GuessesAtTheWindow() {
+        Work.LastModel = Work.Model; // no question about new guesses
+        Work.NewData = 0;
+        Work.MassUnits = 0;
+        SetMenuStatus();
+        RefreshForms();
+    }
+};
+
+TEST_F(GuessesAtTheWindow, CancelEscAndTheCloseButtonBringTheParametersBack) {
+    const float before = Work.Parms[0];
+    for (const Way way : {Way::Cancel, Way::Esc, Way::CloseButton}) {
+        player.Expect("GetGuess", [&] {
+            Enter(GetGuess.Guess[0], "1.5");
+            Player::Press(Qt::Key_Tab);
+            EXPECT_FLOAT_EQ(Work.Parms[0], 1.5F);
+            Leave("GetGuess", way, GetGuess.OkButton, GetGuess.CancelButton);
+        });
+        player.ClickMenu("FitData");
+        EXPECT_EQ(Work.Parms[0], before);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        EXPECT_EQ(Work.FitDone, FlagFalse);
+    }
+}
+
+TEST_F(GuessesAtTheWindow, EscInAFieldBringsItsValueBackAtOnce) {
+    player.Expect("GetGuess", [&] {
+        const std::string before = GetGuess.Guess[0].Text;
+        Enter(GetGuess.Guess[0], "1.5");
+        Player::Press(Qt::Key_Escape);
+        EXPECT_EQ(GetGuess.Guess[0].Text, before);
+        EXPECT_EQ(qobject_cast<QLineEdit*>(Player::Widget(GetGuess.Guess[0]))->text().toStdString(), before);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        EXPECT_TRUE(HasFocus(GetGuess.Guess[0]));
+        Player::Type("2.5"); // the value is selected again
+        EXPECT_EQ(GetGuess.Guess[0].Text, "2.5");
+        Player::Click(GetGuess.CancelButton);
+    });
+    player.ClickMenu("FitData");
+}
+
+TEST_F(GuessesAtTheWindow, AValueBeyondItsBoundIsAskedAboutAndThenGoesBack) {
+    player.Expect("GetGuess", [&] {
+        const std::string before = GetGuess.Guess[0].Text;
+        Enter(GetGuess.Guess[0], "31");
+        player.ExpectMessage("The value of " + Work.ParmName[0] + " is above the current upper bound of " +
+                                 ParmText(0, Work.Bounds[1][0]) +
+                                 ".  Do you want to use the new value anyway?",
+                             "No");
+        Player::Click(GetGuess.OkButton); // which is not pressed by this click
+        EXPECT_TRUE(GetGuess.State.Shown);
+        EXPECT_EQ(GetGuess.Guess[0].Text, before);
+        EXPECT_TRUE(HasFocus(GetGuess.Guess[0]));
+        Player::Click(GetGuess.CancelButton);
+    });
+    player.ClickMenu("FitData");
+}
+
+TEST_F(GuessesAtTheWindow, OkWithNothingToFitStays) {
+    player.Expect("GetGuess", [&] {
+        for (Control& mark : GetGuess.FitCheck)
+            if (mark.Enabled && mark.Value == 1) Player::Click(mark);
+        player.ExpectMessage("There is nothing to do!  You must fit at least one parameter");
+        Player::Click(GetGuess.OkButton);
+        EXPECT_TRUE(GetGuess.State.Shown);
+        Player::Click(GetGuess.CancelButton);
+    });
+    player.ClickMenu("FitData");
+}
+
+TEST_F(GuessesAtTheWindow, TabAndEnterGoThroughTheFieldsToOk) {
+    player.Expect("GetGuess", [&] {
+        EXPECT_TRUE(HasFocus(GetGuess.Guess[0]));
+        const std::size_t rows = GetGuess.Guess.size();
+        for (std::size_t row = 1; row < rows; ++row) {
+            Player::Press(row % 2 ? Qt::Key_Tab : Qt::Key_Return);
+            EXPECT_TRUE(HasFocus(GetGuess.Guess[row])) << row;
+        }
+        Player::Press(Qt::Key_Return);
+        EXPECT_TRUE(HasFocus(GetGuess.OkButton));
+        Player::Click(GetGuess.CancelButton);
+    });
+    player.ClickMenu("FitData");
+}
+
+// --- bounds ------------------------------------------------------------------------------------------------
+
+TEST_F(FormsAtTheWindows, BoundsAreTakenByOkAlone) {
+    Work.MassUnits = 0;
+    for (const Way way : AllWays) {
+        Work.Bounds[0][1] = 0.5F;
+        player.Expect("BoundsForm", [way] {
+            Enter(BoundsForm.LowerB[1], "0.75");
+            Leave("BoundsForm", way, BoundsForm.OkButton, BoundsForm.CancelButton);
+        });
+        player.ClickMenu("AlterBounds");
+        EXPECT_FLOAT_EQ(Work.Bounds[0][1], way == Way::Ok ? 0.75F : 0.5F);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+    }
+}
+
+// --- constraints -------------------------------------------------------------------------------------------
+
+TEST_F(FormsAtTheWindows, ConcentrationConstraintsAreTakenByOkAndByTheCloseButton) {
+    for (const Way way : {Way::Ok, Way::CloseButton}) {
+        UseSimulatedData();
+        player.Expect("ConcForm", [way] {
+            Enter(ConcFormBox(ConcInput::ConcA, 1), "0.3");
+            Leave("ConcForm", way, ConcForm.OkButton, ConcForm.CancelButton);
+        });
+        player.ClickMenu("SetConcConstraint");
+        EXPECT_FLOAT_EQ(Work.ConcConstraintA[1], 0.3F);
+        EXPECT_NE(Work.ConstraintFlags & ConcentrationBit, 0);
+        EXPECT_EQ(Work.NewData, 1);
+    }
+}
+
+TEST_F(FormsAtTheWindows, CancelTakesConcentrationConstraintsBackAndTheFormStays) {
+    player.Expect("ConcForm", [] {
+        Enter(ConcFormBox(ConcInput::ConcA, 1), "0.3");
+        Player::Click(ConcForm.CancelButton);
+        EXPECT_TRUE(ConcForm.State.Shown);
+        EXPECT_EQ(Work.ConcConstraintA[1], 0.0F);
+        Player::Click(ConcForm.OkButton);
+    });
+    player.ClickMenu("SetConcConstraint");
+    EXPECT_EQ(Work.ConstraintFlags & ConcentrationBit, 0);
+}
+
+TEST_F(FormsAtTheWindows, OffsetsAreTiedByOkAndFreedByCancel) {
+    player.Expect("BaseForm", [] {
+        Enter(BaseForm.LinkNum[1], "1");
+        Player::Click(BaseForm.OkButton);
+    });
+    player.ClickMenu("SetBaseConstraint");
+    EXPECT_EQ(Work.OffsetLink[Work.SetRow[2]], 1);
+    EXPECT_NE(Work.ConstraintFlags & OffsetBit, 0);
+    player.Expect("BaseForm", [] {
+        Player::Click(BaseForm.CancelButton);
+        EXPECT_TRUE(BaseForm.State.Shown);
+        Player::Window("BaseForm")->close();
+        Player::Serve();
+    });
+    player.ClickMenu("SetBaseConstraint");
+    EXPECT_EQ(Work.OffsetLink[Work.SetRow[2]], 0);
+}
+
+// --- windows that alter nothing
+// ------------------------------------------------------------------------------
+
+TEST_F(FormsAtTheWindows, TheCalculatorCountsWhileOneTypesAndAltersNothing) {
+    const float before = Work.Parms[0];
+    for (const Way way : {Way::Ok, Way::Esc, Way::CloseButton}) {
+        player.Expect("SigmaCalcForm", [way] {
+            Enter(SigmaCalcForm.MWInput, "50");
+            Enter(SigmaCalcForm.VBarInput, "0.73");
+            Enter(SigmaCalcForm.DensityInput, "1");
+            Enter(SigmaCalcForm.TempInput, "20");
+            Enter(SigmaCalcForm.RPMInput, "10000");
+            // M (1 - v rho) omega^2 / (R T) with omega = 1000 pi / 3
+            const double omega = 1000 * M_PI / 3;
+            const double sigma = 50e3 * 0.27 * omega * omega / (83144710.0 * 293.15);
+            EXPECT_NEAR(std::stod(SigmaCalcForm.SigmaInput.Text), sigma, 0.0006);
+            Leave("SigmaCalcForm", way, SigmaCalcForm.ExitButton, SigmaCalcForm.ExitButton);
+        });
+        player.ClickMenu("mnuSigmaCalculator");
+    }
+    EXPECT_EQ(Work.Parms[0], before);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(FormsAtTheWindows, TheSetOfAGraphIsPickedByOkAlone) {
+    UseFinishedFit();
+    ASSERT_TRUE(MainItem("GraphOverlaySet").Enabled);
+    for (const Way way : AllWays) {
+        Player::Window("Charts")->hide();
+        player.Expect("PickSet", [way] {
+            Player::Widget(PickSetWindow.SetList)->setFocus();
+            Player::Press(Qt::Key_Down);
+            EXPECT_EQ(PickSetWindow.SetList.Value, 2);
+            Leave("PickSet", way, PickSetWindow.OkButton, PickSetWindow.CancelButton);
+        });
+        player.ClickMenu("GraphOverlaySet");
+        EXPECT_EQ(Player::Window("Charts")->isVisible(), way == Way::Ok);
+    }
+}
+
+TEST_F(FormsAtTheWindows, ResultsAndCorrelationsCloseInAnyWay) {
+    UseFinishedFit();
+    ASSERT_EQ(Work.FitDone, FlagTrue);
+    for (const Way way : {Way::Ok, Way::Esc, Way::CloseButton}) {
+        player.Expect("Results", [&] {
+            player.Expect("Correlation",
+                          [way] { Leave("Correlation", way, Correlation.OkButton, Correlation.OkButton); });
+            Player::Click(Results.ViewCorr);
+            Leave("Results", way, Results.OkButton, Results.OkButton);
+        });
+        player.ClickMenu("ReviewFit");
+        player.Expect("Correlation",
+                      [way] { Leave("Correlation", way, Correlation.OkButton, Correlation.OkButton); });
+        player.ClickMenu("Covariance");
+    }
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(FormsAtTheWindows, TheMatchOfConstraintsClosesInAnyWay) {
+    UseSimulatedData();
+    Work.ConcConstraintA[1] = 0.4F;
+    Work.ConstraintFlags = ConcentrationBit;
+    Work.FitDone = FlagTrue;
+    SetMenuStatus();
+    RefreshForms();
+    for (const Way way : {Way::Ok, Way::Esc, Way::CloseButton}) {
+        player.Expect("ShowConstraintForm", [way] {
+            Leave("ShowConstraintForm", way, ShowConstraintForm.OkButton, ShowConstraintForm.OkButton);
+        });
+        player.ClickMenu("DoShowConstraint");
+    }
+}
+
+TEST_F(FormsAtTheWindows, TextOnAColourStandsOutFromIt) {
+    UseFinishedFit();
+    player.Expect("Correlation", [] {
+        for (const Control* legend : {&Correlation.HighLegend, &Correlation.VeryHighLegend}) {
+            const QPalette palette = Player::Widget(*legend)->palette();
+            const auto luminance = [](const QColor& c) {
+                const auto part = [](double v) {
+                    return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+                };
+                return 0.2126 * part(c.redF()) + 0.7152 * part(c.greenF()) + 0.0722 * part(c.blueF());
+            };
+            const double back = luminance(palette.color(QPalette::Window));
+            const double text = luminance(palette.color(QPalette::WindowText));
+            const double contrast = (std::max(back, text) + 0.05) / (std::min(back, text) + 0.05);
+            EXPECT_GT(contrast, 4.5); // what the guidelines for legible text ask
+        }
+        Player::Click(Correlation.OkButton);
+    });
+    player.ClickMenu("Covariance");
+}
+
+} // namespace
+} // namespace Quillon

@@ -1,0 +1,88 @@
+#include "tests/forms/Scans.h"
+
+#include "fit/FitMon.h"
+#include "fit/FreeMap.h"
+#include "fit/GNLLSQ.h"
+#include "forms/shell/Binding.h"
+#include "models/SEDEQ3.h"
+#include "scandata/FitData.h"
+#include "scandata/ScanWriter.h"
+#include "tests/support/Simulate.h"
+#include "workspace/commands/Analmenu.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+ModelCase MonomerDimer() {
+    ModelCase c;
+    c.Name = "MonomerDimer";
+    c.Model = 2;
+    c.MassA = TrueMass;
+    c.LnK2 = std::log(TrueConstant);
+    c.Fitted = {0, 2};
+    c.Noise = 0.001;
+    for (const float rpm : {16000.0F, 20000.0F, 24000.0F}) {
+        SimulatedSet set;
+        set.Rpm = rpm;
+        set.Inner = 5.82F;
+        set.Outer = 6.18F;
+        set.Points = 100;
+        c.Sets.push_back(set);
+    }
+    return c;
+}
+
+} // namespace
+
+std::vector<std::string> WriteScans(const std::string& folder) {
+    const Workspace kept = Work;
+    Work = SimulatedWorkspace(MonomerDimer());
+    std::vector<std::string> paths;
+    for (long row = 1; row <= 3; ++row) {
+        Work.FitRange[0][row] = 1;
+        Work.FitRange[1][row] = Work.ScanPoints[row];
+        paths.push_back(folder + "/0000" + std::to_string(row) + ".RA1");
+        WriteScan(paths.back(), row, 1);
+    }
+    Work = kept;
+    return paths;
+}
+
+void UseSimulatedData() {
+    Work = SimulatedWorkspace(MonomerDimer());
+    for (long row = 1; row <= 3; ++row) {
+        Work.ScanFile[row] = "0000" + std::to_string(row) + ".RA1";
+        Work.BaselineFile[row] = "(none)";
+    }
+    Work.HighestSet = 3;
+    Work.DataChosen = Work.ModelChosen = FlagTrue;
+    Work.PauseBeforeFit = FlagFalse;
+    FillModelNames();
+    BuildFitData();
+    BuildParmNames();
+    BuildParmFormats();
+    BuildParmScale();
+    SetDefaultBounds();
+    SetMenuStatus();
+    RefreshForms();
+}
+
+void UseFinishedFit() {
+    UseSimulatedData();
+    Work.MonitorMode = 0;
+    RunFit();
+    Work.MonitorMode = 1;
+    SetMenuStatus();
+    RefreshForms();
+}
+
+void UseChannelRadii() {
+    Work.ChannelRadii[0] = 5.85F;
+    Work.ChannelRadii[8] = 6.15F;
+}
+
+} // namespace Quillon
