@@ -19,6 +19,9 @@ namespace Quillon {
 
 namespace {
 
+// Labels that would leave the pie less than this part of its size without them are left out.
+constexpr double LeastPart = 0.3;
+
 struct Slice {
     int Index{}; // set or point, from 1
     double Value{};
@@ -119,11 +122,18 @@ void DrawPie() {
         widest = std::max(widest, labels.back().Width);
         end -= 360.0 * share;
     }
-    const PiePlace place = PlaceOf(widest + 4 * Chart.State.ClearX, font.Height);
+    PiePlace place = PlaceOf(widest + 4 * Chart.State.ClearX, font.Height);
+    const PiePlace bare = PlaceOf(0, 0);
+    if (place.RadiusY < LeastPart * bare.RadiusY) { // the pie itself is what is to be seen
+        labels.clear();
+        place = bare;
+    }
     long count = 0;
+    end = 90.0;
     for (std::size_t i = 0; i < slices.size(); ++i) {
         const double sweep = 360.0 * slices[i].Value / sum;
-        DrawSlice(place, slices[i], labels[i].Angle - sweep / 2.0, sweep);
+        DrawSlice(place, slices[i], end - sweep, sweep);
+        end -= sweep;
         if (!CountPoint(count)) return;
     }
     SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);

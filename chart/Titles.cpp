@@ -20,6 +20,11 @@ int DirectionOf(int place) {
     return place == LeftAxis ? 1 : place == RightAxis ? 3 : 0;
 }
 
+// A start that leaves a text within the view as far as it has room there; beginning first.
+int KeptInView(int start, int width, int first, int last) {
+    return std::max(std::min(start, last - width), first);
+}
+
 void DrawTitle(const GraphTitle& title, float size, int top) {
     if (!HasText(title.Text)) return;
     const GraphBox& frame = Chart.Spec.Frame;
@@ -30,7 +35,7 @@ void DrawTitle(const GraphTitle& title, float size, int top) {
                           ? JustifiedStart(title.Justify, frame.X1, frame.X2, width)
                           : JustifiedStart(title.Justify - 3, state.ViewLeft, state.ViewRight, width);
     TargetSurface().SetTextColor(CycleColor(title.Color));
-    DrawTextLine(title.Text, start, top, 0, font);
+    DrawTextLine(title.Text, KeptInView(start, width, state.ViewLeft, state.ViewRight), top, 0, font);
 }
 
 // The outer edge of the labels of an axis, as a distance from the frame.
@@ -174,18 +179,22 @@ void DrawAxisTitle(int place) {
     const int top = page ? state.ViewTop : frame.Y1;
     const int bottom = page ? state.ViewBottom : frame.Y2;
     TargetSurface().SetTextColor(CycleColor(axis.Title.Color));
+    const int across =
+        KeptInView(JustifiedStart(justify, left, right, width), width, state.ViewLeft, state.ViewRight);
+    const int along = JustifiedStart(justify, top, bottom, width);
     switch (place) {
     case BottomAxis:
-        return DrawTextLine(text, JustifiedStart(justify, left, right, width), frame.Y2 + depth, 0, font);
+        return DrawTextLine(text, across, frame.Y2 + depth, 0, font);
     case TopAxis:
-        return DrawTextLine(text, JustifiedStart(justify, left, right, width), frame.Y1 - depth - font.Height,
-                            0, font);
-    case LeftAxis: // upward: the text begins at the bottom
-        return DrawTextLine(text, top + bottom - JustifiedStart(justify, top, bottom, width),
-                            frame.X1 - depth - font.Height, direction, font);
+        return DrawTextLine(text, across, frame.Y1 - depth - font.Height, 0, font);
+    case LeftAxis: { // upward: the text begins at the bottom
+        const int start =
+            std::min<int>(std::max(top + bottom - along, state.ViewTop + width), state.ViewBottom);
+        return DrawTextLine(text, start, frame.X1 - depth - font.Height, direction, font);
+    }
     default:
-        return DrawTextLine(text, JustifiedStart(justify, top, bottom, width), frame.X2 + depth, direction,
-                            font);
+        return DrawTextLine(text, KeptInView(along, width, state.ViewTop, state.ViewBottom), frame.X2 + depth,
+                            direction, font);
     }
 }
 

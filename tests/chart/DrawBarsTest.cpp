@@ -200,6 +200,18 @@ TEST_F(DrawPieTest, LabelsStandOutsideAndInTheFrame) {
     }
 }
 
+TEST_F(DrawPieTest, LabelsGiveWayBeforeThePieDoes) {
+    Screen.Width = 400;
+    PlotValues({3, 1, 4});
+    EXPECT_EQ(Screen.OfKind("text").size(), 3U);
+    const int labelled = Screen.OfKind("pie").at(0).RadiusY;
+    Chart.CatLabels.Recreate(3, "a name that is far too long for any label");
+    Screen.Clear();
+    ShowGraph();
+    EXPECT_TRUE(Screen.OfKind("text").empty());
+    EXPECT_GT(Screen.OfKind("pie").at(0).RadiusY, labelled);
+}
+
 TEST_F(DrawPieTest, SeveralSetsAreSlicesWithALegend) {
     GraphSpec spec = Begin(GraphTypes::Pie);
     spec.Legend.Show = 1;

@@ -34,6 +34,58 @@ TEST_F(TitlesTest, SixPlaces) {
     }
 }
 
+// Centred on a frame that stands at the left, a title would be cut at the edge of the view.
+TEST_F(TitlesTest, TitlesStayInTheViewWhereTheyHaveRoomThere) {
+    Screen.Width = 200;
+    Screen.Height = 500;
+    for (std::int16_t justify = 0; justify <= 5; ++justify) {
+        Spec = Begin();
+        Spec.Title1.Text = "a title that is longer than the frame can be";
+        Spec.AxisX1.Title.Text = "A title that is longer than the frame can be";
+        Spec.Title1.Justify = Spec.AxisX1.Title.Justify = justify;
+        Spec.AxisY1.LabelSize = 0.06F;
+        Spec.AxisY1.Title.Text = "y";
+        Screen.Clear();
+        PlotIt();
+        ASSERT_EQ(Chart.GraphStatus, 0);
+        // At the least size, 8 units high, a letter is 4 units wide.
+        ASSERT_LT(Chart.Spec.Frame.X2 - Chart.Spec.Frame.X1, 44 * 4);
+        for (const char* text : {"a title that is longer than the frame can be",
+                                 "A title that is longer than the frame can be"}) {
+            const DeviceRect at = TextBounds(*Screen.FindText(text));
+            EXPECT_GE(at.Left, 0) << justify;
+            EXPECT_LE(at.Right, 199) << justify;
+        }
+    }
+    Spec.Title1.Text = "much longer than a view can be that has a width of two hundred units";
+    PlotIt();
+    EXPECT_EQ(TextBounds(*Screen.FindText(Spec.Title1.Text)).Left, 0); // its beginning can be read
+}
+
+TEST_F(TitlesTest, AxisTitlesAlongTheSidesStayInTheView) {
+    Screen.Width = 500;
+    Screen.Height = 200;
+    for (std::int16_t justify = 0; justify <= 5; ++justify) {
+        Spec = Begin();
+        Spec.Title1.Text = "title";
+        Spec.Title2.Text = "another";
+        Spec.AxisY1.Title.Text = "a title that is longer than the frame is";
+        Spec.AxisY2.Title.Text = "A title that is longer than the frame is";
+        Spec.AxisX1.Title.Text = "x";
+        Spec.Title1.Size = Spec.Title2.Size = Spec.AxisX1.LabelSize = 0.06F;
+        Spec.AxisY1.Title.Justify = Spec.AxisY2.Title.Justify = justify;
+        Screen.Clear();
+        PlotIt();
+        ASSERT_LT(Chart.Spec.Frame.Y2 - Chart.Spec.Frame.Y1, 40 * 4);
+        for (const char* text :
+             {"a title that is longer than the frame is", "A title that is longer than the frame is"}) {
+            const DeviceRect at = TextBounds(*Screen.FindText(text));
+            EXPECT_GE(at.Top, 0) << justify;
+            EXPECT_LE(at.Bottom, 199) << justify;
+        }
+    }
+}
+
 TEST_F(TitlesTest, Baselines) {
     PlotWith("first", "second");
     // Lines of 20 with 4 below the baseline and gaps of 4, at the top of the view.
