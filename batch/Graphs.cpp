@@ -14,6 +14,10 @@ namespace Quillon {
 
 namespace {
 
+// The outline of a symbol: half a point, two dots of the figure. The 7 twips of the screen would be one dot,
+// which is hardly seen on paper.
+constexpr float SymbolTwips = 10.0F;
+
 struct GraphKind {
     const char* Name;
     bool (*Make)(long set);
@@ -42,6 +46,8 @@ PictureFile OpenPicture(const std::string& ending, const PictureRequest& request
 struct FigureChart {
     FigureChart() {
         Chart = ChartModule{};
+        ReadChartDefaults();
+        Chart.Style.SymbolWidth = SymbolTwips;
         Seams.KeepsPicture = 0;
         SetScreenSurface(OpenSvg(FigureRequest()).Surface);
     }

@@ -178,6 +178,7 @@ TEST_F(GraphFiles, SvgHasEachSeriesAndItsTexts) {
             linePoints += line ? PointsIn(element) : 0;
             crosses += element.Name == "line" ? 1U : 0U;
             diamonds += element.Name == "polygon" ? 1U : 0U;
+            EXPECT_EQ(element.Get("stroke-width"), line ? "3" : "2"); // 15 and 10 twips at 300 dots per inch
         }
         const bool drawsLines = kind == "function" || kind == "overlay";
         EXPECT_EQ(lines, drawsLines ? 2U : 0U) << kind;
