@@ -35,6 +35,8 @@ public:
 protected:
     void focusInEvent(QFocusEvent* event) override {
         QCheckBox::focusInEvent(event);
+        for (QWidget* w = parentWidget(); w; w = w->parentWidget())
+            if (auto* view = qobject_cast<QScrollArea*>(w)) view->ensureWidgetVisible(this, 0, 10);
         RunHandler([this] { FileFormCheckFocus(Line); });
     }
     void focusOutEvent(QFocusEvent* event) override {

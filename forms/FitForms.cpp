@@ -203,8 +203,9 @@ QWidget* MakeFitMon(QWidget* parent) {
     for (int row = 0; row <= Work.NumFree; ++row)
         AddMonitorRow(bind, grid, row);
     auto* state = new QHBoxLayout;
-    state->addWidget(Titled("Status ---", MakeLabel(bind, []() -> Control& { return FitMon.StatusText; })),
-                     1);
+    QLabel* status = MakeLabel(bind, []() -> Control& { return FitMon.StatusText; });
+    status->setMinimumWidth(status->fontMetrics().horizontalAdvance("Adjusting Increment "));
+    state->addWidget(Titled("Status ---", status), 1);
     state->addWidget(
         Titled("Iteration Number", MakeLabel(bind, []() -> Control& { return FitMon.IterNum; })));
     state->addWidget(
