@@ -21,7 +21,7 @@ std::vector<FitChoice> FitChoices();
 
 // Numbers the fitted parameters in the order of the choices and re-creates NormMatrix, NormVector and
 // Increment for them. Choices that are all grey change nothing. False, with a beep and a message, when none
-// is to be fitted: FreeMap then holds the choices made, NumFree and the matrices are as before.
+// is to be fitted; everything is then as before.
 bool AssignFreePositions(const std::vector<FitChoice>& choices);
 
 } // namespace Quillon
