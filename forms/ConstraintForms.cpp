@@ -5,11 +5,19 @@
 #include "models/ConcForm.h"
 #include "models/ShowConstraintForm.h"
 
+#include <QApplication>
 #include <QScrollArea>
+
+#include <algorithm>
 
 namespace Quillon {
 
 namespace {
+
+// Rows that a window opens with; a few more than there are look better than a strip.
+int ShownRows(std::size_t rows) {
+    return static_cast<int>(std::max<std::size_t>(rows, 6));
+}
 
 // Up to 18 rows: what does not fit the screen scrolls.
 QScrollArea* Scrolled(QLayout* layout) {
@@ -19,6 +27,9 @@ QScrollArea* Scrolled(QLayout* layout) {
     area->setWidget(inside);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
+        if (now && area->isAncestorOf(now)) area->ensureWidgetVisible(now);
+    });
     return area;
 }
 
@@ -80,7 +91,7 @@ QWidget* MakeConcForm(QWidget* parent) {
                        bind, []() -> Control& { return ConcForm.OkButton; }, ConcFormOkButton, true),
                    MakeCancel(
                        bind, []() -> Control& { return ConcForm.CancelButton; }, ConcFormCancelButton)}));
-    form->resize(900, 460);
+    form->resize(900, 170 + 28 * ShownRows(ConcForm.SetLabel.size()));
     return form;
 }
 
@@ -118,7 +129,7 @@ QWidget* MakeShowConstraintForm(QWidget* parent) {
     all->addLayout(ButtonRow({}, {MakeButton(
                                      bind, []() -> Control& { return ShowConstraintForm.OkButton; },
                                      ShowConstraintFormOkButton, true)}));
-    form->resize(1040, 420);
+    form->resize(1040, 200 + 20 * ShownRows(ShowConstraintForm.SetLabel.size()));
     return form;
 }
 
@@ -164,7 +175,7 @@ QWidget* MakeBaseForm(QWidget* parent) {
                        bind, []() -> Control& { return BaseForm.CancelButton; }, BaseFormCancelButton)},
                   {MakeButton(
                       bind, []() -> Control& { return BaseForm.OkButton; }, BaseFormOkButton, true)}));
-    form->resize(560, 480);
+    form->resize(460, 150 + 28 * ShownRows(BaseForm.SetName.size()));
     return form;
 }
 

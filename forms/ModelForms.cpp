@@ -4,6 +4,7 @@
 #include "models/ModelForm.h"
 #include "models/SigmaCalcForm.h"
 
+#include <QApplication>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QScrollArea>
@@ -82,6 +83,9 @@ QWidget* MakeModelForm(QWidget* parent) {
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
+        if (now && area->isAncestorOf(now)) area->ensureWidgetVisible(now);
+    });
     auto* options = new QHBoxLayout;
     options->addWidget(Pair(
         MakeOption(

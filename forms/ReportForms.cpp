@@ -87,7 +87,7 @@ public:
                              Bind, []() -> Control& { return Results.ParmsConst; }, 4),
                          1);
         auto* both = new QHBoxLayout;
-        both->addLayout(left);
+        both->addLayout(left, 1);
         both->addLayout(right, 1);
         QGroupBox* frame = MakeFrame(Bind, []() -> Control& { return Results.Frame1; });
         frame->setLayout(both);
@@ -145,7 +145,7 @@ public:
                                              Bind, []() -> Control& { return Correlation.OkButton; },
                                              CorrelationOkButton, true)}));
         setWindowTitle(ShownText(Correlation.Caption));
-        resize(std::min(1000, 220 + n * 110), std::min(700, 200 + n * 32));
+        resize(std::min(1000, 220 + n * 110), std::min(700, 210 + n * 28));
     }
 
 private:

@@ -192,8 +192,22 @@ void ChartPicture::DrawOnce(std::function<void()> make) {
     Make = std::move(make);
 }
 
-// The engine holds one graph: the one of the chart window is put aside while the small one is painted.
+// Painting serves events: a new size that comes meanwhile has to wait, and what has been painted of the
+// widget by then is half of the picture.
 void ChartPicture::Draw() {
+    Stale = true;
+    if (Drawing) return;
+    Drawing = true;
+    while (Stale) {
+        Stale = false;
+        DrawBox();
+    }
+    Drawing = false;
+    update();
+}
+
+// The engine holds one graph: the one of the chart window is put aside while the small one is painted.
+void ChartPicture::DrawBox() {
     Box.Fit(*this);
     const ChartModule kept = Chart;
     const ChartsForm keptForm = Charts;

@@ -75,8 +75,11 @@ protected:
 
 private:
     void Draw();
+    void DrawBox();
     std::function<void()> Make;
     PaintedImage Box;
+    bool Drawing = false;
+    bool Stale = false; // the size has changed since the picture was begun
 };
 
 } // namespace Quillon
