@@ -7,7 +7,9 @@
 #include "graphs/FitGraphs.h"
 #include "graphs/ResidualGraphs.h"
 #include "platform/RuntimeError.h"
+#include "workspace/records/Workspace.h"
 
+#include <string_view>
 #include <utility>
 
 namespace Quillon {
@@ -17,6 +19,10 @@ namespace {
 // The outline of a symbol: half a point, two dots of the figure. The 7 twips of the screen would be one dot,
 // which is hardly seen on paper.
 constexpr float SymbolTwips = 10.0F;
+
+// The gap between texts and the rest: half as wide again as on the screen, so that the labels of two axes do
+// not run into one where they meet.
+constexpr float Clearance = 0.006F;
 
 struct GraphKind {
     const char* Name;
@@ -48,6 +54,7 @@ struct FigureChart {
         Chart = ChartModule{};
         ReadChartDefaults();
         Chart.Style.SymbolWidth = SymbolTwips;
+        Chart.Style.Clearance = Clearance;
         Seams.KeepsPicture = 0;
         SetScreenSurface(OpenSvg(FigureRequest()).Surface);
     }
@@ -63,6 +70,20 @@ void Make(const GraphOption& option) {
     for (const GraphKind& kind : Kinds)
         if (option.Kind == kind.Name && kind.Make(option.Set)) return;
     FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
+}
+
+// The path that all scans share is told in a title. Scans in the directory of the run have none, and a title
+// that names nothing is not worth its place.
+void DropEmptyOrigin() {
+    if (!Work.LabelPrefix.empty()) return;
+    GraphSpec& spec = Chart.Spec;
+    std::string first = spec.Title1.Text.Str();
+    if (const std::string_view rest = "; data from"; first.ends_with(rest)) {
+        first.resize(first.size() - rest.size());
+        spec.Title1.Text = first;
+    }
+    for (const char* text : {"Data from:", "Data from"})
+        if (spec.Title2.Text.Str() == text) spec.Title2.Text = "";
 }
 
 // Draws the graph at hand once more, into a picture.
@@ -122,6 +143,7 @@ void CheckGraphSet(const GraphOption& option, long sets) {
 std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     Make(option);
+    DropEmptyOrigin();
     return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
 }
 

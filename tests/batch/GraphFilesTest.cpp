@@ -188,6 +188,22 @@ TEST_F(GraphFiles, SvgHasEachSeriesAndItsTexts) {
     }
 }
 
+TEST_F(GraphFiles, TitlesTellThePathOfTheScansWhereThereIsOne) {
+    const auto holds = [](const std::string& svg, const std::string& text) {
+        return svg.find(text) != std::string::npos;
+    };
+    EXPECT_TRUE(holds(Graph("data", "svg"), "Data from: " + TheScript.Directory() + "/<"));
+    EXPECT_TRUE(holds(Graph("residuals", "svg"), "; data from " + TheScript.Directory() + "/<"));
+    ProgramStart start;
+    start.Directory = TheScript.Directory(); // the job names its scans without a path
+    start.Arguments = {"fit.job", "--quiet", "--graph", "data=d.svg", "--graph", "residuals=r.svg"};
+    ASSERT_EQ(RunProgram(start).Status, 0);
+    EXPECT_FALSE(holds(ReadWholeFile(Path("d.svg")), "ata from"));
+    EXPECT_TRUE(holds(ReadWholeFile(Path("d.svg")), "fit<"));
+    EXPECT_FALSE(holds(ReadWholeFile(Path("r.svg")), "ata from"));
+    EXPECT_TRUE(holds(ReadWholeFile(Path("r.svg")), "RMS residual = "));
+}
+
 TEST_F(GraphFiles, SvgOfOneSetIsThatSet) {
     const SvgDocument svg = ReadSvg(Graph("overlay:2", "svg"));
     ASSERT_EQ(svg.Problem, "");
