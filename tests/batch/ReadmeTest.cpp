@@ -1,5 +1,6 @@
 // The reference of the job file in README.md against the program: every key stands in it, and what it shows
 // is taken.
+#include "batch/Graphs.h"
 #include "batch/JobFile.h"
 #include "batch/JobText.h"
 #include "batch/Options.h"
@@ -9,6 +10,8 @@
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace Quillon {
 namespace {
@@ -71,6 +74,36 @@ TEST(Readme, ListsTheModels) {
 TEST(Readme, ShowsResultsThatAreJson) {
     const JsonValue results = ReadJson(Block(Under("### The results")));
     EXPECT_EQ(results["parameters"][0]["name"].Text, "MW A mon");
+}
+
+TEST(Readme, ShowsGraphsThatAreDrawn) {
+    Script script;
+    std::istringstream line(Block(Under("### Graphs")));
+    ProgramStart start;
+    std::vector<std::string> files;
+    std::string word;
+    line >> word;
+    EXPECT_EQ(word, "quillon-fit");
+    while (line >> word) {
+        if (word.ends_with(".job")) word = QUILLON_SOURCE "/" + word;
+        start.Arguments.push_back(word);
+        if (word.ends_with(".svg"))
+            files.push_back(script.Directory() + "/" + word.substr(word.find('=') + 1));
+    }
+    start.Directory = script.Directory();
+    const ProgramEnd end = RunProgram(start);
+    EXPECT_EQ(end.Status, 0) << end.Err;
+    ASSERT_EQ(files.size(), 2U);
+    for (const std::string& file : files)
+        EXPECT_TRUE(ReadWholeFile(file).starts_with("<?xml")) << file;
+}
+
+TEST(Readme, NamesEveryGraphAndItsFormats) {
+    const std::string text = Under("### Graphs");
+    for (const std::string& kind : GraphKinds())
+        EXPECT_NE(text.find("`" + kind + "`"), std::string::npos) << kind;
+    for (const char* ending : {"`.svg`", "`.emf`", "`.png`", "`.pdf`", "`.dat`"})
+        EXPECT_NE(text.find(ending), std::string::npos) << ending;
 }
 
 TEST(Readme, ListsTheOptionsOfTheHelp) {
