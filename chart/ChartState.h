@@ -109,7 +109,8 @@ struct DashState {
     std::int16_t Style{}; // 0 solid, 1 to 4 the patterns
     std::size_t Pair{};   // the (on, off) pair in use
     bool InGap = false;
-    double Used{}; // length of the present piece that has been used
+    double Used{};     // length of the present piece that has been used
+    double Unit = 1.0; // device units that a unit of the patterns takes
 };
 
 // An enhanced metafile, or any other file that is painted once and closed.

@@ -2,6 +2,7 @@
 
 #include "chart/CHART.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <span>
@@ -39,6 +40,14 @@ void TakeNextPiece(DashState& dash, std::span<const DashPair> pattern) {
     dash.Used = 0.0;
 }
 
+// The lengths are device units. On a display whose units are finer than usual the patterns grow with them, so
+// that dashes stay as long to the eye.
+double PatternUnit() {
+    constexpr double usual = 96.0; // dots per inch
+    if (Chart.Target != Targets::Screen) return 1.0;
+    return std::max(1.0, std::nearbyint(static_cast<double>(Chart.PixY) * 1440.0 / usual));
+}
+
 int Rounded(double value) {
     return static_cast<int>(std::nearbyint(value));
 }
@@ -48,6 +57,7 @@ int Rounded(double value) {
 void BeginDash(std::int16_t style) {
     Chart.Dash = {};
     Chart.Dash.Style = style;
+    Chart.Dash.Unit = PatternUnit();
 }
 
 void DashLine(int x1, int y1, int x2, int y2) {
@@ -64,7 +74,7 @@ void DashLine(int x1, int y1, int x2, int y2) {
     double done = 0.0;
     while (done < length) {
         const DashPair& pair = pattern[dash.Pair];
-        const double left = (dash.InGap ? pair.Off : pair.On) - dash.Used;
+        const double left = dash.Unit * (dash.InGap ? pair.Off : pair.On) - dash.Used;
         const bool ends = left <= length - done; // the piece ends within the line
         const double to = ends ? done + left : length;
         if (!dash.InGap && to > done)

@@ -1,6 +1,8 @@
 // The chart window.
 #include "chart/CHART.h"
 #include "chart/ChartMouse.h"
+#include "chart/LegendOptsForm.h"
+#include "chart/TitleOptsForm.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/shell/ChartBox.h"
@@ -32,7 +34,7 @@ public:
         all->addWidget(line);
         Canvas->Changed = [this] {
             if (Modal && !Charts.Shown) done(QDialog::Accepted);
-            if (!Chart.Painting) Work.AbortFit = FlagFalse; // Esc found nothing to break off
+            if (!HandlerAtWork()) Work.AbortFit = FlagFalse; // Esc found nothing to break off
         };
         Bind.Also([this] { Follow(); });
         Modal = Charts.Shown;
@@ -114,8 +116,13 @@ private:
             style, []() -> MenuItem& { return Charts.ShowGrids; }, ToggleShowGrids, true);
         Add(
             style, []() -> MenuItem& { return Charts.UseRainbow; }, ToggleRainbow, true);
+        style->addSeparator();
+        Add(
+            style, []() -> MenuItem& { return Charts.mnuEditTitles; }, EditTitles);
         Add(
             style, []() -> MenuItem& { return Charts.DeleteTitles; }, [] { DeleteTitles(); });
+        Add(
+            style, []() -> MenuItem& { return Charts.mnuEditLegend; }, EditLegend);
     }
 
     void Follow() {

@@ -17,6 +17,8 @@ namespace Quillon {
 void RegisterWindows() {
     RegisterForm("Analmenu", MakeMainWindow);
     RegisterForm("Charts", MakeChartsWindow);
+    RegisterForm("TitleOptsForm", MakeTitleOptsForm);
+    RegisterForm("LegendOptsForm", MakeLegendOptsForm);
     RegisterForm("FileForm", MakeFileForm);
     RegisterForm("ModelForm", MakeModelForm);
     RegisterForm("UnitsForm", MakeUnitsForm);

@@ -10,6 +10,8 @@ namespace Quillon {
 
 QWidget* MakeMainWindow(QWidget* parent);
 QWidget* MakeChartsWindow(QWidget* parent);
+QWidget* MakeTitleOptsForm(QWidget* parent);
+QWidget* MakeLegendOptsForm(QWidget* parent);
 QWidget* MakeFileForm(QWidget* parent);
 QWidget* MakeModelForm(QWidget* parent);
 QWidget* MakeUnitsForm(QWidget* parent);

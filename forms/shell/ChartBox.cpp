@@ -5,7 +5,6 @@
 #include "forms/shell/Binding.h"
 
 #include <QMouseEvent>
-#include <QTimer>
 
 #include <cstdlib>
 #include <vector>
@@ -18,6 +17,53 @@ constexpr int MarkerReach = 5; // pixels on either side of a marker that take ho
 
 int ButtonNumber(Qt::MouseButton button) {
     return button == Qt::LeftButton ? 1 : 2;
+}
+
+// A marker over the frame, with a light edge that keeps it visible on any data. The one that the arrow keys
+// move has handles at its ends.
+void PaintMarker(QPainter& painter, const ChartMarker& marker, double ratio, bool active) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    const QColor color = QColor::fromRgb(ToRgb(static_cast<ChartColor>(marker.Color))).darker(130);
+    painter.setPen(QPen(QColor(255, 255, 255, 200), 5 * ratio, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(marker.Device, frame.Y1, marker.Device, frame.Y2);
+    painter.setPen(QPen(color, 3 * ratio, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(marker.Device, frame.Y1, marker.Device, frame.Y2);
+    if (!active) return;
+    const QPointF middle(marker.Device, 0);
+    const double size = 6 * ratio;
+    painter.setPen(QPen(Qt::white, ratio));
+    painter.setBrush(color);
+    for (const auto& [edge, inward] : {std::pair{frame.Y1, 1.0}, std::pair{frame.Y2, -1.0}})
+        painter.drawPolygon(QPolygonF{middle + QPointF(-size, edge - inward * size),
+                                      middle + QPointF(size, edge - inward * size),
+                                      middle + QPointF(0, edge + inward * size)});
+}
+
+// The keys as ChartKey counts them; 0 for those that have no number.
+int ChartKeyCode(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Left:
+        return 37;
+    case Qt::Key_Up:
+        return 38;
+    case Qt::Key_Right:
+        return 39;
+    case Qt::Key_Down:
+        return 40;
+    default:
+        return event.key() >= Qt::Key_0 && event.key() <= Qt::Key_Z ? event.key() : 0;
+    }
+}
+
+int ChartKeyShift(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    return (held.testFlag(Qt::ShiftModifier) ? 1 : 0) + (held.testFlag(Qt::ControlModifier) ? 2 : 0) +
+           (held.testFlag(Qt::AltModifier) ? 4 : 0);
 }
 
 // The picture boxes that stand; the engine draws on the latest. A graph shown modally gives the box back to
@@ -81,10 +127,8 @@ void ChartCanvas::resizeEvent(QResizeEvent*) {
     LayOutAgain();
 }
 
-// A size that comes in the middle of a drawing waits for its end.
 void ChartCanvas::LayOutAgain() {
-    if (Chart.Painting) return QTimer::singleShot(0, this, [this] { LayOutAgain(); });
-    if (!Chart.GraphHeld || Canvases().back() != this) return;
+    if (!Chart.GraphHeld) return;
     Chart.Spec.View = GraphBox{};
     Chart.Spec.View.Color = 15;
     Chart.Spec.Relayout = 1;
@@ -99,15 +143,12 @@ void ChartCanvas::paintEvent(QPaintEvent*) {
     const double ratio = devicePixelRatioF();
     painter.scale(1.0 / ratio, 1.0 / ratio);
     painter.drawImage(0, 0, Box.Image());
-    const GraphBox& frame = Chart.Spec.Frame;
-    for (const ChartMarker& m : Charts.Markers) {
-        // A light edge keeps the marker visible on any background.
-        painter.setPen(QPen(QColor(255, 255, 255, 200), 5 * ratio));
-        painter.drawLine(m.Device, frame.Y1, m.Device, frame.Y2);
-        painter.setPen(QPen(QColor(0, 150, 0), 3 * ratio));
-        painter.drawLine(m.Device, frame.Y1, m.Device, frame.Y2);
-    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (std::size_t i = 0; i < Charts.Markers.size(); ++i)
+        PaintMarker(painter, Charts.Markers[i], ratio, static_cast<int>(i) == Charts.ActiveMarker);
     if (!Charts.Zooming) return;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
     const QRect band(QPoint(Charts.ZoomX1, Charts.ZoomY1), QPoint(Charts.LastX, Charts.LastY));
     painter.setPen(QPen(Qt::white, ratio));
     painter.drawRect(band.normalized());
@@ -158,29 +199,12 @@ void ChartCanvas::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ChartCanvas::keyPressEvent(QKeyEvent* event) {
-    int code = 0;
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        code = 13;
-        break;
-    case Qt::Key_Escape:
-        code = 27;
-        break;
-    case Qt::Key_Left:
-        code = 37;
-        break;
-    case Qt::Key_Right:
-        code = 39;
-        break;
-    default:
-        return QWidget::keyPressEvent(event);
-    }
-    Key(code, event->modifiers().testFlag(Qt::ControlModifier) ? 2 : 0);
+    const int code = ChartKeyCode(*event);
+    if (code == 0) return QWidget::keyPressEvent(event);
+    Key(code, ChartKeyShift(*event));
 }
 
 void ChartCanvas::Key(int code, int shift) {
-    if (code == 27) Charts.Zooming = false;
     RunHandler([&] { ChartKey(code, shift); });
     if (Changed) Changed();
     update();

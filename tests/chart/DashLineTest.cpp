@@ -24,6 +24,33 @@ protected:
     }
 };
 
+TEST_F(DashLineTest, PatternsGrowWithTheFinenessOfADisplay) {
+    Screen.DotsPerInchX = Screen.DotsPerInchY = 192;
+    SelectTarget(Begin());
+    EXPECT_EQ(Pieces(1, 100), "0-30 40-70 80-100 ");
+    EXPECT_EQ(Pieces(3, 80), "0-26 32-40 46-72 78-80 ");
+    Screen.DotsPerInchX = Screen.DotsPerInchY = 120; // no display of twice the resolution
+    SelectTarget(Begin());
+    EXPECT_EQ(Pieces(1, 50), "0-15 20-35 40-50 ");
+    Screen.DotsPerInchX = Screen.DotsPerInchY = 72;
+    SelectTarget(Begin());
+    EXPECT_EQ(Pieces(1, 50), "0-15 20-35 40-50 ");
+}
+
+TEST_F(DashLineTest, OnPaperPatternsAreThoseOfTheDevice) {
+    RecordingSurface paper;
+    paper.DotsPerInchX = paper.DotsPerInchY = 600;
+    SetPrinterSurface(paper.Surface());
+    GraphSpec spec = Begin();
+    spec.Device = "1";
+    SelectTarget(spec);
+    BeginDash(2);
+    DashLine(0, 7, 9, 7);
+    ASSERT_EQ(paper.Items.size(), 2U);
+    EXPECT_EQ(paper.Items[0].Points[1].X, 4);
+    EXPECT_EQ(paper.Items[1].Points[0].X, 7);
+}
+
 TEST_F(DashLineTest, ThePatterns) {
     EXPECT_EQ(Pieces(0, 50), "0-50 ");
     EXPECT_EQ(Pieces(1, 50), "0-15 20-35 40-50 ");
