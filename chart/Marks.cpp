@@ -83,7 +83,7 @@ void DrawMark(const GraphMark& mark) {
     const bool needsEnd = needsX && needsY;
     if ((needsX && !There(mark.X1)) || (needsY && !There(mark.Y1))) return;
     if (needsEnd && (!There(mark.X2) || !There(mark.Y2))) return;
-    SelectCyclePen(mark.Color, spec.LineWidth);
+    SelectCyclePen(mark.Color, spec.LineWidth, mark.XorDraw == 1);
     if (mark.Kind == EllipseMark) return DrawEllipse(mark);
     if (mark.Kind == VerticalLine)
         return DashLine(PlaceX(mark.X1), DeviceY(spec.AxisY1.Min), PlaceX(mark.X1), DeviceY(spec.AxisY1.Max));

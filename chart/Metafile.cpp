@@ -110,7 +110,7 @@ void DrawHatch(Drawing& drawing, const std::vector<PlanePoint>& outline) {
     }
     if (ends.empty()) return;
     const int width = static_cast<int>(std::lround(HatchWidth(dots)));
-    UsePen(drawing.Records, drawing.Objects, {true, drawing.Brush.Color, width});
+    UsePen(drawing.Records, drawing.Objects, {true, drawing.Brush.Color, width, drawing.Pen.Exclusive});
     AppendSegments(drawing.Records, NotePoints(drawing, ends), ends);
 }
 

@@ -83,9 +83,17 @@ std::uint32_t MakeFont(EmfRecords& records, EmfObjects& objects, const EmfFont& 
     return number;
 }
 
+void UseDrawMode(EmfRecords& records, EmfObjects& objects, bool exclusive) {
+    constexpr std::uint32_t notExclusiveOr = 10, copy = 13; // the first shows a colour as it is on white
+    if (objects.Now.Exclusive == exclusive) return;
+    AppendRecord(records, EmfType::SetDrawMode, EmfFields().Word(exclusive ? notExclusiveOr : copy));
+    objects.Now.Exclusive = exclusive;
+}
+
 } // namespace
 
 void UsePen(EmfRecords& records, EmfObjects& objects, const SurfacePen& pen) {
+    UseDrawMode(records, objects, pen.Visible && pen.Exclusive);
     if (!pen.Visible) return Select(records, objects.Now.Pen, StockNullPen);
     const std::pair<Rgb, int> key = {pen.Color, std::max(pen.Width, 1)};
     Select(records, objects.Now.Pen,

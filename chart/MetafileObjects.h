@@ -20,6 +20,7 @@ struct EmfFont {
 struct EmfSelection {
     std::uint32_t Pen = 0, Brush = 0, Font = 0;
     Rgb TextColor = 0;
+    bool Exclusive = false; // the draw mode of pens and brushes
 };
 
 struct EmfObjects {

@@ -23,6 +23,7 @@ enum class EmfType : std::uint32_t {
     SetMapMode = 17,
     SetBackgroundMode = 18,
     SetPolygonFillMode = 19,
+    SetDrawMode = 20,
     SetTextAlign = 22,
     SetTextColor = 24,
     IntersectClipRectangle = 30,

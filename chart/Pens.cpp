@@ -107,8 +107,8 @@ void SelectPen(Rgb color, int width) {
     BeginDash(0);
 }
 
-void SelectCyclePen(int index, float twips) {
-    SelectPen(CycleColor(index), PenWidth(twips));
+void SelectCyclePen(int index, float twips, bool exclusive) {
+    TargetSurface().SetPen({true, CycleColor(index), PenWidth(twips), exclusive});
     BeginDash(DashOf(index, false));
 }
 

@@ -39,8 +39,9 @@ void SelectSetPen(int set);
 // Takes a solid pen into force.
 void SelectPen(Rgb color, int width);
 
-// Takes a pen into force by a cycle index, with width in twips and the dash style of that index.
-void SelectCyclePen(int index, float twips);
+// Takes a pen into force by a cycle index, with width in twips and the dash style of that index. exclusive:
+// what it draws is combined with what is there by exclusive or.
+void SelectCyclePen(int index, float twips, bool exclusive = false);
 
 // Takes a brush into force: pattern 0 solid, 1 to 6 the hatches.
 void SelectPattern(std::int16_t pattern, Rgb color);

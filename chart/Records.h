@@ -158,9 +158,9 @@ struct GraphMark {
     std::int16_t Kind{}; // 0 line, 1 arrow, 2 arrow with two heads, 3 line at X1, 4 line at Y1, 5 ellipse
     std::int16_t Fill{}; // of the ellipse: 1 to 6 the hatches, else solid
     std::int16_t Color{};
-    std::int16_t XorDraw{};
-    float X1{}, Y1{}; // start; centre of the ellipse
-    float X2{}, Y2{}; // end; radii of the ellipse
+    std::int16_t XorDraw{}; // 1: drawn by exclusive or
+    float X1{}, Y1{};       // start; centre of the ellipse
+    float X2{}, Y2{};       // end; radii of the ellipse
     bool operator==(const GraphMark&) const = default;
 };
 

@@ -31,6 +31,10 @@ struct SurfacePen {
     bool Visible = true;
     Rgb Color{};
     int Width = 1; // device units; always solid: dashes are drawn piece by piece by the chart
+    // What is drawn and filled under this pen is combined with what is there by exclusive or, so that drawing
+    // it once more takes it away; on white it has its own colour. Pictures that keep no pixels draw it as
+    // usual.
+    bool Exclusive = false;
 };
 
 enum class BrushKind {

@@ -4,6 +4,7 @@
 #include "forms/surfaces/QtFonts.h"
 
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPolygonF>
@@ -48,6 +49,7 @@ QPainter& PainterAt(const PainterState& state, double shift) {
     transform.translate(shift - target.Origin.X, shift - target.Origin.Y);
     target.Painter->setWorldTransform(transform);
     target.Painter->setRenderHint(QPainter::Antialiasing);
+    target.Painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
     return *target.Painter;
 }
 
@@ -55,7 +57,12 @@ QPainter& PainterAt(const PainterState& state, double shift) {
 // have sharp edges on a display.
 QPainter& PainterForPen(const PainterState& state) {
     const bool even = state.Pen.Visible && std::lround(PenWidth(state)) % 2 == 0;
-    return PainterAt(state, even ? 0.0 : 0.5);
+    QPainter& painter = PainterAt(state, even ? 0.0 : 0.5);
+    const bool exclusive = state.Pen.Visible && state.Pen.Exclusive &&
+                           painter.paintEngine()->hasFeature(QPaintEngine::RasterOpModes);
+    painter.setRenderHint(QPainter::Antialiasing, !exclusive); // a mixed edge would not go away again
+    if (exclusive) painter.setCompositionMode(QPainter::RasterOp_NotSourceXorDestination);
+    return painter;
 }
 
 QPointF PointOf(DevicePoint point) {

@@ -85,6 +85,19 @@ TEST_F(MarksTest, EllipsesAndTheirFill) {
     EXPECT_NEAR(ellipses[0].Rect.Bottom, Py(0.4), 1);
 }
 
+TEST_F(MarksTest, ExclusiveOr) {
+    GraphMark plain = Mark(5, 5, 0.5F, 1, 0.1F);
+    GraphMark exclusive = plain;
+    exclusive.XorDraw = 1;
+    PlotWith({}, {exclusive, plain});
+    const std::vector<DrawnItem> ellipses = Screen.OfKind("ellipse");
+    ASSERT_EQ(ellipses.size(), 2U);
+    EXPECT_TRUE(ellipses[0].Pen.Exclusive);
+    EXPECT_EQ(ellipses[0].Pen.Color, ellipses[1].Pen.Color);
+    EXPECT_EQ(ellipses[0].Pen.Width, ellipses[1].Pen.Width);
+    EXPECT_FALSE(ellipses[1].Pen.Exclusive);
+}
+
 TEST_F(MarksTest, WithoutAPlaceNothingIsDrawn) {
     PlotWith({}, {Mark(0, MissingValue, 0, 1, 1), Mark(3, std::nanf(""), 0, 0, 0),
                   Mark(5, 1, 1, 1, MissingValue)});

@@ -13,6 +13,7 @@ enum : std::uint32_t {
     PolylineType = 4,
     PolylinesType = 7,
     EndType = 14,
+    DrawModeType = 20,
     TextColorType = 24,
     ClipType = 30,
     SaveType = 33,
@@ -223,6 +224,8 @@ std::vector<EmfItem> PlayMetafile(const EmfFile& file) {
             SelectObject(player, record.Word(8));
         else if (record.Type == TextColorType)
             player.Now.TextColor = ColorAt(record, 8);
+        else if (record.Type == DrawModeType)
+            player.Now.DrawMode = record.Word(8);
         else if (record.Type == ClipType)
             NarrowClip(player, record);
         else if (record.Type == SaveType)

@@ -38,6 +38,7 @@ struct EmfItem {
     bool PenVisible = false;
     Rgb PenColor{};
     int PenWidth{};
+    std::uint32_t DrawMode = 13; // 13 replaces what is there, 10 combines with it
     bool Filled = false;
     Rgb FillColor{};
     bool Clipped = false; // narrower than the picture

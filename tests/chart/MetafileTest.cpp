@@ -128,6 +128,26 @@ TEST(Metafile, EachItemHasItsPenAndBrush) {
     EXPECT_EQ(Pairs(items[3].Points), (Places{{1, 2}, {11, 22}}));
 }
 
+TEST(Metafile, TheDrawModeFollowsThePen) {
+    const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                           s.SetPen({true, 0, 1});
+                                           s.Line(0, 0, 9, 9);
+                                           s.SetPen({true, 0, 1, true});
+                                           s.Line(0, 0, 9, 9);
+                                           s.SetClip({0, 0, 50, 50});
+                                           s.Line(0, 0, 9, 9);
+                                           s.ClearClip();
+                                           s.Line(0, 0, 9, 9);
+                                           s.SetPen({false, 0, 1, true});
+                                           s.SetBrush({BrushKind::Solid, 0xFF});
+                                           s.Rectangle({0, 0, 9, 9});
+                                       }).Items;
+    std::vector<std::uint32_t> modes;
+    for (const EmfItem& item : items)
+        modes.push_back(item.DrawMode);
+    EXPECT_EQ(modes, (std::vector<std::uint32_t>{13, 10, 10, 10, 13}));
+}
+
 TEST(Metafile, AnObjectIsMadeOnceAndUsedAgain) {
     const EmfFile file = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
                              for (int i = 0; i < 20; ++i) {

@@ -49,6 +49,28 @@ TEST(QtSurface, AUnitIsAPhysicalPixel) {
     EXPECT_EQ(CountOf(image, 0xFF0000), 120);
 }
 
+TEST(QtSurface, WhatIsDrawnTwiceByExclusiveOrIsGone) {
+    for (const int times : {1, 2}) {
+        FineScreen screen;
+        const DrawingSurface surface = PainterSurface(screen.Target);
+        surface.SetPen({true, 0x2040C0, 3, true});
+        surface.SetBrush({BrushKind::Solid, 0x2040C0});
+        for (int i = 0; i < times; ++i) {
+            surface.Line(10, 10, 110, 90);
+            surface.Rectangle({20, 100, 60, 140});
+        }
+        surface.SetPen({true, 0x00FF00, 1}); // what follows replaces again
+        surface.Line(150, 10, 160, 10);
+        const QImage& image = screen.Done();
+        EXPECT_EQ(CountOf(image, 0x00FF00), 11);
+        if (times == 1) {
+            EXPECT_GT(CountOf(image, 0x2040C0), 1600); // on white it has its own colour
+        } else {
+            EXPECT_EQ(Inked(image), QRect(150, 10, 11, 1));
+        }
+    }
+}
+
 TEST(QtSurface, TextIsAsLargeInPhysicalPixels) {
     FineScreen screen;
     const DrawingSurface surface = PainterSurface(screen.Target);
