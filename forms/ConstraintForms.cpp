@@ -68,7 +68,9 @@ QWidget* MakeConcForm(QWidget* parent) {
     for (const Member head :
          {&ConcFormRecord::ALabel, &ConcFormRecord::VarALabel, &ConcFormRecord::BLabel,
           &ConcFormRecord::VarBLabel, &ConcFormRecord::AvgLabel, &ConcFormRecord::TotalLabel})
-        grid->addWidget(MakeHead(bind, [head]() -> Control& { return ConcForm.*head; }), 0, column++);
+        grid->addWidget(MakeHead(
+                            bind, [head]() -> Control& { return ConcForm.*head; }, 16, 4),
+                        0, column++);
     for (std::size_t i = 0; i < ConcForm.SetLabel.size(); ++i) {
         const int line = static_cast<int>(i) + 1;
         grid->addWidget(MakeLabel(bind, [i]() -> Control& { return ConcForm.SetLabel[i]; }), line, 0);
@@ -91,7 +93,7 @@ QWidget* MakeConcForm(QWidget* parent) {
                        bind, []() -> Control& { return ConcForm.OkButton; }, ConcFormOkButton, true),
                    MakeCancel(
                        bind, []() -> Control& { return ConcForm.CancelButton; }, ConcFormCancelButton)}));
-    form->resize(900, 170 + 28 * ShownRows(ConcForm.SetLabel.size()));
+    form->resize(ConcForm.BLabel.Visible ? 900 : 660, 170 + 28 * ShownRows(ConcForm.SetLabel.size()));
     return form;
 }
 
@@ -113,15 +115,16 @@ QWidget* MakeShowConstraintForm(QWidget* parent) {
                         static_cast<int>(i) + 1, 0);
     int column = 1;
     for (const auto& [head, values] : columns) {
-        grid->addWidget(MakeHead(bind, [h = head]() -> Control& { return ShowConstraintForm.*h; }), 0,
-                        column);
+        grid->addWidget(MakeHead(
+                            bind, [h = head]() -> Control& { return ShowConstraintForm.*h; }, 11, 5),
+                        0, column);
         for (std::size_t i = 0; i < (ShowConstraintForm.*values).size(); ++i)
             grid->addWidget(
                 RightLabel(bind, [v = values, i]() -> Control& { return (ShowConstraintForm.*v)[i]; }),
                 static_cast<int>(i) + 1, column);
         ++column;
     }
-    grid->setHorizontalSpacing(14);
+    grid->setHorizontalSpacing(12);
     grid->setRowStretch(grid->rowCount(), 1);
     auto* all = new QVBoxLayout(form);
     all->addWidget(Scrolled(grid), 1);
@@ -129,7 +132,8 @@ QWidget* MakeShowConstraintForm(QWidget* parent) {
     all->addLayout(ButtonRow({}, {MakeButton(
                                      bind, []() -> Control& { return ShowConstraintForm.OkButton; },
                                      ShowConstraintFormOkButton, true)}));
-    form->resize(1040, 200 + 20 * ShownRows(ShowConstraintForm.SetLabel.size()));
+    form->resize(ShowConstraintForm.BLabel.Visible ? 1100 : 660,
+                 200 + 20 * ShownRows(ShowConstraintForm.SetLabel.size()));
     return form;
 }
 

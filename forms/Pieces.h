@@ -13,6 +13,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace Quillon {
 
 inline QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false) {
@@ -23,24 +25,27 @@ inline QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false) {
     return label;
 }
 
-// A text of more than so many letters in two lines, broken at the blank nearest to its middle.
-inline QString InTwoLines(QString text, int letters) {
-    if (text.size() <= letters) return text;
-    const auto middle = text.size() / 2;
-    const auto before = text.lastIndexOf(' ', middle);
-    const auto behind = text.indexOf(' ', middle);
-    const auto at = before < 0 || (behind >= 0 && behind - middle < middle - before) ? behind : before;
-    if (at >= 0) text[at] = '\n';
+// A text of more than so many letters in lines of much the same length, broken at the blanks nearest to where
+// equal lines would end.
+inline QString InLines(QString text, int letters, int mostLines) {
+    const auto lines = std::min<qsizetype>((text.size() + letters - 1) / letters, mostLines);
+    for (qsizetype line = 1; line < lines; ++line) {
+        const auto end = text.size() * line / lines;
+        const auto before = text.lastIndexOf(' ', end);
+        const auto behind = text.indexOf(' ', end);
+        const auto at = before < 0 || (behind >= 0 && behind - end < end - before) ? behind : before;
+        if (at >= 0) text[at] = '\n';
+    }
     return text;
 }
 
 // The head of a column. A long one is broken by itself rather than wrapped: a wrapped label does not tell the
 // layout how high it becomes.
-inline QLabel* MakeHead(Binder& bind, ControlRef control, int letters = 24) {
+inline QLabel* MakeHead(Binder& bind, ControlRef control, int letters = 24, int mostLines = 2) {
     auto* head = new QLabel;
     bind.Visible(head, control);
-    bind.Also([head, control, letters] {
-        head->setText(InTwoLines(WithoutAccessKey(control().Text).simplified(), letters));
+    bind.Also([head, control, letters, mostLines] {
+        head->setText(InLines(WithoutAccessKey(control().Text).simplified(), letters, mostLines));
     });
     QFont font = head->font();
     font.setBold(true);
