@@ -105,7 +105,9 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         Marked = Work.CurrentRow;
-        const QRect line = LineRect(Marked);
+        // While the ratios of a set are asked for, the current row counts over both pages.
+        const QRect line =
+            LineRect(Marked < FileFormLines ? Marked : Marked - FileFormLines * Work.CurrentPage);
         if (line.isEmpty()) return;
         QPainter painter(this);
         QColor mark = palette().color(QPalette::Highlight);
@@ -118,7 +120,7 @@ protected:
 
 private:
     QRect LineRect(int line) const {
-        if (line < 0 || line >= FileFormLines) return {}; // a set of page 2 in hand for a moment
+        if (line < 0 || line >= FileFormLines) return {}; // on the page that does not show
         QRect all;
         for (int column = 0; column < Grid->columnCount(); ++column)
             all |= Grid->cellRect(line + 1, column);
