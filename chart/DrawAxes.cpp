@@ -106,6 +106,15 @@ struct Label {
     long Number{};     // counts the major tics; 0 is at zero, on a log axis at 1, or the first category
 };
 
+// The major tics; on a log axis within a decade, which has none, the others, since no number at all would
+// stand there.
+std::vector<Tic> LabelledTics(const GraphAxis& axis, const std::vector<Tic>& tics) {
+    std::vector<Tic> majors;
+    std::copy_if(tics.begin(), tics.end(), std::back_inserter(majors),
+                 [](const Tic& tic) { return tic.Major; });
+    return majors.empty() && IsLog10(axis) ? tics : majors;
+}
+
 // The number of the first label, by the steps of the major tics; 0 where their values do not tell.
 long FirstNumber(const std::vector<Tic>& majors) {
     if (majors.size() < 2 || majors[0].Category > 0) return 0;
@@ -115,12 +124,10 @@ long FirstNumber(const std::vector<Tic>& majors) {
 
 std::vector<Label> LabelsOf(const AxisLine& line, const GraphAxis& axis, const std::vector<Tic>& tics,
                             int lineHeight) {
-    std::vector<Tic> majors;
-    std::copy_if(tics.begin(), tics.end(), std::back_inserter(majors),
-                 [](const Tic& tic) { return tic.Major; });
+    const std::vector<Tic> labelled = LabelledTics(axis, tics);
     std::vector<Label> labels;
-    long number = FirstNumber(majors);
-    for (const Tic& tic : majors) {
+    long number = FirstNumber(labelled);
+    for (const Tic& tic : labelled) {
         Label label{TicLabel(axis, KindOf(line.Place), tic)};
         const int extent = line.Upright ? lineHeight : TextWidth(label.Text);
         label.Low = PositionOf(line, axis, tic.Value) - extent / 2;

@@ -136,6 +136,14 @@ TEST_F(DrawAxesTest, MinorTicsAreShorterAndUnlabelled) {
     EXPECT_EQ(Screen.FindText("3"), nullptr);
 }
 
+TEST_F(DrawAxesTest, ALogAxisWithinADecadeHasNumbersAllTheSame) {
+    Spec.AxisX1.ScaleType = ScaleTypes::Logarithmic;
+    Pin(Spec.AxisX1, 1.2F, 1.95F, 4.0F); // 16 to 89: minor tics at 20, 40, 60 and 80
+    PlotIt();
+    for (const int value : {20, 40, 60, 80})
+        EXPECT_NEAR(MiddleX(std::to_string(value)), Px(std::log10(value)), 1) << value;
+}
+
 TEST_F(DrawAxesTest, LabelsThatWouldOverlapAreLeftOut) {
     Pin(Spec.AxisX1, 0.0F, 4.0F, 0.01F);
     Spec.AxisX1.Decimals = 2;
