@@ -19,6 +19,8 @@
 #include <QPlainTextEdit>
 #include <QTableWidget>
 
+#include <algorithm>
+
 namespace Quillon {
 
 namespace {
@@ -130,7 +132,7 @@ public:
             for (int j = 0; j < n; ++j)
                 table->setItem(i, j, Cell(i, j));
         table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
-        FillWidth(*table);
+        const int columns = n * FillWidth(*table);
         auto* all = new QVBoxLayout(this);
         all->addWidget(table, 1);
         for (const auto legend : {&CorrelationForm::HighLegend, &CorrelationForm::VeryHighLegend}) {
@@ -145,7 +147,8 @@ public:
                                              Bind, []() -> Control& { return Correlation.OkButton; },
                                              CorrelationOkButton, true)}));
         setWindowTitle(ShownText(Correlation.Caption));
-        resize(std::min(1000, 220 + n * 110), std::min(700, 210 + n * 28));
+        resize(std::clamp(columns + table->verticalHeader()->sizeHint().width() + 40, 360, 1100),
+               std::min(700, 210 + n * 28));
     }
 
 private:
@@ -161,14 +164,15 @@ private:
         item->setForeground(Qt::black);
         return item;
     }
-    // The columns share the width of the window; none is narrower than what it holds.
-    static void FillWidth(QTableWidget& table) {
+    // The columns share the width of the window; none is narrower than what it holds. Answers that width.
+    static int FillWidth(QTableWidget& table) {
         table.resizeColumnsToContents();
         int widest = table.fontMetrics().horizontalAdvance(WidestCorrelationText);
         for (int i = 0; i < table.columnCount(); ++i)
             widest = std::max(widest, table.columnWidth(i));
         table.horizontalHeader()->setMinimumSectionSize(widest);
         table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+        return widest;
     }
     static void CopyTable(const QTableWidget& table) {
         QString text;
