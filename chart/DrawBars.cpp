@@ -37,6 +37,10 @@ void DrawBar(const BarGraph& graph, int set, double first, double last, double a
     if (bar.Left > bar.Right) std::swap(bar.Left, bar.Right);
     if (bar.Top > bar.Bottom) std::swap(bar.Top, bar.Bottom);
     SelectNoPen();
+    if (Chart.Cycles.Pattern[place] != 0) { // no grid line is seen through a hatch
+        TargetSurface().SetBrush({BrushKind::Solid, BoxColor(Chart.Spec.Frame)});
+        TargetSurface().Rectangle(bar);
+    }
     SelectPattern(Chart.Cycles.Pattern[place], SetColor(set));
     TargetSurface().Rectangle(bar);
     SelectPen(SetColor(set), SetLineWidth(SetIndex(set)));

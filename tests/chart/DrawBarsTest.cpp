@@ -7,8 +7,14 @@ namespace {
 
 class DrawBarsTest : public ChartBench {
 protected:
-    // The filled rectangles of the bars, in the order drawn.
-    std::vector<DrawnItem> Bars() const { return DataItems("rectangle"); }
+    // The filled rectangles of the bars, in the order drawn, without what is wiped below a hatch.
+    std::vector<DrawnItem> Bars() const {
+        std::vector<DrawnItem> bars = DataItems("rectangle");
+        std::erase_if(bars, [](const DrawnItem& item) {
+            return item.Brush.Kind == BrushKind::Solid && item.Brush.Color == 0xFFFFFF;
+        });
+        return bars;
+    }
     void PlotBars(GraphSpec& spec, const SetTable& values) {
         const bool across = spec.GraphType == GraphTypes::HorizontalBars;
         const SetTable none(values.Points(), values.Sets());
@@ -40,6 +46,17 @@ TEST_F(DrawBarsTest, SideBySide) {
     EXPECT_EQ(bars[1].Brush.Color, ToRgb(BasicColor(9)));
     EXPECT_FALSE(bars[0].Pen.Visible);
     EXPECT_EQ(DataItems("line").size(), 16U); // an outline of four lines about each
+}
+
+TEST_F(DrawBarsTest, TheGridIsNotSeenThroughAHatch) {
+    GraphSpec spec = Begin(GraphTypes::VerticalBars);
+    PlotBars(spec, Table({{1}, {2}}));
+    const auto areas = DataItems("rectangle");
+    ASSERT_EQ(areas.size(), 3U); // solid; wiped and hatched
+    EXPECT_EQ(areas[1].Brush.Kind, BrushKind::Solid);
+    EXPECT_EQ(areas[1].Brush.Color, 0xFFFFFFU);
+    EXPECT_EQ(ItemText(areas[1]), ItemText(areas[2]));
+    EXPECT_NE(areas[2].Brush.Kind, BrushKind::Solid);
 }
 
 TEST_F(DrawBarsTest, StackedUpAndDownApart) {
