@@ -263,5 +263,32 @@ TEST_F(GuessForm, ManyRowsTakeTwoColumnsAndThenPages) {
     EXPECT_EQ(GetGuess.FitCheck[0].Value, 0); // a choice outlasts the change of page
 }
 
+// Eighteen sets of a model that uses every slot.
+TEST_F(GuessForm, SixtyTwoRowsTakeTwoPages) {
+    Work.NumParms = 62;
+    Work.NumSets = 18;
+    for (long k = 0; k < 62; ++k) {
+        Work.FreeMap[k] = ToInt16(k);
+        Work.ParmFormat[k] = "0.000";
+        Work.Bounds[1][k] = 30.0F;
+    }
+    LoadGetGuess();
+    ASSERT_EQ(GetGuess.GuessRows.size(), 62U);
+    EXPECT_EQ(GetGuess.Layout.First(1), 32);
+    EXPECT_EQ(GetGuess.Layout.Last(1), 62);
+    EXPECT_TRUE(GetGuess.Guess[31].Visible);
+    EXPECT_FALSE(GetGuess.Guess[32].Visible || GetGuess.FitCheck[61].Visible);
+    GetGuessPage2();
+    EXPECT_TRUE(GetGuess.Guess[32].Visible && GetGuess.ParameterName[61].Visible);
+    EXPECT_EQ(GetGuess.State.FocusOn, &GetGuess.Guess[32]);
+    GetGuessKeyPress(61, Enter);
+    EXPECT_EQ(GetGuess.State.FocusOn, &GetGuess.OkButton);
+    Enters(61, "2");
+    EXPECT_EQ(Work.Parms[61], 2.0F);
+    GetGuessOkButton();
+    EXPECT_EQ(Work.NumFree, 62);
+    EXPECT_EQ(Work.FreeIndex[61], 61);
+}
+
 } // namespace
 } // namespace Quillon
