@@ -1,5 +1,6 @@
 #include "graphs/GraphParts.h"
 
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -77,8 +78,20 @@ bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::
     return Chart.GraphStatus < GraphStatuses::Stop;
 }
 
+std::string WithPath(const std::string& text, const std::string& path) {
+    static const std::string gap = "...";
+    if (text.size() + path.size() <= LongestTitle) return text + path;
+    std::size_t from = path.size() - (LongestTitle - text.size() - gap.size());
+    for (std::size_t i = from; i + 1 < path.size(); ++i) // from a separator on, unless that leaves nothing
+        if (IsSeparator(path[i])) {
+            from = i;
+            break;
+        }
+    return text + gap + path.substr(from);
+}
+
 std::string DataFrom() {
-    return "Data from: " + Work.LabelPrefix;
+    return WithPath("Data from: ", Work.LabelPrefix);
 }
 
 void ShowCharts() {

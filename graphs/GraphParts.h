@@ -3,11 +3,14 @@
 
 #include "chart/CHART.h"
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace Quillon {
+
+inline constexpr std::size_t LongestTitle = 80; // characters
 
 // A spec with the defaults of an X-Y graph and single colours for sets; the former graph is let go.
 GraphSpec StartGraph(int plotStyle);
@@ -32,6 +35,10 @@ long LongestSet(long first, long last);
 
 // Hands the tables over. False when the chart stopped.
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names);
+
+// A path behind other text of a title, in the room that a title leaves. What is too long loses its beginning,
+// since its end tells more: "Data from: " and "/data/2024/.../run7/" give "Data from: .../run7/".
+std::string WithPath(const std::string& text, const std::string& path);
 
 // "Data from: " and the common path of all labels.
 std::string DataFrom();

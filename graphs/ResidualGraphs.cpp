@@ -13,8 +13,6 @@ namespace Quillon {
 
 namespace {
 
-constexpr std::size_t LongestTitle = 80;
-
 double PowerOfTen(float value) {
     return std::pow(10.0, std::floor(std::log10(static_cast<double>(value))));
 }
@@ -67,13 +65,14 @@ void SetTitles(GraphSpec& spec, long set) {
     const std::string number = FormatNumber(rms, "0.000E-##");
     const std::string what = set > 0 ? "RMS deviation for set " + std::to_string(set) + " = " + number
                                      : "RMS residual = " + number;
-    const std::string behind = "; data from " + (set > 0 ? Work.SetLabel[set] : Work.LabelPrefix);
+    const std::string& origin = set > 0 ? Work.SetLabel[set] : Work.LabelPrefix;
+    const std::string behind = "; data from " + origin;
     if (what.size() + behind.size() <= LongestTitle) {
         spec.Title1.Text = what + behind;
         return;
     }
     spec.Title1.Text = what;
-    spec.Title2.Text = "Data from " + Work.LabelPrefix;
+    spec.Title2.Text = WithPath("Data from ", origin);
 }
 
 bool IsWhole(double value) {

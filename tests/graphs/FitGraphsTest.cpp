@@ -192,6 +192,23 @@ TEST(GraphScale, ALogarithmicAxisAsksForThreeMinorTics) {
     EXPECT_EQ(axis.ScaleMode, 0);
 }
 
+TEST(GraphTitles, ALongPathLosesItsBeginning) {
+    const std::string deep = "/" + std::string(40, 'a') + "/" + std::string(40, 'b') + "/run 7/";
+    EXPECT_EQ(WithPath("Data from: ", "/data/run 7/"), "Data from: /data/run 7/");
+    EXPECT_EQ(WithPath("Data from: ", deep), "Data from: .../" + std::string(40, 'b') + "/run 7/");
+    const std::string fits = std::string(69, 'c'); // 11 before it: 80
+    EXPECT_EQ(WithPath("Data from: ", fits), "Data from: " + fits);
+    EXPECT_EQ(WithPath("Data from: ", "d" + fits), "Data from: ..." + std::string(66, 'c'));
+    EXPECT_EQ(WithPath("Data from: ", fits + "/"), "Data from: ..." + std::string(65, 'c') + "/");
+    EXPECT_EQ(WithPath("Data from: ", "C:\\" + fits + "\\run 7\\"), "Data from: ...\\run 7\\");
+}
+
+TEST_F(FitGraphs, ADeepDirectoryIsToldByItsEnd) {
+    Work.LabelPrefix = "/" + std::string(70, 'a') + "/run 7/";
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from: .../run 7/");
+}
+
 TEST_F(FitGraphs, CommandsShowTheWindow) {
     GraphData();
     EXPECT_EQ(Chart.Spec.PlotStyle, 2);

@@ -86,6 +86,14 @@ TEST_F(ResidualGraphs, ALongPathGoesIntoTheSecondTitle) {
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from " + Work.LabelPrefix);
 }
 
+TEST_F(ResidualGraphs, ALongNameOfASetGoesThereToo) {
+    FillThreeSets(0.015625F);
+    Work.SetLabel[2] = std::string(75, 'y') + "/00012.RA1";
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 2));
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "RMS deviation for set 2 = 1.563E-2");
+    EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from .../00012.RA1");
+}
+
 TEST_F(ResidualGraphs, TheLimitIsOneDigitOfTheRootMeanSquare) {
     ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0)); // rms 0.0074, residuals up to 0.0078125
     ExpectScale(Chart.Spec.AxisY1, -0.014F, 0.014F, 0.007F);
