@@ -17,9 +17,17 @@ namespace Quillon {
 
 namespace {
 
+// The toolkit's pens for a pen in force: a graph has tens of thousands of symbols, and their pen is made
+// once.
+struct MadePens {
+    double Width = -1.0; // that they were made for; none are made while it is negative
+    QPen Round, Miter;
+};
+
 struct PainterState {
     std::shared_ptr<PainterTarget> Target;
     SurfacePen Pen;
+    mutable MadePens Pens;
     SurfaceBrush Brush;
     SurfaceFont Font;
     QFont Letters;
@@ -37,31 +45,52 @@ double PenWidth(const PainterState& state) {
 }
 
 // Ends are flat, so that the gaps of a dashed line stay open.
-QPen PenOf(const PainterState& state, Qt::PenJoinStyle join = Qt::RoundJoin) {
-    if (!state.Pen.Visible) return Qt::NoPen;
-    return QPen(ColorOf(state.Pen.Color), PenWidth(state), Qt::SolidLine, Qt::FlatCap, join);
+const QPen& PenOf(const PainterState& state, Qt::PenJoinStyle join = Qt::RoundJoin) {
+    static const QPen none(Qt::NoPen);
+    if (!state.Pen.Visible) return none;
+    MadePens& pens = state.Pens;
+    if (const double width = PenWidth(state); pens.Width != width) {
+        const auto make = [&](Qt::PenJoinStyle style) {
+            return QPen(ColorOf(state.Pen.Color), width, Qt::SolidLine, Qt::FlatCap, style);
+        };
+        pens = {width, make(Qt::RoundJoin), make(Qt::MiterJoin)};
+    }
+    return join == Qt::MiterJoin ? pens.Miter : pens.Round;
+}
+
+// What the painter has already is not set again: to the painter it would be news, at a price.
+void Mix(QPainter& painter, QPainter::CompositionMode mode, bool smooth) {
+    if (painter.testRenderHint(QPainter::Antialiasing) != smooth)
+        painter.setRenderHint(QPainter::Antialiasing, smooth);
+    if (painter.compositionMode() != mode) painter.setCompositionMode(mode);
 }
 
 // Device units to painter units. Shift is where in its unit a coordinate lies.
-QPainter& PainterAt(const PainterState& state, double shift) {
+QPainter& PlacePainter(const PainterState& state, double shift) {
     const PainterTarget& target = *state.Target;
     QTransform transform = QTransform::fromScale(target.Scale, target.Scale);
     transform.translate(shift - target.Origin.X, shift - target.Origin.Y);
-    target.Painter->setWorldTransform(transform);
-    target.Painter->setRenderHint(QPainter::Antialiasing);
-    target.Painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
+    if (target.Painter->worldTransform() != transform) target.Painter->setWorldTransform(transform);
     return *target.Painter;
+}
+
+QPainter& PainterAt(const PainterState& state, double shift) {
+    QPainter& painter = PlacePainter(state, shift);
+    Mix(painter, QPainter::CompositionMode_SourceOver, true);
+    return painter;
 }
 
 // A line of an odd width runs through the middles of the units, one of an even width between them: both then
 // have sharp edges on a display.
 QPainter& PainterForPen(const PainterState& state) {
     const bool even = state.Pen.Visible && std::lround(PenWidth(state)) % 2 == 0;
-    QPainter& painter = PainterAt(state, even ? 0.0 : 0.5);
+    QPainter& painter = PlacePainter(state, even ? 0.0 : 0.5);
     const bool exclusive = state.Pen.Visible && state.Pen.Exclusive &&
                            painter.paintEngine()->hasFeature(QPaintEngine::RasterOpModes);
-    painter.setRenderHint(QPainter::Antialiasing, !exclusive); // a mixed edge would not go away again
-    if (exclusive) painter.setCompositionMode(QPainter::RasterOp_NotSourceXorDestination);
+    // A mixed edge would not go away again.
+    Mix(painter,
+        exclusive ? QPainter::RasterOp_NotSourceXorDestination : QPainter::CompositionMode_SourceOver,
+        !exclusive);
     return painter;
 }
 
@@ -90,12 +119,15 @@ void DrawHatch(const PainterState& state, QPainter& painter, const QPainterPath&
         painter.drawLine(QPointF(line.From.X, line.From.Y), QPointF(line.To.X, line.To.Y));
 }
 
+QBrush BrushOf(const PainterState& state) {
+    return state.Brush.Kind == BrushKind::Solid ? QBrush(ColorOf(state.Brush.Color)) : QBrush(Qt::NoBrush);
+}
+
 void DrawArea(const PainterState& state, const QPainterPath& path, Qt::PenJoinStyle join = Qt::RoundJoin) {
     QPainter& painter = PainterForPen(state);
-    const bool solid = state.Brush.Kind == BrushKind::Solid;
     if (IsHatch(state.Brush.Kind)) DrawHatch(state, painter, path);
     painter.setPen(PenOf(state, join));
-    painter.setBrush(solid ? QBrush(ColorOf(state.Brush.Color)) : QBrush(Qt::NoBrush));
+    painter.setBrush(BrushOf(state));
     painter.drawPath(path);
 }
 
@@ -196,7 +228,10 @@ void FillAttributes(DrawingSurface& surface, const std::shared_ptr<PainterState>
     surface.DotsPerInchX = [target] { return target->DotsPerInchX; };
     surface.DotsPerInchY = [target] { return target->DotsPerInchY; };
     surface.HasColor = [target] { return target->HasColor; };
-    surface.SetPen = [state](const SurfacePen& pen) { state->Pen = pen; };
+    surface.SetPen = [state](const SurfacePen& pen) {
+        state->Pen = pen;
+        state->Pens.Width = -1.0;
+    };
     surface.SetBrush = [state](const SurfaceBrush& brush) { state->Brush = brush; };
     surface.SetFont = [state](const SurfaceFont& font) { SetFont(*state, font); };
     surface.SetTextColor = [state](Rgb color) { state->TextColor = color; };

@@ -1,0 +1,97 @@
+// How long a window takes to paint the largest overlay: 18 sets of 1500 points and their fitted functions.
+//
+//     paint-bench [WIDTH HEIGHT [DOTS-PER-INCH [FILE]]]      (QT_QPA_PLATFORM=offscreen without a display)
+//
+// Processor time, since a window shares its machine; the best of ten, and of laying out again without
+// painting. FILE takes the picture, to hold one build against another.
+#include "chart/CHART.h"
+#include "forms/surfaces/QtSurface.h"
+#include "platform/Narrow.h"
+#include "platform/Platform.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+using namespace Quillon;
+
+namespace {
+
+constexpr long Sets = 18, Points = 1500;
+
+void Wire() {
+    Platform filling;
+    filling.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
+    filling.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
+    filling.WriteFile = [](const std::string&, const std::string&) {};
+    filling.FileExists = filling.DirectoryExists = [](const std::string&) { return false; };
+    filling.Clock = [] { return ClockTime{}; };
+    filling.Uniform = [] { return 0.5F; };
+    InstallPlatform(filling);
+}
+
+// Exponentials with a saw of noise, each set above the other.
+void Fill(SetTable& x, SetTable& y) {
+    for (long set = 1; set <= Sets; ++set)
+        for (long point = 1; point <= Points; ++point) {
+            const double r = 2.0 * static_cast<double>(point) / Points - 1.0;
+            const double k = static_cast<double>(set - 1);
+            const double fit = 0.3 * std::exp(r * (1.0 + 0.1 * k)) + 0.05 * k;
+            const double noise = 0.01 * (static_cast<double>(point * 7919 % 1000) / 500.0 - 1.0);
+            x(point, 2 * set - 1) = x(point, 2 * set) = static_cast<float>(r);
+            y(point, 2 * set - 1) = static_cast<float>(fit + noise);
+            y(point, 2 * set) = static_cast<float>(fit);
+        }
+}
+
+void Plot() {
+    GraphSpec spec;
+    GraphInit(spec, GraphTypes::XYPlot, PlotStyles::Alternating);
+    spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
+    spec.Legend.Show = 1;
+    SetTable x(Points, 2 * Sets);
+    SetTable y(Points, 2 * Sets);
+    Fill(x, y);
+    std::vector<std::string> names;
+    for (long set = 1; set <= 2 * Sets; ++set)
+        names.push_back("set " + std::to_string(set));
+    Chart.GraphHeld = FlagTrue;
+    PlotSets(spec, x, y, Points, 1, 2 * Sets, names, {}, {});
+}
+
+double Best(void (*work)()) {
+    double best = 1e300;
+    for (int run = 0; run < 10; ++run) {
+        const std::clock_t before = std::clock();
+        work();
+        best = std::min(best, 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+    }
+    return best;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    Wire();
+    const auto target = std::make_shared<PainterTarget>();
+    target->Width = argc > 2 ? std::atoi(argv[1]) : 1000;
+    target->Height = argc > 2 ? std::atoi(argv[2]) : 700;
+    target->DotsPerInchX = target->DotsPerInchY = argc > 3 ? std::atoi(argv[3]) : 96;
+    QImage image(target->Width, target->Height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    target->Painter = &painter;
+    SetScreenSurface(PainterSurface(target));
+    Plot();
+    std::printf("%d x %d at %.0f dpi: %ld points painted in %.1f ms, laid out in %.2f ms\n", target->Width,
+                target->Height, target->DotsPerInchX, 2 * Sets * Points, Best(ShowGraph), Best(Replot));
+    painter.end();
+    if (argc > 4 && !image.save(argv[4])) return 1;
+    return Chart.GraphStatus < GraphStatuses::Stop ? 0 : 1;
+}
