@@ -120,6 +120,18 @@ bool Load(GraphSpec& spec, const PlotData& data) {
     return true;
 }
 
+// The flag comes down on every way out, since nothing is drawn while it is up.
+bool LoadWhileBusy(GraphSpec& spec, const PlotData& data) {
+    struct BusyScope {
+        BusyScope() { Chart.State.Busy = 1; }
+        ~BusyScope() { Chart.State.Busy = 0; }
+        BusyScope(const BusyScope&) = delete;
+        BusyScope& operator=(const BusyScope&) = delete;
+    };
+    const BusyScope scope;
+    return Load(spec, data);
+}
+
 // A graph that is not held is gone once it has been drawn.
 void LetGo() {
     if (Chart.GraphHeld != 0) return;
@@ -132,10 +144,7 @@ void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNo
     ClearDrawing();
     SelectTarget(spec);
     if (Chart.GraphStatus >= GraphStatuses::Stop) return;
-    Chart.State.Busy = 1;
-    const bool loaded = Load(spec, data);
-    Chart.State.Busy = 0;
-    if (loaded) {
+    if (LoadWhileBusy(spec, data)) {
         Chart.Notes = notes;
         Chart.Marks = marks;
         if (Chart.GraphStatus < GraphStatuses::Stop) ShowTarget();

@@ -223,6 +223,18 @@ TEST_F(ChartInterfaceTest, CountsBeyondSixteenBitsOverflow) {
     EXPECT_EQ(Chart.DataY.Points(), 3);
 }
 
+TEST_F(ChartInterfaceTest, AFailureWhileLoadingDoesNotLeaveTheChartBusy) {
+    GraphSpec spec = Begin();
+    DrawingSurface failing = Screen.Surface();
+    failing.Measure = [](const std::string&) -> TextSize { RaiseError("no fonts"); };
+    SetScreenSurface(failing);
+    EXPECT_THROW(PlotLine(spec), RuntimeError);
+    EXPECT_EQ(Chart.State.Busy, 0);
+    SetScreenSurface(Screen.Surface());
+    PlotLine(spec);
+    EXPECT_TRUE(DrewData());
+}
+
 TEST_F(ChartInterfaceTest, OneSet) {
     GraphSpec spec = Begin();
     OneBased<float> x(3);
