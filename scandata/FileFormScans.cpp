@@ -239,6 +239,7 @@ void FileFormSubtractBlankButton() {
         request.Name = Work.BaselineFile[set];
     }
     const FileAnswer answer = Host.AskFile(request);
+    FileForm.State.FocusOn = &FocusLine();
     if (answer.Cancelled) return RemoveBaseline(set); // the way to take a baseline off a set
     const bool ok = ReadOrRestore([&] {
         Work.ChosenPath = answer.Path;
@@ -249,7 +250,6 @@ void FileFormSubtractBlankButton() {
     Work.BaselineDirectoryLast = Work.BaselineDirectory[set] = DirectoryOf(answer.Path);
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = true;
-    FileForm.State.FocusOn = &FocusLine();
     Work.SetChanged[set] = FlagTrue;
     NoteChange();
     RemoveSetConstraints(set);

@@ -476,6 +476,10 @@ TEST_F(TableTest, AClickTakesTheKeysToItsLine) {
     script.ExpectFile(BlankTitle, "");
     FileFormBlankClick(0);
     EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
+    FileForm.State.FocusOn = nullptr;
+    script.ExpectFile(BlankTitle, "");
+    FileFormSubtractBlankButton(); // by its access key
+    EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
 }
 
 TEST_F(TableTest, AFailedCopyDoesNotBlockTheNext) {
