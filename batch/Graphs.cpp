@@ -1,5 +1,6 @@
 #include "batch/Graphs.h"
 
+#include "batch/Latin1.h"
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
 #include "chart/Metafile.h"
@@ -86,6 +87,14 @@ void DropEmptyOrigin() {
         if (spec.Title2.Text.Str() == text) spec.Title2.Text = "";
 }
 
+// Titles and legend name files.
+void TakeNamesAsText() {
+    for (GraphTitle* title : {&Chart.Spec.Title1, &Chart.Spec.Title2})
+        title->Text = Latin1Text(title->Text.Str());
+    for (std::string& name : Chart.SetNames)
+        name = Latin1Text(name);
+}
+
 // Draws the graph at hand once more, into a picture.
 std::string Painted(const GraphOption& option) {
     std::string bytes;
@@ -144,6 +153,7 @@ std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     Make(option);
     DropEmptyOrigin();
+    TakeNamesAsText();
     return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
 }
 

@@ -1,5 +1,6 @@
 // Graphs that quillon-fit writes: each kind in each format that needs no toolkit, read back and held against
 // the points of the same fit.
+#include "batch/Latin1.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/ProgramRun.h"
 #include "tests/chart/MetafileReader.h"
@@ -330,19 +331,34 @@ TEST_F(GraphFiles, AFormerFileIsReplacedAsAWhole) {
     EXPECT_EQ(ReadWholeFile(path), Graph("data", "svg"));
 }
 
-TEST_F(GraphFiles, BadTitlesAreWellFormedAllTheSame) {
-    // Labels are file names: here one with the signs of the format and letters above 127.
-    const std::string name = "a<b>&\xE4\xC3\xA9.txt";
-    std::filesystem::rename(Path("set1.txt"), Path(name));
+TEST_F(GraphFiles, NamesOfFilesKeepTheirLetters) {
+    // The signs of the format, and an umlaut in UTF-8 and in Latin-1.
+    const std::string names[] = {"a<b>&\xC3\xB6.txt", "c\xF6.txt"};
     std::string job = ReadWholeFile(Path("fit.job"));
-    job.replace(job.find("set1.txt"), 8, "\"" + name + "\"");
+    for (std::size_t i = 0; i < 2; ++i) {
+        const std::string plain = "set" + std::to_string(i + 1) + ".txt";
+        std::filesystem::rename(Path(plain), Path(names[i]));
+        job.replace(job.find(plain), plain.size(), names[i]);
+    }
     TheScript.MakeFile("odd.job", job);
     const std::string path = Path("odd.svg");
     const ProgramEnd end = RunInside({Path("odd.job"), "--quiet", "--graph", "overlay=" + path});
     ASSERT_EQ(end.Status, 0) << end.Err;
-    const SvgDocument svg = ReadSvg(ReadWholeFile(path));
-    EXPECT_EQ(svg.Problem, "");
-    EXPECT_NE(ReadWholeFile(path).find("a&lt;b&gt;&amp;"), std::string::npos);
+    const std::string svg = ReadWholeFile(path);
+    EXPECT_EQ(ReadSvg(svg).Problem, "");
+    EXPECT_NE(svg.find(">a&lt;b&gt;&amp;\xC3\xB6.txt<"), std::string::npos);
+    EXPECT_NE(svg.find(">c\xC3\xB6.txt<"), std::string::npos);
+}
+
+TEST(GraphNames, Utf8BecomesLatin1WhereItIsOne) {
+    EXPECT_EQ(Latin1Text("plain.RA1"), "plain.RA1");
+    EXPECT_EQ(Latin1Text("\xC3\xBC\xC2\xB5"), "\xFC\xB5");
+    EXPECT_EQ(Latin1Text("\xCE\xB1-\xE2\x82\xAC-\xF0\x9F\x98\x80"), "?-?-?"); // alpha, euro, a face
+    // What is no UTF-8 stays: lone bytes, a cut letter, one written too long.
+    for (const std::string text :
+         {"\xFC.RA1", "a\xC3", "\xC3(", "\xC0\xAF", "\xE2\x82", "\xC3\xBC\xFC", "\xFF"})
+        EXPECT_EQ(Latin1Text(text), text);
+    EXPECT_EQ(Latin1Text(""), "");
 }
 
 TEST_F(GraphFiles, WithoutTheModuleAPictureThatNeedsItIsRefused) {
