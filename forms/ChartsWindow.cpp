@@ -59,7 +59,7 @@ private:
         QAction* action = menu->addAction(ShownText(item().Text));
         action->setCheckable(checkable);
         action->setShortcut(key);
-        connect(action, &QAction::triggered, this, [command] { RunHandler(command); });
+        connect(action, &QAction::triggered, this, [command] { RunOnGraph(command); });
         Items.push_back({action, std::move(item)});
     }
 
@@ -67,17 +67,17 @@ private:
         auto* bar = new QMenuBar;
         QMenu* file = bar->addMenu("&File");
         file->addAction("Copy &Data", this,
-                        [] { RunHandler([] { Host.SetClipboardText(DataText('\t')); }); });
+                        [] { RunOnGraph([] { Host.SetClipboardText(DataText('\t')); }); });
         file->addAction("Copy &Bitmap", QKeySequence::Copy, this,
                         [this] { QApplication::clipboard()->setPixmap(Canvas->grab()); });
         file->addSeparator();
-        file->addAction("Save Graph De&faults...", this, [] { RunHandler(SaveChartDefaults); });
+        file->addAction("Save Graph De&faults...", this, [] { RunOnGraph(SaveChartDefaults); });
         file->addAction("&Close", QKeySequence::Close, this, &QDialog::close);
         BuildScaleMenu(bar->addMenu("&Scale"));
         BuildStyleMenu(bar->addMenu("S&tyle"));
         Options = bar->addMenu("&Options");
         for (std::size_t i = 0; i < Charts.SpecialOpts.size(); ++i)
-            Specials.push_back(Options->addAction("", this, [i] { RunHandler(Charts.SpecialActions[i]); }));
+            Specials.push_back(Options->addAction("", this, [i] { RunOnGraph(Charts.SpecialActions[i]); }));
         return bar;
     }
 

@@ -102,7 +102,7 @@ private:
         action->setCheckable(item.Checkable);
         action->setObjectName(ShownText(item.Name));
         const std::string name = item.Name;
-        connect(action, &QAction::triggered, this, [name] { RunHandler([&] { RunMainCommand(name); }); });
+        connect(action, &QAction::triggered, this, [name] { RunWhenIdle([&] { RunMainCommand(name); }); });
         Actions.push_back({name, action});
     }
 
@@ -110,7 +110,7 @@ private:
         Recent.push_back(menu->addSeparator());
         for (long i = 1; i <= MaxRecentFiles; ++i) {
             QAction* action = menu->addAction("");
-            connect(action, &QAction::triggered, this, [i] { RunHandler([i] { RunRecentFile(i); }); });
+            connect(action, &QAction::triggered, this, [i] { RunWhenIdle([i] { RunRecentFile(i); }); });
             Recent.push_back(action);
         }
     }

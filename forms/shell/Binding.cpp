@@ -155,6 +155,11 @@ void RunHandler(const std::function<void()>& handler) {
     RefreshForms();
 }
 
+void RunWhenIdle(const std::function<void()>& handler) {
+    if (HandlersAtWork > 0) return RefreshForms(); // an item that is checked by clicking goes back
+    RunHandler(handler);
+}
+
 // --- FieldEdit ---------------------------------------------------------------------------------------------
 
 FieldEdit::FieldEdit(ControlRef control, FieldHandlers handlers, QWidget* parent)

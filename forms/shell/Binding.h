@@ -133,6 +133,11 @@ QWidget* WidgetFor(const Control& control);
 // error that reaches this far is told in a message, and the windows are brought up to date afterwards.
 void RunHandler(const std::function<void()>& handler);
 
+// The same for a window that stands beside the others, such as the main window. Between the closing of a
+// dialog and the end of the command that opened it such a window is free for a moment, and a click that has
+// waited would start a second command within the first: it does nothing.
+void RunWhenIdle(const std::function<void()>& handler);
+
 // True while a handler is at work: in a window that it has opened, or in a long command that serves events.
 bool HandlerAtWork();
 

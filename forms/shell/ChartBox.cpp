@@ -100,6 +100,13 @@ void PaintedImage::Fit(const QWidget& widget) {
     Target->Scale = 1.0;
 }
 
+void RunOnGraph(const std::function<void()>& handler) {
+    if (Charts.Shown)
+        RunHandler(handler); // a command waits for this window
+    else
+        RunWhenIdle(handler);
+}
+
 // --- ChartCanvas -------------------------------------------------------------------------------------------
 
 ChartCanvas::ChartCanvas(QWidget* parent) : QWidget(parent) {
@@ -171,7 +178,7 @@ int ChartCanvas::MarkerAt(int x) const {
 void ChartCanvas::mousePressEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
     const int marker = event->button() == Qt::LeftButton ? MarkerAt(p.x()) : -1;
-    RunHandler([&] {
+    RunOnGraph([&] {
         if (marker >= 0)
             MarkerMouseDown(marker);
         else
@@ -183,13 +190,13 @@ void ChartCanvas::mousePressEvent(QMouseEvent* event) {
 void ChartCanvas::mouseMoveEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
     setCursor(Charts.CapturedMarker >= 0 || MarkerAt(p.x()) >= 0 ? Qt::SizeHorCursor : Qt::CrossCursor);
-    RunHandler([&] { ChartMouseMove(p.x(), p.y(), 0); });
+    RunOnGraph([&] { ChartMouseMove(p.x(), p.y(), 0); });
     update();
 }
 
 void ChartCanvas::mouseReleaseEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    RunHandler([&] {
+    RunOnGraph([&] {
         if (Charts.CapturedMarker >= 0)
             MarkerMouseUp();
         else
@@ -205,7 +212,7 @@ void ChartCanvas::keyPressEvent(QKeyEvent* event) {
 }
 
 void ChartCanvas::Key(int code, int shift) {
-    RunHandler([&] { ChartKey(code, shift); });
+    RunOnGraph([&] { ChartKey(code, shift); });
     if (Changed) Changed();
     update();
 }

@@ -33,6 +33,10 @@ private:
     std::shared_ptr<PainterTarget> Target = std::make_shared<PainterTarget>();
 };
 
+// Runs what the user does to the graph: at any time while the chart window is shown modally, otherwise only
+// between commands.
+void RunOnGraph(const std::function<void()>& handler);
+
 // The picture box of the chart window, with the rubber band and the markers drawn over the picture.
 class ChartCanvas : public QWidget {
 public:

@@ -177,15 +177,13 @@ ClockTime Now() {
             now.time().hour(), now.time().minute(), now.time().second()};
 }
 
-// The engine asks every few microseconds; a window that follows thirty times a second follows at once. While
-// a graph is drawn, which is over in a moment, keys and clicks wait: a command that one of them started would
-// take the graph away under the drawing.
+// The engine asks every few microseconds; a window that follows thirty times a second follows at once. A
+// graph is drawn in one go: whatever a click, a key or a timer started meanwhile would take its data away.
 void ServeEventQueue() {
     static QElapsedTimer since;
-    if (since.isValid() && since.elapsed() < 25) return;
-    since.start();
+    if (Chart.Painting || (since.isValid() && since.elapsed() < 25)) return;
     RefreshForms();
-    QApplication::processEvents(Chart.Painting ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
+    QApplication::processEvents();
     since.start();
 }
 
