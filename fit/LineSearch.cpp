@@ -136,6 +136,16 @@ bool SearchInside(double S0, Tail& tail) {
     }
 }
 
+// From the parameters that ParmsSave holds, where the sum of squares is S0.
+void TakeStep(double S0) {
+    RecoverAlpha();
+    EnforceBounds();
+    Tail tail = Tail::Evaluate;
+    const bool inside = !Work.BoundHit && StepInsideBounds();
+    if (inside && SearchInside(S0, tail)) return;
+    FinalStage(S0, tail);
+}
+
 } // namespace
 
 void ApplyIncrement() {
@@ -157,12 +167,14 @@ void AdjustIncrement() {
     Work.ParmsSave.Recreate(Work.NumParms - 1);
     for (long k = 0; k < Work.NumParms; ++k)
         Work.ParmsSave[k] = Work.Parms[k];
-    RecoverAlpha();
-    EnforceBounds();
-    Tail tail = Tail::Evaluate;
-    const bool inside = !Work.BoundHit && StepInsideBounds();
-    if (inside && SearchInside(S0, tail)) return;
-    FinalStage(S0, tail);
+    try {
+        TakeStep(S0);
+    } catch (const RuntimeError&) {
+        // A trial that broke off may stand anywhere, beyond its bounds and beyond what the scales can follow.
+        for (long k = 0; k < Work.NumParms; ++k)
+            Work.Parms[k] = Work.ParmsSave[k];
+        throw;
+    }
 }
 
 } // namespace Quillon

@@ -66,6 +66,19 @@ TEST_F(LineSearch, FullStepThatLowersTheSumIsTaken) {
     EXPECT_EQ(Work.FitValid, FlagTrue);
 }
 
+TEST_F(LineSearch, ATrialThatBreaksOffLeavesTheParametersOfBefore) {
+    Work.ParmScale[SlotOffset(1)] = 1e30F; // the trial at 1e10 has no value in the units of its bounds
+    Work.BoundsActive = 1;
+    Work.AtBound.Recreate(0);
+    try {
+        Search(-0.5F, 1e10);
+        ADD_FAILURE() << "a value beyond a single passed";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Text, "Overflow");
+    }
+    EXPECT_EQ(Level(), -0.5F);
+}
+
 TEST_F(LineSearch, StepRecoversFromTheOneBefore) {
     const double table[][2] = {{1.0, 1.0},       {0.25, 1.0},     {0.249, 0.996},  {0.1, 0.4},
                                {0.0051, 0.0204}, {0.005, 0.02},   {0.001, 0.02},   {0.0, 0.02},
