@@ -1,0 +1,235 @@
+// Whatever a user does, in any order, with any answers: when a fit can be saved the save succeeds, and what
+// was saved is what a restore brings back. The user here is random and the same in every run.
+#include "chart/ChartMouse.h"
+#include "fit/BoundsForm.h"
+#include "fit/FreeMap.h"
+#include "models/BaseForm.h"
+#include "models/Catalogue.h"
+#include "models/ConcForm.h"
+#include "models/ModelForm.h"
+#include "models/ParmScale.h"
+#include "models/UnitsForm.h"
+#include "persistence/Filelist.h"
+#include "scandata/FileForm.h"
+#include "tests/support/ModelCases.h"
+#include "tests/support/RecordingSurface.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "workspace/commands/Analmenu.h"
+
+#include "chart/CHART.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <random>
+
+namespace Quillon {
+namespace {
+
+class SavedAtAnyTime : public testing::TestWithParam<unsigned> {
+protected:
+    SavedAtAnyTime() : Random(GetParam()) {
+        SetScreenSurface(Screen.Surface());
+        Host.MessageBoxAnswer = [this](const BoxRequest& request) {
+            if (request.Text.starts_with("Error")) Errors.push_back(request.Text);
+            if (request.Buttons == BoxButtons::Ok) return BoxAnswer::Ok;
+            return Calm || Chance(2) ? BoxAnswer::Yes : BoxAnswer::No;
+        };
+        Host.AskText = [this](const InputRequest&) { return InputAnswer{Chance(3), "1"}; };
+        Host.AskFile = [this](const FileRequest& request) {
+            const std::string path = request.Save ? TheScript.Directory() + "/other.RA1" : Scan(Below(3));
+            return FileAnswer{Chance(4), path, path.substr(path.rfind('/') + 1), {path}};
+        };
+        Host.ShowModal = [this](const std::string& form) { Play(form); };
+        TheScript.DuringEvents = [this] {
+            if (!Calm && Chance(400)) Work.AbortFit = FlagTrue; // the monitor's Cancel, now and then
+        };
+    }
+    ~SavedAtAnyTime() override { RemoveScreenSurface(); }
+
+    long Below(long n) { return static_cast<long>(Random() % static_cast<unsigned long>(n)); }
+    bool Chance(long oneIn) { return Below(oneIn) == 0; }
+
+    // A scan of a single species in 60 to 80 points.
+    std::string Scan(long number) {
+        const long rpm = 10000 + 3000 * number;
+        std::string text = "Sample\r\nR 1 20.0 " + std::to_string(rpm) + " 0079200 8.6853E10 280 32\r\n";
+        char line[64];
+        for (int i = 0; i < 60 + 10 * number; ++i) {
+            const double r = 5.8 + 0.02 * i, sigma = 1.0 * static_cast<double>(rpm * rpm) / 1e8;
+            const double noise = 0.002 * ((i * 7919) % 13 - 6) / 6;
+            std::snprintf(line, sizeof line, "%.4f %.5f\r\n", r,
+                          0.2 * std::exp(sigma * (r * r - 6.3 * 6.3) / 2) + noise);
+            text += line;
+        }
+        return TheScript.MakeFile("0000" + std::to_string(number + 1) + ".RA1", text);
+    }
+
+    // A first fit as it should be.
+    void FitCalmly() {
+        Calm = true;
+        for (const char* const command : {"ReadData", "DoModelSet", "FitData"})
+            RunMainCommand(command);
+        Calm = false;
+        ASSERT_EQ(Work.FitDone, FlagTrue);
+    }
+
+    // --- the forms ---------------------------------------------------------------------------------------
+    void Play(const std::string& form) {
+        if (form == "Charts") return ChartKey(Chance(4) ? 27 : 13, 0);
+        if (form == "FileForm") return PlayTable();
+        if (form == "GetGuess") return PlayGuesses();
+        if (form == "ModelForm") return PlayModel();
+        if (form == "UnitsForm") return PlayUnits();
+        if (form == "ConcForm") return PlayConcentrations();
+        if (form == "BaseForm") return PlayOffsets();
+        if (form == "BoundsForm") return Chance(2) ? BoundsFormOkButton() : BoundsFormCancelButton();
+    }
+    void PlayTable() {
+        if (Calm) {
+            FileFormReadFiles({Scan(0), Scan(1), Scan(2)});
+            return FileFormOkButton();
+        }
+        for (long n = Below(6); n > 0; --n) {
+            const int line = static_cast<int>(Below(4));
+            FileFormCheckFocus(line);
+            switch (Below(8)) {
+            case 0:
+                FileForm.Check1[static_cast<std::size_t>(line)].Value = ToInt16(Below(2));
+                FileFormCheckClick(line);
+                break;
+            case 1:
+                FileFormReadFiles({Scan(Below(3))});
+                break;
+            case 2:
+                FileFormSubtractBlankButton();
+                break;
+            case 3:
+                FileFormKey(line, "268abcdp"[Below(8)]);
+                break;
+            case 4:
+                FileFormCopyFile();
+                break;
+            case 5:
+                FileFormRangeButton();
+                break;
+            case 6:
+                FileFormPathClick(line);
+                break;
+            default:
+                if (Chance(6)) FileFormClearFiles();
+            }
+        }
+        if (Chance(3)) FileFormCancelButton();
+        for (int tries = 0; FileForm.State.Shown && tries < 3; ++tries) {
+            try {
+                FileFormOkButton();
+            } catch (const RuntimeError&) { // a range without points, say: another scan in the first line
+            }
+            if (!FileForm.State.Shown) return;
+            FileFormClearFiles();
+            FileFormCheckFocus(0);
+            FileFormReadFiles({Scan(Below(3))});
+        }
+        EXPECT_FALSE(FileForm.State.Shown);
+    }
+    void PlayGuesses() {
+        if (Calm) return static_cast<void>(AssignFreePositions(FitChoices()));
+        std::vector<FitChoice> choices = FitChoices();
+        for (FitChoice& choice : choices)
+            if (Chance(6)) choice.Check = choice.Check == FitCheckNo ? FitCheckYes : FitCheckNo;
+        if (Chance(5) || !AssignFreePositions(choices)) Work.AbortFit = FlagTrue;
+    }
+    void PlayModel() {
+        if (Calm) return ModelFormRowDoubleClick(1);
+        ModelFormRowClick(ToInt16(Chance(2) ? 1 + Below(3) : 1 + Below(22)));
+        ModelFormNonIdealClick(Chance(3));
+        ModelFormSeparateKClick(Chance(3));
+        Chance(4) ? ModelFormCancelButton() : ModelFormOkButton();
+    }
+    void PlayUnits() {
+        UnitsFormMassClick(ToInt16(Below(3)));
+        UnitsFormConcClick(ToInt16(Below(6)));
+        Chance(4) ? UnitsFormCancelButton() : UnitsFormOkButton();
+    }
+    void PlayConcentrations() {
+        const long set = 1 + Below(Work.NumSets);
+        const ConcInput input = Chance(2) ? ConcInput::ConcA : ConcInput::VarA;
+        ConcFormGotFocus(input, set);
+        ConcFormBox(input, set).Text = std::to_string(Below(20));
+        ConcFormLostFocus(input, set);
+        if (Chance(5)) ConcFormClearAllButton();
+        if (Chance(5)) ConcFormCancelButton();
+        ConcFormOkButton();
+    }
+    void PlayOffsets() {
+        const long set = 1 + Below(Work.NumSets);
+        BaseFormGotFocus(set);
+        BaseForm.LinkNum[static_cast<std::size_t>(set - 1)].Text = std::to_string(Below(Work.NumSets + 1));
+        BaseFormLostFocus(set);
+        if (Chance(5)) BaseFormCancelButton();
+        BaseFormOkButton();
+    }
+
+    // --- saving ------------------------------------------------------------------------------------------
+    void SaveAndCompare(const std::string& after) {
+        const auto ask = Host.AskFile;
+        const std::string path = TheScript.Directory() + "/fit.quil";
+        Host.AskFile = [&](const FileRequest&) { return FileAnswer{false, path, "fit.quil", {path}}; };
+        Errors.clear();
+        const Workspace before = Work;
+        RunMainCommand("DoFitSave");
+        Host.AskFile = ask;
+        ASSERT_TRUE(Errors.empty()) << "after " << after << ": " << Errors.front();
+        ++Saved;
+        const std::string bytes = ReadWholeFile(path);
+        Workspace back = DecodeFit(bytes, Work).Analysis;
+        back.ModelCount = Work.ModelCount;
+        back.ModelName.Resize(Work.ModelCount);
+        ASSERT_TRUE(EncodeFit(back) == bytes) << "after " << after;
+        if (!Chance(8)) return;
+        RunRecentFile(1);
+        ASSERT_TRUE(Errors.empty()) << "after " << after << ": " << Errors.front();
+        EXPECT_EQ(Work.FitDone, before.FitDone);
+        EXPECT_EQ(Work.Parms, before.Parms);
+        ++Restored;
+    }
+
+    std::mt19937 Random;
+    bool Calm = false;
+    RecordingSurface Screen;
+    Script TheScript;
+    std::vector<std::string> Errors;
+    int Saved = 0, Restored = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(Users, SavedAtAnyTime, testing::Range(1U, 9U));
+
+TEST_P(SavedAtAnyTime, WhatCanBeSavedIsSavedAndComesBack) {
+    StartQuillon("");
+    Work.PauseBeforeFit = 0;
+    Work.MonitorMode = 0;
+    FitCalmly();
+    const char* const commands[] = {
+        "ReadData",        "DoModelSet",        "DefineUnits",       "FitData",           "FitData",
+        "FitData",         "SetConcConstraint", "SetBaseConstraint", "AlterBounds",       "DoInitGuesses",
+        "UseOverlay",      "ResidualsSpread",   "GraphOverlay",      "NewNameConvention", "WriteBaseline",
+        "GraphResidualsR", "ReviewFit",         "Covariance",        "GraphFunc",         "GraphData",
+        "GraphResidualsY"};
+    std::map<std::string, int> run;
+    for (int step = 0; step < 250 && !HasFatalFailure(); ++step) {
+        const std::string command = commands[Below(std::size(commands))];
+        Work.MonitorMode = 0;
+        if (MainItem(command).Enabled) ++run[command];
+        RunMainCommand(command);
+        if (MainItem("DoFitSave").Enabled) SaveAndCompare(command + ", step " + std::to_string(step));
+    }
+    EXPECT_GT(Saved, 100);
+    EXPECT_GT(Restored, 10);
+    EXPECT_GE(run.size(), 10U) << "the user did too little";
+}
+
+} // namespace
+} // namespace Quillon
