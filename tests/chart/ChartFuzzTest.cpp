@@ -133,13 +133,14 @@ TEST_F(ChartFuzzTest, PlotsOfAllTypes) {
         note.Size = Wild();
         note.Direction = AnyWord();
         note.Align = Small(3);
-        GraphMark mark{Small(7), Small(8), Small(20), 0, Wild(), Wild(), Wild(), Wild()};
+        GraphMark mark{Small(7), Small(8), Small(20), Small(2), Wild(), Wild(), Wild(), Wild()};
         PlotSets(spec, AnyTable(points, sets), AnyTable(points, sets), points, 1, sets, names, {note},
                  {mark, mark});
         ExpectDrawable();
         Screen.Clear();
         MessUp(Chart.Spec.AxisX1); // as after a dialog
         MessUp(Chart.Spec.AxisY1);
+        Chart.CatLabels.Recreate(Below(points + 1), std::string(static_cast<std::size_t>(Below(40)), 'c'));
         Replot();
         ShowGraph();
         ExpectDrawable();
