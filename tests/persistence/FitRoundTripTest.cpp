@@ -207,6 +207,17 @@ TEST(FitRoundTrip, TheLargestFit) {
     EXPECT_TRUE(EncodeFit(back) == first);
 }
 
+TEST(FitRoundTrip, TheRichestFit) {
+    Workspace w = RichestFit();
+    w.ModelCount = 24;
+    w.ModelName.Resize(24);
+    const std::string first = EncodeFit(w);
+    EXPECT_TRUE(first == BytesByHand(w));
+    const Workspace back = DecodeFit(first, FreshWorkspace()).Analysis;
+    EXPECT_EQ(Differences(w, back), (std::set<std::string>{"NormVector", "AtBound"}));
+    EXPECT_TRUE(EncodeFit(back) == first);
+}
+
 TEST(FitRoundTrip, WhatBelongsToTheUserStaysAsItIs) {
     Workspace present = FreshWorkspace();
     present.YieldInterval = 77;

@@ -453,6 +453,53 @@ Workspace LargestFit() {
     return w;
 }
 
+Workspace RichestFit() {
+    Workspace w = LargestFit();
+    w.ConstraintFlags = ConcentrationBit | OffsetBit;
+    w.PtX.Recreate(0);
+    w.PtY.Recreate(0);
+    w.PtFit.Recreate(0);
+    w.PtSet.Recreate(0);
+    w.NumPts = 0;
+    for (long row = 1; row <= StandardMaxSets; ++row) {
+        const float odd = 1.0F / static_cast<float>(row);
+        w.BaselineFile[row] = "base " + std::to_string(row) + ".RA1";
+        w.BaselineDirectory[row] = "/data/base \xE4 " + std::to_string(row);
+        w.BaselinePoints[row] = static_cast<std::int16_t>(2000 + row);
+        w.BaselineRadius[row].Recreate(2000 + row, 5.9F + odd);
+        w.BaselineValue[row].Recreate(2000 + row, 0.01F * odd);
+        w.BaselineRPM[row] = 3000.0F * odd;
+        w.BaselineShifted[row] = row % 2 == 0 ? FlagTrue : FlagFalse;
+        w.BaselineShift[row] = 0.003F * odd;
+        w.ConcConstraintA[row] = odd;
+        w.ConcConstraintB[row] = 2.0F * odd;
+        w.ConcToleranceA[row] = w.ConcToleranceB[row] = 0.1F * odd;
+        w.ConstraintFit[0][row] = 3.0F * odd;
+        w.ConstraintFit[1][row] = 4.0F * odd;
+        w.OffsetLink[row] = static_cast<std::int16_t>(row > 1 ? 1 : 0);
+        w.ExtinctionRatio[0][row] = 1.0F + odd;
+        w.ExtinctionRatio[1][row] = 2.0F + odd;
+        w.CenterpieceType[row] = static_cast<std::int16_t>(row % 2 == 0 ? 3 : 4);
+        w.DataChannel[row] = static_cast<std::int16_t>(row % 4);
+        w.SetPts[row] = 0;
+        AddTruePoints(w, row);
+        AddPoint(w, row, PointMarker, odd);
+        AddPoint(w, row, PointMarker, -odd);
+    }
+    w.NumFree = StandardMaxParms;
+    w.NormMatrix.Recreate(w.NumFree - 1, w.NumFree - 1);
+    w.ParmLimits[0].Recreate(w.NumFree - 1);
+    w.ParmLimits[1].Recreate(w.NumFree - 1);
+    for (long a = 0; a < w.NumFree; ++a) {
+        w.FreeMap[a] = w.FreeIndex[a] = static_cast<std::int16_t>(a);
+        w.ParmLimits[0][a] = -0.5F * static_cast<float>(a);
+        w.ParmLimits[1][a] = 0.75F * static_cast<float>(a);
+        for (long b = 0; b < w.NumFree; ++b)
+            w.NormMatrix(a, b) = 1.0 / static_cast<double>(1 + a + 3 * b);
+    }
+    return w;
+}
+
 std::string BytesByHand(const Workspace& w) {
     return WholeLayout(w).All;
 }

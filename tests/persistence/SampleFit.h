@@ -16,6 +16,10 @@ Workspace SampleFit();
 // The largest fit that the program holds: 18 sets of 1800 points.
 Workspace LargestFit();
 
+// The same with everything that can be added: a baseline in each row, every constraint, every flag, limits of
+// as many fitted parameters as there are slots.
+Workspace RichestFit();
+
 // A growing file. Little-endian, whatever the machine.
 struct Bytes {
     std::string All;
