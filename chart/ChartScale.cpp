@@ -28,31 +28,49 @@ void SetModes(std::int16_t first, std::int16_t second) {
     Chart.Spec.AxisX2.ScaleMode = Chart.Spec.AxisY2.ScaleMode = second;
 }
 
+int TicsShown(const GraphAxis& axis, std::int16_t kind) {
+    const std::vector<Tic> tics = TicPositions(axis, kind);
+    return static_cast<int>(std::count_if(tics.begin(), tics.end(), [](const Tic& t) { return t.Major; }));
+}
+
+// Tics as fine as a short stretch far from zero needs them: the choice for a whole scale goes by its limits,
+// and none of its steps may fit in.
+void TakeFineTics(GraphAxis& axis) {
+    const double span = std::fabs(static_cast<double>(axis.Max) - static_cast<double>(axis.Min));
+    const double m = std::max(std::fabs(axis.Max), std::fabs(axis.Min));
+    const double step = RoundStep(span / 5.0);
+    const bool plain = axis.TicFormat == TicFormats::Decimal;
+    const double digits = std::ceil((plain ? 0.0 : std::floor(std::log10(m))) - std::log10(step) - 1e-9);
+    axis.TicInterval = FiniteSingle(step);
+    axis.FirstTic = FiniteSingle(step * std::ceil(std::min(axis.Min, axis.Max) / step));
+    axis.Decimals = ToInt16(std::max(0.0, digits));
+}
+
 // New tics for one axis, whose limits are not rounded to them.
-void ChooseTicsWithin(GraphAxis& axis, GraphAxis& second) {
+void ChooseTicsWithin(GraphAxis& axis, GraphAxis& second, std::int16_t kind) {
     const std::int16_t mode = axis.ScaleMode;
     const float low = axis.Min;
     const float high = axis.Max;
     axis.ScaleMode = ScaleModes::Autorange;
     ChooseTics();
     axis.ScaleMode = mode;
-    axis.Min = second.Min = low;
-    axis.Max = second.Max = high;
-    const bool steps = axis.TicInterval > 0.0F && !IsLog10(axis);
-    if (steps) axis.FirstTic = axis.TicInterval * std::ceil(std::min(low, high) / axis.TicInterval);
-    second.FirstTic = axis.FirstTic;
-}
-
-int TicsShown(const GraphAxis& axis, std::int16_t kind) {
-    const std::vector<Tic> tics = TicPositions(axis, kind);
-    return static_cast<int>(std::count_if(tics.begin(), tics.end(), [](const Tic& t) { return t.Major; }));
+    axis.Min = low;
+    axis.Max = high;
+    if (kind == AxisKinds::Category) return;
+    if (axis.TicInterval > 0.0F && !IsLog10(axis))
+        axis.FirstTic = axis.TicInterval * std::ceil(std::min(low, high) / axis.TicInterval);
+    if (!IsLog10(axis) && TicsShown(axis, kind) < FewestTics) TakeFineTics(axis);
+    HandOnScale(axis, second);
 }
 
 // A scale deep within the former one may lie between its tics: then it gets tics of its own.
 void ChooseWhereTooFew() {
     GraphSpec& spec = Chart.Spec;
-    if (TicsShown(spec.AxisX1, Chart.State.KindX) < FewestTics) ChooseTicsWithin(spec.AxisX1, spec.AxisX2);
-    if (TicsShown(spec.AxisY1, Chart.State.KindY) < FewestTics) ChooseTicsWithin(spec.AxisY1, spec.AxisY2);
+    const GraphState& state = Chart.State;
+    if (TicsShown(spec.AxisX1, state.KindX) < FewestTics)
+        ChooseTicsWithin(spec.AxisX1, spec.AxisX2, state.KindX);
+    if (TicsShown(spec.AxisY1, state.KindY) < FewestTics)
+        ChooseTicsWithin(spec.AxisY1, spec.AxisY2, state.KindY);
 }
 
 void RoundScale() {
@@ -132,8 +150,8 @@ void DoLastZoom() {
     SetScale(scale);
     SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
     Replot();
-    ChooseTicsWithin(Chart.Spec.AxisX1, Chart.Spec.AxisX2);
-    ChooseTicsWithin(Chart.Spec.AxisY1, Chart.Spec.AxisY2);
+    ChooseTicsWithin(Chart.Spec.AxisX1, Chart.Spec.AxisX2, Chart.State.KindX);
+    ChooseTicsWithin(Chart.Spec.AxisY1, Chart.Spec.AxisY2, Chart.State.KindY);
     SetModes(ScaleModes::Manual, ScaleModes::Manual);
     Replot();
     RedrawAsLaidOut();

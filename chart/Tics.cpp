@@ -182,6 +182,13 @@ void ChooseAxisTics(GraphAxis& axis, std::int16_t kind, int length, int labelSpa
         ChooseLinearTics(axis, length, labelSpace);
 }
 
+double RoundStep(double wanted) {
+    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
+    for (const double times : {1.0, 2.0, 5.0})
+        if (times * decade >= wanted) return times * decade;
+    return 10.0 * decade;
+}
+
 void HandOnFormat(const GraphAxis& from, GraphAxis& to) {
     to.TicFormat = from.TicFormat;
     to.Decimals = from.Decimals;

@@ -14,6 +14,9 @@ void ChooseTics();
 // The choice for one axis. length: of the axis, in device units; labelSpace: what one label takes along it.
 void ChooseAxisTics(GraphAxis& axis, std::int16_t kind, int length, int labelSpace);
 
+// The least of 1, 2 and 5 times a power of ten that is not below a positive number.
+double RoundStep(double wanted);
+
 // Copies what an axis hands on to the second one of its pair: the format of the labels, the whole scale.
 void HandOnFormat(const GraphAxis& from, GraphAxis& to);
 void HandOnScale(const GraphAxis& from, GraphAxis& to);

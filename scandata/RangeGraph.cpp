@@ -2,6 +2,7 @@
 
 #include "chart/CHART.h"
 #include "chart/ChartMouse.h"
+#include "chart/Tics.h"
 #include "platform/Platform.h"
 #include "scandata/DataSetTable.h"
 #include "scandata/RangeOptions.h"
@@ -16,14 +17,6 @@ namespace {
 
 constexpr const char* Instruction =
     "Drag the green markers to designate the data region to be fitted; hit ENTER when done";
-
-// The next of 1, 2, 5 times a power of ten at or above a distance of tics.
-double RoundStep(double wanted) {
-    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
-    for (const double times : {1.0, 2.0, 5.0})
-        if (times * decade >= wanted) return times * decade;
-    return 10.0 * decade;
-}
 
 // Limits of the signal within the present range, with a little room: what lies outside, between the columns
 // of a cell, may be ten times as large and would press the data flat.

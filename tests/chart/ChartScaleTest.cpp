@@ -110,6 +110,21 @@ TEST_F(ChartScaleTest, ZoomsOfAPrescaledAxisSurviveTheLossOfItsPrescale) {
     EXPECT_EQ(PresentScale(), (ChartScale{2000, 8000, 1, 3}));
 }
 
+TEST_F(ChartScaleTest, ADeepZoomFarFromZeroHasTics) {
+    Spec.AxisX1.ScaleMode = Spec.AxisY1.ScaleMode = ScaleModes::Autorange;
+    Plot(Spec, Table({{150, 160, 170}}), Table({{1.5e6F, 1.6e6F, 1.7e6F}}));
+    ASSERT_EQ(Chart.Spec.AxisY1.TicFormat, TicFormats::Exponential);
+    ZoomTo({160.02F, 160.11F, 1.5000e6F, 1.5010e6F});
+    for (const char* label : {"160.04", "160.06", "160.08", "160.10"}) // steps of a fifth of the span
+        EXPECT_NE(Screen.FindText(label), nullptr) << label;
+    for (const char* label : {"1.5000E+6", "1.5002E+6", "1.5008E+6", "1.5010E+6"})
+        EXPECT_NE(Screen.FindText(label), nullptr) << label;
+    EXPECT_EQ(Chart.Spec.AxisX2.TicInterval, Chart.Spec.AxisX1.TicInterval);
+    DoAutoScale();
+    DoLastZoom();
+    EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.TicInterval, 0.02F);
+}
+
 TEST_F(ChartScaleTest, AScaleWithoutLengthIsNone) {
     PlotAuto();
     const ChartScale whole = PresentScale();

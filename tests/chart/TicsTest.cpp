@@ -281,6 +281,17 @@ TEST_F(TicsTest, StepsBeforeTheScaleDoNotCount) {
     EXPECT_EQ(Labels(), (Texts{"550", "650"}));
 }
 
+TEST_F(TicsTest, RoundSteps) {
+    for (const auto& [wanted, step] : {std::pair{1.0, 1.0},
+                                       {1.1, 2.0},
+                                       {2.0, 2.0},
+                                       {3.0, 5.0},
+                                       {5.1, 10.0},
+                                       {0.03, 0.05},
+                                       {700.0, 1000.0}})
+        EXPECT_DOUBLE_EQ(RoundStep(wanted), step) << wanted;
+}
+
 TEST_F(TicsTest, AZoomBetweenTwoTicsHasNone) {
     Pin(Axis, 510.0F, 590.0F, 100.0F);
     Axis.FirstTic = 0.0F;
