@@ -26,8 +26,8 @@ std::string SmallJob(Script& script, const std::string& fit, const std::string& 
     return script.MakeFile("fit.job", text + parameters);
 }
 
-// A limit that is 0 in single precision once it is shared out over the degrees of freedom: never reached. With
-// as many points as a set holds the iterations do not run out before the interrupt comes.
+// A limit that is 0 in single precision once it is shared out over the degrees of freedom: never reached.
+// With as many points as a set holds the iterations do not run out before the interrupt comes.
 const std::string Endless = "convergence-limit = 1e-45\nmax-iterations = 32767\n";
 constexpr int ManyPoints = 1800;
 
