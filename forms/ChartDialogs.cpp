@@ -8,6 +8,7 @@
 
 #include <QComboBox>
 #include <QListWidget>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
@@ -52,6 +53,10 @@ void DressColors(QComboBox* box) {
     for (int row = 0; row < box->count(); ++row) {
         QPixmap swatch(28, 14);
         swatch.fill(OnScreen(ColorOfRow(row)));
+        QPainter painter(&swatch);
+        painter.setPen(Qt::gray); // black on a dark desktop and white on a light one have an edge
+        painter.drawRect(0, 0, swatch.width() - 1, swatch.height() - 1);
+        painter.end();
         box->setItemIcon(row, swatch);
     }
     box->setIconSize({28, 14});

@@ -26,7 +26,14 @@ public:
         setWindowFlags(Qt::Window);
         Canvas = new ChartCanvas(this);
         auto* line = MakeLabel(Bind, []() -> Control& { return Charts.StatusLine; });
-        line->setMinimumHeight(line->fontMetrics().lineSpacing() + 4);
+        line->setFixedHeight(line->fontMetrics().lineSpacing() + 4);
+        line->setSizePolicy(QSizePolicy::Ignored,
+                            QSizePolicy::Fixed); // a long text does not widen the window
+        line->setIndent(4);
+        Bind.Also([line] { // and can be read all the same
+            const bool cut = line->fontMetrics().horizontalAdvance(line->text()) > line->width();
+            line->setToolTip(cut ? line->text() : QString());
+        });
         auto* all = new QVBoxLayout(this);
         all->setContentsMargins(0, 0, 0, 0);
         all->setMenuBar(BuildMenus());
