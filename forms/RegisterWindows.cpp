@@ -5,10 +5,13 @@
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
+#include "reporting/Results.h"
 #include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetrics>
 #include <QLineEdit>
 #include <QScreen>
 
@@ -57,6 +60,8 @@ void StartDesktop(const std::string& argument) {
     Seams.DataDirectory = [] { return Work.DataDirectory; };
     const int rows = RowsThatFit(QApplication::primaryScreen()->availableGeometry().height());
     GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = rows;
+    ResultsFont = [font = QFontMetrics(QFontDatabase::systemFont(QFontDatabase::FixedFont))](
+                      const std::string& text) { return font.horizontalAdvance(ShownText(text)); };
     StartQuillon(argument);
     MakeForm("Charts"); // the engine measures on its picture box
     Host.ShowForm("Analmenu");

@@ -33,13 +33,17 @@ struct ResultsForm {
 // The one results window of the process.
 extern ResultsForm Results;
 
+// Measures texts in the font that the window shows its lines in; fixed pitch unless whoever shows it says
+// otherwise.
+inline TextMeasure ResultsFont = CountCharacters;
+
 // Fills the window from the fit that stands, in the font that it is shown in; runs the runs test and counts
 // the correlations. 0 or 1 points are a RuntimeError.
-void FillResults(const TextMeasure& measure = CountCharacters);
+void FillResults(const TextMeasure& measure = ResultsFont);
 
 // Buttons. ComputeConfidence searches (form "WaitForm") unless the limits stand, and fills the window again;
 // ViewCorr shows the form "Correlation"; OK hides the window.
-void ResultsComputeConfidence(const TextMeasure& measure = CountCharacters);
+void ResultsComputeConfidence(const TextMeasure& measure = ResultsFont);
 void ResultsViewCorr();
 void ResultsOkButton();
 

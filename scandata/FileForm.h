@@ -47,8 +47,8 @@ std::string ChannelText(int channel); // "" for none, "A" to "D"
 std::string PathText(long set);       // optical path in mm
 
 // --- what the user does ----------------------------------------------------------------------------------
-void FileFormTimer1();               // after the first showing
-void FileFormCheckFocus(int line);   // a line's check box has the focus: the line is the current one
+void FileFormTimer1();             // after the first showing
+void FileFormCheckFocus(int line); // a line's check box has the focus: the line is the current one
 void FileFormCheckLostFocus(int line);
 void FileFormCheckClick(int line);   // Value is already the new one
 void FileFormKey(int line, int key); // a character key on the line's check box
@@ -74,8 +74,9 @@ void FileFormWriteData();
 void FileFormOkButton();
 void FileFormCancelButton();
 
-// Reads scans into the current line and the ones behind it, as if each had been chosen; stops at the first
-// that cannot be read. Used for several files chosen at once and for files dropped on the form.
+// Reads scans: the first into the current line, the others into the lines behind it that are free. Stops at
+// the first that cannot be read, and tells when the table has no free line left. Used for several files
+// chosen at once and for files dropped on the form.
 void FileFormReadFiles(const std::vector<std::string>& paths);
 
 // Applies a centerpiece code or a channel to a line and shows it.

@@ -114,6 +114,12 @@ bool MoveToNextLine() {
     return true;
 }
 
+bool MoveToFreeLine() {
+    while (MoveToNextLine())
+        if (Work.ScanFile[SetOfLine(Work.CurrentRow)].empty()) return true;
+    return false;
+}
+
 template <class Array> void CopyEntry(Array& array, long s) {
     array[s + 1] = array[s];
 }
@@ -222,7 +228,12 @@ void FileFormNewFileButton() {
 
 void FileFormReadFiles(const std::vector<std::string>& paths) {
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (i > 0 && !MoveToNextLine()) return Host.Beep();
+        if (i > 0 && !MoveToFreeLine()) {
+            Host.Beep();
+            return Tell("All data sets hold a scan: " + std::to_string(paths.size() - i) +
+                            " of the chosen files have not been read.",
+                        Work.ProgramName, BoxIcon::Warning);
+        }
         if (!ReadScanHere(paths[i])) return;
     }
 }

@@ -162,6 +162,30 @@ TEST_F(TableTest, SeveralFilesFillSeveralLines) {
     EXPECT_EQ(Work.HighestSet, 2);
 }
 
+TEST_F(TableTest, SeveralFilesLeaveLoadedLinesAlone) {
+    const auto file = [&](int i) { return script.MakeFile("0000" + std::to_string(i) + ".RA1", CellScan()); };
+    FileFormReadFiles({file(1), file(2), file(3)});
+    Work.CurrentRow = 0;
+    FileFormReadFiles({file(4), file(5)}); // the line that was chosen takes the first, a free one the second
+    EXPECT_EQ(FileForm.NameBox[0].Text, "00004.RA1");
+    EXPECT_EQ(FileForm.NameBox[1].Text, "00002.RA1");
+    EXPECT_EQ(FileForm.NameBox[2].Text, "00003.RA1");
+    EXPECT_EQ(FileForm.NameBox[3].Text, "00005.RA1");
+    EXPECT_EQ(Work.HighestSet, 4);
+}
+
+TEST_F(TableTest, FilesThatFindNoFreeLineAreCounted) {
+    const std::string path = script.MakeFile("00001.RA1", CellScan());
+    FileFormReadFiles(std::vector<std::string>(17, path));
+    EXPECT_EQ(Work.HighestSet, 17);
+    Work.CurrentPage = 0;
+    FillPage();
+    Warn("All data sets hold a scan: 2 of the chosen files have not been read.");
+    FileFormReadFiles(std::vector<std::string>(4, path)); // line 1, set 18, and two too many
+    EXPECT_EQ(Work.HighestSet, 18);
+    EXPECT_EQ(script.Beeps, 1);
+}
+
 TEST_F(TableTest, KeysChooseCenterpieceAndChannel) {
     ReadHere();
     AcceptRangeGraph();
