@@ -23,6 +23,7 @@ void LoadWaitForm() {
     WaitForm = WaitFormRecord{};
     WaitForm.State.Caption = Work.ProgramName;
     WaitForm.Label1.Text = "This may take a while...";
+    Work.AbortFit = FlagFalse;
     ComputeConfidenceRatio();
     WaitForm.Label2.Text = "Searching for a " +
                            FormatNumber(static_cast<double>(Work.ConfidenceRatio), "0.00000") +
@@ -34,7 +35,8 @@ void LoadWaitForm() {
 }
 
 void WaitFormTimer1() {
-    ConfidenceSearch(ShowProgress);
+    if (!Work.AbortFit) ConfidenceSearch(ShowProgress); // Cancel may come before the search begins
+    Work.AbortFit = FlagFalse;
     WaitForm.State.Shown = false;
 }
 

@@ -81,6 +81,10 @@ TEST_F(LevelForm, WaitWindowTellsWhatIsSearched) {
     EXPECT_TRUE(WaitForm.State.Shown);
     WaitFormCancelButton();
     EXPECT_EQ(Work.AbortFit, FlagTrue);
+    WaitFormTimer1(); // the cancel has come before the search: there is none
+    EXPECT_FALSE(WaitForm.State.Shown);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+    EXPECT_EQ(Work.LimitsDone, FlagFalse);
 }
 
 } // namespace
