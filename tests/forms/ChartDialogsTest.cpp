@@ -1,0 +1,168 @@
+// The chart window's dialogs, keys and status line as windows.
+#include "chart/CHART.h"
+#include "chart/ChartMouse.h"
+#include "chart/LegendOptsForm.h"
+#include "chart/TitleOptsForm.h"
+#include "scandata/FileForm.h"
+#include "tests/forms/Player.h"
+#include "tests/forms/Scans.h"
+#include "workspace/records/Workspace.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+enum class Way { Ok, Cancel, Esc, CloseButton };
+constexpr Way AllWays[] = {Way::Ok, Way::Cancel, Way::Esc, Way::CloseButton};
+
+struct ChartDialogs : testing::Test {
+    Player player;
+    ChartDialogs() {
+        UseFinishedFit();
+        UseChannelRadii();
+        player.ClickMenu("GraphOverlay");
+    }
+    static QWidget* Canvas() {
+        for (QWidget* w : Player::Window("Charts")->findChildren<QWidget*>())
+            if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) return w;
+        return nullptr;
+    }
+    // Runs an item of the chart window's menus.
+    static void Run(const MenuItem& item) {
+        for (QAction* action : Player::Window("Charts")->findChildren<QAction*>())
+            if (action->text().toStdString() == item.Text && action->isEnabled()) return action->trigger();
+        ADD_FAILURE() << "no item " << item.Text;
+    }
+    static void Leave(const std::string& form, Way way, const Control& ok, const Control& cancel) {
+        if (way == Way::Ok) return Player::Click(ok);
+        if (way == Way::Cancel) return Player::Click(cancel);
+        if (way == Way::Esc) return Player::Press(Qt::Key_Escape);
+        Player::Window(form)->close();
+        Player::Serve();
+    }
+    static void Enter(const Control& field, const char* text) {
+        Player::Click(field);
+        Player::Press(Qt::Key_A, Qt::ControlModifier);
+        Player::Type(text);
+        EXPECT_EQ(field.Text, text);
+    }
+};
+
+TEST_F(ChartDialogs, TitlesAreTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        Chart.Spec.Title1.Text = "before";
+        Chart.Spec.Title2.Justify = 1;
+        player.Expect("TitleOptsForm", [&] {
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(TitleOptsForm.TitleInput));
+            Player::Type("A headline"); // in place of what is selected
+            EXPECT_EQ(TitleOptsForm.Preview.Text, "A headline");
+            auto* place = qobject_cast<QComboBox*>(Player::Widget(TitleOptsForm.SubAlignment));
+            ASSERT_NE(place, nullptr);
+            EXPECT_EQ(place->count(), 6);
+            place->setFocus();
+            Player::Press(Qt::Key_Down);
+            EXPECT_EQ(TitleOptsForm.SubAlignment.Value, 2);
+            Leave("TitleOptsForm", way, TitleOptsForm.OkButton, TitleOptsForm.CancelButton);
+        });
+        Run(Charts.mnuEditTitles);
+        EXPECT_EQ(Chart.Spec.Title1.Text.Str(), way == Way::Ok ? "A headline" : "before");
+        EXPECT_EQ(Chart.Spec.Title2.Justify, way == Way::Ok ? 2 : 1);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+    }
+}
+
+TEST_F(ChartDialogs, ASizeOutsideIsToldOnceAndCancelAsksNothing) {
+    const float before = Chart.Spec.Title1.Size;
+    player.Expect("TitleOptsForm", [&] {
+        Enter(TitleOptsForm.TitleSizeInput, "2");
+        player.ExpectMessage("Input must be between 0 and 1");
+        Player::Click(TitleOptsForm.OkButton);
+        EXPECT_TRUE(TitleOptsForm.State.Shown);
+        EXPECT_EQ(QApplication::focusWidget(), Player::Widget(TitleOptsForm.TitleSizeInput));
+        Player::Click(TitleOptsForm.CancelButton);
+        EXPECT_FALSE(TitleOptsForm.State.Shown);
+    });
+    Run(Charts.mnuEditTitles);
+    EXPECT_EQ(Chart.Spec.Title1.Size, before);
+}
+
+TEST_F(ChartDialogs, TheLegendIsTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        Chart.SetNames[2] = "second";
+        Chart.Spec.Legend.Where = LegendPlaces::Below;
+        Chart.Spec.Legend.TextColor = 0;
+        player.Expect("LegendOptsForm", [&] {
+            Player::Press(Qt::Key_Down); // the list has the focus
+            EXPECT_EQ(LegendOptsForm.txtLegendText.Text, "second");
+            Enter(LegendOptsForm.txtLegendText, "other");
+            EXPECT_EQ(LegendOptsForm.lstLegendText.Items[1], "other");
+            Player::Click(LegendOptsForm.optRight);
+            Player::Click(LegendOptsForm.optMatch);
+            EXPECT_FALSE(Player::Widget(LegendOptsForm.Color)->isEnabled());
+            Leave("LegendOptsForm", way, LegendOptsForm.OkButton, LegendOptsForm.CancelButton);
+        });
+        Run(Charts.mnuEditLegend);
+        EXPECT_EQ(Chart.SetNames[2], way == Way::Ok ? "other" : "second");
+        EXPECT_EQ(Chart.Spec.Legend.Where, way == Way::Ok ? LegendPlaces::Right : LegendPlaces::Below);
+        EXPECT_EQ(Chart.Spec.Legend.TextColor < 0, way == Way::Ok);
+    }
+}
+
+TEST_F(ChartDialogs, EscDropsARubberBand) {
+    const float before = Chart.Spec.AxisX1.Max;
+    const GraphBox& frame = Chart.Spec.Frame;
+    QTest::mousePress(Canvas(), Qt::LeftButton, {}, {frame.X1 + 40, frame.Y1 + 40});
+    EXPECT_TRUE(Charts.Zooming);
+    QTest::keyClick(Canvas(), Qt::Key_Escape);
+    EXPECT_FALSE(Charts.Zooming);
+    QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, {frame.X2 - 40, frame.Y2 - 40});
+    EXPECT_EQ(Chart.Spec.AxisX1.Max, before);
+    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+}
+
+TEST_F(ChartDialogs, ALongStatusLineDoesNotWidenTheWindow) {
+    QWidget* window = Player::Window("Charts");
+    window->resize(340, 320);
+    Player::Serve();
+    const int width = window->width();
+    Charts.StatusLine.Text = std::string(200, 'x');
+    RedrawChart();
+    Player::Serve();
+    Charts.ShowCursor.Checked = true;
+    QTest::mouseMove(Canvas(), {width / 2, 100}); // brings the window up to its record
+    Player::Serve();
+    EXPECT_EQ(window->width(), width);
+    EXPECT_LE(window->minimumSizeHint().width(), width);
+}
+
+TEST_F(ChartDialogs, TheArrowKeysMoveAMarkerOfTheRangeGraph) {
+    player.Expect("FileForm", [&] {
+        const auto before = Work.FitRange[0][1];
+        player.Expect("Charts", [] {
+            const int place = Charts.Markers[0].Device;
+            for (int i = 0; i < 5; ++i)
+                QTest::keyClick(Canvas(), Qt::Key_Right, Qt::ControlModifier);
+            EXPECT_EQ(Charts.Markers[0].Device, place + 50);
+            EXPECT_EQ(Charts.StatusLine.Text.rfind("Marker at X = ", 0), 0U);
+            QTest::keyClick(Canvas(), Qt::Key_Down);
+            EXPECT_EQ(Charts.ActiveMarker, 1);
+            QTest::keyClick(Canvas(), Qt::Key_Return);
+        });
+        Player::Click(FileForm.MinRBox[0]);
+        EXPECT_GT(Work.FitRange[0][1], before);
+        player.Expect("Charts", [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
+        Player::Click(FileForm.MaxRBox[0]);
+        Player::Click(FileForm.OkButton);
+    });
+    player.ClickMenu("ReadData");
+}
+
+} // namespace
+} // namespace Quillon
