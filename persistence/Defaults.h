@@ -11,6 +11,9 @@ void ReadFitDefaults();
 // The settings of the program, its own section, into Work, in the same way.
 void ReadProgramDefaults();
 
+// Says that the settings could not all be taken from the file.
+void TellReadFailure();
+
 // The questions about the settings of the fit. Each answer is written at once; a failure to write is told
 // and ends the questions.
 void SaveFitDefaults();

@@ -90,12 +90,15 @@ template <class Reading> void ReadOrTell(const char* section, const Reading& rea
     try {
         reading(SettingsReader(section));
     } catch (const RuntimeError&) {
-        Tell("Error occurred while reading defaults from " + IniFileName(), Work.ProgramName,
-             BoxIcon::Warning);
+        TellReadFailure();
     }
 }
 
 } // namespace
+
+void TellReadFailure() {
+    Tell("Error occurred while reading defaults from " + IniFileName(), Work.ProgramName, BoxIcon::Warning);
+}
 
 void ReadFitDefaults() {
     ReadOrTell(IniSection::FitSettings, [](const SettingsReader& ini) {

@@ -36,6 +36,32 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Work.DataDirectory, "");
 }
 
+TEST_F(MainWindow, StartsWithCoefficientsThatNoScaleCanBeBuiltWith) {
+    for (const char* const settings : {"Extinction=abc\n", "Absorptivity=0\nConcentrationUnits=1\n",
+                                       "SoluteRefractivity=-1\nConcentrationUnits=4\n",
+                                       "RefractometricExtinction=0\nConcentrationUnits=5\n",
+                                       "SoluteVBar=1\nSolventDensity=1\nMWUnits=True\n"}) {
+        script.MakeFile("QUILLON.ini", std::string("[quillon]\nRotorExpansion=2E-11\n") + settings);
+        script.ExpectMessage(BoxRequest{"Error occurred while reading defaults from QUILLON.ini", "Quillon",
+                                        BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
+                             BoxAnswer::Ok);
+        StartQuillon("");
+        EXPECT_EQ(Work.ExtA, 10000.0F) << settings;
+        EXPECT_EQ(Work.SolventDensity, 1.003994F) << settings;
+        EXPECT_EQ(Work.RotorExpansion, 2e-11F) << settings; // the rest of the file holds
+        EXPECT_TRUE(MainItem("ReadData").Enabled);
+    }
+}
+
+TEST_F(MainWindow, AFitOnTheCommandLineThatHasGoneIsToldAndIsNoFolder) {
+    script.ExpectMessage(
+        "Error 'File not found' occurred while restoring fit data and parameters --- terminating. You may "
+        "have to restart the program.");
+    StartQuillon("/somewhere/gone.quil");
+    EXPECT_EQ(Work.DataDirectory, "");
+    EXPECT_FALSE(Analmenu.Ended);
+}
+
 TEST_F(MainWindow, ArgumentIsTheDataDirectory) {
     StartQuillon("/somewhere/data");
     EXPECT_EQ(Work.DataDirectory, "/somewhere/data");

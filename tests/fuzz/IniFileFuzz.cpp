@@ -5,6 +5,7 @@
 #include "input/IniFile.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"
+#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <cstdint>
@@ -38,10 +39,7 @@ void InstallOneFile() {
 }
 
 void ReadAll() {
-    Work = FreshWorkspace();
-    ReadFitDefaults();
-    ReadProgramDefaults();
-    LoadRecentFiles();
+    StartQuillon("");
     Require(Work.FormScalingPercent >= 75 && Work.FormScalingPercent <= 200, "formscalingpercent");
     Require(Work.MaxPtsPerSet >= 2048, "MaxPtsPerSet");
     Require(Work.Model >= 1 && Work.Model <= 22, "FitModelNumber");

@@ -12,9 +12,30 @@ namespace Quillon {
 
 namespace {
 
-// The one argument: a folder of scans, or a saved fit, which is opened once everything stands.
+bool IsNamedLikeAFit(const std::string& argument) {
+    return argument.ends_with(".quil") || argument.ends_with(".fit");
+}
+
+// The one argument: a folder of scans, or a saved fit, which is opened once everything stands. A fit that is
+// not there is told then, and is no folder.
 bool IsSavedFit(const std::string& argument) {
-    return !argument.empty() && Host.FileExists(argument);
+    return Host.FileExists(argument) || (IsNamedLikeAFit(argument) && !Host.DirectoryExists(argument));
+}
+
+// Coefficients of 0, say, that a mistyped setting became: no scale can be built with them.
+void ScaleOrStandard() {
+    try {
+        BuildParmScale();
+    } catch (const RuntimeError&) {
+        TellReadFailure();
+        const Workspace standard;
+        for (const auto coefficient :
+             {&Workspace::AbsorpA, &Workspace::AbsorpB, &Workspace::ExtA, &Workspace::ExtB,
+              &Workspace::FringeMassA, &Workspace::FringeMassB, &Workspace::RefrA, &Workspace::RefrB,
+              &Workspace::VbarA, &Workspace::VbarB, &Workspace::SolventDensity})
+            Work.*coefficient = standard.*coefficient;
+        BuildParmScale();
+    }
 }
 
 void SizeWorkspace() {
@@ -26,7 +47,7 @@ void SizeWorkspace() {
     Work.FitTitle = ModelFitTitle();
     BuildParmNames();
     BuildParmFormats();
-    BuildParmScale();
+    ScaleOrStandard();
     SetDefaultBounds();
 }
 
