@@ -1,0 +1,346 @@
+// The windows of long work and of graphs, the table of data sets and the main window: in every way that they
+// can be left, also in the middle of what they show.
+#include "chart/CHART.h"
+#include "chart/ChartMouse.h"
+#include "fit/FitMon.h"
+#include "fit/GetGuess.h"
+#include "fit/WaitForm.h"
+#include "forms/shell/Binding.h"
+#include "platform/Platform.h"
+#include "reporting/Results.h"
+#include "scandata/ExtinctionForm.h"
+#include "scandata/FileForm.h"
+#include "scandata/InfoBox.h"
+#include "tests/forms/Player.h"
+#include "tests/forms/Scans.h"
+#include "workspace/commands/Analmenu.h"
+#include "workspace/records/Workspace.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+// --- the monitor -------------------------------------------------------------------------------------------
+
+struct MonitorAtTheWindow : testing::Test {
+    Player player;
+    MonitorAtTheWindow() {
+        UseSimulatedData();
+        Work.LastModel = Work.Model; // no question about new guesses
+        Work.NewData = 0;
+        Work.PauseBeforeFit = FlagTrue; // the monitor waits for a button
+        SetMenuStatus();
+        RefreshForms();
+    }
+    void FitWith(std::function<void()> inMonitor) {
+        player.Expect("GetGuess", [] { Player::Click(GetGuess.OkButton); });
+        player.Expect("FitMon", std::move(inMonitor));
+        player.ClickMenu("FitData");
+    }
+    static void ExpectCancelled() {
+        EXPECT_EQ(Work.FitDone, FlagFalse);
+        EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        EXPECT_TRUE(Player::Window("Analmenu")->isVisible());
+    }
+};
+
+TEST_F(MonitorAtTheWindow, CancelEscAndTheCloseButtonEndTheFit) {
+    FitWith([] {
+        EXPECT_FALSE(Player::Window("Analmenu")->isVisible());
+        Player::Click(FitMon.CancelButton);
+    });
+    ExpectCancelled();
+    FitWith([] { Player::Press(Qt::Key_Escape); });
+    ExpectCancelled();
+    FitWith([] { Player::Window("FitMon")->close(); });
+    ExpectCancelled();
+}
+
+TEST_F(MonitorAtTheWindow, OneIterationAtATimeAndThenTheRest) {
+    player.Expect("GetGuess", [] { Player::Click(GetGuess.OkButton); });
+    player.Expect("FitMon", [] { Player::Click(FitMon.NextIter); });
+    // The monitor's window waits within the fit: what follows is played between two iterations.
+    QTimer between;
+    between.setInterval(2);
+    QObject::connect(&between, &QTimer::timeout, [&] {
+        if (!FitMon.Loaded || FitMon.PrevValue[0].Text.empty()) return; // the iteration is not over
+        if (FitMon.StatusText.Text != "waiting for input") return;
+        between.stop();
+        EXPECT_EQ(Work.Iteration, 1);
+        Player::Click(FitMon.FitButton);
+    });
+    between.start();
+    player.Expect("Results", [] { Player::Click(Results.OkButton); });
+    player.ClickMenu("FitData");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+}
+
+TEST_F(MonitorAtTheWindow, ClosingTheMainWindowDuringAFitCancelsTheFitAndTheProgramStays) {
+    FitWith([] { Player::Window("Analmenu")->close(); });
+    ExpectCancelled();
+    EXPECT_FALSE(Analmenu.Ended);
+}
+
+TEST_F(MonitorAtTheWindow, AGraphThatStandsIsBlockedDuringTheFit) {
+    UseFinishedFit();
+    Work.LastModel = Work.Model;
+    Work.PauseBeforeFit = FlagTrue;
+    player.ClickMenu("GraphOverlay");
+    ASSERT_TRUE(Player::Window("Charts")->isVisible());
+    FitWith([] {
+        EXPECT_EQ(QApplication::activeModalWidget(), Player::Window("FitMon"));
+        Player::Click(FitMon.CancelButton);
+    });
+}
+
+// --- the search for limits
+// -----------------------------------------------------------------------------------
+
+struct SearchAtTheWindow : testing::Test {
+    Player player;
+    SearchAtTheWindow() { UseFinishedFit(); }
+    void SearchWith(std::function<void()> inSearch) {
+        player.Expect("Results", [&] {
+            player.Expect("WaitForm", std::move(inSearch));
+            Player::Click(Results.ComputeConfidence);
+            EXPECT_FALSE(WaitForm.State.Shown);
+            Player::Click(Results.OkButton);
+        });
+        player.ClickMenu("ReviewFit");
+    }
+};
+
+TEST_F(SearchAtTheWindow, CancelEscAndTheCloseButtonsLeaveTheFitAsItWas) {
+    const auto parms = Work.Parms;
+    const std::function<void()> ways[] = {
+        [] { Player::Click(WaitForm.CancelButton); }, [] { Player::Press(Qt::Key_Escape); },
+        [] { Player::Window("WaitForm")->close(); }, [] { Player::Window("Analmenu")->close(); }};
+    for (const auto& way : ways) {
+        SearchWith(way);
+        EXPECT_EQ(Work.LimitsDone, FlagFalse);
+        EXPECT_EQ(Work.FitDone, FlagTrue);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        for (long slot = 0; slot < Work.NumParms; ++slot)
+            EXPECT_EQ(Work.Parms[slot], parms[slot]);
+        EXPECT_FALSE(Analmenu.Ended);
+    }
+}
+
+// --- graphs
+// --------------------------------------------------------------------------------------------------
+
+struct GraphAtTheWindow : testing::Test {
+    Player player;
+    GraphAtTheWindow() {
+        UseFinishedFit();
+        UseChannelRadii();
+    }
+    static QWidget* Canvas() {
+        for (QWidget* w : Player::Window("Charts")->findChildren<QWidget*>())
+            if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) return w;
+        return nullptr;
+    }
+};
+
+TEST_F(GraphAtTheWindow, EscOnAGraphThatStandsLeavesNoCancelBehind) {
+    player.ClickMenu("GraphResiduals");
+    QTest::keyClick(Canvas(), Qt::Key_Escape);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+    Player::Window("Charts")->close();
+    EXPECT_FALSE(Player::Window("Charts")->isVisible());
+    player.ClickMenu("GraphOverlay"); // the same window again
+    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+}
+
+TEST_F(GraphAtTheWindow, ADragZoomsAndBackspaceGoesBack) {
+    player.ClickMenu("GraphOverlay");
+    const float before = Chart.Spec.AxisX1.Max;
+    const GraphBox& frame = Chart.Spec.Frame;
+    Player::Drag(Canvas(), {frame.X1 + 40, frame.Y1 + 40}, {(frame.X1 + frame.X2) / 2, frame.Y2 - 40});
+    EXPECT_LT(Chart.Spec.AxisX1.Max, before);
+    DoLastZoom();
+    EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, before);
+}
+
+TEST_F(GraphAtTheWindow, TheRangeGraphThatIsClosedAsksAndChangesNothing) {
+    player.Expect("FileForm", [&] {
+        const auto range = Work.FitRange;
+        player.Expect("Charts", [&] {
+            player.ExpectMessage(
+                "Closing the graphing window at this time is not recommended, and might crash "
+                "the program.  Close it anyway?",
+                "No");
+            Player::Window("Charts")->close();
+            EXPECT_TRUE(Player::Window("Charts")->isVisible());
+            player.ExpectMessage(
+                "Closing the graphing window at this time is not recommended, and might crash "
+                "the program.  Close it anyway?",
+                "Yes");
+            Player::Window("Charts")->close();
+        });
+        Player::Click(FileForm.MinRBox[1]);
+        EXPECT_EQ(Work.FitRange[0][2], range[0][2]);
+        EXPECT_TRUE(FileForm.CancelButton.Enabled);
+        player.Expect("Charts", [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
+        Player::Click(FileForm.MaxRBox[1]);
+        EXPECT_EQ(Work.FitRange[1][2], range[1][2]);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        Player::Click(FileForm.CancelButton);
+    });
+    player.ClickMenu("ReadData");
+}
+
+// --- the table of data sets
+// ------------------------------------------------------------------------------------
+
+struct TableAtTheWindow : testing::Test {
+    Player player;
+    TableAtTheWindow() {
+        UseSimulatedData();
+        UseChannelRadii();
+        Work.FitDone = FlagTrue;
+    }
+};
+
+TEST_F(TableAtTheWindow, CancelAndEscLeaveTheFitStandingOkAndTheCloseButtonAcceptTheTable) {
+    const std::function<void()> ways[] = {
+        [] { Player::Click(FileForm.CancelButton); }, [] { Player::Press(Qt::Key_Escape); },
+        [] { Player::Click(FileForm.OkButton); }, [] { Player::Window("FileForm")->close(); }};
+    for (std::size_t way = 0; way < std::size(ways); ++way) {
+        Work.FitDone = FlagTrue;
+        player.Expect("FileForm", ways[way]);
+        player.ClickMenu("ReadData");
+        EXPECT_EQ(Work.FitDone, way < 2 ? FlagTrue : FlagFalse) << way;
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        EXPECT_EQ(Work.DataChosen, FlagTrue);
+        EXPECT_TRUE(Player::Window("Analmenu")->isEnabled());
+    }
+}
+
+TEST_F(TableAtTheWindow, AChangeDisablesCancelAndEsc) {
+    player.Expect("FileForm", [] {
+        Player::Click(FileForm.CellPath[1]);
+        EXPECT_FALSE(Player::Widget(FileForm.CancelButton)->isEnabled());
+        Player::Press(Qt::Key_Escape);
+        EXPECT_TRUE(FileForm.State.Shown);
+        Player::Click(FileForm.OkButton);
+    });
+    player.ClickMenu("ReadData");
+    EXPECT_EQ(Work.NewData, 1);
+    EXPECT_FLOAT_EQ(Work.CellPath[2], 0.3F);
+}
+
+TEST_F(TableAtTheWindow, AClickInALineMakesItTheCurrentOneAndItsFrameMovesThere) {
+    player.Expect("FileForm", [&] {
+        QWidget* table = Player::Window("FileForm");
+        const QImage first = table->grab().toImage();
+        player.Expect("InfoBox", [] { Player::Press(Qt::Key_Escape); });
+        Player::Click(FileForm.HelpButton[1]);
+        EXPECT_EQ(Work.CurrentRow, 1);
+        const QImage second = table->grab().toImage();
+        // Left of the boxes of a line there is nothing but its frame.
+        const auto changed = [&](std::size_t line) {
+            const QWidget* cell = Player::Widget(FileForm.NameBox[line]);
+            const QPoint at = cell->mapTo(table, QPoint(-3, cell->height() / 2));
+            return first.pixel(at) != second.pixel(at);
+        };
+        EXPECT_TRUE(changed(0));
+        EXPECT_TRUE(changed(1));
+        EXPECT_FALSE(changed(2));
+        Player::Click(FileForm.CancelButton);
+    });
+    player.ClickMenu("ReadData");
+}
+
+TEST_F(TableAtTheWindow, RatiosAreTakenAsTheyAreLeft) {
+    player.Expect("FileForm", [&] {
+        player.Expect("ExtinctionForm", [&] {
+            Player::Press(Qt::Key_A, Qt::ControlModifier);
+            Player::Type("0");
+            player.ExpectMessage("You must enter a positive, non-zero value for the extinction ratio");
+            Player::Click(ExtinctionForm.OkButton);
+            EXPECT_TRUE(ExtinctionForm.State.Shown);
+            Player::Press(Qt::Key_A, Qt::ControlModifier);
+            Player::Type("1.5");
+            Player::Press(Qt::Key_Tab);
+            Player::Press(Qt::Key_Return); // in the second field: OK
+        });
+        Player::Click(FileForm.ExtinctionButton[1]);
+        Player::Click(FileForm.OkButton);
+    });
+    player.ClickMenu("ReadData");
+    EXPECT_FLOAT_EQ(Work.ExtinctionRatio[0][2], 1.5F);
+}
+
+TEST_F(TableAtTheWindow, TheTableIsAwayWhileDataAreWritten) {
+    Work.ScanDirectory[1] = player.Directory();
+    int dialogs = 0;
+    const auto give = Host.AskFile;
+    player.Expect("FileForm", [&] {
+        Host.AskFile = [&](const FileRequest&) {
+            ++dialogs;
+            EXPECT_FALSE(Player::Window("FileForm")->isVisible());
+            return FileAnswer{};
+        };
+        Player::Click(FileForm.WriteData);
+        EXPECT_TRUE(Player::Window("FileForm")->isVisible());
+        EXPECT_EQ(QApplication::activeModalWidget(), Player::Window("FileForm"));
+        Player::Click(FileForm.CancelButton);
+    });
+    player.ClickMenu("ReadData");
+    EXPECT_EQ(dialogs, 1); // cancelled at the first
+    Host.AskFile = give;
+}
+
+// --- the main window
+// -------------------------------------------------------------------------------------------
+
+struct MainAtTheWindow : testing::Test {
+    Player player;
+    const std::string Question =
+        "This will end Quillon.  Remember, you may want to save the last fit to disk.";
+};
+
+TEST_F(MainAtTheWindow, EndingWithAFitAsksOnceAndCancelKeepsTheProgramRunning) {
+    UseFinishedFit();
+    player.ExpectMessage(Question, "Cancel");
+    Player::Window("Analmenu")->close();
+    EXPECT_TRUE(Player::Window("Analmenu")->isVisible());
+    EXPECT_FALSE(Analmenu.Ended);
+    player.ExpectMessage(Question, "Escape");
+    player.ClickMenu("MenuExit");
+    EXPECT_FALSE(Analmenu.Ended);
+
+    // The program ends its event loop, as under exec() of the real one.
+    player.ExpectMessage(Question, "OK");
+    QTimer::singleShot(0, [this] { player.ClickMenu("MenuExit"); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(Analmenu.Ended);
+}
+
+TEST_F(MainAtTheWindow, WithoutAFitTheCloseButtonEndsAtOnce) {
+    QTimer::singleShot(0, [] { Player::Window("Analmenu")->close(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(Analmenu.Ended);
+}
+
+TEST_F(MainAtTheWindow, TheInputBoxGivesUpOnEsc) {
+    UseFinishedFit();
+    Work.NumSets = Work.Model = 1; // the item goes by these two
+    SetMenuStatus();
+    RefreshForms();
+    player.ExpectMessage("Do you want the data to include the baseline offset?", "No");
+    player.Expect("QInputDialog", [] { Player::Press(Qt::Key_Escape); });
+    player.ClickMenu("WriteBaseline");
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+} // namespace
+} // namespace Quillon
