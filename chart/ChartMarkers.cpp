@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace Quillon {
 
@@ -36,7 +37,7 @@ int Count() {
     return static_cast<int>(Charts.Markers.size());
 }
 
-// Moves a marker; one that would come to or past a neighbour stands a unit from it.
+// Moves a marker; one that would come to or past a neighbour stands a unit from it, but within the frame.
 void MoveMarker(int i, int x) {
     int place = Within(x);
     bool stopped = false;
@@ -49,6 +50,7 @@ void MoveMarker(int i, int x) {
         stopped = true;
     }
     if (stopped) Host.Beep();
+    place = Within(place);
     SetFrameMapping();
     const double x1 = AxisXAt(place);
     ChartMarker& m = Charts.Markers[static_cast<std::size_t>(i)];
@@ -92,6 +94,21 @@ void RepositionMarkers() {
         m.X = std::clamp(m.X, low, high);
         m.Device = PlaceOf(m);
     }
+}
+
+int MarkerAt(int x, int y, int reach) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    if (y < frame.Y1 || y > frame.Y2) return -1;
+    const bool lastHasRoom = 2 * x < frame.X1 + frame.X2;
+    int found = -1;
+    int nearest = reach;
+    for (int i = 0; i < Count(); ++i) {
+        const int distance = std::abs(PlaceOf(i) - x);
+        if (distance > nearest || (found >= 0 && distance == nearest && !lastHasRoom)) continue;
+        found = i;
+        nearest = distance;
+    }
+    return found;
 }
 
 void MarkerMouseDown(int index) {

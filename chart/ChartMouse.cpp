@@ -34,6 +34,14 @@ float ScaleY(int y) {
     return Chart.YScale == 0.0 ? MissingValue : FiniteSingle(AxisYAt(y));
 }
 
+// What a reading has at a place: nothing along an axis of categories.
+float ReadX(int x) {
+    return Chart.State.KindX == AxisKinds::Value ? ScaleX(x) : MissingValue;
+}
+float ReadY(int y) {
+    return Chart.State.KindY == AxisKinds::Value ? ScaleY(y) : MissingValue;
+}
+
 // "X = 1, Y = 2", without what is missing.
 template <class Write> std::string Position(float x, float y, Write&& write) {
     std::string text;
@@ -90,14 +98,14 @@ void ReadExactly(int x, int y) {
     SetFrameMapping();
     SeenPoint at;
     if (Chart.State.KindX == AxisKinds::Value) at = NearestPoint(x, y);
-    if (at.Point == 0) at = {0, 0, ScaleX(x), ScaleY(y)};
+    if (at.Point == 0) at = {0, 0, ReadX(x), ReadY(y)};
     Charts.StatusLine.Text = "Exactly at " + Position(at.X, at.Y, FullText) + NameOf(at.Set);
 }
 
 void ReadCursor(int x, int y) {
     if (!Charts.ShowCursor.Checked || !Chart.GraphDrawn) return;
     SetFrameMapping();
-    ShowCursorText(Chart.State.KindX == AxisKinds::Value ? ScaleX(x) : MissingValue, ScaleY(y));
+    ShowCursorText(ReadX(x), ReadY(y));
 }
 
 // The scale that a rubber band names. Along a direction in which it has no length the scale stays.

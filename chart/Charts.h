@@ -26,13 +26,14 @@ struct ChartMarker {
 };
 
 struct ChartsForm {
-    // What ChartMenuStatus sets.
+    // What ChartMenuStatus sets. What needs a graph is off before the first one.
     MenuItem LinePlot{"&Lines"}, DotCenter{"&Dots in Symbols"}, BothPlot{"Lines && S&ymbols"};
-    MenuItem SymbolPlot{"&Symbols"}, AltPlot{"&Alternate Symbols and Lines"};
-    MenuItem mnuEditTitles{"Edit T&itles..."}, mnuEditLegend{"&Edit Legend..."};
-    MenuItem ShowLegend{"Show &Legend"}, DeleteTitles{"&Delete Titles"}, ShowGrids{"Show &Grids"};
-    MenuItem SeparateX{"Separate Along &X..."}, SeparateY{"Separate Along &Y..."};
-    MenuItem SeparateBoth{"Separate Along &Both..."};
+    MenuItem SymbolPlot{"&Symbols"}, AltPlot{"&Alternate Symbols and Lines", false, false};
+    MenuItem mnuEditTitles{"Edit T&itles...", false, false}, mnuEditLegend{"&Edit Legend...", false, false};
+    MenuItem ShowLegend{"Show &Legend"}, DeleteTitles{"&Delete Titles", false, false};
+    MenuItem ShowGrids{"Show &Grids"};
+    MenuItem SeparateX{"Separate Along &X...", false, false}, SeparateY{"Separate Along &Y...", false, false};
+    MenuItem SeparateBoth{"Separate Along &Both...", false, false};
 
     // Options of the graph at hand that belong to whoever made it: captions and what each does. The engine
     // itself does nothing here; an item without an action is not shown.

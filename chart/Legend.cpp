@@ -2,6 +2,7 @@
 #include "chart/Legend.h"
 
 #include "chart/CHART.h"
+#include "chart/ChartMouse.h"
 #include "chart/DashLine.h"
 #include "chart/Pens.h"
 #include "chart/Symbols.h"
@@ -77,10 +78,10 @@ void DrawLegend() {
 }
 
 void ShowLegend() {
+    if (Chart.Painting != 0) return;
     Chart.Spec.Legend.Show = Chart.Spec.Legend.Show == 0 ? 1 : 0;
-    Replot();
-    ShowGraph();
-    ChartMenuStatus(Charts);
+    RedrawChart();
+    ChartMenuStatus(Charts); // that of a graph that is not held, too
 }
 
 } // namespace Quillon

@@ -2,6 +2,7 @@
 
 #include "chart/AxisScale.h"
 #include "chart/CHART.h"
+#include "chart/ChartMouse.h"
 #include "chart/Device.h"
 #include "chart/Layout.h"
 #include "chart/Pens.h"
@@ -85,10 +86,14 @@ void ShowComment() {
     MeasureTitles();
     const bool sameRoom =
         before.Height1 == Chart.Layout.Titles.Height1 && before.Height2 == Chart.Layout.Titles.Height2;
-    if (!sameRoom || Chart.Target != Targets::Screen) {
+    if (Chart.Target != Targets::Screen) {
         Replot();
-        ShowGraph();
-        return;
+        return ShowGraph();
+    }
+    if (!sameRoom) {
+        RecordMarkers();
+        Replot();
+        return RedrawAsLaidOut();
     }
     Chart.Layout.Titles = before;
     FitTitles();
@@ -215,11 +220,11 @@ void SetGraphComment(const std::string& text) {
 }
 
 void DeleteTitles() {
+    if (Chart.Painting != 0) return;
     Chart.Spec.Title1.Text = "";
     Chart.Spec.Title2.Text = "";
-    Replot();
-    ShowGraph();
-    ChartMenuStatus(Charts);
+    RedrawChart();
+    ChartMenuStatus(Charts); // that of a graph that is not held, too
 }
 
 } // namespace Quillon

@@ -195,6 +195,23 @@ TEST_F(ChartMouseTest, AMissingValueIsLeftOut) {
     EXPECT_EQ(Line(), "Cursor at Y = 2.500; right mouse reads exact position");
 }
 
+TEST_F(ChartMouseTest, AlongCategoriesThereIsNothingToRead) {
+    ToggleShowCursor();
+    for (const int type : {GraphTypes::HorizontalBars, GraphTypes::VerticalBars}) {
+        Spec = Begin(type, 1);
+        Pin(Spec.AxisX1, 0, 5, 1);
+        Pin(Spec.AxisY1, 0, 5, 1);
+        Plot(Spec, Table({{1, 2, 3}}), Table({{1, 2, 3}}));
+        const bool across = type == GraphTypes::HorizontalBars; // the values
+        ChartMouseMove(Px(across ? 2 : 0.5), Py(across ? 0.5 : 2), 0);
+        EXPECT_EQ(Line().rfind(across ? "Cursor at X = " : "Cursor at Y = ", 0), 0U) << Line();
+        EXPECT_EQ(Line().find(across ? "Y" : "X"), std::string::npos) << Line();
+        ChartMouseDown(Px(across ? 2 : 0.5), Py(across ? 0.5 : 2), 2);
+        EXPECT_EQ(Line().rfind(across ? "Exactly at X = " : "Exactly at Y = ", 0), 0U) << Line();
+        EXPECT_EQ(Line().find(across ? "Y" : "X"), std::string::npos) << Line();
+    }
+}
+
 TEST_F(ChartMouseTest, TheRightButtonReadsThePointNearby) {
     Pin(Spec.AxisX1, 0, 10, 1);
     Pin(Spec.AxisY1, 0, 5, 1);
