@@ -79,7 +79,7 @@ void TakeLegend() {
     const std::int16_t where = form.optRight.Value != 0 ? LegendPlaces::Right : LegendPlaces::Below;
     if (where != legend.Where) legend.AutoPlace = 1; // a box of its own has no such place
     legend.Where = where;
-    legend.Font = FontCode(form.FontBox.Value);
+    legend.Font = ChosenFont(form.FontBox, legend.Font);
     std::int16_t color = ColorIndex(legend.TextColor);
     if (ColorListRow(color) != form.Color.Value) color = form.Color.Value;
     legend.TextColor = form.optMatch.Value != 0 ? static_cast<std::int16_t>(~color) : color;

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace Quillon {
 
@@ -21,9 +20,10 @@ constexpr std::array<const char*, 16> BasicNames = {
 std::string NameOf(ChartColor color) {
     for (int i = 0; i < static_cast<int>(BasicNames.size()); ++i)
         if (BasicColor(i) == color) return BasicNames[static_cast<std::size_t>(i)];
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "#%06X", ToRgb(color));
-    return text.data();
+    std::string text = "#";
+    for (int shift = 20; shift >= 0; shift -= 4)
+        text += "0123456789ABCDEF"[(ToRgb(color) >> shift) & 0xF];
+    return text;
 }
 
 int Rows() {
@@ -49,6 +49,12 @@ int ColorListRow(std::int16_t cycleIndex) {
 
 ChartColor ColorOfRow(int row) {
     return Chart.Cycles.Color[CyclePlace(row)];
+}
+
+std::int16_t ChosenFont(const Control& list, std::int16_t before) {
+    Control shown;
+    FillList(shown, list.Items, FontListIndex(before));
+    return shown.Value == list.Value ? before : FontCode(list.Value);
 }
 
 void FillList(Control& list, const std::vector<std::string>& items, int row) {

@@ -19,6 +19,10 @@ std::vector<std::string> ColorListNames();
 int ColorListRow(std::int16_t cycleIndex);
 ChartColor ColorOfRow(int row);
 
+// The font of the row chosen in a list of fonts. A font that no row stands for is kept until another row than
+// the one shown for it is chosen.
+std::int16_t ChosenFont(const Control& list, std::int16_t before);
+
 // A list box with a row chosen.
 void FillList(Control& list, const std::vector<std::string>& items, int row);
 

@@ -145,7 +145,7 @@ void TitleOptsOkButton() {
         GraphTitle& title = Edited(line);
         if (!TakeSize(TitleOptsForm.State, TitleSizeBox(line), title.Size)) return;
         if (TitleTextBox(line).Text != ShownTitle(title)) title.Text = TitleTextBox(line).Text;
-        title.Font = FontCode(TitleFontBox(line).Value);
+        title.Font = ChosenFont(TitleFontBox(line), title.Font);
         if (ColorListRow(title.Color) != TitleColorBox(line).Value) title.Color = TitleColorBox(line).Value;
         title.Justify = TitleAlignmentBox(line).Value;
     }

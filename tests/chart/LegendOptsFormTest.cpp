@@ -163,6 +163,12 @@ TEST_F(LegendOptsTest, ABoxOfItsOwnGivesWayToAPlace) {
     EXPECT_GT(Chart.Spec.Legend.Box.X1, Chart.Spec.Frame.X2);
 }
 
+TEST_F(LegendOptsTest, AFontThatTheListDoesNotHaveStays) {
+    Chart.Spec.Legend.Font = 35; // Arial in a style beyond bold
+    Accept([] {});
+    EXPECT_EQ(Chart.Spec.Legend.Font, 35);
+}
+
 TEST_F(LegendOptsTest, CancelLeavesTheGraph) {
     const GraphSpec before = Chart.Spec;
     Outside.ExpectModal("LegendOptsForm", [this] {

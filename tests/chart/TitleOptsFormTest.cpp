@@ -125,6 +125,18 @@ TEST_F(TitleOptsTest, ASizeThatIsNotTouchedKeepsAllItsDigits) {
     EXPECT_EQ(Chart.Spec.Title1.Size, 0.0204F);
 }
 
+// Codes of a graph file from elsewhere.
+TEST_F(TitleOptsTest, AFontThatTheListDoesNotHaveStaysUntilAnotherIsChosen) {
+    Chart.Spec.Title1.Font = 35; // Arial in a style beyond bold
+    Chart.Spec.Title2.Font = 9;
+    Accept([] {});
+    EXPECT_EQ(Chart.Spec.Title1.Font, 35);
+    EXPECT_EQ(Chart.Spec.Title2.Font, 9);
+    Accept([] { TitleOptsFontClick(TitleLine::Main, 2); });
+    EXPECT_EQ(Chart.Spec.Title1.Font, 2);
+    EXPECT_EQ(Chart.Spec.Title2.Font, 9);
+}
+
 TEST_F(TitleOptsTest, ASizeIsAFraction) {
     LoadTitleOptsForm();
     for (const char* text : {"0", "1", "2.5", ""}) {
