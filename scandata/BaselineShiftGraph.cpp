@@ -90,6 +90,8 @@ void LetGo() {
     Charts.Needed = Charts.Shown = false;
     Charts.KeyCode = Charts.KeyShift = 0;
     Chart.GraphHeld = FlagFalse;
+    ClearZoom();
+    ChartMenuStatus(Charts);
     Work.AbortFit = FlagFalse;
 }
 

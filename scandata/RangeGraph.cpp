@@ -110,6 +110,8 @@ bool SelectRange(long row) {
     RemoveMarkers();
     ClearSpecialOptions();
     Chart.GraphHeld = FlagFalse; // a graph shown otherwise is made afresh
+    ClearZoom();
+    ChartMenuStatus(Charts);
     Work.AbortFit = FlagFalse;
     return accepted;
 }

@@ -41,7 +41,7 @@ void ChangeValues(SetTable& table, float (*change)(float)) {
             table(point, set) = change(table(point, set));
 }
 
-// The smallest and largest Y within the fit range; false where there are no two.
+// The smallest and largest Y within the fit range; false where there is none.
 bool RangeOfY(long row, float& low, float& high) {
     low = high = MissingValue;
     const long last = std::min<long>(Work.FitRange[1][row], Chart.DataY.Points());
@@ -51,10 +51,12 @@ bool RangeOfY(long row, float& low, float& high) {
         low = low == MissingValue ? y : std::min(low, y);
         high = high == MissingValue ? y : std::max(high, y);
     }
-    return low < high;
+    return low != MissingValue;
 }
 
+// Limits about a stretch; one without length leaves them as they are.
 void CloseIn(float low, float high, float& min, float& max) {
+    if (!(low < high)) return;
     const float edge = Margin * (high - low);
     min = low - edge;
     max = high + edge;

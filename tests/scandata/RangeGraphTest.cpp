@@ -132,6 +132,18 @@ TEST_F(RangeGraphTest, EscapeLeavesTheRangeAndNoCancel) {
     EXPECT_EQ(Chart.GraphHeld, FlagFalse);
 }
 
+// The graph is gone with the window, and so is what can be done with it.
+TEST_F(RangeGraphTest, NothingOfItsMenuStays) {
+    OnGraph([] {
+        ZoomTo({6.6F, 6.7F, 0.5F, 0.7F});
+        EXPECT_TRUE(Charts.AltPlot.Enabled && Charts.mnuEditTitles.Enabled && Charts.LastZoom.Enabled);
+    });
+    EXPECT_FALSE(Charts.AltPlot.Enabled);
+    EXPECT_FALSE(Charts.mnuEditTitles.Enabled);
+    EXPECT_FALSE(Charts.LastZoom.Enabled);
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
+}
+
 TEST_F(RangeGraphTest, TheEdgeOfAZoomIsTaken) {
     OnGraph([] { ZoomTo({6.6F, 6.7F, 0.5F, 0.7F}); });
     EXPECT_EQ(Work.FitRange[0][1], 61);
@@ -198,6 +210,19 @@ TEST_F(RangeGraphTest, ARangeWithoutALogarithmIsNotClosedInOn) {
     OnGraph([] {
         Charts.SpecialActions[RangeLogOption]();
         EXPECT_GE(Chart.Spec.AxisX1.Max, HalfSquare(Radius(101)));
+        EXPECT_GE(Chart.Spec.AxisY1.Max, Log(101));
+    });
+}
+
+TEST_F(RangeGraphTest, ARangeWithOneLogarithmIsClosedInOnAlongX) {
+    Work.FitRange[0][1] = 1; // of the first six points the last one alone is above 0
+    Work.FitRange[1][1] = 6;
+    OnGraph([] {
+        Charts.SpecialActions[RangeLogOption]();
+        const float first = HalfSquare(Radius(1)), last = HalfSquare(Radius(6));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Min, first - 0.075F * (last - first));
+        EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, last + 0.075F * (last - first));
+        EXPECT_LE(Chart.Spec.AxisY1.Min, Log(6)); // there is no stretch to close in on
         EXPECT_GE(Chart.Spec.AxisY1.Max, Log(101));
     });
 }
