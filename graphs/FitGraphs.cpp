@@ -70,7 +70,7 @@ bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
         }
     }
     const bool made = HandOver(spec, x, y, names);
-    OfferLogOption(LogOption);
+    OfferLogOption(limits.YLog ? "" : LogOption); // the values on a log axis are logarithms already
     return made;
 }
 

@@ -31,6 +31,14 @@ TEST_F(SpecialOptions, FitGraphsOfferTheLogarithm) {
     EXPECT_FALSE(Charts.SpecialActions[LogYOption]);
 }
 
+TEST_F(SpecialOptions, ALogAxisOffersNone) {
+    GraphLimits limits;
+    limits.YLog = true;
+    MakeFitGraph(FitGraph::Data, 0, limits);
+    EXPECT_FALSE(Charts.SpecialOpts[LogYOption].Visible);
+    EXPECT_FALSE(Charts.SpecialActions[LogYOption]);
+}
+
 TEST_F(SpecialOptions, LogarithmOfYLeavesXAlone) {
     MakeFitGraph(FitGraph::Overlay, 0, {});
     PushZoom(0, 1, 0, 1);
