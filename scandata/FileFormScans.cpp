@@ -230,8 +230,9 @@ void FileFormReadFiles(const std::vector<std::string>& paths) {
     for (std::size_t i = 0; i < paths.size(); ++i) {
         if (i > 0 && !MoveToFreeLine()) {
             Host.Beep();
-            return Tell("All data sets hold a scan: " + std::to_string(paths.size() - i) +
-                            " of the chosen files have not been read.",
+            const std::size_t left = paths.size() - i;
+            return Tell("All data sets hold a scan: " + std::to_string(left) + " of the chosen files " +
+                            (left == 1 ? "has" : "have") + " not been read.",
                         Work.ProgramName, BoxIcon::Warning);
         }
         if (!ReadScanHere(paths[i])) return;

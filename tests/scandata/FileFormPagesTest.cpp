@@ -36,6 +36,7 @@ TEST_F(TablePages, NinthScanOpensThePage) {
 }
 
 TEST_F(TablePages, ScansGoOnBehindTheEndOfThePageAndStopAtTheEighteenth) {
+    script.ExpectMessage("All data sets hold a scan: 1 of the chosen files has not been read.");
     FileFormReadFiles(Scans(19));
     EXPECT_EQ(script.Beeps, 1);
     EXPECT_EQ(Work.HighestSet, 18);
