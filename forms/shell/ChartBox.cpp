@@ -6,7 +6,6 @@
 
 #include <QMouseEvent>
 
-#include <cstdlib>
 #include <vector>
 
 namespace Quillon {
@@ -168,16 +167,13 @@ QPoint ChartCanvas::Device(const QMouseEvent& event) const {
     return p.toPoint();
 }
 
-int ChartCanvas::MarkerAt(int x) const {
-    const int reach = static_cast<int>(MarkerReach * devicePixelRatioF());
-    for (std::size_t i = 0; i < Charts.Markers.size(); ++i)
-        if (std::abs(Charts.Markers[i].Device - x) <= reach) return static_cast<int>(i);
-    return -1;
+int ChartCanvas::MarkerBelow(const QPoint& p) const {
+    return MarkerAt(p.x(), p.y(), static_cast<int>(MarkerReach * devicePixelRatioF()));
 }
 
 void ChartCanvas::mousePressEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    const int marker = event->button() == Qt::LeftButton ? MarkerAt(p.x()) : -1;
+    const int marker = event->button() == Qt::LeftButton ? MarkerBelow(p) : -1;
     RunOnGraph([&] {
         if (marker >= 0)
             MarkerMouseDown(marker);
@@ -189,7 +185,7 @@ void ChartCanvas::mousePressEvent(QMouseEvent* event) {
 
 void ChartCanvas::mouseMoveEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    setCursor(Charts.CapturedMarker >= 0 || MarkerAt(p.x()) >= 0 ? Qt::SizeHorCursor : Qt::CrossCursor);
+    setCursor(Charts.CapturedMarker >= 0 || MarkerBelow(p) >= 0 ? Qt::SizeHorCursor : Qt::CrossCursor);
     RunOnGraph([&] { ChartMouseMove(p.x(), p.y(), 0); });
     update();
 }

@@ -61,7 +61,7 @@ protected:
 private:
     void LayOutAgain();
     QPoint Device(const QMouseEvent& event) const;
-    int MarkerAt(int x) const;
+    int MarkerBelow(const QPoint& p) const;
     PaintedImage Box;
 };
 
