@@ -99,8 +99,7 @@ TEST_F(MonitorAtTheWindow, AGraphThatStandsIsBlockedDuringTheFit) {
     });
 }
 
-// --- the search for limits
-// -----------------------------------------------------------------------------------
+// --- the search for limits ---
 
 struct SearchAtTheWindow : testing::Test {
     Player player;
@@ -132,8 +131,32 @@ TEST_F(SearchAtTheWindow, CancelEscAndTheCloseButtonsLeaveTheFitAsItWas) {
     }
 }
 
-// --- graphs
-// --------------------------------------------------------------------------------------------------
+TEST_F(SearchAtTheWindow, CancelInTheMidstOfTheSearchLeavesTheFitAsItWas) {
+    const auto parms = Work.Parms;
+    const double sumSq = Work.SumSq;
+    Host.ServeEvents = [] { // without the desktop's pause between two services, which goes by the clock
+        RefreshForms();
+        QApplication::processEvents();
+    };
+    QTimer click;
+    click.setInterval(0);
+    QObject::connect(&click, &QTimer::timeout, [&] {
+        if (!WaitForm.State.Shown || WaitForm.Fraction == 0.0) return; // one end point at least is done
+        click.stop();
+        EXPECT_LT(WaitForm.Fraction, 1.0);
+        Player::Click(WaitForm.CancelButton);
+    });
+    click.start();
+    SearchWith([] {});
+    EXPECT_FALSE(click.isActive());
+    EXPECT_EQ(Work.LimitsDone, FlagFalse);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+    EXPECT_EQ(Work.SumSq, sumSq);
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        EXPECT_EQ(Work.Parms[slot], parms[slot]);
+}
+
+// --- graphs ---
 
 struct GraphAtTheWindow : testing::Test {
     Player player;
@@ -197,8 +220,7 @@ TEST_F(GraphAtTheWindow, TheRangeGraphThatIsClosedAsksAndChangesNothing) {
     player.ClickMenu("ReadData");
 }
 
-// --- the table of data sets
-// ------------------------------------------------------------------------------------
+// --- the table of data sets ---
 
 struct TableAtTheWindow : testing::Test {
     Player player;
@@ -299,8 +321,7 @@ TEST_F(TableAtTheWindow, TheTableIsAwayWhileDataAreWritten) {
     Host.AskFile = give;
 }
 
-// --- the main window
-// -------------------------------------------------------------------------------------------
+// --- the main window ---
 
 struct MainAtTheWindow : testing::Test {
     Player player;
