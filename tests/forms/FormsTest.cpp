@@ -12,6 +12,7 @@
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
 #include "models/UnitsForm.h"
+#include "platform/RuntimeError.h"
 #include "reporting/Correlation.h"
 #include "reporting/Results.h"
 #include "tests/forms/Player.h"
@@ -19,13 +20,17 @@
 #include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QScreen>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <new>
+#include <stdexcept>
 
 namespace Quillon {
 namespace {
@@ -331,8 +336,65 @@ TEST_F(FormsAtTheWindows, OffsetsAreTiedByOkAndFreedByCancel) {
     EXPECT_EQ(Work.OffsetLink[Work.SetRow[2]], 0);
 }
 
-// --- windows that alter nothing
-// ------------------------------------------------------------------------------
+// --- as many parameters as there can be ---
+
+// No row stands below the screen's end: two columns, and a second page where they do not do.
+void ExpectAllRowsWithin(QWidget* window, const RowLayout& layout, const std::vector<Control>& names,
+                         const Control& page2) {
+    EXPECT_LE(window->sizeHint().height(), window->screen()->availableGeometry().height());
+    const int firstPage = layout.Last(0);
+    for (int row = 0; row < layout.Rows; ++row)
+        EXPECT_EQ(Player::Widget(names[static_cast<std::size_t>(row)])->isVisible(), row < firstPage) << row;
+    EXPECT_EQ(Player::Widget(page2)->isVisible(), layout.Paged());
+    if (!layout.Paged()) return;
+    Player::Click(page2);
+    for (int row = 0; row < layout.Rows; ++row)
+        EXPECT_EQ(Player::Widget(names[static_cast<std::size_t>(row)])->isVisible(), row >= firstPage) << row;
+}
+
+TEST_F(FormsAtTheWindows, RowsOfEighteenSetsStandOnTheScreen) {
+    UseAllSets();
+    player.Expect("BoundsForm", [] {
+        EXPECT_EQ(BoundsForm.Layout.Rows, 62);
+        ExpectAllRowsWithin(Player::Window("BoundsForm"), BoundsForm.Layout, BoundsForm.ParameterName,
+                            BoundsForm.Page2);
+        Player::Click(BoundsForm.CancelButton);
+    });
+    player.ClickMenu("AlterBounds");
+    Work.LastModel = Work.Model;
+    Work.NewData = 0;
+    player.Expect("GetGuess", [] {
+        ExpectAllRowsWithin(Player::Window("GetGuess"), GetGuess.Layout, GetGuess.ParameterName,
+                            GetGuess.Page2);
+        Player::Click(GetGuess.CancelButton);
+    });
+    player.ClickMenu("FitData");
+}
+
+// --- failures ---
+
+TEST_F(FormsAtTheWindows, AFailureOfAHandlerIsToldAndTheProgramGoesOn) {
+    player.ExpectMessage("Division by zero");
+    RunHandler([] { RaiseError(ErrorText::DivisionByZero); });
+    player.ExpectMessage("There is not enough memory for this command.");
+    RunHandler([] { throw std::bad_alloc(); });
+    player.ExpectMessage("This command failed: in an unforeseen way");
+    RunHandler([] { throw std::runtime_error("in an unforeseen way"); });
+    EXPECT_FALSE(HandlerAtWork());
+    player.Expect("ModelForm", [] { Player::Press(Qt::Key_Escape); });
+    player.ClickMenu("DoModelSet");
+}
+
+TEST_F(FormsAtTheWindows, NoSecondCommandStartsWithinOneThatIsAtWork) {
+    player.Expect("ModelForm", [&] {
+        Player::Window("Analmenu")->findChild<QAction*>("DefineUnits")->trigger(); // opens nothing
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("DoModelSet");
+    EXPECT_FALSE(UnitsForm.State.Shown);
+}
+
+// --- windows that alter nothing ---
 
 TEST_F(FormsAtTheWindows, TheCalculatorCountsWhileOneTypesAndAltersNothing) {
     const float before = Work.Parms[0];

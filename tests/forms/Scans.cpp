@@ -5,6 +5,7 @@
 #include "fit/GNLLSQ.h"
 #include "forms/shell/Binding.h"
 #include "models/SEDEQ3.h"
+#include "platform/Narrow.h"
 #include "scandata/FitData.h"
 #include "scandata/ScanWriter.h"
 #include "tests/support/Simulate.h"
@@ -52,13 +53,16 @@ std::vector<std::string> WriteScans(const std::string& folder) {
     return paths;
 }
 
-void UseSimulatedData() {
-    Work = SimulatedWorkspace(MonomerDimer());
-    for (long row = 1; row <= 3; ++row) {
+namespace {
+
+void UseCase(const ModelCase& c) {
+    Work = SimulatedWorkspace(c);
+    const long sets = static_cast<long>(c.Sets.size());
+    for (long row = 1; row <= sets; ++row) {
         Work.ScanFile[row] = "0000" + std::to_string(row) + ".RA1";
         Work.BaselineFile[row] = "(none)";
     }
-    Work.HighestSet = 3;
+    Work.HighestSet = ToInt16(sets);
     Work.DataChosen = Work.ModelChosen = FlagTrue;
     Work.PauseBeforeFit = FlagFalse;
     FillModelNames();
@@ -69,6 +73,20 @@ void UseSimulatedData() {
     SetDefaultBounds();
     SetMenuStatus();
     RefreshForms();
+}
+
+} // namespace
+
+void UseSimulatedData() {
+    UseCase(MonomerDimer());
+}
+
+void UseAllSets() {
+    ModelCase c = MonomerDimer();
+    c.Sets.resize(18, c.Sets[0]);
+    for (SimulatedSet& set : c.Sets)
+        set.Points = 12;
+    UseCase(c);
 }
 
 void UseFinishedFit() {

@@ -17,6 +17,9 @@ std::vector<std::string> WriteScans(const std::string& folder);
 // there is not what a test is about. Menus are brought up to date.
 void UseSimulatedData();
 
+// The same with as many sets as the table holds, twelve points each.
+void UseAllSets();
+
 // A fit of those data that has converged; the results have not been shown.
 void UseFinishedFit();
 
