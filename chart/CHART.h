@@ -91,6 +91,9 @@ void DrawGraph();
 // separated by delimiter, a missing value as one blank, lines ended by CR LF.
 std::string DataText(char delimiter);
 
+// The command: the data of a graph that is held go to the clipboard, with tabs between the columns.
+void EditCopyData();
+
 // The character that AsciiDelimiter stands for: tab, comma or blank.
 char AsciiDelimiterChar();
 

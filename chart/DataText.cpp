@@ -1,6 +1,7 @@
 // The data of a graph as text.
 #include "chart/CHART.h"
 #include "input/NUMINPUT.h"
+#include "platform/Platform.h"
 
 namespace Quillon {
 
@@ -32,6 +33,10 @@ std::string DataText(char delimiter) {
         text += "\r\n";
     }
     return text;
+}
+
+void EditCopyData() {
+    if (Chart.GraphHeld != 0) Host.SetClipboardText(DataText('\t'));
 }
 
 char AsciiDelimiterChar() {

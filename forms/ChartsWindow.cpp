@@ -73,10 +73,10 @@ private:
     QMenuBar* BuildMenus() {
         auto* bar = new QMenuBar;
         QMenu* file = bar->addMenu("&File");
-        file->addAction("Copy &Data", this,
-                        [] { RunOnGraph([] { Host.SetClipboardText(DataText('\t')); }); });
-        file->addAction("Copy &Bitmap", QKeySequence::Copy, this,
-                        [this] { QApplication::clipboard()->setPixmap(Canvas->grab()); });
+        file->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
+        file->addAction("Copy &Bitmap", QKeySequence::Copy, this, [this] {
+            if (Chart.GraphHeld != 0) QApplication::clipboard()->setPixmap(Canvas->grab());
+        });
         file->addSeparator();
         file->addAction("Save Graph De&faults...", this, [] { RunOnGraph(SaveChartDefaults); });
         file->addAction("&Close", QKeySequence::Close, this, &QDialog::close);

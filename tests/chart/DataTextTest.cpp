@@ -47,6 +47,16 @@ TEST_F(DataTextTest, Delimiters) {
 
 // --- separation ----------------------------------------------------------------------------------------
 
+TEST_F(DataTextTest, TheCommandCopiesAGraphThatIsHeld) {
+    PlotSome();
+    Chart.GraphHeld = 0;
+    EditCopyData();
+    EXPECT_EQ(Outside.ClipboardHolds, "");
+    Chart.GraphHeld = -1;
+    EditCopyData();
+    EXPECT_EQ(Outside.ClipboardHolds.substr(0, 19), "1\t0.25\t1.5\t1E-11\r\n2");
+}
+
 class SeparationTest : public ChartBench {
 protected:
     void PlotSets4(std::int16_t style) {
