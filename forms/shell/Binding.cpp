@@ -1,6 +1,5 @@
 #include "forms/shell/Binding.h"
 
-#include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -13,7 +12,6 @@
 #include <QListWidget>
 #include <QPalette>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -31,28 +29,11 @@ std::vector<Binder*>& OpenBinders() {
     return all;
 }
 
-QPointer<FieldEdit> PendingField; // a click has left it, its check has still to run
 int HandlersAtWork = 0;
 int RefreshDepth = 0;
 
 void TellError(const std::string& text) {
     Tell(text, Work.ProgramName, BoxIcon::Warning);
-}
-
-// A command that fails in a way that nobody foresaw ends, but the analysis in the workspace does not.
-void Guarded(const std::function<void()>& handler) {
-    if (!handler) return;
-    ++HandlersAtWork;
-    try {
-        handler();
-    } catch (const RuntimeError& error) {
-        TellError(error.Text);
-    } catch (const std::bad_alloc&) {
-        TellError("There is not enough memory for this command.");
-    } catch (const std::exception& error) {
-        TellError(std::string("This command failed: ") + error.what());
-    }
-    --HandlersAtWork;
 }
 
 // Black or white, whichever stands out more: the eye sees green far brighter than blue.
@@ -93,29 +74,6 @@ void Colour(QWidget* widget, const Control& control) {
     if (widget->palette() != palette) widget->setPalette(palette);
 }
 
-int KeyCode(const QKeyEvent& event) {
-    switch (event.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return KeyReturn;
-    case Qt::Key_Escape:
-        return KeyEscape;
-    case Qt::Key_Tab:
-        return KeyTab;
-    default:
-        break;
-    }
-    const QString text = event.text();
-    if (text.size() == 1 && text[0].unicode() >= 32 && text[0].unicode() < 256 && text[0].unicode() != 127)
-        return text[0].unicode();
-    return 0;
-}
-
-bool IsCommand(const QKeyEvent& event) {
-    return event.modifiers().testFlag(Qt::ControlModifier) || event.modifiers().testFlag(Qt::AltModifier) ||
-           event.modifiers().testFlag(Qt::MetaModifier);
-}
-
 } // namespace
 
 QString ShownText(const std::string& text) {
@@ -141,162 +99,34 @@ bool HandlerAtWork() {
     return HandlersAtWork > 0;
 }
 
-bool LeavePendingField() {
-    if (!PendingField || RefreshDepth > 0) return true;
-    const QPointer<FieldEdit> field = PendingField;
-    PendingField = nullptr;
-    field->Leave();
-    // Behind a message the window is not active again yet: its focus widget tells what hasFocus() will.
-    return !field || field->window()->focusWidget() != field;
+// A command that fails in a way that nobody foresaw ends, but the analysis in the workspace does not.
+void RunGuarded(const std::function<void()>& handler) {
+    if (!handler) return;
+    ++HandlersAtWork;
+    try {
+        handler();
+    } catch (const RuntimeError& error) {
+        TellError(error.Text);
+    } catch (const std::bad_alloc&) {
+        TellError("There is not enough memory for this command.");
+    } catch (const std::exception& error) {
+        TellError(std::string("This command failed: ") + error.what());
+    }
+    --HandlersAtWork;
+}
+
+bool FormsRefreshing() {
+    return RefreshDepth > 0;
 }
 
 void RunHandler(const std::function<void()>& handler) {
-    if (LeavePendingField()) Guarded(handler);
+    if (LeavePendingField()) RunGuarded(handler);
     RefreshForms();
 }
 
 void RunWhenIdle(const std::function<void()>& handler) {
     if (HandlersAtWork > 0) return RefreshForms(); // an item that is checked by clicking goes back
     RunHandler(handler);
-}
-
-// --- FieldEdit ---------------------------------------------------------------------------------------------
-
-FieldEdit::FieldEdit(ControlRef control, FieldHandlers handlers, QWidget* parent)
-    : QLineEdit(parent), Record(std::move(control)), Handlers(std::move(handlers)) {
-    connect(this, &QLineEdit::textEdited, this, [this] {
-        ToRecord();
-        if (Handlers.Changed) RunHandler(Handlers.Changed);
-    });
-}
-
-void FieldEdit::ToRecord() {
-    Control& c = Record();
-    c.Text = RecordText(text());
-    c.SelStart = hasSelectedText() ? selectionStart() : cursorPosition();
-    c.SelLength = static_cast<std::int32_t>(selectedText().size());
-}
-
-void FieldEdit::FromRecord() {
-    const Control& c = Record();
-    const QString wanted = ShownText(c.Text);
-    if (text() != wanted) setText(wanted);
-    if (c.SelLength > 0)
-        setSelection(c.SelStart, c.SelLength);
-    else
-        setCursorPosition(std::min<int>(c.SelStart, static_cast<int>(wanted.size())));
-}
-
-// Asks the form about a key, with the record as the box stands, and takes over what the rules changed.
-int FieldEdit::AskKey(int key) {
-    if (!Handlers.Key) return key;
-    ToRecord();
-    int taken = 0;
-    RunHandler([&] { taken = Handlers.Key(key); });
-    return taken;
-}
-
-void FieldEdit::TakeText(const QString& typed) {
-    FromRecord();
-    insert(typed);
-    ToRecord();
-    if (Handlers.Changed) RunHandler(Handlers.Changed);
-}
-
-void FieldEdit::keyPressEvent(QKeyEvent* event) {
-    const int key = IsCommand(*event) ? 0 : KeyCode(*event);
-    if (key == 0) {
-        // An access key that the window does not have would otherwise be typed, past the rules.
-        const bool unknown = event->modifiers() == Qt::AltModifier && !event->text().isEmpty();
-        if (unknown) return event->ignore();
-        QLineEdit::keyPressEvent(event);
-        ToRecord();
-        return;
-    }
-    event->accept();
-    const int taken = AskKey(key);
-    if (key == KeyEscape) return TakeBack();
-    if (key == KeyReturn || key == KeyTab) return;
-    if (taken != 0)
-        TakeText(QString(QChar(taken)));
-    else
-        FromRecord();
-}
-
-// Esc asks for the former value, which the form gives back when the field is left: left and entered at once,
-// so that the user sees it and the request does not stay behind.
-void FieldEdit::TakeBack() {
-    if (!hasFocus() || !Work.AbortFit) return;
-    Leave();
-    if (hasFocus()) Enter();
-}
-
-void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
-    QLineEdit::inputMethodEvent(event);
-    ToRecord();
-}
-
-// Tab belongs to the form where it has a rule for it; where that leads to a field that the check of this one
-// takes the focus back from, it has led somewhere all the same.
-bool FieldEdit::focusNextPrevChild(bool next) {
-    if (next && Handlers.Key) {
-        const QWidget* before = window()->focusWidget();
-        const int left = TimesLeft;
-        AskKey(KeyTab);
-        if (window()->focusWidget() != before || TimesLeft != left || !window()->isVisible()) return true;
-    }
-    return QLineEdit::focusNextPrevChild(next);
-}
-
-void FieldEdit::Enter() {
-    RunHandler([this] {
-        Entered = true;
-        if (Handlers.GotFocus) Handlers.GotFocus();
-    });
-    if (!Entered || !hasFocus()) return; // the field before this one has taken the focus back
-    FromRecord();
-    if (Record().SelLength > 0) selectAll();
-}
-
-void FieldEdit::Leave() {
-    if (!Entered) return;
-    Entered = false;
-    ++TimesLeft;
-    ToRecord();
-    Record().SelLength = 0;
-    Guarded(Handlers.LostFocus);
-    RefreshForms();
-}
-
-void FieldEdit::focusInEvent(QFocusEvent* event) {
-    QLineEdit::focusInEvent(event);
-    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
-        if (Entered) return;
-    if (PendingField == this) { // a click went elsewhere and came back before anything was asked
-        PendingField = nullptr;
-        return;
-    }
-    Fresh = event->reason() == Qt::MouseFocusReason;
-    Enter();
-}
-
-// A click into a field selects the number, so that typing replaces it; a drag or a second click does not.
-void FieldEdit::mouseReleaseEvent(QMouseEvent* event) {
-    QLineEdit::mouseReleaseEvent(event);
-    if (Fresh && !hasSelectedText()) selectAll();
-    Fresh = false;
-}
-
-void FieldEdit::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
-    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
-    ToRecord();
-    const bool clicked =
-        event->reason() == Qt::MouseFocusReason || event->reason() == Qt::ShortcutFocusReason;
-    if (!clicked && RefreshDepth == 0) return Leave();
-    PendingField = this;
-    const QWidget* to = QApplication::focusWidget();
-    if (!to || !to->property(GivesUp).toBool()) QTimer::singleShot(0, this, [] { LeavePendingField(); });
 }
 
 // --- Binder ------------------------------------------------------------------------------------------------
@@ -327,7 +157,7 @@ void Binder::Button(QAbstractButton* button, ControlRef control, std::function<v
         if (!shown.isEmpty() && button->text() != shown) button->setText(shown);
     });
     QObject::connect(button, &QAbstractButton::clicked, button, [button, clicked] {
-        if (button->property(GivesUp).toBool()) PendingField = nullptr;
+        if (button->property(GivesUp).toBool()) ForgetPendingField();
         RunHandler(clicked);
     });
     // Pressed and let go elsewhere: the form stands, and the field that was left still has its check to run.

@@ -81,6 +81,9 @@ private:
 // back.
 bool LeavePendingField();
 
+// Leaves that field unchecked: the form is given up.
+void ForgetPendingField();
+
 // Everything that keeps widgets and records together. One for each window.
 class Binder {
 public:
@@ -126,11 +129,18 @@ private:
 // Brings every open window up to its records.
 void RefreshForms();
 
+// True while widgets are brought up to their records. A field that loses the focus to that is left
+// afterwards.
+bool FormsRefreshing();
+
 // The widget that shows a control, in whichever window is open; null when none does.
 QWidget* WidgetFor(const Control& control);
 
-// Runs a handler of the logic on behalf of a widget, unless a field that is being left refuses its value: an
-// error that reaches this far is told in a message, and the windows are brought up to date afterwards.
+// Runs a handler of the logic: an error that reaches this far is told in a message.
+void RunGuarded(const std::function<void()>& handler);
+
+// The same on behalf of a widget, unless a field that is being left refuses its value; the windows are
+// brought up to date afterwards.
 void RunHandler(const std::function<void()>& handler);
 
 // The same for a window that stands beside the others, such as the main window. Between the closing of a
