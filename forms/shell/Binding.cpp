@@ -29,6 +29,7 @@ std::vector<Binder*>& OpenBinders() {
     return all;
 }
 
+std::vector<ModalWait*> Waits; // of handlers for windows, the innermost last
 int HandlersAtWork = 0;
 int RefreshDepth = 0;
 
@@ -119,8 +120,18 @@ bool FormsRefreshing() {
     return RefreshDepth > 0;
 }
 
+ModalWait::ModalWait(QDialog* window) {
+    Waits.push_back(this);
+    QObject::connect(window, &QDialog::finished, window, [this] { Over = true; });
+}
+
+ModalWait::~ModalWait() {
+    Waits.pop_back();
+}
+
 void RunHandler(const std::function<void()>& handler) {
-    if (LeavePendingField()) RunGuarded(handler);
+    const bool answered = !Waits.empty() && Waits.back()->Over;
+    if (!answered && LeavePendingField()) RunGuarded(handler);
     RefreshForms();
 }
 

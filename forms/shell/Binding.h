@@ -148,6 +148,18 @@ void RunHandler(const std::function<void()>& handler);
 // waited would start a second command within the first: it does nothing.
 void RunWhenIdle(const std::function<void()>& handler);
 
+// A handler waits for the answer of a window: stands while the window is shown modally. Once the window is
+// closed the waiting handler goes on as soon as it gets the word; until then no other handler starts, for it
+// would find the first one's work half done.
+class ModalWait {
+public:
+    explicit ModalWait(QDialog* window);
+    ~ModalWait();
+    ModalWait(const ModalWait&) = delete;
+    ModalWait& operator=(const ModalWait&) = delete;
+    bool Over = false; // the window is closed
+};
+
 // True while a handler is at work: in a window that it has opened, or in a long command that serves events.
 bool HandlerAtWork();
 

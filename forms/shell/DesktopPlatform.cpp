@@ -105,6 +105,7 @@ BoxAnswer ShowMessage(const BoxRequest& request) {
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (box.button(ButtonOf(request.Default))) box.setDefaultButton(ButtonOf(request.Default));
     if (request.Buttons == BoxButtons::YesNo) box.setEscapeButton(QMessageBox::No);
+    const ModalWait wait(&box);
     const int answer = box.exec();
     LetGoOfButtons();
     return AnswerOf(answer, request.Buttons);
@@ -124,6 +125,7 @@ InputAnswer AskForText(const InputRequest& request) {
         prompt->setWordWrap(true);
         prompt->setMinimumWidth(PromptWidth);
     }
+    const ModalWait wait(&dialog);
     if (dialog.exec() != QDialog::Accepted) return {};
     return {false, RecordText(dialog.textValue())};
 }
@@ -161,6 +163,7 @@ FileAnswer AskForFile(const FileRequest& request) {
     if (!request.Directory.empty()) dialog.setDirectory(PathText(request.Directory));
     if (!request.Name.empty() && request.Name.find('*') == std::string::npos)
         dialog.selectFile(PathText(request.Name));
+    const ModalWait wait(&dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     FileAnswer answer;
     answer.Cancelled = false;

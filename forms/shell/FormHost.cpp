@@ -69,7 +69,10 @@ void ShowFormModally(const std::string& name) {
     form->Window = window;
     form->Modal = true;
     RefreshForms();
-    if (auto* dialog = qobject_cast<QDialog*>(window.data())) dialog->exec();
+    if (auto* dialog = qobject_cast<QDialog*>(window.data())) {
+        const ModalWait wait(dialog);
+        dialog->exec();
+    }
     form->Modal = false;
     form->Window = standing;
     delete window.data();

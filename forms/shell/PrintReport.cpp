@@ -64,7 +64,10 @@ void PrintReportWith(bool withGraph) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName("Quillon report");
     QPrintDialog dialog(&printer, FrontWindow());
-    if (dialog.exec() != QDialog::Accepted) return;
+    {
+        const ModalWait wait(&dialog);
+        if (dialog.exec() != QDialog::Accepted) return;
+    }
     QPainter painter;
     if (!painter.begin(&printer))
         return Tell("The printer could not be opened.", Work.ProgramName, BoxIcon::Warning);

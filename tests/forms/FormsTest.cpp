@@ -12,6 +12,7 @@
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
 #include "models/UnitsForm.h"
+#include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "reporting/Correlation.h"
 #include "reporting/Results.h"
@@ -22,6 +23,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QLineEdit>
 #include <QScreen>
 #include <QTest>
@@ -392,6 +394,20 @@ TEST_F(FormsAtTheWindows, NoSecondCommandStartsWithinOneThatIsAtWork) {
     });
     player.ClickMenu("DoModelSet");
     EXPECT_FALSE(UnitsForm.State.Shown);
+}
+
+TEST_F(FormsAtTheWindows, NoHandlerRunsBetweenAnAnswerAndWhatWaitedForIt) {
+    bool ran = false;
+    player.Expect("message: A question", [&] {
+        qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
+        RunHandler([&] { ran = true; }); // a click that had waited in the event queue
+    });
+    RunHandler([&] {
+        Tell("A question", "Title", BoxIcon::Plain);
+        EXPECT_FALSE(ran);
+    });
+    RunHandler([&] { ran = true; });
+    EXPECT_TRUE(ran);
 }
 
 // --- windows that alter nothing ---
