@@ -23,7 +23,9 @@ namespace {
 class ChartsWindow : public QDialog {
 public:
     explicit ChartsWindow(QWidget* parent) : QDialog(parent), Bind(this) {
-        setWindowFlags(Qt::Window);
+        // A dialog stays above its parent; its frame has the buttons of a window all the same.
+        setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                       Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
         Canvas = new ChartCanvas(this);
         auto* line = MakeLabel(Bind, []() -> Control& { return Charts.StatusLine; });
         line->setFixedHeight(line->fontMetrics().lineSpacing() + 4);

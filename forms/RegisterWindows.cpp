@@ -63,6 +63,7 @@ void StartDesktop(const std::string& argument) {
     ResultsFont = [font = QFontMetrics(QFontDatabase::systemFont(QFontDatabase::FixedFont))](
                       const std::string& text) { return font.horizontalAdvance(ShownText(text)); };
     StartQuillon(argument);
+    MakeForm("Analmenu");
     MakeForm("Charts"); // the engine measures on its picture box
     Host.ShowForm("Analmenu");
     RefreshForms();

@@ -54,7 +54,8 @@ QWidget* FrontWindow() {
 void MakeForm(const std::string& name) {
     Registered* form = Find(name);
     if (!form || form->Window) return;
-    form->Window = form->Make(nullptr);
+    // A graph stays above the main window, which takes the whole width of the screen.
+    form->Window = form->Make(name == "Charts" ? OpenForm("Analmenu") : nullptr);
     form->Window->setObjectName(QString::fromStdString(name));
 }
 
@@ -78,12 +79,31 @@ void ShowFormModally(const std::string& name) {
     delete window.data();
 }
 
+namespace {
+
+// Window managers look for the window above which another one stays when that is mapped: a graph that has
+// outlived its main window's absence is mapped anew.
+void KeepGraphAbove() {
+    QWidget* graph = OpenForm("Charts");
+    if (!graph || !graph->isVisible() || Find("Charts")->Modal) return;
+    const QPoint place = graph->pos();
+    graph->hide();
+    graph->move(place);
+    graph->setAttribute(Qt::WA_ShowWithoutActivating);
+    graph->show();
+    graph->setAttribute(Qt::WA_ShowWithoutActivating, false);
+}
+
+} // namespace
+
 void ShowFormModeless(const std::string& name) {
     MakeForm(name);
     Registered* form = Find(name);
     if (!form || form->Modal) return;
     RefreshForms();
+    const bool returns = name == "Analmenu" && !form->Window->isVisible();
     form->Window->show();
+    if (returns) KeepGraphAbove();
     form->Window->raise();
     form->Window->activateWindow();
 }

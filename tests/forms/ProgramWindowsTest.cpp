@@ -62,6 +62,19 @@ TEST_F(MonitorAtTheWindow, CancelEscAndTheCloseButtonEndTheFit) {
     ExpectCancelled();
 }
 
+TEST_F(MonitorAtTheWindow, AGraphStaysAboveTheMainWindowAndWhereItWas) {
+    player.ClickMenu("GraphData");
+    QWidget* graph = Player::Window("Charts");
+    ASSERT_TRUE(graph->isVisible());
+    EXPECT_EQ(graph->parentWidget(), Player::Window("Analmenu"));
+    EXPECT_EQ(graph->windowType(), Qt::Dialog); // others are not kept above their parents
+    graph->move(37, 59);
+    FitWith([] { Player::Press(Qt::Key_Escape); });
+    ExpectCancelled();
+    EXPECT_TRUE(graph->isVisible());
+    EXPECT_EQ(graph->pos(), QPoint(37, 59));
+}
+
 TEST_F(MonitorAtTheWindow, OneIterationAtATimeAndThenTheRest) {
     player.Expect("GetGuess", [] { Player::Click(GetGuess.OkButton); });
     player.Expect("FitMon", [] { Player::Click(FitMon.NextIter); });
