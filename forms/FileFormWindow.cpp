@@ -163,7 +163,7 @@ public:
         all->addWidget(MakeLabel(
             Bind, []() -> Control& { return FileForm.Hint; }, true));
         all->addLayout(Buttons());
-        QTimer::singleShot(100, this, [] { RunHandler(FileFormTimer1); });
+        QTimer::singleShot(100, this, [this] { RunSoon(this, FileFormTimer1); });
         Bind.Also([this] { Sheet->FollowCurrentLine(); });
     }
 

@@ -52,7 +52,7 @@ QWidget* MakeWaitForm(QWidget* parent) {
     all->addLayout(
         ButtonRow({}, {MakeButton(
                           bind, []() -> Control& { return WaitForm.CancelButton; }, WaitFormCancelButton)}));
-    QTimer::singleShot(50, form, [] { RunHandler(WaitFormTimer1); }); // the window is painted first
+    QTimer::singleShot(50, form, [form] { RunSoon(form, WaitFormTimer1); }); // the window is painted first
     return form;
 }
 

@@ -31,6 +31,12 @@ std::vector<Binder*>& OpenBinders() {
 
 std::vector<ModalWait*> Waits; // of handlers for windows, the innermost last
 int HandlersAtWork = 0;
+
+// A window has been closed, and the handler that waits for it has not got the word yet.
+bool Answered() {
+    return !Waits.empty() && Waits.back()->Over;
+}
+
 int RefreshDepth = 0;
 
 void TellError(const std::string& text) {
@@ -130,9 +136,13 @@ ModalWait::~ModalWait() {
 }
 
 void RunHandler(const std::function<void()>& handler) {
-    const bool answered = !Waits.empty() && Waits.back()->Over;
-    if (!answered && LeavePendingField()) RunGuarded(handler);
+    if (!Answered() && LeavePendingField()) RunGuarded(handler);
     RefreshForms();
+}
+
+void RunSoon(QObject* context, const std::function<void()>& handler) {
+    if (!Answered()) return RunHandler(handler);
+    QTimer::singleShot(0, context, [context, handler] { RunSoon(context, handler); });
 }
 
 void RunWhenIdle(const std::function<void()>& handler) {

@@ -143,6 +143,9 @@ void RunGuarded(const std::function<void()>& handler);
 // brought up to date afterwards.
 void RunHandler(const std::function<void()>& handler);
 
+// The same for a timer or a new size of a window: what a click may lose here, these do as soon as they may.
+void RunSoon(QObject* context, const std::function<void()>& handler);
+
 // The same for a window that stands beside the others, such as the main window. Between the closing of a
 // dialog and the end of the command that opened it such a window is free for a moment, and a click that has
 // waited would start a second command within the first: it does nothing.

@@ -140,7 +140,7 @@ void ChartCanvas::LayOutAgain() {
     Chart.Spec.Relayout = 1;
     Chart.Spec.Device = "0";
     SelectTarget(Chart.Spec);
-    RunHandler(RedrawChart);
+    RunSoon(this, RedrawChart);
     update();
 }
 

@@ -398,14 +398,21 @@ TEST_F(FormsAtTheWindows, NoSecondCommandStartsWithinOneThatIsAtWork) {
 
 TEST_F(FormsAtTheWindows, NoHandlerRunsBetweenAnAnswerAndWhatWaitedForIt) {
     bool ran = false;
+    bool timed = false;
+    QObject window;
     player.Expect("message: A question", [&] {
         qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
         RunHandler([&] { ran = true; }); // a click that had waited in the event queue
+        RunSoon(&window, [&] { timed = true; });
+        EXPECT_FALSE(timed);
     });
     RunHandler([&] {
         Tell("A question", "Title", BoxIcon::Plain);
         EXPECT_FALSE(ran);
+        Player::Serve();
+        EXPECT_TRUE(timed); // only put off
     });
+    EXPECT_FALSE(ran);
     RunHandler([&] { ran = true; });
     EXPECT_TRUE(ran);
 }
