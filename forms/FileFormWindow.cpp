@@ -35,6 +35,10 @@ public:
 protected:
     void focusInEvent(QFocusEvent* event) override {
         QCheckBox::focusInEvent(event);
+        // A window that comes back gives the focus back, too: the line that a click has chosen meanwhile
+        // stays.
+        const bool back = event->reason() == Qt::ActiveWindowFocusReason;
+        if (back && Work.CurrentRow != Line) return;
         for (QWidget* w = parentWidget(); w; w = w->parentWidget())
             if (auto* view = qobject_cast<QScrollArea*>(w)) view->ensureWidgetVisible(this, 0, 10);
         RunHandler([this] { FileFormCheckFocus(Line); });

@@ -17,6 +17,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QTest>
 #include <QTimer>
 
@@ -290,6 +291,24 @@ TEST_F(TableAtTheWindow, AClickInALineMakesItTheCurrentOneAndItsFrameMovesThere)
         EXPECT_TRUE(changed(1));
         EXPECT_FALSE(changed(2));
         Player::Click(FileForm.CancelButton);
+    });
+    player.ClickMenu("ReadData");
+}
+
+TEST_F(TableAtTheWindow, TheLineOfAClickStaysWhenTheTableBecomesActiveAgain) {
+    player.Expect("FileForm", [&] {
+        Player::Click(FileForm.Check1[0]); // the keys stay with line 1
+        Player::Click(FileForm.Check1[0]);
+        Player::Widget(FileForm.Check1[0])->setFocus();
+        player.Expect("Charts", [] {
+            EXPECT_EQ(Work.CurrentRow, 2);
+            QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+            QApplication::sendEvent(Player::Widget(FileForm.Check1[0]), &back);
+            EXPECT_EQ(Work.CurrentRow, 2);
+            Player::Press(Qt::Key_Return);
+        });
+        Player::Click(FileForm.MinRBox[2]);
+        Player::Click(FileForm.OkButton);
     });
     player.ClickMenu("ReadData");
 }
