@@ -43,6 +43,7 @@ struct Contestant {
 std::vector<Contestant> Contestants() {
     return {{"Quillon", RunQuillon},
             {"Ceres analytic, Schur", [](const Problem& p) { return RunCeresAnalytic(p, "schur"); }},
+            {"Ceres analytic, Schur, dogleg", [](const Problem& p) { return RunCeresAnalytic(p, "dogleg"); }},
             {"Ceres analytic, dense Cholesky", [](const Problem& p) { return RunCeresAnalytic(p, "dense"); }},
             {"Ceres analytic, sparse", [](const Problem& p) { return RunCeresAnalytic(p, "sparse"); }},
             {"Ceres numeric, Schur", RunCeresNumeric},

@@ -106,7 +106,7 @@ ceres::CostFunction* NumericCost(const Problem& p, int set) {
         residuals, ceres::TAKE_OWNERSHIP, p.PointsPerSet);
 }
 
-Solution Solve(const Problem& p, ceres::LinearSolverType linear, bool numeric) {
+Solution Solve(const Problem& p, ceres::LinearSolverType linear, bool numeric, bool dogleg = false) {
     Solution found;
     found.Parameters = p.Start;
     double* v = found.Parameters.data();
@@ -129,6 +129,7 @@ Solution Solve(const Problem& p, ceres::LinearSolverType linear, bool numeric) {
     options.gradient_tolerance = 0.0;
     options.parameter_tolerance = 0.0;
     options.max_num_iterations = 100;
+    if (dogleg) options.trust_region_strategy_type = ceres::DOGLEG;
     options.logging_type = ceres::SILENT;
     ceres::Solver::Summary summary;
     ceres::Solve(options, &problem, &summary);
@@ -140,10 +141,10 @@ Solution Solve(const Problem& p, ceres::LinearSolverType linear, bool numeric) {
 
 Solution RunCeresAnalytic(const Problem& p, const std::string& linearSolver) {
     ceres::LinearSolverType type = ceres::DENSE_NORMAL_CHOLESKY;
-    if (linearSolver == "schur") type = ceres::DENSE_SCHUR;
+    if (linearSolver == "schur" || linearSolver == "dogleg") type = ceres::DENSE_SCHUR;
     if (linearSolver == "sparse") type = ceres::SPARSE_NORMAL_CHOLESKY;
     if (linearSolver == "qr") type = ceres::DENSE_QR;
-    return Solve(p, type, false);
+    return Solve(p, type, false, linearSolver == "dogleg");
 }
 
 Solution RunCeresNumeric(const Problem& p) {
