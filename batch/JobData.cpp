@@ -65,7 +65,7 @@ void ReadSetScan(const Job& job, const JobSet& set) {
     CheckRadii(job, set, path);
     Work.ScanDirectory[row] = DirectoryOf(path);
     Work.ScanFile[row] = Work.ChosenName;
-    Work.BaselineFile[row] = "(none)";
+    Work.BaselineFile[row] = NoBaseline;
     Work.IncludeSet[row] = 1;
     Work.HighestSet = ToInt16(row);
     SettleDataType(Work.ChosenName);

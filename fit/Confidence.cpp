@@ -17,11 +17,11 @@ double BestSumSq = 0.0; // at the best fit
 
 // What the trials of a search overwrite, so that the fit stands as before when it is over.
 struct FitState {
-    ZeroBased<float> Parms;
+    PerSlot<float> Parms;
     OneBased<float> PtFit;
-    std::array<OneBased<float>, 2> ConstraintFit;
-    ZeroBased<std::int16_t> AtBound;
-    ZeroBased<double> Increment;
+    std::array<PerRow<float>, 2> ConstraintFit;
+    PerFree<std::int16_t> AtBound;
+    PerFree<double> Increment;
     double SumSq, Alpha;
     std::int16_t FitValid, BoundHit;
 };

@@ -23,7 +23,7 @@ constexpr std::array AllInputs{ConcInput::ConcA, ConcInput::VarA, ConcInput::Con
 constexpr const char* SignalPicture = "0.0000";
 
 struct Constraints {
-    Workspace::PerRow<float> ConcA, ConcB, ToleranceA, ToleranceB;
+    PerRow<float> ConcA, ConcB, ToleranceA, ToleranceB;
 };
 Constraints Former; // as they were when the form was loaded
 

@@ -121,7 +121,7 @@ void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {
     const long last = present[0].Hi();
     SetDefaultBounds();
     const auto former = Work.Bounds;
-    ZeroBased<std::int16_t> heldConstant(last);
+    PerSlot<std::int16_t> heldConstant(last);
     for (long i = 0; i <= last; ++i)
         heldConstant[i] = Flag(HoldsConstant(i));
     Work.Model = model;

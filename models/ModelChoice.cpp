@@ -85,7 +85,7 @@ void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen
             for (long s = 1; s <= Work.MaxSets; ++s)
                 Work.FreeMap[SlotOffset(s)] = SlotHeld;
     }
-    Work.NumParms = ToInt16(3 * Work.NumSets + 8);
+    Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     Work.FitTitle = ModelFitTitle();
     if (Work.SeparateK && !oldSeparateK)
         for (long s = 1; s <= Work.MaxSets; ++s) {

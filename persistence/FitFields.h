@@ -28,7 +28,7 @@ inline bool HasScan(const Workspace& w, long row) {
     return !w.ScanFile[row].empty();
 }
 inline bool HasBaseline(const Workspace& w, long row) {
-    return HasScan(w, row) && w.BaselineFile[row] != "(none)";
+    return HasScan(w, row) && w.BaselineFile[row] != NoBaseline;
 }
 
 template <class Stream, class W> void FitScalars(Stream& s, W& w) {

@@ -45,8 +45,8 @@ public:
         Value(name, ToInt16(text.size()));
         Bytes += text;
     }
-    template <class T, long Lo>
-    void Array(const char* name, const BasedArray<T, Lo>& a, long low, long high, bool = true) {
+    template <class T, long Lo, class Kind>
+    void Array(const char* name, const BasedArray<T, Lo, Kind>& a, long low, long high, bool = true) {
         for (long i = low; i <= high; ++i)
             Value(name, i <= a.Hi() ? a[i] : T{});
     }
@@ -89,8 +89,8 @@ public:
         text.assign(Bytes.substr(At, static_cast<std::size_t>(length)));
         At += static_cast<std::size_t>(length);
     }
-    template <class T, long Lo>
-    void Array(const char* name, BasedArray<T, Lo>& a, long low, long high, bool finite = true) {
+    template <class T, long Lo, class Kind>
+    void Array(const char* name, BasedArray<T, Lo, Kind>& a, long low, long high, bool finite = true) {
         if (high < low) return;
         // The shortest text takes two bytes, so no array outgrows the file.
         Need(static_cast<std::size_t>(high - low + 1) * (std::is_arithmetic_v<T> ? sizeof(T) : 2));

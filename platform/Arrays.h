@@ -2,19 +2,31 @@
 // Arrays that know their own base, so that sets and points count from one and parameter slots from zero
 // without a "+ 1" anywhere. An index out of range is the run-time error "Subscript out of range" in
 // builds with QUILLON_CHECK_INDEX (all test and debug builds); loops over all points use Data().
+//
+// An array may also know what its subscript counts (platform/Ordinal.h): by an ordinal of its own kind or a
+// plain whole number it is read, by an ordinal of another kind it does not compile.
 
+#include "platform/Ordinal.h"
 #include "platform/RuntimeError.h"
 
+#include <concepts>
 #include <cstddef>
 #include <vector>
 
 namespace Quillon {
 
-// A vector of T with the subscripts Lo .. Hi().
-template <class T, long Lo> class BasedArray {
+// What counts the elements of an array whose subscript is any whole number.
+struct PlainCount {};
+
+// A vector of T with the subscripts Lo .. Hi(), which count what Kind says.
+template <class T, long Lo, class Kind = PlainCount> class BasedArray {
 public:
     BasedArray() = default;
     explicit BasedArray(long hi, const T& value = T{}) { Recreate(hi, value); }
+    // The elements of an array by plain numbers become those of this one.
+    template <std::same_as<PlainCount> Plain>
+    requires(!std::same_as<Kind, PlainCount>) BasedArray(const BasedArray<T, Lo, Plain>& plain)
+        : Items(plain.begin(), plain.end()) {}
 
     static constexpr long Low() { return Lo; }
     long Hi() const { return Lo + static_cast<long>(Items.size()) - 1; }
@@ -30,8 +42,12 @@ public:
         Items.resize(hi < Lo ? 0 : static_cast<std::size_t>(hi - Lo + 1), value);
     }
 
-    T& operator[](long i) { return Items[Place(i)]; }
-    const T& operator[](long i) const { return Items[Place(i)]; }
+    template <std::integral Count> T& operator[](Count i) { return Items[Offset(static_cast<long>(i))]; }
+    template <std::integral Count> const T& operator[](Count i) const {
+        return Items[Offset(static_cast<long>(i))];
+    }
+    T& operator[](Ordinal<Kind> i) { return Items[Offset(i.Number)]; }
+    const T& operator[](Ordinal<Kind> i) const { return Items[Offset(i.Number)]; }
 
     // The element with subscript Lo; the next ones follow without gaps.
     T* Data() { return Items.data(); }
@@ -45,7 +61,7 @@ public:
     bool operator==(const BasedArray&) const = default;
 
 private:
-    std::size_t Place(long i) const {
+    std::size_t Offset(long i) const {
 #ifdef QUILLON_CHECK_INDEX
         if (i < Lo || i > Hi()) RaiseError(ErrorText::BadSubscript);
 #endif
@@ -76,8 +92,8 @@ public:
         Items.assign(none ? 0 : static_cast<std::size_t>((rowHi - Lo + 1) * (columnHi - Lo + 1)), value);
     }
 
-    T& operator()(long i, long j) { return Items[Place(i, j)]; }
-    const T& operator()(long i, long j) const { return Items[Place(i, j)]; }
+    T& operator()(long i, long j) { return Items[Offset(i, j)]; }
+    const T& operator()(long i, long j) const { return Items[Offset(i, j)]; }
 
     // The first element of row i.
     T* Row(long i) { return Items.data() + (i - Lo) * (LastColumn - Lo + 1); }
@@ -89,7 +105,7 @@ public:
     bool operator==(const BasedMatrix&) const = default;
 
 private:
-    std::size_t Place(long i, long j) const {
+    std::size_t Offset(long i, long j) const {
 #ifdef QUILLON_CHECK_INDEX
         if (i < Lo || i > LastRow || j < Lo || j > LastColumn) RaiseError(ErrorText::BadSubscript);
 #endif

@@ -16,8 +16,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-const std::string NoBaseline = "(none)";
-
 std::string Picture(float value, const char* picture) {
     return FormatNumber(static_cast<double>(value), picture);
 }

@@ -109,7 +109,7 @@ void ClearRows() {
         LockRow(i);
         FileForm.SetBox[i].Text = std::to_string(SetOfLine(static_cast<int>(i)));
     }
-    FileForm.BlankFile[0].Text = "(none)";
+    FileForm.BlankFile[0].Text = NoBaseline;
     UnlockRow(0);
 }
 
@@ -130,7 +130,7 @@ void FillLine(int line) {
     FileForm.ChannelBox[i].Text = ChannelText(Work.DataChannel[set]);
     FileForm.CellPath[i].Text = PathText(set);
     RevealRow(line);
-    FileForm.ShiftBase[i].Visible = Work.BaselineFile[set] != "(none)";
+    FileForm.ShiftBase[i].Visible = Work.BaselineFile[set] != NoBaseline;
     FileForm.ShiftBase[i].Value = Work.BaselineShifted[set] != 0 ? 1 : 0;
     ShowRowValues(set - 1);
 }

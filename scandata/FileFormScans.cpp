@@ -59,7 +59,7 @@ void AdoptScan(const ScanReadResult& read) {
     Work.NameConvention = 1;
     Work.ScanDirectory[set] = Work.DataDirectory;
     Work.ScanFile[set] = Work.ChosenName;
-    Work.BaselineFile[set] = "(none)";
+    Work.BaselineFile[set] = NoBaseline;
     LastTitle = Work.ChosenName;
     FileForm.NameBox[i].Text = Work.ChosenName;
     FileForm.RPMBox[i].Text = SingleText(read.Rpm);
@@ -73,7 +73,7 @@ void AdoptScan(const ScanReadResult& read) {
     RevealRow(line);
     OpenNextLine(line);
     RaiseHighestSet(set);
-    FileForm.BlankFile[i].Text = "(none)";
+    FileForm.BlankFile[i].Text = NoBaseline;
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = false;
     NoteChange();
@@ -148,10 +148,10 @@ void CopySet(long s) {
 // Another channel needs another baseline.
 void DropBaseline(long set) {
     const std::size_t i = Here();
-    if (Work.BaselineFile[set] == "(none)") return;
-    Work.BaselineFile[set] = "(none)";
+    if (Work.BaselineFile[set] == NoBaseline) return;
+    Work.BaselineFile[set] = NoBaseline;
     Work.BaselineShifted[set] = FlagFalse;
-    FileForm.BlankFile[i].Text = "(none)";
+    FileForm.BlankFile[i].Text = NoBaseline;
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = false;
 }
@@ -178,7 +178,7 @@ void CopyIntoNextLine(long s, const Control& channelAbove, const Control& blankA
     ApplyCenterpiece(line, Work.CenterpieceType[s + 1]);
     FileForm.ChannelBox[i].Text = channelAbove.Text;
     FileForm.BlankFile[i].Text = blankAbove.Text;
-    FileForm.ShiftBase[i].Visible = Work.BaselineFile[s + 1] != "(none)";
+    FileForm.ShiftBase[i].Visible = Work.BaselineFile[s + 1] != NoBaseline;
     FileForm.ShiftBase[i].Value = Work.BaselineShifted[s + 1] != 0 ? 1 : 0;
     StepChannelOfCopy(s);
     ShowRowValues(s);
@@ -200,7 +200,7 @@ void CopyCurrentLine() {
 
 // The data of a set that loses its baseline are others, as those of one that gets another.
 void RemoveBaseline(long set) {
-    if (Work.BaselineFile[set] == "(none)") return;
+    if (Work.BaselineFile[set] == NoBaseline) return;
     DropBaseline(set);
     Work.SetChanged[set] = FlagTrue;
     NoteChange();
@@ -246,7 +246,7 @@ void FileFormSubtractBlankButton() {
     FileRequest request = ScanRequest(" - Read Data File for Blank");
     request.Directory = Work.BaselineDirectoryLast.empty() ? Work.DataDirectory : Work.BaselineDirectoryLast;
     request.Name = LastTitle;
-    if (FileForm.BlankFile[i].Text != "(none)") {
+    if (FileForm.BlankFile[i].Text != NoBaseline) {
         request.Directory = Work.BaselineDirectory[set];
         request.Name = Work.BaselineFile[set];
     }
@@ -284,7 +284,7 @@ void FileFormClearFiles() {
     Work.CurrentPage = 0;
     for (long set = 1; set <= Work.MaxSets; ++set) {
         Work.ScanFile[set].clear();
-        Work.BaselineFile[set] = "(none)";
+        Work.BaselineFile[set] = NoBaseline;
         Work.BaselineShifted[set] = Work.IncludeSet[set] = Work.DataChannel[set] = 0;
         Work.BaselineShift[set] = 0.0F;
         Work.CenterpieceType[set] = 0;

@@ -4,7 +4,7 @@
 #include "models/ParmScale.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <utility>
 
@@ -12,33 +12,27 @@ namespace Quillon {
 
 namespace {
 
-template <class T> using PerRow = Workspace::PerRow<T>;
-
 // A build in the making. The workspace takes it over when nothing can go wrong any more.
 struct FitBuild {
     long NumSets = 0;
-    PerRow<std::int16_t> SetRow = PerRow<std::int16_t>(Workspace::Rows);
+    PerSet<std::int16_t> SetRow = PerSet<std::int16_t>(Workspace::Rows);
     PerRow<std::int16_t> SetOfRow = PerRow<std::int16_t>(Workspace::Rows);
-    PerRow<std::int16_t> OldRow = PerRow<std::int16_t>(Workspace::Rows); // all 0 when nothing is carried over
-    PerRow<std::string> Label = PerRow<std::string>(Workspace::Rows);
+    PerSet<std::int16_t> OldRow = PerSet<std::int16_t>(Workspace::Rows); // all 0 when nothing is carried over
+    OneBased<std::string> Label = OneBased<std::string>(Workspace::Rows);
     std::string LabelPrefix;
-    PerRow<float> SigmaScale = PerRow<float>(Workspace::Rows, 1.0F);
-    PerRow<float> SignalScale = PerRow<float>(Workspace::Rows, 1.0F);
+    PerSet<float> SigmaScale = PerSet<float>(Workspace::Rows, 1.0F);
+    PerSet<float> SignalScale = PerSet<float>(Workspace::Rows, 1.0F);
     OneBasedMatrix<float> SetParmMemory = Work.SetParmMemory;
-    ZeroBased<float> Parms = Work.Parms;
-    ZeroBased<std::int16_t> FreeMap = Work.FreeMap;
+    PerSlot<float> Parms = Work.Parms;
+    PerSlot<std::int16_t> FreeMap = Work.FreeMap;
     PerRow<std::int16_t> OffsetLink = Work.OffsetLink;
     std::int16_t ConstraintFlags = Work.ConstraintFlags;
     std::int16_t NumPts = 0;
-    OneBased<std::int16_t> SetPts;
+    PerSet<std::int16_t> SetPts;
     OneBased<float> X;
     OneBased<float> Y;
     OneBased<std::int16_t> Set;
 };
-
-bool HasBaseline(long row) {
-    return Work.BaselineFile[row] != "(none)";
-}
 
 std::string LabelOf(long row) {
     std::string label = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
@@ -46,11 +40,11 @@ std::string LabelOf(long row) {
         label += " Ch ";
         label += static_cast<char>('A' + Work.DataChannel[row] - 1);
     }
-    if (HasBaseline(row)) label += " -BL";
+    if (HasBaseline(RowNo(row))) label += " -BL";
     return label;
 }
 
-void FillSetOfRow(const PerRow<std::int16_t>& setRow, long numSets, PerRow<std::int16_t>& setOfRow) {
+void FillSetOfRow(const PerSet<std::int16_t>& setRow, long numSets, PerRow<std::int16_t>& setOfRow) {
     setOfRow.Recreate(Work.MaxSets);
     for (long k = 1; k <= numSets; ++k)
         setOfRow[setRow[k]] = ToInt16(k);
@@ -201,7 +195,7 @@ void FillTruePoints(FitBuild& build, long k, long& n) {
     const long row = build.SetRow[k];
     const double x0 = ReferenceX(row);
     const float shift = Work.BaselineShifted[row] ? Work.BaselineShift[row] : 0.0F;
-    const bool baseline = HasBaseline(row);
+    const bool baseline = HasBaseline(RowNo(row));
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p) {
         const float radius = Work.ScanRadius[row][p];
         const double r = radius;
@@ -255,7 +249,7 @@ void TakeOver(FitBuild& build) {
     Work.NumSets = ToInt16(build.NumSets);
     Work.SetRow = build.SetRow;
     Work.SetOfRow = build.SetOfRow;
-    Work.SetLabel = std::move(build.Label);
+    Work.SetLabel = build.Label;
     Work.LabelPrefix = std::move(build.LabelPrefix);
     Work.SetSigmaScale = std::move(build.SigmaScale);
     Work.SetSignalScale = std::move(build.SignalScale);

@@ -162,7 +162,7 @@ TEST_F(CarriedParms, MassesMoveToTheSpeedOfTheNewFirstSet) {
 TEST_F(CarriedParms, APathOfZeroIsAnErrorAndLeavesThem) {
     Include({2, 3});
     Work.CellPath[1] = 0.0F;
-    const ZeroBased<float> before = Work.Parms;
+    const PerSlot<float> before = Work.Parms;
     EXPECT_THROW(BuildFitData(), RuntimeError);
     Work.CellPath[1] = 1.2F;
     Work.CellPath[2] = -1.2F;

@@ -30,7 +30,7 @@ void FillStandardParms() {
 void HoldOffsetsOfNewBaselines() {
     for (long s = 1; s <= Work.NumSets; ++s) {
         const std::int16_t row = Work.SetRow[s];
-        if (Work.BaselineFile[row] != "(none)" && Work.SetChanged[row])
+        if (Work.BaselineFile[row] != NoBaseline && Work.SetChanged[row])
             Work.FreeMap[SlotOffset(s)] = SlotHeld;
     }
 }
@@ -122,7 +122,7 @@ void RefineModel() {
 
 // Everything up to the point where the iteration can start; false when the user cancelled.
 bool PrepareFit() {
-    Work.NumParms = ToInt16(3 * Work.NumSets + 8);
+    Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     FillStandardParms();
     OfferNewGuesses();
     Work.NewData = 0;

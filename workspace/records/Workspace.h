@@ -11,11 +11,14 @@
 // -1 or 0, unless told otherwise. Sets, rows and points count from one, parameter slots from zero.
 //
 // A *row* is a line of the data set table (1..MaxSets), a *set* is the place of a row among those in the
-// fit (1..NumSets); SetRow and SetOfRow lead from one to the other.
+// fit (1..NumSets); SetRow and SetOfRow lead from one to the other. The arrays know which of them counts
+// their elements (workspace/records/Counts.h); workspace/records/Codes.h names what a coded member may hold.
 
 #include "platform/Arrays.h"
 #include "platform/Controls.h"
 #include "platform/Narrow.h"
+#include "workspace/records/Codes.h"
+#include "workspace/records/Counts.h"
 
 #include <array>
 #include <cstdint>
@@ -23,31 +26,8 @@
 
 namespace Quillon {
 
-inline constexpr std::int16_t StandardMaxSets = 18;  // two pages of nine rows
-inline constexpr std::int16_t StandardMaxParms = 62; // 8 + 3 * 18
-
 // The single -3.4e38 (bits FF7FC99E): the PtX of a constraint's pseudo-point and the gap in chart data.
 inline constexpr float PointMarker = -3.4e38F;
-
-// The parameter slots of a set: ln c of A, ln c of B, zero offset. Set s counts from one.
-inline constexpr long SlotA(long set) {
-    return 3 * set + 5;
-}
-inline constexpr long SlotB(long set) {
-    return 3 * set + 6;
-}
-inline constexpr long SlotOffset(long set) {
-    return 3 * set + 7;
-}
-
-// What FreeMap says of a slot beside a position of 0 or more among the fitted ones.
-inline constexpr std::int16_t SlotHeld = -1;
-inline constexpr std::int16_t SlotUnused = -2;
-inline constexpr std::int16_t SlotTied = -3;
-
-// Bits of ConstraintFlags.
-inline constexpr std::int16_t ConcentrationBit = 1;
-inline constexpr std::int16_t OffsetBit = 2;
 
 // How the latest fit ended, for whoever reports it.
 enum class FitEnd { NotRun, Converged, Singular, TooManyIterations, MathError, Cancelled, Refused };
@@ -58,8 +38,6 @@ struct FitOutcome {
 };
 
 struct Workspace {
-    template <class T> using PerRow = OneBased<T>;
-    template <class T> using PerSlot = ZeroBased<T>;
     static constexpr long Rows = StandardMaxSets;
     static constexpr long Slots = StandardMaxParms - 1; // highest subscript
 
@@ -96,20 +74,20 @@ struct Workspace {
     PerSlot<std::string> ParmTitle = PerSlot<std::string>(Slots);       // unit
     PerSlot<std::string> ParmFormat = PerSlot<std::string>(Slots);      // number picture in user units
     PerSlot<std::int16_t> FreeMap = PerSlot<std::int16_t>(Slots);       // free position, or -1 held, -2, -3
-    PerSlot<std::int16_t> FreeIndex = PerSlot<std::int16_t>(Slots, -1); // free position to slot
+    PerFree<std::int16_t> FreeIndex = PerFree<std::int16_t>(Slots, -1); // free position to slot
     std::array<PerSlot<float>, 2> Bounds{PerSlot<float>(Slots),
                                          PerSlot<float>(Slots)}; // lower, upper; user units
     std::int16_t NumFree = 0; // fitted parameters, the order of the normal matrix
 
     // --- working arrays of the fit, by free position -------------------------------------------------
-    PerSlot<double> Increment = PerSlot<double>(Slots); // the Gauss-Newton increment
-    PerSlot<double> Deriv = PerSlot<double>(Slots);     // derivatives at the current point
+    PerFree<double> Increment = PerFree<double>(Slots); // the Gauss-Newton increment
+    PerFree<double> Deriv = PerFree<double>(Slots);     // derivatives at the current point
     ZeroBasedMatrix<double> NormMatrix; // sum of outer products of Deriv; after inversion its inverse
-    ZeroBased<double> NormVector;       // sum of residual times Deriv
+    PerFree<double> NormVector;         // sum of residual times Deriv
     ZeroBasedMatrix<float> CorrMatrix;  // cross-correlations (lower triangle), eigenvectors in the search
-    ZeroBased<std::int16_t> AtBound;    // -1 at the lower bound, 1 at the upper one, 0 free
-    std::array<ZeroBased<float>, 2> ParmLimits; // lower, upper confidence limit, internal scale
-    ZeroBasedMatrix<float> ConfTrace;           // slots by end points of the confidence search
+    PerFree<std::int16_t> AtBound;      // -1 at the lower bound, 1 at the upper one, 0 free
+    std::array<PerFree<float>, 2> ParmLimits; // lower, upper confidence limit, internal scale
+    ZeroBasedMatrix<float> ConfTrace;         // slots by end points of the confidence search
 
     // --- scalars of the fit --------------------------------------------------------------------------
     double SumSq = 0.0;     // sum of squared residuals of the latest pass
@@ -131,7 +109,7 @@ struct Workspace {
 
     // --- data set table, by row ----------------------------------------------------------------------
     PerRow<std::string> ScanFile = PerRow<std::string>(Rows); // bare name, "" for an empty row
-    PerRow<std::string> BaselineFile = PerRow<std::string>(Rows, "(none)");
+    PerRow<std::string> BaselineFile = PerRow<std::string>(Rows, NoBaseline);
     PerRow<std::string> ScanDirectory = PerRow<std::string>(Rows);
     PerRow<std::string> BaselineDirectory = PerRow<std::string>(Rows);
     PerRow<std::string> ScanComment = PerRow<std::string>(Rows);
@@ -183,13 +161,13 @@ struct Workspace {
     // --- the fit's flat data; written by BuildFitData and the fit passes -------------------------------
     std::int16_t NumSets = 0;
     std::int16_t NumPts = 0;                                    // constraint pseudo-points included
-    PerRow<std::int16_t> SetRow = PerRow<std::int16_t>(Rows);   // set to row, 0 behind NumSets
+    PerSet<std::int16_t> SetRow = PerSet<std::int16_t>(Rows);   // set to row, 0 behind NumSets
     PerRow<std::int16_t> SetOfRow = PerRow<std::int16_t>(Rows); // row to set, 0 outside the fit
-    OneBased<std::int16_t> SetPts;                              // 1..NumSets, pseudo-points included
-    PerRow<std::string> SetLabel = PerRow<std::string>(Rows);
+    PerSet<std::int16_t> SetPts;                                // 1..NumSets, pseudo-points included
+    PerSet<std::string> SetLabel = PerSet<std::string>(Rows);
     std::string LabelPrefix;                                  // common leading path of all labels
-    PerRow<float> SetSigmaScale = PerRow<float>(Rows, 1.0F);  // sigma of the set over that of set 1
-    PerRow<float> SetSignalScale = PerRow<float>(Rows, 1.0F); // path of the set over that of set 1
+    PerSet<float> SetSigmaScale = PerSet<float>(Rows, 1.0F);  // sigma of the set over that of set 1
+    PerSet<float> SetSignalScale = PerSet<float>(Rows, 1.0F); // path of the set over that of set 1
     OneBased<float> PtX; // r^2/2 - r0^2/2 in cm^2; PointMarker for a pseudo-point
     OneBased<float> PtY; // signal, baseline subtracted
     OneBased<std::int16_t> PtSet;

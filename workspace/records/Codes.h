@@ -1,0 +1,48 @@
+#pragma once
+// What the coded members of the workspace may hold. The members are 16-bit, as saved fits keep them.
+
+#include <cstdint>
+
+namespace Quillon {
+
+// What FreeMap says of a slot beside a position of 0 or more among the fitted ones.
+inline constexpr std::int16_t SlotHeld = -1;
+inline constexpr std::int16_t SlotUnused = -2;
+inline constexpr std::int16_t SlotTied = -3;
+
+// Bits of ConstraintFlags.
+inline constexpr std::int16_t ConcentrationBit = 1;
+inline constexpr std::int16_t OffsetBit = 2;
+
+// MassUnits: what stands for a mass.
+namespace MassUnit {
+enum Code : std::int16_t { Sigma, Buoyant, Molar }; // reduced mass; kDa; kDa
+}
+
+// ConcUnits: what concentrations are shown in, by the optics of the scans.
+namespace ConcUnit {
+enum Code : std::int16_t { Absorbance, Weight, Mole, Fringes, FringeWeight, FringeMole };
+}
+
+// MonitorMode.
+namespace Monitor {
+enum Code : std::int16_t { None, FreeRun, Stepping, OneIteration };
+}
+
+// NewData: what differs from the data of the stored fit.
+namespace Changed {
+enum Code : std::int16_t { Data = -1, Nothing = 0, Constraints = 1 };
+}
+
+// DataChannel: the sample of a cell; CenterpieceType: how many samples the cell has.
+namespace Channel {
+enum Code : std::int16_t { None, A, B, C, D };
+}
+namespace Centerpiece {
+enum Code : std::int16_t { TwoChannel = 1, SixChannel = 3, EightChannel = 4 };
+}
+
+// BaselineFile of a row without one.
+inline constexpr const char* NoBaseline = "(none)";
+
+} // namespace Quillon
