@@ -93,6 +93,7 @@ void BoundsFormLostFocus(BoundSide side, int row) {
         field.Text = current;
         Work.AbortFit = FlagFalse;
     } else if (field.Text != current) { // an unaltered field keeps the digits that its picture does not show
+        // [decision: crossed-bounds]
         Work.Bounds[Side(side)][row] = NumValue(field.Text);
         field.Text = BoundText(side, row);
     }

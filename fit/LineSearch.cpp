@@ -90,6 +90,7 @@ bool TakeInterpolatedStep(double S0, const TrialStep& before, Tail& tail) {
         tail = Tail::SumKnown;
         return false;
     }
+    // [decision: stale-sum]
     Work.Alpha = am; // may be negative
     if (Work.Alpha <= SmallestAlpha) return false;
     ApplyIncrement();
@@ -111,8 +112,10 @@ void FinalStage(double S0, Tail tail) {
     TryAlpha(-Work.Alpha);
     if (Work.AbortFit || Work.SumSq < S0) return;
     if (Work.SumSq < s3)
+        // [decision: random-shortening]
         TryAlpha((static_cast<double>(Host.Uniform()) + 1.0) * 0.5 * Work.Alpha);
     else
+        // [decision: step-stands]
         TryAlpha(-Work.Alpha); // the step stands even if it made the sum worse
 }
 

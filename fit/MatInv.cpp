@@ -103,6 +103,7 @@ std::int16_t Factor(ZeroBasedMatrix<double>& A) {
     for (long k = State.Lo; k < hi; ++k) {
         const Pivot p = SearchPivot(A, size, k);
         if (p.Best == 0.0) return Fail();
+        // [decision: neighbour-pivots]
         if (k > 1 && previous * StageRatio > p.Best) code = IllConditioned;
         previous = p.Best;
         Interchange(State.RowPerm, k, p.Row);

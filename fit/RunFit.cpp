@@ -62,6 +62,7 @@ bool IterateOnce() {
     OneIteration();
     if (Work.AbortFit) return false;
     if (ToldSingular()) return false;
+    // [decision: last-iteration-fails]
     // This test stands before the one for convergence: the last permitted iteration fails in any case.
     if (Work.Iteration >= Work.MaxIterations) {
         const std::string text =

@@ -245,6 +245,7 @@ void ConcFormOkButton() {
 }
 
 void WarnOfConstraintCoefficients() {
+    // [decision: loading-warning]
     if ((Work.Model != 7 && Work.Model != 9) || !(Work.ConstraintFlags & ConcentrationBit)) return;
     Tell("For this model, for constraints to work properly you MUST set correct values for the molar "
          "extinction coefficients of species A and B on the Units form.  You may use either Absorbance or "

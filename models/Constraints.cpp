@@ -18,6 +18,7 @@ long LastConstraintPoint = 0;
 // as the signal at the outer end of the range.
 double WeightedMean(long row, double sum, float tolerance) {
     const double n = static_cast<double>(Work.FitRange[1][row] - Work.FitRange[0][row] + 1);
+    // [decision: loading-signals]
     const double outer = static_cast<double>(Work.ScanValue[row][Work.FitRange[1][row]]);
     return Divide(outer * sum, n * static_cast<double>(tolerance));
 }

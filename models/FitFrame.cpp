@@ -21,6 +21,7 @@ double RatioB(long row) {
 }
 
 // The conversions between monomer signals, molar complexes and the signal of a complex in the set's cell.
+// [decision: first-row-ratios]
 // The table's first row enters where E1(1) and E2(1) stand, which need not be the row of set 1.
 void LoadMolarFactors(FitFrame& f) {
     const bool absorbance = Work.ConcUnits <= 2;
@@ -109,6 +110,7 @@ void LoadComplexes(FitFrame& f) {
     case 12:
         f.cAB = 2.0 * K6 * f.kAB;
         f.cABB = (K6 * K(2) + 2.0 * K(2) + K6) * K6 * f.kABB;
+        // [decision: dimer-as-signal]
         f.cBB = K(2) * f.ScaleB;
         break;
     case 13:

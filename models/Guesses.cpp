@@ -85,11 +85,13 @@ void GuessSet(long set, double L) {
     } else if (model >= 8 && model <= 21) {
         const long row = Work.SetRow[set];
         const long first = Work.SetRow[1];
+        // [decision: guesses-by-extinction]
         const double eA = static_cast<double>(Work.ExtA) * Divide(RatioA(row), RatioA(first));
         const double eB = static_cast<double>(Work.ExtB) * Divide(RatioB(row), RatioB(first));
         a = ToSingle(LnMonomerA(model, L, eA, eB, static_cast<double>(Work.CellPath[row])));
         b = ToSingle(static_cast<double>(a) + Ln(Divide(eB, eA)));
     }
+    // [decision: model-22-keeps]
     // Model 22 keeps the values that it has.
 }
 

@@ -57,6 +57,7 @@ constexpr SlotRule KBB = LogK("ln K(2B>B2)");
 constexpr SlotRule KPair = LogK("Ln K(2AB>ABBA)");
 constexpr SlotRule Coop = LogK("Ln K(coop)", SlotUnit::Nothing, SlotScale::Zero);
 
+// [decision: shared-addends]
 // Here unit and addend part on purpose. The dimer constant of models 12 and 13 is titled as one over a
 // concentration, as it should be, while its displayed value takes the addend of monomer to N-mer. Slot 4 of
 // the models from 15 on likewise: its title is that of slot 6, its addend that of monomer to M-mer.
@@ -105,6 +106,7 @@ constexpr ModelSlots OwnK1NAndK1M(ModelSlots slots) {
     slots.OfSet[2] = OfEachSet(K1M, "Ln K(1>M), set ", 4);
     return slots;
 }
+// [decision: doubled-slot]
 // Model 6 goes on showing its common constant, which nothing reads then, without a unit. Its sets hold ln K
 // and ln c of the inactive monomer in one slot.
 constexpr ModelSlots OwnK1NShown(ModelSlots slots) {

@@ -38,6 +38,7 @@ struct Equations {
 // Model 1: plain fixed-point steps.
 bool MonomerPasses(const Equations& q, Trial& t) {
     for (int pass = 0; pass <= 100; ++pass) {
+        // [decision: attraction-is-positive]
         const double m = q.a * std::exp(t.Monomer * q.F.BFactor);
         if (!std::isfinite(m)) return false;
         const bool converged = Close(m, t.Monomer, 1e-8);

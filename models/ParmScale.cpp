@@ -86,12 +86,14 @@ void ScaleConstants(const FirstSet& first, const UnitFactors& u) {
     const double m = static_cast<double>(Work.Parms[3]);
     if (units == 0 || units == 3) {
         scale[2] = scale[4] = 0.0F;
+        // [decision: fringe-constants]
         scale[6] = ToSingle(-Ln(static_cast<double>(Work.ExtA) * first.RatioA *
                                 static_cast<double>(Work.ExtB) * first.RatioB * first.Path * first.Path));
         return;
     }
     const bool molar = units == 2 || units == 5;
     scale[2] = ToSingle((n - 1.0) * Ln(u.A) - (molar ? Ln(n) : 0.0));
+    // [decision: second-oligomer-by-b]
     // In mg/mL of interference data the second oligomer goes by the coefficient of species B.
     scale[4] = ToSingle((m - 1.0) * Ln(units == 4 ? u.B : u.A) - (molar ? Ln(m) : 0.0));
     scale[6] = 0.0F;

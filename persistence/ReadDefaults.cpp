@@ -13,6 +13,7 @@ namespace Quillon {
 namespace {
 
 constexpr std::size_t LongestValue = 20; // characters of a value that are looked at
+// [decision: points-raised]
 constexpr std::int16_t SmallestMaxPts = 2048;
 
 std::string StrippedCapitals(std::string text) {

@@ -71,6 +71,7 @@ void AskPlots() {
     const BoxAnswer plot = ChoiceOf(
         "Do you want the default to be to use residual plots in reports (Yes), data+fit overlay plots "
         "(No), or leave the default unchanged (Cancel)?");
+    // [decision: overlay-turned]
     // The key asks for the other kind of plot than the question.
     if (plot != BoxAnswer::Cancel) WriteFit(IniKey::OverlayPlot, TrueOrFalse(plot == BoxAnswer::No));
 

@@ -23,6 +23,7 @@ SignCounts CountSigns() {
         for (long i = 0; i < pointsOfSet; ++i) {
             const bool positive = Work.PtResid[++point] >= 0.0F;
             (positive ? counts.Positive : counts.Negative) += 1.0;
+            // [decision: changes-not-runs]
             if (i > 0 && positive != former) counts.Changes += 1.0;
             former = positive;
         }

@@ -65,6 +65,7 @@ bool SetChannelRange(long row, float& inner, float& outer, int channel) {
             first = 0;
             last = points;
         }
+        // [decision: one-point-inside]
         first = std::min(first + 1, last);
         Work.FitRange[0][row] = ToInt16(first);
         inner = radii[first];

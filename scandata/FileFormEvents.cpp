@@ -30,6 +30,7 @@ void ShowRange(int line, float inner, float outer) {
 
 // The centerpiece and channel that a click or key goes by are those of the same line on page 1, on both
 // pages; only the set that takes the new channel is that of the page.
+// [decision: first-page-channel]
 int CodeOf(int line) {
     return Work.CenterpieceType[line + 1];
 }

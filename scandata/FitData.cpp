@@ -79,6 +79,7 @@ void ScaleSets(FitBuild& build) {
         RequireHeader(f);
         RequireHeader(s);
         const double speeds = Divide(Work.ScanRPM[s], Work.ScanRPM[f]);
+        // [decision: celsius-ratio]
         const double temperatures = Divide(Work.ScanTemperature[f], Work.ScanTemperature[s]);
         build.SigmaScale[k] = ToSingle(speeds * speeds * temperatures);
         build.SignalScale[k] = ToSingle(Divide(Work.CellPath[s], Work.CellPath[f]));
@@ -93,6 +94,7 @@ long FormerSet(const FitBuild& build, long row) {
     return 0;
 }
 
+// [decision: carried-in-place]
 // In place and in rising order, so that a value already replaced may be copied on.
 void MoveSetParms(FitBuild& build) {
     for (long k = 1; k <= build.NumSets; ++k) {

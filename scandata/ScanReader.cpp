@@ -63,6 +63,7 @@ void ReadHeader(std::string_view line, long row, ScanReadResult& result) {
     Work.ScanTime[row] = ToInt32(NextHeaderField(header));
     Work.ScanOmega2t[row] = ToSingle(NextHeaderField(header));
     Work.ScanWavelength[row] = ToSingle(NextHeaderField(header));
+    // [decision: count-is-cut]
     Work.ScansAveraged[row] = ToInt16(NumericPrefix(header.Rest.substr(0, header.Width)));
 }
 
@@ -108,6 +109,7 @@ template <class Store> PointList ReadPoints(TextItems& file, Store&& store) {
         point = ReadPointLine(file);
         if (!point.Excluded && !store(next++, point)) return {next - 1, true};
     } while (point.Radius != 0.0F && !NoItemLeft(file));
+    // [decision: terminator-counts]
     return {point.Radius != 0.0F ? next - 1 : next - 2, false};
 }
 
@@ -186,6 +188,7 @@ bool TryReadScan(const std::string& path, long row, ScanReadResult& result) {
     Work.CellPath[row] = Work.CellPathlength;
     const PointList list = ReadPoints(file, [row](long i, const PointLine& point) {
         StorePoint(Work.ScanRadius[row], Work.ScanValue[row], i, point);
+        // [decision: limit-is-too-many]
         return i < Work.MaxPtsPerSet;
     });
     if (list.TooMany) return false;
