@@ -3,6 +3,7 @@
 #include "batch/BatchPlatform.h"
 #include "batch/JobData.h"
 #include "batch/JobParameters.h"
+#include "commands/FitCommand.h"
 #include "fit/Confidence.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
@@ -10,7 +11,6 @@
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "scandata/FitData.h"
-#include "workspace/commands/FitCommand.h"
 
 #include <optional>
 

@@ -2,11 +2,11 @@
 
 #include "batch/BatchPlatform.h"
 #include "batch/OneLine.h"
+#include "commands/FitCommand.h"
 #include "fit/FreeMap.h"
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/RuntimeError.h"
-#include "workspace/commands/FitCommand.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

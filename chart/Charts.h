@@ -1,88 +1,9 @@
 #pragma once
-// The window `Charts` as data: the menu items and controls that the engine sets and the zooms it keeps.
+// The window of the graph: its record `Charts`, what mouse and keys do on it, its scale commands and options,
+// and the markers over the graph.
 
-#include "platform/Arrays.h"
-#include "platform/Controls.h"
-
-#include <array>
-#include <cstdint>
-#include <functional>
-#include <vector>
-
-namespace Quillon {
-
-// Scales that were left by zooming, the newest first.
-struct ZoomStack {
-    static constexpr int Deepest = 10;
-    OneBased<float> XMin{Deepest}, XMax{Deepest}, YMin{Deepest}, YMax{Deepest};
-    std::int16_t ZoomDepth{};
-};
-
-// A thin vertical line over the frame that the user moves along X.
-struct ChartMarker {
-    float X{};                        // units of the stored data
-    int Device{};                     // device units, within the frame
-    std::uint32_t Color = 0x0000C000; // green
-};
-
-struct ChartsForm {
-    // What ChartMenuStatus sets. What needs a graph is off before the first one.
-    MenuItem LinePlot{"&Lines"}, DotCenter{"&Dots in Symbols"}, BothPlot{"Lines && S&ymbols"};
-    MenuItem SymbolPlot{"&Symbols"}, AltPlot{"&Alternate Symbols and Lines", false, false};
-    MenuItem mnuEditTitles{"Edit T&itles...", false, false}, mnuEditLegend{"&Edit Legend...", false, false};
-    MenuItem ShowLegend{"Show &Legend"}, DeleteTitles{"&Delete Titles", false, false};
-    MenuItem ShowGrids{"Show &Grids"};
-    MenuItem SeparateX{"Separate Along &X...", false, false}, SeparateY{"Separate Along &Y...", false, false};
-    MenuItem SeparateBoth{"Separate Along &Both...", false, false};
-
-    // Options of the graph at hand that belong to whoever made it: captions and what each does. The engine
-    // itself does nothing here; an item without an action is not shown.
-    std::array<MenuItem, 5> SpecialOpts;
-    std::array<std::function<void()>, 5> SpecialActions;
-
-    // Scale commands and options of the window itself.
-    MenuItem LastZoom{"&Last Zoom", false, false};
-    MenuItem AutoScale{"&AutoScale"}, AutoX{"AutoScale &X"}, AutoY{"AutoScale &Y"};
-    MenuItem RoundOnZoom{"&Round Axis Scales on Zoom"}, ShowCursor{"Show &Cursor Position"};
-    MenuItem UseRainbow{"Use Rain&bow Colors"};
-    ZoomStack Zooms;
-
-    Control StatusLine;         // the label "Status" below the graph
-    bool Zooming = false;       // a rubber band is being drawn, from (ZoomX1, ZoomY1) to (LastX, LastY)
-    int ZoomX1{}, ZoomY1{};     // device units
-    int LastX = -1, LastY = -1; // the latest position of the pointer
-    std::vector<ChartMarker> Markers;
-    std::int16_t ZoomState{}; // markers that whoever made the graph has in use
-    int CapturedMarker = -1;  // the one that the pointer drags
-    int ActiveMarker = 0;     // the one that the arrow keys move
-    std::int16_t KeyCode{};   // the last key pressed on the graph, until it is taken
-    std::int16_t KeyShift{};  // sum of 1 Shift, 2 Ctrl, 4 Alt
-    bool Needed = false;      // whoever made the graph still waits for it
-    bool Shown = false;       // cleared to close a window that is shown modally
-    // While the window is shown modally: what a key does; true ends the showing.
-    std::function<bool(int code, int shift)> EndsOnKey;
-};
-
-inline ChartsForm Charts;
-
-// Sets the menu items after the current spec.
-void ChartMenuStatus(ChartsForm& form);
-
-// Withdraws all special options; who makes the next graph offers its own.
-void ClearSpecialOptions();
-void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)());
-
-// True when the window may be closed: asks while whoever made the graph still waits for it.
-bool ChartsMayClose();
-
-// Puts a scale on the stack of zooms; the oldest of ten is lost.
-void PushZoom(float xmin, float xmax, float ymin, float ymax);
-
-// Takes the newest scale from the stack; depth is what is left, and with nothing left LastZoom is disabled.
-// An empty stack leaves all as it is.
-void PopZoom(float& xmin, float& xmax, float& ymin, float& ymax, std::int16_t& depth);
-
-// Empties the stack and disables LastZoom.
-void ClearZoom();
-
-} // namespace Quillon
+#include "chart/hand/ChartMarkers.h"
+#include "chart/hand/ChartMouse.h"
+#include "chart/hand/ChartScale.h"
+#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Redraw.h"

@@ -1,7 +1,7 @@
 // The dialogs of the chart window: titles and legend.
-#include "chart/LegendOptsForm.h"
-#include "chart/OptionLists.h"
-#include "chart/TitleOptsForm.h"
+#include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/OptionLists.h"
+#include "chart/dialogs/TitleOptsForm.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/surfaces/QtFonts.h"

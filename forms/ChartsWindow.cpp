@@ -1,8 +1,8 @@
 // The chart window.
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
-#include "chart/LegendOptsForm.h"
-#include "chart/TitleOptsForm.h"
+#include "chart/Charts.h"
+#include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/TitleOptsForm.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/shell/ChartBox.h"

@@ -1,8 +1,8 @@
 // The desktop program.
+#include "commands/Analmenu.h"
 #include "forms/Windows.h"
 #include "forms/shell/DesktopPlatform.h"
 #include "forms/shell/FormHost.h"
-#include "workspace/commands/Analmenu.h"
 
 #include <QApplication>
 

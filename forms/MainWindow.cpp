@@ -1,4 +1,5 @@
 // The main window: the menu, and below it where the analysis stands.
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"
 #include "forms/Pieces.h"
@@ -7,7 +8,6 @@
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "persistence/Filelist.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>

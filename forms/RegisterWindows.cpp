@@ -1,4 +1,5 @@
-#include "chart/ChartState.h"
+#include "chart/records/ChartState.h"
+#include "commands/Analmenu.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
 #include "forms/Windows.h"
@@ -6,7 +7,6 @@
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>

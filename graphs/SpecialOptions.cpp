@@ -1,7 +1,7 @@
 #include "graphs/SpecialOptions.h"
 
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "graphs/GraphParts.h"
 
 namespace Quillon {

@@ -1,7 +1,7 @@
 #pragma once
 // Goodness of fit: residuals, runs test, standard errors, correlations.
 
-#include "chart/AxisScale.h" // LogBase10, which displays and charts share
+#include "chart/scale/AxisScale.h" // LogBase10, which displays and charts share
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #include "scandata/BaselineShiftGraph.h"
 
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "scandata/BaselineShift.h"

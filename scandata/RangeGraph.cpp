@@ -1,8 +1,8 @@
 #include "scandata/RangeGraph.h"
 
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
-#include "chart/Tics.h"
+#include "chart/Charts.h"
+#include "chart/scale/Tics.h"
 #include "platform/Platform.h"
 #include "scandata/DataSetTable.h"
 #include "scandata/RangeOptions.h"

@@ -1,7 +1,7 @@
 #include "scandata/RangeOptions.h"
 
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

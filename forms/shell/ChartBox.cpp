@@ -1,7 +1,7 @@
 #include "forms/shell/ChartBox.h"
 
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "forms/shell/Binding.h"
 
 #include <QMouseEvent>

@@ -1,7 +1,7 @@
 #pragma once
 // Where graphs are painted in windows: the picture box of the chart window, and small pictures in others.
 
-#include "chart/ChartState.h"
+#include "chart/records/ChartState.h"
 #include "forms/surfaces/QtSurface.h"
 
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "forms/shell/DesktopPlatform.h"
 
-#include "chart/ChartState.h"
+#include "chart/records/ChartState.h"
 #include "files/WholeFile.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"

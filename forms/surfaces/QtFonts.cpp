@@ -1,7 +1,7 @@
 #include "forms/surfaces/QtFonts.h"
 
-#include "chart/FontClass.h"
-#include "chart/SymbolText.h"
+#include "chart/pens/FontClass.h"
+#include "chart/pens/SymbolText.h"
 
 #include <QFontDatabase>
 #include <QFontMetricsF>

@@ -1,6 +1,6 @@
 #include "forms/surfaces/QtSurface.h"
 
-#include "chart/HatchLines.h"
+#include "chart/pens/HatchLines.h"
 #include "forms/surfaces/QtFonts.h"
 
 #include <QFontMetricsF>

@@ -1,5 +1,5 @@
 // From data to a scale: transform, range, prescale, format.
-#include "chart/AxisScale.h"
+#include "chart/scale/AxisScale.h"
 
 #include "ChartBench.h"
 

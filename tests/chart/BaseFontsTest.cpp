@@ -1,6 +1,6 @@
 // Widths of the base fonts, against the published tables, and the letters of the Symbol family.
-#include "chart/BaseFonts.h"
-#include "chart/SymbolText.h"
+#include "chart/pens/BaseFonts.h"
+#include "chart/pens/SymbolText.h"
 
 #include <gtest/gtest.h>
 

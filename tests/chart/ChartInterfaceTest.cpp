@@ -1,6 +1,6 @@
 // The calling interface: initial records, checks, what comes back, what is held, menus.
 #include "ChartBench.h"
-#include "chart/Device.h"
+#include "chart/pens/Device.h"
 
 #include <limits>
 

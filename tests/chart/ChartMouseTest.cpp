@@ -1,5 +1,5 @@
 // What the pointer and keys do on a graph: rubber band, readings, Escape.
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 
 #include "ChartBench.h"
 

@@ -1,6 +1,6 @@
 // The scale commands and the options of the chart window.
 #include "ChartBench.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 
 namespace Quillon {
 namespace {

@@ -1,6 +1,6 @@
 // Targets and showing: views, limits and colours of a target, metafiles, the order of painting, cancels.
 #include "ChartBench.h"
-#include "chart/Device.h"
+#include "chart/pens/Device.h"
 
 namespace Quillon {
 namespace {

@@ -1,5 +1,5 @@
 // Dash patterns: lengths of pieces and gaps, and that a pattern runs on.
-#include "chart/DashLine.h"
+#include "chart/pens/DashLine.h"
 
 #include "ChartBench.h"
 

@@ -1,6 +1,6 @@
 // Axis lines, tics, grid lines and labels.
 #include "ChartBench.h"
-#include "chart/Layout.h"
+#include "chart/layout/Layout.h"
 
 namespace Quillon {
 namespace {

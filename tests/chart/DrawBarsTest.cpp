@@ -1,6 +1,6 @@
 // Bars and pies.
 #include "ChartBench.h"
-#include "chart/Legend.h"
+#include "chart/draw/Legend.h"
 
 namespace Quillon {
 namespace {

@@ -1,9 +1,9 @@
 // Series of X-Y plots: what is drawn where.
 #include "ChartBench.h"
-#include "chart/AxisScale.h"
-#include "chart/ClipLine.h"
-#include "chart/Mapping.h"
-#include "chart/Pens.h"
+#include "chart/draw/ClipLine.h"
+#include "chart/pens/Pens.h"
+#include "chart/scale/AxisScale.h"
+#include "chart/scale/Mapping.h"
 
 #include <random>
 

@@ -1,5 +1,5 @@
 // The digits at the tics.
-#include "chart/FormatTic.h"
+#include "chart/scale/FormatTic.h"
 
 #include "ChartBench.h"
 

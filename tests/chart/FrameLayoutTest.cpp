@@ -1,6 +1,6 @@
 // Where the frame stands, and that nothing around it is cut.
 #include "ChartBench.h"
-#include "chart/Layout.h"
+#include "chart/layout/Layout.h"
 
 #include <random>
 

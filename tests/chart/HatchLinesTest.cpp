@@ -1,5 +1,5 @@
 // The lines of hatches: how many, where they run, and that none leaves its area.
-#include "chart/HatchLines.h"
+#include "chart/pens/HatchLines.h"
 
 #include <gtest/gtest.h>
 

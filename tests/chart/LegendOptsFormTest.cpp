@@ -1,5 +1,5 @@
 // The form for the legend: what it shows, previews, refuses and brings into the graph.
-#include "chart/LegendOptsForm.h"
+#include "chart/dialogs/LegendOptsForm.h"
 
 #include "ChartBench.h"
 

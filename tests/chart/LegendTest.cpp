@@ -1,8 +1,8 @@
 // The legend: entries, place, size, and that it stays in its box.
-#include "chart/Legend.h"
+#include "chart/layout/LegendLayout.h"
 
 #include "ChartBench.h"
-#include "chart/Pens.h"
+#include "chart/pens/Pens.h"
 
 namespace Quillon {
 namespace {

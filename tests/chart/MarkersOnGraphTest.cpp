@@ -1,6 +1,6 @@
 // Markers through what changes the graph below them, and which one a press takes hold of.
 #include "ChartBench.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 
 namespace Quillon {
 namespace {

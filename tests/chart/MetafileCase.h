@@ -2,7 +2,7 @@
 // What the tests of metafiles share: drawing one and reading it back.
 
 #include "MetafileReader.h"
-#include "chart/Metafile.h"
+#include "chart/targets/Metafile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The chart engine paints a graph into a file: the whole way from data to the bytes under a name.
-#include "chart/PictureTarget.h"
+#include "chart/targets/PictureTarget.h"
 #include "ChartBench.h"
 #include "MetafileReader.h"
 #include "SvgReader.h"

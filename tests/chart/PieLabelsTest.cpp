@@ -1,5 +1,5 @@
 // Labels about a pie.
-#include "chart/PieLabels.h"
+#include "chart/draw/PieLabels.h"
 
 #include <gtest/gtest.h>
 

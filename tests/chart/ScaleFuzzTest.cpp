@@ -1,7 +1,7 @@
 // The scaling under ranges that no one has picked: what must hold for all of them.
 #include "ChartBench.h"
-#include "chart/AxisScale.h"
-#include "chart/Tics.h"
+#include "chart/scale/AxisScale.h"
+#include "chart/scale/Tics.h"
 
 #include <cmath>
 #include <random>

@@ -1,5 +1,5 @@
 // Scalable vector graphics, read back as a document.
-#include "chart/SvgFile.h"
+#include "chart/targets/SvgFile.h"
 #include "SvgReader.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // Symbols, colours and the style cycles.
-#include "chart/Symbols.h"
+#include "chart/pens/Symbols.h"
 
 #include "ChartBench.h"
-#include "chart/Pens.h"
+#include "chart/pens/Pens.h"
 
 namespace Quillon {
 namespace {

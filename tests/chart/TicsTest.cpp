@@ -1,8 +1,8 @@
 // The choice of tics and their positions.
-#include "chart/Tics.h"
+#include "chart/scale/Tics.h"
 
 #include "ChartBench.h"
-#include "chart/AxisScale.h"
+#include "chart/scale/AxisScale.h"
 
 #include <cmath>
 #include <cstdlib>

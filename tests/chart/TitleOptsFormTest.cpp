@@ -1,5 +1,5 @@
 // The form for titles: what it shows, previews, refuses and brings into the graph.
-#include "chart/TitleOptsForm.h"
+#include "chart/dialogs/TitleOptsForm.h"
 
 #include "ChartBench.h"
 

@@ -1,5 +1,5 @@
 // Main titles: placement, shrinking, headlines from comments.
-#include "chart/Titles.h"
+#include "chart/draw/Titles.h"
 #include "ChartBench.h"
 
 namespace Quillon {

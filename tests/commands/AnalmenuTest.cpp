@@ -1,9 +1,9 @@
 // The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
-#include "workspace/commands/Analmenu.h"
+#include "commands/Analmenu.h"
 
+#include "commands/Commands.h"
 #include "scandata/FileForm.h"
 #include "tests/support/ScriptedPlatform.h"
-#include "workspace/commands/Commands.h"
 #include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The fit command: what it repairs, asks and resets between model, options, parameters and the iteration.
-#include "workspace/commands/FitCommand.h"
+#include "commands/FitCommand.h"
 
 #include "fit/FreeMap.h"
 #include "models/Catalogue.h"

@@ -2,6 +2,8 @@
 // of the fit, from the file alone.
 #include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "commands/Analmenu.h"
+#include "commands/FitCommand.h"
 #include "fit/FreeMap.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/PickSet.h"
@@ -15,8 +17,6 @@
 #include "tests/support/ModelCases.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
-#include "workspace/commands/Analmenu.h"
-#include "workspace/commands/FitCommand.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 // Whatever a user does, in any order, with any answers: when a fit can be saved the save succeeds, and what
 // was saved is what a restore brings back. The user here is random and the same in every run.
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
+#include "commands/Analmenu.h"
 #include "fit/BoundsForm.h"
 #include "fit/FreeMap.h"
 #include "models/BaseForm.h"
@@ -14,7 +15,6 @@
 #include "tests/support/ModelCases.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
-#include "workspace/commands/Analmenu.h"
 
 #include "chart/CHART.h"
 

@@ -1,7 +1,8 @@
 // A whole analysis as a user plays it on the records of the windows: from the start of the program through
 // the table of scans, model, units and guesses to the results.
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
+#include "commands/Analmenu.h"
 #include "fit/GetGuess.h"
 #include "models/ModelForm.h"
 #include "models/ParmScale.h"
@@ -10,7 +11,6 @@
 #include "scandata/FileForm.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>

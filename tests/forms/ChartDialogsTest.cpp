@@ -1,8 +1,8 @@
 // The chart window's dialogs, keys and status line as windows.
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
-#include "chart/LegendOptsForm.h"
-#include "chart/TitleOptsForm.h"
+#include "chart/Charts.h"
+#include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/TitleOptsForm.h"
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"

@@ -1,5 +1,6 @@
 // Every form on its window: opened by its command, filled through widgets, closed in each of the ways that a
 // user has, and what the workspace holds afterwards.
+#include "commands/Analmenu.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
 #include "fit/GetGuess.h"
@@ -18,7 +19,6 @@
 #include "reporting/Results.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QAction>

@@ -1,5 +1,6 @@
 // The largest fit that the table allows keeps its window alive and ends soon after Cancel. Counted in passes
 // over the points and in services of the event queue: how long those take is the machine's matter.
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/GNLLSQ.h"
 #include "forms/shell/Binding.h"
@@ -7,7 +8,6 @@
 #include "platform/Platform.h"
 #include "tests/forms/Player.h"
 #include "tests/support/Simulate.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>

@@ -3,6 +3,7 @@
 // In the suite for two seconds; by hand longer, best under the sanitizers:
 //   QUILLON_MONKEY_SECONDS=300 QUILLON_MONKEY_SEED=7 test_forms --gtest_filter=Monkey*
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "forms/Windows.h"
 #include "forms/shell/Binding.h"
@@ -11,7 +12,6 @@
 #include "platform/Platform.h"
 #include "tests/forms/Scans.h"
 #include "tests/support/Simulate.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QAction>

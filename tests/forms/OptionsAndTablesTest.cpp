@@ -1,5 +1,5 @@
 // Options, rows and boxes of the forms by keyboard alone, and what a change of size does to them.
-#include "chart/ChartState.h"
+#include "chart/records/ChartState.h"
 #include "forms/shell/ChartBox.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"

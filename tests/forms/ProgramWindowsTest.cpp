@@ -1,7 +1,8 @@
 // The windows of long work and of graphs, the table of data sets and the main window: in every way that they
 // can be left, also in the middle of what they show.
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/GetGuess.h"
 #include "fit/WaitForm.h"
@@ -13,7 +14,6 @@
 #include "scandata/InfoBox.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>

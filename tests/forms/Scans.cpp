@@ -1,5 +1,6 @@
 #include "tests/forms/Scans.h"
 
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/FreeMap.h"
 #include "fit/GNLLSQ.h"
@@ -9,7 +10,6 @@
 #include "scandata/FitData.h"
 #include "scandata/ScanWriter.h"
 #include "tests/support/Simulate.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <cmath>

@@ -1,6 +1,7 @@
 // A whole analysis at the windows, once with the mouse and once with the keyboard alone.
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/GetGuess.h"
 #include "forms/shell/Binding.h"
@@ -12,7 +13,6 @@
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>

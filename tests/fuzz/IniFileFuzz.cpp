@@ -2,10 +2,10 @@
 // and a value written among them is read again with all else as it was.
 #include "chart/CHART.h"
 #include "chart/CHARTEX.h"
+#include "commands/Analmenu.h"
 #include "input/IniFile.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"
-#include "workspace/commands/Analmenu.h"
 #include "workspace/records/Workspace.h"
 
 #include <cstdint>

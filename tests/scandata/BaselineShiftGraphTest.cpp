@@ -3,7 +3,7 @@
 
 #include "ScanFixture.h"
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "tests/support/RecordingSurface.h"
 
 namespace Quillon {

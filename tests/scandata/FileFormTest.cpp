@@ -3,7 +3,7 @@
 
 #include "ScanFixture.h"
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "scandata/BaselineShiftGraph.h"
 #include "scandata/ExtinctionForm.h"
 #include "scandata/InfoBox.h"

@@ -4,7 +4,7 @@
 
 #include "ScanFixture.h"
 #include "chart/CHART.h"
-#include "chart/ChartMouse.h"
+#include "chart/Charts.h"
 #include "scandata/RangeOptions.h"
 #include "tests/support/RecordingSurface.h"
 

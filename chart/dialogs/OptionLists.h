@@ -1,0 +1,46 @@
+#pragma once
+// What the dialogs of the chart share: their lists and the rule of text sizes.
+
+#include "chart/records/Colors.h"
+#include "platform/Controls.h"
+
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// The six ways to justify a title, in the order of GraphTitle::Justify.
+std::vector<std::string> JustifyNames();
+
+// The colours of the table in force, in the order of the cycle: a name, or "#RRGGBB" for one that has none.
+std::vector<std::string> ColorListNames();
+
+// The row of a cycle index in the list of colours, and the colour of a row.
+int ColorListRow(std::int16_t cycleIndex);
+ChartColor ColorOfRow(int row);
+
+// The font of the row chosen in a list of fonts. A font that no row stands for is kept until another row than
+// the one shown for it is chosen.
+std::int16_t ChosenFont(const Control& list, std::int16_t before);
+
+// A list box with a row chosen.
+void FillList(Control& list, const std::vector<std::string>& items, int row);
+
+// A label or button.
+Control Captioned(const std::string& text, const std::string& tip = "");
+
+// Shows a text as it will look: Text, ForeColor, and the face in Tag, with " Bold" behind it where it is
+// bold.
+void ShowSample(Control& sample, const std::string& text, std::int16_t font, int colorRow);
+
+// The text of a size, a fraction of the diagonal.
+std::string SizeText(float size);
+
+// "(.009 to .053 shows)": between which fractions a text changes its size on the target.
+std::string SizeNote();
+
+// A box of a size is left or its form accepted: takes a new value into size. One that is not between 0 and 1
+// is told, and the focus goes back; false then. A text that was not changed leaves size as it is.
+bool TakeSize(FormState& form, Control& box, float& size);
+
+} // namespace Quillon

@@ -1,0 +1,120 @@
+// The command that makes present settings the defaults, one question at a time.
+#include "chart/dialogs/SaveChartDefaults.h"
+
+#include "chart/records/ChartDefaults.h"
+#include "chart/records/ChartSeams.h"
+#include "chart/records/ChartState.h"
+#include "chart/records/ChartStyle.h"
+#include "input/IniFile.h"
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+
+namespace Quillon {
+
+namespace {
+
+void Write(const std::string& key, const std::string& value) {
+    WriteIniValue(ChartIniPath(), ChartIniSection(), key, value);
+}
+
+std::string LengthText(float length) {
+    return FormatNumber(static_cast<double>(length), "0.000");
+}
+
+BoxAnswer AskThree(const std::string& question, BoxAnswer standard) {
+    return Host.MessageBoxAnswer(
+        {question, ProgramTitle(), BoxIcon::Question, BoxButtons::YesNoCancel, standard});
+}
+
+bool Ask(const std::string& question) {
+    return AskYesNo(question, ProgramTitle(), BoxAnswer::No);
+}
+
+// Writes one text on Yes, another on No, and nothing on Cancel.
+void AskAndWrite(const std::string& question, const std::string& key, const std::string& yes,
+                 const std::string& no) {
+    const BoxAnswer answer = AskThree(question, BoxAnswer::Cancel);
+    if (answer != BoxAnswer::Cancel) Write(key, answer == BoxAnswer::Yes ? yes : no);
+}
+
+void SaveStyle() {
+    AskAndWrite("Do you want the default graph style to include grids across the graph body at the tic mark "
+                "positions (Yes), or no grids (No), or to leave the default unchanged (Cancel)?",
+                "UseGrids", "1", "0");
+    AskAndWrite(
+        "Do you want the default to be to use 'rainbow' gradient colors (rather than a discrete set of 14 "
+        "colors) to delimit different data sets on graphs (Yes), or to inhibit line dashing (No), or leave "
+        "the default unchanged (Cancel)?",
+        "UseRainbowColors", "True", "False");
+    AskAndWrite(
+        "Do you want the default to be to use dashed lines (4 styles + solid) to delimit different data sets "
+        "on graphs (Yes), or to inhibit line dashing (No), or leave the default unchanged (Cancel)? (Note "
+        "that this has no effect when in 'rainbow' mode.)",
+        "DashedLines", "True", "False");
+}
+
+void SavePageSize() {
+    const ChartStyle& style = Chart.Style;
+    const char* const page = style.PageCustom != 0 ? "Custom" : style.PageHalf != 0.0F ? "Half" : "Full";
+    std::vector<IniSetting> settings{{"LeftMargin", LengthText(style.LeftMargin)},
+                                     {"TopMargin", LengthText(style.TopMargin)},
+                                     {"RightMargin", LengthText(style.RightMargin)},
+                                     {"BottomMargin", LengthText(style.BottomMargin)},
+                                     {"PageSize", page}};
+    if (style.PageCustom != 0) {
+        settings.push_back({"CustomHeight", LengthText(style.CustomHeight)});
+        settings.push_back({"CustomWidth", LengthText(style.CustomWidth)});
+    }
+    WriteIniValues(ChartIniPath(), ChartIniSection(), settings);
+}
+
+void SavePrinting() {
+    AskAndWrite(
+        "Do you want the default to be to specify page layout in inches (Yes) or centimeters (No), or to "
+        "leave the default unchanged (Cancel)?",
+        "MetricUnits", "False", "True");
+    if (Ask("Do you want to save the present printing size and margins and page size (set on the Printing "
+            "Options "
+            "form) as the default values?"))
+        SavePageSize();
+    AskAndWrite(
+        "Do you want the default to be that when a 'Custom' sized graph is printed, the size specified is "
+        "that of the whole graph (with titles, axis labels, etc.) (Yes) or that the size is that of the axis "
+        "frame (the data area of the graph) (No), or to leave the default unchanged (Cancel)?",
+        "AxisFrame", "False", "True");
+    AskAndWrite(
+        "Do you want the default to be to vary line widths after each 5 sets to help distinguish different "
+        "data sets for black & white printing (Yes) or to keep line widths fixed (No), or to leave the "
+        "default unchanged (Cancel)?",
+        "LineWidthFixed", "False", "True");
+    AskAndWrite(
+        "Do you want the default to be that when line widths are varied the first 5 sets have the minimum "
+        "width and then increase up to the normal setting (this prints faster) (Yes) or to start at the "
+        "normal width and decrease (No), or to leave the default unchanged (Cancel)?",
+        "LineWidthIncrease", "True", "False");
+}
+
+void SaveDelimiter() {
+    const BoxAnswer answer = AskThree(
+        "When copying graph data to disk, do you want the delimiter between data columns to be a tab (Yes), "
+        "a comma (No), or a space (Cancel)? The default setting is a Tab character; any change will come "
+        "into effect immediately.",
+        BoxAnswer::Yes);
+    const std::int16_t code = answer == BoxAnswer::Yes ? 9 : answer == BoxAnswer::No ? 44 : 32;
+    Chart.Style.AsciiDelimiter = code;
+    Write("AsciiDelimiter", std::to_string(code));
+}
+
+} // namespace
+
+void SaveChartDefaults() {
+    try {
+        SaveStyle();
+        if (Ask("Do you want to save printing option defaults?")) SavePrinting();
+        SaveDelimiter();
+    } catch (const RuntimeError&) {
+        Tell("Error occurred while writing defaults to " + ChartIniPath(), ProgramTitle(), BoxIcon::Warning);
+    }
+}
+
+} // namespace Quillon

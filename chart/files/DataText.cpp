@@ -1,0 +1,50 @@
+// The data of a graph as text.
+#include "chart/files/DataText.h"
+
+#include "chart/records/ChartState.h"
+#include "chart/records/SetTable.h"
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+
+namespace Quillon {
+
+namespace {
+
+// The points of the longest set: up to the last place that holds a value.
+long LongestSet() {
+    for (long point = Chart.DataX.Points(); point >= 1; --point)
+        for (long set = 1; set <= Chart.DataX.Sets(); ++set)
+            if (Chart.DataX(point, set) != MissingValue || Chart.DataY(point, set) != MissingValue)
+                return point;
+    return 0;
+}
+
+std::string ValueText(float value) {
+    return value == MissingValue ? " " : SingleText(value);
+}
+
+} // namespace
+
+std::string DataText(char delimiter) {
+    std::string text;
+    const long points = LongestSet();
+    for (long point = 1; point <= points; ++point) {
+        for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
+            if (set > 1) text += delimiter;
+            text += ValueText(Chart.DataX(point, set)) + delimiter + ValueText(Chart.DataY(point, set));
+        }
+        text += "\r\n";
+    }
+    return text;
+}
+
+void EditCopyData() {
+    if (Chart.GraphHeld != 0) Host.SetClipboardText(DataText('\t'));
+}
+
+char AsciiDelimiterChar() {
+    const std::int16_t code = Chart.Style.AsciiDelimiter;
+    return code == ',' || code == ' ' ? static_cast<char>(code) : '\t';
+}
+
+} // namespace Quillon

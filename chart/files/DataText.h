@@ -1,0 +1,18 @@
+#pragma once
+// The data of a graph as text.
+
+#include <string>
+
+namespace Quillon {
+
+// The stored data as text: one line for each point of the longest set, in it X and Y of each set, columns
+// separated by delimiter, a missing value as one blank, lines ended by CR LF.
+std::string DataText(char delimiter);
+
+// The command: the data of a graph that is held go to the clipboard, with tabs between the columns.
+void EditCopyData();
+
+// The character that AsciiDelimiter stands for: tab, comma or blank.
+char AsciiDelimiterChar();
+
+} // namespace Quillon

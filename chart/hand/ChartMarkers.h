@@ -1,0 +1,19 @@
+#pragma once
+// The vertical markers over the graph, which the user moves along X.
+
+namespace Quillon {
+
+// Two markers at X of the stored data, in use.
+void PlaceMarkers(float first, float second);
+void RemoveMarkers();
+void RecordMarkers();     // keeps the X of each before a redraw
+void RepositionMarkers(); // puts each back to its X; outside the scale it stands at the scale's end
+// The marker that a press at a place takes hold of: the nearest within reach along X, of several at one place
+// the one that has the larger part of the frame to move in. -1 where there is none, and outside the frame.
+int MarkerAt(int x, int y, int reach);
+void MarkerMouseDown(int index);
+void MarkerMouseMove(int x); // the captured marker follows, but not to or past a neighbour
+void MarkerMouseUp();
+void MarkerKey(int code, int shift); // the arrow keys
+
+} // namespace Quillon

@@ -1,0 +1,152 @@
+// The room that the legend takes, and where it stands.
+#include "chart/layout/LegendLayout.h"
+
+#include "chart/layout/Layout.h"
+#include "chart/pens/Device.h"
+#include "chart/pens/Fonts.h"
+#include "chart/pens/Pens.h"
+#include "chart/records/ChartState.h"
+#include "chart/records/Records.h"
+#include "platform/Narrow.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+// The part of the view that a legend may take before its text shrinks, and at most.
+constexpr double MostAcross = 0.4, MostUp = 0.4;
+constexpr double SampleLength = 0.035; // of the diagonal
+
+bool ToTheRight() {
+    return Chart.Spec.Legend.Where == LegendPlaces::Right;
+}
+
+// What one entry takes, in the size in force.
+LegendSpace MeasureEntry(const std::vector<LegendEntry>& entries) {
+    const GraphState& state = Chart.State;
+    const TextSize font = SelectFont(Chart.Spec.Legend.Font, Chart.Layout.Sizes.Legend, 0);
+    int widest = 0;
+    for (const LegendEntry& entry : entries)
+        widest = std::max(widest, TextWidth(entry.Name));
+    const int symbol = DeviceUnits(static_cast<double>(Chart.Style.SymbolSize) * state.Diagonal) + 2;
+    LegendSpace space;
+    space.Gap = std::max<std::int16_t>(state.ClearX, 1);
+    space.SampleWidth = DeviceUnits(std::max(SampleLength * state.Diagonal, 2.0 * symbol));
+    space.EntryWidth = DeviceUnits(space.SampleWidth + widest + 3.0 * space.Gap);
+    space.EntryHeight = DeviceUnits(std::max(font.Height, symbol) + state.ClearY / 2);
+    return space;
+}
+
+// Arranges n entries in a place of a size; the room taken is that of the rows and columns that are there.
+void Arrange(LegendSpace& space, int n, int width, int height) {
+    if (ToTheRight()) {
+        const int most = std::max(height / std::max<int>(space.EntryHeight, 1), 1);
+        const int columns = (n + most - 1) / most;
+        space.Columns = ToInt16(columns);
+        space.Rows = ToInt16((n + columns - 1) / columns);
+    } else {
+        const int most = std::max(width / std::max<int>(space.EntryWidth, 1), 1);
+        const int columns = std::min(most, n);
+        space.Columns = ToInt16(columns);
+        space.Rows = ToInt16((n + columns - 1) / columns);
+    }
+    space.Width = DeviceUnits(static_cast<double>(space.Columns) * space.EntryWidth + space.Gap);
+    space.Height = DeviceUnits(static_cast<double>(space.Rows) * space.EntryHeight + 2.0 * space.Gap);
+}
+
+// What does not fit at the smallest size is left out: columns first, then the length of texts, then rows.
+void Crop(LegendSpace& space, int width, int height) {
+    while (space.Columns > 1 && space.Width > width) {
+        --space.Columns;
+        space.Width = DeviceUnits(static_cast<double>(space.Columns) * space.EntryWidth + space.Gap);
+    }
+    if (space.Width > width) {
+        space.Width = DeviceUnits(width);
+        space.EntryWidth = DeviceUnits(width - space.Gap);
+    }
+    while (space.Rows > 1 && space.Height > height) {
+        --space.Rows;
+        space.Height = DeviceUnits(static_cast<double>(space.Rows) * space.EntryHeight + 2.0 * space.Gap);
+    }
+}
+
+} // namespace
+
+bool HasLegend() {
+    return Chart.Spec.Legend.Show != 0 && Chart.State.MultiSet == 1 && Chart.State.Nsets > 1;
+}
+
+std::vector<LegendEntry> LegendEntries() {
+    std::vector<LegendEntry> entries;
+    const GraphSpec& spec = Chart.Spec;
+    const int sets = Chart.State.Nsets;
+    const bool areas = spec.GraphType == GraphTypes::HorizontalBars ||
+                       spec.GraphType == GraphTypes::VerticalBars || spec.GraphType == GraphTypes::Pie;
+    for (int set = 1; set <= sets; ++set) {
+        LegendEntry entry;
+        if (set <= Chart.SetNames.Hi()) entry.Name = Chart.SetNames[set];
+        if (areas) {
+            entry.AreaSet = set;
+        } else if (Alternating()) {
+            entry.SymbolSet = set;
+            if (set < sets) entry.LineSet = ++set;
+        } else {
+            if (spec.PlotStyle == PlotStyles::Lines) entry.LineSet = set;
+            if (spec.SymbolMode != 3) entry.SymbolSet = set;
+        }
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+void LayoutLegend() {
+    LegendSpace& space = Chart.Layout.Legend;
+    space = {};
+    const GraphLegend& legend = Chart.Spec.Legend;
+    if (!HasLegend()) return;
+    const std::vector<LegendEntry> entries = LegendEntries();
+    const int n = static_cast<int>(entries.size());
+    const GraphState& state = Chart.State;
+    const bool free = legend.AutoPlace != 1 && legend.Box.X2 > legend.Box.X1 && legend.Box.Y2 > legend.Box.Y1;
+    int width = ToTheRight() ? DeviceUnits(MostAcross * state.ViewW) : state.ViewW;
+    int height = ToTheRight() ? state.ViewH : DeviceUnits(MostUp * state.ViewH);
+    if (free) {
+        width = legend.Box.X2 - legend.Box.X1;
+        height = legend.Box.Y2 - legend.Box.Y1;
+    }
+    for (;;) {
+        space = MeasureEntry(entries);
+        Arrange(space, n, width, height);
+        const bool fits = space.Width <= width && space.Height <= height;
+        if (fits || legend.AutoPlace != 1 || !ShrinkSize(Chart.Layout.Sizes.Legend)) break;
+    }
+    Crop(space, width, height);
+    if (free) space.Width = space.Height = 0; // it takes nothing from the frame
+}
+
+void PlaceLegend() {
+    const LegendSpace& space = Chart.Layout.Legend;
+    const GraphState& state = Chart.State;
+    const GraphBox& frame = Chart.Spec.Frame;
+    GraphBox& box = Chart.Spec.Legend.Box;
+    if (space.Width == 0 || space.Height == 0) return;
+    if (ToTheRight()) {
+        box.X1 = DeviceUnits(state.ViewRight - space.Width + 1);
+        const int centre = (frame.Y1 + frame.Y2) / 2;
+        const int top = std::clamp<int>(centre - space.Height / 2, state.ViewTop,
+                                        std::max<int>(state.ViewBottom - space.Height + 1, state.ViewTop));
+        box.Y1 = DeviceUnits(top);
+    } else {
+        const int centre = (frame.X1 + frame.X2) / 2;
+        const int left = std::clamp<int>(centre - space.Width / 2, state.ViewLeft,
+                                         std::max<int>(state.ViewRight - space.Width + 1, state.ViewLeft));
+        box.X1 = DeviceUnits(left);
+        box.Y1 = DeviceUnits(state.ViewBottom - space.Height + 1);
+    }
+    box.X2 = DeviceUnits(box.X1 + space.Width - 1.0);
+    box.Y2 = DeviceUnits(box.Y1 + space.Height - 1.0);
+}
+
+} // namespace Quillon

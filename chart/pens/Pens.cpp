@@ -1,0 +1,136 @@
+#include "chart/pens/Pens.h"
+
+#include "chart/pens/DashLine.h"
+#include "chart/pens/Device.h"
+#include "chart/records/ChartSeams.h"
+#include "chart/records/ChartState.h"
+#include "chart/records/Colors.h"
+#include "chart/records/Cycles.h"
+#include "chart/records/Records.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+bool Rainbow() {
+    return Chart.Style.UseRainbowColors != 0 && Chart.State.Nsets >= 2;
+}
+
+// The least width that shows: 4.36 twips above 360 dots per inch, one unit below.
+int LeastWidth() {
+    if (Chart.PlotterFonts != 0) return 0;
+    const double pix = Chart.PixY;
+    return pix > 0.25 ? static_cast<int>(std::nearbyint(pix * 4.36)) : 1;
+}
+
+int Units(float twips) {
+    return DeviceUnits(static_cast<double>(twips) * static_cast<double>(Chart.PixY));
+}
+
+// From violet for the first set to red for the last one.
+ChartColor RainbowColor(int set) {
+    const double index = std::nearbyint((set - 1) * 10000.0 / (Chart.State.Nsets - 1));
+    const double hue = (10000.0 - std::clamp(index, 0.0, 10000.0)) * 280.0 / 10000.0;
+    return HSBtoColor(static_cast<float>(hue), 1.0F, 0.5F);
+}
+
+// Without colours the dash style changes with each line. Where sets alternate, only every second index is
+// that of a line, so that these are counted; with colours they are not, since there the dash style changes
+// when the colours have run out.
+std::int16_t DashOf(int index, bool alternating) {
+    if (Chart.Style.DashedLines == 0) return 0;
+    if (Chart.ColorDevice != 0) return Chart.Cycles.Line[CyclePlace(index)];
+    return Chart.Cycles.Line2[CyclePlace(alternating ? index / 2 : index)];
+}
+
+} // namespace
+
+bool Alternating() {
+    const std::int16_t type = Chart.Spec.GraphType;
+    const bool lines = type == GraphTypes::XYPlot || type == GraphTypes::CategoryLines;
+    return lines && Chart.Spec.PlotStyle == PlotStyles::Alternating;
+}
+
+std::size_t CyclePlace(int index) {
+    const int length = CycleLen + 1;
+    return static_cast<std::size_t>((index % length + length) % length);
+}
+
+Rgb TargetColor(ChartColor color) {
+    constexpr Rgb white = 0xFFFFFF;
+    const Rgb rgb = ToRgb(color);
+    return Chart.ColorDevice != 0 || rgb == white ? rgb : 0;
+}
+
+Rgb CycleColor(int index) {
+    return TargetColor(Chart.Cycles.Color[CyclePlace(index)]);
+}
+
+Rgb BoxColor(const GraphBox& box) {
+    return ToRgb(BasicColor(Chart.ColorDevice != 0 ? box.Color : 15));
+}
+
+int SetIndex(int set) {
+    const int colors = std::max<int>(Chart.State.NColors, 1);
+    const int index = Alternating() && set % 2 == 1 ? set - 1 + (set - 1) / colors : set - 1;
+    return static_cast<int>(CyclePlace(index));
+}
+
+Rgb SetColor(int set) {
+    return Rainbow() ? TargetColor(RainbowColor(set)) : CycleColor(SetIndex(set));
+}
+
+int PenWidth(float twips) {
+    return Chart.PlotterFonts != 0 ? 0 : std::max(Units(twips), LeastWidth());
+}
+
+int SetLineWidth(int index) {
+    if (Chart.PlotterFonts != 0) return 0;
+    const int full = Units(Chart.Spec.LineWidth);
+    const int fives = (Alternating() ? index / 2 : index) / 5;
+    int width = full;
+    if (Chart.Style.LineWidthFixed == 0 && Chart.Style.LineWidthIncrease != 0)
+        width = std::min(fives + 1, full);
+    if (Chart.Style.LineWidthFixed == 0 && Chart.Style.LineWidthIncrease == 0)
+        width =
+            DeviceUnits(static_cast<double>(Chart.Spec.LineWidth) * static_cast<double>(Chart.PixY) - fives);
+    return std::max(width, LeastWidth());
+}
+
+void SelectSetPen(int set) {
+    const int index = SetIndex(set);
+    SelectPen(SetColor(set), SetLineWidth(index));
+    if (!Rainbow()) BeginDash(DashOf(index, Alternating()));
+}
+
+void SelectPen(Rgb color, int width) {
+    TargetSurface().SetPen({true, color, width});
+    BeginDash(0);
+}
+
+void SelectCyclePen(int index, float twips, bool exclusive) {
+    TargetSurface().SetPen({true, CycleColor(index), PenWidth(twips), exclusive});
+    BeginDash(DashOf(index, false));
+}
+
+void SelectPattern(std::int16_t pattern, Rgb color) {
+    static constexpr BrushKind kinds[] = {
+        BrushKind::Solid,           BrushKind::Horizontal,       BrushKind::Vertical,
+        BrushKind::ForwardDiagonal, BrushKind::BackwardDiagonal, BrushKind::Cross,
+        BrushKind::DiagonalCross};
+    const bool hatch = pattern >= 1 && pattern <= 6;
+    TargetSurface().SetBrush({kinds[hatch ? pattern : 0], color});
+}
+
+void SelectNoPen() {
+    TargetSurface().SetPen({false, 0, 1});
+}
+
+void SelectNoBrush() {
+    TargetSurface().SetBrush({BrushKind::Hollow, 0});
+}
+
+} // namespace Quillon

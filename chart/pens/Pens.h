@@ -1,0 +1,54 @@
+#pragma once
+// What sets are drawn with: colours, line widths, pens and brushes for the target.
+
+#include "chart/records/Colors.h"
+#include "chart/records/Records.h"
+
+namespace Quillon {
+
+// True where odd-numbered sets are symbols and even-numbered ones lines.
+bool Alternating();
+
+// A colour on the target: without colours white stays white and everything else is black.
+Rgb TargetColor(ChartColor color);
+
+// The colour of a cycle index; any index, taken round the cycle.
+Rgb CycleColor(int index);
+
+// The background of a box. Paper is left white on a target without colours.
+Rgb BoxColor(const GraphBox& box);
+
+// A place in the cycle arrays for any index.
+std::size_t CyclePlace(int index);
+
+// The cycle index of a set, counted from 1.
+int SetIndex(int set);
+
+// The colour of a set: of the cycle, or of the gradient while UseRainbowColors is on.
+Rgb SetColor(int set);
+
+// A width in twips as device units: at least the least width that shows on the target, 0 on a plotter.
+int PenWidth(float twips);
+
+// The width of the data lines of a cycle index, in device units: LineWidth of the GraphSpec, or varied by
+// fives.
+int SetLineWidth(int index);
+
+// Takes the pen of a set into force, with its dash style. Its pattern begins anew.
+void SelectSetPen(int set);
+
+// Takes a solid pen into force.
+void SelectPen(Rgb color, int width);
+
+// Takes a pen into force by a cycle index, with width in twips and the dash style of that index. exclusive:
+// what it draws is combined with what is there by exclusive or.
+void SelectCyclePen(int index, float twips, bool exclusive = false);
+
+// Takes a brush into force: pattern 0 solid, 1 to 6 the hatches.
+void SelectPattern(std::int16_t pattern, Rgb color);
+
+// No pen, so that what follows is filled without an outline; and no brush.
+void SelectNoPen();
+void SelectNoBrush();
+
+} // namespace Quillon

@@ -1,0 +1,40 @@
+#pragma once
+// The pens, brushes and fonts of a metafile. Each is made by a record when it is first used and kept to the
+// end; a record selects it when what is drawn needs another one than is in force.
+
+#include "chart/pens/BaseFonts.h"
+#include "chart/targets/MetafileRecords.h"
+
+#include <map>
+#include <tuple>
+#include <utility>
+
+namespace Quillon {
+
+struct EmfFont {
+    const BaseFont* Base = &BaseFontFor("Arial", false);
+    int Em = 12, Height = 13, Angle = 0; // Angle is one of 0 to 359
+};
+
+// What the records so far have brought into force; 0 before the first selection.
+struct EmfSelection {
+    std::uint32_t Pen = 0, Brush = 0, Font = 0;
+    Rgb TextColor = 0;
+    bool Exclusive = false; // the draw mode of pens and brushes
+};
+
+struct EmfObjects {
+    EmfSelection Now;
+    std::uint32_t Count = 0;
+    std::map<std::pair<Rgb, int>, std::uint32_t> Pens; // by colour and width
+    std::map<Rgb, std::uint32_t> Brushes;
+    std::map<std::tuple<const BaseFont*, int, int>, std::uint32_t> Fonts; // by family, em and angle
+};
+
+// Append what brings an attribute into force. More than 65534 objects are the run-time error "Overflow".
+void UsePen(EmfRecords& records, EmfObjects& objects, const SurfacePen& pen);
+void UseSolidBrush(EmfRecords& records, EmfObjects& objects, Rgb color);
+void UseHollowBrush(EmfRecords& records, EmfObjects& objects);
+void UseFont(EmfRecords& records, EmfObjects& objects, const EmfFont& font, Rgb color);
+
+} // namespace Quillon

@@ -1,0 +1,150 @@
+#include "commands/Commands.h"
+
+#include "commands/Analmenu.h"
+#include "commands/FitCommand.h"
+
+#include "fit/BoundsForm.h"
+#include "fit/ConfidenceInput.h"
+#include "models/BaseForm.h"
+#include "models/ConcForm.h"
+#include "models/SEDEQ3.h"
+#include "models/ShowConstraintForm.h"
+#include "models/SigmaCalcForm.h"
+#include "models/UnitsForm.h"
+#include "persistence/Filelist.h"
+#include "platform/Platform.h"
+#include "reporting/Correlation.h"
+#include "scandata/DataDirectory.h"
+#include "scandata/FileForm.h"
+#include "scandata/FitData.h"
+#include "scandata/SaveScans.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+void RunCommand(const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const RuntimeError& error) {
+        Tell("Error '" + error.Text + "' occurred in this command.", Work.ProgramName, BoxIcon::Warning);
+    }
+    Work.AbortFit = FlagFalse;
+    Host.SetPointer(Pointer::Standard);
+    SetMenuStatus();
+}
+
+void ReadData() {
+    OpenFileForm();
+    ReadDataReturn();
+}
+
+void ReadDataReturn() {
+    if (Work.AbortFit != 2)
+        Work.NewData = FlagFalse;
+    else
+        Work.FitDone = Work.FitValid = FlagFalse; // the points of the fit are others now
+    Work.AbortFit = FlagFalse;
+    SetMenuStatus();
+    Host.ShowForm("Analmenu");
+}
+
+void ToggleNameConvention() {
+    Work.NameConvention = Work.NameConvention == 1 ? 0 : 1;
+    FindDataDirectory();
+}
+
+void DoFitRestore() {
+    RestoreFit();
+}
+
+void SaveDefaults() {
+    SaveFitDefaults();
+    SaveProgramDefaults();
+}
+
+void WriteBaseline() {
+    const bool withOffset =
+        AskYesNo("Do you want the data to include the baseline offset?", Work.ProgramName);
+    WriteBaselineDialog(withOffset);
+}
+
+void MenuExit() {
+    Analmenu.Ended = MayEnd();
+}
+
+void DoModelSet() {
+    SelectModel(true);
+    if (!Work.AbortFit)
+        Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
+}
+
+void DefineUnits() {
+    DefineUnitsDialog();
+}
+
+void FitData() {
+    FitDataCommand();
+}
+
+void ReviewFit() {
+    ShowResults();
+}
+
+void DoInitGuesses() {
+    InitialGuesses(true);
+    Work.FitDone = Work.FitValid = FlagFalse;
+}
+
+void SetConcConstraint() {
+    ConcConstraintDialog();
+    BuildFitData();
+    Work.NewData = 1;
+}
+
+void SetBaseConstraint() {
+    if (const std::string refusal = OffsetConstraintRefusal(); !refusal.empty())
+        return Tell(refusal, Work.ProgramName, BoxIcon::Warning);
+    BaseConstraintDialog();
+    BuildFitData();
+    Work.NewData = 1;
+}
+
+void AlterBounds() {
+    BoundsDialog();
+}
+
+void DoShowConstraint() {
+    ShowConstraintMatch();
+}
+
+void Covariance() {
+    FillCorrelation();
+    Host.ShowModal("Correlation");
+}
+
+void UseResiduals() {
+    Work.OverlayPlot = FlagFalse;
+}
+void UseOverlay() {
+    Work.OverlayPlot = FlagTrue;
+}
+void ToggleResidualsSpread() {
+    Work.SpreadResiduals = Flag(!Work.SpreadResiduals);
+}
+void ToggleFitPause() {
+    Work.PauseBeforeFit = Flag(!Work.PauseBeforeFit);
+}
+void SetConfidence() {
+    ConfidenceDialog();
+}
+void ShowSigmaCalculator() {
+    SigmaCalculatorDialog();
+}
+
+void AboutBox() {
+    Tell(Work.ProgramName + " " + Work.ProgramVersion + "\n" + Work.ProgramDate +
+             "\n\nGlobal analysis of sedimentation equilibrium experiments.",
+         Work.ProgramName, BoxIcon::Information);
+}
+
+} // namespace Quillon
