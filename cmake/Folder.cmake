@@ -9,6 +9,9 @@
 function(quillon_export_folder target scope folder)
   set(root ${CMAKE_BINARY_DIR}/include/${target})
   get_filename_component(parent ${root}/${folder} DIRECTORY)
+  if(IS_SYMLINK ${parent}) # of a build from before the folder was divided: it leads into the source tree
+    file(REMOVE ${parent})
+  endif()
   file(MAKE_DIRECTORY ${parent})
   file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${root}/${folder} SYMBOLIC)
   target_include_directories(${target} ${scope} ${root})

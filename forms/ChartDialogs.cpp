@@ -2,6 +2,7 @@
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/OptionLists.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "chart/pens/Fonts.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/surfaces/QtFonts.h"
