@@ -3,6 +3,7 @@
 #include "chart/dialogs/OptionLists.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "chart/pens/Fonts.h"
+#include "chart/records/ChartStyle.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/surfaces/QtFonts.h"
