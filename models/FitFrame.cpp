@@ -78,6 +78,13 @@ void LoadTwoSiteComplexes(FitFrame& f, double K6, double Kb, double D) {
     f.cABBA = ((Q * (D + 1.0) + (D + 1.0) * L) * Q + L * D * L) * (f.kA * f.kB) * (f.kA * f.kB);
 }
 
+// AB where A has two sites that differ: each site by its own constant.
+void LoadUnlikeSites(FitFrame& f, double K6, double K7) {
+    f.cAB = (K6 + K7) * f.kAB;
+    f.cFirstAB = K6 * f.kAB;
+    f.cOtherAB = K7 * f.kAB;
+}
+
 // Models 15 to 20: AB from K6; AB2 in two steps through K4; ABBA from two AB; B2 by its own constant.
 void LoadDimerComplexes(FitFrame& f, double K6, double K4, double kABBA, double kBB) {
     f.cAB = K6 * f.kAB;
@@ -100,7 +107,7 @@ void LoadComplexes(FitFrame& f) {
         f.cABB = K6 * K6 * f.kABB;
         break;
     case 10:
-        f.cAB = (K6 + K(7)) * f.kAB;
+        LoadUnlikeSites(f, K6, K(7));
         f.cABB = K6 * K(7) * f.kABB;
         break;
     case 11:
@@ -114,12 +121,12 @@ void LoadComplexes(FitFrame& f) {
         f.cBB = K(2) * f.ScaleB;
         break;
     case 13:
-        f.cAB = (K6 + K(7)) * f.kAB;
+        LoadUnlikeSites(f, K6, K(7));
         f.cABB = ((K6 * K(7) + K6 + K(7)) * K(2) + K6 * K(7)) * f.kABB;
         f.cBB = K(2) * f.ScaleA; // by the scale of A, unlike model 12
         break;
     case 14:
-        f.cAB = (K6 + K(7)) * f.kAB;
+        LoadUnlikeSites(f, K6, K(7));
         f.cABB = K(2) * K6 * K(7) * f.kABB;
         break;
     case 15:

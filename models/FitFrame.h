@@ -37,6 +37,7 @@ struct FitFrame {
     // Molar concentrations of the complexes over products of the monomer signals a and b: AB = cAB a b,
     // AB2 = cABB a b b, A2B = cAAB a a b, ABBA = cABBA (a b)^2, B2 = cBB b b (a signal in models 12, 13).
     double cAB = 0.0, cABB = 0.0, cAAB = 0.0, cABBA = 0.0, cBB = 0.0;
+    double cFirstAB = 0.0, cOtherAB = 0.0; // cAB site by site where the two sites differ (10, 13, 14)
 
     // Start values of the non-ideal solution, from the point before.
     double LastMonomer = 0.0, LastTotal = 0.0, LastN = 0.0, LastM = 0.0;

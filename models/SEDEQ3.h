@@ -18,6 +18,9 @@
 //     FitFunction.h   the fitted function and its derivatives, point by point
 //     BlockFunction.h the same for runs of points of a set, for less work and bit for bit the same
 //     NonIdeal.h      the non-ideal monomer
+//     SpeciesList.h   which species a model has, and what they are made of
+//     SpeciesAtPoint.h the fitted function taken apart by species, in all units
+//     Integration.h   mean concentrations between two radii
 //     ModelChoice.h   checks and consequences of choosing a model
 //     ParmScale.h     internal to user units and back, units refresh, default bounds
 //     Guesses.h       concentrations read off the data
@@ -37,6 +40,7 @@
 #include "models/FitFrame.h"
 #include "models/FitFunction.h"
 #include "models/Guesses.h"
+#include "models/Integration.h"
 #include "models/ModelChoice.h"
 #include "models/ModelForm.h"
 #include "models/NonIdeal.h"
@@ -45,4 +49,6 @@
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
 #include "models/Species.h"
+#include "models/SpeciesAtPoint.h"
+#include "models/SpeciesList.h"
 #include "models/UnitsForm.h"

@@ -65,7 +65,7 @@ inline void NumberFreeSlots(Workspace& w) {
         w.FreeIndex[w.NumFree] = ToInt16(slot);
         w.NumFree = ToInt16(w.NumFree + 1);
     }
-    w.Deriv = PerSlot<double>(Workspace::Slots);
+    w.Deriv = PerFree<double>(Workspace::Slots);
 }
 
 } // namespace Quillon
