@@ -2,7 +2,7 @@
 
 #include "batch/OneLine.h"
 #include "files/WholeFile.h"
-#include "fit/FitMon.h"
+#include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "workspace/records/Workspace.h"
 
@@ -88,19 +88,13 @@ std::string ReadFileNoted(const std::string& path) {
     }
 }
 
-// The monitor's record holds the sum of squares from the end of an iteration until the next line search.
 void TellIteration() {
-    if (!FitMon.Loaded || Work.Iteration == Console.ProgressIteration) return;
-    const auto row = static_cast<std::size_t>(Work.NumFree);
-    if (row >= FitMon.CurValue.size() || FitMon.CurValue[row].Text.empty()) return;
-    Console.ProgressIteration = Work.Iteration;
     WriteProgress("iteration " + std::to_string(Work.Iteration) + "  sum of squares " +
-                  FitMon.CurValue[row].Text + "  Alpha " + FitMon.AlphaText.Text);
+                  FormatNumber(Work.SumSq, "#.######E-##") + "  Alpha " + FormatNumber(Work.Alpha, "0.0000"));
 }
 
 void ServeEvents() {
     if (Interrupted()) Work.AbortFit = FlagTrue;
-    if (Console.Progress) TellIteration();
 }
 
 } // namespace
@@ -115,6 +109,14 @@ void WriteConsole(const std::string& line) {
 void WriteProgress(const std::string& line) {
     if (!Console.Progress) return;
     if (::isatty(STDERR_FILENO) || SecondsNow() - Console.Started > 2.0) WriteConsole(line);
+}
+
+FitProgress BatchProgress() {
+    FitProgress progress;
+    progress.Iteration = TellIteration;
+    progress.Wait = ServeEvents; // passes over few points never do
+    progress.Remark = WriteConsole;
+    return progress;
 }
 
 void WatchInterrupt() {

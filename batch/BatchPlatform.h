@@ -12,6 +12,7 @@
 //                 taken two seconds.
 //     Uniform     the same numbers in every run.
 
+#include "fit/FitProgress.h"
 #include "platform/Platform.h"
 
 #include <functional>
@@ -26,10 +27,9 @@ struct BatchConsole {
     bool NewGuesses = true; // the answer to the one question about guesses; No once it has been given
     bool Holding = false;   // messages are kept in Held and not written
     std::vector<std::string> Held;
-    std::string LastTold;      // the latest message that was no question
-    std::string ReadFailure;   // why the latest ReadFile failed; "" when it did not
-    int ProgressIteration = 0; // the last iteration told
-    double Started = 0.0;      // seconds of the steady clock at the start of the run
+    std::string LastTold;    // the latest message that was no question
+    std::string ReadFailure; // why the latest ReadFile failed; "" when it did not
+    double Started = 0.0;    // seconds of the steady clock at the start of the run
     std::function<void(const std::string& form)> ShowModal; // what stands for the forms
     std::function<void(const std::string& line)> WriteLine; // standard error
 };
@@ -45,6 +45,9 @@ void WriteConsole(const std::string& line);
 
 // Lines of progress, when they are wanted and worth it.
 void WriteProgress(const std::string& line);
+
+// What a fit of this program tells: a line of progress for each iteration, and remarks.
+FitProgress BatchProgress();
 
 // Ctrl-C from here on sets the flag. Interrupted tells whether it has come.
 void WatchInterrupt();

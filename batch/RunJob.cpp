@@ -23,7 +23,6 @@ void TakeSettings(const Job& job) {
         Work.*setting.Member = setting.Value;
     if (job.MaxIterations) Work.MaxIterations = *job.MaxIterations;
     Work.MassUnits = job.MassUnits;
-    Work.MonitorMode = 1; // the monitor's record is where progress is read
     Work.PauseBeforeFit = FlagFalse;
 }
 
@@ -70,7 +69,8 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
             Work.AbortFit = FlagTrue;
         }
     };
-    FitDataCommand();
+    const FitProgress progress = BatchProgress();
+    FitDataCommand(&progress);
     Console.ShowModal = nullptr;
     if (jobError) throw *jobError;
 }

@@ -51,17 +51,15 @@ void Restore(const std::string& bytes, const std::string& path) {
 
 // The fit command from what the file holds: nothing has changed since that fit, so nothing is asked.
 void FitAgain() {
-    const std::int16_t monitor = Work.MonitorMode;
     Work.LastModel = Work.Model;
     Work.LastNonIdeal = Work.NonIdeal;
     Work.LastSeparateK = Work.SeparateK;
-    Work.MonitorMode = 0;
     Console.ShowModal = [](const std::string& form) {
         if (form == "GetGuess") AssignFreePositions(FitChoices());
     };
-    FitDataCommand();
+    const FitProgress progress = BatchProgress();
+    FitDataCommand(&progress);
     Console.ShowModal = nullptr;
-    Work.MonitorMode = monitor;
 }
 
 } // namespace

@@ -13,7 +13,7 @@
 namespace Quillon::Bench {
 
 // Stands in for RunFit: the linker binds it to the calls (--wrap).
-bool FitWithCeres() __asm__("__wrap__ZN7Quillon6RunFitEv");
+bool FitWithCeres(const FitProgress& progress) __asm__("__wrap__ZN7Quillon6RunFitERKNS_11FitProgressE");
 
 namespace {
 
@@ -77,7 +77,7 @@ Problem ProblemOfWorkspace() {
 
 } // namespace
 
-bool FitWithCeres() {
+bool FitWithCeres(const FitProgress&) {
     Work.AtBound.Recreate(Work.NumFree);
     const Problem p = ProblemOfWorkspace();
     const Solution found = RunCeresAnalytic(p, "dogleg"); // from raw guesses half the steps of the others

@@ -1,5 +1,6 @@
 #include "commands/FitCommand.h"
 
+#include "fit/FitMon.h"
 #include "fit/GNLLSQ.h"
 #include "fit/GuessesDialog.h"
 #include "models/SEDEQ3.h"
@@ -151,13 +152,40 @@ void CopySharedConstants() {
     if (Work.Model == 21) Work.Parms[7] = Work.Parms[6];
 }
 
-void FitPrepared() {
+// The monitor stands for as long as the fit and the message about its end take.
+struct OpenMonitor {
+    OpenMonitor() { OpenFitMonitor(); }
+    ~OpenMonitor() { CloseFitMonitor(); }
+    OpenMonitor(const OpenMonitor&) = delete;
+    OpenMonitor& operator=(const OpenMonitor&) = delete;
+};
+
+// The one place where the end of a fit is told. A cancelled one has nothing to say.
+void TellEnd(const FitOutcome& outcome) {
+    if (outcome.End == FitEnd::Converged || outcome.End == FitEnd::Cancelled) return;
+    const bool mayGoOn = outcome.End == FitEnd::TooManyIterations; // from where it stands
+    Tell(outcome.Sentence, Work.ProgramName, mayGoOn ? BoxIcon::Warning : BoxIcon::Stop);
+}
+
+bool RunAndTell(const FitProgress* progress) {
+    if (progress) {
+        RunFit(*progress);
+        TellEnd(Work.Outcome);
+    } else {
+        const OpenMonitor monitor;
+        RunFit(MonitorProgress());
+        TellEnd(Work.Outcome);
+    }
+    return Work.FitDone != 0;
+}
+
+void FitPrepared(const FitProgress* progress) {
     BuildParmScale();
     RememberOptions();
     Work.FitValid = Work.FitDone = 0;
     ResetFitFunction();
     try {
-        if (RunFit()) ShowResults();
+        if (RunAndTell(progress)) ShowResults();
     } catch (const RuntimeError&) {
         CopySharedConstants(); // the fit stands though its results could not be shown
         throw;
@@ -179,9 +207,9 @@ void ShowResults() {
     Host.ShowModal("Results");
 }
 
-void FitDataCommand() {
+void FitDataCommand(const FitProgress* progress) {
     try {
-        if (PrepareFit()) FitPrepared();
+        if (PrepareFit()) FitPrepared(progress);
     } catch (const RuntimeError& error) {
         if (!Work.FitDone) Work.Outcome = {FitEnd::MathError, error.Text}; // else only showing it failed
         Tell("Error '" + error.Text + "' occurred in the fit command.", Work.ProgramName, BoxIcon::Stop);

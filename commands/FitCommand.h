@@ -4,11 +4,14 @@
 // The parameter vector is repaired for the model and its options, what has to be asked is asked, the form
 // "GetGuess" says what is fitted, and the iteration runs. Everything that a new fit resets is reset here.
 
+#include "fit/FitProgress.h"
+
 namespace Quillon {
 
-// The whole command. A failed fit has told its own message; any other run-time error is told here and leaves
-// no fit behind. Work.AbortFit is left for the caller to clear when the fit itself was cancelled.
-void FitDataCommand();
+// The whole command. How a fit failed is told here, once, and so is any other run-time error, which leaves no
+// fit behind. Work.AbortFit is left for the caller to clear when the fit itself was cancelled. The fit's
+// progress shows in the monitor, or where the caller says.
+void FitDataCommand(const FitProgress* progress = nullptr);
 
 // Sets changed when the value of a slot differs from that before the guesses dialog (Work.ParmsSave) by more
 // than a tenth: of the value, or by 0.1 where it was 0. The divisor keeps its sign. Never clears changed.

@@ -1,6 +1,5 @@
 #include "fit/Bounds.h"
 
-#include "fit/FitMon.h"
 #include "models/ParmScale.h"
 #include "workspace/records/Workspace.h"
 
@@ -29,7 +28,6 @@ void EnforceBounds() {
     for (long a = 0; a < Work.NumFree; ++a) {
         Work.AtBound[a] = PutBackOntoBound(Work.FreeIndex[a]);
         if (Work.AtBound[a] != 0) Work.BoundHit = 1;
-        if (Work.MonitorMode != 0) ShowBoundWarning(a, Work.AtBound[a] != 0);
     }
 }
 

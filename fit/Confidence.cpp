@@ -24,11 +24,12 @@ struct FitState {
     PerFree<double> Increment;
     double SumSq, Alpha;
     std::int16_t FitValid, BoundHit;
+    FitOutcome Outcome;
 };
 
 FitState KeepFit() {
-    return {Work.Parms, Work.PtFit, Work.ConstraintFit, Work.AtBound, Work.Increment,
-            Work.SumSq, Work.Alpha, Work.FitValid,      Work.BoundHit};
+    return {Work.Parms, Work.PtFit, Work.ConstraintFit, Work.AtBound,  Work.Increment,
+            Work.SumSq, Work.Alpha, Work.FitValid,      Work.BoundHit, Work.Outcome};
 }
 
 void BringBack(FitState& kept) {
@@ -41,6 +42,7 @@ void BringBack(FitState& kept) {
     Work.Alpha = kept.Alpha;
     Work.FitValid = kept.FitValid;
     Work.BoundHit = kept.BoundHit;
+    Work.Outcome = kept.Outcome;
     Work.FunctionFailed = FlagFalse;
     ResetConstraintSums();
 }
@@ -143,7 +145,7 @@ float FindRatioRoot(float guess, float target) {
 }
 
 void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
-    Work.AbortFit = Work.LimitsDone = FlagFalse;
+    Work.AbortFit = Work.LimitsDone = Work.FunctionFailed = FlagFalse;
     FitState kept = KeepFit();
     try {
         ComputeConfidenceRatio();
@@ -160,6 +162,7 @@ void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
         Tell("Error '" + error.Text + "' occurred while searching for confidence limits", Work.ProgramName,
              BoxIcon::Warning);
     }
+    if (Work.FunctionFailed) Tell(Work.Outcome.Sentence, Work.ProgramName, BoxIcon::Stop);
     BringBack(kept);
     Work.AbortFit = FlagFalse;
 }

@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
+#include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -53,7 +54,110 @@ void ShowRows() {
     }
 }
 
+// --- the engine's progress in the record ---------------------------------------------------------------
+
+bool LabelsAreFree() {
+    return FitMon.StatusText.Tag.empty();
+}
+
+std::string SumText() {
+    return FormatNumber(Work.SumSq, "#.######E-##");
+}
+
+void StartLabels() {
+    FitMon.StatusText.Tag.clear();
+    FitMon.StatusText.ForeColor = Control{}.ForeColor;
+    MonitorAlpha();
+}
+
+// The row of the sum: the one that the step starts from becomes the previous one.
+void AnnounceSearch() {
+    MonitorStatus("Adjusting Increment");
+    Control& current = FitMon.CurValue.back();
+    if (Work.Iteration == 1) current.Text = SumText();
+    FitMon.PrevValue.back().Text = current.Text;
+    current.Text.clear();
+}
+
+void HoldLabels() {
+    FitMon.StatusText.ForeColor = BlueColor;
+    FitMon.StatusText.Text = "Converged, last sum";
+    FitMon.StatusText.Tag = "1";
+}
+
+void ShowSums() {
+    if (Work.Iteration > 0) FitMon.IterNum.Text = std::to_string(Work.Iteration);
+    MonitorStatus("Accumulating Sums");
+}
+
+void ShowPhase(FitPhase phase) {
+    switch (phase) {
+    case FitPhase::Started:
+        return StartLabels();
+    case FitPhase::Sums:
+        return ShowSums();
+    case FitPhase::LastSums:
+        return HoldLabels();
+    case FitPhase::Ended:
+        return FitMon.StatusText.Tag.clear();
+    case FitPhase::Inversion:
+        MonitorStatus("Inverting Matrix");
+        break;
+    case FitPhase::Search:
+        if (LabelsAreFree()) AnnounceSearch();
+        break;
+    }
+    if (LabelsAreFree()) Host.ServeEvents();
+}
+
+void ShowStep() {
+    for (long a = 0; a < Work.NumFree; ++a)
+        ShowBoundWarning(a, Work.AtBound[a] != 0);
+    MonitorAlpha();
+}
+
+void ShowIteration() {
+    UpdateMonitor();
+    FitMon.CurValue.back().Text = SumText();
+    Host.ServeEvents();
+}
+
+void WaitForButton() {
+    if (Work.MonitorMode != 2) return;
+    MonitorStatus("waiting for input");
+    while (Work.MonitorMode == 2 && !Work.AbortFit)
+        Host.WaitEvent();
+    if (Work.MonitorMode == 3) Work.MonitorMode = 2;
+}
+
+void TellRemark(const std::string& sentence) {
+    Tell(sentence, Work.ProgramName, BoxIcon::Warning);
+}
+
 } // namespace
+
+void OpenFitMonitor() {
+    UnloadFitMon();
+    if (Work.MonitorMode == 0) return;
+    LoadFitMon();
+    Work.MonitorMode = Work.PauseBeforeFit ? 2 : 1;
+    if (!Work.PauseBeforeFit) FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
+    if (Work.PauseBeforeFit) MonitorStatus("waiting for input");
+    Host.ShowForm("FitMon");
+    Host.HideForm("Analmenu");
+}
+
+void CloseFitMonitor() {
+    if (!FitMon.Loaded) return;
+    UnloadFitMon();
+    Host.HideForm("FitMon");
+    Host.ShowForm("Analmenu");
+}
+
+FitProgress MonitorProgress() {
+    if (!FitMon.Loaded) return {{}, {}, {}, {}, TellRemark};
+    return {ShowPhase, ShowStep, ShowIteration, WaitForButton, TellRemark};
+}
 
 void LoadFitMon() {
     FitMon = FitMonForm{};

@@ -1,7 +1,9 @@
 #pragma once
-// The fit monitor's form as data: rows of fitted parameters, the engine's state, three buttons. The engine
-// writes into the record; the buttons set MonitorMode or AbortFit and nothing else.
+// The fit monitor's form as data: rows of fitted parameters, the engine's state, three buttons. What the
+// engine tells of its progress is written into the record; the buttons set MonitorMode or AbortFit and
+// nothing else.
 
+#include "fit/FitProgress.h"
 #include "platform/Controls.h"
 
 #include <string>
@@ -13,7 +15,7 @@ struct FitMonForm {
     bool Loaded = false;
     std::string Caption;
     Control FitButton, NextIter, CancelButton, Page2;
-    Control StatusText; // the label "Status"; a Tag that is not empty keeps the engine from writing to it
+    Control StatusText; // the label "Status"; a Tag that is not empty keeps it and AlphaText as they are
     Control AlphaText;  // the label "Alpha"
     Control IterNum;
     // One row for each free position, and at NumFree the row of the sum of squares.
@@ -27,6 +29,16 @@ struct FitMonForm {
 
 // The one monitor of the process.
 extern FitMonForm FitMon;
+
+// Opens the monitor for a fit, as MonitorMode and the wish to pause say, and hides the main window. Without a
+// monitor (MonitorMode 0) nothing is shown. CloseFitMonitor undoes it, whatever has become of the fit.
+void OpenFitMonitor();
+void CloseFitMonitor();
+
+// What the engine tells, written into the monitor: labels and rows, marks of parameters outside their bounds;
+// the event queue is served, and while MonitorMode is 2 the engine waits for a button. Remarks are told in a
+// box. Without a monitor it is empty but for the remarks.
+FitProgress MonitorProgress();
 
 void LoadFitMon();    // afresh, for the current parameters and fit flags
 void UnloadFitMon();  // after the fit

@@ -5,21 +5,26 @@
 // matrix (InvertNormalMatrix, fit/MatInv.h) and searches along the increment for a step (AdjustIncrement):
 // the full step, halvings, a parabola through the trials, a reversal, a random shortening. Parameters live
 // in Work.Parms in single precision, so that every step loses digits when it is stored; sums, matrices and
-// derivatives are double. Bounds are enforced at each step (fit/Bounds.h), progress is written into the
-// monitor's record (fit/FitMon.h), limits by the rigorous search come from fit/Confidence.h.
+// derivatives are double. Bounds are enforced at each step (fit/Bounds.h), limits by the rigorous search come
+// from fit/Confidence.h.
 //
-// Nothing here takes arguments: the workspace is what is worked on. Failures are told in a message and
-// leave Work.Outcome with the reason.
+// The method: H. O. Hartley, Technometrics 3 (1961) 269 (Gauss-Newton with a step along the increment by
+// interpolation); P. R. Bevington, Data Reduction and Error Analysis for the Physical Sciences (1969),
+// section 11-5 (normal equations of the linearised function).
+//
+// The workspace is what is worked on. The engine computes and tells nobody: what it does shows in a record of
+// functions (fit/FitProgress.h), how it ended in Work.Outcome. A failure in arithmetic sets Work.AbortFit and
+// Work.FunctionFailed beside that, a cancel (Work.AbortFit set by somebody else) ends the pass that runs.
 
-#include <cstdint>
+#include "fit/FitProgress.h"
 
 namespace Quillon {
 
 // The whole loop from the present Parms. True when converged: FitDone is then set, NormMatrix holds the
-// inverse at the solution, RmsResidual stands. False after a failure (told in a message) or a cancel, with
-// the parameters at their latest trial values; Work.AbortFit is left for the caller to clear. The caller
-// shows the results.
-bool RunFit();
+// inverse at the solution, RmsResidual stands. False after a failure or a cancel, with the parameters at
+// their latest trial values; Work.AbortFit is left for the caller to clear. Work.Outcome tells which and
+// why; the caller tells the user, and shows the results.
+bool RunFit(const FitProgress& progress = {});
 
 // One pass: sums, inversion, step.
 void OneIteration();

@@ -1,8 +1,7 @@
 // The search for a step along the increment.
 #include "fit/Bounds.h"
-#include "fit/FitMon.h"
+#include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
-#include "input/NUMINPUT.h"
 #include "models/Constraints.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -13,20 +12,11 @@ namespace Quillon {
 
 namespace {
 
+// A thousandth of the increment: ten halvings. What does not fall within that will not fall in singles.
 constexpr double SmallestAlpha = 0.001;
 
 // What the last stage has to do: the sum of squares at its step may be known already.
 enum class Tail { Evaluate, SumKnown };
-
-void AnnounceAdjustment() {
-    if (!FitMon.Loaded || !FitMon.StatusText.Tag.empty()) return;
-    MonitorStatus("Adjusting Increment");
-    Control& current = FitMon.CurValue.back();
-    if (Work.Iteration == 1) current.Text = FormatNumber(Work.SumSq, "#.######E-##");
-    FitMon.PrevValue.back().Text = current.Text;
-    current.Text.clear();
-    Host.ServeEvents();
-}
 
 // The step recovers from iteration to iteration: a good one returns to the full step at once.
 void RecoverAlpha() {
@@ -70,8 +60,9 @@ void CheckFinite(double value) {
     if (!std::isfinite(value)) RaiseError(ErrorText::Overflow);
 }
 
-// The parabola through (0, S0), the last trial and the one before. True when its step has been taken; the sum
-// of squares then still is that of the last trial. Otherwise tail tells how the last stage goes on.
+// The parabola S0 + B a + A a^2 through (0, S0), the last trial and the one before, whose minimum lies at
+// -B / 2A and is S0 - B^2 / 4A (Hartley's step). True when its step has been taken; the sum of squares then
+// still is that of the last trial. Otherwise tail tells how the last stage goes on.
 bool TakeInterpolatedStep(double S0, const TrialStep& before, Tail& tail) {
     const double a1 = before.Alpha;
     const double s1 = before.SumSq;
@@ -132,9 +123,8 @@ bool SearchInside(double S0, Tail& tail) {
     try {
         return TakeInterpolatedStep(S0, before, tail);
     } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text +
-                 "' occurred during parameter increment adjustment, recovery will be attempted.",
-             Work.ProgramName, BoxIcon::Warning);
+        ReportRemark("Error '" + error.Text +
+                     "' occurred during parameter increment adjustment, recovery will be attempted.");
         return false;
     }
 }
@@ -159,12 +149,12 @@ void ApplyIncrement() {
     }
     if (Work.BoundsActive) EnforceBounds();
     if (Work.ConstraintFlags) ApplyOffsetLinks();
-    MonitorAlpha();
+    ReportStep();
 }
 
 void AdjustIncrement() {
     if (Work.AbortFit) return;
-    AnnounceAdjustment();
+    ReportPhase(FitPhase::Search);
     const double S0 = Work.SumSq;
     Work.LastSumSq = S0;
     Work.ParmsSave.Recreate(Work.NumParms - 1);

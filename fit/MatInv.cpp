@@ -9,10 +9,10 @@ namespace Quillon {
 
 namespace {
 
-constexpr std::int16_t IllConditioned = 199;
-constexpr double StageRatio = 1e-11; // of the scaled pivots of two neighbouring stages
-
-Decomposition State;
+// Scaled pivots of two neighbouring stages that differ by more count as ill-conditioning: of the 16 digits of
+// a double the elimination has then lost 11, and squares of derivatives that are themselves differences of
+// six good digits hold no more than the rest.
+constexpr double StageRatio = 1e-11;
 
 double Finite(double value) {
     if (!std::isfinite(value)) RaiseError(ErrorText::Overflow);
@@ -24,13 +24,11 @@ struct Pivot {
     long Row = 0, Column = 0;
 };
 
-// The row sizes by which pivots are scaled. False when a row is all zero.
-bool MeasureRows(const ZeroBasedMatrix<double>& A, ZeroBased<double>& size) {
-    const long lo = State.Lo;
-    const long hi = State.Hi;
-    for (long i = lo; i <= hi; ++i) {
-        State.RowPerm[i] = State.ColPerm[i] = ToInt16(i);
-        for (long j = lo; j <= hi; ++j)
+// Size(i) = sum over j of |A(j, i)|, by which pivots are scaled. False when a row is all zero.
+bool MeasureRows(Decomposition& d, const ZeroBasedMatrix<double>& A, ZeroBased<double>& size) {
+    for (long i = d.Lo; i <= d.Hi; ++i) {
+        d.RowPerm[i] = d.ColPerm[i] = ToInt16(i);
+        for (long j = d.Lo; j <= d.Hi; ++j)
             size[i] += std::fabs(A(j, i));
         if (Finite(size[i]) == 0.0) return false;
     }
@@ -38,127 +36,134 @@ bool MeasureRows(const ZeroBasedMatrix<double>& A, ZeroBased<double>& size) {
 }
 
 // Complete search: rows outer, columns inner, ties keep the first found.
-Pivot SearchPivot(const ZeroBasedMatrix<double>& A, const ZeroBased<double>& size, long k) {
+Pivot SearchPivot(const Decomposition& d, const ZeroBasedMatrix<double>& A, const ZeroBased<double>& size,
+                  long k) {
     Pivot p;
-    for (long i = k; i <= State.Hi; ++i) {
-        const long r = State.RowPerm[i];
-        for (long j = k; j <= State.Hi; ++j) {
-            const double v = Finite(std::fabs(A(State.ColPerm[j], r)) / size[r]);
+    for (long i = k; i <= d.Hi; ++i) {
+        const long r = d.RowPerm[i];
+        for (long j = k; j <= d.Hi; ++j) {
+            const double v = Finite(std::fabs(A(d.ColPerm[j], r)) / size[r]);
             if (v > p.Best) p = {v, i, j};
         }
     }
     return p;
 }
 
-void Interchange(ZeroBased<std::int16_t>& perm, long k, long with) {
+void Interchange(Decomposition& d, ZeroBased<std::int16_t>& perm, long k, long with) {
     if (perm[k] == perm[with]) return;
     std::swap(perm[k], perm[with]);
-    ++State.SwapCount;
+    ++d.SwapCount;
 }
 
-void Eliminate(ZeroBasedMatrix<double>& A, long k) {
-    const long r = State.RowPerm[k];
-    const long c = State.ColPerm[k];
-    for (long i = k + 1; i <= State.Hi; ++i) {
-        const long q = State.RowPerm[i];
+// The rows below the pivot less their multiples of its row; A(c, q) keeps the multiplier.
+void Eliminate(const Decomposition& d, ZeroBasedMatrix<double>& A, long k) {
+    const long r = d.RowPerm[k];
+    const long c = d.ColPerm[k];
+    for (long i = k + 1; i <= d.Hi; ++i) {
+        const long q = d.RowPerm[i];
         A(c, q) = Finite(-A(c, q) / A(c, r));
-        for (long j = k + 1; j <= State.Hi; ++j) {
-            const long d = State.ColPerm[j];
-            A(d, q) = A(d, q) + A(c, q) * A(d, r);
+        for (long j = k + 1; j <= d.Hi; ++j) {
+            const long e = d.ColPerm[j];
+            A(e, q) = A(e, q) + A(c, q) * A(e, r);
         }
     }
 }
 
-// 199 becomes -1, 0 stays.
-std::int16_t Result(std::int16_t code) {
-    return static_cast<std::int16_t>((code + 5) % 200 - 5);
+// (code + 5) mod 200 - 5: 199 becomes -1, 0 stays.
+InverseCode ResultOf(FactorCode code) {
+    return static_cast<InverseCode>((code + 5) % 200 - 5);
 }
 
-std::int16_t Fail() {
-    State.Factored = 0;
-    return IllConditioned;
+Decomposition& Fail(Decomposition& d) {
+    d.Factored = 0;
+    d.Code = BadPivot;
+    return d;
+}
+
+Decomposition Prepared(const ZeroBasedMatrix<double>& A) {
+    Decomposition d;
+    d.Lo = ToInt16(A.Low());
+    d.Hi = ToInt16(A.RowHi());
+    d.Factored = -1;
+    d.RowPerm.Recreate(d.Hi);
+    d.ColPerm.Recreate(d.Hi);
+    return d;
 }
 
 } // namespace
 
-const Decomposition& LastDecomposition() {
-    return State;
-}
+Decomposition Factor(ZeroBasedMatrix<double>& A) {
+    if (A.RowHi() != A.ColumnHi()) return {};
+    Decomposition d = Prepared(A);
+    if (d.Hi < d.Lo) return d; // nothing to decompose
+    ZeroBased<double> size(d.Hi);
+    if (!MeasureRows(d, A, size)) return Fail(d);
 
-std::int16_t Factor(ZeroBasedMatrix<double>& A) {
-    State = Decomposition{};
-    if (A.RowHi() != A.ColumnHi()) return 0;
-    const long hi = A.RowHi();
-    State.Lo = ToInt16(A.Low());
-    State.Hi = ToInt16(hi);
-    State.Factored = -1;
-    State.RowPerm.Recreate(hi);
-    State.ColPerm.Recreate(hi);
-    if (hi < State.Lo) return 0; // nothing to decompose
-    ZeroBased<double> size(hi);
-    if (!MeasureRows(A, size)) return Fail();
-
-    std::int16_t code = 0;
     double previous = 0.0;
-    for (long k = State.Lo; k < hi; ++k) {
-        const Pivot p = SearchPivot(A, size, k);
-        if (p.Best == 0.0) return Fail();
-        // [decision: neighbour-pivots]
-        if (k > 1 && previous * StageRatio > p.Best) code = IllConditioned;
+    for (long k = d.Lo; k < d.Hi; ++k) {
+        const Pivot p = SearchPivot(d, A, size, k);
+        if (p.Best == 0.0) return Fail(d);
+        // The first stage has none before it, and the second is not looked at. [decision: neighbour-pivots]
+        if (k > 1 && previous * StageRatio > p.Best) d.Code = BadPivot;
         previous = p.Best;
-        Interchange(State.RowPerm, k, p.Row);
-        Interchange(State.ColPerm, k, p.Column);
-        Eliminate(A, k);
+        Interchange(d, d.RowPerm, k, p.Row);
+        Interchange(d, d.ColPerm, k, p.Column);
+        Eliminate(d, A, k);
     }
-    const long r = State.RowPerm[hi];
-    const double last = Finite(A(State.ColPerm[hi], r));
-    if (last == 0.0) return Fail();
-    if (previous * StageRatio > std::fabs(last) / size[r]) code = IllConditioned;
-    return code;
+    const long r = d.RowPerm[d.Hi];
+    const double last = Finite(A(d.ColPerm[d.Hi], r));
+    if (last == 0.0) return Fail(d);
+    if (previous * StageRatio > std::fabs(last) / size[r]) d.Code = BadPivot;
+    return d;
 }
 
-std::int16_t Solve(ZeroBased<double>& B, const ZeroBasedMatrix<double>& A, ZeroBased<double>& X) {
-    for (long k = State.Lo; k < State.Hi; ++k) {
-        const long c = State.ColPerm[k];
-        const long r = State.RowPerm[k];
+void Solve(const Decomposition& d, ZeroBased<double>& B, const ZeroBasedMatrix<double>& A,
+           ZeroBased<double>& X) {
+    for (long k = d.Lo; k < d.Hi; ++k) {
+        const long c = d.ColPerm[k];
+        const long r = d.RowPerm[k];
         if (B[r] == 0.0) continue; // most of a unit vector
-        for (long i = k + 1; i <= State.Hi; ++i) {
-            const long q = State.RowPerm[i];
+        for (long i = k + 1; i <= d.Hi; ++i) {
+            const long q = d.RowPerm[i];
             B[q] = B[q] + A(c, q) * B[r];
         }
     }
-    for (long k = State.Hi; k >= State.Lo; --k) {
-        const long c = State.ColPerm[k];
-        const long r = State.RowPerm[k];
+    for (long k = d.Hi; k >= d.Lo; --k) {
+        const long c = d.ColPerm[k];
+        const long r = d.RowPerm[k];
         X[c] = B[r];
-        for (long j = k + 1; j <= State.Hi; ++j) {
-            const long d = State.ColPerm[j];
-            X[c] = X[c] - A(d, r) * X[d];
+        for (long j = k + 1; j <= d.Hi; ++j) {
+            const long e = d.ColPerm[j];
+            X[c] = X[c] - A(e, r) * X[e];
         }
         X[c] = Finite(X[c] / A(c, r));
     }
-    return 0;
 }
 
-std::int16_t Invert(ZeroBasedMatrix<double>& A) {
+InverseCode Invert(ZeroBasedMatrix<double>& A, Decomposition& d) {
     const long hi = A.RowHi();
-    const long lo = A.Low();
-    const std::int16_t code = Factor(A);
-    if (State.Factored) {
+    d = Factor(A);
+    if (d.Factored) {
+        // Column k of the inverse solves A X = unit vector k.
         ZeroBasedMatrix<double> inverse(hi, hi);
         ZeroBased<double> B(hi);
         ZeroBased<double> X(hi);
-        for (long k = lo; k <= hi; ++k) {
+        for (long k = A.Low(); k <= hi; ++k) {
             B[k] = 1.0;
-            if (Solve(B, A, X) != 0) return Result(code);
-            for (long i = lo; i <= hi; ++i) {
+            Solve(d, B, A, X);
+            for (long i = A.Low(); i <= hi; ++i) {
                 inverse(k, i) = X[i];
                 B[i] = 0.0;
             }
         }
         A = inverse;
     }
-    return Result(code);
+    return ResultOf(d.Code);
+}
+
+InverseCode Invert(ZeroBasedMatrix<double>& A) {
+    Decomposition d;
+    return Invert(A, d);
 }
 
 } // namespace Quillon

@@ -1,5 +1,5 @@
 // The passes over all points: normal equations, sum of squares.
-#include "fit/FitMon.h"
+#include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
@@ -12,9 +12,16 @@ namespace Quillon {
 
 namespace {
 
-SetPlan Plan;
-PointBlock Block;
-std::array<double, BlockPoints> Residual;
+// What a pass works in. One for each thread, so that fits on several do not meet.
+struct PassScratch {
+    SetPlan Plan;
+    PointBlock Block;
+    std::array<double, BlockPoints> Residual;
+};
+PassScratch& Scratch() {
+    thread_local PassScratch scratch;
+    return scratch;
+}
 
 void PrepareSums() {
     const long last = Work.NumFree - 1;
@@ -39,13 +46,14 @@ void AddProducts(const double* x, const std::array<const double*, 4>& columns, l
 }
 
 // Products of x with the plan's first count columns into target(column).
-template <class Target> void AddRow(const double* x, int count, long n, Target&& target) {
+template <class Target> void AddRow(const PointBlock& block, const double* x, int count, Target&& target) {
+    const long n = block.Count;
     for (int first = 0; first < count; first += 4) {
         std::array<const double*, 4> columns{};
         std::array<double*, 4> sums{};
         const int width = std::min(4, count - first);
         for (int j = 0; j < width; ++j) {
-            columns[static_cast<std::size_t>(j)] = Block.Column[static_cast<std::size_t>(first + j)].data();
+            columns[static_cast<std::size_t>(j)] = block.Column[static_cast<std::size_t>(first + j)].data();
             sums[static_cast<std::size_t>(j)] = &target(static_cast<std::size_t>(first + j));
         }
         switch (width) {
@@ -65,55 +73,58 @@ template <class Target> void AddRow(const double* x, int count, long n, Target&&
     }
 }
 
-// Above this the sum of squares is looked into: a fitted value may have left the range of a single.
+// Above this the sum of squares is looked into: a fitted value may have left the range of a single, whose
+// square is 1e77, and does not hide below the sum of a few thousand smaller ones.
 constexpr double SuspiciousSum = 1e70;
 
 // Fitted values, residuals and the sum of squares, point after point.
-void AddSquares() {
-    const long n = Block.Count;
-    float* fit = Work.PtFit.Data() + (Block.First - 1);
-    const float* y = Work.PtY.Data() + (Block.First - 1);
+void AddSquares(PassScratch& s) {
+    const long n = s.Block.Count;
+    float* fit = Work.PtFit.Data() + (s.Block.First - 1);
+    const float* y = Work.PtY.Data() + (s.Block.First - 1);
     double sum = Work.SumSq;
     for (long i = 0; i < n; ++i) {
-        const double value = Block.Value[static_cast<std::size_t>(i)];
+        const double value = s.Block.Value[static_cast<std::size_t>(i)];
         const double r = static_cast<double>(y[i]) - value;
         fit[i] = static_cast<float>(value);
-        Residual[static_cast<std::size_t>(i)] = r;
+        s.Residual[static_cast<std::size_t>(i)] = r;
         sum += r * r;
     }
     Work.SumSq = sum;
 }
 
-// Tells a fault of the function in its own words; any other number out of range is an overflow of the sums.
-void LookForFault() {
-    if (!BlockIsFinite(Block, Plan)) return TellFunctionError();
-    for (long i = 0; i < Block.Count; ++i)
-        if (!std::isfinite(Work.PtFit[Block.First + i])) RaiseError(ErrorText::Overflow);
+// Notes a fault of the function in its own words; any other number out of range is an overflow of the sums.
+void LookForFault(const PassScratch& s) {
+    if (!BlockIsFinite(s.Block, s.Plan)) return NoteFunctionError();
+    for (long i = 0; i < s.Block.Count; ++i)
+        if (!std::isfinite(Work.PtFit[s.Block.First + i])) RaiseError(ErrorText::Overflow);
     if (!std::isfinite(Work.SumSq)) RaiseError(ErrorText::Overflow);
 }
 
-// The block's share of the normal equations. While the diagonal is finite, so is everything else: no product
-// of two columns sums up to more than the columns with themselves. Pairs with a derivative that is zero by
-// construction would add nothing but zeros, which leave a sum that started at 0 as it is.
-void AddNormalEquations() {
-    const long n = Block.Count;
-    AddRow(Residual.data(), Plan.Count, n,
-           [](std::size_t c) -> double& { return Work.NormVector[Plan.FreePosition[c]]; });
-    for (int a = 0; a < Plan.Count; ++a) {
-        const long row = Plan.FreePosition[static_cast<std::size_t>(a)];
-        AddRow(Block.Column[static_cast<std::size_t>(a)].data(), a + 1, n,
-               [row](std::size_t c) -> double& { return Work.NormMatrix(row, Plan.FreePosition[c]); });
+// The block's share of the normal equations, D^T D and D^T r with D the derivatives of the fitted values by
+// the parameters and r the residuals (Bevington, section 11-5). While the diagonal is finite, so is
+// everything else: no product of two columns sums up to more than the columns with themselves. Pairs with a
+// derivative that is zero by construction would add nothing but zeros, which leave a sum that started at 0 as
+// it is.
+void AddNormalEquations(const PassScratch& s) {
+    const SetPlan& plan = s.Plan;
+    AddRow(s.Block, s.Residual.data(), plan.Count,
+           [&](std::size_t c) -> double& { return Work.NormVector[plan.FreePosition[c]]; });
+    for (int a = 0; a < plan.Count; ++a) {
+        const long row = plan.FreePosition[static_cast<std::size_t>(a)];
+        AddRow(s.Block, s.Block.Column[static_cast<std::size_t>(a)].data(), a + 1,
+               [&](std::size_t c) -> double& { return Work.NormMatrix(row, plan.FreePosition[c]); });
         if (std::isfinite(Work.NormMatrix(row, row))) continue;
-        LookForFault();
+        LookForFault(s);
         if (!Work.AbortFit) RaiseError(ErrorText::Overflow);
         return;
     }
 }
 
-void AddBlock(bool withDerivs) {
-    AddSquares();
-    if (!(Work.SumSq < SuspiciousSum)) LookForFault();
-    if (withDerivs && !Work.AbortFit) AddNormalEquations();
+void AddBlock(PassScratch& s, bool withDerivs) {
+    AddSquares(s);
+    if (!(Work.SumSq < SuspiciousSum)) LookForFault(s);
+    if (withDerivs && !Work.AbortFit) AddNormalEquations(s);
 }
 
 // The points of one set from first on, and how many of them are true points.
@@ -140,23 +151,24 @@ long PointsToYield(long p, long from) {
     return interval - since;
 }
 
-void PassOverSet(const SetRun& run, bool withDerivs) {
-    PlanSet(Plan, Work.PtSet[run.First], withDerivs);
-    for (long p = run.First; p <= run.Last; p += Block.Count) {
+void PassOverSet(PassScratch& s, const SetRun& run, bool withDerivs) {
+    PlanSet(s.Plan, Work.PtSet[run.First], withDerivs);
+    for (long p = run.First; p <= run.Last; p += s.Block.Count) {
         if (Work.AbortFit) return;
         const long toYield = PointsToYield(p, withDerivs ? 1 : 0);
         if (Work.AbortFit) return;
         const long here = p <= run.TrueLast ? run.TrueLast - p + 1 : 1;
-        EvaluateBlock(Block, Plan, p, std::min({here, toYield, BlockPoints}));
+        EvaluateBlock(s.Block, s.Plan, p, std::min({here, toYield, BlockPoints}));
         if (Work.AbortFit) return;
-        AddBlock(withDerivs);
+        AddBlock(s, withDerivs);
     }
 }
 
 void PassOverPoints(bool withDerivs) {
+    PassScratch& scratch = Scratch();
     for (long p = 1; p <= Work.NumPts;) {
         const SetRun run = RunFrom(p);
-        PassOverSet(run, withDerivs);
+        PassOverSet(scratch, run, withDerivs);
         if (Work.AbortFit) return;
         p = run.Last + 1;
     }
@@ -181,14 +193,14 @@ void PassPlainly() {
     }
 }
 
-// Runs a pass with FitValid down meanwhile; an arithmetic or run-time error is told and ends the fit.
+// Runs a pass with FitValid down meanwhile; an arithmetic or run-time error concludes the fit.
 template <class Pass> void GuardedPass(Pass&& pass) {
     Work.FitValid = FlagFalse;
     ResetConstraintSums();
     try {
         pass();
     } catch (const RuntimeError&) {
-        Tell("Math Error during sums over data points, aborting fit", Work.ProgramName, BoxIcon::Stop);
+        Work.Outcome = {FitEnd::MathError, "Math Error during sums over data points, aborting fit"};
         Work.AbortFit = Work.FunctionFailed = FlagTrue;
     }
     if (Work.AbortFit)
@@ -207,7 +219,7 @@ void CopyLowerTriangle() {
 
 void AccumulateSums() {
     PrepareSums();
-    MonitorStatus("Accumulating Sums");
+    ReportPhase(FitPhase::Sums);
     GuardedPass([] { PassOverPoints(true); });
     if (!Work.AbortFit) CopyLowerTriangle();
 }

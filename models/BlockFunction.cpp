@@ -27,8 +27,8 @@ struct View {
     const double *A, *B, *N, *M;
 };
 
-Values OwnA, OwnB, MovedA, MovedB;
-OddPowers Own, Moved; // at the base parameters, at stepped ones
+thread_local Values OwnA, OwnB, MovedA, MovedB;
+thread_local OddPowers Own, Moved; // at the base parameters, at stepped ones
 
 bool AllFinite(const double* v, long n) {
     std::uint64_t bad = 0;
@@ -54,8 +54,8 @@ struct SignalStore {
     std::vector<double> Values; // by point number
     std::array<StoredSignal, StandardMaxSets + 1> OfSet;
 };
-bool StoreInUse = false;
-SignalStore StoreA, StoreB;
+thread_local bool StoreInUse = false;
+thread_local SignalStore StoreA, StoreB;
 
 // The exponentials of a run of points: from the store, through the store, or into spare.
 const double* BaseSignal(SignalStore& store, Values& spare, long set, long first, long n, double sigma,
@@ -241,7 +241,7 @@ void PlanSet(SetPlan& plan, long set, bool withDerivs) {
     try {
         LoadFrame(plan.Base, set);
     } catch (const RuntimeError&) {
-        return TellFunctionError(); // as the function itself would have told it at the set's first point
+        return NoteFunctionError(); // as the function itself would have noted it at the set's first point
     }
     if (plan.Base.ConstraintsOn) ClearConstraintSums();
     if (withDerivs) PlanColumns(plan);

@@ -37,12 +37,12 @@ struct PointBlock {
 };
 
 // Prepares a set at the current Work.Parms; withDerivs also for the stepped slots. A fault in the constants
-// is told as FitFunction tells it, and sets Work.AbortFit; a step of 0 is a RuntimeError.
+// is noted as FitFunction notes it, and sets Work.AbortFit; a step of 0 is a RuntimeError.
 void PlanSet(SetPlan& plan, long set, bool withDerivs);
 
 // Fills the block for the points first .. first + count - 1, all of the plan's set, either all true points or
 // a single pseudo-point. An arithmetic fault leaves numbers that are not finite (see BlockIsFinite), or has
-// been told already and Work.AbortFit is set.
+// been noted already and Work.AbortFit is set.
 void EvaluateBlock(PointBlock& block, const SetPlan& plan, long first, long count);
 
 // False when the function or a derivative met an arithmetic fault at a point of the block. Not asked at

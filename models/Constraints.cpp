@@ -8,11 +8,11 @@ namespace Quillon {
 namespace {
 
 // One entry for each slot that can be stepped and one, at place 0, for the unstepped function.
-double SumsA[StandardMaxParms + 1];
-double SumsB[StandardMaxParms + 1];
+thread_local double SumsA[StandardMaxParms + 1];
+thread_local double SumsB[StandardMaxParms + 1];
 
-std::int16_t LastConstraintSet = 0;
-long LastConstraintPoint = 0;
+thread_local std::int16_t LastConstraintSet = 0;
+thread_local long LastConstraintPoint = 0;
 
 // The model's mean over the true points against the loading, weighed so that one tolerance counts as much
 // as the signal at the outer end of the range.

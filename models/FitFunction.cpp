@@ -5,7 +5,6 @@
 #include "models/FitFrame.h"
 #include "models/NonIdeal.h"
 #include "models/Species.h"
-#include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
 #include <cmath>
@@ -14,9 +13,9 @@ namespace Quillon {
 
 namespace {
 
-FitFrame Base;    // at the unstepped parameters, of the set of the last point
-FitFrame Stepped; // at the parameters with one slot stepped
-std::int16_t SteppedSlot = -1;
+thread_local FitFrame Base;    // at the unstepped parameters, of the set of the last point
+thread_local FitFrame Stepped; // at the parameters with one slot stepped
+thread_local std::int16_t SteppedSlot = -1;
 
 // The frame for the point's set at the present Work.Parms; newSet tells that the set has just begun.
 FitFrame& FrameFor(long set, bool newSet) {
@@ -115,13 +114,13 @@ double FitFunction(long point) {
     }
     SteppedSlot = -1;
     if (!failed && std::isfinite(y)) return y;
-    TellFunctionError();
+    NoteFunctionError();
     return 0.0;
 }
 
-void TellFunctionError() {
+void NoteFunctionError() {
     Work.AbortFit = Work.FunctionFailed = FlagTrue;
-    Tell("Math error during function evaluation, aborting fit", Work.ProgramName, BoxIcon::Stop);
+    Work.Outcome = {FitEnd::MathError, "Math error during function evaluation, aborting fit"};
 }
 
 double DerivStep(long slot) {

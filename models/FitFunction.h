@@ -7,7 +7,7 @@
 namespace Quillon {
 
 // The model's signal at a point of the fit (1..NumPts) at the current Work.Parms, in signal units of the
-// point's own set. An arithmetic fault is told in a message, sets Work.AbortFit and gives 0.
+// point's own set. An arithmetic fault is noted (NoteFunctionError) and gives 0.
 double FitFunction(long point);
 
 // Fills Work.Deriv for a point, given the value at the current parameters: forward differences with the
@@ -23,8 +23,9 @@ void SetDerivParm(std::int16_t slot);
 enum class SlotDeriv { Numeric, One, Zero };
 SlotDeriv DerivKind(long slot, long set, bool pseudoPoint);
 
-// The message of an arithmetic fault inside the function; sets Work.AbortFit.
-void TellFunctionError();
+// Notes an arithmetic fault inside the function: sets Work.AbortFit and Work.FunctionFailed, and the sentence
+// for the user in Work.Outcome.
+void NoteFunctionError();
 
 // The step of the forward difference of a slot, before the addition in single precision.
 double DerivStep(long slot);

@@ -129,7 +129,9 @@ bool WriteResiduals(const std::string& path, long k, int cell, bool offsetInclud
     for (long j = 1; j < k; ++j)
         before += Work.SetPts[j];
     const float offset = Work.Parms[SlotOffset(k)];
+    const FitOutcome outcome = Work.Outcome;
     const std::int16_t abort = Work.AbortFit;
+    const std::int16_t failed = Work.FunctionFailed;
     if (offsetIncluded) Work.Parms[SlotOffset(k)] = 0.0F;
     Work.AbortFit = FlagFalse;
     ForgetModelState();
@@ -139,10 +141,13 @@ bool WriteResiduals(const std::string& path, long k, int cell, bool offsetInclud
         lines = ResidualLines(k, before);
         computed = Work.AbortFit == FlagFalse;
     } catch (const RuntimeError&) {
-        TellFunctionError();
+        NoteFunctionError();
     }
+    if (!computed) Tell(Work.Outcome.Sentence, Work.ProgramName, BoxIcon::Stop);
     Work.Parms[SlotOffset(k)] = offset;
     Work.AbortFit = abort;
+    Work.FunctionFailed = failed;
+    Work.Outcome = outcome;
     ForgetModelState();
     if (!computed) return false;
     const char* const comment = offsetIncluded ? "residuals with no offset" : "residuals";

@@ -154,24 +154,23 @@ TEST_F(EnforceBoundsTest, CrossedPairMakesTheParameterJump) {
 }
 
 TEST_F(EnforceBoundsTest, MonitorMarksWhatStoodOutside) {
-    Work.MonitorMode = 1;
     LoadFitMon();
+    const FitProgress progress = MonitorProgress();
+    const ProgressInUse inUse(progress);
+    const auto enforce = [] {
+        EnforceBounds();
+        ReportStep(); // as behind each trial
+    };
     Level(2) = 9.0F;
-    EnforceBounds();
+    enforce();
     EXPECT_FALSE(FitMon.BoundWarning[0].Visible);
     EXPECT_TRUE(FitMon.BoundWarning[1].Visible);
-    EnforceBounds();
-    EXPECT_FALSE(FitMon.BoundWarning[1].Visible);
-    // Without a monitor in use nothing is marked.
-    Work.MonitorMode = 0;
-    Level(2) = 9.0F;
-    EnforceBounds();
+    enforce();
     EXPECT_FALSE(FitMon.BoundWarning[1].Visible);
     // A row that does not show is not marked.
-    Work.MonitorMode = 2;
     FitMon.ParameterName[1].Visible = false;
     Level(2) = 9.0F;
-    EnforceBounds();
+    enforce();
     EXPECT_FALSE(FitMon.BoundWarning[1].Visible);
     UnloadFitMon();
 }

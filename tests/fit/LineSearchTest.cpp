@@ -307,16 +307,17 @@ TEST_F(LineSearch, BoundsThatAreSwitchedOffClipNoStep) {
 // -------------------------------------------------------------------------------------------
 
 TEST_F(LineSearch, ErrorInTheInterpolationIsToldAndRecovered) {
-    Outside.ExpectMessage(
-        {"Error 'Overflow' occurred during parameter increment adjustment, recovery will be "
-         "attempted.",
-         "Quillon", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
-        BoxAnswer::Ok);
+    std::vector<std::string> remarks;
+    FitProgress progress;
+    progress.Remark = [&](const std::string& sentence) { remarks.push_back(sentence); };
+    const ProgressInUse inUse(progress);
     // A sum before that is so far below any other that the parabola's curvature has no room in a double.
     Level() = 0.75F;
     Work.Increment[0] = 1.0;
     Work.SumSq = -1e308;
     AdjustIncrement();
+    EXPECT_EQ(remarks, std::vector<std::string>{"Error 'Overflow' occurred during parameter increment "
+                                                "adjustment, recovery will be attempted."});
     // The last stage: the smallest step evaluated, then reversed, which is better and so shortened at random.
     EXPECT_EQ(Work.Alpha, -0.75 * Smallest);
     EXPECT_EQ(Passes(), 1 + 10 + 1 + 2);
