@@ -145,7 +145,7 @@ TEST(FitCommand, EmptyCommonSlotsAreFilled) {
 TEST(FitCommand, ACancelledDialogLeavesEverything) {
     Script script;
     Load("Model02");
-    const ZeroBased<float> before = Work.Parms;
+    const auto before = Work.Parms;
     script.ExpectModal("GetGuess", [] {
         Work.Parms[0] = 7.0F;
         Work.ConvergenceLimit = 1.0F;

@@ -144,7 +144,7 @@ TEST_P(ReopenedFits, AreFittedAgainToTheSameMinimum) {
     TheScript.ExpectFile("Quillon - Save Fit Data & Parameters", path);
     RunMainCommand("DoFitSave");
     const double sum = Work.SumSq;
-    const ZeroBased<std::int16_t> map = Work.FreeMap;
+    const auto map = Work.FreeMap;
     RunRecentFile(1);
     RunMainCommand("FitData");
     EXPECT_EQ(Work.FitDone, FlagTrue);
