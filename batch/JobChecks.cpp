@@ -1,6 +1,7 @@
 // Settings of a job that contradict each other.
 #include "batch/JobText.h"
 #include "models/Catalogue.h"
+#include "models/ModelTable.h"
 
 namespace Quillon {
 
@@ -11,7 +12,7 @@ void CheckModel(const Job& job) {
         FailJob(job, "fit", "nonideal", "non-ideality is allowed for the models 1 to 5 only");
     if (job.SeparateK && !ModelAllowsSeparateK(job.Model))
         FailJob(job, "fit", "separate-k", "separate binding constants are not allowed for this model");
-    if (job.Concentration == JobUnits::Weight && job.Model > 6)
+    if (job.Concentration == JobUnits::Weight && TraitsOfModel(job.Model).TwoSpecies)
         FailJob(job, "fit", "concentration-units", "weight units are allowed for the models 1 to 6 only");
 }
 
@@ -32,7 +33,7 @@ void CheckCell(const Job& job, const JobSet& set) {
 
 void CheckConstraints(const Job& job, const JobSet& set) {
     const std::string section = SetSection(set.Number);
-    if (set.Loading[1] > 0.0F && job.Model < 7)
+    if (set.Loading[1] > 0.0F && !TraitsOfModel(job.Model).TwoSpecies)
         FailJob(job, section, "loading-b", "this model has no species B");
     if (set.OffsetOf == 0) return;
     const JobSet* other = job.FindSet(set.OffsetOf);

@@ -3,7 +3,7 @@
 #include "batch/JobText.h"
 #include "fit/FreeMap.h"
 #include "fit/GetGuess.h"
-#include "models/Catalogue.h"
+#include "models/ModelTable.h"
 #include "models/ParmScale.h"
 
 #include <algorithm>
@@ -56,22 +56,19 @@ std::int16_t SlotOfLine(const Job& job, const JobParameter& line) {
 
 // Masses, stoichiometries, constants and the virial coefficient, common or of a set.
 bool IsConstant(long slot) {
-    if (slot < 8) return true;
-    const bool second = slot % 3 == SlotB(1) % 3;
-    const bool third = slot % 3 == SlotOffset(1) % 3;
-    if (!Work.SeparateK) return false;
-    return (second && Work.Model <= 6) || (third && OffsetSlotHoldsConstant(Work.Model, true));
+    return slot < GlobalSlots || RuleOfSlot(slot).Holds == Quantity::Constant;
 }
 
 bool IsStoichiometry(long slot) {
-    return slot == 1 || slot == 3;
+    return RuleOfSlot(slot).Holds == Quantity::Stoichiometry;
 }
 
 // Values that the program would take for "not set yet", or that no logarithm can be taken of.
 void CheckValue(const Job& job, const JobParameter& line, long slot) {
     if (!line.Value) return;
     if (IsStoichiometry(slot) && !(*line.Value > 0.0F)) FailParameter(job, line, "has to be above 0");
-    if ((slot == 0 || slot == 5) && *line.Value == 0.0F) FailParameter(job, line, "cannot be 0");
+    if (RuleOfSlot(slot).Holds == Quantity::Mass && *line.Value == 0.0F)
+        FailParameter(job, line, "cannot be 0");
 }
 
 // Stoichiometries first: the scale of the constants hangs on them.
@@ -90,16 +87,10 @@ void TakeValues(const Job& job, const std::vector<ListedParm>& listed, Wanted&& 
     }
 }
 
-// The common slot behind a constant of a set.
-long CommonSlot(long slot) {
-    if (Work.Model > 6) return 6;
-    return slot % 3 == SlotB(1) % 3 ? 2 : 4;
-}
-
 void SeedCommonConstants(const std::vector<ListedParm>& listed) {
     for (auto entry = listed.rbegin(); entry != listed.rend(); ++entry)
-        if (entry->Line->Value && entry->Slot >= 8 && IsConstant(entry->Slot))
-            Work.Parms[CommonSlot(entry->Slot)] = Work.Parms[entry->Slot];
+        if (const long common = RuleOfSlot(entry->Slot).Common; entry->Line->Value && common >= 0)
+            Work.Parms[common] = Work.Parms[entry->Slot];
 }
 
 void TakeBounds(const ListedParm& listed) {

@@ -6,9 +6,9 @@
 #include "commands/FitCommand.h"
 #include "fit/Confidence.h"
 #include "input/NUMINPUT.h"
-#include "models/Catalogue.h"
 #include "models/ConcForm.h"
-#include "models/ParmScale.h"
+#include "models/DefaultBounds.h"
+#include "models/ModelChoice.h"
 #include "platform/Platform.h"
 #include "scandata/FitData.h"
 

@@ -2,6 +2,7 @@
 
 #include "commands/Commands.h"
 
+#include "models/ModelTable.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -157,7 +158,7 @@ void SetMenuStatus() {
     Enable({"GraphData", "DefineUnits"}, Work.DataChosen != 0);
     Enable({"SetBaseConstraint"}, Work.DataChosen && Work.NumSets >= 2);
     SetChecks();
-    Enable({"WriteBaseline"}, Work.NumSets == 1 && Work.Model == 1 && fitDone);
+    Enable({"WriteBaseline"}, Work.NumSets == 1 && TraitsOfModel().GivesBaseline && fitDone);
 }
 
 void RunMainCommand(const std::string& name) {

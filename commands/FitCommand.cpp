@@ -9,23 +9,10 @@
 #include "workspace/records/Workspace.h"
 
 #include <cmath>
-#include <vector>
 
 namespace Quillon {
 
 namespace {
-
-void FillZero(long slot, float standard) {
-    if (Work.Parms[slot] == 0.0F) Work.Parms[slot] = standard;
-}
-
-// Masses and stoichiometries that nobody has set yet.
-void FillStandardParms() {
-    FillZero(0, 1.5F);
-    FillZero(1, 2.0F);
-    FillZero(3, 2.0F);
-    FillZero(5, 3.0F);
-}
 
 // A baseline just subtracted leaves no offset to be fitted.
 void HoldOffsetsOfNewBaselines() {
@@ -46,12 +33,11 @@ void OfferNewGuesses() {
 void FollowSeparateK() {
     if (Work.SeparateK == Work.LastSeparateK) return;
     Work.FitDone = Work.FitValid = 0;
-    const auto constant = [](long slot) { return Work.SeparateK ? Work.Parms[slot] : 0.0F; };
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        if (Work.Model <= 6) Work.Parms[SlotB(s)] = constant(2);
-        if (Work.Model == 4 || Work.Model == 5) Work.Parms[SlotOffset(s)] = constant(4);
-        if (Work.Model > 6) Work.Parms[SlotOffset(s)] = constant(6);
-    }
+    for (long s = 1; s <= Work.NumSets; ++s)
+        for (const long slot : {SlotB(s), SlotOffset(s)}) {
+            const long common = RuleOfSlot(Work.Model, true, slot).Common;
+            if (common >= 0) Work.Parms[slot] = Work.SeparateK ? Work.Parms[common] : 0.0F;
+        }
 }
 
 void FollowNonIdeal() {
@@ -61,7 +47,7 @@ void FollowNonIdeal() {
 }
 
 void TellOfCooperativity() {
-    if (Work.Model != 11 || Work.LastModel == 11 || Work.ConcUnits != 1) return;
+    if (!TraitsOfModel().CooperativityNote || Work.LastModel == Work.Model || Work.ConcUnits != 1) return;
     Tell("Please be aware that in absorbance units the intrinsic binding constant for the second B molecule "
          "will be different than that of the first even if the binding energies are the same, due to the "
          "difference in extinction coefficients.  (In molar units equal binding constants imply equal "
@@ -69,43 +55,11 @@ void TellOfCooperativity() {
          Work.ProgramName, BoxIcon::Information);
 }
 
-// The association constants that the guesses of a model with two species depend on.
-const std::vector<long>& ConstantsOfModel(int model) {
-    static const std::vector<long> none, one{6}, two{6, 7}, dimer{6, 2}, twoDimer{6, 7, 2}, complex{6, 4},
-        twoComplex{6, 7, 4}, dimerComplex{6, 2, 4}, all{6, 7, 2, 4};
-    switch (model) {
-    case 8:
-    case 9:
-        return one;
-    case 10:
-    case 11:
-        return two;
-    case 12:
-    case 21:
-        return dimer;
-    case 13:
-    case 14:
-    case 22:
-        return twoDimer;
-    case 15:
-    case 16:
-        return complex;
-    case 17:
-    case 18:
-        return twoComplex;
-    case 19:
-        return dimerComplex;
-    case 20:
-        return all;
-    default:
-        return none;
-    }
-}
-
+// The association constants of two species, which the guesses depend on.
 void OfferGuessesForNewConstants() {
     bool changed = false;
-    for (const long slot : ConstantsOfModel(Work.Model))
-        ParmChanged(slot, changed);
+    for (const long slot : {6, 7, 2, 4})
+        if (RuleOfSlot(Work.Model, false, slot).Use == SlotUse::Shown) ParmChanged(slot, changed);
     if (!changed) return;
     if (AskYesNo(
             "You have altered the values of association constants.  This will affect the guesses for the "
@@ -116,8 +70,11 @@ void OfferGuessesForNewConstants() {
 
 // Stoichiometries other than those of the name make it the general model, for good.
 void RefineModel() {
-    if (Work.Model == 2 && Work.Parms[1] != 2.0F) Work.Model = 3;
-    if (Work.Model == 4 && !(Work.Parms[1] == 2.0F && Work.Parms[3] == 4.0F)) Work.Model = 5;
+    const auto altered = [](long slot) {
+        const SlotRule& rule = RuleOfSlot(slot);
+        return rule.Use == SlotUse::Fixed && Work.Parms[slot] != rule.Value;
+    };
+    if (TraitsOfModel().General != 0 && (altered(1) || altered(3))) Work.Model = TraitsOfModel().General;
     Work.FitTitle = ModelDialogName(Work.Model) + " fit";
 }
 
@@ -148,8 +105,8 @@ void RememberOptions() {
 
 // Models with one constant for two bonds show it in both of its slots.
 void CopySharedConstants() {
-    if (Work.Model == 18) Work.Parms[2] = Work.Parms[4];
-    if (Work.Model == 21) Work.Parms[7] = Work.Parms[6];
+    const ModelTraits& traits = TraitsOfModel();
+    if (traits.SharedTo >= 0) Work.Parms[traits.SharedTo] = Work.Parms[traits.SharedFrom];
 }
 
 // The monitor stands for as long as the fit and the message about its end take.

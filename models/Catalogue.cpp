@@ -1,5 +1,6 @@
 #include "models/Catalogue.h"
 
+#include "models/ModelTable.h"
 #include "workspace/records/Workspace.h"
 
 #include <array>
@@ -60,15 +61,15 @@ std::string ModelReportName(int model) {
 }
 
 bool ModelAllowsNonIdeal(int model) {
-    return model >= 1 && model <= 5;
+    return TraitsOfModel(model).NonIdeal;
 }
 
 bool ModelAllowsSeparateK(int model) {
-    return (model >= 2 && model <= 6) || model == 8 || model == 9;
+    return TraitsOfModel(model).SeparateK;
 }
 
 bool OffsetSlotHoldsConstant(int model, bool separateK) {
-    return separateK && (model == 4 || model == 5 || model > 6);
+    return separateK && TraitsOfModel(model).OffsetGoes;
 }
 
 void FillModelNames() {

@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "models/FormControls.h"
 #include "models/LoadingUnits.h"
+#include "models/ModelTable.h"
 #include "models/NumberBox.h"
 #include "models/SetMeanSignal.h"
 #include "platform/Platform.h"
@@ -246,7 +247,7 @@ void ConcFormOkButton() {
 
 void WarnOfConstraintCoefficients() {
     // [decision: loading-warning]
-    if ((Work.Model != 7 && Work.Model != 9) || !(Work.ConstraintFlags & ConcentrationBit)) return;
+    if (!TraitsOfModel().LoadingsNeedMolar || !(Work.ConstraintFlags & ConcentrationBit)) return;
     Tell("For this model, for constraints to work properly you MUST set correct values for the molar "
          "extinction coefficients of species A and B on the Units form.  You may use either Absorbance or "
          "Molar units, however.",

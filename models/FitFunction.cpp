@@ -3,6 +3,7 @@
 #include "models/Catalogue.h"
 #include "models/Constraints.h"
 #include "models/FitFrame.h"
+#include "models/ModelTable.h"
 #include "models/NonIdeal.h"
 #include "models/Species.h"
 #include "workspace/records/Workspace.h"
@@ -125,28 +126,25 @@ void NoteFunctionError() {
 
 double DerivStep(long slot) {
     const double p = static_cast<double>(Work.Parms[slot]);
-    switch (slot) {
-    case 0:
-    case 5:
+    switch (RuleOfSlot(slot).Holds) {
+    case Quantity::Mass:
         return p * 0.01;
-    case 1:
-    case 3:
+    case Quantity::Stoichiometry:
         return p * 0.02;
-    case 2:
-    case 4:
-    case 6:
-        return 0.06;
-    case 7:
-        return Work.Model > 9 ? 0.02 : p == 0.0 ? 0.0004 : p * 0.02;
+    case Quantity::Virial:
+        return p == 0.0 ? 0.0004 : p * 0.02; // away from an ideal start
+    case Quantity::Constant:
+        return slot == 2 || slot == 4 || slot == 6 ? 0.06 : 0.02;
     default:
         return 0.02;
     }
 }
 
 SlotDeriv DerivKind(long slot, long set, bool pseudoPoint) {
-    if (slot < 8) return SlotDeriv::Numeric;
-    const long owner = (slot - 5) / 3;
-    const bool third = (slot - 5) % 3 == 2;
+    const SlotPart part = PartOfSlot(slot);
+    if (part == SlotPart::Global) return SlotDeriv::Numeric;
+    const long owner = SetOfSlot(slot);
+    const bool third = part == SlotPart::Offset;
     if (owner == set && (!third || Work.SeparateK)) return SlotDeriv::Numeric;
     if (!third || pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
     if (owner == set) return SlotDeriv::One;

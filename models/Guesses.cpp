@@ -1,6 +1,7 @@
 #include "models/Guesses.h"
 
 #include "models/Catalogue.h"
+#include "models/ModelTable.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -33,66 +34,71 @@ double LnReferenceSignal(long first, long last) {
     return d < 0.0 ? std::log(0.1) : Ln(d);
 }
 
-// The monomer of a hetero-association with all the signal in the largest complex, equal molar amounts of A
-// and B, solved from the law of mass action in logarithms. t1 and t2 are the logarithms of the signal of
-// 1 molar A and 1 molar AB2.
-double LnMonomerA(int model, double L, double eA, double eB, double path) {
-    const auto P = [](long slot) { return static_cast<double>(Work.Parms[slot]); };
-    const double t1 = Ln(eA * path);
-    const double t2 = Ln((2.0 * eB + eA) * path);
-    const double base = -t2 + 3.0 * t1 + L;
-    switch (model) {
-    case 8:
-        return (L - P(6) - Ln(eB + eA) + t1) / 2.0;
-    case 9:
-        return (-2.0 * P(6) + base) / 3.0;
-    case 10:
-        return (-P(6) - P(7) + base) / 3.0;
-    case 11:
-        return (-2.0 * P(6) - P(7) + base) / 3.0;
-    case 12:
-        return (-2.0 * P(6) - P(2) + base) / 3.0;
-    case 13:
-    case 14:
-        return (-P(6) - P(7) - P(2) + base) / 3.0;
-    case 15:
-        return (-P(6) + base) / 3.0;
-    case 16:
-        return (-2.0 * P(6) - P(4) + base) / 3.0;
-    case 17:
-    case 18:
-        return (-P(6) - P(7) - P(4) + base) / 3.0;
-    case 19:
-        return (-2.0 * P(6) - P(4) + P(2) + base) / 3.0;
-    case 20:
-        return (-P(6) - P(7) - P(4) + P(2) + base) / 3.0;
-    default: // 21
-        return (-4.0 * P(6) - 2.0 * P(7) - P(2) - Ln(2.0 * eB + 2.0 * eA) + 4.0 * t1 + L) / 4.0;
+// The shares of the association constants in ln a, by the table of models.
+double SumOfConstants(const ModelTraits& traits) {
+    constexpr long Slots[] = {6, 7, 4, 2};
+    double sum = 0.0;
+    for (std::size_t i = 0; i < traits.GuessK.size(); ++i)
+        if (traits.GuessK[i] != 0.0) sum += traits.GuessK[i] * static_cast<double>(Work.Parms[Slots[i]]);
+    return sum;
+}
+
+// The monomer of a hetero-association with all the signal in the largest complex and equal molar amounts of A
+// and B, solved from the law of mass action in logarithms. With S the set's signal of the complex at 1 molar
+// and a and b the molar monomers, of which b/a = eB/eA:
+//     AB    L = ln S + ln K + ln a + ln b
+//     AB2   L = ln S + ln of the product of its constants + ln a + 2 ln b      (also for models up to ABBA)
+//     ABBA  L = ln S + ln of the product of its constants + 2 ln a + 2 ln b
+double LnMonomerA(const ModelTraits& traits, double L, double eA, double eB, double path) {
+    const double lnK = SumOfConstants(traits);
+    const double t1 = Ln(eA * path);              // 1 molar A
+    const double t2 = Ln((2.0 * eB + eA) * path); // 1 molar AB2
+    switch (traits.Guess) {
+    case FirstGuess::AllInAB:
+        return (L + lnK - Ln(eB + eA) + t1) / 2.0;
+    case FirstGuess::AllInABBA:
+        return (lnK - Ln(2.0 * eB + 2.0 * eA) + 4.0 * t1 + L) / 4.0;
+    default:
+        return (lnK + (-t2 + 3.0 * t1 + L)) / 3.0;
     }
 }
 
+void GuessHetero(long set, const ModelTraits& traits, double L) {
+    const long row = Work.SetRow[set];
+    const long first = Work.SetRow[1];
+    // [decision: guesses-by-extinction]
+    const double eA = static_cast<double>(Work.ExtA) * Divide(RatioA(row), RatioA(first));
+    const double eB = static_cast<double>(Work.ExtB) * Divide(RatioB(row), RatioB(first));
+    float& a = Work.Parms[SlotA(set)];
+    a = ToSingle(LnMonomerA(traits, L, eA, eB, static_cast<double>(Work.CellPath[row])));
+    Work.Parms[SlotB(set)] = ToSingle(static_cast<double>(a) + Ln(Divide(eB, eA)));
+}
+
 void GuessSet(long set, double L) {
-    const int model = Work.Model;
+    const ModelTraits& traits = TraitsOfModel();
     float& a = Work.Parms[SlotA(set)];
     float& b = Work.Parms[SlotB(set)];
-    if (model == 1) {
+    switch (traits.Guess) {
+    case FirstGuess::WholeSignal:
         a = ToSingle(L);
-    } else if (model >= 2 && model <= 6) {
+        return;
+    case FirstGuess::Tenth:
         a = ToSingle(L - std::log(10.0));
-        if (model == 6) b = a;
-    } else if (model == 7) {
+        return;
+    case FirstGuess::TenthEach:
+        a = b = ToSingle(L - std::log(10.0));
+        return;
+    case FirstGuess::HalfEach:
         a = b = ToSingle(L + std::log(0.5));
-    } else if (model >= 8 && model <= 21) {
-        const long row = Work.SetRow[set];
-        const long first = Work.SetRow[1];
-        // [decision: guesses-by-extinction]
-        const double eA = static_cast<double>(Work.ExtA) * Divide(RatioA(row), RatioA(first));
-        const double eB = static_cast<double>(Work.ExtB) * Divide(RatioB(row), RatioB(first));
-        a = ToSingle(LnMonomerA(model, L, eA, eB, static_cast<double>(Work.CellPath[row])));
-        b = ToSingle(static_cast<double>(a) + Ln(Divide(eB, eA)));
+        return;
+    case FirstGuess::AllInAB:
+    case FirstGuess::AllInABB:
+    case FirstGuess::AllInABBA:
+        return GuessHetero(set, traits, L);
+    case FirstGuess::Kept:
+        // [decision: model-22-keeps]
+        return;
     }
-    // [decision: model-22-keeps]
-    // Model 22 keeps the values that it has.
 }
 
 void AskOffsets() {

@@ -1,6 +1,7 @@
 #include "models/LoadingUnits.h"
 
 #include "input/NUMINPUT.h"
+#include "models/ModelTable.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -44,7 +45,7 @@ std::string ToleranceText(float tolerance) {
 }
 
 bool ShowsLoadingB() {
-    return Work.Model > 6;
+    return TraitsOfModel().TwoSpecies;
 }
 
 } // namespace Quillon

@@ -1,7 +1,11 @@
 #include "models/ModelChoice.h"
 
 #include "models/Catalogue.h"
+#include "models/DefaultBounds.h"
+#include "models/ModelFlags.h"
 #include "models/ModelForm.h"
+#include "models/ModelTable.h"
+#include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -42,7 +46,7 @@ void SettleOffsetLinks() {
 } // namespace
 
 bool CheckModelChoice() {
-    if (Work.NonIdeal && Work.Model >= 6) {
+    if (Work.NonIdeal && !ModelAllowsNonIdeal(Work.Model)) {
         Work.NonIdeal = FlagFalse;
         Host.Beep();
         Tell("Sorry, non-ideality is not allowed for models involving two types of monomers", BoxTitle,
@@ -61,7 +65,7 @@ bool CheckModelChoice() {
 }
 
 void AnnounceHeteroModel(std::int16_t oldModel) {
-    if (Work.Model < 8 || Work.Model == oldModel) return;
+    if (!TraitsOfModel().Hetero || Work.Model == oldModel) return;
     if (Work.ConcUnits == 1 || Work.ConcUnits == 4) {
         Tell("Please note that for this model you CANNOT use mg/mL units", BoxTitle, BoxIcon::Information);
         BuildParmScale(); // of the new model, in the units in which its bounds stand

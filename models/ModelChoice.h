@@ -12,4 +12,14 @@ bool CheckModelChoice();
 // What a user has to know of a hetero-association newly chosen; takes mg/mL units back to signal units.
 void AnnounceHeteroModel(std::int16_t oldModel);
 
+// Re-derives everything that hangs on the model: NumParms, FitTitle, names, formats, scale. With showDialog
+// the model dialog is loaded and shown first (form "ModelForm"), again and again until its choice stands. A
+// cancelled dialog leaves the workspace as it was, but for Work.AbortFit, which is set for the caller to
+// clear. A RuntimeError (a coefficient without a logarithm) leaves the workspace as it was, too.
+void SelectModel(bool showDialog);
+
+// The tail of SelectModel for a choice that has been made: oldSeparateK and oldNumParms are what stood
+// before, chosen tells that the dialog made the choice (which resets the fit flags).
+void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen);
+
 } // namespace Quillon

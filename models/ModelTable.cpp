@@ -22,7 +22,7 @@ constexpr SlotRule Hold(const SlotRule& rule) {
     return WithUse(rule, Held);
 }
 constexpr SlotRule Fix(SlotRule rule, float value) {
-    rule.Fixed = value;
+    rule.Value = value;
     return WithUse(rule, Fixed);
 }
 constexpr SlotRule Within(SlotRule rule, float lower, float upper) {
@@ -40,11 +40,18 @@ constexpr SlotRule LogK(const char* name) {
 
 // --- what can stand in a slot ----------------------------------------------------------------------------
 
-constexpr SlotRule MassMon{"A mon", Quantity::Mass, SlotUnit::Mass, SlotScale::MassA};
-constexpr SlotRule MassA{"A", Quantity::Mass, SlotUnit::Mass, SlotScale::MassA};
-constexpr SlotRule MassB{"B", Quantity::Mass, SlotUnit::Mass, SlotScale::MassB};
-constexpr SlotRule N{"N", Quantity::Stoichiometry, SlotUnit::Nothing, SlotScale::One};
-constexpr SlotRule M{"M", Quantity::Stoichiometry, SlotUnit::Nothing, SlotScale::One};
+constexpr SlotRule Standing(SlotRule rule, float standard) {
+    rule.Standard = standard;
+    return rule;
+}
+constexpr SlotRule MassOf(const char* species, SlotScale scale, float standard) {
+    return Standing({species, Quantity::Mass, SlotUnit::Mass, scale}, standard);
+}
+constexpr SlotRule MassMon = MassOf("A mon", SlotScale::MassA, 1.5F);
+constexpr SlotRule MassA = MassOf("A", SlotScale::MassA, 1.5F);
+constexpr SlotRule MassB = MassOf("B", SlotScale::MassB, 3.0F);
+constexpr SlotRule N = Standing({"N", Quantity::Stoichiometry, SlotUnit::Nothing, SlotScale::One}, 2.0F);
+constexpr SlotRule M = Standing({"M", Quantity::Stoichiometry, SlotUnit::Nothing, SlotScale::One}, 2.0F);
 
 constexpr SlotRule K1N = LogK("Ln K(1>N)", SlotUnit::OneToN, SlotScale::OneToN);
 constexpr SlotRule K1M = LogK("Ln K(1>M)", SlotUnit::OneToM, SlotScale::OneToM);
@@ -67,9 +74,11 @@ constexpr SlotRule KABB4 = LogK("ln K(AB+B>ABB)", SlotUnit::Mixed, SlotScale::On
 
 constexpr SlotRule B2{"B2 vir. coef.", Quantity::Virial, SlotUnit::Mixed, SlotScale::One, WhenNonIdeal};
 // Model 7 starts with the lower bound of a constant below its virial coefficient, which it never uses.
-constexpr SlotRule WideB2{"B2 vir. coef.",      Quantity::Virial, SlotUnit::Mixed,
-                          SlotScale::One,       WhenNonIdeal,     0.0F,
-                          SlotBounds::WideBelow};
+constexpr SlotRule WideBelow(SlotRule rule) {
+    rule.Bounds = SlotBounds::WideBelow;
+    return rule;
+}
+constexpr SlotRule WideB2 = WideBelow(B2);
 // Model 9 names its slot 7 as model 12 does, but neither uses it nor counts it as a logarithm.
 constexpr SlotRule NamedSecond{"Ln K(AB>AB2)", Quantity::Virial, SlotUnit::Mixed, SlotScale::One, Hidden};
 
@@ -262,8 +271,9 @@ const ModelSlots& SlotsOfModel(int model, bool separateK) {
 
 const SlotRule& RuleOfSlot(int model, bool separateK, long slot) {
     const ModelSlots& slots = SlotsOfModel(model, separateK);
-    if (slot < 8) return slots.Global[static_cast<std::size_t>(slot)];
-    return slots.OfSet[static_cast<std::size_t>((slot - 8) % 3)];
+    const SlotPart part = PartOfSlot(slot);
+    if (part == SlotPart::Global) return slots.Global[static_cast<std::size_t>(slot)];
+    return slots.OfSet[static_cast<std::size_t>(part)];
 }
 
 const SlotRule& RuleOfSlot(long slot) {

@@ -53,7 +53,7 @@ enum class SlotUse {
     AsIs,        // fitted or held as it was
     Shown,       // the same, but a slot that was not used before is fitted
     Held,        // held, at the value that it has
-    Fixed,       // held, at SlotRule::Fixed
+    Fixed,       // held, at SlotRule::Value
     Hidden,      // not used
     HiddenZero,  // not used, and 0
     HiddenAsN,   // not used; takes the value of N
@@ -74,7 +74,8 @@ struct SlotRule {
     SlotUnit Unit;
     SlotScale Scale;
     SlotUse Use = SlotUse::AsIs;
-    float Fixed = 0.0F;
+    float Value = 0.0F;    // of SlotUse::Fixed
+    float Standard = 0.0F; // what stands for a value that nobody has set, exactly 0
     SlotBounds Bounds = SlotBounds::Usual;
     float Lower = 0.0F, Upper = 0.0F; // user units
     std::int16_t Common = -1; // a set's slot: the global slot whose constant the set has for itself; -1 none

@@ -1,6 +1,6 @@
 #include "models/ParmScale.h"
 
-#include "models/Catalogue.h"
+#include "models/ModelTable.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -29,34 +29,29 @@ FirstSet ReadFirstSet() {
             static_cast<double>(Work.ExtinctionRatio[1][row]), GasConstant * kelvin, omega};
 }
 
-void FillDefaults() {
-    const auto orElse = [](long slot, float value) {
-        if (Work.Parms[slot] == 0.0F) Work.Parms[slot] = value;
-    };
-    orElse(0, 1.5F);
-    orElse(1, 2.0F);
-    orElse(3, 2.0F);
-    orElse(5, 3.0F);
-    Work.ParmScale.Recreate(Work.MaxParms - 1, 1.0F);
-}
+// The values that the rules of scale stand for, in the units in force; 1 leaves a factor as it is.
+struct Scales {
+    float MassA = 1.0F, MassB = 1.0F;
+    float OneToN = 0.0F, OneToM = 0.0F, Mixed = 0.0F;
+    float SignalA = 0.0F, SignalB = 0.0F;
+};
 
-void ScaleMasses(const FirstSet& first) {
-    auto& scale = Work.ParmScale;
+// M = sigma R T / (w^2 (1 - vbar rho)), in kDa; a buoyant mass has no bracket.
+void ScaleMasses(Scales& scales, const FirstSet& first) {
     const double w2 = first.Omega * first.Omega;
     const double density = static_cast<double>(Work.SolventDensity);
     const auto molar = [&](float vbar) {
         return ToSingle(Divide(first.RT, w2 * (1.0 - density * static_cast<double>(vbar)) * 1000.0));
     };
     if (Work.MassUnits == 2) {
-        scale[0] = molar(Work.VbarA);
-        scale[5] = molar(Work.VbarB);
+        scales.MassA = molar(Work.VbarA);
+        scales.MassB = molar(Work.VbarB);
     } else if (Work.MassUnits == 1) {
-        scale[0] = scale[5] = ToSingle(Divide(first.RT, w2 * 1000.0));
+        scales.MassA = scales.MassB = ToSingle(Divide(first.RT, w2 * 1000.0));
     }
 }
 
-// The factors from signal to the unit of display for species A and B; 1 in signal units, where there is
-// nothing to convert.
+// U_A and U_B, from signal to the unit of display; 1 in signal units, where there is nothing to convert.
 struct UnitFactors {
     double A = 1.0, B = 1.0;
 };
@@ -79,49 +74,56 @@ UnitFactors FactorsOf(const FirstSet& first) {
     }
 }
 
-void ScaleConstants(const FirstSet& first, const UnitFactors& u) {
-    auto& scale = Work.ParmScale;
+void ScaleConstants(Scales& scales, const FirstSet& first, const UnitFactors& u) {
     const int units = Work.ConcUnits;
     const double n = static_cast<double>(Work.Parms[1]);
     const double m = static_cast<double>(Work.Parms[3]);
     if (units == 0 || units == 3) {
-        scale[2] = scale[4] = 0.0F;
         // [decision: fringe-constants]
-        scale[6] = ToSingle(-Ln(static_cast<double>(Work.ExtA) * first.RatioA *
-                                static_cast<double>(Work.ExtB) * first.RatioB * first.Path * first.Path));
+        scales.Mixed = ToSingle(-Ln(static_cast<double>(Work.ExtA) * first.RatioA *
+                                    static_cast<double>(Work.ExtB) * first.RatioB * first.Path * first.Path));
         return;
     }
     const bool molar = units == 2 || units == 5;
-    scale[2] = ToSingle((n - 1.0) * Ln(u.A) - (molar ? Ln(n) : 0.0));
+    scales.OneToN = ToSingle((n - 1.0) * Ln(u.A) - (molar ? Ln(n) : 0.0));
     // [decision: second-oligomer-by-b]
     // In mg/mL of interference data the second oligomer goes by the coefficient of species B.
-    scale[4] = ToSingle((m - 1.0) * Ln(units == 4 ? u.B : u.A) - (molar ? Ln(m) : 0.0));
-    scale[6] = 0.0F;
+    scales.OneToM = ToSingle((m - 1.0) * Ln(units == 4 ? u.B : u.A) - (molar ? Ln(m) : 0.0));
 }
 
-void ScaleSets(const UnitFactors& u) {
-    auto& scale = Work.ParmScale;
-    const int model = Work.Model;
-    const float addendA = ToSingle(-Ln(u.A));
-    const float addendB = ToSingle(-Ln(u.B));
-    const bool separateK = Work.SeparateK != 0;
-    for (long s = 1; s <= Work.MaxSets; ++s) {
-        scale[SlotA(s)] = addendA;
-        scale[SlotB(s)] = model == 6 ? addendA : addendB; // the inactive monomer is A
-        if (!separateK) continue;
-        if (model >= 2 && model <= 6) scale[SlotB(s)] = scale[2];
-        if (model == 4 || model == 5) scale[SlotOffset(s)] = scale[4];
-        if (model == 8 || model == 9) scale[SlotOffset(s)] = scale[6];
+Scales ScalesInForce() {
+    Scales scales;
+    const FirstSet first = ReadFirstSet();
+    ScaleMasses(scales, first);
+    const UnitFactors u = FactorsOf(first);
+    ScaleConstants(scales, first, u);
+    scales.SignalA = ToSingle(-Ln(u.A));
+    scales.SignalB = ToSingle(-Ln(u.B));
+    return scales;
+}
+
+float ScaleOf(SlotScale rule, const Scales& scales) {
+    switch (rule) {
+    case SlotScale::MassA:
+        return scales.MassA;
+    case SlotScale::MassB:
+        return scales.MassB;
+    case SlotScale::OneToN:
+        return scales.OneToN;
+    case SlotScale::OneToM:
+        return scales.OneToM;
+    case SlotScale::Mixed:
+        return scales.Mixed;
+    case SlotScale::SignalA:
+        return scales.SignalA;
+    case SlotScale::SignalB:
+        return scales.SignalB;
+    case SlotScale::Zero:
+        return 0.0F;
+    case SlotScale::One:
+        break;
     }
-}
-
-void ScaleByModel() {
-    auto& scale = Work.ParmScale;
-    const int model = Work.Model;
-    if (model > 9) scale[7] = scale[6];
-    if (model > 13) scale[2] = scale[6];
-    if (model == 11 || model == 21) scale[7] = 0.0F;
-    if (model == 14) scale[2] = 0.0F; // a cooperativity constant has no unit
+    return 1.0F;
 }
 
 } // namespace
@@ -131,11 +133,7 @@ bool MassInKiloDalton() {
 }
 
 bool IsAdditiveSlot(long slot) {
-    if (slot == 2 || slot == 4 || slot == 6) return true;
-    if (slot == 7) return Work.Model > 9;
-    if (slot < 7) return false;
-    if ((slot - 7) % 3 != 0) return true;
-    return OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
+    return IsAdditive(RuleOfSlot(slot).Holds);
 }
 
 float ToUserUnits(long slot, float internal) {
@@ -150,14 +148,19 @@ float ToInternal(long slot, float displayed) {
     return ToSingle(IsAdditiveSlot(slot) ? v - scale : Divide(v, scale));
 }
 
+void FillStandardParms() {
+    for (long slot = 0; slot < GlobalSlots; ++slot) {
+        const float standard = RuleOfSlot(slot).Standard;
+        if (standard != 0.0F && Work.Parms[slot] == 0.0F) Work.Parms[slot] = standard;
+    }
+}
+
 void BuildParmScale() {
-    FillDefaults();
-    const FirstSet first = ReadFirstSet();
-    ScaleMasses(first);
-    const UnitFactors u = FactorsOf(first);
-    ScaleConstants(first, u);
-    ScaleSets(u);
-    ScaleByModel();
+    FillStandardParms();
+    Work.ParmScale.Recreate(Work.MaxParms - 1, 1.0F);
+    const Scales scales = ScalesInForce();
+    for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot)
+        Work.ParmScale[slot] = ScaleOf(RuleOfSlot(slot).Scale, scales);
 }
 
 } // namespace Quillon

@@ -1,8 +1,18 @@
 #pragma once
 // The road between internal parameters and displayed ones: a factor for masses, stoichiometries, the
 // virial coefficient and zero offsets, an addend for everything that is held as a natural logarithm.
-
-#include <cstdint>
+//
+// With P the path of the first set in cm, E_A and E_B its extinction ratios, w its angular velocity, T its
+// temperature in kelvin, eps the coefficient of the unit (absorptivity, molar extinction, refractivity):
+//
+//     sigma to molar mass       M   = sigma R T / (w^2 (1 - vbar rho)); without the bracket the buoyant mass
+//     signal to concentration   U_A = eps_A E_A P (fringes: eps_A P); ln c(displayed) = ln c - ln U_A
+//     monomer to N-mer          ln K(displayed) = ln K + (N - 1) ln U_A, less ln N in molar terms, where
+//                               K = c_N / c_1^N counts N-mers and not their units
+//     A + B in signal units     ln K(displayed) = ln K - ln(eps_A E_A P eps_B E_B P): inside the program K of
+//                               a hetero-association is molar
+//
+// Sigma is that of T. Svedberg and K. O. Pedersen, The Ultracentrifuge (Clarendon Press, 1940), part I.
 
 namespace Quillon {
 
@@ -15,23 +25,12 @@ float ToUserUnits(long slot, float internal);
 float ToInternal(long slot, float displayed);
 
 // Rebuilds Work.ParmScale from units, coefficients, first set and model. Fills masses and stoichiometries
-// that are exactly 0 with their defaults first. A coefficient that is not positive where a logarithm needs
-// it is a RuntimeError.
+// that are exactly 0 with their standard values first. A coefficient that is not positive where a logarithm
+// needs it is a RuntimeError, whether or not the model uses the slot.
 void BuildParmScale();
 
-// Work.Bounds in user units as a fresh start has them, for the current model and units. A change of units
-// carries the bounds that stand instead (RefreshUnits).
-void SetDefaultBounds();
-
-// After a change of units or coefficients: names, formats and scale are rebuilt, and every bound is carried
-// over so that its internal value stays; one that the new unit has no number for stands at the end of the
-// range of singles.
-void RefreshUnits();
-
-// After a change of model or of separate constants, in units that stand: slots that stand at their former
-// default bounds, or that hold a constant now and did not before (or the other way round), take the default
-// bounds of the new model; bounds that the user set stay.
-void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK);
+// Masses and stoichiometries that nobody has set yet, exactly 0, take their standard values.
+void FillStandardParms();
 
 // True when masses are shown in kDa (buoyant or true), false for sigma.
 bool MassInKiloDalton();

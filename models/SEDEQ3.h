@@ -12,7 +12,10 @@
 //
 // whose meaning shifts with the model (models/Catalogue.h). The pieces of the folder:
 //
-//     Catalogue.h     names, titles and formats of the slots, fit flags, model choice
+//     Catalogue.h     the models by name, and the options that they allow
+//     ModelTable.h    what each slot of each model holds: the one place that knows models by number
+//     ModelFlags.h    which slots are fitted, held, not used
+//     ParmNames.h     names, units and number pictures of the slots
 //     FitFrame.h      what is constant for a set at given parameters
 //     Species.h       the arithmetic of all models at a point, shared by every road through them
 //     FitFunction.h   the fitted function and its derivatives, point by point
@@ -22,7 +25,8 @@
 //     SpeciesAtPoint.h the fitted function taken apart by species, in all units
 //     Integration.h   mean concentrations between two radii
 //     ModelChoice.h   checks and consequences of choosing a model
-//     ParmScale.h     internal to user units and back, units refresh, default bounds
+//     ParmScale.h     internal to user units and back
+//     DefaultBounds.h bounds, and their way through a change of units or model
 //     Guesses.h       concentrations read off the data
 //     Constraints.h   concentration constraints and zero offset links
 //     SetMeanSignal.h what was measured in a set, on average
@@ -37,13 +41,17 @@
 #include "models/Catalogue.h"
 #include "models/ConcForm.h"
 #include "models/Constraints.h"
+#include "models/DefaultBounds.h"
 #include "models/FitFrame.h"
 #include "models/FitFunction.h"
 #include "models/Guesses.h"
 #include "models/Integration.h"
 #include "models/ModelChoice.h"
+#include "models/ModelFlags.h"
 #include "models/ModelForm.h"
+#include "models/ModelTable.h"
 #include "models/NonIdeal.h"
+#include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "models/SetMeanSignal.h"
 #include "models/ShowConstraintForm.h"

@@ -1,9 +1,10 @@
 #include "models/UnitsForm.h"
 
 #include "input/NUMINPUT.h"
+#include "models/DefaultBounds.h"
 #include "models/FormControls.h"
+#include "models/ModelTable.h"
 #include "models/NumberBox.h"
-#include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -108,7 +109,7 @@ void ShowOptions() {
 }
 
 void OpenWeightOptions() {
-    const bool weight = Work.Model <= 6;
+    const bool weight = !TraitsOfModel().TwoSpecies;
     UnitsForm.Per_mg_per_ml.Enabled = weight && !Work.InterferenceData;
     UnitsForm.Refr_per_mg_per_ml.Enabled = weight && Work.InterferenceData;
 }

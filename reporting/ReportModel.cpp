@@ -3,6 +3,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
+#include "models/ModelTable.h"
 #include "platform/Paths.h"
 #include "workspace/records/Workspace.h"
 
@@ -21,7 +22,7 @@ std::string Picture(float value, const char* picture) {
 }
 
 bool HasTwoSpecies() {
-    return Work.Model > 6;
+    return TraitsOfModel().TwoSpecies;
 }
 
 void PrintModel(Lines& lines) {

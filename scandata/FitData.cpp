@@ -1,6 +1,6 @@
 #include "scandata/FitData.h"
 
-#include "models/Catalogue.h"
+#include "models/ModelChoice.h"
 #include "models/ParmScale.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"

@@ -1,7 +1,7 @@
 #include "tests/batch/JobCase.h"
 
 #include "batch/Numbers.h"
-#include "models/Catalogue.h"
+#include "models/ModelFlags.h"
 #include "models/ParmScale.h"
 
 #include <array>

@@ -3,6 +3,8 @@
 
 #include "fit/FreeMap.h"
 #include "models/Catalogue.h"
+#include "models/DefaultBounds.h"
+#include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"

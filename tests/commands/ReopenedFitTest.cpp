@@ -9,6 +9,8 @@
 #include "graphs/PickSet.h"
 #include "graphs/ResidualGraphs.h"
 #include "models/Catalogue.h"
+#include "models/DefaultBounds.h"
+#include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "persistence/Filelist.h"
 #include "reporting/Correlation.h"

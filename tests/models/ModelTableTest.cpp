@@ -1,145 +1,19 @@
-// The table of models against the rules of names, titles, flags, scales and bounds as they are written in
-// words, for every model, option and unit.
-#include "models/ModelTable.h"
+// What is looked up in the table of models against the rules of names, titles, flags, scales and bounds as
+// ladders of conditions, for every model, option and unit.
 #include "models/SEDEQ3.h"
+
+#include "SlotLadders.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <functional>
 
 namespace Quillon {
 namespace {
-
-// --- what the table says, for the workspace's model, options and units ------------------------------------
-
-std::string NameByTable(long slot) {
-    const SlotRule& rule = RuleOfSlot(slot);
-    const char* masses[] = {"Sigma ", "Mb ", "MW "};
-    if (rule.Holds == Quantity::Mass) return std::string(masses[Work.MassUnits]) + rule.Name;
-    return slot < 8 ? rule.Name : rule.Name + std::to_string((slot - 5) / 3);
-}
-
-std::string TitleByTable(long slot) {
-    const char* toN[] = {"AU^1-N", "(mL/mg)^N-1", "(l/mol)^N-1", "fringes^1-N", "(mL/mg)^N-1", "(l/mol)^N-1"};
-    const char* toM[] = {"AU^1-M", "(mL/mg)^M-1", "(l/mol)^M-1", "fringes^1-M", "(mL/mg)^M-1", "(l/mol)^M-1"};
-    const char* mixed[] = {"per AU", "mL/mg", "l/mol", "per fringe", "mL/mg", "l/mol"};
-    const char* concentration[] = {"AU", "mg/mL", "mol/l", "fringes", "mg/mL", "mol/l"};
-    const char* signal[] = {"AU", "mg/mL", "AU", "fringes", "fringes", "fringes"};
-    switch (RuleOfSlot(slot).Unit) {
-    case SlotUnit::Nothing:
-        return "";
-    case SlotUnit::Mass:
-        return Work.MassUnits == 0 ? "" : "kDa";
-    case SlotUnit::OneToN:
-        return toN[Work.ConcUnits];
-    case SlotUnit::OneToM:
-        return toM[Work.ConcUnits];
-    case SlotUnit::Mixed:
-        return mixed[Work.ConcUnits];
-    case SlotUnit::Concentration:
-        return concentration[Work.ConcUnits];
-    case SlotUnit::Signal:
-        return signal[Work.ConcUnits];
-    }
-    return "?";
-}
-
-// Slots that have the scale of another one without doubt, for each rule.
-float ScaleByTable(long slot) {
-    const auto& s = Work.ParmScale;
-    switch (RuleOfSlot(slot).Scale) {
-    case SlotScale::One:
-        return 1.0F;
-    case SlotScale::MassA:
-        return s[0];
-    case SlotScale::MassB:
-        return s[5];
-    case SlotScale::Zero:
-        return 0.0F;
-    case SlotScale::Mixed:
-        return s[6];
-    case SlotScale::SignalA:
-        return s[SlotA(1)];
-    case SlotScale::OneToN: // slots 2 and 4 of a model that has both
-    case SlotScale::OneToM:
-    case SlotScale::SignalB:
-        break;
-    }
-    const Workspace before = Work;
-    Work.Model = 5;
-    Work.SeparateK = 0;
-    BuildParmScale();
-    const long of = RuleOfSlot(before.Model, before.SeparateK != 0, slot).Scale == SlotScale::OneToN ? 2
-                    : RuleOfSlot(before.Model, before.SeparateK != 0, slot).Scale == SlotScale::OneToM
-                        ? 4
-                        : SlotB(1);
-    const float scale = Work.ParmScale[of];
-    Work = before;
-    return scale;
-}
-
-struct Flagged {
-    std::int16_t Map;
-    float Value;
-};
-Flagged FlagByTable(long slot, std::int16_t map, float value, float n) {
-    const SlotRule& rule = RuleOfSlot(slot);
-    switch (rule.Use) {
-    case SlotUse::AsIs:
-        break;
-    case SlotUse::Shown:
-        return {map == SlotUnused ? std::int16_t{0} : map, value};
-    case SlotUse::Held:
-        return {SlotHeld, value};
-    case SlotUse::Fixed:
-        return {SlotHeld, rule.Fixed};
-    case SlotUse::Hidden:
-        return {SlotUnused, value};
-    case SlotUse::HiddenZero:
-        return {SlotUnused, 0.0F};
-    case SlotUse::HiddenAsN:
-        return {SlotUnused, n};
-    case SlotUse::WhenNonIdeal:
-        return Work.NonIdeal ? Flagged{map, value} : Flagged{SlotUnused, 0.0F};
-    }
-    return {map, value};
-}
-
-struct Range {
-    float Lower, Upper;
-    bool operator==(const Range&) const = default;
-};
-Range BoundsByTable(long slot) {
-    const SlotRule& rule = RuleOfSlot(slot);
-    const auto of = [](const Workspace& w, long i) { return Range{w.Bounds[0][i], w.Bounds[1][i]}; };
-    const Range constant = of(Work, 6); // in every model
-    if (rule.Bounds == SlotBounds::Own) return {rule.Lower, rule.Upper};
-    Workspace single = Work;
-    std::swap(Work, single);
-    Work.Model = 1;
-    Work.SeparateK = 0;
-    SetDefaultBounds();
-    std::swap(Work, single);
-    switch (rule.Holds) {
-    case Quantity::Mass:
-        return of(single, 0);
-    case Quantity::Stoichiometry:
-        return of(single, 1);
-    case Quantity::Constant:
-        return constant;
-    case Quantity::Virial:
-        return rule.Bounds == SlotBounds::WideBelow ? Range{-constant.Upper, of(single, 7).Upper}
-                                                    : of(single, 7);
-    case Quantity::LnSignal:
-        return of(single, SlotA(1));
-    case Quantity::Offset:
-    case Quantity::Unread:
-        return of(single, SlotOffset(1));
-    }
-    return {};
-}
 
 // --- all situations ----------------------------------------------------------------------------------------
 
@@ -181,20 +55,63 @@ void ForEachSituation(const std::function<void()>& check) {
 
 TEST(ModelTable, NamesAndTitles) {
     ForEachSituation([] {
+        LadderNames();
+        const auto names = Work.ParmName;
+        const auto titles = Work.ParmTitle;
         BuildParmNames();
-        for (long slot = 0; slot < Work.MaxParms; ++slot) {
-            EXPECT_EQ(NameByTable(slot), Work.ParmName[slot]) << slot;
-            EXPECT_EQ(TitleByTable(slot), Work.ParmTitle[slot]) << slot;
-        }
+        EXPECT_TRUE(names == Work.ParmName);
+        EXPECT_TRUE(titles == Work.ParmTitle);
+        EXPECT_EQ(Work.ParmName.Hi(), 61);
     });
 }
 
-TEST(ModelTable, ScalesAndTheirSign) {
+// The factors and addends of the workspace of Start: path 0.3, ratios 1.25 and 0.8, N = 3, M = 5.
+LadderAddends AddendsByHand() {
+    const auto ln = [](double v) { return std::log(v); };
+    const double a[] = {1, 1.5 * 1.25 * 0.3, 40000 * 1.25 * 0.3, 1, 2.7 * 0.3, 20000 * 0.3};
+    const double b[] = {1, 0.5 * 0.8 * 0.3, 9000 * 0.8 * 0.3, 1, 2.9 * 0.3, 50000 * 0.3};
+    const auto units = static_cast<std::size_t>(Work.ConcUnits);
+    const bool molar = units == 2 || units == 5;
+    const double uA = a[units];
+    const double uB = b[units];
+    const double w = 20000 * 3.14159265358979 / 30;
+    const double buoyant = 83144710.0 * 293.15 / (w * w * 1000);
+    const double density = static_cast<double>(Work.SolventDensity);
+    const auto mass = [&](float vbar) {
+        return static_cast<float>(Work.MassUnits == 2   ? buoyant / (1 - density * static_cast<double>(vbar))
+                                  : Work.MassUnits == 1 ? buoyant
+                                                        : 1.0);
+    };
+    return {mass(Work.VbarA),
+            mass(Work.VbarB),
+            static_cast<float>(2 * ln(uA) - (molar ? ln(3) : 0)),
+            static_cast<float>(4 * ln(units == 4 ? uB : uA) - (molar ? ln(5) : 0)),
+            static_cast<float>(units == 0 || units == 3 ? -ln(40000 * 1.25 * 9000 * 0.8 * 0.3 * 0.3) : 0),
+            static_cast<float>(-ln(uA)),
+            static_cast<float>(-ln(uB))};
+}
+
+TEST(ModelTable, Scales) {
     ForEachSituation([] {
+        LadderScale(AddendsByHand());
+        const auto expected = Work.ParmScale;
         BuildParmScale();
-        for (long slot = 0; slot < Work.MaxParms; ++slot) {
-            EXPECT_EQ(ScaleByTable(slot), Work.ParmScale[slot]) << slot;
-            EXPECT_EQ(IsAdditive(RuleOfSlot(slot).Holds), IsAdditiveSlot(slot)) << slot;
+        for (long slot = 0; slot < Work.MaxParms; ++slot)
+            // The optics are singles, the numbers by hand are not.
+            EXPECT_NEAR(Work.ParmScale[slot], expected[slot],
+                        1e-6F * std::max(1.0F, std::fabs(expected[slot])))
+                << slot;
+    });
+}
+
+TEST(ModelTable, SignsAndSteps) {
+    ForEachSituation([] {
+        for (const float virial : {0.0F, 0.25F}) {
+            Work.Parms[7] = virial;
+            for (long slot = 0; slot < Work.MaxParms; ++slot) {
+                EXPECT_EQ(IsAdditiveSlot(slot), LadderIsAdditive(slot)) << slot;
+                EXPECT_EQ(DerivStep(slot), LadderDerivStep(slot)) << slot;
+            }
         }
     });
 }
@@ -202,27 +119,35 @@ TEST(ModelTable, ScalesAndTheirSign) {
 TEST(ModelTable, FlagsAndForcedValues) {
     ForEachSituation([] {
         for (const std::int16_t map : {std::int16_t{0}, std::int16_t{5}, SlotHeld, SlotUnused}) {
-            for (auto& flag : Work.FreeMap)
-                flag = map;
             Work.Parms[5] = 3.0F;
             Work.Parms[7] = 0.25F;
-            const auto before = Work.Parms;
+            for (auto& flag : Work.FreeMap)
+                flag = map;
+            const Workspace before = Work;
+            LadderFlags();
+            const Workspace expected = Work;
+            Work = before;
             ApplyModelFlags();
-            for (long slot = 0; slot < Work.MaxParms; ++slot) {
-                const Flagged expected = FlagByTable(slot, map, before[slot], before[1]);
-                EXPECT_EQ(expected.Map, Work.FreeMap[slot]) << slot;
-                EXPECT_EQ(expected.Value, Work.Parms[slot]) << slot;
-            }
+            EXPECT_TRUE(Work.FreeMap == expected.FreeMap);
+            EXPECT_TRUE(Work.Parms == expected.Parms);
         }
     });
 }
 
 TEST(ModelTable, DefaultBounds) {
     ForEachSituation([] {
+        LadderBounds();
+        const auto expected = Work.Bounds;
         SetDefaultBounds();
-        for (long slot = 0; slot < Work.MaxParms; ++slot)
-            EXPECT_EQ(BoundsByTable(slot), (Range{Work.Bounds[0][slot], Work.Bounds[1][slot]})) << slot;
+        EXPECT_TRUE(Work.Bounds == expected);
     });
+}
+
+TEST(ModelTable, StandardValues) {
+    const float standard[] = {1.5F, 2.0F, 0.0F, 2.0F, 0.0F, 3.0F, 0.0F, 0.0F};
+    for (int model = 1; model <= LastReservedModel; ++model)
+        for (long slot = 0; slot < 8; ++slot)
+            EXPECT_EQ(RuleOfSlot(model, false, slot).Standard, standard[slot]) << model << " " << slot;
 }
 
 TEST(ModelTable, OptionsAndKindsOfModels) {
