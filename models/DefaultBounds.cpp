@@ -97,7 +97,7 @@ bool HoldsConstant(std::int16_t model, std::int16_t separateK, long slot) {
 }
 
 // The default bounds of another model in the units in force.
-decltype(Workspace::Bounds) DefaultBoundsOf(std::int16_t model, std::int16_t separateK) {
+std::array<PerSlot<float>, 2> DefaultBoundsOf(std::int16_t model, std::int16_t separateK) {
     const auto present = Work.Bounds;
     std::swap(Work.Model, model);
     std::swap(Work.SeparateK, separateK);
