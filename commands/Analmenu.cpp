@@ -126,7 +126,9 @@ void LoadAnalmenu() {
     AddAnalysisMenu();
     AddGraphsMenu();
     AddPreferencesMenu();
-    Add(MainMenu::Help, "AboutBox", "&About QUILLON...", AboutBox);
+    Add(MainMenu::Help, "mnuHelpContents", "&Contents...", HelpContents);
+    Add(MainMenu::Help, "mnuHelpIndex", "&Index...", HelpIndex);
+    Add(MainMenu::Help, "AboutBox", "&About QUILLON...", AboutBox, true);
     MainItem("DoFitSave").Enabled = false; // enabled by the first finished fit, and never disabled again
     SetMenuStatus();
 }

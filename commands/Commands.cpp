@@ -3,8 +3,10 @@
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
 
+#include "chart/Charts.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
+#include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
 #include "models/SEDEQ3.h"
@@ -139,6 +141,19 @@ void SetConfidence() {
 }
 void ShowSigmaCalculator() {
     SigmaCalculatorDialog();
+}
+
+void HelpContents() {
+    ShowHelpContents();
+}
+
+void HelpIndex() {
+    ShowHelpIndex();
+}
+
+void HelpOn(const std::string& form) {
+    const bool waits = form == "Charts" && Charts.Needed;
+    ShowHelpOnForm(!waits ? form : Charts.Markers.empty() ? "BaselineShift" : "RangeGraph");
 }
 
 void AboutBox() {

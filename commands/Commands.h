@@ -6,6 +6,7 @@
 #include "graphs/ResidualGraphs.h"
 
 #include <functional>
+#include <string>
 
 namespace Quillon {
 
@@ -38,6 +39,11 @@ void ToggleResidualsSpread();
 void ToggleFitPause();
 void SetConfidence();
 void ShowSigmaCalculator();
+void HelpContents();
+void HelpIndex();
 void AboutBox();
+
+// F1 in the window of a form: the page of that form, which for the chart window goes by what it waits for.
+void HelpOn(const std::string& form);
 
 } // namespace Quillon

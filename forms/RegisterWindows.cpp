@@ -39,6 +39,7 @@ void RegisterWindows() {
     RegisterForm("PickSet", MakePickSet);
     RegisterForm("ExtinctionForm", MakeExtinctionForm);
     RegisterForm("InfoBox", MakeInfoBox);
+    RegisterForm("HelpForm", MakeHelpForm);
 }
 
 namespace {
@@ -66,6 +67,7 @@ void StartDesktop(const std::string& argument) {
     MakeForm("Analmenu");
     MakeForm("Charts"); // the engine measures on its picture box
     Host.ShowForm("Analmenu");
+    ListenForHelp();
     RefreshForms();
 }
 

@@ -29,8 +29,12 @@ QWidget* MakeSigmaCalcForm(QWidget* parent);
 QWidget* MakePickSet(QWidget* parent);
 QWidget* MakeExtinctionForm(QWidget* parent);
 QWidget* MakeInfoBox(QWidget* parent);
+QWidget* MakeHelpForm(QWidget* parent);
 
 void RegisterWindows();
+
+// From now on F1 opens the manual at the page of the window that has the focus.
+void ListenForHelp();
 
 // The start of the program on an installed platform: registers the windows, starts the analysis and shows the
 // main window. argument as of StartQuillon.

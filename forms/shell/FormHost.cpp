@@ -51,11 +51,26 @@ QWidget* FrontWindow() {
     return nullptr;
 }
 
+namespace {
+
+// A graph stays above the main window, which takes the whole width of the screen. The manual belongs to the
+// window that it was asked for in: beside a modal one nothing else could be read.
+QWidget* ParentOf(const std::string& name) {
+    return name == "Charts" ? OpenForm("Analmenu") : name == "HelpForm" ? FrontWindow() : nullptr;
+}
+
+// A window that stands beside a modal one takes no clicks.
+bool IsBlocked(const QWidget* window) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return modal && modal != window && !modal->isAncestorOf(window) && window->parentWidget() != modal;
+}
+
+} // namespace
+
 void MakeForm(const std::string& name) {
     Registered* form = Find(name);
     if (!form || form->Window) return;
-    // A graph stays above the main window, which takes the whole width of the screen.
-    form->Window = form->Make(name == "Charts" ? OpenForm("Analmenu") : nullptr);
+    form->Window = form->Make(ParentOf(name));
     form->Window->setObjectName(QString::fromStdString(name));
 }
 
@@ -97,6 +112,7 @@ void KeepGraphAbove() {
 } // namespace
 
 void ShowFormModeless(const std::string& name) {
+    if (QWidget* open = OpenForm(name); open && name == "HelpForm" && IsBlocked(open)) delete open;
     MakeForm(name);
     Registered* form = Find(name);
     if (!form || form->Modal) return;

@@ -1,0 +1,197 @@
+// The window of the manual.
+#include "help/HelpForm.h"
+#include "forms/Pieces.h"
+#include "forms/Windows.h"
+#include "commands/Commands.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QApplication>
+#include <QImage>
+#include <QListWidget>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTextTable>
+
+namespace Quillon {
+
+namespace {
+
+constexpr int PageWidth = 720; // pixels of the widest picture and of the text at first
+
+QString FromUtf8(const std::string& text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A page of the manual. Its pictures are built into the program; links go to the form.
+class PageView : public QTextBrowser {
+public:
+    PageView() {
+        setOpenLinks(false);
+        document()->setDocumentMargin(16);
+        connect(this, &QTextBrowser::anchorClicked, this,
+                [](const QUrl& link) { RunHandler([&] { HelpFollowLink(link.toString().toStdString()); }); });
+    }
+
+    // Shows the place of the form when it is to be shown anew.
+    void Follow() {
+        if (Shown == HelpForm.Shown) return;
+        Shown = HelpForm.Shown;
+        setMarkdown(FromUtf8(HelpPageText()));
+        FrameTables();
+        ScrollTo(HelpForm.Place.Anchor);
+    }
+
+    QVariant loadResource(int type, const QUrl& name) override {
+        if (type != QTextDocument::ImageResource) return {};
+        const std::string path = FollowManualLink(HelpForm.Place.Path, name.toString().toStdString()).Path;
+        const QImage picture(":/docs/" + QString::fromStdString(path));
+        return picture.width() > PageWidth ? picture.scaledToWidth(PageWidth, Qt::SmoothTransformation)
+                                           : picture;
+    }
+
+private:
+    // Tables as a reader expects them: thin lines, room about the text.
+    void FrameTables() {
+        for (QTextFrame* frame : document()->rootFrame()->childFrames())
+            if (auto* table = qobject_cast<QTextTable*>(frame)) {
+                QTextTableFormat format = table->format();
+                format.setBorder(0.5);
+                format.setBorderCollapse(true);
+                format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+                format.setCellPadding(4);
+                table->setFormat(format);
+            }
+    }
+
+    void ScrollTo(const std::string& anchor) {
+        verticalScrollBar()->setValue(0);
+        if (anchor.empty()) return;
+        for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+            if (block.blockFormat().headingLevel() == 0) continue;
+            if (AnchorOfHeading(block.text().toStdString()) != anchor) continue;
+            const QRectF place = document()->documentLayout()->blockBoundingRect(block);
+            verticalScrollBar()->setValue(static_cast<int>(place.top()));
+            return;
+        }
+    }
+
+    long Shown = 0;
+};
+
+Control& RowsOf(HelpPane pane) {
+    return pane == HelpPane::Contents ? HelpForm.Contents
+           : pane == HelpPane::Index  ? HelpForm.Index
+                                      : HelpForm.Found;
+}
+
+// A list of places. Its rows are UTF-8, as the pages are.
+QListWidget* MakeList(Binder& bind, HelpPane pane) {
+    auto* list = new QListWidget;
+    bind.Also([list, pane] {
+        const Control& rows = RowsOf(pane);
+        const QSignalBlocker quiet(list);
+        if (list->count() != static_cast<int>(rows.Items.size()) || pane == HelpPane::Search) {
+            list->clear();
+            for (const std::string& row : rows.Items)
+                list->addItem(FromUtf8(row));
+        }
+        list->setCurrentRow(rows.Value);
+    });
+    const auto go = [pane](int row) {
+        if (row >= 0) RunHandler([&] { HelpRowClick(pane, row); });
+    };
+    QObject::connect(list, &QListWidget::currentRowChanged, list, go);
+    QObject::connect(list, &QListWidget::itemActivated, list,
+                     [list, go](QListWidgetItem* item) { go(list->row(item)); });
+    return list;
+}
+
+QWidget* MakeSearch(Binder& bind) {
+    auto* field = MakeField(
+        bind, []() -> Control& { return HelpForm.SearchInput; },
+        {HelpSearchGotFocus, HelpSearchKeyPress, [] {}, HelpSearchChanged}, 20);
+    auto* pane = new QWidget;
+    auto* column = new QVBoxLayout(pane);
+    column->addWidget(field);
+    column->addWidget(MakeLabel(
+        bind, []() -> Control& { return HelpForm.SearchNote; }, true));
+    column->addWidget(MakeList(bind, HelpPane::Search), 1);
+    return pane;
+}
+
+QTabWidget* MakeTabs(Binder& bind) {
+    auto* tabs = new QTabWidget;
+    tabs->addTab(MakeList(bind, HelpPane::Contents), ShownText(HelpForm.ContentsTab.Text));
+    tabs->addTab(MakeList(bind, HelpPane::Index), ShownText(HelpForm.IndexTab.Text));
+    tabs->addTab(MakeSearch(bind), ShownText(HelpForm.SearchTab.Text));
+    QObject::connect(tabs, &QTabWidget::currentChanged, tabs,
+                     [](int tab) { RunHandler([&] { HelpPaneClick(static_cast<HelpPane>(tab)); }); });
+    bind.Also([tabs] {
+        const QSignalBlocker quiet(tabs);
+        tabs->setCurrentIndex(static_cast<int>(HelpForm.Pane));
+    });
+    return tabs;
+}
+
+} // namespace
+
+QWidget* MakeHelpForm(QWidget* parent) {
+    auto* form = new FormDialog(HelpForm.State, HelpCloseButton, parent);
+    form->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                         Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
+    form->setModal(false);
+    Binder& bind = form->Bind;
+    auto* page = new PageView;
+    bind.Also([page] { page->Follow(); });
+    auto* split = new QSplitter;
+    split->addWidget(MakeTabs(bind));
+    split->addWidget(page);
+    split->setStretchFactor(1, 1);
+    split->setSizes({260, PageWidth});
+    const auto button = [&](Control HelpFormRecord::*control, void (*clicked)()) {
+        return MakeButton(
+            bind, [control]() -> Control& { return HelpForm.*control; }, clicked);
+    };
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(split, 1);
+    all->addLayout(ButtonRow({button(&HelpFormRecord::BackButton, HelpBackButton),
+                              button(&HelpFormRecord::ForwardButton, HelpForwardButton),
+                              button(&HelpFormRecord::StartButton, HelpStartButton)},
+                             {button(&HelpFormRecord::CloseButton, HelpCloseButton)}));
+    form->resize(1000, 640);
+    return form;
+}
+
+namespace {
+
+// The form that a key is meant for: boxes and lists that open above a form belong to it.
+std::string FormOf(const QWidget* window) {
+    for (; window; window = window->parentWidget())
+        if (window->isWindow() && !window->objectName().isEmpty()) return window->objectName().toStdString();
+    return "Analmenu";
+}
+
+class HelpKey : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier) return false;
+        const std::string form = FormOf(QApplication::activeWindow());
+        if (form != "HelpForm") RunGuarded([&] { HelpOn(form); });
+        RefreshForms();
+        return true;
+    }
+};
+
+} // namespace
+
+void ListenForHelp() {
+    qApp->installEventFilter(new HelpKey(qApp));
+}
+
+} // namespace Quillon
