@@ -78,16 +78,6 @@ std::string ProgramDirectory() {
     return length > 0 ? DirectoryOf({path, static_cast<std::size_t>(length)}) : "";
 }
 
-std::string ReadFileNoted(const std::string& path) {
-    Console.ReadFailure.clear();
-    try {
-        return ReadWhole(path);
-    } catch (const RuntimeError& error) {
-        Console.ReadFailure = error.Text;
-        throw;
-    }
-}
-
 void TellIteration() {
     WriteProgress("iteration " + std::to_string(Work.Iteration) + "  sum of squares " +
                   FormatNumber(Work.SumSq, "#.######E-##") + "  Alpha " + FormatNumber(Work.Alpha, "0.0000"));
@@ -100,10 +90,7 @@ void ServeEvents() {
 } // namespace
 
 void WriteConsole(const std::string& line) {
-    if (Console.Holding)
-        Console.Held.push_back(OneLine(line));
-    else
-        Console.WriteLine(OneLine(line));
+    Console.WriteLine(OneLine(line));
 }
 
 void WriteProgress(const std::string& line) {
@@ -143,7 +130,7 @@ void InstallBatchPlatform() {
 
     Platform p;
     p.MessageBoxAnswer = AnswerMessage;
-    p.ReadFile = ReadFileNoted;
+    p.ReadFile = ReadWhole;
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
     p.DirectoryExists = IsDirectory;

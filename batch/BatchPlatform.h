@@ -17,7 +17,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace Quillon {
 
@@ -25,11 +24,8 @@ namespace Quillon {
 struct BatchConsole {
     bool Progress = true;   // lines of progress may be written
     bool NewGuesses = true; // the answer to the one question about guesses; No once it has been given
-    bool Holding = false;   // messages are kept in Held and not written
-    std::vector<std::string> Held;
-    std::string LastTold;    // the latest message that was no question
-    std::string ReadFailure; // why the latest ReadFile failed; "" when it did not
-    double Started = 0.0;    // seconds of the steady clock at the start of the run
+    std::string LastTold;   // the latest message that was no question
+    double Started = 0.0;   // seconds of the steady clock at the start of the run
     std::function<void(const std::string& form)> ShowModal; // what stands for the forms
     std::function<void(const std::string& line)> WriteLine; // standard error
 };
@@ -40,7 +36,7 @@ extern BatchConsole Console;
 // Starts afresh: a new console, the filling taken into use, the generator at its beginning, no Ctrl-C.
 void InstallBatchPlatform();
 
-// Writes one line to standard error, or keeps it back.
+// Writes one line to standard error.
 void WriteConsole(const std::string& line);
 
 // Lines of progress, when they are wanted and worth it.

@@ -2,11 +2,9 @@
 
 #include "batch/BatchPlatform.h"
 #include "input/NUMINPUT.h"
-#include "platform/Paths.h"
-#include "platform/Platform.h"
+#include "scandata/AdoptScan.h"
 #include "scandata/BaselineShift.h"
 #include "scandata/DataSetTable.h"
-#include "scandata/ScanReader.h"
 
 #include <cmath>
 
@@ -16,23 +14,14 @@ namespace {
 
 constexpr float LargestRadius = 100.0F; // cm; no rotor is that wide
 
-// Runs a reader of a file. Its messages are kept back: they become part of the one line that says which key
-// of the job named the file.
-template <class Reader>
-void ReadQuietly(const Job& job, const JobSet& set, const char* key, const std::string& path, Reader&& read) {
-    Console.Held.clear();
-    Console.ReadFailure.clear();
-    Console.Holding = true;
-    const bool ok = read();
-    Console.Holding = false;
-    if (ok) {
-        for (const std::string& message : Console.Held)
-            WriteConsole(message);
-        return;
-    }
-    std::string reason = Console.ReadFailure;
-    if (reason.empty() && !Console.Held.empty()) reason = Console.Held.back();
-    FailJob(job, SetSection(set.Number), key, path + ": " + reason);
+// A file that has not been read, told with the key of the job that named it. A file that could not be opened
+// holds nothing invalid; and there is no ini file here that could raise the limit of points.
+void RequireRead(const Job& job, const JobSet& set, const char* key, const std::string& path,
+                 const ReadFailure& failure) {
+    if (failure.Kind == ReadFailure::Kinds::None) return;
+    const bool content = failure.Kind == ReadFailure::Kinds::Content;
+    FailJob(job, SetSection(set.Number), key,
+            path + ": " + (content ? failure.Sentence + ": " : "") + failure.Reason);
 }
 
 void CheckHeader(const Job& job, const JobSet& set, const std::string& path) {
@@ -56,19 +45,10 @@ void CheckRadii(const Job& job, const JobSet& set, const std::string& path) {
 }
 
 void ReadSetScan(const Job& job, const JobSet& set) {
-    const long row = set.Number;
     const std::string path = JobFilePath(job, set.File);
-    Work.ChosenPath = path;
-    Work.ChosenName = FileTitle(path);
-    ReadQuietly(job, set, "file", path, [&] { return ReadScan(path, row).Ok; });
+    RequireRead(job, set, "file", path, AdoptScan(path, set.Number).Failure);
     CheckHeader(job, set, path);
     CheckRadii(job, set, path);
-    Work.ScanDirectory[row] = DirectoryOf(path);
-    Work.ScanFile[row] = Work.ChosenName;
-    Work.BaselineFile[row] = NoBaseline;
-    Work.IncludeSet[row] = 1;
-    Work.HighestSet = ToInt16(row);
-    SettleDataType(Work.ChosenName);
 }
 
 // The optics is the same for all sets: the job's word, or the last scan's.
@@ -107,11 +87,7 @@ void ReadSetBaseline(const Job& job, const JobSet& set) {
     if (set.Baseline.empty()) return;
     const long row = set.Number;
     const std::string path = JobFilePath(job, set.Baseline);
-    ReadQuietly(job, set, "baseline", path, [&] { return ReadBaseline(path, row); });
-    if (Work.BaselinePoints[row] < 1)
-        FailJob(job, SetSection(set.Number), "baseline", path + ": there are no points");
-    Work.BaselineFile[row] = FileTitle(path);
-    Work.BaselineDirectory[row] = DirectoryOf(path);
+    RequireRead(job, set, "baseline", path, AdoptBaseline(path, row));
     if (set.BaselineShift) SetBaselineShift(row, *set.BaselineShift);
 }
 

@@ -131,7 +131,6 @@ int RunQuillonFit(const std::vector<std::string>& arguments) {
     } catch (const std::exception& error) {
         line = std::string("quillon-fit: ") + error.what();
     }
-    Console.Holding = false;
     WriteConsole(line);
     return ExitBad;
 }

@@ -2,6 +2,8 @@
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormEvents.h"
+#include "scandata/FileFormScans.h"
 #include "workspace/records/Workspace.h"
 
 #include <QDragEnterEvent>

@@ -8,6 +8,7 @@
 #include "persistence/SisterProgram.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "scandata/BaselineAt.h"
 #include "scandata/FitData.h"
 
 #include <utility>

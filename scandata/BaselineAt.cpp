@@ -1,5 +1,6 @@
+#include "scandata/BaselineAt.h"
+
 #include "platform/Narrow.h"
-#include "scandata/FitData.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "scandata/BaselineShift.h"
 
+#include "input/NUMINPUT.h"
+#include "scandata/DataSetTable.h"
 #include "workspace/records/Workspace.h"
 
 #include <cmath>
@@ -9,7 +11,10 @@ namespace Quillon {
 float CalculatedShift(long row) {
     const double scan = Work.ScanRPM[row];
     const double baseline = Work.BaselineRPM[row];
-    const float stretch = ToSingle((scan * scan - baseline * baseline) * Work.RotorExpansion);
+    const auto stretch = static_cast<float>((scan * scan - baseline * baseline) * Work.RotorExpansion);
+    if (!std::isfinite(stretch))
+        RaiseError(RowName(row) + ": between rotor speeds of " + SingleText(Work.BaselineRPM[row]) + " and " +
+                   SingleText(Work.ScanRPM[row]) + " rpm no shift can be calculated");
     // Single precision from here on: 0.003 cm times 1000 is 3 and not a trifle below it.
     return std::floor(stretch * 1000.0F) / 1000.0F;
 }

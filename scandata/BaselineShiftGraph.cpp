@@ -4,8 +4,9 @@
 #include "chart/Charts.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+#include "scandata/BaselineAt.h"
 #include "scandata/BaselineShift.h"
-#include "scandata/FitData.h"
+#include "scandata/DataSetTable.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -27,10 +28,19 @@ std::string TitleOf(const Adjustment& a, bool begins) {
            " cm; present value = " + FormatNumber(static_cast<double>(a.Present), ".000");
 }
 
+long FittedPoints(long row) {
+    const long first = Work.FitRange[0][row];
+    const long last = Work.FitRange[1][row];
+    if (first < 1 || last < first || last > Work.ScanRadius[row].Hi())
+        RaiseError(RowName(row) + ": its range lies outside the scan");
+    return last - first + 1;
+}
+
 // Data, baseline and difference of the fitted points with the present shift.
 void FillSeries(const Adjustment& a, SetTable& x, SetTable& y) {
     const long first = Work.FitRange[0][a.Row];
-    const long n = Work.FitRange[1][a.Row] - first + 1;
+    const long n = FittedPoints(a.Row);
+    if (n != x.Points()) RaiseError(RowName(a.Row) + ": its range is not that of the graph any more");
     for (long i = 1; i <= n; ++i) {
         const float r = Work.ScanRadius[a.Row][first + i - 1];
         const float data = Work.ScanValue[a.Row][first + i - 1];
@@ -44,7 +54,7 @@ void FillSeries(const Adjustment& a, SetTable& x, SetTable& y) {
 }
 
 void Draw(const Adjustment& a) {
-    const long n = Work.FitRange[1][a.Row] - Work.FitRange[0][a.Row] + 1;
+    const long n = FittedPoints(a.Row);
     Chart.GraphHeld = FlagFalse;
     GraphSpec spec;
     GraphInit(spec, GraphTypes::XYPlot, PlotStyles::Lines);
@@ -115,9 +125,10 @@ void AdjustBaselineShift(long row) {
         if (!a.Failure.empty()) RaiseError(a.Failure);
         LetGo();
         SetBaselineShift(row, a.Present);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         LetGo();
-        Tell("Error during baseline shift routine, turning off shift.", Work.ProgramName, BoxIcon::Warning);
+        Tell("Error during baseline shift routine, turning off shift.\n\n" + error.Text, Work.ProgramName,
+             BoxIcon::Warning);
         Work.BaselineShifted[row] = FlagFalse;
         Work.BaselineShift[row] = 0.0F;
     }

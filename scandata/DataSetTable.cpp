@@ -1,5 +1,6 @@
 #include "scandata/DataSetTable.h"
 
+#include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -12,17 +13,22 @@ namespace {
 constexpr long RowsOnPage = 9;
 constexpr long LongColumn = 3;
 constexpr long ShortColumn = 4;
-constexpr long OuterRadii = 8; // places in ChannelRadii from an inner radius to its outer one
+constexpr double LargestRadius = 100.0; // cm; no rotor is that wide
+constexpr long OuterRadii = 8;          // places in ChannelRadii from an inner radius to its outer one
 
 bool Stops(float value, float target, int mode) {
     return mode > 0 ? value >= target : mode < 0 ? value <= target : value == target;
 }
 
 void RadiiOf(long row, long code, long channel, float& inner, float& outer) {
-    if (code < LongColumn || code > ShortColumn || channel < 1 || channel > 4)
-        RaiseError(ErrorText::BadSubscript);
+    if (code < LongColumn || code > ShortColumn)
+        RaiseError(RowName(row) + ": its centerpiece has no channels");
+    if (channel < 1 || channel > 4) RaiseError(RowName(row) + ": its channel is none of A to D");
     const double speed = Work.ScanRPM[row];
     const double stretch = speed * speed * Work.RotorExpansion;
+    if (!(stretch < LargestRadius))
+        RaiseError(RowName(row) + ": at a rotor speed of " + SingleText(Work.ScanRPM[row]) +
+                   " rpm its channels have no place");
     const long place = code - LongColumn + 2 * (channel - 1);
     inner = ToSingle(stretch + Work.ChannelRadii[place]);
     outer = ToSingle(stretch + Work.ChannelRadii[place + OuterRadii]);
@@ -33,6 +39,11 @@ bool Ask(const std::string& question) {
 }
 
 } // namespace
+
+std::string RowName(long row) {
+    const std::string& file = Work.ScanFile[row];
+    return "Set " + std::to_string(row) + (file.empty() ? "" : " (" + file + ")");
+}
 
 void SearchArray(const OneBased<float>& values, long first, long last, float target, long& result,
                  bool reverse, int mode) {

@@ -6,7 +6,12 @@
 
 #include "platform/Arrays.h"
 
+#include <string>
+
 namespace Quillon {
+
+// How messages name a row: "Set 3 (00012.RA1)", by the number that the table shows.
+std::string RowName(long row);
 
 // Linear search in values(first..last). Reverse runs from last to first. Mode 1 stops at an element at or
 // above target, -1 at or below it, 0 at an equal one. result is the subscript; a miss gives -1 in the modes
@@ -15,8 +20,8 @@ void SearchArray(const OneBased<float>& values, long first, long last, float tar
                  bool reverse, int mode);
 
 // The radii of a channel (1..4) of a row with a multi-sample centerpiece, at the row's rotor speed; cm. The
-// cell moves outward by RotorExpansion cm per rpm squared. A row whose centerpiece has no channels, or a
-// channel outside 1..4, is the run-time error "Subscript out of range".
+// cell moves outward by RotorExpansion cm per rpm squared. A row whose centerpiece has no channels, a channel
+// outside 1..4 and a speed at which the cell has no place are run-time errors in words.
 void ChannelRadiiOf(long row, int channel, float& inner, float& outer);
 
 // Narrows the fit range of a row to the points between two radii, which come back as those of the points

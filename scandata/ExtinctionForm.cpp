@@ -2,7 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
-#include "scandata/ScanReader.h"
+#include "scandata/ExtinctionRatios.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

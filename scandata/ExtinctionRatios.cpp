@@ -1,7 +1,6 @@
-// The signal of a set relative to that of set 1: the same at one wavelength, asked for at another.
+#include "scandata/ExtinctionRatios.h"
 
 #include "scandata/ExtinctionForm.h"
-#include "scandata/ScanReader.h"
 #include "workspace/records/Workspace.h"
 
 #include <cmath>

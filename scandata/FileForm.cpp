@@ -107,7 +107,7 @@ void ClearRows() {
             (*column)[i].Text.clear();
         FileForm.ShiftBase[i].Value = 0;
         LockRow(i);
-        FileForm.SetBox[i].Text = std::to_string(SetOfLine(static_cast<int>(i)));
+        FileForm.SetBox[i].Text = std::to_string(RowOfLine(static_cast<int>(i)));
     }
     FileForm.BlankFile[0].Text = NoBaseline;
     UnlockRow(0);
@@ -118,26 +118,26 @@ const char* CenterpieceText(int code) {
 }
 
 void FillLine(int line) {
-    const long set = SetOfLine(line);
+    const long row = RowOfLine(line);
     const std::size_t i = At(line);
-    FileForm.NameBox[i].Text = Work.ScanFile[set];
-    if (Work.ScanFile[set].empty()) return;
+    FileForm.NameBox[i].Text = Work.ScanFile[row];
+    if (Work.ScanFile[row].empty()) return;
     UnlockRow(line);
     if (line + 1 < FileFormLines) UnlockRow(line + 1);
-    FileForm.BlankFile[i].Text = Work.BaselineFile[set];
-    FileForm.Check1[i].Value = Work.IncludeSet[set];
-    FileForm.CellBox[i].Text = CenterpieceText(Work.CenterpieceType[set]);
-    FileForm.ChannelBox[i].Text = ChannelText(Work.DataChannel[set]);
-    FileForm.CellPath[i].Text = PathText(set);
+    FileForm.BlankFile[i].Text = Work.BaselineFile[row];
+    FileForm.Check1[i].Value = Work.IncludeSet[row];
+    FileForm.CellBox[i].Text = CenterpieceText(Work.CenterpieceType[row]);
+    FileForm.ChannelBox[i].Text = ChannelText(Work.DataChannel[row]);
+    FileForm.CellPath[i].Text = PathText(row);
     RevealRow(line);
-    FileForm.ShiftBase[i].Visible = Work.BaselineFile[set] != NoBaseline;
-    FileForm.ShiftBase[i].Value = Work.BaselineShifted[set] != 0 ? 1 : 0;
-    ShowRowValues(set - 1);
+    FileForm.ShiftBase[i].Visible = Work.BaselineFile[row] != NoBaseline;
+    FileForm.ShiftBase[i].Value = Work.BaselineShifted[row] != 0 ? 1 : 0;
+    ShowRowValues(row - 1);
 }
 
 } // namespace
 
-long SetOfLine(int line) {
+long RowOfLine(int line) {
     return line + 1 + 9L * Work.CurrentPage;
 }
 
@@ -145,8 +145,8 @@ std::string ChannelText(int channel) {
     return channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
 }
 
-std::string PathText(long set) {
-    return SingleText(10.0F * Work.CellPath[set]);
+std::string PathText(long row) {
+    return SingleText(10.0F * Work.CellPath[row]);
 }
 
 void UnlockRow(int line) {
@@ -164,20 +164,28 @@ void RevealRow(int line) {
          {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.BlankFile, &FileForm.RPMBox, &FileForm.MinRBox,
           &FileForm.MaxRBox, &FileForm.CellPath, &FileForm.SaveButton, &FileForm.ExtinctionButton})
         (*column)[i].Visible = true;
-    FileForm.ChannelBox[i].Visible = Work.CenterpieceType[SetOfLine(line)] != 1;
+    FileForm.ChannelBox[i].Visible = Work.CenterpieceType[RowOfLine(line)] != 1;
 }
 
-void ShowRowValues(long setIndex) {
-    const auto i = static_cast<std::size_t>(setIndex % 9);
-    const long set = setIndex + 1;
+void ShowCenterpiece(int line) {
+    const int code = Work.CenterpieceType[RowOfLine(line)];
+    if (code != 1 && code != 3 && code != 4) return;
+    FileForm.CellBox[At(line)].Text = CenterpieceText(code);
+    FileForm.ChannelBox[At(line)].Visible = code != 1;
+    if (code == 1) FileForm.ChannelBox[At(line)].Text.clear();
+}
+
+void ShowRowValues(long rowIndex) {
+    const auto i = static_cast<std::size_t>(rowIndex % 9);
+    const long row = rowIndex + 1;
     const auto radius = [&](std::size_t end) {
-        const long p = Work.FitRange[end][set];
-        if (p < 1 || p > Work.ScanRadius[set].Hi()) return std::string();
-        return FormatNumber(static_cast<double>(Work.ScanRadius[set][p]), "#.0000");
+        const long p = Work.FitRange[end][row];
+        if (p < 1 || p > Work.ScanRadius[row].Hi()) return std::string();
+        return FormatNumber(static_cast<double>(Work.ScanRadius[row][p]), "#.0000");
     };
     FileForm.MinRBox[i].Text = radius(0);
     FileForm.MaxRBox[i].Text = radius(1);
-    FileForm.RPMBox[i].Text = FormatNumber(static_cast<double>(Work.ScanRPM[set]), "#####");
+    FileForm.RPMBox[i].Text = FormatNumber(static_cast<double>(Work.ScanRPM[row]), "#####");
 }
 
 void FillPage() {

@@ -1,8 +1,9 @@
 #pragma once
-// The form "Data Included in Fit" as data: the table of data sets, nine lines to a page, and everything that
-// puts scans, baselines, channels and ranges into it. Lines count from 0 on the page that shows; the set of a
-// line is line + 1 + 9 * Work.CurrentPage. The form keeps no data of its own: its columns are the
-// workspace's.
+// The form "Data Included in Fit" as data: the table of data sets, nine lines to a page. Lines count from 0
+// on the page that shows; the row of a line is line + 1 + 9 * Work.CurrentPage. The form keeps no data of its
+// own: its columns are the workspace's.
+//
+// What the user does in it: scandata/FileFormEvents.h, and with files scandata/FileFormScans.h.
 
 #include "platform/Controls.h"
 
@@ -39,49 +40,13 @@ void StartFileForm();
 // --- showing -------------------------------------------------------------------------------------------
 void LoadFileForm();               // page 1 from the workspace
 void FillPage();                   // the lines of Work.CurrentPage
-void ShowRowValues(long setIndex); // radii and speed of set setIndex + 1
+void ShowRowValues(long rowIndex); // radii and speed of row rowIndex + 1
 void RevealRow(int line);
+void ShowCenterpiece(int line); // its type, and a channel where it has any
 void UnlockRow(int line);
-long SetOfLine(int line);
+long RowOfLine(int line);
 std::string ChannelText(int channel); // "" for none, "A" to "D"
-std::string PathText(long set);       // optical path in mm
-
-// --- what the user does ----------------------------------------------------------------------------------
-void FileFormTimer1();             // after the first showing
-void FileFormCheckFocus(int line); // a line's check box has the focus: the line is the current one
-void FileFormCheckLostFocus(int line);
-void FileFormCheckClick(int line);   // Value is already the new one
-void FileFormKey(int line, int key); // a character key on the line's check box
-enum class FileFormArrow { Previous, Next };
-void FileFormArrowKey(int line, FileFormArrow arrow);
-void FileFormNameClick(int line);
-void FileFormRangeClick(int line); // MinRBox, MaxRBox
-void FileFormBlankClick(int line);
-void FileFormShiftClick(int line); // Value is already the new one
-void FileFormChannelClick(int line);
-void FileFormPathClick(int line);
-void FileFormExtinctionButton(int line);
-void FileFormSaveButton(int line);
-void FileFormHelpButton(int line);
-void FileFormNewFileButton();
-void FileFormSubtractBlankButton();
-void FileFormRangeButton();
-void FileFormLogPlot(); // Value is already the new one
-void FileFormCopyFile();
-void FileFormClearFiles();
-void FileFormPage2();
-void FileFormWriteData();
-void FileFormOkButton();
-void FileFormCancelButton();
-
-// Reads scans: the first into the current line, the others into the lines behind it that are free. Stops at
-// the first that cannot be read, and tells when the table has no free line left. Used for several files
-// chosen at once and for files dropped on the form.
-void FileFormReadFiles(const std::vector<std::string>& paths);
-
-// Applies a centerpiece code or a channel to a line and shows it.
-void ApplyCenterpiece(int line, int code);
-void ApplyChannel(int line, int channel);
+std::string PathText(long row);       // optical path in mm
 
 // The filter of the file dialogs for scans.
 extern const char* const ScanFilter;

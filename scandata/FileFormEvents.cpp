@@ -1,11 +1,13 @@
 // Clicks and keys on the lines of the table, pages, the ways out.
-#include "scandata/FileForm.h"
+#include "scandata/FileFormEvents.h"
 
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "scandata/BaselineShiftGraph.h"
 #include "scandata/DataSetTable.h"
 #include "scandata/ExtinctionForm.h"
+#include "scandata/FileForm.h"
+#include "scandata/FileFormScans.h"
 #include "scandata/FitData.h"
 #include "scandata/InfoBox.h"
 #include "scandata/RangeGraph.h"
@@ -57,8 +59,8 @@ void StepChannelFrom(int line, const char* caption) {
 
 void StoreIncludes() {
     for (int line = 0; line < FileFormLines; ++line) {
-        const long set = SetOfLine(line);
-        Work.IncludeSet[set] = Work.ScanFile[set].empty() ? 0 : FileForm.Check1[At(line)].Value;
+        const long row = RowOfLine(line);
+        Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[At(line)].Value;
     }
 }
 
@@ -78,8 +80,8 @@ void MakeCurrent(int line) {
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];
 }
 
-std::array<float, 2> RatiosOf(long set) {
-    return {Work.ExtinctionRatio[0][set], Work.ExtinctionRatio[1][set]};
+std::array<float, 2> RatiosOf(long row) {
+    return {Work.ExtinctionRatio[0][row], Work.ExtinctionRatio[1][row]};
 }
 
 bool HoldsScan(int line) {
@@ -99,26 +101,19 @@ void ChooseCenterpiece(int line, int code) {
 void ApplyCenterpiece(int line, int code) {
     float inner{};
     float outer{};
-    const bool ranged = SetCenterpiece(SetOfLine(line), code, inner, outer);
-    if (code == 1) {
-        FileForm.CellBox[At(line)].Text = "2";
-        FileForm.ChannelBox[At(line)].Visible = false;
-        FileForm.ChannelBox[At(line)].Text.clear();
-    } else if (code == 3 || code == 4) {
-        FileForm.CellBox[At(line)].Text = code == 3 ? "6" : "8";
-        FileForm.ChannelBox[At(line)].Visible = true;
-    }
+    const bool ranged = SetCenterpiece(RowOfLine(line), code, inner, outer);
+    ShowCenterpiece(line);
     if (!ranged) return;
     FileForm.ChannelBox[At(line)].Text = ChannelText(Work.DataChannel[line + 1]);
     ShowRange(line, inner, outer);
 }
 
 void ApplyChannel(int line, int channel) {
-    const long set = SetOfLine(line);
-    SetChannel(set, channel);
+    const long row = RowOfLine(line);
+    SetChannel(row, channel);
     FileForm.ChannelBox[At(line)].Text = ChannelText(channel);
-    if (Work.ScanPoints[set] < 1) return;
-    ShowRange(line, Work.ScanRadius[set][Work.FitRange[0][set]], Work.ScanRadius[set][Work.FitRange[1][set]]);
+    if (Work.ScanPoints[row] < 1) return;
+    ShowRange(line, Work.ScanRadius[row][Work.FitRange[0][row]], Work.ScanRadius[row][Work.FitRange[1][row]]);
 }
 
 void FileFormTimer1() {
@@ -205,12 +200,12 @@ void FileFormBlankClick(int line) {
 
 void FileFormShiftClick(int line) {
     Work.CurrentRow = ToInt16(line);
-    const long set = SetOfLine(line);
+    const long row = RowOfLine(line);
     if (FileForm.ShiftBase[At(line)].Value)
-        AdjustBaselineShift(set);
+        AdjustBaselineShift(row);
     else
-        Work.BaselineShifted[set] = FlagFalse;
-    FileForm.ShiftBase[At(line)].Value = Work.BaselineShifted[set] ? 1 : 0;
+        Work.BaselineShifted[row] = FlagFalse;
+    FileForm.ShiftBase[At(line)].Value = Work.BaselineShifted[row] ? 1 : 0;
     if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
     FileForm.CancelButton.Enabled = false;
 }
@@ -225,39 +220,39 @@ void FileFormPathClick(int line) {
     MakeCurrent(line);
     const bool twelve = FileForm.CellPath[At(line)].Text != "12";
     FileForm.CellPath[At(line)].Text = twelve ? "12" : "3";
-    Work.CellPath[SetOfLine(line)] = twelve ? 1.2F : 0.3F;
+    Work.CellPath[RowOfLine(line)] = twelve ? 1.2F : 0.3F;
     FileForm.FormChanged = 1;
     FileForm.CancelButton.Enabled = false;
 }
 
 void FileFormExtinctionButton(int line) {
-    const long set = SetOfLine(line);
-    const auto before = RatiosOf(set);
-    Work.CurrentRow = ToInt16(set - 1);
+    const long row = RowOfLine(line);
+    const auto before = RatiosOf(row);
+    Work.CurrentRow = ToInt16(row - 1);
     ShowExtinctionForm();
     MakeCurrent(line);
-    if (RatiosOf(set) == before) return; // a look at them changes nothing
+    if (RatiosOf(row) == before) return; // a look at them changes nothing
     FileForm.FormChanged = 1;
     FileForm.CancelButton.Enabled = false;
 }
 
 void FileFormSaveButton(int line) {
     Work.CurrentRow = ToInt16(line);
-    SaveSubset(SetOfLine(line));
+    SaveSubset(RowOfLine(line));
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];
 }
 
 void FileFormHelpButton(int line) {
     Work.CurrentRow = ToInt16(line);
-    ShowInfoBox(SetOfLine(line));
+    ShowInfoBox(RowOfLine(line));
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];
 }
 
 void FileFormRangeButton() {
     const int line = Work.CurrentRow;
-    const long set = SetOfLine(line);
-    if (Work.ScanFile[set].empty() || !SelectRange(set)) return;
-    ShowRange(line, Work.ScanRadius[set][Work.FitRange[0][set]], Work.ScanRadius[set][Work.FitRange[1][set]]);
+    const long row = RowOfLine(line);
+    if (Work.ScanFile[row].empty() || !SelectRange(row)) return;
+    ShowRange(line, Work.ScanRadius[row][Work.FitRange[0][row]], Work.ScanRadius[row][Work.FitRange[1][row]]);
     if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
     FileForm.CancelButton.Enabled = false;
 }

@@ -1,11 +1,13 @@
 // Reading scans and baselines into the table, copying lines, clearing.
-#include "scandata/FileForm.h"
+#include "scandata/FileFormScans.h"
 
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "scandata/AdoptScan.h"
 #include "scandata/DataSetTable.h"
-#include "scandata/ScanReader.h"
+#include "scandata/FileForm.h"
+#include "scandata/FileFormEvents.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -34,8 +36,8 @@ void ShowRadii(float inner, float outer) {
     FileForm.MaxRBox[Here()].Text = FormatNumber(static_cast<double>(outer), "0.0000");
 }
 
-void RaiseHighestSet(long set) {
-    if (set > Work.HighestSet) Work.HighestSet = ToInt16(set);
+void RaiseHighestSet(long row) {
+    if (row > Work.HighestSet) Work.HighestSet = ToInt16(row);
 }
 
 void OpenNextLine(int line) {
@@ -50,56 +52,39 @@ void NoteChange() {
     FileForm.FormChanged = 1;
 }
 
-// A scan that has been read takes its place in the line.
-void AdoptScan(const ScanReadResult& read) {
+// The row of the current line has taken a scan: the line shows it, and the next dialog starts where it came
+// from.
+void ShowAdopted(const ScanReadResult& read) {
     const int line = Work.CurrentRow;
-    const long set = SetOfLine(line);
+    const long row = RowOfLine(line);
     const std::size_t i = Here();
-    Work.DataDirectory = DirectoryOf(Work.ChosenPath);
+    Work.DataDirectory = Work.ScanDirectory[row];
     Work.NameConvention = 1;
-    Work.ScanDirectory[set] = Work.DataDirectory;
-    Work.ScanFile[set] = Work.ChosenName;
-    Work.BaselineFile[set] = NoBaseline;
-    LastTitle = Work.ChosenName;
-    FileForm.NameBox[i].Text = Work.ChosenName;
+    LastTitle = Work.ScanFile[row];
+    FileForm.NameBox[i].Text = Work.ScanFile[row];
     FileForm.RPMBox[i].Text = SingleText(read.Rpm);
     FileForm.Check1[i].Value = 1;
-    Work.IncludeSet[set] = 1;
-    SettleDataType(Work.ChosenName);
-    FileForm.CellPath[i].Text = PathText(set);
-    ApplyCenterpiece(line, Work.CellType);
-    ApplyChannel(line, 0);
+    FileForm.CellPath[i].Text = PathText(row);
+    ShowCenterpiece(line);
+    FileForm.ChannelBox[i].Text = ChannelText(0);
     ShowRadii(read.FirstRadius, read.LastRadius);
     RevealRow(line);
     OpenNextLine(line);
-    RaiseHighestSet(set);
     FileForm.BlankFile[i].Text = NoBaseline;
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = false;
     NoteChange();
-    RemoveSetConstraints(set);
+    RemoveSetConstraints(row);
     FileForm.State.FocusOn = &FocusLine();
 }
 
-// A read that fails leaves part of the new file in the arrays. The line still names the old one, so the
-// arrays go back to it: otherwise the next fit would run on a mixture of both.
-template <class Read> bool ReadOrRestore(Read&& read) {
-    const Workspace before = Work;
-    if (read()) return true;
-    Work = before;
-    return false;
-}
-
 bool ReadScanHere(const std::string& path) {
-    ScanReadResult read;
-    const bool ok = ReadOrRestore([&] {
-        Work.ChosenPath = path;
-        Work.ChosenName = FileTitle(path);
-        read = ReadScan(path, SetOfLine(Work.CurrentRow));
-        return read.Ok;
-    });
-    if (ok) AdoptScan(read);
-    return ok;
+    const ScanReadResult read = AdoptScan(path, RowOfLine(Work.CurrentRow));
+    if (read.Ok)
+        ShowAdopted(read);
+    else
+        TellReadFailure(path, read.Failure);
+    return read.Ok;
 }
 
 // The line behind the current one, over the end of page 1. False at the end of the table.
@@ -116,7 +101,7 @@ bool MoveToNextLine() {
 
 bool MoveToFreeLine() {
     while (MoveToNextLine())
-        if (Work.ScanFile[SetOfLine(Work.CurrentRow)].empty()) return true;
+        if (Work.ScanFile[RowOfLine(Work.CurrentRow)].empty()) return true;
     return false;
 }
 
@@ -146,11 +131,11 @@ void CopySet(long s) {
 }
 
 // Another channel needs another baseline.
-void DropBaseline(long set) {
+void DropBaseline(long row) {
     const std::size_t i = Here();
-    if (Work.BaselineFile[set] == NoBaseline) return;
-    Work.BaselineFile[set] = NoBaseline;
-    Work.BaselineShifted[set] = FlagFalse;
+    if (Work.BaselineFile[row] == NoBaseline) return;
+    Work.BaselineFile[row] = NoBaseline;
+    Work.BaselineShifted[row] = FlagFalse;
     FileForm.BlankFile[i].Text = NoBaseline;
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = false;
@@ -189,7 +174,7 @@ void CopyIntoNextLine(long s, const Control& channelAbove, const Control& blankA
 }
 
 void CopyCurrentLine() {
-    const long s = SetOfLine(Work.CurrentRow);
+    const long s = RowOfLine(Work.CurrentRow);
     const bool holdsFile = !FileForm.NameBox[Here()].Text.empty();
     if (!holdsFile || (Work.CurrentRow == FileFormLines - 1 && Work.CurrentPage != 0)) return Host.Beep();
     const Control channel = FileForm.ChannelBox[Here()];
@@ -199,24 +184,24 @@ void CopyCurrentLine() {
 }
 
 // The data of a set that loses its baseline are others, as those of one that gets another.
-void RemoveBaseline(long set) {
-    if (Work.BaselineFile[set] == NoBaseline) return;
-    DropBaseline(set);
-    Work.SetChanged[set] = FlagTrue;
+void RemoveBaseline(long row) {
+    if (Work.BaselineFile[row] == NoBaseline) return;
+    DropBaseline(row);
+    Work.SetChanged[row] = FlagTrue;
     NoteChange();
-    RemoveSetConstraints(set);
+    RemoveSetConstraints(row);
 }
 
 } // namespace
 
 void FileFormNewFileButton() {
-    const long set = SetOfLine(Work.CurrentRow);
+    const long row = RowOfLine(Work.CurrentRow);
     FileRequest request = ScanRequest(" - Read Data File");
     request.Several = true;
     request.Name = LastTitle;
-    if (!Work.ScanFile[set].empty()) {
-        request.Directory = Work.ScanDirectory[set];
-        request.Name = Work.ScanFile[set];
+    if (!Work.ScanFile[row].empty()) {
+        request.Directory = Work.ScanDirectory[row];
+        request.Name = Work.ScanFile[row];
     }
     const FileAnswer answer = Host.AskFile(request);
     if (answer.Cancelled || answer.Title.empty()) {
@@ -240,31 +225,27 @@ void FileFormReadFiles(const std::vector<std::string>& paths) {
 }
 
 void FileFormSubtractBlankButton() {
-    const long set = SetOfLine(Work.CurrentRow);
+    const long row = RowOfLine(Work.CurrentRow);
     const std::size_t i = Here();
-    if (Work.ScanFile[set].empty()) return Host.Beep();
+    if (Work.ScanFile[row].empty()) return Host.Beep();
     FileRequest request = ScanRequest(" - Read Data File for Blank");
     request.Directory = Work.BaselineDirectoryLast.empty() ? Work.DataDirectory : Work.BaselineDirectoryLast;
     request.Name = LastTitle;
     if (FileForm.BlankFile[i].Text != NoBaseline) {
-        request.Directory = Work.BaselineDirectory[set];
-        request.Name = Work.BaselineFile[set];
+        request.Directory = Work.BaselineDirectory[row];
+        request.Name = Work.BaselineFile[row];
     }
     const FileAnswer answer = Host.AskFile(request);
     FileForm.State.FocusOn = &FocusLine();
-    if (answer.Cancelled) return RemoveBaseline(set); // the way to take a baseline off a set
-    const bool ok = ReadOrRestore([&] {
-        Work.ChosenPath = answer.Path;
-        return ReadBaseline(answer.Path, set);
-    });
-    if (!ok) return;
-    FileForm.BlankFile[i].Text = Work.BaselineFile[set] = LastTitle = answer.Title;
-    Work.BaselineDirectoryLast = Work.BaselineDirectory[set] = DirectoryOf(answer.Path);
+    if (answer.Cancelled) return RemoveBaseline(row); // the way to take a baseline off a set
+    const ReadFailure failure = AdoptBaseline(answer.Path, row);
+    if (failure.Kind != ReadFailure::Kinds::None) return TellReadFailure(answer.Path, failure);
+    FileForm.BlankFile[i].Text = LastTitle = Work.BaselineFile[row];
+    Work.BaselineDirectoryLast = Work.BaselineDirectory[row];
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = true;
-    Work.SetChanged[set] = FlagTrue;
     NoteChange();
-    RemoveSetConstraints(set);
+    RemoveSetConstraints(row);
 }
 
 void FileFormCopyFile() {
@@ -282,15 +263,15 @@ void FileFormCopyFile() {
 
 void FileFormClearFiles() {
     Work.CurrentPage = 0;
-    for (long set = 1; set <= Work.MaxSets; ++set) {
-        Work.ScanFile[set].clear();
-        Work.BaselineFile[set] = NoBaseline;
-        Work.BaselineShifted[set] = Work.IncludeSet[set] = Work.DataChannel[set] = 0;
-        Work.BaselineShift[set] = 0.0F;
-        Work.CenterpieceType[set] = 0;
-        Work.OffsetLink[set] = 0;
-        Work.ConcConstraintA[set] = Work.ConcConstraintB[set] = 0.0F;
-        Work.ConcToleranceA[set] = Work.ConcToleranceB[set] = 0.1F;
+    for (long row = 1; row <= Work.MaxSets; ++row) {
+        Work.ScanFile[row].clear();
+        Work.BaselineFile[row] = NoBaseline;
+        Work.BaselineShifted[row] = Work.IncludeSet[row] = Work.DataChannel[row] = 0;
+        Work.BaselineShift[row] = 0.0F;
+        Work.CenterpieceType[row] = 0;
+        Work.OffsetLink[row] = 0;
+        Work.ConcConstraintA[row] = Work.ConcConstraintB[row] = 0.0F;
+        Work.ConcToleranceA[row] = Work.ConcToleranceB[row] = 0.1F;
     }
     Work.ConstraintFlags = 0;
     FillPage();

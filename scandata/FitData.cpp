@@ -1,11 +1,18 @@
 #include "scandata/FitData.h"
 
+#include "input/NUMINPUT.h"
 #include "models/ModelChoice.h"
 #include "models/ParmScale.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "scandata/BaselineAt.h"
+#include "scandata/DataSetTable.h"
+#include "scandata/Labels.h"
 #include "workspace/records/Roads.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace Quillon {
@@ -67,9 +74,45 @@ void CollectSets(FitBuild& build) {
     FillSetOfRow(build.SetRow, build.NumSets, build.SetOfRow);
 }
 
+// Whatever goes wrong in a step belongs to that row.
+template <class Step> void OfRow(long row, Step&& step) {
+    try {
+        step();
+    } catch (const RuntimeError& error) {
+        RaiseError(RowName(row) + ": " + error.Text);
+    }
+}
+
+// A single of the fit; what is meant says which number it would have been.
+float Fitting(double value, const char* what) {
+    const auto single = static_cast<float>(value);
+    if (!std::isfinite(single)) RaiseError(std::string(what) + " is too large a number");
+    return single;
+}
+
 // A set without speed or temperature has no place relative to another, whichever of the two it is.
 void RequireHeader(long row) {
-    if (Work.ScanRPM[row] == 0.0F || Work.ScanTemperature[row] == 0.0F) RaiseError(ErrorText::DivisionByZero);
+    if (Work.ScanRPM[row] == 0.0F) RaiseError(RowName(row) + ": the header holds no rotor speed");
+    if (Work.ScanTemperature[row] == 0.0F)
+        RaiseError(RowName(row) +
+                   ": the header holds a temperature of 0, which cannot be related to other sets");
+}
+
+// The sets are related to the path of the first one.
+void RequirePath(long row) {
+    if (Work.CellPath[row] == 0.0F) RaiseError(RowName(row) + ": its optical path is 0");
+}
+
+// Sigma goes with the square of the speed and, as far as the header's temperatures go, against them.
+float RelativeSigma(long s, long f) {
+    const double speeds = Divide(Work.ScanRPM[s], Work.ScanRPM[f]);
+    // [decision: celsius-ratio]
+    const double temperatures = Divide(Work.ScanTemperature[f], Work.ScanTemperature[s]);
+    const auto sigma = static_cast<float>(speeds * speeds * temperatures);
+    if (!std::isfinite(sigma))
+        RaiseError("a rotor speed of " + SingleText(Work.ScanRPM[s]) + " rpm cannot be related to the " +
+                   SingleText(Work.ScanRPM[f]) + " rpm of the first set");
+    return sigma;
 }
 
 void ScaleSets(FitBuild& build) {
@@ -78,11 +121,11 @@ void ScaleSets(FitBuild& build) {
         const long s = build.SetRow[k];
         RequireHeader(f);
         RequireHeader(s);
-        const double speeds = Divide(Work.ScanRPM[s], Work.ScanRPM[f]);
-        // [decision: celsius-ratio]
-        const double temperatures = Divide(Work.ScanTemperature[f], Work.ScanTemperature[s]);
-        build.SigmaScale[k] = ToSingle(speeds * speeds * temperatures);
-        build.SignalScale[k] = ToSingle(Divide(Work.CellPath[s], Work.CellPath[f]));
+        RequirePath(f);
+        OfRow(s, [&] {
+            build.SigmaScale[k] = RelativeSigma(s, f);
+            build.SignalScale[k] = Fitting(Divide(Work.CellPath[s], Work.CellPath[f]), "the optical path");
+        });
     }
 }
 
@@ -111,6 +154,14 @@ void MoveSetParms(FitBuild& build) {
     }
 }
 
+// ln of the signal of one unit in the first set over that in the former first one.
+double LnChange(double now, double before) {
+    const double change = now / before;
+    if (!(change > 0.0) || !std::isfinite(change))
+        RaiseError("its path and extinction ratios cannot be related to those of the former first set");
+    return std::log(change);
+}
+
 // The reference concentrations are signals of the first set: they stay true when another set comes first.
 void RebaseConcentrations(FitBuild& build, long f, long g) {
     const PerRow<float>& a = Work.ExtinctionRatio[0];
@@ -118,20 +169,21 @@ void RebaseConcentrations(FitBuild& build, long f, long g) {
     const PerRow<float>& path = Work.CellPath;
     if (a[f] == a[g] && b[f] == b[g] && path[f] == path[g]) return;
     const auto signal = [](float ratio, float length) { return static_cast<double>(ratio) * length; };
-    const double changeA = Ln(Divide(signal(a[f], path[f]), signal(a[g], path[g])));
-    const double changeB = Ln(Divide(signal(b[f], path[f]), signal(b[g], path[g])));
+    const double changeA = LnChange(signal(a[f], path[f]), signal(a[g], path[g]));
+    const double changeB = LnChange(signal(b[f], path[f]), signal(b[g], path[g]));
     for (long k = 1; k <= build.NumSets; ++k) {
-        build.Parms[SlotA(k)] = ToSingle(build.Parms[SlotA(k)] + changeA);
-        build.Parms[SlotB(k)] = ToSingle(build.Parms[SlotB(k)] + changeB);
+        build.Parms[SlotA(k)] = Fitting(build.Parms[SlotA(k)] + changeA, "a concentration");
+        build.Parms[SlotB(k)] = Fitting(build.Parms[SlotB(k)] + changeB, "a concentration");
     }
 }
 
 // The masses are held as sigma at the speed of the first set.
 void RebaseMasses(FitBuild& build, long f, long g) {
     if (Work.ScanRPM[f] == Work.ScanRPM[g]) return;
+    if (Work.ScanRPM[g] == 0.0F) RaiseError("the former first set has no rotor speed");
     const double speeds = Divide(Work.ScanRPM[f], Work.ScanRPM[g]);
     for (const long slot : {0L, 5L})
-        build.Parms[slot] = ToSingle(build.Parms[slot] * speeds * speeds);
+        build.Parms[slot] = Fitting(build.Parms[slot] * speeds * speeds, "a mass at its rotor speed");
 }
 
 void CarryParms(FitBuild& build) {
@@ -140,8 +192,10 @@ void CarryParms(FitBuild& build) {
     const long f = build.SetRow[1];
     const long g = build.OldRow[1];
     if (f == 0 || g == 0) return;
-    RebaseConcentrations(build, f, g);
-    RebaseMasses(build, f, g);
+    OfRow(f, [&] {
+        RebaseConcentrations(build, f, g);
+        RebaseMasses(build, f, g);
+    });
 }
 
 void TrimConstraints(FitBuild& build) {
@@ -165,21 +219,30 @@ bool Constrained(const FitBuild& build) {
 long TruePoints(long row) {
     const long first = Work.FitRange[0][row];
     const long last = Work.FitRange[1][row];
-    if (first < 1 || last < first || last > Work.ScanRadius[row].Hi() || last > Work.ScanValue[row].Hi())
-        RaiseError(ErrorText::BadSubscript);
+    const long points = std::min(Work.ScanRadius[row].Hi(), Work.ScanValue[row].Hi());
+    if (first < 1 || last < first || last > points)
+        RaiseError(RowName(row) + ": its range, points " + std::to_string(first) + " to " +
+                   std::to_string(last) + ", lies outside the scan, which has " + std::to_string(points));
     return last - first + 1;
 }
 
+constexpr long MostPoints = std::numeric_limits<std::int16_t>::max(); // of a fit
+
 void CountPoints(FitBuild& build) {
+    long all = 0;
     build.SetPts.Recreate(build.NumSets);
     for (long k = 1; k <= build.NumSets; ++k) {
         const long row = build.SetRow[k];
         long points = TruePoints(row);
         if (Constrained(build))
             points += (Work.ConcConstraintA[row] > 0.0F) + (Work.ConcConstraintB[row] > 0.0F);
-        build.SetPts[k] = ToInt16(points);
-        build.NumPts = ToInt16(build.NumPts + points);
+        all += points;
+        build.SetPts[k] = static_cast<std::int16_t>(std::min(points, MostPoints));
     }
+    if (all > MostPoints)
+        RaiseError("The sets have " + std::to_string(all) + " points together, and a fit takes at most " +
+                   std::to_string(MostPoints) + ": narrow their ranges or leave sets out");
+    build.NumPts = ToInt16(all);
     build.X.Recreate(build.NumPts);
     build.Y.Recreate(build.NumPts);
     build.Set.Recreate(build.NumPts);
@@ -203,9 +266,10 @@ void FillTruePoints(FitBuild& build, long k, long& n) {
         const double r = radius;
         const float value = Work.ScanValue[row][p];
         ++n;
-        build.X[n] = ToSingle(r * r / 2.0 - x0);
-        build.Y[n] =
-            baseline ? ToSingle(static_cast<double>(value) - BaselineAt(radius - shift, row)) : value;
+        build.X[n] = Fitting(r * r / 2.0 - x0, "the square of a radius");
+        build.Y[n] = baseline
+                         ? Fitting(static_cast<double>(value) - BaselineAt(radius - shift, row), "the signal")
+                         : value;
         build.Set[n] = ToInt16(k);
     }
 }
@@ -218,7 +282,8 @@ void FillPseudoPoints(FitBuild& build, long k, long& n) {
         if (!(loading > 0.0F)) return;
         ++n;
         build.X[n] = PointMarker;
-        build.Y[n] = ToSingle(Divide(loading * outermost, tolerance));
+        if (tolerance == 0.0F) RaiseError("its loading is constrained with a tolerance of 0");
+        build.Y[n] = Fitting(loading * outermost / tolerance, "its constrained loading");
         build.Set[n] = ToInt16(k);
     };
     add(Work.ConcConstraintA[row], Work.ConcToleranceA[row]);
@@ -229,8 +294,10 @@ void FillPoints(FitBuild& build) {
     long n = 0;
     ForgetBaselinePlace();
     for (long k = 1; k <= build.NumSets; ++k) {
-        FillTruePoints(build, k, n);
-        if (Constrained(build)) FillPseudoPoints(build, k, n);
+        OfRow(build.SetRow[k], [&] {
+            FillTruePoints(build, k, n);
+            if (Constrained(build)) FillPseudoPoints(build, k, n);
+        });
     }
 }
 

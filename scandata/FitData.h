@@ -1,10 +1,6 @@
 #pragma once
 // From the data set table to the flat vectors of the fit.
 
-#include "platform/Arrays.h"
-
-#include <string>
-
 namespace Quillon {
 
 // Flattens the included rows into PtX, PtY, PtSet, SetPts with their scales and labels, subtracts baselines,
@@ -20,25 +16,13 @@ namespace Quillon {
 // Set-up of the model (SelectModel without its dialog) and, with another first set, of the parameter scale
 // follow. Work.IncludeSet has to be current.
 //
-// A RuntimeError: two or more sets and one without speed or temperature or the first without a path; a range
-// outside its scan ("Subscript out of range"); more points than 16 bits count ("Overflow"); a constraint with
-// a tolerance of 0. The records of the fit are then those of the former build, and Work.DataChosen is false:
+// A RuntimeError in words that name the row: two or more sets and one without speed or temperature or the
+// first without a path; a range outside its scan; more points than 16 bits count; a constraint with a
+// tolerance of 0. The records of the fit are then those of the former build, and Work.DataChosen is false:
 // the table has to be accepted again before anything is fitted.
 void BuildFitData();
 
-// The baseline of a row at a radius in cm: linear between its points, constant outside them; 0 for a row
-// without baseline points. Quick for rising radii, right for all.
-float BaselineAt(float radius, long row);
-
-// Forgets where the latest call of BaselineAt ended; for whoever replaces the points of a baseline.
-void ForgetBaselinePlace();
-
 // Work.SetOfRow from Work.SetRow.
 void BuildSetOfRow();
-
-// Takes the common directory off labels first..last; prefix receives it, with its separator. Letters are
-// compared in capitals. Nothing happens when there is only one label or no common directory; prefix then
-// stays.
-void ShortenLabels(OneBased<std::string>& labels, std::string& prefix, long first, long last);
 
 } // namespace Quillon

@@ -1,5 +1,6 @@
+#include "scandata/Labels.h"
+
 #include "platform/Paths.h"
-#include "scandata/FitData.h"
 
 namespace Quillon {
 

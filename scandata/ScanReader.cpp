@@ -3,9 +3,10 @@
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "scandata/BaselineAt.h"
 #include "scandata/DataSetTable.h"
-#include "scandata/FitData.h"
-#include "scandata/TextItems.h"
+#include "scandata/ExtinctionRatios.h"
+#include "scandata/ScanLines.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -15,9 +16,6 @@
 namespace Quillon {
 
 namespace {
-
-constexpr std::string_view PointSeparators = "\t ,";
-constexpr std::size_t PrefixLength = 3; // type letter, blank, cell number
 
 char Capital(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -29,88 +27,14 @@ bool StartsWithAnyCase(std::string_view text, std::string_view capitals) {
                       [](char capital, char c) { return capital == Capital(c); });
 }
 
-std::string_view TokenAt(long& position, std::string_view text, std::string_view separators) {
-    const std::size_t start =
-        std::min(position < 1 ? std::size_t{0} : static_cast<std::size_t>(position) - 1, text.size());
-    const std::size_t found = text.find_first_of(separators, start);
-    position = found == std::string_view::npos ? 0 : static_cast<long>(found) + 2;
-    return text.substr(start, found == std::string_view::npos ? found : found - start);
-}
-
-// The parameter line, taken field by field.
-struct HeaderFields {
-    std::string_view Rest;
-    std::size_t Width = 0; // of the latest field with the blank behind it; 0 when there was no such blank
-};
-
-HeaderFields StartHeader(std::string_view line) {
-    if (line.size() < PrefixLength) RaiseError(ErrorText::BadArgument);
-    return {WithoutLeadingBlanks(line.substr(PrefixLength))};
-}
-
-// A field is what stands before a blank: the end of the line does not end one, which then reads as 0.
-double NextHeaderField(HeaderFields& header) {
-    header.Width = header.Rest.find(' ') + 1;
-    const double value = NumericPrefix(header.Rest.substr(0, header.Width));
-    header.Rest = WithoutLeadingBlanks(header.Rest.substr(header.Width));
-    return value;
-}
-
-void ReadHeader(std::string_view line, long row, ScanReadResult& result) {
-    HeaderFields header = StartHeader(line);
-    Work.ScanTemperature[row] = result.Temperature = ToSingle(NextHeaderField(header));
-    Work.ScanRPM[row] = result.Rpm = ToSingle(NextHeaderField(header));
-    Work.ScanTime[row] = ToInt32(NextHeaderField(header));
-    Work.ScanOmega2t[row] = ToSingle(NextHeaderField(header));
-    Work.ScanWavelength[row] = ToSingle(NextHeaderField(header));
+void ReadHeader(HeaderFields header, long row, ScanReadResult& result) {
+    Work.ScanTemperature[row] = result.Temperature = SingleOf(NextHeaderField(header));
+    Work.ScanRPM[row] = result.Rpm = SingleOf(NextHeaderField(header));
+    Work.ScanTime[row] = WholeOf<std::int32_t>(NextHeaderField(header));
+    Work.ScanOmega2t[row] = SingleOf(NextHeaderField(header));
+    Work.ScanWavelength[row] = SingleOf(NextHeaderField(header));
     // [decision: count-is-cut]
-    Work.ScansAveraged[row] = ToInt16(NumericPrefix(header.Rest.substr(0, header.Width)));
-}
-
-struct PointLine {
-    float Radius{};
-    float Value{};
-    bool Excluded = false;
-};
-
-PointLine ReadPointLine(TextItems& file) {
-    std::string_view line = WithoutLeadingBlanks(ReadTextItem(file));
-    PointLine point;
-    long position = 1;
-    point.Radius = ToSingle(NumericPrefix(TokenAt(position, line, PointSeparators)));
-    const auto goOn = [&] {
-        line = WithoutLeadingBlanks(line.substr(static_cast<std::size_t>(position) - 1));
-        position = 1;
-    };
-    if (position == 0) RaiseError(ErrorText::BadArgument); // a radius alone is no point
-    goOn();
-    if (line.empty()) RaiseError(ErrorText::BadArgument); // nor is one with a blank behind it
-    point.Value = ToSingle(NumericPrefix(TokenAt(position, line, PointSeparators)));
-    if (position != 0) {
-        goOn();
-        const std::string_view deviation = TokenAt(position, line, PointSeparators);
-        point.Excluded = deviation.starts_with('-') && NumericPrefix(deviation) < 0.0; // nothing else counts
-    }
-    return point;
-}
-
-// How a list of points ended.
-struct PointList {
-    long Points = 0;      // stored ones, the terminating line counted off
-    bool TooMany = false; // the last number that a point may have is taken; the list may go on behind it
-};
-
-// Reads point lines to the end of the list. store(i, point) keeps point i and tells whether i + 1 is still a
-// number that a point may have.
-template <class Store> PointList ReadPoints(TextItems& file, Store&& store) {
-    long next = 1;
-    PointLine point;
-    do {
-        point = ReadPointLine(file);
-        if (!point.Excluded && !store(next++, point)) return {next - 1, true};
-    } while (point.Radius != 0.0F && !NoItemLeft(file));
-    // [decision: terminator-counts]
-    return {point.Radius != 0.0F ? next - 1 : next - 2, false};
+    Work.ScansAveraged[row] = WholeOf<std::int16_t>(LastHeaderField(header));
 }
 
 void StorePoint(OneBased<float>& radii, OneBased<float>& values, long i, const PointLine& point) {
@@ -120,9 +44,8 @@ void StorePoint(OneBased<float>& radii, OneBased<float>& values, long i, const P
     values[i] = point.Value;
 }
 
-// The shared last step of both reads; a list without a true point is no scan.
+// The shared last step of both reads.
 void CutToLength(OneBased<float>& radii, OneBased<float>& values, long points) {
-    if (points < 1) RaiseError(ErrorText::BadSubscript);
     radii.Resize(points);
     values.Resize(points);
 }
@@ -168,23 +91,28 @@ int WholeWavelength(float wavelength) {
     return static_cast<int>(std::nearbyint(std::clamp(static_cast<double>(wavelength), -limit, limit)));
 }
 
-void TellTooManyPoints() {
-    Tell("There are too many data points. Exit program, increase the MaxPtsPerSet value in the " +
-             Work.ProgramName + ".ini file, and then try again.",
-         Work.ProgramName, BoxIcon::Warning);
+constexpr const char* NoParameterLine = "the file ends before its parameter line";
+
+ReadFailure TooManyPoints() {
+    return {ReadFailure::Kinds::TooManyPoints, false,
+            "There are too many data points. Exit program, increase the MaxPtsPerSet value in the " +
+                Work.ProgramName + ".ini file, and then try again.",
+            "the scan holds more than " + std::to_string(Work.MaxPtsPerSet - 1) + " points"};
 }
 
-// The whole of a read; false when the scan has too many points, a RuntimeError for everything else.
-bool TryReadScan(const std::string& path, long row, ScanReadResult& result) {
-    const std::string bytes = Host.ReadFile(path);
+// Header and points of a scan; false when the scan has too many points, a RuntimeError for everything else.
+bool ParseScan(const std::string& path, std::string_view bytes, long row, ScanReadResult& result) {
     TextItems file{bytes};
-    const std::string_view comment = ReadTextLine(file);
+    const std::string_view comment = ReadCommentLine(file);
     ReadComment(comment, row, result);
+    if (file.Place >= bytes.size()) RaiseError(NoParameterLine);
+    const std::size_t headerPlace = file.Place;
     const std::string_view header = ReadTextItem(file);
+    const bool comma = file.AfterComma;
     Work.InterferenceData = Flag(!header.empty() && Capital(header[0]) == 'P');
     DropPixelScale(comment, row);
     const int oldWavelength = WholeWavelength(Work.ScanWavelength[row]);
-    ReadHeader(header, row, result);
+    TakeFrom(file, headerPlace, [&] { ReadHeader(StartHeader(header, comma), row, result); });
     Work.CellPath[row] = Work.CellPathlength;
     const PointList list = ReadPoints(file, [row](long i, const PointLine& point) {
         StorePoint(Work.ScanRadius[row], Work.ScanValue[row], i, point);
@@ -192,6 +120,8 @@ bool TryReadScan(const std::string& path, long row, ScanReadResult& result) {
         return i < Work.MaxPtsPerSet;
     });
     if (list.TooMany) return false;
+    if (list.Points < 1 && comma) RaiseAt(file, headerPlace, CommaInHeader);
+    RequirePoints(file, list);
     TakeScan(row, list.Points, path, result);
     Host.SetPointer(Pointer::Standard);
     CompareWavelengths(row, oldWavelength);
@@ -200,52 +130,82 @@ bool TryReadScan(const std::string& path, long row, ScanReadResult& result) {
     return true;
 }
 
-void TryReadBaseline(const std::string& path, long row) {
-    const std::string bytes = Host.ReadFile(path);
+void ParseBaseline(std::string_view bytes, long row) {
     TextItems file{bytes};
-    ReadTextLine(file);
-    HeaderFields header = StartHeader(ReadTextLine(file));
-    NextHeaderField(header);
-    Work.BaselineRPM[row] = ToSingle(NextHeaderField(header));
+    ReadCommentLine(file);
+    if (file.Place >= bytes.size()) RaiseError(NoParameterLine);
+    const std::size_t headerPlace = file.Place;
+    TakeFrom(file, headerPlace, [&] {
+        HeaderFields header = StartHeader(ReadTextLine(file), false);
+        NextHeaderField(header);
+        Work.BaselineRPM[row] = SingleOf(NextHeaderField(header));
+    });
     const PointList list = ReadPoints(file, [row](long i, const PointLine& point) {
-        if (i > Work.MaxPtsPerSet) RaiseError(ErrorText::BadSubscript);
+        if (i > Work.MaxPtsPerSet)
+            RaiseError("the baseline holds more than " + std::to_string(Work.MaxPtsPerSet) + " points");
         StorePoint(Work.BaselineRadius[row], Work.BaselineValue[row], i, point);
         return i < std::numeric_limits<std::int16_t>::max() - 1;
     });
+    RequirePoints(file, list);
     CutToLength(Work.BaselineRadius[row], Work.BaselineValue[row], list.Points);
     Work.BaselinePoints[row] = ToInt16(list.Points);
     Work.BaselineShifted[row] = FlagFalse;
     Work.BaselineShift[row] = 0.0F;
 }
 
-} // namespace
-
-ScanReadResult ReadScan(const std::string& path, long row) {
-    ScanReadResult result;
+// Runs both steps of a read; what either of them finds is the failure.
+template <class Parse> ReadFailure Attempt(const std::string& path, const char* sentence, Parse&& parse) {
+    ReadFailure failure;
     Host.SetPointer(Pointer::Hourglass);
-    if (!Host.FileExists(path)) Tell("File " + path + " does not exist", Work.ProgramName, BoxIcon::Warning);
+    ReadFailure::Kinds kind = ReadFailure::Kinds::NoFile;
     try {
-        result.Ok = TryReadScan(path, row, result);
-        if (!result.Ok) TellTooManyPoints();
-    } catch (const RuntimeError&) {
-        Tell("Error during file read, possible invalid data in file", Work.ProgramName, BoxIcon::Warning);
+        const std::string bytes = Host.ReadFile(path);
+        kind = ReadFailure::Kinds::Content;
+        if (!parse(bytes)) failure = TooManyPoints();
+    } catch (const RuntimeError& error) {
+        failure = {kind, false, sentence, error.Text};
     }
     Host.SetPointer(Pointer::Standard);
+    return failure;
+}
+
+} // namespace
+
+ScanReadResult TryReadScan(const std::string& path, long row) {
+    ScanReadResult result;
+    result.Failure = Attempt(path, "Error during file read, possible invalid data in file",
+                             [&](const std::string& bytes) { return ParseScan(path, bytes, row, result); });
+    result.Ok = result.Failure.Kind == ReadFailure::Kinds::None;
+    result.Failure.Missing = result.Failure.Kind == ReadFailure::Kinds::NoFile && !Host.FileExists(path);
     return result;
 }
 
-bool ReadBaseline(const std::string& path, long row) {
-    bool ok = false;
-    Host.SetPointer(Pointer::Hourglass);
+ScanReadResult ReadScan(const std::string& path, long row) {
+    ScanReadResult result = TryReadScan(path, row);
+    if (!result.Ok) TellReadFailure(path, result.Failure);
+    return result;
+}
+
+ReadFailure TryReadBaseline(const std::string& path, long row) {
     ForgetBaselinePlace();
-    try {
-        TryReadBaseline(path, row);
-        ok = true;
-    } catch (const RuntimeError&) {
-        Tell("Error during baseline read, possible invalid data in file", Work.ProgramName, BoxIcon::Warning);
-    }
-    Host.SetPointer(Pointer::Standard);
-    return ok;
+    return Attempt(path, "Error during baseline read, possible invalid data in file",
+                   [&](const std::string& bytes) {
+                       ParseBaseline(bytes, row);
+                       return true;
+                   });
+}
+
+bool ReadBaseline(const std::string& path, long row) {
+    const ReadFailure failure = TryReadBaseline(path, row);
+    if (failure.Kind == ReadFailure::Kinds::None) return true;
+    TellReadFailure(path, failure);
+    return false;
+}
+
+void TellReadFailure(const std::string& path, const ReadFailure& failure) {
+    if (failure.Missing) Tell("File " + path + " does not exist", Work.ProgramName, BoxIcon::Warning);
+    Tell(failure.Sentence + "\n\n" + FileTitle(path) + ": " + failure.Reason, Work.ProgramName,
+         BoxIcon::Warning);
 }
 
 std::string NextToken(long& position, std::string_view text, std::string_view separators) {

@@ -21,6 +21,15 @@
 
 namespace Quillon {
 
+// Why a file is no scan.
+struct ReadFailure {
+    enum class Kinds { None, NoFile, Content, TooManyPoints };
+    Kinds Kind = Kinds::None; // NoFile: it could not be opened
+    bool Missing = false;     // there is no such file, which is told by itself first
+    std::string Sentence;     // the message that it ends in
+    std::string Reason;       // what was found: "line 7, '6.1': a radius without a value"; no full stop
+};
+
 // What a read of a scan hands back beside the row of the data set table that it fills.
 struct ScanReadResult {
     std::string Comment; // line 1 as it stands in the file
@@ -29,6 +38,7 @@ struct ScanReadResult {
     float Rpm{};
     float Temperature{}; // degrees Celsius
     bool Ok = false;
+    ReadFailure Failure; // of a read that is not Ok
 };
 
 // Reads the scan at path into a row (1..MaxSets) of the table: at most MaxPtsPerSet - 1 points. The range is
@@ -36,14 +46,24 @@ struct ScanReadResult {
 // set. Uses Work.ChosenPath and ChosenName for ScanDirectory, and the directory of path when the name does
 // not stand in the chosen path. Runs the wavelength comparison of the extinction ratios at the end.
 //
-// Failure is told to the user in a message and leaves Ok false. Header values and points of the row may then
-// be those of the new file in part; ScanPoints and FitRange stay as they were, and the arrays never get
-// shorter than ScanPoints. A file without a single point is a failure.
+// After a failure header values and points of the row may be those of the new file in part; ScanPoints and
+// FitRange stay as they were, and the arrays never get shorter than ScanPoints. A file without a single point
+// is a failure. Nothing is told.
+ScanReadResult TryReadScan(const std::string& path, long row);
+
+// The same, and tells a failure; a file that is not there is told by itself first.
 ScanReadResult ReadScan(const std::string& path, long row);
 
-// Reads the baseline scan of a row: speed and at most MaxPtsPerSet points. Failure is told to the user;
-// false then, and BaselinePoints stays as it was.
+// Reads the baseline scan of a row: speed and at most MaxPtsPerSet points. Kind None when it was read; after
+// a failure BaselinePoints stays as it was. Nothing is told.
+ReadFailure TryReadBaseline(const std::string& path, long row);
+
+// The same, and tells a failure: false then.
 bool ReadBaseline(const std::string& path, long row);
+
+// Tells a failure in a message: its sentence, and below it the name of the file with the reason. A missing
+// scan is told before that.
+void TellReadFailure(const std::string& path, const ReadFailure& failure);
 
 // The tokeniser of point lines. Finds the nearest of the separator characters in text at or behind position
 // (from 1; taken as 1 when below); gives the text before it and leaves position one past it. Without one:
@@ -54,15 +74,5 @@ std::string NextToken(long& position, std::string_view text, std::string_view se
 // Settles the type of data by the file name: characters 3 and 2 from its end in capitals, "IP", "RA", "FI";
 // any other name leaves the type as the reader set it.
 void SettleDataType(const std::string& fileName);
-
-// The comparison of wavelengths after a read into a row: ratios go to 1 where the wavelength is within 1 nm
-// of that of row 1 and for interference data, otherwise the form "ExtinctionForm" is shown for the row, which
-// Work.CurrentRow names (from 0, over both pages) for the time of the call. oldWavelength is what the row
-// held before in whole nm; a read into row 1 that moved it by more than 1 nm compares all other rows.
-void CompareWavelengths(long row, int oldWavelength);
-
-// What the extinction form shows first: where both ratios of a row are exactly 1, those of the last other row
-// whose wavelength (not 0) lies within 1 nm of the row's are taken over.
-void AdoptKnownRatios(long row);
 
 } // namespace Quillon

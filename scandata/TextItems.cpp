@@ -86,6 +86,14 @@ bool NoItemLeft(const TextItems& from) {
     return from.Text.find_first_not_of(" \r\n", from.Place) == std::string_view::npos;
 }
 
+TextLine LineAt(const TextItems& of, std::size_t place) {
+    TextItems from{of.Text};
+    TextLine line;
+    while (from.Place < of.Text.size() && from.Place <= place)
+        line = {line.Number + 1, ReadTextLine(from)};
+    return line;
+}
+
 std::string_view WithoutLeadingBlanks(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }

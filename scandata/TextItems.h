@@ -26,6 +26,15 @@ std::string_view ReadTextItem(TextItems& from);
 // True when no item is left. Empty and blank lines at the very end do not count as items.
 bool NoItemLeft(const TextItems& from);
 
+// A line as a message shows it: its number, from 1, and its text without its end.
+struct TextLine {
+    long Number = 0;
+    std::string_view Text;
+};
+
+// The line that a place of the text belongs to; a line end belongs to the line before it.
+TextLine LineAt(const TextItems& of, std::size_t place);
+
 // Without the blanks in front; tabs stay.
 std::string_view WithoutLeadingBlanks(std::string_view text);
 

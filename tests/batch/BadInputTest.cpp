@@ -140,19 +140,33 @@ TEST(BatchBadInput, UnreadableScan) {
 
 TEST(BatchBadInput, EmptyAndBinaryScans) {
     GoodJob job;
-    EXPECT_EQ(job.LineOfScan(""), ScanLine(job, Unreadable));
-    EXPECT_EQ(job.LineOfScan("comment\n"), ScanLine(job, Unreadable));
+    EXPECT_EQ(job.LineOfScan(""), ScanLine(job, Unreadable + ": the file is empty"));
+    EXPECT_EQ(job.LineOfScan("comment\n"),
+              ScanLine(job, Unreadable + ": the file ends before its parameter line"));
     std::string binary = "\x89PNG\r\n\x1a\n";
     for (int i = 0; i < 5000; ++i)
         binary += static_cast<char>(i * 37 + i / 251);
-    EXPECT_EQ(job.LineOfScan(binary), ScanLine(job, Unreadable));
-    EXPECT_EQ(job.LineOfScan(std::string(100000, '\0')), ScanLine(job, Unreadable));
+    const std::string line = job.LineOfScan(binary);
+    EXPECT_TRUE(line.starts_with(ScanLine(job, Unreadable + ": line "))) << line;
+    EXPECT_EQ(job.LineOfScan(std::string(100000, '\0')),
+              ScanLine(job, Unreadable + ": the file ends before its parameter line"));
 }
 
 TEST(BatchBadInput, ScanWithoutPoints) {
     GoodJob job;
-    const std::string line = job.LineOfScan("comment\nR 1 20.0 15000 0001000 1.0E10 280 10\n");
-    EXPECT_TRUE(line.starts_with(ScanLine(job, ""))) << line;
+    EXPECT_EQ(job.LineOfScan("comment\nR 1 20.0 15000 0001000 1.0E10 280 10\n"),
+              ScanLine(job, Unreadable + ": the file ends before its first point"));
+}
+
+TEST(BatchBadInput, ALineThatIsNoPointIsQuotedWithItsNumber) {
+    GoodJob job;
+    const std::string header = "comment\nR 1 20.0 15000 0001000 1.0E10 280 10\n";
+    EXPECT_EQ(job.LineOfScan(header + "6.7 0.5\n6.8\n"),
+              ScanLine(job, Unreadable + ": line 4, '6.8': a radius without a value"));
+    EXPECT_EQ(job.LineOfScan(header + "6,7 0,5\n"),
+              ScanLine(job, Unreadable +
+                                ": line 3, '6,7 0,5': a decimal comma; numbers in a scan have a decimal "
+                                "point"));
 }
 
 std::string ScanOf(const std::string& header, int points) {
@@ -165,10 +179,7 @@ std::string ScanOf(const std::string& header, int points) {
 TEST(BatchBadInput, ScanOfTooManyPoints) {
     GoodJob job;
     const std::string header = "R 1 20.0 15000 0001000 1.0E10 280 10";
-    EXPECT_EQ(job.LineOfScan(ScanOf(header, 2048)),
-              ScanLine(job,
-                       "There are too many data points. Exit program, increase the MaxPtsPerSet value in "
-                       "the Quillon.ini file, and then try again."));
+    EXPECT_EQ(job.LineOfScan(ScanOf(header, 2048)), ScanLine(job, "the scan holds more than 2047 points"));
     job.TheScript.MakeFile("set2.txt", ScanOf(header, 2047)); // the largest one is read
     EXPECT_NE(job.Run(job.Text).Status, 1);
 }
@@ -205,7 +216,7 @@ TEST(BatchBadInput, Baselines) {
     EXPECT_EQ(job.LineOf(one), "fit.job:3: [set 1] baseline: base.txt: File not found");
     job.TheScript.MakeFile("base.txt", "");
     EXPECT_EQ(job.LineOf(one), "fit.job:3: [set 1] baseline: base.txt: Error during baseline read, possible "
-                               "invalid data in file");
+                               "invalid data in file: the file is empty");
 }
 
 TEST(BatchBadInput, Parameters) {

@@ -3,6 +3,7 @@
 
 #include "commands/Commands.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormEvents.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

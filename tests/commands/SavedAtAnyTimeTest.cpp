@@ -12,6 +12,8 @@
 #include "models/UnitsForm.h"
 #include "persistence/Filelist.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormEvents.h"
+#include "scandata/FileFormScans.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -9,6 +9,8 @@
 #include "models/UnitsForm.h"
 #include "reporting/Results.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormEvents.h"
+#include "scandata/FileFormScans.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"

@@ -1,10 +1,15 @@
 // Reading a baseline scan: the same layout, fewer rules.
 #include "ScanFixture.h"
+#include "platform/Paths.h"
 
 namespace Quillon {
 namespace {
 
-struct BaselineReading : ScanTest {};
+struct BaselineReading : ScanTest {
+    void ExpectBaselineFailure(const std::string& reason, const std::string& file = "baseline.RA1") {
+        ExpectReadFailure(reason, file, BaselineReadError);
+    }
+};
 
 TEST_F(BaselineReading, SpeedAndPointsGoIntoTheRow) {
     ASSERT_TRUE(ReadAsBaseline(
@@ -51,7 +56,7 @@ TEST_F(BaselineReading, MorePointsThanTheScanAreAccepted) {
 TEST_F(BaselineReading, OnlyTheArrayLimitsTheCount) {
     ASSERT_TRUE(ReadAsBaseline(ScanText(ManyPoints(2048))));
     EXPECT_EQ(Work.BaselinePoints[1], 2048);
-    ExpectTold(BaselineReadError);
+    ExpectBaselineFailure("line 2051, '8.048000 2.049000': the baseline holds more than 2048 points");
     EXPECT_FALSE(ReadAsBaseline(ScanText(ManyPoints(2049))));
     EXPECT_EQ(Work.BaselinePoints[1], 2048);
 }
@@ -63,27 +68,37 @@ TEST_F(BaselineReading, TheLargestPointNumberEndsTheListSilently) {
 }
 
 TEST_F(BaselineReading, FailuresAreToldOnce) {
-    for (const std::string& text :
-         {std::string(), std::string("comment\r\n"), "comment\r\n" + GoodHeader, ScanText({"6.0"}),
-          ScanText({"6.0,0.1"}), ScanText({"6.0 0.1", "", "6.1 0.2"}), ScanText({"0 0"}),
-          ScanText({"0 0 -1"}), ScanText({"6.0 0.1"}, "R "), ScanText({"6.0 0.1"}, "R 1 20 1E39 60 ")}) {
-        ExpectTold(BaselineReadError);
+    const std::string ended = "a radius of 0 ends the list of points before the first one";
+    for (const auto& [text, reason] : std::vector<std::pair<std::string, std::string>>{
+             {"", "the file is empty"},
+             {"comment\r\n", "the file ends before its parameter line"},
+             {"comment\r\n" + GoodHeader, "the file ends before its first point"},
+             {ScanText({"6.0"}), "line 3, '6.0': a radius without a value"},
+             {ScanText({"6.0,0.1"}),
+              "line 3, '6.0,0.1': a comma between the numbers of a point; they are parted by blanks"},
+             {ScanText({"6.0 0.1", "", "6.1 0.2"}), "line 4, '': an empty line within the list of points"},
+             {ScanText({"0 0"}), "line 3, '0 0': " + ended},
+             {ScanText({"0 0 -1"}), "line 3, '0 0 -1': " + ended},
+             {ScanText({"6.0 0.1"}, "R "), "line 2, 'R ': the parameter line is shorter than type and cell"},
+             {ScanText({"6.0 0.1"}, "R 1 20 1E39 60 "),
+              "line 2, 'R 1 20 1E39 60 ': a number that is too large for its field"}}) {
+        ExpectBaselineFailure(reason);
         EXPECT_FALSE(ReadAsBaseline(text)) << text;
         EXPECT_EQ(Work.BaselinePoints[1], 0);
     }
 }
 
 TEST_F(BaselineReading, AMissingFileIsToldOnce) {
-    ExpectTold(BaselineReadError);
+    ExpectBaselineFailure("File not found", "none.RA1");
     EXPECT_FALSE(ReadBaseline(script.Directory() + "/none.RA1", 1));
-    ExpectTold(BaselineReadError);
+    ExpectBaselineFailure("Path/File access error", FileTitle(script.Directory()));
     EXPECT_FALSE(ReadBaseline(script.Directory(), 1));
 }
 
 TEST_F(BaselineReading, AFailureKeepsTheFormerPointsInReach) {
     ASSERT_TRUE(ReadAsBaseline(ScanText(ManyPoints(20))));
     Work.BaselineShifted[1] = FlagTrue;
-    ExpectTold(BaselineReadError);
+    ExpectBaselineFailure("line 4, '6.1': a radius without a value");
     EXPECT_FALSE(ReadAsBaseline(ScanText({"6.0 0.1", "6.1"})));
     EXPECT_EQ(Work.BaselinePoints[1], 20);
     EXPECT_EQ(Work.BaselineRadius[1].Hi(), 20);

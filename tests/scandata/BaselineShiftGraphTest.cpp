@@ -59,11 +59,12 @@ TEST_F(ShiftGraphTest, TellsCalculatedAndPresentShift) {
 TEST_F(ShiftGraphTest, AFailingKeyEndsItAndTurnsTheShiftOff) {
     Work.BaselineShift[1] = 0.004F;
     script.ExpectModal("Charts", [] {
-        Work.FitRange[1][1] = 6; // a point that the graph does not have
+        Work.FitRange[1][1] = 6; // a point that the scan does not have
         ChartKey(RightArrow, 0);
         EXPECT_FALSE(Charts.Shown);
     });
-    ExpectTold("Error during baseline shift routine, turning off shift.");
+    ExpectTold("Error during baseline shift routine, turning off shift.\n\nSet 1: its range lies outside the "
+               "scan");
     AdjustBaselineShift(1);
     EXPECT_EQ(Work.BaselineShifted[1], FlagFalse);
     EXPECT_EQ(Work.BaselineShift[1], 0.0F);

@@ -1,4 +1,5 @@
 // The baseline at a radius, and its shift.
+#include "scandata/BaselineAt.h"
 #include "scandata/BaselineShift.h"
 #include "scandata/FitData.h"
 

@@ -1,4 +1,6 @@
 // The comparison of wavelengths after a read.
+#include "scandata/ExtinctionRatios.h"
+
 #include "ScanFixture.h"
 
 namespace Quillon {

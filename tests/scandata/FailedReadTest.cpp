@@ -1,6 +1,7 @@
 // Files that cannot be read into a line of the table: the line goes on with what it held.
 #include "ScanFixture.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormScans.h"
 
 namespace Quillon {
 namespace {
@@ -20,7 +21,7 @@ struct FailedRead : ScanTest {
 
 TEST_F(FailedRead, OfAScanLeavesTheFormerScan) {
     const std::string broken = ScanText({"7.0 0.9", "7.1"}, "P 1 4.0 20000 60 1E9 675 10", "something else");
-    ExpectTold(FileReadError);
+    ExpectReadFailure("line 4, '7.1': a radius without a value", "00002.IP1");
     FileFormReadFiles({script.MakeFile("00002.IP1", broken)});
     EXPECT_EQ(FileForm.NameBox[0].Text, "00001.RA1");
     EXPECT_EQ(Work.ScanFile[1], "00001.RA1");
@@ -38,7 +39,7 @@ TEST_F(FailedRead, OfABaselineLeavesTheFormerBaseline) {
     FileFormSubtractBlankButton();
     ASSERT_EQ(Work.BaselineFile[1], "00009.RA1");
     ExpectBaseline("00010.RA1", ScanText({"7.0 0.9", "7.1"}, "R 1 20.0 3000 60 1E9 280 10"));
-    ExpectTold(BaselineReadError);
+    ExpectReadFailure("line 4, '7.1': a radius without a value", "00010.RA1", BaselineReadError);
     FileFormSubtractBlankButton();
     EXPECT_EQ(FileForm.BlankFile[0].Text, "00009.RA1");
     EXPECT_EQ(Work.BaselineFile[1], "00009.RA1");

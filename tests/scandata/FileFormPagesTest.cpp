@@ -2,6 +2,8 @@
 #include "scandata/FileForm.h"
 
 #include "ScanFixture.h"
+#include "scandata/FileFormEvents.h"
+#include "scandata/FileFormScans.h"
 
 namespace Quillon {
 namespace {

@@ -6,6 +6,8 @@
 #include "chart/Charts.h"
 #include "scandata/BaselineShiftGraph.h"
 #include "scandata/ExtinctionForm.h"
+#include "scandata/FileFormEvents.h"
+#include "scandata/FileFormScans.h"
 #include "scandata/InfoBox.h"
 #include "scandata/SaveScans.h"
 #include "tests/support/RecordingSurface.h"
@@ -130,7 +132,7 @@ TEST_F(TableTest, ACancelledFileDialogChangesNothing) {
 TEST_F(TableTest, AFailedReadLeavesLineAndScan) {
     ReadHere();
     const Workspace before = Work;
-    Warn(FileReadError);
+    ExpectReadFailure("line 4, '6.0': a radius without a value", "bad.RA1");
     FileFormReadFiles(
         {script.MakeFile("bad.RA1", "Sample\r\nR 1 20.0 9000 1 1 280 1\r\n5.9 0.1\r\n6.0\r\n")});
     EXPECT_EQ(Work, before);
@@ -562,7 +564,7 @@ TEST_F(TableTest, FailingShiftGraphTurnsTheShiftOff) {
     Work.BaselineShift[1] = 0.004F;
     Work.BaselineShifted[1] = FlagTrue;
     script.ExpectModal("Charts", [] { RaiseError(ErrorText::Overflow); });
-    Warn("Error during baseline shift routine, turning off shift.");
+    Warn("Error during baseline shift routine, turning off shift.\n\nOverflow");
     AdjustBaselineShift(1);
     EXPECT_EQ(Work.BaselineShifted[1], FlagFalse);
     EXPECT_EQ(Work.BaselineShift[1], 0.0F);

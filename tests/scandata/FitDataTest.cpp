@@ -296,10 +296,14 @@ TEST_F(FitDataTest, SixteenBitsCountThePoints) {
     EXPECT_EQ(Work.NumPts, 32767);
     const Workspace before = Work;
     Load(17, Floats(radii.begin(), radii.begin() + 16), Floats(16, 0.5F));
-    EXPECT_EQ(ErrorOfBuild(), "Overflow");
+    EXPECT_EQ(ErrorOfBuild(),
+              "The sets have 32768 points together, and a fit takes at most 32767: narrow their "
+              "ranges or leave sets out");
     Load(17, radii, Floats(2047, 0.5F));
     Load(18, radii, Floats(2047, 0.5F));
-    EXPECT_EQ(ErrorOfBuild(), "Overflow");
+    EXPECT_EQ(ErrorOfBuild(),
+              "The sets have 36846 points together, and a fit takes at most 32767: narrow their "
+              "ranges or leave sets out");
     EXPECT_EQ(Work.NumPts, before.NumPts);
     EXPECT_EQ(Work.NumSets, before.NumSets);
     EXPECT_TRUE(Work.PtX == before.PtX);
@@ -317,7 +321,8 @@ TEST_F(FitDataTest, AFailedBuildKeepsTheFormerFitAndAsksForTheTable) {
     Work.ScanTemperature[3] = 0.0F;
     Workspace expected = Work;
     expected.DataChosen = 0;
-    EXPECT_EQ(ErrorOfBuild(), "Division by zero");
+    EXPECT_EQ(ErrorOfBuild(),
+              "Set 3 (3.RA1): the header holds a temperature of 0, which cannot be related to other sets");
     EXPECT_TRUE(Work == expected);
     Work.ScanTemperature[3] = 20.0F;
     EXPECT_EQ(ErrorOfBuild(), "no error");
@@ -330,13 +335,14 @@ TEST_F(FitDataTest, SetsWithoutSpeedTemperatureOrPathCannotBeCompared) {
             LoadThree(1);
             LoadThree(2);
             (Work.*member)[row] = 0.0F;
-            EXPECT_EQ(ErrorOfBuild(), "Division by zero");
+            EXPECT_TRUE(ErrorOfBuild().starts_with("Set " + std::to_string(row) + " (" + std::to_string(row) +
+                                                   ".RA1): the header holds "));
         }
     }
     LoadThree(1);
     LoadThree(2);
     Work.CellPath[1] = 0.0F;
-    EXPECT_EQ(ErrorOfBuild(), "Division by zero");
+    EXPECT_EQ(ErrorOfBuild(), "Set 1 (1.RA1): its optical path is 0");
 }
 
 TEST_F(FitDataTest, AloneASetNeedsNoTemperature) {
@@ -352,7 +358,8 @@ TEST_F(FitDataTest, ARangeOutsideTheScanIsAnError) {
          std::vector<std::pair<int, int>>{{0, 2}, {1, 4}, {3, 2}, {2, 0}, {0, 0}, {-1, 2}, {4, 4}}) {
         Work.FitRange[0][1] = ToInt16(first);
         Work.FitRange[1][1] = ToInt16(last);
-        EXPECT_EQ(ErrorOfBuild(), "Subscript out of range") << first << " to " << last;
+        EXPECT_EQ(ErrorOfBuild(), "Set 1 (1.RA1): its range, points " + std::to_string(first) + " to " +
+                                      std::to_string(last) + ", lies outside the scan, which has 3");
     }
 }
 
@@ -361,7 +368,18 @@ TEST_F(FitDataTest, AToleranceOfZeroIsAnError) {
     Work.ConcConstraintA[1] = 0.5F;
     Work.ConcToleranceA[1] = 0.0F;
     Work.ConstraintFlags = ConcentrationBit;
-    EXPECT_EQ(ErrorOfBuild(), "Division by zero");
+    EXPECT_EQ(ErrorOfBuild(), "Set 1 (1.RA1): its loading is constrained with a tolerance of 0");
+}
+
+TEST_F(FitDataTest, ASpeedThatCannotBeRelatedIsNamed) {
+    LoadThree(1);
+    LoadThree(2);
+    Work.ScanFile[2] = "00012.RA1";
+    Work.ScanRPM[1] = 10000.0F;
+    Work.ScanRPM[2] = 1e38F;
+    EXPECT_EQ(ErrorOfBuild(),
+              "Set 2 (00012.RA1): a rotor speed of 1E+38 rpm cannot be related to the 10000 rpm "
+              "of the first set");
 }
 
 TEST_F(FitDataTest, NoIncludedRowLeavesAnEmptyFit) {

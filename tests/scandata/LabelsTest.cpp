@@ -1,5 +1,5 @@
 // The common directory of the labels.
-#include "scandata/FitData.h"
+#include "scandata/Labels.h"
 
 #include <gtest/gtest.h>
 

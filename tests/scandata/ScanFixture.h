@@ -44,6 +44,12 @@ struct ScanTest : testing::Test {
                              BoxAnswer::Ok);
     }
 
+    // A read that ends in a sentence with the reason for it, told of the file named.
+    void ExpectReadFailure(const std::string& reason, const std::string& file = "00001.RA1",
+                           const std::string& sentence = FileReadError) {
+        ExpectTold(sentence + "\n\n" + file + ": " + reason);
+    }
+
     // Reads a text as the scan of a row, as if its file had been chosen in the dialog.
     ScanReadResult Read(const std::string& text, long row = 1, const std::string& name = "00001.RA1") {
         const std::string path = script.MakeFile(name, text);

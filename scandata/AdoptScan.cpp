@@ -1,0 +1,57 @@
+// A read that fails leaves part of the new file in the arrays. The row still names the old one, so the arrays
+// go back to it: otherwise the next fit would run on a mixture of both.
+#include "scandata/AdoptScan.h"
+
+#include "platform/Paths.h"
+#include "scandata/DataSetTable.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+void NameScan(const std::string& path, long row) {
+    Work.ScanDirectory[row] = DirectoryOf(path);
+    Work.ScanFile[row] = FileTitle(path);
+    Work.BaselineFile[row] = NoBaseline;
+    Work.IncludeSet[row] = 1;
+    Work.HighestSet = std::max(Work.HighestSet, ToInt16(row));
+}
+
+} // namespace
+
+ScanReadResult AdoptScan(const std::string& path, long row) {
+    Workspace before = Work;
+    Work.ChosenPath = path;
+    Work.ChosenName = FileTitle(path);
+    ScanReadResult result = TryReadScan(path, row);
+    if (!result.Ok) {
+        Work = std::move(before);
+        return result;
+    }
+    NameScan(path, row);
+    SettleDataType(Work.ScanFile[row]);
+    float inner{};
+    float outer{};
+    SetCenterpiece(row, Work.CellType, inner, outer);
+    SetChannel(row, 0);
+    return result;
+}
+
+ReadFailure AdoptBaseline(const std::string& path, long row) {
+    Workspace before = Work;
+    Work.ChosenPath = path;
+    ReadFailure failure = TryReadBaseline(path, row);
+    if (failure.Kind != ReadFailure::Kinds::None) {
+        Work = std::move(before);
+        return failure;
+    }
+    Work.BaselineFile[row] = FileTitle(path);
+    Work.BaselineDirectory[row] = DirectoryOf(path);
+    Work.SetChanged[row] = FlagTrue;
+    return failure;
+}
+
+} // namespace Quillon
