@@ -46,7 +46,7 @@ void CheckRadii(const Job& job, const JobSet& set, const std::string& path) {
 
 void ReadSetScan(const Job& job, const JobSet& set) {
     const std::string path = JobFilePath(job, set.File);
-    RequireRead(job, set, "file", path, AdoptScan(path, set.Number).Failure);
+    RequireRead(job, set, "file", path, AdoptScan(path, RowNo(set.Number)).Failure);
     CheckHeader(job, set, path);
     CheckRadii(job, set, path);
 }
@@ -63,7 +63,7 @@ std::string CentimetreRange(float inner, float outer) {
 }
 
 void ChooseChannel(const Job& job, const JobSet& set) {
-    const long row = set.Number;
+    const RowNo row(set.Number);
     Work.CenterpieceType[row] = set.Samples ? set.Samples : Work.CellType;
     if (SetChannel(row, set.Channel) || set.Channel == 0) return;
     float inner = 0.0F;
@@ -75,7 +75,7 @@ void ChooseChannel(const Job& job, const JobSet& set) {
 
 void ChooseRange(const Job& job, const JobSet& set) {
     if (!set.Inner && !set.Outer) return;
-    const long row = set.Number;
+    const RowNo row(set.Number);
     const float inner = set.Inner.value_or(Work.ScanRadius[row][Work.FitRange[0][row]]);
     const float outer = set.Outer.value_or(Work.ScanRadius[row][Work.FitRange[1][row]]);
     if (!SetRadialRange(row, inner, outer))
@@ -85,7 +85,7 @@ void ChooseRange(const Job& job, const JobSet& set) {
 
 void ReadSetBaseline(const Job& job, const JobSet& set) {
     if (set.Baseline.empty()) return;
-    const long row = set.Number;
+    const RowNo row(set.Number);
     const std::string path = JobFilePath(job, set.Baseline);
     RequireRead(job, set, "baseline", path, AdoptBaseline(path, row));
     if (set.BaselineShift) SetBaselineShift(row, *set.BaselineShift);
@@ -93,7 +93,7 @@ void ReadSetBaseline(const Job& job, const JobSet& set) {
 
 // Ratios that the job does not name are 1, which is rarely true at another wavelength.
 void SetRatios(const Job& job, const JobSet& set) {
-    const long row = set.Number;
+    const RowNo row(set.Number);
     for (std::size_t species = 0; species < 2; ++species)
         Work.ExtinctionRatio[species][row] = set.ExtinctionRatio[species].value_or(1.0F);
     const float here = Work.ScanWavelength[row];
@@ -105,7 +105,7 @@ void SetRatios(const Job& job, const JobSet& set) {
 }
 
 void SetConstraints(const JobSet& set) {
-    const long row = set.Number;
+    const RowNo row(set.Number);
     Work.ConcConstraintA[row] = set.Loading[0];
     Work.ConcConstraintB[row] = set.Loading[1];
     Work.ConcToleranceA[row] = set.Tolerance[0] / 100.0F;

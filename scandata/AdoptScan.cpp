@@ -12,17 +12,17 @@ namespace Quillon {
 
 namespace {
 
-void NameScan(const std::string& path, long row) {
+void NameScan(const std::string& path, RowNo row) {
     Work.ScanDirectory[row] = DirectoryOf(path);
     Work.ScanFile[row] = FileTitle(path);
     Work.BaselineFile[row] = NoBaseline;
     Work.IncludeSet[row] = 1;
-    Work.HighestSet = std::max(Work.HighestSet, ToInt16(row));
+    Work.HighestSet = std::max(Work.HighestSet, ToInt16(row.Number));
 }
 
 } // namespace
 
-ScanReadResult AdoptScan(const std::string& path, long row) {
+ScanReadResult AdoptScan(const std::string& path, RowNo row) {
     Workspace before = Work;
     Work.ChosenPath = path;
     Work.ChosenName = FileTitle(path);
@@ -40,7 +40,7 @@ ScanReadResult AdoptScan(const std::string& path, long row) {
     return result;
 }
 
-ReadFailure AdoptBaseline(const std::string& path, long row) {
+ReadFailure AdoptBaseline(const std::string& path, RowNo row) {
     Workspace before = Work;
     Work.ChosenPath = path;
     ReadFailure failure = TryReadBaseline(path, row);

@@ -11,10 +11,10 @@ namespace Quillon {
 // fit, file and directory named, no baseline, the centerpiece of Work.CellType, no channel, the whole scan as
 // the range, the type of data settled by the name, HighestSet raised. Work.ChosenPath and ChosenName are
 // those of the file. A failure is handed back untold and leaves the whole workspace as it was.
-ScanReadResult AdoptScan(const std::string& path, long row);
+ScanReadResult AdoptScan(const std::string& path, RowNo row);
 
 // Reads the baseline at path for a row and names it there; the row's data count as changed. A failure as
 // above.
-ReadFailure AdoptBaseline(const std::string& path, long row);
+ReadFailure AdoptBaseline(const std::string& path, RowNo row);
 
 } // namespace Quillon

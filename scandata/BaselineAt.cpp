@@ -11,21 +11,21 @@ namespace {
 
 // Where the latest call ended: the calls come in rising radius, so that the next one goes on from there.
 struct BaselinePlace {
-    long Row = 0;
+    RowNo Row;
     long Point = 1; // the first point at or above Radius, or one behind the last
     float Radius = 0.0F;
 };
 BaselinePlace Latest;
 
 // The points before the remembered one all lie below radius.
-bool PlaceHolds(float radius, long row, const float* radii, long points) {
+bool PlaceHolds(float radius, RowNo row, const float* radii, long points) {
     return Latest.Row == row && radius >= Latest.Radius && Latest.Point <= points + 1 &&
            (Latest.Point == 1 || radii[Latest.Point - 2] < radius);
 }
 
 } // namespace
 
-float BaselineAt(float radius, long row) {
+float BaselineAt(float radius, RowNo row) {
     const long points = std::min<long>(
         {Work.BaselinePoints[row], Work.BaselineRadius[row].Hi(), Work.BaselineValue[row].Hi()});
     if (points < 1) return 0.0F;

@@ -8,7 +8,7 @@
 
 namespace Quillon {
 
-float CalculatedShift(long row) {
+float CalculatedShift(RowNo row) {
     const double scan = Work.ScanRPM[row];
     const double baseline = Work.BaselineRPM[row];
     const auto stretch = static_cast<float>((scan * scan - baseline * baseline) * Work.RotorExpansion);
@@ -19,13 +19,13 @@ float CalculatedShift(long row) {
     return std::floor(stretch * 1000.0F) / 1000.0F;
 }
 
-float StartingShift(long row) {
+float StartingShift(RowNo row) {
     if (Work.ScanRPM[row] != Work.BaselineRPM[row] && Work.BaselineShift[row] == 0.0F)
         Work.BaselineShift[row] = CalculatedShift(row);
     return Work.BaselineShift[row];
 }
 
-void SetBaselineShift(long row, float shift) {
+void SetBaselineShift(RowNo row, float shift) {
     Work.BaselineShift[row] = shift;
     Work.BaselineShifted[row] = FlagTrue;
 }

@@ -18,7 +18,7 @@ constexpr int RightArrow = 39;
 constexpr int CtrlDown = 2;
 
 struct Adjustment {
-    long Row;
+    RowNo Row;
     float Calculated, Present;
     std::string Failure; // of a key; empty when all went well
 };
@@ -28,7 +28,7 @@ std::string TitleOf(const Adjustment& a, bool begins) {
            " cm; present value = " + FormatNumber(static_cast<double>(a.Present), ".000");
 }
 
-long FittedPoints(long row) {
+long FittedPoints(RowNo row) {
     const long first = Work.FitRange[0][row];
     const long last = Work.FitRange[1][row];
     if (first < 1 || last < first || last > Work.ScanRadius[row].Hi())
@@ -115,7 +115,7 @@ const char* ShiftInstruction(bool begins) {
                     "shift = ";
 }
 
-void AdjustBaselineShift(long row) {
+void AdjustBaselineShift(RowNo row) {
     try {
         Adjustment a{row, CalculatedShift(row), StartingShift(row), ""};
         Draw(a);

@@ -2,7 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ bool Stops(float value, float target, int mode) {
     return mode > 0 ? value >= target : mode < 0 ? value <= target : value == target;
 }
 
-void RadiiOf(long row, long code, long channel, float& inner, float& outer) {
+void RadiiOf(RowNo row, long code, long channel, float& inner, float& outer) {
     if (code < LongColumn || code > ShortColumn)
         RaiseError(RowName(row) + ": its centerpiece has no channels");
     if (channel < 1 || channel > 4) RaiseError(RowName(row) + ": its channel is none of A to D");
@@ -40,9 +40,9 @@ bool Ask(const std::string& question) {
 
 } // namespace
 
-std::string RowName(long row) {
+std::string RowName(RowNo row) {
     const std::string& file = Work.ScanFile[row];
-    return "Set " + std::to_string(row) + (file.empty() ? "" : " (" + file + ")");
+    return "Set " + std::to_string(row.Number) + (file.empty() ? "" : " (" + file + ")");
 }
 
 void SearchArray(const OneBased<float>& values, long first, long last, float target, long& result,
@@ -56,11 +56,11 @@ void SearchArray(const OneBased<float>& values, long first, long last, float tar
         }
 }
 
-void ChannelRadiiOf(long row, int channel, float& inner, float& outer) {
+void ChannelRadiiOf(RowNo row, int channel, float& inner, float& outer) {
     RadiiOf(row, Work.CenterpieceType[row], channel, inner, outer);
 }
 
-bool SetChannelRange(long row, float& inner, float& outer, int channel) {
+bool SetChannelRange(RowNo row, float& inner, float& outer, int channel) {
     const OneBased<float>& radii = Work.ScanRadius[row];
     const long points = Work.ScanPoints[row];
     if (points < 1) return false;
@@ -86,7 +86,7 @@ bool SetChannelRange(long row, float& inner, float& outer, int channel) {
     return found;
 }
 
-bool SetChannel(long row, int channel) {
+bool SetChannel(RowNo row, int channel) {
     float inner = 0.0F;
     float outer = 0.0F;
     if (channel > 0) {
@@ -105,8 +105,8 @@ bool SetChannel(long row, int channel) {
     return found;
 }
 
-bool SetCenterpiece(long row, int code, float& inner, float& outer) {
-    const int channel = Work.DataChannel[(row - 1) % RowsOnPage + 1];
+bool SetCenterpiece(RowNo row, int code, float& inner, float& outer) {
+    const int channel = Work.DataChannel[(row.Number - 1) % RowsOnPage + 1];
     const bool ranged = (code == LongColumn || code == ShortColumn) && channel != 0;
     if (ranged) {
         RadiiOf(row, code, channel, inner, outer);
@@ -116,7 +116,7 @@ bool SetCenterpiece(long row, int code, float& inner, float& outer) {
     return ranged;
 }
 
-bool SetRadialRange(long row, float inner, float outer) {
+bool SetRadialRange(RowNo row, float inner, float outer) {
     const OneBased<float>& radii = Work.ScanRadius[row];
     long first = -1;
     long last = -1;
@@ -128,16 +128,16 @@ bool SetRadialRange(long row, float inner, float outer) {
     return true;
 }
 
-void ForgetSetParms(long row) {
+void ForgetSetParms(RowNo row) {
     for (long j = 1; j <= 3; ++j)
-        Work.SetParmMemory(j, row) = 0.0F;
+        Work.SetParmMemory(j, row.Number) = 0.0F;
 }
 
-void RemoveSetConstraints(long row) {
+void RemoveSetConstraints(RowNo row) {
     if (Work.OffsetLink[row] == 0) {
-        for (long i = 1; i <= Work.MaxSets; ++i)
-            if (Work.OffsetLink[i] == row &&
-                Ask("The baseline for file #" + std::to_string(i) +
+        for (const RowNo i : EachRow())
+            if (Work.OffsetLink[i] == row.Number &&
+                Ask("The baseline for file #" + std::to_string(i.Number) +
                     " previously was constrained to match that of this one.  Do you want this constraint "
                     "removed?"))
                 Work.OffsetLink[i] = 0;

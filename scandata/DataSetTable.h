@@ -4,14 +4,14 @@
 // Rows count from 1 over both pages. A channel is 0 for none, 1..4 for A..D. The centerpiece code is 1 for
 // one sample, 3 for a long column cell with three samples, 4 for a short column cell with four.
 
-#include "platform/Arrays.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 
 namespace Quillon {
 
 // How messages name a row: "Set 3 (00012.RA1)", by the number that the table shows.
-std::string RowName(long row);
+std::string RowName(RowNo row);
 
 // Linear search in values(first..last). Reverse runs from last to first. Mode 1 stops at an element at or
 // above target, -1 at or below it, 0 at an equal one. result is the subscript; a miss gives -1 in the modes
@@ -22,7 +22,7 @@ void SearchArray(const OneBased<float>& values, long first, long last, float tar
 // The radii of a channel (1..4) of a row with a multi-sample centerpiece, at the row's rotor speed; cm. The
 // cell moves outward by RotorExpansion cm per rpm squared. A row whose centerpiece has no channels, a channel
 // outside 1..4 and a speed at which the cell has no place are run-time errors in words.
-void ChannelRadiiOf(long row, int channel, float& inner, float& outer);
+void ChannelRadiiOf(RowNo row, int channel, float& inner, float& outer);
 
 // Narrows the fit range of a row to the points between two radii, which come back as those of the points
 // chosen. With channel above 0 the range starts one point inside the first point at or above the inner
@@ -32,27 +32,27 @@ void ChannelRadiiOf(long row, int channel, float& inner, float& outer);
 // False when the scan has no point between the two radii; where no point lies at or above the inner radius
 // and at or before the last one chosen, the range is then the whole scan. A range never holds less than one
 // point. On an empty row nothing happens.
-bool SetChannelRange(long row, float& inner, float& outer, int channel);
+bool SetChannelRange(RowNo row, float& inner, float& outer, int channel);
 
 // Gives a row a channel (0 for none, which takes the whole scan) and the range that goes with it; forgets
 // the row's fitted parameters. The result is that of SetChannelRange. Errors are those of ChannelRadiiOf, and
 // the row is then unchanged.
-bool SetChannel(long row, int channel);
+bool SetChannel(RowNo row, int channel);
 
 // Gives a row a centerpiece code (1, 3, 4; others are stored too). With 3 and 4 the range is set afresh when
 // a channel is chosen, and that channel is the one of the same line on page 1, on both pages. True when a
 // channel's range was set; inner and outer are then its radii.
-bool SetCenterpiece(long row, int code, float& inner, float& outer);
+bool SetCenterpiece(RowNo row, int code, float& inner, float& outer);
 
 // Chooses the points from the first at or above inner to the last at or below outer. False, and nothing
 // changed, when no point lies between them.
-bool SetRadialRange(long row, float inner, float outer);
+bool SetRadialRange(RowNo row, float inner, float outer);
 
 // Forgets the last fitted parameters of a row: its scan or its channel is another now.
-void ForgetSetParms(long row);
+void ForgetSetParms(RowNo row);
 
 // Asks, after a row's scan or baseline was replaced, whether the constraints that rested on it go: ties of
 // zero offsets from or to the row, and its concentration constraints.
-void RemoveSetConstraints(long row);
+void RemoveSetConstraints(RowNo row);
 
 } // namespace Quillon

@@ -11,12 +11,12 @@ ExtinctionFormRecord ExtinctionForm;
 
 namespace {
 
-long SetInHand() {
-    return Work.CurrentRow + 1;
+RowNo RowInHand() {
+    return RowNo(Work.CurrentRow + 1);
 }
 
 std::string RatioText(std::size_t species) {
-    return FormatNumber(static_cast<double>(Work.ExtinctionRatio[species][SetInHand()]), "##0.0000");
+    return FormatNumber(static_cast<double>(Work.ExtinctionRatio[species][RowInHand()]), "##0.0000");
 }
 void ShowRatio(std::size_t species) {
     ExtinctionForm.ExtinctionInput[species].Text = RatioText(species);
@@ -27,12 +27,12 @@ void ShowRatio(std::size_t species) {
 void LoadExtinctionForm() {
     ExtinctionForm = ExtinctionFormRecord{};
     ExtinctionForm.State.Caption = "Input Relative Extinction Coefficients";
-    ExtinctionForm.Label2.Text = "Relative extinction at " + SingleText(Work.ScanWavelength[SetInHand()]) +
+    ExtinctionForm.Label2.Text = "Relative extinction at " + SingleText(Work.ScanWavelength[RowInHand()]) +
                                  " nm to that at " + SingleText(Work.ScanWavelength[1]) + " nm";
     ExtinctionForm.Head[0].Text = "Species A";
     ExtinctionForm.Head[1].Text = "Species B (if present)";
     ExtinctionForm.OkButton.Text = "OK";
-    AdoptKnownRatios(SetInHand());
+    AdoptKnownRatios(RowInHand());
     ShowRatio(0);
     ShowRatio(1);
     ExtinctionForm.State.FocusOn = &ExtinctionForm.ExtinctionInput[0];
@@ -58,10 +58,10 @@ int ExtinctionKeyPress(std::size_t species, int key) {
 void ExtinctionLostFocus(std::size_t species) {
     Control& field = ExtinctionForm.ExtinctionInput[species];
     NumLostFocus(field);
-    float& ratio = Work.ExtinctionRatio[species][SetInHand()];
+    float& ratio = Work.ExtinctionRatio[species][RowInHand()];
     if (field.Text != RatioText(species)) { // else it keeps the digits that the picture does not show
         ratio = NumValue(field.Text);
-        Work.SetChanged[SetInHand()] = FlagTrue;
+        Work.SetChanged[RowInHand()] = FlagTrue;
     }
     ShowRatio(species);
     if (ratio > 0.0F) return;
@@ -75,7 +75,7 @@ void ExtinctionOkButton() {
     for (const std::size_t species : {std::size_t{0}, std::size_t{1}}) {
         Control& field = ExtinctionForm.ExtinctionInput[species];
         if (field.Text != RatioText(species)) ExtinctionLostFocus(species); // it still has the focus
-        if (Work.ExtinctionRatio[species][SetInHand()] > 0.0F) continue;
+        if (Work.ExtinctionRatio[species][RowInHand()] > 0.0F) continue;
         ExtinctionForm.State.FocusOn = &field; // told when the field was left
         return;
     }

@@ -107,7 +107,7 @@ void ClearRows() {
             (*column)[i].Text.clear();
         FileForm.ShiftBase[i].Value = 0;
         LockRow(i);
-        FileForm.SetBox[i].Text = std::to_string(RowOfLine(static_cast<int>(i)));
+        FileForm.SetBox[i].Text = std::to_string(RowOfLine(static_cast<int>(i)).Number);
     }
     FileForm.BlankFile[0].Text = NoBaseline;
     UnlockRow(0);
@@ -118,7 +118,7 @@ const char* CenterpieceText(int code) {
 }
 
 void FillLine(int line) {
-    const long row = RowOfLine(line);
+    const RowNo row = RowOfLine(line);
     const std::size_t i = At(line);
     FileForm.NameBox[i].Text = Work.ScanFile[row];
     if (Work.ScanFile[row].empty()) return;
@@ -132,20 +132,20 @@ void FillLine(int line) {
     RevealRow(line);
     FileForm.ShiftBase[i].Visible = Work.BaselineFile[row] != NoBaseline;
     FileForm.ShiftBase[i].Value = Work.BaselineShifted[row] != 0 ? 1 : 0;
-    ShowRowValues(row - 1);
+    ShowRowValues(row);
 }
 
 } // namespace
 
-long RowOfLine(int line) {
-    return line + 1 + 9L * Work.CurrentPage;
+RowNo RowOfLine(int line) {
+    return RowNo(line + 1 + FileFormLines * Work.CurrentPage);
 }
 
 std::string ChannelText(int channel) {
     return channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
 }
 
-std::string PathText(long row) {
+std::string PathText(RowNo row) {
     return SingleText(10.0F * Work.CellPath[row]);
 }
 
@@ -175,9 +175,8 @@ void ShowCenterpiece(int line) {
     if (code == 1) FileForm.ChannelBox[At(line)].Text.clear();
 }
 
-void ShowRowValues(long rowIndex) {
-    const auto i = static_cast<std::size_t>(rowIndex % 9);
-    const long row = rowIndex + 1;
+void ShowRowValues(RowNo row) {
+    const auto i = static_cast<std::size_t>((row.Number - 1) % FileFormLines);
     const auto radius = [&](std::size_t end) {
         const long p = Work.FitRange[end][row];
         if (p < 1 || p > Work.ScanRadius[row].Hi()) return std::string();

@@ -6,6 +6,7 @@
 // What the user does in it: scandata/FileFormEvents.h, and with files scandata/FileFormScans.h.
 
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <array>
 #include <cstdint>
@@ -38,15 +39,15 @@ void OpenFileForm();
 void StartFileForm();
 
 // --- showing -------------------------------------------------------------------------------------------
-void LoadFileForm();               // page 1 from the workspace
-void FillPage();                   // the lines of Work.CurrentPage
-void ShowRowValues(long rowIndex); // radii and speed of row rowIndex + 1
+void LoadFileForm();           // page 1 from the workspace
+void FillPage();               // the lines of Work.CurrentPage
+void ShowRowValues(RowNo row); // radii and speed
 void RevealRow(int line);
 void ShowCenterpiece(int line); // its type, and a channel where it has any
 void UnlockRow(int line);
-long RowOfLine(int line);
+RowNo RowOfLine(int line);
 std::string ChannelText(int channel); // "" for none, "A" to "D"
-std::string PathText(long row);       // optical path in mm
+std::string PathText(RowNo row);      // optical path in mm
 
 // The filter of the file dialogs for scans.
 extern const char* const ScanFilter;

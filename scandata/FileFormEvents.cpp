@@ -59,7 +59,7 @@ void StepChannelFrom(int line, const char* caption) {
 
 void StoreIncludes() {
     for (int line = 0; line < FileFormLines; ++line) {
-        const long row = RowOfLine(line);
+        const RowNo row = RowOfLine(line);
         Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[At(line)].Value;
     }
 }
@@ -80,7 +80,7 @@ void MakeCurrent(int line) {
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];
 }
 
-std::array<float, 2> RatiosOf(long row) {
+std::array<float, 2> RatiosOf(RowNo row) {
     return {Work.ExtinctionRatio[0][row], Work.ExtinctionRatio[1][row]};
 }
 
@@ -109,7 +109,7 @@ void ApplyCenterpiece(int line, int code) {
 }
 
 void ApplyChannel(int line, int channel) {
-    const long row = RowOfLine(line);
+    const RowNo row = RowOfLine(line);
     SetChannel(row, channel);
     FileForm.ChannelBox[At(line)].Text = ChannelText(channel);
     if (Work.ScanPoints[row] < 1) return;
@@ -200,7 +200,7 @@ void FileFormBlankClick(int line) {
 
 void FileFormShiftClick(int line) {
     Work.CurrentRow = ToInt16(line);
-    const long row = RowOfLine(line);
+    const RowNo row = RowOfLine(line);
     if (FileForm.ShiftBase[At(line)].Value)
         AdjustBaselineShift(row);
     else
@@ -226,9 +226,9 @@ void FileFormPathClick(int line) {
 }
 
 void FileFormExtinctionButton(int line) {
-    const long row = RowOfLine(line);
+    const RowNo row = RowOfLine(line);
     const auto before = RatiosOf(row);
-    Work.CurrentRow = ToInt16(row - 1);
+    Work.CurrentRow = ToInt16(row.Number - 1);
     ShowExtinctionForm();
     MakeCurrent(line);
     if (RatiosOf(row) == before) return; // a look at them changes nothing
@@ -250,7 +250,7 @@ void FileFormHelpButton(int line) {
 
 void FileFormRangeButton() {
     const int line = Work.CurrentRow;
-    const long row = RowOfLine(line);
+    const RowNo row = RowOfLine(line);
     if (Work.ScanFile[row].empty() || !SelectRange(row)) return;
     ShowRange(line, Work.ScanRadius[row][Work.FitRange[0][row]], Work.ScanRadius[row][Work.FitRange[1][row]]);
     if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;

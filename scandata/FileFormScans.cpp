@@ -8,7 +8,9 @@
 #include "scandata/DataSetTable.h"
 #include "scandata/FileForm.h"
 #include "scandata/FileFormEvents.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
+
+#include <algorithm>
 
 namespace Quillon {
 
@@ -36,10 +38,6 @@ void ShowRadii(float inner, float outer) {
     FileForm.MaxRBox[Here()].Text = FormatNumber(static_cast<double>(outer), "0.0000");
 }
 
-void RaiseHighestSet(long row) {
-    if (row > Work.HighestSet) Work.HighestSet = ToInt16(row);
-}
-
 void OpenNextLine(int line) {
     if (line >= FileFormLines - 1)
         FileForm.Page2.Visible = true;
@@ -56,7 +54,7 @@ void NoteChange() {
 // from.
 void ShowAdopted(const ScanReadResult& read) {
     const int line = Work.CurrentRow;
-    const long row = RowOfLine(line);
+    const RowNo row = RowOfLine(line);
     const std::size_t i = Here();
     Work.DataDirectory = Work.ScanDirectory[row];
     Work.NameConvention = 1;
@@ -105,11 +103,11 @@ bool MoveToFreeLine() {
     return false;
 }
 
-template <class Array> void CopyEntry(Array& array, long s) {
+template <class Array> void CopyEntry(Array& array, RowNo s) {
     array[s + 1] = array[s];
 }
 
-void CopySet(long s) {
+void CopyRow(RowNo s) {
     for (auto* points : {&Work.ScanRadius, &Work.ScanValue, &Work.BaselineRadius, &Work.BaselineValue})
         CopyEntry(*points, s);
     for (auto* numbers : {&Work.ScanTemperature, &Work.ScanRPM, &Work.ScanOmega2t, &Work.ScanWavelength,
@@ -131,7 +129,7 @@ void CopySet(long s) {
 }
 
 // Another channel needs another baseline.
-void DropBaseline(long row) {
+void DropBaseline(RowNo row) {
     const std::size_t i = Here();
     if (Work.BaselineFile[row] == NoBaseline) return;
     Work.BaselineFile[row] = NoBaseline;
@@ -141,7 +139,7 @@ void DropBaseline(long row) {
     FileForm.ShiftBase[i].Visible = false;
 }
 
-void StepChannelOfCopy(long s) {
+void StepChannelOfCopy(RowNo s) {
     if (Work.DataChannel[s] > 0 && Work.CenterpieceType[s] >= 3 &&
         Work.DataChannel[s + 1] < Work.CenterpieceType[s + 1]) {
         FileFormChannelClick(Work.CurrentRow); // shows the range, too
@@ -149,8 +147,8 @@ void StepChannelOfCopy(long s) {
     }
 }
 
-void CopyIntoNextLine(long s, const Control& channelAbove, const Control& blankAbove) {
-    CopySet(s);
+void CopyIntoNextLine(RowNo s, const Control& channelAbove, const Control& blankAbove) {
+    CopyRow(s);
     const int line = Work.CurrentRow;
     const std::size_t i = Here();
     UnlockRow(line);
@@ -159,22 +157,22 @@ void CopyIntoNextLine(long s, const Control& channelAbove, const Control& blankA
     Work.IncludeSet[s + 1] = 1;
     FileForm.CellPath[i].Text = PathText(s + 1);
     RevealRow(line);
-    ShowRowValues(s);
+    ShowRowValues(s + 1);
     ApplyCenterpiece(line, Work.CenterpieceType[s + 1]);
     FileForm.ChannelBox[i].Text = channelAbove.Text;
     FileForm.BlankFile[i].Text = blankAbove.Text;
     FileForm.ShiftBase[i].Visible = Work.BaselineFile[s + 1] != NoBaseline;
     FileForm.ShiftBase[i].Value = Work.BaselineShifted[s + 1] != 0 ? 1 : 0;
     StepChannelOfCopy(s);
-    ShowRowValues(s);
+    ShowRowValues(s + 1);
     OpenNextLine(line);
-    RaiseHighestSet(s + 1);
+    Work.HighestSet = std::max(Work.HighestSet, ToInt16((s + 1).Number));
     NoteChange();
     RemoveSetConstraints(s + 1);
 }
 
 void CopyCurrentLine() {
-    const long s = RowOfLine(Work.CurrentRow);
+    const RowNo s = RowOfLine(Work.CurrentRow);
     const bool holdsFile = !FileForm.NameBox[Here()].Text.empty();
     if (!holdsFile || (Work.CurrentRow == FileFormLines - 1 && Work.CurrentPage != 0)) return Host.Beep();
     const Control channel = FileForm.ChannelBox[Here()];
@@ -184,7 +182,7 @@ void CopyCurrentLine() {
 }
 
 // The data of a set that loses its baseline are others, as those of one that gets another.
-void RemoveBaseline(long row) {
+void RemoveBaseline(RowNo row) {
     if (Work.BaselineFile[row] == NoBaseline) return;
     DropBaseline(row);
     Work.SetChanged[row] = FlagTrue;
@@ -195,7 +193,7 @@ void RemoveBaseline(long row) {
 } // namespace
 
 void FileFormNewFileButton() {
-    const long row = RowOfLine(Work.CurrentRow);
+    const RowNo row = RowOfLine(Work.CurrentRow);
     FileRequest request = ScanRequest(" - Read Data File");
     request.Several = true;
     request.Name = LastTitle;
@@ -225,7 +223,7 @@ void FileFormReadFiles(const std::vector<std::string>& paths) {
 }
 
 void FileFormSubtractBlankButton() {
-    const long row = RowOfLine(Work.CurrentRow);
+    const RowNo row = RowOfLine(Work.CurrentRow);
     const std::size_t i = Here();
     if (Work.ScanFile[row].empty()) return Host.Beep();
     FileRequest request = ScanRequest(" - Read Data File for Blank");
@@ -263,7 +261,7 @@ void FileFormCopyFile() {
 
 void FileFormClearFiles() {
     Work.CurrentPage = 0;
-    for (long row = 1; row <= Work.MaxSets; ++row) {
+    for (const RowNo row : EachRow()) {
         Work.ScanFile[row].clear();
         Work.BaselineFile[row] = NoBaseline;
         Work.BaselineShifted[row] = Work.IncludeSet[row] = Work.DataChannel[row] = 0;

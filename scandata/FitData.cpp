@@ -21,7 +21,7 @@ namespace {
 
 // A build in the making. The workspace takes it over when nothing can go wrong any more.
 struct FitBuild {
-    long NumSets = 0;
+    SetNo LastSet; // 0 without sets
     PerSet<std::int16_t> SetRow = PerSet<std::int16_t>(Workspace::Rows);
     PerRow<std::int16_t> SetOfRow = PerRow<std::int16_t>(Workspace::Rows);
     PerSet<std::int16_t> OldRow = PerSet<std::int16_t>(Workspace::Rows); // all 0 when nothing is carried over
@@ -41,41 +41,45 @@ struct FitBuild {
     OneBased<std::int16_t> Set;
 };
 
-std::string LabelOf(long row) {
+std::string LabelOf(RowNo row) {
     std::string label = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
     if (Work.DataChannel[row] > 0) {
         label += " Ch ";
         label += static_cast<char>('A' + Work.DataChannel[row] - 1);
     }
-    if (HasBaseline(RowNo(row))) label += " -BL";
+    if (HasBaseline(row)) label += " -BL";
     return label;
 }
 
-void FillSetOfRow(const PerSet<std::int16_t>& setRow, long numSets, PerRow<std::int16_t>& setOfRow) {
+OrdinalRange<SetKind> SetsUpTo(SetNo last) {
+    return {SetNo(1), last};
+}
+
+void FillSetOfRow(const PerSet<std::int16_t>& setRow, SetNo last, PerRow<std::int16_t>& setOfRow) {
     setOfRow.Recreate(Work.MaxSets);
-    for (long k = 1; k <= numSets; ++k)
-        setOfRow[setRow[k]] = ToInt16(k);
+    for (const SetNo k : SetsUpTo(last))
+        setOfRow[RowNo(setRow[k])] = ToInt16(k.Number);
 }
 
 void RememberSetParms(FitBuild& build) {
     if (!Work.DataChosen) return;
     build.OldRow = Work.SetRow;
-    for (long k = 1; k <= Work.NumSets; ++k)
+    for (const SetNo k : EachSet())
         for (long j = 1; j <= 3; ++j)
-            build.SetParmMemory(j, Work.SetRow[k]) = Work.Parms[SlotA(k) + j - 1];
+            build.SetParmMemory(j, RowOf(k).Number) = Work.Parms[SlotA(k) + j - 1];
 }
 
 void CollectSets(FitBuild& build) {
-    for (long row = 1; row <= Work.MaxSets; ++row)
+    for (const RowNo row : EachRow())
         if (Work.IncludeSet[row] == 1) {
-            build.SetRow[++build.NumSets] = ToInt16(row);
-            build.Label[build.NumSets] = LabelOf(row);
+            build.SetRow[++build.LastSet] = ToInt16(row.Number);
+            build.Label[build.LastSet.Number] = LabelOf(row);
         }
-    FillSetOfRow(build.SetRow, build.NumSets, build.SetOfRow);
+    FillSetOfRow(build.SetRow, build.LastSet, build.SetOfRow);
 }
 
 // Whatever goes wrong in a step belongs to that row.
-template <class Step> void OfRow(long row, Step&& step) {
+template <class Step> void OfRow(RowNo row, Step&& step) {
     try {
         step();
     } catch (const RuntimeError& error) {
@@ -91,7 +95,7 @@ float Fitting(double value, const char* what) {
 }
 
 // A set without speed or temperature has no place relative to another, whichever of the two it is.
-void RequireHeader(long row) {
+void RequireHeader(RowNo row) {
     if (Work.ScanRPM[row] == 0.0F) RaiseError(RowName(row) + ": the header holds no rotor speed");
     if (Work.ScanTemperature[row] == 0.0F)
         RaiseError(RowName(row) +
@@ -99,12 +103,12 @@ void RequireHeader(long row) {
 }
 
 // The sets are related to the path of the first one.
-void RequirePath(long row) {
+void RequirePath(RowNo row) {
     if (Work.CellPath[row] == 0.0F) RaiseError(RowName(row) + ": its optical path is 0");
 }
 
 // Sigma goes with the square of the speed and, as far as the header's temperatures go, against them.
-float RelativeSigma(long s, long f) {
+float RelativeSigma(RowNo s, RowNo f) {
     const double speeds = Divide(Work.ScanRPM[s], Work.ScanRPM[f]);
     // [decision: celsius-ratio]
     const double temperatures = Divide(Work.ScanTemperature[f], Work.ScanTemperature[s]);
@@ -116,9 +120,9 @@ float RelativeSigma(long s, long f) {
 }
 
 void ScaleSets(FitBuild& build) {
-    const long f = build.SetRow[1];
-    for (long k = 2; k <= build.NumSets; ++k) {
-        const long s = build.SetRow[k];
+    const RowNo f(build.SetRow[1]);
+    for (const SetNo k : OrdinalRange<SetKind>{SetNo(2), build.LastSet}) {
+        const RowNo s(build.SetRow[k]);
         RequireHeader(f);
         RequireHeader(s);
         RequirePath(f);
@@ -130,26 +134,26 @@ void ScaleSets(FitBuild& build) {
 }
 
 // The set that row was in the former fit, if its data are still the same; 0 otherwise.
-long FormerSet(const FitBuild& build, long row) {
-    if (Work.SetChanged[row]) return 0;
-    for (long j = 1; j <= Work.MaxSets; ++j)
-        if (build.OldRow[j] == row) return j;
-    return 0;
+SetNo FormerSet(const FitBuild& build, RowNo row) {
+    if (Work.SetChanged[row]) return SetNo(0);
+    for (const SetNo j : SetsUpTo(SetNo(Work.MaxSets)))
+        if (build.OldRow[j] == row.Number) return j;
+    return SetNo(0);
 }
 
 // [decision: carried-in-place]
 // In place and in rising order, so that a value already replaced may be copied on.
 void MoveSetParms(FitBuild& build) {
-    for (long k = 1; k <= build.NumSets; ++k) {
-        const long row = build.SetRow[k];
-        if (row == build.OldRow[k]) continue;
-        const long j = FormerSet(build, row);
-        for (long i = 0; i < 3; ++i)
-            if (j > 0) {
+    for (const SetNo k : SetsUpTo(build.LastSet)) {
+        const RowNo row(build.SetRow[k]);
+        if (row.Number == build.OldRow[k]) continue;
+        const SetNo j = FormerSet(build, row);
+        for (long i = 0; i < SlotsPerSet; ++i)
+            if (j > SetNo(0)) {
                 build.Parms[SlotA(k) + i] = build.Parms[SlotA(j) + i];
                 build.FreeMap[SlotA(k) + i] = build.FreeMap[SlotA(j) + i];
             } else {
-                build.Parms[SlotA(k) + i] = build.SetParmMemory(i + 1, row);
+                build.Parms[SlotA(k) + i] = build.SetParmMemory(i + 1, row.Number);
             }
     }
 }
@@ -163,7 +167,7 @@ double LnChange(double now, double before) {
 }
 
 // The reference concentrations are signals of the first set: they stay true when another set comes first.
-void RebaseConcentrations(FitBuild& build, long f, long g) {
+void RebaseConcentrations(FitBuild& build, RowNo f, RowNo g) {
     const PerRow<float>& a = Work.ExtinctionRatio[0];
     const PerRow<float>& b = Work.ExtinctionRatio[1];
     const PerRow<float>& path = Work.CellPath;
@@ -171,27 +175,27 @@ void RebaseConcentrations(FitBuild& build, long f, long g) {
     const auto signal = [](float ratio, float length) { return static_cast<double>(ratio) * length; };
     const double changeA = LnChange(signal(a[f], path[f]), signal(a[g], path[g]));
     const double changeB = LnChange(signal(b[f], path[f]), signal(b[g], path[g]));
-    for (long k = 1; k <= build.NumSets; ++k) {
+    for (const SetNo k : SetsUpTo(build.LastSet)) {
         build.Parms[SlotA(k)] = Fitting(build.Parms[SlotA(k)] + changeA, "a concentration");
         build.Parms[SlotB(k)] = Fitting(build.Parms[SlotB(k)] + changeB, "a concentration");
     }
 }
 
 // The masses are held as sigma at the speed of the first set.
-void RebaseMasses(FitBuild& build, long f, long g) {
+void RebaseMasses(FitBuild& build, RowNo f, RowNo g) {
     if (Work.ScanRPM[f] == Work.ScanRPM[g]) return;
     if (Work.ScanRPM[g] == 0.0F) RaiseError("the former first set has no rotor speed");
     const double speeds = Divide(Work.ScanRPM[f], Work.ScanRPM[g]);
-    for (const long slot : {0L, 5L})
+    for (const SlotNo slot : {SlotNo(0), SlotNo(5)})
         build.Parms[slot] = Fitting(build.Parms[slot] * speeds * speeds, "a mass at its rotor speed");
 }
 
 void CarryParms(FitBuild& build) {
     if (!Work.DataChosen) return;
     MoveSetParms(build);
-    const long f = build.SetRow[1];
-    const long g = build.OldRow[1];
-    if (f == 0 || g == 0) return;
+    const RowNo f(build.SetRow[1]);
+    const RowNo g(build.OldRow[1]);
+    if (f == RowNo(0) || g == RowNo(0)) return;
     OfRow(f, [&] {
         RebaseConcentrations(build, f, g);
         RebaseMasses(build, f, g);
@@ -201,11 +205,11 @@ void CarryParms(FitBuild& build) {
 void TrimConstraints(FitBuild& build) {
     bool concentrations = false;
     bool offsets = false;
-    for (long k = 1; k <= build.NumSets; ++k) {
-        const long row = build.SetRow[k];
+    for (const SetNo k : SetsUpTo(build.LastSet)) {
+        const RowNo row(build.SetRow[k]);
         concentrations |= Work.ConcConstraintA[row] != 0.0F || Work.ConcConstraintB[row] != 0.0F;
         std::int16_t& link = build.OffsetLink[row];
-        if (link < 1 || link > Work.MaxSets || build.SetOfRow[link] == 0) link = 0;
+        if (link < 1 || link > Work.MaxSets || build.SetOfRow[RowNo(link)] == 0) link = 0;
         offsets |= link != 0;
     }
     const int kept = concentrations ? build.ConstraintFlags & ConcentrationBit : 0;
@@ -216,7 +220,7 @@ bool Constrained(const FitBuild& build) {
     return (build.ConstraintFlags & ConcentrationBit) != 0;
 }
 
-long TruePoints(long row) {
+long TruePoints(RowNo row) {
     const long first = Work.FitRange[0][row];
     const long last = Work.FitRange[1][row];
     const long points = std::min(Work.ScanRadius[row].Hi(), Work.ScanValue[row].Hi());
@@ -230,9 +234,9 @@ constexpr long MostPoints = std::numeric_limits<std::int16_t>::max(); // of a fi
 
 void CountPoints(FitBuild& build) {
     long all = 0;
-    build.SetPts.Recreate(build.NumSets);
-    for (long k = 1; k <= build.NumSets; ++k) {
-        const long row = build.SetRow[k];
+    build.SetPts.Recreate(build.LastSet.Number);
+    for (const SetNo k : SetsUpTo(build.LastSet)) {
+        const RowNo row(build.SetRow[k]);
         long points = TruePoints(row);
         if (Constrained(build))
             points += (Work.ConcConstraintA[row] > 0.0F) + (Work.ConcConstraintB[row] > 0.0F);
@@ -249,18 +253,18 @@ void CountPoints(FitBuild& build) {
 }
 
 // x at the middle of the range, in r^2/2: the reference concentrations of the model stand there.
-double ReferenceX(long row) {
+double ReferenceX(RowNo row) {
     const double r1 = Work.ScanRadius[row][Work.FitRange[0][row]];
     const double r2 = Work.ScanRadius[row][Work.FitRange[1][row]];
     return (r1 * r1 + r2 * r2) / 4.0;
 }
 
 // The true points of set k behind point n.
-void FillTruePoints(FitBuild& build, long k, long& n) {
-    const long row = build.SetRow[k];
+void FillTruePoints(FitBuild& build, SetNo k, long& n) {
+    const RowNo row(build.SetRow[k]);
     const double x0 = ReferenceX(row);
     const float shift = Work.BaselineShifted[row] ? Work.BaselineShift[row] : 0.0F;
-    const bool baseline = HasBaseline(RowNo(row));
+    const bool baseline = HasBaseline(row);
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p) {
         const float radius = Work.ScanRadius[row][p];
         const double r = radius;
@@ -270,13 +274,13 @@ void FillTruePoints(FitBuild& build, long k, long& n) {
         build.Y[n] = baseline
                          ? Fitting(static_cast<double>(value) - BaselineAt(radius - shift, row), "the signal")
                          : value;
-        build.Set[n] = ToInt16(k);
+        build.Set[n] = ToInt16(k.Number);
     }
 }
 
 // The pseudo-points of set k, both weighted with the signal of its last true point n.
-void FillPseudoPoints(FitBuild& build, long k, long& n) {
-    const long row = build.SetRow[k];
+void FillPseudoPoints(FitBuild& build, SetNo k, long& n) {
+    const RowNo row(build.SetRow[k]);
     const double outermost = build.Y[n];
     const auto add = [&](float loading, float tolerance) {
         if (!(loading > 0.0F)) return;
@@ -284,7 +288,7 @@ void FillPseudoPoints(FitBuild& build, long k, long& n) {
         build.X[n] = PointMarker;
         if (tolerance == 0.0F) RaiseError("its loading is constrained with a tolerance of 0");
         build.Y[n] = Fitting(loading * outermost / tolerance, "its constrained loading");
-        build.Set[n] = ToInt16(k);
+        build.Set[n] = ToInt16(k.Number);
     };
     add(Work.ConcConstraintA[row], Work.ConcToleranceA[row]);
     add(Work.ConcConstraintB[row], Work.ConcToleranceB[row]);
@@ -293,8 +297,8 @@ void FillPseudoPoints(FitBuild& build, long k, long& n) {
 void FillPoints(FitBuild& build) {
     long n = 0;
     ForgetBaselinePlace();
-    for (long k = 1; k <= build.NumSets; ++k) {
-        OfRow(build.SetRow[k], [&] {
+    for (const SetNo k : SetsUpTo(build.LastSet)) {
+        OfRow(RowNo(build.SetRow[k]), [&] {
             FillTruePoints(build, k, n);
             if (Constrained(build)) FillPseudoPoints(build, k, n);
         });
@@ -310,12 +314,12 @@ FitBuild PrepareBuild() {
     TrimConstraints(build);
     CountPoints(build);
     FillPoints(build);
-    ShortenLabels(build.Label, build.LabelPrefix, 1, build.NumSets);
+    ShortenLabels(build.Label, build.LabelPrefix, 1, build.LastSet.Number);
     return build;
 }
 
 void TakeOver(FitBuild& build) {
-    Work.NumSets = ToInt16(build.NumSets);
+    Work.NumSets = ToInt16(build.LastSet.Number);
     Work.SetRow = build.SetRow;
     Work.SetOfRow = build.SetOfRow;
     Work.SetLabel = build.Label;
@@ -341,8 +345,8 @@ void Build() {
     FitBuild build = PrepareBuild();
     TakeOver(build);
     SelectModel(false);
-    const long first = build.SetRow[1];
-    if (build.OldRow[1] != first || (first > 0 && Work.SetChanged[first])) BuildParmScale();
+    const RowNo first(build.SetRow[1]);
+    if (build.OldRow[1] != first.Number || (first > RowNo(0) && Work.SetChanged[first])) BuildParmScale();
     for (std::int16_t& changed : Work.SetChanged)
         changed = FlagFalse;
 }
@@ -362,7 +366,7 @@ void BuildFitData() {
 }
 
 void BuildSetOfRow() {
-    FillSetOfRow(Work.SetRow, Work.NumSets, Work.SetOfRow);
+    FillSetOfRow(Work.SetRow, SetNo(Work.NumSets), Work.SetOfRow);
 }
 
 } // namespace Quillon

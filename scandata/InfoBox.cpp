@@ -26,7 +26,7 @@ std::string Broken(std::string rest) {
 
 } // namespace
 
-void LoadInfoBox(long row) {
+void LoadInfoBox(RowNo row) {
     InfoBox = InfoBoxForm{};
     InfoBox.State.Caption = Work.ScanFile[row];
     const double seconds = static_cast<double>(Work.ScanTime[row]);
@@ -43,7 +43,7 @@ void LoadInfoBox(long row) {
     InfoBox.State.Shown = true;
 }
 
-void ShowInfoBox(long row) {
+void ShowInfoBox(RowNo row) {
     LoadInfoBox(row);
     Host.ShowModal("InfoBox");
 }

@@ -2,6 +2,7 @@
 // The file information of a scan as data: its header in four texts.
 
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <array>
 
@@ -14,8 +15,8 @@ struct InfoBoxForm {
 };
 extern InfoBoxForm InfoBox;
 
-void ShowInfoBox(long row); // fills the form and shows it modally
-void LoadInfoBox(long row);
+void ShowInfoBox(RowNo row); // fills the form and shows it modally
+void LoadInfoBox(RowNo row);
 void InfoBoxOkButton();
 
 } // namespace Quillon

@@ -42,7 +42,7 @@ void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
     axis.Decimals = ToInt16(std::max(0.0, std::ceil(-std::log10(step) - 1e-9)));
 }
 
-void Draw(long row) {
+void Draw(RowNo row) {
     const long n = Work.ScanPoints[row];
     Chart.GraphHeld = FlagFalse;
     GraphSpec spec;
@@ -70,7 +70,7 @@ void Draw(long row) {
 }
 
 // The points that the markers stand at; crossed markers are taken in order.
-void TakeMarkers(long row) {
+void TakeMarkers(RowNo row) {
     RecordMarkers();
     const float lo = std::min(Charts.Markers[0].X, Charts.Markers[1].X);
     const float hi = std::max(Charts.Markers[0].X, Charts.Markers[1].X);
@@ -89,7 +89,7 @@ void TakeMarkers(long row) {
 
 } // namespace
 
-bool SelectRange(long row) {
+bool SelectRange(RowNo row) {
     if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
     RangeGraphIsLog = Work.RangeLogPlot != 0;
     Draw(row);

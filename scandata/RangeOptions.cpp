@@ -17,11 +17,11 @@ bool Drawn() {
     return GraphMayChange() && Chart.GraphDrawn;
 }
 
-long RowInHand() {
-    return 9L * Work.CurrentPage + Work.CurrentRow + 1;
+RowNo RowInHand() {
+    return RowNo(9L * Work.CurrentPage + Work.CurrentRow + 1);
 }
 
-bool RangeCoversScan(long row) {
+bool RangeCoversScan(RowNo row) {
     return Work.FitRange[0][row] <= 1 && Work.FitRange[1][row] >= Work.ScanPoints[row];
 }
 
@@ -42,7 +42,7 @@ void ChangeValues(SetTable& table, float (*change)(float)) {
 }
 
 // The smallest and largest Y within the fit range; false where there is none.
-bool RangeOfY(long row, float& low, float& high) {
+bool RangeOfY(RowNo row, float& low, float& high) {
     low = high = MissingValue;
     const long last = std::min<long>(Work.FitRange[1][row], Chart.DataY.Points());
     for (long p = std::max<long>(1, Work.FitRange[0][row]); p <= last; ++p) {
@@ -77,7 +77,7 @@ ChartScale ConvertedScale(bool keepsX) {
     Replot();
     ChartScale scale = PresentScale();
     if (keepsX) scale.XMin = HalfSquare(old.XMin), scale.XMax = HalfSquare(old.XMax);
-    const long row = RowInHand();
+    const RowNo row = RowInHand();
     float low{};
     float high{};
     if (RangeCoversScan(row) || !RangeOfY(row, low, high)) return scale;
@@ -135,7 +135,7 @@ void ShowWholeScan() {
 }
 
 void ShowFitRange() {
-    const long row = RowInHand();
+    const RowNo row = RowInHand();
     ShowStretch(RangeAbscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
                 RangeAbscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
 }

@@ -3,7 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "scandata/ScanWriter.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 #include <functional>
@@ -39,41 +39,41 @@ bool WriteTo(const FileAnswer& answer, const std::function<void(const std::strin
     }
 }
 
-bool WriteRow(long row) {
+bool WriteRow(RowNo row) {
     const int cell = CellNumberOf(Work.ScanFile[row]);
     const FileAnswer answer = AskTarget(" - Write Data File", SuggestedScanName(row, cell));
     return WriteTo(answer, [&](const std::string& path) { WriteScan(path, row, cell); });
 }
 
 // The fit set that the user names; 0 when the command is given up.
-long AskSet() {
+SetNo AskSet() {
     for (;;) {
         const InputAnswer answer =
             Host.AskText({"Write out residual for which data set (of those being fit)? (1 - " +
                               std::to_string(Work.NumSets) + ")",
                           Work.ProgramName, "1"});
-        if (answer.Cancelled || answer.Text.empty()) return 0;
+        if (answer.Cancelled || answer.Text.empty()) return SetNo(0);
         const double set = NumericPrefix(answer.Text);
-        if (set >= 1.0 && set <= static_cast<double>(Work.NumSets)) return std::lrint(set);
+        if (set >= 1.0 && set <= static_cast<double>(Work.NumSets)) return SetNo(std::lrint(set));
         Host.Beep();
     }
 }
 
 } // namespace
 
-void SaveSubset(long row) {
+void SaveSubset(RowNo row) {
     if (!Work.ScanFile[row].empty() && Work.ScanPoints[row] > 0) WriteRow(row);
 }
 
 void WriteIncludedSets() {
-    for (long row = 1; row <= Work.MaxSets; ++row)
+    for (const RowNo row : EachRow())
         if (Work.IncludeSet[row] == 1 && !Work.ScanFile[row].empty() && !WriteRow(row)) break;
 }
 
 void WriteBaselineDialog(bool withOffset) {
-    const long set = AskSet();
-    if (set == 0) return;
-    const long row = Work.SetRow[set];
+    const SetNo set = AskSet();
+    if (set == SetNo(0)) return;
+    const RowNo row = RowOf(set);
     const int cell = CellNumberOf(Work.ScanFile[row]);
     const FileAnswer answer = AskTarget(" - Write Baseline File", SuggestedScanName(row, cell));
     WriteTo(answer, [&](const std::string& path) { WriteResiduals(path, set, cell, withOffset); });

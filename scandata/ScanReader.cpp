@@ -27,7 +27,7 @@ bool StartsWithAnyCase(std::string_view text, std::string_view capitals) {
                       [](char capital, char c) { return capital == Capital(c); });
 }
 
-void ReadHeader(HeaderFields header, long row, ScanReadResult& result) {
+void ReadHeader(HeaderFields header, RowNo row, ScanReadResult& result) {
     Work.ScanTemperature[row] = result.Temperature = SingleOf(NextHeaderField(header));
     Work.ScanRPM[row] = result.Rpm = SingleOf(NextHeaderField(header));
     Work.ScanTime[row] = WholeOf<std::int32_t>(NextHeaderField(header));
@@ -58,20 +58,20 @@ std::string ChosenDirectory(const std::string& path) {
     return path.substr(0, path.size() - FileTitle(path).size());
 }
 
-void ReadComment(std::string_view line, long row, ScanReadResult& result) {
+void ReadComment(std::string_view line, RowNo row, ScanReadResult& result) {
     result.Comment = line;
     Work.ScanComment[row] = WithoutBlanks(line);
 }
 
 // Some interference files put the pixel scale in front of the comment.
-void DropPixelScale(std::string_view line, long row) {
+void DropPixelScale(std::string_view line, RowNo row) {
     if (!Work.InterferenceData || !StartsWithAnyCase(line, "CM/PIXEL:")) return;
     const std::size_t comma = line.find(',');
     const std::size_t start = comma == std::string_view::npos ? 1 : comma + 2;
     Work.ScanComment[row] = line.substr(std::min(start, line.size()));
 }
 
-void TakeScan(long row, long points, const std::string& path, ScanReadResult& result) {
+void TakeScan(RowNo row, long points, const std::string& path, ScanReadResult& result) {
     CutToLength(Work.ScanRadius[row], Work.ScanValue[row], points);
     Work.ScanPoints[row] = ToInt16(points);
     Work.FitRange[0][row] = 1;
@@ -101,7 +101,7 @@ ReadFailure TooManyPoints() {
 }
 
 // Header and points of a scan; false when the scan has too many points, a RuntimeError for everything else.
-bool ParseScan(const std::string& path, std::string_view bytes, long row, ScanReadResult& result) {
+bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, ScanReadResult& result) {
     TextItems file{bytes};
     const std::string_view comment = ReadCommentLine(file);
     ReadComment(comment, row, result);
@@ -130,7 +130,7 @@ bool ParseScan(const std::string& path, std::string_view bytes, long row, ScanRe
     return true;
 }
 
-void ParseBaseline(std::string_view bytes, long row) {
+void ParseBaseline(std::string_view bytes, RowNo row) {
     TextItems file{bytes};
     ReadCommentLine(file);
     if (file.Place >= bytes.size()) RaiseError(NoParameterLine);
@@ -171,7 +171,7 @@ template <class Parse> ReadFailure Attempt(const std::string& path, const char* 
 
 } // namespace
 
-ScanReadResult TryReadScan(const std::string& path, long row) {
+ScanReadResult TryReadScan(const std::string& path, RowNo row) {
     ScanReadResult result;
     result.Failure = Attempt(path, "Error during file read, possible invalid data in file",
                              [&](const std::string& bytes) { return ParseScan(path, bytes, row, result); });
@@ -180,13 +180,13 @@ ScanReadResult TryReadScan(const std::string& path, long row) {
     return result;
 }
 
-ScanReadResult ReadScan(const std::string& path, long row) {
+ScanReadResult ReadScan(const std::string& path, RowNo row) {
     ScanReadResult result = TryReadScan(path, row);
     if (!result.Ok) TellReadFailure(path, result.Failure);
     return result;
 }
 
-ReadFailure TryReadBaseline(const std::string& path, long row) {
+ReadFailure TryReadBaseline(const std::string& path, RowNo row) {
     ForgetBaselinePlace();
     return Attempt(path, "Error during baseline read, possible invalid data in file",
                    [&](const std::string& bytes) {
@@ -195,7 +195,7 @@ ReadFailure TryReadBaseline(const std::string& path, long row) {
                    });
 }
 
-bool ReadBaseline(const std::string& path, long row) {
+bool ReadBaseline(const std::string& path, RowNo row) {
     const ReadFailure failure = TryReadBaseline(path, row);
     if (failure.Kind == ReadFailure::Kinds::None) return true;
     TellReadFailure(path, failure);

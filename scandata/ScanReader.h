@@ -16,6 +16,8 @@
 //
 // A file is read in one go and parsed in memory.
 
+#include "workspace/records/Counts.h"
+
 #include <string>
 #include <string_view>
 
@@ -49,17 +51,17 @@ struct ScanReadResult {
 // After a failure header values and points of the row may be those of the new file in part; ScanPoints and
 // FitRange stay as they were, and the arrays never get shorter than ScanPoints. A file without a single point
 // is a failure. Nothing is told.
-ScanReadResult TryReadScan(const std::string& path, long row);
+ScanReadResult TryReadScan(const std::string& path, RowNo row);
 
 // The same, and tells a failure; a file that is not there is told by itself first.
-ScanReadResult ReadScan(const std::string& path, long row);
+ScanReadResult ReadScan(const std::string& path, RowNo row);
 
 // Reads the baseline scan of a row: speed and at most MaxPtsPerSet points. Kind None when it was read; after
 // a failure BaselinePoints stays as it was. Nothing is told.
-ReadFailure TryReadBaseline(const std::string& path, long row);
+ReadFailure TryReadBaseline(const std::string& path, RowNo row);
 
 // The same, and tells a failure: false then.
-bool ReadBaseline(const std::string& path, long row);
+bool ReadBaseline(const std::string& path, RowNo row);
 
 // Tells a failure in a message: its sentence, and below it the name of the file with the reason. A missing
 // scan is told before that.

@@ -4,7 +4,7 @@
 #include "models/Constraints.h"
 #include "models/FitFunction.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <charconv>
@@ -65,8 +65,8 @@ std::string TypeOfData() {
 }
 
 // The residuals at the true points of set k, whose first point of the fit is n + 1, up to a fault.
-std::string ResidualLines(long k, long n) {
-    const long row = Work.SetRow[k];
+std::string ResidualLines(SetNo k, long n) {
+    const RowNo row = RowOf(k);
     std::string lines;
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row] && !Work.AbortFit; ++p) {
         ++n;
@@ -90,15 +90,15 @@ int CellNumberOf(const std::string& fileName) {
     return digit >= '0' && digit <= '9' ? digit - '0' : 0;
 }
 
-std::string SuggestedScanName(long row, int cell) {
+std::string SuggestedScanName(RowNo row, int cell) {
     const int channel = Work.DataChannel[row];
     const long thousands = static_cast<long>(Work.ScanRPM[row] / 1000.0F);
-    return "s" + LeftFilled(std::to_string(row), 2, '0') +
+    return "s" + LeftFilled(std::to_string(row.Number), 2, '0') +
            (channel > 0 ? static_cast<char>('a' + channel - 1) : '_') + std::to_string(cell) + "_" +
            std::to_string(thousands) + "." + TypeOfData() + std::to_string(cell);
 }
 
-std::string ScanHeaderText(const std::string& comment, long row, int cell) {
+std::string ScanHeaderText(const std::string& comment, RowNo row, int cell) {
     const std::string averaged = std::to_string(Work.ScansAveraged[row]);
     std::string text = comment + LineEnd;
     text += Work.InterferenceData ? 'P' : 'R';
@@ -117,16 +117,16 @@ std::string ScanPointText(float radius, float value) {
            LeftFilled(NumberText(value, Notation::Shortest), 14, ' ') + LineEnd;
 }
 
-void WriteScan(const std::string& path, long row, int cell) {
+void WriteScan(const std::string& path, RowNo row, int cell) {
     std::string text = ScanHeaderText(Work.ScanComment[row], row, cell);
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p)
         text += ScanPointText(Work.ScanRadius[row][p], Work.ScanValue[row][p]);
     Host.WriteFile(path, text);
 }
 
-bool WriteResiduals(const std::string& path, long k, int cell, bool offsetIncluded) {
+bool WriteResiduals(const std::string& path, SetNo k, int cell, bool offsetIncluded) {
     long before = 0;
-    for (long j = 1; j < k; ++j)
+    for (SetNo j(1); j < k; ++j)
         before += Work.SetPts[j];
     const float offset = Work.Parms[SlotOffset(k)];
     const FitOutcome outcome = Work.Outcome;
@@ -151,7 +151,7 @@ bool WriteResiduals(const std::string& path, long k, int cell, bool offsetInclud
     ForgetModelState();
     if (!computed) return false;
     const char* const comment = offsetIncluded ? "residuals with no offset" : "residuals";
-    Host.WriteFile(path, ScanHeaderText(comment, Work.SetRow[k], cell) + lines);
+    Host.WriteFile(path, ScanHeaderText(comment, RowOf(k), cell) + lines);
     return true;
 }
 

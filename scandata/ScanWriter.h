@@ -4,7 +4,7 @@
 // single back; the third number of a point is left out. A file is written whole or not at all: failures are
 // the RuntimeErrors of the seam's WriteFile.
 
-#include "platform/Arrays.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 
@@ -18,22 +18,22 @@ int CellNumberOf(const std::string& fileName);
 // none), the cell, "_", the speed in whole thousands, and a type that says what the data are and the cell
 // once more: "s03b1_20.RA1", "IP" for fringes, "FI" for that type. The cell stands where both naming
 // conventions look for it, so that the written file tells it again.
-std::string SuggestedScanName(long row, int cell);
+std::string SuggestedScanName(RowNo row, int cell);
 
 // A comment and a row's header as lines 1 and 2 of a file, each with its end. The type letter is P for
 // interference data and R otherwise; cell has one digit, or two.
-std::string ScanHeaderText(const std::string& comment, long row, int cell);
+std::string ScanHeaderText(const std::string& comment, RowNo row, int cell);
 
 // One line for a point, with its end.
 std::string ScanPointText(float radius, float value);
 
 // Writes the points of a row's fit range with its comment and header.
-void WriteScan(const std::string& path, long row, int cell);
+void WriteScan(const std::string& path, RowNo row, int cell);
 
 // Writes the residuals of fit set k at its true points as a scan, at the current parameters. With
 // offsetIncluded the zero offset counts as 0 in the fitted values, so that the file holds it. The header is
 // that of the set's row. An arithmetic fault in the model has been told when false comes back, and nothing is
 // written then. Work.PtFit and the parameters stay as they are.
-bool WriteResiduals(const std::string& path, long k, int cell, bool offsetIncluded);
+bool WriteResiduals(const std::string& path, SetNo k, int cell, bool offsetIncluded);
 
 } // namespace Quillon

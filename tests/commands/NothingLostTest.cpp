@@ -64,7 +64,7 @@ const Saving Savings[] = {
     {"Subset", "subset.RA1",
      [](const std::string& path) {
          AnswerFile(path);
-         SaveSubset(1);
+         SaveSubset(RowNo(1));
      },
      ToldOfScan},
     {"IncludedSets", "set.RA1",

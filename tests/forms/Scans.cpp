@@ -47,7 +47,7 @@ std::vector<std::string> WriteScans(const std::string& folder) {
         Work.FitRange[0][row] = 1;
         Work.FitRange[1][row] = Work.ScanPoints[row];
         paths.push_back(folder + "/0000" + std::to_string(row) + ".RA1");
-        WriteScan(paths.back(), row, 1);
+        WriteScan(paths.back(), RowNo(row), 1);
     }
     Work = kept;
     return paths;

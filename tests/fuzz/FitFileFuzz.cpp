@@ -33,7 +33,7 @@ void InstallQuietPlatform() {
     InstallPlatform(p);
 }
 
-template <class T, long Lo> bool Holds(const BasedArray<T, Lo>& a, long i) {
+template <class T, long Lo, class Kind> bool Holds(const BasedArray<T, Lo, Kind>& a, long i) {
     return i >= Lo && i <= a.Hi();
 }
 

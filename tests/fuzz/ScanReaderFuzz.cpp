@@ -69,7 +69,7 @@ void CheckRow(long row) {
 // Reads the input into a row; loaded tells that a good scan of three points stood there.
 void CheckRead(OneFile& file, long row, bool loaded) {
     file.Messages = 0;
-    const ScanReadResult read = ReadScan("input", row);
+    const ScanReadResult read = ReadScan("input", RowNo(row));
     CheckRow(row);
     Require(file.Messages == (read.Ok ? 0 : 1), "a message for a failure and none otherwise");
     const long points = Work.ScanPoints[row];
@@ -85,7 +85,7 @@ void CheckRead(OneFile& file, long row, bool loaded) {
 
 void CheckBaseline(OneFile& file, long row) {
     file.Messages = 0;
-    const bool ok = ReadBaseline("input", row);
+    const bool ok = ReadBaseline("input", RowNo(row));
     CheckRow(row);
     Require(file.Messages == (ok ? 0 : 1), "a message for a failure and none otherwise");
     Require(ok ? Work.BaselinePoints[row] > 0 : Work.BaselinePoints[row] == 0, "a baseline has points");
@@ -120,7 +120,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string input = file.Bytes;
     file.Bytes = GoodScan;
     for (long row : {1L, 2L})
-        Require(ReadScan("good", row).Ok, "a good scan reads");
+        Require(ReadScan("good", RowNo(row)).Ok, "a good scan reads");
     file.Bytes = input;
     CheckRead(file, 2, true);
     CheckRead(file, 3, false);

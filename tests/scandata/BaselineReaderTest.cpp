@@ -90,9 +90,9 @@ TEST_F(BaselineReading, FailuresAreToldOnce) {
 
 TEST_F(BaselineReading, AMissingFileIsToldOnce) {
     ExpectBaselineFailure("File not found", "none.RA1");
-    EXPECT_FALSE(ReadBaseline(script.Directory() + "/none.RA1", 1));
+    EXPECT_FALSE(ReadBaseline(script.Directory() + "/none.RA1", RowNo(1)));
     ExpectBaselineFailure("Path/File access error", FileTitle(script.Directory()));
-    EXPECT_FALSE(ReadBaseline(script.Directory(), 1));
+    EXPECT_FALSE(ReadBaseline(script.Directory(), RowNo(1)));
 }
 
 TEST_F(BaselineReading, AFailureKeepsTheFormerPointsInReach) {

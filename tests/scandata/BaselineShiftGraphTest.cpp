@@ -50,7 +50,7 @@ TEST_F(ShiftGraphTest, TellsCalculatedAndPresentShift) {
         ChartKey(27, 0);
         EXPECT_FALSE(Charts.Shown);
     });
-    AdjustBaselineShift(1);
+    AdjustBaselineShift(RowNo(1));
     EXPECT_NEAR(Work.BaselineShift[1], 0.001F, 1e-7F);
     EXPECT_EQ(Work.BaselineShifted[1], FlagTrue);
     EXPECT_EQ(Work.AbortFit, 0);
@@ -65,7 +65,7 @@ TEST_F(ShiftGraphTest, AFailingKeyEndsItAndTurnsTheShiftOff) {
     });
     ExpectTold("Error during baseline shift routine, turning off shift.\n\nSet 1: its range lies outside the "
                "scan");
-    AdjustBaselineShift(1);
+    AdjustBaselineShift(RowNo(1));
     EXPECT_EQ(Work.BaselineShifted[1], FlagFalse);
     EXPECT_EQ(Work.BaselineShift[1], 0.0F);
     EXPECT_FALSE(Charts.EndsOnKey);

@@ -71,7 +71,7 @@ TEST_F(TableRules, TheRadiiOfAChannelMoveOutwardWithTheSpeed) {
     const double stretch = 4e8 * 1e-11; // 0.004 cm
     const double radii[4][2] = {{5.8, 6.35}, {6.4, 6.8}, {6.85, 7.25}, {0.0, 0.0}};
     for (int channel = 1; channel <= 3; ++channel) {
-        ChannelRadiiOf(10, channel, inner, outer);
+        ChannelRadiiOf(RowNo(10), channel, inner, outer);
         EXPECT_FLOAT_EQ(inner, static_cast<float>(radii[channel - 1][0] + stretch));
         EXPECT_FLOAT_EQ(outer, static_cast<float>(radii[channel - 1][1] + stretch));
     }
@@ -84,12 +84,12 @@ TEST_F(TableRules, EachCellAndChannelHasItsPlaceAmongTheRadii) {
     const int shortInner[] = {1, 3, 5, 7};
     for (int channel = 1; channel <= 4; ++channel) {
         Work.CenterpieceType[1] = 4;
-        ChannelRadiiOf(1, channel, inner, outer);
+        ChannelRadiiOf(RowNo(1), channel, inner, outer);
         EXPECT_EQ(inner, static_cast<float>(shortInner[channel - 1]));
         EXPECT_EQ(outer, static_cast<float>(shortInner[channel - 1] + 8));
         if (channel == 4) continue;
         Work.CenterpieceType[1] = 3;
-        ChannelRadiiOf(1, channel, inner, outer);
+        ChannelRadiiOf(RowNo(1), channel, inner, outer);
         EXPECT_EQ(inner, static_cast<float>(longInner[channel - 1]));
         EXPECT_EQ(outer, static_cast<float>(longInner[channel - 1] + 8));
     }
@@ -99,7 +99,7 @@ TEST_F(TableRules, ACellWithoutChannelsHasNoRadii) {
     for (const auto& [code, channel] :
          std::vector<std::pair<int, int>>{{1, 1}, {0, 1}, {5, 1}, {3, 0}, {3, 5}}) {
         Work.CenterpieceType[1] = ToInt16(code);
-        EXPECT_THROW(ChannelRadiiOf(1, channel, inner, outer), RuntimeError) << code << " " << channel;
+        EXPECT_THROW(ChannelRadiiOf(RowNo(1), channel, inner, outer), RuntimeError) << code << " " << channel;
     }
 }
 
@@ -107,7 +107,7 @@ TEST_F(TableRules, AChannelStartsOnePointInsideItsFirstPoint) {
     Load(2, {6.3F, 6.39F, 6.4F, 6.5F, 6.7F, 6.8F, 6.81F, 6.9F});
     inner = 6.4F;
     outer = 6.8F;
-    EXPECT_TRUE(SetChannelRange(2, inner, outer, 2));
+    EXPECT_TRUE(SetChannelRange(RowNo(2), inner, outer, 2));
     EXPECT_EQ(Range(2), Points(4, 6));
     EXPECT_EQ(inner, 6.5F);
     EXPECT_EQ(outer, 6.8F);
@@ -117,7 +117,7 @@ TEST_F(TableRules, ALimitBelowAllRadiiGivesTheSecondPoint) {
     Load(1, {6.0F, 6.1F, 6.2F, 6.3F});
     inner = 5.0F;
     outer = 6.25F;
-    EXPECT_TRUE(SetChannelRange(1, inner, outer, 1));
+    EXPECT_TRUE(SetChannelRange(RowNo(1), inner, outer, 1));
     EXPECT_EQ(Range(1), Points(2, 3));
     EXPECT_EQ(inner, 6.1F);
     EXPECT_EQ(outer, 6.2F);
@@ -127,7 +127,7 @@ TEST_F(TableRules, AScanThatLiesBeyondTheOuterRadiusEndsAtItsLastPoint) {
     Load(1, {6.5F, 6.6F, 6.7F});
     inner = 5.8F;
     outer = 6.35F;
-    EXPECT_FALSE(SetChannelRange(1, inner, outer, 1));
+    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 1));
     EXPECT_EQ(Range(1), Points(2, 3));
     EXPECT_EQ(outer, 6.7F);
 }
@@ -138,7 +138,7 @@ TEST_F(TableRules, AScanBelowTheInnerRadiusKeepsAllItsPoints) {
     Work.FitRange[1][1] = 2;
     inner = 6.85F;
     outer = 7.25F;
-    EXPECT_FALSE(SetChannelRange(1, inner, outer, 3));
+    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 3));
     EXPECT_EQ(Range(1), Points(1, 3));
     EXPECT_EQ(inner, 6.0F);
     EXPECT_EQ(outer, 6.2F);
@@ -148,7 +148,7 @@ TEST_F(TableRules, AScanWithAHoleInPlaceOfTheChannelKeepsAllItsPoints) {
     Load(1, {6.0F, 6.1F, 7.0F, 7.1F});
     inner = 6.4F;
     outer = 6.8F;
-    EXPECT_FALSE(SetChannelRange(1, inner, outer, 2));
+    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 2));
     EXPECT_EQ(Range(1), Points(1, 4));
 }
 
@@ -156,7 +156,7 @@ TEST_F(TableRules, ASinglePointInAChannelIsTaken) {
     Load(1, {6.0F, 6.5F, 7.0F});
     inner = 6.4F;
     outer = 6.8F;
-    EXPECT_TRUE(SetChannelRange(1, inner, outer, 2));
+    EXPECT_TRUE(SetChannelRange(RowNo(1), inner, outer, 2));
     EXPECT_EQ(Range(1), Points(2, 2));
 }
 
@@ -165,29 +165,29 @@ TEST_F(TableRules, WithoutAChannelTheStartAndTheInnerRadiusAreLeft) {
     Work.FitRange[0][1] = 2;
     inner = 5.5F;
     outer = 6.25F;
-    EXPECT_TRUE(SetChannelRange(1, inner, outer, 0));
+    EXPECT_TRUE(SetChannelRange(RowNo(1), inner, outer, 0));
     EXPECT_EQ(Range(1), Points(2, 3));
     EXPECT_EQ(inner, 5.5F);
     EXPECT_EQ(outer, 6.2F);
 }
 
 TEST_F(TableRules, AnEmptyRowHasNoRange) {
-    EXPECT_FALSE(SetChannelRange(5, inner, outer, 1));
-    EXPECT_FALSE(SetChannel(5, 0));
-    EXPECT_FALSE(SetChannel(5, 2));
-    EXPECT_FALSE(SetRadialRange(5, 6.0F, 7.0F));
+    EXPECT_FALSE(SetChannelRange(RowNo(5), inner, outer, 1));
+    EXPECT_FALSE(SetChannel(RowNo(5), 0));
+    EXPECT_FALSE(SetChannel(RowNo(5), 2));
+    EXPECT_FALSE(SetRadialRange(RowNo(5), 6.0F, 7.0F));
 }
 
 TEST_F(TableRules, AChannelChangesTheSetAndForgetsItsParameters) {
     Load(12, {6.3F, 6.45F, 6.5F, 6.7F, 6.9F});
     Work.SetParmMemory(1, 12) = Work.SetParmMemory(2, 12) = Work.SetParmMemory(3, 12) = 1.0F;
-    EXPECT_TRUE(SetChannel(12, 2));
+    EXPECT_TRUE(SetChannel(RowNo(12), 2));
     EXPECT_EQ(Work.DataChannel[12], 2);
     EXPECT_EQ(Range(12), Points(3, 4));
     EXPECT_EQ(Work.SetChanged[12], -1);
     for (long j = 1; j <= 3; ++j)
         EXPECT_EQ(Work.SetParmMemory(j, 12), 0.0F);
-    EXPECT_TRUE(SetChannel(12, 0));
+    EXPECT_TRUE(SetChannel(RowNo(12), 0));
     EXPECT_EQ(Work.DataChannel[12], 0);
     EXPECT_EQ(Range(12), Points(1, 5));
 }
@@ -196,7 +196,7 @@ TEST_F(TableRules, AChannelOfACellWithoutChannelsLeavesTheRow) {
     Load(1, {6.0F, 6.1F});
     Work.CenterpieceType[1] = 1;
     const Workspace before = Work;
-    EXPECT_THROW(SetChannel(1, 2), RuntimeError);
+    EXPECT_THROW(SetChannel(RowNo(1), 2), RuntimeError);
     EXPECT_TRUE(Work == before);
 }
 
@@ -204,24 +204,24 @@ TEST_F(TableRules, TheCenterpieceSetsTheRangeOfTheChosenChannelAfresh) {
     Work.ChannelRadii[3] = 6.5F; // channel B of the short cell
     Work.ChannelRadii[11] = 6.75F;
     Load(2, {6.3F, 6.41F, 6.5F, 6.6F, 6.7F, 6.79F, 6.9F});
-    SetChannel(2, 2);
+    SetChannel(RowNo(2), 2);
     EXPECT_EQ(Range(2), Points(3, 6));
-    EXPECT_TRUE(SetCenterpiece(2, 4, inner, outer));
+    EXPECT_TRUE(SetCenterpiece(RowNo(2), 4, inner, outer));
     EXPECT_EQ(Work.CenterpieceType[2], 4);
     EXPECT_EQ(Range(2), Points(4, 5));
     EXPECT_EQ(inner, 6.6F);
     EXPECT_EQ(outer, 6.7F);
-    EXPECT_TRUE(SetCenterpiece(2, 3, inner, outer));
+    EXPECT_TRUE(SetCenterpiece(RowNo(2), 3, inner, outer));
     EXPECT_EQ(Range(2), Points(3, 6));
 }
 
 TEST_F(TableRules, ACenterpieceWithoutChannelsOrAChannelLeavesTheRange) {
     Load(2, {6.3F, 6.41F, 6.5F, 6.6F});
-    SetRadialRange(2, 6.4F, 6.55F);
-    EXPECT_FALSE(SetCenterpiece(2, 4, inner, outer)); // no channel chosen
+    SetRadialRange(RowNo(2), 6.4F, 6.55F);
+    EXPECT_FALSE(SetCenterpiece(RowNo(2), 4, inner, outer)); // no channel chosen
     EXPECT_EQ(Work.CenterpieceType[2], 4);
     Work.DataChannel[2] = 2;
-    EXPECT_FALSE(SetCenterpiece(2, 1, inner, outer));
+    EXPECT_FALSE(SetCenterpiece(RowNo(2), 1, inner, outer));
     EXPECT_EQ(Work.CenterpieceType[2], 1);
     EXPECT_EQ(Range(2), Points(2, 3));
 }
@@ -233,28 +233,28 @@ TEST_F(TableRules, OnTheSecondPageTheChannelOfTheFirstPageCounts) {
     Work.RotorExpansion = 1e-9F; // 0.1 cm at the speed of row 12
     Work.DataChannel[12] = 0;
     Work.DataChannel[3] = 2;
-    EXPECT_TRUE(SetCenterpiece(12, 3, inner, outer)); // 6.5 to 6.9 cm
+    EXPECT_TRUE(SetCenterpiece(RowNo(12), 3, inner, outer)); // 6.5 to 6.9 cm
     EXPECT_EQ(Range(12), Points(4, 5));
     Work.DataChannel[12] = 2;
     Work.DataChannel[3] = 0;
     Work.FitRange[0][12] = 1;
-    EXPECT_FALSE(SetCenterpiece(12, 3, inner, outer));
+    EXPECT_FALSE(SetCenterpiece(RowNo(12), 3, inner, outer));
     EXPECT_EQ(Range(12), Points(1, 5));
 }
 
 TEST_F(TableRules, ARadialRangeHoldsThePointsBetweenItsRadii) {
     Load(1, {6.0F, 6.1F, 6.2F, 6.3F, 6.4F});
-    EXPECT_TRUE(SetRadialRange(1, 6.1F, 6.3F));
+    EXPECT_TRUE(SetRadialRange(RowNo(1), 6.1F, 6.3F));
     EXPECT_EQ(Range(1), Points(2, 4));
-    EXPECT_TRUE(SetRadialRange(1, 6.05F, 6.39F));
+    EXPECT_TRUE(SetRadialRange(RowNo(1), 6.05F, 6.39F));
     EXPECT_EQ(Range(1), Points(2, 4));
-    EXPECT_TRUE(SetRadialRange(1, 5.0F, 8.0F));
+    EXPECT_TRUE(SetRadialRange(RowNo(1), 5.0F, 8.0F));
     EXPECT_EQ(Range(1), Points(1, 5));
-    EXPECT_TRUE(SetRadialRange(1, 6.2F, 6.2F));
+    EXPECT_TRUE(SetRadialRange(RowNo(1), 6.2F, 6.2F));
     EXPECT_EQ(Range(1), Points(3, 3));
     for (const auto& [a, b] :
          std::vector<std::pair<float, float>>{{6.5F, 7.0F}, {5.0F, 5.9F}, {6.21F, 6.29F}, {6.3F, 6.1F}}) {
-        EXPECT_FALSE(SetRadialRange(1, a, b));
+        EXPECT_FALSE(SetRadialRange(RowNo(1), a, b));
         EXPECT_EQ(Range(1), Points(3, 3));
     }
 }
@@ -279,7 +279,7 @@ TEST_F(SetConstraints, TiesFromOtherRowsAreAskedForOneByOne) {
     Work.OffsetLink[18] = 4;
     ExpectQuestion("The baseline for file #1" + FromOther, BoxAnswer::Yes);
     ExpectQuestion("The baseline for file #18" + FromOther, BoxAnswer::No);
-    RemoveSetConstraints(4);
+    RemoveSetConstraints(RowNo(4));
     EXPECT_EQ(Work.OffsetLink[1], 0);
     EXPECT_EQ(Work.OffsetLink[3], 2);
     EXPECT_EQ(Work.OffsetLink[18], 4);
@@ -289,10 +289,10 @@ TEST_F(SetConstraints, ATieOfTheRowItselfIsAskedForAlone) {
     Work.OffsetLink[4] = 7;
     Work.OffsetLink[5] = 4;
     ExpectQuestion(ToOther, BoxAnswer::No);
-    RemoveSetConstraints(4);
+    RemoveSetConstraints(RowNo(4));
     EXPECT_EQ(Work.OffsetLink[4], 7);
     ExpectQuestion(ToOther, BoxAnswer::Yes);
-    RemoveSetConstraints(4);
+    RemoveSetConstraints(RowNo(4));
     EXPECT_EQ(Work.OffsetLink[4], 0);
     EXPECT_EQ(Work.OffsetLink[5], 4);
 }
@@ -300,11 +300,11 @@ TEST_F(SetConstraints, ATieOfTheRowItselfIsAskedForAlone) {
 TEST_F(SetConstraints, BothConcentrationsGoTogether) {
     Work.ConcConstraintB[4] = 0.5F;
     ExpectQuestion(Concentrations, BoxAnswer::No);
-    RemoveSetConstraints(4);
+    RemoveSetConstraints(RowNo(4));
     EXPECT_EQ(Work.ConcConstraintB[4], 0.5F);
     Work.ConcConstraintA[4] = 0.25F;
     ExpectQuestion(Concentrations, BoxAnswer::Yes);
-    RemoveSetConstraints(4);
+    RemoveSetConstraints(RowNo(4));
     EXPECT_EQ(Work.ConcConstraintA[4], 0.0F);
     EXPECT_EQ(Work.ConcConstraintB[4], 0.0F);
 }
@@ -312,7 +312,7 @@ TEST_F(SetConstraints, BothConcentrationsGoTogether) {
 TEST_F(SetConstraints, ARowWithoutConstraintsIsNotAskedAbout) {
     Work.OffsetLink[1] = 2;
     Work.ConcConstraintA[1] = 0.5F;
-    RemoveSetConstraints(4);
+    RemoveSetConstraints(RowNo(4));
     EXPECT_TRUE(script.Asked.empty());
 }
 

@@ -117,7 +117,7 @@ TEST_F(ExtinctionRatios, KnownRatiosOfTheSameWavelengthAreAdopted) {
     Work.ScanWavelength[6] = 261.5F;
     Work.ExtinctionRatio[0][5] = 1.0F;
     Work.ExtinctionRatio[1][5] = 1.0F;
-    AdoptKnownRatios(5);
+    AdoptKnownRatios(RowNo(5));
     EXPECT_EQ(Ratios(5), (std::pair<float, float>{3.0F, 30.0F})); // the last one in reach
 }
 
@@ -126,14 +126,14 @@ TEST_F(ExtinctionRatios, RatiosThatWereEnteredAreNotReplaced) {
     Load(5, 260.0F);
     Work.ExtinctionRatio[0][5] = 1.0F;
     Work.ExtinctionRatio[1][5] = 1.5F;
-    AdoptKnownRatios(5);
+    AdoptKnownRatios(RowNo(5));
     EXPECT_EQ(Ratios(5), (std::pair<float, float>{1.0F, 1.5F}));
 }
 
 TEST_F(ExtinctionRatios, ARowWithoutAWavelengthHasNothingToGive) {
     Work.ExtinctionRatio[0][2] = 2.0F;
     Work.ScanWavelength[5] = 0.5F;
-    AdoptKnownRatios(5);
+    AdoptKnownRatios(RowNo(5));
     EXPECT_EQ(Ratios(5), One);
 }
 

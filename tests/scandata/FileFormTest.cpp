@@ -565,7 +565,7 @@ TEST_F(TableTest, FailingShiftGraphTurnsTheShiftOff) {
     Work.BaselineShifted[1] = FlagTrue;
     script.ExpectModal("Charts", [] { RaiseError(ErrorText::Overflow); });
     Warn("Error during baseline shift routine, turning off shift.\n\nOverflow");
-    AdjustBaselineShift(1);
+    AdjustBaselineShift(RowNo(1));
     EXPECT_EQ(Work.BaselineShifted[1], FlagFalse);
     EXPECT_EQ(Work.BaselineShift[1], 0.0F);
 }

@@ -99,7 +99,7 @@ TEST_F(CarriedParms, ARowTakenOutAndPutBackAtTheEndResumesItsValues) {
 TEST_F(CarriedParms, ANewChannelStartsFromZero) {
     Include({1, 2});
     BuildFitData();
-    SetChannel(3, 0);
+    SetChannel(RowNo(3), 0);
     Include({1, 2, 3});
     BuildFitData();
     EXPECT_EQ(SetParms(3), (Three{0, 0, 0}));

@@ -42,7 +42,7 @@ protected:
             during();
             ChartKey(key, 0);
         });
-        return SelectRange(1);
+        return SelectRange(RowNo(1));
     }
     static float Radius(long p) { return Work.ScanRadius[1][p]; }
     static float HalfSquare(float r) {
@@ -55,7 +55,7 @@ protected:
 };
 
 TEST_F(RangeGraphTest, ARowWithoutAScanHasNone) {
-    EXPECT_FALSE(SelectRange(2));
+    EXPECT_FALSE(SelectRange(RowNo(2)));
     EXPECT_TRUE(script.Asked.empty());
 }
 

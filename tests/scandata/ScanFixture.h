@@ -55,10 +55,10 @@ struct ScanTest : testing::Test {
         const std::string path = script.MakeFile(name, text);
         Work.ChosenPath = path;
         Work.ChosenName = name;
-        return ReadScan(path, row);
+        return ReadScan(path, RowNo(row));
     }
     bool ReadAsBaseline(const std::string& text, long row = 1) {
-        return ReadBaseline(script.MakeFile("baseline.RA1", text), row);
+        return ReadBaseline(script.MakeFile("baseline.RA1", text), RowNo(row));
     }
 };
 

@@ -135,20 +135,20 @@ TEST_F(ScanFailures, AMissingFileIsToldTwice) {
     const std::string path = script.Directory() + "/none.RA1";
     ExpectTold("File " + path + " does not exist");
     ExpectReadFailure("File not found", "none.RA1");
-    EXPECT_FALSE(ReadScan(path, 1).Ok);
+    EXPECT_FALSE(ReadScan(path, RowNo(1)).Ok);
 }
 
 TEST_F(ScanFailures, ADirectoryIsNoFile) {
     ExpectTold("File " + script.Directory() + " does not exist");
     ExpectReadFailure("Path/File access error", FileTitle(script.Directory()));
-    EXPECT_FALSE(ReadScan(script.Directory(), 1).Ok);
+    EXPECT_FALSE(ReadScan(script.Directory(), RowNo(1)).Ok);
 }
 
 TEST_F(ScanFailures, AFileThatMayNotBeRead) {
     const std::string path = script.MakeFile("locked.RA1", ScanText(ManyPoints(3)));
     Host.ReadFile = [](const std::string&) -> std::string { RaiseError(ErrorText::FileAccess); };
     ExpectReadFailure("Path/File access error", "locked.RA1");
-    EXPECT_FALSE(ReadScan(path, 1).Ok);
+    EXPECT_FALSE(ReadScan(path, RowNo(1)).Ok);
 }
 
 TEST_F(ScanFailures, ThePointerIsPutBack) {

@@ -60,13 +60,13 @@ TEST_F(ScanReading, TheDirectoryIsTheChosenPathUpToTheName) {
     const std::string path = script.MakeFile("00001.RA1", ScanText(ManyPoints(2)));
     Work.ChosenPath = "/data/run.RA1/old/run.RA1";
     Work.ChosenName = "run.RA1";
-    ASSERT_TRUE(ReadScan(path, 1).Ok);
+    ASSERT_TRUE(ReadScan(path, RowNo(1)).Ok);
     EXPECT_EQ(Work.ScanDirectory[1], "/data/");
 }
 
 TEST_F(ScanReading, WithoutAChoiceTheDirectoryIsThatOfTheFile) {
     const std::string path = script.MakeFile("00001.RA1", ScanText(ManyPoints(2)));
-    ASSERT_TRUE(ReadScan(path, 1).Ok);
+    ASSERT_TRUE(ReadScan(path, RowNo(1)).Ok);
     EXPECT_EQ(Work.ScanDirectory[1], script.Directory() + "/");
 }
 

@@ -30,14 +30,14 @@ TEST_F(ScanWriting, TheCellNumberStandsWhereTheConventionSays) {
 
 TEST_F(ScanWriting, TheNameTellsSetChannelCellAndSpeed) {
     Work.ScanRPM[3] = 20999.0F;
-    EXPECT_EQ(SuggestedScanName(3, 1), "s03_1_20.RA1");
+    EXPECT_EQ(SuggestedScanName(RowNo(3), 1), "s03_1_20.RA1");
     Work.DataChannel[3] = 2;
-    EXPECT_EQ(SuggestedScanName(3, 4), "s03b4_20.RA4");
+    EXPECT_EQ(SuggestedScanName(RowNo(3), 4), "s03b4_20.RA4");
     Work.InterferenceData = FlagTrue;
-    EXPECT_EQ(SuggestedScanName(12, 4), "s12_4_0.IP4");
+    EXPECT_EQ(SuggestedScanName(RowNo(12), 4), "s12_4_0.IP4");
     Work.InterferenceData = 0;
     Work.DataTypeName = "FI";
-    EXPECT_EQ(SuggestedScanName(12, 4), "s12_4_0.FI4");
+    EXPECT_EQ(SuggestedScanName(RowNo(12), 4), "s12_4_0.FI4");
 }
 
 TEST_F(ScanWriting, TheOfferedNameTellsItsTypeAndItsCellAgain) {
@@ -45,7 +45,7 @@ TEST_F(ScanWriting, TheOfferedNameTellsItsTypeAndItsCellAgain) {
          std::vector<std::pair<int, std::string>>{{0, "Absorbance"}, {-1, "Fringes"}, {0, "FI"}}) {
         Work.InterferenceData = ToInt16(interference);
         Work.DataTypeName = type;
-        const std::string name = SuggestedScanName(5, 3);
+        const std::string name = SuggestedScanName(RowNo(5), 3);
         Work.InterferenceData = 7;
         Work.DataTypeName = "";
         SettleDataType(name);
@@ -60,10 +60,11 @@ TEST_F(ScanWriting, TheOfferedNameTellsItsTypeAndItsCellAgain) {
 
 TEST_F(ScanWriting, TheHeaderHasTheOrderOfTheReader) {
     ASSERT_TRUE(Read(ScanText(ManyPoints(2), "R 2 20.5 14000 0131226 1.9080E11 281 32", "SegB")).Ok);
-    EXPECT_EQ(ScanHeaderText("A comment", 1, 2), "A comment\r\nR 2 20.5 14000 0131226 1.908E+11 281 32\r\n");
+    EXPECT_EQ(ScanHeaderText("A comment", RowNo(1), 2),
+              "A comment\r\nR 2 20.5 14000 0131226 1.908E+11 281 32\r\n");
     Work.InterferenceData = FlagTrue;
     Work.ScanTemperature[1] = 4.0F;
-    EXPECT_EQ(ScanHeaderText("", 1, 12), "\r\nP12 4.0 14000 0131226 1.908E+11 281 32\r\n");
+    EXPECT_EQ(ScanHeaderText("", RowNo(1), 12), "\r\nP12 4.0 14000 0131226 1.908E+11 281 32\r\n");
 }
 
 TEST_F(ScanWriting, APointIsTwoNumbersPartedByBlanks) {
@@ -77,10 +78,10 @@ TEST_F(ScanWriting, TheGoodPointsComeBack) {
     Work.FitRange[0][1] = 7;
     Work.FitRange[1][1] = 31;
     const std::string path = PathOf("s01_2_14.RA2");
-    WriteScan(path, 1, 2);
+    WriteScan(path, RowNo(1), 2);
     Work.InterferenceData = 0;
     Work.ScanWavelength[1] = Work.ScanWavelength[2] = 281.0F;
-    const ScanReadResult read = ReadScan(path, 2);
+    const ScanReadResult read = ReadScan(path, RowNo(2));
     ASSERT_TRUE(read.Ok);
     EXPECT_EQ(Work.InterferenceData, FlagTrue);
     EXPECT_EQ(Work.ScanComment[2], "SegB, \"x\"");
@@ -129,26 +130,26 @@ TEST_F(ScanWriting, AnyHeaderComesBack) {
         Work.ScanWavelength[1] = i % 3 == 0 ? std::floor(number(1, 900)) : number(0, 1000);
         Work.ScanTime[1] = static_cast<std::int32_t>(random() >> (1 + random() % 31));
         Work.ScansAveraged[1] = ToInt16(static_cast<long>(random() % 32768) >> (random() % 16));
-        WriteScan(path, 1, 1);
+        WriteScan(path, RowNo(1), 1);
         Work.InterferenceData = 0;
         Work.ScanWavelength[2] = 0.0F;
         script.AnswerAllMessages(BoxAnswer::Ok);
         Host.ShowModal = [](const std::string&) {};
-        ASSERT_TRUE(ReadScan(path, 2).Ok) << ScanHeaderText("", 1, 1);
+        ASSERT_TRUE(ReadScan(path, RowNo(2)).Ok) << ScanHeaderText("", RowNo(1), 1);
         EXPECT_EQ(Work.ScanTemperature[2], Work.ScanTemperature[1]);
         EXPECT_EQ(Work.ScanRPM[2], Work.ScanRPM[1]);
         EXPECT_EQ(Work.ScanOmega2t[2], Work.ScanOmega2t[1]);
         EXPECT_EQ(Work.ScanWavelength[2], Work.ScanWavelength[1]);
         EXPECT_EQ(Work.ScanTime[2], Work.ScanTime[1]);
-        EXPECT_EQ(Work.ScansAveraged[2], Work.ScansAveraged[1]) << ScanHeaderText("", 1, 1);
+        EXPECT_EQ(Work.ScansAveraged[2], Work.ScansAveraged[1]) << ScanHeaderText("", RowNo(1), 1);
     }
 }
 
 TEST_F(ScanWriting, AWrittenScanServesAsABaseline) {
     ASSERT_TRUE(Read(ScanText(ManyPoints(10), "R 2 20.5 14000 0131226 1.9080E11 281 32")).Ok);
     const std::string path = PathOf("b.RA1");
-    WriteScan(path, 1, 2);
-    ASSERT_TRUE(ReadBaseline(path, 1));
+    WriteScan(path, RowNo(1), 2);
+    ASSERT_TRUE(ReadBaseline(path, RowNo(1)));
     EXPECT_EQ(Work.BaselineRPM[1], 14000.0F);
     EXPECT_TRUE(Work.BaselineRadius[1] == Work.ScanRadius[1]);
     EXPECT_TRUE(Work.BaselineValue[1] == Work.ScanValue[1]);
@@ -157,7 +158,7 @@ TEST_F(ScanWriting, AWrittenScanServesAsABaseline) {
 TEST_F(ScanWriting, AFailureOfTheDiskIsToldToTheCaller) {
     ASSERT_TRUE(Read(ScanText(ManyPoints(3))).Ok);
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::DiskFull); };
-    EXPECT_THROW(WriteScan(PathOf("full.RA1"), 1, 1), RuntimeError);
+    EXPECT_THROW(WriteScan(PathOf("full.RA1"), RowNo(1), 1), RuntimeError);
 }
 
 // A single species in two sets with zero offsets of 0.125 and 0.25; the second one carries a pseudo-point.
@@ -188,7 +189,7 @@ struct ResidualWriting : ScanWriting {
         return Work.ScanValue[2][p] - (std::exp(1.5 * x - 3.0) + offset);
     }
     void ExpectFile(const std::string& path, const std::string& comment, double offset) {
-        ASSERT_TRUE(ReadScan(path, 3).Ok);
+        ASSERT_TRUE(ReadScan(path, RowNo(3)).Ok);
         EXPECT_EQ(Work.ScanComment[3], comment);
         EXPECT_EQ(Work.ScanRPM[3], Work.ScanRPM[2]);
         ASSERT_EQ(Work.ScanPoints[3], 10);
@@ -201,28 +202,28 @@ struct ResidualWriting : ScanWriting {
 
 TEST_F(ResidualWriting, TheResidualsOfASet) {
     const Workspace before = Work;
-    ASSERT_TRUE(WriteResiduals(PathOf("r.RA1"), 2, 1, false));
+    ASSERT_TRUE(WriteResiduals(PathOf("r.RA1"), SetNo(2), 1, false));
     EXPECT_TRUE(Work == before);
     ExpectFile(PathOf("r.RA1"), "residuals", 0.25);
 }
 
 TEST_F(ResidualWriting, TheZeroOffsetStaysInTheFileOnRequest) {
     const Workspace before = Work;
-    ASSERT_TRUE(WriteResiduals(PathOf("r.RA1"), 2, 1, true));
+    ASSERT_TRUE(WriteResiduals(PathOf("r.RA1"), SetNo(2), 1, true));
     EXPECT_TRUE(Work == before);
     ExpectFile(PathOf("r.RA1"), "residuals with no offset", 0.0);
 }
 
 TEST_F(ResidualWriting, TheFittedFunctionIsAsBeforeAfterwards) {
     const double value = FitFunction(25);
-    ASSERT_TRUE(WriteResiduals(PathOf("r.RA1"), 2, 1, true));
+    ASSERT_TRUE(WriteResiduals(PathOf("r.RA1"), SetNo(2), 1, true));
     EXPECT_EQ(FitFunction(25), value);
 }
 
 TEST_F(ResidualWriting, AFaultOfTheModelIsToldOnceAndWritesNothing) {
     Work.Parms[0] = 1e30F;
     script.AnswerAllMessages(BoxAnswer::Ok);
-    EXPECT_FALSE(WriteResiduals(PathOf("r.RA1"), 2, 1, true));
+    EXPECT_FALSE(WriteResiduals(PathOf("r.RA1"), SetNo(2), 1, true));
     EXPECT_EQ(script.Asked.size(), 1U);
     EXPECT_FALSE(Host.FileExists(PathOf("r.RA1")));
     EXPECT_EQ(Work.AbortFit, 0);
