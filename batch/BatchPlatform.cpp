@@ -1,7 +1,10 @@
 #include "batch/BatchPlatform.h"
 
 #include "batch/OneLine.h"
-#include "files/WholeFile.h"
+#include "files/FileLock.h"
+#include "files/FileTarget.h"
+#include "files/ReadWhole.h"
+#include "files/WriteWhole.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "workspace/records/Workspace.h"
@@ -134,6 +137,8 @@ void InstallBatchPlatform() {
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
     p.DirectoryExists = IsDirectory;
+    p.IsThisProgram = IsThisProgram;
+    p.HoldFile = HoldFile;
     p.Clock = LocalClock;
     p.Uniform = NextUniform;
     p.ServeEvents = ServeEvents;

@@ -1,7 +1,6 @@
 #pragma once
 // The seam's filling for a run without anybody to ask: messages go to standard error, questions get the
-// documented answers, files are those of the
-// system (files/WholeFile.h).
+// documented answers, files are those of the system (files/).
 //
 //     Questions   "Do you want new guesses for the concentrations?" is answered with Yes, once, unless the
 //                 job forbids it; a value outside its bounds is taken; everything else gets the answer that

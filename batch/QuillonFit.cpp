@@ -9,7 +9,7 @@
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
 #include "batch/SavedFit.h"
-#include "files/WholeFile.h"
+#include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
 #include "reporting/Report.h"

@@ -28,7 +28,7 @@ bool EndsWith(const std::string& path, const std::string& ending) {
 
 // The refusals that the program tells in boxes.
 void CheckHeader(const FitFileHeader& header, const std::string& path) {
-    if (header.Program != Work.ProgramNameUpper)
+    if (!SameProgram(header.Program, Work.ProgramNameUpper))
         FailFit(path, "this file is a fit from " + header.Program + " not " + Work.ProgramNameUpper);
     if (NumericPrefix(header.Version) < static_cast<double>(Work.FileFormatVersion))
         FailFit(path, "this file is a fit from version " + header.Version +

@@ -1,50 +1,22 @@
+#include "files/WriteWhole.h"
+
 #include "files/Descriptor.h"
-#include "files/WholeFile.h"
-#include "platform/RuntimeError.h"
+#include "files/FileStep.h"
+#include "files/FileTarget.h"
+#include "files/Leftovers.h"
+#include "files/ReadWhole.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <climits>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <sys/stat.h>
 
 namespace Quillon {
 
-std::function<int(FileStep)> BeforeFileStep;
-
 namespace {
 
 constexpr std::size_t LargestPiece = 65536; // bytes of one write
-constexpr int LongestChain = 40;            // links behind one another, as many as the system follows
-
-const char* WriteErrorText(int error) {
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        return ErrorText::DiskFull;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return ErrorText::PermissionDenied;
-    case ENOENT:
-    case ENOTDIR:
-        return ErrorText::PathNotFound;
-    default:
-        return ErrorText::FileAccess;
-    }
-}
-
-[[noreturn]] void RaiseWriteError(int error) {
-    RaiseError(WriteErrorText(error));
-}
-
-// A step on the disk: 0, or the error number. call returns -1 when it has failed.
-template <class Call> int Step(FileStep step, const Call& call) {
-    if (const int injected = BeforeFileStep ? BeforeFileStep(step) : 0) return injected;
-    return call() == -1 ? errno : 0;
-}
 
 int WriteAll(int descriptor, const std::string& bytes) {
     std::size_t done = 0;
@@ -67,28 +39,9 @@ int Flush(FileStep step, int descriptor) {
     return error == EINVAL || error == ENOSYS ? 0 : error;
 }
 
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return "./";
-    return path.substr(0, slash + 1);
-}
-
-// The file behind a link, which need not be there.
-std::string BehindLinks(std::string path) {
-    for (int i = 0; i < LongestChain; ++i) {
-        char target[PATH_MAX];
-        const ssize_t length = ::readlink(path.c_str(), target, sizeof target);
-        if (length <= 0) return path; // no link
-        const std::string next(target, static_cast<std::size_t>(length));
-        path = next[0] == '/' ? next : FolderOf(path) + next;
-    }
-    RaiseError(ErrorText::FileAccess);
-}
-
-// A name of this process's own, of a length that every directory takes; "." keeps it out of most listings.
-std::string NameBeside(const std::string& folder) {
-    static unsigned count = 0;
-    return folder + ".quillon-" + std::to_string(::getpid()) + "-" + std::to_string(++count);
+// Some file systems tell here for the first time that bytes have been lost.
+int CloseChecked(Descriptor& file) {
+    return Step(FileStep::Close, [&] { return file.Close(); });
 }
 
 // What is to be written, and where.
@@ -125,46 +78,54 @@ int Replace(const std::string& beside, const Replacement& what) {
     return error;
 }
 
+// Tries names until one is free: another process of our number may have left some.
+template <class Call>
+int UnderFreeName(FileStep step, const Replacement& what, std::string& beside, const Call& call) {
+    int error = EEXIST;
+    for (int i = 0; i < 100 && error == EEXIST; ++i) {
+        beside = NameBeside(what.Folder);
+        error = Step(step, call);
+    }
+    return error;
+}
+
 // A file without a name. Unsupported: the file system has no such files, and nothing has been left.
 constexpr int Unsupported = -1;
 
 int WriteNameless(const Replacement& what) {
     int number = -1;
     const int refused = Step(FileStep::Make, [&] {
-        number = ::open(what.Folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, what.Mode());
-        return number;
+        return number = ::open(what.Folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, what.Mode());
     });
     Descriptor file(number);
     if (refused == EOPNOTSUPP || refused == EISDIR || refused == EINVAL) return Unsupported;
     if (refused) return refused;
+    MarkInUse(file.Number);
     if (const int error = Fill(file.Number, what)) return error;
     const std::string open = "/proc/self/fd/" + std::to_string(file.Number);
     std::string beside;
-    int error = EEXIST;
-    for (int i = 0; i < 100 && error == EEXIST; ++i) { // another process of that number may have left some
-        beside = NameBeside(what.Folder);
-        error = Step(FileStep::Name, [&] {
+    if (UnderFreeName(FileStep::Name, what, beside, [&] {
             return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, beside.c_str(), AT_SYMLINK_FOLLOW);
-        });
+        }))
+        return Unsupported;
+    if (const int error = CloseChecked(file)) {
+        ::unlink(beside.c_str());
+        return error;
     }
-    return error ? Unsupported : Replace(beside, what);
+    return Replace(beside, what);
 }
 
 int WriteNamed(const Replacement& what) {
     std::string beside;
     int number = -1;
-    int error = EEXIST;
-    for (int i = 0; i < 100 && error == EEXIST; ++i) {
-        beside = NameBeside(what.Folder);
-        error = Step(FileStep::Make, [&] {
-            number = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, what.Mode());
-            return number;
-        });
-    }
+    int error = UnderFreeName(FileStep::Make, what, beside, [&] {
+        return number = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, what.Mode());
+    });
     if (error) return error;
     Descriptor file(number);
+    MarkInUse(file.Number);
     error = Fill(file.Number, what);
-    if (file.Close() != 0 && !error) error = errno;
+    if (!error) error = CloseChecked(file);
     if (!error) return Replace(beside, what);
     ::unlink(beside.c_str());
     return error;
@@ -176,35 +137,97 @@ void FlushName(const Replacement& what) {
     if (folder) Flush(FileStep::FlushName, folder.Number);
 }
 
-void WriteInPlace(const std::string& path, const std::string& bytes) {
+int WriteBeside(const Replacement& what) {
+    RemoveLeftovers(what.Folder);
+    const int error = WriteNameless(what);
+    return error == Unsupported ? WriteNamed(what) : error;
+}
+
+// --- in place
+// -----------------------------------------------------------------------------------------------
+
+int Overwrite(const std::string& path, const std::string& bytes) {
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!file) return errno;
+    int error = WriteAll(file.Number, bytes);
+    if (!error && ::ftruncate(file.Number, static_cast<off_t>(bytes.size())) != 0) error = errno;
+    if (!error) error = Flush(FileStep::Flush, file.Number);
+    return error ? error : CloseChecked(file);
+}
+
+// A copy that stands there already may be all that is left from a write that was cut off.
+std::string NameOfCopy(const std::string& target) {
+    std::string name = target + ".former";
+    for (int n = 2; IsFile(name); ++n)
+        name = target + ".former-" + std::to_string(n);
+    return name;
+}
+
+// A file that is a mount point keeps its place. Its former bytes stand beside it under a name that is not
+// swept away until the new ones do.
+void WriteOverMountPoint(const Replacement& what) {
+    const std::string former = ReadWhole(what.Target);
+    const std::string copy = NameOfCopy(what.Target);
+    if (const int error = WriteBeside({what.Folder, copy, former, what.Former})) RaiseWriteError(error);
+    if (const int error = Overwrite(what.Target, what.Bytes)) {
+        if (Overwrite(what.Target, former) != 0)
+            RaiseError(WriteErrorText(error) + "; what stood there before is in " + copy);
+        ::unlink(copy.c_str());
+        RaiseWriteError(error);
+    }
+    ::unlink(copy.c_str());
+}
+
+void WriteToDevice(const std::string& path, const std::string& bytes) {
     Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
     if (!file) RaiseWriteError(errno);
     if (const int error = WriteAll(file.Number, bytes)) RaiseWriteError(error);
 }
 
+// Behind what stands there: our own descriptor knows where that ends, one of another process is opened anew.
+void WriteToDescriptor(const std::string& path, const std::string& bytes) {
+    int number = -1;
+    const std::string name = path.substr(FolderOf(path).size());
+    std::from_chars(name.data(), name.data() + name.size(), number);
+    struct stat own {
+    }, meant{};
+    const bool ours = ::fstat(number, &own) == 0 && ::stat(path.c_str(), &meant) == 0 &&
+                      own.st_dev == meant.st_dev && own.st_ino == meant.st_ino;
+    const Descriptor opened(ours ? -1 : ::open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
+    if (!ours && !opened) RaiseWriteError(errno);
+    if (const int error = WriteAll(ours ? number : opened.Number, bytes)) RaiseWriteError(error);
+}
+
+std::string WhyNotHere(const FileTarget& target) {
+    if (target.Error) return WriteErrorText(target.Error);
+    if (target.Exists && S_ISDIR(target.Status.st_mode)) return WriteErrorText(EISDIR);
+    if (target.Exists && ::access(target.Path.c_str(), W_OK) != 0) return WriteErrorText(errno);
+    return "";
+}
+
 } // namespace
 
 void WriteWhole(const std::string& path, const std::string& bytes) {
-    struct stat former {};
-    const bool exists = ::stat(path.c_str(), &former) == 0;
-    if ((exists && S_ISDIR(former.st_mode)) || path.empty()) RaiseError(ErrorText::FileAccess);
-    if (exists && !S_ISREG(former.st_mode)) return WriteInPlace(path, bytes);
-    const std::string target = BehindLinks(path);
-    if (exists && ::access(target.c_str(), W_OK) != 0) RaiseWriteError(errno);
-    const Replacement what{FolderOf(target), target, bytes, exists ? &former : nullptr};
-    int error = WriteNameless(what);
-    if (error == Unsupported) error = WriteNamed(what);
+    if (path.empty()) RaiseError(ErrorText::PathNotFound);
+    const FileTarget target = FindTarget(path);
+    if (const std::string reason = WhyNotHere(target); !reason.empty()) RaiseError(reason);
+    if (target.OpenElsewhere) return WriteToDescriptor(target.Path, bytes);
+    if (target.Exists && !S_ISREG(target.Status.st_mode)) return WriteToDevice(target.Path, bytes);
+    const Replacement what{FolderOf(target.Path), target.Path, bytes,
+                           target.Exists ? &target.Status : nullptr};
+    const int error = WriteBeside(what);
+    if (error == EBUSY && target.Exists) return WriteOverMountPoint(what);
     if (error) RaiseWriteError(error);
     FlushName(what);
 }
 
 std::string WhyNotWritable(const std::string& path) {
-    struct stat status {};
-    const bool exists = ::stat(path.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode)) return "is a directory";
-    if (exists && ::access(path.c_str(), W_OK) != 0) return WriteErrorText(errno);
-    if (exists && !S_ISREG(status.st_mode)) return "";
-    return ::access(FolderOf(BehindLinks(path)).c_str(), W_OK) == 0 ? "" : WriteErrorText(errno);
+    const FileTarget target = FindTarget(path);
+    const std::string reason = WhyNotHere(target);
+    if (!reason.empty()) return reason;
+    if (target.OpenElsewhere) return target.Exists ? "" : WriteErrorText(ENOENT);
+    if (target.Exists && !S_ISREG(target.Status.st_mode)) return "";
+    return ::access(FolderOf(target.Path).c_str(), W_OK) == 0 ? "" : WriteErrorText(errno);
 }
 
 void WriteStandardOutput(const std::string& bytes) {

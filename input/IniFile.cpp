@@ -141,16 +141,22 @@ std::string WithIniValue(const std::string& bytes, std::string_view section, std
 }
 
 std::string ReadIniFile(const std::string& path) {
-    return Host.FileExists(path) ? Host.ReadFile(path) : std::string{};
+    try {
+        return Host.ReadFile(path);
+    } catch (const RuntimeError& error) {
+        if (error.Text == ErrorText::FileNotFound) return "";
+        throw;
+    }
 }
 
 void WriteIniValue(const std::string& path, std::string_view section, std::string_view key,
                    std::string_view value) {
-    Host.WriteFile(path, WithIniValue(ReadIniFile(path), section, key, value));
+    WriteIniValues(path, section, {{std::string(key), std::string(value)}});
 }
 
 void WriteIniValues(const std::string& path, std::string_view section,
                     const std::vector<IniSetting>& settings) {
+    const std::shared_ptr<void> hold = Host.HoldFile(path); // between the read and the write nobody else
     std::string bytes = ReadIniFile(path);
     for (const IniSetting& setting : settings)
         bytes = WithIniValue(bytes, section, setting.Key, setting.Value);

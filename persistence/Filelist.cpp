@@ -77,6 +77,7 @@ template <class Change> void ChangeList(const Change& change) {
         shown = true;
     };
     try {
+        const std::shared_ptr<void> hold = Host.HoldFile(IniFilePath());
         const std::string ini = ReadIniFile(IniFilePath());
         paths = ListAtHand(ini);
         show();

@@ -110,6 +110,12 @@ void SizeArrays(Workspace& w) {
 
 } // namespace
 
+bool SameProgram(std::string_view one, std::string_view other) {
+    const auto capital = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [&](char a, char b) { return capital(a) == capital(b); });
+}
+
 FitFileHeader ReadFitHeader(const std::string& bytes) {
     FitFileHeader header;
     FitReader reader(bytes);
@@ -136,7 +142,8 @@ std::string EncodeFit(const Workspace& analysis) {
 
 DecodedFit DecodeFit(const std::string& bytes, const Workspace& present) {
     const FitFileHeader header = ReadFitHeader(bytes);
-    if (header.Program != present.ProgramNameUpper) RaiseError("this is a fit from " + header.Program);
+    if (!SameProgram(header.Program, present.ProgramNameUpper))
+        RaiseError("this is a fit from " + header.Program);
 
     DecodedFit fit{FreshAnalysis(present)};
     FitReader reader(std::string_view(bytes).substr(header.Size));

@@ -112,7 +112,7 @@ AdoptedFit AdoptBusy(const std::string& bytes, const std::string& path) {
 RestoreOutcome TryReadFitFile(const std::string& path, bool fromCommandLine) {
     const std::string bytes = ReadBusy(path);
     const FitFileHeader header = ReadFitHeader(bytes);
-    if (header.Program != Work.ProgramNameUpper) {
+    if (!SameProgram(header.Program, Work.ProgramNameUpper)) {
         if (!OpenInSisterProgram(header.Program, path, fromCommandLine)) return GiveUp();
         return {RestoreEnd::HandedOver, "", fromCommandLine};
     }

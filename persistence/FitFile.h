@@ -9,6 +9,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <string>
+#include <string_view>
 
 namespace Quillon {
 
@@ -20,6 +21,10 @@ struct FitFileHeader {
     std::string Version; // of the program that wrote it
     std::size_t Size{};  // bytes that the two take
 };
+
+// True when two names are those of one program: without regard to case, since a program that took a file of
+// its own for another's would look for that other and find itself, again and again.
+bool SameProgram(std::string_view one, std::string_view other);
 
 // RuntimeError when the bytes do not start like a fit save file of this program or of a sister of it.
 FitFileHeader ReadFitHeader(const std::string& bytes);

@@ -23,11 +23,17 @@ std::string IniBytes() {
     }
 }
 
-// The stored place of a program; "" when there is none, or nothing is there any more.
+// A program other than this one: started with a file that it takes for another's, this one would look for
+// that other again, and start itself without end.
+bool IsOtherProgram(const std::string& place) {
+    return Host.FileExists(place) && !Host.IsThisProgram(place);
+}
+
+// The stored place of a program; "" when there is none, or it is not there any more.
 std::string StoredLocation(const std::string& program) {
     const std::string place =
         IniValue(IniBytes(), IniSection::ProgramLocations, program).substr(0, LongestLocation);
-    return place.size() >= ShortestLocation && Host.FileExists(place) ? place : "";
+    return place.size() >= ShortestLocation && IsOtherProgram(place) ? place : "";
 }
 
 // A place that cannot be remembered is asked for again the next time.
@@ -44,7 +50,7 @@ bool AskAndStart(const std::string& program, const std::string& path) {
         Host.AskText({BelongsTo(program) + "Please enter the full path to this program, including the "
                                            "program name and '.exe'.",
                       Work.ProgramName, ""});
-    if (answer.Cancelled || !Host.FileExists(answer.Text)) return false;
+    if (answer.Cancelled || !IsOtherProgram(answer.Text)) return false;
     if (!Host.StartProgram(answer.Text, path)) return false;
     RememberLocation(program, answer.Text);
     return true;

@@ -13,6 +13,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -74,13 +75,15 @@ struct Platform {
     // the box has one, as No with YesNo, as Ok with Ok. May serve events.
     std::function<BoxAnswer(const BoxRequest&)> MessageBoxAnswer;
 
-    // Reads a whole file. Failure is a RuntimeError: "File not found", "Path/File access error" for a
-    // directory or a file that may not be read.
+    // Reads a whole file. Failure is a RuntimeError: "File not found" where certainly nothing stands under
+    // the name; otherwise why it cannot be read ("Permission denied", "it is a directory", "it is larger than
+    // 256 MB", "Out of memory", "Path/File access error: ...").
     std::function<std::string(const std::string& path)> ReadFile;
 
     // Writes a whole file so that at no moment less than the former file stands under the name: beside the
     // target, flushed, renamed over it. Failure is a RuntimeError ("Disk full", "Permission denied",
-    // "Path not found", "Path/File access error"), and the former file is then unchanged.
+    // "Path not found", "it is a directory", "Path/File access error: ..."), and the former file is then
+    // unchanged.
     std::function<void(const std::string& path, const std::string& bytes)> WriteFile;
 
     std::function<bool(const std::string& path)> FileExists;      // a file, not a directory
@@ -132,6 +135,14 @@ struct Platform {
     // Starts a program with one argument and does not wait for it; false when it cannot be started.
     std::function<bool(const std::string& program, const std::string& argument)> StartProgram;
 
+    // True when a path is that of the program that is running, by whatever name.
+    std::function<bool(const std::string& path)> IsThisProgram;
+
+    // Keeps other copies of the program from changing a file for as long as the result lives; around a read
+    // and the write that depends on it. Empty when nobody could be kept out: work goes on all the same. Not
+    // to be asked for again meanwhile.
+    std::function<std::shared_ptr<void>(const std::string& path)> HoldFile;
+
     // The character that the system writes between whole part and fraction: '.' or ','.
     std::function<char()> DecimalMark;
 };
@@ -167,6 +178,8 @@ inline void InstallPlatform(Platform filling) {
     orElse(filling.SetClipboardText, [](const std::string&) { return false; });
     orElse(filling.ClipboardText, [] { return std::string{}; });
     orElse(filling.StartProgram, [](const std::string&, const std::string&) { return false; });
+    orElse(filling.IsThisProgram, [](const std::string&) { return false; });
+    orElse(filling.HoldFile, [](const std::string&) { return std::shared_ptr<void>{}; });
     orElse(filling.DecimalMark, [] { return '.'; });
     Host = std::move(filling);
 }

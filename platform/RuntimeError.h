@@ -29,6 +29,7 @@ inline constexpr const char* PermissionDenied = "Permission denied";
 inline constexpr const char* PastEndOfFile = "Input past end of file";
 inline constexpr const char* DiskFull = "Disk full";
 inline constexpr const char* FileAccess = "Path/File access error";
+inline constexpr const char* OutOfMemory = "Out of memory";
 } // namespace ErrorText
 
 } // namespace Quillon

@@ -1,7 +1,10 @@
 #include "forms/shell/DesktopPlatform.h"
 
 #include "chart/records/ChartState.h"
-#include "files/WholeFile.h"
+#include "files/FileLock.h"
+#include "files/FileTarget.h"
+#include "files/ReadWhole.h"
+#include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
@@ -235,6 +238,8 @@ void InstallDesktopPlatform() {
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
     p.DirectoryExists = IsDirectory;
+    p.IsThisProgram = IsThisProgram;
+    p.HoldFile = HoldFile;
     p.RemoveFile = [](const std::string& path) { QFile::remove(PathText(path)); };
     p.ListFiles = NamesIn;
     p.FileRoots = Roots;

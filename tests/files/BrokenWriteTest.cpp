@@ -1,6 +1,8 @@
 // Writes that are cut off: at each step, at any byte, by an error or by the death of the program. What stands
 // under the name is the whole former file or the whole new one.
-#include "files/WholeFile.h"
+#include "files/FileStep.h"
+#include "files/ReadWhole.h"
+#include "files/WriteWhole.h"
 
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -12,6 +14,7 @@
 #include <filesystem>
 #include <random>
 #include <set>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Quillon {
@@ -51,11 +54,13 @@ struct BrokenWrites : testing::TestWithParam<bool> {
             return 0;
         });
         WriteWhole(Path, Latter);
+        BeforeFileStep = nullptr;
         WriteWholeFile(Path, Former);
         return steps;
     }
     Script TheScript;
     std::string Path;
+    int Busy = 0; // names taken over so far
 };
 
 INSTANTIATE_TEST_SUITE_P(EitherWay, BrokenWrites, testing::Bool(),
@@ -67,12 +72,26 @@ TEST_P(BrokenWrites, TheStepsStandInAnOrderThatLosesNothing) {
     // Where the directory of the tests knows no nameless files, both ways are the same.
     std::erase(steps, S::Name);
     EXPECT_EQ(steps, (std::vector<S>{S::Make, S::Write, S::Write, S::Write, S::Write, S::Keep, S::Flush,
-                                     S::Replace, S::FlushName}));
+                                     S::Close, S::Replace, S::FlushName}));
+}
+
+// Without the flush a loss of power leaves a file of the new name that is empty.
+TEST_P(BrokenWrites, ANewFileIsOnTheDiskBeforeItTakesItsName) {
+    using S = FileStep;
+    std::vector<S> steps;
+    Ask([&](FileStep step) {
+        if (step != S::Write && step != S::Name) steps.push_back(step);
+        return 0;
+    });
+    WriteWhole(TheScript.Directory() + "/new", Latter);
+    EXPECT_EQ(steps, (std::vector<S>{S::Make, S::Flush, S::Close, S::Replace, S::FlushName}));
 }
 
 TEST_P(BrokenWrites, KilledAtEachStep) {
     const std::vector<FileStep> steps = Steps();
-    bool replaced = false;
+    Path = TheScript.MakeFile("killed/target", Former); // no save of this process's own yet
+    const auto names = [&] { return NamesIn(TheScript.Directory() + "/killed"); };
+    bool replaced = false, left = false;
     for (std::size_t n = 0; n < steps.size(); ++n) {
         const int signal = InChild([&] {
             std::size_t at = 0;
@@ -85,22 +104,24 @@ TEST_P(BrokenWrites, KilledAtEachStep) {
         EXPECT_EQ(signal, SIGKILL);
         EXPECT_EQ(ReadWhole(Path), replaced ? Latter : Former) << "killed before step " << n;
         replaced |= steps[n] == FileStep::Replace;
-        // What a death left, if anything, is out of the way of the next save.
-        for (const std::string& name : NamesIn(TheScript.Directory()))
-            EXPECT_TRUE(name == "target" || name.starts_with(".quillon-")) << name;
+        left |= names().size() > 1;
         BeforeFileStep = nullptr;
-        WriteWhole(Path, replaced ? Latter : Former);
+        EXPECT_EQ(InChild([&] { WriteWhole(Path, replaced ? Latter : Former); }), 0);
+        EXPECT_EQ(names(), std::set<std::string>{"target"}) << "killed before step " << n;
     }
+    EXPECT_TRUE(left); // there was something to be removed
     EXPECT_TRUE(replaced);
 }
 
 TEST_P(BrokenWrites, AnErrorAtEachStepIsToldAndNothingIsLeft) {
     const std::vector<FileStep> steps = Steps();
-    const std::pair<int, const char*> errors[] = {
-        {ENOSPC, ErrorText::DiskFull},        {EDQUOT, ErrorText::DiskFull},
-        {EFBIG, ErrorText::DiskFull},         {EACCES, ErrorText::PermissionDenied},
-        {EROFS, ErrorText::PermissionDenied}, {ENOENT, ErrorText::PathNotFound},
-        {EIO, ErrorText::FileAccess}};
+    const std::pair<int, const char*> errors[] = {{ENOSPC, ErrorText::DiskFull},
+                                                  {EDQUOT, ErrorText::DiskFull},
+                                                  {EFBIG, ErrorText::DiskFull},
+                                                  {EACCES, ErrorText::PermissionDenied},
+                                                  {EROFS, ErrorText::PermissionDenied},
+                                                  {ENOENT, ErrorText::PathNotFound},
+                                                  {EIO, "Path/File access error: Input/output error"}};
     for (const auto& [number, text] : errors)
         for (std::size_t n = 0; n < steps.size(); ++n) {
             std::size_t at = 0;
@@ -126,6 +147,56 @@ TEST_P(BrokenWrites, AnInterruptedStepIsTakenAgain) {
     WriteWhole(Path, Latter);
     EXPECT_EQ(ReadWhole(Path), Latter);
     EXPECT_EQ(interrupts, 8);
+}
+
+// Where the name cannot be taken over, as that of a file mounted by itself, which the system calls busy.
+TEST_P(BrokenWrites, AFileThatIsAMountPointIsWrittenInPlace) {
+    struct stat before {
+    }, after{};
+    ASSERT_EQ(::stat(Path.c_str(), &before), 0);
+    const auto busy = [&](FileStep step) {
+        const bool ofTarget = step == FileStep::Replace && !fs::exists(Path + ".former");
+        if (ofTarget && ++Busy == 1) return EBUSY;
+        return 0;
+    };
+    for (const std::string& bytes : {Latter, Former}) { // longer, then shorter
+        Busy = 0;
+        Ask(busy);
+        WriteWhole(Path, bytes);
+        EXPECT_EQ(ReadWhole(Path), bytes);
+    }
+    ASSERT_EQ(::stat(Path.c_str(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(NamesIn(TheScript.Directory()), std::set<std::string>{"target"});
+}
+
+TEST_P(BrokenWrites, AMountPointThatCannotBeWrittenGetsItsFormerBytesBack) {
+    int writes = -1; // of the target itself, once the copy stands
+    const auto failing = [&](int from, int to) {
+        Busy = 0, writes = -1;
+        Ask([&, from, to](FileStep step) {
+            if (step == FileStep::Replace && ++Busy == 1) return EBUSY;
+            if (step == FileStep::FlushName || Busy < 2 || step != FileStep::Write) return 0;
+            ++writes;
+            return writes >= from && writes < to ? ENOSPC : 0;
+        });
+        try {
+            WriteWhole(Path, Latter);
+        } catch (const RuntimeError& error) {
+            return error.Text;
+        }
+        return std::string("no error");
+    };
+    EXPECT_EQ(failing(2, 3), ErrorText::DiskFull);
+    EXPECT_EQ(ReadWhole(Path), Former);
+    EXPECT_EQ(NamesIn(TheScript.Directory()), std::set<std::string>{"target"});
+    const std::string copy = Path + ".former";
+    EXPECT_EQ(failing(2, 99), "Disk full; what stood there before is in " + copy);
+    EXPECT_EQ(ReadWhole(copy), Former);
+    EXPECT_EQ(failing(99, 99), "no error"); // and the copy stays what it is: all that is left of the former
+    EXPECT_EQ(ReadWhole(copy), Former);
+    EXPECT_EQ(ReadWhole(Path), Latter);
+    EXPECT_EQ(NamesIn(TheScript.Directory()), (std::set<std::string>{"target", "target.former"}));
 }
 
 TEST_P(BrokenWrites, AFileSystemWithoutADiskIsNoFailure) {

@@ -449,12 +449,37 @@ TEST_F(SisterFit, AnIniFileThatCannotBeReadKnowsNoPlaces) {
 
 TEST_F(SisterFit, TheFirstFieldAloneTellsSistersApart) {
     std::string bytes = BytesByHand(SampleFit());
-    bytes.replace(2, 7, "Quillon"); // the letters count
+    bytes.replace(2, 7, "QUILLOM");
     const std::string path = Scripted.MakeFile("sister.quil", bytes);
     Scripted.ExpectMessage(
-        "This file is a fit from Quillon not QUILLON. Do you want to load it into Quillon instead?",
+        "This file is a fit from QUILLOM not QUILLON. Do you want to load it into QUILLOM instead?",
         BoxAnswer::No);
     EXPECT_EQ(ReadFitFile(path, false).End, RestoreEnd::GivenUp);
+}
+
+// Such a file was handed to a program of its name, which was this one, which handed it on.
+TEST_F(SisterFit, AFitNamedLikeThisProgramInSmallLettersIsItsOwn) {
+    std::string bytes = BytesByHand(SampleFit());
+    bytes.replace(2, 7, "Quillon");
+    WriteIniValue(In("QUILLON.ini"), "Program Locations", "Quillon", Program);
+    EXPECT_EQ(ReadFitFile(Scripted.MakeFile("own.quil", bytes), true).End, RestoreEnd::Restored);
+    EXPECT_TRUE(Started.empty());
+    EXPECT_EQ(Work.Model, SampleFit().Model);
+}
+
+TEST_F(SisterFit, ThisProgramIsNeverItsOwnSister) {
+    const std::string link = Scripted.MakeFile("other-by-name", "");
+    Host.IsThisProgram = [link](const std::string& path) { return path == link; };
+    Locate(link);
+    Scripted.ExpectInput(Where, Program); // what is stored is as good as nothing
+    EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::HandedOver);
+    EXPECT_EQ(Started, std::vector<std::string>{Call()});
+    Locate(link);
+    Started.clear();
+    Scripted.ExpectInput(Where, link);
+    Scripted.ExpectMessage(Unable);
+    EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::GivenUp);
+    EXPECT_TRUE(Started.empty());
 }
 
 } // namespace

@@ -1,0 +1,76 @@
+#include "files/Leftovers.h"
+
+#include "files/Descriptor.h"
+
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <dirent.h>
+#include <memory>
+#include <set>
+#include <string_view>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <vector>
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::string_view Start = ".quillon-"; // then the number of the process, "-" and a count
+
+// The process whose file a name is; 0 when it is none of ours.
+pid_t OwnerOf(std::string_view name) {
+    if (!name.starts_with(Start)) return 0;
+    name.remove_prefix(Start.size());
+    pid_t owner = 0;
+    unsigned count = 0;
+    const char* const end = name.data() + name.size();
+    const auto number = std::from_chars(name.data(), end, owner);
+    if (number.ec != std::errc{} || number.ptr == end || *number.ptr != '-') return 0;
+    const auto rest = std::from_chars(number.ptr + 1, end, count);
+    return rest.ec == std::errc{} && rest.ptr == end && owner > 0 ? owner : 0;
+}
+
+// A file with our own number was left by an earlier process of that number: ours is not there yet.
+bool IsDead(pid_t owner) {
+    return owner == ::getpid() || (::kill(owner, 0) != 0 && errno == ESRCH);
+}
+
+// Nobody marks it as in use. A file that cannot be asked counts as in use.
+bool IsFree(const std::string& path) {
+    const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    return file && ::fstat(file.Number, &status) == 0 && S_ISREG(status.st_mode) &&
+           ::flock(file.Number, LOCK_EX | LOCK_NB) == 0;
+}
+
+std::vector<std::string> LeftoversIn(const std::string& folder) {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), &::closedir);
+    if (!listing) return names;
+    while (const dirent* entry = ::readdir(listing.get()))
+        if (const pid_t owner = OwnerOf(entry->d_name); owner > 0 && IsDead(owner))
+            names.emplace_back(entry->d_name);
+    return names;
+}
+
+} // namespace
+
+std::string NameBeside(const std::string& folder) {
+    static unsigned count = 0;
+    return folder + std::string(Start) + std::to_string(::getpid()) + "-" + std::to_string(++count);
+}
+
+void MarkInUse(int descriptor) {
+    ::flock(descriptor, LOCK_EX | LOCK_NB);
+}
+
+void RemoveLeftovers(const std::string& folder) {
+    static std::set<std::string> seen;
+    if (!seen.insert(folder).second) return;
+    for (const std::string& name : LeftoversIn(folder))
+        if (const std::string path = folder + name; IsFree(path)) ::unlink(path.c_str());
+}
+
+} // namespace Quillon
