@@ -1,5 +1,6 @@
 #include "batch/BatchPlatform.h"
 
+#include "batch/ConsoleText.h"
 #include "batch/OneLine.h"
 #include "files/FileLock.h"
 #include "files/FileTarget.h"
@@ -53,6 +54,19 @@ ClockTime LocalClock() {
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
 }
 
+const char* AnswerName(BoxAnswer answer) {
+    switch (answer) {
+    case BoxAnswer::Yes:
+        return "Yes";
+    case BoxAnswer::No:
+        return "No";
+    case BoxAnswer::Cancel:
+        return "Cancel";
+    default:
+        return "OK";
+    }
+}
+
 BoxAnswer NeutralAnswer(BoxButtons buttons) {
     switch (buttons) {
     case BoxButtons::Ok:
@@ -64,15 +78,30 @@ BoxAnswer NeutralAnswer(BoxButtons buttons) {
     }
 }
 
-BoxAnswer AnswerMessage(const BoxRequest& request) {
-    WriteConsole(request.Text);
-    if (request.Buttons == BoxButtons::Ok) Console.LastTold = request.Text;
+BoxAnswer AnswerTo(const BoxRequest& request) {
     if (request.Text == "Do you want new guesses for the concentrations?" && Console.NewGuesses) {
         Console.NewGuesses = false;
         return BoxAnswer::Yes;
     }
     if (request.Text.ends_with("Do you want to use the new value anyway?")) return BoxAnswer::Yes;
     return NeutralAnswer(request.Buttons);
+}
+
+BoxAnswer AnswerMessage(const BoxRequest& request) {
+    const std::string text = ConsoleText(request.Text);
+    const BoxAnswer answer = AnswerTo(request);
+    if (request.Buttons == BoxButtons::Ok) {
+        WriteConsole(text);
+        Console.LastTold = text;
+    } else {
+        WriteConsole(text + " Answer: " + AnswerName(answer));
+    }
+    return answer;
+}
+
+InputAnswer AnswerInput(const InputRequest& request) {
+    WriteConsole(ConsoleText(request.Prompt) + " Answer: Cancel");
+    return {};
 }
 
 std::string ProgramDirectory() {
@@ -93,11 +122,19 @@ void ServeEvents() {
 } // namespace
 
 void WriteConsole(const std::string& line) {
+    if (!Console.Quiet) Console.WriteLine(OneLine(line));
+}
+
+void WriteFailure(const std::string& line) {
     Console.WriteLine(OneLine(line));
 }
 
+void WriteEnd(const std::string& message, bool told) {
+    if (!told || Console.Quiet) WriteFailure(message);
+}
+
 void WriteProgress(const std::string& line) {
-    if (!Console.Progress) return;
+    if (Console.Quiet) return;
     if (::isatty(STDERR_FILENO) || SecondsNow() - Console.Started > 2.0) WriteConsole(line);
 }
 
@@ -133,6 +170,7 @@ void InstallBatchPlatform() {
 
     Platform p;
     p.MessageBoxAnswer = AnswerMessage;
+    p.AskText = AnswerInput;
     p.ReadFile = ReadWhole;
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;

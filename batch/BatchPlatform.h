@@ -2,6 +2,8 @@
 // The seam's filling for a run without anybody to ask: messages go to standard error, questions get the
 // documented answers, files are those of the system (files/).
 //
+//     Messages    go to standard error, a question together with the answer that it was given.
+//     Quiet       what tells of a failure is written, and nothing else.
 //     Questions   "Do you want new guesses for the concentrations?" is answered with Yes, once, unless the
 //                 job forbids it; a value outside its bounds is taken; everything else gets the answer that
 //                 changes nothing (No, or Cancel where there is one).
@@ -21,7 +23,7 @@ namespace Quillon {
 
 // What the filling works with; one run, one record.
 struct BatchConsole {
-    bool Progress = true;   // lines of progress may be written
+    bool Quiet = false;     // failures alone are written
     bool NewGuesses = true; // the answer to the one question about guesses; No once it has been given
     std::string LastTold;   // the latest message that was no question
     double Started = 0.0;   // seconds of the steady clock at the start of the run
@@ -35,8 +37,14 @@ extern BatchConsole Console;
 // Starts afresh: a new console, the filling taken into use, the generator at its beginning, no Ctrl-C.
 void InstallBatchPlatform();
 
-// Writes one line to standard error.
+// Writes one line to standard error; a quiet console writes none.
 void WriteConsole(const std::string& line);
+
+// Writes the line of a failure, on a quiet console too.
+void WriteFailure(const std::string& line);
+
+// The end of a run in a message that the program may have told already: writes what has not been written.
+void WriteEnd(const std::string& message, bool told);
 
 // Lines of progress, when they are wanted and worth it.
 void WriteProgress(const std::string& line);

@@ -1,6 +1,7 @@
 #include "batch/Options.h"
 
 #include "batch/OneLine.h"
+#include "batch/OutputPlaces.h"
 #include "batch/SavedFit.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
@@ -89,7 +90,7 @@ void CheckOutputs(const Options& options) {
     const std::vector<NamedOutput> outputs = OutputsOf(options);
     for (const NamedOutput& a : outputs)
         for (const NamedOutput& b : outputs)
-            if (&a < &b && a.Path == b.Path)
+            if (&a < &b && IsSameOutput(a.Path, b.Path))
                 FailOptions(a.Option + " and " + b.Option + " name the same file");
 }
 

@@ -39,6 +39,7 @@ PictureModule::OpenFunction* OpenFunctionOf(void* module) {
 
 std::vector<std::string> PictureModulePlaces(const std::string& programDirectory) {
     std::vector<std::string> places;
+    if (programDirectory.empty()) return places; // a bare name would be sought in the folder of the user
     for (const char* from : {"", "../lib/quillon", "../lib"})
         places.push_back(JoinPath(JoinPath(programDirectory, from), ModuleName));
     return places;

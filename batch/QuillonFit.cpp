@@ -5,6 +5,7 @@
 #include "batch/JobFile.h"
 #include "batch/OneLine.h"
 #include "batch/Options.h"
+#include "batch/OutputPlaces.h"
 #include "batch/PointsCsv.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
@@ -45,25 +46,20 @@ void CheckGraphSets(const Options& options, long sets) {
         CheckGraphSet(graph, sets);
 }
 
-RunEnd RunInput(const Options& options) {
+RunEnd RunJobOrFit(const Options& options) {
     const std::string bytes = LoadFile(options.JobPath);
     if (!NamesSavedFit(options.JobPath)) {
         const Job job = ParseJob(bytes, options.JobPath);
         CheckGraphSets(options, static_cast<long>(job.Sets.size()));
+        CheckInputsStay(options, job);
         WatchInterrupt();
         return RunJob(job);
     }
+    CheckSavedFitStays(options);
     WatchInterrupt();
     const RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit);
     CheckGraphSets(options, Work.NumSets);
     return end;
-}
-
-// A place that cannot be written is better known before a long fit than after it.
-void CheckOutputPlace(const std::string& path) {
-    if (path == "-") return;
-    const std::string reason = WhyNotWritable(path);
-    if (!reason.empty()) FailFile(path, reason);
 }
 
 void WriteOutput(const Output& output) {
@@ -93,12 +89,10 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
 }
 
 int RunOptions(const Options& options) {
-    Console.Progress = !options.Quiet;
-    for (const NamedOutput& output : OutputsOf(options))
-        CheckOutputPlace(output.Path);
+    CheckOutputPlaces(options);
     for (const GraphOption& graph : options.Graphs)
         CheckGraphFormat(graph);
-    const RunEnd end = RunInput(options);
+    const RunEnd end = RunJobOrFit(options);
     std::vector<Output> outputs;
     try {
         outputs = Render(options, end);
@@ -110,9 +104,19 @@ int RunOptions(const Options& options) {
     return end.Complete ? ExitDone : ExitNoFit;
 }
 
+// The run; when memory does not suffice, the job is what has to become smaller.
+int RunNamed(const Options& options) {
+    try {
+        return RunOptions(options);
+    } catch (const std::bad_alloc&) {
+        FailFile(options.JobPath, ErrorText::OutOfMemory);
+    }
+}
+
 int RunArguments(const std::vector<std::string>& arguments) {
     const Options options = ParseOptions(arguments);
-    if (!options.Help && !options.Version) return RunOptions(options);
+    Console.Quiet = options.Quiet;
+    if (!options.Help && !options.Version) return RunNamed(options);
     WriteStandardOutput(options.Help ? HelpText() : VersionText());
     return ExitDone;
 }
@@ -131,7 +135,7 @@ int RunQuillonFit(const std::vector<std::string>& arguments) {
     } catch (const std::exception& error) {
         line = std::string("quillon-fit: ") + error.what();
     }
-    WriteConsole(line);
+    WriteFailure(line);
     return ExitBad;
 }
 

@@ -92,7 +92,7 @@ void SearchLimits(RunEnd& end) {
     end.Complete = Work.LimitsDone != 0;
     if (end.Complete) return;
     end.Message = LimitsMessage();
-    WriteConsole(end.Message);
+    WriteFailure(end.Message);
 }
 
 } // namespace
@@ -103,7 +103,7 @@ RunEnd EndOfFit() {
     if (end.Converged) return end;
     const bool told = Work.Outcome.End != FitEnd::Cancelled && !Console.LastTold.empty();
     end.Message = told ? Console.LastTold : Work.Outcome.Sentence;
-    if (!told) WriteConsole(end.Message);
+    WriteEnd(end.Message, told);
     return end;
 }
 

@@ -79,7 +79,9 @@ RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit
     }
     RunEnd end;
     end.Converged = end.Complete = Work.FitDone != 0;
-    if (!end.Converged) end.Message = "no finished fit stands in " + path;
+    if (end.Converged) return end;
+    end.Message = "no finished fit stands in " + path + ", --refit runs it";
+    WriteFailure(end.Message);
     return end;
 }
 

@@ -22,13 +22,25 @@
 #include "scandata/SaveScans.h"
 #include "workspace/records/Workspace.h"
 
+#include <new>
+
 namespace Quillon {
+
+namespace {
+
+void TellCommandError(const std::string& text) {
+    Tell("Error '" + text + "' occurred in this command.", Work.ProgramName, BoxIcon::Warning);
+}
+
+} // namespace
 
 void RunCommand(const std::function<void()>& command) {
     try {
         command();
     } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text + "' occurred in this command.", Work.ProgramName, BoxIcon::Warning);
+        TellCommandError(error.Text);
+    } catch (const std::bad_alloc&) {
+        TellCommandError(ErrorText::OutOfMemory);
     }
     Work.AbortFit = FlagFalse;
     Host.SetPointer(Pointer::Standard);

@@ -3,8 +3,11 @@
 #include "forms/Windows.h"
 #include "forms/shell/DesktopPlatform.h"
 #include "forms/shell/FormHost.h"
+#include "platform/Platform.h"
 
 #include <QApplication>
+
+#include <exception>
 
 using namespace Quillon;
 
@@ -13,7 +16,12 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("Quillon");
     QApplication::setQuitOnLastWindowClosed(false);
     InstallDesktopPlatform();
-    StartDesktop(argc > 1 ? argv[1] : "");
+    try {
+        StartDesktop(argc > 1 ? argv[1] : "");
+    } catch (const std::exception& error) { // say, no memory: told, and no abort
+        Tell(std::string("The program cannot start: ") + error.what(), "Quillon", BoxIcon::Stop);
+        return 1;
+    }
     const int result = Analmenu.Ended ? 0 : QApplication::exec();
     UnloadForms();
     return result;

@@ -142,7 +142,10 @@ std::string WithIniValue(const std::string& bytes, std::string_view section, std
 
 std::string ReadIniFile(const std::string& path) {
     try {
-        return Host.ReadFile(path);
+        std::string bytes = Host.ReadFile(path);
+        if (bytes.size() > LargestIni)
+            RaiseError("it is larger than " + std::to_string(LargestIni >> 20U) + " MB");
+        return bytes;
     } catch (const RuntimeError& error) {
         if (error.Text == ErrorText::FileNotFound) return "";
         throw;

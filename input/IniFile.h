@@ -13,6 +13,7 @@
 // A write changes one line. Everything else stays byte for byte: comments, blank lines, order, unknown keys
 // and sections, the spelling of names, the line ends.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,11 @@ std::string IniValue(const std::string& bytes, std::string_view section, std::st
 std::string WithIniValue(const std::string& bytes, std::string_view section, std::string_view key,
                          std::string_view value);
 
-// The bytes of a file, "" if there is none. A file that is there and cannot be read is a RuntimeError.
+// No file of settings is larger, in bytes: what is, is something else, and would be searched for each key.
+inline constexpr std::size_t LargestIni = std::size_t{4} << 20U;
+
+// The bytes of a file, "" if there is certainly none. A file that cannot be read or is larger than LargestIni
+// is a RuntimeError; it is never taken for an empty one, which the next write would make of it.
 std::string ReadIniFile(const std::string& path);
 
 // Replaces one value in a file, which is made if there is none. Failure is a RuntimeError, and the file is

@@ -73,6 +73,15 @@ void DeriveConfidenceRatio() {
     if (defined) ComputeConfidenceRatio();
 }
 
+// A fit that came to its end was the last one, as if it had been fitted just now: what the session had fitted
+// before is no longer what the next fit starts from.
+void RememberAsLastFit() {
+    if (Work.FitDone == 0) return;
+    Work.LastModel = Work.Model;
+    Work.LastNonIdeal = Work.NonIdeal;
+    Work.LastSeparateK = Work.SeparateK;
+}
+
 // Settles whether a file of this program's own can be read, by its version; asks where it is newer.
 bool VersionAccepted(const FitFileHeader& header) {
     const double version = NumericPrefix(header.Version);
@@ -157,6 +166,7 @@ AdoptedFit AdoptFit(const std::string& bytes, const std::string& path) {
         std::swap(Work, fit.Analysis);
         throw;
     }
+    RememberAsLastFit();
     ResetFitFunction();
     ForgetBaselinePlace();
     Work.FitFile = path;

@@ -2,6 +2,7 @@
 #include "platform/RuntimeError.h"
 
 #include <QDir>
+#include <QFontDatabase>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -37,9 +38,11 @@ void MakeApplication() {
 } // namespace
 
 void NeedApplication() {
-    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr) return;
-    if (!HasOffscreenPlugin()) RaiseError("The platform plugin \"offscreen\" of Qt is not installed");
-    MakeApplication();
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        if (!HasOffscreenPlugin()) RaiseError("The platform plugin \"offscreen\" of Qt is not installed");
+        MakeApplication();
+    }
+    if (QFontDatabase::families().isEmpty()) RaiseError("no font is installed, and letters would be boxes");
 }
 
 } // namespace Quillon

@@ -81,7 +81,7 @@ TEST(BatchBadInput, JobFileItself) {
         return end.Err;
     };
     EXPECT_EQ(line("none.job"), "none.job: File not found\n");
-    EXPECT_EQ(line("."), ".: Path/File access error\n");
+    EXPECT_EQ(line("."), ".: it is a directory\n");
     job.TheScript.MakeFile("empty.job", "");
     EXPECT_EQ(line("empty.job"), "empty.job: [set 1]: is missing: a fit needs at least one data set\n");
     job.TheScript.MakeFile("binary.job", std::string("\x7f"
@@ -89,7 +89,7 @@ TEST(BatchBadInput, JobFileItself) {
                                                      8));
     EXPECT_EQ(line("binary.job"), "binary.job:1: this is no text file\n");
     fs::permissions(job.TheScript.MakeFile("locked.job", job.Text), fs::perms::none);
-    EXPECT_EQ(line("locked.job", true), "locked.job: Path/File access error\n");
+    EXPECT_EQ(line("locked.job", true), "locked.job: Permission denied\n");
 }
 
 TEST(BatchBadInput, CommandLine) {
@@ -135,7 +135,7 @@ TEST(BatchBadInput, UnreadableScan) {
     GoodJob job;
     fs::permissions(job.Path("set2.txt"), fs::perms::none);
     fs::permissions(job.TheScript.Directory(), fs::perms::all); // outputs could be written there
-    EXPECT_EQ(job.LineOf(job.Text, true), ScanLine(job, "Path/File access error"));
+    EXPECT_EQ(job.LineOf(job.Text, true), ScanLine(job, "Permission denied"));
 }
 
 TEST(BatchBadInput, EmptyAndBinaryScans) {
@@ -268,7 +268,7 @@ TEST(BatchBadInput, OutputsThatCannotBeWritten) {
     EXPECT_EQ(RunProgram(start).Err, ::getuid() == 0 ? "r.txt: Permission denied\n" : "");
     start.Unprivileged = false;
     start.Arguments = {"fit.job", "--results", "."};
-    EXPECT_EQ(RunProgram(start).Err, ".: is a directory\n");
+    EXPECT_EQ(RunProgram(start).Err, ".: it is a directory\n");
     start.Arguments = {"fit.job", "--quiet", "--points", "/dev/full"};
     const ProgramEnd full = RunProgram(start);
     EXPECT_EQ(full.Status, 1);

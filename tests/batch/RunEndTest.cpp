@@ -1,11 +1,14 @@
 // Runs that end without a fit, runs that take long, and what the console says meanwhile.
 #include "batch/BatchPlatform.h"
+#include "batch/ConsoleText.h"
 #include "batch/JobFile.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
+#include "platform/Platform.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
+#include "tests/support/ModelCases.h"
 
 #include <gtest/gtest.h>
 
@@ -146,8 +149,70 @@ TEST(BatchRunEnd, ShortWorkTellsNone) {
     start.Arguments = {SmallJob(script, "confidence-limits = yes\n")};
     const ProgramEnd end = RunProgram(start);
     EXPECT_EQ(end.Status, 0);
-    EXPECT_EQ(end.Err, "Do you want new guesses for the concentrations?\n"
-                       "Do you also want the baseline offsets reset to zero?\n");
+    EXPECT_EQ(end.Err, "Do you want new guesses for the concentrations? Answer: Yes\n"
+                       "Do you also want the baseline offsets reset to zero? Answer: No\n");
+}
+
+TEST(BatchRunEnd, QuietKeepsFailuresAndNothingElse) {
+    Script script;
+    EXPECT_EQ(RunInside({SmallJob(script, ""), "--quiet"}).Err, "");
+    const ProgramEnd failed = RunInside({SmallJob(script, "max-iterations = 1\n"), "--quiet"});
+    EXPECT_EQ(failed.Status, 2);
+    EXPECT_EQ(failed.Err, "Convergence failed after 1 iterations\n");
+    const ProgramEnd bad = RunInside({SmallJob(script, "modle = 1\n"), "--quiet"});
+    EXPECT_EQ(bad.Status, 1);
+    EXPECT_EQ(LinesOf(bad.Err).size(), 1U);
+}
+
+TEST(BatchRunEnd, AnInterruptIsToldOnAQuietConsoleToo) {
+    Script script;
+    const std::string path = SmallJob(script, "");
+    InstallBatchPlatform();
+    Console.Quiet = true;
+    std::vector<std::string> lines;
+    Console.WriteLine = [&](const std::string& line) { lines.push_back(line); };
+    WatchInterrupt();
+    std::raise(SIGINT);
+    EXPECT_FALSE(RunJob(ParseJob(ReadWholeFile(path), path)).Converged);
+    EXPECT_EQ(lines, std::vector<std::string>{"The fit was cancelled"});
+}
+
+TEST(BatchRunEnd, NobodyIsSentToAForm) {
+    Script script;
+    ModelCase mixed = ModelCaseNamed("Model09");
+    mixed.Sets[0].ToleranceA = 0.02F;
+    const std::string text = JobTextOf(SimulatedWorkspace(mixed), script);
+    const ProgramEnd end = RunInside({script.MakeFile("fit.job", text), "--results", "-"});
+    EXPECT_NE(
+        end.Err.find("MUST set correct values for the molar extinction coefficients of species A and B in "
+                     "[constants]."),
+        std::string::npos)
+        << end.Err;
+    EXPECT_EQ(end.Err.find("form."), std::string::npos) << end.Err;
+    EXPECT_EQ(ConsoleText("A on the Units form. B on the Units form, C"),
+              "A in [constants]. B in [constants], C");
+}
+
+TEST(BatchRunEnd, AQuestionForATextIsToldWithItsAnswer) {
+    InstallBatchPlatform();
+    std::vector<std::string> lines;
+    Console.WriteLine = [&](const std::string& line) { lines.push_back(line); };
+    EXPECT_TRUE(Host.AskText({"How many?", "Quillon", "3"}).Cancelled);
+    EXPECT_EQ(Host.MessageBoxAnswer({"Go on?", "Quillon", BoxIcon::Question, BoxButtons::YesNoCancel}),
+              BoxAnswer::Cancel);
+    EXPECT_EQ(lines, (std::vector<std::string>{"How many? Answer: Cancel", "Go on? Answer: Cancel"}));
+}
+
+TEST(BatchRunEnd, TooLittleMemoryIsToldWithTheJob) {
+    Script script;
+    script.MakeFile("fit.job", ReadWholeFile(SmallJob(script, "")) + std::string(30000000, '\n'));
+    ProgramStart start;
+    start.Directory = script.Directory();
+    start.Arguments = {"fit.job"};
+    start.LargestData = 24 * 1024 * 1024;
+    const ProgramEnd end = RunProgram(start);
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_EQ(end.Err, "fit.job: Out of memory\n");
 }
 
 TEST(BatchRunEnd, GuessesAreNotTakenWhenTheJobForbidsThem) {
@@ -171,7 +236,7 @@ TEST(BatchRunEnd, ValueOutsideItsBoundsIsToldAndTaken) {
     EXPECT_NE(
         std::find(lines.begin(), lines.end(),
                   "The value of Zero Offset, set 1 is above the current upper bound of 0.12500.  Do you want "
-                  "to use the new value anyway?"),
+                  "to use the new value anyway? Answer: Yes"),
         lines.end())
         << end.Err;
     EXPECT_EQ(static_cast<float>(ReadJson(end.Out)["parameters"][4]["value"].Number), 0.13F);

@@ -1,4 +1,5 @@
 // Saved fits written by quillon-fit and taken as its input: the built program, end to end.
+#include "persistence/FitFile.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -86,6 +87,28 @@ TEST_F(SavedFits, WhatIsNoFitIsRefusedInOneLine) {
     EXPECT_EQ(Errors.find('\n'), Errors.size() - 1);
     EXPECT_EQ(Run(Job() + " --refit"), 1);
     EXPECT_EQ(Run(Job() + " --save -"), 1);
+}
+
+// It ended with status 2 and without a word.
+TEST_F(SavedFits, AnUnfinishedFitSaysThatItIsUnfinished) {
+    ASSERT_EQ(Run(Job() + " --save " + Place("a.quil")), 0) << Errors;
+    const std::string bytes = ReadWholeFile(Place("a.quil"));
+    Workspace w = DecodeFit(bytes, FreshWorkspace()).Analysis;
+    w.FitDone = FlagFalse;
+    Script_.MakeFile("b.quil", EncodeFit(w));
+    const std::string reason = "no finished fit stands in " + Place("b.quil") + ", --refit runs it";
+    EXPECT_EQ(Run(Place("b.quil") + " --quiet --results " + Place("b.json")), 2);
+    EXPECT_EQ(Errors, reason + "\n");
+    EXPECT_NE(ReadWholeFile(Place("b.json")).find("\"message\": \"" + reason + "\""), std::string::npos);
+    EXPECT_EQ(Run(Place("b.quil") + " --refit"), 0) << Errors;
+}
+
+TEST_F(SavedFits, AFitNamedLikeThisProgramInSmallLettersIsItsOwn) {
+    ASSERT_EQ(Run(Job() + " --save " + Place("a.quil")), 0) << Errors;
+    std::string bytes = ReadWholeFile(Place("a.quil"));
+    ASSERT_EQ(bytes.substr(2, 7), "QUILLON");
+    Script_.MakeFile("b.quil", bytes.replace(2, 7, "Quillon"));
+    EXPECT_EQ(Run(Place("b.quil")), 0) << Errors;
 }
 
 } // namespace

@@ -3,7 +3,10 @@
 // has been told in the command's own words.
 #include "chart/CHART.h"
 #include "chart/CHARTEX.h"
-#include "files/WholeFile.h"
+#include "files/FileLock.h"
+#include "files/FileStep.h"
+#include "files/ReadWhole.h"
+#include "files/WriteWhole.h"
 #include "persistence/Filelist.h"
 #include "platform/Paths.h"
 #include "scandata/SaveScans.h"
@@ -18,6 +21,7 @@
 #include <csignal>
 #include <filesystem>
 #include <set>
+#include <unistd.h>
 
 namespace Quillon {
 namespace {
@@ -131,12 +135,16 @@ TEST_P(NothingLost, AFailureAtAnyStepOfTheDiskIsTold) {
         FileStep Step;
         int Error;
         const char* Why;
-    } failures[] = {
-        {FileStep::Make, EACCES, "Permission denied"},    {FileStep::Make, EROFS, "Permission denied"},
-        {FileStep::Write, ENOSPC, "Disk full"},           {FileStep::Write, EDQUOT, "Disk full"},
-        {FileStep::Write, EIO, "Path/File access error"}, {FileStep::Flush, ENOSPC, "Disk full"},
-        {FileStep::Flush, EIO, "Path/File access error"}, {FileStep::Keep, EPERM, "Permission denied"},
-        {FileStep::Replace, ENOSPC, "Disk full"},         {FileStep::Replace, ENOENT, "Path not found"}};
+    } failures[] = {{FileStep::Make, EACCES, "Permission denied"},
+                    {FileStep::Make, EROFS, "Permission denied"},
+                    {FileStep::Write, ENOSPC, "Disk full"},
+                    {FileStep::Write, EDQUOT, "Disk full"},
+                    {FileStep::Write, EIO, "Path/File access error: Input/output error"},
+                    {FileStep::Flush, ENOSPC, "Disk full"},
+                    {FileStep::Flush, EIO, "Path/File access error: Input/output error"},
+                    {FileStep::Keep, EPERM, "Permission denied"},
+                    {FileStep::Replace, ENOSPC, "Disk full"},
+                    {FileStep::Replace, ENOENT, "Path not found"}};
     for (const auto& failure : failures) {
         const Workspace before = Work;
         BeforeFileStep = [&](FileStep step) { return step == failure.Step ? failure.Error : 0; };
@@ -186,7 +194,7 @@ TEST_P(NothingLost, ADeathAtAnyStepLeavesAWholeFile) {
     // What the file is after each of the command's writes, and how many steps there are.
     BeforeFileStep = [&](FileStep) {
         ++steps;
-        states.insert(ReadWhole(Path));
+        states.insert(ReadWholeFile(Path));
         return 0;
     };
     const Workspace before = Work;
@@ -231,6 +239,34 @@ TEST_P(NothingLost, TwoProcessesAtOnceLeaveOneWholeFile) {
     EXPECT_GE(ReadWhole(Path).size(), whole.size());
     for (const std::string& name : Names())
         EXPECT_FALSE(name.starts_with(".quillon")) << name;
+}
+
+// Both read the list, both wrote it, and the later one took the other's file off again.
+TEST(RecentFiles, TwoCopiesOfTheProgramAtOnceListBothTheirFiles) {
+    Script script;
+    script.AnswerAllMessages(BoxAnswer::Ok);
+    Host.HoldFile = HoldFile;
+    const auto read = Host.ReadFile;
+    Host.ReadFile = [read](const std::string& path) {
+        std::string bytes = read(path);
+        ::usleep(20000); // the other one comes to its own reading meanwhile
+        return bytes;
+    };
+    const auto lister = [](const std::string& path) {
+        return StartChild([path] {
+            LoadRecentFiles();
+            AddRecentFile(path);
+        });
+    };
+    for (const char* round : {"/a", "/b", "/c"}) {
+        const pid_t one = lister(std::string(round) + "1"), two = lister(std::string(round) + "2");
+        EXPECT_EQ(EndOfChild(one) + EndOfChild(two), 0);
+    }
+    LoadRecentFiles();
+    std::set<std::string> listed;
+    for (long item = 1; item <= MaxRecentFiles; ++item)
+        listed.insert(mnuRecentFile[item].Path);
+    EXPECT_EQ(listed, (std::set<std::string>{"/a1", "/a2", "/b1", "/b2", "/c1", "/c2"}));
 }
 
 } // namespace

@@ -154,5 +154,31 @@ TEST_P(ReopenedFits, AreFittedAgainToTheSameMinimum) {
     EXPECT_NEAR(Work.SumSq, sum, 1e-4 * sum); // within the convergence limit of either
 }
 
+// A session that had fitted another model with other options took the restored fit for a change of them: it
+// wrote the shared constant over separate ones, or 0 over zero offsets, before the guesses were even shown.
+TEST_P(ReopenedFits, KeepTheirConstantsWhateverTheSessionFittedBefore) {
+    Fit();
+    const std::string path = TheScript.Directory() + "/fit.quil";
+    TheScript.ExpectFile("Quillon - Save Fit Data & Parameters", path);
+    RunMainCommand("DoFitSave");
+    const auto parms = Work.Parms;
+    for (const bool other : {false, true}) {
+        StartQuillon("");
+        Work.LastModel = other ? 13 : 0;
+        Work.LastSeparateK = Work.LastNonIdeal = Flag(other);
+        RunRecentFile(1);
+        int dialogs = 0;
+        Host.ShowModal = [&](const std::string& form) {
+            if (form != "GetGuess") return;
+            ++dialogs;
+            Work.AbortFit = FlagTrue; // Cancel
+        };
+        RunMainCommand("FitData"); // asks nothing: nothing has changed since that fit
+        EXPECT_EQ(dialogs, 1);
+        EXPECT_EQ(Work.Parms, parms);
+        EXPECT_EQ(Work.FitDone, FlagTrue);
+    }
+}
+
 } // namespace
 } // namespace Quillon

@@ -154,5 +154,45 @@ TEST(IniFile, AFileThatCannotBeReadIsNotOverwritten) {
     EXPECT_EQ(ReadWholeFile(path), "[s]\nk=1\n");
 }
 
+// It was taken for an empty file, and the next setting that was saved became the only one.
+TEST(IniFiles, AFileThatCannotBeLookedAtIsNotTakenForAnEmptyOne) {
+    Script script;
+    const std::string path = script.MakeFile("x.ini", "[s]\na=1\n");
+    Host.FileExists = [](const std::string&) { return false; };
+    EXPECT_EQ(ReadIniFile(path), "[s]\na=1\n");
+    Host.ReadFile = [](const std::string&) -> std::string { RaiseError(ErrorText::PermissionDenied); };
+    bool written = false;
+    Host.WriteFile = [&](const std::string&, const std::string&) { written = true; };
+    EXPECT_THROW(WriteIniValue(path, "s", "b", "2"), RuntimeError);
+    EXPECT_FALSE(written);
+}
+
+TEST(IniFiles, WhatIsTooLargeForSettingsIsRefused) {
+    Script script;
+    const std::string path = script.MakeFile("x.ini", std::string(LargestIni, ';'));
+    EXPECT_EQ(ReadIniFile(path).size(), LargestIni);
+    script.MakeFile("x.ini", std::string(LargestIni + 1, ';'));
+    EXPECT_THROW(ReadIniFile(path), RuntimeError);
+}
+
+TEST(IniFiles, AreHeldFromTheReadingToTheWriting) {
+    Script script;
+    const std::string path = script.MakeFile("x.ini", "[s]\na=1\n");
+    std::string order;
+    Host.HoldFile = [&](const std::string& held) {
+        EXPECT_EQ(held, path);
+        order += "hold ";
+        return std::shared_ptr<void>(&order, [](void* text) { *static_cast<std::string*>(text) += "free "; });
+    };
+    const auto read = Host.ReadFile;
+    Host.ReadFile = [&, read](const std::string& file) {
+        order += "read ";
+        return read(file);
+    };
+    Host.WriteFile = [&](const std::string&, const std::string&) { order += "write "; };
+    WriteIniValue(path, "s", "b", "2");
+    EXPECT_EQ(order, "hold read write free ");
+}
+
 } // namespace
 } // namespace Quillon

@@ -205,6 +205,22 @@ TEST_F(FitCommands, ARestoreThatFailsSaysWhyAndLeavesTheAnalysis) {
     }
 }
 
+TEST_F(FitCommands, AFinishedFitIsTheLastOneAndAnUnfinishedOneIsNot) {
+    Workspace w = SampleFit();
+    for (const bool finished : {true, false}) {
+        w.FitDone = w.FitValid = w.LimitsDone = Flag(finished);
+        Work = FreshWorkspace();
+        Work.LastModel = 21;
+        Work.LastNonIdeal = Flag(!w.NonIdeal);
+        Work.LastSeparateK = Flag(!w.SeparateK);
+        const Workspace session = Work;
+        ASSERT_EQ(ReadFitFile(Scripted.MakeFile("fit.quil", EncodeFit(w)), false).End, RestoreEnd::Restored);
+        EXPECT_EQ(Work.LastModel, finished ? w.Model : session.LastModel);
+        EXPECT_EQ(Work.LastNonIdeal, finished ? w.NonIdeal : session.LastNonIdeal);
+        EXPECT_EQ(Work.LastSeparateK, finished ? w.SeparateK : session.LastSeparateK);
+    }
+}
+
 TEST_F(FitCommands, AFitOfAVanishedModelIsToldAndBecomesTheSingleSpecies) {
     Workspace w = SampleFit();
     w.ModelCount = 12;

@@ -143,4 +143,21 @@ TEST_F(GraphPictures, AnInstallationHasTheModuleAmongItsLibraries) {
     EXPECT_EQ(ImageOf(ReadWholeFile(Path("i.png"))).width(), 1800);
 }
 
+// Letters would be boxes.
+TEST_F(GraphPictures, WithoutAnyFontAPictureIsRefused) {
+    TheScript.MakeFile("fonts.conf", "<?xml version=\"1.0\"?><fontconfig></fontconfig>");
+    TheScript.MakeFile("no-fonts/none", "");
+    ::setenv("FONTCONFIG_FILE", Path("fonts.conf").c_str(), 1);
+    ::setenv("QT_QPA_FONTDIR", Path("no-fonts").c_str(), 1);
+    for (const std::string ending : {"png", "pdf"}) {
+        const std::string picture = Path("a." + ending);
+        EXPECT_EQ(Run(Path("fit.quil") + " --graph data=" + picture), 1);
+        EXPECT_EQ(Errors, "--graph data=" + picture + ": no font is installed, and letters would be boxes\n");
+        EXPECT_FALSE(std::filesystem::exists(picture));
+    }
+    EXPECT_EQ(Run(Path("fit.quil") + " --graph data=" + Path("a.svg")), 0); // the reader's fonts
+    ::unsetenv("FONTCONFIG_FILE");
+    ::unsetenv("QT_QPA_FONTDIR");
+}
+
 } // namespace Quillon

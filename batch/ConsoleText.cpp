@@ -1,0 +1,29 @@
+#include "batch/ConsoleText.h"
+
+#include <string_view>
+
+namespace Quillon {
+
+namespace {
+
+struct Place {
+    std::string_view AtTheWindow;
+    std::string_view InTheJob;
+};
+
+constexpr Place Places[] = {{"on the Units form", "in [constants]"}};
+
+} // namespace
+
+std::string ConsoleText(std::string text) {
+    for (const Place& place : Places) {
+        std::size_t at = 0;
+        while ((at = text.find(place.AtTheWindow, at)) != std::string::npos) {
+            text.replace(at, place.AtTheWindow.size(), place.InTheJob);
+            at += place.InTheJob.size();
+        }
+    }
+    return text;
+}
+
+} // namespace Quillon
