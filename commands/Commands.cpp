@@ -72,8 +72,7 @@ void DoFitRestore() {
 }
 
 void SaveDefaults() {
-    SaveFitDefaults();
-    SaveProgramDefaults();
+    if (SaveFitDefaults()) SaveProgramDefaults();
 }
 
 void WriteBaseline() {

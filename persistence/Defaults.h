@@ -15,10 +15,10 @@ void ReadProgramDefaults();
 void TellReadFailure();
 
 // The questions about the settings of the fit. Each answer is written at once; a failure to write is told
-// and ends the questions.
-void SaveFitDefaults();
+// and ends the questions. False when the user has had enough of questions: none is to follow.
+bool SaveFitDefaults();
 
-// The questions about the settings of the program.
-void SaveProgramDefaults();
+// The questions about the settings of the program, in the same way.
+bool SaveProgramDefaults();
 
 } // namespace Quillon

@@ -12,14 +12,25 @@ namespace {
 
 // --- questions and answers -------------------------------------------------------------------------------
 
+// The user has left the questions: none is asked any more. What was answered before is written already.
+bool Left = false;
+
+BoxAnswer Asked(const std::string& question, BoxButtons buttons, BoxAnswer standard) {
+    if (Left) return BoxAnswer::WayOut;
+    const BoxAnswer answer = Host.MessageBoxAnswer(
+        {question, Work.ProgramName, BoxIcon::Question, buttons, standard, WayOutCaption});
+    Left = answer == BoxAnswer::WayOut;
+    return answer;
+}
+
 bool Agreed(const std::string& question) {
-    return AskYesNo(question, Work.ProgramName, BoxAnswer::No);
+    return Asked(question, BoxButtons::YesNo, BoxAnswer::No) == BoxAnswer::Yes;
 }
 
 // A question with a third answer that leaves things as they are.
 BoxAnswer ChoiceOf(const std::string& question) {
-    return Host.MessageBoxAnswer(
-        {question, Work.ProgramName, BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Cancel});
+    const BoxAnswer answer = Asked(question, BoxButtons::YesNoCancel, BoxAnswer::Cancel);
+    return answer == BoxAnswer::WayOut ? BoxAnswer::Cancel : answer;
 }
 
 // "" when cancelled or left empty: the old value stays.
@@ -57,12 +68,15 @@ void WriteProgram(const std::vector<IniSetting>& settings) {
     WriteIniValues(IniFilePath(), IniSection::Program, settings);
 }
 
-template <class Questions> void AskOrTell(const Questions& questions) {
+// False when the user has left the questions.
+template <class Questions> bool AskOrTell(const Questions& questions) {
+    Left = false;
     try {
         questions();
     } catch (const RuntimeError&) {
         TellWriteFailure();
     }
+    return !Left;
 }
 
 // --- settings of the fit -----------------------------------------------------------------------------------
@@ -248,8 +262,8 @@ void AskChannelRadii(const std::string& question, int cell) {
 
 } // namespace
 
-void SaveFitDefaults() {
-    AskOrTell([] {
+bool SaveFitDefaults() {
+    return AskOrTell([] {
         AskPlots();
         AskPresentFitSettings();
         AskCorrelations();
@@ -258,8 +272,8 @@ void SaveFitDefaults() {
     });
 }
 
-void SaveProgramDefaults() {
-    AskOrTell([] {
+bool SaveProgramDefaults() {
+    return AskOrTell([] {
         AskFormScaling();
         AskReportFont();
         AskCoefficients();

@@ -23,15 +23,18 @@ namespace Quillon {
 
 enum class BoxIcon { Plain, Stop, Question, Warning, Information };
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class BoxAnswer { Ok, Cancel, Yes, No };
+enum class BoxAnswer { Ok, Cancel, Yes, No, WayOut };
 
-// A message box. Default names the button that Enter presses.
+// A message box. Default names the button that Enter presses. A box of a chain of questions has one more
+// button, with the caption WayOut: Esc and closing the box press it, and it leaves this question and those
+// behind it unasked.
 struct BoxRequest {
     std::string Text;
     std::string Title;
     BoxIcon Icon = BoxIcon::Plain;
     BoxButtons Buttons = BoxButtons::Ok;
     BoxAnswer Default = BoxAnswer::Ok; // with YesNo and YesNoCancel: Yes unless named otherwise
+    std::string WayOut = {};           // "" for a box without that button, which never answers WayOut
 };
 
 // An input box: one line of text with OK and Cancel.
@@ -71,8 +74,8 @@ struct ClockTime {
 struct Platform {
     // --- required ------------------------------------------------------------------------------------
 
-    // Shows a message and waits for the answer. Closing the box without a button counts as Cancel where
-    // the box has one, as No with YesNo, as Ok with Ok. May serve events.
+    // Shows a message and waits for the answer. Closing the box without a button counts as WayOut or Cancel
+    // where the box has one, as No with YesNo, as Ok with Ok. May serve events.
     std::function<BoxAnswer(const BoxRequest&)> MessageBoxAnswer;
 
     // Reads a whole file. Failure is a RuntimeError: "File not found" where certainly nothing stands under
@@ -188,6 +191,9 @@ inline void InstallPlatform(Platform filling) {
 inline void Tell(const std::string& text, const std::string& title, BoxIcon icon) {
     Host.MessageBoxAnswer({text, title, icon, BoxButtons::Ok, BoxAnswer::Ok});
 }
+
+// The caption that the questions of a chain share.
+inline constexpr const char* WayOutCaption = "No &more questions";
 
 // Asks a Yes/No question; true on Yes.
 inline bool AskYesNo(const std::string& text, const std::string& title, BoxAnswer standard = BoxAnswer::Yes,

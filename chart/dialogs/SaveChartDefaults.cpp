@@ -21,20 +21,31 @@ std::string LengthText(float length) {
     return FormatNumber(static_cast<double>(length), "0.000");
 }
 
+// The user has left the questions: none is asked any more. What was answered before is written already.
+bool Left = false;
+
+BoxAnswer Asked(const std::string& question, BoxButtons buttons, BoxAnswer standard) {
+    if (Left) return BoxAnswer::WayOut;
+    const BoxAnswer answer = Host.MessageBoxAnswer(
+        {question, ProgramTitle(), BoxIcon::Question, buttons, standard, WayOutCaption});
+    Left = answer == BoxAnswer::WayOut;
+    return answer;
+}
+
 BoxAnswer AskThree(const std::string& question, BoxAnswer standard) {
-    return Host.MessageBoxAnswer(
-        {question, ProgramTitle(), BoxIcon::Question, BoxButtons::YesNoCancel, standard});
+    return Asked(question, BoxButtons::YesNoCancel, standard);
 }
 
 bool Ask(const std::string& question) {
-    return AskYesNo(question, ProgramTitle(), BoxAnswer::No);
+    return Asked(question, BoxButtons::YesNo, BoxAnswer::No) == BoxAnswer::Yes;
 }
 
 // Writes one text on Yes, another on No, and nothing on Cancel.
 void AskAndWrite(const std::string& question, const std::string& key, const std::string& yes,
                  const std::string& no) {
     const BoxAnswer answer = AskThree(question, BoxAnswer::Cancel);
-    if (answer != BoxAnswer::Cancel) Write(key, answer == BoxAnswer::Yes ? yes : no);
+    if (answer == BoxAnswer::Yes) Write(key, yes);
+    if (answer == BoxAnswer::No) Write(key, no);
 }
 
 void SaveStyle() {
@@ -100,6 +111,7 @@ void SaveDelimiter() {
         "a comma (No), or a space (Cancel)? The default setting is a Tab character; any change will come "
         "into effect immediately.",
         BoxAnswer::Yes);
+    if (answer == BoxAnswer::WayOut) return;
     const std::int16_t code = answer == BoxAnswer::Yes ? 9 : answer == BoxAnswer::No ? 44 : 32;
     Chart.Style.AsciiDelimiter = code;
     Write("AsciiDelimiter", std::to_string(code));
@@ -108,6 +120,7 @@ void SaveDelimiter() {
 } // namespace
 
 void SaveChartDefaults() {
+    Left = false;
     try {
         SaveStyle();
         if (Ask("Do you want to save printing option defaults?")) SavePrinting();

@@ -43,8 +43,9 @@ void EditCopyData() {
 }
 
 char AsciiDelimiterChar() {
+    constexpr std::int16_t notChosen = 1; // the standing value of the setting, which is a tab
     const std::int16_t code = Chart.Style.AsciiDelimiter;
-    return code == ',' || code == ' ' ? static_cast<char>(code) : '\t';
+    return code <= notChosen ? '\t' : static_cast<char>(code);
 }
 
 } // namespace Quillon

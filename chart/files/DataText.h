@@ -12,7 +12,7 @@ std::string DataText(char delimiter);
 // The command: the data of a graph that is held go to the clipboard, with tabs between the columns.
 void EditCopyData();
 
-// The character that AsciiDelimiter stands for: tab, comma or blank.
+// The character that AsciiDelimiter stands for: that of its code; a tab for 0 and for 1, the standing value.
 char AsciiDelimiterChar();
 
 } // namespace Quillon

@@ -31,7 +31,7 @@ struct ChartStyle {
     std::int16_t LineWidthFixed = -1, LineWidthIncrease = 0, DashedLines = -1;
     float LargeStep = 5.0F;
     std::int16_t AxisFrame = 0;      // a custom size is that of the axes' frame
-    std::int16_t AsciiDelimiter = 1; // character code between columns; anything but 9, 32, 44 is a tab
+    std::int16_t AsciiDelimiter = 1; // character code between columns; 0 and 1 are a tab
     std::int16_t UseRainbowColors = 0;
     std::vector<std::int16_t> LineStyleOrder = {0, 1, 2, 3, 4};
     std::vector<std::int16_t> BorderStyleOrder = {0, 1, 2, 3, 4};

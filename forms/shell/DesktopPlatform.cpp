@@ -22,6 +22,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 
@@ -100,6 +101,14 @@ void LetGoOfButtons() {
             if (button->isDown()) button->setDown(false);
 }
 
+// The button out of a chain of questions, which Esc and closing the box press; nullptr where there is none.
+const QAbstractButton* AddWayOut(QMessageBox& box, const std::string& caption) {
+    if (caption.empty()) return nullptr;
+    QPushButton* const button = box.addButton(ShownText(caption), QMessageBox::DestructiveRole);
+    box.setEscapeButton(button);
+    return button;
+}
+
 BoxAnswer ShowMessage(const BoxRequest& request) {
     RefreshForms();
     QMessageBox box(IconOf(request.Icon), ShownText(request.Title), ShownText(request.Text),
@@ -108,9 +117,11 @@ BoxAnswer ShowMessage(const BoxRequest& request) {
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (box.button(ButtonOf(request.Default))) box.setDefaultButton(ButtonOf(request.Default));
     if (request.Buttons == BoxButtons::YesNo) box.setEscapeButton(QMessageBox::No);
+    const QAbstractButton* const wayOut = AddWayOut(box, request.WayOut);
     const ModalWait wait(&box);
     const int answer = box.exec();
     LetGoOfButtons();
+    if (wayOut && box.clickedButton() == wayOut) return BoxAnswer::WayOut;
     return AnswerOf(answer, request.Buttons);
 }
 

@@ -238,13 +238,14 @@ TEST_F(ChartDefaultsTest, SavingAsksInOrderAndWritesTheAnswers) {
     Chart.Style.PageFull = 0.0F;
     Chart.Style.PageCustom = -1;
     Chart.Style.CustomHeight = 4.25F;
-    Outside.ExpectMessage(
-        {GridQuestion, "Quillon", BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Cancel},
-        BoxAnswer::No);
+    Outside.ExpectMessage({GridQuestion, "Quillon", BoxIcon::Question, BoxButtons::YesNoCancel,
+                           BoxAnswer::Cancel, "No &more questions"},
+                          BoxAnswer::No);
     Outside.ExpectMessage(RainbowQuestion, BoxAnswer::Yes);
     Outside.ExpectMessage(DashQuestion, BoxAnswer::No);
-    Outside.ExpectMessage({PrintQuestion, "Quillon", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::No},
-                          BoxAnswer::Yes);
+    Outside.ExpectMessage(
+        {PrintQuestion, "Quillon", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::No, "No &more questions"},
+        BoxAnswer::Yes);
     Outside.ExpectMessage(UnitQuestion, BoxAnswer::No);
     Outside.ExpectMessage(PageQuestion, BoxAnswer::Yes);
     Outside.ExpectMessage(FrameQuestion, BoxAnswer::No);
@@ -281,6 +282,31 @@ TEST_F(ChartDefaultsTest, CancelLeavesAKeyAsItIs) {
     Outside.ExpectMessage(DelimiterQuestion, BoxAnswer::Cancel);
     SaveChartDefaults();
     EXPECT_EQ(ReadIniFile(ChartIniPath()), "[QUILLON]\nUseGrids=1\nAsciiDelimiter=32\n");
+}
+
+// Esc made a blank of the delimiter, at once and for good.
+TEST_F(ChartDefaultsTest, EscAtAQuestionLeavesItAndThoseBehindItUnchanged) {
+    Outside.MakeFile("chart.ini", "[QUILLON]\nUseGrids=1\nAsciiDelimiter=9\n");
+    Chart.Style.AsciiDelimiter = 9;
+    const BoxRequest last{DelimiterQuestion,       "Quillon",      BoxIcon::Question,
+                          BoxButtons::YesNoCancel, BoxAnswer::Yes, "No &more questions"};
+    Outside.ExpectMessage(GridQuestion, BoxAnswer::No);
+    Outside.ExpectMessage(RainbowQuestion, BoxAnswer::Cancel);
+    Outside.ExpectMessage(DashQuestion, BoxAnswer::Cancel);
+    Outside.ExpectMessage(PrintQuestion, BoxAnswer::No);
+    Outside.ExpectMessage(last, BoxAnswer::WayOut);
+    SaveChartDefaults();
+    Outside.ExpectMessage(GridQuestion, BoxAnswer::Yes);
+    Outside.ExpectMessage(RainbowQuestion, BoxAnswer::WayOut); // none follows
+    SaveChartDefaults();
+    EXPECT_EQ(ReadIniFile(ChartIniPath()), "[QUILLON]\nUseGrids=1\nAsciiDelimiter=9\n");
+    EXPECT_EQ(Chart.Style.AsciiDelimiter, 9);
+    Outside.ExpectMessage(GridQuestion, BoxAnswer::Cancel); // and the next time they are asked again
+    Outside.ExpectMessage(RainbowQuestion, BoxAnswer::Cancel);
+    Outside.ExpectMessage(DashQuestion, BoxAnswer::Cancel);
+    Outside.ExpectMessage(PrintQuestion, BoxAnswer::Yes);
+    Outside.ExpectMessage(UnitQuestion, BoxAnswer::WayOut);
+    SaveChartDefaults();
 }
 
 TEST_F(ChartDefaultsTest, AFailureIsToldOnce) {

@@ -39,7 +39,15 @@ TEST_F(DataTextTest, TheValuesAreThoseHeld) {
 }
 
 TEST_F(DataTextTest, Delimiters) {
-    for (const auto& [code, expected] : {std::pair{1, '\t'}, {9, '\t'}, {44, ','}, {32, ' '}, {0, '\t'}}) {
+    // 1 is the standing value of the setting; every other code is the character.
+    for (const auto& [code, expected] : {std::pair{1, '\t'},
+                                         {9, '\t'},
+                                         {44, ','},
+                                         {32, ' '},
+                                         {0, '\t'},
+                                         {59, ';'},
+                                         {124, '|'},
+                                         {167, '\xA7'}}) {
         Chart.Style.AsciiDelimiter = static_cast<std::int16_t>(code);
         EXPECT_EQ(AsciiDelimiterChar(), expected);
     }

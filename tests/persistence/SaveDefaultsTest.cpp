@@ -80,9 +80,10 @@ protected:
             const BoxAnswer standing = q.ThreeAnswers ? BoxAnswer::Cancel : BoxAnswer::No;
             Scripted.ExpectMessage(BoxRequest{q.Text, "Quillon", BoxIcon::Question,
                                               q.ThreeAnswers ? BoxButtons::YesNoCancel : BoxButtons::YesNo,
-                                              standing},
+                                              standing, "No &more questions"},
                                    chosen ? answer : standing);
             if (chosen) more();
+            if (chosen && answer == BoxAnswer::WayOut) return;
         }
     }
     // What the ini file holds after the fit's questions, of which one was answered.
@@ -112,6 +113,21 @@ protected:
     }
     Script Scripted;
 };
+
+TEST_F(SaveDefaults, EveryQuestionHasAWayOutOfThemAll) {
+    for (std::size_t number = 1; number <= FitQuestions.size(); ++number) {
+        Expect(FitQuestions, number, BoxAnswer::WayOut);
+        EXPECT_FALSE(SaveFitDefaults());
+    }
+    for (std::size_t number = 1; number <= ProgramQuestions.size(); ++number) {
+        Expect(ProgramQuestions, number, BoxAnswer::WayOut);
+        EXPECT_FALSE(SaveProgramDefaults());
+    }
+    EXPECT_EQ(TakeIni(), "");
+    Expect(FitQuestions, 0, BoxAnswer::No);
+    EXPECT_TRUE(SaveFitDefaults()); // those of the program follow
+    EXPECT_TRUE(Work == FreshWorkspace());
+}
 
 TEST_F(SaveDefaults, NoToEverythingWritesNothing) {
     EXPECT_EQ(Fit(0, BoxAnswer::No), "");

@@ -56,6 +56,7 @@ Script::Script() {
             EXPECT_EQ(static_cast<int>(request.Icon), static_cast<int>(step.Whole.Icon));
             EXPECT_EQ(static_cast<int>(request.Buttons), static_cast<int>(step.Whole.Buttons));
             EXPECT_EQ(static_cast<int>(request.Default), static_cast<int>(step.Whole.Default));
+            EXPECT_EQ(request.WayOut, step.Whole.WayOut);
         }
         return step.Box;
     };
