@@ -1,6 +1,5 @@
 #include "batch/Graphs.h"
 
-#include "batch/Latin1.h"
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
 #include "chart/targets/Metafile.h"
@@ -10,7 +9,6 @@
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
-#include <string_view>
 #include <utility>
 
 namespace Quillon {
@@ -73,28 +71,6 @@ void Make(const GraphOption& option) {
     FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
 }
 
-// The path that all scans share is told in a title. Scans in the directory of the run have none, and a title
-// that names nothing is not worth its place.
-void DropEmptyOrigin() {
-    if (!Work.LabelPrefix.empty()) return;
-    GraphSpec& spec = Chart.Spec;
-    std::string first = spec.Title1.Text.Str();
-    if (const std::string_view rest = "; data from"; first.ends_with(rest)) {
-        first.resize(first.size() - rest.size());
-        spec.Title1.Text = first;
-    }
-    for (const char* text : {"Data from:", "Data from"})
-        if (spec.Title2.Text.Str() == text) spec.Title2.Text = "";
-}
-
-// Titles and legend name files.
-void TakeNamesAsText() {
-    for (GraphTitle* title : {&Chart.Spec.Title1, &Chart.Spec.Title2})
-        title->Text = Latin1Text(title->Text.Str());
-    for (std::string& name : Chart.SetNames)
-        name = Latin1Text(name);
-}
-
 // Draws the graph at hand once more, into a picture.
 std::string Painted(const GraphOption& option) {
     std::string bytes;
@@ -152,8 +128,6 @@ void CheckGraphSet(const GraphOption& option, long sets) {
 std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     Make(option);
-    DropEmptyOrigin();
-    TakeNamesAsText();
     return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
 }
 

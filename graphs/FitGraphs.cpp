@@ -2,6 +2,7 @@
 
 #include "graphs/GraphParts.h"
 #include "graphs/PickSet.h"
+#include "graphs/SeriesNames.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -59,11 +60,11 @@ bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
         if (overlay) {
             FillSeries(x, y, 2 * i - 1, k, Work.PtY);
             FillSeries(x, y, 2 * i, k, Work.PtFit);
-            names.push_back(Work.SetLabel[k]);
-            names.push_back(Work.SetLabel[k] + " (fit)");
+            names.push_back(SeriesName(k));
+            names.push_back(SeriesName(k) + " (fit)");
         } else if (kind == FitGraph::Data) {
             FillSeries(x, y, i, k, Work.PtY);
-            names.push_back(Work.SetLabel[k]);
+            names.push_back(SeriesName(k));
         } else {
             FillSeries(x, y, i, k, Work.PtFit);
             names.push_back("Set " + std::to_string(k));

@@ -1,6 +1,5 @@
 #include "graphs/GraphParts.h"
 
-#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -76,22 +75,6 @@ bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::
     PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {});
     ChartMenuStatus(Charts);
     return Chart.GraphStatus < GraphStatuses::Stop;
-}
-
-std::string WithPath(const std::string& text, const std::string& path) {
-    static const std::string gap = "...";
-    if (text.size() + path.size() <= LongestTitle) return text + path;
-    std::size_t from = path.size() - (LongestTitle - text.size() - gap.size());
-    for (std::size_t i = from; i + 1 < path.size(); ++i) // from a separator on, unless that leaves nothing
-        if (IsSeparator(path[i])) {
-            from = i;
-            break;
-        }
-    return text + gap + path.substr(from);
-}
-
-std::string DataFrom() {
-    return WithPath("Data from: ", Work.LabelPrefix);
 }
 
 void ShowCharts() {

@@ -36,13 +36,6 @@ long LongestSet(long first, long last);
 // Hands the tables over. False when the chart stopped.
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names);
 
-// A path behind other text of a title, in the room that a title leaves. What is too long loses its beginning,
-// since its end tells more: "Data from: " and "/data/2024/.../run7/" give "Data from: .../run7/".
-std::string WithPath(const std::string& text, const std::string& path);
-
-// "Data from: " and the common path of all labels.
-std::string DataFrom();
-
 // Offers the conversion of the Y scale to natural logarithms under a caption, once; "" offers nothing.
 void OfferLogOption(const std::string& caption);
 

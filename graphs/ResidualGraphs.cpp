@@ -1,7 +1,9 @@
 #include "graphs/ResidualGraphs.h"
 
 #include "graphs/GraphParts.h"
+#include "graphs/Latin1.h"
 #include "graphs/PickSet.h"
+#include "graphs/SeriesNames.h"
 #include "input/NUMINPUT.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
@@ -65,8 +67,8 @@ void SetTitles(GraphSpec& spec, long set) {
     const std::string number = FormatNumber(rms, "0.000E-##");
     const std::string what = set > 0 ? "RMS deviation for set " + std::to_string(set) + " = " + number
                                      : "RMS residual = " + number;
-    const std::string& origin = set > 0 ? Work.SetLabel[set] : Work.LabelPrefix;
-    const std::string behind = "; data from " + origin;
+    const std::string origin = set > 0 ? SeriesName(set) : Latin1Text(Work.LabelPrefix);
+    const std::string behind = origin.empty() ? "" : "; data from " + origin;
     if (what.size() + behind.size() <= LongestTitle) {
         spec.Title1.Text = what + behind;
         return;
@@ -150,7 +152,7 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
             x(i + 1, series) = Abscissa(axis, k, p + i, i);
             y(i + 1, series) = static_cast<float>(k - 1) * step + Work.PtResid[p + i];
         }
-        names.push_back(Work.SetLabel[k]);
+        names.push_back(SeriesName(k));
     }
     const bool made = HandOver(spec, x, y, names);
     OfferLogOption("");

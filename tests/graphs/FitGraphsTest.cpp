@@ -3,6 +3,7 @@
 
 #include "GraphBench.h"
 #include "graphs/GraphParts.h"
+#include "graphs/SeriesNames.h"
 
 #include <cmath>
 

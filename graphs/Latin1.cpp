@@ -1,4 +1,4 @@
-#include "batch/Latin1.h"
+#include "graphs/Latin1.h"
 
 #include <cstddef>
 

@@ -1,0 +1,79 @@
+#include "graphs/SeriesNames.h"
+
+#include "graphs/GraphParts.h"
+#include "graphs/Latin1.h"
+#include "input/NUMINPUT.h"
+#include "platform/Paths.h"
+#include "workspace/records/Workspace.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr float SameWavelength = 1.0F; // nm; the monochromator repeats itself no better
+
+std::string RangeText(long set) {
+    const long row = Work.SetRow[set];
+    const auto radius = [row](int end) {
+        return FormatNumber(static_cast<double>(Work.ScanRadius[row][Work.FitRange[end][row]]), "0.00");
+    };
+    return radius(0) + "-" + radius(1) + " cm";
+}
+
+// What the sets whose file bears the same name as that of a set differ in from it.
+struct Repetition {
+    bool Speed = false, Wavelength = false;
+    bool WholeLabel = false;        // another set has the label too
+    bool WholeLabelInRange = false; // and the same range
+};
+
+Repetition RepetitionOf(long set) {
+    Repetition found;
+    const long row = Work.SetRow[set];
+    const std::string name = FileTitle(Work.SetLabel[set]);
+    for (long other = 1; other <= Work.NumSets; ++other) {
+        if (other == set || FileTitle(Work.SetLabel[other]) != name) continue;
+        const long otherRow = Work.SetRow[other];
+        found.Speed |= Work.ScanRPM[row] != Work.ScanRPM[otherRow];
+        found.Wavelength |=
+            std::fabs(Work.ScanWavelength[row] - Work.ScanWavelength[otherRow]) > SameWavelength;
+        if (Work.SetLabel[other] != Work.SetLabel[set]) continue;
+        found.WholeLabel = true;
+        found.WholeLabelInRange |= RangeText(other) == RangeText(set);
+    }
+    return found;
+}
+
+} // namespace
+
+std::string SeriesName(long set) {
+    std::string name = Latin1Text(Work.SetLabel[set]);
+    const Repetition repeated = RepetitionOf(set);
+    const long row = Work.SetRow[set];
+    if (repeated.Speed)
+        name += ", " + SingleText(Work.ScanRPM[row]) + " rpm";
+    else if (repeated.Wavelength)
+        name += ", " + SingleText(Work.ScanWavelength[row]) + " nm";
+    if (!repeated.WholeLabel) return name;
+    return name + ", " + (repeated.WholeLabelInRange ? "set " + std::to_string(set) : RangeText(set));
+}
+
+std::string WithPath(const std::string& text, const std::string& path) {
+    static const std::string gap = "...";
+    if (text.size() + path.size() <= LongestTitle) return text + path;
+    std::size_t from = path.size() - (LongestTitle - text.size() - gap.size());
+    for (std::size_t i = from; i + 1 < path.size(); ++i) // from a separator on, unless that leaves nothing
+        if (IsSeparator(path[i])) {
+            from = i;
+            break;
+        }
+    return text + gap + path.substr(from);
+}
+
+std::string DataFrom() {
+    return Work.LabelPrefix.empty() ? "" : WithPath("Data from: ", Latin1Text(Work.LabelPrefix));
+}
+
+} // namespace Quillon
