@@ -1,8 +1,8 @@
 // The window of the manual.
 #include "help/HelpForm.h"
+#include "commands/Commands.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
-#include "commands/Commands.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
