@@ -19,7 +19,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr int PageWidth = 720; // pixels of the widest picture and of the text at first
+constexpr int PageWidth = 640; // pixels of the widest picture
 
 QString FromUtf8(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -150,7 +150,7 @@ QWidget* MakeHelpForm(QWidget* parent) {
     split->addWidget(MakeTabs(bind));
     split->addWidget(page);
     split->setStretchFactor(1, 1);
-    split->setSizes({260, PageWidth});
+    split->setSizes({270, 730});
     const auto button = [&](Control HelpFormRecord::*control, void (*clicked)()) {
         return MakeButton(
             bind, [control]() -> Control& { return HelpForm.*control; }, clicked);
