@@ -1,5 +1,6 @@
 #include "models/Constraints.h"
 
+#include "models/Catalogue.h"
 #include "models/FitFunction.h"
 #include "workspace/records/Workspace.h"
 
@@ -77,7 +78,8 @@ double ConstraintValue(long set, long point) {
 }
 
 void ApplyOffsetLinks() {
-    if (!(Work.ConstraintFlags & OffsetBit)) return;
+    if (!(Work.ConstraintFlags & OffsetBit) || OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0))
+        return;
     for (long s = 1; s <= Work.NumSets; ++s) {
         const long link = Work.OffsetLink[Work.SetRow[s]];
         if (link > 0) Work.Parms[SlotOffset(s)] = Work.Parms[SlotOffset(Work.SetOfRow[link])];

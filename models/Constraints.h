@@ -24,7 +24,8 @@ void ResetConstraintSums();
 double& ConstraintSumA(long derivParm);
 double& ConstraintSumB(long derivParm);
 
-// Copies each tied zero offset from the set that it follows. Does nothing without offset constraints.
+// Copies each tied zero offset from the set that it follows. Does nothing without offset constraints, nor in
+// a model whose sets hold constants in the slots of their offsets.
 void ApplyOffsetLinks();
 
 } // namespace Quillon

@@ -92,6 +92,20 @@ float CarriedBound(long slot, float displayed, float formerScale) {
     return ToSingle(std::clamp(carried, -Largest, Largest));
 }
 
+// A factor with another sign turns a pair of bounds round. Molar masses are positive: of a sample that has
+// begun to float (1 - vbar rho below 0) sigma is negative, and bounds of a positive one leave it no place.
+void TurnBounds(long slot, float formerScale) {
+    if (IsAdditiveSlot(slot) || !(formerScale < 0.0F) == !(Work.ParmScale[slot] < 0.0F)) return;
+    float& lower = Work.Bounds[0][slot];
+    float& upper = Work.Bounds[1][slot];
+    std::swap(lower, upper);
+    const SlotRule& rule = RuleOfSlot(slot);
+    if (rule.Holds != Quantity::Mass || Work.MassUnits != MassUnit::Molar || upper > 0.0F) return;
+    const Range range = RangeOf(rule);
+    lower = range.Lower;
+    upper = range.Upper;
+}
+
 bool HoldsConstant(std::int16_t model, std::int16_t separateK, long slot) {
     return RuleOfSlot(model, separateK != 0, slot).Holds == Quantity::Constant;
 }
@@ -127,6 +141,8 @@ void RefreshUnits() {
     for (auto& side : Work.Bounds)
         for (long i = 0; i <= side.Hi(); ++i)
             side[i] = CarriedBound(i, side[i], former[i]);
+    for (long i = 0; i < NumSlots(Work.MaxSets); ++i)
+        TurnBounds(i, former[i]);
 }
 
 void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {

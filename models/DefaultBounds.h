@@ -12,7 +12,8 @@ void SetDefaultBounds();
 
 // After a change of units or coefficients: names, formats and scale are rebuilt, and every bound is carried
 // over so that its internal value stays; one that the new unit has no number for stands at the end of the
-// range of singles.
+// range of singles. Where 1 - vbar rho changes its sign, the bounds of a mass change places; where they would
+// leave no positive molar mass, they are the default ones.
 void RefreshUnits();
 
 // After a change of model or of separate constants, in units that stand: slots that stand at their former

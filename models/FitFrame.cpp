@@ -20,7 +20,11 @@ double RatioB(long row) {
     return static_cast<double>(Work.ExtinctionRatio[1][row]);
 }
 
-// The conversions between monomer signals, molar complexes and the signal of a complex in the set's cell.
+// The conversions between monomer signals, molar complexes and the signal of a complex in the set's cell, by
+// Beer's law: the signal of c molar in a cell of path P is eps E P c, with eps the molar coefficient and E
+// the extinction ratio of the row. The signals of a complex's units add up.
+//     k...  a product of monomer signals, which are those of the first set's cell, to the product of molars
+//     g...  1 molar of a species to signal in this set's cell
 // [decision: first-row-ratios]
 // The table's first row enters where E1(1) and E2(1) stand, which need not be the row of set 1.
 void LoadMolarFactors(FitFrame& f) {
@@ -63,11 +67,13 @@ void LoadGeometry(FitFrame& f, long set) {
 
 void LoadMasses(FitFrame& f) {
     f.SigmaA = f.SigmaScale * P(0);
-    f.SigmaB = Work.Model == 6 ? f.SigmaA : f.SigmaScale * P(5);
-    f.BFactor = P(7) * P(0);
+    f.SigmaB = Work.Model == 6 ? f.SigmaA : f.SigmaScale * P(5); // the inactive monomer is A
+    f.BFactor = P(7) * P(0);                                     // e = B2 sigma, see NonIdeal.h
 }
 
-// Models 21 and 22 (and 23, 24 would be theirs): two binding sites for B on A, and dimerisation of B.
+// Models 21 and 22: two binding sites with the intrinsic constants K6 and Kb, and dimerisation of B with D.
+// L = K6 + Kb and Q = K6 Kb are the coefficients of the binding polynomial of two independent sites (I. M.
+// Klotz, Arch. Biochem. 9 (1946) 109); a pair of B that dimerises brings a factor D.
 void LoadTwoSiteComplexes(FitFrame& f, double K6, double Kb, double D) {
     const double L = K6 + Kb;
     const double Q = K6 * Kb;
@@ -85,7 +91,9 @@ void LoadUnlikeSites(FitFrame& f, double K6, double K7) {
     f.cOtherAB = K7 * f.kAB;
 }
 
-// Models 15 to 20: AB from K6; AB2 in two steps through K4; ABBA from two AB; B2 by its own constant.
+// Models 15 to 20: [AB] = K6 [A][B]; [AB2] = 2 K4 [AB][B], the 2 for the two ways round; [ABBA] = kABBA
+// [AB]^2; [B2] = kBB [B]^2. Which of the constants stands for which dimerisation is what tells the models
+// apart.
 void LoadDimerComplexes(FitFrame& f, double K6, double K4, double kABBA, double kBB) {
     f.cAB = K6 * f.kAB;
     f.cABB = Work.Model == 15 ? 0.0 : 2.0 * K4 * f.cAB * f.kB;
@@ -93,6 +101,14 @@ void LoadDimerComplexes(FitFrame& f, double K6, double K4, double kABBA, double 
     f.cABBA = kABBA * f.cAB * f.cAB;
 }
 
+// Molar concentrations of the complexes over products of the monomer signals, by mass action. Intrinsic
+// constants carry the statistical factors of equal sites (Tanford, chapter 8): 2 for the first of two equal
+// sites, 1 for both; different sites add their constants up for the first B and multiply them for both.
+//     8       A + B            [AB] = K6 [A][B]
+//     9       equal sites      [AB] = 2 K6 [A][B]       [AB2] = K6^2 [A][B]^2
+//     10      different sites  [AB] = (K6 + K7) [A][B]  [AB2] = K6 K7 [A][B]^2
+//     11, 14  the second B binds K7 or K2 times as strongly: cooperativity
+//     12, 13  and B dimerises, free and bound
 void LoadComplexes(FitFrame& f) {
     const int model = Work.Model;
     if (model < 8 || model > LastModelNumber) return;
@@ -154,6 +170,7 @@ void LoadComplexes(FitFrame& f) {
     }
 }
 
+// The constants of the set, common or its own. Oligomers of A follow as c_N = K1 a^N and c_M = K2 a^M.
 void LoadAssociation(FitFrame& f) {
     const int model = Work.Model;
     const bool separateK = Work.SeparateK != 0;

@@ -2,6 +2,16 @@
 // What is constant for a data set at given parameters: everything of the fitted function that does not hang
 // on the point.
 //
+// At sedimentation equilibrium an ideal species of molar mass M has, at the radius r,
+//
+//     c(r) = c0 exp(sigma (r^2 - r0^2) / 2),   sigma = M (1 - vbar rho) w^2 / (R T)
+//
+// (T. Svedberg and K. O. Pedersen, The Ultracentrifuge, Clarendon Press 1940, part I; C. Tanford, Physical
+// Chemistry of Macromolecules, Wiley 1961, chapter 4). A signal is the sum of its species' exponentials (R.
+// H. Haschemeyer and W. F. Bowers, Biochemistry 9 (1970) 435), and at every radius the complexes stand in the
+// proportions of mass action to the monomers there (Tanford, chapter 4), so that their concentrations are
+// products of powers of the monomers': no complex has a sigma of its own.
+//
 // A frame is in two halves. The geometry follows from the set alone (speed, path, extinction ratios, molar
 // coefficients). The constants follow from the parameters as well; StepFrame derives again exactly those
 // that a stepped slot touches. Work.Parms is single precision and is widened as it is read.

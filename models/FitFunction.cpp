@@ -33,13 +33,8 @@ FitFrame& FrameFor(long set, bool newSet) {
     return Stepped;
 }
 
-void KeepSolution(const FitFrame& from) {
-    Base.LastMonomer = from.LastMonomer;
-    Base.LastTotal = from.LastTotal;
-    Base.LastN = from.LastN;
-    Base.LastM = from.LastM;
-}
-
+// y = sum of the species' signals + offset, from a = exp(x sigma_A + ln c_A) and b = exp(x sigma_B + ln c_B)
+// (Haschemeyer and Bowers, Biochemistry 9 (1970) 435); the sum is that of Species.h.
 template <ModelFamily F> double IdealSignal(const FitFrame& f, double x, double a) {
     const double b = HasB(F) ? std::exp(x * f.SigmaB + f.LnB) : 0.0;
     const double an = HasPowerN(F) ? MonomerPower(a, f.PowerN) : 0.0;
@@ -53,9 +48,11 @@ template <ModelFamily F> double IdealSignal(const FitFrame& f, double x, double 
     return SignalAt<F>(s, a, b, an, am);
 }
 
+// The same with the monomer of the non-ideal solution in the place of a.
 double NonIdealSignal(FitFrame& f, double a, double measured, bool newSet) {
+    // A stepped frame starts from the unstepped solution at the same point and leaves nothing behind: a pass
+    // with derivatives and one without go through the same solutions.
     const NonIdealPoint c = SolveNonIdeal(f, a, measured, newSet);
-    if (&f != &Base) KeepSolution(f);
     const double units = c.SignalN + c.SignalM + f.ScaleA * c.Monomer;
     if (f.ConstraintsOn) ConstraintSumA(SteppedSlot) += units;
     return units + f.Offset;
@@ -91,6 +88,8 @@ double SteppedValue(long point, long slot, double h) {
     return value;
 }
 
+// dy/dp = (y(p + h) - y(p)) / h. The stepped value is that of a single, the divisor the step that was asked
+// for, so that the quotient errs by the rounding of p over h, below 1e-5 with the steps of DerivStep.
 void NumericDeriv(long point, long slot, double fittedValue) {
     const double h = DerivStep(slot);
     Work.Deriv[Work.FreeMap[slot]] = Divide(SteppedValue(point, slot, h) - fittedValue, h);

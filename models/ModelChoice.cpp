@@ -8,7 +8,7 @@
 #include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -16,21 +16,26 @@ namespace {
 
 constexpr const char* BoxTitle = "Select Model";
 
-// The links themselves go too, since the next preparation of the fit data would take them up again.
+// The links of the sets go too, since the next preparation of the fit data would take them up again. Rows
+// outside the fit, which the question was not about, keep theirs.
 void RemoveOffsetLinks() {
     Work.ConstraintFlags = static_cast<std::int16_t>(Work.ConstraintFlags & ~OffsetBit);
-    for (auto& link : Work.OffsetLink)
-        link = 0;
+    for (const SetNo set : EachSet())
+        Work.OffsetLink[RowOf(set)] = 0;
+}
+
+// Slots of the sets that have become constants start from the common ones.
+void SeedSeparateConstants() {
+    for (long slot = GlobalSlots; slot < NumSlots(Work.MaxSets); ++slot) {
+        const SlotRule& rule = RuleOfSlot(slot);
+        if (rule.Holds == Quantity::Constant) Work.Parms[slot] = Work.Parms[rule.Common];
+    }
 }
 
 // Models 4, 5, 8 and 9 with separate constants give the zero offsets up; a link would tie the constants of
-// two sets instead. The links have to go, or the separate constants. Model 8 passes without a question.
+// two sets instead. The links have to go, or the separate constants.
 void SettleOffsetLinks() {
     if (!(Work.ConstraintFlags & OffsetBit)) return;
-    if (Work.Model == 8) {
-        RemoveOffsetLinks();
-        return;
-    }
     Host.Beep();
     const bool removeLinks =
         AskYesNo("You cannot have baseline constraints with a model that doesn't use zero offsets!  Do you "
@@ -80,22 +85,18 @@ void AnnounceHeteroModel(std::int16_t oldModel) {
          BoxTitle, BoxIcon::Information);
 }
 
-void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen) {
+void AdoptModel(std::int16_t oldSeparateK, bool chosen) {
     FillModelNames();
     if (chosen) {
-        for (long i = 0; i < oldNumParms; ++i)
-            Work.FreeMap[i] = 0;
+        for (std::int16_t& flag : Work.FreeMap)
+            flag = 0;
         if (!Work.SeparateK)
             for (long s = 1; s <= Work.MaxSets; ++s)
                 Work.FreeMap[SlotOffset(s)] = SlotHeld;
     }
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     Work.FitTitle = ModelFitTitle();
-    if (Work.SeparateK && !oldSeparateK)
-        for (long s = 1; s <= Work.MaxSets; ++s) {
-            Work.Parms[SlotB(s)] = Work.Parms[2];
-            if (Work.Model >= 4) Work.Parms[SlotOffset(s)] = Work.Parms[4];
-        }
+    if (Work.SeparateK && !oldSeparateK) SeedSeparateConstants();
     BuildParmNames();
     BuildParmFormats();
     BuildParmScale();
@@ -105,7 +106,7 @@ void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen
 void SelectModel(bool showDialog) {
     FillModelNames();
     if (!showDialog) {
-        AdoptModel(Work.SeparateK, Work.NumParms, false);
+        AdoptModel(Work.SeparateK, false);
         return;
     }
     const Workspace before = Work;
@@ -123,7 +124,7 @@ void SelectModel(bool showDialog) {
         if (Work.Model != before.Model || Work.SeparateK != before.SeparateK)
             CarryBoundsToModel(before.Model, before.SeparateK);
         AnnounceHeteroModel(before.Model);
-        AdoptModel(before.SeparateK, before.NumParms, true);
+        AdoptModel(before.SeparateK, true);
     } catch (const RuntimeError&) {
         Work = before;
         throw;

@@ -18,8 +18,9 @@ void AnnounceHeteroModel(std::int16_t oldModel);
 // clear. A RuntimeError (a coefficient without a logarithm) leaves the workspace as it was, too.
 void SelectModel(bool showDialog);
 
-// The tail of SelectModel for a choice that has been made: oldSeparateK and oldNumParms are what stood
-// before, chosen tells that the dialog made the choice (which resets the fit flags).
-void AdoptModel(std::int16_t oldSeparateK, std::int16_t oldNumParms, bool chosen);
+// The tail of SelectModel for a choice that has been made: oldSeparateK is what stood before, chosen tells
+// that the dialog made the choice. That resets the fit flags of all MaxSets sets, since a set may come into
+// the fit later than its model.
+void AdoptModel(std::int16_t oldSeparateK, bool chosen);
 
 } // namespace Quillon

@@ -1,5 +1,6 @@
 #include "models/ModelFlags.h"
 
+#include "models/Catalogue.h"
 #include "models/ModelTable.h"
 #include "workspace/records/Workspace.h"
 
@@ -41,9 +42,11 @@ void FlagSlot(long slot) {
     }
 }
 
+// Without zero offsets there is nothing to tie: a link waits for another model.
 void FlagOffsetLinks() {
+    const bool offsets = !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
     for (long s = 1; s <= Work.NumSets; ++s) {
-        const long link = Work.OffsetLink[Work.SetRow[s]];
+        const long link = offsets ? Work.OffsetLink[Work.SetRow[s]] : 0;
         if (link != 0) {
             Work.FreeMap[SlotOffset(s)] = SlotTied;
             const long other = Work.SetOfRow[link];

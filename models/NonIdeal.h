@@ -14,7 +14,8 @@ struct NonIdealPoint {
 };
 
 // Solves at a point with the ideal monomer a. At the first point of a set the measured signal gives the
-// start, later the solution before (kept in the frame). Where no root exists the last finite pass stands.
+// start, later the solution before (kept in the frame). Where no root exists, the total at which the equation
+// comes closest to being met stands, whatever the start was.
 NonIdealPoint SolveNonIdeal(FitFrame& frame, double a, double measured, bool newSet);
 
 } // namespace Quillon

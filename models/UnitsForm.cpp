@@ -1,6 +1,7 @@
 #include "models/UnitsForm.h"
 
 #include "input/NUMINPUT.h"
+#include "models/CoefficientWavelength.h"
 #include "models/DefaultBounds.h"
 #include "models/FormControls.h"
 #include "models/ModelTable.h"
@@ -132,10 +133,8 @@ void NameOptions() {
     UnitsForm.Ref_Molar = Captioned("m&olar (molar refractivity known)", "Use molar concentration");
 }
 
-// Of the first set, whose signal units are those of the parameters.
 std::string WavelengthText() {
-    const long row = Work.NumSets > 0 && Work.SetRow[1] > 0 ? Work.SetRow[1] : 1;
-    return FormatNumber(static_cast<double>(Work.ScanWavelength[row]), "0");
+    return FormatNumber(static_cast<double>(CoefficientWavelength()), "0");
 }
 
 void NameBoxes() {

@@ -3,6 +3,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
+#include "models/CoefficientWavelength.h"
 #include "models/ModelTable.h"
 #include "platform/Paths.h"
 #include "workspace/records/Workspace.h"
@@ -123,18 +124,13 @@ void PrintBaseline(Lines& lines, long row, const std::string& name, int columns)
         lines.push_back("   baseline data shifted " + shift);
 }
 
-// The wavelength that coefficients are told for: that of the table's first row, which all ratios refer to.
-float ReferenceWavelength() {
-    return Work.ScanWavelength[Work.ScanFile[1].empty() ? static_cast<long>(Work.SetRow[1]) : 1L];
-}
-
 void PrintExtinction(Lines& lines, long row) {
     const float a = Work.ExtinctionRatio[0][row];
     const float b = Work.ExtinctionRatio[1][row];
-    const bool otherWavelength = std::abs(Work.ScanWavelength[row] - ReferenceWavelength()) > 1.0F;
+    const bool otherWavelength = std::abs(Work.ScanWavelength[row] - CoefficientWavelength()) > 1.0F;
     if (a == 1.0F && (b == 1.0F || !HasTwoSpecies()) && !otherWavelength) return;
     std::string line = "   Extinction is " + Picture(a, "0.0000") + " * that at " +
-                       Picture(ReferenceWavelength(), "##0") + " nm";
+                       Picture(CoefficientWavelength(), "##0") + " nm";
     if (HasTwoSpecies()) line += " for A, and " + Picture(b, "0.0000") + " for B";
     lines.push_back(line);
 }
@@ -183,7 +179,7 @@ struct Coefficient {
 
 void PrintCoefficient(Lines& lines, const Coefficient& c) {
     lines.push_back(c.Text + Picture(c.A, c.Format));
-    const std::string wavelength = Picture(ReferenceWavelength(), "###");
+    const std::string wavelength = Picture(CoefficientWavelength(), "###");
     if (HasTwoSpecies())
         lines.push_back("   for species A, and " + Picture(c.B, c.Format) + " for species B" +
                         (wavelength.empty() ? "" : ","));

@@ -1,6 +1,7 @@
 #include "scandata/FitData.h"
 
 #include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
 #include "models/ModelChoice.h"
 #include "models/ParmScale.h"
 #include "platform/Paths.h"
@@ -212,6 +213,7 @@ void TrimConstraints(FitBuild& build) {
         if (link < 1 || link > Work.MaxSets || build.SetOfRow[RowNo(link)] == 0) link = 0;
         offsets |= link != 0;
     }
+    offsets &= !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0); // the links wait for another model
     const int kept = concentrations ? build.ConstraintFlags & ConcentrationBit : 0;
     build.ConstraintFlags = ToInt16(kept | (offsets ? OffsetBit : 0));
 }

@@ -97,7 +97,7 @@ void ChooseModel(int model, bool nonIdeal, bool separateK) {
     Work.Model = ToInt16(model);
     Work.NonIdeal = Flag(nonIdeal);
     Work.SeparateK = Flag(separateK);
-    AdoptModel(0, StandardMaxParms, true);
+    AdoptModel(0, true);
     Work.Parms[0] = 0.9F;
     Work.Parms[1] = model == 3 || model == 5 ? 2.6F : 2.0F;
     Work.Parms[2] = model >= 12 ? 8.0F : 0.7F;

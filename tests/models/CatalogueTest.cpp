@@ -427,8 +427,50 @@ TEST(ModelChoice, RefusesSeparateConstantsWhereThereIsNoRoom) {
     }
 }
 
+TEST(ModelChoice, SeparateConstantsOverwroteConcentrationsAndOffsetsThatStayWhatTheyAre) {
+    for (const int model : {6, 8, 9}) {
+        Script script;
+        StartTwoSets(model);
+        Work.SeparateK = FlagTrue;
+        Work.Parms[2] = 1.25F;
+        Work.Parms[4] = 2.25F;
+        Work.Parms[SlotB(2)] = -4.5F;
+        Work.Parms[SlotOffset(2)] = 0.0125F;
+        AdoptModel(FlagFalse, true);
+        if (model == 6)
+            EXPECT_EQ(Work.Parms[SlotOffset(2)], 0.0125F);
+        else
+            EXPECT_EQ(Work.Parms[SlotB(2)], -4.5F) << model;
+    }
+}
+
+TEST(ModelChoice, AModelChosenBeforeItsDataHidTheSecondSpeciesForGood) {
+    Script script;
+    StartTwoSets(1);
+    Work.NumSets = 0;
+    Work.NumParms = 8;
+    AdoptModel(FlagFalse, true);
+    ASSERT_EQ(Work.FreeMap[SlotB(3)], SlotUnused);
+    Work.Model = 8;
+    AdoptModel(FlagFalse, true); // still without data
+    for (long s = 1; s <= 18; ++s) {
+        EXPECT_EQ(Work.FreeMap[SlotB(s)], 0) << s;
+        EXPECT_EQ(Work.FreeMap[SlotOffset(s)], SlotHeld) << s;
+    }
+}
+
+TEST(ModelChoice, ASetThatComesLaterHasItsSecondSpecies) {
+    Script script;
+    StartTwoSets(2);
+    AdoptModel(FlagFalse, true);
+    Work.Model = 8;
+    AdoptModel(FlagFalse, true);
+    Work.NumSets = 3; // one more scan
+    EXPECT_EQ(Work.FreeMap[SlotB(3)], 0);
+}
+
 TEST(ModelChoice, BaselineConstraintsOrSeparateConstants) {
-    for (const int model : {4, 5, 9}) {
+    for (const int model : {4, 5, 8, 9}) { // model 8 dropped the constraints in silence
         Script yes;
         StartTwoSets(model);
         Work.SeparateK = FlagTrue;
@@ -493,7 +535,7 @@ TEST(ModelChoice, StartsOffsetsHeldAndTheRestFree) {
     StartTwoSets(3);
     for (long i = 0; i <= Work.FreeMap.Hi(); ++i)
         Work.FreeMap[i] = SlotHeld;
-    AdoptModel(FlagFalse, 14, true);
+    AdoptModel(FlagFalse, true);
     EXPECT_EQ(Work.NumParms, 14);
     EXPECT_EQ(GlobalFlags(), "fff-----");
     for (long s = 1; s <= 18; ++s)
@@ -504,7 +546,7 @@ TEST(ModelChoice, StartsOffsetsHeldAndTheRestFree) {
 TEST(ModelChoice, TitleTellsOptions) {
     Script script;
     StartTwoSets(2);
-    AdoptModel(FlagFalse, 14, true);
+    AdoptModel(FlagFalse, true);
     EXPECT_EQ(Work.FitTitle, "monomer <-> dimer fit, ideal");
     Work.NonIdeal = FlagTrue;
     EXPECT_EQ(ModelFitTitle(), "monomer <-> dimer fit, non-ideal");
@@ -519,14 +561,22 @@ TEST(ModelChoice, SwitchedOnConstantsStartFromTheCommonOnes) {
         Work.SeparateK = FlagTrue;
         Work.Parms[2] = 1.25F;
         Work.Parms[4] = 2.25F;
-        Work.Parms[SlotOffset(1)] = 0.5F;
-        AdoptModel(FlagFalse, 14, true);
-        for (long s = 1; s <= 2; ++s)
-            EXPECT_EQ(Work.Parms[SlotB(s)], 1.25F) << model;
-        EXPECT_EQ(Work.Parms[SlotOffset(1)], model >= 4 ? 2.25F : 0.5F) << model;
+        Work.Parms[6] = 3.25F;
+        for (const long s : {1L, 2L}) {
+            Work.Parms[SlotB(s)] = -1.0F;
+            Work.Parms[SlotOffset(s)] = 0.5F;
+        }
+        AdoptModel(FlagFalse, true);
+        for (const long s : {1L, 2L}) {
+            EXPECT_EQ(Work.Parms[SlotB(s)], model <= 6 ? 1.25F : -1.0F) << model;
+            EXPECT_EQ(Work.Parms[SlotOffset(s)], model == 4 || model == 5 ? 2.25F
+                                                 : model >= 8             ? 3.25F
+                                                                          : 0.5F)
+                << model;
+        }
         // Nothing is written a second time.
         Work.Parms[SlotB(1)] = 7.0F;
-        AdoptModel(FlagTrue, 14, true);
+        AdoptModel(FlagTrue, true);
         EXPECT_EQ(Work.Parms[SlotB(1)], 7.0F) << model;
     }
 }

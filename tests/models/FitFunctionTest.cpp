@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 namespace Quillon {
 namespace {
@@ -231,6 +232,55 @@ TEST(FitFunction, NonIdealSolutionDoesNotHangOnTheData) {
 }
 
 // Where no solution exists the last values stand; that is no error.
+// The sums with derivatives and those without went through other solutions where the equation has none.
+TEST(FitFunction, SumsWithoutAPhysicalRootHungOnWhatWasEvaluatedBefore) {
+    Script script;
+    for (const int model : {1, 2, 3, 4, 5}) {
+        Work = HandWorkspace(model);
+        Work.NonIdeal = FlagTrue;
+        Work.Parms[7] = 3.0F; // no root at any of the points
+        for (auto& flag : Work.FreeMap)
+            flag = SlotUnused;
+        Work.FreeMap[0] = Work.FreeMap[7] = Work.FreeMap[SlotA(1)] = 0;
+        NumberFreeSlots(Work);
+        std::vector<double> plain, between;
+        ResetFitFunction();
+        for (long p = 1; p <= 3; ++p)
+            plain.push_back(FitFunction(p));
+        for (const bool disturbed : {false, true}) {
+            between.clear();
+            if (disturbed) { // another place first
+                Work.Parms[7] = 0.01F;
+                FitFunction(1);
+                Work.Parms[7] = 3.0F;
+            }
+            for (long p = 1; p <= 3; ++p) {
+                between.push_back(FitFunction(p));
+                CalcDerivs(p, between.back());
+                EXPECT_TRUE(std::isfinite(Work.Deriv[1]));
+            }
+            EXPECT_EQ(between, plain) << model;
+        }
+        EXPECT_EQ(Work.AbortFit, 0) << model;
+    }
+}
+
+// c1 = a exp(e c1) has its last root at a e = 1/e; beyond it the closest approach is c1 = 1/e.
+TEST(FitFunction, WithoutAPhysicalRootTheSignalGoesOnWithoutAJump) {
+    Script script;
+    for (const double excess : {1e-6, 0.5, 100.0}) {
+        Work = HandWorkspace(1);
+        Work.NonIdeal = FlagTrue;
+        Work.Parms[0] = 1.0F;
+        Work.Parms[7] = 2.0F;
+        Work.Parms[SlotA(1)] = static_cast<float>(std::log(std::exp(-1.0) / 2.0 * (1.0 + excess)));
+        Work.Parms[SlotOffset(1)] = 0.0F;
+        ResetFitFunction();
+        FitFunction(1);
+        EXPECT_NEAR(FitFunction(2), 0.5, 2e-3); // at x = 0
+    }
+}
+
 TEST(FitFunction, NonIdealWithoutSolutionIsNoError) {
     Script script;
     Work = HandWorkspace(1);

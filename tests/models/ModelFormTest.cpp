@@ -246,21 +246,22 @@ TEST(SelectModel, NoModelThatGivesUpItsOffsetsKeepsTheirLinks) {
         Work.SetRow[2] = 2;
         Work.SetOfRow[2] = 2;
         Work.OffsetLink[2] = 1;
+        Work.OffsetLink[7] = 6; // rows outside the fit, which model 8 cleared as well
         Work.ConstraintFlags = ConcentrationBit | OffsetBit;
         script.ExpectModal("ModelForm", [&] { Choose(ToInt16(model), false, true); });
-        if (model != 8)
-            script.ExpectMessage({"You cannot have baseline constraints with a model that doesn't use zero "
-                                  "offsets!  Do you want "
-                                  "me to remove the baseline constraints (YES) or return to a common "
-                                  "association constant for all "
-                                  "data sets (NO)?",
-                                  "Quillon", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::Yes},
-                                 BoxAnswer::Yes);
+        script.ExpectMessage({"You cannot have baseline constraints with a model that doesn't use zero "
+                              "offsets!  Do you want "
+                              "me to remove the baseline constraints (YES) or return to a common "
+                              "association constant for all "
+                              "data sets (NO)?",
+                              "Quillon", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::Yes},
+                             BoxAnswer::Yes);
         if (model >= 8) script.ExpectMessage(CoefficientsNote);
         SelectModel(true);
         EXPECT_NE(Work.SeparateK, 0) << model;
         EXPECT_EQ(Work.ConstraintFlags, ConcentrationBit) << model;
         EXPECT_EQ(Work.OffsetLink[2], 0) << model;
+        EXPECT_EQ(Work.OffsetLink[7], 6) << model;
         EXPECT_GE(Work.FreeMap[SlotOffset(2)], 0) << model; // a constant of its own, fitted
     }
 }

@@ -234,6 +234,29 @@ TEST(RefreshUnits, BoundsKeepTheirInternalValue) {
     EXPECT_NEAR(ToInternal(0, Work.Bounds[0][0]), 0.5, 1e-6);
 }
 
+TEST(RefreshUnits, BoundsOfAMassCrossedWhenASampleBeganToFloat) {
+    StartScale(1, 0);
+    Work.MassUnits = 2;
+    BuildParmNames();
+    BuildParmScale();
+    SetDefaultBounds();
+    Work.VbarA = 1.1F; // 1 - vbar rho below 0
+    RefreshUnits();
+    ASSERT_LT(Work.ParmScale[0], 0.0F);
+    EXPECT_EQ(Work.Bounds[0][0], 0.1F); // a floating sample has a mass, too
+    EXPECT_EQ(Work.Bounds[1][0], 1e9F);
+    EXPECT_LT(ToInternal(0, Work.Bounds[0][0]), 0.0F);
+    // The range of sigma stays when masses are shown without the bracket.
+    Work.MassUnits = 1;
+    RefreshUnits();
+    EXPECT_LT(Work.Bounds[0][0], Work.Bounds[1][0]);
+    EXPECT_LT(Work.Bounds[1][0], 0.0F);
+    Work.MassUnits = 2;
+    RefreshUnits();
+    EXPECT_NEAR(Work.Bounds[0][0], 0.1, 1e-6);
+    EXPECT_LE(Work.Bounds[0][5], Work.Bounds[1][5]);
+}
+
 // --- default bounds
 // -----------------------------------------------------------------------------------------------
 

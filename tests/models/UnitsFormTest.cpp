@@ -62,6 +62,20 @@ TEST(UnitsForm, ReadsAsDesigned) {
     EXPECT_EQ(f.RefExtLabel[1].Text, "molar refractivity of B ((fringes liter)/(mol cm))");
 }
 
+TEST(UnitsForm, CoefficientsWereLabelledWithTheWavelengthOfTheFirstSetInTheFit) {
+    StartUnits(1);
+    Work.ScanFile[1] = "00001.RA1";
+    Work.ScanFile[2] = "00002.RA1";
+    Work.ScanWavelength[2] = 250.0F;
+    Work.SetRow[1] = 2; // row 1 is not ticked
+    LoadUnitsForm();
+    EXPECT_EQ(UnitsForm.AbsorptivityLabel[0].Text, "absorptivity of A at 280 nm (ml/(mg cm))");
+    EXPECT_EQ(UnitsForm.ExtinctionLabel[1].Text, "molar extinction of B at 280 nm (liter/(mole cm))");
+    Work.ScanFile[1].clear();
+    LoadUnitsForm();
+    EXPECT_EQ(UnitsForm.AbsorptivityLabel[0].Text, "absorptivity of A at 250 nm (ml/(mg cm))");
+}
+
 TEST(UnitsForm, OptionsTellTheirMeaning) {
     StartUnits(1);
     LoadUnitsForm();
