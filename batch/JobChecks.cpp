@@ -46,6 +46,19 @@ void CheckConstraints(const Job& job, const JobSet& set) {
                 "set " + std::to_string(set.OffsetOf) + " is tied to a set itself");
 }
 
+// Chains are refused: a set that follows another one has no concentrations to share.
+void CheckSharedConcentrations(const Job& job, const JobSet& set) {
+    if (set.ConcentrationsOf == 0) return;
+    const auto fail = [&](const std::string& reason) {
+        FailJob(job, SetSection(set.Number), "concentrations-of", reason);
+    };
+    const JobSet* other = job.FindSet(set.ConcentrationsOf);
+    if (!other) fail("there is no set " + std::to_string(set.ConcentrationsOf));
+    if (other == &set) fail("a set cannot be tied to itself");
+    if (other->ConcentrationsOf != 0)
+        fail("the concentrations of set " + std::to_string(set.ConcentrationsOf) + " are tied themselves");
+}
+
 } // namespace
 
 void CheckJob(const Job& job) {
@@ -56,6 +69,7 @@ void CheckJob(const Job& job) {
         CheckRange(job, set);
         CheckCell(job, set);
         CheckConstraints(job, set);
+        CheckSharedConcentrations(job, set);
     }
 }
 

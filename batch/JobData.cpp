@@ -111,6 +111,7 @@ void SetConstraints(const JobSet& set) {
     Work.ConcToleranceA[row] = set.Tolerance[0] / 100.0F;
     Work.ConcToleranceB[row] = set.Tolerance[1] / 100.0F;
     Work.OffsetLink[row] = ToInt16(set.OffsetOf);
+    Work.ConcLink[row] = ToInt16(set.ConcentrationsOf);
     const bool loaded = set.Loading[0] > 0.0F || set.Loading[1] > 0.0F;
     const int bits = (loaded ? ConcentrationBit : 0) | (set.OffsetOf > 0 ? OffsetBit : 0);
     Work.ConstraintFlags = ToInt16(Work.ConstraintFlags | bits);

@@ -49,6 +49,7 @@ struct JobSet {
     std::array<float, 2> Loading{};                      // mean signal without offset; 0 no constraint
     std::array<float, 2> Tolerance{10.0F, 10.0F};        // percent
     int OffsetOf{};                                      // the set whose zero offset is shared; 0 none
+    int ConcentrationsOf{}; // the set whose ln c is shared, at the same radius; 0 none
 };
 
 // One line of [parameters].

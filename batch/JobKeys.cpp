@@ -113,6 +113,10 @@ constexpr SetKey SetKeys[] = {
      [](JobReader& r, JobSet& s, const std::string& v) { s.Loading[1] = ReadNotNegative(r, v); }},
     {"tolerance-b",
      [](JobReader& r, JobSet& s, const std::string& v) { s.Tolerance[1] = ReadPositive(r, v); }},
+    {"concentrations-of",
+     [](JobReader& r, JobSet& s, const std::string& v) {
+         s.ConcentrationsOf = ReadWhole(r, v, 1, StandardMaxSets);
+     }},
     {"offset-of",
      [](JobReader& r, JobSet& s, const std::string& v) { s.OffsetOf = ReadWhole(r, v, 1, StandardMaxSets); }},
 };

@@ -115,7 +115,10 @@ std::vector<ListedParm> FindListedParms(const Job& job) {
     for (const JobParameter& line : job.Parameters) {
         const std::int16_t slot = SlotOfLine(job, line);
         if (Work.FreeMap[slot] == SlotTied)
-            FailParameter(job, line, "this zero offset is tied to that of another set");
+            FailParameter(job, line,
+                          PartOfSlot(slot) == SlotPart::Offset
+                              ? "this zero offset is tied to that of another set"
+                              : "this concentration is tied to that of another set");
         CheckValue(job, line, slot);
         for (const ListedParm& other : listed)
             if (other.Slot == slot)

@@ -92,6 +92,7 @@ bool PrepareFit() {
     OfferGuessesForNewConstants();
     RefineModel();
     if (Work.ConstraintFlags & OffsetBit) ApplyOffsetLinks();
+    ApplyConcentrationLinks();
     if (!Work.AbortFit) return true;
     Work.AbortFit = 0;
     return false;

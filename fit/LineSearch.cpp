@@ -3,6 +3,7 @@
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
 #include "models/Constraints.h"
+#include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -149,6 +150,7 @@ void ApplyIncrement() {
     }
     if (Work.BoundsActive) EnforceBounds();
     if (Work.ConstraintFlags) ApplyOffsetLinks();
+    ApplyConcentrationLinks();
     ReportStep();
 }
 

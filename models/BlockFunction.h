@@ -14,7 +14,8 @@
 namespace Quillon {
 
 inline constexpr long BlockPoints = 256; // points of a block at most
-inline constexpr int BlockColumns = 12;  // eight global slots, three of the set, one tied offset
+inline constexpr int BlockColumns =
+    12; // eight global slots, three of the set or of those that it follows, one tied offset
 
 // A set's frames: the base and one for each fitted slot with a derivative other than zero.
 struct SetPlan {

@@ -1,7 +1,8 @@
 #include "models/FitFrame.h"
 
 #include "models/Catalogue.h"
-#include "workspace/records/Workspace.h"
+#include "models/SharedConcentrations.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -62,6 +63,10 @@ void LoadGeometry(FitFrame& f, long set) {
     const double signal = static_cast<double>(Work.SetSignalScale[set]);
     f.ScaleA = Divide(signal * RatioA(f.CurRow), RatioA(f.FirstRow));
     f.ScaleB = Divide(signal * RatioB(f.CurRow), RatioB(f.FirstRow));
+    const long leader = LeaderOf(set);
+    f.LeadA = ToInt16(LeadSlotA(set));
+    f.LeadB = ToInt16(LeadSlotB(set));
+    f.TieX = leader > 0 ? ReferenceX(RowNo(f.CurRow)) - ReferenceX(RowOf(SetNo(leader))) : 0.0;
     if (Work.Model > 7) LoadMolarFactors(f);
 }
 
@@ -184,9 +189,20 @@ void LoadAssociation(FitFrame& f) {
     LoadComplexes(f);
 }
 
+bool FollowsA(const FitFrame& f) {
+    return f.LeadA != f.SetBase;
+}
+bool FollowsB(const FitFrame& f) {
+    return f.LeadB != f.SetBase + 1;
+}
+
+// ln c at the reference radius; that of a set which follows another one is the leader's, carried along
+// d ln c / d(r^2/2) = sigma to its own reference radius.
 void LoadConcentrations(FitFrame& f) {
-    f.LnA = P(f.SetBase);
-    f.LnB = P(f.SetBase + 1);
+    f.LnA = P(f.LeadA);
+    f.LnB = P(f.LeadB);
+    if (FollowsA(f)) f.LnA += f.SigmaA * f.TieX;
+    if (FollowsB(f)) f.LnB += f.SigmaB * f.TieX;
 }
 
 void LoadPowers(FitFrame& f) {
@@ -194,8 +210,16 @@ void LoadPowers(FitFrame& f) {
     f.PowerM = P(3);
 }
 
-float& FromOf(FitFrame& f, long slot) {
-    return f.From[slot < 8 ? slot : 8 + slot - f.SetBase];
+bool IsOwn(const FitFrame& f, long slot) {
+    return slot >= f.SetBase && slot <= f.SetBase + 2;
+}
+
+void RememberFrom(FitFrame& f, long slot) {
+    const float value = Work.Parms[slot];
+    if (slot < GlobalSlots) f.From[slot] = value;
+    if (IsOwn(f, slot)) f.From[GlobalSlots + slot - f.SetBase] = value;
+    if (slot == f.LeadA) f.From[11] = value;
+    if (slot == f.LeadB) f.From[12] = value;
 }
 
 } // namespace
@@ -207,6 +231,8 @@ void LoadConstants(FitFrame& f) {
     LoadAssociation(f);
     std::copy_n(Work.Parms.Data(), 8, f.From);
     std::copy_n(Work.Parms.Data() + f.SetBase, 3, f.From + 8);
+    f.From[11] = Work.Parms[f.LeadA];
+    f.From[12] = Work.Parms[f.LeadB];
 }
 
 void LoadFrame(FitFrame& f, long set) {
@@ -217,17 +243,20 @@ void LoadFrame(FitFrame& f, long set) {
 
 bool FrameIsCurrent(const FitFrame& f) {
     return std::equal(f.From, f.From + 8, Work.Parms.Data()) &&
-           std::equal(f.From + 8, f.From + 11, Work.Parms.Data() + f.SetBase);
+           std::equal(f.From + 8, f.From + 11, Work.Parms.Data() + f.SetBase) &&
+           f.From[11] == Work.Parms[f.LeadA] && f.From[12] == Work.Parms[f.LeadB];
 }
 
 void StepFrame(FitFrame& stepped, const FitFrame& base, long slot) {
     stepped = base;
-    if (slot >= 8 && (slot < base.SetBase || slot > base.SetBase + 2)) return;
-    FromOf(stepped, slot) = Work.Parms[slot];
+    const bool own = IsOwn(base, slot);
+    if (slot >= GlobalSlots && !own && slot != base.LeadA && slot != base.LeadB) return;
+    RememberFrom(stepped, slot);
     switch (slot) {
     case 0:
     case 5:
         LoadMasses(stepped);
+        if (FollowsA(base) || FollowsB(base)) LoadConcentrations(stepped); // they hang on sigma, too
         return;
     case 1:
     case 3:
@@ -239,8 +268,8 @@ void StepFrame(FitFrame& stepped, const FitFrame& base, long slot) {
     default:
         break;
     }
-    if (slot >= 8) LoadConcentrations(stepped);
-    if (slot != base.SetBase) LoadAssociation(stepped);
+    if (slot >= GlobalSlots) LoadConcentrations(stepped);
+    if (slot < GlobalSlots || (own && slot != base.SetBase)) LoadAssociation(stepped);
 }
 
 } // namespace Quillon

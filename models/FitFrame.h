@@ -26,6 +26,10 @@ struct FitFrame {
     std::int16_t FirstRow = 0; // SetRow of set 1
     std::int16_t ConstraintsOn = 0;
     std::int16_t SetBase = 0; // first slot of the set
+    // The slots that stand for ln c of A and B: the set's own, or those of the set that it follows, TieX cm^2
+    // further in at the reference radius (models/SharedConcentrations.h).
+    std::int16_t LeadA = 0, LeadB = 0;
+    double TieX = 0.0;
 
     // Geometry. Signals per 1 molar of a species in the set's own cell (g...), factors from products of
     // monomer signals to molar (k...).
@@ -52,8 +56,8 @@ struct FitFrame {
     // Start values of the non-ideal solution, from the point before.
     double LastMonomer = 0.0, LastTotal = 0.0, LastN = 0.0, LastM = 0.0;
 
-    // The parameters that the constants were derived from: eight global ones, three of the set.
-    float From[11] = {};
+    // The parameters that the constants were derived from: eight global ones, three of the set, LeadA, LeadB.
+    float From[13] = {};
 };
 
 // Fills geometry and constants for a set at the current Work.Parms and resets the start values.

@@ -5,6 +5,7 @@
 #include "models/FitFrame.h"
 #include "models/ModelTable.h"
 #include "models/NonIdeal.h"
+#include "models/SharedConcentrations.h"
 #include "models/Species.h"
 #include "workspace/records/Workspace.h"
 
@@ -142,10 +143,12 @@ double DerivStep(long slot) {
 SlotDeriv DerivKind(long slot, long set, bool pseudoPoint) {
     const SlotPart part = PartOfSlot(slot);
     if (part == SlotPart::Global) return SlotDeriv::Numeric;
+    // Concentrations: those of the set, or of the set that it follows.
+    if (part == SlotPart::A) return slot == LeadSlotA(set) ? SlotDeriv::Numeric : SlotDeriv::Zero;
+    if (part == SlotPart::B) return slot == LeadSlotB(set) ? SlotDeriv::Numeric : SlotDeriv::Zero;
     const long owner = SetOfSlot(slot);
-    const bool third = part == SlotPart::Offset;
-    if (owner == set && (!third || Work.SeparateK)) return SlotDeriv::Numeric;
-    if (!third || pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
+    if (owner == set && Work.SeparateK) return SlotDeriv::Numeric;
+    if (pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
     if (owner == set) return SlotDeriv::One;
     // The offset of another set is this one's as well when it is tied to it.
     const long link = Work.OffsetLink[Work.SetRow[set]];

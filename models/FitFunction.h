@@ -11,7 +11,7 @@ namespace Quillon {
 double FitFunction(long point);
 
 // Fills Work.Deriv for a point, given the value at the current parameters: forward differences with the
-// step of each slot, exactly 1 for a zero offset, 0 for the slots of other sets.
+// step of each slot, exactly 1 for a zero offset, 0 for the slots of other sets but those that it follows.
 void CalcDerivs(long point, double fittedValue);
 
 // The slot being stepped during a derivative, -1 when the function runs at the unstepped parameters. The

@@ -2,6 +2,7 @@
 
 #include "models/Catalogue.h"
 #include "models/ModelTable.h"
+#include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -122,6 +123,7 @@ void InitialGuesses(bool newSituation) {
         GuessSet(s, LnReferenceSignal(p, q) + Ln(Divide(RatioA(Work.SetRow[1]), scale)));
         p += Work.SetPts[s];
     }
+    ApplyConcentrationLinks();
     if (newSituation) AskOffsets();
 }
 

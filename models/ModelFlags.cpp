@@ -2,6 +2,7 @@
 
 #include "models/Catalogue.h"
 #include "models/ModelTable.h"
+#include "models/SharedConcentrations.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -57,12 +58,30 @@ void FlagOffsetLinks() {
     }
 }
 
+// A set that follows another one has no concentrations to fit. One that does no longer has them fitted again.
+void FlagShared(long slot, long lead) {
+    std::int16_t& flag = Work.FreeMap[slot];
+    if (flag == SlotUnused) return;
+    if (lead != slot)
+        flag = SlotTied;
+    else if (flag == SlotTied)
+        flag = 0;
+}
+
+void FlagConcentrationLinks() {
+    for (long s = 1; s <= Work.NumSets; ++s) {
+        FlagShared(SlotA(s), LeadSlotA(s));
+        FlagShared(SlotB(s), LeadSlotB(s));
+    }
+}
+
 } // namespace
 
 void ApplyModelFlags() {
     for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot)
         FlagSlot(slot);
     FlagOffsetLinks();
+    FlagConcentrationLinks();
 }
 
 } // namespace Quillon

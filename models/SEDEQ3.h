@@ -29,6 +29,7 @@
 //     DefaultBounds.h bounds, and their way through a change of units or model
 //     Guesses.h       concentrations read off the data
 //     Constraints.h   concentration constraints and zero offset links
+//     SharedConcentrations.h  sets that see the same molecules
 //     SetMeanSignal.h what was measured in a set, on average
 //
 // and the dialogs, as data: ModelForm.h, UnitsForm.h, ConcForm.h, ShowConstraintForm.h, BaseForm.h,
@@ -54,6 +55,7 @@
 #include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "models/SetMeanSignal.h"
+#include "models/SharedConcentrations.h"
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
 #include "models/Species.h"

@@ -4,6 +4,7 @@
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "persistence/FitCheck.h"
+#include "persistence/FitExtension.h"
 #include "persistence/FitFields.h"
 #include "persistence/FitStreams.h"
 
@@ -137,6 +138,7 @@ std::string EncodeFit(const Workspace& analysis) {
     writer.Value("ProgramNameUpper", analysis.ProgramNameUpper);
     writer.Value("ProgramVersion", analysis.ProgramVersion);
     FitFields(writer, analysis);
+    writer.Bytes += EncodeExtension(analysis);
     return std::move(writer.Bytes);
 }
 
@@ -154,6 +156,7 @@ DecodedFit DecodeFit(const std::string& bytes, const Workspace& present) {
     // Up to 3.02 there were files whose ranges and constraints took fewer bytes than today. They do not come
     // out even, and nothing of them is taken for what it is not.
     if (reader.Version <= 3.02 && !reader.AtEnd()) FitReader::Damaged("the end");
+    DecodeExtension(reader.Rest(), fit.Analysis);
     fit.ModelGone = Modernise(fit.Analysis, reader.Version);
     CheckFit(fit.Analysis);
     SizeArrays(fit.Analysis);

@@ -120,6 +120,13 @@ public:
         Array("ModelName", w.ModelName, 1, w.ModelCount);
     }
     void Sizes(const Workspace& w) { CheckFitSizes(w); }
+    std::string_view TakeBytes(std::size_t count) {
+        Need(count);
+        const std::string_view taken = Bytes.substr(At, count);
+        At += count;
+        return taken;
+    }
+    std::string_view Rest() { return TakeBytes(Bytes.size() - At); }
 
     [[noreturn]] static void Damaged(const std::string& name) {
         RaiseError("the file is damaged at " + name);

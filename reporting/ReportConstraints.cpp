@@ -3,6 +3,7 @@
 #include "reporting/Report.h"
 
 #include "input/NUMINPUT.h"
+#include "models/SharedConcentrations.h"
 #include "platform/Narrow.h"
 #include "reporting/ParmLines.h"
 #include "workspace/records/Workspace.h"
@@ -93,8 +94,8 @@ std::vector<std::string> PrintConstraintText() {
         lines.push_back("Fraction of total fit variance from all concentration constraints = " +
                         FormatNumber(all, "#0.00%"));
     }
-    for (const std::string& line : OffsetLinkLines())
-        lines.push_back(line);
+    for (const auto& ties : {OffsetLinkLines(), ConcentrationLinkLines()})
+        lines.insert(lines.end(), ties.begin(), ties.end());
     return lines;
 }
 

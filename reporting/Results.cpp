@@ -2,6 +2,7 @@
 
 #include "fit/WaitForm.h"
 #include "input/NUMINPUT.h"
+#include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "reporting/Statistics.h"
@@ -60,7 +61,10 @@ void FillParameters(const TextMeasure& measure) {
 }
 
 void FillConstraints() {
-    Results.ConstraintText.Text = JoinLines(OffsetLinkLines());
+    std::vector<std::string> ties = OffsetLinkLines();
+    for (const std::string& line : ConcentrationLinkLines())
+        ties.push_back(line);
+    Results.ConstraintText.Text = JoinLines(ties);
     Results.ConstraintText.Visible = !Results.ConstraintText.Text.empty();
     Results.ShowConstraintButton.Visible = Work.ConstraintFlags != 0;
     if (Work.ConstraintFlags & ConcentrationBit)

@@ -22,7 +22,7 @@ struct ResultsForm {
     Control ParmsFit;       // text box, a line for each fitted parameter
     Control Label3;         // head of the held parameters
     Control ParmsConst;     // text box, a line for each held parameter
-    Control ConstraintText; // ties of zero offsets; shown when there are any
+    Control ConstraintText; // ties of zero offsets and concentrations; shown when there are any
     Control Message;        // the warning about correlations, in red; shown when there is one
     Control Picture1;       // residuals, or data and fit with OverlayPlot
     Control ComputeConfidence, ViewCorr, ShowConstraintButton;

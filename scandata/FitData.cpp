@@ -4,6 +4,7 @@
 #include "models/Catalogue.h"
 #include "models/ModelChoice.h"
 #include "models/ParmScale.h"
+#include "models/SharedConcentrations.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/BaselineAt.h"
@@ -34,6 +35,7 @@ struct FitBuild {
     PerSlot<float> Parms = Work.Parms;
     PerSlot<std::int16_t> FreeMap = Work.FreeMap;
     PerRow<std::int16_t> OffsetLink = Work.OffsetLink;
+    PerRow<std::int16_t> ConcLink = Work.ConcLink;
     std::int16_t ConstraintFlags = Work.ConstraintFlags;
     std::int16_t NumPts = 0;
     PerSet<std::int16_t> SetPts;
@@ -209,9 +211,9 @@ void TrimConstraints(FitBuild& build) {
     for (const SetNo k : SetsUpTo(build.LastSet)) {
         const RowNo row(build.SetRow[k]);
         concentrations |= Work.ConcConstraintA[row] != 0.0F || Work.ConcConstraintB[row] != 0.0F;
-        std::int16_t& link = build.OffsetLink[row];
-        if (link < 1 || link > Work.MaxSets || build.SetOfRow[RowNo(link)] == 0) link = 0;
-        offsets |= link != 0;
+        for (std::int16_t* link : {&build.OffsetLink[row], &build.ConcLink[row]})
+            if (*link < 1 || *link > Work.MaxSets || build.SetOfRow[RowNo(*link)] == 0) *link = 0;
+        offsets |= build.OffsetLink[row] != 0;
     }
     offsets &= !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0); // the links wait for another model
     const int kept = concentrations ? build.ConstraintFlags & ConcentrationBit : 0;
@@ -252,13 +254,6 @@ void CountPoints(FitBuild& build) {
     build.X.Recreate(build.NumPts);
     build.Y.Recreate(build.NumPts);
     build.Set.Recreate(build.NumPts);
-}
-
-// x at the middle of the range, in r^2/2: the reference concentrations of the model stand there.
-double ReferenceX(RowNo row) {
-    const double r1 = Work.ScanRadius[row][Work.FitRange[0][row]];
-    const double r2 = Work.ScanRadius[row][Work.FitRange[1][row]];
-    return (r1 * r1 + r2 * r2) / 4.0;
 }
 
 // The true points of set k behind point n.
@@ -332,6 +327,7 @@ void TakeOver(FitBuild& build) {
     Work.Parms = std::move(build.Parms);
     Work.FreeMap = std::move(build.FreeMap);
     Work.OffsetLink = std::move(build.OffsetLink);
+    Work.ConcLink = std::move(build.ConcLink);
     Work.ConstraintFlags = build.ConstraintFlags;
     Work.NumPts = build.NumPts;
     Work.SetPts = std::move(build.SetPts);

@@ -332,6 +332,13 @@ INSTANTIATE_TEST_SUITE_P(
               "3: [set 1] offset-of: a set cannot be tied to itself"},
         Wrong{"chain of ties", TwoSets + "offset-of = 1\n[set 3]\nfile = c\noffset-of = 2\n",
               "8: [set 3] offset-of: set 2 is tied to a set itself"},
+        Wrong{"shared with nobody", OneSet + "concentrations-of = 2\n",
+              "3: [set 1] concentrations-of: there is no set 2"},
+        Wrong{"shared with itself", OneSet + "concentrations-of = 1\n",
+              "3: [set 1] concentrations-of: a set cannot be tied to itself"},
+        Wrong{"chain of shared concentrations",
+              TwoSets + "concentrations-of = 1\n[set 3]\nfile = c\nconcentrations-of = 2\n",
+              "8: [set 3] concentrations-of: the concentrations of set 2 are tied themselves"},
         Wrong{"tie without offsets", TwoSets + "offset-of = 1\n[fit]\nmodel = 8\nseparate-k = yes\n",
               "5: [set 2] offset-of: this model with separate constants has no zero offsets"}));
 

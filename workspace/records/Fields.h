@@ -97,6 +97,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("ConcToleranceB", &Workspace::ConcToleranceB);
     visit("ConstraintFit", &Workspace::ConstraintFit);
     visit("OffsetLink", &Workspace::OffsetLink);
+    visit("ConcLink", &Workspace::ConcLink);
     visit("ConstraintFlags", &Workspace::ConstraintFlags);
     visit("CurrentRow", &Workspace::CurrentRow);
     visit("CurrentPage", &Workspace::CurrentPage);

@@ -145,7 +145,8 @@ struct Workspace {
     PerRow<float> ConcToleranceB = PerRow<float>(Rows, 0.1F);
     std::array<PerRow<float>, 2> ConstraintFit{PerRow<float>(Rows), PerRow<float>(Rows)}; // mean signal found
     PerRow<std::int16_t> OffsetLink = PerRow<std::int16_t>(Rows); // row whose offset is shared; 0 none
-    std::int16_t ConstraintFlags = 0;                             // bit 1 concentrations, bit 2 zero offsets
+    PerRow<std::int16_t> ConcLink = PerRow<std::int16_t>(Rows); // row whose concentrations are shared; 0 none
+    std::int16_t ConstraintFlags = 0;                           // bit 1 concentrations, bit 2 zero offsets
 
     // --- data set table, the form's working values ----------------------------------------------------
     std::int16_t CurrentRow = 0;  // highlighted row of the page, 0..8

@@ -1,0 +1,105 @@
+#include "persistence/FitExtension.h"
+
+#include "persistence/FitStreams.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace Quillon {
+
+namespace {
+
+constexpr const char* Mark = "EXTENSION";
+constexpr std::int16_t ExtensionVersion = 1;
+
+// A member that is kept: Holds tells whether there is anything to keep.
+struct ExtensionField {
+    const char* Name;
+    std::function<bool(const Workspace&)> Holds;
+    std::function<void(FitWriter&, const Workspace&)> Write;
+    std::function<void(FitReader&, Workspace&)> Read;
+};
+
+const std::vector<ExtensionField>& ExtensionFields() {
+    static const std::vector<ExtensionField> fields{
+        {"ConcLink",
+         [](const Workspace& w) {
+             for (const std::int16_t link : w.ConcLink)
+                 if (link != 0) return true;
+             return false;
+         },
+         [](FitWriter& s, const Workspace& w) { s.Array("ConcLink", w.ConcLink, 1, w.MaxSets); },
+         [](FitReader& s, Workspace& w) {
+             s.Array("ConcLink", w.ConcLink, 1, w.MaxSets);
+             for (const std::int16_t link : w.ConcLink)
+                 if (link < 0 || link > w.MaxSets) FitReader::Damaged("ConcLink");
+         }},
+    };
+    return fields;
+}
+
+void AppendSized(FitWriter& to, const std::string& bytes) {
+    to.Value("length", static_cast<std::int32_t>(bytes.size()));
+    to.Bytes += bytes;
+}
+
+// The bytes that the length before them announces.
+std::string_view TakeSized(FitReader& from) {
+    std::int32_t length = 0;
+    from.Value("length", length);
+    if (length < 0) FitReader::Damaged(Mark);
+    return from.TakeBytes(static_cast<std::size_t>(length));
+}
+
+void ReadField(const std::string& name, std::string_view bytes, Workspace& analysis) {
+    for (const ExtensionField& field : ExtensionFields())
+        if (field.Name == name) {
+            FitReader value(bytes);
+            field.Read(value, analysis);
+            if (!value.AtEnd()) FitReader::Damaged(name);
+        }
+}
+
+std::string MarkBytes() {
+    FitWriter mark;
+    mark.Value("mark", std::string(Mark));
+    return mark.Bytes;
+}
+
+} // namespace
+
+std::string EncodeExtension(const Workspace& analysis) {
+    FitWriter values;
+    for (const ExtensionField& field : ExtensionFields()) {
+        if (!field.Holds(analysis)) continue;
+        FitWriter value;
+        field.Write(value, analysis);
+        values.Value("name", std::string(field.Name));
+        AppendSized(values, value.Bytes);
+    }
+    if (values.Bytes.empty()) return "";
+    FitWriter whole;
+    whole.Bytes = MarkBytes();
+    whole.Value("version", ExtensionVersion);
+    AppendSized(whole, values.Bytes);
+    return whole.Bytes;
+}
+
+void DecodeExtension(std::string_view bytes, Workspace& analysis) {
+    const std::string mark = MarkBytes();
+    const std::size_t alike = std::min(mark.size(), bytes.size());
+    if (bytes.empty() || bytes.substr(0, alike) != std::string_view(mark).substr(0, alike)) return;
+    if (alike < mark.size()) RaiseError(ErrorText::PastEndOfFile);
+    FitReader reader(bytes.substr(mark.size()));
+    std::int16_t version = 0; // later ones add names, which are skipped
+    reader.Value("version", version);
+    FitReader values(TakeSized(reader));
+    while (!values.AtEnd()) {
+        std::string name;
+        values.Value("name", name);
+        ReadField(name, TakeSized(values), analysis);
+    }
+}
+
+} // namespace Quillon

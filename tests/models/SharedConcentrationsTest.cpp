@@ -1,0 +1,205 @@
+// Sets that see the same molecules: the fitted function, its derivatives and the flags of a follower.
+#include "models/SEDEQ3.h"
+#include "tests/support/ModelFixtures.h"
+#include "tests/support/ScriptedPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+
+namespace Quillon {
+namespace {
+
+constexpr long PointsOfSet = 41;
+
+double RadiusOf(long row, long p) {
+    return (row == 1 ? 6.80 : 6.90) + 0.005 * static_cast<double>(p - 1);
+}
+
+void FillRow(long row) {
+    Work.ScanFile[row] = row == 1 ? "00001.RA2" : "00002.RA2";
+    Work.ScanWavelength[row] = row == 1 ? 280.0F : 250.0F;
+    Work.ScanRPM[row] = 15000.0F;
+    Work.ScanTemperature[row] = 20.0F;
+    Work.CellPath[row] = 1.2F;
+    Work.ScanPoints[row] = PointsOfSet;
+    Work.ScanRadius[row].Recreate(PointsOfSet);
+    Work.ScanValue[row].Recreate(PointsOfSet, 1.0F);
+    for (long p = 1; p <= PointsOfSet; ++p)
+        Work.ScanRadius[row][p] = static_cast<float>(RadiusOf(row, p));
+    Work.FitRange[0][row] = 1;
+    Work.FitRange[1][row] = PointsOfSet;
+}
+
+// Two sets of one sample at 280 and 250 nm; the second one lies 0.1 cm further out and follows the first.
+void StartPair(int model, bool separateK = false) {
+    Work = HandWorkspace(model);
+    Work.SeparateK = Flag(separateK);
+    Work.NumSets = 2;
+    Work.NumParms = 14;
+    Work.NumPts = 2 * PointsOfSet;
+    Work.SetPts.Recreate(2, PointsOfSet);
+    Work.PtX.Recreate(Work.NumPts);
+    Work.PtY.Recreate(Work.NumPts, 1.0F);
+    Work.PtFit.Recreate(Work.NumPts);
+    Work.PtSet.Recreate(Work.NumPts, 1);
+    for (const long set : {1L, 2L}) {
+        Work.SetRow[set] = Work.SetOfRow[set] = ToInt16(set);
+        FillRow(set);
+        for (long p = 1; p <= PointsOfSet; ++p) {
+            const long n = (set - 1) * PointsOfSet + p;
+            const double r = static_cast<double>(Work.ScanRadius[set][p]);
+            Work.PtX[n] = static_cast<float>(r * r / 2 - ReferenceX(set));
+            Work.PtSet[n] = ToInt16(set);
+        }
+    }
+    Work.ExtinctionRatio[0][2] = 1.75F;
+    Work.ExtinctionRatio[1][2] = 0.5F;
+    Work.Parms[SlotA(2)] = 77.0F; // nobody reads them
+    if (!separateK) Work.Parms[SlotB(2)] = 77.0F;
+    Work.ConcLink[2] = 1;
+    ApplyModelFlags();
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        if (Work.FreeMap[slot] == SlotHeld) Work.FreeMap[slot] = 0;
+    NumberFreeSlots(Work);
+    ResetFitFunction();
+}
+
+// The point of set 2 at the radius of point p of set 1.
+long TwinOf(long p) {
+    return PointsOfSet + p - 20;
+}
+
+// Model 7 has the signals of both species and nothing else.
+TEST(SharedConcentrations, AreEqualAtEqualRadii) {
+    Script script;
+    StartPair(7);
+    for (long p = 21; p <= PointsOfSet; ++p) {
+        const double x1 = static_cast<double>(Work.PtX[p]);
+        const double a = 0.5 * std::exp(1.5 * x1);
+        const double b = 0.2 * std::exp(3.0 * x1);
+        EXPECT_NEAR(FitFunction(p), a + b, 2e-6 * (a + b)) << p;
+        EXPECT_NEAR(FitFunction(TwinOf(p)), 1.75 * a + 0.5 * b, 4e-6 * (a + b)) << p;
+    }
+}
+
+// d a / d ln c = a, d a / d sigma = a (x + distance of the reference x): here x of the leader.
+TEST(SharedConcentrations, DerivativesFollowTheLeader) {
+    Script script;
+    StartPair(7);
+    for (long p = 21; p <= PointsOfSet; ++p) {
+        const double x1 = static_cast<double>(Work.PtX[p]);
+        const double a = 1.75 * 0.5 * std::exp(1.5 * x1);
+        const double b = 0.5 * 0.2 * std::exp(3.0 * x1);
+        const long n = TwinOf(p);
+        CalcDerivs(n, FitFunction(n));
+        const auto deriv = [](long slot) { return Work.Deriv[Work.FreeMap[slot]]; };
+        EXPECT_NEAR(deriv(SlotA(1)), a * (std::exp(0.02) - 1) / 0.02, 1e-3 * a) << p;
+        EXPECT_NEAR(deriv(SlotB(1)), b * (std::exp(0.02) - 1) / 0.02, 1e-3 * b) << p;
+        const double h = 1.5 * 0.01;
+        EXPECT_NEAR(deriv(0), a * (std::exp(h * x1) - 1) / h, 1e-3 * a) << p;
+        EXPECT_EQ(deriv(SlotOffset(1)), 0.0);
+        EXPECT_EQ(deriv(SlotOffset(2)), 1.0);
+    }
+}
+
+TEST(SharedConcentrations, BlocksGiveTheSameBitsAsPoints) {
+    for (const int model : {1, 2, 5, 6, 7, 8, 13, 20, 22})
+        for (const bool separateK : {false, true}) {
+            if (separateK && !ModelAllowsSeparateK(model)) continue;
+            Script script;
+            StartPair(model, separateK);
+            std::vector<double> points;
+            for (long p = 1; p <= Work.NumPts; ++p) {
+                points.push_back(FitFunction(p));
+                CalcDerivs(p, points.back());
+                points.insert(points.end(), Work.Deriv.Data(), Work.Deriv.Data() + Work.NumFree);
+            }
+            ResetFitFunction();
+            SetPlan plan;
+            PointBlock block;
+            std::vector<double> blocks;
+            for (const long set : {1L, 2L}) {
+                PlanSet(plan, set, true);
+                EvaluateBlock(block, plan, 1 + (set - 1) * PointsOfSet, PointsOfSet);
+                for (std::size_t i = 0; i < static_cast<std::size_t>(PointsOfSet); ++i) {
+                    blocks.push_back(block.Value[i]);
+                    std::vector<double> row(static_cast<std::size_t>(Work.NumFree), 0.0);
+                    for (std::size_t k = 0; k < static_cast<std::size_t>(plan.Count); ++k)
+                        row[static_cast<std::size_t>(plan.FreePosition[k])] = block.Column[k][i];
+                    blocks.insert(blocks.end(), row.begin(), row.end());
+                }
+            }
+            ASSERT_EQ(points.size(), blocks.size());
+            EXPECT_EQ(std::memcmp(points.data(), blocks.data(), points.size() * sizeof(double)), 0)
+                << model << (separateK ? " separate" : "");
+        }
+}
+
+TEST(SharedConcentrations, AFollowerIsTiedUntilItIsReleased) {
+    StartPair(8);
+    EXPECT_EQ(Work.FreeMap[SlotA(2)], SlotTied);
+    EXPECT_EQ(Work.FreeMap[SlotB(2)], SlotTied);
+    EXPECT_GE(Work.FreeMap[SlotA(1)], 0);
+    Work.ConcLink[2] = 0;
+    ApplyModelFlags();
+    EXPECT_EQ(Work.FreeMap[SlotA(2)], 0);
+    EXPECT_EQ(Work.FreeMap[SlotB(2)], 0);
+}
+
+TEST(SharedConcentrations, WhereTheSlotOfBHoldsAConstantOnlyAIsShared) {
+    StartPair(3, true);
+    EXPECT_EQ(Work.FreeMap[SlotA(2)], SlotTied);
+    EXPECT_GE(Work.FreeMap[SlotB(2)], 0);
+    StartPair(9, true); // the constant has the place of the offset
+    EXPECT_EQ(Work.FreeMap[SlotB(2)], SlotTied);
+    StartPair(2);
+    EXPECT_EQ(Work.FreeMap[SlotB(2)], SlotUnused);
+}
+
+TEST(SharedConcentrations, AreWrittenToBeShown) {
+    Script script;
+    StartPair(7);
+    ApplyConcentrationLinks();
+    const double distance = ReferenceX(2) - ReferenceX(1);
+    EXPECT_NEAR(Work.Parms[SlotA(2)], std::log(0.5) + 1.5 * distance, 1e-6);
+    EXPECT_NEAR(Work.Parms[SlotB(2)], std::log(0.2) + 3.0 * distance, 1e-6);
+    EXPECT_EQ(ConcentrationLinkLines(),
+              std::vector<std::string>{"Ln c of set 2 was held = to that of set 1, at the same radius"});
+}
+
+TEST(SharedConcentrations, ChainsAndLinksOutOfTheFitCountForNone) {
+    StartPair(7);
+    EXPECT_EQ(LeaderOf(2), 1);
+    EXPECT_EQ(LeaderOf(1), 0);
+    Work.ConcLink[1] = 2; // each follows the other
+    EXPECT_EQ(LeaderOf(1), 0);
+    EXPECT_EQ(LeaderOf(2), 0);
+    Work.ConcLink[1] = 0;
+    Work.ConcLink[2] = 2;
+    EXPECT_EQ(LeaderOf(2), 0);
+    Work.ConcLink[2] = 9;
+    EXPECT_EQ(LeaderOf(2), 0);
+}
+
+TEST(SharedConcentrations, TiesAreProposedForOneCellAtOneSpeedAndTwoWavelengths) {
+    StartPair(7);
+    EXPECT_EQ(ProposedTies(), (std::vector<ConcentrationTie>{{2, 1}}));
+    Work.ScanWavelength[2] = 275.5F; // within what a monochromator returns to
+    EXPECT_TRUE(ProposedTies().empty());
+    Work.ScanWavelength[2] = 275.0F;
+    EXPECT_EQ(ProposedTies().size(), 1U);
+    Work.ScanRPM[2] = 15160.0F;
+    EXPECT_TRUE(ProposedTies().empty());
+    Work.ScanRPM[2] = 15140.0F;
+    EXPECT_EQ(ProposedTies().size(), 1U);
+    Work.DataChannel[2] = Channel::B;
+    EXPECT_TRUE(ProposedTies().empty());
+    Work.DataChannel[2] = Channel::None;
+    Work.ScanFile[2] = "00002.RA3";
+    EXPECT_TRUE(ProposedTies().empty());
+}
+
+} // namespace
+} // namespace Quillon

@@ -1,0 +1,85 @@
+// What stands behind the stated fields of a fit save file.
+#include "persistence/FitExtension.h"
+#include "SampleFit.h"
+#include "persistence/FitFile.h"
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+Workspace Shared() {
+    Workspace w = SampleFit();
+    w.ConcLink[3] = 1;
+    return w;
+}
+
+std::string ByHand(const Workspace& w) {
+    Bytes values;
+    values.Text("ConcLink").I32(2L * w.MaxSets);
+    for (long row = 1; row <= w.MaxSets; ++row)
+        values.I16(w.ConcLink[row]);
+    Bytes whole;
+    whole.Text("EXTENSION").I16(1).I32(static_cast<long>(values.All.size()));
+    return whole.All + values.All;
+}
+
+TEST(FitExtension, AFileWithoutAdditionsIsWhatItWas) {
+    const Workspace w = SampleFit();
+    EXPECT_EQ(EncodeExtension(w), "");
+    EXPECT_EQ(EncodeFit(w), BytesByHand(w));
+}
+
+TEST(FitExtension, StandsBehindTheStatedFields) {
+    const Workspace w = Shared();
+    EXPECT_EQ(EncodeFit(w), BytesByHand(w) + ByHand(w));
+}
+
+TEST(FitExtension, ComesBack) {
+    const Workspace w = Shared();
+    const Workspace back = DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis;
+    EXPECT_TRUE(back.ConcLink == w.ConcLink);
+    const Workspace plain = DecodeFit(EncodeFit(SampleFit()), FreshWorkspace()).Analysis;
+    EXPECT_TRUE(plain.ConcLink == FreshWorkspace().ConcLink);
+}
+
+TEST(FitExtension, NamesAndVersionsOfLaterProgramsAreSkipped) {
+    const Workspace w = Shared();
+    Bytes later;
+    later.Text("SomethingNew").I32(3);
+    later.All += "abc";
+    const std::string known = ByHand(w).substr(2 + 9 + 2 + 4); // its one value
+    Bytes whole;
+    whole.Text("EXTENSION").I16(2).I32(static_cast<long>(later.All.size() + known.size()));
+    Workspace back = FreshWorkspace();
+    back.MaxSets = w.MaxSets;
+    DecodeExtension(whole.All + later.All + known, back);
+    EXPECT_TRUE(back.ConcLink == w.ConcLink);
+}
+
+TEST(FitExtension, ACutOneIsRefusedAtEveryPlace) {
+    const std::string bytes = ByHand(Shared());
+    for (std::size_t size = 1; size < bytes.size(); ++size) {
+        Workspace back = FreshWorkspace();
+        EXPECT_THROW(DecodeExtension(std::string_view(bytes).substr(0, size), back), RuntimeError) << size;
+    }
+}
+
+TEST(FitExtension, WhatNobodyKnowsIsPassedOver) {
+    Workspace back = FreshWorkspace();
+    DecodeExtension("other bytes", back);
+    EXPECT_TRUE(back == FreshWorkspace());
+}
+
+TEST(FitExtension, RowsThatDoNotExistAreRefused) {
+    for (const int row : {-1, 19}) {
+        Workspace w = Shared();
+        w.ConcLink[2] = ToInt16(row);
+        Workspace back = FreshWorkspace();
+        back.MaxSets = w.MaxSets;
+        EXPECT_THROW(DecodeExtension(EncodeExtension(w), back), RuntimeError) << row;
+    }
+}
+
+} // namespace
+} // namespace Quillon
