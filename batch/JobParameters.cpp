@@ -4,6 +4,7 @@
 #include "fit/FreeMap.h"
 #include "fit/GetGuess.h"
 #include "models/ModelTable.h"
+#include "models/ParmNames.h"
 #include "models/ParmScale.h"
 
 #include <algorithm>
@@ -39,13 +40,52 @@ std::int16_t SlotByName(const std::string& name) {
     return FindSlot([&](const std::string& shown) { return SmallLetters(shown) == small; });
 }
 
+// The same for a name in other units of display, or with a mass named as a model with more or fewer species
+// names it.
+std::int16_t SlotInOtherUnits(const std::string& name) {
+    const Workspace before = Work;
+    std::int16_t slot = NoSlot;
+    for (std::int16_t mass = MassUnit::Sigma; slot == NoSlot && mass <= MassUnit::Molar; ++mass)
+        for (std::int16_t conc = ConcUnit::Absorbance; slot == NoSlot && conc <= ConcUnit::FringeMole;
+             ++conc) {
+            Work.MassUnits = mass;
+            Work.ConcUnits = conc;
+            BuildParmNames();
+            slot = SlotByName(name);
+            const std::size_t mon = name.rfind(" mon");
+            if (slot == NoSlot)
+                slot = SlotByName(mon == std::string::npos ? name + " mon" : name.substr(0, mon));
+        }
+    Work = before;
+    return slot;
+}
+
+// The names in use, those of the sets once for all of them: "Sigma A mon, N, Ln K(1>N), Ln c(A,mon),
+// set 1..3".
+std::string NamesInUse() {
+    std::string names;
+    for (long slot = 0; slot < GlobalSlots + SlotsPerSet; ++slot) {
+        if (!InUse(slot)) continue;
+        names += (names.empty() ? "" : "; ") + Work.ParmName[slot];
+        if (slot >= GlobalSlots && Work.NumSets > 1) names += " to " + std::to_string(Work.NumSets);
+    }
+    return names;
+}
+
+std::string NoSuchName(const std::string& name) {
+    const std::int16_t slot = SlotInOtherUnits(name);
+    return "this model has no parameter of that name" +
+           (slot == NoSlot ? "" : "; in the units of the job it is called " + Work.ParmName[slot]) +
+           "; the names are: " + NamesInUse();
+}
+
 std::int16_t SlotOfLine(const Job& job, const JobParameter& line) {
     int number = 0;
     const char* const end = line.Name.data() + line.Name.size();
     const auto [stop, failure] = std::from_chars(line.Name.data(), end, number);
     if (stop != end) {
         const std::int16_t slot = SlotByName(line.Name);
-        if (slot == NoSlot) FailParameter(job, line, "this model has no parameter of that name");
+        if (slot == NoSlot) FailParameter(job, line, NoSuchName(line.Name));
         return slot;
     }
     if (failure != std::errc{} || number < 0 || number >= Work.NumParms)

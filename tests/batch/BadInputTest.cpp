@@ -228,9 +228,14 @@ TEST(BatchBadInput, Parameters) {
         EXPECT_TRUE(told.starts_with(place)) << told;
         return told.substr(std::min(told.size(), place.size()));
     };
-    EXPECT_EQ(parameterLine("Ln K(1>M) = 1"), "Ln K(1>M): this model has no parameter of that name");
+    const std::string names = "Sigma A mon; N; Ln K(1>N); Ln c(A,mon), set 1 to 2; Zero Offset, set 1 to 2";
+    EXPECT_EQ(parameterLine("Ln K(1>M) = 1"),
+              "Ln K(1>M): this model has no parameter of that name; the names are: " + names);
     EXPECT_EQ(parameterLine("Zero Offset, set 3 = 0"),
-              "Zero Offset, set 3: this model has no parameter of that name");
+              "Zero Offset, set 3: this model has no parameter of that name; the names are: " + names);
+    EXPECT_EQ(parameterLine("MW A = 1"), "MW A: this model has no parameter of that name; in the units "
+                                         "of the job it is called Sigma A mon; the names are: " +
+                                             names);
     EXPECT_EQ(parameterLine("N = 0"), "N: has to be above 0");
     EXPECT_EQ(parameterLine("N = -2"), "N: has to be above 0");
     EXPECT_EQ(parameterLine("0 = 0 fit"), "0: cannot be 0");

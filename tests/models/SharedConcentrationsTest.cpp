@@ -7,6 +7,8 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace Quillon {
 namespace {
@@ -199,6 +201,87 @@ TEST(SharedConcentrations, TiesAreProposedForOneCellAtOneSpeedAndTwoWavelengths)
     Work.DataChannel[2] = Channel::None;
     Work.ScanFile[2] = "00002.RA3";
     EXPECT_TRUE(ProposedTies().empty());
+}
+
+// --- what sharing is for -----------------------------------------------------------------------------------
+
+// A protein with a DNA at three loadings and two speeds, each at 280 and 260 nm: 12 sets of 41 points. Sets
+// in pairs, the second wavelength behind the first one.
+void StartMixture(bool shared) {
+    Work = HandWorkspace(8);
+    Work.NumSets = 12;
+    Work.NumParms = 44;
+    Work.NumPts = 12 * PointsOfSet;
+    Work.SetPts.Recreate(12, PointsOfSet);
+    Work.PtX.Recreate(Work.NumPts);
+    Work.PtY.Recreate(Work.NumPts, 1.0F);
+    Work.PtSet.Recreate(Work.NumPts, 1);
+    Work.Parms[0] = 1.0F; // sigma of the protein and of the DNA at the lower speed
+    Work.Parms[5] = 0.6F;
+    Work.Parms[6] = std::log(3.0F); // molar signals are 1, so that ln c is that of molars
+    const double loadings[] = {0.05, 0.15, 0.4};
+    for (long set = 1; set <= 12; ++set) {
+        Work.SetRow[set] = Work.SetOfRow[set] = ToInt16(set);
+        FillRow(set);
+        for (long p = 1; p <= PointsOfSet; ++p) {
+            Work.ScanRadius[set][p] = static_cast<float>(RadiusOf(1, p));
+            const double r = RadiusOf(1, p);
+            Work.PtX[(set - 1) * PointsOfSet + p] = static_cast<float>(r * r / 2 - ReferenceX(set));
+            Work.PtSet[(set - 1) * PointsOfSet + p] = ToInt16(set);
+        }
+        const bool second = set % 2 == 0;
+        Work.SetSigmaScale[set] = (set - 1) / 2 % 2 == 0 ? 1.0F : 2.25F;
+        Work.ExtinctionRatio[0][set] = second ? 0.6F : 1.0F;
+        Work.ExtinctionRatio[1][set] = second ? 1.9F : 1.0F;
+        const double loading = loadings[(set - 1) / 4];
+        Work.Parms[SlotA(set)] = static_cast<float>(std::log(loading));
+        Work.Parms[SlotB(set)] = static_cast<float>(std::log(0.7 * loading));
+        if (shared && second) Work.ConcLink[set] = ToInt16(set - 1);
+    }
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        Work.FreeMap[slot] = SlotHeld;
+    Work.FreeMap[6] = 0;
+    for (long set = 1; set <= 12; ++set)
+        Work.FreeMap[SlotA(set)] = Work.FreeMap[SlotB(set)] = 0;
+    ApplyModelFlags();
+    Work.FreeMap[0] = Work.FreeMap[5] = SlotHeld;
+    NumberFreeSlots(Work);
+    ResetFitFunction();
+}
+
+// The expected error of ln K: the root of its diagonal element of the inverse normal matrix times the noise.
+double ExpectedErrorOfLnK(double noise) {
+    const auto n = static_cast<std::size_t>(Work.NumFree);
+    std::vector<std::vector<double>> m(n, std::vector<double>(n + 1, 0.0));
+    for (long p = 1; p <= Work.NumPts; ++p) {
+        CalcDerivs(p, FitFunction(p));
+        for (std::size_t a = 0; a < n; ++a)
+            for (std::size_t b = 0; b < n; ++b)
+                m[a][b] += Work.Deriv[static_cast<long>(a)] * Work.Deriv[static_cast<long>(b)];
+    }
+    const auto k = static_cast<std::size_t>(Work.FreeMap[6]);
+    m[k][n] = 1.0; // the column of the inverse, by Gauss and Jordan
+    for (std::size_t i = 0; i < n; ++i)
+        for (std::size_t r = 0; r < n; ++r) {
+            if (r == i) continue;
+            const double f = m[r][i] / m[i][i];
+            for (std::size_t c = i; c <= n; ++c)
+                m[r][c] -= f * m[i][c];
+        }
+    return noise * std::sqrt(m[k][n] / m[k][k]);
+}
+
+TEST(SharedConcentrations, TheErrorOfLnKFallsInAMixtureAtTwoWavelengths) {
+    Script script;
+    StartMixture(false);
+    ASSERT_EQ(Work.NumFree, 25);
+    const double own = ExpectedErrorOfLnK(0.005);
+    StartMixture(true);
+    ASSERT_EQ(Work.NumFree, 13);
+    const double shared = ExpectedErrorOfLnK(0.005);
+    RecordProperty("own", std::to_string(own));
+    RecordProperty("shared", std::to_string(shared));
+    EXPECT_LT(shared, 0.7 * own) << own << " to " << shared;
 }
 
 } // namespace
