@@ -52,7 +52,7 @@ void StartPair(int model, bool separateK = false) {
         for (long p = 1; p <= PointsOfSet; ++p) {
             const long n = (set - 1) * PointsOfSet + p;
             const double r = static_cast<double>(Work.ScanRadius[set][p]);
-            Work.PtX[n] = static_cast<float>(r * r / 2 - ReferenceX(set));
+            Work.PtX[n] = static_cast<float>(r * r / 2 - ReferenceX(RowNo(set)));
             Work.PtSet[n] = ToInt16(set);
         }
     }
@@ -164,7 +164,7 @@ TEST(SharedConcentrations, AreWrittenToBeShown) {
     Script script;
     StartPair(7);
     ApplyConcentrationLinks();
-    const double distance = ReferenceX(2) - ReferenceX(1);
+    const double distance = ReferenceX(RowNo(2)) - ReferenceX(RowNo(1));
     EXPECT_NEAR(Work.Parms[SlotA(2)], std::log(0.5) + 1.5 * distance, 1e-6);
     EXPECT_NEAR(Work.Parms[SlotB(2)], std::log(0.2) + 3.0 * distance, 1e-6);
     EXPECT_EQ(ConcentrationLinkLines(),
@@ -226,7 +226,7 @@ void StartMixture(bool shared) {
         for (long p = 1; p <= PointsOfSet; ++p) {
             Work.ScanRadius[set][p] = static_cast<float>(RadiusOf(1, p));
             const double r = RadiusOf(1, p);
-            Work.PtX[(set - 1) * PointsOfSet + p] = static_cast<float>(r * r / 2 - ReferenceX(set));
+            Work.PtX[(set - 1) * PointsOfSet + p] = static_cast<float>(r * r / 2 - ReferenceX(RowNo(set)));
             Work.PtSet[(set - 1) * PointsOfSet + p] = ToInt16(set);
         }
         const bool second = set % 2 == 0;
