@@ -205,7 +205,7 @@ void LoadWorkspace(const Problem& p) {
     Work.Model = p.Kind == Association::DimerTetramer ? 4 : 8;
     Work.MonitorMode = 0;
     SetDefaultBounds();
-    AdoptModel(0, StandardMaxParms, true);
+    AdoptModel(0, true);
     for (auto& place : Work.FreeMap)
         if (place >= 0) place = SlotHeld;
     Work.Parms[0] = static_cast<float>(p.SigmaA);

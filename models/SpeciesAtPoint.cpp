@@ -1,6 +1,7 @@
 #include "models/SpeciesAtPoint.h"
 
 #include "models/Catalogue.h"
+#include "models/ModelTable.h"
 #include "models/NonIdeal.h"
 #include "models/Species.h"
 #include "workspace/records/Workspace.h"
@@ -69,7 +70,7 @@ double SignalFactor(const FitFrame& f, const SpeciesFactors& s, SpeciesKind kind
 // Whose coefficients turn signals into concentrations. Units of signals alone do not say it, as long as the
 // model needs no coefficient; the scans then do.
 bool ByRefractivity() {
-    const bool open = Work.ConcUnits == ConcUnit::Absorbance && Work.Model <= 7;
+    const bool open = Work.ConcUnits == ConcUnit::Absorbance && !TraitsOfModel().Hetero;
     return Work.ConcUnits > ConcUnit::Mole || (open && Work.InterferenceData);
 }
 
@@ -194,7 +195,7 @@ SpeciesUnit UnitInForce() {
 }
 
 bool SpeciesHaveUnit(SpeciesUnit unit) {
-    return unit != SpeciesUnit::Weight || Work.Model <= 6;
+    return unit != SpeciesUnit::Weight || !TraitsOfModel().TwoSpecies;
 }
 
 double SignalOfUnit(SpeciesKind kind, SpeciesUnit unit, long row) {
