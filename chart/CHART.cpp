@@ -1,11 +1,13 @@
 #include "chart/CHART.h"
 
 #include "chart/layout/CheckAxes.h"
+#include "chart/records/SetLooks.h"
 #include "chart/scale/AxisScale.h"
 #include "platform/Narrow.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Quillon {
 
@@ -65,6 +67,7 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     Chart.LoadFactorX = LoadDivisor(Chart.Spec.AxisX1);
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
     TakeNames(data);
+    Looks = std::exchange(NextLooks, {});
     state.Npts = data.Npts;
     state.Nsets = ToInt16(data.LastSet - data.FirstSet + 1);
     state.FirstSet = data.FirstSet;

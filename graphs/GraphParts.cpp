@@ -69,9 +69,11 @@ long LongestSet(long first, long last) {
     return longest;
 }
 
-bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names) {
+bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
+              SetLooks looks) {
     CopyOppositeAxes(spec);
     Chart.GraphHeld = FlagTrue;
+    NextLooks = std::move(looks);
     PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {});
     ChartMenuStatus(Charts);
     return Chart.GraphStatus < GraphStatuses::Stop;

@@ -2,6 +2,7 @@
 // What the graph builders share.
 
 #include "chart/CHART.h"
+#include "chart/records/SetLooks.h"
 
 #include <cstddef>
 #include <string>
@@ -33,8 +34,10 @@ long TruePointsOf(long set);
 // The longest of the sets first..last, in points.
 long LongestSet(long first, long last);
 
-// Hands the tables over. False when the chart stopped.
-bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names);
+// Hands the tables over, with looks where lines go by something else than their number. False when the chart
+// stopped.
+bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
+              SetLooks looks = {});
 
 // Offers the conversion of the Y scale to natural logarithms under a caption, once; "" offers nothing.
 void OfferLogOption(const std::string& caption);

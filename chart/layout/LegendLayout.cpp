@@ -7,6 +7,7 @@
 #include "chart/pens/Pens.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/Records.h"
+#include "chart/records/SetLooks.h"
 #include "platform/Narrow.h"
 
 #include <algorithm>
@@ -72,6 +73,15 @@ void Crop(LegendSpace& space, int width, int height) {
     }
 }
 
+// A legend of looks: their lines follow those of the sets.
+std::vector<LegendEntry> EntriesOfLooks() {
+    std::vector<LegendEntry> entries;
+    int line = static_cast<int>(Looks.Sets.size());
+    for (const LookEntry& look : Looks.Legend)
+        entries.push_back({++line, 0, 0, look.Name});
+    return entries;
+}
+
 } // namespace
 
 bool HasLegend() {
@@ -80,6 +90,7 @@ bool HasLegend() {
 
 std::vector<LegendEntry> LegendEntries() {
     std::vector<LegendEntry> entries;
+    if (!Looks.Legend.empty()) return EntriesOfLooks();
     const GraphSpec& spec = Chart.Spec;
     const int sets = Chart.State.Nsets;
     const bool areas = spec.GraphType == GraphTypes::HorizontalBars ||

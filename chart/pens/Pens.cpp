@@ -7,6 +7,7 @@
 #include "chart/records/Colors.h"
 #include "chart/records/Cycles.h"
 #include "chart/records/Records.h"
+#include "chart/records/SetLooks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,6 +36,16 @@ ChartColor RainbowColor(int set) {
     const double index = std::nearbyint((set - 1) * 10000.0 / (Chart.State.Nsets - 1));
     const double hue = (10000.0 - std::clamp(index, 0.0, 10000.0)) * 280.0 / 10000.0;
     return HSBtoColor(static_cast<float>(hue), 1.0F, 0.5F);
+}
+
+// The look that the caller gave a set, or an entry of the legend behind the last set; none where sets go by
+// their numbers.
+const SetLook* LookOf(int set) {
+    const auto place = static_cast<std::size_t>(set - 1);
+    if (Looks.Sets.empty() || set < 1) return nullptr;
+    if (place < Looks.Sets.size()) return &Looks.Sets[place];
+    const std::size_t entry = place - Looks.Sets.size();
+    return entry < Looks.Legend.size() ? &Looks.Legend[entry].Look : nullptr;
 }
 
 // Without colours the dash style changes with each line. Where sets alternate, only every second index is
@@ -80,6 +91,7 @@ int SetIndex(int set) {
 }
 
 Rgb SetColor(int set) {
+    if (const SetLook* look = LookOf(set)) return look->Color < 0 ? 0 : CycleColor(look->Color);
     return Rainbow() ? TargetColor(RainbowColor(set)) : CycleColor(SetIndex(set));
 }
 
@@ -101,6 +113,11 @@ int SetLineWidth(int index) {
 }
 
 void SelectSetPen(int set) {
+    if (const SetLook* look = LookOf(set)) {
+        SelectPen(SetColor(set), SetLineWidth(look->Dash)); // widths go on where the dashes have run out
+        BeginDash(Chart.Style.DashedLines ? Chart.Cycles.Line2[CyclePlace(look->Dash)] : std::int16_t{0});
+        return;
+    }
     const int index = SetIndex(set);
     SelectPen(SetColor(set), SetLineWidth(index));
     if (!Rainbow()) BeginDash(DashOf(index, Alternating()));

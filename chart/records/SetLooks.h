@@ -1,0 +1,39 @@
+#pragma once
+// Colour and dash of sets by what they show, where the number of a set does not say it: a graph of several
+// quantities of several samples has the colour by the one and the dash by the other, and a legend that names
+// each colour and each dash once.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// Places in the cycles of colours and dashes, from 0. The colour -1 is that of texts and axes, black.
+struct SetLook {
+    std::int16_t Color = -1;
+    std::int16_t Dash = 0;
+    bool operator==(const SetLook&) const = default;
+};
+
+// A line of such a legend.
+struct LookEntry {
+    std::string Name;
+    SetLook Look;
+    bool operator==(const LookEntry&) const = default;
+};
+
+// The looks of all sets in their order, and the legend in place of that of the sets. Without looks sets go by
+// their numbers.
+struct SetLooks {
+    std::vector<SetLook> Sets;
+    std::vector<LookEntry> Legend;
+    bool operator==(const SetLooks&) const = default;
+};
+
+// Those of the graph at hand. Every graph that is plotted takes NextLooks, which stand for one graph alone: a
+// caller fills them right before PlotSets.
+inline SetLooks Looks;
+inline SetLooks NextLooks;
+
+} // namespace Quillon
