@@ -128,7 +128,7 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
         if (point.Excluded)
             ++list.Excluded;
         else
-            list.TooMany = !store(next++, point);
+            TakeFrom(file, list.LastPlace, [&] { list.TooMany = !store(next++, point); });
     } while (!list.TooMany && !list.Terminated && !NoItemLeft(file));
     // [decision: terminator-counts]
     list.Points = list.Terminated && !list.TooMany ? next - 2 : next - 1;

@@ -2,7 +2,8 @@
 #include "platform/RuntimeError.h"
 
 #include <QDir>
-#include <QFontDatabase>
+#include <QFont>
+#include <QFontInfo>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -42,7 +43,8 @@ void NeedApplication() {
         if (!HasOffscreenPlugin()) RaiseError("The platform plugin \"offscreen\" of Qt is not installed");
         MakeApplication();
     }
-    if (QFontDatabase::families().isEmpty()) RaiseError("no font is installed, and letters would be boxes");
+    // The list of families has its generic names even then; what such a name stands for has none.
+    if (QFontInfo(QFont()).family().isEmpty()) RaiseError("no font is installed, and letters would be boxes");
 }
 
 } // namespace Quillon

@@ -199,8 +199,8 @@ TEST_P(NothingLost, ADeathAtAnyStepLeavesAWholeFile) {
     };
     const Workspace before = Work;
     GetParam().Run(Path);
-    states.insert(ReadWhole(Path));
     BeforeFileStep = nullptr;
+    states.insert(ReadWhole(Path));
     ASSERT_GE(steps, 6);
     const int stride = steps < 30 ? 1 : steps / 20;
     for (int n = 1; n <= steps; n += stride) {

@@ -72,7 +72,7 @@ TEST_F(LargestFit, IsServedAtLeastEveryYieldIntervalAndCancelledWithinAPass) {
     });
     click.start();
     player.Expect("FitMon", [] {});
-    EXPECT_FALSE(RunFit());
+    EXPECT_FALSE(RunFit(MonitorProgress()));
     EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
     EXPECT_TRUE(cancelled);
     EXPECT_EQ(Work.Iteration, 2);
