@@ -1,19 +1,11 @@
 #include "commands/Commands.h"
 
-#include "commands/Analmenu.h"
-#include "commands/FitCommand.h"
-
 #include "chart/Charts.h"
-#include "fit/BoundsForm.h"
-#include "fit/ConfidenceInput.h"
+#include "commands/Analmenu.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
 #include "models/SEDEQ3.h"
-#include "models/ShowConstraintForm.h"
-#include "models/SigmaCalcForm.h"
-#include "models/UnitsForm.h"
-#include "persistence/Filelist.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "scandata/DataDirectory.h"
@@ -67,10 +59,6 @@ void ToggleNameConvention() {
     FindDataDirectory();
 }
 
-void DoFitRestore() {
-    RestoreFit();
-}
-
 void SaveDefaults() {
     if (SaveFitDefaults()) SaveProgramDefaults();
 }
@@ -89,18 +77,6 @@ void DoModelSet() {
     SelectModel(true);
     if (!Work.AbortFit)
         Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
-}
-
-void DefineUnits() {
-    DefineUnitsDialog();
-}
-
-void FitData() {
-    FitDataCommand();
-}
-
-void ReviewFit() {
-    ShowResults();
 }
 
 void DoInitGuesses() {
@@ -122,44 +98,9 @@ void SetBaseConstraint() {
     Work.NewData = 1;
 }
 
-void AlterBounds() {
-    BoundsDialog();
-}
-
-void DoShowConstraint() {
-    ShowConstraintMatch();
-}
-
 void Covariance() {
     FillCorrelation();
     Host.ShowModal("Correlation");
-}
-
-void UseResiduals() {
-    Work.OverlayPlot = FlagFalse;
-}
-void UseOverlay() {
-    Work.OverlayPlot = FlagTrue;
-}
-void ToggleResidualsSpread() {
-    Work.SpreadResiduals = Flag(!Work.SpreadResiduals);
-}
-void ToggleFitPause() {
-    Work.PauseBeforeFit = Flag(!Work.PauseBeforeFit);
-}
-void SetConfidence() {
-    ConfidenceDialog();
-}
-void ShowSigmaCalculator() {
-    SigmaCalculatorDialog();
-}
-
-void HelpContents() {
-    ShowHelpContents();
-}
-
-void HelpIndex() {
-    ShowHelpIndex();
 }
 
 void HelpOn(const std::string& form) {

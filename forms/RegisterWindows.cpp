@@ -1,5 +1,6 @@
 #include "chart/records/ChartState.h"
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
 #include "forms/Windows.h"

@@ -3,6 +3,7 @@
 #include "chart/CHART.h"
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "commands/FitCommand.h"
 #include "fit/FreeMap.h"
 #include "graphs/FitGraphs.h"

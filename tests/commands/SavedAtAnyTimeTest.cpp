@@ -2,6 +2,7 @@
 // was saved is what a restore brings back. The user here is random and the same in every run.
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/FreeMap.h"
 #include "models/BaseForm.h"

@@ -3,6 +3,7 @@
 #include "chart/CHART.h"
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "fit/GetGuess.h"
 #include "models/ModelForm.h"
 #include "models/ParmScale.h"
