@@ -6,6 +6,7 @@
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
 #include "models/SEDEQ3.h"
+#include "persistence/Defaults.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "scandata/DataDirectory.h"

@@ -82,6 +82,9 @@ constexpr bool (*Plain)() = nullptr;
 void DoFitRestore() {
     RestoreFit();
 }
+void FitData() {
+    FitDataCommand();
+}
 void UseResiduals() {
     Work.OverlayPlot = FlagFalse;
 }
@@ -112,7 +115,7 @@ std::vector<MenuRow> AllRows() {
 
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},
         {Analysis, "DefineUnits", "&Define Units...", DefineUnitsDialog, DataChosen},
-        {Analysis, "FitData", "&Fit Data...", FitDataCommand, DataAndModel},
+        {Analysis, "FitData", "&Fit Data...", FitData, DataAndModel},
         {Analysis, "ReviewFit", "&Review last fit...", ShowResults, ResultsStand},
         {Analysis, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, DataAndModel, Plain, NewGroup},
         {Analysis, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint, DataAndModel, ConcentrationsConstrained},

@@ -25,7 +25,7 @@ std::string Plain(std::string caption) {
 Items ItemsOfTheMenu() {
     Items items;
     for (const MainMenuItem& item : Analmenu.Items)
-        items[Plain(MainMenuCaption(item.Menu))].insert(Plain(item.Item.Text));
+        items[Plain(MainMenuCaption(item.Row.Menu))].insert(Plain(item.Item.Text));
     return items;
 }
 
