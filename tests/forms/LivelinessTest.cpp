@@ -72,7 +72,9 @@ TEST_F(LargestFit, IsServedAtLeastEveryYieldIntervalAndCancelledWithinAPass) {
     });
     click.start();
     player.Expect("FitMon", [] {});
+    OpenFitMonitor();
     EXPECT_FALSE(RunFit(MonitorProgress()));
+    CloseFitMonitor();
     EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
     EXPECT_TRUE(cancelled);
     EXPECT_EQ(Work.Iteration, 2);
