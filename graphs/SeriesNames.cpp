@@ -16,7 +16,7 @@ constexpr float SameWavelength = 1.0F; // nm; the monochromator repeats itself n
 
 std::string RangeText(long set) {
     const long row = Work.SetRow[set];
-    const auto radius = [row](int end) {
+    const auto radius = [row](std::size_t end) {
         return FormatNumber(static_cast<double>(Work.ScanRadius[row][Work.FitRange[end][row]]), "0.00");
     };
     return radius(0) + "-" + radius(1) + " cm";
