@@ -118,23 +118,59 @@ struct OpenMonitor {
     OpenMonitor& operator=(const OpenMonitor&) = delete;
 };
 
-// The one place where the end of a fit is told. A cancelled one has nothing to say.
-void TellEnd(const FitOutcome& outcome) {
-    if (outcome.End == FitEnd::Converged || outcome.End == FitEnd::Cancelled) return;
-    const bool mayGoOn = outcome.End == FitEnd::TooManyIterations; // from where it stands
-    Tell(outcome.Sentence, Work.ProgramName, mayGoOn ? BoxIcon::Warning : BoxIcon::Stop);
+bool IsNoMinimum(const FitOutcome& outcome) {
+    return outcome.End != FitEnd::Converged && outcome.End != FitEnd::Cancelled;
 }
 
-bool RunAndTell(const FitProgress* progress) {
-    if (progress) {
-        RunFit(*progress);
-        TellEnd(Work.Outcome);
-    } else {
-        const OpenMonitor monitor;
-        RunFit(MonitorProgress());
-        TellEnd(Work.Outcome);
+// A stated sentence, and what it comes from as a paragraph of its own.
+std::string TextOf(const FitOutcome& outcome) {
+    return outcome.Reason.empty() ? outcome.Sentence : outcome.Sentence + "\n\n" + outcome.Reason;
+}
+
+// The one place where the end of a fit is told. A cancelled one has nothing to say.
+void TellEnd(const FitOutcome& outcome) {
+    if (!IsNoMinimum(outcome)) return;
+    const bool stands = outcome.End == FitEnd::TooManyIterations || outcome.End == FitEnd::StoppedShort;
+    Tell(TextOf(outcome), Work.ProgramName, stands ? BoxIcon::Warning : BoxIcon::Stop);
+}
+
+// The question behind an end that is no minimum. A stop on the way has no box of its own: it stands in front
+// of the question.
+bool AgreesToRescue(const FitOutcome& outcome) {
+    std::string text = RescueQuestion;
+    if (outcome.End == FitEnd::StoppedShort)
+        text = TextOf(outcome) + "\n\n" + text;
+    else
+        TellEnd(outcome);
+    bool always = false;
+    const BoxRequest request{text, Work.ProgramName, BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::Yes};
+    const bool yes = Host.AskChecked(request, AlwaysCaption, always) == BoxAnswer::Yes;
+    if (yes && always) {
+        Work.RescueMode = Rescue::Always;
+        SaveAlwaysRescue();
     }
-    return Work.FitDone != 0;
+    return yes;
+}
+
+bool WantsRescue(const FitOutcome& outcome) {
+    if (!IsNoMinimum(outcome)) return false;
+    if (Work.RescueMode == Rescue::Ask) return AgreesToRescue(outcome);
+    if (Work.RescueMode == Rescue::Never) TellEnd(outcome);
+    return Work.RescueMode == Rescue::Always;
+}
+
+void RunAndTell(const FitProgress& progress) {
+    const PerSlot<float> start = Work.Parms;
+    Work.StartParms = start;
+    RunFit(progress);
+    if (!WantsRescue(Work.Outcome)) return;
+    RescueFit(start, progress);
+    TellEnd(Work.Outcome);
+}
+
+void RunUnderMonitor() {
+    const OpenMonitor monitor;
+    RunAndTell(MonitorProgress());
 }
 
 void FitPrepared(const FitProgress* progress) {
@@ -143,7 +179,8 @@ void FitPrepared(const FitProgress* progress) {
     Work.FitValid = Work.FitDone = 0;
     ResetFitFunction();
     try {
-        if (RunAndTell(progress)) ShowResults();
+        progress ? RunAndTell(*progress) : RunUnderMonitor();
+        if (Work.FitDone) ShowResults();
     } catch (const RuntimeError&) {
         CopySharedConstants(); // the fit stands though its results could not be shown
         throw;

@@ -75,6 +75,9 @@ bool ResidualsAreSpread() {
 bool PausesBeforeFit() {
     return Work.PauseBeforeFit != 0;
 }
+bool RescuesAlways() {
+    return Work.RescueMode == Rescue::Always;
+}
 constexpr bool (*Plain)() = nullptr;
 
 // --- commands of one line --------------------------------------------------------------------------------
@@ -96,6 +99,10 @@ void ToggleResidualsSpread() {
 }
 void ToggleFitPause() {
     Work.PauseBeforeFit = Flag(!Work.PauseBeforeFit);
+}
+void ToggleAlwaysRescue() {
+    Work.RescueMode = RescuesAlways() ? Rescue::Ask : Rescue::Always;
+    SaveAlwaysRescue();
 }
 
 constexpr bool NewGroup = true;
@@ -140,6 +147,7 @@ std::vector<MenuRow> AllRows() {
         {Preferences, "UseOverlay", "Use Data+Fit &Overlay Plot in Reports", UseOverlay, Always, ReportsOverlay},
         {Preferences, "ResidualsSpread", "&Y-shift Data Sets in Residual Plots", ToggleResidualsSpread, Always, ResidualsAreSpread, NewGroup},
         {Preferences, "FitPause", "&Pause for Manual Start When Fitting", ToggleFitPause, Always, PausesBeforeFit},
+        {Preferences, "AlwaysRescue", "Always Search for a Minimum with &Damped Steps", ToggleAlwaysRescue, Always, RescuesAlways},
         {Preferences, "SetConfidence", "Set &Confidence Interval Probability...", ConfidenceDialog, Always, Plain, NewGroup},
         {Preferences, "mnuSigmaCalculator", "&Rotor Speed Calculator...", SigmaCalculatorDialog, Always},
 

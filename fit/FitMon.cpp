@@ -79,6 +79,12 @@ void AnnounceSearch() {
     current.Text.clear();
 }
 
+// The sum of the best place so far stands until a damped step has found a lower one.
+void AnnounceDamped() {
+    FitMon.IterNum.Text = std::to_string(Work.Iteration);
+    MonitorStatus("Searching with damped steps");
+}
+
 void HoldLabels() {
     FitMon.StatusText.ForeColor = BlueColor;
     FitMon.StatusText.Text = "Converged, last sum";
@@ -100,6 +106,11 @@ void ShowPhase(FitPhase phase) {
         return HoldLabels();
     case FitPhase::Ended:
         return FitMon.StatusText.Tag.clear();
+    case FitPhase::Damped:
+        return StartLabels();
+    case FitPhase::DampedStep:
+        AnnounceDamped();
+        break;
     case FitPhase::Inversion:
         MonitorStatus("Inverting Matrix");
         break;
@@ -118,7 +129,9 @@ void ShowStep() {
 
 void ShowIteration() {
     UpdateMonitor();
-    FitMon.CurValue.back().Text = SumText();
+    Control& current = FitMon.CurValue.back();
+    if (!current.Text.empty()) FitMon.PrevValue.back().Text = current.Text; // that of a damped step before
+    current.Text = SumText();
     Host.ServeEvents();
 }
 

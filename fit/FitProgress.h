@@ -19,7 +19,9 @@ enum class FitPhase {
     Inversion, // the matrix is about to be inverted
     Search,    // a step along the increment is about to be searched; SumSq is that before it
     LastSums,  // converged: sums and inverse are taken once more
-    Ended      // the last of them has been taken
+    Ended,     // the last of them has been taken
+    Damped,    // the damped search begins: Iteration counts its steps, from 0
+    DampedStep // a damped step is about to be tried
 };
 
 struct FitProgress {

@@ -17,14 +17,47 @@
 // Work.FunctionFailed beside that, a cancel (Work.AbortFit set by somebody else) ends the pass that runs.
 
 #include "fit/FitProgress.h"
+#include "workspace/records/Workspace.h"
 
 namespace Quillon {
 
 // The whole loop from the present Parms. True when converged: FitDone is then set, NormMatrix holds the
-// inverse at the solution, RmsResidual stands. False after a failure or a cancel, with the parameters at
-// their latest trial values; Work.AbortFit is left for the caller to clear. Work.Outcome tells which and
-// why; the caller tells the user, and shows the results.
+// inverse at the solution (with zeros for what the data do not determine), RmsResidual stands. False after a
+// failure or a cancel, with the parameters at their latest trial values; Work.AbortFit is left for the caller
+// to clear. Work.Outcome tells which and why; the caller tells the user, and shows the results.
+//
+// A fit that has converged is checked: where the normal equations still promise a decrease of more than
+// LargestExpectedDecrease (fit/NormalEquations.h) its outcome is FitEnd::StoppedShort. It has results all the
+// same.
 bool RunFit(const FitProgress& progress = {});
+
+inline constexpr double LargestExpectedDecrease = 1.0;
+
+inline constexpr const char* CancelledText = "The fit was cancelled"; // the sentence of FitEnd::Cancelled
+
+// A fit that did not end at a minimum, once more: the damped search from the starting values, then RunFit
+// from where it ends, which has the last word; and the same again by the other way of the search where that
+// does not end at a minimum either. True when the fit has results. Work.Outcome is that of the RunFit whose
+// sum is the lower one, with Rescued set when it stands at a minimum; where the function has no value at the
+// start, everything is as it was. After a cancel the parameters are the best that were met on the way. A
+// search takes a few dozen steps, each about as long as an iteration.
+bool RescueFit(const PerSlot<float>& start, const FitProgress& progress = {});
+
+// The damped search by itself, from the present Parms, put back into their bounds. It leaves the best place
+// that it has met in Parms and SumSq, never a worse one than the start; a sum that is not finite or a fitted
+// value beyond the range of a single is a worse one. Work.Outcome is not touched.
+enum class DampedWay {
+    Guided, // concentrations first where the guesses are far above the data, and steps that are corrected
+    Plain   // Levenberg's method and nothing else
+};
+enum class DampedEnd {
+    Minimum,      // hardly any decrease is promised any more
+    NoStep,       // no step helps, however short
+    TooManySteps, // 150 were not enough
+    NoStart,      // the function has no value at the start
+    Cancelled     // Work.AbortFit
+};
+DampedEnd SearchDamped(DampedWay way);
 
 // One pass: sums, inversion, step.
 void OneIteration();

@@ -121,7 +121,7 @@ double FitFunction(long point) {
 
 void NoteFunctionError() {
     Work.AbortFit = Work.FunctionFailed = FlagTrue;
-    Work.Outcome = {FitEnd::MathError, "Math error during function evaluation, aborting fit"};
+    Work.Outcome = FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit"};
 }
 
 double DerivStep(long slot) {

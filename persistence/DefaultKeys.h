@@ -13,6 +13,7 @@ inline constexpr const char* ParmsAccuracy = "ParmsAccuracy";
 inline constexpr const char* HighCorrelation = "HighCorrelation";
 inline constexpr const char* VeryHighCorrelation = "VeryHighCorrelation";
 inline constexpr const char* PauseBeforeFit = "PauseBeforeFit";
+inline constexpr const char* AlwaysRescue = "AlwaysRescue";
 inline constexpr const char* MaxIterations = "MaxIterations";
 inline constexpr const char* YieldInterval = "YieldInterval";
 inline constexpr const char* OverlayPlot = "OverlayPlot";

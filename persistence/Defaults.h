@@ -14,6 +14,10 @@ void ReadProgramDefaults();
 // Says that the settings could not all be taken from the file.
 void TellReadFailure();
 
+// Writes whether a fit that is no minimum is always searched on with damped steps (Work.RescueMode): the user
+// has just said so, in a box or in the menu. A failure to write is told.
+void SaveAlwaysRescue();
+
 // The questions about the settings of the fit. Each answer is written at once; a failure to write is told
 // and ends the questions. False when the user has had enough of questions: none is to follow.
 bool SaveFitDefaults();

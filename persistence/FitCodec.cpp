@@ -53,6 +53,7 @@ Workspace FreshAnalysis(const Workspace& present) {
     fresh.FringeMassA = present.FringeMassA;
     fresh.FringeMassB = present.FringeMassB;
     fresh.PauseBeforeFit = present.PauseBeforeFit;
+    fresh.RescueMode = present.RescueMode;
     fresh.FormScalingPercent = present.FormScalingPercent;
     fresh.CellType = present.CellType;
     fresh.RangeLogPlot = present.RangeLogPlot;

@@ -109,6 +109,8 @@ void ReadFitDefaults() {
         Work.HighCorrelation = ini.Single(IniKey::HighCorrelation, "0.97");
         Work.VeryHighCorrelation = ini.Single(IniKey::VeryHighCorrelation, "0.99");
         Work.PauseBeforeFit = Flag(ini.Text(IniKey::PauseBeforeFit, "True") != "False");
+        const bool always = ini.Boolean(IniKey::AlwaysRescue, "False") != 0;
+        Work.RescueMode = always ? Rescue::Always : Rescue::Ask;
         Work.MaxIterations = ini.Integer(IniKey::MaxIterations, "40");
         Work.YieldInterval = ini.Integer(IniKey::YieldInterval, "200");
         Work.OverlayPlot = ini.Boolean(IniKey::OverlayPlot, "False");

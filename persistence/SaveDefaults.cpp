@@ -262,6 +262,14 @@ void AskChannelRadii(const std::string& question, int cell) {
 
 } // namespace
 
+void SaveAlwaysRescue() {
+    try {
+        WriteFit(IniKey::AlwaysRescue, TrueOrFalse(Work.RescueMode == Rescue::Always));
+    } catch (const RuntimeError&) {
+        TellWriteFailure();
+    }
+}
+
 bool SaveFitDefaults() {
     return AskOrTell([] {
         AskPlots();

@@ -98,6 +98,10 @@ struct Platform {
 
     // --- optional ------------------------------------------------------------------------------------
 
+    // Shows a message with a check box below it, which stands as checked says and leaves what it then holds
+    // there. Harmless filling: MessageBoxAnswer, with the check box as it stood.
+    std::function<BoxAnswer(const BoxRequest&, const std::string& caption, bool& checked)> AskChecked;
+
     // Asks for one line of text. Harmless filling: cancelled.
     std::function<InputAnswer(const InputRequest&)> AskText;
 
@@ -161,6 +165,10 @@ inline void InstallPlatform(Platform filling) {
     const auto orElse = [](auto& entry, auto harmless) {
         if (!entry) entry = harmless;
     };
+    orElse(filling.AskChecked, [answer = filling.MessageBoxAnswer](const BoxRequest& request,
+                                                                   const std::string&, bool&) {
+        return answer(request);
+    });
     orElse(filling.AskText, [](const InputRequest&) { return InputAnswer{}; });
     orElse(filling.AskFile, [](const FileRequest&) { return FileAnswer{}; });
     orElse(filling.SeedUniform, [] {});

@@ -1,5 +1,6 @@
 #include "reporting/ParmLines.h"
 
+#include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
 #include "reporting/Statistics.h"
@@ -70,6 +71,7 @@ std::string AccuracyText(long freePosition) {
         };
         return "[ " + limit(0) + ", " + limit(1) + " ]";
     }
+    if (HasNoError(freePosition)) return "not determined";
     const double error = static_cast<double>(DisplayedError(freePosition));
     return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[slot]));
 }
@@ -101,6 +103,24 @@ std::vector<std::string> OffsetLinkLines() {
             lines.push_back("Zero offset for set " + std::to_string(s) + " was held = to set " +
                             std::to_string(Work.SetOfRow[followed]));
     }
+    return lines;
+}
+
+std::string ParmNote(long slot) {
+    const long place = Work.FreeMap[slot];
+    if (place < 0 || !Work.FitDone) return "";
+    if (HasNoError(place)) return "not determined by the data";
+    if (Work.LimitsDone && place <= Work.LimitReason.Hi() && !Work.LimitReason[place].empty())
+        return Work.LimitReason[place];
+    if (place <= Work.AtBound.Hi() && Work.AtBound[place] != 0)
+        return Work.AtBound[place] < 0 ? "at its lower bound" : "at its upper bound";
+    return IsUndetermined(place) ? "error larger than the value" : "";
+}
+
+std::vector<std::string> FitWarningLines() {
+    std::vector<std::string> lines;
+    if (Work.Outcome.End == FitEnd::StoppedShort) lines.push_back(Work.Outcome.Sentence + ".");
+    if (Work.FitDone && !Work.Outcome.Reason.empty()) lines.push_back(Work.Outcome.Reason);
     return lines;
 }
 

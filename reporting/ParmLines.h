@@ -32,7 +32,8 @@ std::string FittedName(long freePosition);
 // The value of a slot in user units and in the slot's picture.
 std::string ParmValueText(long slot);
 
-// How sure the value is: "+/-  0.31", or with LimitsDone "[ 41.9, 43.2 ]", in user units.
+// How sure the value is: "+/-  0.31", or with LimitsDone "[ 41.9, 43.2 ]", in user units; "not determined"
+// without an error.
 std::string AccuracyText(long freePosition);
 
 // One line for each free position: name column, value, error. The column is as wide as the widest name and
@@ -44,6 +45,14 @@ std::vector<std::string> HeldLines(const TextMeasure& measure = CountCharacters)
 
 // One line for each set whose zero offset is tied to that of another.
 std::vector<std::string> OffsetLinkLines();
+
+// What is to be said of a fitted slot beside its value and error, in a few words: not determined, at a bound,
+// an error larger than the value, a limit that was not found. Empty for most.
+std::string ParmNote(long slot);
+
+// What is to be said of the fit that stands before its numbers are believed: that it is no minimum, what the
+// data do not determine. Empty for most; whole sentences.
+std::vector<std::string> FitWarningLines();
 
 // The parts of a warning: " is 1 parameter cross correlation > 0.97" or " are 3 ...s > 0.97", and
 // " and 2 higher than 0.99", which is empty without a very high one.

@@ -49,6 +49,12 @@ void PrintStatistics(ReportPages& report) {
                                "; parameter precision = " + SingleText(ToSingle(percent)) + "%");
 }
 
+void PrintWarnings(ReportPages& report) {
+    for (const std::string& line : FitWarningLines())
+        ReportLineFeed(report, "    Warning -- " + line);
+    if (Work.Outcome.Rescued) ReportLineFeed(report, "    minimum found by a search with damped steps");
+}
+
 void PrintCorrelations(ReportPages& report) {
     if (Work.HighCount != 0)
         ReportLineFeed(report, "    Warning -- there" + HighCorrelationText(Work.HighCount));
@@ -77,6 +83,7 @@ std::vector<PageLines> PrintReport(const ReportPaper& paper) {
     Print(report, {"", "Results of fit:"});
     PrintFitted(report);
     PrintStatistics(report);
+    PrintWarnings(report);
     PrintCorrelations(report);
     ReportLineFeed(report, "Parameters held constant:");
     Print(report, HeldLines());

@@ -72,6 +72,9 @@ void FillConstraints() {
 }
 
 void FillWarning() {
+    Results.Warning.Text = JoinLines(FitWarningLines());
+    Results.Warning.Visible = !Results.Warning.Text.empty();
+    Results.Warning.ForeColor = RedColor;
     ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
     Results.Message.Visible = Work.HighCount != 0;
     Results.Message.ForeColor = RedColor;

@@ -23,6 +23,7 @@ struct ResultsForm {
     Control Label3;         // head of the held parameters
     Control ParmsConst;     // text box, a line for each held parameter
     Control ConstraintText; // ties of zero offsets and concentrations; shown when there are any
+    Control Warning;        // that the fit is no minimum or not determined, in red; shown when it is so
     Control Message;        // the warning about correlations, in red; shown when there is one
     Control Picture1;       // residuals, or data and fit with OverlayPlot
     Control ComputeConfidence, ViewCorr, ShowConstraintButton;

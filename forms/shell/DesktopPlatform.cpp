@@ -11,6 +11,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QDateTime>
 #include <QDir>
@@ -109,7 +110,8 @@ const QAbstractButton* AddWayOut(QMessageBox& box, const std::string& caption) {
     return button;
 }
 
-BoxAnswer ShowMessage(const BoxRequest& request) {
+// A message, with a check box below it where one is given; checked then holds what it was left at.
+BoxAnswer ShowBox(const BoxRequest& request, QCheckBox* check, bool* checked) {
     RefreshForms();
     QMessageBox box(IconOf(request.Icon), ShownText(request.Title), ShownText(request.Text),
                     ButtonsOf(request.Buttons), FrontWindow());
@@ -118,11 +120,23 @@ BoxAnswer ShowMessage(const BoxRequest& request) {
     if (box.button(ButtonOf(request.Default))) box.setDefaultButton(ButtonOf(request.Default));
     if (request.Buttons == BoxButtons::YesNo) box.setEscapeButton(QMessageBox::No);
     const QAbstractButton* const wayOut = AddWayOut(box, request.WayOut);
+    if (check) box.setCheckBox(check); // the box owns it
     const ModalWait wait(&box);
     const int answer = box.exec();
     LetGoOfButtons();
+    if (check) *checked = check->isChecked();
     if (wayOut && box.clickedButton() == wayOut) return BoxAnswer::WayOut;
     return AnswerOf(answer, request.Buttons);
+}
+
+BoxAnswer ShowMessage(const BoxRequest& request) {
+    return ShowBox(request, nullptr, nullptr);
+}
+
+BoxAnswer AskChecked(const BoxRequest& request, const std::string& caption, bool& checked) {
+    auto* const check = new QCheckBox(ShownText(caption));
+    check->setChecked(checked);
+    return ShowBox(request, check, &checked);
 }
 
 // A prompt may be as long as a paragraph.
@@ -243,6 +257,7 @@ void InstallDesktopPlatform() {
     SurviveFileSizeLimit();
     Platform p;
     p.MessageBoxAnswer = ShowMessage;
+    p.AskChecked = AskChecked;
     p.AskText = AskForText;
     p.AskFile = AskForFile;
     p.ReadFile = ReadWhole;

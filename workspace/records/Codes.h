@@ -29,6 +29,11 @@ namespace Monitor {
 enum Code : std::int16_t { None, FreeRun, Stepping, OneIteration };
 }
 
+// RescueMode: whether a fit that did not end at a minimum is searched for one by damped steps.
+namespace Rescue {
+enum Code : std::int16_t { Ask, Always, Never };
+}
+
 // NewData: what differs from the data of the stored fit.
 namespace Changed {
 enum Code : std::int16_t { Data = -1, Nothing = 0, Constraints = 1 };

@@ -31,6 +31,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("LastSeparateK", &Workspace::LastSeparateK);
     visit("Parms", &Workspace::Parms);
     visit("ParmsSave", &Workspace::ParmsSave);
+    visit("StartParms", &Workspace::StartParms);
     visit("ParmScale", &Workspace::ParmScale);
     visit("ParmName", &Workspace::ParmName);
     visit("ParmTitle", &Workspace::ParmTitle);
@@ -46,6 +47,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("CorrMatrix", &Workspace::CorrMatrix);
     visit("AtBound", &Workspace::AtBound);
     visit("ParmLimits", &Workspace::ParmLimits);
+    visit("LimitReason", &Workspace::LimitReason);
     visit("ConfTrace", &Workspace::ConfTrace);
     visit("SumSq", &Workspace::SumSq);
     visit("LastSumSq", &Workspace::LastSumSq);
@@ -55,6 +57,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("ConvergenceLimit", &Workspace::ConvergenceLimit);
     visit("ParmsAccuracy", &Workspace::ParmsAccuracy);
     visit("ConfidenceLevel", &Workspace::ConfidenceLevel);
+    visit("LimitsLevel", &Workspace::LimitsLevel);
     visit("ConfidenceRatio", &Workspace::ConfidenceRatio);
     visit("HighCorrelation", &Workspace::HighCorrelation);
     visit("VeryHighCorrelation", &Workspace::VeryHighCorrelation);
@@ -152,6 +155,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("OverlayPlot", &Workspace::OverlayPlot);
     visit("SpreadResiduals", &Workspace::SpreadResiduals);
     visit("PauseBeforeFit", &Workspace::PauseBeforeFit);
+    visit("RescueMode", &Workspace::RescueMode);
     visit("FormScalingPercent", &Workspace::FormScalingPercent);
     visit("CellPathlength", &Workspace::CellPathlength);
     visit("CellType", &Workspace::CellType);

@@ -22,6 +22,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace Quillon {
@@ -30,10 +31,25 @@ namespace Quillon {
 inline constexpr float PointMarker = -3.4e38F;
 
 // How the latest fit ended, for whoever reports it.
-enum class FitEnd { NotRun, Converged, Singular, TooManyIterations, MathError, Cancelled, Refused };
+enum class FitEnd {
+    NotRun,
+    Converged,
+    StoppedShort, // converged by the rules of the iteration, and no minimum
+    Singular,
+    TooManyIterations,
+    MathError,
+    Cancelled,
+    Refused
+};
 struct FitOutcome {
     FitEnd End = FitEnd::NotRun;
     std::string Sentence; // why, with the numbers in it; empty when converged or not run
+    std::string Reason =
+        ""; // what the data do not determine, or what holds the fit up; empty where nothing tells
+    // The decrease of the sum of squares that is still promised at the end, in shares of a degree of freedom;
+    // unset where the fit did not come that far. Above 1 it is no minimum.
+    std::optional<double> ExpectedDecrease = std::nullopt;
+    bool Rescued = false; // the minimum was found by the damped search
     bool operator==(const FitOutcome&) const = default;
 };
 
@@ -69,6 +85,7 @@ struct Workspace {
     // --- parameters, by slot -------------------------------------------------------------------------
     PerSlot<float> Parms = PerSlot<float>(Slots);     // internal scale: sigma of set 1, natural logarithms
     PerSlot<float> ParmsSave = PerSlot<float>(Slots); // Parms before a trial; re-created at each use
+    PerSlot<float> StartParms; // Parms as the latest fit started with them; empty before the first one
     PerSlot<float> ParmScale = PerSlot<float>(Slots, 1.0F); // factor or addend from internal to user units
     PerSlot<std::string> ParmName = PerSlot<std::string>(Slots);
     PerSlot<std::string> ParmTitle = PerSlot<std::string>(Slots);       // unit
@@ -87,6 +104,7 @@ struct Workspace {
     ZeroBasedMatrix<float> CorrMatrix;  // cross-correlations (lower triangle), eigenvectors in the search
     PerFree<std::int16_t> AtBound;      // -1 at the lower bound, 1 at the upper one, 0 free
     std::array<PerFree<float>, 2> ParmLimits; // lower, upper confidence limit, internal scale
+    PerFree<std::string> LimitReason;         // why a limit was not found; empty where both were
     ZeroBasedMatrix<float> ConfTrace;         // slots by end points of the confidence search
 
     // --- scalars of the fit --------------------------------------------------------------------------
@@ -98,6 +116,7 @@ struct Workspace {
     float ConvergenceLimit = 0.05F;
     float ParmsAccuracy = 0.001F; // kept, shown and saved; no test of the iteration reads it
     float ConfidenceLevel = 0.683F;
+    float LimitsLevel = 0.683F;   // that the limits at hand were searched with
     float ConfidenceRatio = 0.0F; // ratio of sums of squares that bounds the confidence region
     float HighCorrelation = 0.97F;
     float VeryHighCorrelation = 0.99F;
@@ -210,6 +229,7 @@ struct Workspace {
     std::int16_t OverlayPlot = 0;            // flag: reports show data and fit instead of residuals
     std::int16_t SpreadResiduals = 0;        // flag: residual graphs separate the sets
     std::int16_t PauseBeforeFit = FlagTrue;  // flag: the check mark of the menu item FitPause
+    std::int16_t RescueMode = Rescue::Ask;   // after a fit that is no minimum (Rescue)
 
     // --- program defaults that are no part of an analysis
     // ---------------------------------------------------

@@ -1,0 +1,157 @@
+// The rescue of a fit that did not end at a minimum.
+#include "fit/FitProgress.h"
+#include "fit/GNLLSQ.h"
+#include "models/BlockFunction.h"
+#include "models/FitFunction.h"
+#include "models/Guesses.h"
+#include "models/ParmScale.h"
+#include "platform/RuntimeError.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace Quillon {
+
+namespace {
+
+struct Reached {
+    PerSlot<float> Parms;
+    double SumSq = 0.0;
+};
+
+void GoTo(const Reached& place) {
+    Work.Parms = place.Parms;
+    Work.SumSq = place.SumSq;
+}
+
+void StartFrom(const PerSlot<float>& start) {
+    Work.Parms = start;
+    Work.FitDone = Work.LimitsDone = Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    Work.AtBound.Recreate(Work.NumFree);
+    ResetFitFunction();
+    BuildParmScale();
+}
+
+DampedEnd SearchBy(DampedWay way, const PerSlot<float>& start) {
+    DampedEnd end = DampedEnd::NoStart;
+    try {
+        StartFrom(start);
+        StoreSignals(true);
+        end = SearchDamped(way);
+    } catch (const RuntimeError&) {
+        // A start without a scale has no minimum.
+    }
+    StoreSignals(false);
+    return end;
+}
+
+// After an end that left no fit: the better of the place that the search had found and the last one that the
+// iteration had come to in full.
+void KeepBetter(const Reached& found) {
+    const bool broken = Work.AbortFit != 0;
+    const Reached last = broken ? Reached{Work.ParmsSave, Work.LastSumSq} : Reached{Work.Parms, Work.SumSq};
+    GoTo(last.SumSq < found.SumSq ? last : found);
+    if (broken) return; // no pass is run any more
+    const FitOutcome outcome = Work.Outcome;
+    ResetFitFunction();
+    CalcSumSq();
+    Work.Outcome = outcome;
+}
+
+// One search and the iteration behind it. False when the function has no value at the start, and nothing has
+// been done.
+bool Attempt(DampedWay way, const PerSlot<float>& start, const FitProgress& progress) {
+    const ProgressInUse inUse(progress);
+    const DampedEnd end = SearchBy(way, start);
+    if (end == DampedEnd::NoStart) return false;
+    if (end == DampedEnd::Cancelled) {
+        Work.Outcome = FitOutcome{FitEnd::Cancelled, CancelledText};
+        return true;
+    }
+    const Reached found{Work.Parms, Work.SumSq};
+    RunFit(progress);
+    if (Work.Outcome.End == FitEnd::Converged)
+        Work.Outcome.Rescued = true;
+    else if (!Work.FitDone)
+        KeepBetter(found);
+    return true;
+}
+
+// The square of how far point p lies from the line between its neighbours, in variances of a point; below 0
+// where it has no two.
+double ShareOfNoise(long p) {
+    if (Work.PtSet[p - 1] != Work.PtSet[p + 1] || Work.PtX[p + 1] == PointMarker) return -1.0;
+    const double before = static_cast<double>(Work.PtX[p] - Work.PtX[p - 1]);
+    const double both = static_cast<double>(Work.PtX[p + 1] - Work.PtX[p - 1]);
+    if (!(before >= 0.0 && both > before)) return -1.0;
+    const double w = before / both;
+    const double line =
+        (1.0 - w) * static_cast<double>(Work.PtY[p - 1]) + w * static_cast<double>(Work.PtY[p + 1]);
+    const double off = static_cast<double>(Work.PtY[p]) - line;
+    return off * off / (1.0 + w * w + (1.0 - w) * (1.0 - w));
+}
+
+// The variance of the noise, from the median of what stands out between two neighbours: where the signal
+// bends, few points do.
+double NoiseVariance() {
+    std::vector<double> shares;
+    for (long p = 2; p < Work.NumPts; ++p)
+        if (const double share = ShareOfNoise(p); share >= 0.0) shares.push_back(share);
+    if (shares.empty()) return 0.0;
+    const auto middle = shares.begin() + static_cast<std::ptrdiff_t>(shares.size() / 2);
+    std::nth_element(shares.begin(), middle, shares.end());
+    constexpr double MedianOfChiSquare = 0.4549; // of one degree of freedom
+    return *middle / MedianOfChiSquare;
+}
+
+// A minimum that leaves more than the noise may be one of several.
+bool IsDownToNoise() {
+    constexpr double Allowed = 1.5; // of a few hundred points the ratio scatters by a tenth
+    const double freedom = static_cast<double>(Work.NumPts - Work.NumFree);
+    return Work.SumSq < Allowed * NoiseVariance() * freedom;
+}
+
+// True when a is the better end: a minimum before anything else, then the lower sum.
+bool IsBetter(const Workspace& a, const Workspace& b) {
+    const bool minimumA = a.Outcome.End == FitEnd::Converged;
+    const bool minimumB = b.Outcome.End == FitEnd::Converged;
+    if (minimumA != minimumB) return minimumA;
+    return a.FitValid && (!b.FitValid || a.SumSq < b.SumSq);
+}
+
+// Where the last attempt starts: at the best place so far, and when that is a minimum with concentrations
+// guessed anew, since it is mostly they that are caught in the wrong proportion. Held ones stay.
+PerSlot<float> LastStart(const Workspace& best) {
+    if (best.Outcome.End != FitEnd::Converged) return best.Parms;
+    PerSlot<float> start = best.Parms;
+    try {
+        Work = best;
+        InitialGuesses(false);
+        for (long a = 0; a < Work.NumFree; ++a)
+            start[Work.FreeIndex[a]] = Work.Parms[Work.FreeIndex[a]];
+    } catch (const RuntimeError&) {
+        // Without guesses the search goes on from where it was.
+    }
+    return start;
+}
+
+} // namespace
+
+bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
+    Workspace best = Work;
+    for (int attempt = 1; attempt <= 3; ++attempt) {
+        const DampedWay way = attempt == 2 ? DampedWay::Plain : DampedWay::Guided;
+        if (!Attempt(way, attempt < 3 ? start : LastStart(best), progress)) break;
+        if (Work.Outcome.End == FitEnd::Cancelled) {
+            if (IsBetter(best, Work)) Work.Parms = best.Parms;
+            return false;
+        }
+        if (IsBetter(Work, best)) best = Work;
+        if (best.Outcome.End == FitEnd::Converged && (attempt == 3 || IsDownToNoise())) break;
+    }
+    Work = best;
+    return Work.FitDone != 0;
+}
+
+} // namespace Quillon

@@ -1,0 +1,35 @@
+#pragma once
+// What the data do not determine, by name and in words: the combination of fitted parameters along which the
+// sum of squares hardly changes.
+//
+// It is the eigenvector of the normal matrix with the smallest eigenvalue (the longest axis of the error
+// ellipsoid; P. E. Gill, W. Murray, M. H. Wright, Practical Optimization, 1981, section 8.2.2); its elements
+// above a third of the largest are named.
+
+#include "fit/NormalEquations.h"
+
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// The free positions of that combination, in rising order; one without any effect on a point comes alone. An
+// empty list where the matrix holds no numbers.
+std::vector<long> UndeterminedPlaces(const NormalEquations& equations);
+
+// "The data do not determine Ln K(1>M) together with Ln c(A,mon), set 3. Hold one of them.", of one parameter
+// "The data do not determine Ln K(1>M). Hold it.", and where the fitted values do not hang on them at all
+// "No point depends on Ln K(1>M). Hold it." Empty where there is nothing to name.
+std::string UndeterminedText(const NormalEquations& equations);
+
+// True when a finished fit says nothing of the parameter at a free position: it has no error (a zero on the
+// diagonal of the inverse), or one larger than the value, which of a logarithm is an error above 1. A zero
+// offset has no size that it could be compared with.
+bool HasNoError(long place);
+bool IsUndetermined(long place);
+
+// The parameters that stand at a bound and press against it, in words: "MW A presses against its upper
+// bound." Empty without any.
+std::string PressingText();
+
+} // namespace Quillon
