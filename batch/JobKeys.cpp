@@ -47,6 +47,11 @@ constexpr FitKey FitKeys[] = {
      [](JobReader& r, const std::string& v) {
          r.Result.MaxIterations = ToInt16(ReadWhole(r, v, 1, std::numeric_limits<std::int16_t>::max()));
      }},
+    {"max-points-per-set",
+     [](JobReader& r, const std::string& v) {
+         r.Result.MaxPtsPerSet =
+             ToInt16(ReadWhole(r, v, Workspace{}.MaxPtsPerSet, std::numeric_limits<std::int16_t>::max()));
+     }},
     {"convergence-limit",
      [](JobReader& r, const std::string& v) {
          AddSetting(r, &Workspace::ConvergenceLimit, ReadPositive(r, v));
