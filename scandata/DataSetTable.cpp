@@ -51,6 +51,19 @@ bool Ask(const std::string& question) {
     return AskYesNo(question, Work.ProgramName);
 }
 
+// Rows that see the same molecules as another one do so in the same cell at the same speed.
+void RemoveSharedConcentrations(RowNo row) {
+    for (const RowNo other : EachRow())
+        if (Work.ConcLink[other] == row.Number &&
+            Ask("The concentrations for file #" + std::to_string(other.Number) +
+                " previously were those of this one.  Do you want this constraint removed?"))
+            Work.ConcLink[other] = 0;
+    if (Work.ConcLink[row] != 0 &&
+        Ask("The concentrations for this file previously were those of file #" +
+            std::to_string(Work.ConcLink[row]) + ".  Do you want this constraint removed?"))
+        Work.ConcLink[row] = 0;
+}
+
 } // namespace
 
 std::string RowName(RowNo row) {
@@ -168,6 +181,7 @@ void RemoveSetConstraints(RowNo row) {
                    std::to_string(Work.OffsetLink[row]) + ".  Do you want this constraint removed?")) {
         Work.OffsetLink[row] = 0;
     }
+    RemoveSharedConcentrations(row);
     if ((Work.ConcConstraintA[row] != 0.0F || Work.ConcConstraintB[row] != 0.0F) &&
         Ask("The concentrations for this file previously were constrained.  Do you want these constraints "
             "removed?")) {

@@ -65,7 +65,7 @@ bool SetRadialRange(RowNo row, float inner, float outer);
 void ForgetSetParms(RowNo row);
 
 // Asks, after a row's scan or baseline was replaced, whether the constraints that rested on it go: ties of
-// zero offsets from or to the row, and its concentration constraints.
+// zero offsets and shared concentrations from or to the row, and its concentration constraints.
 void RemoveSetConstraints(RowNo row);
 
 } // namespace Quillon

@@ -259,7 +259,7 @@ void ClearAll() {
         Work.BaselineShifted[row] = Work.IncludeSet[row] = Work.DataChannel[row] = 0;
         Work.BaselineShift[row] = 0.0F;
         Work.CenterpieceType[row] = 0;
-        Work.OffsetLink[row] = 0;
+        Work.OffsetLink[row] = Work.ConcLink[row] = 0;
         Work.ConcConstraintA[row] = Work.ConcConstraintB[row] = 0.0F;
         Work.ConcToleranceA[row] = Work.ConcToleranceB[row] = 0.1F;
     }

@@ -1,6 +1,6 @@
 #include "scandata/OpticsUnits.h"
 
-#include "models/ParmScale.h"
+#include "models/DefaultBounds.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

@@ -1,10 +1,12 @@
 #include "scandata/TableRows.h"
 
+#include "scandata/BaselineAt.h"
 #include "scandata/DataSetTable.h"
 #include "workspace/records/Fields.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
+#include <array>
 
 namespace Quillon {
 
@@ -49,6 +51,11 @@ template <class Items> void Rotate(Items&& at, RowNo from, RowNo to) {
         std::swap(at(row), at(row - 1));
 }
 
+// Where a row names others.
+std::array<std::int16_t*, 2> LinksOf(RowNo row) {
+    return {&Work.OffsetLink[row], &Work.ConcLink[row]};
+}
+
 void Renumber(std::int16_t& row, RowNo from, RowNo to) {
     if (row > 0) row = ToInt16(Moved(RowNo(row), from, to).Number);
 }
@@ -65,10 +72,12 @@ void EmptyRow(RowNo row) {
     Work.SetChanged[row] = FlagTrue;
     ForgetSetParms(row);
     for (const RowNo other : EachRow())
-        if (Work.OffsetLink[other] == row.Number) Work.OffsetLink[other] = 0;
+        for (std::int16_t* link : LinksOf(other))
+            if (*link == row.Number) *link = 0;
 }
 
 void MoveRow(RowNo from, RowNo to) {
+    ForgetBaselinePlace();
     VisitColumns(Fresh(), [&](auto& column, const auto&) {
         Rotate(
             [&](RowNo row) -> auto& { return column[row]; }, from, to);
@@ -76,7 +85,8 @@ void MoveRow(RowNo from, RowNo to) {
     for (long j = 1; j <= SlotsPerSet; ++j)
         Rotate([&](RowNo row) -> float& { return Work.SetParmMemory(j, row.Number); }, from, to);
     for (const RowNo row : EachRow())
-        Renumber(Work.OffsetLink[row], from, to);
+        for (std::int16_t* link : LinksOf(row))
+            Renumber(*link, from, to);
     for (const SetNo set : EachSet())
         Renumber(Work.SetRow[set], from, to);
 }
@@ -98,6 +108,7 @@ void RemoveRow(RowNo row) {
 }
 
 void CopyRow(RowNo from, RowNo to) {
+    ForgetBaselinePlace();
     CopyEntries(from, to, Work.ScanRadius, Work.ScanValue, Work.BaselineRadius, Work.BaselineValue);
     CopyEntries(from, to, Work.ScanTemperature, Work.ScanRPM, Work.ScanOmega2t, Work.ScanWavelength,
                 Work.ScanTime, Work.ScansAveraged, Work.ScanPoints, Work.ScanComment, Work.ScanDirectory,

@@ -312,6 +312,21 @@ TEST_F(SetConstraints, BothConcentrationsGoTogether) {
     EXPECT_EQ(Work.ConcConstraintB[4], 0.0F);
 }
 
+TEST_F(SetConstraints, SharedConcentrationsAreAskedForBothWays) {
+    Work.ConcLink[2] = 4;
+    Work.ConcLink[4] = 1;
+    ExpectQuestion(
+        "The concentrations for file #2 previously were those of this one.  Do you want this constraint "
+        "removed?",
+        BoxAnswer::Yes);
+    ExpectQuestion("The concentrations for this file previously were those of file #1.  Do you want this "
+                   "constraint removed?",
+                   BoxAnswer::No);
+    RemoveSetConstraints(RowNo(4));
+    EXPECT_EQ(Work.ConcLink[2], 0);
+    EXPECT_EQ(Work.ConcLink[4], 1);
+}
+
 TEST_F(SetConstraints, ARowWithoutConstraintsIsNotAskedAbout) {
     Work.OffsetLink[1] = 2;
     Work.ConcConstraintA[1] = 0.5F;

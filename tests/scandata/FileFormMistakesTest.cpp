@@ -64,8 +64,13 @@ struct Mistakes : ScanTest {
     }
     void AskInsert(const std::string& held, BoxAnswer answer) {
         script.ExpectMessage({held + " holds a scan.\n\nDo you want to insert a line for the next channel?",
-                              "Quillon", BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Yes, {},
-                              "&Insert a line", "&Write over it"},
+                              "Quillon",
+                              BoxIcon::Question,
+                              BoxButtons::YesNoCancel,
+                              BoxAnswer::Yes,
+                              {},
+                              "&Insert a line",
+                              "&Write over it"},
                              answer);
     }
 };

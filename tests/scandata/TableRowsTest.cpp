@@ -53,6 +53,7 @@ TEST_F(Rows, AMovedRowTakesAllItHasAndIsStillTheOneThatOthersName) {
     Work.SetParmMemory(3, 2) = 1.5F;
     Work.OffsetLink[1] = 2;
     Work.OffsetLink[4] = 3;
+    Work.ConcLink[3] = 2;
     Work.NumSets = 2;
     Work.SetRow[1] = 2;
     Work.SetRow[2] = 4;
@@ -65,6 +66,7 @@ TEST_F(Rows, AMovedRowTakesAllItHasAndIsStillTheOneThatOthersName) {
     EXPECT_TRUE(Work.ScanValue[4] == values);
     EXPECT_EQ(Work.OffsetLink[1], 4); // the tie of row 1
     EXPECT_EQ(Work.OffsetLink[3], 2); // that of the former row 4, to the former row 3
+    EXPECT_EQ(Work.ConcLink[2], 4);
     EXPECT_EQ(Work.SetRow[1], 4);
     EXPECT_EQ(Work.SetRow[2], 3);
     MoveRow(RowNo(4), RowNo(2));
