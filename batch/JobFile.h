@@ -81,8 +81,8 @@ struct Job {
     bool ConfidenceLimits = false;
     std::optional<std::int16_t> MaxIterations;
     std::optional<std::int16_t> MaxPtsPerSet; // a scan holds at most one point fewer
-    std::vector<JobSetting> Settings; // of [fit] and [constants]
-    std::vector<JobSet> Sets;         // by rising number
+    std::vector<JobSetting> Settings;         // of [fit] and [constants]
+    std::vector<JobSet> Sets;                 // by rising number
     std::vector<JobParameter> Parameters;
     std::vector<JobPlace> Places;
 
