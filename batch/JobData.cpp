@@ -5,6 +5,7 @@
 #include "scandata/AdoptScan.h"
 #include "scandata/BaselineShift.h"
 #include "scandata/DataSetTable.h"
+#include "scandata/ProposeRange.h"
 #include "scandata/RangeDoubts.h"
 
 #include <cmath>
@@ -62,7 +63,22 @@ void ChooseChannel(const Job& job, const JobSet& set) {
     FailJob(job, SetSection(set.Number), "channel", NoPointsInChannel(row, set.Channel));
 }
 
+// The range that the desktop proposes, without anybody to look at it.
+void ProposeSetRange(const Job& job, const JobSet& set) {
+    const RowNo row(set.Number);
+    const PointRange range = ProposeRangeOf(row);
+    if (range.First == 0)
+        FailJob(job, SetSection(set.Number), "range",
+                "there is no stretch without a break that could be proposed");
+    Work.FitRange[0][row] = ToInt16(range.First);
+    Work.FitRange[1][row] = ToInt16(range.Last);
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    WriteConsole(JobMessage(job, SetSection(set.Number), "range",
+                            "proposed: " + CentimetreRange(radii[range.First], radii[range.Last])));
+}
+
 void ChooseRange(const Job& job, const JobSet& set) {
+    if (set.AutoRange) return ProposeSetRange(job, set);
     if (!set.Inner && !set.Outer) return;
     const RowNo row(set.Number);
     const float inner = set.Inner.value_or(Work.ScanRadius[row][Work.FitRange[0][row]]);
@@ -74,7 +90,7 @@ void ChooseRange(const Job& job, const JobSet& set) {
 
 // A range is chosen where the job says anything about it, even if that is the whole scan.
 void WarnOfRange(const Job& job, const JobSet& set) {
-    const bool chosen = set.Inner || set.Outer || set.Channel > 0;
+    const bool chosen = set.Inner || set.Outer || set.Channel > 0 || set.AutoRange;
     const std::string doubts = RangeDoubts(RowNo(set.Number), chosen);
     if (doubts.empty()) return;
     WriteConsole(

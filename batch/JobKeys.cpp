@@ -97,6 +97,8 @@ constexpr SetKey SetKeys[] = {
     {"file", [](JobReader&, JobSet& s, const std::string& v) { s.File = v; }},
     {"inner", [](JobReader& r, JobSet& s, const std::string& v) { s.Inner = ReadPositive(r, v); }},
     {"outer", [](JobReader& r, JobSet& s, const std::string& v) { s.Outer = ReadPositive(r, v); }},
+    {"range",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.AutoRange = ReadChoice(r, v, {"auto"}) == 0; }},
     {"centerpiece", ReadCenterpiece},
     {"channel",
      [](JobReader& r, JobSet& s, const std::string& v) {

@@ -217,6 +217,40 @@ TEST(BatchBadInput, RangesAndChannelsWithoutPoints) {
               "fit.job:3: [set 1] channel: the scan has no points in channel A, 5.80225 to 6.35225 cm");
 }
 
+TEST(BatchBadInput, AProposedRangeIsToldAndTakesNoLimits) {
+    GoodJob job;
+    const std::string one = "[set 1]\nfile = set1.txt\nrange = auto\n";
+    EXPECT_EQ(job.LineOf(one + "inner = 6.8\n"),
+              "fit.job:3: [set 1] range: is proposed by the program, so that there is no inner or outer");
+    EXPECT_EQ(job.LineOf("[set 1]\nfile = set1.txt\nrange = all\n"),
+              "fit.job:3: [set 1] range: 'all' is not auto");
+    const ProgramEnd end = job.Run(one);
+    EXPECT_NE(end.Status, 1);
+    EXPECT_TRUE(end.Err.find("fit.job:3: [set 1] range: proposed: ") != std::string::npos) << end.Err;
+}
+
+TEST(BatchBadInput, ARangeThatTakesInMoreThanTheSolutionIsWarnedOf) {
+    GoodJob job;
+    std::string scan = ScanOf("R 1 20.0 15000 0001000 1.0E10 280 10", 60);
+    for (int i = 0; i < 60; ++i) { // a slope, for steps of the same size
+        const std::size_t at = scan.find(" 0.5 0");
+        scan.replace(at, 6, " " + std::to_string(0.5 + 0.001 * i) + " 0");
+    }
+    job.TheScript.MakeFile("smooth.txt", scan);
+    const std::size_t spike = scan.find("0.530000");
+    job.TheScript.MakeFile("spike.txt", scan.replace(spike, 8, "0.930000"));
+    const auto told = [&](const std::string& keys) {
+        return job.Run("[fit]\nguesses = no\n[set 1]\n" + keys).Err;
+    };
+    EXPECT_TRUE(told("file = smooth.txt\n")
+                    .starts_with("fit.job: [set 1] inner: no fitting range is chosen, so that the whole scan "
+                                 "is fitted, meniscus and bottom"));
+    EXPECT_TRUE(told("file = smooth.txt\nouter = 7\n").find("[set 1]") == std::string::npos);
+    EXPECT_TRUE(told("file = spike.txt\ninner = 6.7\n")
+                    .starts_with("fit.job:5: [set 1] inner: the fitting range 6.7000 to 6.7118 cm holds "
+                                 "jumps, the first at 6.7058 cm"));
+}
+
 TEST(BatchBadInput, Baselines) {
     GoodJob job;
     const std::string one = "[set 1]\nfile = set1.txt\nbaseline = base.txt\n";
