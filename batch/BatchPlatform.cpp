@@ -88,7 +88,7 @@ BoxAnswer AnswerTo(const BoxRequest& request) {
 }
 
 BoxAnswer AnswerMessage(const BoxRequest& request) {
-    const std::string text = ConsoleText(request.Text);
+    const std::string text = MessageLine(ConsoleText(request.Text));
     const BoxAnswer answer = AnswerTo(request);
     if (request.Buttons == BoxButtons::Ok) {
         WriteConsole(text);

@@ -17,6 +17,9 @@ void CheckModel(const Job& job) {
 }
 
 void CheckRange(const Job& job, const JobSet& set) {
+    if (set.AutoRange && (set.Inner || set.Outer))
+        FailJob(job, SetSection(set.Number), "range",
+                "is proposed by the program, so that there is no inner or outer");
     if (set.Inner && set.Outer && *set.Inner > *set.Outer)
         FailJob(job, SetSection(set.Number), "inner", "lies beyond outer");
 }

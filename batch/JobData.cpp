@@ -5,6 +5,8 @@
 #include "scandata/AdoptScan.h"
 #include "scandata/BaselineShift.h"
 #include "scandata/DataSetTable.h"
+#include "scandata/ProposeRange.h"
+#include "scandata/RangeDoubts.h"
 
 #include <cmath>
 
@@ -12,16 +14,16 @@ namespace Quillon {
 
 namespace {
 
-constexpr float LargestRadius = 100.0F; // cm; no rotor is that wide
-
 // A file that has not been read, told with the key of the job that named it. A file that could not be opened
 // holds nothing invalid; and there is no ini file here that could raise the limit of points.
 void RequireRead(const Job& job, const JobSet& set, const char* key, const std::string& path,
                  const ReadFailure& failure) {
     if (failure.Kind == ReadFailure::Kinds::None) return;
     const bool content = failure.Kind == ReadFailure::Kinds::Content;
+    const bool many = failure.Kind == ReadFailure::Kinds::TooManyPoints;
     FailJob(job, SetSection(set.Number), key,
-            path + ": " + (content ? failure.Sentence + ": " : "") + failure.Reason);
+            path + ": " + (content ? failure.Sentence + ": " : "") + failure.Reason +
+                (many ? "; max-points-per-set in [fit] allows more" : ""));
 }
 
 void CheckHeader(const Job& job, const JobSet& set, const std::string& path) {
@@ -34,21 +36,13 @@ void CheckHeader(const Job& job, const JobSet& set, const std::string& path) {
     if (!(Work.ScanTemperature[set.Number] > -273.15F)) fail("the temperature is below absolute zero");
 }
 
-// What is no radius at all; the order of the points is the instrument's.
-void CheckRadii(const Job& job, const JobSet& set, const std::string& path) {
-    for (long p = 1; p <= Work.ScanPoints[set.Number]; ++p) {
-        const float radius = Work.ScanRadius[set.Number][p];
-        if (!(radius > 0.0F && radius <= LargestRadius))
-            FailJob(job, SetSection(set.Number), "file",
-                    path + ": point " + std::to_string(p) + " has a radius of " + SingleText(radius) + " cm");
-    }
-}
-
 void ReadSetScan(const Job& job, const JobSet& set) {
     const std::string path = JobFilePath(job, set.File);
-    RequireRead(job, set, "file", path, AdoptScan(path, RowNo(set.Number)).Failure);
+    const ScanReadResult read = AdoptScan(path, RowNo(set.Number));
+    RequireRead(job, set, "file", path, read.Failure);
+    if (!read.Remark.empty())
+        WriteConsole(JobMessage(job, SetSection(set.Number), "file", path + ": " + read.Remark));
     CheckHeader(job, set, path);
-    CheckRadii(job, set, path);
 }
 
 // The optics is the same for all sets: the job's word, or the last scan's.
@@ -66,14 +60,25 @@ void ChooseChannel(const Job& job, const JobSet& set) {
     const RowNo row(set.Number);
     Work.CenterpieceType[row] = set.Samples ? set.Samples : Work.CellType;
     if (SetChannel(row, set.Channel) || set.Channel == 0) return;
-    float inner = 0.0F;
-    float outer = 0.0F;
-    ChannelRadiiOf(row, set.Channel, inner, outer);
-    FailJob(job, SetSection(set.Number), "channel",
-            "the scan has no points in this channel, " + CentimetreRange(inner, outer));
+    FailJob(job, SetSection(set.Number), "channel", NoPointsInChannel(row, set.Channel));
+}
+
+// The range that the desktop proposes, without anybody to look at it.
+void ProposeSetRange(const Job& job, const JobSet& set) {
+    const RowNo row(set.Number);
+    const PointRange range = ProposeRangeOf(row);
+    if (range.First == 0)
+        FailJob(job, SetSection(set.Number), "range",
+                "there is no stretch without a break that could be proposed");
+    Work.FitRange[0][row] = ToInt16(range.First);
+    Work.FitRange[1][row] = ToInt16(range.Last);
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    WriteConsole(JobMessage(job, SetSection(set.Number), "range",
+                            "proposed: " + CentimetreRange(radii[range.First], radii[range.Last])));
 }
 
 void ChooseRange(const Job& job, const JobSet& set) {
+    if (set.AutoRange) return ProposeSetRange(job, set);
     if (!set.Inner && !set.Outer) return;
     const RowNo row(set.Number);
     const float inner = set.Inner.value_or(Work.ScanRadius[row][Work.FitRange[0][row]]);
@@ -81,6 +86,15 @@ void ChooseRange(const Job& job, const JobSet& set) {
     if (!SetRadialRange(row, inner, outer))
         FailJob(job, SetSection(set.Number), set.Inner ? "inner" : "outer",
                 "the scan has no points from " + CentimetreRange(inner, outer));
+}
+
+// A range is chosen where the job says anything about it, even if that is the whole scan.
+void WarnOfRange(const Job& job, const JobSet& set) {
+    const bool chosen = set.Inner || set.Outer || set.Channel > 0 || set.AutoRange;
+    const std::string doubts = RangeDoubts(RowNo(set.Number), chosen);
+    if (doubts.empty()) return;
+    WriteConsole(
+        JobMessage(job, SetSection(set.Number), set.Outer && !set.Inner ? "outer" : "inner", doubts));
 }
 
 void ReadSetBaseline(const Job& job, const JobSet& set) {
@@ -127,6 +141,7 @@ void ReadJobData(const Job& job) {
     for (const JobSet& set : job.Sets) {
         ChooseChannel(job, set);
         ChooseRange(job, set);
+        WarnOfRange(job, set);
         if (set.Path) Work.CellPath[set.Number] = *set.Path;
         ReadSetBaseline(job, set);
         SetRatios(job, set);

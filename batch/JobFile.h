@@ -40,6 +40,7 @@ struct JobSet {
     std::string File;                   // as written
     std::optional<float> Inner;         // cm
     std::optional<float> Outer;         // cm
+    bool AutoRange = false;             // the range that the program proposes, within the channel
     std::int16_t Samples{};             // CenterpieceType: 1, 3 or 4 samples; 0 the standing one
     std::int16_t Channel{};             // 0 none, 1..4 for A..D
     std::optional<float> Path;          // cm
@@ -80,8 +81,9 @@ struct Job {
     bool Guesses = true;
     bool ConfidenceLimits = false;
     std::optional<std::int16_t> MaxIterations;
-    std::vector<JobSetting> Settings; // of [fit] and [constants]
-    std::vector<JobSet> Sets;         // by rising number
+    std::optional<std::int16_t> MaxPtsPerSet; // a scan holds at most one point fewer
+    std::vector<JobSetting> Settings;         // of [fit] and [constants]
+    std::vector<JobSet> Sets;                 // by rising number
     std::vector<JobParameter> Parameters;
     std::vector<JobPlace> Places;
 

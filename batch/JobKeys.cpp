@@ -47,6 +47,11 @@ constexpr FitKey FitKeys[] = {
      [](JobReader& r, const std::string& v) {
          r.Result.MaxIterations = ToInt16(ReadWhole(r, v, 1, std::numeric_limits<std::int16_t>::max()));
      }},
+    {"max-points-per-set",
+     [](JobReader& r, const std::string& v) {
+         r.Result.MaxPtsPerSet =
+             ToInt16(ReadWhole(r, v, Workspace{}.MaxPtsPerSet, std::numeric_limits<std::int16_t>::max()));
+     }},
     {"convergence-limit",
      [](JobReader& r, const std::string& v) {
          AddSetting(r, &Workspace::ConvergenceLimit, ReadPositive(r, v));
@@ -92,6 +97,8 @@ constexpr SetKey SetKeys[] = {
     {"file", [](JobReader&, JobSet& s, const std::string& v) { s.File = v; }},
     {"inner", [](JobReader& r, JobSet& s, const std::string& v) { s.Inner = ReadPositive(r, v); }},
     {"outer", [](JobReader& r, JobSet& s, const std::string& v) { s.Outer = ReadPositive(r, v); }},
+    {"range",
+     [](JobReader& r, JobSet& s, const std::string& v) { s.AutoRange = ReadChoice(r, v, {"auto"}) == 0; }},
     {"centerpiece", ReadCenterpiece},
     {"channel",
      [](JobReader& r, JobSet& s, const std::string& v) {

@@ -13,6 +13,15 @@ std::string OneLine(std::string_view text) {
     return line;
 }
 
+std::string MessageLine(std::string_view text) {
+    std::string line(text);
+    for (std::size_t at = line.find("\n\n"); at != std::string::npos; at = line.find("\n\n", at)) {
+        const bool stop = at > 0 && line[at - 1] == '.';
+        line.replace(stop ? at - 1 : at, stop ? 3 : 2, ": ");
+    }
+    return OneLine(line);
+}
+
 std::string Quoted(std::string_view text) {
     constexpr std::size_t longest = 60;
     if (text.size() <= longest) return "'" + OneLine(text) + "'";

@@ -9,7 +9,11 @@ namespace Quillon {
 // text with each run of control characters as one blank.
 std::string OneLine(std::string_view text);
 
-// The same in single quotes, cut with "..." behind 60 characters.
+// The text of a message box as one line: what stands in a paragraph of its own follows behind a colon, in
+// place of the full stop before it.
+std::string MessageLine(std::string_view text);
+
+// One line in single quotes, cut with "..." behind 60 characters.
 std::string Quoted(std::string_view text);
 
 } // namespace Quillon

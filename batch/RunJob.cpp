@@ -11,6 +11,7 @@
 #include "models/ModelChoice.h"
 #include "platform/Platform.h"
 #include "scandata/FitData.h"
+#include "scandata/OpticsUnits.h"
 
 #include <optional>
 
@@ -22,14 +23,14 @@ void TakeSettings(const Job& job) {
     for (const JobSetting& setting : job.Settings)
         Work.*setting.Member = setting.Value;
     if (job.MaxIterations) Work.MaxIterations = *job.MaxIterations;
+    if (job.MaxPtsPerSet) Work.MaxPtsPerSet = *job.MaxPtsPerSet;
     Work.MassUnits = job.MassUnits;
     Work.PauseBeforeFit = FlagFalse;
 }
 
 // The units of concentrations follow the optics, which the scans tell.
 void SettleConcUnits(const Job& job) {
-    const int first = Work.InterferenceData ? 3 : 0;
-    Work.ConcUnits = ToInt16(first + static_cast<int>(job.Concentration));
+    Work.ConcUnits = ToInt16(UnitsOfOptics(static_cast<int>(job.Concentration)));
 }
 
 // The model dialog's part: the job has chosen, and its choice has been checked.

@@ -8,6 +8,7 @@
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
+#include "scandata/RangeBar.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -15,6 +16,7 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QMenuBar>
+#include <QTimer>
 
 namespace Quillon {
 
@@ -40,6 +42,7 @@ public:
         all->setContentsMargins(0, 0, 0, 0);
         all->setMenuBar(BuildMenus());
         all->addWidget(Canvas, 1);
+        if (RangeBar.Shown) all->addWidget(BuildRangeBar());
         all->addWidget(line);
         Canvas->Changed = [this] {
             if (Modal && !Charts.Shown) done(QDialog::Accepted);
@@ -72,6 +75,42 @@ private:
         Items.push_back({action, std::move(item)});
     }
 
+    // The radii of a fitting range below its graph.
+    QWidget* BuildRangeBar() {
+        auto* bar = new QWidget;
+        auto* row = new QHBoxLayout(bar);
+        row->setContentsMargins(8, 2, 8, 2);
+        for (const std::size_t side : {std::size_t{0}, std::size_t{1}}) {
+            row->addWidget(MakeLabel(Bind, [side]() -> Control& { return RangeBar.Label[side]; }));
+            row->addWidget(MakeField(
+                Bind, [side]() -> Control& { return RangeBar.Radius[side]; },
+                {[side] { RangeBarGotFocus(side); },
+                 [side](int key) { return RangeBarKeyPress(side, key); },
+                 [side] { RangeBarLostFocus(side); },
+                 {}},
+                8));
+        }
+        row->addWidget(MakeLabel(Bind, []() -> Control& { return RangeBar.Count; }));
+        row->addWidget(MakeButton(
+            Bind, []() -> Control& { return RangeBar.AutoButton; }, RangeBarAutoButton));
+        row->addStretch(1);
+        row->addWidget(MakeButton(
+            Bind, []() -> Control& { return RangeBar.AcceptButton; }, RangeBarAcceptButton));
+        row->addWidget(MakeCancel(
+            Bind, []() -> Control& { return RangeBar.CancelButton; }, RangeBarCancelButton));
+        return bar;
+    }
+
+    // The keys belong to the graph: a menu that was opened and left gives them back.
+    void GiveKeysBack(QMenu* menu) {
+        connect(menu, &QMenu::aboutToHide, this, [this] {
+            QTimer::singleShot(0, this, [this] {
+                const bool typing = qobject_cast<FieldEdit*>(focusWidget()) != nullptr;
+                if (!QApplication::activePopupWidget() && !typing) Canvas->setFocus();
+            });
+        });
+    }
+
     QMenuBar* BuildMenus() {
         auto* bar = new QMenuBar;
         QMenu* file = bar->addMenu("&File");
@@ -87,6 +126,8 @@ private:
         Options = bar->addMenu("&Options");
         for (std::size_t i = 0; i < Charts.SpecialOpts.size(); ++i)
             Specials.push_back(Options->addAction("", this, [i] { RunOnGraph(Charts.SpecialActions[i]); }));
+        for (QMenu* menu : bar->findChildren<QMenu*>())
+            GiveKeysBack(menu);
         return bar;
     }
 
@@ -150,6 +191,9 @@ private:
         }
         Options->menuAction()->setVisible(any);
         Canvas->Follow();
+        if (RangeBar.FocusOnGraph) Canvas->setFocus();
+        RangeBar.FocusOnGraph = false;
+        if (Modal && !Charts.Shown) done(QDialog::Accepted); // by a button of the bar
     }
 
     struct BoundItem {

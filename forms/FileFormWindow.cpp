@@ -2,22 +2,29 @@
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormChannels.h"
 #include "scandata/FileFormEvents.h"
+#include "scandata/FileFormMenu.h"
 #include "scandata/FileFormScans.h"
+#include "scandata/TableUndo.h"
 #include "workspace/records/Workspace.h"
 
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
+#include <map>
 
 namespace Quillon {
 
@@ -107,8 +114,17 @@ public:
         if (Marked != Work.CurrentRow) update();
     }
     QGridLayout* Grid;
+    std::function<void(int line, QPoint at)> MenuOf; // the menu of a line, at a place of the screen
 
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        const bool byKey = event->reason() == QContextMenuEvent::Keyboard; // the line with the focus
+        for (int line = 0; line < FileFormLines; ++line)
+            if (byKey ? line == Work.CurrentRow : LineRect(line).contains(event->pos())) {
+                const QPoint at = byKey ? mapToGlobal(LineRect(line).center()) : event->globalPos();
+                return MenuOf(line, at);
+            }
+    }
     void paintEvent(QPaintEvent*) override {
         Marked = Work.CurrentRow;
         // While the ratios of a set are asked for, the current row counts over both pages.
@@ -161,7 +177,7 @@ protected:
 
 class TableDialog : public FormDialog {
 public:
-    explicit TableDialog(QWidget* parent) : FormDialog(FileForm.State, FileFormOkButton, parent) {
+    explicit TableDialog(QWidget* parent) : FormDialog(FileForm.State, FileFormCloseBox, parent) {
         setAcceptDrops(true);
         auto* all = new QVBoxLayout(this);
         all->addWidget(new SheetView(Sheet));
@@ -169,6 +185,9 @@ public:
         all->addWidget(MakeLabel(
             Bind, []() -> Control& { return FileForm.Hint; }, true));
         all->addLayout(Buttons());
+        Sheet->MenuOf = [this](int line, QPoint at) { ShowLineMenu(line, at); };
+        auto* undo = new QShortcut(QKeySequence::Undo, this);
+        connect(undo, &QShortcut::activated, this, [] { RunHandler(FileFormUndo); });
         QTimer::singleShot(100, this, [this] { RunSoon(this, FileFormTimer1); });
         Bind.Also([this] { Sheet->FollowCurrentLine(); });
     }
@@ -185,10 +204,7 @@ protected:
     }
     // Esc closes the table only where nothing would be lost.
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Escape) {
-            if (FileForm.CancelButton.Enabled) RunHandler(FileFormCancelButton);
-            return;
-        }
+        if (event->key() == Qt::Key_Escape) return RunHandler(FileFormEscape);
         FormDialog::keyPressEvent(event);
     }
 
@@ -205,11 +221,15 @@ private:
         QGridLayout* grid = Sheet->Grid;
         for (std::size_t i = 0; i < FileForm.Heads.size(); ++i) {
             const ControlRef head = [i]() -> Control& { return FileForm.Heads[i]; };
-            grid->addWidget(MakeHead(Bind, head, i == 2 ? 24 : 4), 0, static_cast<int>(i));
+            const int column = static_cast<int>(i < PointsColumn ? i : i + 1);
+            grid->addWidget(MakeHead(Bind, head, i == 2 ? 24 : 4), 0, column);
         }
+        grid->addWidget(MakeHead(
+                            Bind, []() -> Control& { return FileForm.PointsHead; }, 8),
+                        0, PointsColumn);
         for (int line = 0; line < FileFormLines; ++line)
             AddLine(grid, line);
-        for (const int column : {2, 6}) // names of files
+        for (const int column : {2, 7}) // names of files
             grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("00000000.RA1") * 5 / 4 + 16);
         for (const int column : {4, 5})
             grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("0.0000") + 20);
@@ -219,6 +239,7 @@ private:
         using R = FileFormRecord;
         const int row = line + 1;
         auto* check = new LineCheck(line);
+        Checks.push_back(check);
         Bind.Check(check, At(&R::Check1, line), [line] { FileFormCheckClick(line); });
         auto* shift = new QCheckBox;
         Bind.Check(shift, At(&R::ShiftBase, line), [line] { FileFormShiftClick(line); });
@@ -228,6 +249,7 @@ private:
                             MakeLabel(Bind, At(&R::RPMBox, line)),
                             Boxed(Bind, &R::MinRBox, line, FileFormRangeClick),
                             Boxed(Bind, &R::MaxRBox, line, FileFormRangeClick),
+                            MakeLabel(Bind, At(&R::PointsBox, line)),
                             Boxed(Bind, &R::BlankFile, line, FileFormBlankClick),
                             shift,
                             MakeLabel(Bind, At(&R::CellBox, line)),
@@ -239,6 +261,7 @@ private:
         int column = 0;
         for (QWidget* cell : cells) { // boxes and buttons fill their column, the rest stands below its head
             const bool fills = qobject_cast<QPushButton*>(cell) != nullptr;
+            cell->setContextMenuPolicy(Qt::NoContextMenu); // the line has one
             grid->addWidget(KeepPlace(cell), row, column++, fills ? Qt::Alignment() : Qt::AlignCenter);
         }
     }
@@ -258,6 +281,12 @@ private:
             log, []() -> Control& { return FileForm.LogPlot; }, FileFormLogPlot);
         using R = FileFormRecord;
         auto* rows = new QVBoxLayout;
+        auto* changed = MakeLabel(Bind, []() -> Control& { return FileForm.Changed; });
+        changed->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        auto* lastChange = new QHBoxLayout;
+        lastChange->addWidget(button(&R::UndoButton, FileFormUndo));
+        lastChange->addWidget(changed, 1);
+        rows->addLayout(lastChange);
         rows->addLayout(ButtonRow({button(&R::NewFileButton, FileFormNewFileButton),
                                    button(&R::SubtractBlankButton, FileFormSubtractBlankButton),
                                    button(&R::RangeButton, FileFormRangeButton), log},
@@ -269,6 +298,33 @@ private:
         return rows;
     }
 
+    // The menu is made for the line as it is now; its commands run when it is gone.
+    void ShowLineMenu(int line, QPoint at) {
+        const std::vector<LineMenuItem> items = FileFormLineMenu(line);
+        if (items.empty()) return;
+        Checks[static_cast<std::size_t>(line)]->setFocus();
+        auto* menu = new QMenu(this);
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        std::map<std::string, QMenu*> submenus;
+        for (const LineMenuItem& item : items) {
+            if (item.NewGroup) menu->addSeparator();
+            QMenu*& place = submenus[item.Submenu];
+            if (!place) place = item.Submenu.empty() ? menu : menu->addMenu(ShownText(item.Submenu));
+            AddCommand(place, item);
+        }
+        menu->popup(at);
+    }
+
+    void AddCommand(QMenu* menu, const LineMenuItem& item) {
+        QAction* action = menu->addAction(ShownText(item.Item.Text));
+        action->setCheckable(!item.Submenu.empty());
+        action->setChecked(item.Item.Checked);
+        action->setEnabled(item.Item.Enabled);
+        connect(action, &QAction::triggered, this, [command = item.Command] { RunHandler(command); });
+    }
+
+    static constexpr int PointsColumn = 6; // behind the radii
+    std::vector<LineCheck*> Checks;
     TableSheet* Sheet = new TableSheet;
 };
 

@@ -67,9 +67,10 @@ void NumGotFocus(Control& field);
 void NumLostFocus(Control& field);
 
 // A character is about to be typed into the field. Answers the character that is taken (exponent letters as
-// capitals), 0 for none; the text box then puts it in itself. A first key empties a field whose whole text is
-// selected. Where the rules put text in front of the key ("1.0" before an exponent letter, "0" before a
-// decimal mark), the field's text and insertion point are changed as well. Beeps for a digit before a sign.
+// capitals), 0 for none; the text box then puts it in itself. A first key that is taken empties a field whose
+// whole text is selected; one that is not leaves all as it was. Where the rules put text in front of the key
+// ("1.0" before an exponent letter, "0" before a decimal mark), the field's text and insertion point are
+// changed as well. Beeps for a digit before a sign.
 int NumKeyPress(Control& field, int key);
 
 // The same for fields that take a whole number without a sign.

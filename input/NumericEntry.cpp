@@ -33,6 +33,21 @@ void TakeFirstKey(Control& field, int key) {
     FreshField = FlagTrue;
 }
 
+// A first key that the rules refuse replaces nothing: the number stays, and the next key is a first one
+// still.
+template <class Rules> int UnlessRefused(Control& field, int key, Rules&& rules) {
+    const Control before = field;
+    const std::int16_t fresh = FreshField;
+    TakeFirstKey(field, key);
+    if (PassesEveryField(key)) return key;
+    const int taken = rules();
+    if (taken == 0) {
+        field = before;
+        FreshField = fresh;
+    }
+    return taken;
+}
+
 // A numeric text with the place where the next character goes.
 struct Entry {
     std::string_view Text;
@@ -123,19 +138,18 @@ void NumLostFocus(Control& field) {
 }
 
 int NumKeyPress(Control& field, int key) {
-    TakeFirstKey(field, key);
-    if (PassesEveryField(key)) return key;
-    const Entry entry = EntryOf(field);
-    if (key >= '0' && key <= '9') return DigitKey(entry, key);
-    if (IsSign(key)) return SignKey(entry, key);
-    if (IsExponentLetter(key)) return ExponentKey(field, entry, key);
-    if (key == DecimalMark()) return MarkKey(field, entry, key);
-    return 0;
+    return UnlessRefused(field, key, [&] {
+        const Entry entry = EntryOf(field);
+        if (key >= '0' && key <= '9') return DigitKey(entry, key);
+        if (IsSign(key)) return SignKey(entry, key);
+        if (IsExponentLetter(key)) return ExponentKey(field, entry, key);
+        if (key == DecimalMark()) return MarkKey(field, entry, key);
+        return 0;
+    });
 }
 
 int IntKeyPress(Control& field, int key) {
-    TakeFirstKey(field, key);
-    return PassesEveryField(key) || (key >= '0' && key <= '9') ? key : 0;
+    return UnlessRefused(field, key, [&] { return key >= '0' && key <= '9' ? key : 0; });
 }
 
 int TextKeyPress(Control& field, int key, long maxLength, const std::string& programName) {

@@ -26,12 +26,15 @@ long LastTruePoint(long first, long last) {
     return last;
 }
 
-// ln of the signal at the reference radius of the set with the points first..last.
-double LnReferenceSignal(long first, long last) {
+// ln of the signal at the reference radius of a set with the points first..last.
+double LnReferenceSignal(long set, long first, long last) {
     long i = FindFirstAtLeast(Work.PtX, first, last, 0.0F);
     for (; i <= last; ++i)
         if (Work.PtY[i] > 0.0F) return std::log(static_cast<double>(Work.PtY[i]));
     const double d = static_cast<double>(Work.PtY[last]) - static_cast<double>(Work.PtY[first]);
+    if (d == 0.0)
+        RaiseError("set " + std::to_string(set) + " (" + Work.SetLabel[set] +
+                   "): no value above 0, so that there is nothing to guess its concentrations from");
     return d < 0.0 ? std::log(0.1) : Ln(d);
 }
 
@@ -120,7 +123,7 @@ void InitialGuesses(bool newSituation) {
         const long q = LastTruePoint(p, p + Work.SetPts[s] - 1);
         const long row = Work.SetRow[s];
         const double scale = static_cast<double>(Work.SetSignalScale[s]) * RatioA(row);
-        GuessSet(s, LnReferenceSignal(p, q) + Ln(Divide(RatioA(Work.SetRow[1]), scale)));
+        GuessSet(s, LnReferenceSignal(s, p, q) + Ln(Divide(RatioA(Work.SetRow[1]), scale)));
         p += Work.SetPts[s];
     }
     ApplyConcentrationLinks();

@@ -35,6 +35,8 @@ struct BoxRequest {
     BoxButtons Buttons = BoxButtons::Ok;
     BoxAnswer Default = BoxAnswer::Ok; // with YesNo and YesNoCancel: Yes unless named otherwise
     std::string WayOut = {};           // "" for a box without that button, which never answers WayOut
+    std::string YesCaption = {};       // what the buttons of Yes and No say in place of that, "&" before
+    std::string NoCaption = {};        // the access key
 };
 
 // An input box: one line of text with OK and Cancel.

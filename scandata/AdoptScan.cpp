@@ -26,7 +26,7 @@ ScanReadResult AdoptScan(const std::string& path, RowNo row) {
     Workspace before = Work;
     Work.ChosenPath = path;
     Work.ChosenName = FileTitle(path);
-    ScanReadResult result = TryReadScan(path, row);
+    ScanReadResult result = TryReadScan(path, row, Abscissa::Radii);
     if (!result.Ok) {
         Work = std::move(before);
         return result;

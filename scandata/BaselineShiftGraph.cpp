@@ -60,7 +60,7 @@ void Draw(const Adjustment& a) {
     GraphInit(spec, GraphTypes::XYPlot, PlotStyles::Lines);
     spec.SymbolMode = 3;
     spec.AxisX1.Title.Text = "Radius";
-    spec.AxisY1.Title.Text = "Absorbance";
+    spec.AxisY1.Title.Text = Work.DataTypeName;
     spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
     spec.Legend.Show = 1;
     SetTable x(n, 3);

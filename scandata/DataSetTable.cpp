@@ -34,8 +34,34 @@ void RadiiOf(RowNo row, long code, long channel, float& inner, float& outer) {
     outer = ToSingle(stretch + Work.ChannelRadii[place + OuterRadii]);
 }
 
+// The outermost two points between two radii; false, and both as they were, where there are none.
+bool PointsBetween(RowNo row, float inner, float outer, long& first, long& last) {
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    long low = -1;
+    long high = -1;
+    SearchArray(radii, 1, Work.ScanPoints[row], inner, low, false, 1);
+    SearchArray(radii, 1, Work.ScanPoints[row], outer, high, true, -1);
+    if (low < 0 || high < low) return false;
+    first = low;
+    last = high;
+    return true;
+}
+
 bool Ask(const std::string& question) {
     return AskYesNo(question, Work.ProgramName);
+}
+
+// Rows that see the same molecules as another one do so in the same cell at the same speed.
+void RemoveSharedConcentrations(RowNo row) {
+    for (const RowNo other : EachRow())
+        if (Work.ConcLink[other] == row.Number &&
+            Ask("The concentrations for file #" + std::to_string(other.Number) +
+                " previously were those of this one.  Do you want this constraint removed?"))
+            Work.ConcLink[other] = 0;
+    if (Work.ConcLink[row] != 0 &&
+        Ask("The concentrations for this file previously were those of file #" +
+            std::to_string(Work.ConcLink[row]) + ".  Do you want this constraint removed?"))
+        Work.ConcLink[row] = 0;
 }
 
 } // namespace
@@ -60,26 +86,38 @@ void ChannelRadiiOf(RowNo row, int channel, float& inner, float& outer) {
     RadiiOf(row, Work.CenterpieceType[row], channel, inner, outer);
 }
 
+bool PointsOfChannel(RowNo row, int channel, long& first, long& last) {
+    float inner{};
+    float outer{};
+    ChannelRadiiOf(row, channel, inner, outer);
+    return PointsBetween(row, inner, outer, first, last);
+}
+
+std::string NoPointsInChannel(RowNo row, int channel) {
+    float inner{};
+    float outer{};
+    ChannelRadiiOf(row, channel, inner, outer);
+    return std::string("the scan has no points in channel ") + static_cast<char>('A' + channel - 1) + ", " +
+           SingleText(inner) + " to " + SingleText(outer) + " cm";
+}
+
 bool SetChannelRange(RowNo row, float& inner, float& outer, int channel) {
     const OneBased<float>& radii = Work.ScanRadius[row];
     const long points = Work.ScanPoints[row];
     if (points < 1) return false;
     long first = 1;
     long last = -1;
-    SearchArray(radii, 1, points, outer, last, true, -1);
-    bool found = last > 0;
-    if (last < 0) last = points;
+    bool found = true;
     if (channel > 0) {
-        SearchArray(radii, 1, points, inner, first, false, 1);
-        if (first < 0 || first > last) { // nothing there to start one point inside of
-            found = false;
-            first = 0;
-            last = points;
-        }
+        if (!PointsBetween(row, inner, outer, first, last)) return false;
         // [decision: one-point-inside]
         first = std::min(first + 1, last);
         Work.FitRange[0][row] = ToInt16(first);
         inner = radii[first];
+    } else {
+        SearchArray(radii, 1, points, outer, last, true, -1);
+        found = last > 0;
+        if (!found) last = points;
     }
     Work.FitRange[1][row] = ToInt16(last);
     outer = radii[last];
@@ -91,38 +129,36 @@ bool SetChannel(RowNo row, int channel) {
     float outer = 0.0F;
     if (channel > 0) {
         ChannelRadiiOf(row, channel, inner, outer);
+        if (!SetChannelRange(row, inner, outer, channel)) return false;
     } else {
-        const long points = Work.ScanPoints[row];
         Work.FitRange[0][row] = 1;
         Work.FitRange[1][row] = Work.ScanPoints[row];
-        inner = points < 1 ? 0.0F : Work.ScanRadius[row][1];
-        outer = points < 1 ? 0.0F : Work.ScanRadius[row][points];
     }
     Work.DataChannel[row] = ToInt16(channel);
-    const bool found = SetChannelRange(row, inner, outer, channel);
     Work.SetChanged[row] = FlagTrue;
     ForgetSetParms(row);
-    return found;
+    return Work.ScanPoints[row] > 0;
 }
 
-bool SetCenterpiece(RowNo row, int code, float& inner, float& outer) {
-    const int channel = Work.DataChannel[(row.Number - 1) % RowsOnPage + 1];
-    const bool ranged = (code == LongColumn || code == ShortColumn) && channel != 0;
-    if (ranged) {
+ChannelRange SetCenterpiece(RowNo row, int code, float& inner, float& outer) {
+    const int channel = ChannelOfCenterpiece(row);
+    ChannelRange range = ChannelRange::None;
+    if ((code == LongColumn || code == ShortColumn) && channel != 0) {
         RadiiOf(row, code, channel, inner, outer);
-        SetChannelRange(row, inner, outer, channel);
+        range = SetChannelRange(row, inner, outer, channel) ? ChannelRange::Set : ChannelRange::NotReached;
     }
     Work.CenterpieceType[row] = ToInt16(code);
-    return ranged;
+    return range;
+}
+
+int ChannelOfCenterpiece(RowNo row) {
+    return Work.DataChannel[(row.Number - 1) % RowsOnPage + 1];
 }
 
 bool SetRadialRange(RowNo row, float inner, float outer) {
-    const OneBased<float>& radii = Work.ScanRadius[row];
     long first = -1;
     long last = -1;
-    SearchArray(radii, 1, Work.ScanPoints[row], inner, first, false, 1);
-    SearchArray(radii, 1, Work.ScanPoints[row], outer, last, true, -1);
-    if (first < 0 || last < first) return false;
+    if (!PointsBetween(row, inner, outer, first, last)) return false;
     Work.FitRange[0][row] = ToInt16(first);
     Work.FitRange[1][row] = ToInt16(last);
     return true;
@@ -145,6 +181,7 @@ void RemoveSetConstraints(RowNo row) {
                    std::to_string(Work.OffsetLink[row]) + ".  Do you want this constraint removed?")) {
         Work.OffsetLink[row] = 0;
     }
+    RemoveSharedConcentrations(row);
     if ((Work.ConcConstraintA[row] != 0.0F || Work.ConcConstraintB[row] != 0.0F) &&
         Ask("The concentrations for this file previously were constrained.  Do you want these constraints "
             "removed?")) {

@@ -24,25 +24,38 @@ void SearchArray(const OneBased<float>& values, long first, long last, float tar
 // outside 1..4 and a speed at which the cell has no place are run-time errors in words.
 void ChannelRadiiOf(RowNo row, int channel, float& inner, float& outer);
 
+// True when the scan of a row has a point between the radii of a channel (1..4); first and last are then the
+// outermost two.
+bool PointsOfChannel(RowNo row, int channel, long& first, long& last);
+
+// "the scan has no points in channel A, 5.851 to 6.151 cm", with the radii of the row's centerpiece.
+std::string NoPointsInChannel(RowNo row, int channel);
+
 // Narrows the fit range of a row to the points between two radii, which come back as those of the points
 // chosen. With channel above 0 the range starts one point inside the first point at or above the inner
 // radius; with channel 0 its start and the inner radius are left. It ends at the last point at or below the
-// outer radius, and at the scan's last point where all lie above.
+// outer radius, and with channel 0 at the scan's last point where all lie above. A range never holds less
+// than one point.
 //
-// False when the scan has no point between the two radii; where no point lies at or above the inner radius
-// and at or before the last one chosen, the range is then the whole scan. A range never holds less than one
-// point. On an empty row nothing happens.
+// False when the scan has no point between the two radii: with a channel nothing is then changed, since the
+// whole scan in place of a column would be fitted with meniscus and ribs. On an empty row nothing happens.
 bool SetChannelRange(RowNo row, float& inner, float& outer, int channel);
 
 // Gives a row a channel (0 for none, which takes the whole scan) and the range that goes with it; forgets
-// the row's fitted parameters. The result is that of SetChannelRange. Errors are those of ChannelRadiiOf, and
-// the row is then unchanged.
+// the row's fitted parameters. False, and nothing changed, when the scan does not reach the channel; errors
+// are those of ChannelRadiiOf, and the row is then unchanged too.
 bool SetChannel(RowNo row, int channel);
 
+// What became of the range of a row that got another centerpiece.
+enum class ChannelRange { None, Set, NotReached };
+
 // Gives a row a centerpiece code (1, 3, 4; others are stored too). With 3 and 4 the range is set afresh when
-// a channel is chosen, and that channel is the one of the same line on page 1, on both pages. True when a
-// channel's range was set; inner and outer are then its radii.
-bool SetCenterpiece(RowNo row, int code, float& inner, float& outer);
+// a channel is chosen, and that channel is the one of the same line on page 1, on both pages. Set: inner and
+// outer are the radii of the new range. NotReached: the scan has no points there, the range stays.
+ChannelRange SetCenterpiece(RowNo row, int code, float& inner, float& outer);
+
+// The channel that decides on the range with another centerpiece.
+int ChannelOfCenterpiece(RowNo row);
 
 // Chooses the points from the first at or above inner to the last at or below outer. False, and nothing
 // changed, when no point lies between them.
@@ -52,7 +65,7 @@ bool SetRadialRange(RowNo row, float inner, float outer);
 void ForgetSetParms(RowNo row);
 
 // Asks, after a row's scan or baseline was replaced, whether the constraints that rested on it go: ties of
-// zero offsets from or to the row, and its concentration constraints.
+// zero offsets and shared concentrations from or to the row, and its concentration constraints.
 void RemoveSetConstraints(RowNo row);
 
 } // namespace Quillon

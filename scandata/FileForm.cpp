@@ -4,6 +4,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "scandata/DataDirectory.h"
+#include "scandata/TableUndo.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -30,13 +31,28 @@ void Name(Control& c, const char* text, const char* toolTip = "") {
 }
 
 void NameHeads() {
-    for (const char* head : {"Set #", "Include  in Fit?", "            File Name", "    RPM",
-                             "Fit Inner Radius", "Fit Outer Radius", "File to Subtract as Baseline",
-                             "Shift Baseline?", "Centerpiece Type", "Data Channel", "Cell Path"}) {
+    struct Head {
+        const char *Text, *ToolTip;
+    };
+    for (const Head& head :
+         {Head{"Set #", "The number of the data set. The first one in the fit is what speeds, paths and "
+                        "extinctions of the others are related to"},
+          Head{"Include  in Fit?", "Which data sets are fitted"},
+          Head{"            File Name", "The scan of the data set"},
+          Head{"    RPM", "Rotor speed, from the header of the scan"},
+          Head{"Fit Inner Radius", "The first radius that is fitted, in cm"},
+          Head{"Fit Outer Radius", "The last radius that is fitted, in cm"},
+          Head{"File to Subtract as Baseline",
+               "A scan without sample, or of another speed, that is subtracted"},
+          Head{"Shift Baseline?", "Moves the baseline along the radius"},
+          Head{"Centerpiece Type", "How many channels the cell has: 2, 6 or 8"},
+          Head{"Data Channel", "Which sample of the cell: A is the innermost"},
+          Head{"Cell Path", "Optical path, in mm"}}) {
         Control c;
-        c.Text = head;
+        Name(c, head.Text, head.ToolTip);
         FileForm.Heads.push_back(c);
     }
+    Name(FileForm.PointsHead, "Points", "How many points of the scan are fitted");
 }
 
 void NameLine(std::size_t i) {
@@ -79,6 +95,8 @@ void NameButtons() {
     Name(FileForm.OkButton, "OK", "Accept current data sets and close this form");
     Name(FileForm.CancelButton, "&Cancel",
          "Cancel changes in data sets entered since this form was previously loaded");
+    Name(FileForm.UndoButton, "&Undo", "Take back the latest change of this table");
+    FileForm.UndoButton.Enabled = false;
     FileForm.Hint.Text =
         "Click on the boxed entries to enter or alter them, or use the buttons below whenever that set is "
         "highlighted.  When a set is highlighted you can use the keyboard to see the file info by keying ?, "
@@ -99,11 +117,11 @@ void ClearRows() {
     for (std::size_t i = 0; i < FileFormLines; ++i) {
         for (auto* column :
              {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.ChannelBox, &FileForm.ShiftBase,
-              &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.BlankFile, &FileForm.RPMBox, &FileForm.CellPath,
-              &FileForm.SaveButton, &FileForm.ExtinctionButton})
+              &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.PointsBox, &FileForm.BlankFile,
+              &FileForm.RPMBox, &FileForm.CellPath, &FileForm.SaveButton, &FileForm.ExtinctionButton})
             (*column)[i].Visible = false;
         for (auto* column : {&FileForm.NameBox, &FileForm.RPMBox, &FileForm.MinRBox, &FileForm.MaxRBox,
-                             &FileForm.BlankFile, &FileForm.ChannelBox})
+                             &FileForm.PointsBox, &FileForm.BlankFile, &FileForm.ChannelBox})
             (*column)[i].Text.clear();
         FileForm.ShiftBase[i].Value = 0;
         LockRow(i);
@@ -111,6 +129,10 @@ void ClearRows() {
     }
     FileForm.BlankFile[0].Text = NoBaseline;
     UnlockRow(0);
+}
+
+std::string PointsText(RowNo row) {
+    return std::to_string(std::max(0, Work.FitRange[1][row] - Work.FitRange[0][row] + 1));
 }
 
 const char* CenterpieceText(int code) {
@@ -160,9 +182,9 @@ void UnlockRow(int line) {
 
 void RevealRow(int line) {
     const std::size_t i = At(line);
-    for (auto* column :
-         {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.BlankFile, &FileForm.RPMBox, &FileForm.MinRBox,
-          &FileForm.MaxRBox, &FileForm.CellPath, &FileForm.SaveButton, &FileForm.ExtinctionButton})
+    for (auto* column : {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.BlankFile, &FileForm.RPMBox,
+                         &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.PointsBox, &FileForm.CellPath,
+                         &FileForm.SaveButton, &FileForm.ExtinctionButton})
         (*column)[i].Visible = true;
     FileForm.ChannelBox[i].Visible = Work.CenterpieceType[RowOfLine(line)] != 1;
 }
@@ -184,7 +206,14 @@ void ShowRowValues(RowNo row) {
     };
     FileForm.MinRBox[i].Text = radius(0);
     FileForm.MaxRBox[i].Text = radius(1);
+    FileForm.PointsBox[i].Text = PointsText(row);
     FileForm.RPMBox[i].Text = FormatNumber(static_cast<double>(Work.ScanRPM[row]), "#####");
+}
+
+void ShowRange(int line, float inner, float outer) {
+    FileForm.MinRBox[At(line)].Text = FormatNumber(static_cast<double>(inner), "0.0000");
+    FileForm.MaxRBox[At(line)].Text = FormatNumber(static_cast<double>(outer), "0.0000");
+    FileForm.PointsBox[At(line)].Text = PointsText(RowOfLine(line));
 }
 
 void FillPage() {
@@ -198,6 +227,13 @@ void FillPage() {
     FileForm.State.FocusOn = &FileForm.Check1[0];
 }
 
+void StoreIncludes() {
+    for (int line = 0; line < FileFormLines; ++line) {
+        const RowNo row = RowOfLine(line);
+        Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[At(line)].Value;
+    }
+}
+
 void LoadFileForm() {
     FileForm = FileFormRecord{};
     FileForm.State.Caption = "Data Included in Fit";
@@ -208,6 +244,7 @@ void LoadFileForm() {
     FileForm.LogPlot.Value = Work.RangeLogPlot ? 1 : 0;
     Work.CurrentPage = 0;
     FillPage();
+    KeepOpenedTable();
     FileForm.Timer1 = !AskedForScan && !Work.DataChosen;
     if (FileForm.Timer1) AskedForScan = true;
     FileForm.State.Shown = true;

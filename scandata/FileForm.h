@@ -3,7 +3,8 @@
 // on the page that shows; the row of a line is line + 1 + 9 * Work.CurrentPage. The form keeps no data of its
 // own: its columns are the workspace's.
 //
-// What the user does in it: scandata/FileFormEvents.h, and with files scandata/FileFormScans.h.
+// What the user does in it: scandata/FileFormEvents.h, with files scandata/FileFormScans.h, by the menu of a
+// line scandata/FileFormMenu.h; one step back: scandata/TableUndo.h.
 
 #include "platform/Controls.h"
 #include "workspace/records/Counts.h"
@@ -25,10 +26,12 @@ struct FileFormRecord {
     bool Timer1 = false;          // the form has opened on a fresh workspace: it asks for a scan at once
 
     std::vector<Control> Heads; // of the columns SetBox to CellPath, in their order
-    PerLine<Control> SetBox, Check1, NameBox, RPMBox, MinRBox, MaxRBox, BlankFile, ShiftBase, CellBox,
-        ChannelBox, CellPath, ExtinctionButton, SaveButton, HelpButton;
+    Control PointsHead;
+    PerLine<Control> SetBox, Check1, NameBox, RPMBox, MinRBox, MaxRBox, PointsBox, BlankFile, ShiftBase,
+        CellBox, ChannelBox, CellPath, ExtinctionButton, SaveButton, HelpButton;
     Control NewFileButton, SubtractBlankButton, RangeButton, LogPlot, CopyFile, ClearFiles, Page2, WriteData;
-    Control OkButton, CancelButton, Hint;
+    Control OkButton, CancelButton, UndoButton, Hint;
+    Control Changed; // what the latest command has changed
 };
 extern FileFormRecord FileForm;
 
@@ -39,13 +42,15 @@ void OpenFileForm();
 void StartFileForm();
 
 // --- showing -------------------------------------------------------------------------------------------
-void LoadFileForm();           // page 1 from the workspace
-void FillPage();               // the lines of Work.CurrentPage
-void ShowRowValues(RowNo row); // radii and speed
+void LoadFileForm();                                // page 1 from the workspace
+void FillPage();                                    // the lines of Work.CurrentPage
+void ShowRowValues(RowNo row);                      // radii, count of points and speed
+void ShowRange(int line, float inner, float outer); // in cm, and how many points lie in the range
 void RevealRow(int line);
 void ShowCenterpiece(int line); // its type, and a channel where it has any
 void UnlockRow(int line);
 RowNo RowOfLine(int line);
+void StoreIncludes();                 // the marks of the page that shows go into the workspace
 std::string ChannelText(int channel); // "" for none, "A" to "D"
 std::string PathText(RowNo row);      // optical path in mm
 

@@ -7,15 +7,21 @@
 #include "scandata/DataSetTable.h"
 #include "scandata/ExtinctionForm.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormChannels.h"
 #include "scandata/FileFormScans.h"
 #include "scandata/FitData.h"
 #include "scandata/InfoBox.h"
+#include "scandata/OpticsUnits.h"
+#include "scandata/RangeDoubts.h"
 #include "scandata/RangeGraph.h"
 #include "scandata/SaveScans.h"
-#include "workspace/records/Workspace.h"
+#include "scandata/TableRows.h"
+#include "scandata/TableUndo.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace Quillon {
 
@@ -23,49 +29,6 @@ namespace {
 
 std::size_t At(int line) {
     return static_cast<std::size_t>(line);
-}
-
-void ShowRange(int line, float inner, float outer) {
-    FileForm.MinRBox[At(line)].Text = FormatNumber(static_cast<double>(inner), "0.0000");
-    FileForm.MaxRBox[At(line)].Text = FormatNumber(static_cast<double>(outer), "0.0000");
-}
-
-// The centerpiece and channel that a click or key goes by are those of the same line on page 1, on both
-// pages; only the set that takes the new channel is that of the page.
-// [decision: first-page-channel]
-int CodeOf(int line) {
-    return Work.CenterpieceType[line + 1];
-}
-
-int NextChannel(const std::string& caption, int code) {
-    if (caption.empty()) return 1;
-    const int channel = caption[0] - 'A' + 1;
-    if (channel >= 4 || (channel == 3 && code != 4)) return 0;
-    return channel + 1;
-}
-
-void StepChannel(int line) {
-    ApplyChannel(line, NextChannel(FileForm.ChannelBox[At(line)].Text, CodeOf(line)));
-    FileForm.FormChanged = 1;
-    if (Work.DataChannel[line + 1] > 0) FileFormRangeButton();
-    FileForm.State.FocusOn = &FileForm.CopyFile;
-}
-
-void StepChannelFrom(int line, const char* caption) {
-    if (!FileForm.ChannelBox[At(line)].Visible) return Host.Beep();
-    FileForm.ChannelBox[At(line)].Text = caption;
-    FileFormChannelClick(line);
-}
-
-void StoreIncludes() {
-    for (int line = 0; line < FileFormLines; ++line) {
-        const RowNo row = RowOfLine(line);
-        Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[At(line)].Value;
-    }
-}
-
-template <class Array, class Test> bool AnySet(const Array& array, Test&& test) {
-    return std::any_of(array.begin(), array.end(), test);
 }
 
 void Close(std::int16_t answer) {
@@ -88,33 +51,44 @@ bool HoldsScan(int line) {
     return !FileForm.NameBox[At(line)].Text.empty();
 }
 
-// A centerpiece chosen by key: a channel's range moves with it.
-void ChooseCenterpiece(int line, int code) {
-    if (!HoldsScan(line)) return;
-    ApplyCenterpiece(line, code);
+void NoteRange() {
     if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
     FileForm.CancelButton.Enabled = false;
 }
 
+void NoteChange() {
+    FileForm.FormChanged = 1;
+    FileForm.CancelButton.Enabled = false;
+}
+
+constexpr std::size_t MostDoubts = 8; // sets that a message lists
+
+// What speaks against the ranges of the sets in the fit, a line for each.
+std::string AllDoubts() {
+    std::vector<std::string> doubts;
+    for (const RowNo row : EachRow()) {
+        if (Work.IncludeSet[row] != 1) continue;
+        const std::string doubt = RangeDoubts(row);
+        if (!doubt.empty()) doubts.push_back(RowName(row) + ": " + doubt + ".\n");
+    }
+    std::string text;
+    for (std::size_t i = 0; i < doubts.size() && i < MostDoubts; ++i)
+        text += doubts[i];
+    if (doubts.size() > MostDoubts)
+        text += "The same is true of " + std::to_string(doubts.size() - MostDoubts) + " more sets.\n";
+    return text;
+}
+
+// An unchanged table has been accepted before.
+bool RangesAccepted() {
+    if (FileForm.FormChanged == 0) return true;
+    const std::string doubts = AllDoubts();
+    if (doubts.empty()) return true;
+    return AskYesNo(doubts + "\nDo you want to fit these ranges all the same?", Work.ProgramName,
+                    BoxAnswer::Yes, BoxIcon::Warning);
+}
+
 } // namespace
-
-void ApplyCenterpiece(int line, int code) {
-    float inner{};
-    float outer{};
-    const bool ranged = SetCenterpiece(RowOfLine(line), code, inner, outer);
-    ShowCenterpiece(line);
-    if (!ranged) return;
-    FileForm.ChannelBox[At(line)].Text = ChannelText(Work.DataChannel[line + 1]);
-    ShowRange(line, inner, outer);
-}
-
-void ApplyChannel(int line, int channel) {
-    const RowNo row = RowOfLine(line);
-    SetChannel(row, channel);
-    FileForm.ChannelBox[At(line)].Text = ChannelText(channel);
-    if (Work.ScanPoints[row] < 1) return;
-    ShowRange(line, Work.ScanRadius[row][Work.FitRange[0][row]], Work.ScanRadius[row][Work.FitRange[1][row]]);
-}
 
 void FileFormTimer1() {
     if (!FileForm.Timer1) return;
@@ -136,28 +110,26 @@ void FileFormCheckClick(int line) {
         FileForm.Check1[At(line)].Value = 0;
         return;
     }
-    FileForm.FormChanged = 1;
-    FileForm.CancelButton.Enabled = false;
+    AsOneChange([line] {
+        Work.IncludeSet[RowOfLine(line)] = FileForm.Check1[At(line)].Value;
+        NoteChange();
+    });
 }
 
 void FileFormKey(int line, int key) {
     const int capital = key >= 'a' && key <= 'z' ? key - 'a' + 'A' : key;
     switch (capital) {
     case '2':
-        return ChooseCenterpiece(line, 1);
+        return FileFormCenterpieceKey(line, Centerpiece::TwoChannel);
     case '6':
-        return ChooseCenterpiece(line, 3);
+        return FileFormCenterpieceKey(line, Centerpiece::SixChannel);
     case '8':
-        return ChooseCenterpiece(line, 4);
+        return FileFormCenterpieceKey(line, Centerpiece::EightChannel);
     case 'A':
-        return StepChannelFrom(line, "");
     case 'B':
-        return StepChannelFrom(line, "A");
     case 'C':
-        return StepChannelFrom(line, "B");
     case 'D':
-        if (CodeOf(line) == 4) return StepChannelFrom(line, "C");
-        return Host.Beep();
+        return FileFormChannelKey(line, capital - 'A' + Channel::A);
     case '?':
     case '/':
         if (HoldsScan(line)) FileFormHelpButton(line);
@@ -200,40 +172,36 @@ void FileFormBlankClick(int line) {
 
 void FileFormShiftClick(int line) {
     Work.CurrentRow = ToInt16(line);
-    const RowNo row = RowOfLine(line);
-    if (FileForm.ShiftBase[At(line)].Value)
-        AdjustBaselineShift(row);
-    else
-        Work.BaselineShifted[row] = FlagFalse;
-    FileForm.ShiftBase[At(line)].Value = Work.BaselineShifted[row] ? 1 : 0;
-    if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
-    FileForm.CancelButton.Enabled = false;
-}
-
-void FileFormChannelClick(int line) {
-    Work.CurrentRow = ToInt16(line);
-    FileForm.CancelButton.Enabled = false;
-    StepChannel(line);
+    AsOneChange([line] {
+        const RowNo row = RowOfLine(line);
+        if (FileForm.ShiftBase[At(line)].Value)
+            AdjustBaselineShift(row);
+        else
+            Work.BaselineShifted[row] = FlagFalse;
+        FileForm.ShiftBase[At(line)].Value = Work.BaselineShifted[row] ? 1 : 0;
+        NoteRange();
+    });
 }
 
 void FileFormPathClick(int line) {
     MakeCurrent(line);
-    const bool twelve = FileForm.CellPath[At(line)].Text != "12";
-    FileForm.CellPath[At(line)].Text = twelve ? "12" : "3";
-    Work.CellPath[RowOfLine(line)] = twelve ? 1.2F : 0.3F;
-    FileForm.FormChanged = 1;
-    FileForm.CancelButton.Enabled = false;
+    AsOneChange([line] {
+        const bool twelve = FileForm.CellPath[At(line)].Text != "12";
+        FileForm.CellPath[At(line)].Text = twelve ? "12" : "3";
+        Work.CellPath[RowOfLine(line)] = twelve ? 1.2F : 0.3F;
+        NoteChange();
+    });
 }
 
 void FileFormExtinctionButton(int line) {
-    const RowNo row = RowOfLine(line);
-    const auto before = RatiosOf(row);
-    Work.CurrentRow = ToInt16(row.Number - 1);
-    ShowExtinctionForm();
-    MakeCurrent(line);
-    if (RatiosOf(row) == before) return; // a look at them changes nothing
-    FileForm.FormChanged = 1;
-    FileForm.CancelButton.Enabled = false;
+    AsOneChange([line] {
+        const RowNo row = RowOfLine(line);
+        const auto before = RatiosOf(row);
+        Work.CurrentRow = ToInt16(row.Number - 1);
+        ShowExtinctionForm();
+        MakeCurrent(line);
+        if (RatiosOf(row) != before) NoteChange(); // a look at them changes nothing
+    });
 }
 
 void FileFormSaveButton(int line) {
@@ -251,10 +219,12 @@ void FileFormHelpButton(int line) {
 void FileFormRangeButton() {
     const int line = Work.CurrentRow;
     const RowNo row = RowOfLine(line);
-    if (Work.ScanFile[row].empty() || !SelectRange(row)) return;
-    ShowRange(line, Work.ScanRadius[row][Work.FitRange[0][row]], Work.ScanRadius[row][Work.FitRange[1][row]]);
-    if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
-    FileForm.CancelButton.Enabled = false;
+    AsOneChange([line, row] {
+        if (Work.ScanFile[row].empty() || !SelectRange(row)) return;
+        ShowRange(line, Work.ScanRadius[row][Work.FitRange[0][row]],
+                  Work.ScanRadius[row][Work.FitRange[1][row]]);
+        NoteRange();
+    });
 }
 
 void FileFormLogPlot() {
@@ -277,15 +247,17 @@ void FileFormWriteData() {
 
 void FileFormOkButton() {
     StoreIncludes();
-    if (!AnySet(Work.ScanFile, [](const std::string& file) { return !file.empty(); })) {
+    if (TableIsEmpty()) {
         Host.Beep();
         return Tell(" You must load at least one data set", Work.ProgramName, BoxIcon::Warning);
     }
-    if (!AnySet(Work.IncludeSet, [](std::int16_t included) { return included == 1; })) {
+    if (std::find(Work.IncludeSet.begin(), Work.IncludeSet.end(), 1) == Work.IncludeSet.end()) {
         Host.Beep();
         return Tell(" You must include at least one data set", Work.ProgramName, BoxIcon::Warning);
     }
+    if (!RangesAccepted()) return;
     BuildFitData();
+    if (OpticsChangedSinceOpening()) UnitsFollowOptics();
     Work.DataChosen = FlagTrue;
     Work.NewData = FileForm.FormChanged;
     FileForm.FormChanged = 0;
@@ -294,6 +266,20 @@ void FileFormOkButton() {
 
 void FileFormCancelButton() {
     if (FileForm.CancelButton.Enabled) Close(1);
+}
+
+void FileFormCloseBox() {
+    if (GiveBackEmptiedTable())
+        Close(1);
+    else
+        FileFormOkButton();
+}
+
+void FileFormEscape() {
+    if (GiveBackEmptiedTable())
+        Close(1);
+    else
+        FileFormCancelButton();
 }
 
 } // namespace Quillon

@@ -1,6 +1,6 @@
 #pragma once
-// What the user does in the table of data sets but for files: clicks and keys on its lines, pages, the ways
-// out. A line counts from 0 on the page that shows.
+// What the user does in the table of data sets but for files and channels: clicks and keys on its lines,
+// pages, the ways out. A line counts from 0 on the page that shows.
 
 namespace Quillon {
 
@@ -15,7 +15,6 @@ void FileFormNameClick(int line);
 void FileFormRangeClick(int line); // MinRBox, MaxRBox
 void FileFormBlankClick(int line);
 void FileFormShiftClick(int line); // Value is already the new one
-void FileFormChannelClick(int line);
 void FileFormPathClick(int line);
 void FileFormExtinctionButton(int line);
 void FileFormSaveButton(int line);
@@ -24,11 +23,11 @@ void FileFormRangeButton();
 void FileFormLogPlot(); // Value is already the new one
 void FileFormPage2();
 void FileFormWriteData();
+
+// Accepts the table, after the doubts about its ranges have been told. Data of the other optics than those
+// before take the units of concentrations with them.
 void FileFormOkButton();
 void FileFormCancelButton();
-
-// Applies a centerpiece code or a channel to a line and shows it.
-void ApplyCenterpiece(int line, int code);
-void ApplyChannel(int line, int channel);
-
+void FileFormCloseBox(); // the window's own: as OK, but an emptied table is given back
+void FileFormEscape();   // as Cancel, but an emptied table is given back
 } // namespace Quillon

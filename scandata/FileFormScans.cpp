@@ -7,10 +7,11 @@
 #include "scandata/AdoptScan.h"
 #include "scandata/DataSetTable.h"
 #include "scandata/FileForm.h"
+#include "scandata/FileFormChannels.h"
 #include "scandata/FileFormEvents.h"
+#include "scandata/TableRows.h"
+#include "scandata/TableUndo.h"
 #include "workspace/records/Roads.h"
-
-#include <algorithm>
 
 namespace Quillon {
 
@@ -31,11 +32,6 @@ FileRequest ScanRequest(const char* what) {
     request.Filter = ScanFilter;
     request.Directory = Work.DataDirectory;
     return request;
-}
-
-void ShowRadii(float inner, float outer) {
-    FileForm.MinRBox[Here()].Text = FormatNumber(static_cast<double>(inner), "0.0000");
-    FileForm.MaxRBox[Here()].Text = FormatNumber(static_cast<double>(outer), "0.0000");
 }
 
 void OpenNextLine(int line) {
@@ -65,7 +61,7 @@ void ShowAdopted(const ScanReadResult& read) {
     FileForm.CellPath[i].Text = PathText(row);
     ShowCenterpiece(line);
     FileForm.ChannelBox[i].Text = ChannelText(0);
-    ShowRadii(read.FirstRadius, read.LastRadius);
+    ShowRange(line, read.FirstRadius, read.LastRadius);
     RevealRow(line);
     OpenNextLine(line);
     FileForm.BlankFile[i].Text = NoBaseline;
@@ -74,15 +70,6 @@ void ShowAdopted(const ScanReadResult& read) {
     NoteChange();
     RemoveSetConstraints(row);
     FileForm.State.FocusOn = &FocusLine();
-}
-
-bool ReadScanHere(const std::string& path) {
-    const ScanReadResult read = AdoptScan(path, RowOfLine(Work.CurrentRow));
-    if (read.Ok)
-        ShowAdopted(read);
-    else
-        TellReadFailure(path, read.Failure);
-    return read.Ok;
 }
 
 // The line behind the current one, over the end of page 1. False at the end of the table.
@@ -103,31 +90,6 @@ bool MoveToFreeLine() {
     return false;
 }
 
-template <class Array> void CopyEntry(Array& array, RowNo s) {
-    array[s + 1] = array[s];
-}
-
-void CopyRow(RowNo s) {
-    for (auto* points : {&Work.ScanRadius, &Work.ScanValue, &Work.BaselineRadius, &Work.BaselineValue})
-        CopyEntry(*points, s);
-    for (auto* numbers : {&Work.ScanTemperature, &Work.ScanRPM, &Work.ScanOmega2t, &Work.ScanWavelength,
-                          &Work.CellPath, &Work.BaselineRPM, &Work.BaselineShift})
-        CopyEntry(*numbers, s);
-    for (auto* words : {&Work.ScansAveraged, &Work.ScanPoints, &Work.BaselinePoints, &Work.BaselineShifted,
-                        &Work.CenterpieceType, &Work.DataChannel, &Work.IncludeSet})
-        CopyEntry(*words, s);
-    for (auto* texts : {&Work.ScanComment, &Work.ScanDirectory, &Work.BaselineDirectory, &Work.ScanFile,
-                        &Work.BaselineFile})
-        CopyEntry(*texts, s);
-    CopyEntry(Work.ScanTime, s);
-    for (auto& range : Work.FitRange)
-        CopyEntry(range, s);
-    for (auto& ratio : Work.ExtinctionRatio)
-        CopyEntry(ratio, s);
-    Work.SetChanged[s + 1] = FlagTrue;
-    ForgetSetParms(s + 1);
-}
-
 // Another channel needs another baseline.
 void DropBaseline(RowNo row) {
     const std::size_t i = Here();
@@ -139,22 +101,18 @@ void DropBaseline(RowNo row) {
     FileForm.ShiftBase[i].Visible = false;
 }
 
-void StepChannelOfCopy(RowNo s) {
-    if (Work.DataChannel[s] > 0 && Work.CenterpieceType[s] >= 3 &&
-        Work.DataChannel[s + 1] < Work.CenterpieceType[s + 1]) {
-        FileFormChannelClick(Work.CurrentRow); // shows the range, too
-        DropBaseline(s + 1);
-    }
+bool HasNextChannel(RowNo s) {
+    return Work.DataChannel[s] > 0 && Work.CenterpieceType[s] >= Centerpiece::SixChannel &&
+           Work.DataChannel[s] < Work.CenterpieceType[s];
 }
 
-void CopyIntoNextLine(RowNo s, const Control& channelAbove, const Control& blankAbove) {
-    CopyRow(s);
+// Where line holds the row behind s.
+void ShowCopy(RowNo s, const Control& channelAbove, const Control& blankAbove) {
     const int line = Work.CurrentRow;
     const std::size_t i = Here();
     UnlockRow(line);
     FileForm.NameBox[i].Text = Work.ScanFile[s + 1];
     FileForm.Check1[i].Value = 1;
-    Work.IncludeSet[s + 1] = 1;
     FileForm.CellPath[i].Text = PathText(s + 1);
     RevealRow(line);
     ShowRowValues(s + 1);
@@ -163,18 +121,59 @@ void CopyIntoNextLine(RowNo s, const Control& channelAbove, const Control& blank
     FileForm.BlankFile[i].Text = blankAbove.Text;
     FileForm.ShiftBase[i].Visible = Work.BaselineFile[s + 1] != NoBaseline;
     FileForm.ShiftBase[i].Value = Work.BaselineShifted[s + 1] != 0 ? 1 : 0;
-    StepChannelOfCopy(s);
+}
+
+void CopyIntoNextLine(RowNo s, const Control& channelAbove, const Control& blankAbove) {
+    CopyRow(s, s + 1);
+    ShowCopy(s, channelAbove, blankAbove);
+    const int line = Work.CurrentRow;
+    if (HasNextChannel(s) && StepCopiedChannel(line)) DropBaseline(s + 1);
     ShowRowValues(s + 1);
     OpenNextLine(line);
-    Work.HighestSet = std::max(Work.HighestSet, ToInt16((s + 1).Number));
     NoteChange();
     RemoveSetConstraints(s + 1);
 }
 
+constexpr const char* NoRoom = "All data sets hold a scan: there is no line left for the next channel.";
+
+// True when the row behind s may be written: it is empty, has been made so, or may be lost.
+bool MakeRoomBehind(RowNo s) {
+    const RowNo next = s + 1;
+    if (Work.ScanFile[next].empty()) return true;
+    const BoxRequest question{RowName(next) +
+                                  " holds a scan.\n\nDo you want to insert a line for the next channel?",
+                              Work.ProgramName,
+                              BoxIcon::Question,
+                              BoxButtons::YesNoCancel,
+                              BoxAnswer::Yes,
+                              {},
+                              "&Insert a line",
+                              "&Write over it"};
+    const BoxAnswer answer = Host.MessageBoxAnswer(question);
+    if (answer == BoxAnswer::No) return true;
+    if (answer != BoxAnswer::Yes) return false;
+    if (InsertRow(next)) return true;
+    Tell(NoRoom, Work.ProgramName, BoxIcon::Warning);
+    return false;
+}
+
+// The lines of the page as the rows are now; the current line stays.
+void ShowPageAgain() {
+    const std::int16_t line = Work.CurrentRow;
+    FillPage();
+    Work.CurrentRow = line;
+}
+
 void CopyCurrentLine() {
     const RowNo s = RowOfLine(Work.CurrentRow);
-    const bool holdsFile = !FileForm.NameBox[Here()].Text.empty();
-    if (!holdsFile || (Work.CurrentRow == FileFormLines - 1 && Work.CurrentPage != 0)) return Host.Beep();
+    if (FileForm.NameBox[Here()].Text.empty()) return Host.Beep();
+    if (s.Number >= Work.MaxSets) {
+        Host.Beep();
+        return Tell(NoRoom, Work.ProgramName, BoxIcon::Warning);
+    }
+    StoreIncludes();
+    if (!MakeRoomBehind(s)) return;
+    ShowPageAgain();
     const Control channel = FileForm.ChannelBox[Here()];
     const Control blank = FileForm.BlankFile[Here()];
     MoveToNextLine();
@@ -188,6 +187,87 @@ void RemoveBaseline(RowNo row) {
     Work.SetChanged[row] = FlagTrue;
     NoteChange();
     RemoveSetConstraints(row);
+}
+
+void TakeBaseline(const std::string& path, RowNo row) {
+    const std::size_t i = Here();
+    const ReadFailure failure = AdoptBaseline(path, row);
+    if (failure.Kind != ReadFailure::Kinds::None) return TellReadFailure(path, failure);
+    FileForm.BlankFile[i].Text = LastTitle = Work.BaselineFile[row];
+    Work.BaselineDirectoryLast = Work.BaselineDirectory[row];
+    FileForm.ShiftBase[i].Value = 0;
+    FileForm.ShiftBase[i].Visible = true;
+    NoteChange();
+    RemoveSetConstraints(row);
+}
+
+// What is to be said when all files have had their turn.
+struct ReadNotes {
+    std::vector<std::string> Failures; // name and reason of each
+    std::vector<std::string> Remarks;  // on files that were read
+    std::size_t NoLine = 0;            // files for which there was no line
+};
+
+void TellNotes(const ReadNotes& notes, const std::string& sentence) {
+    std::string text;
+    const auto paragraph = [&](const std::string& words) { text += (text.empty() ? "" : "\n\n") + words; };
+    const auto lines = [](const std::vector<std::string>& all) {
+        std::string joined;
+        for (const std::string& one : all)
+            joined += (joined.empty() ? "" : "\n") + one;
+        return joined;
+    };
+    if (!notes.Failures.empty()) paragraph(sentence + "\n\n" + lines(notes.Failures));
+    if (!notes.Remarks.empty()) paragraph(lines(notes.Remarks));
+    if (notes.NoLine > 0)
+        paragraph("All data sets hold a scan: " + std::to_string(notes.NoLine) + " of the chosen files " +
+                  (notes.NoLine == 1 ? "has" : "have") + " not been read.");
+    if (!text.empty()) Tell(text, Work.ProgramName, BoxIcon::Warning);
+}
+
+// One file into the current line; the only one has its failure told by itself.
+void ReadHere(const std::string& path, bool alone, ReadNotes& notes) {
+    const ScanReadResult read = AdoptScan(path, RowOfLine(Work.CurrentRow));
+    if (read.Ok) ShowAdopted(read);
+    if (!read.Remark.empty()) notes.Remarks.push_back(FileTitle(path) + ": " + read.Remark);
+    if (read.Ok) return;
+    if (alone) return TellReadFailure(path, read.Failure);
+    notes.Failures.push_back(FileTitle(path) + ": " + read.Failure.Reason);
+}
+
+void ReadAll(const std::vector<std::string>& paths) {
+    ReadNotes notes;
+    bool first = true;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const bool free = Work.ScanFile[RowOfLine(Work.CurrentRow)].empty();
+        if (!first && !free && !MoveToFreeLine()) {
+            Host.Beep();
+            notes.NoLine = paths.size() - i;
+            break;
+        }
+        first = false;
+        ReadHere(paths[i], paths.size() == 1, notes);
+    }
+    TellNotes(notes, ScanReadSentence);
+}
+
+void ClearAll() {
+    Work.CurrentPage = 0;
+    for (const RowNo row : EachRow()) {
+        Work.ScanFile[row].clear();
+        Work.BaselineFile[row] = NoBaseline;
+        Work.BaselineShifted[row] = Work.IncludeSet[row] = Work.DataChannel[row] = 0;
+        Work.BaselineShift[row] = 0.0F;
+        Work.CenterpieceType[row] = 0;
+        Work.OffsetLink[row] = Work.ConcLink[row] = 0;
+        Work.ConcConstraintA[row] = Work.ConcConstraintB[row] = 0.0F;
+        Work.ConcToleranceA[row] = Work.ConcToleranceB[row] = 0.1F;
+    }
+    Work.ConstraintFlags = 0;
+    FillPage();
+    FileForm.CancelButton.Enabled = false;
+    FileForm.Page2.Visible = false;
+    SayChange("All scans cleared");
 }
 
 } // namespace
@@ -210,47 +290,34 @@ void FileFormNewFileButton() {
 }
 
 void FileFormReadFiles(const std::vector<std::string>& paths) {
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (i > 0 && !MoveToFreeLine()) {
-            Host.Beep();
-            const std::size_t left = paths.size() - i;
-            return Tell("All data sets hold a scan: " + std::to_string(left) + " of the chosen files " +
-                            (left == 1 ? "has" : "have") + " not been read.",
-                        Work.ProgramName, BoxIcon::Warning);
-        }
-        if (!ReadScanHere(paths[i])) return;
-    }
+    AsOneChange([&] { ReadAll(paths); });
 }
 
 void FileFormSubtractBlankButton() {
     const RowNo row = RowOfLine(Work.CurrentRow);
-    const std::size_t i = Here();
     if (Work.ScanFile[row].empty()) return Host.Beep();
     FileRequest request = ScanRequest(" - Read Data File for Blank");
     request.Directory = Work.BaselineDirectoryLast.empty() ? Work.DataDirectory : Work.BaselineDirectoryLast;
     request.Name = LastTitle;
-    if (FileForm.BlankFile[i].Text != NoBaseline) {
+    if (FileForm.BlankFile[Here()].Text != NoBaseline) {
         request.Directory = Work.BaselineDirectory[row];
         request.Name = Work.BaselineFile[row];
     }
     const FileAnswer answer = Host.AskFile(request);
     FileForm.State.FocusOn = &FocusLine();
-    if (answer.Cancelled) return RemoveBaseline(row); // the way to take a baseline off a set
-    const ReadFailure failure = AdoptBaseline(answer.Path, row);
-    if (failure.Kind != ReadFailure::Kinds::None) return TellReadFailure(answer.Path, failure);
-    FileForm.BlankFile[i].Text = LastTitle = Work.BaselineFile[row];
-    Work.BaselineDirectoryLast = Work.BaselineDirectory[row];
-    FileForm.ShiftBase[i].Value = 0;
-    FileForm.ShiftBase[i].Visible = true;
-    NoteChange();
-    RemoveSetConstraints(row);
+    AsOneChange([&] {
+        if (answer.Cancelled)
+            RemoveBaseline(row); // the way to take a baseline off a set
+        else
+            TakeBaseline(answer.Path, row);
+    });
 }
 
 void FileFormCopyFile() {
     if (FileForm.CopyRunning) return;
     FileForm.CopyRunning = FlagTrue;
     try {
-        CopyCurrentLine();
+        AsOneChange(CopyCurrentLine);
     } catch (const RuntimeError&) { // told by whoever runs the handler; the next click works again
         FileForm.CopyRunning = FlagFalse;
         throw;
@@ -260,21 +327,10 @@ void FileFormCopyFile() {
 }
 
 void FileFormClearFiles() {
-    Work.CurrentPage = 0;
-    for (const RowNo row : EachRow()) {
-        Work.ScanFile[row].clear();
-        Work.BaselineFile[row] = NoBaseline;
-        Work.BaselineShifted[row] = Work.IncludeSet[row] = Work.DataChannel[row] = 0;
-        Work.BaselineShift[row] = 0.0F;
-        Work.CenterpieceType[row] = 0;
-        Work.OffsetLink[row] = 0;
-        Work.ConcConstraintA[row] = Work.ConcConstraintB[row] = 0.0F;
-        Work.ConcToleranceA[row] = Work.ConcToleranceB[row] = 0.1F;
-    }
-    Work.ConstraintFlags = 0;
-    FillPage();
-    FileForm.CancelButton.Enabled = false;
-    FileForm.Page2.Visible = false;
+    if (!TableIsEmpty() && !AskYesNo("Do you want to clear out all loaded scan data?", Work.ProgramName,
+                                     BoxAnswer::No, BoxIcon::Warning))
+        return;
+    AsOneChange(ClearAll);
 }
 
 } // namespace Quillon

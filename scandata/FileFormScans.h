@@ -9,12 +9,16 @@ namespace Quillon {
 
 void FileFormNewFileButton();
 void FileFormSubtractBlankButton();
-void FileFormCopyFile();
-void FileFormClearFiles();
 
-// Reads scans: the first into the current line, the others into the lines behind it that are free. Stops at
-// the first that cannot be read, and tells when the table has no free line left. Used for several files
-// chosen at once and for files dropped on the form.
+// Load Next Channel. Where the line behind holds a scan it asks first whether to make room for the new one;
+// without room in the table it says so.
+void FileFormCopyFile();
+
+void FileFormClearFiles(); // asks first where a scan is loaded
+
+// Reads scans: the first into the current line, the others into the lines behind it that are free; one that
+// cannot be read leaves its line to the next. What could not be read, and how many found no line, is told in
+// one message at the end. Used for several files chosen at once and for files dropped on the form.
 void FileFormReadFiles(const std::vector<std::string>& paths);
 
 } // namespace Quillon

@@ -97,6 +97,19 @@ float Fitting(double value, const char* what) {
     return single;
 }
 
+// No rotor turns a million times a minute: such a header is damaged, and squares of it leave the range of
+// singles.
+constexpr float HighestSpeed = 1e6F;
+
+void RequireTrueSpeeds(const FitBuild& build) {
+    for (const SetNo k : SetsUpTo(build.LastSet)) {
+        const RowNo row(build.SetRow[k]);
+        if (!(std::fabs(Work.ScanRPM[row]) <= HighestSpeed))
+            RaiseError(RowName(row) + ": the header holds a rotor speed of " + SingleText(Work.ScanRPM[row]) +
+                       " rpm");
+    }
+}
+
 // A set without speed or temperature has no place relative to another, whichever of the two it is.
 void RequireHeader(RowNo row) {
     if (Work.ScanRPM[row] == 0.0F) RaiseError(RowName(row) + ": the header holds no rotor speed");
@@ -306,6 +319,7 @@ FitBuild PrepareBuild() {
     FitBuild build;
     RememberSetParms(build);
     CollectSets(build);
+    RequireTrueSpeeds(build);
     ScaleSets(build);
     CarryParms(build);
     TrimConstraints(build);

@@ -3,8 +3,9 @@
 #include "chart/CHART.h"
 #include "chart/Charts.h"
 #include "chart/scale/Tics.h"
+#include "input/NUMINPUT.h"
 #include "platform/Platform.h"
-#include "scandata/DataSetTable.h"
+#include "scandata/RangeBar.h"
 #include "scandata/RangeOptions.h"
 #include "workspace/records/Workspace.h"
 
@@ -50,7 +51,7 @@ void Draw(RowNo row) {
     spec.SymbolMode = 1;
     spec.Title1.Text = RangeGraphIsLog ? "ln(c) vs. r^2 / 2 Plot" : Work.ScanFile[row];
     spec.AxisX1.Title.Text = RangeGraphIsLog ? "Radius Squared / 2" : "Radius";
-    spec.AxisY1.Title.Text = RangeGraphIsLog ? "ln(Absorbance)" : "Absorbance";
+    spec.AxisY1.Title.Text = RangeGraphIsLog ? "ln(" + Work.DataTypeName + ")" : Work.DataTypeName;
     spec.AxisX1.ScaleMode = ScaleModes::Autorange;
     SetTable x(n, 1);
     SetTable y(n, 1);
@@ -69,50 +70,52 @@ void Draw(RowNo row) {
     ChartMenuStatus(Charts);
 }
 
-// The points that the markers stand at; crossed markers are taken in order.
-void TakeMarkers(RowNo row) {
-    RecordMarkers();
-    const float lo = std::min(Charts.Markers[0].X, Charts.Markers[1].X);
-    const float hi = std::max(Charts.Markers[0].X, Charts.Markers[1].X);
-    const long n = Work.ScanPoints[row];
-    OneBased<float> axis(n);
-    for (long p = 1; p <= n; ++p)
-        axis[p] = RangeAbscissa(Work.ScanRadius[row][p]);
-    long first{};
-    long last{};
-    SearchArray(axis, 1, n, lo, first, false, 1);
-    SearchArray(axis, 1, n, hi, last, true, -1);
-    if (first < 1 || last < first) return; // no point between them
-    Work.FitRange[0][row] = ToInt16(first);
-    Work.FitRange[1][row] = ToInt16(last);
+// Return is refused, and the graph stays, where the markers leave no range.
+bool EndsOnKey(int code, int) {
+    return code == KeyEscape || (code == KeyReturn && RangeMayBeTaken());
 }
 
-} // namespace
-
-bool SelectRange(RowNo row) {
-    if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
+void Open(RowNo row) {
     RangeGraphIsLog = Work.RangeLogPlot != 0;
     Draw(row);
     OfferRangeOptions();
     PlaceMarkers(RangeAbscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
                  RangeAbscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
+    OpenRangeBar(row);
     Charts.StatusLine.Text = Instruction;
     Charts.KeyCode = 0;
-    Charts.Needed = true;
+    Charts.Needed = Charts.ClosesAsEscape = Charts.WashOutside = true;
     Charts.Shown = true;
-    Charts.EndsOnKey = [](int code, int) { return code == 13 || code == 27; };
-    Host.ShowModal("Charts");
-    const bool accepted = Charts.KeyCode == 13;
-    if (accepted) TakeMarkers(row);
+    Charts.EndsOnKey = EndsOnKey;
+}
+
+void Close() {
     Charts.EndsOnKey = nullptr;
-    Charts.Needed = Charts.Shown = false;
+    Charts.Needed = Charts.Shown = Charts.ClosesAsEscape = Charts.WashOutside = false;
     Charts.StatusLine.Text.clear();
+    CloseRangeBar();
     RemoveMarkers();
     ClearSpecialOptions();
     Chart.GraphHeld = FlagFalse; // a graph shown otherwise is made afresh
     ClearZoom();
     ChartMenuStatus(Charts);
     Work.AbortFit = FlagFalse;
+}
+
+} // namespace
+
+bool SelectRange(RowNo row) {
+    if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
+    Open(row);
+    Host.ShowModal("Charts");
+    RecordMarkers();
+    const PointRange range = MarkedPoints();
+    const bool accepted = Charts.KeyCode == KeyReturn && range.First > 0;
+    if (accepted) {
+        Work.FitRange[0][row] = ToInt16(range.First);
+        Work.FitRange[1][row] = ToInt16(range.Last);
+    }
+    Close();
     return accepted;
 }
 

@@ -9,8 +9,10 @@ namespace Quillon {
 namespace {
 
 constexpr std::string_view PointSeparators = "\t ,";
-constexpr std::size_t PrefixLength = 3;  // type letter, blank, cell number
-constexpr std::size_t LongestShown = 60; // characters of a line that a message quotes
+constexpr std::size_t PrefixLength = 3;      // type letter, blank, cell number
+constexpr std::size_t LongestShown = 60;     // characters of a line that a message quotes
+constexpr float LargestRadius = 100.0F;      // cm; no rotor is that wide
+constexpr float LongestWavelength = 2000.0F; // nm
 constexpr const char* TooLarge = "a number that is too large for its field";
 
 std::string ShownText(std::string_view text) {
@@ -125,6 +127,11 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
         PointLine point;
         TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace); });
         list.Terminated = point.Radius == 0.0F;
+        if (!point.Excluded && list.NoRadius == 0.0F &&
+            !(point.Radius >= 0.0F && point.Radius <= LargestRadius)) {
+            list.NoRadius = point.Radius;
+            list.NoRadiusPlace = list.LastPlace;
+        }
         if (point.Excluded)
             ++list.Excluded;
         else
@@ -141,6 +148,29 @@ void RequirePoints(const TextItems& file, const PointList& list) {
         RaiseAt(file, list.LastPlace, "a radius of 0 ends the list of points before the first one");
     RaiseError("there are no points: all " + std::to_string(list.Excluded) +
                " are excluded by a negative third number");
+}
+
+void RequireRadii(const TextItems& file, const PointList& list) {
+    if (list.NoRadius == 0.0F) return;
+    const bool wavelength = list.NoRadius > LargestRadius && list.NoRadius <= LongestWavelength;
+    RaiseAt(file, list.NoRadiusPlace,
+            SingleText(list.NoRadius) + " is no radius in cm" +
+                (wavelength ? "; this is a wavelength scan" : ""));
+}
+
+std::string RemarkOnRest(const TextItems& file, const PointList& list) {
+    if (!list.Terminated) return "";
+    TextItems rest = file;
+    long lines = 0;
+    while (!NoItemLeft(rest)) {
+        rest.AfterComma = false;
+        if (!WithoutBlanks(ReadTextLine(rest)).empty()) ++lines;
+    }
+    if (lines == 0) return "";
+    const TextLine line = LineAt(file, list.LastPlace);
+    return "line " + std::to_string(line.Number) + ", '" + ShownText(line.Text) +
+           "': a radius of 0 ends the list of points, and " + std::to_string(lines) +
+           (lines == 1 ? " line" : " lines") + " behind it " + (lines == 1 ? "is" : "are") + " not read";
 }
 
 } // namespace Quillon

@@ -72,6 +72,8 @@ struct PointList {
     bool Terminated = false;   // by a radius of 0
     long Excluded = 0;         // points left out
     std::size_t LastPlace = 0; // where its last item begins
+    float NoRadius = 0.0F;     // the first radius that lies in no rotor; 0 without one
+    std::size_t NoRadiusPlace = 0;
 };
 
 // Reads point lines to the end of the list, which may not be the end of the file. store(i, point) keeps point
@@ -80,5 +82,11 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
 
 // A list without a point is a RuntimeError that says how it came to that.
 void RequirePoints(const TextItems& file, const PointList& list);
+
+// A list with a first number that is no radius in cm is a RuntimeError that says what it may be.
+void RequireRadii(const TextItems& file, const PointList& list);
+
+// What is to be said of lines behind the end of a list; "" when nothing but blanks is left.
+std::string RemarkOnRest(const TextItems& file, const PointList& list);
 
 } // namespace Quillon

@@ -101,7 +101,8 @@ ReadFailure TooManyPoints() {
 }
 
 // Header and points of a scan; false when the scan has too many points, a RuntimeError for everything else.
-bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, ScanReadResult& result) {
+bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Abscissa abscissa,
+               ScanReadResult& result) {
     TextItems file{bytes};
     const std::string_view comment = ReadCommentLine(file);
     ReadComment(comment, row, result);
@@ -122,6 +123,8 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, ScanR
     if (list.TooMany) return false;
     if (list.Points < 1 && comma) RaiseAt(file, headerPlace, CommaInHeader);
     RequirePoints(file, list);
+    if (abscissa == Abscissa::Radii) RequireRadii(file, list);
+    result.Remark = RemarkOnRest(file, list);
     TakeScan(row, list.Points, path, result);
     Host.SetPointer(Pointer::Standard);
     CompareWavelengths(row, oldWavelength);
@@ -171,17 +174,18 @@ template <class Parse> ReadFailure Attempt(const std::string& path, const char* 
 
 } // namespace
 
-ScanReadResult TryReadScan(const std::string& path, RowNo row) {
+ScanReadResult TryReadScan(const std::string& path, RowNo row, Abscissa abscissa) {
     ScanReadResult result;
-    result.Failure = Attempt(path, "Error during file read, possible invalid data in file",
-                             [&](const std::string& bytes) { return ParseScan(path, bytes, row, result); });
+    result.Failure = Attempt(path, ScanReadSentence, [&](const std::string& bytes) {
+        return ParseScan(path, bytes, row, abscissa, result);
+    });
     result.Ok = result.Failure.Kind == ReadFailure::Kinds::None;
     result.Failure.Missing = result.Failure.Kind == ReadFailure::Kinds::NoFile && !Host.FileExists(path);
     return result;
 }
 
 ScanReadResult ReadScan(const std::string& path, RowNo row) {
-    ScanReadResult result = TryReadScan(path, row);
+    ScanReadResult result = TryReadScan(path, row, Abscissa::Any);
     if (!result.Ok) TellReadFailure(path, result.Failure);
     return result;
 }

@@ -41,7 +41,15 @@ struct ScanReadResult {
     float Temperature{}; // degrees Celsius
     bool Ok = false;
     ReadFailure Failure; // of a read that is not Ok
+    std::string Remark;  // on one that is: lines behind the end of the list, which are not read
 };
+
+// The message that a scan ends in whose content is none.
+inline constexpr const char* ScanReadSentence = "Error during file read, possible invalid data in file";
+
+// Whether the first numbers of the points have to be radii in cm, above 0 and at most 100: those of a
+// wavelength scan are nanometres.
+enum class Abscissa { Any, Radii };
 
 // Reads the scan at path into a row (1..MaxSets) of the table: at most MaxPtsPerSet - 1 points. The range is
 // the whole scan, the row's baseline shift and fit memory are cleared, Work.DataChosen is cleared, NewData
@@ -51,9 +59,9 @@ struct ScanReadResult {
 // After a failure header values and points of the row may be those of the new file in part; ScanPoints and
 // FitRange stay as they were, and the arrays never get shorter than ScanPoints. A file without a single point
 // is a failure. Nothing is told.
-ScanReadResult TryReadScan(const std::string& path, RowNo row);
+ScanReadResult TryReadScan(const std::string& path, RowNo row, Abscissa abscissa);
 
-// The same, and tells a failure; a file that is not there is told by itself first.
+// The same with any first numbers, and tells a failure; a file that is not there is told by itself first.
 ScanReadResult ReadScan(const std::string& path, RowNo row);
 
 // Reads the baseline scan of a row: speed and at most MaxPtsPerSet points. Kind None when it was read; after

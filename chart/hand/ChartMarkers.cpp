@@ -42,6 +42,10 @@ int Count() {
     return static_cast<int>(Charts.Markers.size());
 }
 
+void TellPlace(const ChartMarker& m) {
+    Charts.StatusLine.Text = "Marker at X = " + AxisReading(true, static_cast<double>(m.X) / Divisor());
+}
+
 // Moves a marker; one that would come to or past a neighbour stands a unit from it, but within the frame.
 void MoveMarker(int i, int x) {
     int place = Within(x);
@@ -59,9 +63,12 @@ void MoveMarker(int i, int x) {
     SetFrameMapping();
     const double x1 = AxisXAt(place);
     ChartMarker& m = Charts.Markers[static_cast<std::size_t>(i)];
-    m.Device = place;
-    m.X = FiniteSingle(x1 * Divisor());
-    Charts.StatusLine.Text = "Marker at X = " + AxisReading(true, x1);
+    if (place != m.Device) { // else it keeps its X, which may lie outside the scale
+        m.Device = place;
+        m.X = FiniteSingle(x1 * Divisor());
+    }
+    TellPlace(m);
+    if (Charts.OnMarkers) Charts.OnMarkers();
 }
 
 } // namespace
@@ -91,14 +98,9 @@ void RecordMarkers() {
 
 void RepositionMarkers() {
     SetFrameMapping();
-    const double first = Divisor() * static_cast<double>(Chart.Spec.AxisX1.Min);
-    const double last = Divisor() * static_cast<double>(Chart.Spec.AxisX1.Max);
-    const float low = FiniteSingle(std::min(first, last));
-    const float high = FiniteSingle(std::max(first, last));
-    for (ChartMarker& m : Charts.Markers) {
-        m.X = std::clamp(m.X, low, high);
+    for (ChartMarker& m : Charts.Markers)
         m.Device = PlaceOf(m);
-    }
+    if (Charts.OnMarkers) Charts.OnMarkers();
 }
 
 int MarkerAt(int x, int y, int reach) {
@@ -119,15 +121,36 @@ int MarkerAt(int x, int y, int reach) {
 void MarkerMouseDown(int index) {
     if (index < 0 || index >= Count() || !GraphMayChange()) return;
     Charts.CapturedMarker = Charts.ActiveMarker = index;
+    Charts.MarkerGroup = {};
+}
+
+bool MarkerPressed(int x, int y, int reach) {
+    const int index = MarkerAt(x, y, reach);
+    if (index < 0) return false;
+    MarkerMouseDown(index);
+    int first = index;
+    int last = index;
+    while (first > 0 && std::abs(PlaceOf(first - 1) - x) <= reach)
+        --first;
+    while (last + 1 < Count() && std::abs(PlaceOf(last + 1) - x) <= reach)
+        ++last;
+    if (first < last) Charts.MarkerGroup = {first, last, x};
+    return true;
 }
 
 void MarkerMouseMove(int x) {
+    auto& group = Charts.MarkerGroup;
+    if (Charts.CapturedMarker >= 0 && group.First < group.Last) {
+        if (x == group.PressX) return;
+        MarkerMouseDown(x < group.PressX ? group.First : group.Last);
+    }
     const int i = Charts.CapturedMarker;
     if (i >= 0 && i < Count() && GraphMayChange()) MoveMarker(i, x);
 }
 
 void MarkerMouseUp() {
     Charts.CapturedMarker = -1;
+    Charts.MarkerGroup = {};
 }
 
 void MarkerKey(int code, int shift) {
@@ -147,8 +170,7 @@ void MarkerKey(int code, int shift) {
     default:
         return;
     }
-    const ChartMarker& m = Charts.Markers[static_cast<std::size_t>(Charts.ActiveMarker)];
-    Charts.StatusLine.Text = "Marker at X = " + AxisReading(true, static_cast<double>(m.X) / Divisor());
+    TellPlace(Charts.Markers[static_cast<std::size_t>(Charts.ActiveMarker)]);
 }
 
 } // namespace Quillon

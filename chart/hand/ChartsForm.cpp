@@ -57,7 +57,7 @@ void OfferSpecialOption(std::size_t place, const std::string& caption, void (*ac
 }
 
 bool ChartsMayClose() {
-    if (!Charts.Needed) return true;
+    if (!Charts.Needed || Charts.ClosesAsEscape) return true;
     const BoxRequest question{
         "Closing the graphing window at this time is not recommended, and might crash the program.  Close it "
         "anyway?",

@@ -55,11 +55,19 @@ struct ChartsForm {
     std::vector<ChartMarker> Markers;
     std::int16_t ZoomState{}; // markers that whoever made the graph has in use
     int CapturedMarker = -1;  // the one that the pointer drags
-    int ActiveMarker = 0;     // the one that the arrow keys move
-    std::int16_t KeyCode{};   // the last key pressed on the graph, until it is taken
-    std::int16_t KeyShift{};  // sum of 1 Shift, 2 Ctrl, 4 Alt
-    bool Needed = false;      // whoever made the graph still waits for it
-    bool Shown = false;       // cleared to close a window that is shown modally
+    // A press has met several markers: the first move decides on one of MarkerGroup.First .. Last.
+    struct {
+        int First = 0, Last = -1; // no group when Last is below First
+        int PressX{};             // device units
+    } MarkerGroup;
+    int ActiveMarker = 0;            // the one that the arrow keys move
+    bool WashOutside = false;        // what lies outside the two markers is painted grey
+    std::function<void()> OnMarkers; // after markers have moved or come to stand elsewhere
+    std::int16_t KeyCode{};          // the last key pressed on the graph, until it is taken
+    std::int16_t KeyShift{};         // sum of 1 Shift, 2 Ctrl, 4 Alt
+    bool Needed = false;             // whoever made the graph still waits for it
+    bool ClosesAsEscape = false;     // closing the window is as good as Escape: nobody is asked
+    bool Shown = false;              // cleared to close a window that is shown modally
     // While the window is shown modally: what a key does; true ends the showing.
     std::function<bool(int code, int shift)> EndsOnKey;
 };
@@ -73,7 +81,8 @@ void ChartMenuStatus(ChartsForm& form);
 void ClearSpecialOptions();
 void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)());
 
-// True when the window may be closed: asks while whoever made the graph still waits for it.
+// True when the window may be closed: asks while whoever made the graph still waits for it, unless closing
+// counts as Escape.
 bool ChartsMayClose();
 
 // Puts a scale on the stack of zooms; the oldest of ten is lost.

@@ -266,6 +266,24 @@ void Binder::ObeyFocus() {
         }
 }
 
+namespace {
+
+// Tool tips of plain text are shown as one line however long it is.
+QString WrappedTip(const std::string& text) {
+    constexpr std::size_t longest = 60; // letters of a line
+    std::string wrapped = text;
+    std::size_t begin = 0;
+    while (wrapped.size() - begin > longest) {
+        const std::size_t blank = wrapped.rfind(' ', begin + longest);
+        if (blank == std::string::npos || blank <= begin) break;
+        wrapped[blank] = '\n';
+        begin = blank + 1;
+    }
+    return ShownText(wrapped);
+}
+
+} // namespace
+
 void Binder::Refresh() {
     if (Refreshing) return;
     Refreshing = true;
@@ -275,7 +293,7 @@ void Binder::Refresh() {
         b.Update();
         if (b.Widget->isHidden() == c.Visible) b.Widget->setVisible(c.Visible);
         if (b.Widget->isEnabled() != c.Enabled && Window->isEnabled()) b.Widget->setEnabled(c.Enabled);
-        const QString tip = ShownText(c.ToolTip);
+        const QString tip = WrappedTip(c.ToolTip);
         if (b.Widget->toolTip() != tip) b.Widget->setToolTip(tip);
         Colour(b.Widget, c);
     }

@@ -65,7 +65,9 @@ private:
     friend bool LeavePendingField();
     void Enter();
     void Leave();
+    bool Escape();
     void TakeBack();
+    void GiveBackEntry();
     int AskKey(int key);
     void TakeText(const QString& text);
     void ToRecord();
@@ -75,6 +77,7 @@ private:
     bool Fresh = false;   // the focus has come by a click that is not over yet
     bool Entered = false; // the form has been told that the focus is here
     int TimesLeft = 0;    // and that it has gone
+    QString AtEntry;      // the text that stood here when the focus came
 };
 
 // Runs the check of a field that a click has left. False when the check refused the value and took the focus

@@ -38,6 +38,15 @@ void PaintMarker(QPainter& painter, const ChartMarker& marker, double ratio, boo
                                       middle + QPointF(0, edge + inward * size)});
 }
 
+// What lies outside the markers is out of the range: it stays visible below a grey veil.
+void PaintWash(QPainter& painter) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    const auto [left, right] = std::minmax(Charts.Markers[0].Device, Charts.Markers[1].Device);
+    const QColor veil(128, 128, 128, 70);
+    painter.fillRect(QRect(QPoint(frame.X1, frame.Y1), QPoint(left, frame.Y2)), veil);
+    painter.fillRect(QRect(QPoint(right, frame.Y1), QPoint(frame.X2, frame.Y2)), veil);
+}
+
 // The keys as ChartKey counts them; 0 for those that have no number.
 int ChartKeyCode(const QKeyEvent& event) {
     switch (event.key()) {
@@ -149,6 +158,7 @@ void ChartCanvas::paintEvent(QPaintEvent*) {
     const double ratio = devicePixelRatioF();
     painter.scale(1.0 / ratio, 1.0 / ratio);
     painter.drawImage(0, 0, Box.Image());
+    if (Charts.WashOutside && Charts.Markers.size() == 2) PaintWash(painter);
     painter.setRenderHint(QPainter::Antialiasing);
     for (std::size_t i = 0; i < Charts.Markers.size(); ++i)
         PaintMarker(painter, Charts.Markers[i], ratio, static_cast<int>(i) == Charts.ActiveMarker);
@@ -173,11 +183,9 @@ int ChartCanvas::MarkerBelow(const QPoint& p) const {
 
 void ChartCanvas::mousePressEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    const int marker = event->button() == Qt::LeftButton ? MarkerBelow(p) : -1;
     RunOnGraph([&] {
-        if (marker >= 0)
-            MarkerMouseDown(marker);
-        else
+        const bool left = event->button() == Qt::LeftButton;
+        if (!left || !MarkerPressed(p.x(), p.y(), static_cast<int>(MarkerReach * devicePixelRatioF())))
             ChartMouseDown(p.x(), p.y(), ButtonNumber(event->button()));
     });
     update();

@@ -117,6 +117,8 @@ BoxAnswer ShowBox(const BoxRequest& request, QCheckBox* check, bool* checked) {
                     ButtonsOf(request.Buttons), FrontWindow());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (!request.YesCaption.empty()) box.button(QMessageBox::Yes)->setText(ShownText(request.YesCaption));
+    if (!request.NoCaption.empty()) box.button(QMessageBox::No)->setText(ShownText(request.NoCaption));
     if (box.button(ButtonOf(request.Default))) box.setDefaultButton(ButtonOf(request.Default));
     if (request.Buttons == BoxButtons::YesNo) box.setEscapeButton(QMessageBox::No);
     const QAbstractButton* const wayOut = AddWayOut(box, request.WayOut);

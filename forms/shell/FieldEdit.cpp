@@ -106,8 +106,8 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
         return;
     }
     event->accept();
+    if (key == KeyEscape) return event->setAccepted(Escape());
     const int taken = AskKey(key);
-    if (key == KeyEscape) return TakeBack();
     if (key == KeyReturn || key == KeyTab) return;
     if (taken != 0)
         TakeText(QString(QChar(taken)));
@@ -115,12 +115,34 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
         FromRecord();
 }
 
-// Esc asks for the former value, which the form gives back when the field is left: left and entered at once,
-// so that the user sees it and the request does not stay behind.
+// Esc goes to the form first, which may have a rule for it. It gives back the value that stood in the field
+// when it was entered; a field that is as it was leaves Esc to the window: false.
+bool FieldEdit::Escape() {
+    const bool changed = text() != AtEntry;
+    AskKey(KeyEscape);
+    if (!hasFocus() || !window()->isVisible()) return true;
+    TakeBack();
+    if (changed && hasFocus() && text() != AtEntry) GiveBackEntry();
+    return changed;
+}
+
+// A form that keeps the former value gives it back when the field is left: left and entered at once, so that
+// the user sees it and the request does not stay behind.
 void FieldEdit::TakeBack() {
-    if (!hasFocus() || !Work.AbortFit) return;
+    if (!Work.AbortFit) return;
+    const QString entry = AtEntry;
     Leave();
     if (hasFocus()) Enter();
+    AtEntry = entry;
+}
+
+void FieldEdit::GiveBackEntry() {
+    Control& c = Record();
+    c.Text = RecordText(AtEntry);
+    c.SelStart = 0;
+    c.SelLength = static_cast<std::int32_t>(c.Text.size());
+    FromRecord();
+    if (Handlers.Changed) RunHandler(Handlers.Changed);
 }
 
 void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
@@ -147,6 +169,7 @@ void FieldEdit::Enter() {
     });
     if (!Entered || !hasFocus()) return; // the field before this one has taken the focus back
     FromRecord();
+    AtEntry = text();
     if (Record().SelLength > 0) selectAll();
 }
 

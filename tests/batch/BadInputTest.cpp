@@ -179,7 +179,10 @@ std::string ScanOf(const std::string& header, int points) {
 TEST(BatchBadInput, ScanOfTooManyPoints) {
     GoodJob job;
     const std::string header = "R 1 20.0 15000 0001000 1.0E10 280 10";
-    EXPECT_EQ(job.LineOfScan(ScanOf(header, 2048)), ScanLine(job, "the scan holds more than 2047 points"));
+    EXPECT_EQ(job.LineOfScan(ScanOf(header, 2048)),
+              ScanLine(job, "the scan holds more than 2047 points; max-points-per-set in [fit] allows more"));
+    EXPECT_NE(job.Run("[fit]\nmax-points-per-set = 2049\n" + job.Text.substr(job.Text.find('\n') + 1)).Status,
+              1);
     job.TheScript.MakeFile("set2.txt", ScanOf(header, 2047)); // the largest one is read
     EXPECT_NE(job.Run(job.Text).Status, 1);
 }
@@ -193,7 +196,11 @@ TEST(BatchBadInput, HeadersThatCannotBeFitted) {
     EXPECT_EQ(job.LineOfScan(ScanOf("R 1 -300 15000 0001000 1.0E10 280 10", 50)),
               ScanLine(job, "the temperature is below absolute zero"));
     EXPECT_EQ(job.LineOfScan("c\nR 1 20.0 15000 0001000 1.0E10 280 10\n6.7 1 0\n1e9 1 0\n6.8 1 0\n"),
-              ScanLine(job, "point 2 has a radius of 1E+09 cm"));
+              ScanLine(job, Unreadable + ": line 4, '1e9 1 0': 1E+09 is no radius in cm"));
+    EXPECT_EQ(job.LineOfScan("c\nR 1 20.0 3000 0001000 1.0E10 6.5 10\n190.0 1 0\n191.0 1 0\n"),
+              ScanLine(job, Unreadable +
+                                ": line 3, '190.0 1 0': 190 is no radius in cm; this is a wavelength "
+                                "scan"));
 }
 
 TEST(BatchBadInput, RangesAndChannelsWithoutPoints) {
@@ -207,7 +214,41 @@ TEST(BatchBadInput, RangesAndChannelsWithoutPoints) {
               "fit.job:3: [set 1] inner: the scan has no points from 6.90001 to 6.90002 cm");
     // Channel A of a six-channel centerpiece, 5.8 to 6.35 cm at rest, moved by 1e-11 cm per rpm squared.
     EXPECT_EQ(job.LineOf(one + "channel = A\n"),
-              "fit.job:3: [set 1] channel: the scan has no points in this channel, 5.80225 to 6.35225 cm");
+              "fit.job:3: [set 1] channel: the scan has no points in channel A, 5.80225 to 6.35225 cm");
+}
+
+TEST(BatchBadInput, AProposedRangeIsToldAndTakesNoLimits) {
+    GoodJob job;
+    const std::string one = "[set 1]\nfile = set1.txt\nrange = auto\n";
+    EXPECT_EQ(job.LineOf(one + "inner = 6.8\n"),
+              "fit.job:3: [set 1] range: is proposed by the program, so that there is no inner or outer");
+    EXPECT_EQ(job.LineOf("[set 1]\nfile = set1.txt\nrange = all\n"),
+              "fit.job:3: [set 1] range: 'all' is not auto");
+    const ProgramEnd end = job.Run(one);
+    EXPECT_NE(end.Status, 1);
+    EXPECT_TRUE(end.Err.find("fit.job:3: [set 1] range: proposed: ") != std::string::npos) << end.Err;
+}
+
+TEST(BatchBadInput, ARangeThatTakesInMoreThanTheSolutionIsWarnedOf) {
+    GoodJob job;
+    std::string scan = ScanOf("R 1 20.0 15000 0001000 1.0E10 280 10", 60);
+    for (int i = 0; i < 60; ++i) { // a slope, for steps of the same size
+        const std::size_t at = scan.find(" 0.5 0");
+        scan.replace(at, 6, " " + std::to_string(0.5 + 0.001 * i) + " 0");
+    }
+    job.TheScript.MakeFile("smooth.txt", scan);
+    const std::size_t spike = scan.find("0.530000");
+    job.TheScript.MakeFile("spike.txt", scan.replace(spike, 8, "0.930000"));
+    const auto told = [&](const std::string& keys) {
+        return job.Run("[fit]\nguesses = no\n[set 1]\n" + keys).Err;
+    };
+    EXPECT_TRUE(told("file = smooth.txt\n")
+                    .starts_with("fit.job: [set 1] inner: no fitting range is chosen, so that the whole scan "
+                                 "is fitted, meniscus and bottom"));
+    EXPECT_TRUE(told("file = smooth.txt\nouter = 7\n").find("[set 1]") == std::string::npos);
+    EXPECT_TRUE(told("file = spike.txt\ninner = 6.7\n")
+                    .starts_with("fit.job:5: [set 1] inner: the fitting range 6.7000 to 6.7118 cm holds "
+                                 "jumps, the first at 6.7058 cm"));
 }
 
 TEST(BatchBadInput, Baselines) {

@@ -66,7 +66,8 @@ TEST(JobFile, LeastJobHasStandingValues) {
 TEST(JobFile, FitSectionTakesEveryKey) {
     const Job job = Parse("[fit]\nmodel = 5\nnonideal = yes\nseparate-k = yes\nmass-units = molar\n"
                           "concentration-units = weight\ndata = interference\nguesses = no\n"
-                          "max-iterations = 32767\nconvergence-limit = 1e-9\nconfidence-level = 0.95\n"
+                          "max-iterations = 32767\nmax-points-per-set = 4000\nconvergence-limit = "
+                          "1e-9\nconfidence-level = 0.95\n"
                           "confidence-limits = yes\n" +
                           OneSet);
     EXPECT_EQ(job.Model, 5);
@@ -77,6 +78,7 @@ TEST(JobFile, FitSectionTakesEveryKey) {
     EXPECT_EQ(job.Data, JobData::Interference);
     EXPECT_FALSE(job.Guesses);
     EXPECT_EQ(job.MaxIterations, 32767);
+    EXPECT_EQ(job.MaxPtsPerSet, 4000);
     EXPECT_EQ(SettingOf(job, &Workspace::ConvergenceLimit), 1e-9F);
     EXPECT_EQ(SettingOf(job, &Workspace::ConfidenceLevel), 0.95F);
     EXPECT_TRUE(job.ConfidenceLimits);

@@ -263,16 +263,16 @@ TEST_F(ChartMarkerTest, KeepTheirXOverAResize) {
     EXPECT_EQ(Marker(0).Device, Px(2.0625));
 }
 
-TEST_F(ChartMarkerTest, KeepTheirXOverAZoomAndStandAtItsEdgeOutside) {
+TEST_F(ChartMarkerTest, KeepTheirXOverAZoomAndAreShownAtItsEdgeOutside) {
     PlotMarked(2, 8);
     ZoomTo({4, 9, 0, 5});
-    EXPECT_EQ(Marker(0).X, 4.0F);
+    EXPECT_EQ(Marker(0).X, 2.0F);
     EXPECT_EQ(Marker(0).Device, Chart.Spec.Frame.X1);
     EXPECT_EQ(Marker(1).X, 8.0F);
     EXPECT_EQ(Marker(1).Device, Px(8));
     DoAutoScale();
-    EXPECT_EQ(Marker(0).X, 4.0F);
-    EXPECT_EQ(Marker(0).Device, Px(4));
+    EXPECT_EQ(Marker(0).X, 2.0F);
+    EXPECT_EQ(Marker(0).Device, Px(2));
 }
 
 TEST_F(ChartMarkerTest, AMovedMarkerIsRecordedBeforeARedraw) {

@@ -77,6 +77,54 @@ TEST_F(MarkersOnGraphTest, APressTakesTheNearestWithinReach) {
     EXPECT_EQ(MarkerAt(second + 6, y, 5), -1);
 }
 
+// Two markers on each other could not be parted to the right.
+TEST_F(MarkersOnGraphTest, OfMarkersOnEachOtherTheFirstMoveChooses) {
+    const int y = Py(2);
+    for (const int direction : {-1, 1}) {
+        PlaceMarkers(4, 4);
+        const int place = Marker(0).Device;
+        ASSERT_TRUE(MarkerPressed(place, y, 5));
+        ChartMouseMove(place, y, 1); // not decided yet
+        ChartMouseMove(place + 30 * direction, y, 1);
+        MarkerMouseUp();
+        const std::size_t moved = direction < 0 ? 0 : 1;
+        EXPECT_EQ(Marker(moved).Device, place + 30 * direction);
+        EXPECT_EQ(Marker(1 - moved).Device, place);
+        EXPECT_EQ(Marker(1 - moved).X, 4.0F);
+        ChartMouseMove(place, y, 0); // it has been let go
+        EXPECT_EQ(Marker(moved).Device, place + 30 * direction);
+    }
+    EXPECT_FALSE(MarkerPressed(Px(9), y, 5));
+}
+
+// A zoom moved markers for good.
+TEST_F(MarkersOnGraphTest, OneOffTheScaleKeepsItsXAndIsShownAtTheEdge) {
+    ZoomTo({3, 7, 1, 4});
+    EXPECT_EQ(Marker(0).Device, Chart.Spec.Frame.X1);
+    EXPECT_EQ(Marker(1).Device, Chart.Spec.Frame.X2);
+    EXPECT_EQ(Marker(0).X, 2.0F);
+    Charts.ActiveMarker = 0;
+    ChartKey(37, 0); // against the edge
+    EXPECT_EQ(Marker(0).X, 2.0F);
+    ChartKey(39, 0); // into the picture
+    EXPECT_GT(Marker(0).X, 3.0F);
+    RedrawChart();
+    DoLastZoom();
+    EXPECT_EQ(Marker(1).X, 8.0F);
+    EXPECT_EQ(Marker(1).Device, Px(8));
+}
+
+TEST_F(MarkersOnGraphTest, WhoeverMadeThemHearsOfEachMove) {
+    int heard = 0;
+    Charts.OnMarkers = [&heard] { ++heard; };
+    MarkerMouseDown(1);
+    MarkerMouseMove(Px(7));
+    EXPECT_EQ(heard, 1);
+    DoAutoScale();
+    EXPECT_GT(heard, 1);
+    Charts.OnMarkers = nullptr;
+}
+
 TEST_F(MarkersOnGraphTest, APressOutsideTheFrameTakesNone) {
     const GraphBox& frame = Chart.Spec.Frame;
     EXPECT_EQ(MarkerAt(Px(2), frame.Y1, 5), 0);

@@ -126,7 +126,7 @@ protected:
             }
         }
         if (Chance(3)) FileFormCancelButton();
-        for (int tries = 0; FileForm.State.Shown && tries < 3; ++tries) {
+        for (int tries = 0; FileForm.State.Shown && tries < 60; ++tries) {
             try {
                 FileFormOkButton();
             } catch (const RuntimeError&) { // a range without points, say: another scan in the first line

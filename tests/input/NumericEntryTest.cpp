@@ -117,11 +117,20 @@ TEST(NumericEntry, TheFirstKeyCanBeASignOrAMark) {
     EXPECT_EQ(field.Text, "0.5");
 }
 
-TEST(NumericEntry, ARefusedFirstKeyEmptiesTheFieldToo) {
+// A letter typed over a selected number was refused, but the number was gone.
+TEST(NumericEntry, ARefusedFirstKeyLeavesTheNumberSelected) {
     Script script;
-    Control field = Fresh("1.000");
-    EXPECT_EQ(NumKeyPress(field, 'x'), 0);
-    EXPECT_EQ(field.Text, "");
+    for (auto* const press : {NumKeyPress, IntKeyPress}) {
+        Control field = Fresh("125");
+        for (const int key : {'x', ' ', '('}) {
+            EXPECT_EQ(press(field, key), 0);
+            EXPECT_EQ(field.Text, "125");
+            EXPECT_EQ(field.SelLength, 3);
+            EXPECT_EQ(FreshField, 0);
+        }
+        TypeInto(field, "7", press);
+        EXPECT_EQ(field.Text, "7"); // the first key that is taken replaces it
+    }
 }
 
 TEST(NumericEntry, ControlKeysLeaveTheTextStanding) {

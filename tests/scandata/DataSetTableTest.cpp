@@ -123,33 +123,31 @@ TEST_F(TableRules, ALimitBelowAllRadiiGivesTheSecondPoint) {
     EXPECT_EQ(outer, 6.2F);
 }
 
-TEST_F(TableRules, AScanThatLiesBeyondTheOuterRadiusEndsAtItsLastPoint) {
+// A channel that the scan does not reach took the whole scan, meniscus and ribs and all.
+TEST_F(TableRules, TheRangeStaysWhereTheScanDoesNotReachTheChannel) {
+    Load(1, {6.0F, 6.1F, 7.0F, 7.1F});
+    Work.FitRange[0][1] = 2;
+    Work.FitRange[1][1] = 3;
+    const Workspace before = Work;
+    for (const auto& [from, to] : {std::pair{5.0F, 5.9F}, std::pair{7.2F, 7.5F}, std::pair{6.4F, 6.8F}}) {
+        inner = from;
+        outer = to;
+        EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 1)) << from;
+        EXPECT_EQ(inner, from);
+        EXPECT_EQ(outer, to);
+    }
+    EXPECT_FALSE(SetChannel(RowNo(1), 2)); // 6.4 to 6.8 cm
+    EXPECT_TRUE(Work == before);
+    EXPECT_EQ(NoPointsInChannel(RowNo(1), 2), "the scan has no points in channel B, 6.4 to 6.8 cm");
+}
+
+TEST_F(TableRules, WithoutAChannelAScanBeyondTheOuterRadiusEndsAtItsLastPoint) {
     Load(1, {6.5F, 6.6F, 6.7F});
     inner = 5.8F;
     outer = 6.35F;
-    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 1));
-    EXPECT_EQ(Range(1), Points(2, 3));
-    EXPECT_EQ(outer, 6.7F);
-}
-
-TEST_F(TableRules, AScanBelowTheInnerRadiusKeepsAllItsPoints) {
-    Load(1, {6.0F, 6.1F, 6.2F});
-    Work.FitRange[0][1] = 2;
-    Work.FitRange[1][1] = 2;
-    inner = 6.85F;
-    outer = 7.25F;
-    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 3));
+    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 0));
     EXPECT_EQ(Range(1), Points(1, 3));
-    EXPECT_EQ(inner, 6.0F);
-    EXPECT_EQ(outer, 6.2F);
-}
-
-TEST_F(TableRules, AScanWithAHoleInPlaceOfTheChannelKeepsAllItsPoints) {
-    Load(1, {6.0F, 6.1F, 7.0F, 7.1F});
-    inner = 6.4F;
-    outer = 6.8F;
-    EXPECT_FALSE(SetChannelRange(RowNo(1), inner, outer, 2));
-    EXPECT_EQ(Range(1), Points(1, 4));
+    EXPECT_EQ(outer, 6.7F);
 }
 
 TEST_F(TableRules, ASinglePointInAChannelIsTaken) {
@@ -206,22 +204,27 @@ TEST_F(TableRules, TheCenterpieceSetsTheRangeOfTheChosenChannelAfresh) {
     Load(2, {6.3F, 6.41F, 6.5F, 6.6F, 6.7F, 6.79F, 6.9F});
     SetChannel(RowNo(2), 2);
     EXPECT_EQ(Range(2), Points(3, 6));
-    EXPECT_TRUE(SetCenterpiece(RowNo(2), 4, inner, outer));
+    EXPECT_EQ(SetCenterpiece(RowNo(2), 4, inner, outer), ChannelRange::Set);
     EXPECT_EQ(Work.CenterpieceType[2], 4);
     EXPECT_EQ(Range(2), Points(4, 5));
     EXPECT_EQ(inner, 6.6F);
     EXPECT_EQ(outer, 6.7F);
-    EXPECT_TRUE(SetCenterpiece(RowNo(2), 3, inner, outer));
+    EXPECT_EQ(SetCenterpiece(RowNo(2), 3, inner, outer), ChannelRange::Set);
+    EXPECT_EQ(Range(2), Points(3, 6));
+    Work.ChannelRadii[3] = 7.5F; // the short cell has it where the scan does not reach
+    Work.ChannelRadii[11] = 7.6F;
+    EXPECT_EQ(SetCenterpiece(RowNo(2), 4, inner, outer), ChannelRange::NotReached);
+    EXPECT_EQ(Work.CenterpieceType[2], 4);
     EXPECT_EQ(Range(2), Points(3, 6));
 }
 
 TEST_F(TableRules, ACenterpieceWithoutChannelsOrAChannelLeavesTheRange) {
     Load(2, {6.3F, 6.41F, 6.5F, 6.6F});
     SetRadialRange(RowNo(2), 6.4F, 6.55F);
-    EXPECT_FALSE(SetCenterpiece(RowNo(2), 4, inner, outer)); // no channel chosen
+    EXPECT_EQ(SetCenterpiece(RowNo(2), 4, inner, outer), ChannelRange::None); // no channel chosen
     EXPECT_EQ(Work.CenterpieceType[2], 4);
     Work.DataChannel[2] = 2;
-    EXPECT_FALSE(SetCenterpiece(RowNo(2), 1, inner, outer));
+    EXPECT_EQ(SetCenterpiece(RowNo(2), 1, inner, outer), ChannelRange::None);
     EXPECT_EQ(Work.CenterpieceType[2], 1);
     EXPECT_EQ(Range(2), Points(2, 3));
 }
@@ -233,12 +236,12 @@ TEST_F(TableRules, OnTheSecondPageTheChannelOfTheFirstPageCounts) {
     Work.RotorExpansion = 1e-9F; // 0.1 cm at the speed of row 12
     Work.DataChannel[12] = 0;
     Work.DataChannel[3] = 2;
-    EXPECT_TRUE(SetCenterpiece(RowNo(12), 3, inner, outer)); // 6.5 to 6.9 cm
+    EXPECT_EQ(SetCenterpiece(RowNo(12), 3, inner, outer), ChannelRange::Set); // 6.5 to 6.9 cm
     EXPECT_EQ(Range(12), Points(4, 5));
     Work.DataChannel[12] = 2;
     Work.DataChannel[3] = 0;
     Work.FitRange[0][12] = 1;
-    EXPECT_FALSE(SetCenterpiece(RowNo(12), 3, inner, outer));
+    EXPECT_EQ(SetCenterpiece(RowNo(12), 3, inner, outer), ChannelRange::None);
     EXPECT_EQ(Range(12), Points(1, 5));
 }
 
@@ -307,6 +310,21 @@ TEST_F(SetConstraints, BothConcentrationsGoTogether) {
     RemoveSetConstraints(RowNo(4));
     EXPECT_EQ(Work.ConcConstraintA[4], 0.0F);
     EXPECT_EQ(Work.ConcConstraintB[4], 0.0F);
+}
+
+TEST_F(SetConstraints, SharedConcentrationsAreAskedForBothWays) {
+    Work.ConcLink[2] = 4;
+    Work.ConcLink[4] = 1;
+    ExpectQuestion(
+        "The concentrations for file #2 previously were those of this one.  Do you want this constraint "
+        "removed?",
+        BoxAnswer::Yes);
+    ExpectQuestion("The concentrations for this file previously were those of file #1.  Do you want this "
+                   "constraint removed?",
+                   BoxAnswer::No);
+    RemoveSetConstraints(RowNo(4));
+    EXPECT_EQ(Work.ConcLink[2], 0);
+    EXPECT_EQ(Work.ConcLink[4], 1);
 }
 
 TEST_F(SetConstraints, ARowWithoutConstraintsIsNotAskedAbout) {

@@ -46,6 +46,7 @@ TEST_F(TablePages, ScansGoOnBehindTheEndOfThePageAndStopAtTheEighteenth) {
     EXPECT_EQ(Work.ScanFile[18], "scan18.RA1");
     EXPECT_EQ(Work.CurrentPage, 1);
     EXPECT_EQ(FileForm.NameBox[8].Text, "scan18.RA1");
+    ExpectTold("All data sets hold a scan: there is no line left for the next channel.");
     FileFormCopyFile(); // there is no line behind
     EXPECT_EQ(script.Beeps, 2);
     EXPECT_EQ(FileForm.CopyRunning, FlagFalse);
@@ -61,6 +62,7 @@ TEST_F(TablePages, OkTakesTheMarksOfBothPages) {
     FileFormPage2();
     FileForm.Check1[1].Value = 0; // set 2
     FileFormCheckClick(1);
+    script.AnswerAllMessages(BoxAnswer::Yes); // whole scans
     FileFormOkButton();
     EXPECT_EQ(Work.NumSets, 16);
     EXPECT_EQ(Work.SetRow[2], 3);
@@ -76,6 +78,7 @@ TEST_F(TablePages, OkTakesTheMarksOfBothPages) {
 TEST_F(TablePages, ClearFilesOnPageTwoComesBackToPageOne) {
     FileFormReadFiles(Scans(11));
     EXPECT_EQ(Work.CurrentPage, 1);
+    script.AnswerAllMessages(BoxAnswer::Yes);
     FileFormClearFiles();
     EXPECT_EQ(Work.CurrentPage, 0);
     EXPECT_EQ(FileForm.SetBox[0].Text, "1");

@@ -6,6 +6,7 @@
 #include "chart/Charts.h"
 #include "scandata/BaselineShiftGraph.h"
 #include "scandata/ExtinctionForm.h"
+#include "scandata/FileFormChannels.h"
 #include "scandata/FileFormEvents.h"
 #include "scandata/FileFormScans.h"
 #include "scandata/InfoBox.h"
@@ -334,6 +335,7 @@ TEST_F(TableTest, ClearFilesEmptiesTheTableAndItsConstraints) {
     Work.ConcToleranceB[4] = 0.5F;
     Work.ConstraintFlags = 3;
     Work.HighestSet = 5;
+    script.AnswerAllMessages(BoxAnswer::Yes);
     FileFormClearFiles();
     EXPECT_EQ(Work.ScanFile[1], "");
     EXPECT_EQ(Work.CenterpieceType[1], 0);
@@ -358,6 +360,7 @@ TEST_F(TableTest, OkRefusesAnEmptyTableAndOneWithoutChecks) {
     EXPECT_TRUE(FileForm.State.Shown);
     EXPECT_EQ(script.Beeps, 2);
     FileForm.Check1[0].Value = 1;
+    script.AnswerAllMessages(BoxAnswer::Yes); // the whole scan
     FileFormOkButton();
     EXPECT_FALSE(FileForm.State.Shown);
     EXPECT_EQ(Work.DataChosen, FlagTrue);

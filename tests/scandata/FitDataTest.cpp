@@ -371,15 +371,23 @@ TEST_F(FitDataTest, AToleranceOfZeroIsAnError) {
     EXPECT_EQ(ErrorOfBuild(), "Set 1 (1.RA1): its loading is constrained with a tolerance of 0");
 }
 
-TEST_F(FitDataTest, ASpeedThatCannotBeRelatedIsNamed) {
+TEST_F(FitDataTest, ASpeedThatNoRotorHasIsNamed) {
+    LoadThree(1);
+    Work.ScanRPM[1] = 1e38F; // alone it was an "Overflow" of the units
+    EXPECT_EQ(ErrorOfBuild(), "Set 1 (1.RA1): the header holds a rotor speed of 1E+38 rpm");
+    Work.ScanRPM[1] = 1e6F;
+    EXPECT_EQ(ErrorOfBuild(), "no error");
+}
+
+TEST_F(FitDataTest, SpeedsThatCannotBeRelatedAreNamed) {
     LoadThree(1);
     LoadThree(2);
     Work.ScanFile[2] = "00012.RA1";
-    Work.ScanRPM[1] = 10000.0F;
-    Work.ScanRPM[2] = 1e38F;
-    EXPECT_EQ(ErrorOfBuild(),
-              "Set 2 (00012.RA1): a rotor speed of 1E+38 rpm cannot be related to the 10000 rpm "
-              "of the first set");
+    Work.ScanRPM[1] = 1e-20F;
+    Work.ScanRPM[2] = 10000.0F;
+    EXPECT_EQ(
+        ErrorOfBuild(),
+        "Set 2 (00012.RA1): a rotor speed of 10000 rpm cannot be related to the 1E-20 rpm of the first set");
 }
 
 TEST_F(FitDataTest, NoIncludedRowLeavesAnEmptyFit) {

@@ -5,6 +5,7 @@
 #include "ScanFixture.h"
 #include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "scandata/RangeBar.h"
 #include "scandata/RangeOptions.h"
 #include "tests/support/RecordingSurface.h"
 
@@ -117,10 +118,26 @@ TEST_F(RangeGraphTest, ARangeIsNoChangeOfTheData) {
     EXPECT_EQ(Work.SetChanged[1], FlagFalse);
 }
 
-TEST_F(RangeGraphTest, MarkersBetweenTwoPointsLeaveTheRange) {
-    OnGraph([] { PlaceMarkers(6.204F, 6.206F); });
+// A range of one point was accepted and one between two points refused, both in silence.
+TEST_F(RangeGraphTest, FewerThanThreePointsAreToldAndTheGraphStays) {
+    EXPECT_FALSE(OnGraph(
+        [this] {
+            const auto refused = [this](float first, float last, const std::string& told) {
+                PlaceMarkers(first, last);
+                ExpectTold(told + " between the markers. A range takes at least 3.");
+                ChartKey(13, 0);
+                EXPECT_TRUE(Charts.Shown);
+            };
+            refused(6.204F, 6.206F, "There are no points");
+            refused(6.195F, 6.205F, "There is 1 point");
+            refused(6.195F, 6.215F, "There are 2 points");
+        },
+        27));
+    EXPECT_EQ(script.Beeps, 3);
     EXPECT_EQ(Work.FitRange[0][1], 51);
     EXPECT_EQ(Work.FitRange[1][1], 81);
+    EXPECT_TRUE(OnGraph([] { PlaceMarkers(6.195F, 6.225F); }));
+    EXPECT_EQ(Work.FitRange[1][1] - Work.FitRange[0][1] + 1, 3);
 }
 
 TEST_F(RangeGraphTest, EscapeLeavesTheRangeAndNoCancel) {
@@ -144,10 +161,124 @@ TEST_F(RangeGraphTest, NothingOfItsMenuStays) {
     EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
 }
 
-TEST_F(RangeGraphTest, TheEdgeOfAZoomIsTaken) {
-    OnGraph([] { ZoomTo({6.6F, 6.7F, 0.5F, 0.7F}); });
-    EXPECT_EQ(Work.FitRange[0][1], 61);
-    EXPECT_EQ(Work.FitRange[1][1], 71);
+// A look at a part of the scan cut the range to that part for good.
+TEST_F(RangeGraphTest, AZoomMovesNoMarker) {
+    OnGraph([] {
+        ZoomTo({6.6F, 6.7F, 0.5F, 0.7F});
+        EXPECT_EQ(Charts.Markers[0].Device, Chart.Spec.Frame.X1); // shown at the edge
+        EXPECT_EQ(Charts.Markers[1].Device, Chart.Spec.Frame.X2);
+        EXPECT_EQ(RangeBar.Radius[0].Text, "6.5000");
+    });
+    EXPECT_EQ(Work.FitRange[0][1], 51);
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+    OnGraph([] {
+        ZoomTo({6.6F, 6.7F, 0.5F, 0.7F});
+        DoAutoScale();
+    });
+    EXPECT_EQ(Work.FitRange[0][1], 51);
+    EXPECT_EQ(Work.FitRange[1][1], 81);
+}
+
+TEST_F(RangeGraphTest, InterferenceDataAreFringes) {
+    Work.DataTypeName = "Fringes";
+    OnGraph([] { EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Fringes"); });
+    Work.RangeLogPlot = FlagTrue;
+    OnGraph([] { EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "ln(Fringes)"); });
+}
+
+TEST_F(RangeGraphTest, ItsWindowClosesAsEscapeDoes) {
+    OnGraph([] {
+        EXPECT_TRUE(Charts.ClosesAsEscape);
+        EXPECT_TRUE(ChartsMayClose()); // nobody is asked
+    });
+    EXPECT_FALSE(Charts.ClosesAsEscape);
+}
+
+// --- the bar
+// -------------------------------------------------------------------------------------------------
+
+TEST_F(RangeGraphTest, TheBarFollowsTheMarkers) {
+    EXPECT_FALSE(RangeBar.Shown);
+    OnGraph([] {
+        EXPECT_TRUE(RangeBar.Shown && Charts.WashOutside);
+        EXPECT_EQ(RangeBar.Radius[0].Text, "6.5000");
+        EXPECT_EQ(RangeBar.Radius[1].Text, "6.8000");
+        EXPECT_EQ(RangeBar.Count.Text, "31 points");
+        MarkerMouseDown(0);
+        MarkerMouseMove(Charts.Markers[0].Device + 20);
+        MarkerMouseUp();
+        EXPECT_NE(RangeBar.Radius[0].Text, "6.5000");
+        EXPECT_EQ(RangeBar.Radius[1].Text, "6.8000");
+        Charts.ActiveMarker = 1;
+        ChartKey(37, 0);
+        EXPECT_NE(RangeBar.Radius[1].Text, "6.8000");
+    });
+    EXPECT_FALSE(RangeBar.Shown || Charts.WashOutside);
+    EXPECT_FALSE(Charts.OnMarkers);
+}
+
+TEST_F(RangeGraphTest, TheMarkersFollowWhatIsTyped) {
+    for (const bool log : {false, true}) {
+        Work.RangeLogPlot = Flag(log);
+        Work.FitRange[0][1] = 51;
+        Work.FitRange[1][1] = 81;
+        EXPECT_TRUE(OnGraph([] {
+            const auto type = [](std::size_t side, const std::string& text) {
+                RangeBarGotFocus(side);
+                RangeBar.Radius[side].Text = text;
+                EXPECT_EQ(RangeBarKeyPress(side, 13), 0);
+                EXPECT_TRUE(RangeBar.FocusOnGraph);
+            };
+            type(0, "6.204");
+            EXPECT_EQ(RangeBar.Radius[0].Text, "6.2040");
+            EXPECT_EQ(RangeBar.Count.Text, "60 points"); // 6.21 to 6.80
+            type(1, "6.918");
+            EXPECT_EQ(RangeBar.Count.Text, "71 points");
+            type(1, "abc"); // no radius
+            EXPECT_EQ(RangeBar.Radius[1].Text, "6.9180");
+            type(1, "6.1"); // further in than the other: they change places
+            EXPECT_EQ(RangeBar.Radius[0].Text, "6.1000");
+            EXPECT_EQ(RangeBar.Radius[1].Text, "6.2040");
+            type(1, "6.918");
+            RangeBarGotFocus(0); // a look changes nothing
+            RangeBarLostFocus(0);
+        }));
+        EXPECT_EQ(Work.FitRange[0][1], 12);
+        EXPECT_EQ(Work.FitRange[1][1], 92);
+    }
+}
+
+TEST_F(RangeGraphTest, AcceptAndCancelAreTheKeys) {
+    script.ExpectModal("Charts", [] {
+        PlaceMarkers(6.204F, 6.918F);
+        RangeBarCancelButton();
+        EXPECT_FALSE(Charts.Shown);
+    });
+    EXPECT_FALSE(SelectRange(RowNo(1)));
+    EXPECT_EQ(Work.FitRange[0][1], 51);
+    EXPECT_EQ(Work.AbortFit, 0);
+    script.ExpectModal("Charts", [] {
+        PlaceMarkers(6.204F, 6.918F);
+        RangeBarAcceptButton();
+    });
+    EXPECT_TRUE(SelectRange(RowNo(1)));
+    EXPECT_EQ(Work.FitRange[0][1], 22);
+}
+
+TEST_F(RangeGraphTest, AutoProposesAndTheUserAccepts) {
+    Work.ScanValue[1][90] += 1.0F; // a spike: bends at 89, 90, 91
+    OnGraph([] {
+        RangeBarAutoButton();
+        EXPECT_EQ(RangeBar.Count.Text, "83 points"); // 2..88 less two at each end
+        EXPECT_TRUE(RangeBar.FocusOnGraph);
+        EXPECT_TRUE(Charts.StatusLine.Text.starts_with("Proposed: 6.0300 to 6.8500 cm"))
+            << Charts.StatusLine.Text;
+    });
+    EXPECT_EQ(Work.FitRange[0][1], 4);
+    EXPECT_EQ(Work.FitRange[1][1], 86);
+    for (long p = 1; p <= 101; ++p)
+        Work.ScanValue[1][p] = p % 2 == 0 ? 0.0F : static_cast<float>(p * p);
+    OnGraph([] { RangeBarAutoButton(); }, 27);
 }
 
 TEST_F(RangeGraphTest, OffersItsOptions) {

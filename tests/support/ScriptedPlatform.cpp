@@ -57,6 +57,8 @@ Script::Script() {
             EXPECT_EQ(static_cast<int>(request.Buttons), static_cast<int>(step.Whole.Buttons));
             EXPECT_EQ(static_cast<int>(request.Default), static_cast<int>(step.Whole.Default));
             EXPECT_EQ(request.WayOut, step.Whole.WayOut);
+            EXPECT_EQ(request.YesCaption, step.Whole.YesCaption);
+            EXPECT_EQ(request.NoCaption, step.Whole.NoCaption);
         }
         return step.Box;
     };

@@ -1,0 +1,25 @@
+#pragma once
+// A fitting range proposed from the scan itself: between meniscus, optical edges and bottom the signal bends
+// little from point to point, at them it breaks.
+
+#include "workspace/records/Counts.h"
+
+namespace Quillon {
+
+// Points first..last, none when First is 0.
+struct PointRange {
+    long First = 0;
+    long Last = 0;
+    bool operator==(const PointRange&) const = default;
+};
+
+// The longest run of points within first..last of which every second difference |y(p-1) - 2 y(p) + y(p+1)|
+// stays below the larger of 18 times the lower quartile of all of them and 0.03 signal units, two points cut
+// at each end. Of runs of the same length the innermost. None when fewer than three points are left.
+PointRange ProposeRange(const OneBased<float>& values, long first, long last);
+
+// The same for a row of the data set table: within its channel, where the scan reaches that, else within the
+// whole scan.
+PointRange ProposeRangeOf(RowNo row);
+
+} // namespace Quillon
