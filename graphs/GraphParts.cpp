@@ -70,11 +70,10 @@ long LongestSet(long first, long last) {
 }
 
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
-              SetLooks looks) {
+              const SetLooks& looks) {
     CopyOppositeAxes(spec);
     Chart.GraphHeld = FlagTrue;
-    NextLooks = std::move(looks);
-    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {});
+    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {}, looks);
     ChartMenuStatus(Charts);
     return Chart.GraphStatus < GraphStatuses::Stop;
 }

@@ -5,6 +5,7 @@
 #include "chart/records/ChartStyle.h"
 #include "chart/records/Cycles.h"
 #include "chart/records/Records.h"
+#include "chart/records/SetLooks.h"
 #include "chart/records/SetTable.h"
 #include "platform/Arrays.h"
 
@@ -122,6 +123,7 @@ struct ChartModule {
 
     SetTable DataX, DataY;           // the values after prescale and log transform, not the caller's
     OneBased<std::string> SetNames;  // legend text per set, counted from the first set plotted
+    SetLooks Looks;                  // given by the caller; empty where sets go by their numbers
     OneBased<std::string> CatLabels; // label per category; numbers stand in for blank ones
     std::vector<GraphNote> Notes;
     std::vector<GraphMark> Marks;
