@@ -19,7 +19,6 @@ struct PlotData {
     const SetTable& Y;
     std::int16_t Npts, FirstSet, LastSet, MultiSet;
     const std::vector<std::string>& SetNames;
-    SetLooks Looks = {};
 };
 
 void SetKinds(GraphSpec& spec) {
@@ -68,7 +67,7 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     Chart.LoadFactorX = LoadDivisor(Chart.Spec.AxisX1);
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
     TakeNames(data);
-    Chart.Looks = data.Looks;
+    Looks = std::exchange(NextLooks, {});
     state.Npts = data.Npts;
     state.Nsets = ToInt16(data.LastSet - data.FirstSet + 1);
     state.FirstSet = data.FirstSet;
@@ -186,9 +185,8 @@ void LoadSets(GraphSpec& spec, const SetTable& x, const SetTable& y, int nPts, i
 
 void PlotSets(GraphSpec& spec, const SetTable& x, const SetTable& y, int nPts, int firstSet, int lastSet,
               const std::vector<std::string>& setNames, const std::vector<GraphNote>& notes,
-              const std::vector<GraphMark>& marks, const SetLooks& looks) {
-    PlotLoaded(spec, {x, y, ToInt16(nPts), ToInt16(firstSet), ToInt16(lastSet), 1, setNames, looks}, notes,
-               marks);
+              const std::vector<GraphMark>& marks) {
+    PlotLoaded(spec, {x, y, ToInt16(nPts), ToInt16(firstSet), ToInt16(lastSet), 1, setNames}, notes, marks);
 }
 
 void PlotSingle(GraphSpec& spec, const OneBased<float>& x, const OneBased<float>& y, int nPts,

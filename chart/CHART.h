@@ -41,10 +41,10 @@ void GraphInit(GraphSpec& spec, int graphType, int plotStyle);
 
 // Plots several sets: columns firstSet to lastSet of x and y, points 1 to nPts of each; what a table does not
 // have is missing. Name i of setNames (from 0) is that of set firstSet + i. Values that are infinite or no
-// number are missing. Where looks are given, one for each set, lines have those colours and dashes.
+// number are missing.
 void PlotSets(GraphSpec& spec, const SetTable& x, const SetTable& y, int nPts, int firstSet, int lastSet,
               const std::vector<std::string>& setNames, const std::vector<GraphNote>& notes,
-              const std::vector<GraphMark>& marks, const SetLooks& looks = {});
+              const std::vector<GraphMark>& marks);
 
 // Plots one set. It has no legend.
 void PlotSingle(GraphSpec& spec, const OneBased<float>& x, const OneBased<float>& y, int nPts,

@@ -70,10 +70,11 @@ long LongestSet(long first, long last) {
 }
 
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
-              const SetLooks& looks) {
+              SetLooks looks) {
     CopyOppositeAxes(spec);
     Chart.GraphHeld = FlagTrue;
-    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {}, looks);
+    NextLooks = std::move(looks);
+    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {});
     ChartMenuStatus(Charts);
     return Chart.GraphStatus < GraphStatuses::Stop;
 }

@@ -37,7 +37,7 @@ long LongestSet(long first, long last);
 // Hands the tables over, with looks where lines go by something else than their number. False when the chart
 // stopped.
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
-              const SetLooks& looks = {});
+              SetLooks looks = {});
 
 // Offers the conversion of the Y scale to natural logarithms under a caption, once; "" offers nothing.
 void OfferLogOption(const std::string& caption);

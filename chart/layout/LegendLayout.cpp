@@ -76,8 +76,8 @@ void Crop(LegendSpace& space, int width, int height) {
 // A legend of looks: their lines follow those of the sets.
 std::vector<LegendEntry> EntriesOfLooks() {
     std::vector<LegendEntry> entries;
-    int line = static_cast<int>(Chart.Looks.Sets.size());
-    for (const LookEntry& look : Chart.Looks.Legend)
+    int line = static_cast<int>(Looks.Sets.size());
+    for (const LookEntry& look : Looks.Legend)
         entries.push_back({++line, 0, 0, look.Name});
     return entries;
 }
@@ -90,7 +90,7 @@ bool HasLegend() {
 
 std::vector<LegendEntry> LegendEntries() {
     std::vector<LegendEntry> entries;
-    if (!Chart.Looks.Legend.empty()) return EntriesOfLooks();
+    if (!Looks.Legend.empty()) return EntriesOfLooks();
     const GraphSpec& spec = Chart.Spec;
     const int sets = Chart.State.Nsets;
     const bool areas = spec.GraphType == GraphTypes::HorizontalBars ||

@@ -41,12 +41,11 @@ ChartColor RainbowColor(int set) {
 // The look that the caller gave a set, or an entry of the legend behind the last set; none where sets go by
 // their numbers.
 const SetLook* LookOf(int set) {
-    const SetLooks& looks = Chart.Looks;
     const auto place = static_cast<std::size_t>(set - 1);
-    if (looks.Sets.empty() || set < 1) return nullptr;
-    if (place < looks.Sets.size()) return &looks.Sets[place];
-    const std::size_t entry = place - looks.Sets.size();
-    return entry < looks.Legend.size() ? &looks.Legend[entry].Look : nullptr;
+    if (Looks.Sets.empty() || set < 1) return nullptr;
+    if (place < Looks.Sets.size()) return &Looks.Sets[place];
+    const std::size_t entry = place - Looks.Sets.size();
+    return entry < Looks.Legend.size() ? &Looks.Legend[entry].Look : nullptr;
 }
 
 // Without colours the dash style changes with each line. Where sets alternate, only every second index is

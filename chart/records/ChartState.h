@@ -5,7 +5,6 @@
 #include "chart/records/ChartStyle.h"
 #include "chart/records/Cycles.h"
 #include "chart/records/Records.h"
-#include "chart/records/SetLooks.h"
 #include "chart/records/SetTable.h"
 #include "platform/Arrays.h"
 
@@ -123,7 +122,6 @@ struct ChartModule {
 
     SetTable DataX, DataY;           // the values after prescale and log transform, not the caller's
     OneBased<std::string> SetNames;  // legend text per set, counted from the first set plotted
-    SetLooks Looks;                  // given by the caller; empty where sets go by their numbers
     OneBased<std::string> CatLabels; // label per category; numbers stand in for blank ones
     std::vector<GraphNote> Notes;
     std::vector<GraphMark> Marks;

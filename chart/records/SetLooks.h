@@ -31,4 +31,9 @@ struct SetLooks {
     bool operator==(const SetLooks&) const = default;
 };
 
+// Those of the graph at hand. Every graph that is plotted takes NextLooks, which stand for one graph alone: a
+// caller fills them right before PlotSets.
+inline SetLooks Looks;
+inline SetLooks NextLooks;
+
 } // namespace Quillon

@@ -4,6 +4,7 @@
 #include "GraphBench.h"
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Pens.h"
+#include "chart/records/SetLooks.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/SpecialOptions.h"
 #include "models/SEDEQ3.h"
@@ -113,7 +114,7 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
         EXPECT_EQ(SetColor(first + 1), SetColor(1)) << k;
         EXPECT_EQ(SetColor(first + 2), SetColor(2)) << k;
         EXPECT_EQ(SetColor(first + 3), 0U) << k;
-        EXPECT_EQ(Chart.Looks.Sets[static_cast<std::size_t>(first)].Dash, k - 1);
+        EXPECT_EQ(Looks.Sets[static_cast<std::size_t>(first)].Dash, k - 1);
     }
     EXPECT_NE(SetColor(1), SetColor(2));
     std::vector<std::string> legend;
@@ -127,7 +128,7 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     EXPECT_EQ(SetColor(LegendEntries()[1].LineSet), SetColor(2));
     EXPECT_NE(Screen.FindText("set18.RA1"), nullptr) << "eighteen sets do not fit";
     ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
-    EXPECT_TRUE(Chart.Looks.Sets.empty()) << "looks outlived their graph";
+    EXPECT_TRUE(Looks.Sets.empty()) << "looks outlived their graph";
 }
 
 TEST_F(SpeciesGraphs, OfferTheLogarithm) {
@@ -138,7 +139,7 @@ TEST_F(SpeciesGraphs, OfferTheLogarithm) {
     Charts.SpecialActions[LogYOption]();
     EXPECT_NEAR(YAt(3, 2), std::log(before), 1e-6);
     EXPECT_EQ(YTitle(), "Ln (Absorbance)");
-    EXPECT_FALSE(Chart.Looks.Sets.empty());
+    EXPECT_FALSE(Looks.Sets.empty());
 }
 
 TEST_F(SpeciesGraphs, InWeightOfTwoKindsOfMonomersAreRefused) {
