@@ -52,7 +52,9 @@ void AddAnalysisMenu() {
     Add(m, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, true);
     Add(m, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint);
     Add(m, "SetBaseConstraint", "C&onstrain Zero Offsets...", SetBaseConstraint);
+    Add(m, "DoIntegrate", "&Integrate Over Cell...", DoIntegrate);
     Add(m, "AlterBounds", "Alter Parameter &Bounds...", AlterBounds);
+    Add(m, "DoSimulate", "&Simulate...", SimulateCommand);
     Add(m, "DoShowConstraint", "Sho&w Match to Conc. Constraints...", DoShowConstraint, true);
     Add(m, "Covariance", "&List Parameter Cross-Correlations...", Covariance);
     Checkable("SetConcConstraint");
@@ -67,11 +69,17 @@ void AddGraphsMenu() {
     Add(m, "GraphResiduals", "&Residuals (all) vs. X", GraphResiduals, true);
     Add(m, "GraphResidualsY", "Residuals (all) vs. &Y", GraphResidualsY);
     Add(m, "GraphResidualsR", "Residuals (all) vs. r&adius", GraphResidualsR);
+    Add(m, "GraphSpecies", "Species &Concentration (all)", GraphSpecies, true);
+    Add(m, "GraphSpeciesFraction", "&Species Fraction (all)", GraphSpeciesFraction);
+    Add(m, "GraphMvsC", "&Apparent Molar Mass vs. Concentration (all)", GraphMvsC);
+    Add(m, "mnuGraphMvsR", "Apparent Molar Mass vs. Radius (all)", GraphMvsR);
     Add(m, "GraphFuncSet", "Fitted Function (&1 set)...", GraphFuncSet, true);
     Add(m, "GraphOverlaySet", "Overlay Data and Fit (1 se&t)...", GraphOverlaySet);
     Add(m, "GraphResidSet", "Residuals (1 set) vs. &X...", GraphResidSet);
     Add(m, "GraphResidSetY", "Residuals (1 set) &vs. Y...", GraphResidSetY);
     Add(m, "GraphResidualsRSet", "Residuals (1 set) vs. rad&ius...", GraphResidualsRSet);
+    Add(m, "GraphSpeciesSet", "Species Co&ncentration (1 set)...", GraphSpeciesSet);
+    Add(m, "GraphSpeciesFractionSet", "Species Fraction (1 s&et)...", GraphSpeciesFractionSet);
 }
 
 void AddPreferencesMenu() {
@@ -151,11 +159,13 @@ void SetMenuStatus() {
     Enable({"GraphResiduals", "GraphResidualsY", "GraphResidSet", "GraphResidSetY", "GraphResidualsR",
             "GraphResidualsRSet", "WriteBaseline"},
            fresh && fitValid);
-    Enable({"GraphFunc", "GraphFuncSet", "GraphOverlay", "GraphOverlaySet"}, fitValid);
+    Enable({"GraphFunc", "GraphFuncSet", "GraphOverlay", "GraphOverlaySet", "GraphMvsC", "mnuGraphMvsR",
+            "GraphSpecies", "GraphSpeciesFraction", "GraphSpeciesSet", "GraphSpeciesFractionSet"},
+           fitValid);
     Enable({"ReviewFit", "Covariance"}, fitDone && fresh);
     if (fitDone) Enable({"DoFitSave"}, true);
     Enable({"DoShowConstraint"}, fitDone && Work.ConstraintFlags);
-    Enable({"FitData", "AlterBounds", "SetConcConstraint", "DoInitGuesses"},
+    Enable({"FitData", "DoSimulate", "AlterBounds", "DoIntegrate", "SetConcConstraint", "DoInitGuesses"},
            Work.ModelChosen && Work.DataChosen);
     Enable({"GraphData", "DefineUnits"}, Work.DataChosen != 0);
     Enable({"SetBaseConstraint"}, Work.DataChosen && Work.NumSets >= 2);

@@ -12,6 +12,7 @@
 #include "models/SEDEQ3.h"
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
+#include "models/SpecForm.h"
 #include "models/UnitsForm.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"
@@ -120,6 +121,10 @@ void SetBaseConstraint() {
     BaseConstraintDialog();
     BuildFitData();
     Work.NewData = 1;
+}
+
+void DoIntegrate() {
+    IntegrateDialog();
 }
 
 void AlterBounds() {

@@ -2,8 +2,11 @@
 // The commands behind the main window's menu items, each as plain as it can be: errors and the menu's state
 // are RunCommand's business.
 
+#include "commands/SimulateCommand.h"
 #include "graphs/FitGraphs.h"
+#include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
+#include "graphs/SpeciesGraphs.h"
 
 #include <functional>
 #include <string>
@@ -30,6 +33,7 @@ void DoInitGuesses();
 void SetConcConstraint();
 void SetBaseConstraint();
 void AlterBounds();
+void DoIntegrate();
 void DoShowConstraint();
 void Covariance();
 
