@@ -114,7 +114,7 @@ int SetLineWidth(int index) {
 
 void SelectSetPen(int set) {
     if (const SetLook* look = LookOf(set)) {
-        SelectPen(SetColor(set), SetLineWidth(0));
+        SelectPen(SetColor(set), SetLineWidth(look->Dash)); // widths go on where the dashes have run out
         BeginDash(Chart.Style.DashedLines ? Chart.Cycles.Line2[CyclePlace(look->Dash)] : std::int16_t{0});
         return;
     }
