@@ -53,7 +53,7 @@ void CheckAllListed(const Job& job, const std::vector<ListedParm>& listed) {
 // --- the scans -------------------------------------------------------------------------------------------
 
 std::string ScanName(RowNo row) {
-    return SuggestedScanName(row.Number, CellNumberOf(Work.ScanFile[row]));
+    return SuggestedScanName(row, CellNumberOf(Work.ScanFile[row]));
 }
 
 // The values of a set in place of its scan, over its range.
@@ -162,7 +162,7 @@ std::vector<SimulatedFile> SimulateJob(const Job& job, const std::string& text) 
     for (const SetNo set : EachSet()) {
         const RowNo row = RowOf(set);
         TakeIntoScan(set, values, point);
-        files.push_back({ScanName(row), ScanText(row.Number, CellNumberOf(Work.ScanFile[row]))});
+        files.push_back({ScanName(row), ScanText(row, CellNumberOf(Work.ScanFile[row]))});
     }
     files.push_back({JobName, NewJob(job, text, listed)});
     return files;

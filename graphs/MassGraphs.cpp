@@ -1,6 +1,7 @@
 #include "graphs/MassGraphs.h"
 
 #include "graphs/GraphParts.h"
+#include "graphs/SeriesNames.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "models/ModelTable.h"
@@ -248,7 +249,7 @@ bool MakeMassGraph(MassAxis axis, long set, const MassChoice& choice) {
             x(static_cast<long>(i) + 1, k - first + 1) = ToSingle(curve.X[i]);
             y(static_cast<long>(i) + 1, k - first + 1) = ToSingle(curve.Mass[i]);
         }
-        names.push_back(Work.SetLabel[k]);
+        names.push_back(SeriesName(k));
     }
     const bool made = HandOver(spec, x, y, names);
     OfferLogOption("");

@@ -2,6 +2,7 @@
 
 #include "graphs/GraphParts.h"
 #include "graphs/PickSet.h"
+#include "graphs/SeriesNames.h"
 #include "models/SpeciesAtPoint.h"
 #include "workspace/records/Workspace.h"
 
@@ -116,7 +117,7 @@ void FillLegend(SetLooks& looks, SpeciesGraph kind) {
         looks.Legend.push_back({name, {color++, 0}});
     if (kind == SpeciesGraph::Concentration) looks.Legend.push_back({TotalName(), {}});
     for (long set = 1; set <= Work.NumSets; ++set)
-        looks.Legend.push_back({Work.SetLabel[set], {-1, static_cast<std::int16_t>(set - 1)}});
+        looks.Legend.push_back({SeriesName(set), {-1, static_cast<std::int16_t>(set - 1)}});
 }
 
 SpeciesSeries CollectSeries(SpeciesGraph kind, long set) {
