@@ -36,15 +36,21 @@ double SecondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// The xorshift generator of 32 bits (G. Marsaglia, Journal of Statistical Software 8, 2003).
-constexpr std::uint32_t UniformSeed = 2463534242U;
-std::uint32_t UniformState = UniformSeed;
+// SplitMix64 (G. Steele, D. Lea and C. Flood, OOPSLA 2014): seeds that differ in one bit give numbers that
+// have nothing in common.
+std::uint64_t UniformState = 0;
+
+void SeedUniform() {
+    UniformState = Console.Seed * 0xD1342543DE82EF95U;
+}
 
 float NextUniform() {
-    UniformState ^= UniformState << 13;
-    UniformState ^= UniformState >> 17;
-    UniformState ^= UniformState << 5;
-    return static_cast<float>(UniformState >> 8) * 0x1p-24F; // 24 bits: below 1 in single precision
+    UniformState += 0x9E3779B97F4A7C15U;
+    std::uint64_t z = UniformState;
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9U;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBU;
+    z ^= z >> 31;
+    return static_cast<float>(z >> 40) * 0x1p-24F; // 24 bits: below 1 in single precision
 }
 
 ClockTime LocalClock() {
@@ -164,7 +170,7 @@ void InstallBatchPlatform() {
     Console = BatchConsole{};
     Console.Started = SecondsNow();
     Console.WriteLine = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
-    UniformState = UniformSeed;
+    SeedUniform();
     InterruptCame = 0;
     SurviveFileSizeLimit();
 
@@ -179,6 +185,7 @@ void InstallBatchPlatform() {
     p.HoldFile = HoldFile;
     p.Clock = LocalClock;
     p.Uniform = NextUniform;
+    p.SeedUniform = SeedUniform;
     p.ServeEvents = ServeEvents;
     p.ProgramDirectory = ProgramDirectory;
     p.ConfigDirectory = [] { return "/dev/null"; }; // nothing lies below it: no settings of the user are read

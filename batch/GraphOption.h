@@ -1,6 +1,8 @@
 #pragma once
 // The option --graph KIND[:n]=FILE, taken apart.
 
+#include "graphs/MassGraphs.h"
+
 #include <string>
 
 namespace Quillon {
@@ -9,6 +11,7 @@ struct GraphOption {
     std::string Kind; // "data", "overlay", ...
     long Set = 0;     // data set of the fit, counted from 1; 0 all of them
     std::string Path;
+    MassChoice Mass; // of mass-c and mass-r
 };
 
 // Reads what stands behind --graph. A kind that is not known, a data set below 1 or beyond those of any fit

@@ -1,11 +1,16 @@
 #include "batch/Graphs.h"
 
+#include "batch/BatchPlatform.h"
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
+#include "chart/records/SetLooks.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
 #include "graphs/FitGraphs.h"
+#include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
+#include "graphs/SpeciesGraphs.h"
+#include "models/ModelTable.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -25,16 +30,21 @@ constexpr float Clearance = 0.006F;
 
 struct GraphKind {
     const char* Name;
-    bool (*Make)(long set);
+    bool (*Make)(const GraphOption& option);
 };
 
 constexpr GraphKind Kinds[] = {
-    {"data", [](long set) { return MakeFitGraph(FitGraph::Data, set, {}); }},
-    {"function", [](long set) { return MakeFitGraph(FitGraph::Function, set, {}); }},
-    {"overlay", [](long set) { return MakeFitGraph(FitGraph::Overlay, set, {}); }},
-    {"residuals", [](long set) { return MakeResidualGraph(ResidualAxis::X, set); }},
-    {"residuals-y", [](long set) { return MakeResidualGraph(ResidualAxis::Fitted, set); }},
-    {"residuals-r", [](long set) { return MakeResidualGraph(ResidualAxis::Radius, set); }}};
+    {"data", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Data, o.Set, {}); }},
+    {"function", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Function, o.Set, {}); }},
+    {"overlay", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Overlay, o.Set, {}); }},
+    {"residuals", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::X, o.Set); }},
+    {"residuals-y", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::Fitted, o.Set); }},
+    {"residuals-r", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::Radius, o.Set); }},
+    {"species", [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Concentration, o.Set); }},
+    {"species-fraction",
+     [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Fraction, o.Set); }},
+    {"mass-c", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Concentration, o.Set, o.Mass); }},
+    {"mass-r", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Radius, o.Set, o.Mass); }}};
 
 [[noreturn]] void FailGraph(const GraphOption& option, const std::string& reason) {
     RaiseError("--graph " + GraphName(option) + "=" + option.Path + ": " + reason);
@@ -65,9 +75,24 @@ struct FigureChart {
     FigureChart& operator=(const FigureChart&) = delete;
 };
 
+// What a builder says in words is said of the graph.
+bool Made(const GraphOption& option, const GraphKind& kind) {
+    try {
+        return kind.Make(option);
+    } catch (const RuntimeError& error) {
+        FailGraph(option, error.Text);
+    }
+}
+
+// What the status line of the chart window would tell.
+void TellStatus() {
+    if (!Charts.StatusLine.Text.empty()) WriteConsole(Charts.StatusLine.Text);
+    Charts.StatusLine.Text.clear();
+}
+
 void Make(const GraphOption& option) {
     for (const GraphKind& kind : Kinds)
-        if (option.Kind == kind.Name && kind.Make(option.Set)) return;
+        if (option.Kind == kind.Name && Made(option, kind)) return TellStatus();
     FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
 }
 
@@ -123,6 +148,11 @@ void CheckGraphSet(const GraphOption& option, long sets) {
     if (option.Set <= sets) return;
     FailGraph(option,
               "the fit has no data set " + std::to_string(option.Set) + ", it has " + std::to_string(sets));
+}
+
+void CheckGraphModel(const GraphOption& option, int model) {
+    if (option.Kind != "mass-c" || !option.Mass.SpeciesB || TraitsOfModel(model).TwoSpecies) return;
+    FailGraph(option, "--mass-species B: the model has no species B");
 }
 
 std::string GraphBytes(const GraphOption& option) {

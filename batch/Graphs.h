@@ -26,6 +26,9 @@ void CheckGraphFormat(const GraphOption& option);
 // A data set that the fit does not have is a RuntimeError.
 void CheckGraphSet(const GraphOption& option, long sets);
 
+// Coefficients of a species that the model does not have are a RuntimeError, before the fit.
+void CheckGraphModel(const GraphOption& option, int model);
+
 // The graph as the bytes of its file. A graph that cannot be drawn is a RuntimeError.
 std::string GraphBytes(const GraphOption& option);
 

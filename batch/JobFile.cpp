@@ -64,7 +64,7 @@ void ReadSection(JobReader& reader, std::string_view line) {
     reader.Key.clear();
     const std::string name = SectionName(reader, line);
     const bool isSet = name.starts_with("set ");
-    if (!isSet && name != "fit" && name != "constants" && name != "parameters")
+    if (!isSet && name != "fit" && name != "constants" && name != "parameters" && name != "simulation")
         reader.Fail(Quoted(line) + " is an unknown section");
     reader.Section = name;
     if (isSet) {
@@ -96,6 +96,8 @@ void ReadKeyLine(JobReader& reader, std::string_view line) {
         ReadFitKey(reader, value);
     else if (reader.Section == "constants")
         ReadConstantsKey(reader, value);
+    else if (reader.Section == "simulation")
+        ReadSimulationKey(reader, value);
     else
         ReadSetKey(reader, reader.Result.Sets.back(), value);
 }

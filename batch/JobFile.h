@@ -4,6 +4,7 @@
 //     [fit]          the model, its options, units, limits of the iteration
 //     [constants]    partial specific volumes, density, coefficients
 //     [set 1]        to [set 18]: a scan, the part of it that is fitted, its baseline and constraints
+//     [simulation]   noise and seed of --simulate
 //     [parameters]   "slot or name = value hold|fit lower x upper y"
 //
 // Sections and keys are read in any case. A line that starts with ";" or "#" is a comment, and so is the
@@ -70,6 +71,12 @@ struct JobSetting {
     float Value{};
 };
 
+// The noise of a simulation: standard deviation in signal units.
+struct JobSimulation {
+    float Noise = 0.0F;
+    int Seed = 1;
+};
+
 struct Job {
     std::string Path; // as given; messages name it, and relative paths start from its directory
     std::int16_t Model = 1;
@@ -85,6 +92,7 @@ struct Job {
     std::vector<JobSetting> Settings;         // of [fit] and [constants]
     std::vector<JobSet> Sets;                 // by rising number
     std::vector<JobParameter> Parameters;
+    JobSimulation Simulation;
     std::vector<JobPlace> Places;
 
     const JobSet* FindSet(int number) const;

@@ -82,6 +82,14 @@ constexpr ConstantKey ConstantKeys[] = {
     {"rotor-expansion", &Workspace::RotorExpansion, true},
 };
 
+constexpr FitKey SimulationKeys[] = {
+    {"noise", [](JobReader& r, const std::string& v) { r.Result.Simulation.Noise = ReadNotNegative(r, v); }},
+    {"seed",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Simulation.Seed = ReadWhole(r, v, 0, std::numeric_limits<int>::max());
+     }},
+};
+
 struct SetKey {
     const char* Name;
     void (*Read)(JobReader& reader, JobSet& set, const std::string& value);
@@ -163,6 +171,7 @@ void ReadParameterWord(const JobReader& reader, JobParameter& parameter, std::st
 
 std::vector<std::string> JobKeys(std::string_view section) {
     if (section == "fit") return NamesOf(FitKeys);
+    if (section == "simulation") return NamesOf(SimulationKeys);
     return section == "constants" ? NamesOf(ConstantKeys) : NamesOf(SetKeys);
 }
 
@@ -174,6 +183,10 @@ void ReadConstantsKey(JobReader& reader, const std::string& value) {
     const ConstantKey& key = FindKey(reader, ConstantKeys);
     AddSetting(reader, key.Member,
                key.MayBeZero ? ReadNotNegative(reader, value) : ReadPositive(reader, value));
+}
+
+void ReadSimulationKey(JobReader& reader, const std::string& value) {
+    FindKey(reader, SimulationKeys).Read(reader, value);
 }
 
 void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value) {

@@ -181,6 +181,10 @@ void TakeListedConstants(const Job& job, const std::vector<ListedParm>& listed) 
     SeedCommonConstants(listed);
 }
 
+void TakeListedValues(const Job& job, const std::vector<ListedParm>& listed) {
+    TakeValues(job, listed, [](long) { return true; });
+}
+
 void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
     TakeValues(job, listed, [](long) { return true; });
     for (const ListedParm& entry : listed) {

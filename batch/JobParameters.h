@@ -25,6 +25,9 @@ void CheckAnythingIsFitted(const Job& job, const std::vector<ListedParm>& listed
 // constants the global slot, which the guesses read, takes the first one listed for a set.
 void TakeListedConstants(const Job& job, const std::vector<ListedParm>& listed);
 
+// Takes all listed values over, and nothing else.
+void TakeListedValues(const Job& job, const std::vector<ListedParm>& listed);
+
 // What the guesses dialog is for: takes all listed values and bounds over, asks about a value outside its
 // bounds, and sets what is fitted.
 void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed);

@@ -42,10 +42,11 @@ int ReadChoice(const JobReader& reader, std::string_view text, std::initializer_
 // Reads one line of a section into the result. The key is in small letters.
 void ReadFitKey(JobReader& reader, const std::string& value);
 void ReadConstantsKey(JobReader& reader, const std::string& value);
+void ReadSimulationKey(JobReader& reader, const std::string& value);
 void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value);
 void ReadParameterLine(JobReader& reader, const std::string& name, const std::string& value);
 
-// The keys of [fit], of [constants], or of any set.
+// The keys of [fit], of [constants], of [simulation], or of any set.
 std::vector<std::string> JobKeys(std::string_view section);
 
 // Raises the first contradiction between settings that stand by themselves.

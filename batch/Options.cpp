@@ -6,6 +6,8 @@
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
+#include <charconv>
+
 namespace Quillon {
 
 namespace {
@@ -23,7 +25,8 @@ struct FileOption {
 constexpr FileOption FileOptions[] = {{"--report", &Options::Report},
                                       {"--results", &Options::Results},
                                       {"--points", &Options::Points},
-                                      {"--save", &Options::Save}};
+                                      {"--save", &Options::Save},
+                                      {"--integrate", &Options::Integrate}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -54,12 +57,46 @@ void TakeFile(Options& options, const FileOption& option, const std::string& fil
     target = file;
 }
 
-void TakeGraph(Options& options, const std::string& text) {
-    try {
-        options.Graphs.push_back(ParseGraphOption(text));
-    } catch (const RuntimeError& error) {
-        FailOptions(error.Text);
-    }
+long ReadWindow(const std::string& text) {
+    long points = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, points);
+    if (failure != std::errc{} || stop != end || points < FewestMassPoints || points > 32767)
+        RaiseError("--mass-points needs a number from " + std::to_string(FewestMassPoints) + " on, not " +
+                   Quoted(text));
+    return points;
+}
+
+// The place of text among two words.
+bool IsSecond(const char* option, const std::string& text, const char* first, const char* second) {
+    if (text == first || text == second) return text == second;
+    RaiseError(std::string(option) + " is " + first + " or " + second + ", not " + Quoted(text));
+}
+
+// An option with a value that is no file.
+struct ValueOption {
+    const char* Name;
+    void (*Take)(Options& options, const std::string& value);
+};
+
+constexpr ValueOption ValueOptions[] = {
+    {"--graph", [](Options& o, const std::string& v) { o.Graphs.push_back(ParseGraphOption(v)); }},
+    {"--mass-points", [](Options& o, const std::string& v) { o.Mass.Points = ReadWindow(v); }},
+    {"--mass-of",
+     [](Options& o, const std::string& v) { o.Mass.OfFit = IsSecond("--mass-of", v, "data", "fit"); }},
+    {"--mass-species",
+     [](Options& o, const std::string& v) { o.Mass.SpeciesB = IsSecond("--mass-species", v, "A", "B"); }},
+    {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
+    {"--simulate", [](Options& o, const std::string& v) {
+         if (v.empty()) RaiseError("no folder behind --simulate");
+         if (!o.Simulate.empty()) RaiseError("--simulate stands twice");
+         o.Simulate = v;
+     }}};
+
+const ValueOption* FindValueOption(const std::string& name) {
+    for (const ValueOption& option : ValueOptions)
+        if (name == option.Name) return &option;
+    return nullptr;
 }
 
 // Takes the option at place, and what it names behind it; place moves on to the last argument taken.
@@ -68,16 +105,19 @@ void TakeOption(Options& options, const std::vector<std::string>& arguments, std
     const std::size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
     const FileOption* option = FindFileOption(name);
-    if (!option && name != "--graph") FailOptions("unknown option " + Quoted(argument));
+    const ValueOption* other = FindValueOption(name);
+    if (!option && !other) FailOptions("unknown option " + Quoted(argument));
     std::string value;
     if (equals != std::string::npos)
         value = argument.substr(equals + 1);
     else if (place + 1 < arguments.size() && !arguments[place + 1].starts_with("--"))
         value = arguments[++place];
-    if (option)
-        TakeFile(options, *option, value);
-    else
-        TakeGraph(options, value);
+    if (option) return TakeFile(options, *option, value);
+    try {
+        other->Take(options, value);
+    } catch (const RuntimeError& error) {
+        FailOptions(error.Text);
+    }
 }
 
 void TakeJob(Options& options, const std::string& argument) {
@@ -92,6 +132,13 @@ void CheckOutputs(const Options& options) {
         for (const NamedOutput& b : outputs)
             if (&a < &b && IsSameOutput(a.Path, b.Path))
                 FailOptions(a.Option + " and " + b.Option + " name the same file");
+}
+
+void CheckSimulation(const Options& options) {
+    if (options.Simulate.empty()) return;
+    if (NamesSavedFit(options.JobPath)) FailOptions("--simulate goes with a job, not with a saved fit");
+    if (!OutputsOf(options).empty())
+        FailOptions("--simulate fits nothing: " + OutputsOf(options).front().Option + " does not go with it");
 }
 
 } // namespace
@@ -123,7 +170,10 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     CheckOutputs(options);
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
-    if (OutputsOf(options).empty()) options.Report = "-";
+    CheckSimulation(options);
+    for (GraphOption& graph : options.Graphs)
+        graph.Mass = options.Mass;
+    if (OutputsOf(options).empty() && options.Simulate.empty()) options.Report = "-";
     return options;
 }
 
@@ -141,9 +191,24 @@ std::string HelpText() {
            "  --graph KIND=FILE\n"
            "                  a graph, as often as wanted. KIND is data, function,\n"
            "                  overlay, residuals (against x), residuals-y (against the\n"
-           "                  fitted value) or residuals-r (against radius); KIND:2\n"
-           "                  shows data set 2 alone. The ending of FILE chooses: .svg,\n"
-           "                  .png, .pdf, .emf, or .dat for the numbers\n"
+           "                  fitted value), residuals-r (against radius), species,\n"
+           "                  species-fraction, mass-c (apparent mass against\n"
+           "                  concentration) or mass-r (against radius); KIND:2 shows\n"
+           "                  data set 2 alone. The ending of FILE chooses: .svg, .png,\n"
+           "                  .pdf, .emf, or .dat for the numbers\n"
+           "  --mass-points N radial points for each apparent mass, 10 or more; 20\n"
+           "                  without it\n"
+           "  --mass-of data  apparent masses of the data, or of the fit\n"
+           "  --mass-species A\n"
+           "                  the species, A or B, whose coefficients turn signals into\n"
+           "                  concentrations in mass-c\n"
+           "  --integrate FILE\n"
+           "                  mean concentration of each species over the cell, as CSV\n"
+           "  --cell INNER,OUTER\n"
+           "                  radii of the cell for --integrate, cm; 5.6,7.3 without it\n"
+           "  --simulate FOLDER\n"
+           "                  no fit: what the model gives at the values of the job, as\n"
+           "                  scans in an empty or new folder, with a job that fits them\n"
            "  --refit         fit a restored analysis again\n"
            "  --quiet         no progress on standard error\n"
            "  --help          this text\n"

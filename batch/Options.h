@@ -2,6 +2,7 @@
 // The command line of quillon-fit.
 
 #include "batch/GraphOption.h"
+#include "batch/IntegrateCsv.h"
 
 #include <string>
 #include <vector>
@@ -14,8 +15,12 @@ struct Options {
     std::string Report;
     std::string Results;
     std::string Points;
-    std::string Save; // a fit save file; never standard output
+    std::string Save;      // a fit save file; never standard output
+    std::string Integrate; // mean concentrations over the cell, CSV
+    std::string Simulate;  // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
+    CellRadii Cell;     // of Integrate
+    MassChoice Mass;    // of the mass graphs
     bool Refit = false; // a saved fit is fitted again
     bool Quiet = false; // no progress
     bool Help = false;  // asked for; nothing else counts then

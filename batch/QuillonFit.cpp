@@ -10,6 +10,7 @@
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
 #include "batch/SavedFit.h"
+#include "batch/SimulateJob.h"
 #include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
@@ -41,16 +42,18 @@ std::string LoadFile(const std::string& path) {
     }
 }
 
-void CheckGraphSets(const Options& options, long sets) {
-    for (const GraphOption& graph : options.Graphs)
+void CheckGraphSets(const Options& options, long sets, int model) {
+    for (const GraphOption& graph : options.Graphs) {
         CheckGraphSet(graph, sets);
+        CheckGraphModel(graph, model);
+    }
 }
 
 RunEnd RunJobOrFit(const Options& options) {
     const std::string bytes = LoadFile(options.JobPath);
     if (!NamesSavedFit(options.JobPath)) {
         const Job job = ParseJob(bytes, options.JobPath);
-        CheckGraphSets(options, static_cast<long>(job.Sets.size()));
+        CheckGraphSets(options, static_cast<long>(job.Sets.size()), job.Model);
         CheckInputsStay(options, job);
         WatchInterrupt();
         return RunJob(job);
@@ -58,7 +61,7 @@ RunEnd RunJobOrFit(const Options& options) {
     CheckSavedFitStays(options);
     WatchInterrupt();
     const RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit);
-    CheckGraphSets(options, Work.NumSets);
+    CheckGraphSets(options, Work.NumSets, Work.Model);
     return end;
 }
 
@@ -82,6 +85,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     }
     if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportText()});
     if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
+    if (end.Converged && !options.Integrate.empty())
+        outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
     for (const GraphOption& graph : options.Graphs)
         if (end.Converged) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (!options.Results.empty()) outputs.push_back({options.Results, ResultsJson(end.Message)});
@@ -104,10 +109,20 @@ int RunOptions(const Options& options) {
     return end.Complete ? ExitDone : ExitNoFit;
 }
 
+// The exit status: the model may fail in arithmetic, as a fit may.
+int RunSimulation(const Options& options) {
+    CheckSimulationFolder(options.Simulate);
+    const std::string text = LoadFile(options.JobPath);
+    const std::vector<SimulatedFile> files = SimulateJob(ParseJob(text, options.JobPath), text);
+    if (files.empty()) return ExitNoFit;
+    WriteSimulation(options.Simulate, files);
+    return ExitDone;
+}
+
 // The run; when memory does not suffice, the job is what has to become smaller.
 int RunNamed(const Options& options) {
     try {
-        return RunOptions(options);
+        return options.Simulate.empty() ? RunOptions(options) : RunSimulation(options);
     } catch (const std::bad_alloc&) {
         FailFile(options.JobPath, ErrorText::OutOfMemory);
     }

@@ -108,12 +108,16 @@ RunEnd EndOfFit() {
     return end;
 }
 
-RunEnd RunJob(const Job& job) {
+void PrepareJob(const Job& job) {
     Work = FreshWorkspace();
     TakeSettings(job);
     ReadJobData(job);
     SettleConcUnits(job);
     Prepare(job);
+}
+
+RunEnd RunJob(const Job& job) {
+    PrepareJob(job);
     const std::vector<ListedParm> listed = FindListedParms(job);
     CheckAnythingIsFitted(job, listed);
     TakeListedConstants(job, listed);

@@ -17,6 +17,10 @@ struct RunEnd {
 // What the fit command has left in the workspace; an end that nobody has told yet is told on the console.
 RunEnd EndOfFit();
 
+// A fresh workspace with the job's units and constants, its data sets and its model; parameters as the model
+// starts with. What is wrong with the job or its files is a RuntimeError with one line.
+void PrepareJob(const Job& job);
+
 // Starts from a fresh workspace and a console of InstallBatchPlatform, in this order: units and constants,
 // the data sets, the model; listed masses, stoichiometries and constants; the guesses, which depend on them;
 // listed concentrations, offsets and fit flags; the fit; the confidence search where it is asked for. What

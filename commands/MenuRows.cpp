@@ -3,14 +3,18 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/FitCommand.h"
+#include "commands/SimulateCommand.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
 #include "graphs/FitGraphs.h"
+#include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
+#include "graphs/SpeciesGraphs.h"
 #include "help/HelpForm.h"
 #include "models/ModelTable.h"
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
+#include "models/SpecForm.h"
 #include "models/UnitsForm.h"
 #include "persistence/FitFile.h"
 #include "workspace/records/Workspace.h"
@@ -127,7 +131,9 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, DataAndModel, Plain, NewGroup},
         {Analysis, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint, DataAndModel, ConcentrationsConstrained},
         {Analysis, "SetBaseConstraint", "C&onstrain Zero Offsets...", SetBaseConstraint, SeveralSets, OffsetsConstrained},
+        {Analysis, "DoIntegrate", "&Integrate Over Cell...", IntegrateDialog, DataAndModel},
         {Analysis, "AlterBounds", "Alter Parameter &Bounds...", BoundsDialog, DataAndModel},
+        {Analysis, "DoSimulate", "&Simulate...", SimulateCommand, DataAndModel},
         {Analysis, "DoShowConstraint", "Sho&w Match to Conc. Constraints...", ShowConstraintMatch, MatchStands, Plain, NewGroup},
         {Analysis, "Covariance", "&List Parameter Cross-Correlations...", Covariance, ResultsStand},
 
@@ -137,11 +143,17 @@ std::vector<MenuRow> AllRows() {
         {Graphs, "GraphResiduals", "&Residuals (all) vs. X", GraphResiduals, ResidualsStand, Plain, NewGroup},
         {Graphs, "GraphResidualsY", "Residuals (all) vs. &Y", GraphResidualsY, ResidualsStand},
         {Graphs, "GraphResidualsR", "Residuals (all) vs. r&adius", GraphResidualsR, ResidualsStand},
+        {Graphs, "GraphSpecies", "Species &Concentration (all)", GraphSpecies, FitIsValid, Plain, NewGroup},
+        {Graphs, "GraphSpeciesFraction", "&Species Fraction (all)", GraphSpeciesFraction, FitIsValid},
+        {Graphs, "GraphMvsC", "&Apparent Molar Mass vs. Concentration (all)", GraphMvsC, FitIsValid},
+        {Graphs, "mnuGraphMvsR", "Apparent Molar Mass vs. Radius (all)", GraphMvsR, FitIsValid},
         {Graphs, "GraphFuncSet", "Fitted Function (&1 set)...", GraphFuncSet, FitIsValid, Plain, NewGroup},
         {Graphs, "GraphOverlaySet", "Overlay Data and Fit (1 se&t)...", GraphOverlaySet, FitIsValid},
         {Graphs, "GraphResidSet", "Residuals (1 set) vs. &X...", GraphResidSet, ResidualsStand},
         {Graphs, "GraphResidSetY", "Residuals (1 set) &vs. Y...", GraphResidSetY, ResidualsStand},
         {Graphs, "GraphResidualsRSet", "Residuals (1 set) vs. rad&ius...", GraphResidualsRSet, ResidualsStand},
+        {Graphs, "GraphSpeciesSet", "Species Co&ncentration (1 set)...", GraphSpeciesSet, FitIsValid},
+        {Graphs, "GraphSpeciesFractionSet", "Species Fraction (1 s&et)...", GraphSpeciesFractionSet, FitIsValid},
 
         {Preferences, "UseResiduals", "Use &Residual Plot in Reports", UseResiduals, Always, ReportsResiduals},
         {Preferences, "UseOverlay", "Use Data+Fit &Overlay Plot in Reports", UseOverlay, Always, ReportsOverlay},

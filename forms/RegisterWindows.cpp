@@ -37,6 +37,7 @@ void RegisterWindows() {
     RegisterForm("ShowConstraintForm", MakeShowConstraintForm);
     RegisterForm("BaseForm", MakeBaseForm);
     RegisterForm("SigmaCalcForm", MakeSigmaCalcForm);
+    RegisterForm("SpecForm", MakeSpecForm);
     RegisterForm("PickSet", MakePickSet);
     RegisterForm("ExtinctionForm", MakeExtinctionForm);
     RegisterForm("InfoBox", MakeInfoBox);

@@ -26,6 +26,7 @@ QWidget* MakeConcForm(QWidget* parent);
 QWidget* MakeShowConstraintForm(QWidget* parent);
 QWidget* MakeBaseForm(QWidget* parent);
 QWidget* MakeSigmaCalcForm(QWidget* parent);
+QWidget* MakeSpecForm(QWidget* parent);
 QWidget* MakePickSet(QWidget* parent);
 QWidget* MakeExtinctionForm(QWidget* parent);
 QWidget* MakeInfoBox(QWidget* parent);

@@ -24,6 +24,7 @@
 //     SpeciesList.h   which species a model has, and what they are made of
 //     SpeciesAtPoint.h the fitted function taken apart by species, in all units
 //     Integration.h   mean concentrations between two radii
+//     Simulation.h    the model at all points, with noise; Random.h the normal deviates
 //     ModelChoice.h   checks and consequences of choosing a model
 //     ParmScale.h     internal to user units and back
 //     DefaultBounds.h bounds, and their way through a change of units or model
@@ -33,7 +34,7 @@
 //     SetMeanSignal.h what was measured in a set, on average
 //
 // and the dialogs, as data: ModelForm.h, UnitsForm.h, ConcForm.h, ShowConstraintForm.h, BaseForm.h,
-// SigmaCalcForm.h.
+// SigmaCalcForm.h, SpecForm.h.
 //
 // This header is the face of the folder: it brings all of them.
 

@@ -117,11 +117,15 @@ std::string ScanPointText(float radius, float value) {
            LeftFilled(NumberText(value, Notation::Shortest), 14, ' ') + LineEnd;
 }
 
-void WriteScan(const std::string& path, RowNo row, int cell) {
+std::string ScanText(RowNo row, int cell) {
     std::string text = ScanHeaderText(Work.ScanComment[row], row, cell);
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p)
         text += ScanPointText(Work.ScanRadius[row][p], Work.ScanValue[row][p]);
-    Host.WriteFile(path, text);
+    return text;
+}
+
+void WriteScan(const std::string& path, RowNo row, int cell) {
+    Host.WriteFile(path, ScanText(row, cell));
 }
 
 bool WriteResiduals(const std::string& path, SetNo k, int cell, bool offsetIncluded) {

@@ -27,6 +27,9 @@ std::string ScanHeaderText(const std::string& comment, RowNo row, int cell);
 // One line for a point, with its end.
 std::string ScanPointText(float radius, float value);
 
+// The whole text of a file with the points of a row's fit range, its comment and header.
+std::string ScanText(RowNo row, int cell);
+
 // Writes the points of a row's fit range with its comment and header.
 void WriteScan(const std::string& path, RowNo row, int cell);
 

@@ -55,6 +55,7 @@ TEST(ReferencePages, NameEveryKey) {
     ExpectKeys("fit", "## Section [fit]");
     ExpectKeys("constants", "## Section [constants]");
     ExpectKeys("set 1", "## Sections [set 1] to [set 18]");
+    ExpectKeys("simulation", "## Section [simulation]");
 }
 
 TEST(ReferencePages, ShowAJobThatIsTaken) {

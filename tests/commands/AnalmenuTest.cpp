@@ -190,6 +190,33 @@ TEST_F(MainWindow, FinishedFitOpensResultsUntilConstraintsChange) {
     EXPECT_FALSE(On("GraphOverlay") || On("DoShowConstraint"));
 }
 
+TEST_F(MainWindow, SpeciesMassesAndSimulationHaveTheirRules) {
+    const auto all = [](std::initializer_list<const char*> names, bool enabled) {
+        for (const char* name : names)
+            EXPECT_EQ(MainItem(name).Enabled, enabled) << name;
+    };
+    const auto graphs = {"GraphSpecies", "GraphSpeciesFraction", "GraphSpeciesSet", "GraphSpeciesFractionSet",
+                         "GraphMvsC",    "mnuGraphMvsR"};
+    all({"DoIntegrate", "DoSimulate"}, false);
+    all(graphs, false);
+    Work.DataChosen = Work.ModelChosen = FlagTrue;
+    SetMenuStatus();
+    all({"DoIntegrate", "DoSimulate"}, true);
+    all(graphs, false);
+    Work.FitValid = FlagTrue;
+    Work.NewData = 1; // a curve stands beside any data
+    SetMenuStatus();
+    all(graphs, true);
+    EXPECT_EQ(MainItem("DoIntegrate").Text, "&Integrate Over Cell...");
+    EXPECT_EQ(MainItem("DoSimulate").Text, "&Simulate...");
+    EXPECT_EQ(MainItem("GraphSpecies").Text, "Species &Concentration (all)");
+    EXPECT_EQ(MainItem("GraphSpeciesFraction").Text, "&Species Fraction (all)");
+    EXPECT_EQ(MainItem("GraphMvsC").Text, "&Apparent Molar Mass vs. Concentration (all)");
+    EXPECT_EQ(MainItem("mnuGraphMvsR").Text, "Apparent Molar Mass vs. Radius (all)");
+    EXPECT_EQ(MainItem("GraphSpeciesSet").Text, "Species Co&ncentration (1 set)...");
+    EXPECT_EQ(MainItem("GraphSpeciesFractionSet").Text, "Species Fraction (1 s&et)...");
+}
+
 TEST_F(MainWindow, BaselinesComeFromOneSetOfTheSimplestModel) {
     Work.NumSets = 1;
     Work.Model = 1;

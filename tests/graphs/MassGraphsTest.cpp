@@ -1,5 +1,5 @@
-// Apparent masses: one species is a level line, each window a least squares line in long double; and the
-// questions.
+// Apparent masses: one species is a level line, monomer - dimer its local slope, each window a least squares
+// line in long double; and the questions.
 #include "graphs/MassGraphs.h"
 
 #include "GraphBench.h"
@@ -42,6 +42,23 @@ TEST_F(MassGraphs, OfOneSpeciesIsALevelLine) {
     const MassCurve buoyant = ApparentMasses(MassAxis::Radius, 1, {true, 60, false});
     Work.MassUnits = MassUnit::Molar;
     EXPECT_NEAR(buoyant.Mass[3] / (MolarMass() * buoyancy), 1.0, 1e-6);
+}
+
+TEST_F(MassGraphs, OfMonomerDimerIsTheLocalSlope) {
+    Fit("Model02");
+    const MassCurve curve = ApparentMasses(MassAxis::Concentration, 1, {true, 11, false});
+    for (std::size_t i = 0; i < curve.Mass.size(); ++i) {
+        // c = m + K m^2 at the mean x of the window: d ln c / dx = sigma (m + 2 K m^2) / c
+        double x = 0.0;
+        for (long j = 1; j <= 11; ++j)
+            x += Work.PtX[static_cast<long>(i) + j] / 11.0;
+        const double m = std::exp(static_cast<double>(Work.Parms[0]) * x + Work.Parms[SlotA(1)]);
+        const double d = std::exp(static_cast<double>(Work.Parms[2])) * m * m;
+        EXPECT_NEAR(curve.Mass[i] / (MolarMass() * (m + 2 * d) / (m + d)), 1.0, 2e-4);
+        const double centre =
+            static_cast<double>(Work.PtFit[static_cast<long>(i) + 6]) - Work.Parms[SlotOffset(1)];
+        EXPECT_NEAR(curve.X[i] / centre, 1.0, 1e-6); // an odd window stands at its middle point
+    }
 }
 
 TEST_F(MassGraphs, AreLeastSquaresLinesOfEachWindow) {

@@ -1,0 +1,213 @@
+// The command Simulate: beside the data and in their place, with and without noise, cancelled and failed.
+#include "commands/SimulateCommand.h"
+
+#include "chart/CHART.h"
+#include "models/SEDEQ3.h"
+#include "scandata/FitData.h"
+#include "tests/support/ModelCases.h"
+#include "tests/support/RecordingSurface.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Workspace.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace Quillon {
+namespace {
+
+const std::string OverwriteAsk = "Do you want the simulated data to overwrite the experimental data?";
+const std::string NoiseAsk = "Do you want to add random noise to the simulation?";
+const std::string LevelAsk = "Input the rms noise level (in signal units)";
+
+class Simulate : public testing::Test {
+protected:
+    Simulate() {
+        Chart = ChartModule{};
+        SetScreenSurface(Screen.Surface());
+        Load("Model02");
+    }
+    ~Simulate() override { Chart = ChartModule{}; }
+
+    // A finished fit of noisy data at the truth.
+    void Load(const std::string& name) {
+        Work = SimulatedWorkspace(ModelCaseNamed(name));
+        Work.DataChosen = Work.ModelChosen = FlagTrue;
+        BuildFitData();
+        BuildParmNames();
+        BuildParmScale();
+        SetDefaultBounds();
+        Work.PtFit.Recreate(Work.NumPts, 1.0F);
+        Work.FitDone = Work.FitValid = Work.LimitsDone = FlagTrue;
+        Work.NewData = Changed::Data;
+        Work.RmsResidual = 0.5F;
+    }
+    void Answer(
+        bool overwrite, const char* noise, std::function<void()> dialog = [] {}) {
+        Outside.ExpectMessage(OverwriteAsk, overwrite ? BoxAnswer::Yes : BoxAnswer::No);
+        Outside.ExpectMessage(NoiseAsk, noise ? BoxAnswer::Yes : BoxAnswer::No);
+        if (noise) Outside.ExpectInput(LevelAsk, noise);
+        Outside.ExpectModal("GetGuess", std::move(dialog));
+    }
+    static OneBased<float> Function() {
+        OneBased<float> values(Work.NumPts);
+        ResetFitFunction();
+        for (long p = 1; p <= Work.NumPts; ++p)
+            values[p] = static_cast<float>(FitFunction(p));
+        return values;
+    }
+    Script Outside;
+    RecordingSurface Screen;
+};
+
+TEST_F(Simulate, BesideTheDataIsACurve) {
+    const Workspace before = Work;
+    Answer(false, nullptr);
+    SimulateCommand();
+    EXPECT_EQ(Work.PtFit, Function());
+    EXPECT_EQ(Work.PtY, before.PtY);
+    EXPECT_EQ(Work.ScanValue, before.ScanValue);
+    EXPECT_EQ(Work.FitDone, FlagTrue); // the parameters are still those of the fit
+    EXPECT_EQ(Work.FitValid, FlagTrue);
+    EXPECT_EQ(Work.NewData, 0);
+    EXPECT_EQ(Work.PtResid[7], Work.PtY[7] - Work.PtFit[7]);
+    EXPECT_EQ(Outside.Forms, (std::vector<std::string>{"hide Charts", "show Charts"}));
+    EXPECT_EQ(Chart.DataY.Sets(), 2 * Work.NumSets);
+}
+
+TEST_F(Simulate, OtherParametersAreNoFit) {
+    Answer(false, nullptr, [] { Work.Parms[0] *= 1.25F; });
+    SimulateCommand();
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_EQ(Work.LimitsDone, 0);
+    EXPECT_EQ(Work.FitValid, FlagTrue);
+    EXPECT_NE(Work.RmsResidual, 0.5F);
+}
+
+TEST_F(Simulate, NoiseGoesOntoTheCurve) {
+    Outside.UniformNumbers = {0.3F, 0.71F, 0.13F, 0.57F, 0.9F};
+    Answer(false, "0.25");
+    SimulateCommand();
+    const OneBased<float> curve = Function();
+    double sum = 0.0;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        sum += std::fabs(Work.PtFit[p] - curve[p]);
+    EXPECT_GT(sum / Work.NumPts, 0.02);
+}
+
+TEST_F(Simulate, OverwritesDataAndScansAlike) {
+    Outside.UniformNumbers = {0.3F, 0.71F, 0.13F, 0.57F, 0.9F};
+    const Workspace before = Work;
+    Answer(true, "0.01");
+    SimulateCommand();
+    EXPECT_EQ(Work.PtFit, Work.PtY);
+    long p = 0;
+    bool noisy = false;
+    const OneBased<float> curve = Function();
+    for (long k = 1; k <= Work.NumSets; ++k) {
+        const long row = Work.SetRow[k];
+        for (long i = Work.FitRange[0][row]; i <= Work.FitRange[1][row]; ++i) {
+            ++p;
+            EXPECT_EQ(Work.ScanValue[row][i], Work.PtY[p]);
+            noisy |= Work.PtY[p] != curve[p];
+        }
+        EXPECT_EQ(Work.ScanValue[row][1], before.ScanValue[row][1]); // outside of the range
+    }
+    EXPECT_TRUE(noisy);
+    EXPECT_EQ(Work.PtX, before.PtX);
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_EQ(Work.LimitsDone, 0);
+    EXPECT_EQ(Work.FitValid, FlagTrue);
+    EXPECT_EQ(Work.RmsResidual, 0.0F);
+    EXPECT_EQ(Work.Parms, before.Parms);
+    EXPECT_EQ(Work.FreeMap, before.FreeMap);
+}
+
+TEST_F(Simulate, OverwrittenSetsLoseTheirBaseline) {
+    for (const long row : {2L, 3L}) {
+        Work.BaselineFile[row] = "base.RA1";
+        Work.BaselinePoints[row] = 2;
+        Work.BaselineRadius[row].Recreate(2, 5.0F);
+        Work.BaselineRadius[row][2] = 8.0F;
+        Work.BaselineValue[row].Recreate(2, 0.25F);
+    }
+    BuildFitData();
+    Answer(true, nullptr);
+    Outside.ExpectMessage("The simulated data hold no baseline.  The baselines of the data sets that were "
+                          "overwritten have been "
+                          "removed, since they would be subtracted from the simulated data.");
+    SimulateCommand();
+    const OneBased<float> values = Work.PtY;
+    EXPECT_EQ(Work.BaselineFile[2], NoBaseline);
+    EXPECT_EQ(Work.SetLabel[2].find("-BL"), std::string::npos);
+    BuildFitData();
+    EXPECT_EQ(Work.PtY, values) << "something was subtracted again";
+}
+
+TEST_F(Simulate, ConstraintsKeepTheirLoadings) {
+    Load("Model08Constrained");
+    Answer(true, "0.01", [] { Work.Parms[SlotA(1)] += 0.5F; });
+    SimulateCommand();
+    const OneBased<float> values = Work.PtY;
+    for (long p = 1; p <= Work.NumPts; ++p) {
+        if (Work.PtX[p] != PointMarker) continue;
+        const long set = Work.PtSet[p];
+        const long row = Work.SetRow[set];
+        const bool ofA = Work.PtX[p - 1] != PointMarker && Work.ConcConstraintA[row] > 0;
+        const float loading = ofA ? Work.ConcConstraintA[row] : Work.ConcConstraintB[row];
+        const float tolerance = ofA ? Work.ConcToleranceA[row] : Work.ConcToleranceB[row];
+        const float outer = Work.ScanValue[row][Work.FitRange[1][row]];
+        EXPECT_NEAR(values[p] / (loading * outer / tolerance), 1.0,
+                    1e-6); // a loading, no signal and no noise
+    }
+    EXPECT_EQ(Work.PtFit.Hi(), Work.NumPts);
+}
+
+TEST_F(Simulate, CancelledValuesLeaveAllAsItWas) {
+    for (const bool overwrite : {false, true}) {
+        Load("Model02");
+        Workspace before = Work;
+        Answer(overwrite, "0.1", [] {
+            Work.Parms[0] *= 2.0F;
+            Work.AbortFit = FlagTrue;
+        });
+        SimulateCommand();
+        EXPECT_EQ(Work.PtY, before.PtY);
+        EXPECT_EQ(Work.PtFit, before.PtFit);
+        EXPECT_EQ(Work.Parms, before.Parms);
+        EXPECT_EQ(Work.FitDone, FlagTrue);
+        EXPECT_EQ(Work.AbortFit, 0);
+        EXPECT_EQ(Outside.Forms.back(), "show Charts");
+    }
+}
+
+TEST_F(Simulate, CancelledNoiseIsNone) {
+    Outside.ExpectMessage(OverwriteAsk, BoxAnswer::No);
+    Outside.ExpectMessage(NoiseAsk, BoxAnswer::Yes);
+    Outside.ExpectInputCancelled(LevelAsk);
+    Outside.ExpectModal("GetGuess", [] {});
+    SimulateCommand();
+    EXPECT_EQ(Work.PtFit, Function());
+    EXPECT_EQ(Outside.Beeps, 0);
+}
+
+TEST_F(Simulate, ALevelOfNothingBeepsAndAddsNothing) {
+    Answer(false, "0");
+    SimulateCommand();
+    EXPECT_EQ(Work.PtFit, Function());
+    EXPECT_EQ(Outside.Beeps, 1);
+}
+
+TEST_F(Simulate, AFaultInTheModelLeavesDataAndFit) {
+    const Workspace before = Work;
+    Answer(true, "0.1", [] { Work.Parms[SlotA(2)] = 3000.0F; });
+    Outside.ExpectMessage("Math error during function evaluation, aborting fit");
+    SimulateCommand();
+    EXPECT_EQ(Work.PtY, before.PtY);
+    EXPECT_EQ(Work.Parms, before.Parms);
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.AbortFit, 0);
+}
+
+} // namespace
+} // namespace Quillon
