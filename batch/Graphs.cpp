@@ -2,10 +2,12 @@
 
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
+#include "chart/files/GraphFile.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/ResidualGraphs.h"
+#include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -65,7 +67,17 @@ struct FigureChart {
     FigureChart& operator=(const FigureChart&) = delete;
 };
 
+// A graph file is taken as it is.
+void MakeFromFile(const GraphOption& option) {
+    try {
+        AdoptGraph(Host.ReadFile(option.Source));
+    } catch (const RuntimeError& error) {
+        FailGraph(option, error.Text);
+    }
+}
+
 void Make(const GraphOption& option) {
+    if (!option.Source.empty()) return MakeFromFile(option);
     for (const GraphKind& kind : Kinds)
         if (option.Kind == kind.Name && kind.Make(option.Set)) return;
     FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
@@ -128,6 +140,7 @@ void CheckGraphSet(const GraphOption& option, long sets) {
 std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     Make(option);
+    if (GraphEnding(option) == "grf") return GraphFileBytes();
     return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
 }
 

@@ -6,6 +6,8 @@
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
+#include <algorithm>
+
 namespace Quillon {
 
 namespace {
@@ -86,6 +88,15 @@ void TakeJob(Options& options, const std::string& argument) {
     options.JobPath = argument;
 }
 
+// Nothing but pictures of graph files is wanted.
+bool NeedsNoFit(const Options& options) {
+    const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
+                       !options.Save.empty() || options.Refit;
+    return !ofFit && !options.Graphs.empty() &&
+           std::all_of(options.Graphs.begin(), options.Graphs.end(),
+                       [](const GraphOption& graph) { return !graph.Source.empty(); });
+}
+
 void CheckOutputs(const Options& options) {
     const std::vector<NamedOutput> outputs = OutputsOf(options);
     for (const NamedOutput& a : outputs)
@@ -119,7 +130,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             TakeOption(options, arguments, place);
     }
     if (options.Help || options.Version) return options;
-    if (options.JobPath.empty()) FailOptions("no job file is named");
+    if (options.JobPath.empty() && !NeedsNoFit(options)) FailOptions("no job file is named");
     CheckOutputs(options);
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
@@ -143,7 +154,10 @@ std::string HelpText() {
            "                  overlay, residuals (against x), residuals-y (against the\n"
            "                  fitted value) or residuals-r (against radius); KIND:2\n"
            "                  shows data set 2 alone. The ending of FILE chooses: .svg,\n"
-           "                  .png, .pdf, .emf, or .dat for the numbers\n"
+           "                  .png, .pdf, .emf, .dat for the numbers, or .grf for a\n"
+           "                  graph file, which the graph window opens\n"
+           "  --graph GRAPH.grf=FILE\n"
+           "                  a graph from a graph file; no JOB is needed for it\n"
            "  --refit         fit a restored analysis again\n"
            "  --quiet         no progress on standard error\n"
            "  --help          this text\n"

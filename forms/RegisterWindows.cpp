@@ -1,5 +1,7 @@
+#include "chart/files/GraphFile.h"
 #include "chart/records/ChartState.h"
 #include "commands/Analmenu.h"
+#include "commands/Commands.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
 #include "forms/Windows.h"
@@ -68,6 +70,10 @@ void StartDesktop(const std::string& argument) {
     MakeForm("Charts"); // the engine measures on its picture box
     Host.ShowForm("Analmenu");
     ListenForHelp();
+    if (NamesGraphFile(argument))
+        RunCommand([&] {
+            if (RestoreGraphFile(argument)) Host.ShowForm("Charts");
+        });
     RefreshForms();
 }
 
