@@ -3,6 +3,7 @@
 #include "chart/Charts.h"
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
@@ -100,7 +101,11 @@ private:
         file->addAction("&Save Graph...", QKeySequence::Save, this, [] { RunOnGraph(DoSaveGraph); });
         file->addAction("&Restore Graph...", QKeySequence::Open, this, [] { RunOnGraph(DoRestoreGraph); });
         file->addSeparator();
+        file->addAction("Save Graph &As...", QKeySequence::SaveAs, this, [] { RunOnGraph(SaveGraphAs); });
+        file->addAction("&Write Data...", this, [] { RunOnGraph(EditWriteData); });
+        file->addSeparator();
         file->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
+        file->addAction("&Paste Data", QKeySequence::Paste, this, [] { RunOnGraph(EditPasteData); });
         file->addAction("Copy &Bitmap", QKeySequence::Copy, this, [this] {
             if (Chart.GraphHeld != 0) QApplication::clipboard()->setPixmap(Canvas->grab());
         });
