@@ -12,6 +12,7 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
+#include <cmath>
 #include <tuple>
 
 namespace Quillon {
@@ -44,26 +45,34 @@ bool IsShown(const std::string& text) {
 // skipped.
 struct NamedSetting {
     const char* Name;
-    float (*Get)(const ChartStyle&);
-    void (*Set)(ChartStyle&, float);
+    float (*Standard)(const ChartModule&); // what holds where the file has nothing
+    float (*Get)(const ChartModule&);
+    void (*Set)(ChartModule&, float);
 };
 
+// What the data were divided by counts where it cannot be told from the axis: one that was prescaled and has
+// a manual scale now.
 constexpr NamedSetting Settings[] = {
-    {"UseRainbowColors", [](const ChartStyle& s) { return s.UseRainbowColors != 0 ? 1.0F : 0.0F; },
-     [](ChartStyle& s, float v) { s.UseRainbowColors = Flag(v != 0.0F); }},
-    {"BarWidth", [](const ChartStyle& s) { return s.BarWidth; },
-     [](ChartStyle& s, float v) {
-         if (v >= 0.0F && v <= 1.0F) s.BarWidth = v;
+    {"UseRainbowColors", [](const ChartModule&) { return 0.0F; },
+     [](const ChartModule& m) { return m.Style.UseRainbowColors != 0 ? 1.0F : 0.0F; },
+     [](ChartModule& m, float v) { m.Style.UseRainbowColors = Flag(v != 0.0F); }},
+    {"BarWidth", [](const ChartModule&) { return ChartStyle{}.BarWidth; },
+     [](const ChartModule& m) { return m.Style.BarWidth; },
+     [](ChartModule& m, float v) {
+         if (v >= 0.0F && v <= 1.0F) m.Style.BarWidth = v;
      }},
+    {"LoadFactorX", [](const ChartModule& m) { return LoadDivisor(m.Spec.AxisX1); },
+     [](const ChartModule& m) { return m.LoadFactorX; }, [](ChartModule& m, float v) { m.LoadFactorX = v; }},
+    {"LoadFactorY", [](const ChartModule& m) { return LoadDivisor(m.Spec.AxisY1); },
+     [](const ChartModule& m) { return m.LoadFactorY; }, [](ChartModule& m, float v) { m.LoadFactorY = v; }},
 };
 
-void WriteSettings(GraphWriter& writer, const ChartStyle& style) {
-    const ChartStyle standard;
+void WriteSettings(GraphWriter& writer, const ChartModule& m) {
     GraphWriter values;
     for (const NamedSetting& setting : Settings) {
-        if (setting.Get(style) == setting.Get(standard)) continue;
+        if (setting.Get(m) == setting.Standard(m)) continue;
         values.Value("", std::string(setting.Name));
-        values.Value("", setting.Get(style));
+        values.Value("", setting.Get(m));
     }
     if (values.Bytes.empty()) return;
     writer.Value("", std::string(Extension));
@@ -72,15 +81,14 @@ void WriteSettings(GraphWriter& writer, const ChartStyle& style) {
     writer.Bytes += values.Bytes;
 }
 
-void TakeSetting(const std::string& name, float value, ChartStyle& style) {
+void TakeSetting(const std::string& name, float value, ChartModule& m) {
     for (const NamedSetting& setting : Settings)
-        if (name == setting.Name) setting.Set(style, value);
+        if (name == setting.Name && std::isfinite(value)) setting.Set(m, value);
 }
 
-void ReadSettings(GraphReader& reader, ChartStyle& style) {
-    const ChartStyle standard;
+void ReadSettings(GraphReader& reader, ChartModule& m) {
     for (const NamedSetting& setting : Settings)
-        setting.Set(style, setting.Get(standard));
+        setting.Set(m, setting.Standard(m));
     if (!reader.Follows(std::string("\x09\0", 2) + Extension)) return;
     std::string name;
     std::int16_t version = 0;
@@ -95,7 +103,7 @@ void ReadSettings(GraphReader& reader, ChartStyle& style) {
         float value = 0.0F;
         reader.Value(Extension, name);
         reader.Value(Extension, value);
-        TakeSetting(name, value, style);
+        TakeSetting(name, value, m);
     }
 }
 
@@ -149,8 +157,6 @@ void Settle(ChartModule& m) {
     if (m.SetNames.Hi() < state.Nsets) m.SetNames.Resize(state.Nsets);
     if (m.SetFlags.Hi() < state.Nsets) m.SetFlags.Resize(state.Nsets);
     if (m.CatLabels.Empty()) m.CatLabels.Resize(1);
-    m.LoadFactorX = LoadDivisor(m.Spec.AxisX1);
-    m.LoadFactorY = LoadDivisor(m.Spec.AxisY1);
 }
 
 ChartModule WithSettingsOf(const ChartModule& present) {
@@ -253,7 +259,7 @@ std::string EncodeGraph(const GraphContents& graph) {
     writer.Value("the program", ChartIniSection());
     writer.Value("the version", std::string(GraphFileVersion));
     GraphFields(writer, graph);
-    WriteSettings(writer, graph.Module.Style);
+    WriteSettings(writer, graph.Module);
     return std::move(writer.Bytes);
 }
 
@@ -265,7 +271,7 @@ GraphContents DecodeGraph(const std::string& bytes, const ChartModule& present) 
     reader.Version = NumericPrefix(header.Version);
     if (reader.Version > NewestGraphFile) RaiseError("this is a graph of version " + header.Version);
     GraphFields(reader, graph);
-    ReadSettings(reader, graph.Module.Style);
+    ReadSettings(reader, graph.Module);
     if (reader.Version > 1.2) graph.Module.State.CyclesBuilt = 0;
     CheckStyle(graph.Module);
     CheckSizes(graph.Module);

@@ -13,7 +13,7 @@ protected:
         spec.AxisX1.Title.Text = "Radius";
         spec.Legend.Show = 1;
         spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
-        Plot(spec, Table({{1, 2, 3}, {1.5F, 2.5F}}), Table({{0.25F, 0.5F, 0.75F}, {-1e-3F, 6e7F}}));
+        Plot(spec, Table({{1, 2, 3}, {1.5F, 2.5F}}), Table({{0.25F, 0.5F, 0.75F}, {-1e-3F, 6e9F}}));
     }
     static std::string Refusal(const std::string& text) {
         try {
@@ -28,8 +28,10 @@ protected:
 
 TEST_F(ExchangeTest, CopyAndPasteGivesTheSameGraph) {
     PlotTwo();
-    const std::string before = GraphFileBytes();
+    Screen.Clear();
+    ShowGraph();
     const std::vector<std::string> drawn = Screen.Lines();
+    const std::string before = GraphFileBytes();
     EditCopyData();
     Chart.DataY(2, 1) = 7.0F;
     Host.ClipboardText = [this] { return Outside.ClipboardHolds; };
@@ -108,7 +110,7 @@ TEST_F(ExchangeTest, DataAreWrittenWithTheDelimiterInUse) {
     const std::string path = Outside.Directory() + "/a.dat";
     Outside.ExpectFile("Quillon - Save Graph File", path);
     EditWriteData();
-    EXPECT_EQ(ReadWholeFile(path), "1 .25 1.5 -.001\r\n2 .5 2.5 6E+07\r\n3 .75 \" \" \" \"\r\n");
+    EXPECT_EQ(ReadWholeFile(path), "1 0.25 1.5 -0.001\r\n2 0.5 2.5 6E+09\r\n3 0.75 \" \" \" \"\r\n");
 }
 
 TEST_F(ExchangeTest, CommaSeparatedValuesHaveHeads) {
@@ -116,7 +118,7 @@ TEST_F(ExchangeTest, CommaSeparatedValuesHaveHeads) {
     Chart.SetNames[1] = "5 \"mM\"";
     EXPECT_EQ(ReadPastedText(DataCsv()).Names, (std::vector<std::string>{"5 \"mM\"", "b"}));
     EXPECT_EQ(ReadPastedText(DataCsv()).Y(3, 2), MissingValue);
-    EXPECT_EQ(DataCsv().substr(0, 37), "\"Radius\",\"5 \"\"mM\"\"\",\"Radius\",\"b\"\r\n1,.");
+    EXPECT_EQ(DataCsv().substr(0, 37), "\"Radius\",\"5 \"\"mM\"\"\",\"Radius\",\"b\"\r\n1,0");
 }
 
 TEST_F(ExchangeTest, AGraphIsSavedAsWhatItsNameEndsWithAndTheScreenStays) {

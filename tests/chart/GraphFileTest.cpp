@@ -271,6 +271,21 @@ TEST_F(GraphFileTest, AZoomAndTheGradientComeBack) {
     EXPECT_EQ(GraphFileBytes(), saved);
 }
 
+TEST_F(GraphFileTest, APrescaledGraphWithAManualScaleIsNotDividedAgain) {
+    GraphSpec spec = Begin();
+    spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Prescaled;
+    Plot(spec, Table({{1000, 5000, 9000}}), Table({{1, 2, 3}}));
+    ASSERT_EQ(Chart.Spec.AxisX1.Factor, 1000.0F);
+    ZoomTo({2, 8, 1, 3});
+    DoLastZoom();
+    ASSERT_EQ(Chart.Spec.AxisX1.ScaleMode, ScaleModes::Manual);
+    const std::vector<std::string> before = Painted();
+    const std::string saved = GraphFileBytes();
+    AdoptGraph(saved);
+    EXPECT_EQ(Painted(), before);
+    EXPECT_EQ(GraphFileBytes(), saved);
+}
+
 TEST_F(GraphFileTest, FilesOfEveryVersionAreRead) {
     const struct {
         const char* Text;
