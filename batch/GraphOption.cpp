@@ -2,6 +2,7 @@
 
 #include "batch/Graphs.h"
 #include "batch/OneLine.h"
+#include "chart/files/GraphFile.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
@@ -13,7 +14,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* Endings[] = {"svg", "png", "pdf", "emf", "dat"};
+constexpr const char* Endings[] = {"svg", "png", "pdf", "emf", "dat", "grf"};
 
 long ReadSet(const std::string& text) {
     long set = 0;
@@ -40,7 +41,7 @@ void CheckPath(const GraphOption& option) {
     const std::string ending = GraphEnding(option);
     if (std::find(std::begin(Endings), std::end(Endings), ending) == std::end(Endings))
         RaiseError("--graph: " + Quoted(option.Path) +
-                   " ends with none of .svg, .png, .pdf, .emf and .dat, which choose the format");
+                   " ends with none of .svg, .png, .pdf, .emf, .dat and .grf, which choose the format");
 }
 
 } // namespace
@@ -51,6 +52,13 @@ GraphOption ParseGraphOption(const std::string& text) {
     const std::string what = text.substr(0, equals);
     const std::size_t colon = what.find(':');
     GraphOption option;
+    if (NamesGraphFile(what)) {
+        option.Kind = option.Source = what;
+        option.Path = text.substr(equals + 1);
+        CheckPath(option);
+        if (option.Path == what) RaiseError("--graph: " + Quoted(what) + " would be written over itself");
+        return option;
+    }
     option.Kind = what.substr(0, colon);
     option.Path = text.substr(equals + 1);
     CheckKind(option.Kind);

@@ -1,5 +1,5 @@
 #pragma once
-// The option --graph KIND[:n]=FILE, taken apart.
+// The option --graph KIND[:n]=FILE or --graph GRAPH.grf=FILE, taken apart.
 
 #include "graphs/MassGraphs.h"
 
@@ -8,20 +8,22 @@
 namespace Quillon {
 
 struct GraphOption {
-    std::string Kind; // "data", "overlay", ...
-    long Set = 0;     // data set of the fit, counted from 1; 0 all of them
+    std::string Kind;   // "data", "overlay", ...; of a graph file its path
+    std::string Source; // the graph file that is drawn; empty: a graph of the fit
+    long Set = 0;       // data set of the fit, counted from 1; 0 all of them
     std::string Path;
     MassChoice Mass; // of mass-c and mass-r
 };
 
-// Reads what stands behind --graph. A kind that is not known, a data set below 1 or beyond those of any fit
-// and a file that is none of the endings are a RuntimeError that says so, without the program's name.
+// Reads what stands behind --graph. What ends with ".grf" before the first "=" is a graph file. A kind that
+// is not known, a data set below 1 or beyond those of any fit and a file that is none of the endings are a
+// RuntimeError that says so, without the program's name.
 GraphOption ParseGraphOption(const std::string& text);
 
 // "overlay", "overlay:2": how messages call it.
 std::string GraphName(const GraphOption& option);
 
-// The ending of the file's name in small letters: "svg", "emf", "png", "pdf", "dat".
+// The ending of the file's name in small letters: "svg", "emf", "png", "pdf", "dat", "grf".
 std::string GraphEnding(const GraphOption& option);
 
 } // namespace Quillon

@@ -3,6 +3,7 @@
 #include "batch/BatchPlatform.h"
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
+#include "chart/files/GraphFile.h"
 #include "chart/records/SetLooks.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
@@ -11,6 +12,7 @@
 #include "graphs/ResidualGraphs.h"
 #include "graphs/SpeciesGraphs.h"
 #include "models/ModelTable.h"
+#include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -75,6 +77,15 @@ struct FigureChart {
     FigureChart& operator=(const FigureChart&) = delete;
 };
 
+// A graph file is taken as it is.
+void MakeFromFile(const GraphOption& option) {
+    try {
+        AdoptGraph(Host.ReadFile(option.Source));
+    } catch (const RuntimeError& error) {
+        FailGraph(option, error.Text);
+    }
+}
+
 // What a builder says in words is said of the graph.
 bool Made(const GraphOption& option, const GraphKind& kind) {
     try {
@@ -91,6 +102,7 @@ void TellStatus() {
 }
 
 void Make(const GraphOption& option) {
+    if (!option.Source.empty()) return MakeFromFile(option);
     for (const GraphKind& kind : Kinds)
         if (option.Kind == kind.Name && Made(option, kind)) return TellStatus();
     FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
@@ -158,6 +170,7 @@ void CheckGraphModel(const GraphOption& option, int model) {
 std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     Make(option);
+    if (GraphEnding(option) == "grf") return GraphFileBytes();
     return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
 }
 

@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace Quillon {
@@ -126,6 +127,15 @@ void TakeJob(Options& options, const std::string& argument) {
     options.JobPath = argument;
 }
 
+// Nothing but pictures of graph files is wanted.
+bool NeedsNoFit(const Options& options) {
+    const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
+                       !options.Save.empty() || options.Refit;
+    return !ofFit && !options.Graphs.empty() &&
+           std::all_of(options.Graphs.begin(), options.Graphs.end(),
+                       [](const GraphOption& graph) { return !graph.Source.empty(); });
+}
+
 void CheckOutputs(const Options& options) {
     const std::vector<NamedOutput> outputs = OutputsOf(options);
     for (const NamedOutput& a : outputs)
@@ -166,7 +176,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             TakeOption(options, arguments, place);
     }
     if (options.Help || options.Version) return options;
-    if (options.JobPath.empty()) FailOptions("no job file is named");
+    if (options.JobPath.empty() && !NeedsNoFit(options)) FailOptions("no job file is named");
     CheckOutputs(options);
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
@@ -195,7 +205,10 @@ std::string HelpText() {
            "                  species-fraction, mass-c (apparent mass against\n"
            "                  concentration) or mass-r (against radius); KIND:2 shows\n"
            "                  data set 2 alone. The ending of FILE chooses: .svg, .png,\n"
-           "                  .pdf, .emf, or .dat for the numbers\n"
+           "                  .pdf, .emf, .dat for the numbers, or .grf for a graph\n"
+           "                  file, which the graph window opens\n"
+           "  --graph GRAPH.grf=FILE\n"
+           "                  a graph from a graph file; no JOB is needed for it\n"
            "  --mass-points N radial points for each apparent mass, 10 or more; 20\n"
            "                  without it\n"
            "  --mass-of data  apparent masses of the data, or of the fit\n"

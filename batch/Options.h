@@ -10,7 +10,7 @@
 namespace Quillon {
 
 struct Options {
-    std::string JobPath;
+    std::string JobPath; // empty where all that is wanted are pictures of graph files
     // Where outputs go: "" not wanted, "-" standard output.
     std::string Report;
     std::string Results;

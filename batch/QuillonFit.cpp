@@ -88,20 +88,29 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     if (end.Converged && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
     for (const GraphOption& graph : options.Graphs)
-        if (end.Converged) outputs.push_back({graph.Path, GraphBytes(graph)});
+        if (end.Converged || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (!options.Results.empty()) outputs.push_back({options.Results, ResultsJson(end.Message)});
     return outputs;
+}
+
+// Graph files alone: there is no fit that could fail.
+RunEnd NothingToRun() {
+    Work = FreshWorkspace();
+    RunEnd end;
+    end.Complete = true;
+    return end;
 }
 
 int RunOptions(const Options& options) {
     CheckOutputPlaces(options);
     for (const GraphOption& graph : options.Graphs)
         CheckGraphFormat(graph);
-    const RunEnd end = RunJobOrFit(options);
+    const RunEnd end = options.JobPath.empty() ? NothingToRun() : RunJobOrFit(options);
     std::vector<Output> outputs;
     try {
         outputs = Render(options, end);
     } catch (const RuntimeError& error) {
+        if (options.JobPath.empty()) throw;
         FailFile(options.JobPath, "the outputs could not be made: " + error.Text);
     }
     for (const Output& output : outputs)

@@ -1,12 +1,14 @@
 #include "chart/CHART.h"
 
 #include "chart/layout/CheckAxes.h"
+#include "chart/records/Kept.h"
 #include "chart/records/SetLooks.h"
 #include "chart/scale/AxisScale.h"
 #include "platform/Narrow.h"
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
 namespace Quillon {
@@ -23,12 +25,8 @@ struct PlotData {
 
 void SetKinds(GraphSpec& spec) {
     GraphState& state = Chart.State;
-    const std::int16_t type = spec.GraphType;
-    state.KindX = type == GraphTypes::HorizontalBars || type == GraphTypes::XYPlot ? AxisKinds::Value
-                                                                                   : AxisKinds::Category;
-    state.KindY = type == GraphTypes::HorizontalBars || type == GraphTypes::Pie ? AxisKinds::Category
-                                                                                : AxisKinds::Value;
-    if (type != GraphTypes::Pie) return;
+    std::tie(state.KindX, state.KindY) = KindsOfType(spec.GraphType);
+    if (spec.GraphType != GraphTypes::Pie) return;
     for (int place = BottomAxis; place <= RightAxis; ++place)
         AxisOf(spec, place).Show = 0;
 }
@@ -73,6 +71,7 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     state.FirstSet = data.FirstSet;
     state.LastSet = data.LastSet;
     Chart.SetFlags.Recreate(state.Nsets);
+    Kept.BoxTable.Recreate(0, 0);
 }
 
 // False when it stopped before the data were in, and the former graph is what it was.
@@ -122,6 +121,7 @@ void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNo
         LetGo();
     }
     if (Seams.NewGraph) Seams.NewGraph();
+    Charts.StatusLine.Text.clear(); // it told of the graph before
     ClearZoom();
     ClearSpecialOptions();
 }
@@ -152,7 +152,8 @@ void CheckSpec(GraphSpec& spec, int nPts, int firstSet, int lastSet) {
 
 void GraphInit(GraphSpec& spec, int graphType, int plotStyle) {
     Chart.GraphStatus = GraphStatuses::Fine;
-    if (Chart.State.IniRead == 0) ReadChartDefaults();
+    if (Chart.State.IniRead == 0 || Kept.StyleOfFile != 0) ReadChartDefaults();
+    Chart.Style.UseRainbowColors = Kept.RainbowDefault;
     if (graphType < GraphTypes::HorizontalBars || graphType > GraphTypes::Pie) {
         Chart.GraphStatus = GraphStatuses::BadGraphType;
         return;

@@ -1,5 +1,6 @@
 #include "commands/StartUp.h"
 
+#include "chart/files/GraphFile.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "models/SEDEQ3.h"
@@ -56,14 +57,15 @@ void SizeWorkspace() {
 void StartQuillon(const std::string& argument) {
     Work = FreshWorkspace();
     Work.WorkDirectory = Host.WorkingDirectory();
-    if (!argument.empty() && !IsSavedFit(argument)) Work.DataDirectory = argument;
+    const bool fit = IsSavedFit(argument) && !NamesGraphFile(argument); // a graph waits for its window
+    if (!argument.empty() && !fit && !NamesGraphFile(argument)) Work.DataDirectory = argument;
     ReadFitDefaults();
     ReadProgramDefaults();
     SizeWorkspace();
     LoadRecentFiles();
     StartFileForm();
     LoadAnalmenu();
-    if (IsSavedFit(argument)) RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
+    if (fit) RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
 }
 
 void RunRecentFile(long item) {

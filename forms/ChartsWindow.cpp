@@ -3,6 +3,8 @@
 #include "chart/Charts.h"
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "chart/files/Exchange.h"
+#include "chart/files/GraphFile.h"
 #include "forms/Pieces.h"
 #include "forms/Windows.h"
 #include "forms/shell/ChartBox.h"
@@ -15,8 +17,12 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDialog>
+#include <QDragEnterEvent>
+#include <QFile>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTimer>
+#include <QUrl>
 
 namespace Quillon {
 
@@ -51,6 +57,7 @@ public:
         Bind.Also([this] { Follow(); });
         Modal = Charts.Shown;
         setWindowTitle(ShownText(Work.ProgramName + " - Graph"));
+        setAcceptDrops(true);
         resize(900, 620);
         Canvas->setFocus();
     }
@@ -58,6 +65,14 @@ public:
     void reject() override { Canvas->Key(27, 0); } // Esc
 
 protected:
+    // A graph file that is dropped is shown.
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        if (!DroppedGraph(event->mimeData()).empty()) event->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* event) override {
+        const std::string path = DroppedGraph(event->mimeData());
+        if (!path.empty()) RunOnGraph([path] { RestoreGraphFile(path); });
+    }
     void closeEvent(QCloseEvent* event) override {
         if (!ChartsMayClose()) return event->ignore();
         event->accept();
@@ -65,6 +80,14 @@ protected:
     }
 
 private:
+    static std::string DroppedGraph(const QMimeData* data) {
+        for (const QUrl& url : data->urls()) {
+            const std::string path = QFile::encodeName(url.toLocalFile()).toStdString();
+            if (url.isLocalFile() && NamesGraphFile(path)) return path;
+        }
+        return {};
+    }
+
     using ItemRef = std::function<MenuItem&()>;
 
     void Add(QMenu* menu, ItemRef item, void (*command)(), bool checkable = false, QKeySequence key = {}) {
@@ -114,7 +137,14 @@ private:
     QMenuBar* BuildMenus() {
         auto* bar = new QMenuBar;
         QMenu* file = bar->addMenu("&File");
+        file->addAction("&Save Graph...", QKeySequence::Save, this, [] { RunOnGraph(DoSaveGraph); });
+        file->addAction("&Restore Graph...", QKeySequence::Open, this, [] { RunOnGraph(DoRestoreGraph); });
+        file->addSeparator();
+        file->addAction("Save Graph &As...", QKeySequence::SaveAs, this, [] { RunOnGraph(SaveGraphAs); });
+        file->addAction("&Write Data...", this, [] { RunOnGraph(EditWriteData); });
+        file->addSeparator();
         file->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
+        file->addAction("&Paste Data", QKeySequence::Paste, this, [] { RunOnGraph(EditPasteData); });
         file->addAction("Copy &Bitmap", QKeySequence::Copy, this, [this] {
             if (Chart.GraphHeld != 0) QApplication::clipboard()->setPixmap(Canvas->grab());
         });

@@ -1,11 +1,15 @@
+#include "chart/files/Exchange.h"
+#include "chart/files/GraphFile.h"
 #include "chart/records/ChartState.h"
 #include "commands/Analmenu.h"
+#include "commands/Commands.h"
 #include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
 #include "forms/Windows.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
+#include "forms/surfaces/Pictures.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "workspace/records/Workspace.h"
@@ -61,6 +65,9 @@ void StartDesktop(const std::string& argument) {
     Seams.CancelFlag = &Work.AbortFit;
     Seams.ProgramName = [] { return Work.ProgramName; };
     Seams.DataDirectory = [] { return Work.DataDirectory; };
+    OpenToolkitPicture = [](const std::string& kind, const PictureRequest& request) {
+        return kind == "png" ? OpenPng(request) : OpenPdf(request);
+    };
     const int rows = RowsThatFit(QApplication::primaryScreen()->availableGeometry().height());
     GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = rows;
     ResultsFont = [font = QFontMetrics(QFontDatabase::systemFont(QFontDatabase::FixedFont))](
@@ -70,6 +77,10 @@ void StartDesktop(const std::string& argument) {
     MakeForm("Charts"); // the engine measures on its picture box
     Host.ShowForm("Analmenu");
     ListenForHelp();
+    if (NamesGraphFile(argument))
+        RunCommand([&] {
+            if (RestoreGraphFile(argument)) Host.ShowForm("Charts");
+        });
     RefreshForms();
 }
 

@@ -26,6 +26,7 @@ GraphSpec StartFitGraph(FitGraph kind, const GraphLimits& limits) {
                       : kind == FitGraph::Data  ? PlotStyles::SymbolsOnly
                                                 : PlotStyles::Lines;
     GraphSpec spec = StartGraph(style);
+    Chart.Style.UseRainbowColors = FlagFalse; // data and fit of a set have one colour
     spec.SymbolMode = kind == FitGraph::Function ? 3 : 1;
     spec.Title1.Text = Work.FitTitle;
     spec.Title2.Text = DataFrom();

@@ -12,7 +12,6 @@ GraphSpec StartGraph(int plotStyle) {
     Chart.GraphHeld = FlagFalse;
     GraphSpec spec;
     GraphInit(spec, GraphTypes::XYPlot, plotStyle);
-    Chart.Style.UseRainbowColors = FlagFalse;
     spec.Legend.Show = 1;
     return spec;
 }

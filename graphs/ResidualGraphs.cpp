@@ -99,6 +99,25 @@ void ScaleAxis(GraphAxis& axis, float low, float high, float interval) {
     axis.Decimals = ToInt16(PlacesOf(interval));
 }
 
+// Of the sets one above the other: from one step below the first to one above the last, and as many whole
+// steps more at either end as it takes until every point is in.
+struct SpreadScale {
+    float Low{}, High{};
+};
+SpreadScale ScaleOfSpread(float step) {
+    double low = -1.0;
+    double high = Work.NumSets;
+    for (long k = 1; k <= Work.NumSets; ++k) {
+        const long p = FirstPointOf(k);
+        for (long i = 0; i < TruePointsOf(k); ++i) {
+            const double steps = static_cast<double>(Work.PtResid[p + i]) / static_cast<double>(step);
+            low = std::min(low, std::floor(static_cast<double>(k - 1) + steps));
+            high = std::max(high, std::ceil(static_cast<double>(k - 1) + steps));
+        }
+    }
+    return {static_cast<float>(low) * step, static_cast<float>(high) * step};
+}
+
 void Show(ResidualAxis axis, long set) {
     if (MakeResidualGraph(axis, set)) ShowCharts();
 }
@@ -137,7 +156,8 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
     spec.AxisX1.ScaleMode = ScaleModes::Autorange;
     spec.AxisY1.Title.Text = "Y(exp) - Y(fit)";
     if (spread) {
-        ScaleAxis(spec.AxisY1, -step, static_cast<float>(Work.NumSets) * step, step);
+        const SpreadScale scaled = ScaleOfSpread(step);
+        ScaleAxis(spec.AxisY1, scaled.Low, scaled.High, step);
     } else {
         const float limit = ResidualLimit(scale, LargestResidual(first, last));
         ScaleAxis(spec.AxisY1, -limit, limit, limit / 2.0F);

@@ -5,8 +5,10 @@
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/ChartStyle.h"
+#include "chart/records/Kept.h"
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
+#include "platform/Narrow.h"
 #include "platform/Platform.h"
 
 namespace Quillon {
@@ -40,23 +42,26 @@ bool Ask(const std::string& question) {
     return Asked(question, BoxButtons::YesNo, BoxAnswer::No) == BoxAnswer::Yes;
 }
 
-// Writes one text on Yes, another on No, and nothing on Cancel.
-void AskAndWrite(const std::string& question, const std::string& key, const std::string& yes,
-                 const std::string& no) {
+// Writes one text on Yes, another on No, and nothing on Cancel. Gives the answer.
+BoxAnswer AskAndWrite(const std::string& question, const std::string& key, const std::string& yes,
+                      const std::string& no) {
     const BoxAnswer answer = AskThree(question, BoxAnswer::Cancel);
     if (answer == BoxAnswer::Yes) Write(key, yes);
     if (answer == BoxAnswer::No) Write(key, no);
+    return answer;
 }
 
 void SaveStyle() {
     AskAndWrite("Do you want the default graph style to include grids across the graph body at the tic mark "
                 "positions (Yes), or no grids (No), or to leave the default unchanged (Cancel)?",
                 "UseGrids", "1", "0");
-    AskAndWrite(
+    const BoxAnswer rainbow = AskAndWrite(
         "Do you want the default to be to use 'rainbow' gradient colors (rather than a discrete set of 14 "
         "colors) to delimit different data sets on graphs (Yes), or to inhibit line dashing (No), or leave "
         "the default unchanged (Cancel)?",
         "UseRainbowColors", "True", "False");
+    if (rainbow != BoxAnswer::Cancel) // the graphs of this run begin with it too
+        Kept.RainbowDefault = Flag(rainbow == BoxAnswer::Yes);
     AskAndWrite(
         "Do you want the default to be to use dashed lines (4 styles + solid) to delimit different data sets "
         "on graphs (Yes), or to inhibit line dashing (No), or leave the default unchanged (Cancel)? (Note "

@@ -1,6 +1,7 @@
 // The data of a graph as text.
 #include "chart/files/DataText.h"
 
+#include "chart/files/Exchange.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/SetTable.h"
 #include "input/NUMINPUT.h"
@@ -10,8 +11,15 @@ namespace Quillon {
 
 namespace {
 
-// The points of the longest set: up to the last place that holds a value.
-long LongestSet() {
+// Between blanks a gap is seen only in quotes.
+std::string ValueText(float value, char delimiter) {
+    if (value != MissingValue) return SingleText(value);
+    return delimiter == ' ' ? "\" \"" : " ";
+}
+
+} // namespace
+
+long LongestSetOfGraph() {
     for (long point = Chart.DataX.Points(); point >= 1; --point)
         for (long set = 1; set <= Chart.DataX.Sets(); ++set)
             if (Chart.DataX(point, set) != MissingValue || Chart.DataY(point, set) != MissingValue)
@@ -19,19 +27,14 @@ long LongestSet() {
     return 0;
 }
 
-std::string ValueText(float value) {
-    return value == MissingValue ? " " : SingleText(value);
-}
-
-} // namespace
-
 std::string DataText(char delimiter) {
     std::string text;
-    const long points = LongestSet();
+    const long points = LongestSetOfGraph();
     for (long point = 1; point <= points; ++point) {
         for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
             if (set > 1) text += delimiter;
-            text += ValueText(Chart.DataX(point, set)) + delimiter + ValueText(Chart.DataY(point, set));
+            text += ValueText(Chart.DataX(point, set), delimiter) + delimiter +
+                    ValueText(Chart.DataY(point, set), delimiter);
         }
         text += "\r\n";
     }

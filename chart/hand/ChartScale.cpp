@@ -12,11 +12,42 @@
 #include "platform/Narrow.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Quillon {
 
 namespace {
+
+// The formats of the labels that the kept zooms had, place by place beside Charts.Zooms: a step of one or
+// more chooses no digits, and those of a much finer scale would stay.
+struct AxisFormat {
+    std::int16_t TicFormat{}, Decimals{};
+};
+struct ZoomFormat {
+    AxisFormat X, Y;
+};
+std::array<ZoomFormat, ZoomStack::Deepest + 1> Formats;
+
+AxisFormat FormatOf(const GraphAxis& axis) {
+    return {axis.TicFormat, axis.Decimals};
+}
+
+void TakeFormat(GraphAxis& axis, const AxisFormat& format) {
+    axis.TicFormat = format.TicFormat;
+    axis.Decimals = format.Decimals;
+}
+
+void PushFormat() {
+    std::copy_backward(Formats.begin() + 1, Formats.end() - 1, Formats.end());
+    Formats[1] = {FormatOf(Chart.Spec.AxisX1), FormatOf(Chart.Spec.AxisY1)};
+}
+
+void PopFormat() {
+    TakeFormat(Chart.Spec.AxisX1, Formats[1].X);
+    TakeFormat(Chart.Spec.AxisY1, Formats[1].Y);
+    std::copy(Formats.begin() + 2, Formats.end(), Formats.begin() + 1);
+}
 
 constexpr int FewestTics = 2; // what an axis must show for its scale to be read
 
@@ -99,6 +130,7 @@ void KeepPresent() {
     RecordMarkers();
     const ChartScale old = PresentScale();
     PushZoom(old.XMin, old.XMax, old.YMin, old.YMax);
+    PushFormat();
     Charts.LastZoom.Enabled = true;
 }
 
@@ -148,6 +180,7 @@ void DoLastZoom() {
     ChartScale scale{};
     std::int16_t depth{};
     PopZoom(scale.XMin, scale.XMax, scale.YMin, scale.YMax, depth);
+    PopFormat();
     SetScale(scale);
     SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
     Replot();

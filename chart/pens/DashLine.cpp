@@ -12,7 +12,7 @@ namespace Quillon {
 
 namespace {
 
-// A pattern is a list of (on, off) lengths in device units, taken round and round.
+// A pattern is a list of (on, off) lengths, taken round and round.
 struct DashPair {
     double On, Off;
 };
@@ -41,12 +41,13 @@ void TakeNextPiece(DashState& dash, std::span<const DashPair> pattern) {
     dash.Used = 0.0;
 }
 
-// The lengths are device units. On a display whose units are finer than usual the patterns grow with them, so
-// that dashes stay as long to the eye.
+// The lengths are units of a usual display. On a device whose units are finer the patterns grow with them, so
+// that dashes are as long to the eye on paper and in a picture. A display takes whole units: its lines are
+// drawn dot by dot.
 double PatternUnit() {
     constexpr double usual = 96.0; // dots per inch
-    if (Chart.Target != Targets::Screen) return 1.0;
-    return std::max(1.0, std::nearbyint(static_cast<double>(Chart.PixY) * 1440.0 / usual));
+    const double finer = static_cast<double>(Chart.PixY) * 1440.0 / usual;
+    return std::max(1.0, Chart.Target == Targets::Screen ? std::nearbyint(finer) : finer);
 }
 
 int Rounded(double value) {

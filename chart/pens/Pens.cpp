@@ -20,10 +20,13 @@ bool Rainbow() {
     return Chart.Style.UseRainbowColors != 0 && Chart.State.Nsets >= 2;
 }
 
-// The least width that shows: 4.36 twips above 360 dots per inch, one unit below.
+// The least width that shows: 4.36 twips above 360 dots per inch, one unit below. A display of finer units
+// than usual takes as many of them as make up a usual one, so that grids and symbols look alike on all
+// displays.
 int LeastWidth() {
     if (Chart.PlotterFonts != 0) return 0;
     const double pix = Chart.PixY;
+    if (Chart.Target == Targets::Screen) return std::max(1, static_cast<int>(std::nearbyint(pix * 15.0)));
     return pix > 0.25 ? static_cast<int>(std::nearbyint(pix * 4.36)) : 1;
 }
 

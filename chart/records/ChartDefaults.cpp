@@ -4,6 +4,7 @@
 #include "chart/records/ChartState.h"
 #include "chart/records/ChartStyle.h"
 #include "chart/records/Colors.h"
+#include "chart/records/Kept.h"
 #include "chart/records/Records.h"
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
@@ -28,7 +29,7 @@ constexpr float Widest = 32767.0F; // widths and font codes go into 16-bit field
 
 constexpr NumberKey NumberKeys[] = {
     {"TicSize", &ChartStyle::TicSize, -1.0F, 1.0F},
-    {"SymbolSize", &ChartStyle::SymbolSize, 0.0F, 1.0F},
+    {"SymbolSize", &ChartStyle::SymbolSize, 0.0F, LargestSymbolSize},
     {"BarWidth", &ChartStyle::BarWidth, 0.0F, 1.0F},
     {"Clearance", &ChartStyle::Clearance, 0.0F, 1.0F},
     {"TitleSize", &ChartStyle::TitleSize, 0.0F, 1.0F},
@@ -227,6 +228,8 @@ void ReadChartDefaults() {
     style.PrintColors = ReadColors(ini, "PrintColor");
     Chart.Style = style;
     Chart.State.IniRead = 1;
+    Kept.StyleOfFile = FlagFalse;
+    Kept.RainbowDefault = style.UseRainbowColors;
     Chart.State.CyclesBuilt = 0;
 }
 

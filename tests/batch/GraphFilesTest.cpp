@@ -106,6 +106,29 @@ std::vector<std::vector<float>> Numbers(const std::string& text) {
     return lines;
 }
 
+TEST_F(GraphFiles, AGraphFileGivesThePictureOfTheFitAndItselfAgain) {
+    for (const std::string kind : AllKinds) {
+        const std::string saved = Graph(kind, "grf");
+        WriteWholeFile(Path("kept.grf"), saved);
+        for (const char* ending : {"svg", "emf", "dat", "grf"}) {
+            const std::string path = Path(std::string("again.") + ending);
+            const ProgramEnd end = RunInside({"--graph", Path("kept.grf") + "=" + path});
+            EXPECT_EQ(end.Status, 0) << end.Err;
+            EXPECT_TRUE(ReadWholeFile(path) == Graph(kind, ending)) << kind << " " << ending;
+        }
+    }
+}
+
+TEST_F(GraphFiles, ADamagedGraphFileIsToldAndNothingIsWritten) {
+    const std::string saved = Graph("data", "grf");
+    WriteWholeFile(Path("short.grf"), saved.substr(0, saved.size() / 2));
+    const ProgramEnd end = RunInside({"--graph", Path("short.grf") + "=" + Path("none.svg")});
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_EQ(end.Err,
+              "--graph " + Path("short.grf") + "=" + Path("none.svg") + ": Input past end of file\n");
+    EXPECT_FALSE(std::filesystem::exists(Path("none.svg")));
+}
+
 TEST_F(GraphFiles, NumbersAreThoseOfTheFit) {
     for (const std::string kind : AllKinds) {
         for (const long only : {0L, 2L}) {

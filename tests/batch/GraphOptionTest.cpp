@@ -38,18 +38,29 @@ TEST(GraphOptions, AreTakenApart) {
     EXPECT_EQ(options.Report, ""); // an output is named
 }
 
+TEST(GraphOptions, AGraphFileNeedsNoJob) {
+    const Options options = ParseOptions({"--graph", "C:/run 1/a.GRF=b.svg"});
+    EXPECT_EQ(options.JobPath, "");
+    EXPECT_EQ(options.Graphs.at(0).Source, "C:/run 1/a.GRF");
+    EXPECT_EQ(options.Graphs.at(0).Path, "b.svg");
+    EXPECT_EQ(options.Report, "");
+    for (const char* more : {"--report=r.txt", "--graph=data=d.svg", "--refit"})
+        EXPECT_THROW(ParseOptions({"--graph", "a.grf=b.svg", more}), RuntimeError) << more;
+}
+
 TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
     EXPECT_EQ(GraphKinds(), (std::vector<std::string>{"data", "function", "overlay", "residuals",
                                                       "residuals-y", "residuals-r"}));
     for (const std::string& kind : GraphKinds())
         EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
-    for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat"})
+    for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".grf"})
         EXPECT_NE(HelpText().find(ending), std::string::npos) << ending;
 }
 
 TEST(GraphOptions, MistakesAreOneLine) {
     const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r";
-    const std::string endings = " ends with none of .svg, .png, .pdf, .emf and .dat, which choose the format";
+    const std::string endings =
+        " ends with none of .svg, .png, .pdf, .emf, .dat and .grf, which choose the format";
     EXPECT_EQ(MistakeOf("species=a.svg"), Told("--graph: 'species' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("=a.svg"), Told("--graph: '' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("Overlay=a.svg"), Told("--graph: 'Overlay' is none of the kinds " + kinds));
@@ -58,7 +69,9 @@ TEST(GraphOptions, MistakesAreOneLine) {
     EXPECT_EQ(MistakeOf("overlay="), Told("no file behind --graph overlay"));
     EXPECT_EQ(MistakeOf("overlay:3="), Told("no file behind --graph overlay:3"));
     EXPECT_EQ(MistakeOf("overlay=-"), Told("--graph needs the name of a file"));
-    EXPECT_EQ(MistakeOf("overlay=a.grf"), Told("--graph: 'a.grf'" + endings));
+    EXPECT_EQ(MistakeOf("overlay=a.grd"), Told("--graph: 'a.grd'" + endings));
+    EXPECT_EQ(MistakeOf("a.grf=b"), Told("--graph: 'b'" + endings));
+    EXPECT_EQ(MistakeOf("a.grf=a.grf"), Told("--graph: 'a.grf' would be written over itself"));
     EXPECT_EQ(MistakeOf("overlay=a"), Told("--graph: 'a'" + endings));
     EXPECT_EQ(MistakeOf("overlay=x.svg/a"), Told("--graph: 'x.svg/a'" + endings));
     for (const char* set : {"0", "19", "-1", "x", "", "2x", "99999999999999999999"})

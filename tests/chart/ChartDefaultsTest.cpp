@@ -309,6 +309,20 @@ TEST_F(ChartDefaultsTest, EscAtAQuestionLeavesItAndThoseBehindItUnchanged) {
     SaveChartDefaults();
 }
 
+TEST_F(ChartDefaultsTest, TheGradientSavedAsDefaultShowsOnTheNextGraph) {
+    Begin();
+    for (const char* question : {GridQuestion, RainbowQuestion, DashQuestion})
+        Outside.ExpectMessage(question, question == RainbowQuestion ? BoxAnswer::Yes : BoxAnswer::Cancel);
+    Outside.ExpectMessage(PrintQuestion, BoxAnswer::No);
+    Outside.ExpectMessage(DelimiterQuestion, BoxAnswer::Yes);
+    SaveChartDefaults();
+    Begin();
+    EXPECT_EQ(Chart.Style.UseRainbowColors, -1);
+    Chart.Style.UseRainbowColors = 0; // a graph that has none
+    Begin();
+    EXPECT_EQ(Chart.Style.UseRainbowColors, -1);
+}
+
 TEST_F(ChartDefaultsTest, AFailureIsToldOnce) {
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::DiskFull); };
     Outside.ExpectMessage(GridQuestion, BoxAnswer::Yes);

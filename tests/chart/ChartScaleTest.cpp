@@ -39,6 +39,18 @@ TEST_F(ChartScaleTest, LastZoomStepsBack) {
     EXPECT_EQ(PresentScale(), whole);
 }
 
+TEST_F(ChartScaleTest, LastZoomAfterADeepOneDoesNotKeepItsDecimals) {
+    Spec.AxisX1.ScaleMode = Spec.AxisY1.ScaleMode = ScaleModes::Autorange;
+    Plot(Spec, Table({{100, 200, 300}}), Table({{1000, 2000, 3000}}));
+    const GraphSpec before = Chart.Spec;
+    ZoomTo({200.001F, 200.009F, 2000.01F, 2000.09F});
+    ASSERT_GT(Chart.Spec.AxisX1.Decimals, before.AxisX1.Decimals);
+    DoLastZoom();
+    EXPECT_EQ(Chart.Spec.AxisX1.Decimals, before.AxisX1.Decimals);
+    EXPECT_EQ(Chart.Spec.AxisY1.Decimals, before.AxisY1.Decimals);
+    EXPECT_NE(Screen.FindText("200"), nullptr);
+}
+
 TEST_F(ChartScaleTest, ElevenZoomsKeepTheLastTen) {
     PlotAuto();
     for (int i = 1; i <= 11; ++i) {

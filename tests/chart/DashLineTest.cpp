@@ -1,5 +1,6 @@
 // Dash patterns: lengths of pieces and gaps, and that a pattern runs on.
 #include "chart/pens/DashLine.h"
+#include "chart/pens/Pens.h"
 
 #include "ChartBench.h"
 
@@ -37,7 +38,7 @@ TEST_F(DashLineTest, PatternsGrowWithTheFinenessOfADisplay) {
     EXPECT_EQ(Pieces(1, 50), "0-15 20-35 40-50 ");
 }
 
-TEST_F(DashLineTest, OnPaperPatternsAreThoseOfTheDevice) {
+TEST_F(DashLineTest, OnPaperPatternsAreAsLongToTheEye) {
     RecordingSurface paper;
     paper.DotsPerInchX = paper.DotsPerInchY = 600;
     SetPrinterSurface(paper.Surface());
@@ -45,10 +46,19 @@ TEST_F(DashLineTest, OnPaperPatternsAreThoseOfTheDevice) {
     spec.Device = "1";
     SelectTarget(spec);
     BeginDash(2);
-    DashLine(0, 7, 9, 7);
+    DashLine(0, 7, 60, 7); // 600 dots per inch: 6.25 to a unit of a display
     ASSERT_EQ(paper.Items.size(), 2U);
-    EXPECT_EQ(paper.Items[0].Points[1].X, 4);
-    EXPECT_EQ(paper.Items[1].Points[0].X, 7);
+    EXPECT_EQ(paper.Items[0].Points[1].X, 25);
+    EXPECT_EQ(paper.Items[1].Points[0].X, 44); // 43.75
+}
+
+TEST_F(DashLineTest, PensOfGridsAndSymbolsGrowWithTheFinenessOfADisplay) {
+    EXPECT_EQ(PenWidth(7), 1);
+    Screen.DotsPerInchX = Screen.DotsPerInchY = 192;
+    SelectTarget(Begin());
+    EXPECT_EQ(PenWidth(7), 2); // symbols
+    EXPECT_EQ(PenWidth(10), 2);
+    EXPECT_EQ(PenWidth(30), 4);
 }
 
 TEST_F(DashLineTest, ThePatterns) {

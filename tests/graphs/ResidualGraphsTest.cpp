@@ -147,6 +147,24 @@ TEST_F(ResidualGraphs, SeparatedSetsStandOneStepApart) {
         ExpectSeries(k, At(k, Work.PtX), Residuals(k, static_cast<float>(k - 1) * 0.03F));
 }
 
+TEST_F(ResidualGraphs, AnOutlierOfASeparatedSetIsSeen) {
+    Work.SpreadResiduals = -1;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    const float below = Residuals(1)[0];
+    Work.RmsResidual = std::fabs(below) / 4.9F; // the first point lies 4.9 deviations off
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    const GraphAxis& y = Chart.Spec.AxisY1;
+    const float step = SpreadStep(Work.RmsResidual);
+    EXPECT_EQ(y.TicInterval, step);
+    for (long k = 1; k <= 3; ++k)
+        for (const float value : Residuals(k, static_cast<float>(k - 1) * step)) {
+            EXPECT_GE(value, y.Min);
+            EXPECT_LE(value, y.Max);
+        }
+    EXPECT_NEAR(std::remainder(y.Min, step), 0.0F, 1e-6F); // whole steps
+    EXPECT_NEAR(std::remainder(y.Max, step), 0.0F, 1e-6F);
+}
+
 TEST_F(ResidualGraphs, OneSetIsNeverSeparated) {
     Work.SpreadResiduals = -1;
     ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 3));

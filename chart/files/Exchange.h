@@ -1,0 +1,57 @@
+#pragma once
+// Data and pictures of a graph out to other programs, and data from them back in.
+
+#include "chart/records/SetTable.h"
+#include "platform/PictureFile.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// --- data --------------------------------------------------------------------------------------------------
+
+// Columns of numbers from a text: X and Y of each set.
+struct PastedData {
+    SetTable X, Y;                  // what is empty or not there is missing
+    std::vector<std::string> Names; // of the sets, from the heads of the Y columns; empty without heads
+};
+
+// Takes a text apart. Columns are separated by tabs where the first line has one, else by semicolons, else by
+// commas, else by blanks, of which any number are one; a field may stand between quotes. A first line without
+// any number gives the names. Where no comma separates, a decimal comma is read as well. An odd number of
+// columns is the RuntimeError OddColumns, anything that is no number or a column too many another.
+inline constexpr const char* OddColumns = "The number of data columns must be an even number (an X and Y "
+                                          "column for each data series)!  Aborting...";
+PastedData ReadPastedText(const std::string& text);
+
+// The points of the longest set of the graph: up to the last place that holds a value.
+long LongestSetOfGraph();
+
+// The data of the graph as comma separated values with a head line: title of the X axis and name of the set
+// over each pair of columns, nothing where a value is missing, lines ended by CR LF.
+std::string DataCsv();
+
+// The command: asks for a file and writes DataText to it, with AsciiDelimiter between the columns.
+void EditWriteData();
+
+// The command: the data of the graph become those on the clipboard, as they are (logarithms on a logarithmic
+// axis). Zooms, markers and special options go. After a failure, which is told, the graph is as it was.
+void EditPasteData();
+
+// --- pictures ----------------------------------------------------------------------------------------------
+
+// Begins a "png" or "pdf"; set by a program that has the toolkit. Without it these endings are refused.
+inline std::function<PictureFile(const std::string& kind, const PictureRequest& request)> OpenToolkitPicture;
+
+// The graph at hand as the bytes of a file of an ending (small letters): "svg", "pdf", "png", "emf", "dat",
+// "csv" or "grf". Pictures are 170 mm wide, as high as the window's graph asks, at 300 dots per inch. The
+// graph on the screen is afterwards what it was. Another ending, or a graph that cannot be drawn, is a
+// RuntimeError.
+std::string GraphAs(const std::string& ending);
+
+// The command: asks for a file and writes the graph to it; the file's ending chooses what.
+void SaveGraphAs();
+
+} // namespace Quillon

@@ -1,0 +1,341 @@
+#pragma once
+// The layout of a graph file, written down once. The fields stand here in the order of the file; the same
+// walk writes them (GraphWriter) and reads them (GraphReader), so that the two directions cannot drift apart.
+//
+// Numbers are little-endian and stand without padding; a text is a 16-bit count of characters and the
+// characters, a text of fixed length is filled up with blanks. There is no end marker and no framing: what a
+// field means follows from the fields before it. What a version of the format has and what it has not is said
+// at each field; Version is the number of the file's own.
+
+#include "chart/files/GraphFile.h"
+#include "chart/files/GraphStreams.h"
+#include "chart/records/ChartState.h"
+#include "chart/records/Kept.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// Files keep SymbolSize within these ends; a value beyond shows a header that is two bytes longer.
+inline bool IsSymbolSize(float size) {
+    return size >= 0.0F && size <= LargestSymbolSize;
+}
+
+template <class Stream, class Box> void BoxFields(Stream& s, Box& box) {
+    s.Value("GraphBox", box.X1);
+    s.Value("GraphBox", box.Y1);
+    s.Value("GraphBox", box.X2);
+    s.Value("GraphBox", box.Y2);
+    s.Value("GraphBox", box.Color);
+    for (auto& word : box.Spare)
+        s.Value("GraphBox", word);
+}
+
+template <class Stream, class Title> void TitleFields(Stream& s, Title& title) {
+    s.Value("GraphTitle", title.Text);
+    s.Value("GraphTitle", title.Font);
+    s.Value("GraphTitle", title.Size);
+    s.Value("GraphTitle", title.Color);
+    s.Value("GraphTitle", title.Justify);
+}
+
+template <class Stream, class Axis> void AxisFields(Stream& s, Axis& axis) {
+    s.Value("GraphAxis", axis.Show);
+    s.Value("GraphAxis", axis.Grid);
+    s.Value("GraphAxis", axis.TicSide);
+    TitleFields(s, axis.Title);
+    s.Value("GraphAxis", axis.Color);
+    s.Value("GraphAxis", axis.TicMode);
+    s.Value("GraphAxis", axis.ScaleType);
+    s.Value("GraphAxis", axis.LogBase);
+    s.Value("GraphAxis", axis.ScaleMode);
+    s.Value("GraphAxis", axis.Min);
+    s.Value("GraphAxis", axis.Max);
+    s.Value("GraphAxis", axis.Factor);
+    s.Value("GraphAxis", axis.FactorName);
+    s.Value("GraphAxis", axis.LabelFont);
+    s.Value("GraphAxis", axis.LabelSize);
+    s.Value("GraphAxis", axis.FirstTic);
+    s.Value("GraphAxis", axis.TicInterval);
+    s.Value("GraphAxis", axis.TicFormat);
+    s.Value("GraphAxis", axis.Decimals);
+    s.Value("GraphAxis", axis.AxisWidth);
+    s.Value("GraphAxis", axis.TicWidth);
+}
+
+template <class Stream, class Legend> void LegendFields(Stream& s, Legend& legend) {
+    s.Value("GraphLegend", legend.Show);
+    s.Value("GraphLegend", legend.Where);
+    s.Value("GraphLegend", legend.TextColor);
+    s.Value("GraphLegend", legend.Font);
+    s.Value("GraphLegend", legend.Size);
+    s.Value("GraphLegend", legend.AutoPlace);
+    BoxFields(s, legend.Box);
+}
+
+template <class Stream, class Spec> void SpecFields(Stream& s, Spec& spec) {
+    s.Value("GraphSpec", spec.GraphType);
+    s.Value("GraphSpec", spec.PlotStyle);
+    s.Value("GraphSpec", spec.SymbolMode);
+    s.Value("GraphSpec", spec.Relayout);
+    BoxFields(s, spec.View);
+    BoxFields(s, spec.Frame);
+    TitleFields(s, spec.Title1);
+    TitleFields(s, spec.Title2);
+    AxisFields(s, spec.AxisX1);
+    AxisFields(s, spec.AxisX2);
+    AxisFields(s, spec.AxisY1);
+    AxisFields(s, spec.AxisY2);
+    LegendFields(s, spec.Legend);
+    s.Value("GraphSpec", spec.LineWidth);
+    s.Value("GraphSpec", spec.Spare);
+    s.Value("GraphSpec", spec.Device);
+}
+
+// The bytes that GraphState takes. Files of today have 84; there are writers of 86 (without the zero word,
+// six words of the mouse) and of 88 (with both). The spec behind it tells: only at its own place does it make
+// sense.
+inline int StateBytes(const GraphWriter&) {
+    return 84;
+}
+inline int StateBytes(const GraphReader& s) {
+    for (const int size : {84, 86, 88}) {
+        if (s.Left() < static_cast<std::size_t>(size)) break;
+        GraphReader behind = s;
+        behind.At += static_cast<std::size_t>(size);
+        GraphSpec spec;
+        if (behind.Left() < GraphSpecBytes) break;
+        SpecFields(behind, spec);
+        if (SpecStands(spec)) return size;
+    }
+    s.Need(84 + GraphSpecBytes);
+    GraphReader::Damaged("GraphSpec");
+}
+
+template <class Stream, class State> void StateFields(Stream& s, State& state) {
+    const int bytes = StateBytes(s);
+    s.Value("Busy", state.Busy);
+    s.Value("IniRead", state.IniRead);
+    s.Value("CyclesBuilt", state.CyclesBuilt);
+    s.Value("Aspect", state.Aspect);
+    for (auto* word :
+         {&state.DeviceW,  &state.DeviceH,      &state.NColors,      &state.ViewW,        &state.ViewH,
+          &state.Diagonal, &state.ViewLeft,     &state.ViewTop,      &state.ViewRight,    &state.ViewBottom,
+          &state.Stagger,  &state.LabelWidthX1, &state.LabelWidthY1, &state.LabelWidthX2, &state.LabelWidthY2,
+          &state.Npts,     &state.Nsets,        &state.FirstSet,     &state.LastSet,      &state.MultiSet,
+          &state.KindX,    &state.KindY,        &state.TicLenX,      &state.TicLenY,      &state.ClearX,
+          &state.ClearY,   &state.SymbolHalfX,  &state.SymbolHalfY})
+        s.Value("GraphState", *word);
+    std::int16_t zero = 0;
+    if (bytes != 86) s.Value("GraphState", zero);
+    s.Value("FontMax", state.FontMax);
+    s.Value("FontMin", state.FontMin);
+    const std::size_t words = bytes == 84 ? 4 : state.Mouse.size();
+    for (std::size_t i = 0; i < words; ++i)
+        s.Value("GraphState", state.Mouse[i]);
+}
+
+template <class Stream, class Space> void AxisSpaceFields(Stream& s, Space& space) {
+    for (auto* word : {&space.TicGap1, &space.TicHeight, &space.TicGap2, &space.TitleGap1, &space.TitleHeight,
+                       &space.TitleGap2})
+        s.Value("the layout", *word);
+}
+
+template <class Stream, class Layout> void LayoutFields(Stream& s, Layout& layout) {
+    AxisSpaceFields(s, layout.Left);
+    AxisSpaceFields(s, layout.Bottom);
+    AxisSpaceFields(s, layout.Top);
+    AxisSpaceFields(s, layout.Right);
+    auto& titles = layout.Titles;
+    for (auto* word :
+         {&titles.Gap1, &titles.Height1, &titles.Gap2, &titles.Height2, &titles.Gap3, &titles.Total})
+        s.Value("the layout", *word);
+    auto& legend = layout.Legend;
+    for (auto* word : {&legend.Columns, &legend.Rows, &legend.EntryWidth, &legend.EntryHeight,
+                       &legend.SampleWidth, &legend.Gap, &legend.Width, &legend.Height})
+        s.Value("the layout", *word);
+}
+
+// A file whose header is two bytes longer has SymbolSize two bytes behind its place.
+inline void FindShift(GraphWriter&, const float&) {}
+inline void FindShift(GraphReader& s, float& symbolSize) {
+    if (IsSymbolSize(symbolSize)) return;
+    s.At -= 2;
+    s.Value("SymbolSize", symbolSize);
+    if (!IsSymbolSize(symbolSize)) GraphReader::Damaged("SymbolSize");
+}
+
+template <class Stream, class Style> void PageFields(Stream& s, Style& style) {
+    s.Value("LeftMargin", style.LeftMargin);
+    s.Value("RightMargin", style.RightMargin);
+    s.Value("TopMargin", style.TopMargin);
+    s.Value("BottomMargin", style.BottomMargin);
+    s.Value("KeepAspect", style.KeepAspect);
+    s.Value("PageCustom", style.PageCustom);
+    s.Value("CustomHeight", style.CustomHeight);
+    s.Value("CustomWidth", style.CustomWidth);
+    s.Value("PageFull", style.PageFull);
+    s.Value("PageHalf", style.PageHalf);
+    s.Value("LineWidthFixed", style.LineWidthFixed);
+    s.Value("LineWidthIncrease", style.LineWidthIncrease);
+    s.Value("DashedLines", style.DashedLines);
+    s.Value("AxisFrame", style.AxisFrame);
+}
+
+template <class Stream, class Style> void SizeFields(Stream& s, Style& style) {
+    float unused = 0.0F;
+    if (s.Version < 1.2) s.Value("an unused single", unused);
+    s.Value("SymbolSize", style.SymbolSize);
+    FindShift(s, style.SymbolSize);
+    for (auto* size : {&style.TicSize, &style.Clearance, &style.ArrowAngle, &style.TitleSize,
+                       &style.TicFontSize, &style.TitleFont, &style.TicLabelFont, &style.LegendFont,
+                       &style.AxisWidth, &style.TicWidth, &style.LineWidth})
+        s.Value("the sizes", *size);
+}
+
+template <class Stream, class Graph> void TargetFields(Stream& s, Graph& graph) {
+    auto& m = graph.Module;
+    // The mapping is worked out in double and kept as singles: it is found anew before anything is drawn.
+    float mapping[] = {static_cast<float>(m.XScale), static_cast<float>(m.YScale),
+                       static_cast<float>(m.XOffset), static_cast<float>(m.YOffset)};
+    for (float& value : mapping)
+        s.Value("the mapping", value);
+    std::int16_t zero = 0;
+    s.Value("Target", m.Target);
+    s.Value("a zero word", zero);
+    s.Value("PlotterFonts", m.PlotterFonts);
+    s.Value("Log10Axis", m.Log10Axis);
+    s.Value("ColorDevice", m.ColorDevice);
+    s.Value("ScreenMaxFont", m.Style.ScreenMaxFont);
+    s.Value("ScreenMinFont", m.Style.ScreenMinFont);
+    s.Value("PrinterMaxFont", m.Style.PrinterMaxFont);
+    s.Value("PrinterMinFont", m.Style.PrinterMinFont);
+    s.Value("ZoomState", graph.ZoomState);
+}
+
+template <class Stream, class Style> void ColorFields(Stream& s, Style& style) {
+    if (s.Version > 1.0) {
+        s.UpperIndex("the colours", style.ScreenColors);
+        s.UpperIndex("the colours", style.PrintColors);
+    } else {
+        s.Standing(style.ScreenColors, 14);
+        s.Standing(style.PrintColors, 7);
+    }
+    s.Items("the colours", style.ScreenColors);
+    s.Items("the colours", style.PrintColors);
+}
+
+// The borders of bars are written at the length of the lines: their order goes round.
+inline std::vector<std::int16_t> BordersAs(const ChartStyle& style) {
+    std::vector<std::int16_t> borders(style.LineStyleOrder.size());
+    for (std::size_t i = 0; i < borders.size() && !style.BorderStyleOrder.empty(); ++i)
+        borders[i] = style.BorderStyleOrder[i % style.BorderStyleOrder.size()];
+    return borders;
+}
+inline void Borders(GraphWriter& s, const ChartStyle& style) {
+    s.Items("BorderStyleOrder", BordersAs(style));
+}
+inline void Borders(GraphReader& s, ChartStyle& style) {
+    s.Standing(style.BorderStyleOrder, style.LineStyleOrder.size());
+    s.Items("BorderStyleOrder", style.BorderStyleOrder);
+}
+
+template <class Stream, class Style> void OrderFields(Stream& s, Style& style) {
+    s.UpperIndex("LineStyleOrder", style.LineStyleOrder);
+    s.UpperIndex("SymbolOrder", style.SymbolOrder);
+    s.UpperIndex("PatternStyleOrder", style.PatternStyleOrder);
+    s.Items("LineStyleOrder", style.LineStyleOrder);
+    Borders(s, style);
+    s.Items("SymbolOrder", style.SymbolOrder);
+    s.Items("PatternStyleOrder", style.PatternStyleOrder);
+}
+
+// Up to version 1.2 the cycles themselves stood where their orders stand today. They are used as they are.
+inline void FormerCycles(GraphWriter&, const StyleCycles&, long) {}
+inline void FormerCycles(GraphReader& s, StyleCycles& cycles, long upper) {
+    const auto take = [&](auto& cycle) {
+        using Item = std::decay_t<decltype(cycle[0])>;
+        std::vector<Item> items;
+        s.Standing(items, static_cast<std::size_t>(upper) + 1);
+        s.Items("the cycles", items);
+        for (std::size_t i = 0; i < cycle.size(); ++i)
+            cycle[i] = items[i % items.size()];
+    };
+    take(cycles.Color);
+    take(cycles.Line);
+    take(cycles.Line2);
+    take(cycles.Pattern);
+    take(cycles.Symbol);
+    take(cycles.Border);
+}
+
+template <class Stream, class Module> void CycleFields(Stream& s, Module& m) {
+    std::int16_t upper = CycleLen;
+    if (s.Version > 1.0) s.Value("the cycles", upper);
+    if (upper < 0) GraphReader::Damaged("the cycles");
+    if (s.Version > 1.2)
+        OrderFields(s, m.Style);
+    else
+        FormerCycles(s, m.Cycles, upper);
+}
+
+template <class Stream, class Mark> void MarkFields(Stream& s, Mark& mark) {
+    s.Value("GraphMark", mark.Kind);
+    s.Value("GraphMark", mark.Fill);
+    s.Value("GraphMark", mark.Color);
+    s.Value("GraphMark", mark.XorDraw);
+    s.Value("GraphMark", mark.X1);
+    s.Value("GraphMark", mark.Y1);
+    s.Value("GraphMark", mark.X2);
+    s.Value("GraphMark", mark.Y2);
+}
+
+template <class Stream, class Note> void NoteFields(Stream& s, Note& note) {
+    s.Value("GraphNote", note.Text);
+    s.Value("GraphNote", note.Font);
+    s.Value("GraphNote", note.Size);
+    s.Value("GraphNote", note.Color);
+    s.Value("GraphNote", note.Direction);
+    s.Value("GraphNote", note.Align);
+    s.Value("GraphNote", note.X);
+    s.Value("GraphNote", note.Y);
+}
+
+template <class Stream, class Graph> void ListFields(Stream& s, Graph& graph) {
+    auto& m = graph.Module;
+    s.Count("GraphMark", m.Marks, 24);
+    for (auto& mark : m.Marks)
+        MarkFields(s, mark);
+    s.Count("GraphNote", m.Notes, 100);
+    for (auto& note : m.Notes)
+        NoteFields(s, note);
+    s.Bounded("SetFlags", m.SetFlags);
+    s.Square("ChartBoxTable", graph.BoxTable);
+    s.Bounded("SetNames", m.SetNames);
+    s.Bounded("CatLabels", m.CatLabels);
+}
+
+// Everything behind the two texts of the header.
+template <class Stream, class Graph> void GraphFields(Stream& s, Graph& graph) {
+    auto& m = graph.Module;
+    s.Value("GraphHeld", m.GraphHeld);
+    s.Value("GraphDrawn", m.GraphDrawn);
+    PageFields(s, m.Style);
+    s.Value("ZoomState", graph.ZoomState);
+    SizeFields(s, m.Style);
+    TargetFields(s, graph);
+    StateFields(s, m.State);
+    SpecFields(s, m.Spec);
+    LayoutFields(s, m.Layout);
+    s.Table("DataX", m.DataX, m.State.Npts, m.State.Nsets);
+    s.Table("DataY", m.DataY, m.State.Npts, m.State.Nsets);
+    ColorFields(s, m.Style);
+    CycleFields(s, m);
+    ListFields(s, graph);
+    if (s.Version > 1.0) s.Value("MetricUnits", m.Style.MetricUnits);
+    if (s.Version > 1.3) s.Value("SymbolWidth", m.Style.SymbolWidth);
+}
+
+} // namespace Quillon

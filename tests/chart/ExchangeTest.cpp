@@ -1,0 +1,144 @@
+// Data and pictures to other programs, and data back.
+#include "chart/files/Exchange.h"
+#include "ChartBench.h"
+#include "chart/files/GraphFile.h"
+
+namespace Quillon {
+namespace {
+
+class ExchangeTest : public ChartBench {
+protected:
+    void PlotTwo() {
+        GraphSpec spec = Begin();
+        spec.AxisX1.Title.Text = "Radius";
+        spec.Legend.Show = 1;
+        spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
+        Plot(spec, Table({{1, 2, 3}, {1.5F, 2.5F}}), Table({{0.25F, 0.5F, 0.75F}, {-1e-3F, 6e9F}}));
+    }
+    static std::string Refusal(const std::string& text) {
+        try {
+            ReadPastedText(text);
+        } catch (const RuntimeError& error) {
+            return error.Text;
+        }
+        return "";
+    }
+    static float Y(const PastedData& data, long point, long set) { return data.Y(point, set); }
+};
+
+TEST_F(ExchangeTest, CopyAndPasteGivesTheSameGraph) {
+    PlotTwo();
+    Screen.Clear();
+    ShowGraph();
+    const std::vector<std::string> drawn = Screen.Lines();
+    const std::string before = GraphFileBytes();
+    EditCopyData();
+    Chart.DataY(2, 1) = 7.0F;
+    Host.ClipboardText = [this] { return Outside.ClipboardHolds; };
+    Screen.Clear();
+    EditPasteData();
+    EXPECT_EQ(Screen.Lines(), drawn);
+    EXPECT_EQ(GraphFileBytes(), before);
+}
+
+TEST_F(ExchangeTest, EveryDelimiterIsFound) {
+    for (const char* text :
+         {"1\t2,5\r\n3\t4\r\n", "1;2,5\n3;4\n", "1,2.5\n3,4", "1 2.5\n  3   4  \n\n", "1 2,5\n3 4\n"}) {
+        const PastedData data = ReadPastedText(text);
+        const bool comma = std::string(text) == "1 2,5\n3 4\n"; // a comma there is taken for a delimiter
+        if (comma) continue;
+        ASSERT_EQ(data.X.Points(), 2) << text;
+        EXPECT_EQ(data.X(2, 1), 3.0F) << text;
+        EXPECT_EQ(Y(data, 1, 1), 2.5F) << text;
+        EXPECT_TRUE(data.Names.empty());
+    }
+}
+
+TEST_F(ExchangeTest, HeadsGiveNamesAndEmptyFieldsAreMissing) {
+    const PastedData data = ReadPastedText("r\tset one\tr\tset two\n1\t2\t\t\n3\t4\t5\t6\n7\t8\n");
+    EXPECT_EQ(data.Names, (std::vector<std::string>{"set one", "set two"}));
+    EXPECT_EQ(data.X.Points(), 3);
+    EXPECT_EQ(data.X(1, 2), MissingValue);
+    EXPECT_EQ(Y(data, 2, 2), 6.0F);
+    EXPECT_EQ(Y(data, 3, 2), MissingValue);
+    const PastedData blanks = ReadPastedText("1 \" \"\n2 3\n"); // as a gap is written between blanks
+    EXPECT_EQ(Y(blanks, 1, 1), MissingValue);
+}
+
+TEST_F(ExchangeTest, WhatIsNoTableIsRefused) {
+    EXPECT_EQ(Refusal("1\t2\t3\n"), OddColumns);
+    EXPECT_EQ(Refusal("1\t2\n3\tx\n"), "'x' is no number");
+    EXPECT_EQ(Refusal("1\t2\n3\t4\t5\n"), "line 2 of the numbers has a column too many");
+    EXPECT_EQ(Refusal("\n \n"), "there are no numbers");
+    EXPECT_EQ(Refusal("x\ty\n"), "there are no numbers");
+    EXPECT_EQ(Refusal("1\t1e99\n"), "'1e99' is no number");
+}
+
+TEST_F(ExchangeTest, AFailedPasteLeavesTheGraph) {
+    PlotTwo();
+    const std::string before = GraphFileBytes();
+    std::string text;
+    Host.ClipboardText = [&] { return text; };
+    Outside.ExpectMessage("There is no text on the Clipboard.");
+    EditPasteData();
+    text = "1\t2\t3\n";
+    Outside.ExpectMessage(OddColumns);
+    EditPasteData();
+    text = "1\t2\n3\tfour\n";
+    Outside.ExpectMessage("Error during data paste operation, aborting...\n\n'four' is no number");
+    EditPasteData();
+    EXPECT_EQ(GraphFileBytes(), before);
+}
+
+TEST_F(ExchangeTest, APasteEndsZoomsMarkersAndOptions) {
+    PlotTwo();
+    ZoomTo({1.2F, 2.2F, 0.1F, 0.6F});
+    OfferSpecialOption(0, "log", [] {});
+    Host.ClipboardText = [] { return std::string("1,2,1,3,1,4\n2,3,2,4,2,5\n"); };
+    EditPasteData();
+    EXPECT_EQ(Chart.State.Nsets, 3);
+    EXPECT_EQ(Chart.State.MultiSet, 1);
+    EXPECT_FALSE(Charts.LastZoom.Enabled);
+    EXPECT_FALSE(Charts.SpecialOpts[0].Enabled);
+    EXPECT_EQ(Chart.Spec.AxisX1.Max, 2.0F);
+    EXPECT_EQ(Chart.SetNames[1], "a");
+}
+
+TEST_F(ExchangeTest, DataAreWrittenWithTheDelimiterInUse) {
+    PlotTwo();
+    Chart.Style.AsciiDelimiter = 32;
+    const std::string path = Outside.Directory() + "/a.dat";
+    Outside.ExpectFile("Quillon - Save Graph File", path);
+    EditWriteData();
+    EXPECT_EQ(ReadWholeFile(path), "1 0.25 1.5 -0.001\r\n2 0.5 2.5 6E+09\r\n3 0.75 \" \" \" \"\r\n");
+}
+
+TEST_F(ExchangeTest, CommaSeparatedValuesHaveHeads) {
+    PlotTwo();
+    Chart.SetNames[1] = "5 \"mM\"";
+    EXPECT_EQ(ReadPastedText(DataCsv()).Names, (std::vector<std::string>{"5 \"mM\"", "b"}));
+    EXPECT_EQ(ReadPastedText(DataCsv()).Y(3, 2), MissingValue);
+    EXPECT_EQ(DataCsv().substr(0, 37), "\"Radius\",\"5 \"\"mM\"\"\",\"Radius\",\"b\"\r\n1,0");
+}
+
+TEST_F(ExchangeTest, AGraphIsSavedAsWhatItsNameEndsWithAndTheScreenStays) {
+    PlotTwo();
+    const std::string before = GraphFileBytes();
+    for (const auto& [name, start] :
+         {std::pair{"a.SVG", "<?xml"}, {"a.csv", "\"Radius\""}, {"a.grf", "\x07"}}) {
+        const std::string path = Outside.Directory() + "/" + name;
+        Outside.ExpectFile("Quillon - Save Graph File", path);
+        SaveGraphAs();
+        EXPECT_TRUE(ReadWholeFile(path).starts_with(start)) << name;
+    }
+    EXPECT_EQ(GraphAs("emf").substr(40, 4), " EMF");
+    const std::string path = Outside.Directory() + "/a.bmp";
+    Outside.ExpectFile("Quillon - Save Graph File", path);
+    Outside.ExpectMessage("Error 'no graph is written as 'bmp'' occurred while writing " + path);
+    SaveGraphAs();
+    EXPECT_EQ(GraphFileBytes(), before);
+    EXPECT_EQ(Chart.Target, Targets::Screen);
+}
+
+} // namespace
+} // namespace Quillon
