@@ -1,4 +1,3 @@
-// The commands around the fit save file.
 #include "persistence/FitFile.h"
 
 #include "fit/Confidence.h"

@@ -1,5 +1,4 @@
-// Reading the settings from the ini file.
-#include "persistence/Defaults.h"
+#include "persistence/ReadDefaults.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"

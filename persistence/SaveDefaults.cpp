@@ -1,5 +1,4 @@
-// Saving the settings: questions in a fixed order, each of which stands alone.
-#include "persistence/Defaults.h"
+#include "persistence/SaveDefaults.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
