@@ -145,7 +145,7 @@ std::string HelpText() {
            "                  shows data set 2 alone. The ending of FILE chooses: .svg,\n"
            "                  .png, .pdf, .emf, or .dat for the numbers\n"
            "  --refit         fit a restored analysis again\n"
-           "  --quiet         no progress on standard error\n"
+           "  --quiet         failures alone on standard error\n"
            "  --help          this text\n"
            "  --version       the program's version\n"
            "\n"
