@@ -33,16 +33,24 @@ public:
         return IniValue(Ini, Section, key, missing).substr(0, LongestValue);
     }
     float Single(const std::string& key, const char* missing) const {
-        return ToSingle(NumericPrefix(Text(key, missing)));
+        return Number(key, missing, [](double value) { return ToSingle(value); });
     }
     std::int16_t Integer(const std::string& key, const char* missing) const {
-        return ToInt16(NumericPrefix(Text(key, missing)));
+        return Number(key, missing, [](double value) { return ToInt16(value); });
     }
     std::int16_t Boolean(const std::string& key, const char* missing) const {
         return Flag(StrippedCapitals(Text(key, missing)) == "TRUE");
     }
 
 private:
+    template <class Narrow> auto Number(const std::string& key, const char* missing, Narrow&& narrow) const {
+        const std::string text = Text(key, missing);
+        try {
+            return narrow(NumericPrefix(text));
+        } catch (const RuntimeError& error) {
+            RaiseError(key + "=" + text + ": " + error.Text);
+        }
+    }
     const char* Section;
     std::string Ini;
 };
@@ -89,15 +97,16 @@ void ReadCells(const SettingsReader& ini) {
 template <class Reading> void ReadOrTell(const char* section, const Reading& reading) {
     try {
         reading(SettingsReader(section));
-    } catch (const RuntimeError&) {
-        TellReadFailure();
+    } catch (const RuntimeError& error) {
+        TellReadFailure(error.Text);
     }
 }
 
 } // namespace
 
-void TellReadFailure() {
-    Tell("Error occurred while reading defaults from " + IniFileName(), Work.ProgramName, BoxIcon::Warning);
+void TellReadFailure(const std::string& why) {
+    Tell("Error occurred while reading defaults from " + IniFileName() + "\n\n" + IniFilePath() + ": " + why,
+         Work.ProgramName, BoxIcon::Warning);
 }
 
 void ReadFitDefaults() {

@@ -72,8 +72,8 @@ template <class Questions> bool AskOrTell(const Questions& questions) {
     Left = false;
     try {
         questions();
-    } catch (const RuntimeError&) {
-        TellWriteFailure();
+    } catch (const RuntimeError& error) {
+        TellWriteFailure(error.Text);
     }
     return !Left;
 }
