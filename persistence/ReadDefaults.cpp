@@ -33,17 +33,18 @@ public:
         return IniValue(Ini, Section, key, missing).substr(0, LongestValue);
     }
     float Single(const std::string& key, const char* missing) const {
-        return Number(key, missing, [](double value) { return ToSingle(value); });
+        return Number<float>(key, missing, [](double value) { return ToSingle(value); });
     }
     std::int16_t Integer(const std::string& key, const char* missing) const {
-        return Number(key, missing, [](double value) { return ToInt16(value); });
+        return Number<std::int16_t>(key, missing, [](double value) { return ToInt16(value); });
     }
     std::int16_t Boolean(const std::string& key, const char* missing) const {
         return Flag(StrippedCapitals(Text(key, missing)) == "TRUE");
     }
 
 private:
-    template <class Narrow> auto Number(const std::string& key, const char* missing, Narrow&& narrow) const {
+    template <class T, class Narrow>
+    T Number(const std::string& key, const char* missing, Narrow narrow) const {
         const std::string text = Text(key, missing);
         try {
             return narrow(NumericPrefix(text));
