@@ -1,5 +1,5 @@
-// Settings of a job that contradict each other.
-#include "batch/JobText.h"
+#include "batch/JobChecks.h"
+
 #include "models/Catalogue.h"
 #include "models/ModelTable.h"
 

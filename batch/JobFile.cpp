@@ -1,6 +1,8 @@
 // The lines of a job file: comments, sections, keys and what stands twice. Values are read in JobKeys.cpp.
 #include "batch/JobFile.h"
 
+#include "batch/JobChecks.h"
+#include "batch/JobKeys.h"
 #include "batch/JobText.h"
 #include "batch/OneLine.h"
 #include "platform/Paths.h"

@@ -1,5 +1,5 @@
 // The keys of each section and what their values may be.
-#include "batch/JobText.h"
+#include "batch/JobKeys.h"
 #include "batch/OneLine.h"
 #include "models/Catalogue.h"
 

@@ -39,17 +39,4 @@ bool ReadYesNo(const JobReader& reader, std::string_view text);
 // The place (from 0) of text among the choices, in any case.
 int ReadChoice(const JobReader& reader, std::string_view text, std::initializer_list<const char*> choices);
 
-// Reads one line of a section into the result. The key is in small letters.
-void ReadFitKey(JobReader& reader, const std::string& value);
-void ReadConstantsKey(JobReader& reader, const std::string& value);
-void ReadSimulationKey(JobReader& reader, const std::string& value);
-void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value);
-void ReadParameterLine(JobReader& reader, const std::string& name, const std::string& value);
-
-// The keys of [fit], of [constants], of [simulation], or of any set.
-std::vector<std::string> JobKeys(std::string_view section);
-
-// Raises the first contradiction between settings that stand by themselves.
-void CheckJob(const Job& job);
-
 } // namespace Quillon

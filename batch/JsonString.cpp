@@ -1,4 +1,4 @@
-#include "batch/ResultsJson.h"
+#include "batch/JsonString.h"
 
 #include <cstdint>
 

@@ -223,7 +223,7 @@ std::string HelpText() {
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"
            "  --refit         fit a restored analysis again\n"
-           "  --quiet         no progress on standard error\n"
+           "  --quiet         failures alone on standard error\n"
            "  --help          this text\n"
            "  --version       the program's version\n"
            "\n"

@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 
 #include <dlfcn.h>
+#include <memory>
 #include <string_view>
 
 namespace Quillon {
@@ -48,8 +49,15 @@ std::vector<std::string> PictureModulePlaces(const std::string& programDirectory
 PictureFile LoadedPicture(const std::string& kind, const PictureRequest& request) {
     static PictureModule::OpenFunction* open = nullptr;
     if (!open) open = OpenFunctionOf(LoadModule(kind));
+    const auto failure = std::make_shared<std::string>();
     PictureFile picture;
-    if (!open(kind.c_str(), request, picture)) RaiseError("no picture of the kind " + kind);
+    if (!open(kind.c_str(), request, picture, *failure)) RaiseError("no picture of the kind " + kind);
+    if (!failure->empty()) RaiseError(*failure);
+    picture.Finish = [failure, finish = picture.Finish] {
+        std::string bytes = finish();
+        if (!failure->empty()) RaiseError(*failure);
+        return bytes;
+    };
     return picture;
 }
 

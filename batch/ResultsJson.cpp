@@ -1,5 +1,6 @@
 #include "batch/ResultsJson.h"
 
+#include "batch/JsonString.h"
 #include "batch/Numbers.h"
 #include "batch/SetPoints.h"
 #include "fit/Confidence.h"

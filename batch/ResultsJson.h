@@ -23,7 +23,4 @@ namespace Quillon {
 // message is what the program said of one that did not converge.
 std::string ResultsJson(const std::string& message);
 
-// A JSON string with its quotes: bytes that are no UTF-8 are taken as Latin-1.
-std::string JsonString(const std::string& bytes);
-
 } // namespace Quillon

@@ -3,6 +3,7 @@
 //
 //   fit-bench            the comparison, the cost of a sums pass, growth with the number of sets
 //   fit-bench --quick    fewer repetitions
+#include "bench/OwnFit.h"
 #include "bench/Problem.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
@@ -47,6 +48,7 @@ std::vector<Contestant> Contestants() {
             {"Ceres analytic, dense Cholesky", [](const Problem& p) { return RunCeresAnalytic(p, "dense"); }},
             {"Ceres analytic, sparse", [](const Problem& p) { return RunCeresAnalytic(p, "sparse"); }},
             {"Ceres numeric, Schur", RunCeresNumeric},
+            {"GSL multilarge, double dogleg", RunMultilarge},
             {"GSL multifit_nlinear", RunGsl, true},
             {"cminpack lmder", RunMinpack, true}};
 }

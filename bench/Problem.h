@@ -1,6 +1,6 @@
 #pragma once
-// The problems of the benchmarks: simulated experiments of a stated size, as plain arrays for the peers and
-// in the workspace for the program's own engine; everybody starts from the same parameters.
+// The problems of the benchmarks: simulated experiments of a stated size, as plain arrays that know nothing
+// of the program; everybody starts from the same parameters.
 
 #include <string>
 #include <vector>
@@ -27,6 +27,8 @@ struct Problem {
     int Points() const { return Sets * PointsPerSet; }
 };
 
+double SpeedOf(int set); // rpm, sets from 0
+
 Problem MakeProblem(Association kind, int sets, int pointsPerSet);
 
 // The fitted value at a point of a set, and its derivatives by the globals and the set's parameters.
@@ -44,13 +46,10 @@ struct Solution {
 // The relative change of the sum of squares at which everybody stops: 0.05 over the degrees of freedom.
 double Tolerance(const Problem& p);
 
-// Puts the problem into the workspace, at the start; then RunFit is the program's own solver.
-void LoadWorkspace(const Problem& p);
-Solution RunQuillon(const Problem& p);
-
 Solution RunCeresAnalytic(const Problem& p, const std::string& linearSolver);
 Solution RunCeresNumeric(const Problem& p);
 Solution RunGsl(const Problem& p);
+Solution RunMultilarge(const Problem& p);
 Solution RunMinpack(const Problem& p);
 
 } // namespace Quillon::Bench

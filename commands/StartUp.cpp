@@ -27,8 +27,8 @@ bool IsSavedFit(const std::string& argument) {
 void ScaleOrStandard() {
     try {
         BuildParmScale();
-    } catch (const RuntimeError&) {
-        TellReadFailure();
+    } catch (const RuntimeError& error) {
+        TellReadFailure("the coefficients make no scale: " + error.Text);
         const Workspace standard;
         for (const auto coefficient :
              {&Workspace::AbsorpA, &Workspace::AbsorpB, &Workspace::ExtA, &Workspace::ExtB,

@@ -39,9 +39,6 @@ long LongestSet(long first, long last);
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
               SetLooks looks = {});
 
-// Offers the conversion of the Y scale to natural logarithms under a caption, once; "" offers nothing.
-void OfferLogOption(const std::string& caption);
-
 // Shows the chart window with the graph that has been made.
 void ShowCharts();
 

@@ -4,6 +4,7 @@
 #include "graphs/Latin1.h"
 #include "graphs/PickSet.h"
 #include "graphs/SeriesNames.h"
+#include "graphs/SpecialOptions.h"
 #include "input/NUMINPUT.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"

@@ -2,7 +2,6 @@
 
 #include "chart/CHART.h"
 #include "chart/Charts.h"
-#include "graphs/GraphParts.h"
 
 namespace Quillon {
 

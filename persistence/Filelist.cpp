@@ -83,10 +83,10 @@ template <class Change> void ChangeList(const Change& change) {
         show();
         Host.WriteFile(IniFilePath(), WithPaths(ini, paths));
         Unwritten = false;
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         if (!shown) show();
         Unwritten = true;
-        TellWriteFailure();
+        TellWriteFailure(error.Text);
     }
 }
 

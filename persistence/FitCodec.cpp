@@ -1,5 +1,4 @@
-// Bytes of a fit save file from an analysis, and back.
-#include "persistence/FitFile.h"
+#include "persistence/FitCodec.h"
 
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"

@@ -1,4 +1,3 @@
-// The commands around the fit save file.
 #include "persistence/FitFile.h"
 
 #include "fit/Confidence.h"
@@ -180,7 +179,8 @@ void SaveFit() {
         WriteBusy(path);
         AddRecentFile(path);
     } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text + " 'occurred while saving fit data and parameters --- terminating",
+        Tell("Error '" + error.Text + " 'occurred while saving fit data and parameters --- terminating\n\n" +
+                 path,
              Work.ProgramName, BoxIcon::Warning);
     }
 }
@@ -201,7 +201,8 @@ RestoreOutcome ReadFitFile(const std::string& path, bool fromCommandLine) {
         Tell(
             "Error '" + error.Text +
                 "' occurred while restoring fit data and parameters --- terminating. You may have to restart "
-                "the program.",
+                "the program.\n\n" +
+                path,
             Work.ProgramName, BoxIcon::Warning);
         return {RestoreEnd::Failed, error.Text, false};
     }

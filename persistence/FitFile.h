@@ -2,45 +2,15 @@
 // The fit save file: a whole analysis, with its scans, so that a fit can be reopened with graphs and report
 // when no other file is left. The layout is in FitFields.h.
 //
-// Writing and reading are pure functions between bytes and workspace; the commands around them ask for the
-// file, talk to the user and take the result into use. A restore that fails leaves the analysis at hand as
-// it was, and a save that fails leaves the former file as it was.
+// Writing and reading are pure functions between bytes and workspace (FitCodec.h); the commands around them
+// ask for the file, talk to the user and take the result into use. A restore that fails leaves the analysis
+// at hand as it was, and a save that fails leaves the former file as it was.
 
-#include "workspace/records/Workspace.h"
+#include "persistence/FitCodec.h"
 
 #include <string>
-#include <string_view>
 
 namespace Quillon {
-
-// --- bytes -----------------------------------------------------------------------------------------------
-
-// The first two texts of a file.
-struct FitFileHeader {
-    std::string Program; // the program that the file belongs to
-    std::string Version; // of the program that wrote it
-    std::size_t Size{};  // bytes that the two take
-};
-
-// True when two names are those of one program: without regard to case, since a program that took a file of
-// its own for another's would look for that other and find itself, again and again.
-bool SameProgram(std::string_view one, std::string_view other);
-
-// RuntimeError when the bytes do not start like a fit save file of this program or of a sister of it.
-FitFileHeader ReadFitHeader(const std::string& bytes);
-
-// The file for an analysis. A text of more than 32767 characters is the RuntimeError "Overflow".
-std::string EncodeFit(const Workspace& analysis);
-
-struct DecodedFit {
-    Workspace Analysis;
-    bool ModelGone = false; // the file's model no longer exists, and the single species model stands in
-};
-
-// The analysis in a file, with identity, preferences and memories of present, which are no part of it. All
-// of it has been checked: see FitCheck.h. Bytes that are no valid file are a RuntimeError. SetOfRow and
-// ConfidenceRatio are still to be derived.
-DecodedFit DecodeFit(const std::string& bytes, const Workspace& present);
 
 // --- without a word to the user ----------------------------------------------------------------------------
 
@@ -58,8 +28,7 @@ struct AdoptedFit {
 };
 AdoptedFit AdoptFit(const std::string& bytes, const std::string& path);
 
-// --- commands
-// ------------------------------------------------------------------------------------------------
+// --- commands ----------------------------------------------------------------------------------------------
 
 enum class RestoreEnd {
     Restored,

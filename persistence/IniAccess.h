@@ -22,8 +22,10 @@ inline std::string IniFilePath() {
     return JoinPath(Host.ConfigDirectory(), IniFileName());
 }
 
-inline void TellWriteFailure() {
-    Tell("Error occurred while writing defaults to " + IniFileName(), Work.ProgramName, BoxIcon::Warning);
+// why: what went wrong, in words.
+inline void TellWriteFailure(const std::string& why) {
+    Tell("Error occurred while writing defaults to " + IniFileName() + "\n\n" + IniFilePath() + ": " + why,
+         Work.ProgramName, BoxIcon::Warning);
 }
 
 } // namespace Quillon

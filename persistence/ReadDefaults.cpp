@@ -1,5 +1,4 @@
-// Reading the settings from the ini file.
-#include "persistence/Defaults.h"
+#include "persistence/ReadDefaults.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
@@ -34,16 +33,25 @@ public:
         return IniValue(Ini, Section, key, missing).substr(0, LongestValue);
     }
     float Single(const std::string& key, const char* missing) const {
-        return ToSingle(NumericPrefix(Text(key, missing)));
+        return Number<float>(key, missing, [](double value) { return ToSingle(value); });
     }
     std::int16_t Integer(const std::string& key, const char* missing) const {
-        return ToInt16(NumericPrefix(Text(key, missing)));
+        return Number<std::int16_t>(key, missing, [](double value) { return ToInt16(value); });
     }
     std::int16_t Boolean(const std::string& key, const char* missing) const {
         return Flag(StrippedCapitals(Text(key, missing)) == "TRUE");
     }
 
 private:
+    template <class T, class Narrow>
+    T Number(const std::string& key, const char* missing, Narrow narrow) const {
+        const std::string text = Text(key, missing);
+        try {
+            return narrow(NumericPrefix(text));
+        } catch (const RuntimeError& error) {
+            RaiseError(key + "=" + text + ": " + error.Text);
+        }
+    }
     const char* Section;
     std::string Ini;
 };
@@ -90,15 +98,16 @@ void ReadCells(const SettingsReader& ini) {
 template <class Reading> void ReadOrTell(const char* section, const Reading& reading) {
     try {
         reading(SettingsReader(section));
-    } catch (const RuntimeError&) {
-        TellReadFailure();
+    } catch (const RuntimeError& error) {
+        TellReadFailure(error.Text);
     }
 }
 
 } // namespace
 
-void TellReadFailure() {
-    Tell("Error occurred while reading defaults from " + IniFileName(), Work.ProgramName, BoxIcon::Warning);
+void TellReadFailure(const std::string& why) {
+    Tell("Error occurred while reading defaults from " + IniFileName() + "\n\n" + IniFilePath() + ": " + why,
+         Work.ProgramName, BoxIcon::Warning);
 }
 
 void ReadFitDefaults() {

@@ -1,5 +1,4 @@
-// Saving the settings: questions in a fixed order, each of which stands alone.
-#include "persistence/Defaults.h"
+#include "persistence/SaveDefaults.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
@@ -73,8 +72,8 @@ template <class Questions> bool AskOrTell(const Questions& questions) {
     Left = false;
     try {
         questions();
-    } catch (const RuntimeError&) {
-        TellWriteFailure();
+    } catch (const RuntimeError& error) {
+        TellWriteFailure(error.Text);
     }
     return !Left;
 }

@@ -43,13 +43,15 @@ namespace PictureModule {
 
 // Must give Version, so that a module from another build is not used.
 inline constexpr const char* VersionEntry = "QuillonPictureVersion";
-inline constexpr const char* Version = "1";
+inline constexpr const char* Version = "2";
 using VersionFunction = const char*();
 
-// Begins a picture of a kind, "png" or "pdf"; false when the kind is unknown. A failure is a RuntimeError.
-// Needs no display.
+// Begins a picture of a kind, "png" or "pdf"; false when the kind is unknown. Needs no display. Nothing is
+// thrown out of the module, which may have a runtime library of its own: what fails here, in SetWindow or in
+// Finish is written to failure, which has to live as long as file; Finish then gives no bytes.
 inline constexpr const char* OpenEntry = "QuillonOpenPicture";
-using OpenFunction = bool(const char* kind, const PictureRequest& request, PictureFile& file);
+using OpenFunction = bool(const char* kind, const PictureRequest& request, PictureFile& file,
+                          std::string& failure);
 
 } // namespace PictureModule
 

@@ -1,6 +1,7 @@
 #include "scandata/ScanLines.h"
 
 #include "input/NUMINPUT.h"
+#include "input/PlainNumber.h"
 
 #include <algorithm>
 
@@ -53,6 +54,39 @@ PointLine ReadPointItem(TextItems& file, std::size_t place) {
         point.Excluded = deviation.starts_with('-') && NumberOf(deviation) < 0.0; // nothing else counts
     }
     return point;
+}
+
+bool EndsLine(char c) {
+    return c == '\n' || c == '\r';
+}
+
+void SkipBlanks(const char*& at, const char* end) {
+    while (at < end && *at == ' ')
+        ++at;
+}
+
+// The end of the line, with what may stand behind the third number; false where a comma ends the item before.
+bool SkipToLineEnd(const char*& at, const char* end) {
+    while (at < end && !EndsLine(*at) && *at != ',')
+        ++at;
+    return at == end || EndsLine(*at);
+}
+
+// Ordinary numbers between blanks, up to the end of the line.
+bool TakePlainNumbers(const char*& at, const char* end, double& radius, double& value, bool& excluded) {
+    SkipBlanks(at, end);
+    if (!TakePlainNumber(at, end, radius) || at == end || *at != ' ') return false;
+    SkipBlanks(at, end);
+    if (!TakePlainNumber(at, end, value)) return false;
+    if (at < end && *at != ' ') return EndsLine(*at);
+    SkipBlanks(at, end);
+    if (at < end && *at == '-') {
+        double deviation = 0.0;
+        if (!TakePlainNumber(at, end, deviation)) return false;
+        if (at < end && *at != ' ' && !EndsLine(*at)) return false;
+        excluded = deviation < 0.0;
+    }
+    return SkipToLineEnd(at, end);
 }
 
 } // namespace
@@ -118,6 +152,23 @@ double LastHeaderField(const HeaderFields& header) {
     return NumberOf(header.Rest.substr(0, header.Width));
 }
 
+bool TakePlainPoint(TextItems& file, PointLine& point) {
+    const char* const start = file.Text.data();
+    const char* const end = start + file.Text.size();
+    const char* at = start + file.Place;
+    double radius = 0.0, value = 0.0;
+    bool excluded = false;
+    if (!TakePlainNumbers(at, end, radius, value, excluded)) return false;
+    const PointLine read{static_cast<float>(radius), static_cast<float>(value), excluded};
+    if (!std::isfinite(read.Radius) || !std::isfinite(read.Value)) return false;
+    if (at < end && *at == '\r') ++at;
+    if (at < end && *at == '\n') ++at; // of a "\r" before it, or alone
+    file.Place = static_cast<std::size_t>(at - start);
+    file.AfterComma = false;
+    point = read;
+    return true;
+}
+
 PointList ReadPoints(TextItems& file, const std::function<bool(long i, const PointLine& point)>& store) {
     if (NoItemLeft(file)) RaiseError("the file ends before its first point");
     PointList list;
@@ -125,7 +176,8 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
     do {
         list.LastPlace = file.Place;
         PointLine point;
-        TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace); });
+        if (!TakePlainPoint(file, point))
+            TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace); });
         list.Terminated = point.Radius == 0.0F;
         if (!point.Excluded && list.NoRadius == 0.0F &&
             !(point.Radius >= 0.0F && point.Radius <= LargestRadius)) {

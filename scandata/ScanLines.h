@@ -65,6 +65,11 @@ struct PointLine {
     bool Excluded = false; // by a negative third number
 };
 
+// Takes the next point when its line is an ordinary one: two or three numbers that TakePlainNumber reads,
+// with blanks between them and no comma up to the line's end. The fast road: one pass over the bytes, no
+// copy, the same bits. False for every other line, with nothing taken.
+bool TakePlainPoint(TextItems& file, PointLine& point);
+
 // How a list of points ended.
 struct PointList {
     long Points = 0;           // stored ones, the terminating line counted off

@@ -83,7 +83,10 @@ std::string_view ReadTextItem(TextItems& from) {
 
 bool NoItemLeft(const TextItems& from) {
     if (from.AfterComma) return from.Place >= from.Text.size();
-    return from.Text.find_first_not_of(" \r\n", from.Place) == std::string_view::npos;
+    std::size_t at = from.Place; // asked before each line: most begin with a blank or two
+    while (at < from.Text.size() && (from.Text[at] == ' ' || EndsLine(from.Text[at])))
+        ++at;
+    return at >= from.Text.size();
 }
 
 TextLine LineAt(const TextItems& of, std::size_t place) {

@@ -130,8 +130,9 @@ void SaveChartDefaults() {
         SaveStyle();
         if (Ask("Do you want to save printing option defaults?")) SavePrinting();
         SaveDelimiter();
-    } catch (const RuntimeError&) {
-        Tell("Error occurred while writing defaults to " + ChartIniPath(), ProgramTitle(), BoxIcon::Warning);
+    } catch (const RuntimeError& error) {
+        Tell("Error occurred while writing defaults to " + ChartIniPath() + "\n\n" + error.Text,
+             ProgramTitle(), BoxIcon::Warning);
     }
 }
 

@@ -2,7 +2,7 @@
 // stands in them, and what they show is taken.
 #include "batch/Graphs.h"
 #include "batch/JobFile.h"
-#include "batch/JobText.h"
+#include "batch/JobKeys.h"
 #include "batch/Options.h"
 #include "models/Catalogue.h"
 #include "tests/batch/JsonReader.h"

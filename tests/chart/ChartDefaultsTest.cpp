@@ -326,7 +326,7 @@ TEST_F(ChartDefaultsTest, TheGradientSavedAsDefaultShowsOnTheNextGraph) {
 TEST_F(ChartDefaultsTest, AFailureIsToldOnce) {
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::DiskFull); };
     Outside.ExpectMessage(GridQuestion, BoxAnswer::Yes);
-    Outside.ExpectMessage("Error occurred while writing defaults to " + ChartIniPath());
+    Outside.ExpectMessage("Error occurred while writing defaults to " + ChartIniPath() + "\n\nDisk full");
     SaveChartDefaults();
 }
 

@@ -47,10 +47,15 @@ TEST_F(MainWindow, StartsWithCoefficientsThatNoScaleCanBeBuiltWith) {
                                        "RefractometricExtinction=0\nConcentrationUnits=5\n",
                                        "SoluteVBar=1\nSolventDensity=1\nMWUnits=True\n"}) {
         script.MakeFile("QUILLON.ini", std::string("[quillon]\nRotorExpansion=2E-11\n") + settings);
-        script.ExpectMessage(BoxRequest{"Error occurred while reading defaults from QUILLON.ini", "Quillon",
-                                        BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
-                             BoxAnswer::Ok);
+        script.AnswerAllMessages(BoxAnswer::Ok);
+        script.Asked.clear();
         StartQuillon("");
+        ASSERT_EQ(script.Asked.size(), 1U) << settings;
+        EXPECT_TRUE(script.Asked[0].starts_with("message: Error occurred while reading defaults from "
+                                                "QUILLON.ini\n\n" +
+                                                script.Directory() +
+                                                "/QUILLON.ini: the coefficients make no scale: "))
+            << script.Asked[0];
         EXPECT_EQ(Work.ExtA, 10000.0F) << settings;
         EXPECT_EQ(Work.SolventDensity, 1.003994F) << settings;
         EXPECT_EQ(Work.RotorExpansion, 2e-11F) << settings; // the rest of the file holds
@@ -61,7 +66,7 @@ TEST_F(MainWindow, StartsWithCoefficientsThatNoScaleCanBeBuiltWith) {
 TEST_F(MainWindow, AFitOnTheCommandLineThatHasGoneIsToldAndIsNoFolder) {
     script.ExpectMessage(
         "Error 'File not found' occurred while restoring fit data and parameters --- terminating. You may "
-        "have to restart the program.");
+        "have to restart the program.\n\n/somewhere/gone.quil");
     StartQuillon("/somewhere/gone.quil");
     EXPECT_EQ(Work.DataDirectory, "");
     EXPECT_FALSE(Analmenu.Ended);

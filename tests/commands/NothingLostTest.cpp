@@ -40,14 +40,14 @@ void AnswerFile(const std::string& path) {
     Host.AskFile = [path](const FileRequest&) { return FileAnswer{false, path, FileTitle(path), {path}}; };
 }
 
-std::string ToldOfFit(const std::string&, const std::string& why) {
-    return "Error '" + why + " 'occurred while saving fit data and parameters --- terminating";
+std::string ToldOfFit(const std::string& path, const std::string& why) {
+    return "Error '" + why + " 'occurred while saving fit data and parameters --- terminating\n\n" + path;
 }
-std::string ToldOfIni(const std::string& path, const std::string&) {
-    return "Error occurred while writing defaults to " + FileTitle(path);
+std::string ToldOfIni(const std::string& path, const std::string& why) {
+    return "Error occurred while writing defaults to " + FileTitle(path) + "\n\n" + path + ": " + why;
 }
-std::string ToldOfChartIni(const std::string& path, const std::string&) {
-    return "Error occurred while writing defaults to " + path;
+std::string ToldOfChartIni(const std::string& path, const std::string& why) {
+    return "Error occurred while writing defaults to " + path + "\n\n" + why;
 }
 std::string ToldOfScan(const std::string& path, const std::string& why) {
     return "Error '" + why + "' occurred while writing " + path;

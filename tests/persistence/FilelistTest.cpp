@@ -35,6 +35,10 @@ protected:
         EXPECT_EQ(mnuRecentFile.Hi(), MaxRecentFiles);
         return paths;
     }
+    std::string WriteFailure(const std::string& why) const {
+        return "Error occurred while writing defaults to QUILLON.ini\n\n" +
+               JoinPath(Scripted.Directory(), "QUILLON.ini") + ": " + why;
+    }
     using Paths = std::vector<std::string>;
     Script Scripted;
 };
@@ -171,7 +175,8 @@ TEST_F(Filelist, AFileThatIsRefusedStaysInTheList) {
     AddRecentFile(path);
     Scripted.ExpectMessage(
         "Error 'this is not a fit save file' occurred while restoring fit data and parameters --- "
-        "terminating. You may have to restart the program.");
+        "terminating. You may have to restart the program.\n\n" +
+        path);
     EXPECT_EQ(ChooseRecentFile(1).End, RestoreEnd::Failed);
     EXPECT_EQ(Shown(), Paths{path});
     EXPECT_EQ(Work.AbortFit, 0);
@@ -187,11 +192,11 @@ TEST_F(Filelist, AListThatCannotBeWrittenIsTold) {
     AddRecentFile("/a");
     const std::string before = Ini();
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
-    Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini");
+    Scripted.ExpectMessage(WriteFailure("Disk full"));
     AddRecentFile("/b");
     EXPECT_EQ(Ini(), before);
     EXPECT_EQ(Shown(), (Paths{"/b", "/a"}));
-    Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini");
+    Scripted.ExpectMessage(WriteFailure("Disk full"));
     RemoveRecentFile(1);
     EXPECT_EQ(Shown(), Paths{"/a"});
 }
@@ -217,7 +222,7 @@ TEST_F(Filelist, WhatCouldNotBeWrittenIsWrittenTheNextTime) {
     {
         const auto write = Host.WriteFile;
         Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
-        Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini");
+        Scripted.ExpectMessage(WriteFailure("Disk full"));
         AddRecentFile("/b");
         Host.WriteFile = write;
     }
@@ -244,7 +249,7 @@ TEST_F(Filelist, AnIniFileThatCannotBeReadIsNotWrittenOver) {
     const std::string before = Ini();
     const auto read = Host.ReadFile;
     Host.ReadFile = [](const std::string&) -> std::string { RaiseError("Path/File access error"); };
-    Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini");
+    Scripted.ExpectMessage(WriteFailure("Path/File access error"));
     AddRecentFile("/b");
     EXPECT_EQ(Shown(), (Paths{"/b", "/a"})); // for the rest of this run
     Host.ReadFile = read;

@@ -43,6 +43,9 @@ protected:
         return Scripted.MakeFile(name, BytesByHand(SampleFit()));
     }
     std::string Ini() { return ReadIniFile(In("QUILLON.ini")); }
+    std::string IniFailure(const std::string& why) const {
+        return "Error occurred while writing defaults to QUILLON.ini\n\n" + In("QUILLON.ini") + ": " + why;
+    }
     bool PointerIsBack() const { return !Pointers.empty() && Pointers.back() == Pointer::Standard; }
 
     Script Scripted;
@@ -100,9 +103,10 @@ TEST_F(FitCommands, ASaveThatFailsLeavesTheFormerFileAndSaysWhy) {
         const Workspace before = Work;
         Host.WriteFile = [why](const std::string&, const std::string&) { RaiseError(why); };
         Scripted.ExpectFile(SaveTitle, former);
-        Scripted.ExpectMessage(Exclamation(std::string("Error '") + why +
-                                           " 'occurred while saving fit data and parameters --- terminating"),
-                               BoxAnswer::Ok);
+        Scripted.ExpectMessage(
+            Exclamation(std::string("Error '") + why +
+                        " 'occurred while saving fit data and parameters --- terminating\n\n" + former),
+            BoxAnswer::Ok);
         SaveFit();
         EXPECT_EQ(ReadWholeFile(former), bytes);
         EXPECT_TRUE(Work == before);
@@ -117,7 +121,8 @@ TEST_F(FitCommands, AnAnalysisThatCouldNotBeRestoredDoesNotReplaceAFileThatCan) 
     Work.FreeIndex[1] = 99;
     Scripted.ExpectFile(SaveTitle, former);
     Scripted.ExpectMessage("Error 'Subscript out of range (FreeIndex) 'occurred while saving fit data and "
-                           "parameters --- terminating");
+                           "parameters --- terminating\n\n" +
+                           former);
     SaveFit();
     EXPECT_EQ(ReadWholeFile(former), BytesByHand(SampleFit()));
 }
@@ -130,8 +135,7 @@ TEST_F(FitCommands, AListThatCannotBeWrittenIsToldWithoutCallingTheSaveAFailure)
         write(path, bytes);
     };
     Scripted.ExpectFile(SaveTitle, In("fit.quil"));
-    Scripted.ExpectMessage(Exclamation("Error occurred while writing defaults to QUILLON.ini"),
-                           BoxAnswer::Ok);
+    Scripted.ExpectMessage(Exclamation(IniFailure("Permission denied")), BoxAnswer::Ok);
     SaveFit();
     EXPECT_EQ(ReadWholeFile(In("fit.quil")), BytesByHand(SampleFit()));
     EXPECT_EQ(mnuRecentFile[1].Path, In("fit.quil")); // for the rest of this run
@@ -194,7 +198,8 @@ TEST_F(FitCommands, ARestoreThatFailsSaysWhyAndLeavesTheAnalysis) {
         Scripted.ExpectMessage(
             Exclamation("Error '" + c.Why +
                         "' occurred while restoring fit data and parameters --- terminating. You may "
-                        "have to restart the program."),
+                        "have to restart the program.\n\n" +
+                        c.Path),
             BoxAnswer::Ok);
         const RestoreOutcome outcome = ReadFitFile(c.Path, false);
         EXPECT_EQ(outcome.End, RestoreEnd::Failed);
@@ -331,7 +336,7 @@ const std::string Offer =
 const std::string Where =
     "This file is a fit from OTHER not QUILLON. Please enter the full path to this program, "
     "including the program name and '.exe'.";
-const std::string Unable = "Unable to start correct program to read .FIT file.";
+const std::string Unable = "Unable to start correct program to read .FIT file.\n\n";
 
 class SisterFit : public FitCommands {
 protected:
@@ -422,21 +427,21 @@ TEST_F(SisterFit, AProgramThatCannotBeStartedIsToldAndNotRemembered) {
     CanStart = false;
     Scripted.ExpectMessage(Offer, BoxAnswer::Yes);
     Scripted.ExpectInput(Where, Program);
-    Scripted.ExpectMessage(Exclamation(Unable), BoxAnswer::Ok);
+    Scripted.ExpectMessage(Exclamation(Unable + Program + " could not be started"), BoxAnswer::Ok);
     EXPECT_EQ(ReadFitFile(Path, false).End, RestoreEnd::GivenUp);
     EXPECT_EQ(Work.AbortFit, FlagTrue);
     EXPECT_EQ(Ini(), "");
     Locate(Program);
-    Scripted.ExpectMessage(Exclamation(Unable), BoxAnswer::Ok);
+    Scripted.ExpectMessage(Exclamation(Unable + Program + " could not be started"), BoxAnswer::Ok);
     EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::GivenUp);
 }
 
 TEST_F(SisterFit, AnAnswerThatNamesNoProgramIsTold) {
     Scripted.ExpectInput(Where, In("nothing here"));
-    Scripted.ExpectMessage(Unable);
+    Scripted.ExpectMessage(Unable + In("nothing here") + ": File not found");
     EXPECT_FALSE(ReadFitFile(Path, true).EndProgram);
     Scripted.ExpectInputCancelled(Where);
-    Scripted.ExpectMessage(Unable);
+    Scripted.ExpectMessage(Unable + "No program was named.");
     ReadFitFile(Path, true);
     EXPECT_TRUE(Started.empty());
 }
@@ -444,8 +449,7 @@ TEST_F(SisterFit, AnAnswerThatNamesNoProgramIsTold) {
 TEST_F(SisterFit, APlaceThatCannotBeRememberedDoesNotKeepTheProgramFromStarting) {
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
     Scripted.ExpectInput(Where, Program);
-    Scripted.ExpectMessage(Exclamation("Error occurred while writing defaults to QUILLON.ini"),
-                           BoxAnswer::Ok);
+    Scripted.ExpectMessage(Exclamation(IniFailure("Disk full")), BoxAnswer::Ok);
     EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::HandedOver);
     EXPECT_EQ(Started.size(), 1U);
 }
@@ -458,7 +462,7 @@ TEST_F(SisterFit, AnIniFileThatCannotBeReadKnowsNoPlaces) {
         return read(path);
     };
     Scripted.ExpectInput(Where, Program);
-    Scripted.ExpectMessage("Error occurred while writing defaults to QUILLON.ini"); // nor takes one
+    Scripted.ExpectMessage(IniFailure("Path/File access error")); // nor takes one
     EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::HandedOver);
     EXPECT_EQ(Started.size(), 1U);
 }
@@ -493,7 +497,7 @@ TEST_F(SisterFit, ThisProgramIsNeverItsOwnSister) {
     Locate(link);
     Started.clear();
     Scripted.ExpectInput(Where, link);
-    Scripted.ExpectMessage(Unable);
+    Scripted.ExpectMessage(Unable + link + " is this program itself");
     EXPECT_EQ(ReadFitFile(Path, true).End, RestoreEnd::GivenUp);
     EXPECT_TRUE(Started.empty());
 }

@@ -1,5 +1,6 @@
 // Reading the settings: keys, defaults, clamps, widths.
 #include "persistence/Defaults.h"
+#include "platform/Paths.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -237,23 +238,24 @@ TEST_F(ReadDefaults, AChoiceThatDoesNotExistIsTheStandingOne) {
     EXPECT_EQ(Work.ConcUnits, 5);
 }
 
-BoxRequest ReadFailure() {
-    return {"Error occurred while reading defaults from QUILLON.ini", "Quillon", BoxIcon::Warning,
-            BoxButtons::Ok, BoxAnswer::Ok};
+BoxRequest ReadFailure(const std::string& why) {
+    return {"Error occurred while reading defaults from QUILLON.ini\n\n" +
+                JoinPath(Host.ConfigDirectory(), "QUILLON.ini") + ": " + why,
+            "Quillon", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok};
 }
 
 TEST_F(ReadDefaults, AFailureIsToldAndWhatWasReadBeforeHolds) {
-    Scripted.ExpectMessage(ReadFailure(), BoxAnswer::Ok);
+    Scripted.ExpectMessage(ReadFailure("MaxIterations=40000: Overflow"), BoxAnswer::Ok);
     ReadFit("ConvergenceLimit=0.5\nMaxIterations=40000\nYieldInterval=500\nOverlayPlot=True\n[quillon]"
             "\nCellType=4\n");
     EXPECT_EQ(Work.ConvergenceLimit, 0.5F); // read before
     EXPECT_EQ(Work.MaxIterations, 40);
     EXPECT_EQ(Work.YieldInterval, 200); // not reached
     EXPECT_EQ(Work.CellType, 4);        // the other section is read all the same
-    Scripted.ExpectMessage(ReadFailure(), BoxAnswer::Ok);
+    Scripted.ExpectMessage(ReadFailure("SolventDensity=1e39: Overflow"), BoxAnswer::Ok);
     ReadProgram("SolventDensity=1e39\n");
     EXPECT_EQ(Work.SolventDensity, 1.003994F);
-    Scripted.ExpectMessage(ReadFailure(), BoxAnswer::Ok);
+    Scripted.ExpectMessage(ReadFailure("SolventDensity=1e999: Overflow"), BoxAnswer::Ok);
     ReadProgram("SolventDensity=1e999\n");
     EXPECT_EQ(Work.SolventDensity, 1.003994F);
 }
@@ -261,9 +263,9 @@ TEST_F(ReadDefaults, AFailureIsToldAndWhatWasReadBeforeHolds) {
 TEST_F(ReadDefaults, AFileThatCannotBeReadIsTold) {
     Scripted.MakeFile("QUILLON.ini", "[gnllsq]\nMaxIterations=7\n");
     Host.ReadFile = [](const std::string&) -> std::string { RaiseError("Path/File access error"); };
-    Scripted.ExpectMessage(ReadFailure(), BoxAnswer::Ok);
+    Scripted.ExpectMessage(ReadFailure("Path/File access error"), BoxAnswer::Ok);
     ReadFitDefaults();
-    Scripted.ExpectMessage(ReadFailure(), BoxAnswer::Ok);
+    Scripted.ExpectMessage(ReadFailure("Path/File access error"), BoxAnswer::Ok);
     ReadProgramDefaults();
     EXPECT_TRUE(Work == FreshWorkspace());
 }

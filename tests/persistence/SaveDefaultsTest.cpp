@@ -383,9 +383,10 @@ TEST_F(SaveDefaults, EachAnswerIsWrittenAtOnce) {
     EXPECT_EQ(seen[1], "[gnllsq]\nOverlayPlot=False\n");
 }
 
-BoxRequest WriteFailure() {
-    return {"Error occurred while writing defaults to QUILLON.ini", "Quillon", BoxIcon::Warning,
-            BoxButtons::Ok, BoxAnswer::Ok};
+BoxRequest WriteFailure(const std::string& why) {
+    return {"Error occurred while writing defaults to QUILLON.ini\n\n" +
+                JoinPath(Host.ConfigDirectory(), "QUILLON.ini") + ": " + why,
+            "Quillon", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok};
 }
 
 // Runs the questions with Yes everywhere and a number wherever one is asked for, and lets write number n
@@ -423,7 +424,7 @@ TEST_F(SaveDefaults, AWriteThatFailsIsToldAndEndsTheQuestions) {
         };
         SaveProgramDefaults();
         EXPECT_EQ(writes, n);
-        EXPECT_EQ(script.Asked.back(), "message: Error occurred while writing defaults to QUILLON.ini");
+        EXPECT_EQ(script.Asked.back(), "message: " + WriteFailure("Disk full").Text);
         EXPECT_EQ(ReadIniFile(path), before); // whole, as before the write that failed
     }
 }
@@ -436,7 +437,7 @@ TEST_F(SaveDefaults, ANumberBeyondItsWidthIsAFailureToWrite) {
                                                         : BoxAnswer::No);
     }
     Scripted.ExpectInput("New maximum number of iterations before failure?", "40000");
-    Scripted.ExpectMessage(WriteFailure(), BoxAnswer::Ok);
+    Scripted.ExpectMessage(WriteFailure("Overflow"), BoxAnswer::Ok);
     SaveFitDefaults();
     EXPECT_EQ(TakeIni(), "");
     EXPECT_EQ(Work.MaxIterations, 40);
