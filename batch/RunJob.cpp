@@ -61,7 +61,7 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
     std::optional<RuntimeError> jobError;
     Console.NewGuesses = job.Guesses;
     Console.ShowModal = [&](const std::string& form) {
-        if (form != "GetGuess") return;
+        if (form != GetGuessName) return;
         try {
             TakeListedParms(job, listed);
         } catch (const RuntimeError& error) {

@@ -55,7 +55,7 @@ void FitAgain() {
     Work.LastNonIdeal = Work.NonIdeal;
     Work.LastSeparateK = Work.SeparateK;
     Console.ShowModal = [](const std::string& form) {
-        if (form == "GetGuess") AssignFreePositions(FitChoices());
+        if (form == GetGuessName) AssignFreePositions(FitChoices());
     };
     const FitProgress progress = BatchProgress();
     FitDataCommand(&progress);

@@ -2,26 +2,21 @@
 // The main window: a menu, which of its items are enabled, and the command behind each.
 //
 // Each command runs one function of the analysis to its end and then recomputes the menu. A run-time error
-// that reaches a command is told there, and the workspace stays usable. Commands of parts that the program
-// does not have yet are not in the menu.
+// that reaches a command is told there, and the workspace stays usable. What the menu holds is a table:
+// commands/MenuRows.h.
 
+#include "commands/MenuRows.h"
 #include "platform/Controls.h"
+#include "workspace/records/AnalmenuName.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace Quillon {
 
-enum class MainMenu { File, Analysis, Graphs, Preferences, Help };
-
 struct MainMenuItem {
-    std::string Name; // "ReadData", "FitData", ...
-    MainMenu Menu{};
+    MenuRow Row;
     MenuItem Item;
-    bool Checkable = false;
-    bool NewGroup = false;         // a line stands above it
-    std::function<void()> Command; // the whole command, errors told, menu recomputed
 };
 
 struct AnalmenuForm {
@@ -35,22 +30,15 @@ extern AnalmenuForm Analmenu;
 void LoadAnalmenu();
 std::string MainMenuCaption(MainMenu menu);
 
-// The item of a name; an unknown name is a logic error of the caller.
+// The item of a name; a name that no row has is a logic error of the caller.
 MenuItem& MainItem(const std::string& name);
-bool HasMainItem(const std::string& name);
 
 // Recomputes what is enabled and checked from the state of the workspace. Run at the end of every command.
 void SetMenuStatus();
 
-// Runs the command of an item, as a click does. A disabled item does nothing.
+// Runs the command of an item, as a click does: errors are told, the menu is recomputed. A disabled item does
+// nothing; a name that no row has is a logic error of the caller.
 void RunMainCommand(const std::string& name);
-
-// The files of the recent list: restores item 1 to 6.
-void RunRecentFile(long item);
-
-// Start of the program: workspace, ini files, bounds, recent files. argument is the command line's one
-// argument, a data directory or a saved fit, or "".
-void StartQuillon(const std::string& argument);
 
 // The user wants to end the program. Asks when a fit may not have been saved; true when it may end.
 bool MayEnd();

@@ -1,19 +1,11 @@
 #include "commands/Commands.h"
 
-#include "commands/Analmenu.h"
-#include "commands/FitCommand.h"
-
 #include "chart/Charts.h"
-#include "fit/BoundsForm.h"
-#include "fit/ConfidenceInput.h"
+#include "commands/Analmenu.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
 #include "models/SEDEQ3.h"
-#include "models/ShowConstraintForm.h"
-#include "models/SigmaCalcForm.h"
-#include "models/UnitsForm.h"
-#include "persistence/Filelist.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "scandata/DataDirectory.h"
@@ -59,16 +51,12 @@ void ReadDataReturn() {
         Work.FitDone = Work.FitValid = FlagFalse; // the points of the fit are others now
     Work.AbortFit = FlagFalse;
     SetMenuStatus();
-    Host.ShowForm("Analmenu");
+    Host.ShowForm(AnalmenuName);
 }
 
 void ToggleNameConvention() {
     Work.NameConvention = Work.NameConvention == 1 ? 0 : 1;
     FindDataDirectory();
-}
-
-void DoFitRestore() {
-    RestoreFit();
 }
 
 void SaveDefaults() {
@@ -91,18 +79,6 @@ void DoModelSet() {
         Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
 }
 
-void DefineUnits() {
-    DefineUnitsDialog();
-}
-
-void FitData() {
-    FitDataCommand();
-}
-
-void ReviewFit() {
-    ShowResults();
-}
-
 void DoInitGuesses() {
     InitialGuesses(true);
     Work.FitDone = Work.FitValid = FlagFalse;
@@ -122,48 +98,13 @@ void SetBaseConstraint() {
     Work.NewData = 1;
 }
 
-void AlterBounds() {
-    BoundsDialog();
-}
-
-void DoShowConstraint() {
-    ShowConstraintMatch();
-}
-
 void Covariance() {
     FillCorrelation();
-    Host.ShowModal("Correlation");
-}
-
-void UseResiduals() {
-    Work.OverlayPlot = FlagFalse;
-}
-void UseOverlay() {
-    Work.OverlayPlot = FlagTrue;
-}
-void ToggleResidualsSpread() {
-    Work.SpreadResiduals = Flag(!Work.SpreadResiduals);
-}
-void ToggleFitPause() {
-    Work.PauseBeforeFit = Flag(!Work.PauseBeforeFit);
-}
-void SetConfidence() {
-    ConfidenceDialog();
-}
-void ShowSigmaCalculator() {
-    SigmaCalculatorDialog();
-}
-
-void HelpContents() {
-    ShowHelpContents();
-}
-
-void HelpIndex() {
-    ShowHelpIndex();
+    Host.ShowModal(CorrelationName);
 }
 
 void HelpOn(const std::string& form) {
-    const bool waits = form == "Charts" && Charts.Needed;
+    const bool waits = form == ChartsName && Charts.Needed;
     ShowHelpOnForm(!waits ? form : Charts.Markers.empty() ? "BaselineShift" : "RangeGraph");
 }
 

@@ -1,9 +1,6 @@
 #pragma once
-// The commands behind the main window's menu items, each as plain as it can be: errors and the menu's state
-// are RunCommand's business.
-
-#include "graphs/FitGraphs.h"
-#include "graphs/ResidualGraphs.h"
+// The commands behind the main window's menu items, those that are more than one call of another folder:
+// errors and the menu's state are RunCommand's business.
 
 #include <functional>
 #include <string>
@@ -17,30 +14,16 @@ void RunCommand(const std::function<void()>& command);
 void ReadData(); // opens the data set table; FileForm's return runs ReadDataReturn
 void ReadDataReturn();
 void ToggleNameConvention();
-void DoFitRestore();
 void SaveDefaults();
 void WriteBaseline();
 void MenuExit();
 
 void DoModelSet();
-void DefineUnits();
-void FitData();
-void ReviewFit();
 void DoInitGuesses();
 void SetConcConstraint();
 void SetBaseConstraint();
-void AlterBounds();
-void DoShowConstraint();
 void Covariance();
 
-void UseResiduals();
-void UseOverlay();
-void ToggleResidualsSpread();
-void ToggleFitPause();
-void SetConfidence();
-void ShowSigmaCalculator();
-void HelpContents();
-void HelpIndex();
 void AboutBox();
 
 // F1 in the window of a form: the page of that form, which for the chart window goes by what it waits for.

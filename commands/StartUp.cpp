@@ -1,7 +1,7 @@
-// The start of the program.
+#include "commands/StartUp.h"
+
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
-
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"

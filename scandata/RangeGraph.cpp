@@ -101,7 +101,7 @@ bool SelectRange(RowNo row) {
     Charts.Needed = true;
     Charts.Shown = true;
     Charts.EndsOnKey = [](int code, int) { return code == 13 || code == 27; };
-    Host.ShowModal("Charts");
+    Host.ShowModal(ChartsName);
     const bool accepted = Charts.KeyCode == 13;
     if (accepted) TakeMarkers(row);
     Charts.EndsOnKey = nullptr;

@@ -4,6 +4,7 @@
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
+#include "commands/StartUp.h"
 #include "fit/FreeMap.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/PickSet.h"
@@ -70,8 +71,8 @@ class ReopenedFits : public testing::TestWithParam<const char*> {
 protected:
     ReopenedFits() {
         Host.ShowModal = [](const std::string& form) {
-            if (form == "GetGuess") AssignFreePositions(FitChoices());
-            if (form == "PickSet") {
+            if (form == GetGuessName) AssignFreePositions(FitChoices());
+            if (form == PickSetName) {
                 PickSetRow(2);
                 PickSetOkButton();
             }
@@ -169,7 +170,7 @@ TEST_P(ReopenedFits, KeepTheirConstantsWhateverTheSessionFittedBefore) {
         RunRecentFile(1);
         int dialogs = 0;
         Host.ShowModal = [&](const std::string& form) {
-            if (form != "GetGuess") return;
+            if (form != GetGuessName) return;
             ++dialogs;
             Work.AbortFit = FlagTrue; // Cancel
         };

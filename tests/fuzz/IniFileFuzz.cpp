@@ -3,6 +3,7 @@
 #include "chart/CHART.h"
 #include "chart/CHARTEX.h"
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "input/IniFile.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"

@@ -256,7 +256,7 @@ TEST(SigmaCalculatorDialog, ChangesNothingInTheWorkspace) {
     Script script;
     Work = FreshWorkspace();
     const Workspace before = Work;
-    script.ExpectModal("SigmaCalcForm", [] {
+    script.ExpectModal(SigmaCalcFormName, [] {
         Enter(In::RPM, "30000");
         SigmaCalcFormKeyPress(In::MW, 27);
         SigmaCalcFormExitButton();

@@ -192,7 +192,7 @@ TEST(Results, CorrelationWarning) {
 TEST(Results, ConfidenceIsSearchedOnce) {
     Script script;
     Work = HandBuiltFit();
-    script.ExpectModal("WaitForm", [] {
+    script.ExpectModal(WaitFormName, [] {
         Work.ParmLimits[0].Recreate(3);
         Work.ParmLimits[1].Recreate(3);
         Work.LimitsDone = FlagTrue;
@@ -206,7 +206,7 @@ TEST(Results, ConfidenceIsSearchedOnce) {
 TEST(Results, ButtonsOfTheWindow) {
     Script script;
     Work = HandBuiltFit();
-    script.ExpectModal("Correlation", [] { EXPECT_EQ(Correlation.Names.size(), 4U); });
+    script.ExpectModal(CorrelationName, [] { EXPECT_EQ(Correlation.Names.size(), 4U); });
     ResultsViewCorr();
     ResultsOkButton();
     EXPECT_EQ(script.Forms, std::vector<std::string>{"hide Results"});

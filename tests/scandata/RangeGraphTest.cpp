@@ -38,7 +38,7 @@ protected:
     }
     // Opens the graph, does something on it and leaves by a key.
     bool OnGraph(std::function<void()> during, int key = 13) {
-        script.ExpectModal("Charts", [during, key] {
+        script.ExpectModal(ChartsName, [during, key] {
             during();
             ChartKey(key, 0);
         });

@@ -1,9 +1,9 @@
 // The main window: the menu, and below it where the analysis stands.
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"
 #include "forms/Pieces.h"
-#include "forms/Windows.h"
 #include "forms/shell/FormHost.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
@@ -94,17 +94,17 @@ private:
             QMenu* bar = menuBar()->addMenu(ShownText(MainMenuCaption(menu)));
             bar->setToolTipsVisible(true);
             for (const MainMenuItem& item : Analmenu.Items)
-                if (item.Menu == menu) AddItem(bar, item);
+                if (item.Row.Menu == menu) AddItem(bar, item);
             if (menu == MainMenu::File) AddRecentFiles(bar);
         }
     }
 
     void AddItem(QMenu* menu, const MainMenuItem& item) {
-        if (item.NewGroup) menu->addSeparator();
+        if (item.Row.NewGroup) menu->addSeparator();
         QAction* action = menu->addAction(ShownText(item.Item.Text));
-        action->setCheckable(item.Checkable);
-        action->setObjectName(ShownText(item.Name));
-        const std::string name = item.Name;
+        action->setCheckable(item.Row.CheckedWhen != nullptr);
+        action->setObjectName(item.Row.Name);
+        const std::string name = item.Row.Name;
         connect(action, &QAction::triggered, this, [name] { RunWhenIdle([&] { RunMainCommand(name); }); });
         Actions.push_back({name, action});
     }
@@ -142,10 +142,12 @@ private:
     std::vector<QAction*> Recent;
 };
 
-} // namespace
-
-QWidget* MakeMainWindow(QWidget* parent) {
+QWidget* MakeAnalmenu(QWidget* parent) {
     return new MainWindow(parent);
 }
+
+const FormWindow Registered(AnalmenuName, MakeAnalmenu);
+
+} // namespace
 
 } // namespace Quillon

@@ -1,8 +1,11 @@
-#include "chart/records/ChartState.h"
+#include "forms/StartDesktop.h"
+
+#include "chart/CHART.h"
 #include "commands/Analmenu.h"
+#include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
-#include "forms/Windows.h"
+#include "forms/HelpForm.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
@@ -17,31 +20,6 @@
 
 namespace Quillon {
 
-void RegisterWindows() {
-    RegisterForm("Analmenu", MakeMainWindow);
-    RegisterForm("Charts", MakeChartsWindow);
-    RegisterForm("TitleOptsForm", MakeTitleOptsForm);
-    RegisterForm("LegendOptsForm", MakeLegendOptsForm);
-    RegisterForm("FileForm", MakeFileForm);
-    RegisterForm("ModelForm", MakeModelForm);
-    RegisterForm("UnitsForm", MakeUnitsForm);
-    RegisterForm("GetGuess", MakeGetGuess);
-    RegisterForm("FitMon", MakeFitMon);
-    RegisterForm("BoundsForm", MakeBoundsForm);
-    RegisterForm("ConfidenceInput", MakeConfidenceInput);
-    RegisterForm("WaitForm", MakeWaitForm);
-    RegisterForm("Results", MakeResults);
-    RegisterForm("Correlation", MakeCorrelation);
-    RegisterForm("ConcForm", MakeConcForm);
-    RegisterForm("ShowConstraintForm", MakeShowConstraintForm);
-    RegisterForm("BaseForm", MakeBaseForm);
-    RegisterForm("SigmaCalcForm", MakeSigmaCalcForm);
-    RegisterForm("PickSet", MakePickSet);
-    RegisterForm("ExtinctionForm", MakeExtinctionForm);
-    RegisterForm("InfoBox", MakeInfoBox);
-    RegisterForm("HelpForm", MakeHelpForm);
-}
-
 namespace {
 
 // Rows of parameters that stand one below the other in a window of nine tenths of the screen's height, heads
@@ -55,7 +33,6 @@ int RowsThatFit(int height) {
 } // namespace
 
 void StartDesktop(const std::string& argument) {
-    RegisterWindows();
     Seams.CancelFlag = &Work.AbortFit;
     Seams.ProgramName = [] { return Work.ProgramName; };
     Seams.DataDirectory = [] { return Work.DataDirectory; };
@@ -64,9 +41,9 @@ void StartDesktop(const std::string& argument) {
     ResultsFont = [font = QFontMetrics(QFontDatabase::systemFont(QFontDatabase::FixedFont))](
                       const std::string& text) { return font.horizontalAdvance(ShownText(text)); };
     StartQuillon(argument);
-    MakeForm("Analmenu");
-    MakeForm("Charts"); // the engine measures on its picture box
-    Host.ShowForm("Analmenu");
+    MakeForm(AnalmenuName);
+    MakeForm(ChartsName); // the engine measures on its picture box
+    Host.ShowForm(AnalmenuName);
     ListenForHelp();
     RefreshForms();
 }

@@ -1,0 +1,157 @@
+#include "commands/MenuRows.h"
+
+#include "commands/Analmenu.h"
+#include "commands/Commands.h"
+#include "commands/FitCommand.h"
+#include "fit/BoundsForm.h"
+#include "fit/ConfidenceInput.h"
+#include "graphs/FitGraphs.h"
+#include "graphs/ResidualGraphs.h"
+#include "help/HelpForm.h"
+#include "models/ModelTable.h"
+#include "models/ShowConstraintForm.h"
+#include "models/SigmaCalcForm.h"
+#include "models/UnitsForm.h"
+#include "persistence/FitFile.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+namespace {
+
+// --- when items are enabled ------------------------------------------------------------------------------
+
+bool DataChosen() {
+    return Work.DataChosen != 0;
+}
+bool DataAndModel() {
+    return Work.ModelChosen != 0 && Work.DataChosen != 0;
+}
+bool SeveralSets() {
+    return Work.DataChosen != 0 && Work.NumSets >= 2;
+}
+bool FitIsValid() {
+    return Work.FitValid != 0;
+}
+// Of the points as they are: nothing was changed since that they depend on.
+bool ResidualsStand() {
+    return Work.NewData == 0 && Work.FitValid != 0;
+}
+bool ResultsStand() {
+    return Work.NewData == 0 && Work.FitDone != 0;
+}
+bool MatchStands() {
+    return Work.FitDone != 0 && Work.ConstraintFlags != 0;
+}
+bool ResidualsAreABaseline() {
+    return Work.NumSets == 1 && TraitsOfModel().GivesBaseline && Work.FitDone != 0;
+}
+// From the first finished fit on, and never disabled again.
+bool MayBeSaved() {
+    return Work.FitDone != 0 || MainItem("DoFitSave").Enabled;
+}
+constexpr bool (*Always)() = nullptr;
+
+// --- when items are checked ------------------------------------------------------------------------------
+
+bool NewNames() {
+    return Work.NameConvention == 1;
+}
+bool ConcentrationsConstrained() {
+    return (Work.ConstraintFlags & ConcentrationBit) != 0;
+}
+bool OffsetsConstrained() {
+    return (Work.ConstraintFlags & OffsetBit) != 0;
+}
+bool ReportsResiduals() {
+    return Work.OverlayPlot == 0;
+}
+bool ReportsOverlay() {
+    return Work.OverlayPlot != 0;
+}
+bool ResidualsAreSpread() {
+    return Work.SpreadResiduals != 0;
+}
+bool PausesBeforeFit() {
+    return Work.PauseBeforeFit != 0;
+}
+constexpr bool (*Plain)() = nullptr;
+
+// --- commands of one line --------------------------------------------------------------------------------
+
+void DoFitRestore() {
+    RestoreFit();
+}
+void UseResiduals() {
+    Work.OverlayPlot = FlagFalse;
+}
+void UseOverlay() {
+    Work.OverlayPlot = FlagTrue;
+}
+void ToggleResidualsSpread() {
+    Work.SpreadResiduals = Flag(!Work.SpreadResiduals);
+}
+void ToggleFitPause() {
+    Work.PauseBeforeFit = Flag(!Work.PauseBeforeFit);
+}
+
+constexpr bool NewGroup = true;
+
+// clang-format off
+std::vector<MenuRow> AllRows() {
+    constexpr MainMenu File = MainMenu::File, Analysis = MainMenu::Analysis, Graphs = MainMenu::Graphs;
+    constexpr MainMenu Preferences = MainMenu::Preferences, Help = MainMenu::Help;
+    return {
+        {File, "ReadData", "&Read/change data sets...", ReadData, Always},
+        {File, "NewNameConvention", "&Use New File Naming Convention", ToggleNameConvention, Always, NewNames},
+        {File, "DoFitSave", "&Save current fit to disk...", SaveFit, MayBeSaved, Plain, NewGroup},
+        {File, "DoFitRestore", "R&estore saved fit from disk...", DoFitRestore, Always},
+        {File, "SaveDefaults", "Save program &defaults...", SaveDefaults, Always, Plain, NewGroup},
+        {File, "WriteBaseline", "Wri&te Baseline from Residuals...", WriteBaseline, ResidualsAreABaseline},
+        {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
+
+        {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},
+        {Analysis, "DefineUnits", "&Define Units...", DefineUnitsDialog, DataChosen},
+        {Analysis, "FitData", "&Fit Data...", FitDataCommand, DataAndModel},
+        {Analysis, "ReviewFit", "&Review last fit...", ShowResults, ResultsStand},
+        {Analysis, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, DataAndModel, Plain, NewGroup},
+        {Analysis, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint, DataAndModel, ConcentrationsConstrained},
+        {Analysis, "SetBaseConstraint", "C&onstrain Zero Offsets...", SetBaseConstraint, SeveralSets, OffsetsConstrained},
+        {Analysis, "AlterBounds", "Alter Parameter &Bounds...", BoundsDialog, DataAndModel},
+        {Analysis, "DoShowConstraint", "Sho&w Match to Conc. Constraints...", ShowConstraintMatch, MatchStands, Plain, NewGroup},
+        {Analysis, "Covariance", "&List Parameter Cross-Correlations...", Covariance, ResultsStand},
+
+        {Graphs, "GraphData", "&Data Included in Fit", GraphData, DataChosen},
+        {Graphs, "GraphFunc", "&Fitted Function", GraphFunc, FitIsValid},
+        {Graphs, "GraphOverlay", "&Overlay All Data and Fits", GraphOverlay, FitIsValid},
+        {Graphs, "GraphResiduals", "&Residuals (all) vs. X", GraphResiduals, ResidualsStand, Plain, NewGroup},
+        {Graphs, "GraphResidualsY", "Residuals (all) vs. &Y", GraphResidualsY, ResidualsStand},
+        {Graphs, "GraphResidualsR", "Residuals (all) vs. r&adius", GraphResidualsR, ResidualsStand},
+        {Graphs, "GraphFuncSet", "Fitted Function (&1 set)...", GraphFuncSet, FitIsValid, Plain, NewGroup},
+        {Graphs, "GraphOverlaySet", "Overlay Data and Fit (1 se&t)...", GraphOverlaySet, FitIsValid},
+        {Graphs, "GraphResidSet", "Residuals (1 set) vs. &X...", GraphResidSet, ResidualsStand},
+        {Graphs, "GraphResidSetY", "Residuals (1 set) &vs. Y...", GraphResidSetY, ResidualsStand},
+        {Graphs, "GraphResidualsRSet", "Residuals (1 set) vs. rad&ius...", GraphResidualsRSet, ResidualsStand},
+
+        {Preferences, "UseResiduals", "Use &Residual Plot in Reports", UseResiduals, Always, ReportsResiduals},
+        {Preferences, "UseOverlay", "Use Data+Fit &Overlay Plot in Reports", UseOverlay, Always, ReportsOverlay},
+        {Preferences, "ResidualsSpread", "&Y-shift Data Sets in Residual Plots", ToggleResidualsSpread, Always, ResidualsAreSpread, NewGroup},
+        {Preferences, "FitPause", "&Pause for Manual Start When Fitting", ToggleFitPause, Always, PausesBeforeFit},
+        {Preferences, "SetConfidence", "Set &Confidence Interval Probability...", ConfidenceDialog, Always, Plain, NewGroup},
+        {Preferences, "mnuSigmaCalculator", "&Rotor Speed Calculator...", SigmaCalculatorDialog, Always},
+
+        {Help, "mnuHelpContents", "&Contents...", ShowHelpContents, Always},
+        {Help, "mnuHelpIndex", "&Index...", ShowHelpIndex, Always},
+        {Help, "AboutBox", "&About QUILLON...", AboutBox, Always, Plain, NewGroup},
+    };
+}
+// clang-format on
+
+} // namespace
+
+const std::vector<MenuRow>& MenuRows() {
+    static const std::vector<MenuRow> rows = AllRows();
+    return rows;
+}
+
+} // namespace Quillon
