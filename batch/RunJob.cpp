@@ -5,6 +5,7 @@
 #include "batch/JobParameters.h"
 #include "commands/FitCommand.h"
 #include "fit/Confidence.h"
+#include "fit/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "models/ConcForm.h"
 #include "models/DefaultBounds.h"

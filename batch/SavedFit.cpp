@@ -4,6 +4,7 @@
 #include "batch/OneLine.h"
 #include "commands/FitCommand.h"
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/RuntimeError.h"

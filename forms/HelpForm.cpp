@@ -1,6 +1,7 @@
 // The window of the manual.
 #include "forms/HelpForm.h"
 
+#include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"

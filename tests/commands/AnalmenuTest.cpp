@@ -1,5 +1,6 @@
 // The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
 #include "commands/Analmenu.h"
+#include "models/ModelForm.h"
 
 #include "commands/Commands.h"
 #include "commands/StartUp.h"

@@ -1,5 +1,7 @@
 // The fit command: what it repairs, asks and resets between model, options, parameters and the iteration.
 #include "commands/FitCommand.h"
+#include "fit/GetGuess.h"
+#include "reporting/Results.h"
 
 #include "fit/FreeMap.h"
 #include "models/Catalogue.h"

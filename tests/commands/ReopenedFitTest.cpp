@@ -6,6 +6,7 @@
 #include "commands/FitCommand.h"
 #include "commands/StartUp.h"
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/PickSet.h"
 #include "graphs/ResidualGraphs.h"

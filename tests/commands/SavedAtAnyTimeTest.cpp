@@ -5,6 +5,7 @@
 #include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "models/BaseForm.h"
 #include "models/Catalogue.h"
 #include "models/ConcForm.h"

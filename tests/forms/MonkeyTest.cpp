@@ -5,6 +5,7 @@
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
 #include "commands/Analmenu.h"
 #include "fit/FitMon.h"
+#include "fit/WaitForm.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPlatform.h"

@@ -1,5 +1,7 @@
 #include "tests/forms/Player.h"
 
+#include "fit/FitMon.h"
+#include "fit/WaitForm.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPlatform.h"

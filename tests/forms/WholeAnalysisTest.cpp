@@ -4,6 +4,7 @@
 #include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/GetGuess.h"
+#include "fit/WaitForm.h"
 #include "forms/shell/Binding.h"
 #include "models/ModelForm.h"
 #include "models/ParmScale.h"

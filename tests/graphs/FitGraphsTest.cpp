@@ -1,5 +1,6 @@
 // Data, fitted function and overlay as they are handed to the chart.
 #include "graphs/FitGraphs.h"
+#include "graphs/PickSet.h"
 
 #include "GraphBench.h"
 #include "graphs/GraphParts.h"

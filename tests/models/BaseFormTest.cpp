@@ -1,4 +1,5 @@
 // The form for zero offset constraints.
+#include "models/BaseForm.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -1,4 +1,5 @@
 // The sigma calculator.
+#include "models/SigmaCalcForm.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"

@@ -1,4 +1,5 @@
 // The units dialog, and the way of the bounds through a change of units.
+#include "models/UnitsForm.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"

@@ -1,5 +1,6 @@
 // The results window and the lines it shares with the report, word for word.
 #include "reporting/Results.h"
+#include "fit/WaitForm.h"
 
 #include "HandBuiltFit.h"
 #include "reporting/Correlation.h"

@@ -1,4 +1,5 @@
 // The comparison of wavelengths after a read.
+#include "scandata/ExtinctionForm.h"
 #include "scandata/ExtinctionRatios.h"
 
 #include "ScanFixture.h"
