@@ -5,6 +5,7 @@
 #include "batch/JobParameters.h"
 #include "commands/FitCommand.h"
 #include "fit/Confidence.h"
+#include "fit/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "models/ConcForm.h"
 #include "models/DefaultBounds.h"
@@ -62,7 +63,7 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
     std::optional<RuntimeError> jobError;
     Console.NewGuesses = job.Guesses;
     Console.ShowModal = [&](const std::string& form) {
-        if (form != "GetGuess") return;
+        if (form != GetGuessName) return;
         try {
             TakeListedParms(job, listed);
         } catch (const RuntimeError& error) {

@@ -4,6 +4,7 @@
 #include "batch/OneLine.h"
 #include "commands/FitCommand.h"
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/RuntimeError.h"
@@ -55,7 +56,7 @@ void FitAgain() {
     Work.LastNonIdeal = Work.NonIdeal;
     Work.LastSeparateK = Work.SeparateK;
     Console.ShowModal = [](const std::string& form) {
-        if (form == "GetGuess") AssignFreePositions(FitChoices());
+        if (form == GetGuessName) AssignFreePositions(FitChoices());
     };
     const FitProgress progress = BatchProgress();
     FitDataCommand(&progress);

@@ -7,6 +7,7 @@
 
 #include "commands/MenuRows.h"
 #include "platform/Controls.h"
+#include "workspace/records/AnalmenuName.h"
 
 #include <string>
 #include <vector>

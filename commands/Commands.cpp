@@ -52,7 +52,7 @@ void ReadDataReturn() {
         Work.FitDone = Work.FitValid = FlagFalse; // the points of the fit are others now
     Work.AbortFit = FlagFalse;
     SetMenuStatus();
-    Host.ShowForm("Analmenu");
+    Host.ShowForm(AnalmenuName);
 }
 
 void ToggleNameConvention() {
@@ -101,11 +101,11 @@ void SetBaseConstraint() {
 
 void Covariance() {
     FillCorrelation();
-    Host.ShowModal("Correlation");
+    Host.ShowModal(CorrelationName);
 }
 
 void HelpOn(const std::string& form) {
-    const bool waits = form == "Charts" && Charts.Needed;
+    const bool waits = form == ChartsName && Charts.Needed;
     ShowHelpOnForm(!waits ? form : Charts.Markers.empty() ? "BaselineShift" : "RangeGraph");
 }
 

@@ -199,7 +199,7 @@ void ParmChanged(long slot, bool& changed) {
 
 void ShowResults() {
     FillResults();
-    Host.ShowModal("Results");
+    Host.ShowModal(ResultsName);
 }
 
 void FitDataCommand(const FitProgress* progress) {

@@ -1,4 +1,5 @@
 #include "commands/SimulateCommand.h"
+#include "chart/Charts.h"
 
 #include "chart/CHART.h"
 #include "fit/GuessesDialog.h"
@@ -32,7 +33,7 @@ std::optional<double> AskNoise() {
 
 // The curve at the values that the user enters; nothing when he cancels or the model meets a fault.
 std::optional<OneBased<float>> EnteredCurve() {
-    Host.HideForm("Charts");
+    Host.HideForm(ChartsName);
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     ApplyModelFlags();
     GuessesDialog(true);

@@ -117,7 +117,7 @@ void BoundsFormPage2() {
 void BoundsDialog() {
     const auto kept = Work.Bounds;
     LoadBoundsForm();
-    Host.ShowModal("BoundsForm");
+    Host.ShowModal(BoundsFormName);
     if (!Work.AbortFit) return;
     Work.Bounds = kept;
     Work.AbortFit = FlagFalse;

@@ -9,6 +9,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* BoundsFormName = "BoundsForm"; // of the form, for the seam
+
 struct BoundsFormRecord {
     FormState State;
     std::vector<Control> ParameterName, LowerB, UpperB;

@@ -69,7 +69,7 @@ void ConfidenceInputCancelButton() {
 
 void ConfidenceDialog() {
     LoadConfidenceInput();
-    Host.ShowModal("ConfidenceInput");
+    Host.ShowModal(ConfidenceInputName);
 }
 
 } // namespace Quillon

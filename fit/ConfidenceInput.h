@@ -5,6 +5,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* ConfidenceInputName = "ConfidenceInput"; // of the form, for the seam
+
 struct ConfidenceInputForm {
     FormState State;
     Control LevelLabel, LevelInput;

@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
+#include "workspace/records/AnalmenuName.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -156,15 +157,15 @@ void OpenFitMonitor() {
     Work.MonitorMode = Work.PauseBeforeFit ? 2 : 1;
     if (!Work.PauseBeforeFit) FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
     if (Work.PauseBeforeFit) MonitorStatus("waiting for input");
-    Host.ShowForm("FitMon");
-    Host.HideForm("Analmenu");
+    Host.ShowForm(FitMonName);
+    Host.HideForm(AnalmenuName);
 }
 
 void CloseFitMonitor() {
     if (!FitMon.Loaded) return;
     UnloadFitMon();
-    Host.HideForm("FitMon");
-    Host.ShowForm("Analmenu");
+    Host.HideForm(FitMonName);
+    Host.ShowForm(AnalmenuName);
 }
 
 FitProgress MonitorProgress() {

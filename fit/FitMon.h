@@ -11,6 +11,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* FitMonName = "FitMon"; // of the form, for the seam
+
 struct FitMonForm {
     bool Loaded = false;
     std::string Caption;

@@ -10,6 +10,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* GetGuessName = "GetGuess"; // of the form, for the seam
+
 struct GetGuessForm {
     FormState State;
     std::vector<std::int16_t> GuessRows; // slot of each row

@@ -23,7 +23,7 @@ void GuessesDialog(bool valuesOnly) {
 
     ValuesOnly = valuesOnly;
     LoadGetGuess();
-    Host.ShowModal("GetGuess");
+    Host.ShowModal(GetGuessName);
     ValuesOnly = false;
 
     if (!Work.AbortFit) return;

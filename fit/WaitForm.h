@@ -6,6 +6,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* WaitFormName = "WaitForm"; // of the form, for the seam
+
 struct WaitFormRecord {
     FormState State;
     Control Label1;        // "This may take a while..."

@@ -1,8 +1,11 @@
 // The window of the manual.
-#include "help/HelpForm.h"
+#include "forms/HelpForm.h"
+
+#include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "forms/Pieces.h"
-#include "forms/Windows.h"
+#include "forms/shell/FormHost.h"
+#include "help/HelpForm.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -136,8 +139,6 @@ QTabWidget* MakeTabs(Binder& bind) {
     return tabs;
 }
 
-} // namespace
-
 QWidget* MakeHelpForm(QWidget* parent) {
     auto* form = new FormDialog(HelpForm.State, HelpCloseButton, parent);
     form->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -165,13 +166,13 @@ QWidget* MakeHelpForm(QWidget* parent) {
     return form;
 }
 
-namespace {
+const FormWindow Registered(HelpFormName, MakeHelpForm);
 
 // The form that a key is meant for: boxes and lists that open above a form belong to it.
 std::string FormOf(const QWidget* window) {
     for (; window; window = window->parentWidget())
         if (window->isWindow() && !window->objectName().isEmpty()) return window->objectName().toStdString();
-    return "Analmenu";
+    return AnalmenuName;
 }
 
 class HelpKey : public QObject {
@@ -182,7 +183,7 @@ public:
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier) return false;
         const std::string form = FormOf(QApplication::activeWindow());
-        if (form != "HelpForm") RunGuarded([&] { HelpOn(form); });
+        if (form != HelpFormName) RunGuarded([&] { HelpOn(form); });
         RefreshForms();
         return true;
     }

@@ -1,6 +1,6 @@
 // The desktop program.
 #include "commands/Analmenu.h"
-#include "forms/Windows.h"
+#include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPlatform.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"

@@ -1,8 +1,10 @@
 #pragma once
 // Widgets that the windows are made of, bound to their records as they are made.
 
+#include "fit/ParmRows.h"
 #include "forms/shell/Binding.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -11,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -143,6 +146,50 @@ inline QGroupBox* MakeFrame(Binder& bind, ControlRef control) {
     bind.Visible(frame, control);
     bind.Also([frame, control] { frame->setTitle(WithoutAccessKey(control().Text)); });
     return frame;
+}
+
+// Where a row of parameters stands in the grid: down the first column of its page, then down the second.
+struct Cell {
+    int Row, Block;
+};
+inline Cell CellOf(const RowLayout& layout, int row) {
+    const int onPage = layout.PageOf(row) == 0 ? row : row - layout.RowsPerPage();
+    return {onPage % layout.RowsPerColumn, onPage / layout.RowsPerColumn};
+}
+
+inline ControlRef At(std::vector<Control>& controls, std::size_t i) {
+    return [&controls, i]() -> Control& { return controls[i]; };
+}
+
+// Rows that a window opens with; a few more than there are look better than a strip.
+inline int ShownRows(std::size_t rows) {
+    return static_cast<int>(std::max<std::size_t>(rows, 6));
+}
+
+// What does not fit the screen scrolls; a field that gets the focus comes into sight.
+inline QScrollArea* Scrolled(QLayout* layout) {
+    auto* inside = new QWidget;
+    inside->setLayout(layout);
+    auto* area = new QScrollArea;
+    area->setWidget(inside);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
+        if (now && area->isAncestorOf(now)) area->ensureWidgetVisible(now);
+    });
+    return area;
+}
+
+inline QLabel* RightLabel(Binder& bind, ControlRef control) {
+    QLabel* label = MakeLabel(bind, std::move(control));
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+inline QLabel* CenteredLabel(Binder& bind, ControlRef control) {
+    QLabel* label = MakeLabel(bind, std::move(control));
+    label->setAlignment(Qt::AlignCenter);
+    return label;
 }
 
 } // namespace Quillon

@@ -79,7 +79,7 @@ bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::
 }
 
 void ShowCharts() {
-    Host.ShowForm("Charts");
+    Host.ShowForm(ChartsName);
 }
 
 } // namespace Quillon

@@ -36,7 +36,7 @@ void PickSetCancelButton() {
 long PickSet() {
     if (Work.NumSets == 1) return 1;
     LoadPickSet();
-    Host.ShowModal("PickSet");
+    Host.ShowModal(PickSetName);
     return PickSetWindow.Choice;
 }
 

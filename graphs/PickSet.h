@@ -5,6 +5,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* PickSetName = "PickSet"; // of the form, for the seam
+
 struct PickSetForm {
     FormState State;
     Control SetList; // one row for each fit set

@@ -93,7 +93,7 @@ void Show(HelpPane pane, const ManualPlace& place) {
     LoadHelpForm();
     HelpForm.Pane = pane;
     GoTo(place);
-    Host.ShowForm("HelpForm");
+    Host.ShowForm(HelpFormName);
 }
 
 } // namespace
@@ -155,7 +155,7 @@ void HelpStartButton() {
 
 void HelpCloseButton() {
     HelpForm.State.Shown = false;
-    Host.HideForm("HelpForm");
+    Host.HideForm(HelpFormName);
 }
 
 const std::string& HelpPageText() {

@@ -14,6 +14,8 @@ namespace Quillon {
 
 enum class HelpPane { Contents, Index, Search };
 
+inline constexpr const char* HelpFormName = "HelpForm"; // of the form, for the seam
+
 struct HelpFormRecord {
     FormState State;
     HelpPane Pane = HelpPane::Contents;

@@ -154,7 +154,7 @@ void BaseFormOkButton() {
 
 void BaseConstraintDialog() {
     LoadBaseForm();
-    Host.ShowModal("BaseForm");
+    Host.ShowModal(BaseFormName);
     Work.AbortFit = FlagFalse;
     StoreLinks();
 }

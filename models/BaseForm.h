@@ -13,6 +13,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* BaseFormName = "BaseForm"; // of the form, for the seam
+
 struct BaseFormRecord {
     FormState State;
     Control Head, XLabel, YLabel;

@@ -256,7 +256,7 @@ void WarnOfConstraintCoefficients() {
 
 void ConcConstraintDialog() {
     LoadConcForm();
-    Host.ShowModal("ConcForm");
+    Host.ShowModal(ConcFormName);
     Work.AbortFit = FlagFalse;
     const int others = Work.ConstraintFlags & ~ConcentrationBit;
     Work.ConstraintFlags = ToInt16(others | (AnyConstraint() ? ConcentrationBit : 0));

@@ -12,6 +12,8 @@ namespace Quillon {
 
 enum class ConcInput { ConcA, ConcB, VarA, VarB };
 
+inline constexpr const char* ConcFormName = "ConcForm"; // of the form, for the seam
+
 struct ConcFormRecord {
     FormState State;
     Control ALabel, BLabel;       // heads of the loadings, with the unit in force

@@ -113,7 +113,7 @@ void SelectModel(bool showDialog) {
     Work.ModelChosen = FlagFalse;
     do {
         LoadModelForm();
-        Host.ShowModal("ModelForm");
+        Host.ShowModal(ModelFormName);
         if (Work.AbortFit) {
             Work = before;
             Work.AbortFit = FlagTrue;

@@ -11,6 +11,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* ModelFormName = "ModelForm"; // of the form, for the seam
+
 struct ModelFormRecord {
     FormState State;
     // One row for each of Work.ModelCount models, the first at place 0: number, ". " and name. Value is -1 in

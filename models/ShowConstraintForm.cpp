@@ -122,7 +122,7 @@ void ShowConstraintFormOkButton() {
 
 void ShowConstraintMatch() {
     LoadShowConstraintForm();
-    Host.ShowModal("ShowConstraintForm");
+    Host.ShowModal(ShowConstraintFormName);
 }
 
 } // namespace Quillon

@@ -9,6 +9,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* ShowConstraintFormName = "ShowConstraintForm"; // of the form, for the seam
+
 struct ShowConstraintFormRecord {
     FormState State;
     Control ALabel, BLabel;                                   // heads of the loadings, with the unit in force

@@ -188,7 +188,7 @@ void SigmaCalcFormExitButton() {
 
 void SigmaCalculatorDialog() {
     LoadSigmaCalcForm();
-    Host.ShowModal("SigmaCalcForm");
+    Host.ShowModal(SigmaCalcFormName);
     Work.AbortFit = FlagFalse;
 }
 

@@ -14,6 +14,8 @@ namespace Quillon {
 
 enum class SigmaCalcInput { MW, VBar, Density, Temp, RPM, Sigma };
 
+inline constexpr const char* SigmaCalcFormName = "SigmaCalcForm"; // of the form, for the seam
+
 struct SigmaCalcFormRecord {
     FormState State;
     Control MWLabel, VBarLabel, DensityLabel, TempLabel;

@@ -283,7 +283,7 @@ void SpecFormExitButton() {
 
 void IntegrateDialog() {
     LoadSpecForm();
-    Host.ShowModal("SpecForm");
+    Host.ShowModal(SpecFormName);
     Work.AbortFit = FlagFalse;
 }
 

@@ -10,6 +10,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* SpecFormName = "SpecForm"; // of the form, for the seam
+
 struct SpecFormRecord {
     FormState State;
     Control SetLabel, SetList; // one row for each fit set

@@ -219,7 +219,7 @@ void UnitsFormCancelButton() {
 void DefineUnitsDialog() {
     const Workspace before = Work;
     LoadUnitsForm();
-    Host.ShowModal("UnitsForm");
+    Host.ShowModal(UnitsFormName);
     if (Work.AbortFit) {
         Work = before;
         Work.AbortFit = FlagFalse;

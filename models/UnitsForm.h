@@ -15,6 +15,8 @@ namespace Quillon {
 // The kinds of boxes. Index 0 is species A, 1 is B; the density has one box.
 enum class UnitsInput { VBar, Density, Absorptivity, Extinction, Refractivity, RefExt };
 
+inline constexpr const char* UnitsFormName = "UnitsForm"; // of the form, for the seam
+
 struct UnitsFormRecord {
     FormState State;
     Control MassFrame, ConcFrame, AbsorbanceFrame, InterferenceFrame;

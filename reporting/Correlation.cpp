@@ -94,7 +94,7 @@ void FillCorrelation() {
 }
 
 void CorrelationOkButton() {
-    Host.HideForm("Correlation");
+    Host.HideForm(CorrelationName);
 }
 
 std::vector<std::string> CorrelationLines(int columns) {

@@ -15,6 +15,8 @@ struct CorrelationCell {
     CorrelationClass Class = CorrelationClass::Plain;
 };
 
+inline constexpr const char* CorrelationName = "Correlation"; // of the form, for the seam
+
 struct CorrelationForm {
     std::string Caption;
     // Grid1: the same names head rows and columns; Cells[row][column] is the whole symmetric table.

@@ -97,18 +97,18 @@ void FillResults(const TextMeasure& measure) {
 void ResultsComputeConfidence(const TextMeasure& measure) {
     if (!Work.LimitsDone) {
         LoadWaitForm();
-        Host.ShowModal("WaitForm");
+        Host.ShowModal(WaitFormName);
     }
     FillResults(measure);
 }
 
 void ResultsViewCorr() {
     FillCorrelation();
-    Host.ShowModal("Correlation");
+    Host.ShowModal(CorrelationName);
 }
 
 void ResultsOkButton() {
-    Host.HideForm("Results");
+    Host.HideForm(ResultsName);
 }
 
 } // namespace Quillon

@@ -10,6 +10,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* ResultsName = "Results"; // of the form, for the seam
+
 struct ResultsForm {
     std::string Caption;
     Control Frame1; // around everything

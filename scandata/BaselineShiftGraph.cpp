@@ -121,7 +121,7 @@ void AdjustBaselineShift(RowNo row) {
         Draw(a);
         Charts.Needed = Charts.Shown = true;
         Charts.EndsOnKey = [&a](int code, int shift) { return EndsOnKey(a, code, shift); };
-        Host.ShowModal("Charts");
+        Host.ShowModal(ChartsName);
         if (!a.Failure.empty()) RaiseError(a.Failure);
         LetGo();
         SetBaselineShift(row, a.Present);

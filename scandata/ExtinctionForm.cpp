@@ -41,7 +41,7 @@ void LoadExtinctionForm() {
 
 void ShowExtinctionForm() {
     LoadExtinctionForm();
-    Host.ShowModal("ExtinctionForm");
+    Host.ShowModal(ExtinctionFormName);
 }
 
 void ExtinctionGotFocus(std::size_t species) {

@@ -8,6 +8,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* ExtinctionFormName = "ExtinctionForm"; // of the form, for the seam
+
 struct ExtinctionFormRecord {
     FormState State;
     Control Label2;                               // both wavelengths

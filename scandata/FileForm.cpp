@@ -258,7 +258,7 @@ void OpenFileForm() {
     if (Work.DataDirectory.empty()) FindDataDirectory();
     Work.AbortFit = FlagFalse;
     LoadFileForm();
-    Host.ShowModal("FileForm");
+    Host.ShowModal(FileFormName);
 }
 
 } // namespace Quillon

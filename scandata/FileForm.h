@@ -18,6 +18,8 @@ namespace Quillon {
 
 inline constexpr int FileFormLines = 9;
 
+inline constexpr const char* FileFormName = "FileForm"; // of the form, for the seam
+
 struct FileFormRecord {
     template <class T> using PerLine = std::array<T, FileFormLines>;
     FormState State;

@@ -45,7 +45,7 @@ void LoadInfoBox(RowNo row) {
 
 void ShowInfoBox(RowNo row) {
     LoadInfoBox(row);
-    Host.ShowModal("InfoBox");
+    Host.ShowModal(InfoBoxName);
 }
 
 void InfoBoxOkButton() {

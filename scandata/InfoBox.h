@@ -8,6 +8,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* InfoBoxName = "InfoBox"; // of the form, for the seam
+
 struct InfoBoxForm {
     FormState State;
     std::array<Control, 4> Line; // comment, speed and temperature, time, wavelength

@@ -107,7 +107,7 @@ void Close() {
 bool SelectRange(RowNo row) {
     if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
     Open(row);
-    Host.ShowModal("Charts");
+    Host.ShowModal(ChartsName);
     RecordMarkers();
     const PointRange range = MarkedPoints();
     const bool accepted = Charts.KeyCode == KeyReturn && range.First > 0;

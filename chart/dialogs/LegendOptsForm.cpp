@@ -196,7 +196,7 @@ void LegendOptsCancelButton() {
 void EditLegend() {
     if (!GraphMayChange() || Chart.SetNames.Empty()) return;
     LoadLegendOptsForm();
-    Host.ShowModal("LegendOptsForm");
+    Host.ShowModal(LegendOptsFormName);
     if (!Accepted) return;
     const std::vector<std::string>& texts = LegendOptsForm.lstLegendText.Items;
     Chart.Spec.Legend = LegendOptsForm.Edited;

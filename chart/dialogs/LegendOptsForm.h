@@ -11,6 +11,8 @@
 
 namespace Quillon {
 
+inline constexpr const char* LegendOptsFormName = "LegendOptsForm"; // of the form, for the seam
+
 struct LegendOptsFormRecord {
     FormState State;
     Control TextLabel, PlaceFrame, TextFrame, FontLabel, SizeLabel, SizeNote;

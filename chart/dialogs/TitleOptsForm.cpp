@@ -162,7 +162,7 @@ void TitleOptsCancelButton() {
 void EditTitles() {
     if (!GraphMayChange()) return;
     LoadTitleOptsForm();
-    Host.ShowModal("TitleOptsForm");
+    Host.ShowModal(TitleOptsFormName);
     if (!Accepted) return;
     Chart.Spec.Title1 = TitleOptsForm.Edited[0];
     Chart.Spec.Title2 = TitleOptsForm.Edited[1];

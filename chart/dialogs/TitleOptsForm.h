@@ -11,6 +11,8 @@ namespace Quillon {
 
 enum class TitleLine { Main, Sub };
 
+inline constexpr const char* TitleOptsFormName = "TitleOptsForm"; // of the form, for the seam
+
 struct TitleOptsFormRecord {
     FormState State;
     Control TitleFrame, SubTitleFrame;

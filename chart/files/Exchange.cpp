@@ -4,7 +4,7 @@
 #include "chart/draw/DrawGraph.h"
 #include "chart/files/DataText.h"
 #include "chart/files/GraphFile.h"
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/pens/Device.h"

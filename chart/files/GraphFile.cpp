@@ -2,7 +2,7 @@
 #include "chart/files/GraphFile.h"
 
 #include "chart/files/GraphFields.h"
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/pens/Device.h"

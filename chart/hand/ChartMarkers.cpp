@@ -1,7 +1,7 @@
 // The vertical markers over the graph.
 #include "chart/hand/ChartMarkers.h"
 
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/hand/Reading.h"
 #include "chart/hand/Redraw.h"
 #include "chart/records/ChartState.h"

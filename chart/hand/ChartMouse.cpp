@@ -3,7 +3,7 @@
 
 #include "chart/hand/ChartMarkers.h"
 #include "chart/hand/ChartScale.h"
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/hand/Reading.h"
 #include "chart/hand/Redraw.h"
 #include "chart/records/ChartSeams.h"

@@ -2,7 +2,7 @@
 #include "chart/hand/ChartScale.h"
 
 #include "chart/hand/ChartMarkers.h"
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/records/ChartState.h"

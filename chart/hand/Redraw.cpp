@@ -2,7 +2,7 @@
 
 #include "chart/draw/DrawGraph.h"
 #include "chart/hand/ChartMarkers.h"
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/layout/Layout.h"
 #include "chart/records/ChartState.h"
 

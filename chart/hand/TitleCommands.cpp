@@ -3,7 +3,7 @@
 #include "chart/draw/DrawGraph.h"
 #include "chart/draw/Titles.h"
 #include "chart/hand/ChartMarkers.h"
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/FrameLayout.h"
 #include "chart/layout/Layout.h"

@@ -1,6 +1,9 @@
 #include "forms/shell/FormHost.h"
 
+#include "chart/Charts.h"
+#include "commands/Analmenu.h"
 #include "forms/shell/Binding.h"
+#include "help/HelpForm.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -14,7 +17,7 @@ namespace Quillon {
 namespace {
 
 struct Registered {
-    std::function<QWidget*(QWidget*)> Make;
+    QWidget* (*Make)(QWidget* parent) = nullptr;
     QPointer<QWidget> Window;
     bool Modal = false; // whoever shows the window waits for it and throws it away
 };
@@ -33,8 +36,8 @@ Registered* Find(const std::string& name) {
 
 } // namespace
 
-void RegisterForm(const std::string& name, std::function<QWidget*(QWidget*)> make) {
-    Registry()[name].Make = std::move(make);
+FormWindow::FormWindow(const char* name, QWidget* (*make)(QWidget*)) {
+    Registry()[name].Make = make;
 }
 
 QWidget* OpenForm(const std::string& name) {
@@ -56,7 +59,7 @@ namespace {
 // A graph stays above the main window, which takes the whole width of the screen. The manual belongs to the
 // window that it was asked for in: beside a modal one nothing else could be read.
 QWidget* ParentOf(const std::string& name) {
-    return name == "Charts" ? OpenForm("Analmenu") : name == "HelpForm" ? FrontWindow() : nullptr;
+    return name == ChartsName ? OpenForm(AnalmenuName) : name == HelpFormName ? FrontWindow() : nullptr;
 }
 
 // A window that stands beside a modal one takes no clicks.
@@ -99,8 +102,8 @@ namespace {
 // Window managers look for the window above which another one stays when that is mapped: a graph that has
 // outlived its main window's absence is mapped anew.
 void KeepGraphAbove() {
-    QWidget* graph = OpenForm("Charts");
-    if (!graph || !graph->isVisible() || Find("Charts")->Modal) return;
+    QWidget* graph = OpenForm(ChartsName);
+    if (!graph || !graph->isVisible() || Find(ChartsName)->Modal) return;
     const QPoint place = graph->pos();
     graph->hide();
     graph->move(place);
@@ -112,12 +115,12 @@ void KeepGraphAbove() {
 } // namespace
 
 void ShowFormModeless(const std::string& name) {
-    if (QWidget* open = OpenForm(name); open && name == "HelpForm" && IsBlocked(open)) delete open;
+    if (QWidget* open = OpenForm(name); open && name == HelpFormName && IsBlocked(open)) delete open;
     MakeForm(name);
     Registered* form = Find(name);
     if (!form || form->Modal) return;
     RefreshForms();
-    const bool returns = name == "Analmenu" && !form->Window->isVisible();
+    const bool returns = name == AnalmenuName && !form->Window->isVisible();
     form->Window->show();
     if (returns) KeepGraphAbove();
     form->Window->raise();
@@ -130,7 +133,7 @@ void HideFormByName(const std::string& name) {
     auto* dialog = qobject_cast<QDialog*>(form->Window.data());
     if (dialog && form->Modal) return dialog->done(QDialog::Accepted);
     form->Window->hide();
-    if (name == "Analmenu" || name == "Charts") return; // these two live as long as the program
+    if (name == AnalmenuName || name == ChartsName) return; // these two live as long as the program
     form->Window->deleteLater();
     form->Window = nullptr;
 }

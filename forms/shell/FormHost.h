@@ -3,14 +3,16 @@
 
 #include <QWidget>
 
-#include <functional>
 #include <string>
 
 namespace Quillon {
 
-// Registers how the window of a form is made. It is made anew at each showing and thrown away when it is
-// hidden; its record holds everything that lasts.
-void RegisterForm(const std::string& name, std::function<QWidget*(QWidget* parent)> make);
+// Registers how the window of a form is made, before the program begins: each file of a window has one of
+// these. The window is made anew at each showing and thrown away when it is hidden; its record holds
+// everything that lasts. name is the constant beside that record.
+struct FormWindow {
+    FormWindow(const char* name, QWidget* (*make)(QWidget* parent));
+};
 
 // The seam's three entries. A form of an unknown name is shown as nothing at all, and told on standard error.
 void ShowFormModally(const std::string& name);

@@ -20,7 +20,7 @@ protected:
         Screen.Clear();
     }
     void Accept(std::function<void()> during) {
-        Outside.ExpectModal("LegendOptsForm", [during] {
+        Outside.ExpectModal(LegendOptsFormName, [during] {
             during();
             LegendOptsOkButton();
             EXPECT_FALSE(LegendOptsForm.State.Shown);
@@ -171,7 +171,7 @@ TEST_F(LegendOptsTest, AFontThatTheListDoesNotHaveStays) {
 
 TEST_F(LegendOptsTest, CancelLeavesTheGraph) {
     const GraphSpec before = Chart.Spec;
-    Outside.ExpectModal("LegendOptsForm", [this] {
+    Outside.ExpectModal(LegendOptsFormName, [this] {
         Form.txtLegendText.Text = "other";
         LegendOptsTextChanged();
         LegendOptsColorClick(4);

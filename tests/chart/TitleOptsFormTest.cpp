@@ -16,7 +16,7 @@ protected:
     }
     // Opens the form, does something on it and presses OK.
     void Accept(std::function<void()> during) {
-        Outside.ExpectModal("TitleOptsForm", [during] {
+        Outside.ExpectModal(TitleOptsFormName, [during] {
             during();
             TitleOptsOkButton();
             EXPECT_FALSE(TitleOptsForm.State.Shown);
@@ -108,7 +108,7 @@ TEST_F(TitleOptsTest, OkBringsEverythingIntoTheGraph) {
 TEST_F(TitleOptsTest, CancelLeavesTheGraph) {
     const GraphSpec before = Chart.Spec;
     Screen.Clear();
-    Outside.ExpectModal("TitleOptsForm", [] {
+    Outside.ExpectModal(TitleOptsFormName, [] {
         TitleOptsForm.TitleInput.Text = "New";
         TitleOptsColorClick(TitleLine::Sub, 4);
         EXPECT_EQ(TitleOptsTextKeyPress(TitleLine::Main, 27), 27);

@@ -1,5 +1,6 @@
 // The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
 #include "commands/Analmenu.h"
+#include "models/ModelForm.h"
 
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
@@ -268,12 +269,12 @@ TEST_F(MainWindow, DisabledItemsDoNothing) {
 TEST_F(MainWindow, AcceptedTableEndsTheFitAndACancelledOneDoesNot) {
     Work.FitDone = Work.FitValid = FlagTrue;
     Work.NewData = FlagTrue;
-    script.ExpectModal("FileForm", [] { FileFormCancelButton(); });
+    script.ExpectModal(FileFormName, [] { FileFormCancelButton(); });
     RunMainCommand("ReadData");
     EXPECT_EQ(Work.FitDone, FlagTrue);
     EXPECT_EQ(Work.NewData, 0);
     EXPECT_EQ(Work.AbortFit, 0);
-    script.ExpectModal("FileForm", [] {
+    script.ExpectModal(FileFormName, [] {
         Work.AbortFit = 2;
         Work.NewData = 1;
         FileForm.State.Shown = false;
@@ -287,7 +288,7 @@ TEST_F(MainWindow, AcceptedTableEndsTheFitAndACancelledOneDoesNot) {
 
 TEST_F(MainWindow, CancelledModelDialogLeavesTheFit) {
     Work.FitDone = FlagTrue;
-    script.ExpectModal("ModelForm", [] { Work.AbortFit = FlagTrue; });
+    script.ExpectModal(ModelFormName, [] { Work.AbortFit = FlagTrue; });
     RunMainCommand("DoModelSet");
     EXPECT_EQ(Work.FitDone, FlagTrue);
     EXPECT_EQ(Work.AbortFit, 0);

@@ -1,5 +1,7 @@
 // The fit command: what it repairs, asks and resets between model, options, parameters and the iteration.
 #include "commands/FitCommand.h"
+#include "fit/GetGuess.h"
+#include "reporting/Results.h"
 
 #include "fit/FreeMap.h"
 #include "models/Catalogue.h"
@@ -58,7 +60,7 @@ void AcceptWithCommonHeld() {
 // Runs the command up to a cancelled guesses dialog and gives what the dialog found.
 Workspace RunToDialog(Script& script) {
     Workspace seen;
-    script.ExpectModal("GetGuess", [&] {
+    script.ExpectModal(GetGuessName, [&] {
         seen = Work;
         CancelDialog();
     });
@@ -70,8 +72,8 @@ Workspace RunToDialog(Script& script) {
 TEST(FitCommand, SecondFitOfTheSameAsksNothing) {
     Script script;
     Load("Model02");
-    script.ExpectModal("GetGuess", Accept);
-    script.ExpectModal("Results", [] { EXPECT_EQ(Work.FitDone, FlagTrue); });
+    script.ExpectModal(GetGuessName, Accept);
+    script.ExpectModal(ResultsName, [] { EXPECT_EQ(Work.FitDone, FlagTrue); });
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, FlagTrue);
     EXPECT_EQ(Work.NewData, 0);
@@ -148,7 +150,7 @@ TEST(FitCommand, ACancelledDialogLeavesEverything) {
     Script script;
     Load("Model02");
     const auto before = Work.Parms;
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         Work.Parms[0] = 7.0F;
         Work.ConvergenceLimit = 1.0F;
         CancelDialog();
@@ -256,7 +258,7 @@ TEST(FitCommand, AlteredConstantsAskForGuesses) {
             Script script;
             Load((model < 10 ? "Model0" : "Model") + std::to_string(model));
             Work.MaxIterations = 1;
-            script.ExpectModal("GetGuess", [slot] {
+            script.ExpectModal(GetGuessName, [slot] {
                 AcceptWithCommonHeld();
                 Work.Parms[slot] = Work.Parms[slot] * 1.2F + 0.2F;
             });
@@ -272,7 +274,7 @@ TEST(FitCommand, GuessesForAlteredConstantsLeaveTheOffsets) {
     Load("Model08");
     Work.MaxIterations = 1;
     float guessed = 0.0F;
-    script.ExpectModal("GetGuess", [&] {
+    script.ExpectModal(GetGuessName, [&] {
         Accept();
         Work.Parms[6] += 5.0F;
         guessed = Work.Parms[SlotA(1)];
@@ -314,7 +316,7 @@ void FitWithStoichiometries(const std::string& name, float n, float m) {
     Script script;
     Load(name);
     Work.MaxIterations = 1;
-    script.ExpectModal("GetGuess", [&] {
+    script.ExpectModal(GetGuessName, [&] {
         Accept();
         Work.Parms[1] = n;
         Work.Parms[3] = m;
@@ -358,11 +360,11 @@ TEST(FitCommand, SharedConstantsAreCopiedAfterEveryFit) {
         Load("Model18");
         Work.MaxIterations = ToInt16(iterations);
         Work.Parms[2] = -5.0F;
-        script.ExpectModal("GetGuess", Accept);
+        script.ExpectModal(GetGuessName, Accept);
         if (iterations == 1)
             script.ExpectMessage("Convergence failed after 1 iterations");
         else
-            script.ExpectModal("Results", [] {});
+            script.ExpectModal(ResultsName, [] {});
         FitDataCommand();
         EXPECT_EQ(Work.FitDone, iterations == 1 ? 0 : FlagTrue);
         EXPECT_EQ(Work.Parms[2], Work.Parms[4]);
@@ -370,7 +372,7 @@ TEST(FitCommand, SharedConstantsAreCopiedAfterEveryFit) {
     Script script;
     Load("Model21");
     Work.MaxIterations = 1;
-    script.ExpectModal("GetGuess", Accept);
+    script.ExpectModal(GetGuessName, Accept);
     script.AnswerAllMessages(BoxAnswer::Ok);
     FitDataCommand();
     EXPECT_EQ(Work.Parms[7], Work.Parms[6]);
@@ -380,8 +382,8 @@ TEST(FitCommand, SharedConstantsAreCopiedThoughTheResultsCannotBeShown) {
     Script script;
     Load("Model18");
     Work.Parms[2] = -5.0F;
-    script.ExpectModal("GetGuess", Accept);
-    script.ExpectModal("Results", [] { RaiseError(ErrorText::Overflow); });
+    script.ExpectModal(GetGuessName, Accept);
+    script.ExpectModal(ResultsName, [] { RaiseError(ErrorText::Overflow); });
     script.ExpectMessage("Error 'Overflow' occurred in the fit command.");
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, FlagTrue);
@@ -395,7 +397,7 @@ TEST(FitCommand, AFailedFitLeavesNoFitBehind) {
     Work.FitDone = Work.FitValid = FlagTrue;
     Work.MaxIterations = 1;
     Work.NonIdeal = FlagFalse;
-    script.ExpectModal("GetGuess", Accept);
+    script.ExpectModal(GetGuessName, Accept);
     script.ExpectMessage("Convergence failed after 1 iterations");
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, 0);
@@ -406,7 +408,7 @@ TEST(FitCommand, AFailedFitLeavesNoFitBehind) {
 TEST(FitCommand, ACancelledFitLeavesTheFlagToTheCaller) {
     Script script;
     Load("Model02");
-    script.ExpectModal("GetGuess", Accept);
+    script.ExpectModal(GetGuessName, Accept);
     script.DuringEvents = [] { Work.AbortFit = FlagTrue; };
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, 0);

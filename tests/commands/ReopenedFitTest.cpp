@@ -6,6 +6,7 @@
 #include "commands/FitCommand.h"
 #include "commands/StartUp.h"
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/PickSet.h"
 #include "graphs/ResidualGraphs.h"
@@ -71,8 +72,8 @@ class ReopenedFits : public testing::TestWithParam<const char*> {
 protected:
     ReopenedFits() {
         Host.ShowModal = [](const std::string& form) {
-            if (form == "GetGuess") AssignFreePositions(FitChoices());
-            if (form == "PickSet") {
+            if (form == GetGuessName) AssignFreePositions(FitChoices());
+            if (form == PickSetName) {
                 PickSetRow(2);
                 PickSetOkButton();
             }
@@ -170,7 +171,7 @@ TEST_P(ReopenedFits, KeepTheirConstantsWhateverTheSessionFittedBefore) {
         RunRecentFile(1);
         int dialogs = 0;
         Host.ShowModal = [&](const std::string& form) {
-            if (form != "GetGuess") return;
+            if (form != GetGuessName) return;
             ++dialogs;
             Work.AbortFit = FlagTrue; // Cancel
         };

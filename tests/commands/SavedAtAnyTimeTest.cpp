@@ -5,6 +5,7 @@
 #include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "models/BaseForm.h"
 #include "models/Catalogue.h"
 #include "models/ConcForm.h"
@@ -81,14 +82,14 @@ protected:
 
     // --- the forms ---------------------------------------------------------------------------------------
     void Play(const std::string& form) {
-        if (form == "Charts") return ChartKey(Chance(4) ? 27 : 13, 0);
-        if (form == "FileForm") return PlayTable();
-        if (form == "GetGuess") return PlayGuesses();
-        if (form == "ModelForm") return PlayModel();
-        if (form == "UnitsForm") return PlayUnits();
-        if (form == "ConcForm") return PlayConcentrations();
-        if (form == "BaseForm") return PlayOffsets();
-        if (form == "BoundsForm") return Chance(2) ? BoundsFormOkButton() : BoundsFormCancelButton();
+        if (form == ChartsName) return ChartKey(Chance(4) ? 27 : 13, 0);
+        if (form == FileFormName) return PlayTable();
+        if (form == GetGuessName) return PlayGuesses();
+        if (form == ModelFormName) return PlayModel();
+        if (form == UnitsFormName) return PlayUnits();
+        if (form == ConcFormName) return PlayConcentrations();
+        if (form == BaseFormName) return PlayOffsets();
+        if (form == BoundsFormName) return Chance(2) ? BoundsFormOkButton() : BoundsFormCancelButton();
     }
     void PlayTable() {
         if (Calm) {

@@ -1,5 +1,6 @@
 // The command Simulate: beside the data and in their place, with and without noise, cancelled and failed.
 #include "commands/SimulateCommand.h"
+#include "fit/GetGuess.h"
 
 #include "chart/CHART.h"
 #include "models/SEDEQ3.h"
@@ -47,7 +48,7 @@ protected:
         Outside.ExpectMessage(OverwriteAsk, overwrite ? BoxAnswer::Yes : BoxAnswer::No);
         Outside.ExpectMessage(NoiseAsk, noise ? BoxAnswer::Yes : BoxAnswer::No);
         if (noise) Outside.ExpectInput(LevelAsk, noise);
-        Outside.ExpectModal("GetGuess", std::move(dialog));
+        Outside.ExpectModal(GetGuessName, std::move(dialog));
     }
     static OneBased<float> Function() {
         OneBased<float> values(Work.NumPts);
@@ -185,7 +186,7 @@ TEST_F(Simulate, CancelledNoiseIsNone) {
     Outside.ExpectMessage(OverwriteAsk, BoxAnswer::No);
     Outside.ExpectMessage(NoiseAsk, BoxAnswer::Yes);
     Outside.ExpectInputCancelled(LevelAsk);
-    Outside.ExpectModal("GetGuess", [] {});
+    Outside.ExpectModal(GetGuessName, [] {});
     SimulateCommand();
     EXPECT_EQ(Work.PtFit, Function());
     EXPECT_EQ(Outside.Beeps, 0);

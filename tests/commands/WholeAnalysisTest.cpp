@@ -61,7 +61,7 @@ struct WholeAnalysis : testing::Test {
             script.MakeFile("00020.RA1", MonomerDimerScan(10000, 0.25, 0.004)),
             script.MakeFile("00033.RA1", MonomerDimerScan(14000, 0.30, -0.002)),
             script.MakeFile("00044.RA1", MonomerDimerScan(17500, 0.35, 0.001))};
-        script.ExpectModal("FileForm", [this, paths] {
+        script.ExpectModal(FileFormName, [this, paths] {
             for (int line = 0; line < 3; ++line) {
                 FileFormCheckFocus(line);
                 script.ExpectFile("Quillon - Read Data File", paths[static_cast<std::size_t>(line)]);
@@ -69,7 +69,7 @@ struct WholeAnalysis : testing::Test {
                     FileFormTimer1(); // a fresh workspace opens in the file dialog
                 else
                     FileFormNewFileButton();
-                script.ExpectModal("Charts", [] { ChartKey(13, 0); });
+                script.ExpectModal(ChartsName, [] { ChartKey(13, 0); });
                 FileFormKey(line, 'a');
                 EXPECT_EQ(FileForm.ChannelBox[static_cast<std::size_t>(line)].Text, "A");
             }
@@ -79,12 +79,12 @@ struct WholeAnalysis : testing::Test {
     }
 
     void ChooseModelAndUnits() {
-        script.ExpectModal("ModelForm", [] {
+        script.ExpectModal(ModelFormName, [] {
             ModelFormRowClick(2);
             ModelFormOkButton();
         });
         RunMainCommand("DoModelSet");
-        script.ExpectModal("UnitsForm", [] {
+        script.ExpectModal(UnitsFormName, [] {
             UnitsFormMassClick(2);
             UnitsFormOkButton();
         });
@@ -117,7 +117,7 @@ TEST_F(WholeAnalysis, FindsMassAndConstantOfMonomerAndDimer) {
 
     RunMainCommand("FitPause"); // the iteration starts by itself
     ExpectGuessQuestions();
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         ASSERT_EQ(GetGuess.GuessRows[0], 0);
         for (std::size_t row = 0; row < GetGuess.GuessRows.size(); ++row) {
             const std::int16_t slot = GetGuess.GuessRows[row];
@@ -126,7 +126,7 @@ TEST_F(WholeAnalysis, FindsMassAndConstantOfMonomerAndDimer) {
         }
         GetGuessOkButton();
     });
-    script.ExpectModal("Results", [] { ResultsOkButton(); });
+    script.ExpectModal(ResultsName, [] { ResultsOkButton(); });
     RunMainCommand("FitData");
 
     EXPECT_EQ(Work.FitDone, FlagTrue);
@@ -148,7 +148,7 @@ TEST_F(WholeAnalysis, FindsMassAndConstantOfMonomerAndDimer) {
 TEST_F(WholeAnalysis, OpeningTheTableAgainEndsTheFitOnlyWhenItIsAccepted) {
     ChooseScans();
     Work.FitDone = Work.FitValid = FlagTrue;
-    script.ExpectModal("FileForm", [] {
+    script.ExpectModal(FileFormName, [] {
         EXPECT_FALSE(FileForm.Timer1);
         EXPECT_EQ(FileForm.NameBox[2].Text, "00044.RA1");
         EXPECT_EQ(FileForm.ChannelBox[2].Text, "A");
@@ -156,7 +156,7 @@ TEST_F(WholeAnalysis, OpeningTheTableAgainEndsTheFitOnlyWhenItIsAccepted) {
     });
     RunMainCommand("ReadData");
     EXPECT_EQ(Work.FitDone, FlagTrue);
-    script.ExpectModal("FileForm", [] { FileFormOkButton(); });
+    script.ExpectModal(FileFormName, [] { FileFormOkButton(); });
     RunMainCommand("ReadData");
     EXPECT_EQ(Work.FitDone, 0);
     EXPECT_FALSE(MainItem("GraphOverlay").Enabled);

@@ -49,7 +49,7 @@ TEST_F(BoundsTable, ShowsEveryParameter) {
 
 TEST_F(BoundsTable, TakesCrossedBoundsAndKeepsUnalteredOnes) {
     Work.Bounds[0][0] = 0.12345F;
-    script.ExpectModal("BoundsForm", [] {
+    script.ExpectModal(BoundsFormName, [] {
         Enters(BoundSide::Lower, 0, "");
         Enters(BoundSide::Lower, 1, "40");
         BoundsFormOkButton();
@@ -62,7 +62,7 @@ TEST_F(BoundsTable, TakesCrossedBoundsAndKeepsUnalteredOnes) {
 }
 
 TEST_F(BoundsTable, CancelBringsAllBoundsBack) {
-    script.ExpectModal("BoundsForm", [] {
+    script.ExpectModal(BoundsFormName, [] {
         Enters(BoundSide::Upper, 3, "5");
         EXPECT_EQ(Work.Bounds[1][3], 5.0F);
         BoundsFormCancelButton();
@@ -73,7 +73,7 @@ TEST_F(BoundsTable, CancelBringsAllBoundsBack) {
 }
 
 TEST_F(BoundsTable, AFieldLeftByTheCancelledFormIsNoUndo) {
-    script.ExpectModal("BoundsForm", [] {
+    script.ExpectModal(BoundsFormName, [] {
         Enters(BoundSide::Upper, 3, "5");
         BoundsFormGotFocus(BoundSide::Lower, 2);
         BoundsFormCancelButton();

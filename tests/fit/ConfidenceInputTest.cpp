@@ -24,7 +24,7 @@ struct LevelForm : testing::Test {
 
 TEST_F(LevelForm, ShowsAndStoresTheLevel) {
     Work.LimitsDone = FlagTrue;
-    script.ExpectModal("ConfidenceInput", [] {
+    script.ExpectModal(ConfidenceInputName, [] {
         EXPECT_EQ(ConfidenceInput.State.Caption, "Probability for Confidence Intervals");
         EXPECT_EQ(ConfidenceInput.LevelInput.Text, "0.6830");
         ConfidenceInputGotFocus();

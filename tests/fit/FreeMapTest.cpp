@@ -1,5 +1,6 @@
 // From the marks "Fit this parameter?" to the order of the normal matrix; the way into the dialog and back.
 #include "fit/FreeMap.h"
+#include "fit/GetGuess.h"
 #include "fit/GuessesDialog.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
@@ -87,7 +88,7 @@ TEST(GuessesDialog, AnAcceptedOneKeepsWhatItChanged) {
     Script script;
     Fresh();
     Work.Parms[0] = 1.25F;
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         EXPECT_FALSE(GuessesValuesOnly());
         Work.Parms[0] = 2.5F;
         Work.ConvergenceLimit = 0.5F;
@@ -103,7 +104,7 @@ TEST(GuessesDialog, ACancelledOneBringsValuesBackButNotThePrecision) {
     Script script;
     Fresh();
     Work.Parms[10] = 1.25F;
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         Work.Parms[10] = 2.5F;
         Work.ConvergenceLimit = 0.5F;
         Work.ParmsAccuracy = 0.05F;
@@ -119,7 +120,7 @@ TEST(GuessesDialog, ACancelledOneBringsValuesBackButNotThePrecision) {
 TEST(GuessesDialog, ValuesOnlyIsKnownWhileItShows) {
     Script script;
     Fresh();
-    script.ExpectModal("GetGuess", [] { EXPECT_TRUE(GuessesValuesOnly()); });
+    script.ExpectModal(GetGuessName, [] { EXPECT_TRUE(GuessesValuesOnly()); });
     GuessesDialog(true);
     EXPECT_FALSE(GuessesValuesOnly());
 }

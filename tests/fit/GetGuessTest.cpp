@@ -78,7 +78,7 @@ TEST_F(GuessForm, ListsWhatTheModelUses) {
 }
 
 TEST_F(GuessForm, ReducedFormEditsValuesOnly) {
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         EXPECT_FALSE(GetGuess.FitCheck[0].Enabled);
         EXPECT_FALSE(GetGuess.ConvergenceInput.Visible || GetGuess.AccuracyInput.Visible ||
                      GetGuess.ConvergenceLabel.Visible || GetGuess.AccuracyLabel.Visible);
@@ -211,7 +211,7 @@ TEST_F(GuessForm, OkRefusesAFitOfNothing) {
 }
 
 TEST_F(GuessForm, CancelBringsValuesAndLimitBackButNotThePrecision) {
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         Enters(0, "7");
         GetGuess.ConvergenceInput.Text = "0.5";
         GetGuessConvergenceLostFocus();
@@ -227,7 +227,7 @@ TEST_F(GuessForm, CancelBringsValuesAndLimitBackButNotThePrecision) {
 }
 
 TEST_F(GuessForm, AFieldLeftByTheCancelledFormIsNoUndo) {
-    script.ExpectModal("GetGuess", [] {
+    script.ExpectModal(GetGuessName, [] {
         GetGuessGotFocus(0);
         GetGuess.Guess[0].Text = "7";
         GetGuess.ConvergenceInput.Text = "0.5";

@@ -30,13 +30,13 @@ struct ChartDialogs : testing::Test {
         player.ClickMenu("GraphOverlay");
     }
     static QWidget* Canvas() {
-        for (QWidget* w : Player::Window("Charts")->findChildren<QWidget*>())
+        for (QWidget* w : Player::Window(ChartsName)->findChildren<QWidget*>())
             if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) return w;
         return nullptr;
     }
     // Runs an item of the chart window's menus.
     static void Run(const MenuItem& item) {
-        for (QAction* action : Player::Window("Charts")->findChildren<QAction*>())
+        for (QAction* action : Player::Window(ChartsName)->findChildren<QAction*>())
             if (action->text().toStdString() == item.Text && action->isEnabled()) return action->trigger();
         ADD_FAILURE() << "no item " << item.Text;
     }
@@ -59,7 +59,7 @@ TEST_F(ChartDialogs, TitlesAreTakenByOkAlone) {
     for (const Way way : AllWays) {
         Chart.Spec.Title1.Text = "before";
         Chart.Spec.Title2.Justify = 1;
-        player.Expect("TitleOptsForm", [&] {
+        player.Expect(TitleOptsFormName, [&] {
             EXPECT_EQ(QApplication::focusWidget(), Player::Widget(TitleOptsForm.TitleInput));
             Player::Type("A headline"); // in place of what is selected
             EXPECT_EQ(TitleOptsForm.Preview.Text, "A headline");
@@ -69,7 +69,7 @@ TEST_F(ChartDialogs, TitlesAreTakenByOkAlone) {
             place->setFocus();
             Player::Press(Qt::Key_Down);
             EXPECT_EQ(TitleOptsForm.SubAlignment.Value, 2);
-            Leave("TitleOptsForm", way, TitleOptsForm.OkButton, TitleOptsForm.CancelButton);
+            Leave(TitleOptsFormName, way, TitleOptsForm.OkButton, TitleOptsForm.CancelButton);
         });
         Run(Charts.mnuEditTitles);
         EXPECT_EQ(Chart.Spec.Title1.Text.Str(), way == Way::Ok ? "A headline" : "before");
@@ -80,7 +80,7 @@ TEST_F(ChartDialogs, TitlesAreTakenByOkAlone) {
 
 TEST_F(ChartDialogs, ASizeOutsideIsToldOnceAndCancelAsksNothing) {
     const float before = Chart.Spec.Title1.Size;
-    player.Expect("TitleOptsForm", [&] {
+    player.Expect(TitleOptsFormName, [&] {
         Enter(TitleOptsForm.TitleSizeInput, "2");
         player.ExpectMessage("Input must be between 0 and 1");
         Player::Click(TitleOptsForm.OkButton);
@@ -98,7 +98,7 @@ TEST_F(ChartDialogs, TheLegendIsTakenByOkAlone) {
         Chart.SetNames[2] = "second";
         Chart.Spec.Legend.Where = LegendPlaces::Below;
         Chart.Spec.Legend.TextColor = 0;
-        player.Expect("LegendOptsForm", [&] {
+        player.Expect(LegendOptsFormName, [&] {
             Player::Press(Qt::Key_Down); // the list has the focus
             EXPECT_EQ(LegendOptsForm.txtLegendText.Text, "second");
             Enter(LegendOptsForm.txtLegendText, "other");
@@ -106,7 +106,7 @@ TEST_F(ChartDialogs, TheLegendIsTakenByOkAlone) {
             Player::Click(LegendOptsForm.optRight);
             Player::Click(LegendOptsForm.optMatch);
             EXPECT_FALSE(Player::Widget(LegendOptsForm.Color)->isEnabled());
-            Leave("LegendOptsForm", way, LegendOptsForm.OkButton, LegendOptsForm.CancelButton);
+            Leave(LegendOptsFormName, way, LegendOptsForm.OkButton, LegendOptsForm.CancelButton);
         });
         Run(Charts.mnuEditLegend);
         EXPECT_EQ(Chart.SetNames[2], way == Way::Ok ? "other" : "second");
@@ -124,11 +124,11 @@ TEST_F(ChartDialogs, EscDropsARubberBand) {
     EXPECT_FALSE(Charts.Zooming);
     QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, {frame.X2 - 40, frame.Y2 - 40});
     EXPECT_EQ(Chart.Spec.AxisX1.Max, before);
-    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+    EXPECT_TRUE(Player::Window(ChartsName)->isVisible());
 }
 
 TEST_F(ChartDialogs, ALongStatusLineDoesNotWidenTheWindow) {
-    QWidget* window = Player::Window("Charts");
+    QWidget* window = Player::Window(ChartsName);
     window->resize(340, 320);
     Player::Serve();
     const int width = window->width();
@@ -143,9 +143,9 @@ TEST_F(ChartDialogs, ALongStatusLineDoesNotWidenTheWindow) {
 }
 
 TEST_F(ChartDialogs, TheArrowKeysMoveAMarkerOfTheRangeGraph) {
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         const auto before = Work.FitRange[0][1];
-        player.Expect("Charts", [] {
+        player.Expect(ChartsName, [] {
             const int place = Charts.Markers[0].Device;
             for (int i = 0; i < 5; ++i)
                 QTest::keyClick(Canvas(), Qt::Key_Right, Qt::ControlModifier);
@@ -157,7 +157,7 @@ TEST_F(ChartDialogs, TheArrowKeysMoveAMarkerOfTheRangeGraph) {
         });
         Player::Click(FileForm.MinRBox[0]);
         EXPECT_GT(Work.FitRange[0][1], before);
-        player.Expect("Charts", [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
+        player.Expect(ChartsName, [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
         Player::Click(FileForm.MaxRBox[0]);
         Player::Click(FileForm.OkButton);
     });

@@ -77,10 +77,10 @@ struct FormsAtTheWindows : testing::Test {
 TEST_F(FormsAtTheWindows, TheConfidenceLevelIsTakenByOkAlone) {
     for (const Way way : AllWays) {
         Work.ConfidenceLevel = 0.5F;
-        player.Expect("ConfidenceInput", [&] {
+        player.Expect(ConfidenceInputName, [&] {
             EXPECT_TRUE(HasFocus(ConfidenceInput.LevelInput));
             Enter(ConfidenceInput.LevelInput, "0.95");
-            Leave("ConfidenceInput", way, ConfidenceInput.OkButton, ConfidenceInput.CancelButton);
+            Leave(ConfidenceInputName, way, ConfidenceInput.OkButton, ConfidenceInput.CancelButton);
         });
         player.ClickMenu("SetConfidence");
         EXPECT_FLOAT_EQ(Work.ConfidenceLevel, way == Way::Ok ? 0.95F : 0.5F);
@@ -90,7 +90,7 @@ TEST_F(FormsAtTheWindows, TheConfidenceLevelIsTakenByOkAlone) {
 
 TEST_F(FormsAtTheWindows, AProbabilityOutsideIsToldOnceAndCancelAsksNothing) {
     Work.ConfidenceLevel = 0.5F;
-    player.Expect("ConfidenceInput", [&] {
+    player.Expect(ConfidenceInputName, [&] {
         Enter(ConfidenceInput.LevelInput, "2");
         player.ExpectMessage("Input must be between 0 and 1");
         Player::Click(ConfidenceInput.OkButton);
@@ -104,7 +104,7 @@ TEST_F(FormsAtTheWindows, AProbabilityOutsideIsToldOnceAndCancelAsksNothing) {
 }
 
 TEST_F(FormsAtTheWindows, CancelLetGoElsewhereLeavesTheCheckOfTheFieldToBeMade) {
-    player.Expect("ConfidenceInput", [&] {
+    player.Expect(ConfidenceInputName, [&] {
         Enter(ConfidenceInput.LevelInput, "2");
         QWidget* cancel = Player::Widget(ConfidenceInput.CancelButton);
         player.ExpectMessage("Input must be between 0 and 1");
@@ -117,7 +117,7 @@ TEST_F(FormsAtTheWindows, CancelLetGoElsewhereLeavesTheCheckOfTheFieldToBeMade) 
 }
 
 TEST_F(FormsAtTheWindows, EnterInTheFieldIsOk) {
-    player.Expect("ConfidenceInput", [] {
+    player.Expect(ConfidenceInputName, [] {
         Enter(ConfidenceInput.LevelInput, "0.9");
         Player::Press(Qt::Key_Return);
     });
@@ -131,12 +131,12 @@ TEST_F(FormsAtTheWindows, TheModelIsTakenByOkAlone) {
     for (const Way way : AllWays) {
         Work.Model = 2;
         Work.NonIdeal = Work.SeparateK = FlagFalse;
-        player.Expect("ModelForm", [way] {
+        player.Expect(ModelFormName, [way] {
             Player::Click(ModelForm.ModelRow[0]);
             Player::Click(ModelForm.NonIdeal);
             EXPECT_EQ(ModelForm.ModelRow[0].Value, FlagTrue);
             EXPECT_EQ(ModelForm.ModelRow[1].Value, FlagFalse);
-            Leave("ModelForm", way, ModelForm.OkButton, ModelForm.CancelButton);
+            Leave(ModelFormName, way, ModelForm.OkButton, ModelForm.CancelButton);
         });
         player.ClickMenu("DoModelSet");
         EXPECT_EQ(Work.Model, way == Way::Ok ? 1 : 2);
@@ -146,7 +146,7 @@ TEST_F(FormsAtTheWindows, TheModelIsTakenByOkAlone) {
 }
 
 TEST_F(FormsAtTheWindows, ADoubleClickTakesTheModel) {
-    player.Expect("ModelForm", [] {
+    player.Expect(ModelFormName, [] {
         QTest::mouseDClick(Player::Widget(ModelForm.ModelRow[6]), Qt::LeftButton, {}, {8, 8});
         Player::Serve();
     });
@@ -161,11 +161,11 @@ TEST_F(FormsAtTheWindows, UnitsAreTakenByOkAlone) {
         UseSimulatedData();
         Work.MassUnits = 0;
         Work.SolventDensity = 1.0F;
-        player.Expect("UnitsForm", [way] {
+        player.Expect(UnitsFormName, [way] {
             Player::Click(UnitsForm.TrueMass);
             Player::Click(UnitsForm.Molar);
             Enter(UnitsForm.DensityInput[0], "1.01");
-            Leave("UnitsForm", way, UnitsForm.OkButton, UnitsForm.CancelButton);
+            Leave(UnitsFormName, way, UnitsForm.OkButton, UnitsForm.CancelButton);
         });
         player.ClickMenu("DefineUnits");
         EXPECT_EQ(Work.MassUnits, way == Way::Ok ? 2 : 0);
@@ -177,7 +177,7 @@ TEST_F(FormsAtTheWindows, UnitsAreTakenByOkAlone) {
 
 TEST_F(FormsAtTheWindows, ACoefficientOfZeroIsToldOnceAndCancelBringsTheFormerBack) {
     Work.SolventDensity = 1.0F;
-    player.Expect("UnitsForm", [&] {
+    player.Expect(UnitsFormName, [&] {
         Enter(UnitsForm.DensityInput[0], "0");
         player.ExpectMessage("You must enter a positive, non-zero value for solvent density");
         Player::Click(UnitsForm.VBarInput[0]);
@@ -203,11 +203,11 @@ struct GuessesAtTheWindow : FormsAtTheWindows {
 TEST_F(GuessesAtTheWindow, CancelEscAndTheCloseButtonBringTheParametersBack) {
     const float before = Work.Parms[0];
     for (const Way way : {Way::Cancel, Way::Esc, Way::CloseButton}) {
-        player.Expect("GetGuess", [&] {
+        player.Expect(GetGuessName, [&] {
             Enter(GetGuess.Guess[0], "1.5");
             Player::Press(Qt::Key_Tab);
             EXPECT_FLOAT_EQ(Work.Parms[0], 1.5F);
-            Leave("GetGuess", way, GetGuess.OkButton, GetGuess.CancelButton);
+            Leave(GetGuessName, way, GetGuess.OkButton, GetGuess.CancelButton);
         });
         player.ClickMenu("FitData");
         EXPECT_EQ(Work.Parms[0], before);
@@ -217,7 +217,7 @@ TEST_F(GuessesAtTheWindow, CancelEscAndTheCloseButtonBringTheParametersBack) {
 }
 
 TEST_F(GuessesAtTheWindow, EscInAFieldBringsItsValueBackAtOnce) {
-    player.Expect("GetGuess", [&] {
+    player.Expect(GetGuessName, [&] {
         const std::string before = GetGuess.Guess[0].Text;
         Enter(GetGuess.Guess[0], "1.5");
         Player::Press(Qt::Key_Escape);
@@ -233,7 +233,7 @@ TEST_F(GuessesAtTheWindow, EscInAFieldBringsItsValueBackAtOnce) {
 }
 
 TEST_F(GuessesAtTheWindow, AValueBeyondItsBoundIsAskedAboutAndThenGoesBack) {
-    player.Expect("GetGuess", [&] {
+    player.Expect(GetGuessName, [&] {
         const std::string before = GetGuess.Guess[0].Text;
         Enter(GetGuess.Guess[0], "31");
         player.ExpectMessage("The value of " + Work.ParmName[0] + " is above the current upper bound of " +
@@ -250,7 +250,7 @@ TEST_F(GuessesAtTheWindow, AValueBeyondItsBoundIsAskedAboutAndThenGoesBack) {
 }
 
 TEST_F(GuessesAtTheWindow, OkWithNothingToFitStays) {
-    player.Expect("GetGuess", [&] {
+    player.Expect(GetGuessName, [&] {
         for (Control& mark : GetGuess.FitCheck)
             if (mark.Enabled && mark.Value == 1) Player::Click(mark);
         player.ExpectMessage("There is nothing to do!  You must fit at least one parameter");
@@ -262,7 +262,7 @@ TEST_F(GuessesAtTheWindow, OkWithNothingToFitStays) {
 }
 
 TEST_F(GuessesAtTheWindow, TabAndEnterGoThroughTheFieldsToOk) {
-    player.Expect("GetGuess", [&] {
+    player.Expect(GetGuessName, [&] {
         EXPECT_TRUE(HasFocus(GetGuess.Guess[0]));
         const std::size_t rows = GetGuess.Guess.size();
         for (std::size_t row = 1; row < rows; ++row) {
@@ -282,9 +282,9 @@ TEST_F(FormsAtTheWindows, BoundsAreTakenByOkAlone) {
     Work.MassUnits = 0;
     for (const Way way : AllWays) {
         Work.Bounds[0][1] = 0.5F;
-        player.Expect("BoundsForm", [way] {
+        player.Expect(BoundsFormName, [way] {
             Enter(BoundsForm.LowerB[1], "0.75");
-            Leave("BoundsForm", way, BoundsForm.OkButton, BoundsForm.CancelButton);
+            Leave(BoundsFormName, way, BoundsForm.OkButton, BoundsForm.CancelButton);
         });
         player.ClickMenu("AlterBounds");
         EXPECT_FLOAT_EQ(Work.Bounds[0][1], way == Way::Ok ? 0.75F : 0.5F);
@@ -297,9 +297,9 @@ TEST_F(FormsAtTheWindows, BoundsAreTakenByOkAlone) {
 TEST_F(FormsAtTheWindows, ConcentrationConstraintsAreTakenByOkAndByTheCloseButton) {
     for (const Way way : {Way::Ok, Way::CloseButton}) {
         UseSimulatedData();
-        player.Expect("ConcForm", [way] {
+        player.Expect(ConcFormName, [way] {
             Enter(ConcFormBox(ConcInput::ConcA, 1), "0.3");
-            Leave("ConcForm", way, ConcForm.OkButton, ConcForm.CancelButton);
+            Leave(ConcFormName, way, ConcForm.OkButton, ConcForm.CancelButton);
         });
         player.ClickMenu("SetConcConstraint");
         EXPECT_FLOAT_EQ(Work.ConcConstraintA[1], 0.3F);
@@ -309,7 +309,7 @@ TEST_F(FormsAtTheWindows, ConcentrationConstraintsAreTakenByOkAndByTheCloseButto
 }
 
 TEST_F(FormsAtTheWindows, CancelTakesConcentrationConstraintsBackAndTheFormStays) {
-    player.Expect("ConcForm", [] {
+    player.Expect(ConcFormName, [] {
         Enter(ConcFormBox(ConcInput::ConcA, 1), "0.3");
         Player::Click(ConcForm.CancelButton);
         EXPECT_TRUE(ConcForm.State.Shown);
@@ -321,17 +321,17 @@ TEST_F(FormsAtTheWindows, CancelTakesConcentrationConstraintsBackAndTheFormStays
 }
 
 TEST_F(FormsAtTheWindows, OffsetsAreTiedByOkAndFreedByCancel) {
-    player.Expect("BaseForm", [] {
+    player.Expect(BaseFormName, [] {
         Enter(BaseForm.LinkNum[1], "1");
         Player::Click(BaseForm.OkButton);
     });
     player.ClickMenu("SetBaseConstraint");
     EXPECT_EQ(Work.OffsetLink[Work.SetRow[2]], 1);
     EXPECT_NE(Work.ConstraintFlags & OffsetBit, 0);
-    player.Expect("BaseForm", [] {
+    player.Expect(BaseFormName, [] {
         Player::Click(BaseForm.CancelButton);
         EXPECT_TRUE(BaseForm.State.Shown);
-        Player::Window("BaseForm")->close();
+        Player::Window(BaseFormName)->close();
         Player::Serve();
     });
     player.ClickMenu("SetBaseConstraint");
@@ -356,17 +356,17 @@ void ExpectAllRowsWithin(QWidget* window, const RowLayout& layout, const std::ve
 
 TEST_F(FormsAtTheWindows, RowsOfEighteenSetsStandOnTheScreen) {
     UseAllSets();
-    player.Expect("BoundsForm", [] {
+    player.Expect(BoundsFormName, [] {
         EXPECT_EQ(BoundsForm.Layout.Rows, 62);
-        ExpectAllRowsWithin(Player::Window("BoundsForm"), BoundsForm.Layout, BoundsForm.ParameterName,
+        ExpectAllRowsWithin(Player::Window(BoundsFormName), BoundsForm.Layout, BoundsForm.ParameterName,
                             BoundsForm.Page2);
         Player::Click(BoundsForm.CancelButton);
     });
     player.ClickMenu("AlterBounds");
     Work.LastModel = Work.Model;
     Work.NewData = 0;
-    player.Expect("GetGuess", [] {
-        ExpectAllRowsWithin(Player::Window("GetGuess"), GetGuess.Layout, GetGuess.ParameterName,
+    player.Expect(GetGuessName, [] {
+        ExpectAllRowsWithin(Player::Window(GetGuessName), GetGuess.Layout, GetGuess.ParameterName,
                             GetGuess.Page2);
         Player::Click(GetGuess.CancelButton);
     });
@@ -383,13 +383,13 @@ TEST_F(FormsAtTheWindows, AFailureOfAHandlerIsToldAndTheProgramGoesOn) {
     player.ExpectMessage("This command failed: in an unforeseen way");
     RunHandler([] { throw std::runtime_error("in an unforeseen way"); });
     EXPECT_FALSE(HandlerAtWork());
-    player.Expect("ModelForm", [] { Player::Press(Qt::Key_Escape); });
+    player.Expect(ModelFormName, [] { Player::Press(Qt::Key_Escape); });
     player.ClickMenu("DoModelSet");
 }
 
 TEST_F(FormsAtTheWindows, NoSecondCommandStartsWithinOneThatIsAtWork) {
-    player.Expect("ModelForm", [&] {
-        Player::Window("Analmenu")->findChild<QAction*>("DefineUnits")->trigger(); // opens nothing
+    player.Expect(ModelFormName, [&] {
+        Player::Window(AnalmenuName)->findChild<QAction*>("DefineUnits")->trigger(); // opens nothing
         Player::Press(Qt::Key_Escape);
     });
     player.ClickMenu("DoModelSet");
@@ -422,7 +422,7 @@ TEST_F(FormsAtTheWindows, NoHandlerRunsBetweenAnAnswerAndWhatWaitedForIt) {
 TEST_F(FormsAtTheWindows, TheCalculatorCountsWhileOneTypesAndAltersNothing) {
     const float before = Work.Parms[0];
     for (const Way way : {Way::Ok, Way::Esc, Way::CloseButton}) {
-        player.Expect("SigmaCalcForm", [way] {
+        player.Expect(SigmaCalcFormName, [way] {
             Enter(SigmaCalcForm.MWInput, "50");
             Enter(SigmaCalcForm.VBarInput, "0.73");
             Enter(SigmaCalcForm.DensityInput, "1");
@@ -432,7 +432,7 @@ TEST_F(FormsAtTheWindows, TheCalculatorCountsWhileOneTypesAndAltersNothing) {
             const double omega = 1000 * M_PI / 3;
             const double sigma = 50e3 * 0.27 * omega * omega / (83144710.0 * 293.15);
             EXPECT_NEAR(std::stod(SigmaCalcForm.SigmaInput.Text), sigma, 0.0006);
-            Leave("SigmaCalcForm", way, SigmaCalcForm.ExitButton, SigmaCalcForm.ExitButton);
+            Leave(SigmaCalcFormName, way, SigmaCalcForm.ExitButton, SigmaCalcForm.ExitButton);
         });
         player.ClickMenu("mnuSigmaCalculator");
     }
@@ -444,15 +444,15 @@ TEST_F(FormsAtTheWindows, TheSetOfAGraphIsPickedByOkAlone) {
     UseFinishedFit();
     ASSERT_TRUE(MainItem("GraphOverlaySet").Enabled);
     for (const Way way : AllWays) {
-        Player::Window("Charts")->hide();
-        player.Expect("PickSet", [way] {
+        Player::Window(ChartsName)->hide();
+        player.Expect(PickSetName, [way] {
             Player::Widget(PickSetWindow.SetList)->setFocus();
             Player::Press(Qt::Key_Down);
             EXPECT_EQ(PickSetWindow.SetList.Value, 2);
-            Leave("PickSet", way, PickSetWindow.OkButton, PickSetWindow.CancelButton);
+            Leave(PickSetName, way, PickSetWindow.OkButton, PickSetWindow.CancelButton);
         });
         player.ClickMenu("GraphOverlaySet");
-        EXPECT_EQ(Player::Window("Charts")->isVisible(), way == Way::Ok);
+        EXPECT_EQ(Player::Window(ChartsName)->isVisible(), way == Way::Ok);
     }
 }
 
@@ -460,15 +460,15 @@ TEST_F(FormsAtTheWindows, ResultsAndCorrelationsCloseInAnyWay) {
     UseFinishedFit();
     ASSERT_EQ(Work.FitDone, FlagTrue);
     for (const Way way : {Way::Ok, Way::Esc, Way::CloseButton}) {
-        player.Expect("Results", [&] {
-            player.Expect("Correlation",
-                          [way] { Leave("Correlation", way, Correlation.OkButton, Correlation.OkButton); });
+        player.Expect(ResultsName, [&] {
+            player.Expect(CorrelationName,
+                          [way] { Leave(CorrelationName, way, Correlation.OkButton, Correlation.OkButton); });
             Player::Click(Results.ViewCorr);
-            Leave("Results", way, Results.OkButton, Results.OkButton);
+            Leave(ResultsName, way, Results.OkButton, Results.OkButton);
         });
         player.ClickMenu("ReviewFit");
-        player.Expect("Correlation",
-                      [way] { Leave("Correlation", way, Correlation.OkButton, Correlation.OkButton); });
+        player.Expect(CorrelationName,
+                      [way] { Leave(CorrelationName, way, Correlation.OkButton, Correlation.OkButton); });
         player.ClickMenu("Covariance");
     }
     EXPECT_EQ(Work.FitDone, FlagTrue);
@@ -483,8 +483,8 @@ TEST_F(FormsAtTheWindows, TheMatchOfConstraintsClosesInAnyWay) {
     SetMenuStatus();
     RefreshForms();
     for (const Way way : {Way::Ok, Way::Esc, Way::CloseButton}) {
-        player.Expect("ShowConstraintForm", [way] {
-            Leave("ShowConstraintForm", way, ShowConstraintForm.OkButton, ShowConstraintForm.OkButton);
+        player.Expect(ShowConstraintFormName, [way] {
+            Leave(ShowConstraintFormName, way, ShowConstraintForm.OkButton, ShowConstraintForm.OkButton);
         });
         player.ClickMenu("DoShowConstraint");
     }
@@ -492,7 +492,7 @@ TEST_F(FormsAtTheWindows, TheMatchOfConstraintsClosesInAnyWay) {
 
 TEST_F(FormsAtTheWindows, TextOnAColourStandsOutFromIt) {
     UseFinishedFit();
-    player.Expect("Correlation", [] {
+    player.Expect(CorrelationName, [] {
         for (const Control* legend : {&Correlation.HighLegend, &Correlation.VeryHighLegend}) {
             const QPalette palette = Player::Widget(*legend)->palette();
             const auto luminance = [](const QColor& c) {

@@ -71,7 +71,7 @@ TEST_F(LargestFit, IsServedAtLeastEveryYieldIntervalAndCancelledWithinAPass) {
         Player::Click(FitMon.CancelButton);
     });
     click.start();
-    player.Expect("FitMon", [] {});
+    player.Expect(FitMonName, [] {});
     OpenFitMonitor();
     EXPECT_FALSE(RunFit(MonitorProgress()));
     CloseFitMonitor();
@@ -81,7 +81,7 @@ TEST_F(LargestFit, IsServedAtLeastEveryYieldIntervalAndCancelledWithinAPass) {
     const long inAPass = Work.NumPts / Work.YieldInterval;
     EXPECT_GE(served, inAPass); // one whole pass at least has been served
     EXPECT_LE(sinceCancel, inAPass);
-    EXPECT_TRUE(Player::Window("Analmenu")->isVisible());
+    EXPECT_TRUE(Player::Window(AnalmenuName)->isVisible());
     Work.AbortFit = FlagFalse;
 }
 

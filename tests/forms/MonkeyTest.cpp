@@ -5,7 +5,8 @@
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
 #include "commands/Analmenu.h"
 #include "fit/FitMon.h"
-#include "forms/Windows.h"
+#include "fit/WaitForm.h"
+#include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPlatform.h"
 #include "forms/shell/FormHost.h"
@@ -172,14 +173,14 @@ void Monkey::End() {
         return;
     }
     if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-        if (NameOf(dialog) != "FitMon" && NameOf(dialog) != "WaitForm") dialog->done(QDialog::Rejected);
+        if (NameOf(dialog) != FitMonName && NameOf(dialog) != WaitFormName) dialog->done(QDialog::Rejected);
     if (!HandlerAtWork()) QApplication::exit(0);
 }
 
 QWidget* Monkey::Target() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    QWidget* main = OpenForm("Analmenu");
-    QWidget* charts = OpenForm("Charts");
+    QWidget* main = OpenForm(AnalmenuName);
+    QWidget* charts = OpenForm(ChartsName);
     if (charts && charts->isVisible() && Chance(50)) return charts;
     return main && main->isVisible() ? main : nullptr;
 }
@@ -187,7 +188,7 @@ QWidget* Monkey::Target() {
 // Nothing may be left behind by a command that is over.
 void Monkey::CheckIdle() {
     if (HandlerAtWork() || QApplication::activePopupWidget() || QApplication::activeModalWidget()) return;
-    const QWidget* main = OpenForm("Analmenu");
+    const QWidget* main = OpenForm(AnalmenuName);
     ASSERT_TRUE(main && main->isVisible()) << "no window is left";
     EXPECT_EQ(Work.AbortFit, FlagFalse) << "a cancel is left";
     EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "an hourglass is left";
@@ -200,7 +201,7 @@ void Monkey::WatchFor(QWidget* window) {
         StepsInLast = 0;
         Tell("window: " + NameOf(window));
     }
-    if (++StepsInLast < LongestInOneWindow || NameOf(window) == "Analmenu" || NameOf(window) == "Charts")
+    if (++StepsInLast < LongestInOneWindow || NameOf(window) == AnalmenuName || NameOf(window) == ChartsName)
         return;
     ADD_FAILURE() << "there is no way out of " << NameOf(window);
     StepsInLast = 0;
@@ -220,7 +221,7 @@ void Monkey::Step() {
     WatchFor(window);
     if (!window->isActiveWindow()) window->activateWindow();
     if (auto* print = qobject_cast<QPrintDialog*>(window)) return print->reject();
-    if (window == OpenForm("Analmenu") && Chance(60)) return InMainWindow();
+    if (window == OpenForm(AnalmenuName) && Chance(60)) return InMainWindow();
     InWindow(window);
 }
 
@@ -242,7 +243,7 @@ bool IsTedious(const QString& command) {
 
 void Monkey::InMainWindow() {
     if (Chance(10) && !HandlerAtWork()) return ChangeWorkspace();
-    QWidget* main = OpenForm("Analmenu");
+    QWidget* main = OpenForm(AnalmenuName);
     std::vector<QAction*> items;
     for (QAction* action : main->findChildren<QAction*>())
         if (!action->objectName().isEmpty() && action->isEnabled() &&
@@ -280,7 +281,7 @@ void Monkey::InWindow(QWidget* window) {
     if (what < 95) return Drag(window);
     if (what < 97)
         return window->resize(200 + static_cast<int>(Below(1000)), 150 + static_cast<int>(Below(700)));
-    if (what == 97 && window != OpenForm("Analmenu")) {
+    if (what == 97 && window != OpenForm(AnalmenuName)) {
         Tell("close");
         window->close();
         return;

@@ -35,7 +35,7 @@ struct OptionsAndTables : testing::Test {
 // --- options -----------------------------------------------------------------------------------------------
 
 TEST_F(OptionsAndTables, ArrowsChooseAmongTheOptionsOfAFrame) {
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::TabTo(UnitsForm.SigmaUnits);
         Player::Press(Qt::Key_Down);
         EXPECT_EQ(Work.MassUnits, 1);
@@ -51,7 +51,7 @@ TEST_F(OptionsAndTables, ArrowsChooseAmongTheOptionsOfAFrame) {
 }
 
 TEST_F(OptionsAndTables, TabStopsOnceAtAFrame) {
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::TabTo(UnitsForm.SigmaUnits);
         Player::Press(Qt::Key_Tab);
         EXPECT_TRUE(HasFocus(UnitsForm.VBarInput[0]));
@@ -66,7 +66,7 @@ TEST_F(OptionsAndTables, TabStopsOnceAtAFrame) {
 
 TEST_F(OptionsAndTables, AnOptionThatIsClosedIsPassedOver) {
     Work.InterferenceData = FlagFalse; // mg/mL of interference data is closed
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::TabTo(UnitsForm.Per_Fringe);
         Player::Press(Qt::Key_Down);
         EXPECT_EQ(Work.ConcUnits, 5);
@@ -76,8 +76,8 @@ TEST_F(OptionsAndTables, AnOptionThatIsClosedIsPassedOver) {
 }
 
 TEST_F(OptionsAndTables, TheListOfModelsFollowsTheArrowsInASmallWindow) {
-    player.Expect("ModelForm", [] {
-        Player::Window("ModelForm")->resize(400, 300);
+    player.Expect(ModelFormName, [] {
+        Player::Window(ModelFormName)->resize(400, 300);
         Player::Serve();
         for (int i = 0; i < 30; ++i)
             Player::Press(Qt::Key_Down);
@@ -95,7 +95,7 @@ TEST_F(OptionsAndTables, TheListOfModelsFollowsTheArrowsInASmallWindow) {
 // --- boxes -------------------------------------------------------------------------------------------------
 
 TEST_F(OptionsAndTables, EnterAcceptsTheUnits) {
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::TabTo(UnitsForm.VBarInput[0]);
         Player::Type("0.71");
         Player::Press(Qt::Key_Return);
@@ -105,7 +105,7 @@ TEST_F(OptionsAndTables, EnterAcceptsTheUnits) {
 }
 
 TEST_F(OptionsAndTables, EnterGoesFromBoxToBox) {
-    player.Expect("ConcForm", [] {
+    player.Expect(ConcFormName, [] {
         EXPECT_TRUE(HasFocus(ConcForm.ConcA[0]));
         Player::Type("0.25");
         Player::Press(Qt::Key_Return);
@@ -116,7 +116,7 @@ TEST_F(OptionsAndTables, EnterGoesFromBoxToBox) {
     });
     player.ClickMenu("SetConcConstraint");
     EXPECT_FLOAT_EQ(Work.ConcConstraintA[Work.SetRow[1]], 0.25F);
-    player.Expect("BaseForm", [] {
+    player.Expect(BaseFormName, [] {
         Player::Press(Qt::Key_Return);
         EXPECT_TRUE(HasFocus(BaseForm.LinkNum[1]));
         Player::Type("1");
@@ -126,7 +126,7 @@ TEST_F(OptionsAndTables, EnterGoesFromBoxToBox) {
     });
     player.ClickMenu("SetBaseConstraint");
     EXPECT_EQ(Work.OffsetLink[Work.SetRow[2]], Work.SetRow[1]);
-    player.Expect("SigmaCalcForm", [] {
+    player.Expect(SigmaCalcFormName, [] {
         Player::Type("12");
         Player::Press(Qt::Key_Return);
         EXPECT_EQ(SigmaCalcForm.MWInput.Text, "12.000");
@@ -140,8 +140,8 @@ TEST_F(OptionsAndTables, EnterGoesFromBoxToBox) {
 
 TEST_F(OptionsAndTables, ColumnsOfCorrelationsGrowWithTheWindow) {
     UseFinishedFit();
-    player.Expect("Correlation", [] {
-        QWidget* window = Player::Window("Correlation");
+    player.Expect(CorrelationName, [] {
+        QWidget* window = Player::Window(CorrelationName);
         const QHeaderView& head = *window->findChild<QTableWidget*>()->horizontalHeader();
         const int before = head.sectionSize(0);
         EXPECT_GE(before, head.fontMetrics().horizontalAdvance(WidestCorrelationText));

@@ -1,6 +1,8 @@
 #include "tests/forms/Player.h"
 
-#include "forms/Windows.h"
+#include "fit/FitMon.h"
+#include "fit/WaitForm.h"
+#include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPlatform.h"
 #include "forms/shell/FormHost.h"
@@ -35,7 +37,7 @@ std::string Plain(QString caption) {
 }
 
 QMainWindow* MainWindow() {
-    return qobject_cast<QMainWindow*>(OpenForm("Analmenu"));
+    return qobject_cast<QMainWindow*>(OpenForm(AnalmenuName));
 }
 
 QAction* ItemOf(const std::string& name) {
@@ -59,7 +61,7 @@ bool AnyButtonDown() {
 }
 
 bool StaysOpen(const QWidget* window) {
-    return window->objectName() == "FitMon" || window->objectName() == "WaitForm";
+    return window->objectName() == FitMonName || window->objectName() == WaitFormName;
 }
 
 } // namespace

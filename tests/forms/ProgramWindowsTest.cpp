@@ -39,35 +39,35 @@ struct MonitorAtTheWindow : testing::Test {
         RefreshForms();
     }
     void FitWith(std::function<void()> inMonitor) {
-        player.Expect("GetGuess", [] { Player::Click(GetGuess.OkButton); });
-        player.Expect("FitMon", std::move(inMonitor));
+        player.Expect(GetGuessName, [] { Player::Click(GetGuess.OkButton); });
+        player.Expect(FitMonName, std::move(inMonitor));
         player.ClickMenu("FitData");
     }
     static void ExpectCancelled() {
         EXPECT_EQ(Work.FitDone, FlagFalse);
         EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
         EXPECT_EQ(Work.AbortFit, FlagFalse);
-        EXPECT_TRUE(Player::Window("Analmenu")->isVisible());
+        EXPECT_TRUE(Player::Window(AnalmenuName)->isVisible());
     }
 };
 
 TEST_F(MonitorAtTheWindow, CancelEscAndTheCloseButtonEndTheFit) {
     FitWith([] {
-        EXPECT_FALSE(Player::Window("Analmenu")->isVisible());
+        EXPECT_FALSE(Player::Window(AnalmenuName)->isVisible());
         Player::Click(FitMon.CancelButton);
     });
     ExpectCancelled();
     FitWith([] { Player::Press(Qt::Key_Escape); });
     ExpectCancelled();
-    FitWith([] { Player::Window("FitMon")->close(); });
+    FitWith([] { Player::Window(FitMonName)->close(); });
     ExpectCancelled();
 }
 
 TEST_F(MonitorAtTheWindow, AGraphStaysAboveTheMainWindowAndWhereItWas) {
     player.ClickMenu("GraphData");
-    QWidget* graph = Player::Window("Charts");
+    QWidget* graph = Player::Window(ChartsName);
     ASSERT_TRUE(graph->isVisible());
-    EXPECT_EQ(graph->parentWidget(), Player::Window("Analmenu"));
+    EXPECT_EQ(graph->parentWidget(), Player::Window(AnalmenuName));
     EXPECT_EQ(graph->windowType(), Qt::Dialog); // others are not kept above their parents
     graph->move(37, 59);
     FitWith([] { Player::Press(Qt::Key_Escape); });
@@ -77,8 +77,8 @@ TEST_F(MonitorAtTheWindow, AGraphStaysAboveTheMainWindowAndWhereItWas) {
 }
 
 TEST_F(MonitorAtTheWindow, OneIterationAtATimeAndThenTheRest) {
-    player.Expect("GetGuess", [] { Player::Click(GetGuess.OkButton); });
-    player.Expect("FitMon", [] { Player::Click(FitMon.NextIter); });
+    player.Expect(GetGuessName, [] { Player::Click(GetGuess.OkButton); });
+    player.Expect(FitMonName, [] { Player::Click(FitMon.NextIter); });
     // The monitor's window waits within the fit: what follows is played between two iterations.
     QTimer between;
     between.setInterval(2);
@@ -90,13 +90,13 @@ TEST_F(MonitorAtTheWindow, OneIterationAtATimeAndThenTheRest) {
         Player::Click(FitMon.FitButton);
     });
     between.start();
-    player.Expect("Results", [] { Player::Click(Results.OkButton); });
+    player.Expect(ResultsName, [] { Player::Click(Results.OkButton); });
     player.ClickMenu("FitData");
     EXPECT_EQ(Work.FitDone, FlagTrue);
 }
 
 TEST_F(MonitorAtTheWindow, ClosingTheMainWindowDuringAFitCancelsTheFitAndTheProgramStays) {
-    FitWith([] { Player::Window("Analmenu")->close(); });
+    FitWith([] { Player::Window(AnalmenuName)->close(); });
     ExpectCancelled();
     EXPECT_FALSE(Analmenu.Ended);
 }
@@ -106,9 +106,9 @@ TEST_F(MonitorAtTheWindow, AGraphThatStandsIsBlockedDuringTheFit) {
     Work.LastModel = Work.Model;
     Work.PauseBeforeFit = FlagTrue;
     player.ClickMenu("GraphOverlay");
-    ASSERT_TRUE(Player::Window("Charts")->isVisible());
+    ASSERT_TRUE(Player::Window(ChartsName)->isVisible());
     FitWith([] {
-        EXPECT_EQ(QApplication::activeModalWidget(), Player::Window("FitMon"));
+        EXPECT_EQ(QApplication::activeModalWidget(), Player::Window(FitMonName));
         Player::Click(FitMon.CancelButton);
     });
 }
@@ -119,8 +119,8 @@ struct SearchAtTheWindow : testing::Test {
     Player player;
     SearchAtTheWindow() { UseFinishedFit(); }
     void SearchWith(std::function<void()> inSearch) {
-        player.Expect("Results", [&] {
-            player.Expect("WaitForm", std::move(inSearch));
+        player.Expect(ResultsName, [&] {
+            player.Expect(WaitFormName, std::move(inSearch));
             Player::Click(Results.ComputeConfidence);
             EXPECT_FALSE(WaitForm.State.Shown);
             Player::Click(Results.OkButton);
@@ -133,7 +133,7 @@ TEST_F(SearchAtTheWindow, CancelEscAndTheCloseButtonsLeaveTheFitAsItWas) {
     const auto parms = Work.Parms;
     const std::function<void()> ways[] = {
         [] { Player::Click(WaitForm.CancelButton); }, [] { Player::Press(Qt::Key_Escape); },
-        [] { Player::Window("WaitForm")->close(); }, [] { Player::Window("Analmenu")->close(); }};
+        [] { Player::Window(WaitFormName)->close(); }, [] { Player::Window(AnalmenuName)->close(); }};
     for (const auto& way : ways) {
         SearchWith(way);
         EXPECT_EQ(Work.LimitsDone, FlagFalse);
@@ -179,7 +179,7 @@ struct GraphAtTheWindow : testing::Test {
         UseChannelRadii();
     }
     static QWidget* Canvas() {
-        for (QWidget* w : Player::Window("Charts")->findChildren<QWidget*>())
+        for (QWidget* w : Player::Window(ChartsName)->findChildren<QWidget*>())
             if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) return w;
         return nullptr;
     }
@@ -189,11 +189,11 @@ TEST_F(GraphAtTheWindow, EscOnAGraphThatStandsLeavesNoCancelBehind) {
     player.ClickMenu("GraphResiduals");
     QTest::keyClick(Canvas(), Qt::Key_Escape);
     EXPECT_EQ(Work.AbortFit, FlagFalse);
-    EXPECT_TRUE(Player::Window("Charts")->isVisible());
-    Player::Window("Charts")->close();
-    EXPECT_FALSE(Player::Window("Charts")->isVisible());
+    EXPECT_TRUE(Player::Window(ChartsName)->isVisible());
+    Player::Window(ChartsName)->close();
+    EXPECT_FALSE(Player::Window(ChartsName)->isVisible());
     player.ClickMenu("GraphOverlay"); // the same window again
-    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+    EXPECT_TRUE(Player::Window(ChartsName)->isVisible());
 }
 
 TEST_F(GraphAtTheWindow, ADragZoomsAndBackspaceGoesBack) {
@@ -208,13 +208,13 @@ TEST_F(GraphAtTheWindow, ADragZoomsAndBackspaceGoesBack) {
 
 // It asked whether to crash the program.
 TEST_F(GraphAtTheWindow, TheRangeGraphThatIsClosedAsksNothingAndChangesNothing) {
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         const auto range = Work.FitRange;
-        player.Expect("Charts", [&] { Player::Window("Charts")->close(); });
+        player.Expect(ChartsName, [&] { Player::Window(ChartsName)->close(); });
         Player::Click(FileForm.MinRBox[1]);
         EXPECT_EQ(Work.FitRange[0][2], range[0][2]);
         EXPECT_TRUE(FileForm.CancelButton.Enabled);
-        player.Expect("Charts", [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
+        player.Expect(ChartsName, [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
         Player::Click(FileForm.MaxRBox[1]);
         EXPECT_EQ(Work.FitRange[1][2], range[1][2]);
         EXPECT_EQ(Work.AbortFit, FlagFalse);
@@ -237,20 +237,20 @@ struct TableAtTheWindow : testing::Test {
 TEST_F(TableAtTheWindow, CancelAndEscLeaveTheFitStandingOkAndTheCloseButtonAcceptTheTable) {
     const std::function<void()> ways[] = {
         [] { Player::Click(FileForm.CancelButton); }, [] { Player::Press(Qt::Key_Escape); },
-        [] { Player::Click(FileForm.OkButton); }, [] { Player::Window("FileForm")->close(); }};
+        [] { Player::Click(FileForm.OkButton); }, [] { Player::Window(FileFormName)->close(); }};
     for (std::size_t way = 0; way < std::size(ways); ++way) {
         Work.FitDone = FlagTrue;
-        player.Expect("FileForm", ways[way]);
+        player.Expect(FileFormName, ways[way]);
         player.ClickMenu("ReadData");
         EXPECT_EQ(Work.FitDone, way < 2 ? FlagTrue : FlagFalse) << way;
         EXPECT_EQ(Work.AbortFit, FlagFalse);
         EXPECT_EQ(Work.DataChosen, FlagTrue);
-        EXPECT_TRUE(Player::Window("Analmenu")->isEnabled());
+        EXPECT_TRUE(Player::Window(AnalmenuName)->isEnabled());
     }
 }
 
 TEST_F(TableAtTheWindow, AChangeDisablesCancelAndEsc) {
-    player.Expect("FileForm", [] {
+    player.Expect(FileFormName, [] {
         Player::Click(FileForm.CellPath[1]);
         EXPECT_FALSE(Player::Widget(FileForm.CancelButton)->isEnabled());
         Player::Press(Qt::Key_Escape);
@@ -263,10 +263,10 @@ TEST_F(TableAtTheWindow, AChangeDisablesCancelAndEsc) {
 }
 
 TEST_F(TableAtTheWindow, AClickInALineMakesItTheCurrentOneAndItsFrameMovesThere) {
-    player.Expect("FileForm", [&] {
-        QWidget* table = Player::Window("FileForm");
+    player.Expect(FileFormName, [&] {
+        QWidget* table = Player::Window(FileFormName);
         const QImage first = table->grab().toImage();
-        player.Expect("InfoBox", [] { Player::Press(Qt::Key_Escape); });
+        player.Expect(InfoBoxName, [] { Player::Press(Qt::Key_Escape); });
         Player::Click(FileForm.HelpButton[1]);
         EXPECT_EQ(Work.CurrentRow, 1);
         const QImage second = table->grab().toImage();
@@ -285,11 +285,11 @@ TEST_F(TableAtTheWindow, AClickInALineMakesItTheCurrentOneAndItsFrameMovesThere)
 }
 
 TEST_F(TableAtTheWindow, TheLineOfAClickStaysWhenTheTableBecomesActiveAgain) {
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         Player::Click(FileForm.Check1[0]); // the keys stay with line 1
         Player::Click(FileForm.Check1[0]);
         Player::Widget(FileForm.Check1[0])->setFocus();
-        player.Expect("Charts", [] {
+        player.Expect(ChartsName, [] {
             EXPECT_EQ(Work.CurrentRow, 2);
             QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
             QApplication::sendEvent(Player::Widget(FileForm.Check1[0]), &back);
@@ -303,8 +303,8 @@ TEST_F(TableAtTheWindow, TheLineOfAClickStaysWhenTheTableBecomesActiveAgain) {
 }
 
 TEST_F(TableAtTheWindow, RatiosAreTakenAsTheyAreLeft) {
-    player.Expect("FileForm", [&] {
-        player.Expect("ExtinctionForm", [&] {
+    player.Expect(FileFormName, [&] {
+        player.Expect(ExtinctionFormName, [&] {
             Player::Press(Qt::Key_A, Qt::ControlModifier);
             Player::Type("0");
             player.ExpectMessage("You must enter a positive, non-zero value for the extinction ratio");
@@ -326,15 +326,15 @@ TEST_F(TableAtTheWindow, TheTableIsAwayWhileDataAreWritten) {
     Work.ScanDirectory[1] = player.Directory();
     int dialogs = 0;
     const auto give = Host.AskFile;
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         Host.AskFile = [&](const FileRequest&) {
             ++dialogs;
-            EXPECT_FALSE(Player::Window("FileForm")->isVisible());
+            EXPECT_FALSE(Player::Window(FileFormName)->isVisible());
             return FileAnswer{};
         };
         Player::Click(FileForm.WriteData);
-        EXPECT_TRUE(Player::Window("FileForm")->isVisible());
-        EXPECT_EQ(QApplication::activeModalWidget(), Player::Window("FileForm"));
+        EXPECT_TRUE(Player::Window(FileFormName)->isVisible());
+        EXPECT_EQ(QApplication::activeModalWidget(), Player::Window(FileFormName));
         Player::Click(FileForm.CancelButton);
     });
     player.ClickMenu("ReadData");
@@ -353,8 +353,8 @@ struct MainAtTheWindow : testing::Test {
 TEST_F(MainAtTheWindow, EndingWithAFitAsksOnceAndCancelKeepsTheProgramRunning) {
     UseFinishedFit();
     player.ExpectMessage(Question, "Cancel");
-    Player::Window("Analmenu")->close();
-    EXPECT_TRUE(Player::Window("Analmenu")->isVisible());
+    Player::Window(AnalmenuName)->close();
+    EXPECT_TRUE(Player::Window(AnalmenuName)->isVisible());
     EXPECT_FALSE(Analmenu.Ended);
     player.ExpectMessage(Question, "Escape");
     player.ClickMenu("MenuExit");
@@ -368,7 +368,7 @@ TEST_F(MainAtTheWindow, EndingWithAFitAsksOnceAndCancelKeepsTheProgramRunning) {
 }
 
 TEST_F(MainAtTheWindow, WithoutAFitTheCloseButtonEndsAtOnce) {
-    QTimer::singleShot(0, [] { Player::Window("Analmenu")->close(); });
+    QTimer::singleShot(0, [] { Player::Window(AnalmenuName)->close(); });
     EXPECT_EQ(QApplication::exec(), 0);
     EXPECT_TRUE(Analmenu.Ended);
 }

@@ -26,7 +26,7 @@ namespace Quillon {
 namespace {
 
 QWidget* Canvas() {
-    return Player::Window("Charts")->findChild<ChartCanvas*>();
+    return Player::Window(ChartsName)->findChild<ChartCanvas*>();
 }
 
 void Replace(const Control& field, const char* text) {
@@ -44,8 +44,8 @@ struct RangeAtTheWindow : testing::Test {
     }
     // Plays on the range graph of set 1, and leaves the table by its close button.
     void OnGraph(std::function<void()> play) {
-        player.Expect("FileForm", [&, play] {
-            player.Expect("Charts", play);
+        player.Expect(FileFormName, [&, play] {
+            player.Expect(ChartsName, play);
             Player::Click(FileForm.MinRBox[0]);
             FileForm.FormChanged = 0; // the range has been accepted on the graph
             Player::Click(FileForm.OkButton);
@@ -68,7 +68,7 @@ TEST_F(RangeAtTheWindow, IsAcceptedByMouse) {
 TEST_F(RangeAtTheWindow, CancelEscAndTheCloseButtonLeaveIt) {
     const std::function<void()> ways[] = {[] { Player::Click(RangeBar.CancelButton); },
                                           [] { Player::Press(Qt::Key_Escape); },
-                                          [] { Player::Window("Charts")->close(); }}; // which asks nothing
+                                          [] { Player::Window(ChartsName)->close(); }}; // which asks nothing
     for (const auto& way : ways)
         OnGraph([&way] {
             Player::Drag(Canvas(), {Charts.Markers[0].Device, 200}, {Charts.Markers[0].Device + 40, 200});
@@ -105,7 +105,7 @@ TEST_F(RangeAtTheWindow, AutoThenEnter) {
 
 TEST_F(RangeAtTheWindow, AMenuThatIsLeftGivesTheKeysBack) {
     OnGraph([] {
-        auto* bar = Player::Window("Charts")->findChild<QMenuBar*>();
+        auto* bar = Player::Window(ChartsName)->findChild<QMenuBar*>();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(bar->actions()[1]).center());
         ASSERT_NE(QApplication::activePopupWidget(), nullptr);
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
@@ -168,7 +168,7 @@ struct TableMistakes : testing::Test {
 
 TEST_F(TableMistakes, ALineHasAMenuAndUndoTakesItsCommandBack) {
     const std::string second = Work.ScanFile[2];
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         Choose(1, "3 mm");
         EXPECT_EQ(FileForm.CellPath[1].Text, "3");
         EXPECT_TRUE(Player::Widget(FileForm.Check1[1])->hasFocus());
@@ -189,7 +189,7 @@ TEST_F(TableMistakes, ALineHasAMenuAndUndoTakesItsCommandBack) {
 TEST_F(TableMistakes, AnEmptiedTableIsLeftByEsc) {
     Work.FitDone = FlagTrue;
     const Workspace before = Work;
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         player.ExpectMessage("Do you want to clear out all loaded scan data?", "Yes");
         Player::Click(FileForm.ClearFiles);
         EXPECT_FALSE(Player::Widget(FileForm.CancelButton)->isEnabled());
@@ -203,7 +203,7 @@ TEST_F(TableMistakes, AnEmptiedTableIsLeftByEsc) {
 
 TEST_F(TableMistakes, InsertALineIsTheFirstAnswer) {
     const std::string second = Work.ScanFile[2];
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         player.ExpectMessage("Set 2 (" + second +
                                  ") holds a scan.\n\nDo you want to insert a line for the next channel?",
                              "Return");
@@ -224,7 +224,7 @@ TEST_F(TableMistakes, InsertALineIsTheFirstAnswer) {
 }
 
 TEST_F(TableMistakes, LongTipsStandInSeveralLines) {
-    player.Expect("FileForm", [] {
+    player.Expect(FileFormName, [] {
         const QString tip = Player::Widget(FileForm.ExtinctionButton[0])->toolTip();
         EXPECT_GT(tip.count('\n'), 1);
         for (const QString& line : tip.split('\n'))
@@ -239,7 +239,7 @@ TEST_F(TableMistakes, LongTipsStandInSeveralLines) {
 
 TEST_F(TableMistakes, ALetterOverASelectedNumberLeavesTheNumberAndEscLeavesTheForm) {
     Work.VbarA = 0.73F;
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::Click(UnitsForm.VBarInput[0]);
         const std::string number = UnitsForm.VBarInput[0].Text;
         Player::Type("x");

@@ -4,6 +4,7 @@
 #include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/GetGuess.h"
+#include "fit/WaitForm.h"
 #include "forms/shell/Binding.h"
 #include "models/ModelForm.h"
 #include "models/ParmScale.h"
@@ -33,7 +34,7 @@ struct WholeAnalysisAtTheWindows : testing::Test {
     WholeAnalysisAtTheWindows() { UseChannelRadii(); }
 
     static QWidget* Canvas() {
-        for (QWidget* w : Player::Window("Charts")->findChildren<QWidget*>())
+        for (QWidget* w : Player::Window(ChartsName)->findChildren<QWidget*>())
             if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) return w;
         return nullptr;
     }
@@ -54,13 +55,13 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheMouse) {
     for (const std::string& path : paths)
         player.GiveFile(path);
 
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         for (int i = 0; i < 1000 && FileForm.Timer1; ++i) // a fresh workspace asks for a scan by itself
             QTest::qWait(1);
         Player::Click(FileForm.NameBox[1]);
         Player::Click(FileForm.NameBox[2]);
         for (std::size_t line = 0; line < 3; ++line) {
-            player.Expect("Charts", [line] {
+            player.Expect(ChartsName, [line] {
                 QWidget* canvas = Canvas();
                 ASSERT_NE(canvas, nullptr);
                 if (line == 0) { // drags the outer marker inwards
@@ -83,13 +84,13 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheMouse) {
     // The dragged marker has taken points off the outer end of set 1 alone.
     EXPECT_LT(Work.FitRange[1][1], Work.FitRange[1][2]);
 
-    player.Expect("ModelForm", [] {
+    player.Expect(ModelFormName, [] {
         Player::Click(ModelForm.ModelRow[1]);
         Player::Click(ModelForm.OkButton);
     });
     player.ClickMenu("DoModelSet");
     EXPECT_EQ(Work.Model, 2);
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::Click(UnitsForm.TrueMass);
         Player::Click(UnitsForm.OkButton);
     });
@@ -98,7 +99,7 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheMouse) {
 
     player.ExpectMessage(NewGuesses, "Yes");
     player.ExpectMessage(NewOffsets, "No");
-    player.Expect("GetGuess", [] {
+    player.Expect(GetGuessName, [] {
         for (std::size_t row = 0; row < GetGuess.GuessRows.size(); ++row) {
             const std::int16_t slot = GetGuess.GuessRows[row];
             const bool wanted = slot == 0 || slot == 2 || slot >= 8;
@@ -107,24 +108,24 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheMouse) {
         }
         Player::Click(GetGuess.OkButton);
     });
-    player.Expect("FitMon", [] { Player::Click(FitMon.FitButton); });
-    player.Expect("Results", [this] {
+    player.Expect(FitMonName, [] { Player::Click(FitMon.FitButton); });
+    player.Expect(ResultsName, [this] {
         ExpectTheTruth();
-        player.Expect("WaitForm", [] {});
+        player.Expect(WaitFormName, [] {});
         Player::Click(Results.ComputeConfidence);
         EXPECT_EQ(Work.LimitsDone, FlagTrue);
         EXPECT_FALSE(Player::Widget(Results.ComputeConfidence)->isEnabled());
         EXPECT_LT(Work.ParmLimits[0][0], Work.Parms[Work.FreeIndex[0]]);
         EXPECT_GT(Work.ParmLimits[1][0], Work.Parms[Work.FreeIndex[0]]);
-        player.Expect("Correlation", [] { Player::Click(Correlation.OkButton); });
+        player.Expect(CorrelationName, [] { Player::Click(Correlation.OkButton); });
         Player::Click(Results.ViewCorr);
         Player::Click(Results.OkButton);
     });
     player.ClickMenu("FitData");
-    EXPECT_TRUE(Player::Window("Analmenu")->isVisible());
+    EXPECT_TRUE(Player::Window(AnalmenuName)->isVisible());
 
     player.ClickMenu("GraphResiduals");
-    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+    EXPECT_TRUE(Player::Window(ChartsName)->isVisible());
     EXPECT_EQ(Chart.State.Nsets, 3);
     EXPECT_EQ(Chart.GraphDrawn, FlagTrue);
 }
@@ -134,7 +135,7 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheKeyboardAlone) {
     for (const std::string& path : paths)
         player.GiveFile(path);
 
-    player.Expect("FileForm", [&] {
+    player.Expect(FileFormName, [&] {
         for (int i = 0; i < 1000 && FileForm.Timer1; ++i)
             QTest::qWait(1);
         for (std::size_t line = 0; line < 3; ++line) {
@@ -145,7 +146,7 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheKeyboardAlone) {
                 Player::Press(Qt::Key_D, Qt::AltModifier); // reads a scan into it
             }
             ASSERT_FALSE(Work.ScanFile[static_cast<long>(line) + 1].empty());
-            player.Expect("Charts", [] { Player::Press(Qt::Key_Return); });
+            player.Expect(ChartsName, [] { Player::Press(Qt::Key_Return); });
             Player::TabTo(FileForm.Check1[line]);
             Player::Type("a");
             EXPECT_EQ(FileForm.ChannelBox[line].Text, "A");
@@ -156,13 +157,13 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheKeyboardAlone) {
     player.PressMenu(Qt::Key_F, "ReadData");
     ASSERT_EQ(Work.DataChosen, FlagTrue);
 
-    player.Expect("ModelForm", [] {
+    player.Expect(ModelFormName, [] {
         Player::Press(Qt::Key_Down); // from model 1 to model 2
         Player::Press(Qt::Key_Return);
     });
     player.PressMenu(Qt::Key_A, "DoModelSet");
     EXPECT_EQ(Work.Model, 2);
-    player.Expect("UnitsForm", [] {
+    player.Expect(UnitsFormName, [] {
         Player::Press(Qt::Key_T, Qt::AltModifier);
         Player::Press(Qt::Key_O, Qt::AltModifier); // to the first of the access keys O
         Player::TabTo(UnitsForm.OkButton);
@@ -173,7 +174,7 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheKeyboardAlone) {
 
     player.ExpectMessage(NewGuesses, "Return");
     player.ExpectMessage(NewOffsets, "Escape");
-    player.Expect("GetGuess", [] {
+    player.Expect(GetGuessName, [] {
         for (std::size_t row = 0; row < GetGuess.GuessRows.size(); ++row) {
             const std::int16_t slot = GetGuess.GuessRows[row];
             const bool wanted = slot == 0 || slot == 2 || slot >= 8;
@@ -188,20 +189,20 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheKeyboardAlone) {
         Player::TabTo(GetGuess.OkButton);
         Player::Press(Qt::Key_Return);
     });
-    player.Expect("FitMon", [] { Player::Press(Qt::Key_F, Qt::AltModifier); });
-    player.Expect("Results", [this] {
+    player.Expect(FitMonName, [] { Player::Press(Qt::Key_F, Qt::AltModifier); });
+    player.Expect(ResultsName, [this] {
         ExpectTheTruth();
-        player.Expect("WaitForm", [] {});
+        player.Expect(WaitFormName, [] {});
         Player::Press(Qt::Key_C, Qt::AltModifier);
         EXPECT_EQ(Work.LimitsDone, FlagTrue);
-        player.Expect("Correlation", [] { Player::Press(Qt::Key_Return); });
+        player.Expect(CorrelationName, [] { Player::Press(Qt::Key_Return); });
         Player::Press(Qt::Key_V, Qt::AltModifier);
         Player::Press(Qt::Key_Return);
     });
     player.PressMenu(Qt::Key_A, "FitData");
 
     player.PressMenu(Qt::Key_G, "GraphResiduals");
-    EXPECT_TRUE(Player::Window("Charts")->isVisible());
+    EXPECT_TRUE(Player::Window(ChartsName)->isVisible());
     EXPECT_EQ(Chart.State.Nsets, 3);
 }
 

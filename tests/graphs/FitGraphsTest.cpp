@@ -1,5 +1,6 @@
 // Data, fitted function and overlay as they are handed to the chart.
 #include "graphs/FitGraphs.h"
+#include "graphs/PickSet.h"
 
 #include "GraphBench.h"
 #include "graphs/GraphParts.h"
@@ -221,19 +222,19 @@ TEST_F(FitGraphs, CommandsShowTheWindow) {
 }
 
 TEST_F(FitGraphs, CommandsOfOneSetAskWhich) {
-    Outside.ExpectModal("PickSet", [] {
+    Outside.ExpectModal(PickSetName, [] {
         PickSetRow(3);
         PickSetOkButton();
     });
     GraphOverlaySet();
     EXPECT_EQ(Names(), (std::vector<std::string>{"00013.RA1", "00013.RA1 (fit)"}));
-    Outside.ExpectModal("PickSet", [] {
+    Outside.ExpectModal(PickSetName, [] {
         PickSetRow(2);
         PickSetOkButton();
     });
     GraphFuncSet();
     EXPECT_EQ(Names(), (std::vector<std::string>{"Set 2"}));
-    Outside.ExpectModal("PickSet", [] { PickSetCancelButton(); });
+    Outside.ExpectModal(PickSetName, [] { PickSetCancelButton(); });
     GraphOverlaySet();
     EXPECT_EQ(Names(), (std::vector<std::string>{"Set 2"})); // as it was
     EXPECT_EQ(Outside.Forms, (std::vector<std::string>{"show Charts", "show Charts"}));

@@ -21,18 +21,18 @@ TEST_F(PickSetForms, ListsTheSetsOfTheFit) {
 }
 
 TEST_F(PickSetForms, GivesTheRowThatWasChosen) {
-    Outside.ExpectModal("PickSet", [] {
+    Outside.ExpectModal(PickSetName, [] {
         PickSetRow(2);
         PickSetOkButton();
         EXPECT_FALSE(PickSetWindow.State.Shown);
     });
     EXPECT_EQ(PickSet(), 2);
-    Outside.ExpectModal("PickSet", [] { PickSetOkButton(); });
+    Outside.ExpectModal(PickSetName, [] { PickSetOkButton(); });
     EXPECT_EQ(PickSet(), 1); // the choice of before is not kept
 }
 
 TEST_F(PickSetForms, RowsThatAreNotThereAreNoChoice) {
-    Outside.ExpectModal("PickSet", [] {
+    Outside.ExpectModal(PickSetName, [] {
         PickSetRow(3);
         PickSetRow(4);
         PickSetRow(0);
@@ -42,12 +42,12 @@ TEST_F(PickSetForms, RowsThatAreNotThereAreNoChoice) {
 }
 
 TEST_F(PickSetForms, CancelledOrClosedGivesNone) {
-    Outside.ExpectModal("PickSet", [] {
+    Outside.ExpectModal(PickSetName, [] {
         PickSetRow(2);
         PickSetCancelButton();
     });
     EXPECT_EQ(PickSet(), 0);
-    Outside.ExpectModal("PickSet", [] { PickSetRow(2); }); // the window was closed
+    Outside.ExpectModal(PickSetName, [] { PickSetRow(2); }); // the window was closed
     EXPECT_EQ(PickSet(), 0);
 }
 

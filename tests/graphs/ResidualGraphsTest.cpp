@@ -1,5 +1,6 @@
 // Residuals of one set and of all, about one zero line and separated.
 #include "graphs/ResidualGraphs.h"
+#include "graphs/PickSet.h"
 
 #include "GraphBench.h"
 
@@ -209,7 +210,7 @@ TEST_F(ResidualGraphs, CommandsOfOneSetAskWhich) {
     void (*const commands[])() = {GraphResidSet, GraphResidSetY, GraphResidualsRSet};
     const std::string titles[] = {Work.XAxisTitle, "Absorbance", "Radius (cm)"};
     for (std::size_t i = 0; i < 3; ++i) {
-        Outside.ExpectModal("PickSet", [] {
+        Outside.ExpectModal(PickSetName, [] {
             PickSetRow(3);
             PickSetOkButton();
         });
@@ -217,7 +218,7 @@ TEST_F(ResidualGraphs, CommandsOfOneSetAskWhich) {
         EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), titles[i]);
         EXPECT_EQ(Names(), (std::vector<std::string>{"00013.RA1"}));
     }
-    Outside.ExpectModal("PickSet", [] { PickSetCancelButton(); });
+    Outside.ExpectModal(PickSetName, [] { PickSetCancelButton(); });
     GraphResidSet();
     EXPECT_EQ(Outside.Forms.size(), 3U);
 }

@@ -1,5 +1,6 @@
 // The graphs of species: what they show, how lines are told apart, and that they add up to the fit.
 #include "graphs/SpeciesGraphs.h"
+#include "graphs/PickSet.h"
 
 #include "GraphBench.h"
 #include "chart/layout/LegendLayout.h"
@@ -150,7 +151,7 @@ TEST_F(SpeciesGraphs, InWeightOfTwoKindsOfMonomersAreRefused) {
 
 TEST_F(SpeciesGraphs, OfOneSetAskForIt) {
     Fit("Model02");
-    Outside.ExpectModal("PickSet", [] {
+    Outside.ExpectModal(PickSetName, [] {
         PickSetRow(3);
         PickSetOkButton();
     });

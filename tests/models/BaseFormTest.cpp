@@ -1,4 +1,5 @@
 // The form for zero offset constraints.
+#include "models/BaseForm.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -178,7 +179,7 @@ TEST(BaseConstraintDialog, WritesRowsAndItsBit) {
     Work.ConstraintFlags = ConcentrationBit;
     Work.OffsetLink[9] = 3;
     Work.OffsetLink[12] = 4; // a row outside the fit
-    script.ExpectModal("BaseForm", [] {
+    script.ExpectModal(BaseFormName, [] {
         Enter(4, "0");
         Enter(2, "4");
         Enter(3, "4");
@@ -191,7 +192,7 @@ TEST(BaseConstraintDialog, WritesRowsAndItsBit) {
     EXPECT_EQ(Work.OffsetLink[9], 0);
     EXPECT_EQ(Work.OffsetLink[12], 4);
     EXPECT_EQ(Work.ConstraintFlags, 3);
-    script.ExpectModal("BaseForm", [] {
+    script.ExpectModal(BaseFormName, [] {
         BaseFormCancelButton();
         BaseFormOkButton();
     });
@@ -203,7 +204,7 @@ TEST(BaseConstraintDialog, WritesRowsAndItsBit) {
 TEST(BaseConstraintDialog, OkTakesTheBoxThatIsBeingEditedOrStays) {
     Script script;
     StartFourSets();
-    script.ExpectModal("BaseForm", [&] {
+    script.ExpectModal(BaseFormName, [&] {
         BaseForm.LinkNum[1].Text = "7";
         script.ExpectMessage(NoSuchSet);
         BaseFormOkButton();
@@ -219,7 +220,7 @@ TEST(BaseConstraintDialog, TiesAndReleasesOffsets) {
     Script script;
     StartFourSets();
     Work.FreeMap[SlotOffset(1)] = SlotHeld;
-    script.ExpectModal("BaseForm", [] {
+    script.ExpectModal(BaseFormName, [] {
         Enter(2, "1");
         BaseFormOkButton();
     });
@@ -227,7 +228,7 @@ TEST(BaseConstraintDialog, TiesAndReleasesOffsets) {
     ApplyModelFlags();
     EXPECT_EQ(Work.FreeMap[SlotOffset(2)], SlotTied);
     EXPECT_EQ(Work.FreeMap[SlotOffset(1)], 0); // the offset that is copied is released
-    script.ExpectModal("BaseForm", [] {
+    script.ExpectModal(BaseFormName, [] {
         BaseFormCancelButton();
         BaseFormOkButton();
     });

@@ -1,5 +1,7 @@
 // The form for concentration constraints, the form that shows how the fit met them, and the mean signal.
+#include "models/ConcForm.h"
 #include "models/SEDEQ3.h"
+#include "models/ShowConstraintForm.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
@@ -312,13 +314,13 @@ TEST(ConcConstraintDialog, SetsAndClearsItsBit) {
     Script script;
     StartTwoLoadings(1);
     Work.ConstraintFlags = OffsetBit;
-    script.ExpectModal("ConcForm", [] {
+    script.ExpectModal(ConcFormName, [] {
         Enter(ConcInput::ConcA, 2, "0.3");
         ConcFormOkButton();
     });
     ConcConstraintDialog();
     EXPECT_EQ(Work.ConstraintFlags, 3);
-    script.ExpectModal("ConcForm", [] {
+    script.ExpectModal(ConcFormName, [] {
         ConcFormClearAllButton();
         ConcFormOkButton();
     });
@@ -335,7 +337,7 @@ TEST(ConcConstraintDialog, WarnsForModels7And9) {
         for (const bool constrained : {false, true}) {
             Script script;
             StartTwoLoadings(model);
-            script.ExpectModal("ConcForm", [&] {
+            script.ExpectModal(ConcFormName, [&] {
                 if (constrained) Enter(ConcInput::ConcA, 1, "0.3");
                 ConcFormOkButton();
             });
@@ -355,7 +357,7 @@ TEST(ConcConstraintDialog, EighteenSets) {
     Work.PtY.Recreate(18, 0.5F);
     for (long s = 1; s <= 18; ++s)
         Work.SetRow[s] = ToInt16(19 - s);
-    script.ExpectModal("ConcForm", [] {
+    script.ExpectModal(ConcFormName, [] {
         ASSERT_EQ(ConcForm.ConcB.size(), 18U);
         Enter(ConcInput::ConcB, 18, "0.5");
         ConcFormOkButton();
@@ -476,7 +478,7 @@ TEST(ShowConstraintForm, APerfectFitHasNoShares) {
 TEST(ShowConstraintMatch, ShowsTheForm) {
     Script script;
     StartMatch(8);
-    script.ExpectModal("ShowConstraintForm", [] {
+    script.ExpectModal(ShowConstraintFormName, [] {
         EXPECT_TRUE(ShowConstraintForm.State.Shown);
         ShowConstraintFormOkButton();
         EXPECT_FALSE(ShowConstraintForm.State.Shown);

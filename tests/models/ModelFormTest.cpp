@@ -1,4 +1,5 @@
 // The model dialog, and what a choice brings with it.
+#include "models/ModelForm.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -161,7 +162,7 @@ TEST(SelectModel, LoadsTheFormBeforeItIsShown) {
     Script script;
     StartModel(2);
     ModelForm = ModelFormRecord{};
-    script.ExpectModal("ModelForm", [] {
+    script.ExpectModal(ModelFormName, [] {
         EXPECT_EQ(Work.ModelChosen, 0); // until the choice stands
         EXPECT_EQ(ModelForm.ChosenModel, 2);
         Choose(3, true);
@@ -183,7 +184,7 @@ TEST(SelectModel, CancelRestoresEverything) {
         Work.NonIdeal = FlagTrue;
         Work.FitDone = Work.FitValid = FlagTrue;
         const Workspace before = Work;
-        script.ExpectModal("ModelForm", [] {
+        script.ExpectModal(ModelFormName, [] {
             ModelFormRowClick(9);
             ModelFormNonIdealClick(false);
             ModelFormCancelButton();
@@ -201,10 +202,10 @@ TEST(SelectModel, CancelAfterARefusalRestoresTheOptionsToo) {
     StartModel(3);
     Work.NonIdeal = FlagTrue;
     const Workspace before = Work;
-    script.ExpectModal("ModelForm", [] { Choose(8, true); });
+    script.ExpectModal(ModelFormName, [] { Choose(8, true); });
     script.ExpectMessage({NoNonIdeal, "Select Model", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
                          BoxAnswer::Ok);
-    script.ExpectModal("ModelForm", [] {
+    script.ExpectModal(ModelFormName, [] {
         EXPECT_EQ(ModelForm.ChosenModel, 8);
         EXPECT_EQ(ModelForm.Ideal.Value, -1); // the option went off
         ModelFormCancelButton();
@@ -218,12 +219,12 @@ TEST(SelectModel, CancelAfterARefusalRestoresTheOptionsToo) {
 TEST(SelectModel, StaysUntilTheChoiceIsValid) {
     Script script;
     StartModel(1);
-    script.ExpectModal("ModelForm", [] { Choose(10, true, true); });
+    script.ExpectModal(ModelFormName, [] { Choose(10, true, true); });
     script.ExpectMessage(NoNonIdeal);
-    script.ExpectModal("ModelForm", [] { ModelFormOkButton(); });
+    script.ExpectModal(ModelFormName, [] { ModelFormOkButton(); });
     script.ExpectMessage({NoSeparateK, "Select Model", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
                          BoxAnswer::Ok);
-    script.ExpectModal("ModelForm", [] {
+    script.ExpectModal(ModelFormName, [] {
         EXPECT_EQ(ModelForm.SameK.Value, -1);
         ModelFormOkButton();
     });
@@ -248,7 +249,7 @@ TEST(SelectModel, NoModelThatGivesUpItsOffsetsKeepsTheirLinks) {
         Work.OffsetLink[2] = 1;
         Work.OffsetLink[7] = 6; // rows outside the fit, which model 8 cleared as well
         Work.ConstraintFlags = ConcentrationBit | OffsetBit;
-        script.ExpectModal("ModelForm", [&] { Choose(ToInt16(model), false, true); });
+        script.ExpectModal(ModelFormName, [&] { Choose(ToInt16(model), false, true); });
         script.ExpectMessage({"You cannot have baseline constraints with a model that doesn't use zero "
                               "offsets!  Do you want "
                               "me to remove the baseline constraints (YES) or return to a common "
@@ -276,7 +277,7 @@ TEST(SelectModel, MixturesLeaveWeightUnitsAtOnce) {
         BuildParmNames();
         BuildParmScale();
         SetDefaultBounds();
-        script.ExpectModal("ModelForm", [] { Choose(13); });
+        script.ExpectModal(ModelFormName, [] { Choose(13); });
         script.ExpectMessage(
             {NoWeightUnits, "Select Model", BoxIcon::Information, BoxButtons::Ok, BoxAnswer::Ok},
             BoxAnswer::Ok);
@@ -299,7 +300,7 @@ TEST(SelectModel, BoundsFollowTheModelWhenItChangesTheUnitsToo) {
     BuildParmScale();
     SetDefaultBounds();
     Work.Bounds[0][SlotA(1)] = -7.0F; // by the user, in mg/mL
-    script.ExpectModal("ModelForm", [] { Choose(13); });
+    script.ExpectModal(ModelFormName, [] { Choose(13); });
     script.ExpectMessage(NoWeightUnits);
     SelectModel(true);
     EXPECT_NEAR(Work.Bounds[0][2], -10.0 - std::log(3.0), 1e-5); // N is 2
@@ -319,7 +320,7 @@ TEST(SelectModel, SlotsThatChangeOverToAConstantTakeItsBounds) {
     RefreshUnits();
     Work.Bounds[0][2] = 5.5F; // by the user
     ASSERT_LT(Work.Bounds[1][SlotB(1)], 0.0F);
-    script.ExpectModal("ModelForm", [] { Choose(5, false, true); });
+    script.ExpectModal(ModelFormName, [] { Choose(5, false, true); });
     SelectModel(true);
     for (const long slot : {SlotB(1), SlotOffset(1), SlotB(18), SlotOffset(18)}) {
         EXPECT_EQ(Work.Bounds[0][slot], -3.0F) << slot;
@@ -327,7 +328,7 @@ TEST(SelectModel, SlotsThatChangeOverToAConstantTakeItsBounds) {
     }
     EXPECT_EQ(Work.Bounds[0][2], 5.5F);
     // And back.
-    script.ExpectModal("ModelForm", [] { Choose(5); });
+    script.ExpectModal(ModelFormName, [] { Choose(5); });
     SelectModel(true);
     EXPECT_EQ(Work.Bounds[1][SlotB(1)], -3.0F);
     EXPECT_EQ(Work.Bounds[1][SlotOffset(1)], 4.0F);
@@ -339,7 +340,7 @@ TEST(SelectModel, AFailureLeavesTheFormerModel) {
     StartModel(2);
     Work.ExtB = 0.0F; // no logarithm in the scale of ln K(A+B)
     const Workspace before = Work;
-    script.ExpectModal("ModelForm", [] { Choose(8); });
+    script.ExpectModal(ModelFormName, [] { Choose(8); });
     script.ExpectMessage(CoefficientsNote);
     EXPECT_THROW(SelectModel(true), RuntimeError);
     EXPECT_TRUE(Work == before);

@@ -1,4 +1,5 @@
 // The sigma calculator.
+#include "models/SigmaCalcForm.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
@@ -256,7 +257,7 @@ TEST(SigmaCalculatorDialog, ChangesNothingInTheWorkspace) {
     Script script;
     Work = FreshWorkspace();
     const Workspace before = Work;
-    script.ExpectModal("SigmaCalcForm", [] {
+    script.ExpectModal(SigmaCalcFormName, [] {
         Enter(In::RPM, "30000");
         SigmaCalcFormKeyPress(In::MW, 27);
         SigmaCalcFormExitButton();

@@ -158,7 +158,7 @@ TEST_F(SpecFormCase, CopiesTheTableOfAllSets) {
 
 TEST_F(SpecFormCase, IsShownByTheCommand) {
     Open("Model01");
-    script.ExpectModal("SpecForm", [] {
+    script.ExpectModal(SpecFormName, [] {
         EXPECT_TRUE(SpecForm.State.Shown);
         SpecFormSetList(3);
         EXPECT_EQ(SpecForm.SetList.Value, 3);

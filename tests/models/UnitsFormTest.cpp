@@ -1,4 +1,5 @@
 // The units dialog, and the way of the bounds through a change of units.
+#include "models/UnitsForm.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
@@ -276,7 +277,7 @@ TEST(DefineUnitsDialog, FromSigmaToTrueMass) {
     Script script;
     StartUnits(1);
     const float sigma = Work.Parms[0];
-    script.ExpectModal("UnitsForm", [] {
+    script.ExpectModal(UnitsFormName, [] {
         EXPECT_TRUE(UnitsForm.State.Shown);
         UnitsFormMassClick(2);
         Enter(UnitsInput::Density, 0, "1");
@@ -300,7 +301,7 @@ TEST(DefineUnitsDialog, CancelRestoresEverything) {
     StartUnits(1);
     FillModelNames();
     const Workspace before = Work;
-    script.ExpectModal("UnitsForm", [] {
+    script.ExpectModal(UnitsFormName, [] {
         UnitsFormMassClick(2);
         UnitsFormConcClick(2);
         Enter(UnitsInput::Absorptivity, 0, "3");
@@ -316,7 +317,7 @@ TEST(DefineUnitsDialog, AFailureRestoresEverything) {
     Script script;
     StartUnits(1);
     const Workspace before = Work;
-    script.ExpectModal("UnitsForm", [] {
+    script.ExpectModal(UnitsFormName, [] {
         UnitsFormMassClick(2);
         Enter(UnitsInput::Density, 0, "2");
         Enter(UnitsInput::VBar, 0, "0.5"); // floats: no mass has a sigma
@@ -341,7 +342,7 @@ TEST(DefineUnitsDialog, AcceptedWithoutAChangeLeavesTheBoundsBitForBit) {
     Work.Bounds[0][0] = 17.3F;
     Work.Bounds[1][SlotA(1)] = -5.123457F;
     const auto before = Work.Bounds;
-    script.ExpectModal("UnitsForm", [] { UnitsFormOkButton(); });
+    script.ExpectModal(UnitsFormName, [] { UnitsFormOkButton(); });
     DefineUnitsDialog();
     EXPECT_EQ(Work.Bounds[0], before[0]);
     EXPECT_EQ(Work.Bounds[1], before[1]);
@@ -354,7 +355,7 @@ TEST(DefineUnitsDialog, EveryBoundIsCarriedOver) {
     Work.InterferenceData = FlagTrue;
     Work.Bounds[0][SlotA(1)] = -10.0F;
     Work.Bounds[1][SlotA(1)] = 4.0F;
-    script.ExpectModal("UnitsForm", [] {
+    script.ExpectModal(UnitsFormName, [] {
         UnitsFormConcClick(5);
         UnitsFormOkButton();
     });
@@ -363,7 +364,7 @@ TEST(DefineUnitsDialog, EveryBoundIsCarriedOver) {
     EXPECT_NEAR(Work.Bounds[1][SlotA(1)], 4.0 - std::log(20000.0), 1e-4);
     EXPECT_NEAR(Work.Bounds[0][SlotB(18)], -70.0 - std::log(20000.0), 1e-4);
     EXPECT_EQ(Work.Bounds[1][SlotOffset(1)], 4.0F); // a signal in every unit
-    script.ExpectModal("UnitsForm", [] {
+    script.ExpectModal(UnitsFormName, [] {
         UnitsFormConcClick(3);
         UnitsFormOkButton();
     });

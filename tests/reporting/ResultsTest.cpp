@@ -1,5 +1,6 @@
 // The results window and the lines it shares with the report, word for word.
 #include "reporting/Results.h"
+#include "fit/WaitForm.h"
 
 #include "HandBuiltFit.h"
 #include "reporting/Correlation.h"
@@ -192,7 +193,7 @@ TEST(Results, CorrelationWarning) {
 TEST(Results, ConfidenceIsSearchedOnce) {
     Script script;
     Work = HandBuiltFit();
-    script.ExpectModal("WaitForm", [] {
+    script.ExpectModal(WaitFormName, [] {
         Work.ParmLimits[0].Recreate(3);
         Work.ParmLimits[1].Recreate(3);
         Work.LimitsDone = FlagTrue;
@@ -206,7 +207,7 @@ TEST(Results, ConfidenceIsSearchedOnce) {
 TEST(Results, ButtonsOfTheWindow) {
     Script script;
     Work = HandBuiltFit();
-    script.ExpectModal("Correlation", [] { EXPECT_EQ(Correlation.Names.size(), 4U); });
+    script.ExpectModal(CorrelationName, [] { EXPECT_EQ(Correlation.Names.size(), 4U); });
     ResultsViewCorr();
     ResultsOkButton();
     EXPECT_EQ(script.Forms, std::vector<std::string>{"hide Results"});

@@ -35,7 +35,7 @@ struct ShiftGraphTest : ScanTest {
 // A baseline of the higher speed stands further out: the shift is rounded down, away from zero.
 TEST_F(ShiftGraphTest, TellsCalculatedAndPresentShift) {
     Work.RotorExpansion = 1.1e-11F; // (1e8 - 4e8) 1.1e-11 = -0.0033
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         EXPECT_EQ(Chart.Spec.Title1.Text,
                   "Use L/R cursor keys to shift baseline (w/ CTRL = big movement); ENTER when done");
         EXPECT_EQ(Chart.Spec.Title2.Text, "calculated shift = -.004 cm; present value = -.004");
@@ -58,7 +58,7 @@ TEST_F(ShiftGraphTest, TellsCalculatedAndPresentShift) {
 
 TEST_F(ShiftGraphTest, AFailingKeyEndsItAndTurnsTheShiftOff) {
     Work.BaselineShift[1] = 0.004F;
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         Work.FitRange[1][1] = 6; // a point that the scan does not have
         ChartKey(RightArrow, 0);
         EXPECT_FALSE(Charts.Shown);

@@ -1,4 +1,5 @@
 // The comparison of wavelengths after a read.
+#include "scandata/ExtinctionForm.h"
 #include "scandata/ExtinctionRatios.h"
 
 #include "ScanFixture.h"
@@ -20,7 +21,7 @@ struct ExtinctionRatios : ScanTest {
         return {Work.ExtinctionRatio[0][row], Work.ExtinctionRatio[1][row]};
     }
     void ExpectForm(long row, float a, float b) {
-        script.ExpectModal("ExtinctionForm", [=] {
+        script.ExpectModal(ExtinctionFormName, [=] {
             EXPECT_EQ(Work.CurrentRow, row - 1);
             Work.ExtinctionRatio[0][row] = a;
             Work.ExtinctionRatio[1][row] = b;

@@ -55,7 +55,7 @@ struct Mistakes : ScanTest {
         FileForm.State.Shown = true;
     }
     void AcceptRangeGraph() {
-        script.ExpectModal("Charts", [] { ChartKey(13, 0); });
+        script.ExpectModal(ChartsName, [] { ChartKey(13, 0); });
     }
     void AskClear(BoxAnswer answer) {
         script.ExpectMessage({"Do you want to clear out all loaded scan data?", "Quillon", BoxIcon::Warning,

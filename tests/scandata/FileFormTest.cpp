@@ -55,7 +55,7 @@ struct TableTest : ScanTest {
         script.ExpectMessage({text, "Quillon", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::Yes}, answer);
     }
     void AcceptRangeGraph() {
-        script.ExpectModal("Charts", [] { ChartKey(13, 0); });
+        script.ExpectModal(ChartsName, [] { ChartKey(13, 0); });
     }
     void FillPageOne() {
         for (int line = 0; line < FileFormLines; ++line) {
@@ -422,7 +422,7 @@ TEST_F(TableTest, ReplacedScanAsksWhetherItsTiesGo) {
 
 TEST_F(TableTest, InfoBoxShowsTheHeader) {
     ReadHere("00001.RA1", CellScan("R 1 20.5 10000 0000090 9.2280E10 280 32"));
-    script.ExpectModal("InfoBox", [] {
+    script.ExpectModal(InfoBoxName, [] {
         EXPECT_EQ(InfoBox.Line[0].Text, "Comment= Sample");
         EXPECT_EQ(InfoBox.Line[1].Text, "RPM= 10000            Temp=20.5");
         EXPECT_EQ(InfoBox.Line[2].Text, "Time= 90s (1.5 min)     omega^2*t= 9.228E10");
@@ -437,7 +437,7 @@ TEST_F(TableTest, InfoBoxShowsTheHeader) {
 TEST_F(TableTest, AnotherWavelengthAsksForTheRatios) {
     ReadHere();
     Work.CurrentRow = 1;
-    script.ExpectModal("ExtinctionForm", [this] {
+    script.ExpectModal(ExtinctionFormName, [this] {
         EXPECT_EQ(ExtinctionForm.State.Caption, "Input Relative Extinction Coefficients");
         EXPECT_EQ(ExtinctionForm.Label2.Text, "Relative extinction at 250 nm to that at 280 nm");
         EXPECT_EQ(ExtinctionForm.ExtinctionInput[0].Text, "1.0000");
@@ -467,7 +467,7 @@ TEST_F(TableTest, OnlyAChangedRatioIsAChange) {
     FileForm.CancelButton.Enabled = true;
     Work.SetChanged[1] = FlagFalse;
     Work.ExtinctionRatio[0][1] = 0.87654321F; // more digits than the form shows
-    script.ExpectModal("ExtinctionForm", [] {
+    script.ExpectModal(ExtinctionFormName, [] {
         ExtinctionGotFocus(0);
         ExtinctionLostFocus(0);
         ExtinctionOkButton();
@@ -478,7 +478,7 @@ TEST_F(TableTest, OnlyAChangedRatioIsAChange) {
     EXPECT_EQ(FileForm.FormChanged, 0);
     EXPECT_TRUE(FileForm.CancelButton.Enabled);
     EXPECT_EQ(FileForm.State.FocusOn, &FileForm.Check1[0]);
-    script.ExpectModal("ExtinctionForm", [] {
+    script.ExpectModal(ExtinctionFormName, [] {
         ExtinctionForm.ExtinctionInput[1].Text = "1.5";
         ExtinctionLostFocus(1);
         ExtinctionOkButton();
@@ -521,7 +521,7 @@ TEST_F(TableTest, AFailedCopyDoesNotBlockTheNext) {
 TEST_F(TableTest, RangeGraphTakesTheMarkersInOrder) {
     ReadHere();
     FileForm.FormChanged = 0;
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         EXPECT_EQ(Charts.StatusLine.Text,
                   "Drag the green markers to designate the data region to be fitted; hit ENTER when done");
         PlaceMarkers(7.005F, 6.005F);
@@ -531,7 +531,7 @@ TEST_F(TableTest, RangeGraphTakesTheMarkersInOrder) {
     EXPECT_EQ(FileForm.MinRBox[0].Text, "6.0100");
     EXPECT_EQ(FileForm.MaxRBox[0].Text, "7.0000");
     EXPECT_EQ(FileForm.FormChanged, 2);
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         PlaceMarkers(6.5F, 6.6F);
         ChartKey(27, 0);
     });
@@ -544,7 +544,7 @@ TEST_F(TableTest, BaselineShiftFollowsTheCursorKeys) {
     ReadHere();
     script.ExpectFile(BlankTitle, script.MakeFile("blank.RA1", CellScan("R 1 20.0 20000 1 1 280 1")));
     FileFormSubtractBlankButton();
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         EXPECT_FALSE(Charts.EndsOnKey(65, 0));
         EXPECT_FALSE(Charts.EndsOnKey(39, 0));
         EXPECT_FALSE(Charts.EndsOnKey(39, 2));
@@ -566,7 +566,7 @@ TEST_F(TableTest, FailingShiftGraphTurnsTheShiftOff) {
     ReadHere();
     Work.BaselineShift[1] = 0.004F;
     Work.BaselineShifted[1] = FlagTrue;
-    script.ExpectModal("Charts", [] { RaiseError(ErrorText::Overflow); });
+    script.ExpectModal(ChartsName, [] { RaiseError(ErrorText::Overflow); });
     Warn("Error during baseline shift routine, turning off shift.\n\nOverflow");
     AdjustBaselineShift(RowNo(1));
     EXPECT_EQ(Work.BaselineShifted[1], FlagFalse);

@@ -39,7 +39,7 @@ protected:
     }
     // Opens the graph, does something on it and leaves by a key.
     bool OnGraph(std::function<void()> during, int key = 13) {
-        script.ExpectModal("Charts", [during, key] {
+        script.ExpectModal(ChartsName, [during, key] {
             during();
             ChartKey(key, 0);
         });
@@ -249,7 +249,7 @@ TEST_F(RangeGraphTest, TheMarkersFollowWhatIsTyped) {
 }
 
 TEST_F(RangeGraphTest, AcceptAndCancelAreTheKeys) {
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         PlaceMarkers(6.204F, 6.918F);
         RangeBarCancelButton();
         EXPECT_FALSE(Charts.Shown);
@@ -257,7 +257,7 @@ TEST_F(RangeGraphTest, AcceptAndCancelAreTheKeys) {
     EXPECT_FALSE(SelectRange(RowNo(1)));
     EXPECT_EQ(Work.FitRange[0][1], 51);
     EXPECT_EQ(Work.AbortFit, 0);
-    script.ExpectModal("Charts", [] {
+    script.ExpectModal(ChartsName, [] {
         PlaceMarkers(6.204F, 6.918F);
         RangeBarAcceptButton();
     });

@@ -4,7 +4,6 @@
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"
 #include "forms/Pieces.h"
-#include "forms/Windows.h"
 #include "forms/shell/FormHost.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
@@ -143,10 +142,12 @@ private:
     std::vector<QAction*> Recent;
 };
 
-} // namespace
-
-QWidget* MakeMainWindow(QWidget* parent) {
+QWidget* MakeAnalmenu(QWidget* parent) {
     return new MainWindow(parent);
 }
+
+const FormWindow Registered(AnalmenuName, MakeAnalmenu);
+
+} // namespace
 
 } // namespace Quillon

@@ -1,7 +1,7 @@
 // The table of data sets.
-#include "forms/Pieces.h"
-#include "forms/Windows.h"
 #include "scandata/FileForm.h"
+#include "forms/Pieces.h"
+#include "forms/shell/FormHost.h"
 #include "scandata/FileFormChannels.h"
 #include "scandata/FileFormEvents.h"
 #include "scandata/FileFormMenu.h"
@@ -328,10 +328,12 @@ private:
     TableSheet* Sheet = new TableSheet;
 };
 
-} // namespace
-
 QWidget* MakeFileForm(QWidget* parent) {
     return new TableDialog(parent);
 }
+
+const FormWindow Registered(FileFormName, MakeFileForm);
+
+} // namespace
 
 } // namespace Quillon

@@ -1,7 +1,7 @@
 // Units and coefficients.
-#include "forms/Pieces.h"
-#include "forms/Windows.h"
 #include "models/UnitsForm.h"
+#include "forms/Pieces.h"
+#include "forms/shell/FormHost.h"
 
 namespace Quillon {
 
@@ -79,8 +79,6 @@ void AlignBoxes(Binder& bind, std::initializer_list<QGridLayout*> grids) {
     });
 }
 
-} // namespace
-
 QWidget* MakeUnitsForm(QWidget* parent) {
     auto* form = new FormDialog(UnitsForm.State, UnitsFormCancelButton, parent);
     Binder& bind = form->Bind;
@@ -130,5 +128,9 @@ QWidget* MakeUnitsForm(QWidget* parent) {
                  bind, []() -> Control& { return UnitsForm.CancelButton; }, UnitsFormCancelButton)}));
     return form;
 }
+
+const FormWindow Registered(UnitsFormName, MakeUnitsForm);
+
+} // namespace
 
 } // namespace Quillon

@@ -1,12 +1,11 @@
 // The chart window.
-#include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "chart/CHART.h"
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
 #include "forms/Pieces.h"
-#include "forms/Windows.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
@@ -238,10 +237,12 @@ private:
     bool Modal = false;
 };
 
-} // namespace
-
-QWidget* MakeChartsWindow(QWidget* parent) {
+QWidget* MakeCharts(QWidget* parent) {
     return new ChartsWindow(parent);
 }
+
+const FormWindow Registered(ChartsName, MakeCharts);
+
+} // namespace
 
 } // namespace Quillon

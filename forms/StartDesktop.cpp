@@ -1,12 +1,14 @@
+#include "forms/StartDesktop.h"
+
+#include "chart/CHART.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
-#include "chart/records/ChartState.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
-#include "forms/Windows.h"
+#include "forms/HelpForm.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "forms/surfaces/Pictures.h"
@@ -22,32 +24,6 @@
 
 namespace Quillon {
 
-void RegisterWindows() {
-    RegisterForm("Analmenu", MakeMainWindow);
-    RegisterForm("Charts", MakeChartsWindow);
-    RegisterForm("TitleOptsForm", MakeTitleOptsForm);
-    RegisterForm("LegendOptsForm", MakeLegendOptsForm);
-    RegisterForm("FileForm", MakeFileForm);
-    RegisterForm("ModelForm", MakeModelForm);
-    RegisterForm("UnitsForm", MakeUnitsForm);
-    RegisterForm("GetGuess", MakeGetGuess);
-    RegisterForm("FitMon", MakeFitMon);
-    RegisterForm("BoundsForm", MakeBoundsForm);
-    RegisterForm("ConfidenceInput", MakeConfidenceInput);
-    RegisterForm("WaitForm", MakeWaitForm);
-    RegisterForm("Results", MakeResults);
-    RegisterForm("Correlation", MakeCorrelation);
-    RegisterForm("ConcForm", MakeConcForm);
-    RegisterForm("ShowConstraintForm", MakeShowConstraintForm);
-    RegisterForm("BaseForm", MakeBaseForm);
-    RegisterForm("SigmaCalcForm", MakeSigmaCalcForm);
-    RegisterForm("SpecForm", MakeSpecForm);
-    RegisterForm("PickSet", MakePickSet);
-    RegisterForm("ExtinctionForm", MakeExtinctionForm);
-    RegisterForm("InfoBox", MakeInfoBox);
-    RegisterForm("HelpForm", MakeHelpForm);
-}
-
 namespace {
 
 // Rows of parameters that stand one below the other in a window of nine tenths of the screen's height, heads
@@ -61,7 +37,6 @@ int RowsThatFit(int height) {
 } // namespace
 
 void StartDesktop(const std::string& argument) {
-    RegisterWindows();
     Seams.CancelFlag = &Work.AbortFit;
     Seams.ProgramName = [] { return Work.ProgramName; };
     Seams.DataDirectory = [] { return Work.DataDirectory; };
@@ -73,13 +48,13 @@ void StartDesktop(const std::string& argument) {
     ResultsFont = [font = QFontMetrics(QFontDatabase::systemFont(QFontDatabase::FixedFont))](
                       const std::string& text) { return font.horizontalAdvance(ShownText(text)); };
     StartQuillon(argument);
-    MakeForm("Analmenu");
-    MakeForm("Charts"); // the engine measures on its picture box
-    Host.ShowForm("Analmenu");
+    MakeForm(AnalmenuName);
+    MakeForm(ChartsName); // the engine measures on its picture box
+    Host.ShowForm(AnalmenuName);
     ListenForHelp();
     if (NamesGraphFile(argument))
         RunCommand([&] {
-            if (RestoreGraphFile(argument)) Host.ShowForm("Charts");
+            if (RestoreGraphFile(argument)) Host.ShowForm(ChartsName);
         });
     RefreshForms();
 }

@@ -1,4 +1,4 @@
-#include "chart/hand/ChartsForm.h"
+#include "chart/hand/Charts.h"
 
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"

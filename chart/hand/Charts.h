@@ -26,6 +26,8 @@ struct ChartMarker {
     std::uint32_t Color = 0x0000C000; // green
 };
 
+inline constexpr const char* ChartsName = "Charts"; // of the form, for the seam
+
 struct ChartsForm {
     // What ChartMenuStatus sets. What needs a graph is off before the first one.
     MenuItem LinePlot{"&Lines"}, DotCenter{"&Dots in Symbols"}, BothPlot{"Lines && S&ymbols"};
