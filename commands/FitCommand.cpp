@@ -4,6 +4,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/GuessesDialog.h"
 #include "models/SEDEQ3.h"
+#include "persistence/Defaults.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "workspace/records/Workspace.h"

@@ -16,6 +16,7 @@
 #include "models/SigmaCalcForm.h"
 #include "models/SpecForm.h"
 #include "models/UnitsForm.h"
+#include "persistence/Defaults.h"
 #include "persistence/FitFile.h"
 #include "workspace/records/Workspace.h"
 

@@ -2,6 +2,7 @@
 
 #include "graphs/GraphParts.h"
 #include "graphs/SeriesNames.h"
+#include "graphs/SpecialOptions.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "models/ModelTable.h"

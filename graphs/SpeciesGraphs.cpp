@@ -3,6 +3,7 @@
 #include "graphs/GraphParts.h"
 #include "graphs/PickSet.h"
 #include "graphs/SeriesNames.h"
+#include "graphs/SpecialOptions.h"
 #include "models/SpeciesAtPoint.h"
 #include "workspace/records/Workspace.h"
 

@@ -264,8 +264,8 @@ void AskChannelRadii(const std::string& question, int cell) {
 void SaveAlwaysRescue() {
     try {
         WriteFit(IniKey::AlwaysRescue, TrueOrFalse(Work.RescueMode == Rescue::Always));
-    } catch (const RuntimeError&) {
-        TellWriteFailure();
+    } catch (const RuntimeError& error) {
+        TellWriteFailure(error.Text);
     }
 }
 
