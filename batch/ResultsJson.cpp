@@ -4,6 +4,7 @@
 #include "batch/Numbers.h"
 #include "batch/SetPoints.h"
 #include "fit/Confidence.h"
+#include "fit/Undetermined.h"
 #include "models/Catalogue.h"
 #include "models/ParmScale.h"
 #include "reporting/Statistics.h"
@@ -94,7 +95,8 @@ std::string ParameterObject(long slot) {
          Member("state", std::string("\"") + StateName(free) + "\""),
          Member("internal", JsonNumber(Work.Parms[slot])),
          Member("value", Existing(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
-         Member("error", Existing(fitted && Work.FitDone && !HasNoError(free), [&] { return DisplayedError(free); })),
+         Member("error",
+                Existing(fitted && Work.FitDone && !HasNoError(free), [&] { return DisplayedError(free); })),
          Member("lower", limit(0)), Member("upper", limit(1)),
          Member("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0))});
 }

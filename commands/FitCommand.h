@@ -15,8 +15,8 @@ inline constexpr const char* AlwaysCaption = "&Always";
 
 // The whole command. How a fit failed is told here, once, and so is any other run-time error, which leaves no
 // fit behind; with damped steps wanted without a question, only what is left of the failure behind them is.
-// Work.AbortFit is left for the caller to clear when the fit itself was cancelled. The fit's progress shows in
-// the monitor, or where the caller says.
+// Work.AbortFit is left for the caller to clear when the fit itself was cancelled. The fit's progress shows
+// in the monitor, or where the caller says.
 void FitDataCommand(const FitProgress* progress = nullptr);
 
 // Sets changed when the value of a slot differs from that before the guesses dialog (Work.ParmsSave) by more

@@ -82,7 +82,8 @@ bool IsUndetermined(long place) {
     const long slot = Work.FreeIndex[place];
     const Quantity holds = RuleOfSlot(slot).Holds;
     if (holds == Quantity::Offset) return false;
-    const double error = std::sqrt(std::fabs(Work.NormMatrix(place, place))) * static_cast<double>(Work.RmsResidual);
+    const double error =
+        std::sqrt(std::fabs(Work.NormMatrix(place, place))) * static_cast<double>(Work.RmsResidual);
     const double size = IsAdditive(holds) ? 1.0 : std::fabs(static_cast<double>(Work.Parms[slot]));
     return !(error <= size);
 }

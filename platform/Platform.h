@@ -167,10 +167,10 @@ inline void InstallPlatform(Platform filling) {
     const auto orElse = [](auto& entry, auto harmless) {
         if (!entry) entry = harmless;
     };
-    orElse(filling.AskChecked, [answer = filling.MessageBoxAnswer](const BoxRequest& request,
-                                                                   const std::string&, bool&) {
-        return answer(request);
-    });
+    orElse(filling.AskChecked,
+           [answer = filling.MessageBoxAnswer](const BoxRequest& request, const std::string&, bool&) {
+               return answer(request);
+           });
     orElse(filling.AskText, [](const InputRequest&) { return InputAnswer{}; });
     orElse(filling.AskFile, [](const FileRequest&) { return FileAnswer{}; });
     orElse(filling.SeedUniform, [] {});

@@ -17,9 +17,9 @@ namespace Quillon {
 // follow. Work.IncludeSet has to be current.
 //
 // A RuntimeError in words that name the row: two or more sets and one without speed or temperature or the
-// first without a path; a speed that no rotor has; a range outside its scan; more points than 16 bits count; a constraint with a
-// tolerance of 0. The records of the fit are then those of the former build, and Work.DataChosen is false:
-// the table has to be accepted again before anything is fitted.
+// first without a path; a speed that no rotor has; a range outside its scan; more points than 16 bits count;
+// a constraint with a tolerance of 0. The records of the fit are then those of the former build, and
+// Work.DataChosen is false: the table has to be accepted again before anything is fitted.
 void BuildFitData();
 
 // Work.SetOfRow from Work.SetRow.

@@ -17,7 +17,6 @@ bool IsOffset(long slot) {
     return slot >= 8 && (slot - 7) % 3 == 0 && !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
 }
 
-
 void MoveFarOff(long slot, double reach, NoiseSource& random) {
     float& p = Work.Parms[slot];
     if (IsOffset(slot) || (slot == 7 && !IsAdditiveSlot(7)))
@@ -80,7 +79,8 @@ void LoadRobustnessCase(const ModelCase& theCase, std::uint64_t seed) {
 void StartFarOff(double reach, std::uint64_t seed) {
     NoiseSource random(seed);
     for (long a = 0; a < Work.NumFree; ++a)
-        if (Work.FreeIndex[a] < 8 || IsOffset(Work.FreeIndex[a])) MoveFarOff(Work.FreeIndex[a], reach, random);
+        if (Work.FreeIndex[a] < 8 || IsOffset(Work.FreeIndex[a]))
+            MoveFarOff(Work.FreeIndex[a], reach, random);
     MoveSeparateConstants(reach, random);
     ApplyOffsetLinks();
     ApplyConcentrationLinks();
