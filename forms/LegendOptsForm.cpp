@@ -5,6 +5,7 @@
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 
+#include <QComboBox>
 #include <QListWidget>
 
 namespace Quillon {

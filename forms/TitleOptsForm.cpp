@@ -5,6 +5,8 @@
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 
+#include <QComboBox>
+
 namespace Quillon {
 
 namespace {
