@@ -1,5 +1,6 @@
 // Every form on its window: opened by its command, filled through widgets, closed in each of the ways that a
 // user has, and what the workspace holds afterwards.
+#include "chart/Charts.h"
 #include "commands/Analmenu.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"

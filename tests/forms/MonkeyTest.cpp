@@ -3,6 +3,7 @@
 // In the suite for two seconds; by hand longer, best under the sanitizers:
 //   QUILLON_MONKEY_SECONDS=300 QUILLON_MONKEY_SEED=7 test_forms --gtest_filter=Monkey*
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
+#include "chart/Charts.h"
 #include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"

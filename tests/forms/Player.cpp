@@ -1,5 +1,6 @@
 #include "tests/forms/Player.h"
 
+#include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"
 #include "forms/StartDesktop.h"
