@@ -3,6 +3,7 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/FitCommand.h"
+#include "commands/MeasuredData.h"
 #include "commands/SimulateCommand.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
@@ -135,6 +136,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "DoIntegrate", "&Integrate Over Cell...", IntegrateDialog, DataAndModel},
         {Analysis, "AlterBounds", "Alter Parameter &Bounds...", BoundsDialog, DataAndModel},
         {Analysis, "DoSimulate", "&Simulate...", SimulateCommand, DataAndModel},
+        {Analysis, "BringBackMeasured", "Bring Bac&k Measured Data", BringBackMeasuredData, MeasuredDataKept},
         {Analysis, "DoShowConstraint", "Sho&w Match to Conc. Constraints...", ShowConstraintMatch, MatchStands, Plain, NewGroup},
         {Analysis, "Covariance", "&List Parameter Cross-Correlations...", Covariance, ResultsStand},
 

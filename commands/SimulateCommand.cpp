@@ -1,7 +1,8 @@
 #include "commands/SimulateCommand.h"
-#include "chart/Charts.h"
 
 #include "chart/CHART.h"
+#include "chart/Charts.h"
+#include "commands/MeasuredData.h"
 #include "fit/GuessesDialog.h"
 #include "graphs/FitGraphs.h"
 #include "input/NUMINPUT.h"
@@ -106,7 +107,7 @@ void TakePseudoPoints(OneBased<float>& values) {
         if (!IsTrue(p)) values[p] = again[p];
 }
 
-void Overwrite(OneBased<float> values) {
+void Overwrite(OneBased<float> values, const Workspace& before) {
     bool baselines = false;
     long first = 1;
     for (const SetNo set : EachSet()) {
@@ -114,6 +115,7 @@ void Overwrite(OneBased<float> values) {
         baselines = DropBaseline(RowOf(set)) || baselines;
         first += Work.SetPts[set];
     }
+    KeepMeasuredData(before);
     BuildFitData();
     TakePseudoPoints(values);
     TakeCurve(std::move(values));
@@ -135,6 +137,7 @@ void ShowSimulated() {
 } // namespace
 
 void SimulateCommand() {
+    const Workspace before = Work;
     const bool overwrite = AskYesNo("Do you want the simulated data to overwrite the experimental data?",
                                     Work.ProgramName, BoxAnswer::No);
     SelectModel(false);
@@ -145,7 +148,7 @@ void SimulateCommand() {
         const bool changed = ParmsChanged();
         AddNoise(*curve, noise.value_or(0.0));
         if (overwrite) {
-            Overwrite(std::move(*curve));
+            Overwrite(std::move(*curve), before);
         } else {
             TakeCurve(std::move(*curve));
             if (changed || noise.value_or(0.0) != 0.0) LetFitGo();

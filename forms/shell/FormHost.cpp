@@ -40,6 +40,13 @@ FormWindow::FormWindow(const char* name, QWidget* (*make)(QWidget*)) {
     Registry()[name].Make = make;
 }
 
+std::vector<std::string> RegisteredForms() {
+    std::vector<std::string> names;
+    for (const auto& [name, form] : Registry())
+        names.push_back(name);
+    return names;
+}
+
 QWidget* OpenForm(const std::string& name) {
     const auto found = Registry().find(name);
     return found == Registry().end() ? nullptr : found->second.Window.data();

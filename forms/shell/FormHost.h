@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -13,6 +14,9 @@ namespace Quillon {
 struct FormWindow {
     FormWindow(const char* name, QWidget* (*make)(QWidget* parent));
 };
+
+// The names of all of them, in the order of the alphabet.
+std::vector<std::string> RegisteredForms();
 
 // The seam's three entries. A form of an unknown name is shown as nothing at all, and told on standard error.
 void ShowFormModally(const std::string& name);

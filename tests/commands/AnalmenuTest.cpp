@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 #include <stdexcept>
 
@@ -87,76 +86,6 @@ TEST_F(MainWindow, CaptionsCarryTheirAccessKeys) {
     EXPECT_EQ(MainMenuCaption(MainMenu::Preferences), "&Preferences");
 }
 
-// Every caption of the menu in its order. An item that the program does not have is passed over.
-TEST_F(MainWindow, ItemsStandInTheirOrderUnderTheirCaptions) {
-    const std::vector<std::pair<std::string, std::string>> stated = {
-        {"ReadData", "&Read/change data sets..."},
-        {"NewNameConvention", "&Use New File Naming Convention"},
-        {"DoFitSave", "&Save current fit to disk..."},
-        {"DoFitRestore", "R&estore saved fit from disk..."},
-        {"SaveDefaults", "Save program &defaults..."},
-        {"WriteBaseline", "Wri&te Baseline from Residuals..."},
-        {"MenuExit", "E&xit"},
-        {"DoModelSet", "Define &Model..."},
-        {"DefineUnits", "&Define Units..."},
-        {"FitData", "&Fit Data..."},
-        {"ReviewFit", "&Review last fit..."},
-        {"DoInitGuesses", "R&e-initialize Concentration Guesses..."},
-        {"SetConcConstraint", "&Constrain Concentrations..."},
-        {"SetBaseConstraint", "C&onstrain Zero Offsets..."},
-        {"DoIntegrate", "&Integrate Over Cell..."},
-        {"AlterBounds", "Alter Parameter &Bounds..."},
-        {"DoSimulate", "&Simulate..."},
-        {"DoShowConstraint", "Sho&w Match to Conc. Constraints..."},
-        {"Covariance", "&List Parameter Cross-Correlations..."},
-        {"GraphData", "&Data Included in Fit"},
-        {"GraphFunc", "&Fitted Function"},
-        {"GraphOverlay", "&Overlay All Data and Fits"},
-        {"GraphResiduals", "&Residuals (all) vs. X"},
-        {"GraphResidualsY", "Residuals (all) vs. &Y"},
-        {"GraphResidualsR", "Residuals (all) vs. r&adius"},
-        {"GraphSpecies", "Species &Concentration (all)"},
-        {"GraphSpeciesFraction", "&Species Fraction (all)"},
-        {"GraphMvsC", "&Apparent Molar Mass vs. Concentration (all)"},
-        {"mnuGraphMvsR", "Apparent Molar Mass vs. Radius (all)"},
-        {"GraphFuncSet", "Fitted Function (&1 set)..."},
-        {"GraphOverlaySet", "Overlay Data and Fit (1 se&t)..."},
-        {"GraphResidSet", "Residuals (1 set) vs. &X..."},
-        {"GraphResidSetY", "Residuals (1 set) &vs. Y..."},
-        {"GraphResidualsRSet", "Residuals (1 set) vs. rad&ius..."},
-        {"GraphSpeciesSet", "Species Co&ncentration (1 set)..."},
-        {"GraphSpeciesFractionSet", "Species Fraction (1 s&et)..."},
-        {"UseResiduals", "Use &Residual Plot in Reports"},
-        {"UseOverlay", "Use Data+Fit &Overlay Plot in Reports"},
-        {"ResidualsSpread", "&Y-shift Data Sets in Residual Plots"},
-        {"FitPause", "&Pause for Manual Start When Fitting"},
-        {"SetConfidence", "Set &Confidence Interval Probability..."},
-        {"mnuSigmaCalculator", "&Rotor Speed Calculator..."},
-        {"mnuHelpContents", "&Contents..."},
-        {"mnuHelpIndex", "&Index..."},
-        {"AboutBox", "&About QUILLON..."}};
-    std::vector<std::string> names;
-    std::size_t next = 0;
-    for (const MenuRow& row : MenuRows()) {
-        names.push_back(row.Name);
-        const auto found = std::find_if(stated.begin() + static_cast<std::ptrdiff_t>(next), stated.end(),
-                                        [&](const auto& item) { return item.first == row.Name; });
-        if (found == stated.end()) { // of this program's own, or out of its order
-            for (const auto& [name, caption] : stated)
-                EXPECT_NE(name, row.Name);
-            continue;
-        }
-        EXPECT_STREQ(row.Caption, found->second.c_str());
-        next = static_cast<std::size_t>(found - stated.begin()) + 1;
-    }
-    EXPECT_GE(std::count_if(stated.begin(), stated.end(),
-                            [&](const auto& item) {
-                                return std::find(names.begin(), names.end(), item.first) != names.end();
-                            }),
-              35);
-    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
-}
-
 TEST_F(MainWindow, ANameThatNoItemHasIsNoSilentNothing) {
     EXPECT_THROW(RunMainCommand("FitDate"), std::logic_error);
     EXPECT_THROW(MainItem("FitDate"), std::logic_error);
@@ -194,33 +123,6 @@ TEST_F(MainWindow, FinishedFitOpensResultsUntilConstraintsChange) {
     SetMenuStatus();
     EXPECT_TRUE(On("DoFitSave")); // never taken back
     EXPECT_FALSE(On("GraphOverlay") || On("DoShowConstraint"));
-}
-
-TEST_F(MainWindow, SpeciesMassesAndSimulationHaveTheirRules) {
-    const auto all = [](std::initializer_list<const char*> names, bool enabled) {
-        for (const char* name : names)
-            EXPECT_EQ(MainItem(name).Enabled, enabled) << name;
-    };
-    const auto graphs = {"GraphSpecies", "GraphSpeciesFraction", "GraphSpeciesSet", "GraphSpeciesFractionSet",
-                         "GraphMvsC",    "mnuGraphMvsR"};
-    all({"DoIntegrate", "DoSimulate"}, false);
-    all(graphs, false);
-    Work.DataChosen = Work.ModelChosen = FlagTrue;
-    SetMenuStatus();
-    all({"DoIntegrate", "DoSimulate"}, true);
-    all(graphs, false);
-    Work.FitValid = FlagTrue;
-    Work.NewData = 1; // a curve stands beside any data
-    SetMenuStatus();
-    all(graphs, true);
-    EXPECT_EQ(MainItem("DoIntegrate").Text, "&Integrate Over Cell...");
-    EXPECT_EQ(MainItem("DoSimulate").Text, "&Simulate...");
-    EXPECT_EQ(MainItem("GraphSpecies").Text, "Species &Concentration (all)");
-    EXPECT_EQ(MainItem("GraphSpeciesFraction").Text, "&Species Fraction (all)");
-    EXPECT_EQ(MainItem("GraphMvsC").Text, "&Apparent Molar Mass vs. Concentration (all)");
-    EXPECT_EQ(MainItem("mnuGraphMvsR").Text, "Apparent Molar Mass vs. Radius (all)");
-    EXPECT_EQ(MainItem("GraphSpeciesSet").Text, "Species Co&ncentration (1 set)...");
-    EXPECT_EQ(MainItem("GraphSpeciesFractionSet").Text, "Species Fraction (1 s&et)...");
 }
 
 TEST_F(MainWindow, BaselinesComeFromOneSetOfTheSimplestModel) {

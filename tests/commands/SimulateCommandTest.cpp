@@ -1,8 +1,9 @@
 // The command Simulate: beside the data and in their place, with and without noise, cancelled and failed.
 #include "commands/SimulateCommand.h"
-#include "fit/GetGuess.h"
 
 #include "chart/CHART.h"
+#include "commands/MeasuredData.h"
+#include "fit/GetGuess.h"
 #include "models/SEDEQ3.h"
 #include "scandata/FitData.h"
 #include "tests/support/ModelCases.h"
@@ -122,6 +123,52 @@ TEST_F(Simulate, OverwritesDataAndScansAlike) {
     EXPECT_EQ(Work.RmsResidual, 0.0F);
     EXPECT_EQ(Work.Parms, before.Parms);
     EXPECT_EQ(Work.FreeMap, before.FreeMap);
+}
+
+TEST_F(Simulate, MeasuredDataComeBack) {
+    const Workspace before = Work;
+    Answer(true, nullptr, [] { Work.Parms[0] *= 1.25F; });
+    SimulateCommand();
+    ASSERT_TRUE(MeasuredDataKept());
+    Answer(true, nullptr, [] { Work.Parms[0] *= 1.25F; }); // once more, over the simulated data
+    SimulateCommand();
+    Work.OverlayPlot = FlagTrue; // a preference that was set since
+    BringBackMeasuredData();
+    EXPECT_EQ(Work.OverlayPlot, FlagTrue);
+    Work.OverlayPlot = before.OverlayPlot;
+    EXPECT_EQ(Work, before);
+    EXPECT_FALSE(MeasuredDataKept());
+    EXPECT_EQ(Outside.Forms.back(), "show Charts");
+    EXPECT_EQ(Chart.DataY(3, 1), before.PtY[3]);
+}
+
+TEST_F(Simulate, AFitOfSimulatedDataIsAskedAbout) {
+    Answer(true, nullptr);
+    SimulateCommand();
+    Work.FitDone = FlagTrue;
+    const Workspace before = Work;
+    const std::string question = "The analysis will be again what it was before the simulation.  The fit of "
+                                 "the simulated data will be "
+                                 "lost, unless you have saved it.  Do you want the measured data back?";
+    Outside.ExpectMessage(question, BoxAnswer::No);
+    BringBackMeasuredData();
+    EXPECT_EQ(Work, before);
+    Outside.ExpectMessage(question, BoxAnswer::Yes);
+    BringBackMeasuredData();
+    EXPECT_NE(Work.PtY, before.PtY);
+}
+
+TEST_F(Simulate, OtherScansEndTheWayBack) {
+    Answer(true, nullptr);
+    SimulateCommand();
+    EXPECT_TRUE(MeasuredDataKept());
+    Work.ScanFile[2] = "another.RA1";
+    EXPECT_FALSE(MeasuredDataKept());
+    const Workspace before = Work;
+    BringBackMeasuredData();
+    EXPECT_EQ(Work, before);
+    Load("Model02"); // scans of the same names with other values
+    EXPECT_FALSE(MeasuredDataKept());
 }
 
 TEST_F(Simulate, OverwrittenSetsLoseTheirBaseline) {
