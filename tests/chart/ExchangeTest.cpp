@@ -43,10 +43,8 @@ TEST_F(ExchangeTest, CopyAndPasteGivesTheSameGraph) {
 
 TEST_F(ExchangeTest, EveryDelimiterIsFound) {
     for (const char* text :
-         {"1\t2,5\r\n3\t4\r\n", "1;2,5\n3;4\n", "1,2.5\n3,4", "1 2.5\n  3   4  \n\n", "1 2,5\n3 4\n"}) {
+         {"1\t2,5\r\n3\t4\r\n", "1;2,5\n3;4\n", "1,2.5\n3,4", "1 2.5\n  3   4  \n\n"}) {
         const PastedData data = ReadPastedText(text);
-        const bool comma = std::string(text) == "1 2,5\n3 4\n"; // a comma there is taken for a delimiter
-        if (comma) continue;
         ASSERT_EQ(data.X.Points(), 2) << text;
         EXPECT_EQ(data.X(2, 1), 3.0F) << text;
         EXPECT_EQ(Y(data, 1, 1), 2.5F) << text;
