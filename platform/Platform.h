@@ -72,7 +72,7 @@ enum class Pointer { Standard, Hourglass };
 // One thing in several forms, of which the program that pastes it takes the best that it knows. A form that
 // is empty is not offered.
 struct ClipboardOffer {
-    std::string Text; // 8-bit, as it is
+    std::string Text;          // 8-bit, as it is
     std::string Svg, Emf, Png; // the bytes of such a file
 };
 

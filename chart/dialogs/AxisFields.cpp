@@ -105,23 +105,6 @@ void ShowScale() {
     form.GridCheck.Value = EditAxis.Grid;
 }
 
-void ShowOptions() {
-    AxisOptsFormRecord& form = AxisOptsForm;
-    const bool log = EditAxis.ScaleType == ScaleTypes::Logarithmic;
-    form.Linear.Value = Flag(!log);
-    form.LogBase10.Value = Flag(IsLog10(EditAxis));
-    form.NaturalLog.Value = Flag(log && !IsLog10(EditAxis));
-    const std::int16_t mode = EditAxis.ScaleMode;
-    form.ScaleManual.Value = Flag(mode == ScaleModes::Manual || mode == ScaleModes::Zoomed);
-    form.Prescaled.Value = Flag(mode == ScaleModes::Prescaled);
-    form.ScaleAutorange.Value = Flag(mode == ScaleModes::Autorange);
-    form.NoTics.Value = Flag(EditAxis.TicMode == TicModes::NoTics);
-    form.MarkandLabel.Value = Flag(EditAxis.TicMode == TicModes::MarksAndLabels);
-    form.MarkOnly.Value = Flag(EditAxis.TicMode == TicModes::MarksOnly);
-    form.DecFormat.Value = Flag(EditAxis.TicFormat == TicFormats::Decimal);
-    form.ExpFormat.Value = Flag(EditAxis.TicFormat == TicFormats::Exponential);
-}
-
 void ShowTexts() {
     AxisOptsFormRecord& form = AxisOptsForm;
     form.AxisTitleInput.Text = EditAxis.Title.Text.Str();
@@ -139,9 +122,26 @@ void TakeColor(const Control& list, std::int16_t& color) {
 
 } // namespace
 
+void ShowAxisOptions() {
+    AxisOptsFormRecord& form = AxisOptsForm;
+    const bool log = EditAxis.ScaleType == ScaleTypes::Logarithmic;
+    form.Linear.Value = Flag(!log);
+    form.LogBase10.Value = Flag(IsLog10(EditAxis));
+    form.NaturalLog.Value = Flag(log && !IsLog10(EditAxis));
+    const std::int16_t mode = EditAxis.ScaleMode;
+    form.ScaleManual.Value = Flag(mode == ScaleModes::Manual || mode == ScaleModes::Zoomed);
+    form.Prescaled.Value = Flag(mode == ScaleModes::Prescaled);
+    form.ScaleAutorange.Value = Flag(mode == ScaleModes::Autorange);
+    form.NoTics.Value = Flag(EditAxis.TicMode == TicModes::NoTics);
+    form.MarkandLabel.Value = Flag(EditAxis.TicMode == TicModes::MarksAndLabels);
+    form.MarkOnly.Value = Flag(EditAxis.TicMode == TicModes::MarksOnly);
+    form.DecFormat.Value = Flag(EditAxis.TicFormat == TicFormats::Decimal);
+    form.ExpFormat.Value = Flag(EditAxis.TicFormat == TicFormats::Exponential);
+}
+
 void ShowAxis() {
     ShowScale();
-    ShowOptions();
+    ShowAxisOptions();
     ShowTexts();
 }
 

@@ -10,6 +10,9 @@ namespace Quillon {
 // Shows EditAxis in all controls.
 void ShowAxis();
 
+// The options alone, after a click that was refused.
+void ShowAxisOptions();
+
 // Takes a field of a number into EditAxis. False when it was refused: the reason is told, and the focus goes
 // back to it.
 bool TakeAxisField(Control& field);

@@ -238,7 +238,7 @@ void AxisOptsTypeClick(std::int16_t scaleType, float logBase) {
     GraphAxis wanted;
     wanted.ScaleType = scaleType;
     wanted.LogBase = logBase;
-    if (SameScaleType(wanted, EditAxis) || !TakeAxis()) return ShowAxis();
+    if (SameScaleType(wanted, EditAxis) || !TakeAxis()) return ShowAxisOptions();
     ChangeType(wanted);
     ShowAxis();
     ShowNote();
@@ -260,7 +260,7 @@ void AxisOptsTicModeClick(std::int16_t ticMode) {
 }
 
 void AxisOptsFormatClick(std::int16_t ticFormat) {
-    if (!TakeAxis()) return ShowAxis();
+    if (!TakeAxis()) return ShowAxisOptions();
     EditAxis.TicFormat = ticFormat;
     ShowAxis();
 }

@@ -19,13 +19,6 @@ ShiftDataRecord ShiftData;
 namespace {
 
 constexpr const char* NoAmount = "0.00";
-constexpr const char* StandardPercent = "3.00";
-
-// What the form was left with: the next one of this run begins so.
-struct {
-    ShiftBy By = ShiftBy::Percent;
-    std::string Value = NoAmount, Percent = StandardPercent;
-} Former;
 
 const GraphAxis& ShownAxis() {
     return Chart.SeparateMode == SeparateModes::AlongX ? Chart.Spec.AxisX1 : Chart.Spec.AxisY1;
@@ -182,13 +175,13 @@ void LoadShiftData() {
     ShiftData = ShiftDataRecord{};
     FillCaptions();
     FillSets();
-    ShiftData.ValueInput.Text = Former.Value;
-    ShiftData.PercentInput.Text = Former.Percent;
+    ShiftData.ValueInput.Text = FormerShift.Value;
+    ShiftData.PercentInput.Text = FormerShift.Percent;
     ShiftData.TakeBackButton.Enabled = IsSeparated(Chart.SeparateMode);
-    Choose(Former.By);
-    ShiftData.State.FocusOn = Former.By == ShiftBy::Percent    ? &ShiftData.PercentInput
-                              : Former.By == ShiftBy::Constant ? &ShiftData.ValueInput
-                                                               : &ShiftData.SetNum;
+    Choose(FormerShift.By);
+    ShiftData.State.FocusOn = FormerShift.By == ShiftBy::Percent    ? &ShiftData.PercentInput
+                              : FormerShift.By == ShiftBy::Constant ? &ShiftData.ValueInput
+                                                                    : &ShiftData.SetNum;
     ShiftData.State.Shown = true;
 }
 
@@ -221,7 +214,7 @@ void ShiftDataValueLostFocus() {
 
 void ShiftDataOkButton() {
     TakeValue();
-    Former = {Chosen(), ShiftData.ValueInput.Text, ShiftData.PercentInput.Text};
+    FormerShift = {Chosen(), ShiftData.ValueInput.Text, ShiftData.PercentInput.Text};
     ShiftData.State.Shown = false;
     Shift();
 }

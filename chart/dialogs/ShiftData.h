@@ -6,12 +6,21 @@
 #include "platform/Arrays.h"
 #include "platform/Controls.h"
 
+#include <string>
+
 namespace Quillon {
 
 inline constexpr const char* ShiftDataName = "ShiftData"; // of the form, for the seam
 
 // How the amounts come about.
 enum class ShiftBy { Variable, Constant, Percent };
+
+// What a form was left with by OK: the next one of the run begins so.
+struct ShiftDataChoice {
+    ShiftBy By = ShiftBy::Percent;
+    std::string Value = "0.00", Percent = "3.00";
+};
+inline ShiftDataChoice FormerShift;
 
 struct ShiftDataRecord {
     FormState State;

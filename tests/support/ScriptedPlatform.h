@@ -39,8 +39,8 @@ public:
 
     int Beeps = 0;
     std::vector<std::string> Forms; // "show X", "hide X", in order
-    std::string ClipboardHolds;   // the text on it
-    ClipboardOffer ClipboardKinds; // what was put there in several forms
+    std::string ClipboardHolds;     // the text on it
+    ClipboardOffer ClipboardKinds;  // what was put there in several forms
 
     // Called at each service of the event queue.
     std::function<void()> DuringEvents;
