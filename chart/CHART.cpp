@@ -1,6 +1,7 @@
 #include "chart/CHART.h"
 
 #include "chart/layout/CheckAxes.h"
+#include "chart/records/Columns.h"
 #include "chart/records/Kept.h"
 #include "chart/records/SetLooks.h"
 #include "chart/scale/AxisScale.h"
@@ -46,6 +47,12 @@ void TakeValues(const PlotData& data, const SetTable& from, const GraphAxis& axi
     }
 }
 
+// What the transform does not give back is kept beside its result.
+void KeepRaw(const PlotData& data, const SetTable& from, const GraphAxis& axis, bool values, SetTable& raw) {
+    const bool changed = axis.ScaleType == ScaleTypes::Logarithmic || LoadDivisor(axis) != 1.0F;
+    if (changed && values) TakeValues(data, from, GraphAxis{}, true, raw);
+}
+
 void TakeNames(const PlotData& data) {
     const int sets = data.LastSet - data.FirstSet + 1;
     Chart.SetNames.Recreate(sets);
@@ -60,8 +67,13 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     SetKinds(Chart.Spec);
     Chart.CatLabels.Recreate(1);
     const bool pie = spec.GraphType == GraphTypes::Pie; // its slices are the Y values
-    TakeValues(data, data.X, Chart.Spec.AxisX1, state.KindX == AxisKinds::Value, Chart.DataX);
-    TakeValues(data, data.Y, Chart.Spec.AxisY1, pie || state.KindY == AxisKinds::Value, Chart.DataY);
+    const bool valuesX = state.KindX == AxisKinds::Value;
+    const bool valuesY = pie || state.KindY == AxisKinds::Value;
+    TakeValues(data, data.X, Chart.Spec.AxisX1, valuesX, Chart.DataX);
+    TakeValues(data, data.Y, Chart.Spec.AxisY1, valuesY, Chart.DataY);
+    ForgetColumns();
+    KeepRaw(data, data.X, Chart.Spec.AxisX1, valuesX, Columns.X.Raw);
+    KeepRaw(data, data.Y, Chart.Spec.AxisY1, valuesY, Columns.Y.Raw);
     Chart.LoadFactorX = LoadDivisor(Chart.Spec.AxisX1);
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
     TakeNames(data);
@@ -107,6 +119,7 @@ void LetGo() {
     if (Chart.GraphHeld != 0) return;
     Chart.DataX.Recreate(0, 0);
     Chart.DataY.Recreate(0, 0);
+    ForgetColumns();
 }
 
 void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNote>& notes,

@@ -1,8 +1,12 @@
 // The chart window.
 #include "chart/Charts.h"
 #include "chart/CHART.h"
+#include "chart/dialogs/AxisOptsForm.h"
 #include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/LineWidthForm.h"
+#include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "chart/files/DataText.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
 #include "forms/Pieces.h"
@@ -141,15 +145,11 @@ private:
         file->addSeparator();
         file->addAction("Save Graph &As...", QKeySequence::SaveAs, this, [] { RunOnGraph(SaveGraphAs); });
         file->addAction("&Write Data...", this, [] { RunOnGraph(EditWriteData); });
-        file->addSeparator();
-        file->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
-        file->addAction("&Paste Data", QKeySequence::Paste, this, [] { RunOnGraph(EditPasteData); });
-        file->addAction("Copy &Bitmap", QKeySequence::Copy, this, [this] {
-            if (Chart.GraphHeld != 0) QApplication::clipboard()->setPixmap(Canvas->grab());
-        });
+        file->addAction("Write &Metafile...", this, [] { RunOnGraph(WriteMeta); });
         file->addSeparator();
         file->addAction("Save Graph De&faults...", this, [] { RunOnGraph(SaveChartDefaults); });
         file->addAction("&Close", QKeySequence::Close, this, &QDialog::close);
+        BuildEditMenu(bar->addMenu("&Edit"));
         BuildScaleMenu(bar->addMenu("&Scale"));
         BuildStyleMenu(bar->addMenu("S&tyle"));
         Options = bar->addMenu("&Options");
@@ -158,6 +158,33 @@ private:
         for (QMenu* menu : bar->findChildren<QMenu*>())
             GiveKeysBack(menu);
         return bar;
+    }
+
+    void BuildEditMenu(QMenu* edit) {
+        edit->addAction("&Copy Graph", QKeySequence::Copy, this, [] { RunOnGraph(CopyGraph); });
+        edit->addAction("Copy &Bitmap", this, [this] {
+            if (Chart.GraphHeld != 0) QApplication::clipboard()->setPixmap(Canvas->grab());
+        });
+        edit->addAction("Copy &Metafile", this, [] { RunOnGraph(CopyMeta); });
+        edit->addSeparator();
+        edit->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
+        edit->addAction("Copy Data with &Heads", this, [] { RunOnGraph(EditCopyDataWithHeads); });
+        edit->addAction("&Paste Data", QKeySequence::Paste, this, [] { RunOnGraph(EditPasteData); });
+    }
+
+    void BuildAxesMenu(QMenu* scale) {
+        Add(
+            scale, []() -> MenuItem& { return Charts.EditHorz; }, EditHorz);
+        Add(
+            scale, []() -> MenuItem& { return Charts.EditVert; }, EditVert);
+        QMenu* apart = scale->addMenu("&Separate Data Sets");
+        Add(
+            apart, []() -> MenuItem& { return Charts.SeparateX; }, SeparateX);
+        Add(
+            apart, []() -> MenuItem& { return Charts.SeparateY; }, SeparateY);
+        Add(
+            apart, []() -> MenuItem& { return Charts.SeparateBoth; }, SeparateBoth);
+        scale->addSeparator();
     }
 
     void BuildScaleMenu(QMenu* scale) {
@@ -171,6 +198,7 @@ private:
         Add(
             scale, []() -> MenuItem& { return Charts.AutoY; }, DoAutoY);
         scale->addSeparator();
+        BuildAxesMenu(scale);
         Add(
             scale, []() -> MenuItem& { return Charts.RoundOnZoom; }, ToggleRoundOnZoom, true);
         Add(
@@ -202,6 +230,12 @@ private:
             style, []() -> MenuItem& { return Charts.DeleteTitles; }, [] { DeleteTitles(); });
         Add(
             style, []() -> MenuItem& { return Charts.mnuEditLegend; }, EditLegend);
+        style->addSeparator();
+        Add(
+            style, []() -> MenuItem& { return Charts.LineWidths; }, DoLineWidth);
+        Add(
+            style, []() -> MenuItem& { return Charts.SymbolSize; }, ChangeSymbolSize);
+        style->addAction("Re&fresh", QKeySequence("Ctrl+R"), this, [] { RunOnGraph(DoRefresh); });
     }
 
     void Follow() {

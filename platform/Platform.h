@@ -69,6 +69,19 @@ struct FileAnswer {
 
 enum class Pointer { Standard, Hourglass };
 
+// One thing in several forms, of which the program that pastes it takes the best that it knows. A form that
+// is empty is not offered.
+struct ClipboardOffer {
+    std::string Text;          // 8-bit, as it is
+    std::string Svg, Emf, Png; // the bytes of such a file
+};
+
+// The colour dialog. Colours are 0x00BBGGRR.
+struct ColorAnswer {
+    bool Cancelled = true;
+    std::uint32_t Color{};
+};
+
 struct ClockTime {
     int Year{}, Month{}, Day{}, Hour{}, Minute{}, Second{};
 };
@@ -141,6 +154,12 @@ struct Platform {
     std::function<bool(const std::string& text)> SetClipboardText;
     std::function<std::string()> ClipboardText; // "" when it holds no text
 
+    // Puts something on the clipboard in all its forms at once; false when it could not be done.
+    std::function<bool(const ClipboardOffer& offer)> SetClipboard;
+
+    // Asks for a colour, beginning with one. Harmless filling: cancelled.
+    std::function<ColorAnswer(const std::string& title, std::uint32_t color)> AskColor;
+
     // Starts a program with one argument and does not wait for it; false when it cannot be started.
     std::function<bool(const std::string& program, const std::string& argument)> StartProgram;
 
@@ -190,6 +209,8 @@ inline void InstallPlatform(Platform filling) {
     orElse(filling.ProgramDirectory, [] { return std::string{}; });
     orElse(filling.SetClipboardText, [](const std::string&) { return false; });
     orElse(filling.ClipboardText, [] { return std::string{}; });
+    orElse(filling.SetClipboard, [](const ClipboardOffer&) { return false; });
+    orElse(filling.AskColor, [](const std::string&, std::uint32_t) { return ColorAnswer{}; });
     orElse(filling.StartProgram, [](const std::string&, const std::string&) { return false; });
     orElse(filling.IsThisProgram, [](const std::string&) { return false; });
     orElse(filling.HoldFile, [](const std::string&) { return std::shared_ptr<void>{}; });

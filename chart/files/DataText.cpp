@@ -2,10 +2,13 @@
 #include "chart/files/DataText.h"
 
 #include "chart/files/Exchange.h"
+#include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/SetTable.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+
+#include <new>
 
 namespace Quillon {
 
@@ -15,6 +18,24 @@ namespace {
 std::string ValueText(float value, char delimiter) {
     if (value != MissingValue) return SingleText(value);
     return delimiter == ' ' ? "\" \"" : " ";
+}
+
+// Nothing in a head may end its column or line.
+std::string HeadText(std::string text) {
+    for (char& c : text)
+        if (c == '\t' || c == '\r' || c == '\n') c = ' ';
+    return text;
+}
+
+void CopyText(std::string (*make)()) {
+    if (Chart.GraphHeld == 0) return;
+    try {
+        Host.SetClipboardText(make());
+    } catch (const std::bad_alloc&) {
+        Tell("There is too much data to convert it to a string for the clipboard (64 Kbytes max).  Use 'copy "
+             "to file' instead.  Aborting...",
+             ProgramTitle(), BoxIcon::Warning);
+    }
 }
 
 } // namespace
@@ -41,8 +62,21 @@ std::string DataText(char delimiter) {
     return text;
 }
 
+std::string DataTextWithHeads() {
+    std::string text;
+    for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
+        const std::string name = set <= Chart.SetNames.Hi() ? Chart.SetNames[set] : "";
+        text += (set > 1 ? "\t" : "") + HeadText(Chart.Spec.AxisX1.Title.Text.Str()) + "\t" + HeadText(name);
+    }
+    return text + "\r\n" + DataText('\t');
+}
+
 void EditCopyData() {
-    if (Chart.GraphHeld != 0) Host.SetClipboardText(DataText('\t'));
+    CopyText([] { return DataText('\t'); });
+}
+
+void EditCopyDataWithHeads() {
+    CopyText(DataTextWithHeads);
 }
 
 char AsciiDelimiterChar() {

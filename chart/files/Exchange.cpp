@@ -9,6 +9,7 @@
 #include "chart/layout/Layout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartState.h"
+#include "chart/records/Columns.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
 #include "input/NUMINPUT.h"
@@ -53,6 +54,7 @@ void TakePasted(PastedData data) {
         if (axis->ScaleMode == ScaleModes::Zoomed) axis->ScaleMode = ScaleModes::Autorange;
     Replot();
     if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
+    ForgetColumns();
 }
 
 void ShowPasted() {
@@ -173,6 +175,16 @@ void WriteTold(const std::string& path, const std::function<std::string()>& byte
     }
 }
 
+// Puts on the clipboard what make gives; a failure is told.
+void Offer(const std::function<ClipboardOffer()>& make) {
+    if (!GraphMayChange()) return;
+    try {
+        if (!Host.SetClipboard(make())) RaiseError("the clipboard cannot be used");
+    } catch (const RuntimeError& error) {
+        Tell("Error '" + error.Text + "' occurred while copying the graph", ProgramTitle(), BoxIcon::Warning);
+    }
+}
+
 } // namespace
 
 std::string DataCsv() {
@@ -223,6 +235,32 @@ void SaveGraphAs() {
         "(*.GRF)|*.GRF|all files (*.*)|*.*",
         "graph.svg", "svg");
     if (!path.empty()) WriteTold(path, [&] { return GraphAs(EndingOf(path)); });
+}
+
+void CopyGraph() {
+    Offer([] {
+        ClipboardOffer offer;
+        offer.Svg = Picture("svg");
+        offer.Emf = Picture("emf");
+        if (OpenToolkitPicture) offer.Png = Picture("png");
+        offer.Text = DataTextWithHeads();
+        return offer;
+    });
+}
+
+void CopyMeta() {
+    Offer([] {
+        ClipboardOffer offer;
+        offer.Emf = Picture("emf");
+        return offer;
+    });
+}
+
+void WriteMeta() {
+    if (!GraphMayChange()) return;
+    const std::string path =
+        AskForFile("Enhanced Metafiles (*.EMF)|*.EMF|all files (*.*)|*.*", "*.EMF", "EMF");
+    if (!path.empty()) WriteTold(path, [] { return Picture("emf"); });
 }
 
 } // namespace Quillon

@@ -54,4 +54,12 @@ std::string GraphAs(const std::string& ending);
 // The command: asks for a file and writes the graph to it; the file's ending chooses what.
 void SaveGraphAs();
 
+// The command: the graph goes to the clipboard as a picture of lines (SVG and metafile), as dots (PNG) and as
+// its numbers below their heads, all at once; each program takes what it does best with.
+void CopyGraph();
+
+// The commands: the metafile alone goes to the clipboard, or to a file that is asked for.
+void CopyMeta();
+void WriteMeta();
+
 } // namespace Quillon

@@ -2,6 +2,7 @@
 
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
+#include "chart/records/Columns.h"
 #include "chart/records/Records.h"
 #include "platform/Platform.h"
 
@@ -41,12 +42,17 @@ void ChartMenuStatus(ChartsForm& form) {
     const bool several = Chart.State.Nsets > 1 && Chart.State.MultiSet == 1;
     form.mnuEditTitles.Enabled = Chart.GraphHeld != 0;
     form.mnuEditLegend.Enabled = several && Chart.GraphHeld != 0;
+    const bool held = Chart.GraphHeld != 0;
+    form.EditHorz.Enabled = form.EditVert.Enabled = held && spec.GraphType != GraphTypes::Pie;
+    form.LineWidths.Enabled = form.SymbolSize.Enabled = held;
+    form.AlterColors.Enabled = held && Chart.Style.UseRainbowColors == 0;
     form.SeparateX.Enabled = form.SeparateY.Enabled = form.SeparateBoth.Enabled = several;
 }
 
 void ClearSpecialOptions() {
     Charts.SpecialOpts = {};
     Charts.SpecialActions = {};
+    Charts.OptionWithdrawn = {};
     for (MenuItem& item : Charts.SpecialOpts)
         item.Visible = item.Enabled = false;
 }
@@ -54,6 +60,18 @@ void ClearSpecialOptions() {
 void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)()) {
     Charts.SpecialOpts[place] = MenuItem{caption, false, true, true};
     Charts.SpecialActions[place] = action;
+    Charts.OptionWithdrawn[place] = false;
+}
+
+void SuitSpecialOptions() {
+    const bool off = IsShifted(Columns.Y) || Chart.Spec.AxisY1.ScaleType == ScaleTypes::Logarithmic;
+    for (std::size_t i = 0; i < Charts.SpecialOpts.size(); ++i) {
+        MenuItem& item = Charts.SpecialOpts[i];
+        bool& withdrawn = Charts.OptionWithdrawn[i];
+        if (off == withdrawn || (off && !item.Enabled)) continue;
+        withdrawn = off;
+        item.Enabled = !off;
+    }
 }
 
 bool ChartsMayClose() {

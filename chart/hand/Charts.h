@@ -37,11 +37,16 @@ struct ChartsForm {
     MenuItem ShowGrids{"Show &Grids"};
     MenuItem SeparateX{"Separate Along &X...", false, false}, SeparateY{"Separate Along &Y...", false, false};
     MenuItem SeparateBoth{"Separate Along &Both...", false, false};
+    MenuItem EditHorz{"Edit &Horizontal Axis...", false, false};
+    MenuItem EditVert{"Edit &Vertical Axis...", false, false};
+    MenuItem LineWidths{"Line &Widths...", false, false}, SymbolSize{"Symbol Si&ze...", false, false};
+    MenuItem AlterColors{"&Colors...", false, false};
 
     // Options of the graph at hand that belong to whoever made it: captions and what each does. The engine
     // itself does nothing here; an item without an action is not shown.
     std::array<MenuItem, 5> SpecialOpts;
     std::array<std::function<void()>, 5> SpecialActions;
+    std::array<bool, 5> OptionWithdrawn{}; // off for as long as SuitSpecialOptions says
 
     // Scale commands and options of the window itself.
     MenuItem LastZoom{"&Last Zoom", false, false};
@@ -82,6 +87,10 @@ void ChartMenuStatus(ChartsForm& form);
 // Withdraws all special options; who makes the next graph offers its own.
 void ClearSpecialOptions();
 void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)());
+
+// Options work on the signal as it was handed over. While the sets stand shifted along Y, or the scale is
+// logarithmic, they are off: a logarithm of that would mean nothing.
+void SuitSpecialOptions();
 
 // True when the window may be closed: asks while whoever made the graph still waits for it, unless closing
 // counts as Escape.

@@ -2,47 +2,112 @@
 #include "chart/hand/Separation.h"
 
 #include "chart/draw/DrawGraph.h"
+#include "chart/hand/ChartMarkers.h"
+#include "chart/hand/Charts.h"
+#include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/records/ChartState.h"
-#include "chart/records/Records.h"
+#include "chart/records/Columns.h"
 #include "chart/records/SetTable.h"
+#include "chart/scale/AxisScale.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Quillon {
 
 namespace {
 
-// Shifts the values of a set. What leaves the range of a single is missing.
-void ShiftSet(SetTable& data, long set, float shift) {
-    for (long point = 1; point <= data.Points(); ++point) {
-        float& value = data(point, set);
-        if (value == MissingValue) continue;
-        value += shift;
-        if (!std::isfinite(value)) value = MissingValue;
+// What leaves the range of a single is missing.
+void ShiftSet(const SetTable& from, long set, double shift, SetTable& to) {
+    for (long point = 1; point <= from.Points(); ++point) {
+        const float value = from(point, set);
+        const auto moved = static_cast<float>(static_cast<double>(value) + shift);
+        to(point, set) = value == MissingValue || !std::isfinite(moved) ? MissingValue : moved;
     }
+}
+
+bool IsNothing(const OneBased<double>& shift) {
+    return std::all_of(shift.begin(), shift.end(), [](double amount) { return amount == 0.0; });
+}
+
+void TakeBack(SetTable& data, ColumnsBefore& before) {
+    data = std::move(before.Unshifted);
+    before.Unshifted = {};
+    before.Shift.Recreate(0);
+}
+
+// Along one axis, whose units are `unit` stored ones.
+void ShiftColumns(SetTable& data, ColumnsBefore& before, const OneBased<float>& amounts, double unit) {
+    if (!IsShifted(before)) {
+        before.Unshifted = data;
+        before.Shift.Recreate(data.Sets());
+    }
+    for (long set = 1; set <= data.Sets(); ++set) {
+        const long place = SeparatesPairs() ? (set + 1) / 2 : set;
+        if (place > amounts.Hi()) break;
+        before.Shift[set] += static_cast<double>(amounts[place]) * unit;
+        ShiftSet(before.Unshifted, set, before.Shift[set], data);
+    }
+    if (IsNothing(before.Shift)) TakeBack(data, before);
+}
+
+void ScaleAfresh(GraphAxis& axis) {
+    if (axis.ScaleMode != ScaleModes::Prescaled) axis.ScaleMode = ScaleModes::Autorange;
+}
+
+void ShowSeparated() {
+    SuitSpecialOptions();
+    RecordMarkers();
+    Replot();
+    ShowGraph();
+    RepositionMarkers();
 }
 
 } // namespace
 
+bool SeparatesPairs() {
+    return Chart.Spec.GraphType == GraphTypes::XYPlot && Chart.Spec.PlotStyle == PlotStyles::Alternating;
+}
+
 int SeparationCount() {
-    const bool pairs =
-        Chart.Spec.GraphType == GraphTypes::XYPlot && Chart.Spec.PlotStyle == PlotStyles::Alternating;
-    return pairs ? Chart.State.Nsets / 2 : Chart.State.Nsets;
+    return SeparatesPairs() ? Chart.State.Nsets / 2 : Chart.State.Nsets;
+}
+
+void SeparateBy(const OneBased<float>& alongX, const OneBased<float>& alongY) {
+    GraphSpec& spec = Chart.Spec;
+    if (!alongX.Empty()) {
+        ShiftColumns(Chart.DataX, Columns.X, alongX, DrawDivisor(spec.AxisX1, Chart.LoadFactorX));
+        ScaleAfresh(spec.AxisX1);
+    }
+    if (!alongY.Empty()) {
+        ShiftColumns(Chart.DataY, Columns.Y, alongY, DrawDivisor(spec.AxisY1, Chart.LoadFactorY));
+        ScaleAfresh(spec.AxisY1);
+    }
+    ShowSeparated();
 }
 
 void ApplySeparation() {
-    const bool pairs =
-        Chart.Spec.GraphType == GraphTypes::XYPlot && Chart.Spec.PlotStyle == PlotStyles::Alternating;
-    for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
-        const long place = pairs ? (set + 1) / 2 : set;
-        if (place > Chart.SetShift.Hi()) break;
-        const float shift = Chart.SetShift[place];
-        if (Chart.SeparateMode != 2) ShiftSet(Chart.DataX, set, shift);
-        if (Chart.SeparateMode != 1) ShiftSet(Chart.DataY, set, shift);
+    static const OneBased<float> none;
+    SeparateBy(Chart.SeparateMode != SeparateModes::AlongY ? Chart.SetShift : none,
+               Chart.SeparateMode != SeparateModes::AlongX ? Chart.SetShift : none);
+}
+
+bool IsSeparated(std::int16_t mode) {
+    return (mode != SeparateModes::AlongY && IsShifted(Columns.X)) ||
+           (mode != SeparateModes::AlongX && IsShifted(Columns.Y));
+}
+
+void TakeBackSeparation(std::int16_t mode) {
+    if (mode != SeparateModes::AlongY && IsShifted(Columns.X)) {
+        TakeBack(Chart.DataX, Columns.X);
+        ScaleAfresh(Chart.Spec.AxisX1);
     }
-    Replot();
-    ShowGraph();
+    if (mode != SeparateModes::AlongX && IsShifted(Columns.Y)) {
+        TakeBack(Chart.DataY, Columns.Y);
+        ScaleAfresh(Chart.Spec.AxisY1);
+    }
+    ShowSeparated();
 }
 
 } // namespace Quillon

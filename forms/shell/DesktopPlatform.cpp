@@ -13,15 +13,18 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QColorDialog>
 #include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QImage>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
 #include <QRandomGenerator>
@@ -247,6 +250,42 @@ std::vector<std::string> Roots() {
     return roots;
 }
 
+QByteArray AsBytes(const std::string& bytes) {
+    return {bytes.data(), static_cast<qsizetype>(bytes.size())};
+}
+
+// Programs look for a metafile under different names.
+constexpr const char* MetafileKinds[] = {"image/x-emf", "image/emf", "application/x-emf",
+                                         "application/x-openoffice-emf;windows_formatname=\"Image EMF\"",
+                                         "application/x-qt-windows-mime;value=\"CF_ENHMETAFILE\""};
+
+bool OfferOnClipboard(const ClipboardOffer& offer) {
+    auto data = std::make_unique<QMimeData>();
+    if (!offer.Svg.empty()) data->setData("image/svg+xml", AsBytes(offer.Svg));
+    if (!offer.Emf.empty())
+        for (const char* kind : MetafileKinds)
+            data->setData(kind, AsBytes(offer.Emf));
+    if (!offer.Png.empty()) {
+        data->setData("image/png", AsBytes(offer.Png));
+        data->setImageData(QImage::fromData(AsBytes(offer.Png), "PNG"));
+    }
+    if (!offer.Text.empty()) data->setText(ShownText(offer.Text));
+    QApplication::clipboard()->setMimeData(data.release());
+    return true;
+}
+
+// Records keep blue, green and red in this order from the highest byte down.
+ColorAnswer AskForColor(const std::string& title, std::uint32_t color) {
+    const QColor standing(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
+                          static_cast<int>(color >> 16 & 0xFF));
+    QColorDialog dialog(standing, FrontWindow());
+    dialog.setWindowTitle(ShownText(title));
+    const ModalWait wait(&dialog);
+    if (dialog.exec() != QDialog::Accepted) return {};
+    const QColor chosen = dialog.currentColor();
+    return {false, static_cast<std::uint32_t>(chosen.blue() << 16 | chosen.green() << 8 | chosen.red())};
+}
+
 void ShapePointer(Pointer shape) {
     while (QApplication::overrideCursor())
         QApplication::restoreOverrideCursor();
@@ -295,6 +334,8 @@ void InstallDesktopPlatform() {
         return true;
     };
     p.ClipboardText = [] { return RecordText(QApplication::clipboard()->text()); };
+    p.SetClipboard = OfferOnClipboard;
+    p.AskColor = AskForColor;
     p.StartProgram = [](const std::string& program, const std::string& argument) {
         return QProcess::startDetached(PathText(program), {PathText(argument)});
     };

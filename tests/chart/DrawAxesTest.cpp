@@ -223,7 +223,7 @@ TEST_F(DrawAxesTest, ColoursAndWidths) {
     Screen.DotsPerInchX = Screen.DotsPerInchY = 720.0; // two twips a unit
     Spec.AxisX1.Color = 3;                             // the fourth of the cycle
     Spec.AxisX1.AxisWidth = 20;
-    Spec.AxisX1.TicWidth = 12;
+    Spec.AxisX1.TicWidth = 18;
     PlotIt();
     const GraphBox& f = Chart.Spec.Frame;
     bool axis = false;
@@ -237,7 +237,7 @@ TEST_F(DrawAxesTest, ColoursAndWidths) {
         }
         if (item.Points[0].X == Px(1) && item.Points[1].X == Px(1)) {
             tic = true;
-            EXPECT_EQ(item.Pen.Width, 6);
+            EXPECT_EQ(item.Pen.Width, 9);
         }
     }
     EXPECT_TRUE(axis && tic);

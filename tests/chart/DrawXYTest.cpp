@@ -272,7 +272,9 @@ TEST_F(DrawXYTest, RainbowColoursRunFromVioletToRed) {
 
 TEST_F(DrawXYTest, LineWidths) {
     Screen.DotsPerInchX = Screen.DotsPerInchY = 1440.0; // a unit is a twip
+    SetPrinterSurface(Screen.Surface());
     GraphSpec spec = Pinned();
+    spec.Device = "1";
     spec.LineWidth = 9;
     Plot(spec, Table({{0, 10}}), Table({{0.2F, 0.2F}}));
     EXPECT_EQ(DataItems("polyline").at(0).Pen.Width, 9);

@@ -274,6 +274,7 @@ TEST_F(GraphFileTest, AZoomAndTheGradientComeBack) {
 TEST_F(GraphFileTest, APrescaledGraphWithAManualScaleIsNotDividedAgain) {
     GraphSpec spec = Begin();
     spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Prescaled;
+    spec.AxisX1.Max = spec.AxisY1.Max = 1; // without a range they would be autoranged
     Plot(spec, Table({{1000, 5000, 9000}}), Table({{1, 2, 3}}));
     ASSERT_EQ(Chart.Spec.AxisX1.Factor, 1000.0F);
     ZoomTo({2, 8, 1, 3});

@@ -1,7 +1,10 @@
 // The chart window's dialogs, keys and status line as windows.
 #include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "chart/dialogs/AxisOptsForm.h"
 #include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/LineWidthForm.h"
+#include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
@@ -10,8 +13,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
+#include <QMimeData>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -113,6 +118,87 @@ TEST_F(ChartDialogs, TheLegendIsTakenByOkAlone) {
         EXPECT_EQ(Chart.Spec.Legend.Where, way == Way::Ok ? LegendPlaces::Right : LegendPlaces::Below);
         EXPECT_EQ(Chart.Spec.Legend.TextColor < 0, way == Way::Ok);
     }
+}
+
+TEST_F(ChartDialogs, SetsAreSeparatedByOkAlone) {
+    for (const Way way : AllWays) {
+        const SetTable before = Chart.DataY;
+        FormerShift = {};
+        player.Expect(ShiftDataName, [&] {
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(ShiftData.PercentInput));
+            Player::Click(ShiftData.ByConstant);
+            EXPECT_FALSE(Player::Widget(ShiftData.PercentInput)->isEnabled());
+            Enter(ShiftData.ValueInput, "0.5");
+            Leave(ShiftDataName, way, ShiftData.OkButton, ShiftData.CancelButton);
+        });
+        Run(Charts.SeparateY);
+        EXPECT_EQ(Chart.DataY == before, way != Way::Ok);
+    }
+    player.Expect(ShiftDataName, [] { Player::Click(ShiftData.TakeBackButton); });
+    Run(Charts.SeparateBoth);
+    EXPECT_FALSE(IsSeparated(SeparateModes::Both));
+}
+
+TEST_F(ChartDialogs, AnAxisIsTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        Chart.Spec.AxisX1.Title.Text = "before";
+        Chart.Spec.AxisY1.Grid = 0;
+        player.Expect(AxisOptsFormName, [&] {
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(AxisOptsForm.MinScale));
+            Enter(AxisOptsForm.AxisTitleInput, "after");
+            Player::Click(AxisOptsForm.SwapButton);
+            EXPECT_EQ(Player::Window(AxisOptsFormName)->windowTitle(), "Vertical Axis Options");
+            Player::Click(AxisOptsForm.GridCheck);
+            Leave(AxisOptsFormName, way, AxisOptsForm.OkButton, AxisOptsForm.CancelButton);
+        });
+        Run(Charts.EditHorz);
+        EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), way == Way::Ok ? "after" : "before");
+        EXPECT_EQ(Chart.Spec.AxisY1.Grid, way == Way::Ok ? 1 : 0);
+    }
+}
+
+TEST_F(ChartDialogs, AnIntervalOfZeroIsToldOnceAndALogarithmIsAsked) {
+    player.Expect(AxisOptsFormName, [&] {
+        Enter(AxisOptsForm.IntervalInput, "0");
+        player.ExpectMessage("The tic interval cannot be zero!");
+        Player::Click(AxisOptsForm.OkButton);
+        EXPECT_TRUE(AxisOptsForm.State.Shown);
+        Enter(AxisOptsForm.IntervalInput, "0.5");
+        player.ExpectMessage(
+            "Changing from linear to log scales is likely to produce undesirable axis limits "
+            "and tic intervals.  A rescaling using AutoRange is advised.  Rescale now?",
+            "&Yes");
+        Player::Click(AxisOptsForm.LogBase10);
+        EXPECT_TRUE(Player::Widget(AxisOptsForm.Note)->isVisible());
+        Player::Click(AxisOptsForm.OkButton);
+    });
+    Run(Charts.EditHorz);
+    EXPECT_EQ(Chart.Spec.AxisX1.ScaleType, ScaleTypes::Logarithmic);
+}
+
+TEST_F(ChartDialogs, WidthsAreTakenByOkAlone) {
+    for (const Way way : AllWays) {
+        Chart.Spec.LineWidth = 15;
+        player.Expect(LineWidthFormName, [&] {
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(LineWidthForm.Width[DataWidth]));
+            Player::Type("40");
+            Leave(LineWidthFormName, way, LineWidthForm.OkButton, LineWidthForm.CancelButton);
+        });
+        Run(Charts.LineWidths);
+        EXPECT_EQ(Chart.Spec.LineWidth, way == Way::Ok ? 40 : 15);
+    }
+}
+
+TEST_F(ChartDialogs, ACopiedGraphIsOnTheClipboardInAllKinds) {
+    for (QAction* action : Player::Window(ChartsName)->findChildren<QAction*>())
+        if (action->text() == "&Copy Graph") action->trigger();
+    const QMimeData* held = QApplication::clipboard()->mimeData();
+    ASSERT_NE(held, nullptr);
+    EXPECT_TRUE(held->data("image/svg+xml").contains("<svg"));
+    EXPECT_EQ(held->data("image/x-emf").mid(40, 4), " EMF");
+    EXPECT_TRUE(held->data("image/png").startsWith("\x89PNG"));
+    EXPECT_TRUE(held->hasImage());
+    EXPECT_EQ(held->text().toStdString(), DataTextWithHeads());
 }
 
 TEST_F(ChartDialogs, EscDropsARubberBand) {

@@ -83,6 +83,8 @@ TEST(InstallPlatform, MissingOptionalEntriesAreHarmless) {
     EXPECT_EQ(Host.ProgramDirectory(), "");
     EXPECT_FALSE(Host.SetClipboardText("text"));
     EXPECT_EQ(Host.ClipboardText(), "");
+    EXPECT_FALSE(Host.SetClipboard({"text", "", "", ""}));
+    EXPECT_TRUE(Host.AskColor("title", 0).Cancelled);
     EXPECT_FALSE(Host.StartProgram("program", "argument"));
     EXPECT_EQ(Host.DecimalMark(), '.');
 }

@@ -113,6 +113,15 @@ Script::Script() {
         return true;
     };
     p.ClipboardText = [this] { return ClipboardHolds; };
+    p.SetClipboard = [this](const ClipboardOffer& offer) {
+        ClipboardKinds = offer;
+        ClipboardHolds = offer.Text;
+        return true;
+    };
+    p.AskColor = [this](const std::string& title, std::uint32_t) {
+        Asked.push_back("color: " + title);
+        return Next("color", title).Color;
+    };
     p.DecimalMark = [this] { return Mark; };
     InstallPlatform(p);
 }
@@ -176,6 +185,14 @@ void Script::ExpectFiles(const std::string& title, const std::vector<std::string
 
 void Script::ExpectFile(const std::string& title, const std::string& path) {
     ExpectFiles(title, path.empty() ? std::vector<std::string>{} : std::vector<std::string>{path});
+}
+
+void Script::ExpectColor(const std::string& title, std::uint32_t color) {
+    Step step;
+    step.Kind = "color";
+    step.Text = title;
+    step.Color = {false, color};
+    Steps.push_back(step);
 }
 
 void Script::ExpectModal(const std::string& form, std::function<void()> during) {

@@ -27,6 +27,7 @@ public:
     void ExpectInputCancelled(const std::string& prompt);
     void ExpectFile(const std::string& title, const std::string& path); // "" cancels
     void ExpectFiles(const std::string& title, const std::vector<std::string>& paths);
+    void ExpectColor(const std::string& title, std::uint32_t color); // 0x00BBGGRR
     // Runs when the form of that name is shown modally.
     void ExpectModal(const std::string& form, std::function<void()> during);
 
@@ -38,7 +39,8 @@ public:
 
     int Beeps = 0;
     std::vector<std::string> Forms; // "show X", "hide X", in order
-    std::string ClipboardHolds;
+    std::string ClipboardHolds;     // the text on it
+    ClipboardOffer ClipboardKinds;  // what was put there in several forms
 
     // Called at each service of the event queue.
     std::function<void()> DuringEvents;
@@ -61,6 +63,7 @@ private:
         BoxAnswer Box = BoxAnswer::Ok;
         InputAnswer Input;
         FileAnswer File;
+        ColorAnswer Color;
         std::function<void()> During;
     };
     Step Next(const std::string& kind, const std::string& text);

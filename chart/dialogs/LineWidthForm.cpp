@@ -1,0 +1,155 @@
+// The form of line widths, and the small commands on the style.
+#include "chart/dialogs/LineWidthForm.h"
+
+#include "chart/dialogs/OptionLists.h"
+#include "chart/hand/Redraw.h"
+#include "chart/records/ChartSeams.h"
+#include "chart/records/ChartState.h"
+#include "chart/records/Kept.h"
+#include "input/NUMINPUT.h"
+#include "platform/Narrow.h"
+#include "platform/Platform.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+LineWidthFormRecord LineWidthForm;
+
+namespace {
+
+constexpr float TwipsPerInch = 1440.0F;
+bool Accepted = false;
+std::array<float, WidthCount> Edited;
+
+std::string WidthText(float twips) {
+    return FormatNumber(static_cast<double>(twips), "0.##");
+}
+
+std::string PixelText(const DrawingSurface& surface) {
+    return FormatNumber(static_cast<double>(TwipsPerInch) / surface.DotsPerInchY(), "0.##");
+}
+
+std::string ExplanationText() {
+    std::string text = "Input the desired line width in units of twips (twentieths of a point = 1/1440 inch)";
+    if (Seams.HasPicBox) text += "\n\nOn the screen 1 pixel equals " + PixelText(Seams.PicBox) + " twips.";
+    if (Seams.HasPrinter) text += "  On the printer 1 pixel equals " + PixelText(Seams.Printer) + " twips.";
+    return text;
+}
+
+std::array<float, WidthCount> PresentWidths() {
+    const GraphSpec& spec = Chart.Spec;
+    return {static_cast<float>(spec.LineWidth), static_cast<float>(spec.AxisX1.AxisWidth),
+            static_cast<float>(spec.AxisX1.TicWidth), Chart.Style.SymbolWidth};
+}
+
+void Fill(WidthPlace place, const std::string& label) {
+    LineWidthForm.Label[place] = Captioned(label);
+    LineWidthForm.Width[place].Text = WidthText(Edited[place]);
+}
+
+// The width typed; false when it was refused. A text that was not touched leaves the width as it is.
+bool TakeWidth(WidthPlace place) {
+    Control& box = LineWidthForm.Width[place];
+    if (box.Text == WidthText(Edited[place])) return true;
+    const float typed = NumValue(box.Text);
+    if (!(typed >= 0.0F && typed <= TwipsPerInch)) {
+        Tell("Input must be between 0 and 1440", ProgramTitle(), BoxIcon::Warning);
+        LineWidthForm.State.FocusOn = &box;
+        return false;
+    }
+    Edited[place] = typed;
+    box.Text = WidthText(typed);
+    return true;
+}
+
+std::int16_t Whole(float twips) {
+    return ToInt16(std::nearbyint(twips));
+}
+
+// Widths that stand on several axes are touched only where they were changed.
+void TakeWidths() {
+    const std::array<float, WidthCount> before = PresentWidths();
+    GraphSpec& spec = Chart.Spec;
+    Chart.Style.LineWidth = Edited[DataWidth];
+    Chart.Style.AxisWidth = Edited[AxesWidth];
+    Chart.Style.TicWidth = Edited[TicsWidth];
+    Chart.Style.SymbolWidth = Edited[SymbolsWidth];
+    spec.LineWidth = Whole(Edited[DataWidth]);
+    for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2}) {
+        if (Edited[AxesWidth] != before[AxesWidth]) axis->AxisWidth = Whole(Edited[AxesWidth]);
+        if (Edited[TicsWidth] != before[TicsWidth]) axis->TicWidth = Whole(Edited[TicsWidth]);
+    }
+}
+
+} // namespace
+
+void LoadLineWidthForm() {
+    LineWidthForm = LineWidthFormRecord{};
+    Accepted = false;
+    Edited = PresentWidths();
+    LineWidthForm.State.Caption = "Set Line Thickness";
+    LineWidthForm.Explanation = Captioned(ExplanationText());
+    Fill(DataWidth, "&Data lines:");
+    Fill(AxesWidth, "&Axes:");
+    Fill(TicsWidth, "&Tics:");
+    Fill(SymbolsWidth, "&Symbols:");
+    LineWidthForm.OkButton = Captioned("OK");
+    LineWidthForm.CancelButton = Captioned("Cancel");
+    LineWidthForm.State.FocusOn = &LineWidthForm.Width[DataWidth];
+    LineWidthForm.State.Shown = true;
+}
+
+void LineWidthGotFocus(WidthPlace place) {
+    NumGotFocus(LineWidthForm.Width[place]);
+}
+
+int LineWidthKeyPress(WidthPlace place, int key) {
+    if (key == KeyReturn) LineWidthOkButton();
+    if (key == KeyEscape) LineWidthCancelButton();
+    return NumKeyPress(LineWidthForm.Width[place], key);
+}
+
+void LineWidthLostFocus(WidthPlace place) {
+    NumLostFocus(LineWidthForm.Width[place]);
+    if (LineWidthForm.State.Shown) TakeWidth(place);
+}
+
+void LineWidthOkButton() {
+    for (const WidthPlace place : {DataWidth, AxesWidth, TicsWidth, SymbolsWidth})
+        if (!TakeWidth(place)) return;
+    Accepted = true;
+    LineWidthForm.State.Shown = false;
+}
+
+void LineWidthCancelButton() {
+    LineWidthForm.State.Shown = false;
+}
+
+void DoLineWidth() {
+    if (!GraphMayChange()) return;
+    LoadLineWidthForm();
+    Host.ShowModal(LineWidthFormName);
+    if (!Accepted) return;
+    TakeWidths();
+    RedrawChart();
+}
+
+void ChangeSymbolSize() {
+    if (!GraphMayChange()) return;
+    const InputAnswer answer =
+        Host.AskText({"Input the desired symbol size as a fraction of the diagonal across the graph axes.",
+                      ProgramTitle(), SingleText(Chart.Style.SymbolSize)});
+    if (answer.Cancelled || answer.Text.empty()) return;
+    const float typed = NumValue(answer.Text);
+    if (!IsNumeric(answer.Text) || !(typed >= 0.0F && typed <= LargestSymbolSize))
+        return Tell("Input must be between 0 and 0.1", ProgramTitle(), BoxIcon::Warning);
+    Chart.Style.SymbolSize = typed;
+    RedrawChart();
+}
+
+void DoRefresh() {
+    RedrawChart();
+}
+
+} // namespace Quillon

@@ -1,0 +1,37 @@
+#pragma once
+// The columns of the graph at hand as they were before something was done to them that numbers do not come
+// back from: logarithms drop what is not positive, and a sum that is rounded does not lead back. Whatever
+// gives the graph other columns empties this (ForgetColumns).
+
+#include "chart/records/SetTable.h"
+#include "platform/Arrays.h"
+
+namespace Quillon {
+
+// Of the values along X, or of those along Y.
+struct ColumnsBefore {
+    // As the caller handed them over, in the caller's units. Empty where the stored values are these.
+    SetTable Raw;
+    // The stored values before the first shift. Empty while no set is shifted.
+    SetTable Unshifted;
+    // What has been added to each set since then, in stored units; by set, from 1. In double: shifts that add
+    // up to nothing are nothing.
+    OneBased<double> Shift;
+};
+
+struct ChartColumns {
+    ColumnsBefore X, Y;
+};
+
+inline ChartColumns Columns;
+
+inline bool IsShifted(const ColumnsBefore& before) {
+    return !before.Unshifted.Empty();
+}
+
+// The graph has got other columns.
+inline void ForgetColumns() {
+    Columns = {};
+}
+
+} // namespace Quillon
