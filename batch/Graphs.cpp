@@ -4,6 +4,7 @@
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
 #include "chart/files/GraphFile.h"
+#include "chart/records/Palettes.h"
 #include "chart/records/SetLooks.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
@@ -63,6 +64,7 @@ PictureFile OpenPicture(const std::string& ending, const PictureRequest& request
 struct FigureChart {
     FigureChart() {
         Chart = ChartModule{};
+        BeginWithSafeColors(true);
         ReadChartDefaults();
         Chart.Style.SymbolWidth = SymbolTwips;
         Chart.Style.Clearance = Clearance;
@@ -72,6 +74,7 @@ struct FigureChart {
     ~FigureChart() {
         Seams = ChartSeams{};
         Chart = ChartModule{};
+        BeginWithSafeColors(false);
     }
     FigureChart(const FigureChart&) = delete;
     FigureChart& operator=(const FigureChart&) = delete;

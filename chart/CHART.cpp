@@ -60,6 +60,12 @@ void TakeNames(const PlotData& data) {
         Chart.SetNames[set] = data.SetNames[static_cast<std::size_t>(set - 1)];
 }
 
+void TakeNumbers() {
+    Chart.SetFlags.Recreate(Chart.State.Nsets);
+    const long known = std::min<long>(Chart.SetFlags.Hi(), static_cast<long>(Looks.Numbers.size()));
+    std::copy_n(Looks.Numbers.begin(), known, Chart.SetFlags.begin());
+}
+
 void TakeData(GraphSpec& spec, const PlotData& data) {
     GraphState& state = Chart.State;
     Chart.Spec = spec;
@@ -82,7 +88,7 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     state.Nsets = ToInt16(data.LastSet - data.FirstSet + 1);
     state.FirstSet = data.FirstSet;
     state.LastSet = data.LastSet;
-    Chart.SetFlags.Recreate(state.Nsets);
+    TakeNumbers();
     Kept.BoxTable.Recreate(0, 0);
 }
 

@@ -223,6 +223,10 @@ private:
             style, []() -> MenuItem& { return Charts.ShowGrids; }, ToggleShowGrids, true);
         Add(
             style, []() -> MenuItem& { return Charts.UseRainbow; }, ToggleRainbow, true);
+        Add(
+            style, []() -> MenuItem& { return Charts.ClassicColors; }, ToggleClassicColors, true);
+        Add(
+            style, []() -> MenuItem& { return Charts.DarkCanvas; }, ToggleDarkCanvas, true);
         style->addSeparator();
         Add(
             style, []() -> MenuItem& { return Charts.mnuEditTitles; }, EditTitles);

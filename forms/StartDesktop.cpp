@@ -3,6 +3,7 @@
 #include "chart/CHART.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
+#include "chart/records/Palettes.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
@@ -38,6 +39,7 @@ int RowsThatFit(int height) {
 
 void StartDesktop(const std::string& argument) {
     Seams.CancelFlag = &Work.AbortFit;
+    BeginWithSafeColors(true);
     Seams.ProgramName = [] { return Work.ProgramName; };
     Seams.DataDirectory = [] { return Work.DataDirectory; };
     OpenToolkitPicture = [](const std::string& kind, const PictureRequest& request) {

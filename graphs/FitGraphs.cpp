@@ -72,7 +72,7 @@ bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
             names.push_back("Set " + std::to_string(k));
         }
     }
-    const bool made = HandOver(spec, x, y, names);
+    const bool made = HandOver(spec, x, y, names, LooksOfSets(first, last, overlay ? 2 : 1));
     OfferLogOption(limits.YLog ? "" : LogOption); // the values on a log axis are logarithms already
     return made;
 }

@@ -68,12 +68,27 @@ long LongestSet(long first, long last) {
     return longest;
 }
 
+SetLooks LooksOfSets(long first, long last, int times) {
+    SetLooks looks;
+    for (long set = first; set <= last; ++set)
+        looks.Numbers.insert(looks.Numbers.end(), static_cast<std::size_t>(times), ToInt16(set));
+    return looks;
+}
+
+GraphMark LineAt(float y) {
+    constexpr std::int16_t acrossTheScale = 4;
+    GraphMark mark;
+    mark.Kind = acrossTheScale;
+    mark.Y1 = y;
+    return mark;
+}
+
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
-              SetLooks looks) {
+              SetLooks looks, const std::vector<GraphMark>& marks) {
     CopyOppositeAxes(spec);
     Chart.GraphHeld = FlagTrue;
     NextLooks = std::move(looks);
-    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, {});
+    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, marks);
     ChartMenuStatus(Charts);
     return Chart.GraphStatus < GraphStatuses::Stop;
 }

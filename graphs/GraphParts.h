@@ -34,10 +34,17 @@ long TruePointsOf(long set);
 // The longest of the sets first..last, in points.
 long LongestSet(long first, long last);
 
-// Hands the tables over, with looks where lines go by something else than their number. False when the chart
-// stopped.
+// The looks of series that show the data sets first..last, each of them several times in a row: a set has the
+// colour, symbol and dash of its number in every graph.
+SetLooks LooksOfSets(long first, long last, int times = 1);
+
+// A line across the graph at a height, black and as wide as the data lines.
+GraphMark LineAt(float y);
+
+// Hands the tables over, with looks where lines go by something else than their place, and marks. False when
+// the chart stopped.
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
-              SetLooks looks = {});
+              SetLooks looks = {}, const std::vector<GraphMark>& marks = {});
 
 // Shows the chart window with the graph that has been made.
 void ShowCharts();

@@ -252,7 +252,7 @@ bool MakeMassGraph(MassAxis axis, long set, const MassChoice& choice) {
         }
         names.push_back(SeriesName(k));
     }
-    const bool made = HandOver(spec, x, y, names);
+    const bool made = HandOver(spec, x, y, names, LooksOfSets(first, last));
     OfferLogOption("");
     Charts.StatusLine.Text = LeftOutText(series.LeftOut);
     return made;

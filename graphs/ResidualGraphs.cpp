@@ -119,6 +119,14 @@ SpreadScale ScaleOfSpread(float step) {
     return {static_cast<float>(low) * step, static_cast<float>(high) * step};
 }
 
+// Where the residuals of each set are zero: one line for all, unless they stand above each other.
+std::vector<GraphMark> ZeroLines(long first, long last, float step) {
+    std::vector<GraphMark> lines{LineAt(0.0F)};
+    for (long k = first + 1; k <= last && step > 0.0F; ++k)
+        lines.push_back(LineAt(static_cast<float>(k - 1) * step));
+    return lines;
+}
+
 void Show(ResidualAxis axis, long set) {
     if (MakeResidualGraph(axis, set)) ShowCharts();
 }
@@ -175,7 +183,7 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
         }
         names.push_back(SeriesName(k));
     }
-    const bool made = HandOver(spec, x, y, names);
+    const bool made = HandOver(spec, x, y, names, LooksOfSets(first, last), ZeroLines(first, last, step));
     OfferLogOption("");
     return made;
 }

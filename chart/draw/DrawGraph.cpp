@@ -102,7 +102,7 @@ void ClearBox() {
     const DrawingSurface& surface = Seams.PicBox;
     surface.ClearClip();
     surface.SetPen({false, 0, 1});
-    surface.SetBrush({BrushKind::Solid, 0xFFFFFF});
+    surface.SetBrush({BrushKind::Solid, CanvasColor()});
     surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
 }
 

@@ -15,6 +15,7 @@
 #include "chart/scale/AxisScale.h"
 #include "chart/scale/Mapping.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -82,6 +83,17 @@ void DrawEllipse(const GraphMark& mark) {
     TargetSurface().Ellipse({x - rx, y - ry, x + rx, y + ry});
 }
 
+bool Between(int place, int a, int b) {
+    return place >= std::min(a, b) && place <= std::max(a, b);
+}
+
+// A line across the whole scale belongs to the frame: at a value beyond it, after a zoom, there is none.
+bool OnScale(const GraphMark& mark) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    if (mark.Kind == VerticalLine) return Between(PlaceX(mark.X1), frame.X1, frame.X2);
+    return mark.Kind != HorizontalLine || Between(PlaceY(mark.Y1), frame.Y1, frame.Y2);
+}
+
 void DrawMark(const GraphMark& mark) {
     const GraphSpec& spec = Chart.Spec;
     const bool needsX = mark.Kind != HorizontalLine;
@@ -91,6 +103,7 @@ void DrawMark(const GraphMark& mark) {
     if (needsEnd && (!There(mark.X2) || !There(mark.Y2))) return;
     SelectCyclePen(mark.Color, spec.LineWidth, mark.XorDraw == 1);
     if (mark.Kind == EllipseMark) return DrawEllipse(mark);
+    if (!OnScale(mark)) return;
     if (mark.Kind == VerticalLine)
         return DashLine(PlaceX(mark.X1), DeviceY(spec.AxisY1.Min), PlaceX(mark.X1), DeviceY(spec.AxisY1.Max));
     if (mark.Kind == HorizontalLine)

@@ -25,12 +25,13 @@ void DrawTitle(const GraphTitle& title, float size, int top) {
     const GraphBox& frame = Chart.Spec.Frame;
     const GraphState& state = Chart.State;
     const TextSize font = SelectFont(title.Font, size, 0);
-    const int width = TextWidth(title.Text);
+    const std::string text = TitleText(title);
+    const int width = TextWidth(text);
     const int start = title.Justify < 3
                           ? JustifiedStart(title.Justify, frame.X1, frame.X2, width)
                           : JustifiedStart(title.Justify - 3, state.ViewLeft, state.ViewRight, width);
     TargetSurface().SetTextColor(CycleColor(title.Color));
-    DrawTextLine(title.Text, KeptInView(start, width, state.ViewLeft, state.ViewRight), top, 0, font);
+    DrawTextLine(text, KeptInView(start, width, state.ViewLeft, state.ViewRight), top, 0, font);
 }
 
 // The outer edge of the labels of an axis, as a distance from the frame.

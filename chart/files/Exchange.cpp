@@ -36,7 +36,7 @@ constexpr float PictureSymbolTwips = 10.0F;
 void TakeNames(const PastedData& data) {
     const long sets = data.X.Sets();
     Chart.SetNames.Resize(sets);
-    Chart.SetFlags.Resize(sets);
+    Chart.SetFlags.Recreate(sets); // those of the sets before
     for (long set = 1; set <= static_cast<long>(data.Names.size()); ++set)
         Chart.SetNames[set] = data.Names[static_cast<std::size_t>(set - 1)];
 }

@@ -5,11 +5,18 @@
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
+#include "chart/records/ChartDefaults.h"
+#include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
+#include "chart/records/Cycles.h"
+#include "chart/records/Kept.h"
+#include "chart/records/Palettes.h"
 #include "chart/records/Records.h"
 #include "chart/scale/AxisScale.h"
 #include "chart/scale/Tics.h"
+#include "input/IniFile.h"
 #include "platform/Narrow.h"
+#include "platform/Platform.h"
 
 #include <algorithm>
 #include <array>
@@ -148,6 +155,18 @@ void AutoScale(bool x, bool y) {
     RedrawAsLaidOut();
 }
 
+// Turns an option of the window round and writes it to chart.ini.
+void Remember(const char* key, std::int16_t& option) {
+    option = Flag(!option);
+    try {
+        WriteIniValue(ChartIniPath(), ChartIniSection(), key, option != 0 ? "True" : "False");
+    } catch (const RuntimeError& error) {
+        Tell("Error occurred while writing defaults to " + ChartIniPath() + "\n\n" + error.Text,
+             ProgramTitle(), BoxIcon::Warning);
+    }
+    ChartMenuStatus(Charts);
+}
+
 } // namespace
 
 ChartScale PresentScale() {
@@ -220,6 +239,20 @@ void ToggleShowGrids() {
 void ToggleRainbow() {
     if (!GraphMayChange()) return;
     Chart.Style.UseRainbowColors = Flag(!Chart.Style.UseRainbowColors);
+    RedrawChart();
+}
+
+void ToggleClassicColors() {
+    if (Chart.Painting != 0) return;
+    Remember("ClassicColors", Kept.ClassicColors);
+    Chart.Style.ScreenColors = Chart.Style.PrintColors = StandardColors();
+    BuildCycles();
+    RedrawChart();
+}
+
+void ToggleDarkCanvas() {
+    if (Chart.Painting != 0) return;
+    Remember("DarkCanvas", Kept.DarkCanvas);
     RedrawChart();
 }
 

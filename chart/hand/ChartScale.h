@@ -29,6 +29,11 @@ void ToggleRoundOnZoom();
 void ToggleShowCursor();
 void ToggleShowGrids();
 void ToggleRainbow();
+
+// Without a graph, too. Both are remembered in chart.ini; a failure to write it is told.
+void ToggleClassicColors(); // the tables of colours become the other palette's (chart/records/Palettes.h)
+void ToggleDarkCanvas();    // on the picture box alone
+
 void SetPlotKind(int style, int symbolMode); // the items LinePlot, BothPlot, SymbolPlot, AltPlot
 void ToggleDotCenter();
 

@@ -3,6 +3,7 @@
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/Columns.h"
+#include "chart/records/Kept.h"
 #include "chart/records/Records.h"
 #include "platform/Platform.h"
 
@@ -38,6 +39,8 @@ void ChartMenuStatus(ChartsForm& form) {
     form.ShowLegend.Checked = spec.Legend.Show != 0;
     form.DeleteTitles.Enabled = LeftTrimmedText(spec.Title1.Text) || LeftTrimmedText(spec.Title2.Text);
     form.UseRainbow.Checked = Chart.Style.UseRainbowColors != 0;
+    form.ClassicColors.Checked = Kept.ClassicColors != 0;
+    form.DarkCanvas.Checked = Kept.DarkCanvas != 0;
     form.ShowGrids.Checked = spec.AxisX1.Grid != 0 || spec.AxisY1.Grid != 0;
     const bool several = Chart.State.Nsets > 1 && Chart.State.MultiSet == 1;
     form.mnuEditTitles.Enabled = Chart.GraphHeld != 0;

@@ -53,6 +53,7 @@ struct ChartsForm {
     MenuItem AutoScale{"&AutoScale"}, AutoX{"AutoScale &X"}, AutoY{"AutoScale &Y"};
     MenuItem RoundOnZoom{"&Round Axis Scales on Zoom"}, ShowCursor{"Show &Cursor Position"};
     MenuItem UseRainbow{"Use Rain&bow Colors"};
+    MenuItem ClassicColors{"&Classic Colors"}, DarkCanvas{"Dar&k Canvas"};
     ZoomStack Zooms;
 
     Control StatusLine;         // the label "Status" below the graph

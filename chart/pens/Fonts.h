@@ -10,6 +10,7 @@
 namespace Quillon {
 
 inline constexpr std::int16_t BoldFont = 16; // the bit of a font code
+inline constexpr std::int16_t SymbolFamily = 5;
 
 // The face of an entry of the family table: "Roman", "Modern", "Times New Roman", ...
 const char* FontFace(int entry);

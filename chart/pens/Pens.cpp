@@ -6,10 +6,12 @@
 #include "chart/records/ChartState.h"
 #include "chart/records/Colors.h"
 #include "chart/records/Cycles.h"
+#include "chart/records/Kept.h"
 #include "chart/records/Records.h"
 #include "chart/records/SetLooks.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Quillon {
@@ -34,9 +36,13 @@ int Units(float twips) {
     return DeviceUnits(static_cast<double>(twips) * static_cast<double>(Chart.PixY));
 }
 
-// From violet for the first set to red for the last one.
+// From violet for the first set to red for the last one, or by the numbers of sets where they have some.
 ChartColor RainbowColor(int set) {
-    const double index = std::nearbyint((set - 1) * 10000.0 / (Chart.State.Nsets - 1));
+    const int number = NumberOfSet(set);
+    const int last =
+        number == 0 ? Chart.State.Nsets : *std::max_element(Chart.SetFlags.begin(), Chart.SetFlags.end());
+    const int place = number == 0 ? set : number;
+    const double index = std::nearbyint((place - 1) * 10000.0 / std::max(last - 1, 1));
     const double hue = (10000.0 - std::clamp(index, 0.0, 10000.0)) * 280.0 / 10000.0;
     return HSBtoColor(static_cast<float>(hue), 1.0F, 0.5F);
 }
@@ -60,6 +66,25 @@ std::int16_t DashOf(int index, bool alternating) {
     return Chart.Cycles.Line2[CyclePlace(alternating ? index / 2 : index)];
 }
 
+using Parts = std::array<int, 3>; // red, green, blue, 0 to 255
+
+Rgb Joined(const Parts& part) {
+    return static_cast<Rgb>(part[0] << 16 | part[1] << 8 | part[2]);
+}
+
+// Relative luminance (W3C, WCAG 2.1), 0 to 1.
+double Luminance(const Parts& part) {
+    const auto linear = [](int value) {
+        const double v = value / 255.0;
+        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(part[0]) + 0.7152 * linear(part[1]) + 0.0722 * linear(part[2]);
+}
+
+Rgb OnTarget(Rgb color) {
+    return Chart.Target == Targets::Screen && Kept.DarkCanvas != 0 ? OnDarkCanvas(color) : color;
+}
+
 } // namespace
 
 bool Alternating() {
@@ -73,10 +98,30 @@ std::size_t CyclePlace(int index) {
     return static_cast<std::size_t>((index % length + length) % length);
 }
 
+Rgb OnDarkCanvas(Rgb color) {
+    constexpr int ground = 30;
+    Parts part{};
+    for (unsigned i = 0; i < 3; ++i)
+        part[i] = static_cast<int>(color >> (16U - 8U * i) & 0xFFU);
+    const int turn =
+        255 - *std::max_element(part.begin(), part.end()) - *std::min_element(part.begin(), part.end());
+    for (int& each : part)
+        each = ground + (each + turn) * (255 - ground) / 255;
+    if (color == 0xFFFFFF || color == 0xC0C0C0) return Joined(part); // grounds and grids stay behind
+    while (Luminance(part) + 0.05 < 3.0 * (Luminance({ground, ground, ground}) + 0.05))
+        for (int& each : part)
+            each += (255 - each) / 16 + 1;
+    return Joined(part);
+}
+
+Rgb CanvasColor() {
+    return OnTarget(0xFFFFFF);
+}
+
 Rgb TargetColor(ChartColor color) {
     constexpr Rgb white = 0xFFFFFF;
     const Rgb rgb = ToRgb(color);
-    return Chart.ColorDevice != 0 || rgb == white ? rgb : 0;
+    return OnTarget(Chart.ColorDevice != 0 || rgb == white ? rgb : 0);
 }
 
 Rgb CycleColor(int index) {
@@ -84,17 +129,24 @@ Rgb CycleColor(int index) {
 }
 
 Rgb BoxColor(const GraphBox& box) {
-    return ToRgb(BasicColor(Chart.ColorDevice != 0 ? box.Color : 15));
+    return OnTarget(ToRgb(BasicColor(Chart.ColorDevice != 0 ? box.Color : 15)));
+}
+
+int NumberOfSet(int set) {
+    if (set < 1 || set > Chart.SetFlags.Hi()) return 0;
+    const int number = Chart.SetFlags[set];
+    return number >= 1 && number <= CycleLen + 1 ? number : 0;
 }
 
 int SetIndex(int set) {
+    if (const int number = NumberOfSet(set); number > 0) return number - 1;
     const int colors = std::max<int>(Chart.State.NColors, 1);
     const int index = Alternating() && set % 2 == 1 ? set - 1 + (set - 1) / colors : set - 1;
     return static_cast<int>(CyclePlace(index));
 }
 
 Rgb SetColor(int set) {
-    if (const SetLook* look = LookOf(set)) return look->Color < 0 ? 0 : CycleColor(look->Color);
+    if (const SetLook* look = LookOf(set)) return look->Color < 0 ? TargetColor(0) : CycleColor(look->Color);
     return Rainbow() ? TargetColor(RainbowColor(set)) : CycleColor(SetIndex(set));
 }
 
@@ -105,7 +157,7 @@ int PenWidth(float twips) {
 int SetLineWidth(int index) {
     if (Chart.PlotterFonts != 0) return 0;
     const int full = Units(Chart.Spec.LineWidth);
-    const int fives = (Alternating() ? index / 2 : index) / 5;
+    const int fives = index / 5;
     int width = full;
     if (Chart.Style.LineWidthFixed == 0 && Chart.Style.LineWidthIncrease != 0)
         width = std::min(fives + 1, full);
@@ -122,8 +174,9 @@ void SelectSetPen(int set) {
         return;
     }
     const int index = SetIndex(set);
-    SelectPen(SetColor(set), SetLineWidth(index));
-    if (!Rainbow()) BeginDash(DashOf(index, Alternating()));
+    const bool alternating = Alternating() && NumberOfSet(set) == 0;
+    SelectPen(SetColor(set), SetLineWidth(alternating ? index / 2 : index));
+    if (!Rainbow()) BeginDash(DashOf(index, alternating));
 }
 
 void SelectPen(Rgb color, int width) {

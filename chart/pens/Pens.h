@@ -9,6 +9,13 @@ namespace Quillon {
 // True where odd-numbered sets are symbols and even-numbered ones lines.
 bool Alternating();
 
+// A colour as the picture box shows it while Kept.DarkCanvas is on: hue and saturation kept, lightness turned
+// round, from 255 down to the 30 of the ground; and lightened until it is a line of contrast 3 : 1 on that.
+Rgb OnDarkCanvas(Rgb color);
+
+// The ground of the picture box, where the graph has no box of its own.
+Rgb CanvasColor();
+
 // A colour on the target: without colours white stays white and everything else is black.
 Rgb TargetColor(ChartColor color);
 
@@ -21,8 +28,11 @@ Rgb BoxColor(const GraphBox& box);
 // A place in the cycle arrays for any index.
 std::size_t CyclePlace(int index);
 
-// The cycle index of a set, counted from 1.
+// The cycle index of a set, counted from 1: that of its number in SetFlags, or its own.
 int SetIndex(int set);
+
+// The number of a set in SetFlags; 0 where it goes by its own.
+int NumberOfSet(int set);
 
 // The colour of a set: of the cycle, or of the gradient while UseRainbowColors is on.
 Rgb SetColor(int set);

@@ -61,7 +61,8 @@ void DrawSquare(int x, int y, int a, int b) {
 } // namespace
 
 std::int16_t SymbolOf(int set) {
-    return Chart.Cycles.Symbol[Alternating() ? CyclePlace(set - 1) : CyclePlace(SetIndex(set))];
+    const bool own = Alternating() && NumberOfSet(set) == 0;
+    return Chart.Cycles.Symbol[CyclePlace(own ? set - 1 : SetIndex(set))];
 }
 
 void SelectSymbolPen(int set, std::int16_t code) {

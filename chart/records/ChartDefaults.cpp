@@ -5,6 +5,7 @@
 #include "chart/records/ChartStyle.h"
 #include "chart/records/Colors.h"
 #include "chart/records/Kept.h"
+#include "chart/records/Palettes.h"
 #include "chart/records/Records.h"
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
@@ -191,15 +192,20 @@ void ReadLists(const Section& ini, ChartStyle& style) {
     }
 }
 
+// A table of which the file holds colours is the engine's own with these in it; any other is the palette.
 std::vector<ChartColor> ReadColors(const Section& ini, const std::string& key) {
-    std::vector<ChartColor> colors;
-    for (std::size_t i = 0; i < DefaultColorOrder.size(); ++i) {
-        ChartColor color = BasicColor(DefaultColorOrder[i]);
-        std::string text;
-        if (ini.Text(key + std::to_string(i), text)) ReadColorText(text, color);
-        colors.push_back(color);
-    }
-    return colors;
+    std::vector<ChartColor> colors = Palettes()[0].Colors;
+    bool any = false;
+    std::string text;
+    for (std::size_t i = 0; i < colors.size(); ++i)
+        if (ini.Text(key + std::to_string(i), text)) any |= ReadColorText(text, colors[i]);
+    return any ? colors : StandardColors();
+}
+
+void ReadKept(const Section& ini) {
+    std::string text;
+    if (ini.Text("ClassicColors", text)) Kept.ClassicColors = Flag(Upper(text) == "TRUE");
+    if (ini.Text("DarkCanvas", text)) Kept.DarkCanvas = Flag(Upper(text) == "TRUE");
 }
 
 } // namespace
@@ -224,6 +230,7 @@ void ReadChartDefaults() {
     ReadNumbers(ini, style);
     ReadPageSize(ini, style);
     ReadLists(ini, style);
+    ReadKept(ini);
     style.ScreenColors = ReadColors(ini, "ScreenColor");
     style.PrintColors = ReadColors(ini, "PrintColor");
     Chart.Style = style;

@@ -125,7 +125,8 @@ struct ChartModule {
     OneBased<std::string> CatLabels; // label per category; numbers stand in for blank ones
     std::vector<GraphNote> Notes;
     std::vector<GraphMark> Marks;
-    OneBased<std::int16_t> SetFlags; // one per set; kept for the graph file
+    OneBased<std::int16_t>
+        SetFlags; // one per set: the number by which it looks (SetLooks::Numbers); 0: its own
 
     std::int16_t GraphHeld{};   // -1: the data stay after drawing, for redraw, zoom and save
     std::int16_t GraphDrawn{};  // -1: a graph stands on the target

@@ -18,6 +18,10 @@ struct ChartKept {
     OneBasedMatrix<float> BoxTable; // square; ChartBoxTable of the file that the graph came from, else empty
     std::int16_t StyleOfFile{}; // -1: Chart.Style came with a file; the next GraphInit reads chart.ini again
     std::int16_t RainbowDefault{}; // UseRainbowColors of chart.ini: what each graph starts with
+    // -1: tables of colours begin with the engine's own (chart/records/Palettes.h). Programs take the safe
+    // ones unless chart.ini has ClassicColors=True.
+    std::int16_t ClassicColors = -1;
+    std::int16_t DarkCanvas{}; // -1: the picture box is painted light on dark; paper and files never are
 };
 
 inline ChartKept Kept;

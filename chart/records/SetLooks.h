@@ -24,10 +24,13 @@ struct LookEntry {
 };
 
 // The looks of all sets in their order, and the legend in place of that of the sets. Without looks sets go by
-// their numbers.
+// their numbers: their own, or those in Numbers, counted from 1, by which several sets (data and the curve
+// through them) look alike, and a set looks alike in every graph. Numbers goes into ChartModule::SetFlags,
+// and with it into graph files; a number of 0, or beyond the cycles, stands for the set's own.
 struct SetLooks {
     std::vector<SetLook> Sets;
     std::vector<LookEntry> Legend;
+    std::vector<std::int16_t> Numbers;
     bool operator==(const SetLooks&) const = default;
 };
 

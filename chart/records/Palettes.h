@@ -1,0 +1,29 @@
+#pragma once
+// Whole tables of colours by which sets are told apart.
+
+#include "chart/records/Colors.h"
+
+#include <vector>
+
+namespace Quillon {
+
+struct Palette {
+    const char* Name;
+    std::vector<ChartColor> Colors; // by cycle index; the first one, black, is that of texts and axes too
+};
+
+// The palettes that are offered, the engine's own one first: "Classic", the 14 of DefaultColorOrder, and
+// "Safe", eight colours that keep apart on white. Each of these is a line of contrast 3 : 1 or more on white
+// (W3C, WCAG 2.1, relative luminance); any two are more than 10 apart by CIEDE2000 (CIE 142-2001), neighbours
+// more than 15, to a full eye and with no red, green or blue receptors (Machado, Oliveira and Fernandes, IEEE
+// Trans. Vis. Comput. Graph. 15 (2009) 1291, severity 1). They are those of Okabe and Ito (2008) and a brown,
+// of which orange, sky blue, vermilion and purple had to be made darker.
+const std::vector<Palette>& Palettes();
+
+// Says which of them tables begin with where chart.ini does not: before the first graph.
+void BeginWithSafeColors(bool safe);
+
+// The colours that a table begins with while Kept.ClassicColors is as it is.
+const std::vector<ChartColor>& StandardColors();
+
+} // namespace Quillon
