@@ -24,6 +24,10 @@ void SetConcConstraint();
 void SetBaseConstraint();
 void Covariance();
 
+// Celsius or kelvin, for the ratio of temperatures that sigma of a set follows; saved as the default. Where
+// it changes sets of the open fit these are built anew, after a question when a finished fit is lost by it.
+void ToggleTemperatureScale();
+
 void AboutBox();
 
 // F1 in the window of a form: the page of that form, which for the chart window goes by what it waits for.

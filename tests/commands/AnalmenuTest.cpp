@@ -4,8 +4,10 @@
 
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
+#include "persistence/Defaults.h"
 #include "scandata/FileForm.h"
 #include "scandata/FileFormEvents.h"
+#include "scandata/FitData.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -36,8 +38,8 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Enabled(),
               (std::set<std::string>{"ReadData", "NewNameConvention", "DoFitRestore", "SaveDefaults",
                                      "MenuExit", "DoModelSet", "UseResiduals", "UseOverlay",
-                                     "ResidualsSpread", "FitPause", "SetConfidence", "mnuSigmaCalculator",
-                                     "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
+                                     "ResidualsSpread", "FitPause", "AbsoluteTemperature", "SetConfidence",
+                                     "mnuSigmaCalculator", "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
@@ -259,6 +261,73 @@ TEST_F(MainWindow, TogglesKeepTheirMarks) {
     RunMainCommand("NewNameConvention");
     EXPECT_FALSE(MainItem("NewNameConvention").Checked);
     EXPECT_EQ(Work.DataDirectory, script.Directory()); // searched for at once
+}
+
+TEST_F(MainWindow, ThereWasNoWayToScaleByAbsoluteTemperature) {
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
+    EXPECT_TRUE(MainItem("AbsoluteTemperature").Checked);
+    Work.TemperatureScale = TemperatureScales::Celsius;
+    ReadProgramDefaults();
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin); // it was saved
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Celsius);
+}
+
+// Two sets of three points in an accepted table, at two temperatures.
+void TakeTwoTemperatures(float first, float second) {
+    for (long row = 1; row <= 2; ++row) {
+        Work.ScanRadius[row].Recreate(3);
+        Work.ScanValue[row].Recreate(3);
+        for (long p = 1; p <= 3; ++p) {
+            Work.ScanRadius[row][p] = 6.0F + 0.5F * static_cast<float>(p - 1);
+            Work.ScanValue[row][p] = 0.25F * static_cast<float>(p);
+        }
+        Work.ScanFile[row] = "a.RA1";
+        Work.ScanRPM[row] = 20000.0F;
+        Work.ScanTemperature[row] = row == 1 ? first : second;
+        Work.FitRange[0][row] = 1;
+        Work.FitRange[1][row] = Work.ScanPoints[row] = 3;
+        Work.IncludeSet[row] = 1;
+    }
+    BuildFitData();
+}
+
+TEST_F(MainWindow, AnotherScaleOfTemperaturesAsksBeforeItEndsAFit) {
+    TakeTwoTemperatures(20.0F, 10.0F);
+    Work.FitDone = Work.FitValid = FlagTrue;
+    const std::string question =
+        "The sets of this analysis have different temperatures: on another scale the "
+        "fit no longer stands.  Do you want to change the scale?";
+    script.ExpectMessage(question, BoxAnswer::No);
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Celsius);
+    EXPECT_EQ(Work.SetSigmaScale[2], 2.0F);
+    script.ExpectMessage(question, BoxAnswer::Yes);
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_FLOAT_EQ(Work.SetSigmaScale[2], 293.15F / 283.15F);
+}
+
+TEST_F(MainWindow, AScaleThatTheSetsForbidLeavesThem) {
+    Work.TemperatureScale = TemperatureScales::Kelvin;
+    TakeTwoTemperatures(4.0F, 0.0F);
+    script.AnswerAllMessages(BoxAnswer::Ok);
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(script.Asked, std::vector<std::string>{
+                                "message: Error 'Set 2 (a.RA1): the header holds a temperature of 0, which "
+                                "cannot be related to other sets' occurred in this command."});
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
+    EXPECT_EQ(Work.DataChosen, FlagTrue);
+}
+
+TEST_F(MainWindow, OneTemperatureChangesNothingAndAsksNothing) {
+    TakeTwoTemperatures(20.0F, 20.0F);
+    Work.FitDone = Work.FitValid = FlagTrue;
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
 }
 
 TEST_F(MainWindow, DisabledItemsDoNothing) {
