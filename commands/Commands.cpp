@@ -42,7 +42,11 @@ void RunCommand(const std::function<void()>& command) {
 }
 
 void ReadData() {
-    OpenFileForm();
+    ReadScans({});
+}
+
+void ReadScans(const std::vector<std::string>& paths) {
+    OpenFileForm(paths);
     ReadDataReturn();
 }
 

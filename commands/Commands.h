@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -12,6 +13,7 @@ namespace Quillon {
 void RunCommand(const std::function<void()>& command);
 
 void ReadData(); // opens the data set table; FileForm's return runs ReadDataReturn
+void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it
 void ReadDataReturn();
 void ToggleNameConvention();
 void SaveDefaults();

@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace Quillon {
@@ -110,7 +111,8 @@ void TellTemperatureDoubts() {
 void FileFormTimer1() {
     if (!FileForm.Timer1) return;
     FileForm.Timer1 = false;
-    FileFormNewFileButton();
+    if (FileForm.Waiting.empty()) return FileFormNewFileButton();
+    FileFormReadFiles(std::exchange(FileForm.Waiting, {}));
 }
 
 void FileFormCheckFocus(int line) {

@@ -5,6 +5,7 @@
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
 #include "persistence/Defaults.h"
+#include "persistence/FitCodec.h"
 #include "scandata/FileForm.h"
 #include "scandata/FileFormEvents.h"
 #include "scandata/FitData.h"
@@ -78,6 +79,73 @@ TEST_F(MainWindow, AFitOnTheCommandLineThatHasGoneIsToldAndIsNoFolder) {
 TEST_F(MainWindow, ArgumentIsTheDataDirectory) {
     StartQuillon("/somewhere/data");
     EXPECT_EQ(Work.DataDirectory, "/somewhere/data");
+}
+
+// Three points of a scan at a tenth of a centimetre.
+const char* const SmallScan = "Sample\r\nR 1 20.0 10000 0084667 9.2280E10 280 32\r\n"
+                              "6.0 0.1\r\n6.1 0.2\r\n6.2 0.35\r\n";
+
+TEST_F(MainWindow, ScansOnTheCommandLineWereRestoredAsFits) {
+    const std::string one = script.MakeFile("00001.RA1", SmallScan);
+    const std::string two = script.MakeFile("00002.RA1", SmallScan);
+    StartQuillon(one);
+    EXPECT_EQ(Work.DataDirectory, script.Directory());
+    script.ExpectModal(FileFormName, [&] {
+        FileFormTimer1();
+        EXPECT_EQ(FileForm.NameBox[0].Text, "00001.RA1");
+        EXPECT_EQ(FileForm.NameBox[1].Text, "00002.RA1");
+        EXPECT_EQ(Work.ScanPoints[2], 3);
+        FileForm.State.Shown = false;
+    });
+    OpenArguments({one, two});
+    script.ExpectModal(FileFormName, [] { EXPECT_FALSE(FileForm.Timer1); }); // later it asks for nothing
+    RunMainCommand("ReadData");
+}
+
+TEST_F(MainWindow, AScanThatCannotBeReadIsToldByItsLine) {
+    const std::string path = script.MakeFile("00001.RA1", "Sample\nR 1 20.0 10000 0084667 9.2280E10 280 32\n6,1\n");
+    StartQuillon(path);
+    script.ExpectModal(FileFormName, [&] {
+        script.AnswerAllMessages(BoxAnswer::Ok);
+        FileFormTimer1();
+    });
+    OpenArguments({path});
+    ASSERT_EQ(script.Asked.size(), 2U);
+    EXPECT_NE(script.Asked[1].find("00001.RA1: line 3"), std::string::npos) << script.Asked[1];
+}
+
+TEST_F(MainWindow, AFitOfAnyNameIsKnownByItsBeginning) {
+    const std::string fit = EncodeFit(FreshWorkspace());
+    EXPECT_EQ(KindOfArgument(script.MakeFile("fit.old", fit)), ArgumentKind::Fit);
+    EXPECT_EQ(KindOfArgument(script.MakeFile("empty.RA1", "")), ArgumentKind::Scan);
+    EXPECT_EQ(KindOfArgument(script.Directory() + "/gone.QUIL"), ArgumentKind::Fit);
+    EXPECT_EQ(KindOfArgument(script.MakeFile("graph.GRF", "")), ArgumentKind::Graph);
+    EXPECT_EQ(KindOfArgument(script.Directory()), ArgumentKind::Folder);
+    EXPECT_EQ(KindOfArgument(script.Directory() + "/gone"), ArgumentKind::Missing);
+    EXPECT_EQ(KindOfArgument(""), ArgumentKind::Nothing);
+}
+
+TEST_F(MainWindow, AJobOnTheCommandLineWasRestoredAsAFit) {
+    const std::string path = script.MakeFile("run.Job", "[fit]\n");
+    StartQuillon(path);
+    EXPECT_EQ(Work.DataDirectory, "");
+    script.ExpectMessage(path + " is a job, which quillon-fit runs:\n\nquillon-fit \"" + path +
+                         "\" --save \"fit.quil\"\n\nThe fit that is saved there opens here.");
+    OpenArguments({path});
+}
+
+TEST_F(MainWindow, AMissingPathOnTheCommandLineWasAFolder) {
+    StartQuillon("/somewhere/data");
+    script.ExpectMessage("There is no file or folder /somewhere/data");
+    OpenArguments({"/somewhere/data"});
+    EXPECT_EQ(Work.DataDirectory, script.Directory()); // found as without one
+}
+
+TEST_F(MainWindow, WhatIsNotOpenedBesideTheFirstArgumentIsTold) {
+    const std::string fit = script.MakeFile("a.quil", "");
+    script.ExpectMessage(fit + " is not opened: several scans can be opened at once, of everything else the "
+                               "first alone.");
+    OpenArguments({script.Directory(), fit});
 }
 
 TEST_F(MainWindow, CaptionsCarryTheirAccessKeys) {
