@@ -18,6 +18,12 @@ constexpr double UsualLineHeight = 17; // pixels, of the font that sizes were ch
 
 double FormScale = 1.0;
 
+// As it was before any scaling.
+const QFont& DesktopFont() {
+    static const QFont font = QApplication::font();
+    return font;
+}
+
 QFont Scaled(QFont font) {
     if (font.pointSizeF() > 0.0)
         font.setPointSizeF(font.pointSizeF() * FormScale);
@@ -64,7 +70,7 @@ private:
 } // namespace
 
 void ScaleForms(int percent) {
-    static const QFont desktop = QApplication::font();
+    const QFont& desktop = DesktopFont(); // the first time it is the font that is being replaced
     FormScale = percent / 100.0;
     QApplication::setFont(Scaled(desktop));
 }
@@ -74,8 +80,8 @@ QFont FixedPitchFont() {
 }
 
 QSize ForFont(int width, int height) {
-    const double factor = QFontMetrics(QApplication::font()).lineSpacing() / UsualLineHeight;
-    return QSize(width, height) * std::max(1.0, factor);
+    const double desktop = QFontMetrics(DesktopFont()).lineSpacing() / UsualLineHeight;
+    return QSize(width, height) * (FormScale * std::max(1.0, desktop));
 }
 
 void KeepWindowsOnScreen() {
