@@ -9,6 +9,9 @@
 #include <QFontMetrics>
 #include <QScreen>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Quillon {
 
 namespace {
@@ -50,11 +53,19 @@ void Scroll(QDialog& window) {
     window.setMinimumSize(0, 0);
 }
 
+// The toolkit's own dialogs see to their size themselves.
+bool IsOfTheToolkit(const QDialog& window) {
+    constexpr const char* kinds[] = {"QMessageBox", "QFileDialog", "QInputDialog", "QAbstractPrintDialog",
+                                     "QPageSetupDialog"};
+    return std::any_of(std::begin(kinds), std::end(kinds),
+                       [&](const char* kind) { return window.inherits(kind); });
+}
+
 class ScreenKeeper : public QObject {
 public:
     bool eventFilter(QObject* object, QEvent* event) override {
         auto* window = event->type() == QEvent::Show ? qobject_cast<QDialog*>(object) : nullptr;
-        if (window && window->isWindow() && !event->spontaneous()) Keep(*window);
+        if (window && window->isWindow() && !event->spontaneous() && !IsOfTheToolkit(*window)) Keep(*window);
         return false;
     }
 
