@@ -7,6 +7,7 @@
 #include "scandata/DataSetTable.h"
 #include "scandata/ProposeRange.h"
 #include "scandata/RangeDoubts.h"
+#include "scandata/Temperatures.h"
 
 #include <cmath>
 
@@ -31,7 +32,8 @@ void CheckHeader(const Job& job, const JobSet& set, const std::string& path) {
         FailJob(job, SetSection(set.Number), "file", path + ": " + reason);
     };
     if (!(Work.ScanRPM[set.Number] > 0.0F)) fail("the header holds no rotor speed");
-    if (Work.ScanTemperature[set.Number] == 0.0F && job.Sets.size() > 1)
+    const bool celsius = Work.TemperatureScale == TemperatureScales::Celsius;
+    if (celsius && Work.ScanTemperature[set.Number] == 0.0F && job.Sets.size() > 1)
         fail("the header holds a temperature of 0, which cannot be related to other sets");
     if (!(Work.ScanTemperature[set.Number] > -273.15F)) fail("the temperature is below absolute zero");
 }
@@ -131,6 +133,13 @@ void SetConstraints(const JobSet& set) {
     Work.ConstraintFlags = ToInt16(Work.ConstraintFlags | bits);
 }
 
+void WarnOfTemperatures(const Job& job) {
+    for (const TemperatureDoubt& doubt : TemperatureDoubts(RowsInFit()))
+        WriteConsole(JobMessage(job, SetSection(static_cast<int>(doubt.Row.Number)), "file",
+                                doubt.Text + "; with temperature-scale = kelvin in [constants] sigma follows "
+                                             "absolute temperatures"));
+}
+
 } // namespace
 
 void ReadJobData(const Job& job) {
@@ -147,6 +156,7 @@ void ReadJobData(const Job& job) {
         SetRatios(job, set);
         SetConstraints(set);
     }
+    WarnOfTemperatures(job);
 }
 
 } // namespace Quillon

@@ -88,6 +88,7 @@ struct Job {
     bool Guesses = true;
     bool ConfidenceLimits = false;
     std::optional<std::int16_t> MaxIterations;
+    std::int16_t TemperatureScale = TemperatureScales::Celsius;
     std::optional<std::int16_t> MaxPtsPerSet; // a scan holds at most one point fewer
     std::vector<JobSetting> Settings;         // of [fit] and [constants]
     std::vector<JobSet> Sets;                 // by rising number

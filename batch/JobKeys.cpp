@@ -82,6 +82,13 @@ constexpr ConstantKey ConstantKeys[] = {
     {"rotor-expansion", &Workspace::RotorExpansion, true},
 };
 
+constexpr FitKey ConstantWords[] = {
+    {"temperature-scale",
+     [](JobReader& r, const std::string& v) {
+         r.Result.TemperatureScale = ToInt16(ReadChoice(r, v, {"celsius", "kelvin"}));
+     }},
+};
+
 constexpr FitKey SimulationKeys[] = {
     {"noise", [](JobReader& r, const std::string& v) { r.Result.Simulation.Noise = ReadNotNegative(r, v); }},
     {"seed",
@@ -172,7 +179,11 @@ void ReadParameterWord(const JobReader& reader, JobParameter& parameter, std::st
 std::vector<std::string> JobKeys(std::string_view section) {
     if (section == "fit") return NamesOf(FitKeys);
     if (section == "simulation") return NamesOf(SimulationKeys);
-    return section == "constants" ? NamesOf(ConstantKeys) : NamesOf(SetKeys);
+    if (section != "constants") return NamesOf(SetKeys);
+    std::vector<std::string> names = NamesOf(ConstantKeys);
+    for (const FitKey& key : ConstantWords)
+        names.push_back(key.Name);
+    return names;
 }
 
 void ReadFitKey(JobReader& reader, const std::string& value) {
@@ -180,6 +191,8 @@ void ReadFitKey(JobReader& reader, const std::string& value) {
 }
 
 void ReadConstantsKey(JobReader& reader, const std::string& value) {
+    for (const FitKey& word : ConstantWords)
+        if (reader.Key == word.Name) return word.Read(reader, value);
     const ConstantKey& key = FindKey(reader, ConstantKeys);
     AddSetting(reader, key.Member,
                key.MayBeZero ? ReadNotNegative(reader, value) : ReadPositive(reader, value));

@@ -26,6 +26,7 @@ void TakeSettings(const Job& job) {
     if (job.MaxIterations) Work.MaxIterations = *job.MaxIterations;
     if (job.MaxPtsPerSet) Work.MaxPtsPerSet = *job.MaxPtsPerSet;
     Work.MassUnits = job.MassUnits;
+    Work.TemperatureScale = job.TemperatureScale;
     Work.PauseBeforeFit = FlagFalse;
 }
 

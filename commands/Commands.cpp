@@ -13,6 +13,7 @@
 #include "scandata/FileForm.h"
 #include "scandata/FitData.h"
 #include "scandata/SaveScans.h"
+#include "scandata/Temperatures.h"
 #include "workspace/records/Workspace.h"
 
 #include <new>
@@ -41,7 +42,11 @@ void RunCommand(const std::function<void()>& command) {
 }
 
 void ReadData() {
-    OpenFileForm();
+    ReadScans({});
+}
+
+void ReadScans(const std::vector<std::string>& paths) {
+    OpenFileForm(paths);
     ReadDataReturn();
 }
 
@@ -97,6 +102,25 @@ void SetBaseConstraint() {
     BaseConstraintDialog();
     BuildFitData();
     Work.NewData = 1;
+}
+
+void ToggleTemperatureScale() {
+    const Workspace before = Work;
+    const bool matters = ScaleMatters();
+    if (matters && Work.FitDone &&
+        !AskYesNo("The sets of this analysis have different temperatures: on another scale the fit no longer "
+                  "stands.  Do you want to change the scale?",
+                  Work.ProgramName))
+        return;
+    const bool kelvin = Work.TemperatureScale == TemperatureScales::Kelvin;
+    Work.TemperatureScale = kelvin ? TemperatureScales::Celsius : TemperatureScales::Kelvin;
+    try {
+        if (matters) BuildFitData();
+    } catch (const RuntimeError&) { // 0 degrees Celsius have no ratio
+        Work = before;
+        throw;
+    }
+    SaveTemperatureScale();
 }
 
 void Covariance() {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -12,6 +13,7 @@ namespace Quillon {
 void RunCommand(const std::function<void()>& command);
 
 void ReadData(); // opens the data set table; FileForm's return runs ReadDataReturn
+void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it
 void ReadDataReturn();
 void ToggleNameConvention();
 void SaveDefaults();
@@ -23,6 +25,10 @@ void DoInitGuesses();
 void SetConcConstraint();
 void SetBaseConstraint();
 void Covariance();
+
+// Celsius or kelvin, for the ratio of temperatures that sigma of a set follows; saved as the default. Where
+// it changes sets of the open fit these are built anew, after a question when a finished fit is lost by it.
+void ToggleTemperatureScale();
 
 void AboutBox();
 

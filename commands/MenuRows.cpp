@@ -84,6 +84,9 @@ bool PausesBeforeFit() {
 bool RescuesAlways() {
     return Work.RescueMode == Rescue::Always;
 }
+bool ScalesByKelvin() {
+    return Work.TemperatureScale == TemperatureScales::Kelvin;
+}
 constexpr bool (*Plain)() = nullptr;
 
 // --- commands of one line --------------------------------------------------------------------------------
@@ -163,6 +166,7 @@ std::vector<MenuRow> AllRows() {
         {Preferences, "ResidualsSpread", "&Y-shift Data Sets in Residual Plots", ToggleResidualsSpread, Always, ResidualsAreSpread, NewGroup},
         {Preferences, "FitPause", "&Pause for Manual Start When Fitting", ToggleFitPause, Always, PausesBeforeFit},
         {Preferences, "AlwaysRescue", "Always Search for a Minimum with &Damped Steps", ToggleAlwaysRescue, Always, RescuesAlways},
+        {Preferences, "AbsoluteTemperature", "Scale Sigma by &Absolute Temperature", ToggleTemperatureScale, Always, ScalesByKelvin},
         {Preferences, "SetConfidence", "Set &Confidence Interval Probability...", ConfidenceDialog, Always, Plain, NewGroup},
         {Preferences, "mnuSigmaCalculator", "&Rotor Speed Calculator...", SigmaCalculatorDialog, Always},
 

@@ -1,26 +1,39 @@
 #include "commands/StartUp.h"
 
+#include "chart/Charts.h"
 #include "chart/files/GraphFile.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
+#include "persistence/FitFile.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "scandata/DataDirectory.h"
 #include "scandata/FileForm.h"
 #include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace Quillon {
 
 namespace {
 
-bool IsNamedLikeAFit(const std::string& argument) {
-    return argument.ends_with(".quil") || argument.ends_with(".fit");
+bool EndsWith(const std::string& name, std::string_view ending) { // in small letters
+    return name.size() >= ending.size() &&
+           std::equal(ending.rbegin(), ending.rend(), name.rbegin(), [](char small, char c) {
+               return small == (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
+           });
 }
 
-// The one argument: a folder of scans, or a saved fit, which is opened once everything stands. A fit that is
-// not there is told then, and is no folder.
-bool IsSavedFit(const std::string& argument) {
-    return Host.FileExists(argument) || (IsNamedLikeAFit(argument) && !Host.DirectoryExists(argument));
+bool BeginsAsAFit(const std::string& path) {
+    try {
+        ReadFitHeader(Host.ReadFile(path));
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 // Coefficients of 0, say, that a mistyped setting became: no scale can be built with them.
@@ -52,20 +65,103 @@ void SizeWorkspace() {
     SetDefaultBounds();
 }
 
+void OpenGraph(const std::string& path) {
+    RunCommand([&] {
+        if (RestoreGraphFile(path)) Host.ShowForm(ChartsName);
+    });
+}
+
+// A name that leads nowhere is no place where the file dialogs can start.
+void TellMissing(const std::string& path) {
+    Tell("There is no file or folder " + path, Work.ProgramName, BoxIcon::Warning);
+    if (Work.DataDirectory == path) FindDataDirectory();
+}
+
+void TellJob(const std::string& path) {
+    Tell(path + " is a job, which quillon-fit runs:\n\nquillon-fit \"" + path +
+             "\" --save \"fit.quil\"\n\nThe fit that is saved there opens here.",
+         Work.ProgramName, BoxIcon::Information);
+}
+
+void TellNotOpened(const std::string& path) {
+    Tell(path + " is not opened: several scans can be opened at once, of everything else the first alone.",
+         Work.ProgramName, BoxIcon::Warning);
+}
+
+// The first argument, but for what StartQuillon has opened.
+void OpenFirst(const std::string& path, ArgumentKind kind) {
+    switch (kind) {
+    case ArgumentKind::Graph:
+        return OpenGraph(path);
+    case ArgumentKind::Job:
+        return TellJob(path);
+    case ArgumentKind::Missing:
+        return TellMissing(path);
+    default:
+        return;
+    }
+}
+
 } // namespace
+
+ArgumentKind KindOfArgument(const std::string& argument) {
+    if (argument.empty()) return ArgumentKind::Nothing;
+    if (NamesGraphFile(argument)) return ArgumentKind::Graph;
+    if (Host.DirectoryExists(argument)) return ArgumentKind::Folder;
+    if (EndsWith(argument, ".quil") || EndsWith(argument, ".fit")) return ArgumentKind::Fit;
+    if (!Host.FileExists(argument)) return ArgumentKind::Missing;
+    if (EndsWith(argument, ".job")) return ArgumentKind::Job;
+    return BeginsAsAFit(argument) ? ArgumentKind::Fit : ArgumentKind::Scan;
+}
 
 void StartQuillon(const std::string& argument) {
     Work = FreshWorkspace();
     Work.WorkDirectory = Host.WorkingDirectory();
-    const bool fit = IsSavedFit(argument) && !NamesGraphFile(argument); // a graph waits for its window
-    if (!argument.empty() && !fit && !NamesGraphFile(argument)) Work.DataDirectory = argument;
+    const ArgumentKind kind = KindOfArgument(argument);
+    if (kind == ArgumentKind::Folder || kind == ArgumentKind::Missing) Work.DataDirectory = argument;
+    if (kind == ArgumentKind::Scan) Work.DataDirectory = DirectoryOf(argument);
     ReadFitDefaults();
     ReadProgramDefaults();
     SizeWorkspace();
     LoadRecentFiles();
     StartFileForm();
     LoadAnalmenu();
-    if (fit) RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
+    if (kind == ArgumentKind::Fit)
+        RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
+}
+
+void OpenArguments(const std::vector<std::string>& arguments) {
+    std::vector<std::string> scans;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const ArgumentKind kind = KindOfArgument(arguments[i]);
+        if (kind == ArgumentKind::Scan)
+            scans.push_back(arguments[i]);
+        else if (i == 0 || kind == ArgumentKind::Missing)
+            OpenFirst(arguments[i], kind);
+        else
+            TellNotOpened(arguments[i]);
+    }
+    if (!scans.empty()) RunCommand([&] { ReadScans(scans); });
+}
+
+std::string DesktopHelp() {
+    return "usage: quillon [FOLDER | FIT | GRAPH.grf | SCAN...]\n"
+           "\n"
+           "Global analysis of sedimentation equilibrium experiments.\n"
+           "\n"
+           "  FOLDER      where the file dialogs look for scans\n"
+           "  FIT         a saved fit (.quil, .fit) is restored\n"
+           "  GRAPH.grf   a graph file is opened in the graph window\n"
+           "  SCAN...     scans go into the table of data sets\n"
+           "  --help      this text\n"
+           "  --version   the program's version\n"
+           "\n"
+           "quillon-fit runs fits without a display.\n";
+}
+
+std::string DesktopVersion() {
+    const Workspace fresh;
+    return fresh.ProgramName + " " + fresh.ProgramVersion + "\n";
 }
 
 void RunRecentFile(long item) {

@@ -5,6 +5,7 @@
 #include "fit/WaitForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/MenuKeys.h"
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "persistence/Filelist.h"
@@ -96,6 +97,7 @@ private:
             for (const MainMenuItem& item : Analmenu.Items)
                 if (item.Row.Menu == menu) AddItem(bar, item);
             if (menu == MainMenu::File) AddRecentFiles(bar);
+            KeepAccessKeysApart(bar);
         }
     }
 

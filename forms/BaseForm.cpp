@@ -2,6 +2,7 @@
 #include "models/BaseForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 
 namespace Quillon {
 
@@ -49,7 +50,7 @@ QWidget* MakeBaseForm(QWidget* parent) {
                        bind, []() -> Control& { return BaseForm.CancelButton; }, BaseFormCancelButton)},
                   {MakeButton(
                       bind, []() -> Control& { return BaseForm.OkButton; }, BaseFormOkButton, true)}));
-    form->resize(460, 150 + 28 * ShownRows(BaseForm.SetName.size()));
+    form->resize(ForFont(460, 150 + 28 * ShownRows(BaseForm.SetName.size())));
     return form;
 }
 

@@ -12,6 +12,8 @@
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/MenuKeys.h"
+#include "forms/shell/WindowSizes.h"
 #include "platform/Platform.h"
 #include "scandata/RangeBar.h"
 #include "workspace/records/Workspace.h"
@@ -61,7 +63,7 @@ public:
         Modal = Charts.Shown;
         setWindowTitle(ShownText(Work.ProgramName + " - Graph"));
         setAcceptDrops(true);
-        resize(900, 620);
+        resize(ForFont(900, 620));
         Canvas->setFocus();
     }
 
@@ -155,8 +157,10 @@ private:
         Options = bar->addMenu("&Options");
         for (std::size_t i = 0; i < Charts.SpecialOpts.size(); ++i)
             Specials.push_back(Options->addAction("", this, [i] { RunOnGraph(Charts.SpecialActions[i]); }));
-        for (QMenu* menu : bar->findChildren<QMenu*>())
+        for (QMenu* menu : bar->findChildren<QMenu*>()) {
             GiveKeysBack(menu);
+            KeepAccessKeysApart(menu);
+        }
         return bar;
     }
 

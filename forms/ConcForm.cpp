@@ -2,6 +2,7 @@
 #include "models/ConcForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 
 namespace Quillon {
 
@@ -53,7 +54,8 @@ QWidget* MakeConcForm(QWidget* parent) {
                        bind, []() -> Control& { return ConcForm.OkButton; }, ConcFormOkButton, true),
                    MakeCancel(
                        bind, []() -> Control& { return ConcForm.CancelButton; }, ConcFormCancelButton)}));
-    form->resize(ConcForm.BLabel.Visible ? 900 : 660, 170 + 28 * ShownRows(ConcForm.SetLabel.size()));
+    form->resize(
+        ForFont(ConcForm.BLabel.Visible ? 900 : 660, 170 + 28 * ShownRows(ConcForm.SetLabel.size())));
     return form;
 }
 

@@ -2,6 +2,7 @@
 #include "reporting/Correlation.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -44,8 +45,8 @@ public:
                                              Bind, []() -> Control& { return Correlation.OkButton; },
                                              CorrelationOkButton, true)}));
         setWindowTitle(ShownText(Correlation.Caption));
-        resize(std::clamp(columns + table->verticalHeader()->sizeHint().width() + 40, 360, 1100),
-               std::min(700, 210 + n * 28));
+        const QSize usual = ForFont(0, 210 + n * 28);
+        resize(std::max(columns + table->verticalHeader()->sizeHint().width() + 40, 360), usual.height());
     }
 
 private:

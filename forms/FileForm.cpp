@@ -2,6 +2,7 @@
 #include "scandata/FileForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/MenuKeys.h"
 #include "scandata/FileFormChannels.h"
 #include "scandata/FileFormEvents.h"
 #include "scandata/FileFormMenu.h"
@@ -312,6 +313,8 @@ private:
             if (!place) place = item.Submenu.empty() ? menu : menu->addMenu(ShownText(item.Submenu));
             AddCommand(place, item);
         }
+        for (const auto& [caption, place] : submenus)
+            KeepAccessKeysApart(place);
         menu->popup(at);
     }
 

@@ -5,6 +5,7 @@
 #include "commands/Commands.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 #include "help/HelpForm.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -162,7 +163,7 @@ QWidget* MakeHelpForm(QWidget* parent) {
                               button(&HelpFormRecord::ForwardButton, HelpForwardButton),
                               button(&HelpFormRecord::StartButton, HelpStartButton)},
                              {button(&HelpFormRecord::CloseButton, HelpCloseButton)}));
-    form->resize(1000, 640);
+    form->resize(ForFont(1000, 640));
     return form;
 }
 

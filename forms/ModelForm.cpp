@@ -2,6 +2,7 @@
 #include "models/ModelForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -101,7 +102,7 @@ QWidget* MakeModelForm(QWidget* parent) {
                  bind, []() -> Control& { return ModelForm.OkButton; }, ModelFormOkButton, true),
              MakeButton(
                  bind, []() -> Control& { return ModelForm.CancelButton; }, ModelFormCancelButton)}));
-    form->resize(600, 660);
+    form->resize(ForFont(600, 660));
     return form;
 }
 

@@ -6,12 +6,12 @@
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/PrintReport.h"
+#include "forms/shell/WindowSizes.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/ResidualGraphs.h"
 #include "models/ShowConstraintForm.h"
 #include "workspace/records/Workspace.h"
 
-#include <QFontDatabase>
 #include <QPlainTextEdit>
 
 namespace Quillon {
@@ -20,7 +20,7 @@ namespace {
 
 QPlainTextEdit* Lines(Binder& bind, ControlRef control, int rows) {
     auto* text = new QPlainTextEdit;
-    text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text->setFont(FixedPitchFont());
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
     text->setMinimumHeight(text->fontMetrics().lineSpacing() * rows + 12);
     text->setTabChangesFocus(true);
@@ -90,7 +90,7 @@ public:
         all->addWidget(frame, 1);
         all->addLayout(Buttons());
         Bind.Also([this] { setWindowTitle(ShownText(Results.Caption)); });
-        resize(1080, 620);
+        resize(ForFont(1080, 620));
     }
 
 private:

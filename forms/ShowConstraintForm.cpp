@@ -2,6 +2,7 @@
 #include "models/ShowConstraintForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 
 #include <utility>
 
@@ -44,8 +45,8 @@ QWidget* MakeShowConstraintForm(QWidget* parent) {
     all->addLayout(ButtonRow({}, {MakeButton(
                                      bind, []() -> Control& { return ShowConstraintForm.OkButton; },
                                      ShowConstraintFormOkButton, true)}));
-    form->resize(ShowConstraintForm.BLabel.Visible ? 1100 : 660,
-                 200 + 20 * ShownRows(ShowConstraintForm.SetLabel.size()));
+    form->resize(ForFont(ShowConstraintForm.BLabel.Visible ? 1100 : 660,
+                         200 + 20 * ShownRows(ShowConstraintForm.SetLabel.size())));
     return form;
 }
 

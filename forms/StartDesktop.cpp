@@ -5,20 +5,19 @@
 #include "chart/files/GraphFile.h"
 #include "chart/records/Palettes.h"
 #include "commands/Analmenu.h"
-#include "commands/Commands.h"
 #include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/GetGuess.h"
 #include "forms/HelpForm.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 #include "forms/surfaces/Pictures.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
-#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QScreen>
@@ -37,7 +36,7 @@ int RowsThatFit(int height) {
 
 } // namespace
 
-void StartDesktop(const std::string& argument) {
+void StartDesktop(const std::string& argument, const std::vector<std::string>& others) {
     Seams.CancelFlag = &Work.AbortFit;
     BeginWithSafeColors(true);
     Seams.ProgramName = [] { return Work.ProgramName; };
@@ -45,19 +44,21 @@ void StartDesktop(const std::string& argument) {
     OpenToolkitPicture = [](const std::string& kind, const PictureRequest& request) {
         return kind == "png" ? OpenPng(request) : OpenPdf(request);
     };
+    KeepWindowsOnScreen();
+    StartQuillon(argument);
+    ScaleForms(Work.FormScalingPercent);
     const int rows = RowsThatFit(QApplication::primaryScreen()->availableGeometry().height());
     GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = rows;
-    ResultsFont = [font = QFontMetrics(QFontDatabase::systemFont(QFontDatabase::FixedFont))](
-                      const std::string& text) { return font.horizontalAdvance(ShownText(text)); };
-    StartQuillon(argument);
+    ResultsFont = [font = QFontMetrics(FixedPitchFont())](const std::string& text) {
+        return font.horizontalAdvance(ShownText(text));
+    };
     MakeForm(AnalmenuName);
     MakeForm(ChartsName); // the engine measures on its picture box
     Host.ShowForm(AnalmenuName);
     ListenForHelp();
-    if (NamesGraphFile(argument))
-        RunCommand([&] {
-            if (RestoreGraphFile(argument)) Host.ShowForm(ChartsName);
-        });
+    std::vector<std::string> arguments = others;
+    arguments.insert(arguments.begin(), argument);
+    if (!Analmenu.Ended) OpenArguments(arguments);
     RefreshForms();
 }
 

@@ -2,10 +2,12 @@
 // The start of the desktop program.
 
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
-// On an installed platform: starts the analysis and shows the main window. argument as of StartQuillon.
-void StartDesktop(const std::string& argument);
+// On an installed platform: starts the analysis and shows the main window. argument as of StartQuillon; what
+// it and the others lead to beside a fit is opened once the window stands (OpenArguments).
+void StartDesktop(const std::string& argument, const std::vector<std::string>& others = {});
 
 } // namespace Quillon

@@ -26,6 +26,7 @@ inline constexpr const char* Extinction = "Extinction";
 inline constexpr const char* RefractometricExtinction = "RefractometricExtinction";
 inline constexpr const char* SolventDensity = "SolventDensity";
 inline constexpr const char* SoluteVBar = "SoluteVBar";
+inline constexpr const char* TemperatureScale = "TemperatureScale";
 inline constexpr const char* CellPathlength = "CellPathlength";
 inline constexpr const char* SoluteRefractivity = "SoluteRefractivity";
 inline constexpr const char* FitModelNumber = "FitModelNumber";

@@ -35,6 +35,15 @@ const std::vector<ExtensionField>& ExtensionFields() {
              for (const std::int16_t link : w.ConcLink)
                  if (link < 0 || link > w.MaxSets) FitReader::Damaged("ConcLink");
          }},
+        {"TemperatureScale",
+         [](const Workspace& w) { return w.TemperatureScale != Workspace{}.TemperatureScale; },
+         [](FitWriter& s, const Workspace& w) { s.Value("TemperatureScale", w.TemperatureScale); },
+         [](FitReader& s, Workspace& w) {
+             s.Value("TemperatureScale", w.TemperatureScale);
+             if (w.TemperatureScale < TemperatureScales::Celsius ||
+                 w.TemperatureScale > TemperatureScales::Kelvin)
+                 FitReader::Damaged("TemperatureScale");
+         }},
     };
     return fields;
 }

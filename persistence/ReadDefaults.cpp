@@ -69,6 +69,8 @@ void ReadCoefficients(const SettingsReader& ini) {
     Work.VbarA = Work.VbarB = ini.Single(IniKey::SoluteVBar, "0.730");
     Work.CellPathlength = ini.Single(IniKey::CellPathlength, "1.200");
     Work.FringeMassA = Work.FringeMassB = ini.Single(IniKey::SoluteRefractivity, "2.756");
+    const bool kelvin = StrippedCapitals(ini.Text(IniKey::TemperatureScale, "Celsius")) == "KELVIN";
+    Work.TemperatureScale = kelvin ? TemperatureScales::Kelvin : TemperatureScales::Celsius;
 }
 
 void ReadModelAndUnits(const SettingsReader& ini) {

@@ -109,6 +109,15 @@ void AskPresentFitSettings() {
         WriteFit(IniKey::PauseBeforeFit, TrueOrFalse(Work.PauseBeforeFit != 0));
 }
 
+// What the user has chosen elsewhere and is not asked about.
+template <class Writing> void WriteOrTell(const Writing& writing) {
+    try {
+        writing();
+    } catch (const RuntimeError& error) {
+        TellWriteFailure(error.Text);
+    }
+}
+
 void AskCorrelation(const std::string& kind, float present, const char* key) {
     float value = 0.0F;
     if (AnsweredNumber("What value should be considered a '" + kind + "' (0-1 range, currently set at " +
@@ -262,11 +271,12 @@ void AskChannelRadii(const std::string& question, int cell) {
 } // namespace
 
 void SaveAlwaysRescue() {
-    try {
-        WriteFit(IniKey::AlwaysRescue, TrueOrFalse(Work.RescueMode == Rescue::Always));
-    } catch (const RuntimeError& error) {
-        TellWriteFailure(error.Text);
-    }
+    WriteOrTell([] { WriteFit(IniKey::AlwaysRescue, TrueOrFalse(Work.RescueMode == Rescue::Always)); });
+}
+
+void SaveTemperatureScale() {
+    const bool kelvin = Work.TemperatureScale == TemperatureScales::Kelvin;
+    WriteOrTell([kelvin] { WriteProgram(IniKey::TemperatureScale, kelvin ? "Kelvin" : "Celsius"); });
 }
 
 bool SaveFitDefaults() {

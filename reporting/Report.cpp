@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "reporting/ConstantWarnings.h"
 #include "reporting/Correlation.h"
 #include "reporting/ParmLines.h"
 #include "reporting/Statistics.h"
@@ -51,6 +52,8 @@ void PrintStatistics(ReportPages& report) {
 
 void PrintWarnings(ReportPages& report) {
     for (const std::string& line : FitWarningLines())
+        ReportLineFeed(report, "    Warning -- " + line);
+    for (const std::string& line : ConstantWarnings())
         ReportLineFeed(report, "    Warning -- " + line);
     if (Work.Outcome.Rescued) ReportLineFeed(report, "    minimum found by a search with damped steps");
 }

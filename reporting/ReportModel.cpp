@@ -6,7 +6,7 @@
 #include "models/CoefficientWavelength.h"
 #include "models/ModelTable.h"
 #include "platform/Paths.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cctype>
@@ -76,20 +76,17 @@ NamedFiles ScanNames() {
     return NameFiles(paths, Work.LabelPrefix);
 }
 
-bool HasBaseline(long row) {
-    return Work.BaselineFile[row] != NoBaseline;
-}
-
 // By set, NoBaseline for a set without one.
 NamedFiles BaselineNames() {
     Lines paths;
     for (long s = 1; s <= Work.NumSets; ++s) {
         const long row = Work.SetRow[s];
-        if (HasBaseline(row)) paths.push_back(JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]));
+        if (HasBaseline(RowNo(row)))
+            paths.push_back(JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]));
     }
     NamedFiles files = NameFiles(paths, "");
     for (long s = 1; s <= Work.NumSets; ++s)
-        if (!HasBaseline(Work.SetRow[s])) files.Names.insert(files.Names.begin() + (s - 1), NoBaseline);
+        if (!HasBaseline(RowOf(SetNo(s)))) files.Names.insert(files.Names.begin() + (s - 1), NoBaseline);
     return files;
 }
 
@@ -115,7 +112,7 @@ std::string ChannelText(long row) {
 
 void PrintBaseline(Lines& lines, long row, const std::string& name, int columns) {
     lines.push_back("   Baseline subtracted from file: " + name);
-    if (!HasBaseline(row) || !Work.BaselineShifted[row]) return;
+    if (!HasBaseline(RowNo(row)) || !Work.BaselineShifted[row]) return;
     const std::string shift = Picture(Work.BaselineShift[row], "0.000###") + " cm";
     const std::string behind = lines.back() + ", shifted " + shift;
     if (static_cast<int>(behind.size()) <= columns)
@@ -171,6 +168,12 @@ void PrintMassConstants(Lines& lines) {
     }
 }
 
+// Where the sets follow another rule than the standing one.
+void PrintTemperatureScale(Lines& lines) {
+    if (Work.NumSets > 1 && Work.TemperatureScale == TemperatureScales::Kelvin)
+        lines.push_back("Sigma of the data sets is scaled by absolute temperature");
+}
+
 struct Coefficient {
     const char* Text;
     float A, B;
@@ -214,6 +217,7 @@ std::vector<std::string> PrintModelText(int columns) {
     PrintModel(lines);
     PrintSets(lines, columns);
     PrintMassConstants(lines);
+    PrintTemperatureScale(lines);
     PrintConcentrationConstants(lines);
     return lines;
 }

@@ -23,9 +23,10 @@ inline constexpr const char* FileFormName = "FileForm"; // of the form, for the 
 struct FileFormRecord {
     template <class T> using PerLine = std::array<T, FileFormLines>;
     FormState State;
-    std::int16_t FormChanged = 0; // 1 data changed, 2 only ranges or baseline shifts
-    std::int16_t CopyRunning = 0; // flag
-    bool Timer1 = false;          // the form has opened on a fresh workspace: it asks for a scan at once
+    std::int16_t FormChanged = 0;     // 1 data changed, 2 only ranges or baseline shifts
+    std::int16_t CopyRunning = 0;     // flag
+    bool Timer1 = false;              // the form has opened on a fresh workspace: it asks for a scan at once
+    std::vector<std::string> Waiting; // scans to be read in place of that question
 
     std::vector<Control> Heads; // of the columns SetBox to CellPath, in their order
     Control PointsHead;
@@ -37,8 +38,9 @@ struct FileFormRecord {
 };
 extern FileFormRecord FileForm;
 
-// Opens the form and returns when it is closed: Work.AbortFit is then 2 after OK, 1 after Cancel.
-void OpenFileForm();
+// Opens the form and returns when it is closed: Work.AbortFit is then 2 after OK, 1 after Cancel. scans are
+// read into it as soon as it shows (Timer1).
+void OpenFileForm(const std::vector<std::string>& scans = {});
 
 // The program starts: the next opening of the form without accepted data asks for a scan at once (Timer1).
 void StartFileForm();

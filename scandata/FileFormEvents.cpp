@@ -17,10 +17,12 @@
 #include "scandata/SaveScans.h"
 #include "scandata/TableRows.h"
 #include "scandata/TableUndo.h"
+#include "scandata/Temperatures.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace Quillon {
@@ -63,29 +65,45 @@ void NoteChange() {
 
 constexpr std::size_t MostDoubts = 8; // sets that a message lists
 
+// At most MostDoubts lines of many.
+std::string FirstLines(const std::vector<std::string>& lines) {
+    std::string text;
+    for (std::size_t i = 0; i < lines.size() && i < MostDoubts; ++i)
+        text += lines[i];
+    if (lines.size() > MostDoubts)
+        text += "The same is true of " + std::to_string(lines.size() - MostDoubts) + " more sets.\n";
+    return text;
+}
+
 // What speaks against the ranges of the sets in the fit, a line for each.
-std::string AllDoubts() {
+std::string RangeDoubtsOfAll() {
     std::vector<std::string> doubts;
-    for (const RowNo row : EachRow()) {
-        if (Work.IncludeSet[row] != 1) continue;
+    for (const RowNo row : RowsInFit()) {
         const std::string doubt = RangeDoubts(row);
         if (!doubt.empty()) doubts.push_back(RowName(row) + ": " + doubt + ".\n");
     }
-    std::string text;
-    for (std::size_t i = 0; i < doubts.size() && i < MostDoubts; ++i)
-        text += doubts[i];
-    if (doubts.size() > MostDoubts)
-        text += "The same is true of " + std::to_string(doubts.size() - MostDoubts) + " more sets.\n";
-    return text;
+    return FirstLines(doubts);
 }
 
 // An unchanged table has been accepted before.
 bool RangesAccepted() {
     if (FileForm.FormChanged == 0) return true;
-    const std::string doubts = AllDoubts();
+    const std::string doubts = RangeDoubtsOfAll();
     if (doubts.empty()) return true;
     return AskYesNo(doubts + "\nDo you want to fit these ranges all the same?", Work.ProgramName,
                     BoxAnswer::Yes, BoxIcon::Warning);
+}
+
+// Told once the table is accepted: the sets stay as they are, and the remedy lies in the menu.
+void TellTemperatureDoubts() {
+    if (FileForm.FormChanged == 0) return;
+    std::vector<std::string> doubts;
+    for (const TemperatureDoubt& doubt : TemperatureDoubts(RowsInFit()))
+        doubts.push_back(RowName(doubt.Row) + ": " + doubt.Text + ".\n");
+    if (doubts.empty()) return;
+    Tell(FirstLines(doubts) +
+             "\nPreferences > Scale Sigma by Absolute Temperature takes absolute temperatures.",
+         Work.ProgramName, BoxIcon::Warning);
 }
 
 } // namespace
@@ -93,7 +111,8 @@ bool RangesAccepted() {
 void FileFormTimer1() {
     if (!FileForm.Timer1) return;
     FileForm.Timer1 = false;
-    FileFormNewFileButton();
+    if (FileForm.Waiting.empty()) return FileFormNewFileButton();
+    FileFormReadFiles(std::exchange(FileForm.Waiting, {}));
 }
 
 void FileFormCheckFocus(int line) {
@@ -258,6 +277,7 @@ void FileFormOkButton() {
     if (!RangesAccepted()) return;
     BuildFitData();
     if (OpticsChangedSinceOpening()) UnitsFollowOptics();
+    TellTemperatureDoubts();
     Work.DataChosen = FlagTrue;
     Work.NewData = FileForm.FormChanged;
     FileForm.FormChanged = 0;

@@ -10,6 +10,7 @@
 #include "scandata/BaselineAt.h"
 #include "scandata/DataSetTable.h"
 #include "scandata/Labels.h"
+#include "scandata/Temperatures.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -110,10 +111,11 @@ void RequireTrueSpeeds(const FitBuild& build) {
     }
 }
 
-// A set without speed or temperature has no place relative to another, whichever of the two it is.
+// A set without speed or temperature has no place relative to another, whichever of the two it is. On the
+// absolute scale 0 degrees are a temperature like others.
 void RequireHeader(RowNo row) {
     if (Work.ScanRPM[row] == 0.0F) RaiseError(RowName(row) + ": the header holds no rotor speed");
-    if (Work.ScanTemperature[row] == 0.0F)
+    if (Work.ScanTemperature[row] == 0.0F && Work.TemperatureScale == TemperatureScales::Celsius)
         RaiseError(RowName(row) +
                    ": the header holds a temperature of 0, which cannot be related to other sets");
 }
@@ -123,11 +125,11 @@ void RequirePath(RowNo row) {
     if (Work.CellPath[row] == 0.0F) RaiseError(RowName(row) + ": its optical path is 0");
 }
 
-// Sigma goes with the square of the speed and, as far as the header's temperatures go, against them.
+// Sigma goes with the square of the speed and against the temperature.
 float RelativeSigma(RowNo s, RowNo f) {
     const double speeds = Divide(Work.ScanRPM[s], Work.ScanRPM[f]);
-    // [decision: celsius-ratio]
-    const double temperatures = Divide(Work.ScanTemperature[f], Work.ScanTemperature[s]);
+    const double temperatures =
+        SigmaByTemperature(Work.ScanTemperature[f], Work.ScanTemperature[s], Work.TemperatureScale);
     const auto sigma = static_cast<float>(speeds * speeds * temperatures);
     if (!std::isfinite(sigma))
         RaiseError("a rotor speed of " + SingleText(Work.ScanRPM[s]) + " rpm cannot be related to the " +

@@ -251,6 +251,27 @@ TEST(BatchBadInput, ARangeThatTakesInMoreThanTheSolutionIsWarnedOf) {
                                  "jumps, the first at 6.7058 cm"));
 }
 
+TEST(BatchBadInput, TemperaturesThatChangeAMassAreWarnedOfAndScaledAbsolutelyWhenAskedTo) {
+    GoodJob job;
+    job.TheScript.MakeFile("warm.txt", ScanOf("R 1 20.0 15000 0001000 1.0E10 280 10", 60));
+    job.TheScript.MakeFile("cold.txt", ScanOf("R 1 10.0 15000 0001000 1.0E10 280 10", 60));
+    const auto told = [&](const std::string& constants) {
+        return job
+            .Run(
+                "[fit]\nguesses = no\n[constants]\n" + constants +
+                "density = 1\n[set 1]\nfile = warm.txt\ninner = 6.7\n[set 2]\nfile = cold.txt\ninner = 6.7\n")
+            .Err;
+    };
+    const std::string warning = "[set 2] file: the temperature is 10 degrees and that of the first set 20: ";
+    EXPECT_NE(told("").find(warning), std::string::npos) << told("");
+    EXPECT_NE(told("").find("with temperature-scale = kelvin in [constants] sigma"), std::string::npos);
+    EXPECT_NEAR(Work.SetSigmaScale[2], 2.0F, 1e-6F);
+    EXPECT_EQ(told("temperature-scale = Kelvin\n").find(warning), std::string::npos);
+    EXPECT_NEAR(Work.SetSigmaScale[2], 293.15F / 283.15F, 1e-6F);
+    EXPECT_NE(told("temperature-scale = fahrenheit\n").find("fit.job:4: [constants] temperature-scale: "),
+              std::string::npos);
+}
+
 TEST(BatchBadInput, Baselines) {
     GoodJob job;
     const std::string one = "[set 1]\nfile = set1.txt\nbaseline = base.txt\n";

@@ -277,6 +277,13 @@ TEST_F(ChartInterfaceTest, APlotEndsTheZooms) {
     EXPECT_TRUE(told);
 }
 
+TEST_F(ChartInterfaceTest, TheStatusLineWentOnTellingOfTheGraphBefore) {
+    GraphSpec spec = Begin();
+    Charts.StatusLine.Text = "Exactly at 6.1, 0.5";
+    PlotLine(spec);
+    EXPECT_EQ(Charts.StatusLine.Text, "");
+}
+
 TEST_F(ChartInterfaceTest, TenZoomsAreKept) {
     for (int i = 1; i <= 11; ++i)
         PushZoom(static_cast<float>(i), 0, 0, 0);

@@ -4,8 +4,11 @@
 
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
+#include "persistence/Defaults.h"
+#include "persistence/FitCodec.h"
 #include "scandata/FileForm.h"
 #include "scandata/FileFormEvents.h"
+#include "scandata/FitData.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -35,8 +38,8 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Enabled(),
               (std::set<std::string>{"ReadData", "NewNameConvention", "DoFitRestore", "SaveDefaults",
                                      "MenuExit", "DoModelSet", "UseResiduals", "UseOverlay",
-                                     "ResidualsSpread", "FitPause", "SetConfidence", "mnuSigmaCalculator",
-                                     "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
+                                     "ResidualsSpread", "FitPause", "AbsoluteTemperature", "SetConfidence",
+                                     "mnuSigmaCalculator", "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
@@ -75,6 +78,73 @@ TEST_F(MainWindow, AFitOnTheCommandLineThatHasGoneIsToldAndIsNoFolder) {
 TEST_F(MainWindow, ArgumentIsTheDataDirectory) {
     StartQuillon("/somewhere/data");
     EXPECT_EQ(Work.DataDirectory, "/somewhere/data");
+}
+
+// Three points of a scan at a tenth of a centimetre.
+const char* const SmallScan = "Sample\r\nR 1 20.0 10000 0084667 9.2280E10 280 32\r\n"
+                              "6.0 0.1\r\n6.1 0.2\r\n6.2 0.35\r\n";
+
+TEST_F(MainWindow, ScansOnTheCommandLineWereRestoredAsFits) {
+    const std::string one = script.MakeFile("00001.RA1", SmallScan);
+    const std::string two = script.MakeFile("00002.RA1", SmallScan);
+    StartQuillon(one);
+    EXPECT_EQ(Work.DataDirectory, script.Directory());
+    script.ExpectModal(FileFormName, [&] {
+        FileFormTimer1();
+        EXPECT_EQ(FileForm.NameBox[0].Text, "00001.RA1");
+        EXPECT_EQ(FileForm.NameBox[1].Text, "00002.RA1");
+        EXPECT_EQ(Work.ScanPoints[2], 3);
+        FileForm.State.Shown = false;
+    });
+    OpenArguments({one, two});
+    script.ExpectModal(FileFormName, [] { EXPECT_FALSE(FileForm.Timer1); }); // later it asks for nothing
+    RunMainCommand("ReadData");
+}
+
+TEST_F(MainWindow, AScanThatCannotBeReadIsToldByItsLine) {
+    const std::string path = script.MakeFile("00001.RA1", "Sample\nR 1 20.0 10000 0084667 9.2280E10 280 32\n6,1\n");
+    StartQuillon(path);
+    script.ExpectModal(FileFormName, [&] {
+        script.AnswerAllMessages(BoxAnswer::Ok);
+        FileFormTimer1();
+    });
+    OpenArguments({path});
+    ASSERT_EQ(script.Asked.size(), 2U);
+    EXPECT_NE(script.Asked[1].find("00001.RA1: line 3"), std::string::npos) << script.Asked[1];
+}
+
+TEST_F(MainWindow, AFitOfAnyNameIsKnownByItsBeginning) {
+    const std::string fit = EncodeFit(FreshWorkspace());
+    EXPECT_EQ(KindOfArgument(script.MakeFile("fit.old", fit)), ArgumentKind::Fit);
+    EXPECT_EQ(KindOfArgument(script.MakeFile("empty.RA1", "")), ArgumentKind::Scan);
+    EXPECT_EQ(KindOfArgument(script.Directory() + "/gone.QUIL"), ArgumentKind::Fit);
+    EXPECT_EQ(KindOfArgument(script.MakeFile("graph.GRF", "")), ArgumentKind::Graph);
+    EXPECT_EQ(KindOfArgument(script.Directory()), ArgumentKind::Folder);
+    EXPECT_EQ(KindOfArgument(script.Directory() + "/gone"), ArgumentKind::Missing);
+    EXPECT_EQ(KindOfArgument(""), ArgumentKind::Nothing);
+}
+
+TEST_F(MainWindow, AJobOnTheCommandLineWasRestoredAsAFit) {
+    const std::string path = script.MakeFile("run.Job", "[fit]\n");
+    StartQuillon(path);
+    EXPECT_EQ(Work.DataDirectory, "");
+    script.ExpectMessage(path + " is a job, which quillon-fit runs:\n\nquillon-fit \"" + path +
+                         "\" --save \"fit.quil\"\n\nThe fit that is saved there opens here.");
+    OpenArguments({path});
+}
+
+TEST_F(MainWindow, AMissingPathOnTheCommandLineWasAFolder) {
+    StartQuillon("/somewhere/data");
+    script.ExpectMessage("There is no file or folder /somewhere/data");
+    OpenArguments({"/somewhere/data"});
+    EXPECT_EQ(Work.DataDirectory, script.Directory()); // found as without one
+}
+
+TEST_F(MainWindow, WhatIsNotOpenedBesideTheFirstArgumentIsTold) {
+    const std::string fit = script.MakeFile("a.quil", "");
+    script.ExpectMessage(fit + " is not opened: several scans can be opened at once, of everything else the "
+                               "first alone.");
+    OpenArguments({script.Directory(), fit});
 }
 
 TEST_F(MainWindow, CaptionsCarryTheirAccessKeys) {
@@ -161,6 +231,73 @@ TEST_F(MainWindow, TogglesKeepTheirMarks) {
     RunMainCommand("NewNameConvention");
     EXPECT_FALSE(MainItem("NewNameConvention").Checked);
     EXPECT_EQ(Work.DataDirectory, script.Directory()); // searched for at once
+}
+
+TEST_F(MainWindow, ThereWasNoWayToScaleByAbsoluteTemperature) {
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
+    EXPECT_TRUE(MainItem("AbsoluteTemperature").Checked);
+    Work.TemperatureScale = TemperatureScales::Celsius;
+    ReadProgramDefaults();
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin); // it was saved
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Celsius);
+}
+
+// Two sets of three points in an accepted table, at two temperatures.
+void TakeTwoTemperatures(float first, float second) {
+    for (long row = 1; row <= 2; ++row) {
+        Work.ScanRadius[row].Recreate(3);
+        Work.ScanValue[row].Recreate(3);
+        for (long p = 1; p <= 3; ++p) {
+            Work.ScanRadius[row][p] = 6.0F + 0.5F * static_cast<float>(p - 1);
+            Work.ScanValue[row][p] = 0.25F * static_cast<float>(p);
+        }
+        Work.ScanFile[row] = "a.RA1";
+        Work.ScanRPM[row] = 20000.0F;
+        Work.ScanTemperature[row] = row == 1 ? first : second;
+        Work.FitRange[0][row] = 1;
+        Work.FitRange[1][row] = Work.ScanPoints[row] = 3;
+        Work.IncludeSet[row] = 1;
+    }
+    BuildFitData();
+}
+
+TEST_F(MainWindow, AnotherScaleOfTemperaturesAsksBeforeItEndsAFit) {
+    TakeTwoTemperatures(20.0F, 10.0F);
+    Work.FitDone = Work.FitValid = FlagTrue;
+    const std::string question =
+        "The sets of this analysis have different temperatures: on another scale the "
+        "fit no longer stands.  Do you want to change the scale?";
+    script.ExpectMessage(question, BoxAnswer::No);
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Celsius);
+    EXPECT_EQ(Work.SetSigmaScale[2], 2.0F);
+    script.ExpectMessage(question, BoxAnswer::Yes);
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_FLOAT_EQ(Work.SetSigmaScale[2], 293.15F / 283.15F);
+}
+
+TEST_F(MainWindow, AScaleThatTheSetsForbidLeavesThem) {
+    Work.TemperatureScale = TemperatureScales::Kelvin;
+    TakeTwoTemperatures(4.0F, 0.0F);
+    script.AnswerAllMessages(BoxAnswer::Ok);
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(script.Asked, std::vector<std::string>{
+                                "message: Error 'Set 2 (a.RA1): the header holds a temperature of 0, which "
+                                "cannot be related to other sets' occurred in this command."});
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
+    EXPECT_EQ(Work.DataChosen, FlagTrue);
+}
+
+TEST_F(MainWindow, OneTemperatureChangesNothingAndAsksNothing) {
+    TakeTwoTemperatures(20.0F, 20.0F);
+    Work.FitDone = Work.FitValid = FlagTrue;
+    RunMainCommand("AbsoluteTemperature");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
 }
 
 TEST_F(MainWindow, DisabledItemsDoNothing) {

@@ -71,6 +71,26 @@ TEST(FitExtension, WhatNobodyKnowsIsPassedOver) {
     EXPECT_TRUE(back == FreshWorkspace());
 }
 
+TEST(FitExtension, TheScaleOfTemperaturesComesBackAndIsWrittenWhereItIsNotTheStandingOne) {
+    Workspace w = SampleFit();
+    w.TemperatureScale = TemperatureScales::Kelvin;
+    Bytes value;
+    value.Text("TemperatureScale").I32(2).I16(1);
+    Bytes whole;
+    whole.Text("EXTENSION").I16(1).I32(static_cast<long>(value.All.size()));
+    EXPECT_EQ(EncodeExtension(w), whole.All + value.All);
+    EXPECT_EQ(DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis.TemperatureScale, TemperatureScales::Kelvin);
+    Workspace present = FreshWorkspace(); // a fit from before keeps its scale whatever the user prefers
+    present.TemperatureScale = TemperatureScales::Kelvin;
+    EXPECT_EQ(DecodeFit(EncodeFit(SampleFit()), present).Analysis.TemperatureScale,
+              TemperatureScales::Celsius);
+    for (const int scale : {-1, 2}) {
+        w.TemperatureScale = ToInt16(scale);
+        Workspace back = FreshWorkspace();
+        EXPECT_THROW(DecodeExtension(EncodeExtension(w), back), RuntimeError) << scale;
+    }
+}
+
 TEST(FitExtension, RowsThatDoNotExistAreRefused) {
     for (const int row : {-1, 19}) {
         Workspace w = Shared();

@@ -36,7 +36,7 @@ TEST_F(ReadDefaults, WithoutAnIniFileAllDefaultsHold) {
     Work.NonIdeal = Work.SeparateK = Work.RangeLogPlot = FlagTrue;
     for (const int place : {0, 1, 2, 3, 4, 5, 7, 8, 9, 10, 11, 12, 13, 15})
         Work.ChannelRadii[place] = 9.0F;
-    Work.MaxPtsPerSet = Work.NameConvention = 9;
+    Work.MaxPtsPerSet = Work.NameConvention = Work.TemperatureScale = 9;
     ReadFitDefaults();
     ReadProgramDefaults();
     EXPECT_TRUE(Work == FreshWorkspace());
@@ -90,7 +90,8 @@ TEST_F(ReadDefaults, EveryKeyOfTheProgramIsRead) {
                 "SolventDensity=1.02\nSoluteVBar=0.72\nCellPathlength=0.3\nSoluteRefractivity=3.25\n"
                 "FitModelNumber=8\nNonIdeal=True\nSplitKs=True\nConcentrationUnits=2\nMWUnits=True\n"
                 "CellType=4\nRangeLogPlot=True\nMaxPtsPerSet=4000\nRotorExpansion=2E-11\nNameConvention=0\n"
-                "ReportFontSize=9.5\n");
+                "ReportFontSize=9.5\nTemperatureScale=kelvin\n");
+    EXPECT_EQ(Work.TemperatureScale, TemperatureScales::Kelvin);
     EXPECT_EQ(Work.FormScalingPercent, 125);
     EXPECT_EQ(Work.AbsorpA, 1.5F);
     EXPECT_EQ(Work.AbsorpB, 1.5F);

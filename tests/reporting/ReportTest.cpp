@@ -64,6 +64,7 @@ TEST(Report, WholeReport) {
         "    sum-of-squared residuals = 1.234568E-3",
         "    rms error = 5.E-1 for 2 degrees of freedom; runs test Z = 1.41",
         "    convergence limit = 0.05; parameter precision = 0.1%",
+        "    Warning -- at the program's defaults: vbar, solvent density",
         " Correlation with #           1       2       3       4",
         "  1 MW A mon            +1.0000",
         "  2 Ln K(1>N)           +0.0000 +1.0000",
@@ -379,6 +380,41 @@ TEST(Report, ConstantsOfTheConcentrationUnits) {
                                "   for species A, and 2.000E+04 for species B"}));
     Work.CellPath[1] = 0.3F;
     EXPECT_EQ(units(0), Lines{"Concentrations are in absorbance units for a 0.30 cm pathlength"});
+}
+
+TEST(Report, ConstantsThatNobodyHasSetWereNotTold) {
+    Script script;
+    Work = HandBuiltFit();
+    const auto told = [] { return LineWith(ReportLines(), "    Warning -- at the program"); };
+    const std::string head = "    Warning -- at the program's defaults: ";
+    EXPECT_EQ(told(), head + "vbar, solvent density");
+    Work.SolventDensity = 1.0F;
+    EXPECT_EQ(told(), head + "vbar");
+    Work.VbarA = 0.74F;
+    EXPECT_EQ(told(), "(no such line)");
+    Work.ConcUnits = 2;
+    EXPECT_EQ(told(), head + "extinction coefficient");
+    Work.Model = 8;
+    Work.ExtA = 12500.0F;
+    EXPECT_EQ(told(), head + "vbar of B, extinction coefficient of B");
+    Work.MassUnits = 1; // a buoyant mass needs no constant, and signals need none
+    EXPECT_EQ(told(), head + "extinction coefficient of B");
+    Work.ConcUnits = 0;
+    EXPECT_EQ(told(), "(no such line)");
+}
+
+TEST(Report, TemperaturesThatChangeTheMassesWereNotTold) {
+    Script script;
+    Work = HandBuiltFit();
+    const auto told = [] { return LineWith(ReportLines(), "    Warning -- set 2"); };
+    EXPECT_EQ(told(), "(no such line)");
+    Work.ScanTemperature[2] = 25.0F; // 20/25 and 293.15/298.15
+    EXPECT_EQ(told(), "    Warning -- set 2: the temperature is 25 degrees and that of the first set 20: by "
+                      "their ratio in");
+    Work.TemperatureScale = TemperatureScales::Kelvin;
+    EXPECT_EQ(told(), "(no such line)");
+    EXPECT_EQ(LineWith(ReportLines(), "Sigma of"),
+              "Sigma of the data sets is scaled by absolute temperature");
 }
 
 // --- constraints -------------------------------------------------------------------------------------------

@@ -307,6 +307,26 @@ TEST_F(Mistakes, LinesBehindTheEndOfTheListAreToldOf) {
 // --- ranges and optics at OK
 // -------------------------------------------------------------------------------------
 
+TEST_F(Mistakes, TemperaturesThatChangeAMassWereNotToldOnOk) {
+    FileFormReadFiles(Scans(2));
+    FileForm.State.Shown = true;
+    Work.ScanTemperature[1] = 20.0F;
+    Work.ScanTemperature[2] = 25.0F;
+    script.AnswerAllMessages(BoxAnswer::Yes); // the ranges
+    FileFormOkButton();
+    ASSERT_EQ(script.Asked.size(), 2U);
+    EXPECT_EQ(
+        script.Asked[1],
+        "message: Set 2 (scan2.RA1): the temperature is 25 degrees and that of the first set 20: by "
+        "their ratio in degrees Celsius sigma is taken 20.0% lower, by absolute temperatures it is 1.68% "
+        "lower, so that a mass may come out wrong by 18.63%.\n\nPreferences > Scale Sigma by Absolute "
+        "Temperature takes absolute temperatures.");
+    EXPECT_EQ(Work.DataChosen, FlagTrue);
+    FileForm.State.Shown = true; // unchanged, it has been told
+    FileFormOkButton();
+    EXPECT_EQ(script.Asked.size(), 2U);
+}
+
 TEST_F(Mistakes, ARangeThatWasNeverChosenIsAskedAboutOnce) {
     const std::string question = "Set 1 (scan1.RA1): no fitting range is chosen, so that the whole scan is "
                                  "fitted, meniscus and bottom too "

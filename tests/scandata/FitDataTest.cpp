@@ -2,6 +2,7 @@
 #include "scandata/FitData.h"
 
 #include "ScanFixture.h"
+#include "scandata/Temperatures.h"
 
 #include <cmath>
 
@@ -129,6 +130,54 @@ TEST_F(FitDataTest, ScalesAreRelativeToTheFirstSet) {
     EXPECT_EQ(Work.SetSignalScale[2], 0.25F);
     EXPECT_EQ(Work.SetSigmaScale[3], 1.8F); // (3/2)^2 (20/25)
     EXPECT_EQ(Work.SetSignalScale[3], 1.0F);
+}
+
+TEST_F(FitDataTest, SigmaCouldNotFollowAbsoluteTemperatures) {
+    LoadThree(1);
+    LoadThree(2);
+    LoadThree(3);
+    Work.ScanTemperature[1] = 4.0F;
+    Work.ScanTemperature[2] = 4.1F;
+    Work.ScanTemperature[3] = 0.0F;
+    Work.TemperatureScale = TemperatureScales::Kelvin;
+    BuildFitData();
+    EXPECT_FLOAT_EQ(Work.SetSigmaScale[2], static_cast<float>(277.15 / 277.25));
+    EXPECT_FLOAT_EQ(Work.SetSigmaScale[3],
+                    static_cast<float>(277.15 / 273.15)); // water's freezing is no nothing
+    Work.TemperatureScale = TemperatureScales::Celsius;
+    EXPECT_TRUE(ErrorOfBuild().find("a temperature of 0") != std::string::npos);
+}
+
+TEST_F(FitDataTest, TemperaturesThatChangeAMassWereTakenInSilence) {
+    for (const long row : {1L, 2L, 3L, 5L})
+        LoadThree(row);
+    Work.ScanTemperature[1] = 4.0F;
+    Work.ScanTemperature[2] = 4.1F;
+    Work.ScanTemperature[3] = 4.02F; // 0.5% and no more
+    Work.ScanTemperature[5] = 3.9F;
+    Work.ScanTemperature[4] = 9.0F; // not in the fit
+    const auto doubts = TemperatureDoubts(RowsInFit());
+    ASSERT_EQ(doubts.size(), 2U);
+    EXPECT_EQ(doubts[0].Row, RowNo(2));
+    // 4/4.1 = 0.97561, 277.15/277.25 = 0.99964; their ratio 0.97596
+    EXPECT_EQ(
+        doubts[0].Text,
+        "the temperature is 4.1 degrees and that of the first set 4: by their ratio in degrees Celsius "
+        "sigma is taken 2.44% lower, by absolute temperatures it is 0.04% lower, so that a mass may come "
+        "out wrong by 2.4%");
+    EXPECT_EQ(doubts[1].Row, RowNo(5));
+    EXPECT_NE(doubts[1].Text.find("sigma is taken 2.56% higher"), std::string::npos) << doubts[1].Text;
+    Work.TemperatureScale = TemperatureScales::Kelvin;
+    EXPECT_TRUE(TemperatureDoubts(RowsInFit()).empty());
+}
+
+TEST_F(FitDataTest, ATenthOfADegreeAtRoomTemperatureIsNoDoubt) {
+    LoadThree(1);
+    LoadThree(2);
+    Work.ScanTemperature[2] = 20.1F;
+    EXPECT_TRUE(TemperatureDoubts(RowsInFit()).empty());
+    Work.ScanTemperature[2] = 20.2F;
+    EXPECT_EQ(TemperatureDoubts(RowsInFit()).size(), 1U);
 }
 
 TEST_F(FitDataTest, LabelsNameFileChannelAndBaseline) {

@@ -34,6 +34,11 @@ namespace Rescue {
 enum Code : std::int16_t { Ask, Always, Never };
 }
 
+// TemperatureScale: in what sigma of a set follows the ratio of temperatures.
+namespace TemperatureScales {
+enum Code : std::int16_t { Celsius, Kelvin };
+}
+
 // NewData: what differs from the data of the stored fit.
 namespace Changed {
 enum Code : std::int16_t { Data = -1, Nothing = 0, Constraints = 1 };

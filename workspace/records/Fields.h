@@ -156,6 +156,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("SpreadResiduals", &Workspace::SpreadResiduals);
     visit("PauseBeforeFit", &Workspace::PauseBeforeFit);
     visit("RescueMode", &Workspace::RescueMode);
+    visit("TemperatureScale", &Workspace::TemperatureScale);
     visit("FormScalingPercent", &Workspace::FormScalingPercent);
     visit("CellPathlength", &Workspace::CellPathlength);
     visit("CellType", &Workspace::CellType);

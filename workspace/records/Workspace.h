@@ -230,6 +230,7 @@ struct Workspace {
     std::int16_t SpreadResiduals = 0;        // flag: residual graphs separate the sets
     std::int16_t PauseBeforeFit = FlagTrue;  // flag: the check mark of the menu item FitPause
     std::int16_t RescueMode = Rescue::Ask;   // after a fit that is no minimum (Rescue)
+    std::int16_t TemperatureScale = TemperatureScales::Celsius; // of SetSigmaScale
 
     // --- program defaults that are no part of an analysis
     // ---------------------------------------------------

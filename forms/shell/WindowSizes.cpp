@@ -1,0 +1,106 @@
+#include "forms/shell/WindowSizes.h"
+
+#include "forms/Pieces.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QScreen>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Quillon {
+
+namespace {
+
+constexpr QSize FrameRoom(16, 40);     // of a window's frame and title
+constexpr double UsualLineHeight = 17; // pixels, of the font that sizes were chosen with
+
+double FormScale = 1.0;
+
+// As it was before any scaling.
+const QFont& DesktopFont() {
+    static const QFont font = QApplication::font();
+    return font;
+}
+
+QFont Scaled(QFont font) {
+    if (font.pointSizeF() > 0.0)
+        font.setPointSizeF(font.pointSizeF() * FormScale);
+    else
+        font.setPixelSize(static_cast<int>(font.pixelSize() * FormScale));
+    return font;
+}
+
+QSize RoomFor(const QWidget& window) {
+    return window.screen()->availableSize() - FrameRoom;
+}
+
+bool Fits(QSize size, QSize room) {
+    return size.width() <= room.width() && size.height() <= room.height();
+}
+
+void Scroll(QDialog& window) {
+    QLayout* rows = window.layout();
+    rows->setSizeConstraint(QLayout::SetDefaultConstraint);
+    QScrollArea* area = Scrolled(rows);
+    auto* whole = new QVBoxLayout(&window);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(area);
+    window.setMinimumSize(0, 0);
+}
+
+// The toolkit's own dialogs see to their size themselves.
+bool IsOfTheToolkit(const QDialog& window) {
+    constexpr const char* kinds[] = {"QMessageBox", "QFileDialog", "QInputDialog", "QAbstractPrintDialog",
+                                     "QPageSetupDialog"};
+    return std::any_of(std::begin(kinds), std::end(kinds),
+                       [&](const char* kind) { return window.inherits(kind); });
+}
+
+class ScreenKeeper : public QObject {
+public:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        auto* window = event->type() == QEvent::Show ? qobject_cast<QDialog*>(object) : nullptr;
+        if (window && window->isWindow() && !event->spontaneous() && !IsOfTheToolkit(*window)) Keep(*window);
+        return false;
+    }
+
+private:
+    static void Keep(QDialog& window) {
+        const QSize room = RoomFor(window);
+        const QSize needed = window.layout() ? window.layout()->totalMinimumSize() : window.minimumSize();
+        if (window.layout() && !Fits(needed, room)) Scroll(window);
+        if (!Fits(window.size(), room)) window.resize(window.size().boundedTo(room));
+    }
+};
+
+} // namespace
+
+void ScaleForms(int percent) {
+    const QFont& desktop = DesktopFont(); // the first time it is the font that is being replaced
+    FormScale = percent / 100.0;
+    QApplication::setFont(Scaled(desktop));
+}
+
+QFont FixedPitchFont() {
+    return Scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+QSize ForFont(int width, int height) {
+    const double desktop = QFontMetrics(DesktopFont()).lineSpacing() / UsualLineHeight;
+    return QSize(width, height) * (FormScale * std::max(1.0, desktop));
+}
+
+void KeepWindowsOnScreen() {
+    static ScreenKeeper* keeper = nullptr;
+    if (keeper) return;
+    keeper = new ScreenKeeper;
+    keeper->setParent(qApp);
+    qApp->installEventFilter(keeper);
+}
+
+} // namespace Quillon
