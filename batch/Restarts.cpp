@@ -42,7 +42,7 @@ std::optional<MinimaMet> RunRestarts(const RestartChoice& choice) {
         return met;
     }
     WriteConsole(MinimaLine(met));
-    if (!met.Minima.empty()) TakeMinimum(met.Minima.front());
+    if (!met.Minima.empty()) TakeMinimum(BestMinimum(met));
     return met;
 }
 

@@ -20,7 +20,7 @@ namespace Quillon {
 
 namespace {
 
-// Where a fit has ended: the bottom of its minimum, by which it is compared.
+// The bottom of the minimum that a fit has ended in, by which it is compared.
 struct Bottom {
     double SumSq = 0.0;
     std::vector<double> Values; // of MinimumSlots
@@ -61,9 +61,11 @@ std::vector<double> ErrorsOfMinimum() {
     return errors;
 }
 
-// One step of Gauss and Newton; false when it leads no further down, and the parameters then stay.
-bool StepDown() {
-    constexpr double NothingLeft = 1e-6; // of a share of a degree of freedom
+// One step of Gauss and Newton, whether or not the sum falls: derivatives by forward differences let the
+// iteration rest a little beside the lowest sum, and it is that place which all ends of one minimum have in
+// common. False when there is nothing left to be gained, and where a step leads away, which is not taken.
+bool StepToRest() {
+    constexpr double NothingLeft = 1e-9; // of a share of a degree of freedom
     const PerSlot<float> here = Work.Parms;
     AccumulateSums();
     if (Work.AbortFit) return false;
@@ -75,19 +77,20 @@ bool StepDown() {
     Work.Alpha = 1.0;
     ApplyIncrement();
     CalcSumSq();
-    if (!Work.AbortFit && Work.SumSq < sum) return true;
+    const double share = std::max(sum / Freedom(), LeastVariance());
+    if (!Work.AbortFit && Work.SumSq < sum + share) return !(Work.Parms == here);
     Work.Parms = here;
     Work.SumSq = sum;
     return false;
 }
 
-// From the end of a fit in Work, which is used up, to the bottom.
+// From the end of a fit in Work, which is used up, to where the iteration would rest.
 Bottom FindBottom() {
     Bottom bottom;
     bottom.Errors = ErrorsOfMinimum();
     try {
         constexpr int MostSteps = 20;
-        for (int i = 0; i < MostSteps && StepDown(); ++i) {
+        for (int i = 0; i < MostSteps && StepToRest(); ++i) {
         }
     } catch (const RuntimeError&) {
         // A step beyond the range of a single: the last place is the best one.
@@ -148,17 +151,19 @@ std::optional<FitEnding> RestartedEnding() {
     return TakeEnding(Work.FitDone != 0 && Work.Outcome.End == FitEnd::Converged);
 }
 
-bool SameSum(double a, double b, double floor) {
+bool SameSum(double a, double b) {
     constexpr double Near = 1e-6;
-    return std::fabs(a - b) <= Near * std::max(a, b) || std::max(a, b) <= floor;
+    return std::fabs(a - b) <= Near * std::max(a, b);
 }
 
+// floor: the least sum that counts as noise. Below it singles end where their rounding leaves them.
 bool IsSameMinimum(const Bottom& a, const Bottom& b, double floor) {
-    constexpr double OfError = 0.01;
-    if (!SameSum(a.SumSq, b.SumSq, floor)) return false;
+    const bool exact = std::max(a.SumSq, b.SumSq) <= floor;
+    const double ofError = exact ? 1.0 : 0.01;
+    if (!exact && !SameSum(a.SumSq, b.SumSq)) return false;
     for (std::size_t i = 0; i < a.Values.size(); ++i) {
         const double error = std::max(a.Errors[i], b.Errors[i]);
-        if (std::fabs(a.Values[i] - b.Values[i]) > OfError * error) return false;
+        if (std::fabs(a.Values[i] - b.Values[i]) > ofError * error) return false;
     }
     return true;
 }
@@ -173,16 +178,19 @@ std::vector<Minimum> MinimaOf(std::vector<FitEnding>& endings, double floor) {
         std::size_t i = 0;
         while (i < places.size() && !IsSameMinimum(places[i], ending.Place, floor))
             ++i;
-        if (i == places.size()) {
+        const bool first = i == places.size();
+        if (first) {
             places.push_back(ending.Place);
-            minima.push_back({std::move(ending.Fit), 0, false, ending.Values});
+            minima.emplace_back();
         }
         ++minima[i].Count;
-        if (!ending.Own) continue;
-        minima[i].IsOwn = true;
+        if (!first && !ending.Own) continue; // the lowest one stands for all, but for the user's own
+        minima[i].IsOwn = ending.Own;
         minima[i].Fit = std::move(ending.Fit);
         minima[i].Values = ending.Values;
     }
+    std::stable_sort(minima.begin(), minima.end(),
+                     [](const Minimum& a, const Minimum& b) { return a.Fit.SumSq < b.Fit.SumSq; });
     return minima;
 }
 
@@ -243,6 +251,13 @@ MinimaMet SearchOtherMinima(const RestartChoice& choice, const std::function<voi
     MinimaMet met = Gather(ends);
     met.Complete = complete;
     return met;
+}
+
+const Minimum& BestMinimum(const MinimaMet& met) {
+    const Minimum& lowest = met.Minima.front();
+    for (const Minimum& minimum : met.Minima)
+        if (minimum.IsOwn && SameSum(minimum.Fit.SumSq, lowest.Fit.SumSq)) return minimum;
+    return lowest;
 }
 
 void TakeMinimum(const Minimum& minimum) {

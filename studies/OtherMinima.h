@@ -46,9 +46,14 @@ bool CanRestart();
 //
 // Two ends are one minimum when their sums agree to 1e-6 of themselves and the fitted parameters before slot
 // 8 to a hundredth of their errors; both are taken at the bottom of the minimum, since the iteration stops a
-// little short of it. A parameter that the data do not determine counts as equal. Where there is no noise,
-// 1e-6 of the largest signal stands for it.
+// little short of it. A parameter that the data do not determine counts as equal. Where there is
+// less noise than 1e-6 of the largest signal, which singles do not know of, that stands for it, and a whole
+// error counts as equal.
 MinimaMet SearchOtherMinima(const RestartChoice& choice, const std::function<void(long done)>& told);
+
+// The lowest minimum of at least one; the user's own where its sum agrees with the lowest one, as that of a
+// twin with exchanged constants does.
+const Minimum& BestMinimum(const MinimaMet& met);
 
 // The fit at a minimum becomes the analysis; the user's own, when it stands there, is left as it is.
 void TakeMinimum(const Minimum& minimum);
