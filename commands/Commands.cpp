@@ -2,6 +2,7 @@
 
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/FitCommand.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
@@ -13,6 +14,7 @@
 #include "scandata/FileForm.h"
 #include "scandata/FitData.h"
 #include "scandata/SaveScans.h"
+#include "studies/MinimaForm.h"
 #include "workspace/records/Workspace.h"
 
 #include <new>
@@ -102,6 +104,13 @@ void SetBaseConstraint() {
 void Covariance() {
     FillCorrelation();
     Host.ShowModal(CorrelationName);
+}
+
+// A minimum that was taken is a fit like any other.
+void SearchMinima() {
+    LoadMinimaForm();
+    Host.ShowModal(MinimaFormName);
+    if (MinimaForm.Taken) ShowResults();
 }
 
 void HelpOn(const std::string& form) {

@@ -23,6 +23,7 @@ void DoInitGuesses();
 void SetConcConstraint();
 void SetBaseConstraint();
 void Covariance();
+void SearchMinima();
 
 void AboutBox();
 
