@@ -5,9 +5,11 @@
 #include "files/FileLock.h"
 #include "files/FileTarget.h"
 #include "files/ReadWhole.h"
+#include "files/RunPieces.h"
 #include "files/WriteWhole.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
+#include "platform/SplitMix.h"
 #include "workspace/records/Workspace.h"
 
 #include <atomic>
@@ -36,21 +38,10 @@ double SecondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// SplitMix64 (G. Steele, D. Lea and C. Flood, OOPSLA 2014): seeds that differ in one bit give numbers that
-// have nothing in common.
-std::uint64_t UniformState = 0;
+SplitMix Generator;
 
 void SeedUniform() {
-    UniformState = Console.Seed * 0xD1342543DE82EF95U;
-}
-
-float NextUniform() {
-    UniformState += 0x9E3779B97F4A7C15U;
-    std::uint64_t z = UniformState;
-    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9U;
-    z = (z ^ (z >> 27)) * 0x94D049BB133111EBU;
-    z ^= z >> 31;
-    return static_cast<float>(z >> 40) * 0x1p-24F; // 24 bits: below 1 in single precision
+    Generator = SplitMix::FromSeed(Console.Seed);
 }
 
 ClockTime LocalClock() {
@@ -184,11 +175,14 @@ void InstallBatchPlatform() {
     p.IsThisProgram = IsThisProgram;
     p.HoldFile = HoldFile;
     p.Clock = LocalClock;
-    p.Uniform = NextUniform;
+    p.Uniform = [] { return Generator.Uniform(); };
     p.SeedUniform = SeedUniform;
     p.ServeEvents = ServeEvents;
     p.ProgramDirectory = ProgramDirectory;
     p.ConfigDirectory = [] { return "/dev/null"; }; // nothing lies below it: no settings of the user are read
+    p.RunPieces = [](long count, const auto& piece, const auto& watch) {
+        RunPieces(Console.Threads > 0 ? Console.Threads : CoresOfMachine(), count, piece, watch);
+    };
     p.ShowModal = [](const std::string& form) {
         if (Console.ShowModal) Console.ShowModal(form);
     };

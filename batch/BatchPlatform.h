@@ -11,6 +11,7 @@
 //                 one ends the program at once.
 //     Progress    a line for each iteration on standard error, when that is a terminal or the work has
 //                 taken two seconds.
+//     RunPieces   on threads.
 //     Uniform     the same numbers in every run with the same seed, which a job may name.
 
 #include "fit/FitProgress.h"
@@ -28,6 +29,7 @@ struct BatchConsole {
     bool NewGuesses = true; // the answer to the one question about guesses; No once it has been given
     std::string LastTold;   // the latest message that was no question
     std::uint64_t Seed = 1; // what SeedUniform starts the generator with
+    int Threads = 0;        // pieces of work at a time; 0 as many as the machine has cores
     double Started = 0.0;   // seconds of the steady clock at the start of the run
     std::function<void(const std::string& form)> ShowModal; // what stands for the forms
     std::function<void(const std::string& line)> WriteLine; // standard error

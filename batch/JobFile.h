@@ -14,6 +14,7 @@
 // its range, and settings that contradict each other are errors. An error is a RuntimeError whose text is one
 // line that names file, line, section and key and says what is wrong, ready to be shown.
 
+#include "studies/OtherMinima.h"
 #include "workspace/records/Workspace.h"
 
 #include <array>
@@ -87,6 +88,7 @@ struct Job {
     JobData Data = JobData::ByScans;
     bool Guesses = true;
     bool ConfidenceLimits = false;
+    RestartChoice Restarts{0, 1}; // none unless the job wants some
     std::optional<std::int16_t> MaxIterations;
     std::int16_t TemperatureScale = TemperatureScales::Celsius;
     std::optional<std::int16_t> MaxPtsPerSet; // a scan holds at most one point fewer

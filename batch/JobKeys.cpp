@@ -59,6 +59,15 @@ constexpr FitKey FitKeys[] = {
     {"confidence-level", ReadConfidenceLevel},
     {"confidence-limits",
      [](JobReader& r, const std::string& v) { r.Result.ConfidenceLimits = ReadYesNo(r, v); }},
+    {"restarts",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Restarts.Count = ReadWhole(r, v, 0, static_cast<int>(LargestRestarts));
+     }},
+    {"seed",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Restarts.Seed =
+             static_cast<std::uint64_t>(ReadWhole(r, v, 0, std::numeric_limits<int>::max()));
+     }},
 };
 
 struct ConstantKey {

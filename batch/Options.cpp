@@ -68,6 +68,18 @@ long ReadWindow(const std::string& text) {
     return points;
 }
 
+constexpr int MostThreads = 1024;
+
+int ReadThreads(const std::string& text) {
+    int threads = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, threads);
+    if (failure != std::errc{} || stop != end || threads < 1 || threads > MostThreads)
+        RaiseError("--threads needs a number from 1 to " + std::to_string(MostThreads) + ", not " +
+                   Quoted(text));
+    return threads;
+}
+
 // The place of text among two words.
 bool IsSecond(const char* option, const std::string& text, const char* first, const char* second) {
     if (text == first || text == second) return text == second;
@@ -88,6 +100,7 @@ constexpr ValueOption ValueOptions[] = {
     {"--mass-species",
      [](Options& o, const std::string& v) { o.Mass.SpeciesB = IsSecond("--mass-species", v, "A", "B"); }},
     {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
+    {"--threads", [](Options& o, const std::string& v) { o.Threads = ReadThreads(v); }},
     {"--simulate", [](Options& o, const std::string& v) {
          if (v.empty()) RaiseError("no folder behind --simulate");
          if (!o.Simulate.empty()) RaiseError("--simulate stands twice");
@@ -223,6 +236,8 @@ std::string HelpText() {
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"
            "  --refit         fit a restored analysis again\n"
+           "  --threads N     fits at a time, as many as the machine has cores without\n"
+           "                  it; the results are the same for any number\n"
            "  --quiet         failures alone on standard error\n"
            "  --help          this text\n"
            "  --version       the program's version\n"

@@ -21,6 +21,7 @@ struct Options {
     std::vector<GraphOption> Graphs;
     CellRadii Cell;     // of Integrate
     MassChoice Mass;    // of the mass graphs
+    int Threads = 0;    // fits at a time; 0 as many as the machine has cores
     bool Refit = false; // a saved fit is fitted again
     bool Quiet = false; // no progress
     bool Help = false;  // asked for; nothing else counts then

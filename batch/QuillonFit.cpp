@@ -89,7 +89,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
     for (const GraphOption& graph : options.Graphs)
         if (end.Converged || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
-    if (!options.Results.empty()) outputs.push_back({options.Results, ResultsJson(end.Message)});
+    if (!options.Results.empty())
+        outputs.push_back({options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr)});
     return outputs;
 }
 
@@ -140,6 +141,7 @@ int RunNamed(const Options& options) {
 int RunArguments(const std::vector<std::string>& arguments) {
     const Options options = ParseOptions(arguments);
     Console.Quiet = options.Quiet;
+    Console.Threads = options.Threads;
     if (!options.Help && !options.Version) return RunNamed(options);
     WriteStandardOutput(options.Help ? HelpText() : VersionText());
     return ExitDone;

@@ -144,16 +144,35 @@ std::string SetList() {
     return List(items);
 }
 
+// The fitted parameters before slot 8 by their slots, in user units.
+std::string MinimumObject(const Minimum& minimum) {
+    std::vector<std::string> parameters;
+    const std::vector<long> slots = MinimumSlots();
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        parameters.push_back(Member(std::to_string(slots[i]).c_str(), JsonNumber(minimum.Values[i])));
+    return InlineObject({Member("sum_of_squares", JsonNumber(minimum.Fit.SumSq)),
+                         Member("count", std::to_string(minimum.Count)),
+                         Member("parameters", InlineObject(parameters))});
+}
+
+std::string StartsObject(const MinimaMet& starts) {
+    std::vector<std::string> minima;
+    for (const Minimum& minimum : starts.Minima)
+        minima.push_back(MinimumObject(minimum));
+    return InlineObject(
+        {Member("failed", std::to_string(starts.Failed)), Member("minima", InlineList(minima))});
+}
+
 } // namespace
 
-std::string ResultsJson(const std::string& message) {
+std::string ResultsJson(const std::string& message, const MinimaMet* starts) {
     const bool converged = Work.FitDone != 0;
     const bool fitted = Work.Outcome.End != FitEnd::NotRun; // a saved fit does not tell how it was found
     const std::string runs = Existing(converged, [] {
         RunsTest();
         return Work.RunsZ;
     });
-    const std::vector<std::string> members = {
+    std::vector<std::string> members = {
         Member("program", JsonString(Work.ProgramName)),
         Member("version", JsonString(Work.ProgramVersion)),
         Member("converged", JsonFlag(converged)),
@@ -169,6 +188,7 @@ std::string ResultsJson(const std::string& message) {
         Member("correlations", CorrelationsObject()),
         Member("sets", SetList()),
     };
+    if (starts) members.push_back(Member("starts", StartsObject(*starts)));
     return "{\n  " + Joined(members, ",\n  ") + "\n}\n";
 }
 

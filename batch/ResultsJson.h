@@ -10,17 +10,23 @@
 //                                 (fitted, held or tied), internal, value, error, lower, upper, at_bound
 //     correlations                slots in the order of the fitted parameters, matrix (lower triangle)
 //     sets                        set, row, label, points (true ones), rms
+//     starts                      behind restarts alone: failed, minima (sum_of_squares, count, parameters:
+//     the
+//                                 fitted ones before slot 8, value by slot), lowest first, the first fit
+//                                 counted
 //
 // value, error, lower and upper are in user units, lower and upper are the confidence limits. Numbers read
 // back give the same bits. What does not exist is null: statistics of a fit that did not converge, the error
 // of a held parameter, limits that were not searched. There is no NaN.
+
+#include "studies/OtherMinima.h"
 
 #include <string>
 
 namespace Quillon {
 
 // The text for the analysis in the workspace. Runs the runs test and the correlations of a converged fit;
-// message is what the program said of one that did not converge.
-std::string ResultsJson(const std::string& message);
+// message is what the program said of one that did not converge; starts is what restarts have met.
+std::string ResultsJson(const std::string& message, const MinimaMet* starts = nullptr);
 
 } // namespace Quillon

@@ -3,6 +3,7 @@
 #include "batch/BatchPlatform.h"
 #include "batch/JobData.h"
 #include "batch/JobParameters.h"
+#include "batch/Restarts.h"
 #include "commands/FitCommand.h"
 #include "fit/Confidence.h"
 #include "fit/GetGuess.h"
@@ -15,6 +16,7 @@
 #include "scandata/OpticsUnits.h"
 
 #include <optional>
+#include <utility>
 
 namespace Quillon {
 
@@ -98,6 +100,11 @@ void SearchLimits(RunEnd& end) {
     WriteFailure(end.Message);
 }
 
+void LeaveIncomplete(RunEnd& end, const char* message) {
+    end.Complete = false;
+    if (end.Message.empty()) end.Message = message;
+}
+
 } // namespace
 
 RunEnd EndOfFit() {
@@ -124,9 +131,12 @@ RunEnd RunJob(const Job& job) {
     CheckAnythingIsFitted(job, listed);
     TakeListedConstants(job, listed);
     RunFitCommand(job, listed);
+    std::optional<MinimaMet> starts = RunRestarts(job.Restarts);
     RunEnd end = EndOfFit();
+    end.Starts = std::move(starts);
+    if (end.Starts && !end.Starts->Complete) LeaveIncomplete(end, RestartsCancelledText);
     Work.AbortFit = 0;
-    if (end.Converged && job.ConfidenceLimits) SearchLimits(end);
+    if (end.Complete && job.ConfidenceLimits) SearchLimits(end);
     return end;
 }
 

@@ -3,15 +3,17 @@
 
 #include "batch/JobFile.h"
 
+#include <optional>
 #include <string>
 
 namespace Quillon {
 
 // How a run ended. The fit itself stands in the workspace.
 struct RunEnd {
-    bool Converged = false; // the fit did
-    bool Complete = false;  // and whatever else the job asked for was done
-    std::string Message;    // what the program said when it was not so
+    bool Converged = false;            // the fit did
+    bool Complete = false;             // and whatever else the job asked for was done
+    std::string Message;               // what the program said when it was not so
+    std::optional<MinimaMet> Starts{}; // what the restarts have met; nothing without any
 };
 
 // What the fit command has left in the workspace; an end that nobody has told yet is told on the console.
@@ -23,8 +25,8 @@ void PrepareJob(const Job& job);
 
 // Starts from a fresh workspace and a console of InstallBatchPlatform, in this order: units and constants,
 // the data sets, the model; listed masses, stoichiometries and constants; the guesses, which depend on them;
-// listed concentrations, offsets and fit flags; the fit; the confidence search where it is asked for. What
-// is wrong with the job or its files is a RuntimeError with one line.
+// listed concentrations, offsets and fit flags; the fit; restarts and the confidence search where they are
+// asked for. What is wrong with the job or its files is a RuntimeError with one line.
 RunEnd RunJob(const Job& job);
 
 } // namespace Quillon

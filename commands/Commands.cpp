@@ -2,6 +2,7 @@
 
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/FitCommand.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
@@ -14,6 +15,7 @@
 #include "scandata/FitData.h"
 #include "scandata/SaveScans.h"
 #include "scandata/Temperatures.h"
+#include "studies/MinimaForm.h"
 #include "workspace/records/Workspace.h"
 
 #include <new>
@@ -126,6 +128,13 @@ void ToggleTemperatureScale() {
 void Covariance() {
     FillCorrelation();
     Host.ShowModal(CorrelationName);
+}
+
+// A minimum that was taken is a fit like any other.
+void SearchMinima() {
+    LoadMinimaForm();
+    Host.ShowModal(MinimaFormName);
+    if (MinimaForm.Taken) ShowResults();
 }
 
 void HelpOn(const std::string& form) {

@@ -25,6 +25,7 @@ void DoInitGuesses();
 void SetConcConstraint();
 void SetBaseConstraint();
 void Covariance();
+void SearchMinima();
 
 // Celsius or kelvin, for the ratio of temperatures that sigma of a set follows; saved as the default. Where
 // it changes sets of the open fit these are built anew, after a question when a finished fit is lost by it.

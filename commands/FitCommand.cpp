@@ -105,12 +105,6 @@ void RememberOptions() {
     Work.LastSeparateK = Work.SeparateK;
 }
 
-// Models with one constant for two bonds show it in both of its slots.
-void CopySharedConstants() {
-    const ModelTraits& traits = TraitsOfModel();
-    if (traits.SharedTo >= 0) Work.Parms[traits.SharedTo] = Work.Parms[traits.SharedFrom];
-}
-
 // The monitor stands for as long as the fit and the message about its end take.
 struct OpenMonitor {
     OpenMonitor() { OpenFitMonitor(); }

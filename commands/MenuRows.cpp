@@ -19,6 +19,7 @@
 #include "models/UnitsForm.h"
 #include "persistence/Defaults.h"
 #include "persistence/FitFile.h"
+#include "studies/OtherMinima.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -133,6 +134,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "DefineUnits", "&Define Units...", DefineUnitsDialog, DataChosen},
         {Analysis, "FitData", "&Fit Data...", FitData, DataAndModel},
         {Analysis, "ReviewFit", "&Review last fit...", ShowResults, ResultsStand},
+        {Analysis, "SearchMinima", "Search for Ot&her Minima...", SearchMinima, CanRestart},
         {Analysis, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, DataAndModel, Plain, NewGroup},
         {Analysis, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint, DataAndModel, ConcentrationsConstrained},
         {Analysis, "SetBaseConstraint", "C&onstrain Zero Offsets...", SetBaseConstraint, SeveralSets, OffsetsConstrained},

@@ -7,15 +7,15 @@ namespace Quillon {
 
 namespace {
 
-std::int16_t PutBackOntoBound(long slot) {
-    float& p = Work.Parms[slot];
+std::int16_t PutBackOntoBound(Workspace& w, long slot) {
+    float& p = w.Parms[slot];
     const float v = ToUserUnits(slot, p);
-    if (v < Work.Bounds[0][slot]) {
-        p = ToInternal(slot, Work.Bounds[0][slot]);
+    if (v < w.Bounds[0][slot]) {
+        p = ToInternal(slot, w.Bounds[0][slot]);
         return -1;
     }
-    if (v > Work.Bounds[1][slot]) {
-        p = ToInternal(slot, Work.Bounds[1][slot]);
+    if (v > w.Bounds[1][slot]) {
+        p = ToInternal(slot, w.Bounds[1][slot]);
         return 1;
     }
     return 0;
@@ -24,10 +24,11 @@ std::int16_t PutBackOntoBound(long slot) {
 } // namespace
 
 void EnforceBounds() {
-    Work.BoundHit = 0;
-    for (long a = 0; a < Work.NumFree; ++a) {
-        Work.AtBound[a] = PutBackOntoBound(Work.FreeIndex[a]);
-        if (Work.AtBound[a] != 0) Work.BoundHit = 1;
+    Workspace& w = Work; // the thread's own is looked up once
+    w.BoundHit = 0;
+    for (long a = 0; a < w.NumFree; ++a) {
+        w.AtBound[a] = PutBackOntoBound(w, w.FreeIndex[a]);
+        if (w.AtBound[a] != 0) w.BoundHit = 1;
     }
 }
 

@@ -143,10 +143,11 @@ void TakeStep(double S0) {
 } // namespace
 
 void ApplyIncrement() {
-    for (long a = 0; a < Work.NumFree; ++a) {
-        const long k = Work.FreeIndex[a];
-        const float step = ToSingle(Work.Alpha * Work.Increment[a]);
-        Work.Parms[k] = ToSingle(static_cast<double>(Work.ParmsSave[k] + step));
+    Workspace& w = Work; // the thread's own is looked up once
+    for (long a = 0; a < w.NumFree; ++a) {
+        const long k = w.FreeIndex[a];
+        const float step = ToSingle(w.Alpha * w.Increment[a]);
+        w.Parms[k] = ToSingle(static_cast<double>(w.ParmsSave[k] + step));
     }
     if (Work.BoundsActive) EnforceBounds();
     if (Work.ConstraintFlags) ApplyOffsetLinks();

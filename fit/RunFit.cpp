@@ -156,12 +156,13 @@ void InvertNormalMatrix() {
     ReportPhase(FitPhase::Inversion);
     Work.Singular = Invert(Work.NormMatrix) == Inverted ? 0 : 1;
     if (Work.Singular) return;
-    Work.Increment.Recreate(Work.NumFree - 1);
-    for (long a = 0; a < Work.NumFree; ++a) {
+    Workspace& w = Work; // the thread's own is looked up once
+    w.Increment.Recreate(w.NumFree - 1);
+    for (long a = 0; a < w.NumFree; ++a) {
         double sum = 0.0;
-        for (long b = 0; b < Work.NumFree; ++b)
-            sum += Work.NormMatrix(a, b) * Work.NormVector[b];
-        Work.Increment[a] = sum;
+        for (long b = 0; b < w.NumFree; ++b)
+            sum += w.NormMatrix(a, b) * w.NormVector[b];
+        w.Increment[a] = sum;
     }
 }
 

@@ -80,9 +80,10 @@ constexpr double SuspiciousSum = 1e70;
 // Fitted values, residuals and the sum of squares, point after point.
 void AddSquares(PassScratch& s) {
     const long n = s.Block.Count;
-    float* fit = Work.PtFit.Data() + (s.Block.First - 1);
-    const float* y = Work.PtY.Data() + (s.Block.First - 1);
-    double sum = Work.SumSq;
+    Workspace& w = Work; // the thread's own is looked up once
+    float* fit = w.PtFit.Data() + (s.Block.First - 1);
+    const float* y = w.PtY.Data() + (s.Block.First - 1);
+    double sum = w.SumSq;
     for (long i = 0; i < n; ++i) {
         const double value = s.Block.Value[static_cast<std::size_t>(i)];
         const double r = static_cast<double>(y[i]) - value;
@@ -90,7 +91,7 @@ void AddSquares(PassScratch& s) {
         s.Residual[static_cast<std::size_t>(i)] = r;
         sum += r * r;
     }
-    Work.SumSq = sum;
+    w.SumSq = sum;
 }
 
 // Notes a fault of the function in its own words; any other number out of range is an overflow of the sums.
@@ -108,15 +109,16 @@ void LookForFault(const PassScratch& s) {
 // it is.
 void AddNormalEquations(const PassScratch& s) {
     const SetPlan& plan = s.Plan;
+    Workspace& w = Work; // the thread's own is looked up once
     AddRow(s.Block, s.Residual.data(), plan.Count,
-           [&](std::size_t c) -> double& { return Work.NormVector[plan.FreePosition[c]]; });
+           [&](std::size_t c) -> double& { return w.NormVector[plan.FreePosition[c]]; });
     for (int a = 0; a < plan.Count; ++a) {
         const long row = plan.FreePosition[static_cast<std::size_t>(a)];
         AddRow(s.Block, s.Block.Column[static_cast<std::size_t>(a)].data(), a + 1,
-               [&](std::size_t c) -> double& { return Work.NormMatrix(row, plan.FreePosition[c]); });
-        if (std::isfinite(Work.NormMatrix(row, row))) continue;
+               [&](std::size_t c) -> double& { return w.NormMatrix(row, plan.FreePosition[c]); });
+        if (std::isfinite(w.NormMatrix(row, row))) continue;
         LookForFault(s);
-        if (!Work.AbortFit) RaiseError(ErrorText::Overflow);
+        if (!w.AbortFit) RaiseError(ErrorText::Overflow);
         return;
     }
 }
@@ -132,11 +134,12 @@ struct SetRun {
     long First, TrueLast, Last;
 };
 SetRun RunFrom(long first) {
+    const Workspace& w = Work; // the thread's own is looked up once
     long last = first;
-    while (last < Work.NumPts && Work.PtSet[last + 1] == Work.PtSet[first])
+    while (last < w.NumPts && w.PtSet[last + 1] == w.PtSet[first])
         ++last;
     long trueLast = last;
-    while (trueLast >= first && Work.PtX[trueLast] == PointMarker)
+    while (trueLast >= first && w.PtX[trueLast] == PointMarker)
         --trueLast;
     return {first, trueLast, last};
 }
@@ -152,14 +155,15 @@ long PointsToYield(long p, long from) {
 }
 
 void PassOverSet(PassScratch& s, const SetRun& run, bool withDerivs) {
-    PlanSet(s.Plan, Work.PtSet[run.First], withDerivs);
+    const Workspace& w = Work; // the thread's own is looked up once
+    PlanSet(s.Plan, w.PtSet[run.First], withDerivs);
     for (long p = run.First; p <= run.Last; p += s.Block.Count) {
-        if (Work.AbortFit) return;
+        if (w.AbortFit) return;
         const long toYield = PointsToYield(p, withDerivs ? 1 : 0);
-        if (Work.AbortFit) return;
+        if (w.AbortFit) return;
         const long here = p <= run.TrueLast ? run.TrueLast - p + 1 : 1;
         EvaluateBlock(s.Block, s.Plan, p, std::min({here, toYield, BlockPoints}));
-        if (Work.AbortFit) return;
+        if (w.AbortFit) return;
         AddBlock(s, withDerivs);
     }
 }
@@ -210,9 +214,10 @@ template <class Pass> void GuardedPass(Pass&& pass) {
 }
 
 void CopyLowerTriangle() {
+    ZeroBasedMatrix<double>& matrix = Work.NormMatrix;
     for (long a = 1; a < Work.NumFree; ++a)
         for (long b = 0; b < a; ++b)
-            Work.NormMatrix(b, a) = Work.NormMatrix(a, b);
+            matrix(b, a) = matrix(a, b);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "chart/CHART.h"
 #include "chart/files/Exchange.h"
-#include "chart/files/GraphFile.h"
 #include "chart/records/Palettes.h"
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"

@@ -84,4 +84,9 @@ void ApplyModelFlags() {
     FlagConcentrationLinks();
 }
 
+void CopySharedConstants() {
+    const ModelTraits& traits = TraitsOfModel();
+    if (traits.SharedTo >= 0) Work.Parms[traits.SharedTo] = Work.Parms[traits.SharedFrom];
+}
+
 } // namespace Quillon

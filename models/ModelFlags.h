@@ -7,4 +7,7 @@ namespace Quillon {
 // links, by the table of models. A flag that the model leaves open stays as it is.
 void ApplyModelFlags();
 
+// Models with one constant for two bonds show it in both of its slots; behind every fit.
+void CopySharedConstants();
+
 } // namespace Quillon

@@ -12,8 +12,9 @@ namespace Quillon {
 namespace {
 
 long LinkedSet(long set) {
-    const long link = Work.ConcLink[Work.SetRow[set]];
-    return link < 1 || link > Work.MaxSets || Work.SetOfRow[link] == set ? 0 : Work.SetOfRow[link];
+    const Workspace& w = Work; // the thread's own is looked up once
+    const long link = w.ConcLink[w.SetRow[set]];
+    return link < 1 || link > w.MaxSets || w.SetOfRow[link] == set ? 0 : w.SetOfRow[link];
 }
 
 bool SharesB(long set) {

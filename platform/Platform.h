@@ -173,12 +173,23 @@ struct Platform {
 
     // The character that the system writes between whole part and fraction: '.' or ','.
     std::function<char()> DecimalMark;
+
+    // Runs piece(0) .. piece(count - 1), each once, in any order and on whatever threads, and returns when
+    // all have ended. A piece works on nothing that another one changes, and finds on its thread whatever
+    // filling and analysis stand there: it brings its own and leaves what it found. watch(n) is called on the
+    // calling thread when n pieces have ended, and several times a second meanwhile; it may serve events.
+    // What a piece throws is thrown here, once all have ended. Harmless filling: a loop in rising order.
+    std::function<void(long count, const std::function<void(long number)>& piece,
+                       const std::function<void(long done)>& watch)>
+        RunPieces;
 };
 
-// The filling in use. Wired once at the start of the program, and by each test.
-inline Platform Host;
+// The filling in use, one for each thread. Wired once at the start of the program on its only thread, and by
+// each test; a piece of work on another thread brings one that asks nobody.
+inline thread_local Platform Host;
 
-// Takes a filling into use. A missing required entry is a wiring mistake and stops the program.
+// Takes a filling into use on this thread. A missing required entry is a wiring mistake and stops the
+// program.
 inline void InstallPlatform(Platform filling) {
     if (!filling.MessageBoxAnswer || !filling.ReadFile || !filling.WriteFile || !filling.FileExists ||
         !filling.DirectoryExists || !filling.Clock || !filling.Uniform)
@@ -215,6 +226,13 @@ inline void InstallPlatform(Platform filling) {
     orElse(filling.IsThisProgram, [](const std::string&) { return false; });
     orElse(filling.HoldFile, [](const std::string&) { return std::shared_ptr<void>{}; });
     orElse(filling.DecimalMark, [] { return '.'; });
+    orElse(filling.RunPieces,
+           [](long count, const std::function<void(long)>& piece, const std::function<void(long)>& watch) {
+               for (long number = 0; number < count; ++number) {
+                   piece(number);
+                   watch(number + 1);
+               }
+           });
     Host = std::move(filling);
 }
 

@@ -4,6 +4,7 @@
 #include "files/FileLock.h"
 #include "files/FileTarget.h"
 #include "files/ReadWhole.h"
+#include "files/RunPieces.h"
 #include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
@@ -315,6 +316,9 @@ void InstallDesktopPlatform() {
     p.SeedUniform = [] {
         *QRandomGenerator::global() =
             QRandomGenerator(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch()));
+    };
+    p.RunPieces = [](long count, const auto& piece, const auto& watch) {
+        RunPieces(CoresOfMachine(), count, piece, watch);
     };
     p.Beep = [] { QApplication::beep(); };
     p.SetPointer = ShapePointer;

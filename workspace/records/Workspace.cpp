@@ -19,6 +19,6 @@ Workspace FreshWorkspace() {
     return fresh;
 }
 
-Workspace Work = FreshWorkspace();
+thread_local Workspace Work = FreshWorkspace();
 
 } // namespace Quillon

@@ -1,5 +1,5 @@
 #pragma once
-// The shared workspace: every record of the one analysis that is open in the process.
+// The shared workspace: every record of the one analysis that is open.
 //
 // Forms, fit engine, models, graph builders and the fit save file read and write these members directly;
 // only small indices travel as arguments. Grouped by who owns them. Each member tells its unit, its base
@@ -249,7 +249,8 @@ struct Workspace {
 // A workspace as the program starts with: the members' initial values, and those that depend on a subscript.
 Workspace FreshWorkspace();
 
-// The one instance of the process.
-extern Workspace Work;
+// The analysis: one for each thread, so that fits of copies can run side by side. The program has one thread,
+// and its instance is the open analysis; others work on a copy that they were given (studies/Copies.h).
+extern thread_local Workspace Work;
 
 } // namespace Quillon

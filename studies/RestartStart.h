@@ -1,0 +1,19 @@
+#pragma once
+// A start somewhere else: random starting values of the fitted parameters, from which a fit may come to
+// another minimum.
+
+namespace Quillon {
+
+// How far a start lies from the one it is drawn from.
+inline constexpr double ConstantReach = 4.0; // of ln K, to both sides
+inline constexpr double LeastFactor = 0.7;   // of masses and stoichiometries
+inline constexpr double LargestFactor = 1.4;
+inline constexpr double SignalReach = 1.0; // of ln c where neither of these is fitted
+
+// Moves Work.Parms, evenly within these reaches and with the numbers of Host.Uniform. Constants that each set
+// has for itself move together. Fitted concentrations are then guessed anew from the data; where that cannot
+// be done they stay. Held and tied parameters keep their values, zero offsets and virial coefficients those
+// of the start.
+void MoveStart();
+
+} // namespace Quillon
