@@ -4,6 +4,7 @@
 #include "chart/dialogs/AxisOptsForm.h"
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/LineWidthForm.h"
+#include "chart/dialogs/PrintGraph.h"
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "chart/files/DataText.h"
@@ -148,6 +149,8 @@ private:
         file->addAction("Save Graph &As...", QKeySequence::SaveAs, this, [] { RunOnGraph(SaveGraphAs); });
         file->addAction("&Write Data...", this, [] { RunOnGraph(EditWriteData); });
         file->addAction("Write &Metafile...", this, [] { RunOnGraph(WriteMeta); });
+        file->addSeparator();
+        file->addAction("&Print...", QKeySequence::Print, this, [] { RunOnGraph(PrintGraphControl); });
         file->addSeparator();
         file->addAction("Save Graph De&faults...", this, [] { RunOnGraph(SaveChartDefaults); });
         file->addAction("&Close", QKeySequence::Close, this, &QDialog::close);

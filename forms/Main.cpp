@@ -1,4 +1,5 @@
 // The desktop program.
+#include "chart/dialogs/PrintGraph.h"
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"
 #include "forms/StartDesktop.h"
@@ -91,6 +92,7 @@ int RunDesktop(int argc, char** argv) {
         return 1;
     }
     const int result = Analmenu.Ended ? 0 : QApplication::exec();
+    EndHeldPage();
     UnloadForms();
     return result;
 }

@@ -9,6 +9,7 @@
 // Texts are 8-bit and are passed on as they are. Paths use the platform's own separator; both "/" and "\"
 // are understood when a path is taken apart (platform/Paths.h).
 
+#include "platform/Printer.h"
 #include "platform/RuntimeError.h"
 
 #include <cstdint>
@@ -182,6 +183,8 @@ struct Platform {
     std::function<void(long count, const std::function<void(long number)>& piece,
                        const std::function<void(long done)>& watch)>
         RunPieces;
+    // The printer. Harmless filling: there is none, and its dialogs are cancelled.
+    PrinterOperations Printer;
 };
 
 // The filling in use, one for each thread. Wired once at the start of the program on its only thread, and by
@@ -233,6 +236,7 @@ inline void InstallPlatform(Platform filling) {
                    watch(number + 1);
                }
            });
+    FillPrinter(filling.Printer);
     Host = std::move(filling);
 }
 

@@ -7,6 +7,7 @@
 #include "files/RunPieces.h"
 #include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
+#include "forms/shell/DesktopPrinter.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
 
@@ -347,6 +348,7 @@ void InstallDesktopPlatform() {
         const QString mark = QLocale::system().decimalPoint();
         return mark == "," ? ',' : '.';
     };
+    p.Printer = DesktopPrinter();
     InstallPlatform(p);
 }
 
