@@ -14,8 +14,8 @@ void ScaleForms(int percent);
 // The desktop's font of fixed pitch, scaled likewise.
 QFont FixedPitchFont();
 
-// A size that was chosen with a font of usual size, in pixels, for the desktop's font where that is larger, and
-// for the scaling of forms.
+// A size that was chosen with a font of usual size, in pixels, for the desktop's font where that is larger,
+// and for the scaling of forms.
 QSize ForFont(int width, int height);
 
 // From now on every window opens within the screen that it comes up on. One that needs more room than there

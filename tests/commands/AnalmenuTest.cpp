@@ -102,7 +102,8 @@ TEST_F(MainWindow, ScansOnTheCommandLineWereRestoredAsFits) {
 }
 
 TEST_F(MainWindow, AScanThatCannotBeReadIsToldByItsLine) {
-    const std::string path = script.MakeFile("00001.RA1", "Sample\nR 1 20.0 10000 0084667 9.2280E10 280 32\n6,1\n");
+    const std::string path =
+        script.MakeFile("00001.RA1", "Sample\nR 1 20.0 10000 0084667 9.2280E10 280 32\n6,1\n");
     StartQuillon(path);
     script.ExpectModal(FileFormName, [&] {
         script.AnswerAllMessages(BoxAnswer::Ok);
