@@ -87,6 +87,7 @@ struct Job {
     JobData Data = JobData::ByScans;
     bool Guesses = true;
     bool ConfidenceLimits = false;
+    bool Rescue = true; // a fit that is no minimum is searched on with damped steps
     std::optional<std::int16_t> MaxIterations;
     std::optional<std::int16_t> MaxPtsPerSet; // a scan holds at most one point fewer
     std::vector<JobSetting> Settings;         // of [fit] and [constants]

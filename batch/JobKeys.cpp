@@ -59,6 +59,7 @@ constexpr FitKey FitKeys[] = {
     {"confidence-level", ReadConfidenceLevel},
     {"confidence-limits",
      [](JobReader& r, const std::string& v) { r.Result.ConfidenceLimits = ReadYesNo(r, v); }},
+    {"rescue", [](JobReader& r, const std::string& v) { r.Result.Rescue = ReadYesNo(r, v); }},
 };
 
 struct ConstantKey {

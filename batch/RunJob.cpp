@@ -27,6 +27,7 @@ void TakeSettings(const Job& job) {
     if (job.MaxPtsPerSet) Work.MaxPtsPerSet = *job.MaxPtsPerSet;
     Work.MassUnits = job.MassUnits;
     Work.PauseBeforeFit = FlagFalse;
+    Work.RescueMode = job.Rescue ? Rescue::Always : Rescue::Never;
 }
 
 // The units of concentrations follow the optics, which the scans tell.
@@ -101,7 +102,8 @@ void SearchLimits(RunEnd& end) {
 
 RunEnd EndOfFit() {
     RunEnd end;
-    end.Converged = end.Complete = Work.FitDone != 0;
+    end.HasFit = Work.FitDone != 0;
+    end.Converged = end.Complete = Work.Outcome.End == FitEnd::Converged;
     if (end.Converged) return end;
     const bool told = Work.Outcome.End != FitEnd::Cancelled && !Console.LastTold.empty();
     end.Message = told ? Console.LastTold : Work.Outcome.Sentence;

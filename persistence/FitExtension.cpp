@@ -35,6 +35,10 @@ const std::vector<ExtensionField>& ExtensionFields() {
              for (const std::int16_t link : w.ConcLink)
                  if (link < 0 || link > w.MaxSets) FitReader::Damaged("ConcLink");
          }},
+        {"LimitsLevel",
+         [](const Workspace& w) { return w.LimitsDone != 0 && w.LimitsLevel != w.ConfidenceLevel; },
+         [](FitWriter& s, const Workspace& w) { s.Value("LimitsLevel", w.LimitsLevel); },
+         [](FitReader& s, Workspace& w) { s.Value("LimitsLevel", w.LimitsLevel); }},
     };
     return fields;
 }

@@ -27,6 +27,8 @@ TEST(SimulatedBack, WithoutNoiseGivesTheParameters) {
     for (const char* name : {"Model01", "Model02", "Model08"}) {
         const Workspace truth = SimulatedWorkspace(ModelCaseNamed(name));
         Work = truth;
+        BuildParmScale();
+        SetDefaultBounds();
         ASSERT_TRUE(SimulateSignals(Work.PtY));
         MoveAwayFromTruth();
         ASSERT_TRUE(RunFit()) << name;
@@ -51,6 +53,8 @@ TEST(SimulatedBack, ScattersByTheStatedErrors) {
     for (int draw = 0; draw < draws; ++draw) {
         Work = truth;
         Work.PtY = signals;
+        BuildParmScale();
+        SetDefaultBounds();
         AddNoise(Work.PtY, 0.004);
         MoveAwayFromTruth();
         ASSERT_TRUE(RunFit());
