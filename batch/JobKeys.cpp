@@ -68,6 +68,7 @@ constexpr FitKey FitKeys[] = {
          r.Result.Restarts.Seed =
              static_cast<std::uint64_t>(ReadWhole(r, v, 0, std::numeric_limits<int>::max()));
      }},
+    {"rescue", [](JobReader& r, const std::string& v) { r.Result.Rescue = ReadYesNo(r, v); }},
 };
 
 struct ConstantKey {

@@ -95,19 +95,20 @@ std::string ReportBytes(const Options& options) {
     return ReportPdf(report);
 }
 
-// What is written: everything of a finished fit, of another one the results alone.
+// What is written: everything of a fit that has results, which say so when it is no minimum; of another one
+// the results alone.
 std::vector<Output> Render(const Options& options, const RunEnd& end) {
     std::vector<Output> outputs;
-    if (end.Converged && !options.Save.empty()) {
+    if (end.HasFit && !options.Save.empty()) {
         Work.FitFile = options.Save; // the report names it
         outputs.push_back({options.Save, FitFileBytes()});
     }
-    if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportBytes(options)});
-    if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
-    if (end.Converged && !options.Integrate.empty())
+    if (end.HasFit && !options.Report.empty()) outputs.push_back({options.Report, ReportBytes(options)});
+    if (end.HasFit && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
+    if (end.HasFit && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
     for (const GraphOption& graph : options.Graphs)
-        if (end.Converged || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
+        if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (!options.Results.empty())
         outputs.push_back({options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr)});
     return outputs;

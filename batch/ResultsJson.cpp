@@ -7,6 +7,7 @@
 #include "fit/Undetermined.h"
 #include "models/Catalogue.h"
 #include "models/ParmScale.h"
+#include "reporting/ParmLines.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
 
@@ -67,13 +68,31 @@ std::string ModelObject() {
                          Member("separate_k", JsonFlag(Work.SeparateK != 0))});
 }
 
+// A saved fit does not tell how it was found.
+bool HasBeenRun() {
+    return Work.Outcome.End != FitEnd::NotRun;
+}
+
+// What the fit that stands can be called: a saved one had converged.
+bool IsConverged() {
+    return Work.FitDone != 0 && (!HasBeenRun() || Work.Outcome.End == FitEnd::Converged);
+}
+
+std::string CheckObject() {
+    if (!HasBeenRun()) return Null;
+    const auto& d = Work.Outcome.ExpectedDecrease;
+    return InlineObject({Member("expected_decrease", d ? JsonNumber(*d) : Null),
+                         Member("minimum", JsonFlag(Work.Outcome.End == FitEnd::Converged))});
+}
+
 std::string ConfidenceObject() {
     const std::string ratio = Existing(Work.FitDone != 0, [] {
-        if (!Work.LimitsDone) ComputeConfidenceRatio();
+        if (!Work.LimitsDone) ComputeConfidenceRatio(Work.ConfidenceLevel);
         return Work.ConfidenceRatio;
     });
-    return InlineObject({Member("level", JsonNumber(Work.ConfidenceLevel)), Member("ratio", ratio),
-                         Member("searched", JsonFlag(Work.LimitsDone != 0))});
+    return InlineObject(
+        {Member("level", JsonNumber(Work.LimitsDone ? Work.LimitsLevel : Work.ConfidenceLevel)),
+         Member("ratio", ratio), Member("searched", JsonFlag(Work.LimitsDone != 0))});
 }
 
 const char* StateName(std::int16_t map) {
@@ -81,11 +100,16 @@ const char* StateName(std::int16_t map) {
     return map == SlotTied ? "tied" : "held";
 }
 
+std::string NoteText(long slot) {
+    const std::string note = ParmNote(slot);
+    return note.empty() ? Null : JsonString(note);
+}
+
 std::string ParameterObject(long slot) {
     const std::int16_t free = Work.FreeMap[slot];
     const bool fitted = free >= 0;
     const auto limit = [&](std::size_t side) {
-        return Existing(fitted && Work.LimitsDone,
+        return Existing(fitted && Work.LimitsDone && LimitFound(free, side == 1),
                         [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
     };
     const bool bounded = fitted && free <= Work.AtBound.Hi();
@@ -98,7 +122,8 @@ std::string ParameterObject(long slot) {
          Member("error",
                 Existing(fitted && Work.FitDone && !HasNoError(free), [&] { return DisplayedError(free); })),
          Member("lower", limit(0)), Member("upper", limit(1)),
-         Member("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0))});
+         Member("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0)),
+         Member("note", NoteText(slot))});
 }
 
 std::string ParameterList() {
@@ -166,21 +191,22 @@ std::string StartsObject(const MinimaMet& starts) {
 } // namespace
 
 std::string ResultsJson(const std::string& message, const MinimaMet* starts) {
-    const bool converged = Work.FitDone != 0;
-    const bool fitted = Work.Outcome.End != FitEnd::NotRun; // a saved fit does not tell how it was found
-    const std::string runs = Existing(converged, [] {
+    const bool finished = Work.FitDone != 0;
+    const std::string runs = Existing(finished, [] {
         RunsTest();
         return Work.RunsZ;
     });
     std::vector<std::string> members = {
         Member("program", JsonString(Work.ProgramName)),
         Member("version", JsonString(Work.ProgramVersion)),
-        Member("converged", JsonFlag(converged)),
+        Member("converged", JsonFlag(IsConverged())),
         Member("message", JsonString(message)),
-        Member("iterations", fitted ? std::to_string(Work.Iteration) : "null"),
+        Member("iterations", HasBeenRun() ? std::to_string(Work.Iteration) : Null),
+        Member("check", CheckObject()),
+        Member("rescued", JsonFlag(Work.Outcome.Rescued)),
         Member("model", ModelObject()),
         Member("sum_of_squares", Existing(Work.FitValid != 0, [] { return Work.SumSq; })),
-        Member("rms_residual", Existing(converged, [] { return Work.RmsResidual; })),
+        Member("rms_residual", Existing(finished, [] { return Work.RmsResidual; })),
         Member("degrees_of_freedom", std::to_string(Work.NumPts - Work.NumFree)),
         Member("runs_z", runs),
         Member("confidence", ConfidenceObject()),

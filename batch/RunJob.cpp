@@ -30,6 +30,7 @@ void TakeSettings(const Job& job) {
     Work.MassUnits = job.MassUnits;
     Work.TemperatureScale = job.TemperatureScale;
     Work.PauseBeforeFit = FlagFalse;
+    Work.RescueMode = job.Rescue ? Rescue::Always : Rescue::Never;
 }
 
 // The units of concentrations follow the optics, which the scans tell.
@@ -109,7 +110,8 @@ void LeaveIncomplete(RunEnd& end, const char* message) {
 
 RunEnd EndOfFit() {
     RunEnd end;
-    end.Converged = end.Complete = Work.FitDone != 0;
+    end.HasFit = Work.FitDone != 0;
+    end.Converged = end.Complete = Work.Outcome.End == FitEnd::Converged;
     if (end.Converged) return end;
     const bool told = Work.Outcome.End != FitEnd::Cancelled && !Console.LastTold.empty();
     end.Message = told ? Console.LastTold : Work.Outcome.Sentence;

@@ -10,7 +10,8 @@ namespace Quillon {
 
 // How a run ended. The fit itself stands in the workspace.
 struct RunEnd {
-    bool Converged = false;            // the fit did
+    bool HasFit = false;               // there are results to be shown, of a minimum or not
+    bool Converged = false;            // the fit did, at a minimum
     bool Complete = false;             // and whatever else the job asked for was done
     std::string Message;               // what the program said when it was not so
     std::optional<MinimaMet> Starts{}; // what the restarts have met; nothing without any

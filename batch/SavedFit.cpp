@@ -52,6 +52,7 @@ void Restore(const std::string& bytes, const std::string& path) {
 
 // The fit command from what the file holds: nothing has changed since that fit, so nothing is asked.
 void FitAgain() {
+    Work.RescueMode = Rescue::Always;
     Work.LastModel = Work.Model;
     Work.LastNonIdeal = Work.NonIdeal;
     Work.LastSeparateK = Work.SeparateK;
@@ -79,7 +80,7 @@ RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit
         return end;
     }
     RunEnd end;
-    end.Converged = end.Complete = Work.FitDone != 0;
+    end.HasFit = end.Converged = end.Complete = Work.FitDone != 0;
     if (end.Converged) return end;
     end.Message = "no finished fit stands in " + path + ", --refit runs it";
     WriteFailure(end.Message);

@@ -2,6 +2,7 @@
 
 #include "commands/Commands.h"
 
+#include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -59,6 +60,14 @@ void SetMenuStatus() {
 void RunMainCommand(const std::string& name) {
     const MainMenuItem& item = Find(name);
     if (item.Item.Enabled) RunCommand(item.Row.Command);
+}
+
+std::string FitStateText() {
+    if (!Work.FitDone) return Work.Outcome.Sentence;
+    const std::string end = Work.Outcome.End == FitEnd::StoppedShort ? Work.Outcome.Sentence
+                            : Work.Outcome.Rescued                   ? "converged, with damped steps"
+                                                                     : "converged";
+    return end + "; rms residual " + FormatNumber(static_cast<double>(Work.RmsResidual), "0.000E-##");
 }
 
 bool MayEnd() {

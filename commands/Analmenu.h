@@ -36,6 +36,10 @@ MenuItem& MainItem(const std::string& name);
 // Recomputes what is enabled and checked from the state of the workspace. Run at the end of every command.
 void SetMenuStatus();
 
+// How the latest fit ended, as the main window shows it: "converged; rms residual 4.1E-3", a stop on the way
+// or a failure by its sentence. Empty without a fit.
+std::string FitStateText();
+
 // Runs the command of an item, as a click does: errors are told, the menu is recomputed. A disabled item does
 // nothing; a name that no row has is a logic error of the caller.
 void RunMainCommand(const std::string& name);

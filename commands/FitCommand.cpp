@@ -3,6 +3,7 @@
 #include "fit/FitMon.h"
 #include "fit/GNLLSQ.h"
 #include "fit/GuessesDialog.h"
+#include "fit/Undetermined.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
@@ -154,7 +155,14 @@ bool WantsRescue(const FitOutcome& outcome) {
     return Work.RescueMode == Rescue::Always;
 }
 
+// Such a fit is singular: it is told before the iteration says so.
+void TellWithoutEffect() {
+    const std::string text = WithoutEffectText();
+    if (!text.empty()) Tell(text, Work.ProgramName, BoxIcon::Warning);
+}
+
 void RunAndTell(const FitProgress& progress) {
+    TellWithoutEffect();
     const PerSlot<float> start = Work.Parms;
     Work.StartParms = start;
     RunFit(progress);

@@ -2,18 +2,30 @@
 
 #include "fit/FDistribution.h"
 #include "fit/GNLLSQ.h"
+#include "fit/Undetermined.h"
 #include "models/Constraints.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace Quillon {
 
 namespace {
 
 double BestSumSq = 0.0; // at the best fit
+bool Failed = false;    // a trial of the present direction had no sum
+
+constexpr float FarBeyond = -9e37F; // what is left to the target where the sum leaves the range of a single
+// A root where that much of the growth is missing is a jump of the function and no end.
+constexpr float LargestJump = 0.1F;
+// A direction that fails leaves the limit of a parameter open when it reaches at least half as far as the one
+// that reaches furthest.
+constexpr double TellingShare = 0.5;
 
 // What the trials of a search overwrite, so that the fit stands as before when it is over.
 struct FitState {
@@ -47,15 +59,28 @@ void BringBack(FitState& kept) {
     ResetConstraintSums();
 }
 
+// A trial; false where the function has no value, which is far beyond any target and nothing worse.
+bool HasSum(float alpha) {
+    Work.Alpha = static_cast<double>(alpha);
+    try {
+        ApplyIncrement();
+        CalcSumSq();
+    } catch (const RuntimeError&) {
+        return false; // a step beyond the range of a single
+    }
+    if (!Work.FunctionFailed) return true;
+    Failed = true;
+    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    return false;
+}
+
 // One evaluation: how far the ratio of sums of squares still is from the target at a step length.
 float Shortfall(float alpha, float target) {
-    Work.Alpha = static_cast<double>(alpha);
-    ApplyIncrement();
-    CalcSumSq();
+    if (!HasSum(alpha)) return FarBeyond;
     if (Work.AbortFit) return 0.0F;
     const double q = Divide(Work.SumSq, BestSumSq);
     if (std::fabs(q) < 9e37) return static_cast<float>(static_cast<double>(target) - q);
-    return q > 0.0 ? -9e37F : 9e37F; // beyond the range of a single, and so far beyond the target
+    return q > 0.0 ? FarBeyond : -FarBeyond;
 }
 
 // The increment of one standard deviation along an axis of the error ellipsoid.
@@ -67,38 +92,135 @@ void SetAxisIncrement(long axis, double sign, double eigenvalue) {
     }
 }
 
+// What the search along the axes has left: the end points, and of each the reason why it is none.
+struct Walk {
+    ZeroBased<double> Eigenvalues;
+    std::vector<std::string> Reasons; // by end point; empty where it was found
+};
+
+// How far an end point lies from the best fit in a free position, by the linear problem.
+double Extent(const Walk& walk, long end, long place) {
+    const long axis = end / 2;
+    const double element = static_cast<double>(Work.CorrMatrix(place, axis));
+    return (end % 2 == 0 ? 1.0 : -1.0) * element * std::sqrt(std::fabs(walk.Eigenvalues[axis]));
+}
+
+// The fitted parameters that an axis moves together, in words.
+std::string AxisText(long axis) {
+    ZeroBased<double> elements(Work.NumFree - 1);
+    for (long b = 0; b < Work.NumFree; ++b)
+        elements[b] = static_cast<double>(Work.CorrMatrix(b, axis));
+    return CombinationText(elements);
+}
+
+bool StandsStill() {
+    return std::all_of(Work.Increment.begin(), Work.Increment.end(), [](double step) { return step == 0.0; });
+}
+
+void StayAtTheFit(long end) {
+    for (long k = 0; k < Work.NumParms; ++k)
+        Work.ConfTrace(k, end) = Work.ParmsSave[k];
+}
+
+// The end along one axis into a column of ConfTrace; the reason where there is none. Nothing counts after a
+// cancel.
+std::string WalkTo(long end, float guess, const Walk& walk) {
+    const long axis = end / 2;
+    Failed = false;
+    SetAxisIncrement(axis, end % 2 == 0 ? 1.0 : -1.0, walk.Eigenvalues[axis]);
+    StayAtTheFit(end); // a column without an end bounds nothing
+    if (StandsStill()) return AxisText(axis);
+    try {
+        FindRatioRoot(guess, Work.ConfidenceRatio);
+    } catch (const RuntimeError&) {
+        const std::string noValue = "The fitted values cannot be computed before the sum has grown enough. ";
+        return (Failed ? noValue : "") + AxisText(axis);
+    }
+    for (long k = 0; k < Work.NumParms; ++k)
+        Work.ConfTrace(k, end) = Work.Parms[k];
+    return "";
+}
+
 // All end points; false when cancelled.
-bool WalkAxes(const ZeroBased<double>& eigenvalues, const std::function<void(double)>& progress) {
+bool WalkAxes(Walk& walk, const std::function<void(double)>& progress) {
     const double p = static_cast<double>(Work.ConfidenceLevel);
     const auto guess = static_cast<float>(1.96 - 0.5 * std::log((1.0 - p) / 0.05));
     const long ends = 2L * Work.NumFree;
     for (long end = 0; end < ends; ++end) {
         if (Work.AbortFit) return false;
-        const long axis = end / 2;
-        SetAxisIncrement(axis, end % 2 == 0 ? 1.0 : -1.0, eigenvalues[axis]);
-        FindRatioRoot(guess, Work.ConfidenceRatio);
+        walk.Reasons.push_back(WalkTo(end, guess, walk));
         if (Work.AbortFit) return false;
-        for (long k = 0; k < Work.NumParms; ++k)
-            Work.ConfTrace(k, end) = Work.Parms[k];
         if (progress) progress(static_cast<double>(end + 1) / static_cast<double>(ends));
     }
     return true;
 }
 
-void TakeLimits() {
+// The end point that reaches furthest to a side among those that were not found; -1 when those that were
+// found reach further.
+long MissingEnd(const Walk& walk, long place, bool upper) {
+    double found = 0.0, missing = 0.0;
+    long end = -1;
+    for (std::size_t e = 0; e < walk.Reasons.size(); ++e) {
+        const double extent = Extent(walk, static_cast<long>(e), place);
+        if ((extent > 0.0) != upper) continue;
+        const double reach = std::fabs(extent);
+        if (walk.Reasons[e].empty())
+            found = std::max(found, reach);
+        else if (reach > missing) {
+            missing = reach;
+            end = static_cast<long>(e);
+        }
+    }
+    return missing > 0.0 && missing >= TellingShare * found ? end : -1;
+}
+
+void TakeLimitsOf(long place) {
+    const long k = Work.FreeIndex[place];
+    float lowest = 1e38F;
+    float highest = -1e38F;
+    for (long end = 0; end <= Work.ConfTrace.ColumnHi(); ++end) {
+        lowest = std::min(lowest, Work.ConfTrace(k, end));
+        highest = std::max(highest, Work.ConfTrace(k, end));
+    }
+    Work.ParmLimits[0][place] = lowest;
+    Work.ParmLimits[1][place] = highest;
+}
+
+void DropLimit(long place, bool upper, const std::string& reason) {
+    Work.ParmLimits[upper ? 1 : 0][place] = upper ? NoLimit : -NoLimit;
+    Work.LimitReason[place] = reason;
+}
+
+std::string AloneText(long place) {
+    ZeroBased<double> elements(Work.NumFree - 1);
+    elements[place] = 1.0;
+    return CombinationText(elements);
+}
+
+// Takes back a limit that rests on a direction without an end. A parameter without an error has no direction.
+void DropMissing(const Walk& walk, long place, bool upper) {
+    if (HasNoError(place)) return DropLimit(place, upper, AloneText(place));
+    const long end = MissingEnd(walk, place, upper);
+    if (end >= 0) DropLimit(place, upper, walk.Reasons[static_cast<std::size_t>(end)]);
+}
+
+void TakeLimits(const Walk& walk) {
     for (auto& side : Work.ParmLimits)
         side.Recreate(Work.NumFree - 1);
+    Work.LimitReason.Recreate(Work.NumFree - 1);
     for (long a = 0; a < Work.NumFree; ++a) {
-        const long k = Work.FreeIndex[a];
-        float lowest = 1e38F;
-        float highest = -1e38F;
-        for (long end = 0; end <= Work.ConfTrace.ColumnHi(); ++end) {
-            lowest = std::min(lowest, Work.ConfTrace(k, end));
-            highest = std::max(highest, Work.ConfTrace(k, end));
-        }
-        Work.ParmLimits[0][a] = lowest;
-        Work.ParmLimits[1][a] = highest;
+        TakeLimitsOf(a);
+        DropMissing(walk, a, false);
+        DropMissing(walk, a, true);
     }
+    Work.LimitsLevel = Work.ConfidenceLevel;
+    Work.LimitsDone = FlagTrue;
+}
+
+// True when no direction has an end: the search as a whole has failed.
+bool FoundNothing(const Walk& walk) {
+    return std::none_of(walk.Reasons.begin(), walk.Reasons.end(),
+                        [](const std::string& reason) { return reason.empty(); });
 }
 
 ZeroBased<double> DecomposeErrors() {
@@ -114,31 +236,44 @@ ZeroBased<double> DecomposeErrors() {
     return eigenvalues;
 }
 
+void TellFailure(const std::string& text) {
+    Tell(text, Work.ProgramName, BoxIcon::Warning);
+}
+
 } // namespace
 
-void ComputeConfidenceRatio() {
+bool LimitFound(long place, bool upper) {
+    return std::fabs(Work.ParmLimits[upper ? 1 : 0][place]) < NoLimit;
+}
+
+void ComputeConfidenceRatio(float level) {
     const double n = static_cast<double>(Work.NumFree);
     const double df = static_cast<double>(ToInt16(Work.NumPts - Work.NumFree));
-    const auto alpha = static_cast<float>(1.0 - static_cast<double>(Work.ConfidenceLevel));
+    const auto alpha = static_cast<float>(1.0 - static_cast<double>(level));
     const double f = static_cast<double>(FInverse(alpha, static_cast<float>(n), static_cast<float>(df)));
     Work.ConfidenceRatio = ToSingle(1.0 + Divide(n, df) * f);
 }
 
 float FindRatioRoot(float guess, float target) {
     bool stop = false;
-    float lastQ = 0.0F;
+    float lastQ = 0.0F, rootQ = 0.0F;
     // A direction in which every parameter stands at a bound has no root: its end is the bound.
     bool stuck = false;
+    std::vector<std::pair<float, float>> tried;
     const auto g = [&](float alpha) {
         const float rest = Shortfall(alpha, target);
         stuck = Work.BoundHit && rest > 0.0F && rest == lastQ;
         lastQ = rest;
+        tried.emplace_back(alpha, rest);
         stop = Work.AbortFit || stuck;
         return rest;
     };
     const float root = FindRoot(g, guess, stop);
     if (Work.AbortFit) return 0.0F;
     if (stuck) return static_cast<float>(Work.Alpha);
+    for (const auto& [alpha, rest] : tried)
+        if (alpha == root) rootQ = rest;
+    if (std::fabs(rootQ) > LargestJump * (target - 1.0F)) RaiseError(ErrorText::BadArgument);
     Work.Alpha = static_cast<double>(root);
     ApplyIncrement();
     return root;
@@ -147,22 +282,23 @@ float FindRatioRoot(float guess, float target) {
 void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
     Work.AbortFit = Work.LimitsDone = Work.FunctionFailed = FlagFalse;
     FitState kept = KeepFit();
+    Walk walk;
+    bool ended = false;
     try {
-        ComputeConfidenceRatio();
+        ComputeConfidenceRatio(Work.ConfidenceLevel);
         BestSumSq = Work.SumSq;
         Work.AtBound.Resize(Work.NumFree); // a restored fit has not been stepped yet
-        const ZeroBased<double> eigenvalues = DecomposeErrors();
+        walk.Eigenvalues = DecomposeErrors();
         Work.ParmsSave = Work.Parms;
         Work.ConfTrace.Recreate(Work.NumParms - 1, 2L * Work.NumFree - 1);
-        if (WalkAxes(eigenvalues, progress)) {
-            TakeLimits();
-            Work.LimitsDone = FlagTrue;
-        }
+        ended = WalkAxes(walk, progress);
     } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text + "' occurred while searching for confidence limits", Work.ProgramName,
-             BoxIcon::Warning);
+        TellFailure("Error '" + error.Text + "' occurred while searching for confidence limits");
     }
-    if (Work.FunctionFailed) Tell(Work.Outcome.Sentence, Work.ProgramName, BoxIcon::Stop);
+    if (ended && FoundNothing(walk))
+        TellFailure("No confidence limit was found\n\n" + walk.Reasons.front());
+    else if (ended)
+        TakeLimits(walk);
     BringBack(kept);
     Work.AbortFit = FlagFalse;
 }

@@ -25,6 +25,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace Quillon {
@@ -80,7 +81,7 @@ void GoTo(const Place& place) {
 }
 
 // A step from a place, clipped to the bounds, and the sum there.
-bool TakeStep(const Place& from, double damping, FreeParms parms) {
+bool TakeStep(const Place& from, double damping, MovedParms parms) {
     return Computes([&] {
         Work.ParmsSave = from.Parms;
         Work.Increment = DampedStep(from.Equations, damping, parms);
@@ -94,7 +95,7 @@ bool TakeStep(const Place& from, double damping, FreeParms parms) {
 bool Correct(double lowest, double damping) {
     for (int i = 0; i < MostCorrections && Work.SumSq < WorthCorrecting * lowest; ++i) {
         Place trial;
-        if (!Reach(trial) || !TakeStep(trial, damping, FreeParms::Concentrations)) return false;
+        if (!Reach(trial) || !TakeStep(trial, damping, MovedParms::Concentrations)) return false;
         if (Work.SumSq < lowest) return true;
         if (!(Work.SumSq < trial.SumSq)) return false;
     }
@@ -105,11 +106,11 @@ bool Correct(double lowest, double damping) {
 struct Descent {
     Place& Best;
     DampedWay Way;
-    FreeParms Parms = FreeParms::All;
+    MovedParms Parms = MovedParms::All;
     double Damping = 0.0;
     bool Lost = false; // the latest step did not show in singles
 
-    Descent(Place& best, DampedWay way, FreeParms parms)
+    Descent(Place& best, DampedWay way, MovedParms parms)
         : Best(best), Way(way), Parms(parms), Damping(FirstDamping * LargestDiagonal(best.Equations)) {}
 
     // True when the step leads to a lower sum; Best is then there. A place whose derivatives do not exist is
@@ -120,7 +121,7 @@ struct Descent {
         Lost = lower && Work.Parms == Best.Parms;
         if (lower && !(Work.SumSq < Best.SumSq))
             lower =
-                Way == DampedWay::Guided && Parms == FreeParms::All && !Lost && Correct(Best.SumSq, Damping);
+                Way == DampedWay::Guided && Parms == MovedParms::All && !Lost && Correct(Best.SumSq, Damping);
         Place there;
         const bool improved = lower && Reach(there);
         if (improved) Best = std::move(there);
@@ -159,15 +160,15 @@ double SumOfSquaredData() {
 void BringConcentrationsDown(Place& best) {
     const double level = SumOfSquaredData();
     const auto settled = [&] {
-        return best.SumSq < level || ExpectedDecrease(best.Equations, FreeParms::Concentrations) < 1.0;
+        return best.SumSq < level || ExpectedDecrease(best.Equations, MovedParms::Concentrations) < 1.0;
     };
-    Descent(best, DampedWay::Guided, FreeParms::Concentrations).Run(settled);
+    Descent(best, DampedWay::Guided, MovedParms::Concentrations).Run(settled);
 }
 
 DampedEnd SearchFrom(Place& best, DampedWay way) {
     if (way == DampedWay::Guided) BringConcentrationsDown(best);
     if (Work.AbortFit) return DampedEnd::Cancelled;
-    return Descent(best, way, FreeParms::All).Run([&] {
+    return Descent(best, way, MovedParms::All).Run([&] {
         return ExpectedDecrease(best.Equations) < SmallDecrease;
     });
 }
@@ -185,7 +186,7 @@ DampedEnd SearchDamped(DampedWay way) {
         ApplyConcentrationLinks();
     });
     if (!started || !Reach(best)) {
-        Work.Parms = best.Parms;
+        GoTo({best.Parms, std::numeric_limits<double>::infinity(), {}});
         return Work.AbortFit ? DampedEnd::Cancelled : DampedEnd::NoStart;
     }
     const DampedEnd end = SearchFrom(best, way);

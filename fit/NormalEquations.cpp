@@ -141,9 +141,9 @@ double LargestDiagonal(const NormalEquations& e) {
     return largest;
 }
 
-PerFree<double> DampedStep(const NormalEquations& e, double damping, FreeParms parms) {
+PerFree<double> DampedStep(const NormalEquations& e, double damping, MovedParms parms) {
     Places places = AllPlaces(e);
-    if (parms == FreeParms::Concentrations)
+    if (parms == MovedParms::Concentrations)
         std::erase_if(places, [](long a) { return !FollowsASet(Work.FreeIndex[a]); });
     for (;;) {
         PerFree<double> step = StepOf(e, places, damping);
@@ -151,7 +151,7 @@ PerFree<double> DampedStep(const NormalEquations& e, double damping, FreeParms p
     }
 }
 
-double ExpectedDecrease(const NormalEquations& e, FreeParms parms) {
+double ExpectedDecrease(const NormalEquations& e, MovedParms parms) {
     const PerFree<double> step = DampedStep(e, 0.0, parms);
     double promise = 0.0;
     for (long a = 0; a <= e.Vector.Hi(); ++a)

@@ -18,7 +18,7 @@ struct NormalEquations {
 
 // The parameters that a step may move: all fitted ones, or concentrations and zero offsets alone, by which
 // each set answers to the parameters that all of them share.
-enum class FreeParms { All, Concentrations };
+enum class MovedParms { All, Concentrations };
 
 // Those that AccumulateSums has left in the workspace; before InvertNormalMatrix.
 NormalEquations TakeNormalEquations();
@@ -30,7 +30,7 @@ NormalEquations TakeNormalEquations();
 // finite are left as they are.
 // Of other parameters than those wanted the elements are 0 as well.
 PerFree<double> DampedStep(const NormalEquations& equations, double damping,
-                           FreeParms parms = FreeParms::All);
+                           MovedParms parms = MovedParms::All);
 
 // The largest element of the diagonal, the measure of dampings; 0 for none.
 double LargestDiagonal(const NormalEquations& equations);
@@ -39,7 +39,7 @@ double LargestDiagonal(const NormalEquations& equations);
 // (1e-6 of the largest signal)^2 where that is more: the decrease of the sum of squares that the equations
 // still promise, in shares of what a degree of freedom contributes. At a minimum it is nearly 0. Infinite
 // where it has no value.
-double ExpectedDecrease(const NormalEquations& equations, FreeParms parms = FreeParms::All);
+double ExpectedDecrease(const NormalEquations& equations, MovedParms parms = MovedParms::All);
 
 // The inverse of Matrix as far as the data determine it: that at the smallest damping which has one, with
 // rows and columns of zeros for the parameters whose variance hangs on the damping.

@@ -120,6 +120,12 @@ bool IsBetter(const Workspace& a, const Workspace& b) {
     return a.FitValid && (!b.FitValid || a.SumSq < b.SumSq);
 }
 
+// After a cancel: the parameters of the lowest sum so far. A pass that was broken off has left no sum.
+void KeepBestOnCancel(const Workspace& best) {
+    if (best.FitValid && !(Work.SumSq < best.SumSq)) GoTo({best.Parms, best.SumSq});
+    Work.FitValid = Work.FitDone = FlagFalse;
+}
+
 // Where the last attempt starts: at the best place so far, and when that is a minimum with concentrations
 // guessed anew, since it is mostly they that are caught in the wrong proportion. Held ones stay.
 PerSlot<float> LastStart(const Workspace& best) {
@@ -144,7 +150,7 @@ bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
         const DampedWay way = attempt == 2 ? DampedWay::Plain : DampedWay::Guided;
         if (!Attempt(way, attempt < 3 ? start : LastStart(best), progress)) break;
         if (Work.Outcome.End == FitEnd::Cancelled) {
-            if (IsBetter(best, Work)) Work.Parms = best.Parms;
+            KeepBestOnCancel(best);
             return false;
         }
         if (IsBetter(Work, best)) best = Work;

@@ -1,7 +1,10 @@
 #include "fit/Undetermined.h"
 
 #include "fit/Confidence.h"
+#include "models/Constraints.h"
+#include "models/FitFunction.h"
 #include "models/ModelTable.h"
+#include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -43,34 +46,91 @@ std::string HoldThem(const Places& places) {
     return places.size() == 1 ? ". Hold it." : ". Hold them.";
 }
 
-} // namespace
+std::string NoEffectText(const Places& places) {
+    return "No point depends on " + Listed(places) + HoldThem(places);
+}
 
-std::vector<long> UndeterminedPlaces(const NormalEquations& e) {
-    if (e.Matrix.Size() == 0 || !HoldsNumbers(e)) return {};
-    const Places none = WithoutEffect(e);
-    if (!none.empty()) return none;
+// The eigenvector of the smallest eigenvalue.
+ZeroBased<double> LongestAxis(const NormalEquations& e) {
     ZeroBasedMatrix<double> matrix = e.Matrix;
     ZeroBased<double> values;
     ZeroBasedMatrix<double> vectors;
     JacobiEigen(matrix, values, vectors);
     const long axis = std::min_element(values.begin(), values.end()) - values.begin();
+    ZeroBased<double> elements(values.Hi());
+    for (long a = 0; a <= values.Hi(); ++a)
+        elements[a] = vectors(a, axis);
+    return elements;
+}
+
+// The free positions whose elements are above a third of the largest.
+Places LeadingPlaces(const ZeroBased<double>& elements) {
     double largest = 0.0;
-    for (long a = 0; a <= values.Hi(); ++a)
-        largest = std::max(largest, std::fabs(vectors(a, axis)));
+    for (const double element : elements)
+        largest = std::max(largest, std::fabs(element));
     Places places;
-    for (long a = 0; a <= values.Hi(); ++a)
-        if (std::fabs(vectors(a, axis)) > NamedShare * largest) places.push_back(a);
+    for (long a = 0; a <= elements.Hi(); ++a)
+        if (std::fabs(elements[a]) > NamedShare * largest) places.push_back(a);
     return places;
 }
 
-std::string UndeterminedText(const NormalEquations& e) {
-    const Places places = UndeterminedPlaces(e);
-    if (places.empty()) return "";
-    if (e.Matrix(places[0], places[0]) == 0.0)
-        return "No point depends on " + Listed(places) + HoldThem(places);
-    const std::string first = "The data do not determine " + NameOf(places[0]);
+// True points, the first one of each set in front: mostly they answer for all.
+std::vector<long> PointsToAsk() {
+    std::vector<long> points, others;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        if (Work.PtX[p] != PointMarker)
+            (p == 1 || Work.PtSet[p] != Work.PtSet[p - 1] ? points : others).push_back(p);
+    points.insert(points.end(), others.begin(), others.end());
+    return points;
+}
+
+// Takes out what the fitted value at a point depends on; false where it has no value.
+bool TakeOutMoved(Places& places, long point) {
+    try {
+        const double value = FitFunction(point);
+        if (!Work.AbortFit) CalcDerivs(point, value);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+    std::erase_if(places, [](long a) { return Work.Deriv[a] != 0.0; });
+    return !Work.AbortFit;
+}
+
+} // namespace
+
+std::vector<long> UndeterminedPlaces(const NormalEquations& e) {
+    if (e.Matrix.Size() == 0 || !HoldsNumbers(e)) return {};
+    const Places none = WithoutEffect(e);
+    return none.empty() ? LeadingPlaces(LongestAxis(e)) : none;
+}
+
+std::string CombinationText(const ZeroBased<double>& elements) {
+    const Places places = LeadingPlaces(elements);
+    const std::string first = "The data do not determine " + NameOf(places.at(0));
     if (places.size() == 1) return first + HoldThem(places);
     return first + " together with " + Listed({places.begin() + 1, places.end()}) + ". Hold one of them.";
+}
+
+std::string UndeterminedText(const NormalEquations& e) {
+    if (e.Matrix.Size() == 0 || !HoldsNumbers(e)) return "";
+    const Places none = WithoutEffect(e);
+    return none.empty() ? CombinationText(LongestAxis(e)) : NoEffectText(none);
+}
+
+std::string WithoutEffectText() {
+    Places left;
+    for (long a = 0; a < Work.NumFree; ++a)
+        left.push_back(a);
+    const FitOutcome outcome = Work.Outcome;
+    bool answered = true;
+    ResetFitFunction();
+    for (const long p : PointsToAsk())
+        if (!left.empty() && answered) answered = TakeOutMoved(left, p);
+    ResetFitFunction();
+    ResetConstraintSums();
+    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    Work.Outcome = outcome;
+    return answered && !left.empty() && Work.NumPts > 0 ? NoEffectText(left) : "";
 }
 
 bool HasNoError(long place) {

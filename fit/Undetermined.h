@@ -22,6 +22,14 @@ std::vector<long> UndeterminedPlaces(const NormalEquations& equations);
 // "No point depends on Ln K(1>M). Hold it." Empty where there is nothing to name.
 std::string UndeterminedText(const NormalEquations& equations);
 
+// The same sentence of a combination of free positions, by its elements.
+std::string CombinationText(const ZeroBased<double>& elements);
+
+// Before a fit, at the present Parms: "No point depends on Ln c(B,mon), set 3. Hold it." Empty when every
+// fitted parameter moves some point, and where the function has no value. Costs a few points, all of them
+// only where there is something to name.
+std::string WithoutEffectText();
+
 // True when a finished fit says nothing of the parameter at a free position: it has no error (a zero on the
 // diagonal of the inverse), or one larger than the value, which of a logarithm is an error above 1. A zero
 // offset has no size that it could be compared with.

@@ -24,7 +24,7 @@ void LoadWaitForm() {
     WaitForm.State.Caption = Work.ProgramName;
     WaitForm.Label1.Text = "This may take a while...";
     Work.AbortFit = FlagFalse;
-    ComputeConfidenceRatio();
+    ComputeConfidenceRatio(Work.ConfidenceLevel);
     WaitForm.Label2.Text = "Searching for a " +
                            FormatNumber(static_cast<double>(Work.ConfidenceRatio), "0.00000") +
                            " sum of squared errors ratio.";
@@ -35,7 +35,10 @@ void LoadWaitForm() {
 }
 
 void WaitFormTimer1() {
-    if (!Work.AbortFit) ConfidenceSearch(ShowProgress); // Cancel may come before the search begins
+    if (!Work.AbortFit)
+        ConfidenceSearch(ShowProgress);
+    else if (Work.LimitsDone)
+        ComputeConfidenceRatio(Work.LimitsLevel); // Cancel came first: the limits at hand stay
     Work.AbortFit = FlagFalse;
     WaitForm.State.Shown = false;
 }

@@ -36,14 +36,8 @@ QString StateOfTheAnalysis() {
                    .arg(Work.NumPts);
     QString model = "not chosen yet: Analysis > Define Model...";
     if (Work.ModelChosen) model = YesOr(ModelDialogName(Work.Model), "none");
-    QString fit = "none yet";
-    if (Work.FitDone)
-        fit = QString("converged; rms residual %1")
-                  .arg(ShownText(FormatNumber(static_cast<double>(Work.RmsResidual), "0.000E-##")));
-    else if (!Work.Outcome.Sentence.empty())
-        fit = ShownText(Work.Outcome.Sentence);
-    else if (Work.ModelChosen && Work.DataChosen)
-        fit = "ready: Analysis > Fit Data...";
+    QString fit = YesOr(FitStateText(), "none yet");
+    if (FitStateText().empty() && Work.ModelChosen && Work.DataChosen) fit = "ready: Analysis > Fit Data...";
     return QString(
                "<table cellpadding='4'><tr><td>Data:</td><td>%1</td></tr><tr><td>Model:</td><td>%2</td></tr>"
                "<tr><td>Fit:</td><td>%3</td></tr></table>")

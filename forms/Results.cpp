@@ -65,6 +65,8 @@ public:
         auto* left = new QVBoxLayout;
         left->addWidget(StatisticsFrame(Bind));
         left->addWidget(MakeLabel(
+            Bind, []() -> Control& { return Results.Warning; }, true));
+        left->addWidget(MakeLabel(
             Bind, []() -> Control& { return Results.Message; }, true));
         left->addWidget(MakeLabel(Bind, []() -> Control& { return Results.ConstraintText; }));
         left->addWidget(SmallGraph(), 1);

@@ -156,6 +156,7 @@ DecodedFit DecodeFit(const std::string& bytes, const Workspace& present) {
     // Up to 3.02 there were files whose ranges and constraints took fewer bytes than today. They do not come
     // out even, and nothing of them is taken for what it is not.
     if (reader.Version <= 3.02 && !reader.AtEnd()) FitReader::Damaged("the end");
+    fit.Analysis.LimitsLevel = fit.Analysis.ConfidenceLevel; // unless the extension tells another one
     DecodeExtension(reader.Rest(), fit.Analysis);
     fit.ModelGone = Modernise(fit.Analysis, reader.Version);
     CheckFit(fit.Analysis);

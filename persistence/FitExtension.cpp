@@ -44,6 +44,10 @@ const std::vector<ExtensionField>& ExtensionFields() {
                  w.TemperatureScale > TemperatureScales::Kelvin)
                  FitReader::Damaged("TemperatureScale");
          }},
+        {"LimitsLevel",
+         [](const Workspace& w) { return w.LimitsDone != 0 && w.LimitsLevel != w.ConfidenceLevel; },
+         [](FitWriter& s, const Workspace& w) { s.Value("LimitsLevel", w.LimitsLevel); },
+         [](FitReader& s, Workspace& w) { s.Value("LimitsLevel", w.LimitsLevel); }},
     };
     return fields;
 }

@@ -68,8 +68,8 @@ std::string ReachableDirectory(const std::string& stored) {
 // The ratio is not in the file. It exists for a fit with degrees of freedom and a level between 0 and 1.
 void DeriveConfidenceRatio() {
     const bool defined = Work.LimitsDone != 0 && Work.NumFree >= 1 && Work.NumPts > Work.NumFree &&
-                         Work.ConfidenceLevel > 0.0F && Work.ConfidenceLevel < 1.0F;
-    if (defined) ComputeConfidenceRatio();
+                         Work.LimitsLevel > 0.0F && Work.LimitsLevel < 1.0F;
+    if (defined) ComputeConfidenceRatio(Work.LimitsLevel);
 }
 
 // A fit that came to its end was the last one, as if it had been fitted just now: what the session had fitted

@@ -1,5 +1,6 @@
 #include "reporting/ParmLines.h"
 
+#include "fit/Confidence.h"
 #include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
@@ -24,17 +25,18 @@ struct NamedText {
 
 std::string ErrorOfFit(long freePosition) {
     if (HasNoError(freePosition)) return "not determined";
+    if (HasNoError(freePosition)) return "not determined";
     const double error = static_cast<double>(DisplayedError(freePosition));
     return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[Work.FreeIndex[freePosition]]));
 }
 
 std::string LimitsOfSearch(long freePosition) {
     const long slot = Work.FreeIndex[freePosition];
-    const auto limit = [&](int which) {
-        return WithLeadingZero(
-            UserUnitsText(slot, Work.ParmLimits[static_cast<std::size_t>(which)][freePosition]));
+    const auto limit = [&](bool upper) {
+        if (!LimitFound(freePosition, upper)) return std::string("not found");
+        return WithLeadingZero(UserUnitsText(slot, Work.ParmLimits[upper ? 1 : 0][freePosition]));
     };
-    return "[ " + limit(0) + ", " + limit(1) + " ]";
+    return "[ " + limit(false) + ", " + limit(true) + " ]";
 }
 
 // The names brought to one column, each with its text behind.
@@ -116,12 +118,28 @@ std::vector<std::string> OffsetLinkLines() {
     return lines;
 }
 
+namespace {
+
+bool LacksALimit(long place) {
+    return Work.LimitsDone && !(LimitFound(place, false) && LimitFound(place, true));
+}
+
+// Of parameters without a limit, each reason once, since one direction often concerns several of them.
+void AddLimitReasons(std::vector<std::string>& lines) {
+    for (long a = 0; a < Work.NumFree; ++a) {
+        if (!LacksALimit(a) || a > Work.LimitReason.Hi() || Work.LimitReason[a].empty()) continue;
+        const std::string line = "A limit was not found: " + Work.LimitReason[a];
+        if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(line);
+    }
+}
+
+} // namespace
+
 std::string ParmNote(long slot) {
     const long place = Work.FreeMap[slot];
     if (place < 0 || !Work.FitDone) return "";
     if (HasNoError(place)) return "not determined by the data";
-    if (Work.LimitsDone && place <= Work.LimitReason.Hi() && !Work.LimitReason[place].empty())
-        return Work.LimitReason[place];
+    if (LacksALimit(place)) return "limit not found";
     if (place <= Work.AtBound.Hi() && Work.AtBound[place] != 0)
         return Work.AtBound[place] < 0 ? "at its lower bound" : "at its upper bound";
     return IsUndetermined(place) ? "error larger than the value" : "";
@@ -131,6 +149,7 @@ std::vector<std::string> FitWarningLines() {
     std::vector<std::string> lines;
     if (Work.Outcome.End == FitEnd::StoppedShort) lines.push_back(Work.Outcome.Sentence + ".");
     if (Work.FitDone && !Work.Outcome.Reason.empty()) lines.push_back(Work.Outcome.Reason);
+    if (Work.FitDone) AddLimitReasons(lines);
     return lines;
 }
 

@@ -34,8 +34,8 @@ void PrintFitted(ReportPages& report) {
         ReportLineFeed(report, together);
     }
     if (!Work.LimitsDone) return;
-    ReportLineFeed(report, "    confidence intervals are for " + Picture(Work.ConfidenceLevel, "#0.0%") +
-                               " confidence");
+    ReportLineFeed(report,
+                   "    confidence intervals are for " + Picture(Work.LimitsLevel, "#0.0%") + " confidence");
     ReportLineFeed(report,
                    "    1 + (Nparms/Ndf)*F(Nparms,Ndf,1-p) = " + Picture(Work.ConfidenceRatio, "0.00000"));
 }

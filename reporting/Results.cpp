@@ -49,15 +49,20 @@ void FillStatistics() {
     Results.ZScore.Text = RunsZText();
 }
 
+// Limits of another level than the one wanted are shown as what they are, and can be searched again.
+bool LimitsStand() {
+    return Work.LimitsDone && Work.LimitsLevel == Work.ConfidenceLevel;
+}
+
 void FillParameters(const TextMeasure& measure) {
-    Results.Label2.Text =
-        Work.LimitsDone ? "Value and " + FormatNumber(static_cast<double>(Work.ConfidenceLevel), "#0.0%") +
-                              " Confidence Interval:"
-                        : "Value and Estimated Standard Error";
+    Results.Label2.Text = Work.LimitsDone
+                              ? "Value and " + FormatNumber(static_cast<double>(Work.LimitsLevel), "#0.0%") +
+                                    " Confidence Interval:"
+                              : "Value and Estimated Standard Error";
     Results.ParmsFit.Text = JoinLines(FittedLines(measure));
     Results.ParmsConst.Text = JoinLines(HeldLines(measure));
     if (Results.ParmsConst.Text.empty()) Results.ParmsConst.Text = "No parameters held constant.";
-    Results.ComputeConfidence.Enabled = !Work.LimitsDone;
+    Results.ComputeConfidence.Enabled = !LimitsStand();
 }
 
 void FillConstraints() {
@@ -95,7 +100,7 @@ void FillResults(const TextMeasure& measure) {
 }
 
 void ResultsComputeConfidence(const TextMeasure& measure) {
-    if (!Work.LimitsDone) {
+    if (!LimitsStand()) {
         LoadWaitForm();
         Host.ShowModal(WaitFormName);
     }

@@ -44,8 +44,8 @@ inline TextMeasure ResultsFont = CountCharacters;
 // the correlations. 0 or 1 points are a RuntimeError.
 void FillResults(const TextMeasure& measure = ResultsFont);
 
-// Buttons. ComputeConfidence searches (form "WaitForm") unless the limits stand, and fills the window again;
-// ViewCorr shows the form "Correlation"; OK hides the window.
+// Buttons. ComputeConfidence searches (form "WaitForm") unless limits of the level wanted stand, and fills
+// the window again; ViewCorr shows the form "Correlation"; OK hides the window.
 void ResultsComputeConfidence(const TextMeasure& measure = ResultsFont);
 void ResultsViewCorr();
 void ResultsOkButton();

@@ -66,15 +66,16 @@ protected:
 };
 
 TEST_F(BatchOutputs, MembersStandInTheirOrder) {
-    EXPECT_EQ(Results.Names,
-              (std::vector<std::string>{"program", "version", "converged", "message", "iterations", "model",
-                                        "sum_of_squares", "rms_residual", "degrees_of_freedom", "runs_z",
-                                        "confidence", "parameters", "correlations", "sets"}));
+    EXPECT_EQ(Results.Names, (std::vector<std::string>{
+                                 "program", "version", "converged", "message", "iterations", "check",
+                                 "rescued", "model", "sum_of_squares", "rms_residual", "degrees_of_freedom",
+                                 "runs_z", "confidence", "parameters", "correlations", "sets"}));
     EXPECT_EQ(Results["model"].Names, (std::vector<std::string>{"number", "name", "nonideal", "separate_k"}));
     EXPECT_EQ(Results["confidence"].Names, (std::vector<std::string>{"level", "ratio", "searched"}));
     EXPECT_EQ(Results["parameters"][0].Names,
               (std::vector<std::string>{"slot", "name", "unit", "state", "internal", "value", "error",
-                                        "lower", "upper", "at_bound"}));
+                                        "lower", "upper", "at_bound", "note"}));
+    EXPECT_EQ(Results["check"].Names, (std::vector<std::string>{"expected_decrease", "minimum"}));
     EXPECT_EQ(Results["correlations"].Names, (std::vector<std::string>{"slots", "matrix"}));
     EXPECT_EQ(Results["sets"][0].Names, (std::vector<std::string>{"set", "row", "label", "points", "rms"}));
 }
@@ -85,6 +86,10 @@ TEST_F(BatchOutputs, ResultsTellTheFit) {
     EXPECT_TRUE(Results["converged"].Flag);
     EXPECT_EQ(Results["message"].Text, "");
     EXPECT_GE(Results["iterations"].Number, 2.0);
+    EXPECT_LT(Results["check"]["expected_decrease"].Number, 1.0);
+    EXPECT_TRUE(Results["check"]["minimum"].Flag);
+    EXPECT_FALSE(Results["rescued"].Flag);
+    EXPECT_TRUE(Results["parameters"][0]["note"].IsNull());
     EXPECT_EQ(Results["model"]["number"].Number, 2.0);
     EXPECT_EQ(Results["model"]["name"].Text, "monomer - dimer");
     EXPECT_FALSE(Results["model"]["nonideal"].Flag);

@@ -84,7 +84,13 @@ TEST(BatchRunEnd, SingularMatrixIsStatus2) {
                                      "[parameters]\n0 = 1 fit\n2 = -1000 fit lower -2000\n8 = -1\n11 = -1\n");
     const ProgramEnd end = RunInside({job, "--results", "-"});
     EXPECT_EQ(end.Status, 2);
-    EXPECT_EQ(ReadJson(end.Out)["message"].Text, "Singular Matrix - Fit Aborted");
+    const JsonValue results = ReadJson(end.Out);
+    EXPECT_EQ(results["message"].Text,
+              "Singular Matrix - Fit Aborted: No point depends on Ln K(1>N). Hold it.");
+    EXPECT_TRUE(results["check"]["expected_decrease"].IsNull());
+    EXPECT_FALSE(results["check"]["minimum"].Flag);
+    EXPECT_FALSE(results["rescued"].Flag);
+    EXPECT_NE(end.Err.find("No point depends on Ln K(1>N). Hold it."), std::string::npos) << "before the fit";
 }
 
 TEST(BatchRunEnd, InterruptStopsAFit) {

@@ -399,6 +399,7 @@ TEST(FitCommand, AFailedFitLeavesNoFitBehind) {
     Work.NonIdeal = FlagFalse;
     script.ExpectModal(GetGuessName, Accept);
     script.ExpectMessage("Convergence failed after 1 iterations");
+    script.ExpectMessage(RescueQuestion, BoxAnswer::No);
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, 0);
     EXPECT_EQ(Work.NewData, 0);

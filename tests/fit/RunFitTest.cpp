@@ -14,7 +14,8 @@ namespace {
 
 // What a fit has to have concluded; nothing of it is told by the engine.
 void ExpectOutcome(FitEnd end, const std::string& sentence) {
-    EXPECT_EQ(Work.Outcome, (FitOutcome{end, sentence}));
+    EXPECT_EQ(Work.Outcome.End, end);
+    EXPECT_EQ(Work.Outcome.Sentence, sentence);
 }
 
 const std::string SumsFailed = "Math Error during sums over data points, aborting fit";
@@ -127,7 +128,7 @@ TEST_F(RunFitTest, LinearFitEndsAtTheMean) {
     EXPECT_EQ(Work.FitDone, FlagTrue);
     EXPECT_EQ(Work.FitValid, FlagTrue);
     EXPECT_EQ(Work.LimitsDone, 0);
-    EXPECT_EQ(Work.Outcome, (FitOutcome{FitEnd::Converged, ""}));
+    EXPECT_EQ(Work.Outcome, (FitOutcome{FitEnd::Converged, "", "", 0.0})) << "nothing is left to be gained";
     EXPECT_EQ(Work.AtBound.Hi(), Work.NumFree);
     for (long p = 1; p <= 4; ++p)
         EXPECT_EQ(Work.PtFit[p], 0.5F);
@@ -256,7 +257,7 @@ TEST_F(RunFitTest, ParameterWithoutInfluenceIsSingular) {
     EXPECT_EQ(Work.Singular, 1);
     EXPECT_EQ(Work.FitDone, 0);
     EXPECT_EQ(Work.AbortFit, 0);
-    EXPECT_EQ(Work.Outcome, (FitOutcome{FitEnd::Singular, "Singular Matrix - Fit Aborted"}));
+    EXPECT_EQ(Work.Outcome.Reason, "No point depends on " + Work.ParmName[SlotA(1)] + ". Hold it.");
     EXPECT_EQ(Work.FitValid, FlagTrue) << "the pass itself was complete";
 }
 

@@ -1,0 +1,188 @@
+// What the fit command makes of a fit that did not end at a minimum.
+#include "commands/Analmenu.h"
+#include "commands/FitCommand.h"
+#include "fit/FreeMap.h"
+#include "fit/GNLLSQ.h"
+#include "fit/GetGuess.h"
+#include "models/SEDEQ3.h"
+#include "persistence/Defaults.h"
+#include "platform/Platform.h"
+#include "reporting/Results.h"
+#include "tests/support/ModelCases.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Workspace.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace Quillon {
+namespace {
+
+void Load(const std::string& name) {
+    Work = SimulatedWorkspace(ModelCaseNamed(name));
+    Work.DataChosen = Work.ModelChosen = FlagTrue;
+    Work.MonitorMode = 0;
+    Work.LastModel = Work.Model;
+    Work.LastNonIdeal = Work.NonIdeal;
+    Work.LastSeparateK = Work.SeparateK;
+    BuildParmNames();
+    BuildParmFormats();
+    BuildParmScale();
+    SetDefaultBounds();
+}
+
+void Accept() {
+    EXPECT_TRUE(AssignFreePositions(FitChoices()));
+}
+
+class RescueCommand : public testing::Test {
+protected:
+    // A fit whose first step carries a constant out of the range of a single: it fails in its first
+    // iteration.
+    void SetUp() override {
+        Load("Model10");
+        Work.Parms[6] += 6.0F;
+        Work.Parms[7] -= 6.0F;
+        InitialGuesses(false);
+        Outside.ExpectModal(GetGuessName, Accept);
+    }
+    static std::string PlainEnd() {
+        const Workspace kept = Work;
+        ApplyModelFlags();
+        Accept();
+        RunFit();
+        const std::string sentence = Work.Outcome.Sentence;
+        EXPECT_NE(Work.Outcome.End, FitEnd::Converged);
+        EXPECT_NE(Work.Outcome.End, FitEnd::StoppedShort);
+        Work = kept;
+        return sentence;
+    }
+    // The box behind the failure, answered with the check box as said.
+    void Answer(BoxAnswer answer, bool always) {
+        Host.AskChecked = [=, this](const BoxRequest& request, const std::string& caption, bool& checked) {
+            ++Questions;
+            EXPECT_EQ(request.Text, RescueQuestion);
+            EXPECT_EQ(request.Default, BoxAnswer::Yes) << "preselected";
+            EXPECT_EQ(request.Buttons, BoxButtons::YesNo);
+            EXPECT_EQ(caption, AlwaysCaption);
+            EXPECT_FALSE(checked);
+            checked = always;
+            return answer;
+        };
+    }
+    Script Outside;
+    int Questions = 0;
+};
+
+TEST_F(RescueCommand, NoKeepsTheFailure) {
+    const std::string sentence = PlainEnd();
+    Outside.AnswerAllMessages(BoxAnswer::Ok);
+    Answer(BoxAnswer::No, false);
+    FitDataCommand();
+    EXPECT_EQ(Questions, 1) << "asked once";
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_EQ(Work.Outcome.Sentence, sentence);
+    EXPECT_EQ(Work.RescueMode, Rescue::Ask);
+}
+
+TEST_F(RescueCommand, YesEndsAtTheMinimumAndShowsIt) {
+    Outside.ExpectMessage(PlainEnd());
+    Answer(BoxAnswer::Yes, false);
+    Outside.ExpectModal(ResultsName, [] { EXPECT_FALSE(Results.Warning.Visible); });
+    FitDataCommand();
+    EXPECT_EQ(Questions, 1);
+    EXPECT_EQ(Work.Outcome.End, FitEnd::Converged);
+    EXPECT_TRUE(Work.Outcome.Rescued);
+    EXPECT_TRUE(FitStateText().starts_with("converged, with damped steps; rms residual ")) << FitStateText();
+    EXPECT_EQ(Work.RescueMode, Rescue::Ask);
+    EXPECT_FALSE(MainItem("AlwaysRescue").Checked);
+}
+
+TEST_F(RescueCommand, AlwaysIsTheLastTimeThatItIsAsked) {
+    LoadAnalmenu();
+    const Workspace start = Work;
+    Outside.ExpectMessage(PlainEnd());
+    Answer(BoxAnswer::Yes, true);
+    Outside.ExpectModal(ResultsName, [] {});
+    FitDataCommand();
+    EXPECT_EQ(Work.RescueMode, Rescue::Always);
+    EXPECT_EQ(Work.Outcome.End, FitEnd::Converged);
+    // The preference stands in the menu and in the ini file.
+    SetMenuStatus();
+    EXPECT_TRUE(MainItem("AlwaysRescue").Checked);
+    Work = FreshWorkspace();
+    ReadFitDefaults();
+    EXPECT_EQ(Work.RescueMode, Rescue::Always);
+    // Nothing is asked or told any more when the search finds a minimum.
+    Work = start;
+    Work.RescueMode = Rescue::Always;
+    Outside.ExpectModal(GetGuessName, Accept);
+    Outside.ExpectModal(ResultsName, [] {});
+    FitDataCommand();
+    EXPECT_EQ(Questions, 1);
+    EXPECT_EQ(Work.Outcome.End, FitEnd::Converged);
+}
+
+TEST_F(RescueCommand, NoSearchIsMadeForACancelledFit) {
+    Outside.DuringEvents = [] { Work.AbortFit = FlagTrue; };
+    Answer(BoxAnswer::Yes, false);
+    FitDataCommand();
+    EXPECT_EQ(Questions, 0);
+    EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
+}
+
+// Fits that converge at a minimum by themselves are the same to the bit, whatever is wanted of the others.
+TEST(RescueOff, AFitThatConvergesHasTheSameBits) {
+    int converged = 0;
+    for (const ModelCase& c : ModelCases()) {
+        Workspace ends[2];
+        for (const bool rescue : {false, true}) {
+            Script script;
+            Load(c.Name);
+            Work.RescueMode = rescue ? Rescue::Always : Rescue::Never;
+            script.ExpectModal(GetGuessName, Accept);
+            script.AnswerAllMessages(BoxAnswer::Ok);
+            Host.ShowModal = [](const std::string& form) {
+                if (form == GetGuessName) Accept();
+            };
+            FitDataCommand();
+            Work.RescueMode = Rescue::Ask;
+            ends[rescue ? 1 : 0] = Work;
+        }
+        if (ends[0].Outcome.End != FitEnd::Converged) continue;
+        ++converged;
+        EXPECT_LE(*ends[0].Outcome.ExpectedDecrease, 1.0) << c.Name;
+        EXPECT_TRUE(ends[0] == ends[1]) << c.Name;
+    }
+    EXPECT_GT(converged, 20);
+}
+
+TEST(FitStateTextTest, TellsAStopOnTheWay) {
+    Work = FreshWorkspace();
+    EXPECT_EQ(FitStateText(), "");
+    Work.Outcome = {FitEnd::StoppedShort, "Stopped short of a minimum: 98.0"};
+    Work.FitDone = FlagTrue;
+    Work.RmsResidual = 0.169F;
+    EXPECT_EQ(FitStateText(), "Stopped short of a minimum: 98.0; rms residual 1.690E-1");
+    Work.FitDone = FlagFalse;
+    Work.Outcome = {FitEnd::Singular, "Singular Matrix - Fit Aborted"};
+    EXPECT_EQ(FitStateText(), "Singular Matrix - Fit Aborted");
+}
+
+TEST(WithoutEffect, AParameterThatNoPointDependsOnIsNamedBeforeTheFit) {
+    Script script;
+    Load("Model02");
+    Work.Bounds[0][2] = -2000.0F;
+    Work.Parms[2] = -1000.0F; // no dimer anywhere
+    script.ExpectModal(GetGuessName, Accept);
+    const std::string text = "No point depends on " + Work.ParmName[2] + ". Hold it.";
+    script.ExpectMessage(text);
+    script.ExpectMessage("Singular Matrix - Fit Aborted\n\n" + text);
+    script.ExpectMessage(RescueQuestion, BoxAnswer::No);
+    FitDataCommand();
+    EXPECT_EQ(Work.FitDone, 0);
+}
+
+} // namespace
+} // namespace Quillon

@@ -1,0 +1,298 @@
+// Fits that do not end at the minimum by themselves: the check, the damped search, what becomes of it.
+#include "Robustness.h"
+#include "SyntheticFit.h"
+#include "fit/GNLLSQ.h"
+#include "fit/NormalEquations.h"
+#include "fit/Undetermined.h"
+#include "models/SEDEQ3.h"
+#include "platform/Platform.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Workspace.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace Quillon {
+namespace {
+
+class RescueFitTest : public testing::Test {
+protected:
+    // A case far off, fitted plainly; gives the start.
+    PerSlot<float> Fail(const std::string& name, double reach, std::uint64_t seed) {
+        LoadRobustnessCase(ModelCaseNamed(name), seed);
+        Least = static_cast<double>(FitReference(Work).End.SumSq);
+        StartFarOff(reach, seed * 1000 + static_cast<std::uint64_t>(reach));
+        PerSlot<float> start = Work.Parms;
+        RunFit();
+        return start;
+    }
+    // Levels of two sets: a linear fit with two offsets, and a start at 0.
+    static PerSlot<float> Levels() {
+        Work = FreshWorkspace();
+        MakeLevels({{1.0F, 2.0F, 3.0F}, {-1.0F, -1.5F, -2.0F}});
+        return Work.Parms;
+    }
+    Script Outside;
+    double Least = 0.0; // the lowest sum of squares there is
+};
+
+// --- the table of docs/robustness.md, one seed of it
+// -----------------------------------------------------------------------------------------------------------
+
+TEST_F(RescueFitTest, FromFarOffFitsReachTheMinimumAndNoneSaysSoElsewhere) {
+    for (const double reach : {3.0, 6.0}) {
+        int runs = 0, plain = 0, reached = 0;
+        for (const std::string& name : RobustnessCases()) {
+            const PerSlot<float> start = Fail(name, reach, 2);
+            ++runs;
+            const Stand first = StandOfFit(Least);
+            EXPECT_NE(first, Stand::FalseStop) << name;
+            if (first == Stand::Minimum) ++plain;
+            if (first == Stand::Told) RescueFit(start);
+            const Stand last = StandOfFit(Least);
+            EXPECT_NE(last, Stand::FalseStop) << name;
+            if (last == Stand::Minimum) ++reached;
+        }
+        EXPECT_GE(reached, 0.97 * runs) << "reach " << reach;
+        EXPECT_LT(plain, 0.8 * runs) << "the starts are no longer hard";
+    }
+}
+
+// --- the check
+// -----------------------------------------------------------------------------------------------------------
+
+// The sum of squares of levels is a parabola: from p it falls by n (p - mean)^2 in each set.
+TEST_F(RescueFitTest, ExpectedDecreaseOfALinearFitIsWhatIsLeft) {
+    Levels();
+    Level(1) = 2.5F;
+    Level(2) = -1.25F;
+    AccumulateSums();
+    const double s2 = Work.SumSq / (6 - 2);
+    EXPECT_NEAR(ExpectedDecrease(TakeNormalEquations()), (3 * 0.25 + 3 * 0.0625) / s2, 1e-9);
+    EXPECT_NEAR(Work.SumSq, 2.0 + 0.5 + 3 * 0.25 + 3 * 0.0625, 1e-9);
+}
+
+TEST_F(RescueFitTest, WhatABoundBlocksIsNotExpected) {
+    Levels();
+    Level(1) = 1.5F;
+    Level(2) = -1.25F;
+    Work.Bounds[1][SlotOffset(1)] = 1.5F; // the mean of 2 lies beyond
+    AccumulateSums();
+    EXPECT_NEAR(ExpectedDecrease(TakeNormalEquations()), 3 * 0.0625 / (Work.SumSq / 4), 1e-9);
+    Work.BoundsActive = 0;
+    EXPECT_NEAR(ExpectedDecrease(TakeNormalEquations()), (3 * 0.25 + 3 * 0.0625) / (Work.SumSq / 4), 1e-9);
+}
+
+TEST_F(RescueFitTest, DataWithoutNoiseExpectNothingBelowWhatASingleKnows) {
+    Work = FreshWorkspace();
+    MakeLevels({{1.0F, 1.0F, 1.0F, 1.0F}});
+    Level() = 1.0F + 2e-7F; // two steps of a single off
+    AccumulateSums();
+    EXPECT_LT(ExpectedDecrease(TakeNormalEquations()), LargestExpectedDecrease);
+    Level() = 1.0F + 2e-6F;
+    AccumulateSums();
+    EXPECT_GT(ExpectedDecrease(TakeNormalEquations()), LargestExpectedDecrease);
+}
+
+TEST_F(RescueFitTest, EquationsWithoutNumbersPromiseEverything) {
+    NormalEquations e{ZeroBasedMatrix<double>(0, 0, 1.0), PerFree<double>(0)};
+    e.Vector[0] = std::numeric_limits<double>::quiet_NaN();
+    Levels();
+    Work.NumFree = 1;
+    EXPECT_TRUE(std::isinf(ExpectedDecrease(e)));
+}
+
+// A stop that the rules of the iteration call converged: each iteration has one point of the random search
+// left, and the change of the sum is small for once.
+TEST_F(RescueFitTest, AStopOnTheWayIsItsOwnEndAndKeepsItsResults) {
+    const PerSlot<float> start = Fail("Model13", 3.0, 6);
+    ASSERT_EQ(Work.Outcome.End, FitEnd::StoppedShort);
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_GT(*Work.Outcome.ExpectedDecrease, 98.0);
+    EXPECT_TRUE(Work.Outcome.Sentence.starts_with("Stopped short of a minimum: "));
+    EXPECT_GT(Work.SumSq, 1.01 * Least);
+    EXPECT_TRUE(RescueFit(start));
+    EXPECT_EQ(Work.Outcome.End, FitEnd::Converged);
+    EXPECT_TRUE(Work.Outcome.Rescued);
+}
+
+// --- what cannot be rescued ends in words
+// -----------------------------------------------------------------------------------------------------------
+
+struct Lost {
+    const char* What;
+    void (*Spoil)();
+};
+class WithoutMinimum : public testing::TestWithParam<Lost> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    All, WithoutMinimum,
+    testing::Values(
+        Lost{"ASignalThatIsNoNumber", [] { Work.PtY[20] = std::numeric_limits<float>::quiet_NaN(); }},
+        Lost{"AnInfiniteSignal", [] { Work.PtY[20] = std::numeric_limits<float>::infinity(); }},
+        Lost{"AnInfiniteRadius", [] { Work.PtX[20] = std::numeric_limits<float>::infinity(); }},
+        Lost{"AStartThatIsNoNumber", [] { Work.Parms[0] = std::numeric_limits<float>::quiet_NaN(); }},
+        Lost{"AnInfiniteStart", [] { Work.Parms[2] = std::numeric_limits<float>::infinity(); }},
+        Lost{"BoundsThatAreNoNumbers",
+             [] { Work.Bounds[0][2] = Work.Bounds[1][2] = std::numeric_limits<float>::quiet_NaN(); }},
+        Lost{"NoPoints", [] { Work.NumPts = 0; }}, Lost{"MoreParametersThanPoints", [] { Work.NumPts = 6; }},
+        Lost{"AsManyParametersAsPoints", [] { Work.NumPts = Work.NumFree; }},
+        Lost{"NoScale", [] { Work.ScanRPM.Recreate(Workspace::Rows); }}),
+    [](const auto& each) { return each.param.What; });
+
+TEST_P(WithoutMinimum, EndsInWords) {
+    const Script outside;
+    LoadRobustnessCase(ModelCaseNamed("Model02"), 1);
+    GetParam().Spoil();
+    const PerSlot<float> start = Work.Parms;
+    RunFit();
+    if (Work.Outcome.End != FitEnd::Converged) RescueFit(start);
+    // No end without a word, and nothing called a fit that has no numbers.
+    if (Work.Outcome.End == FitEnd::Converged) {
+        EXPECT_TRUE(std::isfinite(Work.SumSq));
+        EXPECT_TRUE(std::isfinite(Work.RmsResidual));
+        EXPECT_LE(*Work.Outcome.ExpectedDecrease, LargestExpectedDecrease);
+    } else
+        EXPECT_FALSE(Work.Outcome.Sentence.empty());
+}
+
+TEST_F(RescueFitTest, BoundsThatLeaveNoRoomHoldTheParameterThere) {
+    PerSlot<float> start = Levels();
+    Work.Bounds[0][SlotOffset(1)] = Work.Bounds[1][SlotOffset(1)] = 0.5F;
+    RunFit();
+    EXPECT_EQ(Work.Outcome.End, FitEnd::TooManyIterations);
+    EXPECT_EQ(Work.Outcome.Reason, Work.ParmName[SlotOffset(1)] + " presses against its upper bound.");
+    RescueFit(start);
+    EXPECT_EQ(Level(1), 0.5F);
+    EXPECT_EQ(Level(2), -1.5F);
+    EXPECT_NE(Work.Outcome.End, FitEnd::Converged) << "the iteration does not rest on a bound";
+    EXPECT_FALSE(Work.Outcome.Sentence.empty());
+    EXPECT_EQ(Work.Outcome.Reason, Work.ParmName[SlotOffset(1)] + " presses against its upper bound.");
+}
+
+TEST_F(RescueFitTest, ASetWithoutSignalIsNamed) {
+    LoadRobustnessCase(ModelCaseNamed("Model01"), 1);
+    for (long p = 1; p <= Work.NumPts; ++p)
+        if (Work.PtSet[p] == 2) Work.PtY[p] = 0.0F;
+    const PerSlot<float> start = Work.Parms;
+    RunFit();
+    if (Work.Outcome.End != FitEnd::Converged) RescueFit(start);
+    const std::string text = Work.Outcome.Sentence + Work.Outcome.Reason;
+    EXPECT_NE(text.find("Ln c(A,mon), set 2"), std::string::npos) << text;
+}
+
+TEST_F(RescueFitTest, AStartWithoutAValueLeavesEverythingAsItWas) {
+    PerSlot<float> start = Levels();
+    Work.Parms[SlotA(1)] = 1000.0F; // held; e^1000 has no double
+    start = Work.Parms;
+    EXPECT_FALSE(RunFit());
+    const Workspace before = Work;
+    EXPECT_FALSE(RescueFit(start));
+    EXPECT_TRUE(Work == before);
+    EXPECT_EQ(Work.Outcome.Sentence, "Math error during function evaluation, aborting fit");
+}
+
+// --- cancel
+// -----------------------------------------------------------------------------------------------------------
+
+double SumAt(const PerSlot<float>& parms) {
+    Workspace kept = Work;
+    Work.Parms = parms;
+    Work.AbortFit = FlagFalse;
+    ResetFitFunction();
+    CalcSumSq();
+    const double sum = Work.AbortFit ? std::numeric_limits<double>::infinity() : Work.SumSq;
+    Work = std::move(kept);
+    return sum;
+}
+
+TEST_F(RescueFitTest, CancelAtAnyServiceOfTheQueueEndsWithinAPassAndKeepsTheBestValues) {
+    const PerSlot<float> start = Fail("Model10", 3.0, 3);
+    ASSERT_NE(Work.Outcome.End, FitEnd::Converged);
+    const Workspace failed = Work;
+    const double first = std::min(SumAt(start), failed.FitValid ? failed.SumSq : 1e300);
+    int events = 0;
+    Outside.DuringEvents = [&] { ++events; };
+    ASSERT_TRUE(RescueFit(start));
+    const int all = events;
+    ASSERT_GT(all, 100);
+    double lowest = std::numeric_limits<double>::infinity();
+    for (int at = 1; at <= all; at += at < 20 ? 1 : 17) {
+        Work = failed;
+        events = 0;
+        Outside.DuringEvents = [&] {
+            if (++events == at) Work.AbortFit = FlagTrue;
+        };
+        EXPECT_FALSE(RescueFit(start));
+        EXPECT_EQ(events, at) << "no service of the queue, and so no pass, after the cancel";
+        EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
+        EXPECT_EQ(Work.Outcome.Sentence, "The fit was cancelled");
+        EXPECT_EQ(Work.FitDone, 0);
+        EXPECT_EQ(Work.AbortFit, FlagTrue) << "left for the caller";
+        const double sum = SumAt(Work.Parms);
+        EXPECT_LE(sum, first * (1 + 1e-9)) << at;
+        lowest = std::min(lowest, sum);
+    }
+    EXPECT_LE(lowest, Least * 1.01) << "a late cancel keeps what has been found";
+}
+
+TEST_F(RescueFitTest, TheSearchTellsItsStepsAsIterations) {
+    const PerSlot<float> start = Fail("Model10", 3.0, 3);
+    ASSERT_NE(Work.Outcome.End, FitEnd::Converged);
+    int damped = 0, steps = 0, iterations = 0;
+    double before = std::numeric_limits<double>::infinity();
+    bool searching = false;
+    FitProgress progress;
+    progress.Phase = [&](FitPhase phase) {
+        if (phase == FitPhase::Damped) ++damped, searching = true, before = 1e300;
+        if (phase == FitPhase::Started) searching = false;
+        if (phase == FitPhase::DampedStep) ++steps;
+    };
+    progress.Iteration = [&] {
+        ++iterations;
+        if (!searching) return;
+        EXPECT_LT(Work.SumSq, before) << "what is shown only falls";
+        before = Work.SumSq;
+    };
+    EXPECT_TRUE(RescueFit(start, progress));
+    EXPECT_GE(damped, 1);
+    EXPECT_GT(steps, 3);
+    EXPECT_GT(iterations, 3);
+}
+
+// --- what the data do not determine
+// -----------------------------------------------------------------------------------------------------------
+
+// Two parameters whose derivatives are the same at every point: only their sum is known.
+TEST_F(RescueFitTest, ACombinationIsNamedByItsEigenvector) {
+    Levels();
+    Work.NumFree = 3;
+    Work.FreeIndex[0] = SlotOffset(1);
+    Work.FreeIndex[1] = SlotOffset(2);
+    Work.FreeIndex[2] = 0;
+    NormalEquations e{ZeroBasedMatrix<double>(2, 2, 1.0), PerFree<double>(2)};
+    e.Matrix(2, 2) = 5.0;
+    e.Matrix(0, 2) = e.Matrix(2, 0) = e.Matrix(1, 2) = e.Matrix(2, 1) = 0.1;
+    EXPECT_EQ(UndeterminedText(e), "The data do not determine " + Work.ParmName[SlotOffset(1)] +
+                                       " together with " + Work.ParmName[SlotOffset(2)] +
+                                       ". Hold one of them.");
+    e.Matrix(1, 1) = 0.0; // no point feels the second one
+    EXPECT_EQ(UndeterminedText(e), "No point depends on " + Work.ParmName[SlotOffset(2)] + ". Hold it.");
+}
+
+TEST_F(RescueFitTest, WithoutAnInverseOnlyWhatIsNotDeterminedLosesItsError) {
+    Levels();
+    NormalEquations e{ZeroBasedMatrix<double>(2, 2, 0.0), PerFree<double>(2)};
+    e.Matrix(0, 0) = 4.0;
+    e.Matrix(1, 1) = e.Matrix(1, 2) = e.Matrix(2, 1) = e.Matrix(2, 2) = 1.0;
+    const ZeroBasedMatrix<double> inverse = DeterminedInverse(e);
+    EXPECT_NEAR(inverse(0, 0), 0.25, 1e-9);
+    EXPECT_EQ(inverse(1, 1), 0.0);
+    EXPECT_EQ(inverse(2, 2), 0.0);
+    EXPECT_EQ(inverse(1, 2), 0.0);
+}
+
+} // namespace
+} // namespace Quillon
