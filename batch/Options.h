@@ -19,11 +19,12 @@ struct Options {
     std::string Integrate; // mean concentrations over the cell, CSV
     std::string Simulate;  // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
-    CellRadii Cell;     // of Integrate
-    MassChoice Mass;    // of the mass graphs
-    bool Refit = false; // a saved fit is fitted again
-    bool Quiet = false; // no progress
-    bool Help = false;  // asked for; nothing else counts then
+    CellRadii Cell;      // of Integrate
+    MassChoice Mass;     // of the mass graphs
+    FigureChoice Figure; // of the figures
+    bool Refit = false;  // a saved fit is fitted again
+    bool Quiet = false;  // no progress
+    bool Help = false;   // asked for; nothing else counts then
     bool Version = false;
 };
 
