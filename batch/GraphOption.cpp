@@ -3,6 +3,7 @@
 #include "batch/Graphs.h"
 #include "batch/OneLine.h"
 #include "chart/files/GraphFile.h"
+#include "graphs/Figure.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
@@ -35,6 +36,21 @@ void CheckKind(const std::string& kind) {
     RaiseError("--graph: " + Quoted(kind) + " is none of the kinds " + list);
 }
 
+// A figure is several graphs on one page: neither one table of numbers nor one graph file.
+void CheckFigure(const GraphOption& option) {
+    if (option.Kind != FigureKind || IsFigureEnding(GraphEnding(option))) return;
+    RaiseError("--graph figure is a picture: " + Quoted(option.Path) +
+               " ends with none of .svg, .png, .pdf and .emf");
+}
+
+double ReadLength(const std::string& text) {
+    double length = 0.0;
+    const char* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, length);
+    const bool fits = length >= LeastFigure && length <= LargestFigure;
+    return read.ec == std::errc{} && read.ptr == end && fits ? length : 0.0;
+}
+
 void CheckPath(const GraphOption& option) {
     if (option.Path.empty()) RaiseError("no file behind --graph " + GraphName(option));
     if (option.Path == "-") RaiseError("--graph needs the name of a file");
@@ -64,7 +80,17 @@ GraphOption ParseGraphOption(const std::string& text) {
     CheckKind(option.Kind);
     if (colon != std::string::npos) option.Set = ReadSet(what.substr(colon + 1));
     CheckPath(option);
+    CheckFigure(option);
     return option;
+}
+
+void ReadFigureSize(const std::string& text, FigureChoice& choice) {
+    const std::size_t by = text.find('x');
+    choice.Width = ReadLength(text.substr(0, by));
+    choice.Height = by == std::string::npos ? 0.0 : ReadLength(text.substr(by + 1));
+    if (choice.Width == 0.0 || (by != std::string::npos && choice.Height == 0.0))
+        RaiseError("--figure-size is a width, or WIDTHxHEIGHT, in millimetres from 40 to 400, not " +
+                   Quoted(text));
 }
 
 std::string GraphName(const GraphOption& option) {

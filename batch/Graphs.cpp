@@ -8,6 +8,7 @@
 #include "chart/records/SetLooks.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
+#include "graphs/Figure.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
@@ -111,6 +112,17 @@ void Make(const GraphOption& option) {
     FailGraph(option, "it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
 }
 
+std::string Figure(const GraphOption& option) {
+    FigureChoice choice = option.Figure;
+    choice.Set = option.Set;
+    const std::string ending = GraphEnding(option);
+    try {
+        return FigureBytes(choice, ending, FigureDots(ending), OpenPicture);
+    } catch (const RuntimeError& error) {
+        FailGraph(option, error.Text);
+    }
+}
+
 // Draws the graph at hand once more, into a picture.
 std::string Painted(const GraphOption& option) {
     std::string bytes;
@@ -138,6 +150,7 @@ std::vector<std::string> GraphKinds() {
     std::vector<std::string> names;
     for (const GraphKind& kind : Kinds)
         names.emplace_back(kind.Name);
+    names.emplace_back(FigureKind);
     return names;
 }
 
@@ -172,6 +185,7 @@ void CheckGraphModel(const GraphOption& option, int model) {
 
 std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
+    if (option.Kind == FigureKind) return Figure(option);
     Make(option);
     if (GraphEnding(option) == "grf") return GraphFileBytes();
     return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);

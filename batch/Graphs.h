@@ -13,6 +13,9 @@
 
 namespace Quillon {
 
+// The kind of several graphs on one page (graphs/Figure.h). It has sizes of its own.
+inline constexpr const char* FigureKind = "figure";
+
 // The kinds that there are, in the order in which the help lists them.
 std::vector<std::string> GraphKinds();
 

@@ -101,6 +101,11 @@ constexpr ValueOption ValueOptions[] = {
      [](Options& o, const std::string& v) { o.Mass.OfFit = IsSecond("--mass-of", v, "data", "fit"); }},
     {"--mass-species",
      [](Options& o, const std::string& v) { o.Mass.SpeciesB = IsSecond("--mass-species", v, "A", "B"); }},
+    {"--figure-size", [](Options& o, const std::string& v) { ReadFigureSize(v, o.Figure); }},
+    {"--figure-panels",
+     [](Options& o, const std::string& v) {
+         o.Figure.PanelPerSet = IsSecond("--figure-panels", v, "all", "sets");
+     }},
     {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
     {"--threads", [](Options& o, const std::string& v) { o.Threads = ReadThreads(v); }},
     {"--paper",
@@ -226,8 +231,10 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
     CheckSimulation(options);
     CheckReport(options);
-    for (GraphOption& graph : options.Graphs)
+    for (GraphOption& graph : options.Graphs) {
         graph.Mass = options.Mass;
+        graph.Figure = options.Figure;
+    }
     if (OutputsOf(options).empty() && options.Simulate.empty()) options.Report = "-";
     return options;
 }
@@ -253,7 +260,8 @@ std::string HelpText() {
            "                  overlay, residuals (against x), residuals-y (against the\n"
            "                  fitted value), residuals-r (against radius), species,\n"
            "                  species-fraction, mass-c (apparent mass against\n"
-           "                  concentration) or mass-r (against radius); KIND:2 shows\n"
+           "                  concentration), mass-r (against radius) or figure (data\n"
+           "                  with fit above residuals, as for print); KIND:2 shows\n"
            "                  data set 2 alone. The ending of FILE chooses: .svg, .png,\n"
            "                  .pdf, .emf, .dat for the numbers, or .grf for a graph\n"
            "                  file, which the graph window opens\n"
@@ -265,6 +273,10 @@ std::string HelpText() {
            "  --mass-species A\n"
            "                  the species, A or B, whose coefficients turn signals into\n"
            "                  concentrations in mass-c\n"
+           "  --figure-size MM\n"
+           "                  width of a figure, or WIDTHxHEIGHT; 85 without it\n"
+           "  --figure-panels sets\n"
+           "                  a panel for each data set; all: one for all of them\n"
            "  --integrate FILE\n"
            "                  mean concentration of each species over the cell, as CSV\n"
            "  --cell INNER,OUTER\n"

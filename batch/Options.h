@@ -23,6 +23,7 @@ struct Options {
     std::string ReportGraph; // "residuals" or "overlay" behind it; empty: none
     CellRadii Cell;          // of Integrate
     MassChoice Mass;         // of the mass graphs
+    FigureChoice Figure;     // of the figures
     int Threads = 0;         // fits at a time; 0 as many as the machine has cores
     bool Refit = false;      // a saved fit is fitted again
     bool Quiet = false;      // no progress

@@ -7,6 +7,7 @@
 #include "commands/SimulateCommand.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
+#include "graphs/FigureForm.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
@@ -162,6 +163,7 @@ std::vector<MenuRow> AllRows() {
         {Graphs, "GraphResidualsRSet", "Residuals (1 set) vs. rad&ius...", GraphResidualsRSet, ResidualsStand},
         {Graphs, "GraphSpeciesSet", "Species Co&ncentration (1 set)...", GraphSpeciesSet, FitIsValid},
         {Graphs, "GraphSpeciesFractionSet", "Species Fraction (1 s&et)...", GraphSpeciesFractionSet, FitIsValid},
+        {Graphs, "GraphFigure", "&Figure for Publication...", FigureDialog, ResidualsStand, Plain, NewGroup},
 
         {Preferences, "UseResiduals", "Use &Residual Plot in Reports", UseResiduals, Always, ReportsResiduals},
         {Preferences, "UseOverlay", "Use Data+Fit &Overlay Plot in Reports", UseOverlay, Always, ReportsOverlay},

@@ -30,15 +30,6 @@ float RmsOfFit() {
     return freedom > 0 ? static_cast<float>(std::sqrt(sum / freedom)) : 0.0F;
 }
 
-double RmsOfSet(long set) {
-    const long first = FirstPointOf(set);
-    const long n = TruePointsOf(set);
-    double sum = 0.0;
-    for (long i = 0; i < n; ++i)
-        sum += static_cast<double>(Work.PtResid[first + i]) * static_cast<double>(Work.PtResid[first + i]);
-    return n > 0 ? std::sqrt(sum / static_cast<double>(n)) : 0.0;
-}
-
 float LargestResidual(long first, long last) {
     float largest = 0.0F;
     for (long s = first; s <= last; ++s) {
@@ -137,6 +128,15 @@ void ShowPicked(ResidualAxis axis) {
 }
 
 } // namespace
+
+double RmsOfSet(long set) {
+    const long first = FirstPointOf(set);
+    const long n = TruePointsOf(set);
+    double sum = 0.0;
+    for (long i = 0; i < n; ++i)
+        sum += static_cast<double>(Work.PtResid[first + i]) * static_cast<double>(Work.PtResid[first + i]);
+    return n > 0 ? std::sqrt(sum / static_cast<double>(n)) : 0.0;
+}
 
 float SpreadStep(float rms) {
     const float w = 4.0F * rms;

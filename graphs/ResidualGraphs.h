@@ -17,6 +17,9 @@ void GraphResidSet();
 void GraphResidSetY();
 void GraphResidualsRSet();
 
+// The root mean square of the residuals of a set in Work.PtResid, in signal units.
+double RmsOfSet(long set);
+
 // The distance between the zero lines of separated sets, for a root mean square of the residuals.
 float SpreadStep(float rms);
 
