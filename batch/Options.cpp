@@ -4,10 +4,12 @@
 #include "batch/OutputPlaces.h"
 #include "batch/SavedFit.h"
 #include "platform/RuntimeError.h"
+#include "reporting/PaperReport.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace Quillon {
 
@@ -88,6 +90,15 @@ constexpr ValueOption ValueOptions[] = {
     {"--mass-species",
      [](Options& o, const std::string& v) { o.Mass.SpeciesB = IsSecond("--mass-species", v, "A", "B"); }},
     {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
+    {"--paper",
+     [](Options& o, const std::string& v) {
+         NamedPaper(v); // a name that is none is told now
+         o.Paper = v;
+     }},
+    {"--report-graph",
+     [](Options& o, const std::string& v) {
+         o.ReportGraph = IsSecond("--report-graph", v, "residuals", "overlay") ? "overlay" : "residuals";
+     }},
     {"--simulate", [](Options& o, const std::string& v) {
          if (v.empty()) RaiseError("no folder behind --simulate");
          if (!o.Simulate.empty()) RaiseError("--simulate stands twice");
@@ -151,7 +162,27 @@ void CheckSimulation(const Options& options) {
         FailOptions("--simulate fits nothing: " + OutputsOf(options).front().Option + " does not go with it");
 }
 
+// Small letters of what stands behind the last point.
+std::string EndingOf(const std::string& path) {
+    const std::size_t point = path.rfind('.');
+    std::string ending = point == std::string::npos ? "" : path.substr(point + 1);
+    for (char& letter : ending)
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    return ending;
+}
+
+void CheckReport(const Options& options) {
+    if (WantsReportPdf(options)) return;
+    for (const auto& [name, value] :
+         {std::pair{"--paper", options.Paper}, std::pair{"--report-graph", options.ReportGraph}})
+        if (!value.empty()) FailOptions(std::string(name) + " goes with --report FILE.pdf");
+}
+
 } // namespace
+
+bool WantsReportPdf(const Options& options) {
+    return EndingOf(options.Report) == "pdf";
+}
 
 std::vector<NamedOutput> OutputsOf(const Options& options) {
     std::vector<NamedOutput> outputs;
@@ -181,6 +212,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
     CheckSimulation(options);
+    CheckReport(options);
     for (GraphOption& graph : options.Graphs)
         graph.Mass = options.Mass;
     if (OutputsOf(options).empty() && options.Simulate.empty()) options.Report = "-";
@@ -194,7 +226,12 @@ std::string HelpText() {
            "restores a saved fit (.quil, .fit).\n"
            "\n"
            "  --report FILE   the text report; - is standard output, which is also\n"
-           "                  where it goes when no output is named\n"
+           "                  where it goes when no output is named; a FILE that ends\n"
+           "                  with .pdf gets it as pages\n"
+           "  --paper a4      the paper of such pages: a4, letter, a4-landscape or\n"
+           "                  letter-landscape\n"
+           "  --report-graph residuals\n"
+           "                  a graph on a page behind them: residuals or overlay\n"
            "  --results FILE  the results as JSON\n"
            "  --points FILE   the points of the fit as CSV\n"
            "  --save FILE     a fit save file\n"

@@ -19,11 +19,13 @@ struct Options {
     std::string Integrate; // mean concentrations over the cell, CSV
     std::string Simulate;  // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
-    CellRadii Cell;     // of Integrate
-    MassChoice Mass;    // of the mass graphs
-    bool Refit = false; // a saved fit is fitted again
-    bool Quiet = false; // no progress
-    bool Help = false;  // asked for; nothing else counts then
+    std::string Paper;       // of a report as PDF; empty: a4
+    std::string ReportGraph; // "residuals" or "overlay" behind it; empty: none
+    CellRadii Cell;          // of Integrate
+    MassChoice Mass;         // of the mass graphs
+    bool Refit = false;      // a saved fit is fitted again
+    bool Quiet = false;      // no progress
+    bool Help = false;       // asked for; nothing else counts then
     bool Version = false;
 };
 
@@ -37,6 +39,9 @@ struct NamedOutput {
     std::string Path;
 };
 std::vector<NamedOutput> OutputsOf(const Options& options);
+
+// True when the report goes to a PDF file.
+bool WantsReportPdf(const Options& options);
 
 std::string HelpText();
 std::string VersionText();

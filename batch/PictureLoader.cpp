@@ -53,6 +53,11 @@ PictureFile LoadedPicture(const std::string& kind, const PictureRequest& request
     PictureFile picture;
     if (!open(kind.c_str(), request, picture, *failure)) RaiseError("no picture of the kind " + kind);
     if (!failure->empty()) RaiseError(*failure);
+    if (picture.NewPage)
+        picture.NewPage = [failure, turn = picture.NewPage] {
+            turn();
+            if (!failure->empty()) RaiseError(*failure);
+        };
     picture.Finish = [failure, finish = picture.Finish] {
         std::string bytes = finish();
         if (!failure->empty()) RaiseError(*failure);

@@ -6,14 +6,18 @@
 #include "batch/OneLine.h"
 #include "batch/Options.h"
 #include "batch/OutputPlaces.h"
+#include "batch/PictureLoader.h"
 #include "batch/PointsCsv.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
 #include "batch/SavedFit.h"
 #include "batch/SimulateJob.h"
+#include "chart/files/Exchange.h"
+#include "commands/PrintedReport.h"
 #include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
+#include "reporting/PaperReport.h"
 #include "reporting/Report.h"
 #include "workspace/records/Workspace.h"
 
@@ -76,6 +80,21 @@ void WriteOutput(const Output& output) {
     }
 }
 
+// Pages need the module that makes PDF files: seen before a fit, not after it.
+void CheckReportFormat(const Options& options) {
+    OpenToolkitPicture = LoadedPicture;
+    if (WantsReportPdf(options)) LoadedPicture("pdf", {"", 1, 1});
+}
+
+std::string ReportBytes(const Options& options) {
+    if (!WantsReportPdf(options)) return ReportText();
+    PrinterState printer;
+    if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
+    PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty());
+    report.Overlay = options.ReportGraph == "overlay";
+    return ReportPdf(report);
+}
+
 // What is written: everything of a finished fit, of another one the results alone.
 std::vector<Output> Render(const Options& options, const RunEnd& end) {
     std::vector<Output> outputs;
@@ -83,7 +102,7 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         Work.FitFile = options.Save; // the report names it
         outputs.push_back({options.Save, FitFileBytes()});
     }
-    if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportText()});
+    if (end.Converged && !options.Report.empty()) outputs.push_back({options.Report, ReportBytes(options)});
     if (end.Converged && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
     if (end.Converged && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
@@ -105,6 +124,7 @@ int RunOptions(const Options& options) {
     CheckOutputPlaces(options);
     for (const GraphOption& graph : options.Graphs)
         CheckGraphFormat(graph);
+    CheckReportFormat(options);
     const RunEnd end = options.JobPath.empty() ? NothingToRun() : RunJobOrFit(options);
     std::vector<Output> outputs;
     try {

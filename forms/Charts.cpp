@@ -2,6 +2,7 @@
 #include "chart/Charts.h"
 #include "chart/CHART.h"
 #include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/PrintGraph.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
@@ -141,6 +142,8 @@ private:
         file->addSeparator();
         file->addAction("Save Graph &As...", QKeySequence::SaveAs, this, [] { RunOnGraph(SaveGraphAs); });
         file->addAction("&Write Data...", this, [] { RunOnGraph(EditWriteData); });
+        file->addSeparator();
+        file->addAction("&Print...", QKeySequence::Print, this, [] { RunOnGraph(PrintGraphControl); });
         file->addSeparator();
         file->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
         file->addAction("&Paste Data", QKeySequence::Paste, this, [] { RunOnGraph(EditPasteData); });

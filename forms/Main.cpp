@@ -1,4 +1,5 @@
 // The desktop program.
+#include "chart/dialogs/PrintGraph.h"
 #include "commands/Analmenu.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPlatform.h"
@@ -23,6 +24,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     const int result = Analmenu.Ended ? 0 : QApplication::exec();
+    EndHeldPage();
     UnloadForms();
     return result;
 }

@@ -1,11 +1,11 @@
 // The results of a fit.
 #include "reporting/Results.h"
 #include "chart/CHART.h"
+#include "commands/ReportPreview.h"
 #include "fit/WaitForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
-#include "forms/shell/PrintReport.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/ResidualGraphs.h"
 #include "models/ShowConstraintForm.h"
@@ -103,8 +103,8 @@ private:
         return ButtonRow({button(&ResultsForm::ComputeConfidence, [] { ResultsComputeConfidence(); }),
                           button(&ResultsForm::ViewCorr, ResultsViewCorr),
                           button(&ResultsForm::ShowConstraintButton, ShowConstraintMatch),
-                          button(&ResultsForm::Command1, [] { PrintReportWith(false); }),
-                          button(&ResultsForm::Command2, [] { PrintReportWith(true); })},
+                          button(&ResultsForm::Command1, [] { PreviewReport(false); }),
+                          button(&ResultsForm::Command2, [] { PreviewReport(true); })},
                          {button(&ResultsForm::OkButton, ResultsOkButton, true)});
     }
     Binder Bind;

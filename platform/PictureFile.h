@@ -26,6 +26,10 @@ struct PictureFile {
     // it is seen. Before anything is drawn. A picture without this call is the whole surface.
     std::function<void(const DeviceRect&)> SetWindow;
 
+    // Ends the page in hand and begins another one of the same size. Only a PDF has pages; elsewhere it is
+    // empty.
+    std::function<void()> NewPage;
+
     // Ends the picture and gives the bytes of its file; only once. A failure is a RuntimeError.
     std::function<std::string()> Finish;
 };
@@ -43,12 +47,12 @@ namespace PictureModule {
 
 // Must give Version, so that a module from another build is not used.
 inline constexpr const char* VersionEntry = "QuillonPictureVersion";
-inline constexpr const char* Version = "2";
+inline constexpr const char* Version = "3";
 using VersionFunction = const char*();
 
 // Begins a picture of a kind, "png" or "pdf"; false when the kind is unknown. Needs no display. Nothing is
-// thrown out of the module, which may have a runtime library of its own: what fails here, in SetWindow or in
-// Finish is written to failure, which has to live as long as file; Finish then gives no bytes.
+// thrown out of the module, which may have a runtime library of its own: what fails here, in SetWindow, NewPage
+// or Finish is written to failure, which has to live as long as file; Finish then gives no bytes.
 inline constexpr const char* OpenEntry = "QuillonOpenPicture";
 using OpenFunction = bool(const char* kind, const PictureRequest& request, PictureFile& file,
                           std::string& failure);

@@ -9,6 +9,7 @@
 // Texts are 8-bit and are passed on as they are. Paths use the platform's own separator; both "/" and "\"
 // are understood when a path is taken apart (platform/Paths.h).
 
+#include "platform/Printer.h"
 #include "platform/RuntimeError.h"
 
 #include <cstdint>
@@ -154,6 +155,9 @@ struct Platform {
 
     // The character that the system writes between whole part and fraction: '.' or ','.
     std::function<char()> DecimalMark;
+
+    // The printer. Harmless filling: there is none, and its dialogs are cancelled.
+    PrinterOperations Printer;
 };
 
 // The filling in use. Wired once at the start of the program, and by each test.
@@ -194,6 +198,7 @@ inline void InstallPlatform(Platform filling) {
     orElse(filling.IsThisProgram, [](const std::string&) { return false; });
     orElse(filling.HoldFile, [](const std::string&) { return std::shared_ptr<void>{}; });
     orElse(filling.DecimalMark, [] { return '.'; });
+    FillPrinter(filling.Printer);
     Host = std::move(filling);
 }
 

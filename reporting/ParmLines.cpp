@@ -22,6 +22,21 @@ struct NamedText {
     std::string Name, Text;
 };
 
+std::string ErrorOfFit(long freePosition) {
+    if (HasNoError(freePosition)) return "not determined";
+    const double error = static_cast<double>(DisplayedError(freePosition));
+    return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[Work.FreeIndex[freePosition]]));
+}
+
+std::string LimitsOfSearch(long freePosition) {
+    const long slot = Work.FreeIndex[freePosition];
+    const auto limit = [&](int which) {
+        return WithLeadingZero(
+            UserUnitsText(slot, Work.ParmLimits[static_cast<std::size_t>(which)][freePosition]));
+    };
+    return "[ " + limit(0) + ", " + limit(1) + " ]";
+}
+
 // The names brought to one column, each with its text behind.
 std::vector<std::string> InColumns(const std::vector<NamedText>& rows, const TextMeasure& measure) {
     int widest = 0;
@@ -63,23 +78,18 @@ std::string ParmValueText(long slot) {
 }
 
 std::string AccuracyText(long freePosition) {
-    const long slot = Work.FreeIndex[freePosition];
-    if (Work.LimitsDone) {
-        const auto limit = [&](int which) {
-            return WithLeadingZero(
-                UserUnitsText(slot, Work.ParmLimits[static_cast<std::size_t>(which)][freePosition]));
-        };
-        return "[ " + limit(0) + ", " + limit(1) + " ]";
-    }
-    if (HasNoError(freePosition)) return "not determined";
-    const double error = static_cast<double>(DisplayedError(freePosition));
-    return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[slot]));
+    return Work.LimitsDone ? LimitsOfSearch(freePosition) : ErrorOfFit(freePosition);
 }
 
-std::vector<std::string> FittedLines(const TextMeasure& measure) {
+std::string WholeAccuracyText(long freePosition) {
+    const std::string error = ErrorOfFit(freePosition);
+    return Work.LimitsDone ? error + "  " + LimitsOfSearch(freePosition) : error;
+}
+
+std::vector<std::string> FittedLines(const TextMeasure& measure, std::string (*accuracy)(long)) {
     std::vector<NamedText> rows;
     for (long a = 0; a < Work.NumFree; ++a)
-        rows.push_back({FittedName(a), ParmValueText(Work.FreeIndex[a]) + "  " + AccuracyText(a)});
+        rows.push_back({FittedName(a), ParmValueText(Work.FreeIndex[a]) + "  " + accuracy(a)});
     return InColumns(rows, measure);
 }
 

@@ -36,9 +36,13 @@ std::string ParmValueText(long slot);
 // without an error.
 std::string AccuracyText(long freePosition);
 
-// One line for each free position: name column, value, error. The column is as wide as the widest name and
-// three and a half blanks.
-std::vector<std::string> FittedLines(const TextMeasure& measure = CountCharacters);
+// The error alone, and with LimitsDone the limits behind it: what a report says, which has room for both.
+std::string WholeAccuracyText(long freePosition);
+
+// One line for each free position: name column, value, and how sure it is as accuracy says. The column is as
+// wide as the widest name and three and a half blanks.
+std::vector<std::string> FittedLines(const TextMeasure& measure = CountCharacters,
+                                     std::string (*accuracy)(long freePosition) = AccuracyText);
 
 // One line for each slot in use that is held: name and unit, value.
 std::vector<std::string> HeldLines(const TextMeasure& measure = CountCharacters);

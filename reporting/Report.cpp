@@ -23,7 +23,7 @@ void Print(ReportPages& report, const std::vector<std::string>& lines) {
 
 // Fitted parameters; one that stands at a bound carries its notice over the turn of a page.
 void PrintFitted(ReportPages& report) {
-    const std::vector<std::string> lines = FittedLines();
+    const std::vector<std::string> lines = FittedLines(CountCharacters, WholeAccuracyText);
     for (long a = 0; a < Work.NumFree; ++a) {
         std::vector<std::string> together{lines[static_cast<std::size_t>(a)]};
         const int bound = a <= Work.AtBound.Hi() ? Work.AtBound[a] : 0;
@@ -92,14 +92,18 @@ std::vector<PageLines> PrintReport(const ReportPaper& paper) {
     return report.Pages;
 }
 
-std::string ReportText(const ReportPaper& paper) {
+std::string TextOfPages(const std::vector<PageLines>& pages) {
     std::string text;
-    for (const PageLines& page : PrintReport(paper)) {
+    for (const PageLines& page : pages) {
         if (!text.empty()) text += '\f';
         for (const std::string& line : page)
             text += line + '\n';
     }
     return text;
+}
+
+std::string ReportText(const ReportPaper& paper) {
+    return TextOfPages(PrintReport(paper));
 }
 
 } // namespace Quillon

@@ -13,7 +13,10 @@ namespace Quillon {
 // run-time error "Invalid procedure call or argument".
 std::vector<PageLines> PrintReport(const ReportPaper& paper = StandardPaper());
 
-// The same as one text for a file: lines end with LF, pages are parted by form feeds.
+// Pages as one text for a file: lines end with LF, pages are parted by form feeds.
+std::string TextOfPages(const std::vector<PageLines>& pages);
+
+// The whole report as such a text.
 std::string ReportText(const ReportPaper& paper = StandardPaper());
 
 // The parts, before they are wrapped and paged. The width decides what shares a line with what.

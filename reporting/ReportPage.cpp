@@ -101,10 +101,17 @@ std::size_t EndOfPiece(const std::string& text, std::size_t start, std::size_t r
 
 } // namespace
 
-ReportPaper StandardPaper(float fontSize) {
+double LineFeed(float fontSize) {
+    return LineHeight * std::max(1.0, static_cast<double>(fontSize));
+}
+
+ReportPaper TextPaper(double width, double height, float fontSize) {
     const double size = std::max(1.0, static_cast<double>(fontSize));
-    return {static_cast<int>(PrintableWidth / (CharacterWidth * size)),
-            static_cast<int>(PrintableHeight / (LineHeight * size))};
+    return {static_cast<int>(width / (CharacterWidth * size)), static_cast<int>(height / LineFeed(fontSize))};
+}
+
+ReportPaper StandardPaper(float fontSize) {
+    return TextPaper(PrintableWidth, PrintableHeight, fontSize);
 }
 
 ReportPaper StandardPaper() {

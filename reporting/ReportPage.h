@@ -20,6 +20,12 @@ struct ReportPaper {
 ReportPaper StandardPaper(float fontSize);
 ReportPaper StandardPaper(); // at Work.ReportFontSize
 
+// What fits on an area of so many points.
+ReportPaper TextPaper(double width, double height, float fontSize);
+
+// From one line of text to the next at a font size, both in points.
+double LineFeed(float fontSize);
+
 // The face to print in: the first of the fixed-pitch faces known by name that the printer has; "" without
 // any of them.
 std::string ReportFace(const std::vector<std::string>& printerFonts);

@@ -69,30 +69,67 @@ void SaveStyle() {
         "DashedLines", "True", "False");
 }
 
-void SavePageSize() {
+// The keys of lengths on paper, all in the unit that MetricUnits of the same file names.
+constexpr const char* LengthKeys[] = {"LeftMargin",   "TopMargin",    "RightMargin",
+                                      "BottomMargin", "CustomHeight", "CustomWidth"};
+constexpr float CentimetresPerInch = 2.54F;
+
+std::string Saved(const char* key) {
+    return IniValue(ReadIniFile(ChartIniPath()), ChartIniSection(), key);
+}
+
+bool SavedMetric() {
+    std::string text = Saved("MetricUnits");
+    for (char& c : text)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    return text == "TRUE";
+}
+
+// A length from one unit to the other.
+float Converted(float length, bool fromMetric, bool toMetric) {
+    if (fromMetric == toMetric) return length;
+    return toMetric ? length * CentimetresPerInch : length / CentimetresPerInch;
+}
+
+// What is saved stays as long as it is when the unit of the file has changed.
+void ConvertSavedLengths(bool toMetric) {
+    std::vector<IniSetting> settings;
+    for (const char* key : LengthKeys)
+        if (const std::string text = Saved(key); !text.empty())
+            settings.push_back({key, LengthText(Converted(NumValue(text), !toMetric, toMetric))});
+    if (!settings.empty()) WriteIniValues(ChartIniPath(), ChartIniSection(), settings);
+}
+
+void SavePageSize(bool metric) {
     const ChartStyle& style = Chart.Style;
+    const auto text = [&](float length) {
+        return LengthText(Converted(length, style.MetricUnits != 0, metric));
+    };
     const char* const page = style.PageCustom != 0 ? "Custom" : style.PageHalf != 0.0F ? "Half" : "Full";
-    std::vector<IniSetting> settings{{"LeftMargin", LengthText(style.LeftMargin)},
-                                     {"TopMargin", LengthText(style.TopMargin)},
-                                     {"RightMargin", LengthText(style.RightMargin)},
-                                     {"BottomMargin", LengthText(style.BottomMargin)},
+    std::vector<IniSetting> settings{{"LeftMargin", text(style.LeftMargin)},
+                                     {"TopMargin", text(style.TopMargin)},
+                                     {"RightMargin", text(style.RightMargin)},
+                                     {"BottomMargin", text(style.BottomMargin)},
                                      {"PageSize", page}};
     if (style.PageCustom != 0) {
-        settings.push_back({"CustomHeight", LengthText(style.CustomHeight)});
-        settings.push_back({"CustomWidth", LengthText(style.CustomWidth)});
+        settings.push_back({"CustomHeight", text(style.CustomHeight)});
+        settings.push_back({"CustomWidth", text(style.CustomWidth)});
     }
     WriteIniValues(ChartIniPath(), ChartIniSection(), settings);
 }
 
 void SavePrinting() {
+    const bool before = SavedMetric();
     AskAndWrite(
         "Do you want the default to be to specify page layout in inches (Yes) or centimeters (No), or to "
         "leave the default unchanged (Cancel)?",
         "MetricUnits", "False", "True");
+    const bool metric = SavedMetric();
+    if (metric != before) ConvertSavedLengths(metric);
     if (Ask("Do you want to save the present printing size and margins and page size (set on the Printing "
             "Options "
             "form) as the default values?"))
-        SavePageSize();
+        SavePageSize(metric);
     AskAndWrite(
         "Do you want the default to be that when a 'Custom' sized graph is printed, the size specified is "
         "that of the whole graph (with titles, axis labels, etc.) (Yes) or that the size is that of the axis "

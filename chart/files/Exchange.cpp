@@ -109,14 +109,6 @@ PictureRequest RequestOfWindow() {
     return request;
 }
 
-PictureFile OpenPictureAs(const std::string& ending, const PictureRequest& request) {
-    if (ending == "svg") return OpenSvg(request);
-    if (ending == "emf") return OpenMetafile(request);
-    if ((ending == "png" || ending == "pdf") && OpenToolkitPicture)
-        return OpenToolkitPicture(ending, request);
-    RaiseError("no graph is written as '" + ending + "'");
-}
-
 std::string Picture(const std::string& ending) {
     const PictureRequest window = RequestOfWindow();
     const ScreenScope scope;
@@ -174,6 +166,14 @@ void WriteTold(const std::string& path, const std::function<std::string()>& byte
 }
 
 } // namespace
+
+PictureFile OpenPictureAs(const std::string& ending, const PictureRequest& request) {
+    if (ending == "svg") return OpenSvg(request);
+    if (ending == "emf") return OpenMetafile(request);
+    if ((ending == "png" || ending == "pdf") && OpenToolkitPicture)
+        return OpenToolkitPicture(ending, request);
+    RaiseError("no graph is written as '" + ending + "'");
+}
 
 std::string DataCsv() {
     std::string text = CsvHead();

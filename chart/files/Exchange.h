@@ -45,6 +45,9 @@ void EditPasteData();
 // Begins a "png" or "pdf"; set by a program that has the toolkit. Without it these endings are refused.
 inline std::function<PictureFile(const std::string& kind, const PictureRequest& request)> OpenToolkitPicture;
 
+// Begins a picture of an ending (small letters): "svg", "emf", "png" or "pdf". Another one is a RuntimeError.
+PictureFile OpenPictureAs(const std::string& ending, const PictureRequest& request);
+
 // The graph at hand as the bytes of a file of an ending (small letters): "svg", "pdf", "png", "emf", "dat",
 // "csv" or "grf". Pictures are 170 mm wide, as high as the window's graph asks, at 300 dots per inch. The
 // graph on the screen is afterwards what it was. Another ending, or a graph that cannot be drawn, is a

@@ -6,6 +6,7 @@
 #include "files/ReadWhole.h"
 #include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
+#include "forms/shell/DesktopPrinter.h"
 #include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
 
@@ -302,6 +303,7 @@ void InstallDesktopPlatform() {
         const QString mark = QLocale::system().decimalPoint();
         return mark == "," ? ',' : '.';
     };
+    p.Printer = DesktopPrinter();
     InstallPlatform(p);
 }
 

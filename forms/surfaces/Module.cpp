@@ -30,6 +30,7 @@ PictureFile Open(std::string_view kind, const PictureRequest& request, std::stri
     file.SetWindow = [&failure, set = file.SetWindow](const DeviceRect& window) {
         Noted(failure, [&] { set(window); });
     };
+    if (file.NewPage) file.NewPage = [&failure, turn = file.NewPage] { Noted(failure, turn); };
     file.Finish = [&failure, finish = file.Finish] { return Noted(failure, finish); };
     return file;
 }

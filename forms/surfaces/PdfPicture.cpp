@@ -1,5 +1,6 @@
 #include "forms/surfaces/Pictures.h"
 #include "forms/surfaces/QtSurface.h"
+#include "platform/Printer.h"
 #include "platform/RuntimeError.h"
 
 #include <QBuffer>
@@ -14,8 +15,6 @@
 namespace Quillon {
 
 namespace {
-
-constexpr double PointsPerInch = 72.0;
 
 struct PdfDrawing {
     PictureRequest Request;
@@ -80,6 +79,9 @@ PictureFile OpenPdf(const PictureRequest& request) {
     PictureFile file;
     file.Surface = PainterSurface(drawing->Target);
     file.SetWindow = [drawing](const DeviceRect& window) { BeginPage(*drawing, window); };
+    file.NewPage = [drawing] {
+        if (!drawing->Writer->newPage()) RaiseError("Out of memory");
+    };
     file.Finish = [drawing] { return FinishPdf(*drawing); };
     return file;
 }

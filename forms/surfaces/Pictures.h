@@ -13,7 +13,7 @@ void NeedApplication();
 // A PNG of Width by Height pixels on white, which bears its resolution.
 PictureFile OpenPng(const PictureRequest& request);
 
-// A PDF of one page, as large as the picture, with its fonts. Text is text and can be searched.
+// A PDF of pages as large as the picture, with its fonts. Text is text and can be searched.
 PictureFile OpenPdf(const PictureRequest& request);
 
 } // namespace Quillon

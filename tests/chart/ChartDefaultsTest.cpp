@@ -257,11 +257,11 @@ TEST_F(ChartDefaultsTest, SavingAsksInOrderAndWritesTheAnswers) {
     EXPECT_EQ(Written("UseRainbowColors"), "True");
     EXPECT_EQ(Written("DashedLines"), "False");
     EXPECT_EQ(Written("MetricUnits"), "True");
-    EXPECT_EQ(Written("LeftMargin"), "1.500");
-    EXPECT_EQ(Written("BottomMargin"), "1.000");
+    EXPECT_EQ(Written("LeftMargin"), "3.810"); // 1.5 inches, in the unit that is now the default
+    EXPECT_EQ(Written("BottomMargin"), "2.540");
     EXPECT_EQ(Written("PageSize"), "Custom");
-    EXPECT_EQ(Written("CustomHeight"), "4.250");
-    EXPECT_EQ(Written("CustomWidth"), "3.000");
+    EXPECT_EQ(Written("CustomHeight"), "10.795");
+    EXPECT_EQ(Written("CustomWidth"), "7.620");
     EXPECT_EQ(Written("AxisFrame"), "True");
     EXPECT_EQ(Written("LineWidthFixed"), "False"); // varied
     EXPECT_EQ(Written("LineWidthIncrease"), "True");
@@ -269,8 +269,22 @@ TEST_F(ChartDefaultsTest, SavingAsksInOrderAndWritesTheAnswers) {
     EXPECT_EQ(Chart.Style.AsciiDelimiter, 44); // at once
     ReadChartDefaults();
     EXPECT_EQ(Chart.Style.PageCustom, -1);
-    EXPECT_EQ(Chart.Style.CustomHeight, 4.25F);
+    EXPECT_EQ(Chart.Style.CustomHeight, 10.795F);
     EXPECT_EQ(Chart.Style.UseRainbowColors, -1);
+}
+
+TEST_F(ChartDefaultsTest, SavedMarginsKeepTheirLengthWhenTheUnitOfTheFileChanges) {
+    Outside.MakeFile("chart.ini", "[QUILLON]\nMetricUnits=True\nLeftMargin=2.540\n");
+    for (const char* question : {GridQuestion, RainbowQuestion, DashQuestion})
+        Outside.ExpectMessage(question, BoxAnswer::Cancel);
+    Outside.ExpectMessage(PrintQuestion, BoxAnswer::Yes);
+    Outside.ExpectMessage(UnitQuestion, BoxAnswer::Yes);
+    Outside.ExpectMessage(PageQuestion, BoxAnswer::No);
+    Outside.ExpectMessage(FrameQuestion, BoxAnswer::WayOut);
+    SaveChartDefaults();
+    EXPECT_EQ(Written("MetricUnits"), "False");
+    EXPECT_EQ(Written("LeftMargin"), "1.000");
+    EXPECT_EQ(Written("TopMargin"), "");
 }
 
 TEST_F(ChartDefaultsTest, CancelLeavesAKeyAsItIs) {

@@ -1,0 +1,36 @@
+#pragma once
+// The window that stands while a print job runs, as data: it says so, and its button gives the job up.
+
+#include "platform/Controls.h"
+
+#include <string>
+
+namespace Quillon {
+
+inline constexpr const char* PrintEscName = "PrintEsc"; // of the form, for the seam
+
+struct PrintEscRecord {
+    FormState State;
+    Control Message;
+    Control CancelButton;
+};
+extern PrintEscRecord PrintEsc;
+
+void PrintEscCancelButton(); // raises the shared cancel flag, which the job asks for between its steps
+
+// Shows the window for as long as it lives, with the cancel flag down; afterwards the flag is down again.
+struct PrintEscScope {
+    PrintEscScope();
+    ~PrintEscScope();
+    PrintEscScope(const PrintEscScope&) = delete;
+    PrintEscScope& operator=(const PrintEscScope&) = delete;
+};
+
+// Lets pending events run; true when the job is to be given up.
+bool PrintingCancelled();
+
+// Tells why a job has stopped, and that a dialog of the printer has failed.
+void TellPrintFailure(const std::string& reason);
+void TellPrinterSetupFailure();
+
+} // namespace Quillon

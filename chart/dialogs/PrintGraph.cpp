@@ -1,0 +1,201 @@
+#include "chart/dialogs/PrintGraph.h"
+
+#include "chart/dialogs/PrintEsc.h"
+#include "chart/dialogs/PrintGrForm.h"
+#include "chart/draw/DrawGraph.h"
+#include "chart/files/Exchange.h"
+#include "chart/hand/Charts.h"
+#include "chart/hand/Redraw.h"
+#include "chart/layout/Layout.h"
+#include "chart/pens/Device.h"
+#include "chart/records/ChartState.h"
+#include "chart/targets/PageGeometry.h"
+#include "platform/Narrow.h"
+#include "platform/Platform.h"
+
+#include <optional>
+#include <utility>
+
+namespace Quillon {
+
+namespace {
+
+constexpr double PixelsPerInch = 300.0; // of a picture made of pixels
+
+// The graph and how it meets the outside, as they were, on every way out.
+struct GraphScope {
+    ChartModule Former = Chart;
+    ChartSeams Wired = Seams;
+    GraphScope() = default;
+    ~GraphScope() {
+        Chart = std::move(Former);
+        Seams = std::move(Wired);
+    }
+    GraphScope(const GraphScope&) = delete;
+    GraphScope& operator=(const GraphScope&) = delete;
+};
+
+// --- a graph on a page -------------------------------------------------------------------------------------
+
+double WindowAspect() {
+    const GraphState& state = Chart.State;
+    const double height = state.ViewH * static_cast<double>(state.Aspect);
+    return height > 0.0 ? state.ViewW / height : 0.0;
+}
+
+// View, and frame where the size is that of the frame, for a page of that surface.
+void PlaceGraph(const PrinterPage& page, const DrawingSurface& surface, double aspect) {
+    const PagePlace place = PlaceOnPage(Chart.Style, page, aspect);
+    if (!place.HasRoom()) RaiseError("the margins leave no room on the paper");
+    GraphBox view = BoxOnDevice(place, Chart.Style, surface);
+    view.Color = Chart.Spec.View.Color;
+    Chart.Spec.Relayout = 1;
+    if (SizesTheFrame(Chart.Style)) {
+        const std::int16_t color = Chart.Spec.Frame.Color;
+        Chart.Spec.Frame = view;
+        Chart.Spec.Frame.Color = color;
+        view = ViewAroundFrame(view, Chart, surface);
+        Chart.Spec.Relayout = 0;
+    }
+    Chart.Spec.View = view;
+}
+
+// Lays out for the target of that name and draws.
+void DrawOnTarget(const char* device) {
+    Chart.GraphHeld = FlagFalse;
+    Chart.Painting = FlagFalse;
+    Chart.Spec.Device = device;
+    SelectTarget(Chart.Spec);
+    Replot();
+    if (Chart.GraphStatus < GraphStatuses::Stop) ShowGraph();
+    if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
+}
+
+// --- jobs ------------------------------------------------------------------------------------------------
+
+struct OpenJob {
+    PrintJob Job;
+    PrinterState Printer;
+};
+
+// The page that is held.
+std::optional<OpenJob> Held;
+
+std::optional<OpenJob> BeginJob() {
+    std::optional<PrintJob> job = Host.Printer.Begin(ProgramTitle() + " graph");
+    if (!job) return std::nullopt;
+    return OpenJob{std::move(*job), Host.Printer.Current()};
+}
+
+// False when it was given up: the job is aborted then.
+bool DrawJob(OpenJob& job) {
+    if (PrintingCancelled()) return false;
+    DrawGraphOnPage(job.Printer, job.Job.Surface);
+    return !PrintingCancelled();
+}
+
+// The steps of a job with the window that cancels it.
+bool RunJob(std::int16_t mode) {
+    std::optional<OpenJob> job = std::exchange(Held, std::nullopt);
+    if (!job) job = BeginJob();
+    if (!job) return false;
+    try {
+        const PrintEscScope window;
+        if (!DrawJob(*job)) {
+            job->Job.Abort();
+            return false;
+        }
+        if (mode == PrintModes::EndPage || EjectPage)
+            job->Job.End();
+        else
+            Held = std::move(job);
+        return true;
+    } catch (...) {
+        if (job) job->Job.Abort();
+        throw;
+    }
+}
+
+// What holds for one printing alone.
+void ForgetColors() {
+    Chart.UseOnlyBW = Chart.UseColorOnBW = FlagFalse;
+}
+
+bool Print(std::int16_t mode) {
+    bool done = false;
+    Host.SetPointer(Pointer::Hourglass);
+    try {
+        done = RunJob(mode);
+    } catch (const RuntimeError& error) {
+        Host.SetPointer(Pointer::Standard);
+        TellPrintFailure(error.Text);
+    }
+    Host.SetPointer(Pointer::Standard);
+    ForgetColors();
+    if (done && Held) Charts.StatusLine.Text = "The page is held open for the next graph.";
+    return done;
+}
+
+// The paper as a device: in pixels of a picture made of them, else fine enough for lines.
+PictureRequest PaperRequest(const PrinterPage& page, const std::string& ending) {
+    PictureRequest request = PagePicture(page, "");
+    if (ending != "png") return request;
+    request.Width = static_cast<int>(page.Width * PixelsPerInch);
+    request.Height = static_cast<int>(page.Height * PixelsPerInch);
+    request.DotsPerInchX = request.DotsPerInchY = PixelsPerInch;
+    return request;
+}
+
+} // namespace
+
+void DrawGraphOnPage(const PrinterState& printer, const DrawingSurface& page, double window) {
+    const GraphScope scope;
+    const double aspect = window > 0.0 ? window : WindowAspect();
+    SetPrinterSurface(page, printer.IsPlotter);
+    PlaceGraph(printer.Page, page, aspect);
+    DrawOnTarget("1");
+}
+
+std::string PictureOnPaper(const std::string& ending) {
+    const PrinterState printer = Host.Printer.Current();
+    const PictureRequest paper = PaperRequest(printer.Page, ending);
+    const GraphScope scope;
+    std::string bytes;
+    SetMetafileMaker([&](const MetafileRequest& asked) {
+        PictureRequest request = paper;
+        request.Description = asked.Description;
+        const PictureFile picture = OpenPictureAs(ending, request);
+        DrawingSurface surface = picture.Surface;
+        surface.HasColor = [color = printer.HasColor] { return color; };
+        return MetafileTarget{surface, picture.SetWindow,
+                              [&bytes, finish = picture.Finish] { bytes = finish(); }};
+    });
+    DrawingSurface measure;
+    FillSizes(measure, paper);
+    PlaceGraph(WithoutBorder(printer.Page), measure, WindowAspect());
+    DrawOnTarget("picture"); // no target's number: it is painted once and closed
+    CloseMetafile();
+    return bytes;
+}
+
+bool PrintGraph(std::int16_t mode) {
+    if (!GraphMayChange()) return false;
+    return mode == PrintModes::Metafile ? AskMetafileProperties() : Print(mode);
+}
+
+void PrintGraphControl() {
+    if (GraphMayChange() && AskPrintOptions()) PrintGraph(PrintModes::FromMenu);
+}
+
+void EndHeldPage() {
+    const std::optional<OpenJob> job = std::exchange(Held, std::nullopt);
+    if (!job) return;
+    try {
+        job->Job.End();
+    } catch (const RuntimeError& error) {
+        job->Job.Abort();
+        TellPrintFailure(error.Text);
+    }
+}
+
+} // namespace Quillon

@@ -1,0 +1,134 @@
+#include "chart/targets/PageGeometry.h"
+
+#include "chart/pens/Device.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+// What a line of text takes beside the frame, as a part of the frame's diagonal; the two main titles together
+// take twice that. Both are singles, as the sizes of texts are.
+constexpr float LineShare = 0.05F, TwoTitlesShare = 0.1F;
+
+PageEdges Scaled(const PageEdges& edges, double by) {
+    return {edges.Left * by, edges.Top * by, edges.Right * by, edges.Bottom * by};
+}
+
+// The sheet in the units in force.
+PrinterPage InUnits(const PrinterPage& page, double perInch) {
+    return {page.Width * perInch, page.Height * perInch, Scaled(page.Border, perInch),
+            Scaled(page.Margin, perInch)};
+}
+
+double Length(float value) {
+    return static_cast<double>(value);
+}
+
+// The part of the sheet that the size choice gives.
+PagePlace ChosenPlace(const ChartStyle& style, const PrinterPage& sheet) {
+    const PageEdges& border = sheet.Border;
+    PagePlace place;
+    place.Left = std::max(Length(style.LeftMargin) - border.Left, 0.0);
+    place.Top = std::max(Length(style.TopMargin) - border.Top, 0.0);
+    place.Right = sheet.Width - Length(style.RightMargin) - border.Left;
+    place.Bottom = sheet.Height - Length(style.BottomMargin) - border.Top;
+    if (style.PageCustom != 0) {
+        place.Right = place.Left + Length(style.CustomWidth);
+        place.Bottom = place.Top + Length(style.CustomHeight);
+    } else if (style.PageHalf != 0.0F && sheet.Height > sheet.Width) {
+        place.Bottom = sheet.Height / 2.0 - border.Top;
+    } else if (style.PageHalf != 0.0F) {
+        place.Right = sheet.Width / 2.0 - border.Left;
+    }
+    place.Right = std::min(place.Right, sheet.PrintableWidth());
+    place.Bottom = std::min(place.Bottom, sheet.PrintableHeight());
+    return place;
+}
+
+// The largest place of that ratio within a place, in its middle. [decision: aspect-within-the-space]
+PagePlace WithAspect(const PagePlace& space, double aspect) {
+    const double width = space.Right - space.Left, height = space.Bottom - space.Top;
+    PagePlace place = space;
+    if (width / height > aspect) {
+        place.Left = (space.Left + space.Right - height * aspect) / 2.0;
+        place.Right = place.Left + height * aspect;
+    } else {
+        place.Top = (space.Top + space.Bottom - width / aspect) / 2.0;
+        place.Bottom = place.Top + width / aspect;
+    }
+    return place;
+}
+
+bool Labelled(const GraphAxis& axis) {
+    return axis.Show == 1 && axis.TicMode == TicModes::MarksAndLabels;
+}
+
+// Gap, labels and title of an axis.
+double AxisShare(const GraphAxis& axis) {
+    const bool titled = axis.Show == 1 && !axis.Title.Text.Empty();
+    return Length(LineShare) * (1 + (Labelled(axis) ? 1 : 0) + (titled ? 1 : 0));
+}
+
+// The main titles, and the labels and title of the top axis where it has them.
+double TopShare(const GraphSpec& spec) {
+    const int titles = (spec.Title1.Text.Empty() ? 0 : 1) + (spec.Title2.Text.Empty() ? 0 : 1);
+    const double axis = AxisShare(spec.AxisX2) - Length(LineShare);
+    return axis + (titles == 2 ? Length(TwoTitlesShare) : titles * Length(LineShare));
+}
+
+// The legend's height or width in the window, as a part of the window's diagonal, with a line to spare.
+double LegendShare(const ChartModule& window, std::int16_t where) {
+    const GraphLegend& legend = window.Spec.Legend;
+    if (legend.Show == 0 || legend.Where != where || window.State.MultiSet == 0) return 0.0;
+    const int size = where == LegendPlaces::Right ? window.Layout.Legend.Width : window.Layout.Legend.Height;
+    return Length(LineShare) / 2.0 + static_cast<double>(size) / std::max<int>(window.State.Diagonal, 1);
+}
+
+} // namespace
+
+double UnitsPerInch(const ChartStyle& style) {
+    return style.MetricUnits != 0 ? MillimetresPerInch / 10.0 : 1.0;
+}
+
+PagePlace PlaceOnPage(const ChartStyle& style, const PrinterPage& page, double windowAspect) {
+    const PagePlace place = ChosenPlace(style, InUnits(page, UnitsPerInch(style)));
+    const bool keeps = style.KeepAspect != 0 && place.HasRoom() && windowAspect > 0.0;
+    return keeps ? WithAspect(place, windowAspect) : place;
+}
+
+GraphBox BoxOnDevice(const PagePlace& place, const ChartStyle& style, const DrawingSurface& surface) {
+    const double perInch = UnitsPerInch(style);
+    const auto units = [perInch](double length, double dots, int most) {
+        return DeviceUnits(std::clamp(length * dots / perInch, 0.0, static_cast<double>(most)));
+    };
+    GraphBox box;
+    box.Color = 15;
+    box.X1 = units(place.Left, surface.DotsPerInchX(), surface.Width());
+    box.X2 = units(place.Right, surface.DotsPerInchX(), surface.Width());
+    box.Y1 = units(place.Top, surface.DotsPerInchY(), surface.Height());
+    box.Y2 = units(place.Bottom, surface.DotsPerInchY(), surface.Height());
+    return box;
+}
+
+bool SizesTheFrame(const ChartStyle& style) {
+    return style.AxisFrame != 0 && style.PageCustom != 0;
+}
+
+GraphBox ViewAroundFrame(const GraphBox& frame, const ChartModule& window, const DrawingSurface& surface) {
+    const GraphSpec& spec = window.Spec;
+    const double d = std::hypot(frame.X2 - frame.X1, frame.Y2 - frame.Y1);
+    const double left = AxisShare(spec.AxisY1);
+    const double right = AxisShare(spec.AxisY2) + LegendShare(window, LegendPlaces::Right);
+    const double bottom = AxisShare(spec.AxisX1) + LegendShare(window, LegendPlaces::Below);
+    GraphBox view = frame;
+    view.X1 = DeviceUnits(std::max(frame.X1 - d * left, 0.0));
+    view.Y1 = DeviceUnits(std::max(frame.Y1 - d * TopShare(spec), 0.0));
+    view.X2 = DeviceUnits(std::min<double>(frame.X2 + d * right, surface.Width() - 1));
+    view.Y2 = DeviceUnits(std::min<double>(frame.Y2 + d * bottom, surface.Height() - 1));
+    return view;
+}
+
+} // namespace Quillon
