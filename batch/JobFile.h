@@ -89,7 +89,7 @@ struct Job {
     bool Guesses = true;
     bool ConfidenceLimits = false;
     RestartChoice Restarts{0, 1}; // none unless the job wants some
-    bool Rescue = true; // a fit that is no minimum is searched on with damped steps
+    bool Rescue = true;           // a fit that is no minimum is searched on with damped steps
     std::optional<std::int16_t> MaxIterations;
     std::int16_t TemperatureScale = TemperatureScales::Celsius;
     std::optional<std::int16_t> MaxPtsPerSet; // a scan holds at most one point fewer

@@ -25,7 +25,6 @@ struct NamedText {
 
 std::string ErrorOfFit(long freePosition) {
     if (HasNoError(freePosition)) return "not determined";
-    if (HasNoError(freePosition)) return "not determined";
     const double error = static_cast<double>(DisplayedError(freePosition));
     return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[Work.FreeIndex[freePosition]]));
 }

@@ -27,7 +27,7 @@ protected:
     Simulate() {
         Chart = ChartModule{};
         SetScreenSurface(Screen.Surface());
-            Load("Model02");
+        Load("Model02");
     }
     ~Simulate() override { Chart = ChartModule{}; }
 

@@ -163,8 +163,8 @@ TEST(Report, ConfidenceLimits) {
     Work.ParmLimits[1].Recreate(3, 0.25F);
     const Lines lines = From(ReportLines(), "Results of fit:");
     ASSERT_GE(lines.size(), 7U);
-    EXPECT_EQ(lines[1], "MW A mon  (kDa)              45.0000  [ -15.0000, 7.5000 ]");
-    EXPECT_EQ(lines[4], "Zero Offset, set 1  (AU)     -.2500  [ -.5000, 0.2500 ]");
+    EXPECT_EQ(lines[1], "MW A mon  (kDa)              45.0000  +/-  3.7500  [ -15.0000, 7.5000 ]");
+    EXPECT_EQ(lines[4], "Zero Offset, set 1  (AU)     -.2500  +/-  0.0625  [ -.5000, 0.2500 ]");
     EXPECT_EQ(lines[5], "    confidence intervals are for 95.0% confidence");
     EXPECT_EQ(lines[6], "    1 + (Nparms/Ndf)*F(Nparms,Ndf,1-p) = 1.06250");
 }
