@@ -48,7 +48,7 @@ void ChartMenuStatus(ChartsForm& form) {
     const bool held = Chart.GraphHeld != 0;
     form.EditHorz.Enabled = form.EditVert.Enabled = held && spec.GraphType != GraphTypes::Pie;
     form.LineWidths.Enabled = form.SymbolSize.Enabled = held;
-    form.AlterColors.Enabled = held && Chart.Style.UseRainbowColors == 0;
+    form.AlterColors.Enabled = Chart.Style.UseRainbowColors == 0;
     form.SeparateX.Enabled = form.SeparateY.Enabled = form.SeparateBoth.Enabled = several;
 }
 

@@ -186,6 +186,24 @@ QStringList FiltersOf(const std::string& filter) {
     return filters;
 }
 
+// "pictures (*.png *.PNG)": png
+QString EndingOf(const QString& filter) {
+    const auto at = filter.indexOf("(*.");
+    return at < 0 ? QString() : filter.mid(at + 3).section(' ', 0, 0).section(')', 0, 0);
+}
+
+// A name to save under takes the ending of the kind that is chosen, where it has that of the former one.
+void FollowKind(QFileDialog& dialog) {
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        const QString ending = EndingOf(filter);
+        if (ending.isEmpty()) return;
+        const QFileInfo file(dialog.selectedFiles().value(0));
+        const bool follows = file.suffix() == dialog.defaultSuffix();
+        dialog.setDefaultSuffix(ending);
+        if (follows) dialog.selectFile(file.completeBaseName() + "." + ending);
+    });
+}
+
 FileAnswer AskForFile(const FileRequest& request) {
     RefreshForms();
     QFileDialog dialog(FrontWindow(), ShownText(request.Title));
@@ -198,6 +216,7 @@ FileAnswer AskForFile(const FileRequest& request) {
     if (!request.Directory.empty()) dialog.setDirectory(PathText(request.Directory));
     if (!request.Name.empty() && request.Name.find('*') == std::string::npos)
         dialog.selectFile(PathText(request.Name));
+    if (request.Save) FollowKind(dialog);
     const ModalWait wait(&dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     FileAnswer answer;
