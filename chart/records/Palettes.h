@@ -17,7 +17,7 @@ struct Palette {
 // (W3C, WCAG 2.1, relative luminance); any two are more than 10 apart by CIEDE2000 (CIE 142-2001), neighbours
 // more than 15, to a full eye and with no red, green or blue receptors (Machado, Oliveira and Fernandes, IEEE
 // Trans. Vis. Comput. Graph. 15 (2009) 1291, severity 1). They are those of Okabe and Ito (2008) and a brown,
-// of which orange, sky blue, vermilion and purple had to be made darker.
+// of which orange, sky blue, vermilion and purple had to be made darker. [decision: safe-colors]
 const std::vector<Palette>& Palettes();
 
 // Says which of them tables begin with where chart.ini does not: before the first graph.

@@ -189,7 +189,7 @@ TEST_F(GraphFiles, SvgHasEachSeriesAndItsTexts) {
         };
         EXPECT_TRUE(has(kind == "residuals-r"   ? "Radius (cm)"
                         : kind == "residuals-y" ? "Absorbance"
-                                                : "(R^2 - Ro^2) / 2   (cm^2)"));
+                                                : "(R² - Ro²) / 2   (cm²)"));
         EXPECT_TRUE(has(residuals ? "Y(exp) - Y(fit)" : "Absorbance"));
         EXPECT_EQ(has("monomer <-> dimer fit"), !residuals) << kind;
         EXPECT_TRUE(has(kind == "function" ? "Set 1" : "set1.txt"));

@@ -50,18 +50,33 @@ TEST(GraphOptions, AGraphFileNeedsNoJob) {
 
 TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
     EXPECT_EQ(GraphKinds(), (std::vector<std::string>{"data", "function", "overlay", "residuals",
-                                                      "residuals-y", "residuals-r"}));
+                                                      "residuals-y", "residuals-r", "species",
+                                                      "species-fraction", "mass-c", "mass-r", "figure"}));
     for (const std::string& kind : GraphKinds())
         EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
     for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".grf"})
         EXPECT_NE(HelpText().find(ending), std::string::npos) << ending;
 }
 
+TEST(GraphOptions, FiguresHaveASizeAndPanels) {
+    const Options plain = ParseOptions({"a.job", "--graph", "figure:2=a.pdf"});
+    EXPECT_EQ(plain.Graphs.at(0).Figure, FigureChoice{});
+    const Options own = ParseOptions(
+        {"a.job", "--figure-size", "120x90.5", "--figure-panels=sets", "--graph", "figure=a.emf"});
+    EXPECT_EQ(own.Graphs.at(0).Figure, (FigureChoice{120.0, 90.5, true, 0}));
+    EXPECT_EQ(ParseOptions({"a.job", "--figure-size=170", "--graph=figure=a.svg"}).Graphs.at(0).Figure.Width,
+              170.0);
+    for (const char* bad : {"", "39", "401", "85mm", "85x", "x85", "85x39", "8e", "nan"})
+        EXPECT_THROW(ParseOptions({"a.job", "--figure-size", bad}), RuntimeError) << bad;
+    EXPECT_THROW(ParseOptions({"a.job", "--figure-panels", "one"}), RuntimeError);
+}
+
 TEST(GraphOptions, MistakesAreOneLine) {
-    const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r";
+    const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r, species, "
+                              "species-fraction, mass-c, mass-r, figure";
     const std::string endings =
         " ends with none of .svg, .png, .pdf, .emf, .dat and .grf, which choose the format";
-    EXPECT_EQ(MistakeOf("species=a.svg"), Told("--graph: 'species' is none of the kinds " + kinds));
+    EXPECT_EQ(MistakeOf("specie=a.svg"), Told("--graph: 'specie' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("=a.svg"), Told("--graph: '' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("Overlay=a.svg"), Told("--graph: 'Overlay' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("overlay"), Told("--graph needs KIND=FILE, not 'overlay'"));
@@ -72,6 +87,10 @@ TEST(GraphOptions, MistakesAreOneLine) {
     EXPECT_EQ(MistakeOf("overlay=a.grd"), Told("--graph: 'a.grd'" + endings));
     EXPECT_EQ(MistakeOf("a.grf=b"), Told("--graph: 'b'" + endings));
     EXPECT_EQ(MistakeOf("a.grf=a.grf"), Told("--graph: 'a.grf' would be written over itself"));
+    for (const char* file : {"a.dat", "a.grf"})
+        EXPECT_EQ(MistakeOf(std::string("figure=") + file),
+                  Told("--graph figure is a picture: '" + std::string(file) +
+                       "' ends with none of .svg, .png, .pdf and .emf"));
     EXPECT_EQ(MistakeOf("overlay=a"), Told("--graph: 'a'" + endings));
     EXPECT_EQ(MistakeOf("overlay=x.svg/a"), Told("--graph: 'x.svg/a'" + endings));
     for (const char* set : {"0", "19", "-1", "x", "", "2x", "99999999999999999999"})

@@ -3,7 +3,10 @@
 #include "graphs/PickSet.h"
 
 #include "GraphBench.h"
+#include "chart/pens/Pens.h"
+#include "chart/pens/Symbols.h"
 #include "graphs/GraphParts.h"
+#include "graphs/ResidualGraphs.h"
 #include "graphs/SeriesNames.h"
 
 #include <cmath>
@@ -51,20 +54,40 @@ TEST_F(FitGraphs, OverlayDrawsOddSeriesAsSymbolsAndEvenOnesAsLines) {
     const std::vector<DrawnItem> lines = DataItems("polyline");
     ASSERT_EQ(lines.size(), 3U);
     const std::size_t points[] = {5, 3, 4};
-    const Rgb colors[] = {0x0000FF, 0x00FFFF, 0xFF00FF}; // the second, fourth and sixth of the colours
+    const Rgb colors[] = {0x000000, 0x0000FF, 0x00FF00}; // the first three of the engine's colours
     for (std::size_t k = 0; k < 3; ++k) {
         EXPECT_EQ(lines[k].Points.size(), points[k]);
         EXPECT_EQ(lines[k].Pen.Color, colors[k]);
     }
-    // The symbols of the first, third and fifth series: plus, open diamond, open square.
+    // The symbols of the first three sets: plus, solid diamond, open diamond; in the colours of the lines.
     EXPECT_EQ(DataItems("line").size(), 2U * 5U);
     const std::vector<DrawnItem> polygons = DataItems("polygon");
     ASSERT_EQ(polygons.size(), 3U + 4U);
     for (std::size_t i = 0; i < polygons.size(); ++i)
-        EXPECT_EQ(polygons[i].Pen.Color, i < 3 ? 0x00FF00U : 0xFF0000U);
+        EXPECT_EQ(polygons[i].Pen.Color, colors[i < 3 ? 1 : 2]);
     const DevicePoint first = polygons[0].Points[0], second = polygons[0].Points[1];
     EXPECT_TRUE(first.X != second.X && first.Y != second.Y); // a diamond stands on its corner
-    EXPECT_EQ(polygons[3].Points[0].Y, polygons[3].Points[1].Y);
+}
+
+TEST_F(FitGraphs, ASetLooksAlikeInEveryGraph) {
+    using Look = std::pair<Rgb, std::int16_t>; // colour and symbol
+    const auto lookOf = [](int series) { return Look(SetColor(series), SymbolOf(series)); };
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    const Look looks[] = {lookOf(1), lookOf(2), lookOf(3)};
+    EXPECT_NE(looks[1], looks[2]);
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 0, {}));
+    for (int k = 1; k <= 3; ++k) {
+        EXPECT_EQ(lookOf(2 * k - 1), looks[k - 1]) << k;
+        EXPECT_EQ(SetColor(2 * k), looks[k - 1].first) << "the curve of " << k;
+    }
+    for (const FitGraph kind : {FitGraph::Data, FitGraph::Function, FitGraph::Overlay}) {
+        ASSERT_TRUE(MakeFitGraph(kind, 3, {}));
+        EXPECT_EQ(lookOf(1), looks[2]) << "alone";
+    }
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    EXPECT_EQ(lookOf(3), looks[2]);
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 2));
+    EXPECT_EQ(lookOf(1), looks[1]);
 }
 
 TEST_F(FitGraphs, OverlayOfOneSetShowsItsMeasuredPointsAlone) {

@@ -56,6 +56,23 @@ TEST_F(ResidualGraphs, AllSetsStandAboutOneZeroLine) {
     EXPECT_EQ(Names(), (std::vector<std::string>{"00011.RA1", "00012.RA1", "00013.RA1"}));
 }
 
+TEST_F(ResidualGraphs, ALineStandsWhereResidualsAreZero) {
+    const auto heights = [] {
+        std::vector<float> y;
+        for (const GraphMark& mark : Chart.Marks) {
+            EXPECT_EQ(mark.Kind, 4); // across the whole scale
+            y.push_back(mark.Y1);
+        }
+        return y;
+    };
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 0));
+    EXPECT_EQ(heights(), std::vector<float>{0.0F});
+    Work.SpreadResiduals = FlagTrue;
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    const float step = Chart.Spec.AxisY1.TicInterval;
+    EXPECT_EQ(heights(), (std::vector<float>{0.0F, step, 2.0F * step}));
+}
+
 TEST_F(ResidualGraphs, ValuesOnTheOtherAxes) {
     ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 0));
     EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Absorbance");
