@@ -3,6 +3,7 @@
 
 #include "ChartBench.h"
 #include "chart/pens/Pens.h"
+#include "chart/pens/Symbols.h"
 #include "chart/records/Kept.h"
 #include "chart/records/SetLooks.h"
 
