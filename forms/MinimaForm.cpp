@@ -2,6 +2,7 @@
 #include "studies/MinimaForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 
 #include <QHeaderView>
 #include <QProgressBar>
@@ -100,7 +101,7 @@ QWidget* MakeMinimaForm(QWidget* parent) {
                       bind, []() -> Control& { return MinimaForm.TakeButton; }, MinimaFormTakeButton)},
                   {MakeCancel(
                       bind, []() -> Control& { return MinimaForm.CloseButton; }, MinimaFormCloseButton)}));
-    form->resize(720, 420);
+    form->resize(ForFont(720, 420));
     return form;
 }
 

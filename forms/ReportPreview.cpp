@@ -2,6 +2,7 @@
 #include "commands/ReportPreview.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
 #include "forms/surfaces/QtSurface.h"
 
 #include <QImage>
@@ -138,7 +139,7 @@ QWidget* MakeReportPreview(QWidget* parent) {
     all->addWidget(SheetArea(bind, form), 1);
     all->addLayout(PageRow(bind));
     all->addLayout(Buttons(bind));
-    form->resize(720, 640);
+    form->resize(ForFont(720, 640));
     return form;
 }
 

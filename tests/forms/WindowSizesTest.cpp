@@ -94,6 +94,10 @@ TEST_F(WindowSizes, OkOfManyCorrelationsLayBelowTheScreen) {
     }
 }
 
+bool IsOk(const QAbstractButton& button) {
+    return button.isVisible() && button.text().remove('&') == "OK";
+}
+
 // Opens the window of a command and looks at it, with its way out.
 void Open(Player& player, const std::string& item, const std::string& form) {
     SCOPED_TRACE(form);
@@ -103,7 +107,7 @@ void Open(Player& player, const std::string& item, const std::string& form) {
         EXPECT_TRUE(IsOnScreen(*window));
         EXPECT_EQ(Cut(*window), std::vector<std::string>{});
         for (QAbstractButton* button : window->findChildren<QAbstractButton*>())
-            if (button->isVisible() && button->text().remove('&') == "OK") EXPECT_TRUE(CanBeReached(*button));
+            EXPECT_TRUE(!IsOk(*button) || CanBeReached(*button));
         window->close();
         Player::Serve();
     });
