@@ -153,7 +153,10 @@ protected:
                 Paper.Width = request.Width;
                 Paper.Height = request.Height;
                 Paper.DotsPerInchX = Paper.DotsPerInchY = request.DotsPerInchX;
-                return PictureFile{Paper.Surface(), {}, [] { return std::string("whole"); }};
+                PictureFile picture;
+                picture.Surface = Paper.Surface();
+                picture.Finish = [] { return std::string("whole"); };
+                return picture;
             });
         EXPECT_EQ(bytes, "whole");
     }
