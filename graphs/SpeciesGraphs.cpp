@@ -90,15 +90,13 @@ void AddNames(SpeciesSeries& series, SpeciesGraph kind, long set, bool oneSet) {
     series.Names.push_back(oneSet ? "total conc" : TotalName() + ", set " + number);
 }
 
-SetLook LookOf(std::size_t column, std::size_t species, long set) {
-    const bool total = column >= species;
-    return {static_cast<std::int16_t>(total ? -1 : static_cast<int>(column)),
-            static_cast<std::int16_t>(set - 1)};
+// The total has a colour of its own, behind those of the species.
+SetLook LookOf(std::size_t column, long set) {
+    return {static_cast<std::int16_t>(column), static_cast<std::int16_t>(set - 1)};
 }
 
 void FillSet(SpeciesSeries& series, SpeciesGraph kind, long set, long place) {
     const SpeciesColumns columns = ShownColumns(kind, set);
-    const auto species = static_cast<std::size_t>(SpeciesOfModel(Work.Model).Count);
     const long first = FirstPointOf(set);
     for (std::size_t k = 0; k < columns.size(); ++k) {
         const long s = (place - 1) * static_cast<long>(columns.size()) + static_cast<long>(k) + 1;
@@ -107,7 +105,7 @@ void FillSet(SpeciesSeries& series, SpeciesGraph kind, long set, long place) {
             series.X(point + 1, s) = Work.PtX[first + point];
             series.Y(point + 1, s) = static_cast<float>(columns[k][i]);
         }
-        series.Looks.Sets.push_back(LookOf(k, species, place));
+        series.Looks.Sets.push_back(LookOf(k, place));
     }
 }
 
@@ -116,7 +114,7 @@ void FillLegend(SetLooks& looks, SpeciesGraph kind) {
     std::int16_t color = 0;
     for (const std::string& name : SpeciesNames())
         looks.Legend.push_back({name, {color++, 0}});
-    if (kind == SpeciesGraph::Concentration) looks.Legend.push_back({TotalName(), {}});
+    if (kind == SpeciesGraph::Concentration) looks.Legend.push_back({TotalName(), {color, 0}});
     for (long set = 1; set <= Work.NumSets; ++set)
         looks.Legend.push_back({SeriesName(set), {-1, static_cast<std::int16_t>(set - 1)}});
 }

@@ -114,10 +114,12 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
         const int first = static_cast<int>(3 * (k - 1));
         EXPECT_EQ(SetColor(first + 1), SetColor(1)) << k;
         EXPECT_EQ(SetColor(first + 2), SetColor(2)) << k;
-        EXPECT_EQ(SetColor(first + 3), 0U) << k;
+        EXPECT_EQ(SetColor(first + 3), SetColor(3)) << k;
         EXPECT_EQ(Looks.Sets[static_cast<std::size_t>(first)].Dash, k - 1);
     }
     EXPECT_NE(SetColor(1), SetColor(2));
+    EXPECT_NE(SetColor(1), SetColor(3)) << "the total looks like the monomer";
+    EXPECT_NE(SetColor(2), SetColor(3));
     std::vector<std::string> legend;
     for (const LegendEntry& entry : LegendEntries())
         legend.push_back(entry.Name);
@@ -127,6 +129,7 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     EXPECT_EQ(legend[2], "total c");
     EXPECT_EQ(legend[3], "set1.RA1");
     EXPECT_EQ(SetColor(LegendEntries()[1].LineSet), SetColor(2));
+    EXPECT_EQ(SetColor(LegendEntries()[2].LineSet), SetColor(3));
     EXPECT_NE(Screen.FindText("set18.RA1"), nullptr) << "eighteen sets do not fit";
     ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
     EXPECT_TRUE(Looks.Sets.empty()) << "looks outlived their graph";
