@@ -218,5 +218,69 @@ TEST(Examples, FitsReturnTheTruthWithinTheirErrors) {
     }
 }
 
+// --- the simulator of the examples and the program's own, which share no code
+// ----------------------------------------------------------------
+
+// The column y of a table of points.
+std::vector<double> MeasuredValues(const std::string& csv) {
+    std::istringstream lines(csv);
+    std::vector<double> values;
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line)) {
+        std::size_t at = 0;
+        for (int comma = 0; comma < 5; ++comma)
+            at = line.find(',', at) + 1;
+        values.push_back(std::atof(line.c_str() + at));
+    }
+    return values;
+}
+
+// Every parameter of a result with its value, as a job lists them.
+std::string ListedValues(const std::string& results) {
+    std::string list = "\n[parameters]\n";
+    const std::string mark = "{\"slot\": ";
+    for (auto at = results.find(mark); at != std::string::npos; at = results.find(mark, at + 1)) {
+        const std::string entry = results.substr(at, results.find('}', at) - at);
+        if (entry.find("\"state\": \"tied\"") != std::string::npos) continue;
+        const auto value = entry.find("\"value\": ") + 9;
+        list += entry.substr(mark.size(), entry.find(',') - mark.size()) + " = " +
+                entry.substr(value, entry.find(',', value) - value) + "\n";
+    }
+    return list;
+}
+
+TEST(Examples, AreWhatTheProgramSimulatesAtTheirTruth) {
+    for (const std::string folder : Folders) {
+        Script script;
+        const std::string examples = Source + "/examples/" + folder;
+        const std::string& here = script.Directory();
+        ASSERT_EQ(Simulate(script, examples + "/truth.txt", here, "--noise-free"), 0);
+        std::string job = ReadWholeFile(examples + "/" + folder + ".job");
+        job.replace(job.find("[fit]\n"), 6, "[fit]\nconvergence-limit = 1e-5\nmax-iterations = 200\n");
+        const auto run = [&](const std::string& path, const std::string& options) {
+            EXPECT_EQ(RunCommand(script, Quoted(QUILLON_FIT) + " " + Quoted(path) + " --quiet " + options), 0)
+                << folder << ": " << ReadWholeFile(here + "/err");
+        };
+        run(script.MakeFile("free.job", job),
+            "--results " + Quoted(here + "/free.json") + " --points " + Quoted(here + "/free.csv"));
+        const std::string results = ReadWholeFile(here + "/free.json");
+        for (const Expectation& each : Expectations)
+            if (folder == each.Folder) {
+                EXPECT_NEAR(EstimateOf(results, each.Name).Value, each.Truth, 1e-3) << folder << each.Name;
+            }
+        const std::string sets = job.substr(0, job.find("[parameters]"));
+        run(script.MakeFile("listed.job", sets + ListedValues(results)),
+            "--simulate " + Quoted(here + "/simulated"));
+        run(here + "/simulated/simulated.job", "--points " + Quoted(here + "/own.csv"));
+        const std::vector<double> theirs = MeasuredValues(ReadWholeFile(here + "/free.csv"));
+        const std::vector<double> own = MeasuredValues(ReadWholeFile(here + "/own.csv"));
+        ASSERT_EQ(theirs.size(), own.size()) << folder;
+        ASSERT_GT(theirs.size(), 200U);
+        for (std::size_t i = 0; i < own.size(); ++i) // scans are written to four decimals
+            ASSERT_NEAR(own[i], theirs[i], 6.5e-5) << folder << " point " << i + 1;
+    }
+}
+
 } // namespace
 } // namespace Quillon
