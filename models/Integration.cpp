@@ -13,6 +13,7 @@ namespace Quillon {
 namespace {
 
 constexpr double StepWidth = 0.001; // cm
+constexpr double WidestCell = 20.0; // cm; a rotor has less, and the count of steps is a 16-bit number
 
 // r^2/2 at the reference of the set: the mean of both ends of its range.
 double ReferenceOf(long set) {
@@ -26,6 +27,7 @@ double ReferenceOf(long set) {
 std::vector<double> RadiiOf(float inner, float outer) {
     const double from = static_cast<double>(inner);
     const double width = static_cast<double>(outer) - from;
+    if (width > WidestCell) RaiseError("no cell is wider than " + FormatNumber(WidestCell, "0") + " cm");
     const std::int16_t steps = ToInt16(width / StepWidth);
     if (steps <= 0) RaiseError(ErrorText::DivisionByZero);
     const double half = width / (2.0 * steps);

@@ -35,8 +35,8 @@ struct IntegratedSet {
 enum class SpeciesUnit; // models/SpeciesAtPoint.h
 
 // The mean concentrations of a set between two radii in cm, at the current Work.Parms; shares are taken in
-// unit. A RuntimeError in words: a width that rounds to no step ("Division by zero"), a model that is beyond
-// the range of numbers between the radii, or that has no non-ideal solution there.
+// unit. A RuntimeError in words: a width that rounds to no step ("Division by zero") or is that of no cell, a
+// model that is beyond the range of numbers between the radii, or that has no non-ideal solution there.
 IntegratedSet IntegrateCell(long set, float inner, float outer, SpeciesUnit unit);
 
 } // namespace Quillon

@@ -188,7 +188,14 @@ TEST(Integration, OfNoWidthIsADivisionByZero) {
     EXPECT_EQ(FailureOf(6.5F, 6.5004F), "Division by zero");
     EXPECT_EQ(FailureOf(6.5F, 6.5006F), "");
     EXPECT_EQ(FailureOf(7.0F, 6.0F), "Division by zero");
-    EXPECT_EQ(FailureOf(6.0F, 1e30F), "Overflow");
+}
+
+TEST(Integration, OfRadiiMetresApartIsToldInWords) {
+    Script script;
+    Work = OneCell(1, 0.001F);
+    EXPECT_EQ(FailureOf(6.0F, 1e30F), "no cell is wider than 20 cm");
+    EXPECT_EQ(FailureOf(6.0F, 40.0F), "no cell is wider than 20 cm");
+    EXPECT_EQ(FailureOf(6.0F, 25.0F), "");
 }
 
 TEST(Integration, TellsWhereTheModelIsBeyondAllNumbers) {

@@ -1,0 +1,105 @@
+// What the species of a fit cost: 18 sets of 1500 points, every model.
+//
+//     species-bench            (QT_QPA_PLATFORM=offscreen without a display)
+//
+// Prints the time of a pass over the species beside that of a pass of sums without derivatives, and how long
+// the graph of the largest model takes from the command to the last line on the window. Processor time, the
+// best of ten.
+#include "chart/CHART.h"
+#include "fit/GNLLSQ.h"
+#include "forms/surfaces/QtSurface.h"
+#include "graphs/SpeciesGraphs.h"
+#include "models/SEDEQ3.h"
+#include "models/SpeciesAtPoint.h"
+#include "platform/Platform.h"
+#include "tests/support/ModelCases.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+
+using namespace Quillon;
+
+namespace {
+
+constexpr std::size_t Sets = 18;
+constexpr int Points = 1500;
+
+void Wire() {
+    Platform filling;
+    filling.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
+    filling.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
+    filling.WriteFile = [](const std::string&, const std::string&) {};
+    filling.FileExists = filling.DirectoryExists = [](const std::string&) { return false; };
+    filling.Clock = [] { return ClockTime{}; };
+    filling.Uniform = [] { return 0.5F; };
+    InstallPlatform(filling);
+}
+
+void Load(ModelCase theCase) {
+    const std::vector<SimulatedSet> few = theCase.Sets;
+    for (std::size_t i = 0; theCase.Sets.size() < Sets; ++i)
+        theCase.Sets.push_back(few[i % few.size()]);
+    for (SimulatedSet& set : theCase.Sets)
+        set.Points = Points;
+    Work = SimulatedWorkspace(theCase);
+    Work.MonitorMode = 0;
+    Work.PtFit.Recreate(Work.NumPts);
+    BuildParmNames();
+    BuildParmScale();
+    SetDefaultBounds();
+}
+
+template <class Task> double Best(Task&& work) {
+    double best = 1e300;
+    for (int run = 0; run < 10; ++run) {
+        const std::clock_t before = std::clock();
+        work();
+        best = std::min(best, 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+    }
+    return best;
+}
+
+void ComparePasses(const ModelCase& theCase) {
+    Load(theCase);
+    const double sums = Best(CalcSumSq);
+    const double species = Best([] {
+        for (long set = 1; set <= Work.NumSets; ++set)
+            SpeciesOfSet(set, SpeciesUnit::Signal);
+    });
+    std::printf("  %-18s sums %7.3f ms, species %7.3f ms, ratio %.2f\n", theCase.Name.c_str(), sums, species,
+                species / sums);
+}
+
+void PaintGraph() {
+    Load(ModelCaseNamed("Model22"));
+    const auto target = std::make_shared<PainterTarget>();
+    target->Width = 1000;
+    target->Height = 700;
+    QImage image(target->Width, target->Height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    target->Painter = &painter;
+    SetScreenSurface(PainterSurface(target));
+    const double made = Best([] { MakeSpeciesGraph(SpeciesGraph::Concentration, 0); });
+    const double painted = Best(ShowGraph);
+    std::printf("  %ld series of %d points: made in %.1f ms, painted in %.1f ms\n", Chart.DataY.Sets(),
+                Points, made, painted);
+    painter.end();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    Wire();
+    std::printf("A pass over 18 sets of 1500 points\n");
+    for (const ModelCase& each : ModelCases())
+        if (each.Name.size() == 7 || each.Name.find("NonIdeal") == 7) ComparePasses(each);
+    std::printf("The graph of species of model 22\n");
+    PaintGraph();
+    return 0;
+}
