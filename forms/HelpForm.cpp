@@ -17,6 +17,7 @@
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QTextTable>
 
 namespace Quillon {
@@ -45,6 +46,7 @@ public:
         Shown = HelpForm.Shown;
         setMarkdown(FromUtf8(HelpPageText()));
         FrameTables();
+        SpaceBlocks();
         ScrollTo(HelpForm.Place.Anchor);
     }
 
@@ -57,17 +59,46 @@ public:
     }
 
 private:
+    // True for the head of a table that was written without one.
+    static bool HeadIsEmpty(const QTextTable& table) {
+        for (int column = 0; column < table.columns(); ++column)
+            if (!table.cellAt(0, column).firstCursorPosition().block().text().isEmpty()) return false;
+        return table.rows() > 1;
+    }
+
     // Tables as a reader expects them: thin lines, room about the text.
     void FrameTables() {
         for (QTextFrame* frame : document()->rootFrame()->childFrames())
             if (auto* table = qobject_cast<QTextTable*>(frame)) {
                 QTextTableFormat format = table->format();
-                format.setBorder(0.5);
+                format.setBorder(1); // less is not drawn
                 format.setBorderCollapse(true);
                 format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+                format.setBorderBrush(palette().mid());
                 format.setCellPadding(4);
                 table->setFormat(format);
+                if (HeadIsEmpty(*table)) table->removeRows(0, 1);
             }
+    }
+
+    // Formulas and lines to type stand apart from the text around them, and headings from what ends above.
+    void SpaceBlocks() {
+        const auto isCode = [](const QTextBlock& block) {
+            return block.isValid() && block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage);
+        };
+        for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+            QTextBlockFormat format = block.blockFormat();
+            if (isCode(block)) {
+                format.setLeftMargin(24);
+                format.setTopMargin(isCode(block.previous()) ? 0 : 6);
+                format.setBottomMargin(isCode(block.next()) ? 0 : 8);
+            } else if (format.headingLevel() > 1) {
+                format.setTopMargin(16);
+            } else {
+                continue;
+            }
+            QTextCursor(block).setBlockFormat(format);
+        }
     }
 
     void ScrollTo(const std::string& anchor) {

@@ -6,10 +6,12 @@
 #include "tests/forms/Scans.h"
 #include "workspace/records/Workspace.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QListWidget>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTextTable>
 
 #include <gtest/gtest.h>
 
@@ -54,6 +56,27 @@ TEST_F(HelpAtTheWindow, RowsLinksAndTheWayBack) {
     EXPECT_TRUE(Text().startsWith("A first fit"));
     Player::Click(HelpForm.ForwardButton);
     EXPECT_TRUE(Text().startsWith("What the errors"));
+}
+
+TEST_F(HelpAtTheWindow, TablesHaveLines) {
+    player.ClickMenu("mnuHelpContents");
+    emit Page()->anchorClicked(QUrl("species.md"));
+    ASSERT_TRUE(Text().startsWith("Species"));
+    Player::Serve();
+    QTextTable* table = nullptr;
+    for (QTextFrame* frame : Page()->document()->rootFrame()->childFrames())
+        if (auto* found = qobject_cast<QTextTable*>(frame)) table = found;
+    ASSERT_NE(table, nullptr);
+    const QRect place = Page()->document()->documentLayout()->frameBoundingRect(table).toRect();
+    const QImage picture = Page()->viewport()->grab().toImage();
+    int lines = 0; // above the first of its rows, and below each
+    for (int y = place.top() - 2; y <= place.bottom() + 2; ++y) {
+        int dark = 0;
+        for (int x = place.left() + 4; x < place.right() - 4; ++x)
+            dark += picture.pixelColor(x, y).lightness() < 230;
+        lines += dark > (place.width() - 8) * 9 / 10;
+    }
+    EXPECT_GE(lines, 4);
 }
 
 TEST_F(HelpAtTheWindow, PicturesAreBuiltIn) {
