@@ -70,6 +70,7 @@ PictureFile OpenPdf(const PictureRequest& request) {
     drawing->Target = std::make_shared<PainterTarget>();
     PainterTarget& target = *drawing->Target;
     target.Painter = &drawing->Painter;
+    target.BaseWidths = true;
     target.Width = request.Width;
     target.Height = request.Height;
     target.DotsPerInchX = request.DotsPerInchX;

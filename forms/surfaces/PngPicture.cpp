@@ -48,6 +48,7 @@ PictureFile OpenPng(const PictureRequest& request) {
     drawing->Painter.begin(&drawing->Image);
     const auto target = std::make_shared<PainterTarget>();
     target->Painter = &drawing->Painter;
+    target->BaseWidths = true;
     target->Width = request.Width;
     target->Height = request.Height;
     target->DotsPerInchX = request.DotsPerInchX;

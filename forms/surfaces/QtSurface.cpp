@@ -1,5 +1,6 @@
 #include "forms/surfaces/QtSurface.h"
 
+#include "chart/pens/BaseFonts.h"
 #include "chart/pens/HatchLines.h"
 #include "forms/surfaces/QtFonts.h"
 
@@ -194,6 +195,23 @@ void DrawPie(const PainterState& state, DevicePoint centre, int radiusX, int rad
     DrawArea(state, path);
 }
 
+const BaseFont& BaseOf(const PainterState& state) {
+    return BaseFontFor(state.Font.Face, state.Font.Bold);
+}
+
+double NaturalWidth(const PainterState& state, const QString& letters) {
+    return QFontMetricsF(state.Letters, state.Target->Painter->device()).horizontalAdvance(letters);
+}
+
+// By what the installed letters are drawn wider, so that a text takes what was measured.
+double StretchOf(const PainterState& state, const std::string& text, const QString& letters) {
+    const double natural = state.Target->BaseWidths ? NaturalWidth(state, letters) : 0.0;
+    if (natural <= 0.0) return 1.0;
+    const BaseFont& base = BaseOf(state);
+    const double stretch = TextEms(base, text) * EmOfHeight(base, state.Font.Height) / natural;
+    return std::fabs(stretch - 1.0) < 0.002 ? 1.0 : stretch;
+}
+
 void WriteText(const PainterState& state, int x, int y, const std::string& text) {
     if (text.empty()) return;
     QPainter& painter = PainterAt(state, 0.0);
@@ -201,10 +219,16 @@ void WriteText(const PainterState& state, int x, int y, const std::string& text)
     painter.rotate(-state.Font.Angle);
     painter.setPen(ColorOf(state.TextColor));
     painter.setFont(state.Letters);
-    painter.drawText(QPointF(0.0, 0.0), ToolkitText(state.Font, text));
+    const QString letters = ToolkitText(state.Font, text);
+    painter.scale(StretchOf(state, text, letters), 1.0);
+    painter.drawText(QPointF(0.0, 0.0), letters);
 }
 
 TextSize MeasureText(const PainterState& state, const std::string& text) {
+    if (state.Target->BaseWidths) {
+        const BaseFont& base = BaseOf(state);
+        return MeasureBaseText(base, EmOfHeight(base, state.Font.Height), state.Font.Height, text);
+    }
     const QFontMetricsF metrics(state.Letters, state.Target->Painter->device());
     const auto units = [](double length) { return static_cast<int>(std::lround(length)); };
     return {units(metrics.horizontalAdvance(ToolkitText(state.Font, text))), state.Font.Height,

@@ -20,6 +20,10 @@ struct PainterTarget {
     DevicePoint Origin;       // the device unit at the painter's corner
     double ThinnestPen = 1.0; // device units; paper and files hold finer lines than an eye sees
     bool HasColor = true;
+    // Files: text takes the widths of the base fonts (chart/pens/BaseFonts.h), as it does in the files that
+    // are made without the toolkit, so that all show one layout; an installed font of other widths is
+    // stretched.
+    bool BaseWidths = false;
     std::function<void()> Refresh; // optional
 };
 

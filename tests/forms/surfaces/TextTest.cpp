@@ -58,6 +58,15 @@ TEST_F(SurfaceText, MeasureIsWhatIsDrawn) {
     }
 }
 
+// Files of all kinds have one layout: widths are the published ones, and letters are drawn to them.
+TEST_F(SurfaceText, WidthsInFilesAreThoseOfTheBaseFonts) {
+    const SurfaceFont font = {"Arial", 1117, false, 0}; // an em of 1000
+    EXPECT_EQ(MeasuredIn(font, "HAi 0").Width, 722 + 667 + 222 + 278 + 556);
+    const QRect ink =
+        InkOf({"Arial", 80, false, 0}, "HHH"); // 3 * 0.722 of an em of 72, less the sides of an H
+    EXPECT_NEAR(ink.right(), 200 + 156 - 5, 5);
+}
+
 TEST_F(SurfaceText, WidthsAddUp) {
     const SurfaceFont font = {"Arial", 200, false, 0};
     EXPECT_NEAR(MeasuredIn(font, "0123456789").Width, 10 * MeasuredIn(font, "0").Width, 10);
