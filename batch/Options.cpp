@@ -3,6 +3,7 @@
 #include "batch/OneLine.h"
 #include "batch/OutputPlaces.h"
 #include "batch/SavedFit.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "reporting/PaperReport.h"
 #include "workspace/records/Workspace.h"
@@ -182,8 +183,9 @@ void CheckSimulation(const Options& options) {
 
 // Small letters of what stands behind the last point.
 std::string EndingOf(const std::string& path) {
-    const std::size_t point = path.rfind('.');
-    std::string ending = point == std::string::npos ? "" : path.substr(point + 1);
+    const std::string title = FileTitle(path);
+    const std::size_t point = title.rfind('.');
+    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
     for (char& letter : ending)
         if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
     return ending;

@@ -83,7 +83,12 @@ void WriteOutput(const Output& output) {
 // Pages need the module that makes PDF files: seen before a fit, not after it.
 void CheckReportFormat(const Options& options) {
     OpenToolkitPicture = LoadedPicture;
-    if (WantsReportPdf(options)) LoadedPicture("pdf", {"", 1, 1});
+    if (!WantsReportPdf(options)) return;
+    try {
+        LoadedPicture("pdf", {"", 1, 1});
+    } catch (const RuntimeError& error) {
+        FailFile("--report " + options.Report, error.Text);
+    }
 }
 
 std::string ReportBytes(const Options& options) {

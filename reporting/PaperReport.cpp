@@ -89,7 +89,7 @@ PrinterPage NamedPaper(const std::string& name) {
         page.Width = 8.5;
         page.Height = 11.0;
     } else if (small != "a4") {
-        RaiseError("the paper is a4, letter, a4-landscape or letter-landscape, not \"" + name + "\"");
+        RaiseError("the paper is a4, letter, a4-landscape or letter-landscape, not '" + name + "'");
     }
     if (across) std::swap(page.Width, page.Height);
     return page;

@@ -398,6 +398,13 @@ TEST_F(GraphFiles, WithoutTheModuleAPictureThatNeedsItIsRefused) {
                       "program\n");
         EXPECT_FALSE(std::filesystem::exists(Path("a." + kind)));
     }
+    const std::string report =
+        program + " " + Path("fit.job") + " --report " + Path("a.pdf") + " 2> " + Path("err");
+    EXPECT_EQ(WEXITSTATUS(std::system(report.c_str())), 1);
+    EXPECT_EQ(ReadWholeFile(Path("err")),
+              "--report " + Path("a.pdf") +
+                  ": a pdf needs the desktop part of the program: libquillon-surfaces.so is not beside the "
+                  "program\n");
     // Nor is something else of that name taken for it.
     TheScript.MakeFile("libquillon-surfaces.so", "no library");
     const std::string command =

@@ -39,6 +39,16 @@ TEST(BatchOptions, AnOutputThatIsNamedReplacesIt) {
     EXPECT_EQ(ParseOptions({"fit.job", "--report", "-"}).Report, "-");
 }
 
+TEST(BatchOptions, AReportThatEndsWithPdfIsPages) {
+    const Options options =
+        ParseOptions({"fit.job", "--report", "a.b/c.PDF", "--paper", "Letter", "--report-graph", "overlay"});
+    EXPECT_TRUE(WantsReportPdf(options));
+    EXPECT_EQ(options.Paper, "Letter");
+    EXPECT_EQ(options.ReportGraph, "overlay");
+    for (const char* other : {"-", "a.txt", "pdf", "a.pdf/b"})
+        EXPECT_FALSE(WantsReportPdf(ParseOptions({"fit.job", "--report", other}))) << other;
+}
+
 TEST(BatchOptions, TwoDashesEndThem) {
     EXPECT_EQ(ParseOptions({"--quiet", "--", "--odd.job"}).JobPath, "--odd.job");
 }
@@ -67,6 +77,16 @@ TEST(BatchOptions, MistakesAreOneLine) {
     EXPECT_EQ(ErrorOf({"a.job", "--report", "x", "--report", "y"}), Mistake("--report stands twice"));
     EXPECT_EQ(ErrorOf({"a.job", "--report", "-", "--points", "-"}),
               Mistake("--report and --points name the same file"));
+    for (const char* option : {"--paper=letter", "--report-graph=overlay"}) {
+        const std::string name = std::string(option).substr(0, std::string(option).find('='));
+        EXPECT_EQ(ErrorOf({"a.job", option}), Mistake(name + " goes with --report FILE.pdf"));
+        EXPECT_EQ(ErrorOf({"a.job", option, "--report", "a.txt"}),
+                  Mistake(name + " goes with --report FILE.pdf"));
+    }
+    EXPECT_EQ(ErrorOf({"a.job", "--report", "a.pdf", "--paper", "a5"}),
+              Mistake("the paper is a4, letter, a4-landscape or letter-landscape, not 'a5'"));
+    EXPECT_EQ(ErrorOf({"a.job", "--report", "a.pdf", "--report-graph", "data"}),
+              Mistake("--report-graph is residuals or overlay, not 'data'"));
     EXPECT_EQ(ErrorOf({"a.job", "--ab\ncd"}), Mistake("unknown option '--ab cd'"));
 }
 

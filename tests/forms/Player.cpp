@@ -1,5 +1,6 @@
 #include "tests/forms/Player.h"
 
+#include "chart/dialogs/PrintEsc.h"
 #include "commands/Analmenu.h"
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"
@@ -62,7 +63,8 @@ bool AnyButtonDown() {
 }
 
 bool StaysOpen(const QWidget* window) {
-    return window->objectName() == FitMonName || window->objectName() == WaitFormName;
+    const auto name = window->objectName();
+    return name == FitMonName || name == WaitFormName || name == PrintEscName;
 }
 
 } // namespace

@@ -40,8 +40,8 @@ TEST(PaperReport, PaperThatHasNoNameIsRefused) {
             FAIL() << name;
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Text, std::string("the paper is a4, letter, a4-landscape or letter-landscape, "
-                                              "not \"") +
-                                      name + "\"");
+                                              "not '") +
+                                      name + "'");
         }
     }
 }

@@ -131,6 +131,28 @@ TEST_F(GraphPictures, SeveralFormatsAtOneRun) {
         EXPECT_GT(std::filesystem::file_size(Path(std::string("a.") + ending)), 100U) << ending;
 }
 
+TEST_F(GraphPictures, AReportIsPagesOfThePaper) {
+    struct Paper {
+        const char* Name;
+        double Width, Height; // points
+    };
+    for (const Paper& paper : {Paper{"a4", 595.0, 842.0}, Paper{"letter-landscape", 792.0, 612.0}}) {
+        const std::string line = Path("fit.quil") + " --paper " + paper.Name + " --report " + Path("r.pdf");
+        ASSERT_EQ(Run(line), 0) << Errors;
+        const PdfDocument text = ReadPdf(ReadWholeFile(Path("r.pdf")));
+        EXPECT_DOUBLE_EQ(text.PageWidth, paper.Width);
+        EXPECT_DOUBLE_EQ(text.PageHeight, paper.Height);
+        EXPECT_TRUE(TextOf(text).starts_with("Fitting to an ideal single species model\n")) << TextOf(text);
+        EXPECT_NE(TextOf(text).find("Results of fit:\n"), std::string::npos);
+        for (const std::string graph : {"residuals", "overlay"}) {
+            ASSERT_EQ(Run(line + " --report-graph " + graph), 0) << Errors;
+            const PdfDocument both = ReadPdf(ReadWholeFile(Path("r.pdf")));
+            EXPECT_EQ(both.Pages, text.Pages + 1);
+            EXPECT_NE(TextOf(both).find("(R^2 - Ro^2) / 2"), std::string::npos);
+        }
+    }
+}
+
 TEST_F(GraphPictures, AnInstallationHasTheModuleAmongItsLibraries) {
     std::filesystem::create_directories(Path("usr/bin"));
     std::filesystem::create_directories(Path("usr/lib/quillon"));

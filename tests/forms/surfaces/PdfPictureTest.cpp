@@ -50,6 +50,18 @@ TEST(PdfPicture, TextIsTextWithItsFontsInIt) {
     EXPECT_TRUE(document.Holds("/Title (\xFE\xFF" + std::string("\0Q\0u\0i\0l\0l\0o\0n", 14) + ")"));
 }
 
+TEST(PdfPicture, PagesAreAllOfOneSizeAndKeepTheirText) {
+    const PdfDocument document = DrawnPdf([](const PictureFile& picture) {
+        picture.Surface.SetFont({"Courier New", 40, false, 0});
+        picture.Surface.Text(100, 100, "first  page");
+        picture.NewPage();
+        picture.Surface.Text(100, 100, "  second"); // in the font that stands
+    });
+    EXPECT_EQ(document.Pages, 2);
+    EXPECT_DOUBLE_EQ(document.PageWidth, 288.0);
+    EXPECT_EQ(TextOf(document), "first  page\n  second\n");
+}
+
 TEST(PdfPicture, AFileWithoutTextHasNoFonts) {
     const PdfDocument document =
         DrawnPdf([](const PictureFile& picture) { picture.Surface.Line(0, 0, 100, 100); });

@@ -56,6 +56,7 @@ void ReadPageSize(PdfDocument& document) {
     for (const auto& [number, object] : document.Objects) {
         const QRegularExpressionMatch match = box.match(Latin1(object));
         if (!match.hasMatch()) continue;
+        ++document.Pages;
         document.PageWidth = match.captured(1).toDouble();
         document.PageHeight = match.captured(2).toDouble();
     }

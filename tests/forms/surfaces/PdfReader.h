@@ -12,7 +12,8 @@ struct PdfDocument {
     std::map<int, std::string> Streams; // unpacked
 
     bool Holds(const std::string& text) const; // in an object
-    double PageWidth{}, PageHeight{};          // points
+    double PageWidth{}, PageHeight{};          // points, of the last page
+    int Pages{};
 };
 PdfDocument ReadPdf(const std::string& bytes);
 

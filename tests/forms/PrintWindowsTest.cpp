@@ -1,0 +1,225 @@
+// Printing as a user sees it: the preview of the report, the options of the graph, the window that cancels;
+// and PDF files, read back.
+#include "chart/CHART.h"
+#include "chart/dialogs/PrintEsc.h"
+#include "chart/dialogs/PrintGrForm.h"
+#include "chart/dialogs/PrintGraph.h"
+#include "commands/ReportPreview.h"
+#include "fit/GNLLSQ.h"
+#include "forms/shell/DesktopPrinter.h"
+#include "persistence/FitFile.h"
+#include "platform/Platform.h"
+#include "reporting/PaperReport.h"
+#include "reporting/Report.h"
+#include "reporting/Results.h"
+#include "tests/forms/Player.h"
+#include "tests/forms/Scans.h"
+#include "tests/forms/surfaces/PdfReader.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "tests/support/ScriptedPrinter.h"
+#include "workspace/records/Workspace.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+enum class Way { Ok, Cancel, Esc, CloseButton };
+constexpr Way AllWays[] = {Way::Ok, Way::Cancel, Way::Esc, Way::CloseButton};
+
+struct PrintWindows : testing::Test {
+    Player player;
+    ScriptedPrinter printer;
+    PrintWindows() {
+        UseFinishedFit();
+        Host.ServeEvents = [] {}; // a job is over before its window is met
+    }
+    ~PrintWindows() override { EjectPage = true; }
+
+    // The results, with the preview that one of their buttons opens.
+    void OpenPreview(const Control& button, std::function<void()> during) {
+        player.Expect(ResultsName, [&] {
+            player.Expect(ReportPreviewName, during);
+            Player::Click(button);
+            Player::Click(Results.OkButton);
+        });
+        player.ClickMenu("ReviewFit");
+    }
+    static void PrintFromGraphWindow() {
+        for (QAction* action : Player::Window(ChartsName)->findChildren<QAction*>())
+            if (action->text() == "&Print...") return action->trigger();
+        ADD_FAILURE() << "the graph window has no item to print";
+    }
+};
+
+std::string LinesOfPages(const std::vector<PageLines>& pages) {
+    std::string text;
+    for (const PageLines& page : pages)
+        for (const std::string& line : page)
+            if (!line.empty()) text += line + "\n";
+    return text;
+}
+
+TEST_F(PrintWindows, ThePreviewShowsEveryPageAndPrintsThem) {
+    OpenPreview(Results.Command2, [&] {
+        const int last = PageCount(ReportPreview.Report);
+        EXPECT_TRUE(ReportPreview.Report.WithGraph);
+        EXPECT_EQ(QApplication::focusWidget(), Player::Widget(ReportPreview.PrintButton));
+        for (int page = 2; page <= last; ++page)
+            Player::Press(Qt::Key_PageDown);
+        EXPECT_EQ(ReportPreview.Page, last);
+        EXPECT_FALSE(Player::Widget(ReportPreview.NextButton)->isEnabled());
+        Player::Click(ReportPreview.PreviousButton);
+        EXPECT_EQ(ReportPreview.Page, last - 1);
+        Player::Click(ReportPreview.PrintButton);
+    });
+    EXPECT_EQ(printer.Done.front(), "choose");
+    EXPECT_EQ(printer.Done.back(), "end");
+    EXPECT_EQ(static_cast<int>(printer.Pages.size()), PageCount(ReportPreview.Report));
+    EXPECT_EQ(printer.TextOfPage(1), LinesOfPages({ReportPreview.Report.Pages[0]}));
+}
+
+TEST_F(PrintWindows, ThePreviewIsLeftInEveryWayWithoutPrinting) {
+    for (const Way way : {Way::Cancel, Way::Esc, Way::CloseButton})
+        OpenPreview(Results.Command1, [&] {
+            EXPECT_FALSE(ReportPreview.Report.WithGraph);
+            Player::Click(ReportPreview.WithGraph);
+            EXPECT_TRUE(ReportPreview.Report.WithGraph);
+            if (way == Way::Cancel) return Player::Click(ReportPreview.CloseButton);
+            if (way == Way::Esc) return Player::Press(Qt::Key_Escape);
+            Player::Window(ReportPreviewName)->close();
+            Player::Serve();
+        });
+    EXPECT_EQ(printer.Done.size(), 0U);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(PrintWindows, AFailingPrinterIsToldAndThePreviewStays) {
+    const std::string before = FitFileBytes();
+    printer.EndFails = "the printer does not answer";
+    OpenPreview(Results.Command1, [&] {
+        player.ExpectMessage("Error 'the printer does not answer' during printing--printer may be off line "
+                             "or out of paper, or this may be due to low memory.  Aborting...");
+        Player::Click(ReportPreview.PrintButton);
+        EXPECT_TRUE(ReportPreview.State.Shown);
+        Player::Click(ReportPreview.CloseButton);
+    });
+    EXPECT_EQ(FitFileBytes(), before);
+}
+
+TEST_F(PrintWindows, TheWindowOfTheJobCancelsIt) {
+    Host.ServeEvents = [] { QTest::qWait(30); };
+    OpenPreview(Results.Command1, [&] {
+        player.Expect(PrintEscName, [] {
+            EXPECT_EQ(PrintEsc.Message.Text, "Sending output to printer...");
+            Player::Click(PrintEsc.CancelButton);
+        });
+        Player::Click(ReportPreview.PrintButton);
+        EXPECT_EQ(printer.Done.back(), "abort");
+        EXPECT_TRUE(ReportPreview.State.Shown);
+        Player::Click(ReportPreview.CloseButton);
+    });
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(PrintWindows, TheOptionsOfTheGraphAreTakenByPrintAndOk) {
+    player.ClickMenu("GraphOverlay");
+    for (const Way way : AllWays) {
+        Chart.Style.LeftMargin = 1.0F;
+        printer.Done.clear();
+        player.Expect(PrintGrFormName, [&] {
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(PrintGrForm.Length[LeftEdge]));
+            Player::Type("1.5"); // in place of what is selected
+            Player::Click(PrintGrForm.PageHalf);
+            EXPECT_FALSE(Player::Widget(PrintGrForm.Length[GraphWidth])->isEnabled());
+            if (way == Way::Ok) return Player::Click(PrintGrForm.PrintButton);
+            if (way == Way::Cancel) return Player::Click(PrintGrForm.CancelButton);
+            if (way == Way::Esc) return Player::Press(Qt::Key_Escape);
+            Player::Window(PrintGrFormName)->close();
+            Player::Serve();
+        });
+        PrintFromGraphWindow();
+        EXPECT_EQ(Chart.Style.LeftMargin, way == Way::Ok ? 1.5F : 1.0F);
+        EXPECT_EQ(printer.Done.empty(), way != Way::Ok);
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+    }
+}
+
+TEST_F(PrintWindows, ARefusedMarginIsToldOnceAndCancelAsksNothing) {
+    printer.Now.Page.Border = EvenEdges(0.5);
+    player.ClickMenu("GraphOverlay");
+    player.Expect(PrintGrFormName, [&] {
+        Player::Type("0.1");
+        player.ExpectMessage("You are trying to move the margin into a non-printable area on your printer.");
+        Player::Click(PrintGrForm.PrintButton);
+        EXPECT_TRUE(PrintGrForm.State.Shown);
+        EXPECT_EQ(PrintGrForm.Length[LeftEdge].Text, "0.500");
+        Player::Type("0.2");
+        Player::Click(PrintGrForm.CancelButton);
+        EXPECT_FALSE(PrintGrForm.State.Shown);
+    });
+    PrintFromGraphWindow();
+    EXPECT_EQ(printer.Done.size(), 0U);
+}
+
+// --- files
+// ---------------------------------------------------------------------------------------------------
+
+struct Paper {
+    const char* Name;
+    double Width, Height; // points
+};
+constexpr Paper Papers[] = {{"a4", 595.0, 842.0},
+                            {"letter", 612.0, 792.0},
+                            {"a4-landscape", 842.0, 595.0},
+                            {"letter-landscape", 792.0, 612.0}};
+
+TEST_F(PrintWindows, ThePdfHasTheTextOfTheReportOnPagesOfThePaper) {
+    for (const Paper& paper : Papers) {
+        PrinterState file;
+        file.Page = NamedPaper(paper.Name);
+        const PrintedReport report = MakePrintedReport(file, false);
+        const PdfDocument pdf = ReadPdf(ReportPdf(report));
+        EXPECT_DOUBLE_EQ(pdf.PageWidth, paper.Width) << paper.Name;
+        EXPECT_DOUBLE_EQ(pdf.PageHeight, paper.Height) << paper.Name;
+        EXPECT_EQ(pdf.Pages, PageCount(report)) << paper.Name;
+        EXPECT_EQ(TextOf(pdf), LinesOfPages(report.Pages)) << paper.Name;
+    }
+}
+
+TEST_F(PrintWindows, AFitOfEighteenSetsFillsAsManyPagesInThePdf) {
+    UseAllSets();
+    Work.MonitorMode = 0;
+    RunFit();
+    Work.MonitorMode = 1;
+    ASSERT_NE(Work.FitDone, FlagFalse);
+    PrinterState file;
+    const PrintedReport report = MakePrintedReport(file, true);
+    EXPECT_GT(report.Pages.size(), 3U);
+    const PdfDocument pdf = ReadPdf(ReportPdf(report));
+    EXPECT_EQ(pdf.Pages, static_cast<int>(report.Pages.size()) + 1);
+    EXPECT_TRUE(TextOf(pdf).starts_with(LinesOfPages(report.Pages))) << "and the graph behind it";
+}
+
+TEST_F(PrintWindows, WithoutAPrinterAGraphBecomesAPdfOnA4) {
+    Host.Printer = DesktopPrinter();
+    if (!Host.Printer.Current().Name.empty()) GTEST_SKIP() << "this machine has a printer";
+    player.ClickMenu("GraphOverlay");
+    const std::string path = player.Directory() + "/graph.pdf";
+    player.GiveFile(path);
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    const PdfDocument pdf = ReadPdf(ReadWholeFile(path));
+    EXPECT_EQ(pdf.Pages, 1);
+    EXPECT_DOUBLE_EQ(pdf.PageWidth, 595.0);
+    EXPECT_DOUBLE_EQ(pdf.PageHeight, 842.0);
+    EXPECT_NE(TextOf(pdf).find("(R^2 - Ro^2) / 2"), std::string::npos) << TextOf(pdf);
+    player.GiveFile(""); // no file is given: nothing is printed, and nothing is told
+    EXPECT_FALSE(PrintGraph(PrintModes::FromMenu));
+}
+
+} // namespace
+} // namespace Quillon
