@@ -26,12 +26,12 @@ struct PictureFile {
     // it is seen. Before anything is drawn. A picture without this call is the whole surface.
     std::function<void(const DeviceRect&)> SetWindow;
 
+    // Ends the picture and gives the bytes of its file; only once. A failure is a RuntimeError.
+    std::function<std::string()> Finish;
+
     // Ends the page in hand and begins another one of the same size. Only a PDF has pages; elsewhere it is
     // empty.
     std::function<void()> NewPage;
-
-    // Ends the picture and gives the bytes of its file; only once. A failure is a RuntimeError.
-    std::function<std::string()> Finish;
 };
 
 // The width of the thinnest line in a file, in device units: one unit, but not less than is seen on paper.

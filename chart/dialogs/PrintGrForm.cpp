@@ -3,12 +3,12 @@
 #include "chart/dialogs/OptionLists.h"
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGraph.h"
+#include "chart/files/Exchange.h"
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/targets/PageGeometry.h"
 #include "input/NUMINPUT.h"
 #include "platform/Narrow.h"
-#include "platform/Paths.h"
 #include "platform/Platform.h"
 
 #include <cmath>
@@ -21,7 +21,6 @@ namespace {
 
 enum class LeftBy { Cancel, Ok, Print };
 LeftBy Way = LeftBy::Cancel;
-bool NoteShown = false; // the note on metafiles comes once in a run
 
 constexpr float CentimetresPerInch = 2.54F;
 
@@ -252,28 +251,6 @@ void ChangePrinter(const std::function<bool()>& dialog) {
     ShowPrinter();
 }
 
-std::string PictureEnding(const std::string& path) {
-    const std::string title = FileTitle(path);
-    const std::size_t point = title.rfind('.');
-    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
-    for (char& c : ending)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return ending;
-}
-
-std::string AskPicturePath() {
-    FileRequest request;
-    request.Title = ProgramTitle() + " - Save Picture";
-    request.Filter = "Enhanced Metafiles (*.EMF)|*.EMF|SVG pictures (*.svg)|*.svg|PDF pictures (*.pdf)|*.pdf|"
-                     "PNG pictures (*.png)|*.png|all files (*.*)|*.*";
-    request.Name = "graph.svg";
-    request.DefaultType = "svg";
-    request.Save = true;
-    if (Seams.DataDirectory) request.Directory = Seams.DataDirectory();
-    const FileAnswer answer = Host.AskFile(request);
-    return answer.Cancelled ? "" : answer.Path;
-}
-
 } // namespace
 
 void LoadPrintGrForm(bool forMetafile) {
@@ -301,8 +278,8 @@ bool AskPrintOptions() {
 }
 
 bool AskMetafileProperties() {
-    if (!NoteShown) Tell(MetafileNote, ProgramTitle(), BoxIcon::Information);
-    NoteShown = true;
+    if (!MetafileNoteShown) Tell(MetafileNote, ProgramTitle(), BoxIcon::Information);
+    MetafileNoteShown = true;
     LoadPrintGrForm(true);
     Host.ShowModal(PrintGrFormName);
     return Way != LeftBy::Cancel;
@@ -382,13 +359,10 @@ void PrintGrOkButton() {
 
 void PrintGrSavePicture() {
     if (!Accept()) return;
-    const std::string path = AskPicturePath();
-    if (path.empty()) return;
-    try {
-        Host.WriteFile(path, PictureOnPaper(PictureEnding(path)));
-    } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text + "' occurred while writing " + path, ProgramTitle(), BoxIcon::Warning);
-    }
+    WriteGraph({"SVG pictures (*.svg)|*.svg|PDF pictures (*.pdf)|*.pdf|PNG pictures (*.png)|*.png|Enhanced "
+                "Metafiles (*.EMF)|*.EMF|all files (*.*)|*.*",
+                "graph.svg", "svg"},
+               PictureOnPaper);
 }
 
 void PrintGrCancelButton() {

@@ -41,6 +41,7 @@ extern PrintGrFormRecord PrintGrForm;
 
 // Shows the form. AskPrintOptions: true when the graph is to be printed. AskMetafileProperties: without the
 // print button, for the first time in a run behind a note; true unless it was cancelled.
+inline bool MetafileNoteShown = false;
 bool AskPrintOptions();
 bool AskMetafileProperties();
 

@@ -117,8 +117,8 @@ bool RunJob(std::int16_t mode) {
 }
 
 // What holds for one printing alone.
-void ForgetColors() {
-    Chart.UseOnlyBW = Chart.UseColorOnBW = FlagFalse;
+void ForgetColors(ChartModule& chart) {
+    chart.UseOnlyBW = chart.UseColorOnBW = FlagFalse;
 }
 
 bool Print(std::int16_t mode) {
@@ -131,7 +131,7 @@ bool Print(std::int16_t mode) {
         TellPrintFailure(error.Text);
     }
     Host.SetPointer(Pointer::Standard);
-    ForgetColors();
+    ForgetColors(Chart);
     if (done && Held) Charts.StatusLine.Text = "The page is held open for the next graph.";
     return done;
 }
@@ -159,7 +159,8 @@ void DrawGraphOnPage(const PrinterState& printer, const DrawingSurface& page, do
 std::string PictureOnPaper(const std::string& ending) {
     const PrinterState printer = Host.Printer.Current();
     const PictureRequest paper = PaperRequest(printer.Page, ending);
-    const GraphScope scope;
+    GraphScope scope;
+    ForgetColors(scope.Former); // those of Chart hold until the picture is drawn
     std::string bytes;
     SetMetafileMaker([&](const MetafileRequest& asked) {
         PictureRequest request = paper;
@@ -185,6 +186,21 @@ bool PrintGraph(std::int16_t mode) {
 
 void PrintGraphControl() {
     if (GraphMayChange() && AskPrintOptions()) PrintGraph(PrintModes::FromMenu);
+}
+
+void CopyMeta() {
+    if (!PrintGraph(PrintModes::Metafile)) return;
+    OfferGraph([] {
+        ClipboardOffer offer;
+        offer.Emf = PictureOnPaper("emf");
+        return offer;
+    });
+}
+
+void WriteMeta() {
+    if (!PrintGraph(PrintModes::Metafile)) return;
+    WriteGraph({"Enhanced Metafiles (*.EMF)|*.EMF|all files (*.*)|*.*", "*.EMF", "EMF"},
+               [](const std::string&) { return PictureOnPaper("emf"); });
 }
 
 void EndHeldPage() {

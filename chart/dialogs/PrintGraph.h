@@ -34,6 +34,11 @@ void EndHeldPage();
 // RuntimeError. window: the ratio of width to height that KeepAspect keeps; 0 takes that of the window.
 void DrawGraphOnPage(const PrinterState& printer, const DrawingSurface& page, double window = 0.0);
 
+// The commands: the graph as a metafile goes to the clipboard, or to a file that is asked for, once its
+// properties have been asked for.
+void CopyMeta();
+void WriteMeta();
+
 // The graph at hand as it would be printed, as the bytes of a picture of an ending ("emf", "svg", "pdf",
 // "png") that is as large as on the paper; margins are no part of it. Fails as DrawGraphOnPage.
 std::string PictureOnPaper(const std::string& ending);

@@ -168,7 +168,9 @@ void WriteTold(const std::string& path, const std::function<std::string()>& byte
 }
 
 // Puts on the clipboard what make gives; a failure is told.
-void Offer(const std::function<ClipboardOffer()>& make) {
+} // namespace
+
+void OfferGraph(const std::function<ClipboardOffer()>& make) {
     if (!GraphMayChange()) return;
     try {
         if (!Host.SetClipboard(make())) RaiseError("the clipboard cannot be used");
@@ -177,7 +179,12 @@ void Offer(const std::function<ClipboardOffer()>& make) {
     }
 }
 
-} // namespace
+void WriteGraph(const GraphFileKinds& kinds,
+                const std::function<std::string(const std::string& ending)>& bytes) {
+    if (!GraphMayChange()) return;
+    const std::string path = AskForFile(kinds.Filter, kinds.Name, kinds.DefaultType);
+    if (!path.empty()) WriteTold(path, [&] { return bytes(EndingOf(path)); });
+}
 
 PictureFile OpenPictureAs(const std::string& ending, const PictureRequest& request) {
     if (ending == "svg") return OpenSvg(request);
@@ -228,17 +235,15 @@ std::string GraphAs(const std::string& ending) {
 }
 
 void SaveGraphAs() {
-    if (!GraphMayChange()) return;
-    const std::string path = AskForFile(
-        "SVG pictures (*.svg)|*.svg|PDF pictures (*.pdf)|*.pdf|PNG pictures (*.png)|*.png|Enhanced Metafiles "
-        "(*.EMF)|*.EMF|ASCII data files (*.DAT)|*.DAT|comma separated values (*.csv)|*.csv|graph save files "
-        "(*.GRF)|*.GRF|all files (*.*)|*.*",
-        "graph.svg", "svg");
-    if (!path.empty()) WriteTold(path, [&] { return GraphAs(EndingOf(path)); });
+    WriteGraph({"SVG pictures (*.svg)|*.svg|PDF pictures (*.pdf)|*.pdf|PNG pictures (*.png)|*.png|Enhanced "
+                "Metafiles (*.EMF)|*.EMF|ASCII data files (*.DAT)|*.DAT|comma separated values "
+                "(*.csv)|*.csv|graph save files (*.GRF)|*.GRF|all files (*.*)|*.*",
+                "graph.svg", "svg"},
+               GraphAs);
 }
 
 void CopyGraph() {
-    Offer([] {
+    OfferGraph([] {
         ClipboardOffer offer;
         offer.Svg = Picture("svg");
         offer.Emf = Picture("emf");
@@ -246,21 +251,6 @@ void CopyGraph() {
         offer.Text = DataTextWithHeads();
         return offer;
     });
-}
-
-void CopyMeta() {
-    Offer([] {
-        ClipboardOffer offer;
-        offer.Emf = Picture("emf");
-        return offer;
-    });
-}
-
-void WriteMeta() {
-    if (!GraphMayChange()) return;
-    const std::string path =
-        AskForFile("Enhanced Metafiles (*.EMF)|*.EMF|all files (*.*)|*.*", "*.EMF", "EMF");
-    if (!path.empty()) WriteTold(path, [] { return Picture("emf"); });
 }
 
 } // namespace Quillon

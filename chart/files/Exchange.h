@@ -3,6 +3,7 @@
 
 #include "chart/records/SetTable.h"
 #include "platform/PictureFile.h"
+#include "platform/Platform.h"
 
 #include <functional>
 #include <string>
@@ -54,15 +55,22 @@ PictureFile OpenPictureAs(const std::string& ending, const PictureRequest& reque
 // RuntimeError.
 std::string GraphAs(const std::string& ending);
 
+// Puts what make gives on the clipboard. A failure of either is told.
+void OfferGraph(const std::function<ClipboardOffer()>& make);
+
+// Asks for a file and writes what bytes gives for its ending (small letters). A failure is told, and the file
+// is then what it was.
+struct GraphFileKinds {
+    std::string Filter, Name, DefaultType; // as FileRequest has them
+};
+void WriteGraph(const GraphFileKinds& kinds,
+                const std::function<std::string(const std::string& ending)>& bytes);
+
 // The command: asks for a file and writes the graph to it; the file's ending chooses what.
 void SaveGraphAs();
 
 // The command: the graph goes to the clipboard as a picture of lines (SVG and metafile), as dots (PNG) and as
 // its numbers below their heads, all at once; each program takes what it does best with.
 void CopyGraph();
-
-// The commands: the metafile alone goes to the clipboard, or to a file that is asked for.
-void CopyMeta();
-void WriteMeta();
 
 } // namespace Quillon

@@ -165,18 +165,6 @@ TEST_F(ExchangeTest, NumbersForASpreadsheetComeWithHeadsAndComeBack) {
     EXPECT_TRUE(back.Y == Chart.DataY);
 }
 
-TEST_F(ExchangeTest, TheMetafileAloneGoesToTheClipboardAndToAFile) {
-    PlotTwo();
-    CopyMeta();
-    EXPECT_TRUE(Outside.ClipboardKinds.Svg.empty() && Outside.ClipboardKinds.Text.empty());
-    const std::string path = Outside.Directory() + "/g.emf";
-    Outside.ExpectFile("Quillon - Save Graph File", path);
-    WriteMeta();
-    EXPECT_EQ(ReadWholeFile(path), Outside.ClipboardKinds.Emf);
-    Outside.ExpectFile("Quillon - Save Graph File", "");
-    WriteMeta();
-}
-
 TEST_F(ExchangeTest, AClipboardThatCannotBeUsedIsTold) {
     PlotTwo();
     Host.SetClipboard = [](const ClipboardOffer&) { return false; };
@@ -190,8 +178,6 @@ TEST_F(ExchangeTest, AClipboardThatCannotBeUsedIsTold) {
     Chart.GraphHeld = 0; // every command needs a graph that is held
     EditCopyData();
     CopyGraph();
-    CopyMeta();
-    WriteMeta();
 }
 
 } // namespace

@@ -345,6 +345,49 @@ TEST_F(PrintGraphTest, AMetafileIsAsLargeAsTheGraphOnPaper) {
     EXPECT_EQ(Printer.Done.size(), 0U);
 }
 
+TEST_F(PrintGraphTest, TheMetafileCommandsAskForItsPropertiesAndTellOnceWhatTheyMean) {
+    MetafileNoteShown = false;
+    const std::string path = Outside.Directory() + "/g.emf";
+    Outside.ExpectMessage(
+        "Metafiles are formatted as though they were being printed, and thus will not use color unless you "
+        "have selected a color printer or check the 'Use color on black and white printer' option.  The "
+        "metafile will have a 'suggested size' corresponding to the printed size settings.  After importing "
+        "it into other programs, the metafile may be rescaled in both height and width without loss of "
+        "resolution, but it is best to create it using, at least, the desired height/width ratio.  The graph "
+        "margin areas are not included in the metafile; thus the margin settings are relevant only because "
+        "for 'Full Page' and 'Half Page' modes they play a role in determining the 'size'.");
+    WithOptions([] {
+        EXPECT_EQ(PrintGrForm.State.Caption, "Set Properties for MetaFile");
+        EXPECT_FALSE(PrintGrForm.PrintButton.Visible);
+        PrintGrSizeClick(&PrintGrFormRecord::PageCustom);
+        PrintGrOkButton();
+    });
+    Outside.ExpectFile("Quillon - Save Graph File", path);
+    WriteMeta();
+    WithOptions([] { PrintGrOkButton(); }); // the note has been read
+    CopyMeta();
+    EXPECT_EQ(ReadWholeFile(path), Outside.ClipboardKinds.Emf);
+    EXPECT_TRUE(Outside.ClipboardKinds.Svg.empty() && Outside.ClipboardKinds.Text.empty());
+    WithOptions([] { PrintGrCancelButton(); });
+    WriteMeta();
+    WithOptions([] { PrintGrCancelButton(); });
+    CopyMeta();
+    EXPECT_EQ(Printer.Done.size(), 0U);
+}
+
+TEST_F(PrintGraphTest, AMetafileHasTheColorsOfThePrinterOrThoseAskedForOnce) {
+    Printer.Now.HasColor = false;
+    Chart.UseColorOnBW = -1;
+    const auto colored = [](const std::string& bytes) {
+        const std::vector<EmfItem> items = PlayMetafile(ReadMetafile(bytes));
+        return std::any_of(items.begin(), items.end(), [](const EmfItem& item) {
+            return item.PenVisible && item.PenColor != 0 && item.PenColor != 0xFFFFFF;
+        });
+    };
+    EXPECT_TRUE(colored(PictureOnPaper("emf")));
+    EXPECT_FALSE(colored(PictureOnPaper("emf")));
+}
+
 TEST_F(PrintGraphTest, PicturesOfTheSizeOnPaperAreSavedFromTheDialog) {
     Chart.Style.MetricUnits = -1;
     Chart.Style.PageFull = 0.0F;
@@ -353,14 +396,14 @@ TEST_F(PrintGraphTest, PicturesOfTheSizeOnPaperAreSavedFromTheDialog) {
     Chart.Style.CustomHeight = 6.0F;
     const std::string path = Outside.Directory() + "/column.svg";
     LoadPrintGrForm(false);
-    Outside.ExpectFile("Quillon - Save Picture", path);
+    Outside.ExpectFile("Quillon - Save Graph File", path);
     PrintGrSavePicture();
     EXPECT_TRUE(PrintGrForm.State.Shown);
     const std::string svg = ReadWholeFile(path);
     const std::size_t at = svg.find("width=\"");
     ASSERT_NE(at, std::string::npos);
     EXPECT_NEAR(std::stod(svg.substr(at + 7)) / 72.0 * 25.4, 85.0, 0.1);
-    Outside.ExpectFile("Quillon - Save Picture", Outside.Directory() + "/column.xyz");
+    Outside.ExpectFile("Quillon - Save Graph File", Outside.Directory() + "/column.xyz");
     Outside.ExpectMessage("Error 'no graph is written as 'xyz'' occurred while writing " +
                           Outside.Directory() + "/column.xyz");
     PrintGrSavePicture();
