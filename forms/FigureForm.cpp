@@ -61,6 +61,7 @@ QGroupBox* PanelsFrame(Binder& bind) {
 class FigurePicture : public QLabel {
 public:
     FigurePicture() {
+        setObjectName("FigurePreview");
         setMinimumSize(360, 420);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         setAlignment(Qt::AlignCenter);

@@ -6,6 +6,7 @@
 #include "chart/dialogs/LineWidthForm.h"
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "graphs/FigureForm.h"
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
@@ -15,6 +16,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QMimeData>
 #include <QTest>
@@ -187,6 +189,43 @@ TEST_F(ChartDialogs, WidthsAreTakenByOkAlone) {
         Run(Charts.LineWidths);
         EXPECT_EQ(Chart.Spec.LineWidth, way == Way::Ok ? 40 : 15);
     }
+}
+
+TEST_F(ChartDialogs, AFigureIsChosenSeenAndWritten) {
+    const std::string file = player.Directory() + "/figure.svg";
+    const GraphSpec spec = Chart.Spec;
+    for (const Way way : AllWays) {
+        player.Expect(FigureFormName, [&] {
+            const auto preview = [] {
+                const auto* label = Player::Window(FigureFormName)->findChild<QLabel*>("FigurePreview");
+                return label ? label->pixmap(Qt::ReturnByValue).size() : QSize();
+            };
+            const QSize one = preview();
+            EXPECT_GT(one.width(), 100);
+            EXPECT_NE(FigureForm.Note.Text.find(" mm in print"), std::string::npos) << FigureForm.Note.Text;
+            Player::Click(FigureForm.TwoColumnsOption);
+            Player::Click(FigureForm.SetsOption);
+            EXPECT_EQ(FigureForm.Choice, (FigureChoice{TwoColumns, 0.0, true, 0}));
+            EXPECT_NE(preview(), one);
+            Player::Click(FigureForm.OwnOption);
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(FigureForm.WidthInput));
+            Player::Type("120");
+            Player::Press(Qt::Key_Return);
+            EXPECT_EQ(FigureForm.Choice.Width, 120.0);
+            player.GiveFile(file);
+            Player::Click(FigureForm.SaveButton);
+            EXPECT_TRUE(FigureForm.State.Shown);
+            Player::Click(FigureForm.OneColumnOption);
+            Player::Click(FigureForm.AllOption);
+            Leave(FigureFormName, way, FigureForm.CloseButton, FigureForm.CloseButton);
+        });
+        player.ClickMenu("GraphFigure");
+        EXPECT_EQ(Work.AbortFit, FlagFalse);
+        EXPECT_TRUE(Chart.Spec == spec);
+    }
+    QFile written(QString::fromStdString(file));
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(written.readAll().contains("width=\"340.14pt\"")); // 120 mm
 }
 
 TEST_F(ChartDialogs, ACopiedGraphIsOnTheClipboardInAllKinds) {
