@@ -31,7 +31,7 @@ struct PictureFile {
 
     // Ends the page in hand and begins another one of the same size. Only a PDF has pages; elsewhere it is
     // empty.
-    std::function<void()> NewPage;
+    std::function<void()> NewPage = {};
 };
 
 // The width of the thinnest line in a file, in device units: one unit, but not less than is seen on paper.
