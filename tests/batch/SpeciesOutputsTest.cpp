@@ -170,6 +170,47 @@ TEST_F(SpeciesOutputs, NoiseFollowsTheSeed) {
     EXPECT_NE(one, bytes("d", "[simulation]\nnoise = 0.005\nseed = 2\n"));
 }
 
+TEST_F(SpeciesOutputs, SimulatedScansScatterByTheNoiseOfTheJob) {
+    const auto values = [&](const std::string& folder, const std::string& section) {
+        Prepare(SmallCase(), section);
+        Run({"--simulate", Path(folder)});
+        std::vector<double> all;
+        for (const char* row : {"s01", "s02"})
+            for (const auto& entry : fs::directory_iterator(Path(folder))) {
+                if (!entry.path().filename().string().starts_with(row)) continue;
+                std::istringstream text(ReadWholeFile(entry.path().string()));
+                std::string line;
+                std::getline(text, line);
+                std::getline(text, line);
+                for (double radius = 0.0, value = 0.0; text >> radius >> value;)
+                    all.push_back(value);
+            }
+        fs::remove_all(Path(folder));
+        return all;
+    };
+    constexpr double Noise = 0.004;
+    const std::vector<double> truth = values("none", "");
+    ASSERT_EQ(static_cast<long>(truth.size()), Truth.NumPts);
+    double sum = 0.0, squares = 0.0;
+    long count = 0;
+    for (int seed = 1; seed <= 100; ++seed) { // two scans each
+        const std::vector<double> noisy =
+            values("noisy", "[simulation]\nnoise = 0.004\nseed = " + std::to_string(seed) + "\n");
+        ASSERT_EQ(noisy.size(), truth.size());
+        for (std::size_t i = 0; i < truth.size(); ++i) {
+            const double deviate = (noisy[i] - truth[i]) / Noise;
+            sum += deviate;
+            squares += deviate * deviate;
+            ++count;
+        }
+    }
+    // The sum has the variance n; the squares are a chi-square of n degrees of freedom: one case in a
+    // thousand.
+    const auto n = static_cast<double>(count);
+    EXPECT_NEAR(sum, 0.0, 3.3 * std::sqrt(n));
+    EXPECT_NEAR(squares, n, 3.3 * std::sqrt(2.0 * n));
+}
+
 TEST_F(SpeciesOutputs, SimulationNeedsEveryParameter) {
     Prepare(SmallCase());
     std::string text = Text("case.job");
