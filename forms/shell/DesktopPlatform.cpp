@@ -36,6 +36,12 @@ namespace Quillon {
 
 namespace {
 
+// A generator of our own: the toolkit's shared one ends the program when it is seeded.
+QRandomGenerator& UniformSource() {
+    static QRandomGenerator source = QRandomGenerator::securelySeeded();
+    return source;
+}
+
 // Paths are bytes of the file system, texts of messages and clipboards are Latin-1.
 QString PathText(const std::string& path) {
     return QFile::decodeName(QByteArray::fromStdString(path));
@@ -332,11 +338,8 @@ void InstallDesktopPlatform() {
     p.ListFiles = NamesIn;
     p.FileRoots = Roots;
     p.Clock = Now;
-    p.Uniform = [] { return static_cast<float>(QRandomGenerator::global()->bounded(1 << 24)) / (1 << 24); };
-    p.SeedUniform = [] {
-        *QRandomGenerator::global() =
-            QRandomGenerator(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch()));
-    };
+    p.Uniform = [] { return static_cast<float>(UniformSource().bounded(1 << 24)) / (1 << 24); };
+    p.SeedUniform = [] { UniformSource().seed(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch())); };
     p.RunPieces = [](long count, const auto& piece, const auto& watch) {
         RunPieces(CoresOfMachine(), count, piece, watch);
     };

@@ -144,6 +144,21 @@ TEST_F(AnalysisAtTheWindows, SimulationBesideTheData) {
     EXPECT_EQ(Chart.DataY.Sets(), 2 * Work.NumSets);
 }
 
+TEST_F(AnalysisAtTheWindows, NoiseEndedTheProgram) {
+    OneBased<float> former = Work.PtFit;
+    for (int run = 0; run < 2; ++run) {
+        player.ExpectMessage(OverwriteAsk, "No");
+        player.ExpectMessage(NoiseAsk, "Yes");
+        ExpectInput("0.01");
+        player.Expect(GetGuessName, [] { Player::Click(GetGuess.OkButton); });
+        player.ClickMenu("DoSimulate");
+        EXPECT_NE(Work.PtFit, former) << "each simulation has a noise of its own";
+        former = Work.PtFit;
+        CloseGraph();
+        QTest::qWait(2); // the clock seeds
+    }
+}
+
 TEST_F(AnalysisAtTheWindows, SimulationInPlaceOfTheDataAndBack) {
     const Workspace before = Work;
     EXPECT_FALSE(MainItem("BringBackMeasured").Enabled);
