@@ -328,28 +328,38 @@ void MeasureGraph(const Page& page, FigureTexts& texts) {
     texts.Right = std::max(texts.Right, page.Millimetres(Chart.State.LabelWidthX1 / 2.0) + texts.Gap + Slack);
 }
 
-void ArrangeLegend(FigureTexts& texts, double width, double entryWidth, double entryHeight, int entries) {
-    constexpr double spare = 1.02; // the sample grows with the page
-    const double across = entryWidth * spare, free = width - 2.0;
+// The width of the longest line of the legend at the em of the graph at hand, device units.
+int LongestName() {
+    SelectFont(Chart.Spec.Legend.Font, Chart.Layout.Sizes.Legend, 0);
+    int longest = 0;
+    for (long entry = 1; entry <= Chart.SetNames.Hi(); entry += 2)
+        longest = std::max(longest, TextWidth(Chart.SetNames[entry]));
+    return longest;
+}
+
+// The sample of a line grows with the page, whose size is not known yet.
+constexpr double Spare = 1.02;
+
+void ArrangeLegend(FigureTexts& texts, double width, double entryWidth, double entryHeight) {
+    const int entries = Chart.State.Nsets / 2;
+    const double across = entryWidth * Spare, free = width - 2.0;
     texts.LegendBeside = entries > 1 && width >= 120.0 && across <= 0.4 * width;
     const int most = std::max(static_cast<int>((free - texts.Gap) / across), 1);
     const int rows = texts.LegendBeside ? entries : (entries + most - 1) / most;
     const int columns = (entries + rows - 1) / rows;
     texts.LegendWidth = std::min(columns * across + texts.Gap, free);
-    texts.LegendHeight = rows * entryHeight * spare + 2.0 * texts.Gap;
+    texts.LegendHeight = rows * entryHeight * Spare + 2.0 * texts.Gap;
 }
 
 // The size of the legend, and the em at which its longest line fits.
 void MeasureLegend(Figure& figure, FigureTexts& texts) {
     const LegendSpace& space = Chart.Layout.Legend;
-    const double entry = figure.Paper.Millimetres(space.EntryWidth);
-    const double free = figure.Choice.Width - 2.0 - texts.Gap;
-    const double part = std::min(1.0, free / (1.02 * entry));
-    figure.Small = std::max(SmallPoints * part, LeastPoints);
-    const double scale = figure.Small / SmallPoints;
-    ArrangeLegend(texts, figure.Choice.Width, entry * scale,
-                  figure.Paper.Millimetres(space.EntryHeight) * scale,
-                  static_cast<int>(Chart.State.Nsets) / 2);
+    const double sample = figure.Paper.Millimetres(space.SampleWidth + 3.0 * space.Gap);
+    const double name = figure.Paper.Millimetres(LongestName());
+    const double free = (figure.Choice.Width - 2.0 - texts.Gap) / Spare - sample;
+    figure.Small = std::clamp(SmallPoints * free / std::max(name, 1.0), LeastPoints, SmallPoints);
+    ArrangeLegend(texts, figure.Choice.Width, sample + name * figure.Small / SmallPoints,
+                  figure.Paper.Millimetres(space.EntryHeight));
 }
 
 void Measure(Figure& figure) {
