@@ -5,6 +5,7 @@
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/LineWidthForm.h"
 #include "chart/dialogs/PrintGraph.h"
+#include "chart/dialogs/SetColor.h"
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "chart/files/DataText.h"
@@ -242,6 +243,8 @@ private:
         Add(
             style, []() -> MenuItem& { return Charts.mnuEditLegend; }, EditLegend);
         style->addSeparator();
+        Add(
+            style, []() -> MenuItem& { return Charts.AlterColors; }, AlterColors);
         Add(
             style, []() -> MenuItem& { return Charts.LineWidths; }, DoLineWidth);
         Add(

@@ -9,6 +9,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
+#include "platform/Printer.h"
 
 #include <cmath>
 
@@ -26,15 +27,16 @@ std::string WidthText(float twips) {
     return FormatNumber(static_cast<double>(twips), "0.##");
 }
 
-std::string PixelText(const DrawingSurface& surface) {
-    return FormatNumber(static_cast<double>(TwipsPerInch) / surface.DotsPerInchY(), "0.##");
+std::string PixelText(double dotsPerInch) {
+    return FormatNumber(static_cast<double>(TwipsPerInch) / dotsPerInch, "0.##");
 }
 
 std::string ExplanationText() {
-    std::string text = "Input the desired line width in units of twips (twentieths of a point = 1/1440 inch)";
-    if (Seams.HasPicBox) text += "\n\nOn the screen 1 pixel equals " + PixelText(Seams.PicBox) + " twips.";
-    if (Seams.HasPrinter) text += "  On the printer 1 pixel equals " + PixelText(Seams.Printer) + " twips.";
-    return text;
+    std::string text =
+        "Input the desired line width in units of twips (twentieths of a point = 1/1440 inch)\n\n";
+    if (Seams.HasPicBox)
+        text += "On the screen 1 pixel equals " + PixelText(Seams.PicBox.DotsPerInchY()) + " twips.  ";
+    return text + "On the printer 1 pixel equals " + PixelText(PageDots) + " twips.";
 }
 
 std::array<float, WidthCount> PresentWidths() {

@@ -20,15 +20,6 @@ constexpr std::array<const char*, 16> BasicNames = {
     "Black", "Dark Blue", "Dark Green", "Dark Cyan", "Dark Red", "Dark Magenta", "Dark Yellow", "Light Gray",
     "Gray",  "Blue",      "Green",      "Cyan",      "Red",      "Magenta",      "Yellow",      "White"};
 
-std::string NameOf(ChartColor color) {
-    for (int i = 0; i < static_cast<int>(BasicNames.size()); ++i)
-        if (BasicColor(i) == color) return BasicNames[static_cast<std::size_t>(i)];
-    std::string text = "#";
-    for (int shift = 20; shift >= 0; shift -= 4)
-        text += "0123456789ABCDEF"[(ToRgb(color) >> shift) & 0xF];
-    return text;
-}
-
 int Rows() {
     return std::clamp<int>(Chart.State.NColors, 1, CycleLen + 1);
 }
@@ -39,10 +30,19 @@ std::vector<std::string> JustifyNames() {
     return {"Left (data)", "Center (data)", "Right (data)", "Left (page)", "Center (page)", "Right (page)"};
 }
 
+std::string ColorName(ChartColor color) {
+    for (int i = 0; i < static_cast<int>(BasicNames.size()); ++i)
+        if (BasicColor(i) == color) return BasicNames[static_cast<std::size_t>(i)];
+    std::string text = "#";
+    for (int shift = 20; shift >= 0; shift -= 4)
+        text += "0123456789ABCDEF"[(ToRgb(color) >> shift) & 0xF];
+    return text;
+}
+
 std::vector<std::string> ColorListNames() {
     std::vector<std::string> names;
     for (int row = 0; row < Rows(); ++row)
-        names.push_back(NameOf(ColorOfRow(row)));
+        names.push_back(ColorName(ColorOfRow(row)));
     return names;
 }
 

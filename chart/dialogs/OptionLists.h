@@ -15,6 +15,9 @@ std::vector<std::string> JustifyNames();
 // The colours of the table in force, in the order of the cycle: a name, or "#RRGGBB" for one that has none.
 std::vector<std::string> ColorListNames();
 
+// "Dark Blue", or "#RRGGBB" for a colour that has no name.
+std::string ColorName(ChartColor color);
+
 // The row of a cycle index in the list of colours, and the colour of a row.
 int ColorListRow(std::int16_t cycleIndex);
 ChartColor ColorOfRow(int row);

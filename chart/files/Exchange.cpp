@@ -167,7 +167,6 @@ void WriteTold(const std::string& path, const std::function<std::string()>& byte
     }
 }
 
-// Puts on the clipboard what make gives; a failure is told.
 } // namespace
 
 void OfferGraph(const std::function<ClipboardOffer()>& make) {

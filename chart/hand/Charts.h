@@ -40,7 +40,7 @@ struct ChartsForm {
     MenuItem EditHorz{"Edit &Horizontal Axis...", false, false};
     MenuItem EditVert{"Edit &Vertical Axis...", false, false};
     MenuItem LineWidths{"Line &Widths...", false, false}, SymbolSize{"Symbol Si&ze...", false, false};
-    MenuItem AlterColors{"&Colors...", false, false};
+    MenuItem AlterColors{"Set C&olors...", false, false};
 
     // Options of the graph at hand that belong to whoever made it: captions and what each does. The engine
     // itself does nothing here; an item without an action is not shown.

@@ -4,6 +4,7 @@
 #include "chart/records/ChartState.h"
 #include "chart/records/ChartStyle.h"
 #include "chart/records/Colors.h"
+#include "chart/records/Cycles.h"
 #include "chart/records/Kept.h"
 #include "chart/records/Palettes.h"
 #include "chart/records/Records.h"
@@ -193,8 +194,10 @@ void ReadLists(const Section& ini, ChartStyle& style) {
 }
 
 // A table of which the file holds colours is the engine's own with these in it; any other is the palette.
-std::vector<ChartColor> ReadColors(const Section& ini, const std::string& key) {
+// count: of its colours; the engine's own number where it is none that may be.
+std::vector<ChartColor> ReadColors(const Section& ini, const std::string& key, double count) {
     std::vector<ChartColor> colors = Palettes()[0].Colors;
+    if (count >= 1.0 && count <= CycleLen + 1) colors.resize(static_cast<std::size_t>(count));
     bool any = false;
     std::string text;
     for (std::size_t i = 0; i < colors.size(); ++i)
@@ -231,8 +234,12 @@ void ReadChartDefaults() {
     ReadPageSize(ini, style);
     ReadLists(ini, style);
     ReadKept(ini);
-    style.ScreenColors = ReadColors(ini, "ScreenColor");
-    style.PrintColors = ReadColors(ini, "PrintColor");
+    double screen = 0.0;
+    double print = 0.0;
+    ini.Number("ScreenColors", screen);
+    ini.Number("PrintColors", print);
+    style.ScreenColors = ReadColors(ini, "ScreenColor", screen);
+    style.PrintColors = ReadColors(ini, "PrintColor", print);
     Chart.Style = style;
     Chart.State.IniRead = 1;
     Kept.StyleOfFile = FlagFalse;

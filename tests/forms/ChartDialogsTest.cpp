@@ -4,6 +4,7 @@
 #include "chart/dialogs/AxisOptsForm.h"
 #include "chart/dialogs/LegendOptsForm.h"
 #include "chart/dialogs/LineWidthForm.h"
+#include "chart/dialogs/SetColor.h"
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "graphs/FigureForm.h"
@@ -226,6 +227,25 @@ TEST_F(ChartDialogs, AFigureIsChosenSeenAndWritten) {
     QFile written(QString::fromStdString(file));
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     EXPECT_TRUE(written.readAll().contains("width=\"340.14pt\"")); // 120 mm
+}
+
+TEST_F(ChartDialogs, ColoursAreSeenAtOnceAndKeptByOkAlone) {
+    for (const Way way : AllWays) {
+        Chart.Style.ScreenColors = {0, 0x00FF0000, 0x000000FF};
+        player.Expect(SetColorName, [&] {
+            EXPECT_EQ(QApplication::focusWidget(), Player::Widget(SetColorForm.Rows));
+            auto* palette = qobject_cast<QComboBox*>(Player::Widget(SetColorForm.Palette));
+            ASSERT_NE(palette, nullptr);
+            EXPECT_EQ(palette->currentText(), "Own");
+            palette->setFocus();
+            Player::Press(Qt::Key_Home); // the first palette
+            EXPECT_EQ(Chart.State.NColors, 14);
+            Leave(SetColorName, way, SetColorForm.OkButton, SetColorForm.CancelButton);
+        });
+        Run(Charts.AlterColors);
+        EXPECT_EQ(Chart.Style.ScreenColors.size(), way == Way::Ok ? 14U : 3U);
+        EXPECT_EQ(Chart.State.NColors, way == Way::Ok ? 14 : 3);
+    }
 }
 
 TEST_F(ChartDialogs, ACopiedGraphIsOnTheClipboardInAllKinds) {
