@@ -1,7 +1,6 @@
 #include "chart/CHART.h"
 
 #include "chart/layout/CheckAxes.h"
-#include "chart/records/Columns.h"
 #include "chart/records/Kept.h"
 #include "chart/records/SetLooks.h"
 #include "chart/scale/AxisScale.h"
@@ -77,9 +76,9 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     const bool valuesY = pie || state.KindY == AxisKinds::Value;
     TakeValues(data, data.X, Chart.Spec.AxisX1, valuesX, Chart.DataX);
     TakeValues(data, data.Y, Chart.Spec.AxisY1, valuesY, Chart.DataY);
-    ForgetColumns();
-    KeepRaw(data, data.X, Chart.Spec.AxisX1, valuesX, Columns.X.Raw);
-    KeepRaw(data, data.Y, Chart.Spec.AxisY1, valuesY, Columns.Y.Raw);
+    Chart.Columns = {};
+    KeepRaw(data, data.X, Chart.Spec.AxisX1, valuesX, Chart.Columns.X.Raw);
+    KeepRaw(data, data.Y, Chart.Spec.AxisY1, valuesY, Chart.Columns.Y.Raw);
     Chart.LoadFactorX = LoadDivisor(Chart.Spec.AxisX1);
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
     TakeNames(data);
@@ -125,7 +124,7 @@ void LetGo() {
     if (Chart.GraphHeld != 0) return;
     Chart.DataX.Recreate(0, 0);
     Chart.DataY.Recreate(0, 0);
-    ForgetColumns();
+    Chart.Columns = {};
 }
 
 void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNote>& notes,

@@ -7,7 +7,6 @@
 #include "chart/hand/Redraw.h"
 #include "chart/hand/ScaleType.h"
 #include "chart/records/ChartState.h"
-#include "chart/records/Columns.h"
 #include "chart/scale/AxisScale.h"
 #include "chart/scale/Tics.h"
 #include "input/NUMINPUT.h"
@@ -41,7 +40,8 @@ bool IsCategory() {
 
 // Markers stand at values of the scale, and shifted sets have no logarithm.
 bool TypeMayChange() {
-    return !IsCategory() && Charts.Markers.empty() && !IsShifted(Horizontal ? Columns.X : Columns.Y);
+    return !IsCategory() && Charts.Markers.empty() &&
+           !IsShifted(Horizontal ? Chart.Columns.X : Chart.Columns.Y);
 }
 
 void FillScaleCaptions() {

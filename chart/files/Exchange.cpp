@@ -9,7 +9,6 @@
 #include "chart/layout/Layout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartState.h"
-#include "chart/records/Columns.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
 #include "input/NUMINPUT.h"
@@ -54,7 +53,7 @@ void TakePasted(PastedData data) {
         if (axis->ScaleMode == ScaleModes::Zoomed) axis->ScaleMode = ScaleModes::Autorange;
     Replot();
     if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
-    ForgetColumns();
+    Chart.Columns = {};
 }
 
 void ShowPasted() {

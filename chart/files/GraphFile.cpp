@@ -7,7 +7,6 @@
 #include "chart/layout/Layout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartDefaults.h"
-#include "chart/records/Columns.h"
 #include "chart/records/SetLooks.h"
 #include "chart/scale/AxisScale.h"
 #include "input/NUMINPUT.h"
@@ -300,7 +299,6 @@ void AdoptGraph(const std::string& bytes) {
     Chart.Spec.Device = "0";
     Charts.ZoomState = graph.ZoomState;
     Looks = {}; // a file keeps none
-    ForgetColumns();
     SelectTarget(Chart.Spec);
     if (Chart.GraphStatus >= GraphStatuses::Stop) return;
     SuitTheBox(formerView, savedW, savedH);

@@ -2,7 +2,6 @@
 
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
-#include "chart/records/Columns.h"
 #include "chart/records/Kept.h"
 #include "chart/records/Records.h"
 #include "platform/Platform.h"
@@ -67,7 +66,7 @@ void OfferSpecialOption(std::size_t place, const std::string& caption, void (*ac
 }
 
 void SuitSpecialOptions() {
-    const bool off = IsShifted(Columns.Y) || Chart.Spec.AxisY1.ScaleType == ScaleTypes::Logarithmic;
+    const bool off = IsShifted(Chart.Columns.Y) || Chart.Spec.AxisY1.ScaleType == ScaleTypes::Logarithmic;
     for (std::size_t i = 0; i < Charts.SpecialOpts.size(); ++i) {
         MenuItem& item = Charts.SpecialOpts[i];
         bool& withdrawn = Charts.OptionWithdrawn[i];

@@ -1,7 +1,6 @@
 #include "chart/hand/ScaleType.h"
 
 #include "chart/records/ChartState.h"
-#include "chart/records/Columns.h"
 #include "chart/scale/AxisScale.h"
 
 #include <cmath>
@@ -127,7 +126,7 @@ long ValuesWithoutLogarithm(bool alongX) {
 
 void ConvertColumns(bool alongX, const GraphAxis& from, const GraphAxis& to) {
     SetTable& data = alongX ? Chart.DataX : Chart.DataY;
-    ColumnsBefore& before = alongX ? Columns.X : Columns.Y;
+    ColumnsBefore& before = alongX ? Chart.Columns.X : Chart.Columns.Y;
     float& loadFactor = alongX ? Chart.LoadFactorX : Chart.LoadFactorY;
     before.Raw = RawOf(data, before, from, loadFactor);
     data = Transformed(before.Raw, to, 1.0F);

@@ -7,7 +7,6 @@
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/records/ChartState.h"
-#include "chart/records/Columns.h"
 #include "chart/records/SetTable.h"
 #include "chart/scale/AxisScale.h"
 
@@ -77,11 +76,11 @@ int SeparationCount() {
 void SeparateBy(const OneBased<float>& alongX, const OneBased<float>& alongY) {
     GraphSpec& spec = Chart.Spec;
     if (!alongX.Empty()) {
-        ShiftColumns(Chart.DataX, Columns.X, alongX, DrawDivisor(spec.AxisX1, Chart.LoadFactorX));
+        ShiftColumns(Chart.DataX, Chart.Columns.X, alongX, DrawDivisor(spec.AxisX1, Chart.LoadFactorX));
         ScaleAfresh(spec.AxisX1);
     }
     if (!alongY.Empty()) {
-        ShiftColumns(Chart.DataY, Columns.Y, alongY, DrawDivisor(spec.AxisY1, Chart.LoadFactorY));
+        ShiftColumns(Chart.DataY, Chart.Columns.Y, alongY, DrawDivisor(spec.AxisY1, Chart.LoadFactorY));
         ScaleAfresh(spec.AxisY1);
     }
     ShowSeparated();
@@ -94,17 +93,17 @@ void ApplySeparation() {
 }
 
 bool IsSeparated(std::int16_t mode) {
-    return (mode != SeparateModes::AlongY && IsShifted(Columns.X)) ||
-           (mode != SeparateModes::AlongX && IsShifted(Columns.Y));
+    return (mode != SeparateModes::AlongY && IsShifted(Chart.Columns.X)) ||
+           (mode != SeparateModes::AlongX && IsShifted(Chart.Columns.Y));
 }
 
 void TakeBackSeparation(std::int16_t mode) {
-    if (mode != SeparateModes::AlongY && IsShifted(Columns.X)) {
-        TakeBack(Chart.DataX, Columns.X);
+    if (mode != SeparateModes::AlongY && IsShifted(Chart.Columns.X)) {
+        TakeBack(Chart.DataX, Chart.Columns.X);
         ScaleAfresh(Chart.Spec.AxisX1);
     }
-    if (mode != SeparateModes::AlongX && IsShifted(Columns.Y)) {
-        TakeBack(Chart.DataY, Columns.Y);
+    if (mode != SeparateModes::AlongX && IsShifted(Chart.Columns.Y)) {
+        TakeBack(Chart.DataY, Chart.Columns.Y);
         ScaleAfresh(Chart.Spec.AxisY1);
     }
     ShowSeparated();

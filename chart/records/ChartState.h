@@ -3,6 +3,7 @@
 
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartStyle.h"
+#include "chart/records/Columns.h"
 #include "chart/records/Cycles.h"
 #include "chart/records/Records.h"
 #include "chart/records/SetTable.h"
@@ -121,6 +122,7 @@ struct ChartModule {
     ChartLayout Layout;
 
     SetTable DataX, DataY;           // the values after prescale and log transform, not the caller's
+    ChartColumns Columns;            // what these were before they were changed
     OneBased<std::string> SetNames;  // legend text per set, counted from the first set plotted
     OneBased<std::string> CatLabels; // label per category; numbers stand in for blank ones
     std::vector<GraphNote> Notes;

@@ -1,7 +1,7 @@
 #pragma once
 // The columns of the graph at hand as they were before something was done to them that numbers do not come
 // back from: logarithms drop what is not positive, and a sum that is rounded does not lead back. Whatever
-// gives the graph other columns empties this (ForgetColumns).
+// gives the graph other columns empties it.
 
 #include "chart/records/SetTable.h"
 #include "platform/Arrays.h"
@@ -23,15 +23,8 @@ struct ChartColumns {
     ColumnsBefore X, Y;
 };
 
-inline ChartColumns Columns;
-
 inline bool IsShifted(const ColumnsBefore& before) {
     return !before.Unshifted.Empty();
-}
-
-// The graph has got other columns.
-inline void ForgetColumns() {
-    Columns = {};
 }
 
 } // namespace Quillon

@@ -4,7 +4,6 @@
 #include "ChartBench.h"
 #include "chart/dialogs/LineWidthForm.h"
 #include "chart/hand/ScaleType.h"
-#include "chart/records/Columns.h"
 
 namespace Quillon {
 namespace {
@@ -19,7 +18,6 @@ constexpr const char* ToLinear =
 class AxisOptsTest : public ChartBench {
 protected:
     AxisOptsTest() {
-        ForgetColumns();
         GraphSpec spec = Begin();
         Pin(spec.AxisX1, 1, 100, 20);
         spec.AxisX1.Title = {"Radius", 19, 0.03F, 7, 1};
@@ -27,7 +25,6 @@ protected:
         spec.AxisY1.Title.Text = "Signal";
         Plot(spec, Table({{1, 10, 100}}), Table({{0.3F, 2.5F, 7.1F}}));
     }
-    ~AxisOptsTest() override { ForgetColumns(); }
     // Opens the form by a command, does something on it and presses OK.
     void Accept(void (*command)(), std::function<void()> during) {
         Outside.ExpectModal(AxisOptsFormName, [during] {

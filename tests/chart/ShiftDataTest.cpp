@@ -2,7 +2,6 @@
 #include "chart/dialogs/ShiftData.h"
 
 #include "ChartBench.h"
-#include "chart/records/Columns.h"
 
 namespace Quillon {
 namespace {
@@ -10,13 +9,11 @@ namespace {
 class ShiftDataTest : public ChartBench {
 protected:
     ShiftDataTest() {
-        ForgetColumns();
         FormerShift = {};
         GraphSpec spec = Begin();
         Plot(spec, Table({{1, 2}, {1, 2}, {1, MissingValue}}), Table({{0.1F, 0.3F}, {0.2F, 0.7F}, {1, 2}}));
         ChartMenuStatus(Charts);
     }
-    ~ShiftDataTest() override { ForgetColumns(); }
     // Opens the form by a command, does something on it and presses OK.
     void Accept(void (*command)(), std::function<void()> during) {
         Outside.ExpectModal(ShiftDataName, [during] {
