@@ -28,6 +28,23 @@ void TellCommandError(const std::string& text) {
     Tell("Error '" + text + "' occurred in this command.", Work.ProgramName, BoxIcon::Warning);
 }
 
+// A form of constraints: what it has changed makes other points of the fit; closed unchanged it leaves the
+// fit standing.
+void Constrain(void (*dialog)()) {
+    const Workspace before = Work;
+    dialog();
+    if (Work == before) return;
+    BuildFitData();
+    Work.NewData = Changed::Constraints;
+}
+
+// The model and everything that its dialog may have changed with it.
+bool IsSameModel(const Workspace& before) {
+    return Work.Model == before.Model && Work.NonIdeal == before.NonIdeal &&
+           Work.SeparateK == before.SeparateK && Work.OffsetLink == before.OffsetLink &&
+           Work.ConstraintFlags == before.ConstraintFlags;
+}
+
 } // namespace
 
 void RunCommand(const std::function<void()>& command) {
@@ -82,9 +99,13 @@ void MenuExit() {
 }
 
 void DoModelSet() {
+    const Workspace before = Work;
     SelectModel(true);
-    if (!Work.AbortFit)
-        Work.FitDone = Work.FitValid = FlagFalse; // a cancelled dialog leaves the fit standing
+    if (Work.AbortFit) return; // a cancelled dialog leaves the fit standing
+    if ((before.FitDone || before.FitValid) && IsSameModel(before))
+        Work = before; // and so does the model that stood
+    else
+        Work.FitDone = Work.FitValid = FlagFalse;
 }
 
 void DoInitGuesses() {
@@ -93,17 +114,17 @@ void DoInitGuesses() {
 }
 
 void SetConcConstraint() {
-    ConcConstraintDialog();
-    BuildFitData();
-    Work.NewData = 1;
+    Constrain(ConcConstraintDialog);
 }
 
 void SetBaseConstraint() {
     if (const std::string refusal = OffsetConstraintRefusal(); !refusal.empty())
         return Tell(refusal, Work.ProgramName, BoxIcon::Warning);
-    BaseConstraintDialog();
-    BuildFitData();
-    Work.NewData = 1;
+    Constrain(BaseConstraintDialog);
+}
+
+void ShareConcentrations() {
+    Constrain(ShareConcentrationsDialog);
 }
 
 void ToggleTemperatureScale() {

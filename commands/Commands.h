@@ -24,6 +24,7 @@ void DoModelSet();
 void DoInitGuesses();
 void SetConcConstraint();
 void SetBaseConstraint();
+void ShareConcentrations();
 void Covariance();
 void SearchMinima();
 

@@ -1,5 +1,6 @@
 #include "commands/FitCommand.h"
 
+#include "commands/WithoutEffect.h"
 #include "fit/FitMon.h"
 #include "fit/GNLLSQ.h"
 #include "fit/GuessesDialog.h"
@@ -155,14 +156,7 @@ bool WantsRescue(const FitOutcome& outcome) {
     return Work.RescueMode == Rescue::Always;
 }
 
-// Such a fit is singular: it is told before the iteration says so.
-void TellWithoutEffect() {
-    const std::string text = WithoutEffectText();
-    if (!text.empty()) Tell(text, Work.ProgramName, BoxIcon::Warning);
-}
-
 void RunAndTell(const FitProgress& progress) {
-    TellWithoutEffect();
     const PerSlot<float> start = Work.Parms;
     Work.StartParms = start;
     RunFit(progress);
@@ -178,6 +172,7 @@ void RunUnderMonitor() {
 
 void FitPrepared(const FitProgress* progress) {
     BuildParmScale();
+    OfferToHoldWithoutEffect();
     RememberOptions();
     Work.FitValid = Work.FitDone = 0;
     ResetFitFunction();

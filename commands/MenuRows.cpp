@@ -14,6 +14,7 @@
 #include "graphs/SpeciesGraphs.h"
 #include "help/HelpForm.h"
 #include "models/ModelTable.h"
+#include "models/SharedConcentrations.h"
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"
 #include "models/SpecForm.h"
@@ -21,7 +22,7 @@
 #include "persistence/Defaults.h"
 #include "persistence/FitFile.h"
 #include "studies/OtherMinima.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -70,6 +71,11 @@ bool ConcentrationsConstrained() {
 }
 bool OffsetsConstrained() {
     return (Work.ConstraintFlags & OffsetBit) != 0;
+}
+bool ConcentrationsShared() {
+    for (const RowNo row : EachRow())
+        if (const long set = SetOf(row).Number; set > 0 && LeaderOf(set) > 0) return true;
+    return false;
 }
 bool ReportsResiduals() {
     return Work.OverlayPlot == 0;
@@ -139,6 +145,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, DataAndModel, Plain, NewGroup},
         {Analysis, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint, DataAndModel, ConcentrationsConstrained},
         {Analysis, "SetBaseConstraint", "C&onstrain Zero Offsets...", SetBaseConstraint, SeveralSets, OffsetsConstrained},
+        {Analysis, "ShareConcentrations", "Share Conce&ntrations...", ShareConcentrations, SeveralSets, ConcentrationsShared},
         {Analysis, "DoIntegrate", "&Integrate Over Cell...", IntegrateDialog, DataAndModel},
         {Analysis, "AlterBounds", "Alter Parameter &Bounds...", BoundsDialog, DataAndModel},
         {Analysis, "DoSimulate", "&Simulate...", SimulateCommand, DataAndModel},

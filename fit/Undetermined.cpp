@@ -46,10 +46,6 @@ std::string HoldThem(const Places& places) {
     return places.size() == 1 ? ". Hold it." : ". Hold them.";
 }
 
-std::string NoEffectText(const Places& places) {
-    return "No point depends on " + Listed(places) + HoldThem(places);
-}
-
 // The eigenvector of the smallest eigenvalue.
 ZeroBased<double> LongestAxis(const NormalEquations& e) {
     ZeroBasedMatrix<double> matrix = e.Matrix;
@@ -114,10 +110,10 @@ std::string CombinationText(const ZeroBased<double>& elements) {
 std::string UndeterminedText(const NormalEquations& e) {
     if (e.Matrix.Size() == 0 || !HoldsNumbers(e)) return "";
     const Places none = WithoutEffect(e);
-    return none.empty() ? CombinationText(LongestAxis(e)) : NoEffectText(none);
+    return none.empty() ? CombinationText(LongestAxis(e)) : WithoutEffectText(none);
 }
 
-std::string WithoutEffectText() {
+std::vector<long> PlacesWithoutEffect() {
     Places left;
     for (long a = 0; a < Work.NumFree; ++a)
         left.push_back(a);
@@ -130,7 +126,11 @@ std::string WithoutEffectText() {
     ResetConstraintSums();
     Work.AbortFit = Work.FunctionFailed = FlagFalse;
     Work.Outcome = outcome;
-    return answered && !left.empty() && Work.NumPts > 0 ? NoEffectText(left) : "";
+    return answered && Work.NumPts > 0 ? left : Places{};
+}
+
+std::string WithoutEffectText(const std::vector<long>& places) {
+    return "No point depends on " + Listed(places) + HoldThem(places);
 }
 
 bool HasNoError(long place) {

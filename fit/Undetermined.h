@@ -25,10 +25,13 @@ std::string UndeterminedText(const NormalEquations& equations);
 // The same sentence of a combination of free positions, by its elements.
 std::string CombinationText(const ZeroBased<double>& elements);
 
-// Before a fit, at the present Parms: "No point depends on Ln c(B,mon), set 3. Hold it." Empty when every
-// fitted parameter moves some point, and where the function has no value. Costs a few points, all of them
-// only where there is something to name.
-std::string WithoutEffectText();
+// Before a fit, at the present Parms: the free positions that move no point, in rising order; with such a one
+// the fit is singular. Empty when every fitted parameter moves some point, and where the function has no
+// value. Costs a few points, all of them only where there is something to name.
+std::vector<long> PlacesWithoutEffect();
+
+// "No point depends on Ln c(B,mon), set 3. Hold it.", for one such position or more.
+std::string WithoutEffectText(const std::vector<long>& places);
 
 // True when a finished fit says nothing of the parameter at a free position: it has no error (a zero on the
 // diagonal of the inverse), or one larger than the value, which of a logarithm is an error above 1. A zero

@@ -3,11 +3,8 @@
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "models/FormControls.h"
-#include "models/NumberBox.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
-
-#include <cmath>
 
 namespace Quillon {
 
@@ -15,47 +12,11 @@ BaseFormRecord BaseForm;
 
 namespace {
 
-Control& LinkBox(long set) {
-    return BaseForm.LinkNum.at(static_cast<std::size_t>(set - 1));
-}
+constexpr LinkWords Words{"Enter the data set # to which this set's zero offset will be linked",
+                          "BaseLine Constraints"};
 
-std::string LinkText(long set) {
-    return BaseForm.Links[set] == 0 ? "" : std::to_string(BaseForm.Links[set]);
-}
-
-void ShowLinks() {
-    for (long set = 1; set <= Work.NumSets; ++set)
-        LinkBox(set).Text = LinkText(set);
-}
-
-// A set that copies its offset has none of its own to give.
-bool MakesChain(long set, long other) {
-    if (BaseForm.Links[other] != 0) return true;
-    for (long s = 1; s <= Work.NumSets; ++s)
-        if (s != set && BaseForm.Links[s] == set) return true;
-    return false;
-}
-
-// Leaves a box; false when its link is refused, which has then been told.
 bool LeaveBox(long set) {
-    Control& box = LinkBox(set);
-    if (LeaveNumberBox(box, LinkText(set)) != BoxLeft::Altered) return true;
-    const float number = std::nearbyint(NumValue(box.Text));
-    if (number < 0.0F || number > static_cast<float>(Work.NumSets)) {
-        Host.Beep();
-        Tell("Invalid data set number entered!", Work.ProgramName, BoxIcon::Warning);
-        BaseForm.State.FocusOn = &box;
-        return false;
-    }
-    const std::int16_t former = BaseForm.Links[set];
-    const std::int16_t other = ToInt16(static_cast<double>(number));
-    BaseForm.Links[set] = 0;
-    const bool chain = other != 0 && MakesChain(set, other);
-    BaseForm.Links[set] = chain ? former : other;
-    if (chain)
-        Tell("You cannot link this set to a set already linked!", "BaseLine Constraints", BoxIcon::Warning);
-    box.Text = LinkText(set);
-    return !chain;
+    return LeaveLinkBox(BaseForm.Boxes, set, BaseForm.State, Words);
 }
 
 void NameControls() {
@@ -70,26 +31,8 @@ void NameControls() {
     BaseForm.ResetButton = Captioned("&Return to Previous Constraints");
 }
 
-void MakeRows() {
-    BaseForm.Links.Recreate(Work.NumSets);
-    for (long set = 1; set <= Work.NumSets; ++set) {
-        BaseForm.SetNumber.push_back(Captioned(std::to_string(set)));
-        BaseForm.SetName.push_back(Captioned(Work.SetLabel[set]));
-        BaseForm.LinkNum.push_back(
-            Captioned("", "Enter the data set # to which this set's zero offset will be linked"));
-        const long link = Work.OffsetLink[Work.SetRow[set]];
-        if (link > 0) BaseForm.Links[set] = Work.SetOfRow[link];
-    }
-    BaseForm.OldLinks = BaseForm.Links;
-}
-
-void StoreLinks() {
-    bool any = false;
-    for (long set = 1; set <= Work.NumSets; ++set) {
-        const long other = BaseForm.Links[set];
-        Work.OffsetLink[Work.SetRow[set]] = other == 0 ? std::int16_t{0} : Work.SetRow[other];
-        any |= other != 0;
-    }
+void TakeLinks() {
+    const bool any = StoreLinks(BaseForm.Boxes, Work.OffsetLink);
     Work.ConstraintFlags =
         ToInt16((Work.ConstraintFlags & ConcentrationBit) | (any ? OffsetBit : std::int16_t{0}));
 }
@@ -105,25 +48,18 @@ std::string OffsetConstraintRefusal() {
 void LoadBaseForm() {
     BaseForm = BaseFormRecord{};
     NameControls();
-    MakeRows();
-    ShowLinks();
-    BaseForm.State.FocusOn = BaseForm.LinkNum.empty() ? &BaseForm.OkButton : &BaseForm.LinkNum.front();
+    BaseForm.Boxes = LoadLinkBoxes(Work.OffsetLink, Words);
+    BaseForm.State.FocusOn =
+        BaseForm.Boxes.LinkNum.empty() ? &BaseForm.OkButton : &BaseForm.Boxes.LinkNum.front();
     BaseForm.State.Shown = true;
 }
 
 void BaseFormGotFocus(long set) {
-    NumGotFocus(LinkBox(set));
+    NumGotFocus(LinkBoxOf(BaseForm.Boxes, set));
 }
 
 int BaseFormKeyPress(long set, int key) {
-    Control& box = LinkBox(set);
-    if (key == KeyReturn)
-        BaseForm.State.FocusOn = set < Work.NumSets ? &LinkBox(set + 1) : &BaseForm.OkButton;
-    if (key != ' ') return WholeNumberBoxKey(box, key);
-    box.Text.clear();
-    box.SelStart = box.SelLength = 0;
-    FreshField = FlagTrue;
-    return 0;
+    return LinkBoxKey(BaseForm.Boxes, set, key, BaseForm.State, BaseForm.OkButton);
 }
 
 void BaseFormLostFocus(long set) {
@@ -132,20 +68,20 @@ void BaseFormLostFocus(long set) {
 
 void BaseFormCancelButton() {
     Work.AbortFit = FlagFalse;
-    BaseForm.Links.Recreate(Work.NumSets);
-    ShowLinks();
+    BaseForm.Boxes.Links.Recreate(Work.NumSets);
+    ShowLinks(BaseForm.Boxes);
 }
 
 void BaseFormResetButton() {
     Work.AbortFit = FlagFalse;
-    BaseForm.Links = BaseForm.OldLinks;
-    ShowLinks();
+    BaseForm.Boxes.Links = BaseForm.Boxes.OldLinks;
+    ShowLinks(BaseForm.Boxes);
 }
 
 void BaseFormOkButton() {
     if (Work.AbortFit) { // Esc in the box that Enter then left
         Work.AbortFit = FlagFalse;
-        ShowLinks();
+        ShowLinks(BaseForm.Boxes);
     }
     for (long set = 1; set <= Work.NumSets; ++set)
         if (!LeaveBox(set)) return;
@@ -156,7 +92,7 @@ void BaseConstraintDialog() {
     LoadBaseForm();
     Host.ShowModal(BaseFormName);
     Work.AbortFit = FlagFalse;
-    StoreLinks();
+    TakeLinks();
 }
 
 } // namespace Quillon

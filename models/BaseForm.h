@@ -1,15 +1,12 @@
 #pragma once
 // The form "Set Zero Offset Constraints" as data: which set shares the zero offset of which other.
 //
-// The form works on links by set; the rows of the data set table get them when it closes. All control arrays
-// have one entry for each fit set, that of set 1 at place 0; functions take the number of the set, from 1.
+// The form works on links by set; the rows of the data set table get them when it closes.
 
-#include "platform/Arrays.h"
+#include "models/LinkBoxes.h"
 #include "platform/Controls.h"
 
-#include <cstdint>
 #include <string>
-#include <vector>
 
 namespace Quillon {
 
@@ -18,10 +15,7 @@ inline constexpr const char* BaseFormName = "BaseForm"; // of the form, for the 
 struct BaseFormRecord {
     FormState State;
     Control Head, XLabel, YLabel;
-    std::vector<Control> SetNumber;         // "1", "2", ...
-    std::vector<Control> SetName;           // labels of the sets
-    std::vector<Control> LinkNum;           // number of the set whose offset is shared; empty for none
-    OneBased<std::int16_t> Links, OldLinks; // by set, now and when the form was loaded; 0 for none
+    LinkBoxes Boxes; // whose offset each set shares
     Control OkButton, CancelButton, ResetButton;
 };
 

@@ -56,6 +56,7 @@
 #include "models/ParmNames.h"
 #include "models/ParmScale.h"
 #include "models/SetMeanSignal.h"
+#include "models/ShareForm.h"
 #include "models/SharedConcentrations.h"
 #include "models/ShowConstraintForm.h"
 #include "models/SigmaCalcForm.h"

@@ -1,6 +1,6 @@
 // The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
 #include "commands/Analmenu.h"
-#include "models/ModelForm.h"
+#include "models/SEDEQ3.h"
 
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
@@ -9,6 +9,7 @@
 #include "scandata/FileForm.h"
 #include "scandata/FileFormEvents.h"
 #include "scandata/FitData.h"
+#include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -332,6 +333,63 @@ TEST_F(MainWindow, CancelledModelDialogLeavesTheFit) {
     RunMainCommand("DoModelSet");
     EXPECT_EQ(Work.FitDone, FlagTrue);
     EXPECT_EQ(Work.AbortFit, 0);
+}
+
+// A fit of two wavelengths that stands.
+void LoadFit(const char* name) {
+    Work = SimulatedWorkspace(ModelCaseNamed(name));
+    Work.DataChosen = Work.ModelChosen = FlagTrue;
+    Work.LastModel = Work.Model;
+    BuildParmNames();
+    BuildParmFormats();
+    BuildParmScale();
+    SetDefaultBounds();
+    Work.FitDone = Work.FitValid = FlagTrue;
+    SetMenuStatus();
+}
+
+TEST_F(MainWindow, ConstraintFormsClosedUnchangedLostTheFit) {
+    LoadFit("Model08");
+    const Workspace before = Work;
+    script.ExpectModal(ConcFormName, [] { ConcFormOkButton(); });
+    RunMainCommand("SetConcConstraint");
+    EXPECT_TRUE(Work == before);
+    script.ExpectModal(BaseFormName, [] { BaseFormOkButton(); });
+    RunMainCommand("SetBaseConstraint");
+    EXPECT_TRUE(Work == before);
+    script.ExpectModal(ShareFormName, [] { ShareFormClose(); });
+    RunMainCommand("ShareConcentrations");
+    EXPECT_TRUE(Work == before);
+    EXPECT_TRUE(MainItem("ReviewFit").Enabled);
+}
+
+TEST_F(MainWindow, AConstraintThatIsChangedAsksForAnotherFit) {
+    LoadFit("Model08");
+    ASSERT_GE(Work.NumSets, 2);
+    EXPECT_FALSE(MainItem("ShareConcentrations").Checked);
+    script.ExpectModal(ShareFormName, [] {
+        ShareForm.Boxes.LinkNum[1].Text = "1";
+        ShareFormOkButton();
+    });
+    RunMainCommand("ShareConcentrations");
+    EXPECT_EQ(Work.ConcLink[Work.SetRow[2]], Work.SetRow[1]);
+    EXPECT_EQ(Work.NewData, Changed::Constraints);
+    EXPECT_TRUE(MainItem("ShareConcentrations").Checked);
+    EXPECT_FALSE(MainItem("ReviewFit").Enabled);
+}
+
+TEST_F(MainWindow, TheSameModelChosenOnceMoreLostTheFit) {
+    LoadFit("Model08");
+    Work.FreeMap[SlotOffset(1)] = SlotHeld;
+    const Workspace before = Work;
+    script.ExpectModal(ModelFormName, [] {});
+    RunMainCommand("DoModelSet");
+    EXPECT_TRUE(Work == before);
+    script.ExpectModal(ModelFormName, [] { Work.SeparateK = FlagTrue; });
+    script.AnswerAllMessages(BoxAnswer::Yes);
+    RunMainCommand("DoModelSet");
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_EQ(Work.FitValid, 0);
 }
 
 TEST_F(MainWindow, OffsetTiesAreRefusedWithAModelWithoutOffsets) {

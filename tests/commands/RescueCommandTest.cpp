@@ -1,6 +1,7 @@
 // What the fit command makes of a fit that did not end at a minimum.
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
+#include "commands/WithoutEffect.h"
 #include "fit/FreeMap.h"
 #include "fit/GNLLSQ.h"
 #include "fit/GetGuess.h"
@@ -14,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace Quillon {
@@ -170,18 +172,42 @@ TEST(FitStateTextTest, TellsAStopOnTheWay) {
     EXPECT_EQ(FitStateText(), "Singular Matrix - Fit Aborted");
 }
 
-TEST(WithoutEffect, AParameterThatNoPointDependsOnIsNamedBeforeTheFit) {
-    Script script;
+// A monomer and a dimer, with no dimer anywhere.
+std::string LoadWithoutDimer(Script& script) {
     Load("Model02");
     Work.Bounds[0][2] = -2000.0F;
-    Work.Parms[2] = -1000.0F; // no dimer anywhere
+    Work.Parms[2] = -1000.0F;
     script.ExpectModal(GetGuessName, Accept);
-    const std::string text = "No point depends on " + Work.ParmName[2] + ". Hold it.";
-    script.ExpectMessage(text);
+    return "No point depends on " + Work.ParmName[2] + ". Hold it.";
+}
+
+TEST(WithoutEffect, AParameterThatNoPointDependsOnIsNamedBeforeTheFit) {
+    Script script;
+    const std::string text = LoadWithoutDimer(script);
+    script.ExpectMessage(
+        {text + "\n\n" + HoldQuestion, "Quillon", BoxIcon::Warning, BoxButtons::YesNo, BoxAnswer::Yes},
+        BoxAnswer::No);
     script.ExpectMessage("Singular Matrix - Fit Aborted\n\n" + text);
     script.ExpectMessage(RescueQuestion, BoxAnswer::No);
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, 0);
+}
+
+TEST(WithoutEffect, HeldOnRequestItLeavesTheOthersTheirFit) {
+    Script script;
+    const std::string text = LoadWithoutDimer(script);
+    script.ExpectMessage(text + "\n\n" + HoldQuestion, BoxAnswer::Yes);
+    script.ExpectModal(ResultsName, [] {});
+    const std::int16_t fitted =
+        ToInt16(static_cast<long>(std::count_if(Work.FreeMap.begin(), Work.FreeMap.begin() + Work.NumParms,
+                                                [](std::int16_t map) { return map >= 0; })));
+    FitDataCommand();
+    EXPECT_NE(Work.FitDone, 0);
+    EXPECT_EQ(Work.FreeMap[2], SlotHeld);
+    EXPECT_EQ(Work.Parms[2], -1000.0F);
+    EXPECT_EQ(Work.NumFree, fitted - 1);
+    for (long a = 0; a < Work.NumFree; ++a)
+        EXPECT_EQ(Work.FreeMap[Work.FreeIndex[a]], a);
 }
 
 } // namespace

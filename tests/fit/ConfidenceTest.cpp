@@ -4,6 +4,7 @@
 #include "SyntheticFit.h"
 #include "fit/FDistribution.h"
 #include "fit/GNLLSQ.h"
+#include "models/SEDEQ3.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ReferenceModel.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <vector>
@@ -435,6 +437,64 @@ TEST_F(TwoLevels, RestoredFitWithoutAnyTrialYet) {
 
 // --- a real model
 // ----------------------------------------------------------------------------------------------------
+
+// Two scans of one sample under the same optics, tied or not, offsets held.
+void MakeTwoScansOfOneSample() {
+    MakeSets(2, 60, 5);
+    Work.MonitorMode = Monitor::None;
+    for (const long row : {1L, 2L}) {
+        Work.ScanRPM[row] = Work.ScanRPM[1];
+        Work.CellPath[row] = 1.2F;
+        Work.ExtinctionRatio[0][row] = Work.ExtinctionRatio[1][row] = 1.0F;
+        Work.SetSigmaScale[row] = Work.SetSignalScale[row] = 1.0F;
+        Work.ScanRadius[row].Recreate(60);
+        for (long p = 1; p <= 60; ++p)
+            Work.ScanRadius[row][p] = 6.8F + 0.004F * static_cast<float>(p);
+    }
+    Work.ConvergenceLimit = 1e-4F;
+}
+
+void FitMassAndConcentration() {
+    ChooseModel(1, false, false);
+    for (long set = 1; set <= Work.NumSets; ++set) {
+        Work.FreeMap[SlotOffset(set)] = SlotHeld;
+        Work.Parms[SlotOffset(set)] = 0.0F;
+    }
+    NumberFitted();
+    BuildParmScale();
+    SetDefaultBounds();
+    ASSERT_TRUE(RunFit()) << Work.Outcome.Sentence;
+    ASSERT_EQ(Work.NumFree, 2);
+}
+
+// A tie at the same radii makes one set of two: the same sum of squares, and the same limits.
+TEST_F(ConfidenceTest, TiedSetsHaveTheLimitsOfOneSetWithThePointsOfBoth) {
+    MakeTwoScansOfOneSample();
+    Work.ConcLink[2] = 1;
+    FitMassAndConcentration();
+    Search();
+    ASSERT_EQ(Work.LimitsDone, FlagTrue);
+    const std::array<PerFree<float>, 2> tied = Work.ParmLimits;
+    const double sum = Work.SumSq;
+    for (long end = 0; end <= Work.ConfTrace.ColumnHi(); ++end) // the follower goes with its leader
+        EXPECT_FLOAT_EQ(Work.ConfTrace(SlotA(2), end), Work.ConfTrace(SlotA(1), end)) << end;
+
+    MakeTwoScansOfOneSample();
+    Work.ConcLink[2] = 0;
+    for (std::int16_t& set : Work.PtSet)
+        set = 1;
+    Work.NumSets = 1;
+    Work.NumParms = ToInt16(NumSlots(1));
+    Work.SetPts.Recreate(1, Work.NumPts);
+    FitMassAndConcentration();
+    EXPECT_NEAR(Work.SumSq / sum, 1.0, 1e-6);
+    Search();
+    for (long a = 0; a < 2; ++a)
+        for (const std::size_t side : {0U, 1U}) {
+            const double error = std::sqrt(Work.NormMatrix(a, a)) * Widen(Work.RmsResidual);
+            EXPECT_NEAR(Widen(tied[side][a]), Limit(static_cast<long>(side), a), 2e-3 * error) << a << side;
+        }
+}
 
 // Every end point stands where the sum of squares, summed up once more in long double, has grown to the
 // ratio.

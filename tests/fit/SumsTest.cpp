@@ -77,6 +77,35 @@ TEST_P(SumsOfModel, AreThoseOfThePlainLoopWithConstraints) {
     ExpectSumsOfPlainLoop();
 }
 
+// Ranges of their own, so that a follower's concentrations are not those of its leader.
+void GiveRadii(double apart) {
+    for (long s = 1; s <= Work.NumSets; ++s) {
+        const long points = Work.ScanPoints[s];
+        Work.ScanRadius[s].Recreate(points);
+        for (long p = 1; p <= points; ++p)
+            Work.ScanRadius[s][p] =
+                static_cast<float>(6.7 + apart * static_cast<double>(s) + 0.004 * static_cast<double>(p));
+    }
+}
+
+TEST_P(SumsOfModel, AreThoseOfThePlainLoopWithSharedConcentrations) {
+    MakeSets(4, 50, 11);
+    GiveRadii(0.02);
+    Work.ConcLink[2] = 1;
+    Work.ConcLink[4] = 3;
+    ChooseModel(GetParam().Model, GetParam().NonIdeal, GetParam().SeparateK);
+    EXPECT_EQ(Work.FreeMap[SlotA(2)], SlotTied);
+    ExpectSumsOfPlainLoop();
+    // The points of a follower are points of its leader's concentration.
+    const long place = Work.FreeMap[SlotA(1)];
+    const double both = Work.NormMatrix(place, place);
+    for (long p = 1; p <= Work.NumPts; ++p)
+        if (Work.PtSet[p] == 2) Work.PtSet[p] = 3;
+    Work.SetPts[3] = ToInt16(Work.SetPts[3] + Work.SetPts[2]);
+    AccumulateSums();
+    EXPECT_LT(Work.NormMatrix(place, place), both);
+}
+
 // Exponentials that the pass before has left serve the next one only while they are those of its parameters.
 TEST_P(SumsOfModel, AreThoseOfThePlainLoopWithKeptExponentials) {
     MakeSets(3, 300, 10);

@@ -323,7 +323,7 @@ TEST_F(FormsAtTheWindows, CancelTakesConcentrationConstraintsBackAndTheFormStays
 
 TEST_F(FormsAtTheWindows, OffsetsAreTiedByOkAndFreedByCancel) {
     player.Expect(BaseFormName, [] {
-        Enter(BaseForm.LinkNum[1], "1");
+        Enter(BaseForm.Boxes.LinkNum[1], "1");
         Player::Click(BaseForm.OkButton);
     });
     player.ClickMenu("SetBaseConstraint");

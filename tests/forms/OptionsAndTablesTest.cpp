@@ -118,10 +118,10 @@ TEST_F(OptionsAndTables, EnterGoesFromBoxToBox) {
     EXPECT_FLOAT_EQ(Work.ConcConstraintA[Work.SetRow[1]], 0.25F);
     player.Expect(BaseFormName, [] {
         Player::Press(Qt::Key_Return);
-        EXPECT_TRUE(HasFocus(BaseForm.LinkNum[1]));
+        EXPECT_TRUE(HasFocus(BaseForm.Boxes.LinkNum[1]));
         Player::Type("1");
         Player::Press(Qt::Key_Return);
-        EXPECT_TRUE(HasFocus(BaseForm.LinkNum[2]));
+        EXPECT_TRUE(HasFocus(BaseForm.Boxes.LinkNum[2]));
         Player::Click(BaseForm.OkButton);
     });
     player.ClickMenu("SetBaseConstraint");

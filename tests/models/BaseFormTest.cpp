@@ -28,14 +28,14 @@ void StartFourSets() {
 
 void Enter(long set, const std::string& keys) {
     BaseFormGotFocus(set);
-    TypeInto(BaseForm.LinkNum[static_cast<std::size_t>(set - 1)], keys,
+    TypeInto(BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)], keys,
              [&](int key) { return BaseFormKeyPress(set, key); });
     BaseFormLostFocus(set);
 }
 
 std::string Shown() {
     std::string text;
-    for (const Control& box : BaseForm.LinkNum)
+    for (const Control& box : BaseForm.Boxes.LinkNum)
         text += box.Text.empty() ? "-" : box.Text;
     return text;
 }
@@ -53,10 +53,10 @@ TEST(BaseForm, ReadsAsDesigned) {
     EXPECT_EQ(BaseForm.YLabel.Text, "Set Y:");
     EXPECT_EQ(BaseForm.CancelButton.Text, "&Cancel All Constraints");
     EXPECT_EQ(BaseForm.ResetButton.Text, "&Return to Previous Constraints");
-    EXPECT_EQ(BaseForm.LinkNum[0].ToolTip,
+    EXPECT_EQ(BaseForm.Boxes.LinkNum[0].ToolTip,
               "Enter the data set # to which this set's zero offset will be linked");
-    EXPECT_EQ(BaseForm.SetNumber[3].Text, "4");
-    EXPECT_EQ(BaseForm.SetName[1].Text, "scan2.RA1");
+    EXPECT_EQ(BaseForm.Boxes.SetNumber[3].Text, "4");
+    EXPECT_EQ(BaseForm.Boxes.SetName[1].Text, "scan2.RA1");
     EXPECT_EQ(Shown(), "--11"); // sets, not rows
 }
 
@@ -70,8 +70,8 @@ TEST(BaseForm, RecordsAndRemovesLinks) {
     Enter(2, "0");
     Enter(4, " ");
     EXPECT_EQ(Shown(), "----");
-    EXPECT_EQ(BaseForm.Links[2], 0);
-    EXPECT_EQ(BaseForm.Links[4], 0);
+    EXPECT_EQ(BaseForm.Boxes.Links[2], 0);
+    EXPECT_EQ(BaseForm.Boxes.Links[4], 0);
 }
 
 TEST(BaseForm, RefusesNumbersOfNoSet) {
@@ -82,11 +82,11 @@ TEST(BaseForm, RefusesNumbersOfNoSet) {
         LoadBaseForm();
         script.ExpectMessage({NoSuchSet, "Quillon", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
                              BoxAnswer::Ok);
-        BaseForm.LinkNum[1].Text = text; // pasted
+        BaseForm.Boxes.LinkNum[1].Text = text; // pasted
         BaseFormLostFocus(2);
         EXPECT_EQ(script.Beeps, 1);
-        EXPECT_EQ(BaseForm.State.FocusOn, &BaseForm.LinkNum[1]);
-        EXPECT_EQ(BaseForm.Links[2], 1); // the former link stands
+        EXPECT_EQ(BaseForm.State.FocusOn, &BaseForm.Boxes.LinkNum[1]);
+        EXPECT_EQ(BaseForm.Boxes.Links[2], 1); // the former link stands
     }
 }
 
@@ -99,7 +99,7 @@ TEST(BaseForm, RefusesALinkToALinkedSet) {
                          BoxAnswer::Ok);
     Enter(3, "2");
     EXPECT_EQ(Shown(), "-1--"); // the entry is cleared
-    EXPECT_EQ(BaseForm.Links[3], 0);
+    EXPECT_EQ(BaseForm.Boxes.Links[3], 0);
     Enter(3, "4");
     script.ExpectMessage(NoChain);
     Enter(3, "2");
@@ -144,7 +144,7 @@ TEST(BaseForm, EnterGoesDownTheColumnToOk) {
     for (long set = 1; set <= 4; ++set) {
         EXPECT_EQ(BaseFormKeyPress(set, '\r'), '\r');
         EXPECT_EQ(BaseForm.State.FocusOn,
-                  set == 4 ? &BaseForm.OkButton : &BaseForm.LinkNum[static_cast<std::size_t>(set)]);
+                  set == 4 ? &BaseForm.OkButton : &BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set)]);
     }
     EXPECT_TRUE(BaseForm.State.Shown);
 }
@@ -205,11 +205,11 @@ TEST(BaseConstraintDialog, OkTakesTheBoxThatIsBeingEditedOrStays) {
     Script script;
     StartFourSets();
     script.ExpectModal(BaseFormName, [&] {
-        BaseForm.LinkNum[1].Text = "7";
+        BaseForm.Boxes.LinkNum[1].Text = "7";
         script.ExpectMessage(NoSuchSet);
         BaseFormOkButton();
         EXPECT_TRUE(BaseForm.State.Shown);
-        BaseForm.LinkNum[1].Text = "1";
+        BaseForm.Boxes.LinkNum[1].Text = "1";
         BaseFormOkButton();
     });
     BaseConstraintDialog();

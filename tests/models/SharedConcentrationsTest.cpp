@@ -2,6 +2,7 @@
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "tests/support/TypeInto.h"
 
 #include <gtest/gtest.h>
 
@@ -201,6 +202,90 @@ TEST(SharedConcentrations, TiesAreProposedForOneCellAtOneSpeedAndTwoWavelengths)
     Work.DataChannel[2] = Channel::None;
     Work.ScanFile[2] = "00002.RA3";
     EXPECT_TRUE(ProposedTies().empty());
+}
+
+// --- the form ---------------------------------------------------------------------------------------------
+
+std::string ShownLinks() {
+    std::string text;
+    for (const Control& box : ShareForm.Boxes.LinkNum)
+        text += box.Text.empty() ? "-" : box.Text;
+    return text;
+}
+
+void Enter(long set, const std::string& keys) {
+    ShareFormGotFocus(set);
+    TypeInto(ShareForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)], keys,
+             [&](int key) { return ShareFormKeyPress(set, key); });
+    ShareFormLostFocus(set);
+}
+
+TEST(ShareForm, ProposesTheTiesOfTheScansAndOkTakesThem) {
+    Script script;
+    StartPair(7);
+    Work.ConcLink[2] = 0;
+    script.ExpectModal(ShareFormName, [] {
+        EXPECT_EQ(ShownLinks(), "-1");
+        EXPECT_TRUE(ShareForm.Note.Text.starts_with("Proposed: ")) << ShareForm.Note.Text;
+        ShareFormOkButton();
+        EXPECT_FALSE(ShareForm.State.Shown);
+    });
+    ShareConcentrationsDialog();
+    EXPECT_EQ(Work.ConcLink[2], 1);
+    EXPECT_EQ(LeaderOf(2), 1);
+}
+
+TEST(ShareForm, TheWindowsOwnWayOutTiesNothing) {
+    Script script;
+    StartPair(7);
+    Work.ConcLink[2] = 0;
+    script.ExpectModal(ShareFormName, [] { ShareFormClose(); });
+    ShareConcentrationsDialog();
+    EXPECT_EQ(Work.ConcLink[2], 0);
+}
+
+TEST(ShareForm, SaysWhenThereIsNothingToPropose) {
+    Script script;
+    StartPair(7);
+    Work.ConcLink[2] = 0;
+    Work.ScanFile[2] = "00002.RA3";
+    LoadShareForm();
+    EXPECT_EQ(ShownLinks(), "--");
+    EXPECT_TRUE(ShareForm.Note.Text.starts_with("There is nothing to propose")) << ShareForm.Note.Text;
+}
+
+TEST(ShareForm, ShowsTheTiesThatStandAndProposesWhenAsked) {
+    Script script;
+    StartPair(7);
+    Work.ConcLink[1] = 2;
+    Work.ConcLink[2] = 0;
+    LoadShareForm();
+    EXPECT_EQ(ShownLinks(), "2-");
+    EXPECT_EQ(ShareForm.Note.Text, "");
+    ShareFormProposeButton();
+    EXPECT_EQ(ShownLinks(), "-1");
+    ShareFormResetButton();
+    EXPECT_EQ(ShownLinks(), "2-");
+    ShareFormCancelButton();
+    EXPECT_EQ(ShownLinks(), "--");
+    EXPECT_TRUE(ShareForm.State.Shown);
+}
+
+TEST(ShareForm, RefusesChainsSetsThatAreNoneAndASetItself) {
+    Script script;
+    StartPair(7);
+    LoadShareForm();
+    script.ExpectMessage("A set has its own concentrations anyway.");
+    Enter(1, "1");
+    script.ExpectMessage("Invalid data set number entered!");
+    Enter(2, "3");
+    script.ExpectMessage({"You cannot link this set to a set already linked!", "Share Concentrations",
+                          BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
+                         BoxAnswer::Ok);
+    ShareForm.Boxes.LinkNum[0].Text = "";
+    ShareForm.Boxes.LinkNum[1].Text = "1";
+    Enter(1, "2");
+    EXPECT_EQ(ShownLinks(), "-1");
 }
 
 // --- what sharing is for -----------------------------------------------------------------------------------
