@@ -171,7 +171,8 @@ protected:
     void PlayOffsets() {
         const long set = 1 + Below(Work.NumSets);
         BaseFormGotFocus(set);
-        BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)].Text = std::to_string(Below(Work.NumSets + 1));
+        BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)].Text =
+            std::to_string(Below(Work.NumSets + 1));
         BaseFormLostFocus(set);
         if (Chance(5)) BaseFormCancelButton();
         BaseFormOkButton();
