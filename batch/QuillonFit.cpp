@@ -13,6 +13,7 @@
 #include "batch/SavedFit.h"
 #include "batch/SimulateJob.h"
 #include "chart/files/Exchange.h"
+#include "chart/records/Palettes.h"
 #include "commands/PrintedReport.h"
 #include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
@@ -97,6 +98,7 @@ std::string ReportBytes(const Options& options) {
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
     PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty());
     report.Overlay = options.ReportGraph == "overlay";
+    BeginWithSafeColors(true); // as the graphs of --graph
     return ReportPdf(report);
 }
 

@@ -89,6 +89,21 @@ TEST(InstallPlatform, MissingOptionalEntriesAreHarmless) {
     EXPECT_EQ(Host.DecimalMark(), '.');
 }
 
+TEST(InstallPlatform, WithoutAPrinterThereIsA4AndNoJob) {
+    const Restore restore;
+    InstallPlatform(Required());
+    const PrinterState printer = Host.Printer.Current();
+    EXPECT_EQ(printer.Name, "");
+    EXPECT_NEAR(printer.Page.Width * 25.4, 210.0, 0.2); // whole points
+    EXPECT_NEAR(printer.Page.Height * 25.4, 297.0, 0.2);
+    EXPECT_DOUBLE_EQ(printer.Page.Margin.Left * 25.4, 15.0);
+    EXPECT_FALSE(Host.Printer.Choose());
+    EXPECT_FALSE(Host.Printer.SetUpPage());
+    EXPECT_FALSE(Host.Printer.Begin("title").has_value());
+    EXPECT_EQ(PagePicture(printer.Page, "title").Width, 595 * 8);
+    EXPECT_EQ(PagePicture(printer.Page, "title").Height, 842 * 8);
+}
+
 TEST(InstallPlatform, GivenEntriesStay) {
     const Restore restore;
     Platform p = Required();
