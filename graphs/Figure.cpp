@@ -47,7 +47,9 @@ std::string PlainName(long set) {
     const long row = Work.SetRow[set];
     std::string name = Latin1Text(FileTitle(Work.SetLabel[set]));
     const int channel = Work.DataChannel[row];
-    if (channel >= 1 && channel <= 4) name += std::string(", ") + static_cast<char>('A' + channel - 1);
+    const bool told = name.find(" Ch ") != std::string::npos; // labels that were not changed tell it
+    if (channel >= 1 && channel <= 4 && !told)
+        name += std::string(" Ch ") + static_cast<char>('A' + channel - 1);
     return name + ", " + SingleText(Work.ScanRPM[row]) + " rpm";
 }
 

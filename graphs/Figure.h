@@ -21,7 +21,7 @@ bool IsFigureEnding(const std::string& ending);
 double FigureDots(const std::string& ending);
 
 // What the legend and the heads of panels call a data set: the name of its file, the channel where one was
-// chosen, the speed, and the set's number where all of these occur twice: "00012.RA1, B, 12000 rpm".
+// chosen, the speed, and the set's number where all of these occur twice: "00012.RA1 Ch B, 12000 rpm".
 std::string FigureName(long set);
 
 // The root mean square of a set's residuals with two digits: "rms 0.0042".

@@ -213,7 +213,7 @@ TEST_F(FigureTest, TheLegendTellsFileChannelSpeedAndRms) {
     Draw({85.0, 0.0, false, 0});
     // All residuals of a set have one size.
     EXPECT_NE(Paper.FindText("00011.RA1, 10000 rpm, rms 0.0078"), nullptr);
-    EXPECT_NE(Paper.FindText("00012.RA1, B, 11000 rpm, rms 0.0078"), nullptr);
+    EXPECT_NE(Paper.FindText("00012.RA1 Ch B, 11000 rpm, rms 0.0078"), nullptr);
     EXPECT_NE(Paper.FindText("(R\xB2 - Ro\xB2) / 2   (cm\xB2)"), nullptr);
     EXPECT_NE(Paper.FindText("Absorbance"), nullptr);
     EXPECT_NE(Paper.FindText("Residual"), nullptr);
@@ -226,6 +226,9 @@ TEST_F(FigureTest, SetsThatAreCalledAlikeAreNumbered) {
     EXPECT_EQ(FigureName(1), "00011.RA1, 10000 rpm, set 1");
     EXPECT_EQ(FigureName(2), "00012.RA1, 11000 rpm");
     EXPECT_EQ(FigureName(3), "00011.RA1, 10000 rpm, set 3");
+    Work.DataChannel[3] = 3;
+    Work.SetLabel[3] = "00011.RA1 Ch C";
+    EXPECT_EQ(FigureName(3), "00011.RA1 Ch C, 10000 rpm");
 }
 
 TEST_F(FigureTest, OneScaleOfXServesBothGraphs) {
