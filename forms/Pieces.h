@@ -166,11 +166,12 @@ inline int ShownRows(std::size_t rows) {
     return static_cast<int>(std::max<std::size_t>(rows, 6));
 }
 
-// What does not fit the screen scrolls; a field that gets the focus comes into sight.
-inline QScrollArea* Scrolled(QLayout* layout) {
-    auto* inside = new QWidget;
+// What does not fit the screen scrolls; a field that gets the focus comes into sight. With the window named
+// whose layout it was, the order of its fields for Tab stays.
+inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
+    auto* inside = new QWidget(window);
     inside->setLayout(layout);
-    auto* area = new QScrollArea;
+    auto* area = new QScrollArea(window);
     area->setWidget(inside);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);

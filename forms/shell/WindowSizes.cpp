@@ -43,13 +43,52 @@ bool Fits(QSize size, QSize room) {
     return size.width() <= room.width() && size.height() <= room.height();
 }
 
-void Scroll(QDialog& window) {
+// The row of buttons at the foot of a window; null where its last row is none.
+QHBoxLayout* FootOf(QLayout& rows) {
+    for (int i = rows.count() - 1; i >= 0; --i)
+        if (QLayout* row = rows.itemAt(i)->layout()) return qobject_cast<QHBoxLayout*>(row);
+    return nullptr;
+}
+
+// The ways out of a row of buttons: what stands behind its stretch, in a row of its own.
+QHBoxLayout* WaysOut(QHBoxLayout& foot) {
+    int stretch = foot.count() - 1;
+    while (stretch >= 0 && !foot.itemAt(stretch)->spacerItem())
+        --stretch;
+    auto* ways = new QHBoxLayout;
+    ways->addStretch(1);
+    while (foot.count() > stretch + 1) {
+        QWidget* button = foot.itemAt(stretch + 1)->widget();
+        delete foot.takeAt(stretch + 1);
+        if (button) ways->addWidget(button);
+    }
+    return ways;
+}
+
+// The row that stays in sight: the whole foot where it is not too wide, otherwise its ways out.
+QLayout* TakeFoot(QLayout& rows, int width) {
+    QHBoxLayout* foot = FootOf(rows);
+    if (!foot) return nullptr;
+    if (foot->minimumSize().width() > width) return WaysOut(*foot);
+    rows.removeItem(foot);
+    foot->setParent(nullptr);
+    return foot;
+}
+
+// Everything scrolls but the way out.
+void Scroll(QDialog& window, int width) {
     QLayout* rows = window.layout();
+    const QMargins margins = rows->contentsMargins();
     rows->setSizeConstraint(QLayout::SetDefaultConstraint);
-    QScrollArea* area = Scrolled(rows);
+    QLayout* foot = TakeFoot(*rows, width - margins.left() - margins.right());
+    QScrollArea* area = Scrolled(rows, &window);
     auto* whole = new QVBoxLayout(&window);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(area);
+    whole->addWidget(area, 1);
+    if (foot) {
+        foot->setContentsMargins(margins);
+        whole->addLayout(foot);
+    }
     window.setMinimumSize(0, 0);
 }
 
@@ -73,7 +112,7 @@ private:
     static void Keep(QDialog& window) {
         const QSize room = RoomFor(window);
         const QSize needed = window.layout() ? window.layout()->totalMinimumSize() : window.minimumSize();
-        if (window.layout() && !Fits(needed, room)) Scroll(window);
+        if (window.layout() && !Fits(needed, room)) Scroll(window, room.width());
         if (!Fits(window.size(), room)) window.resize(window.size().boundedTo(room));
     }
 };

@@ -19,7 +19,7 @@ QFont FixedPitchFont();
 QSize ForFont(int width, int height);
 
 // From now on every window opens within the screen that it comes up on. One that needs more room than there
-// is gets scroll bars, so that its buttons can be reached.
+// is gets scroll bars, and its ways out stay in sight below them.
 void KeepWindowsOnScreen();
 
 } // namespace Quillon

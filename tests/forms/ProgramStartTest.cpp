@@ -51,7 +51,7 @@ TEST(ProgramStart, WithoutADisplayItAborted) {
 TEST(ProgramStart, AnOptionThatNobodyKnowsIsNoFolder) {
     const Ended end = Start("--hepl", "QT_QPA_PLATFORM=offscreen");
     EXPECT_EQ(end.Status, 1);
-    EXPECT_EQ(end.Out, "quillon: unknown option '--hepl', see quillon --help\n");
+    EXPECT_TRUE(end.Out.ends_with("quillon: unknown option '--hepl', see quillon --help\n")) << end.Out;
 }
 
 } // namespace
