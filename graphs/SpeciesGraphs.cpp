@@ -136,6 +136,11 @@ SpeciesSeries CollectSeries(SpeciesGraph kind, long set) {
     return series;
 }
 
+// The lines of one set go by species: the title says which set it is.
+std::string TitleFor(long set) {
+    return set > 0 ? Work.FitTitle + ", " + SeriesName(set) : Work.FitTitle;
+}
+
 void Show(SpeciesGraph kind, long set) {
     if (MakeSpeciesGraph(kind, set)) ShowCharts();
 }
@@ -151,7 +156,7 @@ bool MakeSpeciesGraph(SpeciesGraph kind, long set) {
     const SpeciesSeries series = CollectSeries(kind, set);
     GraphSpec spec = StartGraph(PlotStyles::Lines);
     spec.SymbolMode = 3;
-    spec.Title1.Text = Work.FitTitle;
+    spec.Title1.Text = TitleFor(set);
     spec.Title2.Text = DataFrom();
     spec.AxisX1.Title.Text = Work.XAxisTitle;
     spec.AxisY1.Title.Text = kind == SpeciesGraph::Fraction ? FractionTitle() : ConcentrationTitle(set > 0);

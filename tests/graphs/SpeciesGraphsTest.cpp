@@ -107,6 +107,15 @@ TEST_F(SpeciesGraphs, TitlesNameTheUnit) {
     EXPECT_EQ(titles(5), titles(2));
 }
 
+TEST_F(SpeciesGraphs, OfOneSetSayWhichSetItIs) {
+    Fit("Model02");
+    Work.FitTitle = "monomer <-> dimer fit";
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, 3));
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "monomer <-> dimer fit, set3.RA1");
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, 0));
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "monomer <-> dimer fit");
+}
+
 TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     Fit("Model02EighteenSets");
     ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
