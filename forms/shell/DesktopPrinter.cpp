@@ -26,6 +26,7 @@ namespace {
 QPrinter& InUse() {
     static const std::unique_ptr<QPrinter> printer = [] {
         auto made = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        if (made->outputFormat() == QPrinter::PdfFormat) made->setPageSize(QPageSize(QPageSize::A4));
         const double margin = PrinterPage().Margin.Left * PointsPerInch;
         made->setPageMargins(QMarginsF(margin, margin, margin, margin), QPageLayout::Point);
         return made;

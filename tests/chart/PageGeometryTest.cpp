@@ -188,11 +188,11 @@ TEST(PageGeometry, TheLegendHasItsPartOfTheWindow) {
     f.Window.State.MultiSet = 1;
     f.Window.Spec.Legend.Show = 1;
     f.Window.Spec.Legend.Where = LegendPlaces::Below;
-    f.Window.Layout.Legend.Height = 100; // a tenth of the diagonal
-    f.Window.Layout.Legend.Width = 300;
-    f.Expect(50, 0, 25, 112); // 50 + 12.5 + 50, ties to even
+    f.Window.Layout.Legend.Height = 101; // of a diagonal of 1000
+    f.Window.Layout.Legend.Width = 301;
+    f.Expect(50, 0, 25, 113); // 50 + 12.5 + 50.5
     f.Window.Spec.Legend.Where = LegendPlaces::Right;
-    f.Expect(50, 0, 188, 50); // 25 + 12.5 + 150
+    f.Expect(50, 0, 188, 50); // 25 + 12.5 + 150.5
 }
 
 TEST(PageGeometry, TheViewStaysOnThePage) {

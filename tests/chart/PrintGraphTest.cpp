@@ -111,7 +111,7 @@ TEST_F(PrintGraphTest, BlackAndWhiteIsForOneTimeOnly) {
     });
     PrintGraphControl();
     const auto colored = [](const DrawnItem& item) {
-        return item.Pen.Visible && item.Kind == "polyline" && item.Pen.Color != 0;
+        return item.Kind != "text" && item.Pen.Visible && item.Pen.Color != 0 && item.Pen.Color != 0xFFFFFF;
     };
     EXPECT_EQ(std::count_if(Printer.Pages[0].begin(), Printer.Pages[0].end(), colored), 0);
     PrintIt();
