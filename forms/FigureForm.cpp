@@ -108,11 +108,11 @@ QWidget* MakeFigureForm(QWidget* parent) {
     both->addWidget(picture, 1);
     auto* all = new QVBoxLayout(form);
     all->addLayout(both, 1);
+    bind.Also([picture] { picture->Follow(); }); // before the note, which it writes
     all->addWidget(MakeLabel(bind, Of(&FigureFormRecord::Note), true));
     all->addLayout(
         ButtonRow({}, {MakeButton(bind, Of(&FigureFormRecord::SaveButton), FigureFormSaveButton, true),
                        MakeCancel(bind, Of(&FigureFormRecord::CloseButton), FigureFormCloseButton)}));
-    bind.Also([picture] { picture->Follow(); });
     return form;
 }
 

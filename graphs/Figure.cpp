@@ -1,11 +1,8 @@
 #include "graphs/Figure.h"
 
-#include "chart/CHART.h"
-#include "chart/pens/BaseFonts.h"
-#include "chart/records/Kept.h"
-#include "chart/records/SetLooks.h"
-#include "chart/targets/SvgFile.h"
-#include "graphs/FitGraphs.h"
+#include "chart/layout/LegendLayout.h"
+#include "chart/pens/Fonts.h"
+#include "graphs/FigureGraphs.h"
 #include "graphs/GraphParts.h"
 #include "graphs/Latin1.h"
 #include "graphs/ResidualGraphs.h"
@@ -16,30 +13,13 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace Quillon {
 
 namespace {
 
-constexpr double MillimetresPerInch = 25.4, PointsPerInch = 72.0, TwipsPerPoint = 20.0;
-
-// The em of the letters and the widths of lines, points; lengths in millimetres.
-constexpr double TextPoints = 7.0, SmallPoints = 6.0, LeastPoints = 5.0;
-constexpr double CurvePoints = 0.75, ThinPoints = 0.5;
-constexpr double GapLength = 0.6, TicLength = 1.0;
-constexpr double SymbolLength = 1.1, SmallSymbol = 0.8;
-
-// From how many points on along the frame symbols are small ones, and below which width a head takes two
-// lines.
-constexpr double DensePoints = 2.0; // for each millimetre
-constexpr double NarrowCell = 45.0;
-
+constexpr double NarrowCell = 45.0; // mm; below it a head takes two lines
 constexpr std::int16_t Nowhere = 0; // AutoPlace of a legend that has its own place
-
-// Open shapes first: the curve is seen through them.
-const std::vector<std::int16_t> FigureSymbols = {6, 4, 8, 2, 10, 12, 14, 0,  16,
-                                                 5, 3, 7, 1, 9,  11, 13, 15, 17};
 
 // --- names -------------------------------------------------------------------------------------------------
 
@@ -53,173 +33,7 @@ std::string PlainName(long set) {
     return name + ", " + SingleText(Work.ScanRPM[row]) + " rpm";
 }
 
-// --- the scope of a figure
-// -----------------------------------------------------------------------------------
-
-// The style of a figure: thin lines, open symbols, no grid, and sets in their own colours.
-void TakeFigureStyle() {
-    ReadChartDefaults();
-    Kept.StyleOfFile = Kept.RainbowDefault = FlagFalse;
-    ChartStyle& style = Chart.Style;
-    style.SymbolOrder = FigureSymbols;
-    style.UseGrids = 0;
-    style.SymbolWidth = style.AxisWidth = style.TicWidth = static_cast<float>(ThinPoints * TwipsPerPoint);
-    style.LineWidth = static_cast<float>(CurvePoints * TwipsPerPoint);
-    style.LineWidthFixed = FlagTrue;
-}
-
-// The graph at hand with all that belongs to it, put back on every way out. Graphs are laid out and painted
-// on Surface; the builders plot on another one that nobody sees, and residuals stand about one line.
-struct FigureScope {
-    ChartModule FormerChart = Chart;
-    ChartSeams FormerSeams = Seams;
-    ChartsForm FormerWindow = Charts;
-    ChartKept FormerKept = Kept;
-    SetLooks FormerLooks = Looks;
-    std::int16_t FormerSpread = Work.SpreadResiduals;
-    DrawingSurface Surface;
-
-    explicit FigureScope(const PictureRequest& request) : Surface(OpenSvg(request).Surface) {
-        Chart = ChartModule{};
-        Work.SpreadResiduals = FlagFalse;
-        Seams.KeepsPicture = FlagFalse;
-        Seams.CancelFlag = nullptr;
-        Seams.NewGraph = nullptr;
-        SetScreenSurface(OpenSvg(request).Surface);
-        SetMetafileMaker([this](const MetafileRequest&) { return MetafileTarget{Surface, {}, {}}; });
-        TakeFigureStyle();
-    }
-    ~FigureScope() {
-        Chart = std::move(FormerChart);
-        Seams = std::move(FormerSeams);
-        Charts = std::move(FormerWindow);
-        Kept = std::move(FormerKept);
-        Looks = std::move(FormerLooks);
-        Work.SpreadResiduals = FormerSpread;
-    }
-    FigureScope(const FigureScope&) = delete;
-    FigureScope& operator=(const FigureScope&) = delete;
-};
-
-// --- from millimetres and points to the chart
-// ------------------------------------------------------------------
-
-struct Page {
-    double Dots{};
-    int Units(double millimetres) const {
-        return static_cast<int>(std::nearbyint(millimetres / MillimetresPerInch * Dots));
-    }
-    double Millimetres(double units) const { return units / Dots * MillimetresPerInch; }
-    // The height of letters of an em.
-    double LetterUnits(double points) const {
-        const BaseFont& font = BaseFontFor("Arial", false);
-        return points / PointsPerInch * Dots * (font.Ascent + font.Descent) / 1000.0;
-    }
-    GraphBox Box(const FigureRect& rect) const {
-        GraphBox box;
-        box.X1 = ToInt16(Units(rect.Left));
-        box.Y1 = ToInt16(Units(rect.Top));
-        box.X2 = ToInt16(Units(rect.Right));
-        box.Y2 = ToInt16(Units(rect.Bottom));
-        box.Color = 15;
-        return box;
-    }
-};
-
-double DiagonalOf(const GraphBox& box) {
-    return std::max(std::trunc(std::hypot(box.X2 - box.X1, box.Y2 - box.Y1)), 1.0);
-}
-
-// A graph of a cell before it has its place.
-struct FigureGraph {
-    ChartModule Module;
-    SetLooks Looks;
-};
-
-struct CellGraphs {
-    long Set{}; // 0 all of them
-    FigureGraph Upper, Lower;
-};
-
-void Require(bool made) {
-    if (!made) RaiseError("it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
-}
-
-FigureGraph Taken() {
-    return {Chart, Looks};
-}
-
-CellGraphs BuildCell(long set) {
-    CellGraphs cell{set, {}, {}};
-    Require(MakeFitGraph(FitGraph::Overlay, set, {}));
-    Chart.Spec.AxisX1.TicMode = TicModes::MarksOnly;
-    cell.Upper = Taken();
-    Require(MakeResidualGraph(ResidualAxis::X, set));
-    Chart.Spec.LineWidth = ToInt16(ThinPoints * TwipsPerPoint); // of the line at zero
-    Chart.Spec.Legend.Show = 0;
-    cell.Lower = Taken();
-    return cell;
-}
-
-// --- one graph at its place
-// ------------------------------------------------------------------------------------
-
-// What a graph of a cell is to show beside its axes.
-struct PartText {
-    std::string Head1, Head2, Left, Below;
-};
-
-void SetTextSizes(const Page& page, double small) {
-    GraphSpec& spec = Chart.Spec;
-    const double diagonal = DiagonalOf(spec.View);
-    const auto text = static_cast<float>(page.LetterUnits(TextPoints) / diagonal);
-    const auto least = static_cast<float>(page.LetterUnits(small) / diagonal);
-    for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2})
-        axis->Title.Size = axis->LabelSize = text;
-    spec.Title1.Size = spec.Title2.Size = spec.Legend.Size = least;
-    Chart.Style.Clearance = static_cast<float>(page.Units(GapLength) / diagonal);
-}
-
-// Symbols are small where they would run into one.
-double SymbolOf(const Page& page, const GraphBox& frame) {
-    const double across = page.Millimetres(frame.X2 - frame.X1);
-    return Chart.State.Npts > DensePoints * across ? SmallSymbol : SymbolLength;
-}
-
-// Gives the graph at hand its place and texts; the scale of a given X axis, where there is one.
-void Place(const Page& page, const FigurePart& part, const PartText& text, const GraphAxis* x) {
-    GraphSpec& spec = Chart.Spec;
-    spec.View = page.Box(part.View);
-    spec.Frame = page.Box(part.Frame);
-    spec.Relayout = 0;
-    spec.Device = "figure"; // no target's number: the page
-    spec.Title1.Text = text.Head1;
-    spec.Title2.Text = text.Head2;
-    spec.Title1.Justify = spec.Title2.Justify = 0;
-    spec.AxisY1.Title.Text = text.Left;
-    spec.AxisX1.Title.Text = text.Below;
-    const double diagonal = DiagonalOf(spec.Frame);
-    Chart.Style.TicSize = static_cast<float>(page.Units(TicLength) / diagonal);
-    Chart.Style.SymbolSize = static_cast<float>(page.Units(SymbolOf(page, spec.Frame)) / diagonal);
-    SetTextSizes(page, SmallPoints);
-    if (x == nullptr) return;
-    GraphAxis taken = *x;
-    taken.ScaleMode = ScaleModes::Manual;
-    taken.TicMode = spec.AxisX1.TicMode;
-    taken.Title = spec.AxisX1.Title;
-    taken.LabelSize = spec.AxisX1.LabelSize;
-    spec.AxisX1 = taken;
-    CopyOppositeAxes(spec);
-}
-
-void LayOut() {
-    SelectTarget(Chart.Spec);
-    Replot();
-    if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the figure leaves its frames no room");
-}
-
-// --- the whole
-// -------------------------------------------------------------------------------------------------
+// --- the whole ---------------------------------------------------------------------------------------------
 
 struct Figure {
     FigureChoice Choice;
@@ -273,30 +87,28 @@ void PlaceLegendBox(const Figure& figure) {
         Chart.SetNames[2 * (set - first) + 1] = FigureName(set) + ", " + FigureRms(set);
 }
 
-void TakeUp(const FigureGraph& graph) {
-    Chart = graph.Module;
-    Looks = graph.Looks;
-}
-
-// Lays the upper graph of a cell out, and the lower one under it; each is then shown by what is given.
-void ForBoth(const Figure& figure, std::size_t place, const std::function<void()>& show) {
+// Lays the lower graph of a cell out, and the upper one over its scale of X, whose tics have room for their
+// labels; each is then shown by what is given.
+using ShowPart = std::function<void(const FigurePart& part, const PartText& text)>;
+void ForBoth(const Figure& figure, std::size_t place, const ShowPart& show) {
     const FigureCell& cell = figure.Plan.Cells[place];
+    TakeUp(figure.Cells[place].Lower);
+    const PartText below = LowerText(cell);
+    PlacePart(figure.Paper, cell.Lower, below, nullptr);
+    LayOutPart();
+    const GraphAxis x = Chart.Spec.AxisX1;
+    show(cell.Lower, below);
     TakeUp(figure.Cells[place].Upper);
-    Place(figure.Paper, cell.Upper, UpperText(figure, place), nullptr);
+    const PartText above = UpperText(figure, place);
+    PlacePart(figure.Paper, cell.Upper, above, &x);
     Chart.Spec.Legend.Show = 0;
     if (!figure.Choice.PanelPerSet) PlaceLegendBox(figure);
     SetTextSizes(figure.Paper, figure.Small);
-    LayOut();
-    const GraphAxis x = Chart.Spec.AxisX1;
-    show();
-    TakeUp(figure.Cells[place].Lower);
-    Place(figure.Paper, cell.Lower, LowerText(cell), &x);
-    LayOut();
-    show();
+    LayOutPart();
+    show(cell.Upper, above);
 }
 
-// --- what texts take
-// --------------------------------------------------------------------------------------------
+// --- what texts take ----------------------------------------------------------------------------------------
 
 constexpr double Slack = 0.15; // so that rounding to units leaves no text without its room
 
@@ -304,7 +116,7 @@ constexpr double Slack = 0.15; // so that rounding to units leaves no text witho
 FigureTexts GuessedTexts(const Figure& figure) {
     FigureTexts texts;
     texts.Line = figure.Paper.Millimetres(figure.Paper.LetterUnits(TextPoints));
-    texts.Gap = GapLength;
+    texts.Gap = FigureGap;
     texts.Left = 9.0;
     texts.Right = 3.0;
     texts.Below = texts.Line + 3.0 * texts.Gap + Slack;
@@ -371,7 +183,7 @@ void Measure(Figure& figure) {
     FigureTexts texts = figure.Texts;
     texts.Left = texts.Right = 0.0;
     for (std::size_t place = 0; place < figure.Cells.size(); ++place)
-        ForBoth(figure, place, [&] {
+        ForBoth(figure, place, [&](const FigurePart&, const PartText&) {
             MeasureGraph(figure.Paper, texts);
             if (Chart.Spec.Legend.Show != 0) MeasureLegend(figure, texts);
         });
@@ -432,7 +244,10 @@ std::string FigureBytes(const FigureChoice& choice, const std::string& ending, d
     scope.Surface = picture.Surface;
     PaintPaper(picture.Surface);
     for (std::size_t place = 0; place < figure.Cells.size(); ++place)
-        ForBoth(figure, place, ShowGraph);
+        ForBoth(figure, place, [&](const FigurePart& part, const PartText& text) {
+            ShowGraph();
+            PaintLeftTitle(figure.Paper, part, text.Left);
+        });
     scope.Surface = {};
     return picture.Finish();
 }

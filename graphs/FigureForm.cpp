@@ -21,7 +21,7 @@ namespace {
 FigureChoice LastChoice; // of this run
 
 std::string LengthText(double length) {
-    return length > 0.0 ? FormatNumber(length, "0.#") : "";
+    return length > 0.0 ? SingleText(static_cast<float>(length)) : "";
 }
 
 double& LengthOf(FigureInput input) {

@@ -1,0 +1,179 @@
+#include "graphs/FigureGraphs.h"
+
+#include "chart/draw/Titles.h"
+#include "chart/pens/BaseFonts.h"
+#include "chart/pens/Pens.h"
+#include "chart/targets/SvgFile.h"
+#include "graphs/FitGraphs.h"
+#include "graphs/GraphParts.h"
+#include "graphs/ResidualGraphs.h"
+#include "platform/RuntimeError.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace Quillon {
+
+namespace {
+
+constexpr double MillimetresPerInch = 25.4, PointsPerInch = 72.0, TwipsPerPoint = 20.0;
+constexpr double CurvePoints = 0.75, ThinPoints = 0.5;
+constexpr double TicLength = 1.0, SymbolLength = 1.1, SmallSymbol = 0.8; // mm
+
+// From how many points on along the frame symbols are small ones.
+constexpr double DensePoints = 2.0; // for each millimetre
+
+// Open shapes first: the curve is seen through them.
+const std::vector<std::int16_t> FigureSymbols = {6, 4, 8, 2, 10, 12, 14, 0,  16,
+                                                 5, 3, 7, 1, 9,  11, 13, 15, 17};
+
+// The style of a figure: thin lines, open symbols, no grid, and sets in their own colours.
+void TakeFigureStyle() {
+    ReadChartDefaults();
+    Kept.StyleOfFile = Kept.RainbowDefault = FlagFalse;
+    ChartStyle& style = Chart.Style;
+    style.SymbolOrder = FigureSymbols;
+    style.UseGrids = 0;
+    style.SymbolWidth = style.AxisWidth = style.TicWidth = static_cast<float>(ThinPoints * TwipsPerPoint);
+    style.LineWidth = static_cast<float>(CurvePoints * TwipsPerPoint);
+    style.LineWidthFixed = FlagTrue;
+}
+
+double DiagonalOf(const GraphBox& box) {
+    return std::max(std::trunc(std::hypot(box.X2 - box.X1, box.Y2 - box.Y1)), 1.0);
+}
+
+void Require(bool made) {
+    if (!made) RaiseError("it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
+}
+
+FigureGraph Taken() {
+    return {Chart, Looks};
+}
+
+// Symbols are small where they would run into one.
+double SymbolOf(const Page& page, const GraphBox& frame) {
+    const double across = page.Millimetres(frame.X2 - frame.X1);
+    return Chart.State.Npts > DensePoints * across ? SmallSymbol : SymbolLength;
+}
+
+} // namespace
+
+int Page::Units(double millimetres) const {
+    return static_cast<int>(std::nearbyint(millimetres / MillimetresPerInch * Dots));
+}
+
+double Page::Millimetres(double units) const {
+    return units / Dots * MillimetresPerInch;
+}
+
+double Page::LetterUnits(double points) const {
+    const BaseFont& font = BaseFontFor("Arial", false);
+    return points / PointsPerInch * Dots * (font.Ascent + font.Descent) / 1000.0;
+}
+
+GraphBox Page::Box(const FigureRect& rect) const {
+    GraphBox box;
+    box.X1 = ToInt16(Units(rect.Left));
+    box.Y1 = ToInt16(Units(rect.Top));
+    box.X2 = ToInt16(Units(rect.Right));
+    box.Y2 = ToInt16(Units(rect.Bottom));
+    box.Color = 15;
+    return box;
+}
+
+FigureScope::FigureScope(const PictureRequest& request)
+    : Surface(OpenSvg(request).Surface), FormerSpread(Work.SpreadResiduals) {
+    Chart = ChartModule{};
+    Work.SpreadResiduals = FlagFalse;
+    Seams.KeepsPicture = FlagFalse;
+    Seams.CancelFlag = nullptr;
+    Seams.NewGraph = nullptr;
+    SetScreenSurface(OpenSvg(request).Surface);
+    SetMetafileMaker([this](const MetafileRequest&) { return MetafileTarget{Surface, {}, {}}; });
+    TakeFigureStyle();
+}
+
+FigureScope::~FigureScope() {
+    Chart = std::move(FormerChart);
+    Seams = std::move(FormerSeams);
+    Charts = std::move(FormerWindow);
+    Kept = std::move(FormerKept);
+    Looks = std::move(FormerLooks);
+    Work.SpreadResiduals = FormerSpread;
+}
+
+CellGraphs BuildCell(long set) {
+    CellGraphs cell{set, {}, {}};
+    Require(MakeFitGraph(FitGraph::Overlay, set, {}));
+    Chart.Spec.AxisX1.TicMode = TicModes::MarksOnly;
+    cell.Upper = Taken();
+    Require(MakeResidualGraph(ResidualAxis::X, set));
+    Chart.Spec.LineWidth = ToInt16(ThinPoints * TwipsPerPoint); // of the line at zero
+    Chart.Spec.Legend.Show = 0;
+    cell.Lower = Taken();
+    return cell;
+}
+
+void TakeUp(const FigureGraph& graph) {
+    Chart = graph.Module;
+    Looks = graph.Looks;
+}
+
+void SetTextSizes(const Page& page, double small) {
+    GraphSpec& spec = Chart.Spec;
+    const double diagonal = DiagonalOf(spec.View);
+    const auto text = static_cast<float>(page.LetterUnits(TextPoints) / diagonal);
+    const auto least = static_cast<float>(page.LetterUnits(small) / diagonal);
+    for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2})
+        axis->Title.Size = axis->LabelSize = text;
+    spec.Title1.Size = spec.Title2.Size = spec.Legend.Size = least;
+    Chart.Style.Clearance = static_cast<float>(page.Units(FigureGap) / diagonal);
+}
+
+void PlacePart(const Page& page, const FigurePart& part, const PartText& text, const GraphAxis* x) {
+    GraphSpec& spec = Chart.Spec;
+    spec.View = page.Box(part.View);
+    spec.Frame = page.Box(part.Frame);
+    spec.Relayout = 0;
+    spec.Device = "figure"; // no target's number: the page
+    spec.Title1.Text = text.Head1;
+    spec.Title2.Text = text.Head2;
+    spec.Title1.Justify = spec.Title2.Justify = 0;
+    spec.AxisY1.Title.Text = "";
+    spec.AxisX1.Title.Text = text.Below;
+    const double diagonal = DiagonalOf(spec.Frame);
+    Chart.Style.TicSize = static_cast<float>(page.Units(TicLength) / diagonal);
+    Chart.Style.SymbolSize = static_cast<float>(page.Units(SymbolOf(page, spec.Frame)) / diagonal);
+    SetTextSizes(page, SmallPoints);
+    if (x == nullptr) return;
+    GraphAxis taken = *x;
+    taken.ScaleMode = ScaleModes::Manual;
+    taken.TicMode = spec.AxisX1.TicMode;
+    taken.Title = spec.AxisX1.Title;
+    taken.LabelSize = spec.AxisX1.LabelSize;
+    spec.AxisX1 = taken;
+    CopyOppositeAxes(spec);
+}
+
+void LayOutPart() {
+    SelectTarget(Chart.Spec);
+    Replot();
+    if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the figure leaves its frames no room");
+}
+
+void PaintLeftTitle(const Page& page, const FigurePart& part, const std::string& text) {
+    if (text.empty()) return;
+    const GraphTitle& title = Chart.Spec.AxisY1.Title;
+    const GraphBox view = page.Box(part.View), frame = page.Box(part.Frame);
+    const float size = FitTitle(title, text, title.Size, frame.Y2 - frame.Y1, 1);
+    const TextSize font = SelectFont(title.Font, size, 1);
+    const int width = TextWidth(text);
+    const int start = (frame.Y1 + frame.Y2 + width) / 2;
+    TargetSurface().SetTextColor(CycleColor(title.Color));
+    DrawTextLine(text, std::min<int>(std::max(start, view.Y1 + width), view.Y2), view.X1 + 1, 1, font);
+}
+
+} // namespace Quillon
