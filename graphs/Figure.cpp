@@ -21,7 +21,7 @@ namespace {
 constexpr double NarrowCell = 45.0; // mm; below it a head takes two lines
 constexpr std::int16_t Nowhere = 0; // AutoPlace of a legend that has its own place
 
-// --- names -------------------------------------------------------------------------------------------------
+// --- names ---------------------------------------------------------------------------------------------
 
 std::string PlainName(long set) {
     const long row = Work.SetRow[set];
@@ -33,7 +33,7 @@ std::string PlainName(long set) {
     return name + ", " + SingleText(Work.ScanRPM[row]) + " rpm";
 }
 
-// --- the whole ---------------------------------------------------------------------------------------------
+// --- the whole -----------------------------------------------------------------------------------------
 
 struct Figure {
     FigureChoice Choice;
@@ -108,7 +108,7 @@ void ForBoth(const Figure& figure, std::size_t place, const ShowPart& show) {
     show(cell.Upper, above);
 }
 
-// --- what texts take ----------------------------------------------------------------------------------------
+// --- what texts take -----------------------------------------------------------------------------------
 
 constexpr double Slack = 0.15; // so that rounding to units leaves no text without its room
 
