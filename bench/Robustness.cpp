@@ -1,18 +1,19 @@
-// The table of docs/robustness.md: for every case, fits from starting values that are far off, plain, with
-// the damped search and with restarts, and where they end.
+// The tables of docs/robustness.md: fits from starting values that are far off, plain and with the damped
+// search behind them, and where they end.
 //
-//     robustness [--seeds N] [--case NAME]
+//     robustness [--seeds N] [--case NAME] [--mixtures N] [-v]
 #include "Robustness.h"
 
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 
 namespace Quillon {
 namespace {
@@ -21,48 +22,142 @@ double Seconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-struct Tally {
-    int Runs = 0, Plain = 0, Rescued = 0, Other = 0, False = 0, Told = 0, Changed = 0;
-    double PlainTime = 0, RescueTime = 0;
-    int Rescues = 0;
-};
-
 bool Verbose = false;
 
-void RunOne(const ModelCase& c, double reach, std::uint64_t seed, Tally& t) {
-    LoadRobustnessCase(c, seed);
-    double least = 0;
-    {
-        const Workspace truth = Work;
-        least = static_cast<double>(FitReference(truth).End.SumSq);
+// Where the fits of a row of the table have ended.
+struct Tally {
+    int Runs = 0, Plain = 0, Minimum = 0, Other = 0, False = 0, Told = 0;
+    int Rescues = 0;
+    double NearTime = 0.0;   // of fits that start at the truth, for each rescue
+    double RescueTime = 0.0; // of the first fit and of what stands behind it
+
+    void Add(const Tally& t) {
+        Runs += t.Runs, Plain += t.Plain, Minimum += t.Minimum, Other += t.Other, False += t.False;
+        Told += t.Told, Rescues += t.Rescues, NearTime += t.NearTime, RescueTime += t.RescueTime;
     }
-    StartFarOff(reach, seed * 1000 + static_cast<std::uint64_t>(reach));
+    void Count(Stand stand) {
+        ++(stand == Stand::Minimum        ? Minimum
+           : stand == Stand::OtherMinimum ? Other
+           : stand == Stand::FalseStop    ? False
+                                          : Told);
+    }
+};
+
+void PrintHead() {
+    std::printf("| | runs | minimum, plain | minimum | %% | another minimum | told to be none | "
+                "\"converged\" elsewhere | cost |\n|---|---|---|---|---|---|---|---|---|\n");
+}
+
+void PrintRow(const char* name, const Tally& t) {
+    std::printf("| %s | %d | %d | %d | %.1f | %d | %d | %d | ", name, t.Runs, t.Plain, t.Minimum,
+                100.0 * t.Minimum / t.Runs, t.Other, t.Told, t.False);
+    if (t.Rescues > 0)
+        std::printf("%.1f |\n", t.RescueTime / t.NearTime);
+    else
+        std::printf("|\n");
+    std::fflush(stdout);
+}
+
+double TimeOf(const auto& work) {
+    const double start = Seconds();
+    work();
+    return Seconds() - start;
+}
+
+// The fit from the start in Work, and the damped search behind it where it says that it is no minimum.
+void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
     const PerSlot<float> start = Work.Parms;
     ++t.Runs;
-    double t0 = Seconds();
-    RunFit();
-    t.PlainTime += Seconds() - t0;
+    double took = TimeOf([] { RunFit(); });
     const FitOutcome first = Work.Outcome;
-    const Stand plain = StandOfFit(least);
-    if (plain == Stand::Minimum) ++t.Plain;
-    if (Work.Outcome.End != FitEnd::Converged) {
+    if (StandOfFit(least) == Stand::Minimum) ++t.Plain;
+    if (first.End != FitEnd::Converged) {
         Work.AbortFit = FlagFalse;
-        t0 = Seconds();
-        RescueFit(start);
-        t.RescueTime += Seconds() - t0;
-        ++t.Rescues;
+        took += TimeOf([&] { RescueFit(start); });
+        ++t.Rescues, t.NearTime += nearTime, t.RescueTime += took;
     }
     const Stand stand = StandOfFit(least);
-    if (stand == Stand::Minimum) ++t.Rescued;
-    if (stand == Stand::OtherMinimum) ++t.Other;
-    if (stand == Stand::FalseStop) ++t.False;
-    if (stand == Stand::Told) ++t.Told;
+    t.Count(stand);
     if (Verbose && stand != Stand::Minimum)
-        std::printf("   %s reach %.0f seed %d: first '%s' d=%.3g, then %s '%s' d=%.3g, sum/least %.6g  %s\n",
-                    c.Name.c_str(), reach, static_cast<int>(seed), first.Sentence.c_str(),
-                    first.ExpectedDecrease.value_or(-1), StandName(stand), Work.Outcome.Sentence.c_str(),
-                    Work.Outcome.ExpectedDecrease.value_or(-1), Work.SumSq / least,
-                    Work.Outcome.Reason.c_str());
+        std::printf("    %s: first '%s', then %s '%s' %s, sum over least %.6g\n", name,
+                    first.Sentence.c_str(), StandName(stand), Work.Outcome.Sentence.c_str(),
+                    Work.Outcome.Reason.c_str(), Work.SumSq / least);
+}
+
+// What a plain fit of the same problem costs that starts where it should; Work is as before.
+double TimeFromTruth() {
+    const Workspace kept = Work;
+    const double took = TimeOf([] { RunFit(); });
+    Work = kept;
+    return took;
+}
+
+Tally FarOff(const std::string& name, double reach, int seeds) {
+    Tally t;
+    for (int seed = 1; seed <= seeds; ++seed) {
+        const auto s = static_cast<std::uint64_t>(seed);
+        LoadRobustnessCase(ModelCaseNamed(name), s);
+        const double least = static_cast<double>(FitReference(Work).End.SumSq);
+        const double nearTime = TimeFromTruth();
+        StartFarOff(reach, s * 1000 + static_cast<std::uint64_t>(reach));
+        FitAndCount(least, nearTime, t, name.c_str());
+    }
+    return t;
+}
+
+void TableOfModels(const std::string& only, int seeds) {
+    for (const double reach : {3.0, 6.0}) {
+        std::printf("\nln K off by +-%.0f\n\n", reach);
+        PrintHead();
+        Tally all;
+        for (const std::string& name : RobustnessCases()) {
+            if (!only.empty() && name != only) continue;
+            const Tally t = FarOff(name, reach, seeds);
+            PrintRow(name.c_str(), t);
+            all.Add(t);
+        }
+        PrintRow("**all**", all);
+    }
+}
+
+// The lowest sum of a mixture: by the dense search, which knows nothing of shared concentrations; there it is
+// that of the fit which starts at the truth.
+double LeastOfMixture(const Mixture& m) {
+    if (!m.Shared) return static_cast<double>(FitReference(Work).End.SumSq);
+    const Workspace kept = Work;
+    RunFit();
+    const double least = Work.SumSq;
+    Work = kept;
+    return least;
+}
+
+void TableOfMixtures(int draws) {
+    for (const Mixture& m : {Mixture{8, 1}, Mixture{8, 2}, Mixture{8, 2, true}, Mixture{9, 1}, Mixture{9, 2},
+                             Mixture{9, 2, true}, Mixture{11, 1}, Mixture{11, 2}, Mixture{11, 2, true}}) {
+        Tally t;
+        std::vector<double> errors, off;
+        const std::string name = "model " + std::to_string(m.Model) + ", " + std::to_string(m.Wavelengths) +
+                                 (m.Wavelengths == 1 ? " wavelength" : " wavelengths") +
+                                 (m.Shared ? ", shared" : "");
+        for (int draw = 1; draw <= draws; ++draw) {
+            LoadMixture(m, static_cast<std::uint64_t>(draw));
+            const double least = LeastOfMixture(m);
+            const double nearTime = TimeFromTruth();
+            const float truth = Work.Parms[6];
+            StartFromDefaults();
+            FitAndCount(least, nearTime, t, name.c_str());
+            if (Work.Outcome.End != FitEnd::Converged) continue;
+            const double variance = std::fabs(Work.NormMatrix(Work.FreeMap[6], Work.FreeMap[6]));
+            if (variance > 0.0) errors.push_back(std::sqrt(variance) * static_cast<double>(Work.RmsResidual));
+            off.push_back(std::fabs(static_cast<double>(Work.Parms[6] - truth)));
+        }
+        PrintRow(name.c_str(), t);
+        std::sort(errors.begin(), errors.end());
+        std::sort(off.begin(), off.end());
+        if (!errors.empty())
+            std::printf("    median error of ln K %.3g, median distance from the truth %.3g\n",
+                        errors[errors.size() / 2], off[off.size() / 2]);
+    }
 }
 
 void Quiet() {
@@ -83,38 +178,24 @@ void Quiet() {
 
 int main(int argc, char** argv) {
     using namespace Quillon;
-    int seeds = 10;
+    int seeds = 10, mixtures = 100;
     std::string only;
     for (int i = 1; i < argc; ++i) {
-        if (!std::strcmp(argv[i], "--seeds"))
+        const auto is = [&](const char* option) { return i + 1 < argc && !std::strcmp(argv[i], option); };
+        if (is("--seeds"))
             seeds = std::atoi(argv[++i]);
-        else if (!std::strcmp(argv[i], "--case"))
+        else if (is("--mixtures"))
+            mixtures = std::atoi(argv[++i]);
+        else if (is("--case"))
             only = argv[++i];
         else if (!std::strcmp(argv[i], "-v"))
             Verbose = true;
     }
     Quiet();
-    for (const double reach : {3.0, 6.0}) {
-        Tally all;
-        for (const std::string& name : RobustnessCases()) {
-            if (!only.empty() && name != only) continue;
-            Tally t;
-            for (int s = 1; s <= seeds; ++s)
-                RunOne(ModelCaseNamed(name), reach, static_cast<std::uint64_t>(s), t);
-            std::printf("%-24s +-%.0f runs %d plain %d rescued %d other %d false %d told %d  plain %.1f ms "
-                        "rescue %.1f ms\n",
-                        name.c_str(), reach, t.Runs, t.Plain, t.Rescued, t.Other, t.False, t.Told,
-                        1e3 * t.PlainTime / t.Runs, t.Rescues ? 1e3 * t.RescueTime / t.Rescues : 0.0);
-            std::fflush(stdout);
-            all.Runs += t.Runs;
-            all.Plain += t.Plain;
-            all.Rescued += t.Rescued;
-            all.Other += t.Other;
-            all.False += t.False;
-            all.Told += t.Told;
-        }
-        std::printf("ALL +-%.0f: runs %d plain %d (%.1f%%) rescued %d (%.1f%%) other %d false %d told %d\n\n",
-                    reach, all.Runs, all.Plain, 100.0 * all.Plain / all.Runs, all.Rescued,
-                    100.0 * all.Rescued / all.Runs, all.Other, all.False, all.Told);
+    if (seeds > 0) TableOfModels(only, seeds);
+    if (mixtures > 0) {
+        std::printf("\nMixtures of a protein and a DNA from default guesses\n\n");
+        PrintHead();
+        TableOfMixtures(mixtures);
     }
 }

@@ -173,25 +173,44 @@ DampedEnd SearchFrom(Place& best, DampedWay way) {
     });
 }
 
-} // namespace
-
-DampedEnd SearchDamped(DampedWay way) {
+// The start put back into its bounds and its ties; false where the function has no value there.
+bool Begin(Place& best) {
     Work.Iteration = 0;
     Work.Alpha = 1.0;
     ReportPhase(FitPhase::Damped);
-    Place best{Work.Parms, Work.SumSq, {}};
     const bool started = Computes([] {
         EnforceBounds();
         ApplyOffsetLinks();
         ApplyConcentrationLinks();
     });
-    if (!started || !Reach(best)) {
-        GoTo({best.Parms, std::numeric_limits<double>::infinity(), {}});
-        return Work.AbortFit ? DampedEnd::Cancelled : DampedEnd::NoStart;
-    }
-    const DampedEnd end = SearchFrom(best, way);
+    return started && Reach(best);
+}
+
+// Runs a search from the present parameters and leaves the best place.
+template <class Search> DampedEnd SearchBy(Search&& search) {
+    Place best{Work.Parms, std::numeric_limits<double>::infinity(), {}};
+    DampedEnd end = DampedEnd::NoStart;
+    if (Begin(best))
+        end = search(best);
+    else if (Work.AbortFit)
+        end = DampedEnd::Cancelled;
     GoTo(best);
     return end;
+}
+
+} // namespace
+
+DampedEnd SearchDamped(DampedWay way) {
+    return SearchBy([way](Place& best) { return SearchFrom(best, way); });
+}
+
+DampedEnd SearchConcentrations() {
+    return SearchBy([](Place& best) {
+        const auto settled = [&] {
+            return ExpectedDecrease(best.Equations, MovedParms::Concentrations) < 1.0;
+        };
+        return Descent(best, DampedWay::Plain, MovedParms::Concentrations).Run(settled);
+    });
 }
 
 } // namespace Quillon

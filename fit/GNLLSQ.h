@@ -36,11 +36,13 @@ inline constexpr double LargestExpectedDecrease = 1.0;
 inline constexpr const char* CancelledText = "The fit was cancelled"; // the sentence of FitEnd::Cancelled
 
 // A fit that did not end at a minimum, once more: the damped search from the starting values, then RunFit
-// from where it ends, which has the last word; and the same again by the other way of the search where that
-// does not end at a minimum either. True when the fit has results. Work.Outcome is that of the RunFit whose
-// sum is the lower one, with Rescued set when it stands at a minimum; where the function has no value at the
-// start, everything is as it was. After a cancel the parameters are the best that were met on the way. A
-// search takes a few dozen steps, each about as long as an iteration.
+// from where it ends, which has the last word. Where that is no minimum either, or one that leaves more than
+// the noise of the data, the same again, at most three times: by the other way of the search, from constants
+// that show (fit/BetterStarts.h), and from the best concentrations that each set has by itself. True when the
+// fit has results. Work.Outcome is that of the RunFit whose sum is the lower one, with Rescued set when it
+// stands at a minimum; where the function has no value at the start, everything is as it was. After a cancel
+// the parameters are the best that were met on the way. A search takes a few dozen steps, each about as long
+// as an iteration.
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress = {});
 
 // The damped search by itself, from the present Parms, put back into their bounds. It leaves the best place
@@ -58,6 +60,9 @@ enum class DampedEnd {
     Cancelled     // Work.AbortFit
 };
 DampedEnd SearchDamped(DampedWay way);
+
+// The same by Levenberg's method with concentrations and zero offsets alone: what all sets share stays.
+DampedEnd SearchConcentrations();
 
 // One pass: sums, inversion, step.
 void OneIteration();

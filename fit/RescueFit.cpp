@@ -1,9 +1,9 @@
 // The rescue of a fit that did not end at a minimum.
+#include "fit/BetterStarts.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
 #include "models/BlockFunction.h"
 #include "models/FitFunction.h"
-#include "models/Guesses.h"
 #include "models/ParmScale.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
@@ -62,13 +62,9 @@ void KeepBetter(const Reached& found) {
 // One search and the iteration behind it. False when the function has no value at the start, and nothing has
 // been done.
 bool Attempt(DampedWay way, const PerSlot<float>& start, const FitProgress& progress) {
-    const ProgressInUse inUse(progress);
     const DampedEnd end = SearchBy(way, start);
     if (end == DampedEnd::NoStart) return false;
-    if (end == DampedEnd::Cancelled) {
-        Work.Outcome = FitOutcome{FitEnd::Cancelled, CancelledText};
-        return true;
-    }
+    if (end == DampedEnd::Cancelled) return true;
     const Reached found{Work.Parms, Work.SumSq};
     RunFit(progress);
     if (Work.Outcome.End == FitEnd::Converged)
@@ -106,10 +102,10 @@ double NoiseVariance() {
 }
 
 // A minimum that leaves more than the noise may be one of several.
-bool IsDownToNoise() {
+bool IsDownToNoise(const Workspace& fit) {
     constexpr double Allowed = 1.5; // of a few hundred points the ratio scatters by a tenth
-    const double freedom = static_cast<double>(Work.NumPts - Work.NumFree);
-    return Work.SumSq < Allowed * NoiseVariance() * freedom;
+    const double freedom = static_cast<double>(fit.NumPts - fit.NumFree);
+    return fit.SumSq < Allowed * NoiseVariance() * freedom;
 }
 
 // True when a is the better end: a minimum before anything else, then the lower sum.
@@ -120,41 +116,40 @@ bool IsBetter(const Workspace& a, const Workspace& b) {
     return a.FitValid && (!b.FitValid || a.SumSq < b.SumSq);
 }
 
+// True when the user wants no more; a failure in arithmetic raises the flag as well.
+bool IsCancelled() {
+    return Work.AbortFit && !Work.FunctionFailed;
+}
+
 // After a cancel: the parameters of the lowest sum so far. A pass that was broken off has left no sum.
 void KeepBestOnCancel(const Workspace& best) {
+    Work.Outcome = FitOutcome{FitEnd::Cancelled, CancelledText};
     if (best.FitValid && !(Work.SumSq < best.SumSq)) GoTo({best.Parms, best.SumSq});
     Work.FitValid = Work.FitDone = FlagFalse;
 }
 
-// Where the last attempt starts: at the best place so far, and when that is a minimum with concentrations
-// guessed anew, since it is mostly they that are caught in the wrong proportion. Held ones stay.
-PerSlot<float> LastStart(const Workspace& best) {
-    if (best.Outcome.End != FitEnd::Converged) return best.Parms;
-    PerSlot<float> start = best.Parms;
-    try {
-        Work = best;
-        InitialGuesses(false);
-        for (long a = 0; a < Work.NumFree; ++a)
-            start[Work.FreeIndex[a]] = Work.Parms[Work.FreeIndex[a]];
-    } catch (const RuntimeError&) {
-        // Without guesses the search goes on from where it was.
-    }
-    return start;
+// Where an attempt starts. What the user gave comes first; what may be better known comes behind it.
+constexpr int LastAttempt = 4;
+PerSlot<float> StartOf(int attempt, const PerSlot<float>& start, const Workspace& best) {
+    if (attempt <= 2) return start;
+    return attempt == 3 ? VisibleStart(start) : BestOfEachSet(best.Parms);
 }
 
 } // namespace
 
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
+    const ProgressInUse inUse(progress);
     Workspace best = Work;
-    for (int attempt = 1; attempt <= 3; ++attempt) {
+    for (int attempt = 1; attempt <= LastAttempt; ++attempt) {
         const DampedWay way = attempt == 2 ? DampedWay::Plain : DampedWay::Guided;
-        if (!Attempt(way, attempt < 3 ? start : LastStart(best), progress)) break;
-        if (Work.Outcome.End == FitEnd::Cancelled) {
+        const PerSlot<float> from = StartOf(attempt, start, best);
+        if (!IsCancelled() && !Attempt(way, from, progress)) break;
+        if (IsCancelled()) {
             KeepBestOnCancel(best);
             return false;
         }
         if (IsBetter(Work, best)) best = Work;
-        if (best.Outcome.End == FitEnd::Converged && (attempt == 3 || IsDownToNoise())) break;
+        if (best.Outcome.End == FitEnd::Converged && IsDownToNoise(best)) break;
     }
     Work = best;
     return Work.FitDone != 0;

@@ -1,6 +1,7 @@
 // Fits that do not end at the minimum by themselves: the check, the damped search, what becomes of it.
 #include "Robustness.h"
 #include "SyntheticFit.h"
+#include "fit/BetterStarts.h"
 #include "fit/GNLLSQ.h"
 #include "fit/NormalEquations.h"
 #include "fit/Undetermined.h"
@@ -11,11 +12,25 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace Quillon {
 namespace {
+
+// The sum of squares at parameters; Work is as before.
+double SumAt(const PerSlot<float>& parms) {
+    Workspace kept = Work;
+    Work.Parms = parms;
+    Work.AbortFit = FlagFalse;
+    ResetFitFunction();
+    CalcSumSq();
+    const double sum = Work.AbortFit ? std::numeric_limits<double>::infinity() : Work.SumSq;
+    Work = std::move(kept);
+    return sum;
+}
 
 class RescueFitTest : public testing::Test {
 protected:
@@ -58,6 +73,77 @@ TEST_F(RescueFitTest, FromFarOffFitsReachTheMinimumAndNoneSaysSoElsewhere) {
         EXPECT_GE(reached, 0.97 * runs) << "reach " << reach;
         EXPECT_LT(plain, 0.8 * runs) << "the starts are no longer hard";
     }
+}
+
+// --- starts that are better than the user's
+
+// Where a mixture ends from default guesses.
+Stand FitMixture(const Mixture& mixture, std::uint64_t seed) {
+    LoadMixture(mixture, seed);
+    const double least = static_cast<double>(FitReference(Work).End.SumSq);
+    StartFromDefaults();
+    const PerSlot<float> start = Work.Parms;
+    RunFit();
+    if (Work.Outcome.End != FitEnd::Converged) RescueFit(start);
+    return StandOfFit(least);
+}
+
+// A constant of 1 L/mol, fourteen below the true one in its logarithm, shows in no point: its species is no
+// part of the signal, and no slope leads there.
+TEST_F(RescueFitTest, AConstantThatShowsNowhereIsFoundFromWhereItWouldShow) {
+    for (const std::uint64_t seed : {1, 2})
+        for (const std::int16_t model : {8, 11})
+            for (const int wavelengths : {1, 2})
+                EXPECT_EQ(FitMixture({model, wavelengths}, seed), Stand::Minimum)
+                    << "model " << model << ", wavelengths " << wavelengths << ", seed " << seed;
+}
+
+TEST_F(RescueFitTest, AVisibleStartPutsConstantsWhereTheirSpeciesShow) {
+    LoadMixture({8, 1}, 1);
+    StartFromDefaults();
+    const Workspace before = Work;
+    const PerSlot<float> start = VisibleStart(Work.Parms);
+    EXPECT_TRUE(Work == before);
+    EXPECT_NEAR(static_cast<double>(start[6]), 14.6, 4.0); // the truth
+    Work.Parms = start;
+    ResetFitFunction();
+    AccumulateSums();
+    double square = 0.0;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        square += static_cast<double>(Work.PtY[p] * Work.PtY[p]);
+    const double share = std::sqrt(Work.NormMatrix(Work.FreeMap[6], Work.FreeMap[6]) / square);
+    EXPECT_GT(share, 0.15);
+    EXPECT_LT(share, 1.5);
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        if (Work.FreeMap[slot] < 0) EXPECT_EQ(start[slot], before.Parms[slot]) << "held " << slot;
+}
+
+// One set in the wrong proportion, in a minimum of its own, holds the whole fit up.
+TEST_F(RescueFitTest, EachSetKeepsTheBestConcentrationsThatItHasByItself) {
+    LoadMixture({9, 1}, 7);
+    RunFit();
+    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged);
+    const double least = Work.SumSq;
+    PerSlot<float> wrong = Work.Parms;
+    wrong[SlotA(2)] -= 2.0F;
+    wrong[SlotB(2)] += 3.0F;
+    const Workspace before = Work;
+    const PerSlot<float> better = BestOfEachSet(wrong);
+    EXPECT_TRUE(Work == before);
+    EXPECT_GT(SumAt(wrong), 10.0 * least);
+    EXPECT_LT(SumAt(better), 1.05 * least);
+    EXPECT_EQ(better[6], wrong[6]) << "constants stay";
+}
+
+TEST_F(RescueFitTest, SharedConcentrationsTellTheConstantBetter) {
+    const auto errorOf = [](bool shared) {
+        LoadMixture({8, 2, shared}, 1);
+        RunFit();
+        EXPECT_EQ(Work.Outcome.End, FitEnd::Converged);
+        const long place = Work.FreeMap[6];
+        return std::sqrt(Work.NormMatrix(place, place)) * static_cast<double>(Work.RmsResidual);
+    };
+    EXPECT_LT(errorOf(true), 0.7 * errorOf(false));
 }
 
 // --- the check
@@ -196,17 +282,6 @@ TEST_F(RescueFitTest, AStartWithoutAValueLeavesEverythingAsItWas) {
 
 // --- cancel
 // -----------------------------------------------------------------------------------------------------------
-
-double SumAt(const PerSlot<float>& parms) {
-    Workspace kept = Work;
-    Work.Parms = parms;
-    Work.AbortFit = FlagFalse;
-    ResetFitFunction();
-    CalcSumSq();
-    const double sum = Work.AbortFit ? std::numeric_limits<double>::infinity() : Work.SumSq;
-    Work = std::move(kept);
-    return sum;
-}
 
 TEST_F(RescueFitTest, CancelAtAnyServiceOfTheQueueEndsWithinAPassAndKeepsTheBestValues) {
     const PerSlot<float> start = Fail("Model10", 3.0, 3);

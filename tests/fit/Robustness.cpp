@@ -53,6 +53,84 @@ void Guess() {
     Work.Model = model;
 }
 
+// --- mixtures
+
+constexpr float ExtinctionOfDna = 2.4e5F; // at 230 nm, L/(mol cm)
+constexpr float ExtinctionOfProtein = 5e4F;
+
+SimulatedSet MixtureSet(double signal, double proteinPerDna, float rpm) {
+    SimulatedSet set;
+    set.Rpm = rpm;
+    set.OuterSignal = signal;
+    set.ShareB = proteinPerDna * static_cast<double>(ExtinctionOfProtein / ExtinctionOfDna);
+    set.Wavelength = 230.0F;
+    return set;
+}
+
+// The DNA is twice as strong there, and of the protein a tenth is left.
+SimulatedSet AtSecondWavelength(SimulatedSet set) {
+    set.Wavelength = 260.0F;
+    set.RatioA = 2.0F;
+    set.RatioB = 0.1F;
+    return set;
+}
+
+std::vector<SimulatedSet> MixtureSets(int wavelengths, NoiseSource& random) {
+    std::vector<SimulatedSet> sets;
+    for (int cell = 0; cell < (wavelengths == 1 ? 5 : 3); ++cell) {
+        const double signal = 0.4 + 0.8 * random.Uniform();
+        const double ratio = 0.1 * std::pow(20.0, random.Uniform());
+        for (const float rpm : {15000.0F, 20000.0F, 25000.0F}) {
+            sets.push_back(MixtureSet(signal, ratio, rpm));
+            if (wavelengths == 2) sets.push_back(AtSecondWavelength(sets.back()));
+        }
+    }
+    return sets;
+}
+
+ModelCase MixtureCase(const Mixture& mixture, std::uint64_t seed) {
+    NoiseSource random(seed);
+    ModelCase c;
+    c.Model = mixture.Model;
+    c.MassA = 23.9;
+    c.MassB = 9.3;
+    c.ExtA = ExtinctionOfDna;
+    c.ExtB = ExtinctionOfProtein;
+    c.LnK6 = 12.5 + 3.0 * random.Uniform();
+    c.Slot7 = mixture.Model == 11 ? 3.0 * random.Uniform() - 1.5 : 0.0; // logarithm of the cooperativity
+    c.Fitted = mixture.Model == 11 ? std::vector<long>{6, 7} : std::vector<long>{6};
+    c.FitOffsets = false;
+    c.Sets = MixtureSets(mixture.Wavelengths, random);
+    c.Seed = seed;
+    return c;
+}
+
+void NumberFreeSlots() {
+    Work.NumFree = 0;
+    for (long slot = 0; slot < Work.NumParms; ++slot) {
+        if (Work.FreeMap[slot] < 0) continue;
+        Work.FreeMap[slot] = Work.NumFree;
+        Work.FreeIndex[Work.NumFree] = ToInt16(slot);
+        Work.NumFree = ToInt16(Work.NumFree + 1);
+    }
+}
+
+// Every second set sees the molecules of the set before it.
+void RepeatConcentrations() {
+    for (long set = 2; set <= Work.NumSets; set += 2) {
+        Work.Parms[SlotA(set)] = Work.Parms[SlotA(set - 1)];
+        Work.Parms[SlotB(set)] = Work.Parms[SlotB(set - 1)];
+    }
+}
+
+void ShareConcentrations() {
+    for (long set = 2; set <= Work.NumSets; set += 2) {
+        Work.ConcLink[Work.SetRow[set]] = Work.SetRow[set - 1];
+        Work.FreeMap[SlotA(set)] = Work.FreeMap[SlotB(set)] = SlotTied;
+    }
+    NumberFreeSlots();
+}
+
 } // namespace
 
 std::vector<std::string> RobustnessCases() {
@@ -86,6 +164,28 @@ void StartFarOff(double reach, std::uint64_t seed) {
     ApplyConcentrationLinks();
     BuildParmScale();
     Guess();
+    Work.MaxIterations = 200;
+}
+
+void LoadMixture(const Mixture& mixture, std::uint64_t seed) {
+    const ModelCase c = MixtureCase(mixture, seed);
+    Work = SimulatedWorkspace(c);
+    if (mixture.Wavelengths == 2) RepeatConcentrations();
+    DrawNoise(Work, ReferenceParms(Work), c.Noise, seed);
+    if (mixture.Shared) ShareConcentrations();
+    Work.MonitorMode = 0;
+    BuildParmScale();
+    BuildParmNames();
+    BuildParmFormats();
+    SetDefaultBounds();
+}
+
+void StartFromDefaults() {
+    for (const long slot : {6, 7})
+        Work.Parms[slot] = 0.0F;
+    BuildParmScale();
+    Guess();
+    ApplyConcentrationLinks();
     Work.MaxIterations = 200;
 }
 

@@ -1,0 +1,201 @@
+#include "fit/BetterStarts.h"
+
+#include "fit/Bounds.h"
+#include "fit/GNLLSQ.h"
+#include "models/BlockFunction.h"
+#include "models/Constraints.h"
+#include "models/FitFunction.h"
+#include "models/Guesses.h"
+#include "models/ModelTable.h"
+#include "models/SharedConcentrations.h"
+#include "platform/RuntimeError.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace Quillon {
+
+namespace {
+
+constexpr double Visible = 0.5; // of the root mean square of the data
+constexpr double NearEnough = 1.0;
+constexpr double LargestShift =
+    15.0; // at a time: the derivative of a sum of species is no single exponential
+constexpr int MostShifts = 8;
+
+double MeanSquareOfData() {
+    double sum = 0.0;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        sum += static_cast<double>(Work.PtY[p]) * static_cast<double>(Work.PtY[p]);
+    return sum / static_cast<double>(std::max<long>(Work.NumPts, 1));
+}
+
+// How far a constant is from where it shows; 0 for other parameters.
+double ShiftOf(long place, double meanSquare) {
+    const SlotRule& rule = RuleOfSlot(Work.FreeIndex[place]);
+    const bool cooperativity = rule.Scale == SlotScale::Zero; // starts at none, which is a good guess
+    if (rule.Holds != Quantity::Constant || cooperativity) return 0.0;
+    const double square = Work.NormMatrix(place, place) / static_cast<double>(Work.NumPts);
+    if (!(square > 0.0)) return LargestShift;
+    const double shift = 0.5 * std::log(Visible * Visible * meanSquare / square);
+    return std::clamp(shift, -LargestShift, LargestShift);
+}
+
+// Moves the constant that is furthest off; false when none is.
+bool ShiftFurthest(double meanSquare) {
+    long furthest = -1;
+    double most = NearEnough;
+    for (long a = 0; a < Work.NumFree; ++a)
+        if (const double shift = std::fabs(ShiftOf(a, meanSquare)); shift > most) {
+            most = shift;
+            furthest = a;
+        }
+    if (furthest < 0) return false;
+    const double shift = ShiftOf(furthest, meanSquare);
+    float& lnK = Work.Parms[Work.FreeIndex[furthest]];
+    lnK = ToSingle(static_cast<double>(lnK) + shift);
+    EnforceBounds();
+    return true;
+}
+
+// Half of the signal in A, and so many B for each A.
+void GuessAmounts(double proportion) {
+    const std::int16_t model = Work.Model;
+    Work.Model = 7; // whose guesses are half of the signal each
+    InitialGuesses(false);
+    Work.Model = model;
+    const double ratio = proportion * static_cast<double>(Work.ExtB / Work.ExtA);
+    for (long set = 1; set <= Work.NumSets; ++set)
+        Work.Parms[SlotB(set)] += static_cast<float>(std::log(ratio));
+}
+
+// What is not fitted stays as it was.
+void KeepHeld(const PerSlot<float>& start) {
+    for (long slot = 0; slot < Work.NumParms; ++slot)
+        if (Work.FreeMap[slot] < 0) Work.Parms[slot] = start[slot];
+    EnforceBounds();
+    ApplyOffsetLinks();
+    ApplyConcentrationLinks();
+}
+
+bool FindVisible(const PerSlot<float>& start) {
+    GuessAmounts(1.0);
+    KeepHeld(start);
+    const double meanSquare = MeanSquareOfData();
+    for (int i = 0; i < MostShifts; ++i) {
+        AccumulateSums();
+        if (Work.AbortFit) return false;
+        if (!ShiftFurthest(meanSquare)) break;
+        ResetFitFunction();
+    }
+    return true;
+}
+
+// --- each set by itself
+
+// The sets that share their concentrations with a set, under the one that leads them.
+long GroupOf(long set) {
+    const long leader = LeaderOf(set);
+    return leader > 0 ? leader : set;
+}
+
+// Sums of squared residuals by group, at the fitted values of the latest pass.
+std::vector<double> SumsOfGroups() {
+    std::vector<double> sums(static_cast<std::size_t>(Work.NumSets) + 1);
+    for (long p = 1; p <= Work.NumPts; ++p) {
+        const double r = static_cast<double>(Work.PtY[p]) - static_cast<double>(Work.PtFit[p]);
+        sums[static_cast<std::size_t>(GroupOf(Work.PtSet[p]))] += r * r;
+    }
+    return sums;
+}
+
+struct BestSets {
+    PerSlot<float> Parms;
+    std::vector<double> Sums;
+};
+
+// Takes over what the present parameters do better.
+void Improve(BestSets& best) {
+    CalcSumSq();
+    if (Work.AbortFit) return;
+    const std::vector<double> sums = SumsOfGroups();
+    for (long set = 1; set <= Work.NumSets; ++set) {
+        const auto group = static_cast<std::size_t>(GroupOf(set));
+        if (!(sums[group] < best.Sums[group])) continue;
+        for (const long slot : {SlotA(set), SlotB(set), SlotOffset(set)})
+            best.Parms[slot] = Work.Parms[slot];
+    }
+    for (std::size_t group = 0; group < sums.size(); ++group)
+        best.Sums[group] = std::min(best.Sums[group], sums[group]);
+}
+
+// The proportions of B to A that are tried; 0 stands for the program's own guess.
+constexpr double Proportions[] = {0.0, 0.03, 0.3, 3.0, 30.0};
+
+void TryProportion(double proportion, const PerSlot<float>& from, BestSets& best) {
+    try {
+        ResetFitFunction();
+        Work.Parms = from;
+        proportion > 0.0 ? GuessAmounts(proportion) : InitialGuesses(false);
+        KeepHeld(from);
+        StoreSignals(true);
+        const DampedEnd end = SearchConcentrations();
+        if (end != DampedEnd::Cancelled && end != DampedEnd::NoStart) Improve(best);
+    } catch (const RuntimeError&) {
+        // Data without a logarithm have no such guess.
+    }
+    StoreSignals(false);
+    if (!Work.FunctionFailed) return;
+    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+}
+
+void TryProportions(const PerSlot<float>& from, BestSets& best) {
+    Improve(best);
+    for (const double proportion : Proportions) {
+        if (Work.AbortFit) return;
+        if (proportion == 0.0 || TraitsOfModel().TwoSpecies) TryProportion(proportion, from, best);
+    }
+}
+
+// Runs find on Work with a start, and puts everything back; what find gives, or the start where it fails.
+template <class Find> PerSlot<float> Aside(const PerSlot<float>& start, Find&& find) {
+    const Workspace kept = Work;
+    Work.Parms = start;
+    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    PerSlot<float> found = start;
+    try {
+        Work.AtBound.Recreate(Work.NumFree);
+        ResetFitFunction();
+        found = find();
+    } catch (const RuntimeError&) {
+        // Data without a logarithm, or constants beyond the range of a single: the start as it was.
+    }
+    const bool cancelled = Work.AbortFit && !Work.FunctionFailed;
+    Work = kept;
+    if (cancelled) {
+        Work.AbortFit = FlagTrue;
+        Work.FunctionFailed = FlagFalse;
+    }
+    return found;
+}
+
+} // namespace
+
+PerSlot<float> VisibleStart(const PerSlot<float>& start) {
+    if (!TraitsOfModel().Hetero || TraitsOfModel().Guess == FirstGuess::Kept) return start;
+    return Aside(start, [&] { return FindVisible(start) ? Work.Parms : start; });
+}
+
+PerSlot<float> BestOfEachSet(const PerSlot<float>& from) {
+    return Aside(from, [&] {
+        const std::size_t groups = static_cast<std::size_t>(Work.NumSets) + 1;
+        BestSets best{from, std::vector<double>(groups, std::numeric_limits<double>::infinity())};
+        TryProportions(from, best);
+        return best.Parms;
+    });
+}
+
+} // namespace Quillon

@@ -1,0 +1,24 @@
+#pragma once
+// Starts for a search that has not come to the minimum from where the user began.
+
+#include "workspace/records/Counts.h"
+
+namespace Quillon {
+
+// The parameters of a start for models of two species that associate: A and B free in equal molar amounts,
+// half of the measured signal in A, and each fitted ln K where a change by 1 moves the signal by about half
+// of its root mean square. A constant that is ten or more off has no species that shows, so that no slope
+// leads to where it belongs; this one starts where it could be seen if it were there. Held parameters stay,
+// and so does everything in other models or where the function has no value.
+PerSlot<float> VisibleStart(const PerSlot<float>& start);
+
+// from with the best concentrations that are found for each set while constants and masses stay. Given what
+// the sets share, each is a small problem of its own, which may have two minima (more of A than of B, or the
+// other way round), and a fit of many sets is caught when one of them is. Several proportions are tried for
+// all sets at once, and each set keeps the one with the lowest sum. Models of one species have one
+// proportion.
+PerSlot<float> BestOfEachSet(const PerSlot<float>& from);
+
+// Both leave Work as it was, but for Work.AbortFit after a cancel.
+
+} // namespace Quillon
