@@ -92,7 +92,7 @@ Stand FitMixture(const Mixture& mixture, std::uint64_t seed) {
 // part of the signal, and no slope leads there.
 TEST_F(RescueFitTest, AConstantThatShowsNowhereIsFoundFromWhereItWouldShow) {
     for (const std::uint64_t seed : {1, 2})
-        for (const std::int16_t model : {8, 11})
+        for (const std::int16_t model : {std::int16_t{8}, std::int16_t{11}})
             for (const int wavelengths : {1, 2})
                 EXPECT_EQ(FitMixture({model, wavelengths}, seed), Stand::Minimum)
                     << "model " << model << ", wavelengths " << wavelengths << ", seed " << seed;
@@ -115,7 +115,9 @@ TEST_F(RescueFitTest, AVisibleStartPutsConstantsWhereTheirSpeciesShow) {
     EXPECT_GT(share, 0.15);
     EXPECT_LT(share, 1.5);
     for (long slot = 0; slot < Work.NumParms; ++slot)
-        if (Work.FreeMap[slot] < 0) EXPECT_EQ(start[slot], before.Parms[slot]) << "held " << slot;
+        if (Work.FreeMap[slot] < 0) {
+            EXPECT_EQ(start[slot], before.Parms[slot]) << "held " << slot;
+        }
 }
 
 // One set in the wrong proportion, in a minimum of its own, holds the whole fit up.
