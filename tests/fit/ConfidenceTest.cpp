@@ -371,14 +371,14 @@ TEST_F(ConfidenceTest, AFunctionThatOverflowsOnTheWayIsFarBeyondAndTheLimitIsFou
     NumberFitted();
     Work.Parms[SlotA(1)] = 1.0F;
     ASSERT_TRUE(RunFit());
-    Work.NormMatrix(0, 0) = 1e6; // an error of a thousand, in the logarithm: the first trials overflow
+    Work.NormMatrix(0, 0) = 1e4; // an error of a hundred, in the logarithm: the first trials overflow
     const Workspace before = Work;
     Search();
     EXPECT_EQ(Work.LimitsDone, FlagTrue);
     ExpectFitAsBefore(before);
     // 3 (c - 3)^2 grows to the share of the ratio: c = 3 + sqrt((ratio - 1) S / 3).
     const double c = 3.0 + std::sqrt((Widen(Work.ConfidenceRatio) - 1.0) * Work.SumSq / 3.0);
-    EXPECT_NEAR(std::exp(Limit(1, 0)), c, 0.03 * c) << "2.5e-5 of an error of a thousand";
+    EXPECT_NEAR(std::exp(Limit(1, 0)), c, 0.03 * c) << "2.5e-5 of an error of some hundred";
 }
 
 // The limits of one set are open, since its level hangs in nothing; those of the other one are found all the
