@@ -409,8 +409,9 @@ TEST(Report, TemperaturesThatChangeTheMassesWereNotTold) {
     const auto told = [] { return LineWith(ReportLines(), "    Warning -- set 2"); };
     EXPECT_EQ(told(), "(no such line)");
     Work.ScanTemperature[2] = 25.0F; // 20/25 and 293.15/298.15
-    EXPECT_EQ(told(), "    Warning -- set 2: the temperature is 25 degrees and that of the first set 20: by "
-                      "their ratio in");
+    EXPECT_TRUE(told().starts_with("    Warning -- set 2: the temperature is 25 degrees and that of the "
+                                   "first set 20: by their ratio in "))
+        << told();
     Work.TemperatureScale = TemperatureScales::Kelvin;
     EXPECT_EQ(told(), "(no such line)");
     EXPECT_EQ(LineWith(ReportLines(), "Sigma of"),
