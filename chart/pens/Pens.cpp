@@ -110,7 +110,7 @@ Rgb OnDarkCanvas(Rgb color) {
     if (color == 0xFFFFFF || color == 0xC0C0C0) return Joined(part); // grounds and grids stay behind
     while (Luminance(part) + 0.05 < 3.0 * (Luminance({ground, ground, ground}) + 0.05))
         for (int& each : part)
-            each += (255 - each) / 16 + 1;
+            each += (255 - each + 15) / 16;
     return Joined(part);
 }
 

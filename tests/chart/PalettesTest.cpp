@@ -149,6 +149,10 @@ TEST(SafePalette, IsReadOnTheDarkCanvas) {
     for (const Rgb color : SafeColors())
         EXPECT_GE(Contrast(OnDarkCanvas(color), ground), 3.0) << std::hex << color;
     EXPECT_EQ(OnDarkCanvas(0x000000), 0xFFFFFFU);
+    for (const ChartColor color : Palettes()[0].Colors) // full ones stay what they are called
+        EXPECT_GE(Contrast(OnDarkCanvas(ToRgb(color)), ground), 3.0) << std::hex << color;
+    EXPECT_EQ(OnDarkCanvas(0x0000FF) & 0xFFU, 0xFFU);
+    EXPECT_EQ(OnDarkCanvas(0xFF0000) >> 16, 0xFFU);
     EXPECT_LT(Contrast(OnDarkCanvas(0xC0C0C0), ground), 3.0) << "grids stay behind the data";
 }
 
