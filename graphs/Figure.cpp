@@ -30,7 +30,19 @@ std::string PlainName(long set) {
     const bool told = name.find(" Ch ") != std::string::npos; // labels that were not changed tell it
     if (channel >= 1 && channel <= 4 && !told)
         name += std::string(" Ch ") + static_cast<char>('A' + channel - 1);
-    return name + ", " + SingleText(Work.ScanRPM[row]) + " rpm";
+    return name;
+}
+
+std::string Speed(long set) {
+    return SingleText(Work.ScanRPM[Work.SetRow[set]]) + " rpm";
+}
+
+// The number of a set that is called as another one; "" where it is not.
+std::string NumberText(long set) {
+    for (long other = 1; other <= Work.NumSets; ++other)
+        if (other != set && PlainName(other) == PlainName(set) && Speed(other) == Speed(set))
+            return ", set " + std::to_string(set);
+    return "";
 }
 
 // --- the whole -----------------------------------------------------------------------------------------
@@ -60,18 +72,18 @@ PartText UpperText(const Figure& figure, std::size_t place) {
     if (figure.Plan.Cells[place].TitleLeft) text.Left = Work.DataTypeName;
     if (figure.Texts.Heads == 0) return text;
     const long set = figure.Cells[place].Set;
-    text.Head1 = FigureName(set);
-    if (figure.Texts.Heads == 1)
-        text.Head1 += ", " + FigureRms(set);
-    else
-        text.Head2 = FigureRms(set);
+    if (figure.Texts.Heads == 1) {
+        text.Head1 = FigureName(set) + ", " + FigureRms(set);
+    } else {
+        text.Head1 = PlainName(set) + NumberText(set);
+        text.Head2 = Speed(set) + ", " + FigureRms(set);
+    }
     return text;
 }
 
 PartText LowerText(const FigureCell& cell) {
     PartText text;
     if (cell.TitleLeft) text.Left = "Residual";
-    if (cell.TitleBelow) text.Below = Work.XAxisTitle;
     return text;
 }
 
@@ -218,10 +230,7 @@ double FigureDots(const std::string& ending) {
 }
 
 std::string FigureName(long set) {
-    const std::string name = PlainName(set);
-    for (long other = 1; other <= Work.NumSets; ++other)
-        if (other != set && PlainName(other) == name) return name + ", set " + std::to_string(set);
-    return name;
+    return PlainName(set) + ", " + Speed(set) + NumberText(set);
 }
 
 std::string FigureRms(long set) {
@@ -248,6 +257,7 @@ std::string FigureBytes(const FigureChoice& choice, const std::string& ending, d
             ShowGraph();
             PaintLeftTitle(figure.Paper, part, text.Left);
         });
+    PaintTitleBelow(figure.Paper, figure.Plan.Title, Work.XAxisTitle);
     scope.Surface = {};
     return picture.Finish();
 }

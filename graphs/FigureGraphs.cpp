@@ -22,12 +22,15 @@ constexpr double MillimetresPerInch = 25.4, PointsPerInch = 72.0, TwipsPerPoint 
 constexpr double CurvePoints = 0.75, ThinPoints = 0.5;
 constexpr double TicLength = 1.0, SymbolLength = 1.1, SmallSymbol = 0.8; // mm
 
+// The least height of letters, whole points: an em of SmallPoints, and one of less than LeastPoints.
+constexpr std::int16_t LeastLetters = 7, SmallestLetters = 5;
+
 // From how many points on along the frame symbols are small ones.
 constexpr double DensePoints = 2.0; // for each millimetre
 
-// Open shapes first: the curve is seen through them.
-const std::vector<std::int16_t> FigureSymbols = {6, 4, 8, 2, 10, 12, 14, 0,  16,
-                                                 5, 3, 7, 1, 9,  11, 13, 15, 17};
+// Shapes through which the curve is seen. They are one more than colours, so that eight sets later neither
+// comes with the same of the other.
+const std::vector<std::int16_t> FigureSymbols = {6, 4, 8, 2, 10, 12, 14, 0, 16};
 
 // The style of a figure: thin lines, open symbols, no grid, and sets in their own colours.
 void TakeFigureStyle() {
@@ -39,6 +42,7 @@ void TakeFigureStyle() {
     style.SymbolWidth = style.AxisWidth = style.TicWidth = static_cast<float>(ThinPoints * TwipsPerPoint);
     style.LineWidth = static_cast<float>(CurvePoints * TwipsPerPoint);
     style.LineWidthFixed = FlagTrue;
+    style.PrinterMinFont = LeastLetters;
 }
 
 double DiagonalOf(const GraphBox& box) {
@@ -130,6 +134,7 @@ void SetTextSizes(const Page& page, double small) {
     for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2})
         axis->Title.Size = axis->LabelSize = text;
     spec.Title1.Size = spec.Title2.Size = spec.Legend.Size = least;
+    Chart.Style.PrinterMinFont = small < SmallPoints ? SmallestLetters : LeastLetters;
     Chart.Style.Clearance = static_cast<float>(page.Units(FigureGap) / diagonal);
 }
 
@@ -142,8 +147,7 @@ void PlacePart(const Page& page, const FigurePart& part, const PartText& text, c
     spec.Title1.Text = text.Head1;
     spec.Title2.Text = text.Head2;
     spec.Title1.Justify = spec.Title2.Justify = 0;
-    spec.AxisY1.Title.Text = "";
-    spec.AxisX1.Title.Text = text.Below;
+    spec.AxisX1.Title.Text = spec.AxisY1.Title.Text = ""; // painted apart
     const double diagonal = DiagonalOf(spec.Frame);
     Chart.Style.TicSize = static_cast<float>(page.Units(TicLength) / diagonal);
     Chart.Style.SymbolSize = static_cast<float>(page.Units(SymbolOf(page, spec.Frame)) / diagonal);
@@ -174,6 +178,16 @@ void PaintLeftTitle(const Page& page, const FigurePart& part, const std::string&
     const int start = (frame.Y1 + frame.Y2 + width) / 2;
     TargetSurface().SetTextColor(CycleColor(title.Color));
     DrawTextLine(text, std::min<int>(std::max(start, view.Y1 + width), view.Y2), view.X1 + 1, 1, font);
+}
+
+void PaintTitleBelow(const Page& page, const FigureRect& place, const std::string& text) {
+    const GraphTitle& title = Chart.Spec.AxisX1.Title;
+    const std::string shown = RaisedText(text, title.Font);
+    const GraphBox box = page.Box(place);
+    const float size = FitTitle(title, shown, title.Size, box.X2 - box.X1, 0);
+    const TextSize font = SelectFont(title.Font, size, 0);
+    TargetSurface().SetTextColor(CycleColor(title.Color));
+    DrawTextLine(shown, (box.X1 + box.X2 - TextWidth(shown)) / 2, box.Y1, 0, font);
 }
 
 } // namespace Quillon

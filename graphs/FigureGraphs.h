@@ -12,8 +12,8 @@
 
 namespace Quillon {
 
-// Ems of letters: of axes, and of legends and heads.
-inline constexpr double TextPoints = 7.0, SmallPoints = 6.0, LeastPoints = 5.0;
+// Ems of letters: of axes; of legends and heads; and of a legend whose lines are too long otherwise.
+inline constexpr double TextPoints = 7.0, SmallPoints = 6.3, LeastPoints = 5.0;
 inline constexpr double FigureGap = 0.6; // between texts and what stands beside them, mm
 
 // From millimetres and points to device units, at a resolution in dots per inch.
@@ -63,7 +63,7 @@ void TakeUp(const FigureGraph& graph);
 
 // What a graph shows beside its axes.
 struct PartText {
-    std::string Head1, Head2, Below;
+    std::string Head1, Head2;
     std::string Left; // painted apart, by PaintLeftTitle
 };
 
@@ -78,5 +78,8 @@ void LayOutPart();
 
 // The title of a left axis, upward at the edge of its view, so that those of both graphs stand in one line.
 void PaintLeftTitle(const Page& page, const FigurePart& part, const std::string& text);
+
+// The title of the x axis of all graphs, in the middle of its place.
+void PaintTitleBelow(const Page& page, const FigureRect& place, const std::string& text);
 
 } // namespace Quillon

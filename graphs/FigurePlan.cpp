@@ -80,20 +80,18 @@ void PlanDown(Grid& grid, const FigureChoice& choice, const FigureTexts& texts) 
     grid.Step = grid.Head + grid.Pair + grid.Between + grid.Foot;
 }
 
-FigureCell CellAt(const Grid& grid, const FigureTexts& texts, int place, int cells) {
+FigureCell CellAt(const Grid& grid, const FigureTexts& texts, int place) {
     const int column = place % grid.Columns, row = place / grid.Columns;
     FigureCell cell;
     cell.TitleLeft = column == 0;
-    cell.TitleBelow = place + grid.Columns >= cells; // nothing stands below
     const double left = grid.Left + column * grid.Pitch, top = Edge + row * grid.Step;
     const double right = left + grid.Across;
     const double viewLeft = left - (cell.TitleLeft ? texts.LeftMost : texts.Left);
     const double viewRight = right + texts.Right;
     const double upper = top + grid.Head, middle = upper + UpperPart * grid.Pair;
     const double lower = middle + grid.Between, bottom = upper + grid.Pair + grid.Between;
-    const double foot = cell.TitleBelow ? texts.Lowest : texts.Below;
     cell.Upper = {{viewLeft, top, viewRight, middle + grid.Between / 2.0}, {left, upper, right, middle}};
-    cell.Lower = {{viewLeft, middle + grid.Between / 2.0, viewRight, bottom + foot},
+    cell.Lower = {{viewLeft, middle + grid.Between / 2.0, viewRight, bottom + texts.Below},
                   {left, lower, right, bottom}};
     return cell;
 }
@@ -139,7 +137,10 @@ FigurePlan PlanFigure(const FigureChoice& choice, int cells, const FigureTexts& 
     plan.Width = choice.Width;
     plan.Height = TextsDown(grid, texts) + grid.Rows * grid.Pair;
     for (int place = 0; place < cells; ++place)
-        plan.Cells.push_back(CellAt(grid, texts, place, cells));
+        plan.Cells.push_back(CellAt(grid, texts, place));
+    const double below = Edge + grid.Rows * grid.Step;
+    plan.Title = {grid.Left, below, grid.Left + (grid.Columns - 1) * grid.Pitch + grid.Across,
+                  below + texts.Lowest - texts.Below};
     plan.Legend = LegendAt(plan, texts);
     if (choice.Height == 0.0) plan.Height = std::max(plan.Height, plan.Legend.Bottom + Edge);
     return plan;

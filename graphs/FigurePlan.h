@@ -48,12 +48,13 @@ struct FigurePart {
 
 struct FigureCell {
     FigurePart Upper, Lower;
-    bool TitleLeft = false, TitleBelow = false; // the axes that have their titles here
+    bool TitleLeft = false; // the first cell of a row has the titles of the left axes
 };
 
 struct FigurePlan {
     double Width{}, Height{};
     std::vector<FigureCell> Cells;
+    FigureRect Title;  // of the x axis, one for all cells: below them, from the first frame to the last
     FigureRect Legend; // empty without one
 };
 

@@ -42,6 +42,9 @@ TEST(FigurePlan, FramesShareTheirSidesAndAreSevenToThree) {
     EXPECT_NEAR(lower.Bottom - lower.Top, 0.3 * both, 1e-9);
     EXPECT_NEAR(lower.Top - upper.Bottom, 2.8 + 0.3, 1e-9); // the labels at both ends keep apart
     EXPECT_NEAR(plan.Height, lower.Bottom + 8.5 + 1.0, 1e-9);
+    EXPECT_EQ(plan.Title.Left, upper.Left);
+    EXPECT_EQ(plan.Title.Right, upper.Right);
+    EXPECT_NEAR(plan.Title.Top, lower.Bottom + 5.0, 1e-9); // below the labels
 }
 
 TEST(FigurePlan, AHeightThatIsGivenHolds) {
@@ -192,12 +195,12 @@ TEST_F(FigureTest, NoTextMeetsAnotherOrLeavesThePage) {
     }
 }
 
-TEST_F(FigureTest, LettersAreFiveToSevenPointsHighAndLinesAHalfToOne) {
+TEST_F(FigureTest, LettersAreSixToSevenPointsHighAndLinesAHalfToOne) {
     for (const bool panels : {false, true}) {
         Draw({85.0, 0.0, panels, 0});
         for (const DrawnItem& text : Paper.OfKind("text")) {
             const double points = text.Font.Height / UnitsPerPoint / LettersOfEm;
-            EXPECT_GE(points, panels ? 4.9 : 5.9) << text.Text;
+            EXPECT_GE(points, 6.0) << text.Text;
             EXPECT_LE(points, 7.1) << text.Text;
         }
         for (const char* kind : {"line", "polyline", "polygon", "ellipse"})
