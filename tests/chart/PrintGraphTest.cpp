@@ -6,7 +6,7 @@
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGrForm.h"
 #include "chart/files/GraphFile.h"
-#include "tests/chart/ChartBench.h"
+#include "ChartBench.h"
 #include "tests/support/ScriptedPrinter.h"
 
 namespace Quillon {
