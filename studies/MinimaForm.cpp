@@ -111,6 +111,11 @@ void ShowSearching(bool searching) {
     MinimaForm.State.FocusOn = searching ? &MinimaForm.StopButton : &MinimaForm.SearchButton;
 }
 
+void Leave() {
+    Met = MinimaMet{}; // each minimum is a whole analysis
+    MinimaForm.State.Shown = false;
+}
+
 void ShowProgress(long done) {
     const long all = Choice.Count + 1; // and the user's own
     MinimaForm.Fraction = static_cast<double>(done) / static_cast<double>(all);
@@ -176,14 +181,14 @@ void MinimaFormTakeButton() {
     if (!MinimaForm.TakeButton.Enabled) return;
     TakeMinimum(Met.Minima[static_cast<std::size_t>(MinimaForm.Chosen)]);
     MinimaForm.Taken = true;
-    MinimaForm.State.Shown = false;
+    Leave();
 }
 
 void MinimaFormCloseButton() {
     if (MinimaForm.StopButton.Enabled)
         MinimaFormStopButton();
     else
-        MinimaForm.State.Shown = false;
+        Leave();
 }
 
 } // namespace Quillon

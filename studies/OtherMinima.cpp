@@ -67,8 +67,12 @@ std::vector<double> ErrorsOfMinimum() {
 bool StepToRest() {
     constexpr double NothingLeft = 1e-9; // of a share of a degree of freedom
     const PerSlot<float> here = Work.Parms;
+    const double known = Work.SumSq;
     AccumulateSums();
-    if (Work.AbortFit) return false;
+    if (Work.AbortFit) {
+        Work.SumSq = known; // the pass was broken off
+        return false;
+    }
     const double sum = Work.SumSq;
     const NormalEquations equations = TakeNormalEquations();
     if (!(ExpectedDecrease(equations) > NothingLeft)) return false;

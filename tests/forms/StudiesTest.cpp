@@ -1,0 +1,124 @@
+// Studies and shared concentrations at their windows.
+#include "commands/Analmenu.h"
+#include "models/ShareForm.h"
+#include "platform/Platform.h"
+#include "reporting/Results.h"
+#include "studies/MinimaForm.h"
+#include "tests/forms/Player.h"
+#include "tests/forms/Scans.h"
+#include "workspace/records/Workspace.h"
+
+#include <QApplication>
+#include <QProgressBar>
+#include <QTableWidget>
+
+#include <gtest/gtest.h>
+
+namespace Quillon {
+namespace {
+
+struct MinimaAtTheWindow : testing::Test {
+    Player player;
+    MinimaAtTheWindow() {
+        UseFinishedFit();
+        Work.LastModel = Work.Model;
+        Work.StartParms = Work.Parms;
+        SetMenuStatus();
+    }
+    static QTableWidget* Table() {
+        return Player::Window(MinimaFormName)->findChild<QTableWidget*>("Minima");
+    }
+};
+
+TEST_F(MinimaAtTheWindow, SearchFillsTheTableOnTheDesktopsThreads) {
+    const Workspace own = Work;
+    player.Expect(MinimaFormName, [] {
+        Player::TabTo(MinimaForm.CountInput);
+        Player::Type("4");
+        Player::Click(MinimaForm.SearchButton);
+        ASSERT_EQ(MinimaForm.Rows.size(), 1U);
+        ASSERT_EQ(Table()->rowCount(), 1);
+        EXPECT_EQ(Table()->columnCount(), static_cast<int>(MinimaForm.Columns.size()));
+        EXPECT_EQ(Table()->item(0, 2)->text(), "5");
+        EXPECT_EQ(Table()->item(0, Table()->columnCount() - 1)->text(), "your fit");
+        EXPECT_FALSE(Player::Widget(MinimaForm.TakeButton)->isEnabled());
+        Player::Click(MinimaForm.CloseButton);
+    });
+    player.ClickMenu("SearchMinima");
+    EXPECT_TRUE(Work == own);
+}
+
+// Pieces on this thread, with the user's click between the second one and the third.
+TEST_F(MinimaAtTheWindow, StopAndEscEndTheSearchAndTheWindowStays) {
+    for (const bool byKey : {false, true}) {
+        Host.RunPieces = [byKey](long count, const auto& piece, const auto& watch) {
+            for (long number = 0; number < count; ++number) {
+                if (number == 2 && byKey) Player::Press(Qt::Key_Escape);
+                if (number == 2 && !byKey) Player::Click(MinimaForm.StopButton);
+                piece(number);
+                watch(number + 1);
+            }
+        };
+        player.Expect(MinimaFormName, [] {
+            Player::Click(MinimaForm.SearchButton);
+            EXPECT_TRUE(MinimaForm.State.Shown);
+            EXPECT_NE(MinimaForm.Progress.Text.find("Stopped before the end."), std::string::npos)
+                << MinimaForm.Progress.Text;
+            EXPECT_EQ(Work.AbortFit, 0);
+            Player::Press(Qt::Key_Escape);
+        });
+        player.ClickMenu("SearchMinima");
+        EXPECT_FALSE(MinimaForm.State.Shown);
+        EXPECT_NE(Work.FitDone, 0);
+    }
+}
+
+// A fit that had stopped elsewhere: the minimum is taken and its results are shown.
+TEST_F(MinimaAtTheWindow, ATakenMinimumShowsItsResults) {
+    const double least = Work.SumSq;
+    Work.FitDone = FlagFalse;
+    Work.Outcome = {FitEnd::Singular, "Singular Matrix - Fit Aborted"};
+    SetMenuStatus();
+    player.Expect(MinimaFormName, [] {
+        Player::Click(MinimaForm.SearchButton);
+        ASSERT_FALSE(MinimaForm.Rows.empty());
+        Table()->setCurrentCell(0, 0);
+        Player::Click(MinimaForm.TakeButton);
+    });
+    player.Expect(ResultsName, [] { Player::Click(Results.OkButton); });
+    player.ClickMenu("SearchMinima");
+    EXPECT_NE(Work.FitDone, 0);
+    EXPECT_NEAR(Work.SumSq / least, 1.0, 1e-3);
+    EXPECT_TRUE(MainItem("ReviewFit").Enabled);
+}
+
+TEST(ShareFormAtTheWindow, TiesTwoWavelengthsOfOneCell) {
+    Player player;
+    UseSimulatedData();
+    Work.ScanRPM[2] = Work.ScanRPM[1];
+    Work.ScanWavelength[2] = Work.ScanWavelength[1] + 20.0F;
+    const std::int16_t first = Work.SetRow[1];
+    player.Expect(ShareFormName, [] {
+        EXPECT_EQ(ShareForm.Boxes.LinkNum[1].Text, "1"); // proposed
+        Player::Window(ShareFormName)->close();
+        Player::Serve();
+    });
+    player.ClickMenu("ShareConcentrations");
+    EXPECT_EQ(Work.ConcLink[2], 0);
+    player.Expect(ShareFormName, [] {
+        Player::Click(ShareForm.CancelButton);
+        EXPECT_EQ(ShareForm.Boxes.LinkNum[1].Text, "");
+        Player::Click(ShareForm.ProposeButton);
+        Player::TabTo(ShareForm.Boxes.LinkNum[2]);
+        Player::Type("1");
+        Player::Press(Qt::Key_Return);
+        Player::Click(ShareForm.OkButton);
+    });
+    player.ClickMenu("ShareConcentrations");
+    EXPECT_EQ(Work.ConcLink[2], first);
+    EXPECT_EQ(Work.ConcLink[3], first);
+    EXPECT_EQ(Work.NewData, 1);
+}
+
+} // namespace
+} // namespace Quillon
