@@ -1,10 +1,11 @@
 // The tables of docs/robustness.md: fits from starting values that are far off, plain and with the damped
 // search behind them, and where they end.
 //
-//     robustness [--seeds N] [--case NAME] [--mixtures N] [-v]
+//     robustness [--seeds N] [--case NAME] [--mixtures N] [--restarts N] [-v]
 #include "tests/fit/Robustness.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
+#include "studies/OtherMinima.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -22,17 +23,20 @@ double Seconds() {
 }
 
 bool Verbose = false;
+long Restarts = 0; // behind each fit of the table of models
 
 // Where the fits of a row of the table have ended.
 struct Tally {
     int Runs = 0, Plain = 0, Minimum = 0, Other = 0, False = 0, Told = 0;
+    int Restarted = 0; // at the minimum with restarts
     int Rescues = 0;
     double NearTime = 0.0;   // of plain fits of the same problem from an ordinary start, for each rescue
     double RescueTime = 0.0; // of the search behind the first fit
 
     void Add(const Tally& t) {
         Runs += t.Runs, Plain += t.Plain, Minimum += t.Minimum, Other += t.Other, False += t.False;
-        Told += t.Told, Rescues += t.Rescues, NearTime += t.NearTime, RescueTime += t.RescueTime;
+        Told += t.Told, Restarted += t.Restarted, Rescues += t.Rescues, NearTime += t.NearTime,
+            RescueTime += t.RescueTime;
     }
     void Count(Stand stand) {
         ++(stand == Stand::Minimum        ? Minimum
@@ -54,6 +58,9 @@ void PrintRow(const char* name, const Tally& t) {
         std::printf("%.1f |\n", t.RescueTime / t.NearTime);
     else
         std::printf("|\n");
+    if (Restarts > 0)
+        std::printf("    with %ld restarts %d at the minimum, %.2f%%\n", Restarts, t.Restarted,
+                    100.0 * t.Restarted / t.Runs);
     std::fflush(stdout);
 }
 
@@ -83,6 +90,18 @@ void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
                     Work.Outcome.Reason.c_str(), Work.SumSq / least);
 }
 
+// The fit that stands and restarts around its start: whether the lowest minimum is that of the truth.
+void RestartAndCount(const PerSlot<float>& start, double least, std::uint64_t seed, Tally& t,
+                     const char* name) {
+    if (Restarts == 0) return;
+    Work.AbortFit = FlagFalse;
+    Work.StartParms = start;
+    const MinimaMet met = SearchOtherMinima({Restarts, seed}, [](long) {});
+    const bool reached = !met.Minima.empty() && met.Minima.front().Fit.SumSq <= 1.001 * least;
+    if (reached) ++t.Restarted;
+    if (Verbose && !reached) std::printf("    %s: missed with restarts\n", name);
+}
+
 // What a plain fit of the same problem costs from an ordinary start, ln K off by up to 1; 0 where it does not
 // converge. Work is as before.
 double TimeOfPlainFit(std::uint64_t seed) {
@@ -102,7 +121,9 @@ Tally FarOff(const std::string& name, double reach, int seeds) {
         const double least = static_cast<double>(FitReference(Work).End.SumSq);
         const double nearTime = TimeOfPlainFit(s);
         StartFarOff(reach, s * 1000 + static_cast<std::uint64_t>(reach));
+        const PerSlot<float> start = Work.Parms;
         FitAndCount(least, nearTime, t, name.c_str());
+        RestartAndCount(start, least, s, t, name.c_str());
     }
     return t;
 }
@@ -187,6 +208,8 @@ int main(int argc, char** argv) {
             seeds = std::atoi(argv[++i]);
         else if (is("--mixtures"))
             mixtures = std::atoi(argv[++i]);
+        else if (is("--restarts"))
+            Restarts = std::atol(argv[++i]);
         else if (is("--case"))
             only = argv[++i];
         else if (!std::strcmp(argv[i], "-v"))

@@ -90,6 +90,7 @@ bool PrepareFit() {
     FollowSeparateK();
     FollowNonIdeal();
     ApplyModelFlags();
+    ApplyConcentrationLinks(); // the guesses show what a follower has
     TellOfCooperativity();
     GuessesDialog(false);
     OfferGuessesForNewConstants();
