@@ -152,6 +152,27 @@ TEST_F(SpeciesOutputs, SimulatedScansAreTheModelAndFitBack) {
     }
 }
 
+TEST_F(SpeciesOutputs, SimulatedScansWereCutByTheRangeOfTheJobAgain) {
+    Prepare(SmallCase(120));
+    std::string text = Text("case.job");
+    for (std::size_t at = text.find("inner = "); at != std::string::npos; at = text.find("inner = ", at)) {
+        const std::size_t end = text.find('\n', text.find("outer = ", at));
+        text.replace(at, end - at, "range = auto");
+    }
+    Job = TheScript.MakeFile("auto.job", text);
+    Run({"--simulate", Path("out")});
+    const std::string job = Text("out/simulated.job");
+    EXPECT_EQ(job.find("range"), std::string::npos) << job;
+    long points = 0;
+    for (const auto& entry : fs::directory_iterator(Path("out")))
+        if (entry.path().extension() != ".job")
+            points += static_cast<long>(LinesOf(ReadWholeFile(entry.path().string())).size()) - 2;
+    ASSERT_GT(points, 100);
+    Job = Path("out/simulated.job");
+    Run({"--points", Path("p.csv")});
+    EXPECT_EQ(static_cast<long>(LinesOf(Text("p.csv")).size()), points + 1);
+}
+
 TEST_F(SpeciesOutputs, NoiseFollowsTheSeed) {
     const auto bytes = [&](const std::string& folder, const std::string& section) {
         Prepare(SmallCase(), section);
