@@ -249,7 +249,9 @@ void AppendClip(EmfRecords& records, const DeviceRect& rect) { // right and bott
 void ClearClip(Drawing& drawing) {
     if (!drawing.Clipped) return;
     AppendRecord(drawing.Records, EmfType::RestoreContext, EmfFields().Signed(-1));
-    drawing.Objects.Now = drawing.BeforeClip;
+    EmfSelection& now = drawing.Objects.Now;
+    now = drawing.BeforeClip;
+    now.Pen = now.Brush = now.Font = 0; // selected anew: not all readers bring objects back with the context
     drawing.Clipped = false;
 }
 

@@ -284,4 +284,27 @@ TEST(Metafile, TheReaderSeesDamage) {
     EXPECT_EQ(ReadMetafile(good.substr(0, good.size() - 20)).Problem, "bytes of the header");
 }
 
+// Some readers bring the clip back with the context and leave the pen: the line behind a legend was not seen.
+TEST(Metafile, PensAreSelectedAnewBehindAClip) {
+    constexpr std::uint32_t select = 37, restore = 34;
+    const Drawn drawn = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+        s.SetPen({true, 0x0000FF, 3});
+        s.Line(10, 10, 50, 10);
+        s.SetClip({0, 0, 100, 100});
+        s.SetPen({true, 0xFF0000, 3});
+        s.Line(10, 20, 50, 20);
+        s.ClearClip();
+        s.SetPen({true, 0x0000FF, 3});
+        s.Line(10, 30, 50, 30);
+    });
+    bool restored = false, selected = false;
+    for (const EmfRecord& record : drawn.File.Records) {
+        restored |= record.Type == restore;
+        selected |= restored && record.Type == select;
+    }
+    EXPECT_TRUE(selected);
+    ASSERT_EQ(drawn.Items.size(), 3U);
+    EXPECT_EQ(drawn.Items[2].PenColor, 0x0000FFU);
+}
+
 } // namespace Quillon
