@@ -71,6 +71,11 @@ void OpenGraph(const std::string& path) {
     });
 }
 
+// A report or a saved fit that names "00012.RA1" alone tells nobody which of all of them it was.
+std::string WholePath(const std::string& path) {
+    return IsAbsolutePath(path) ? path : JoinPath(Work.WorkDirectory, path);
+}
+
 // A name that leads nowhere is no place where the file dialogs can start.
 void TellMissing(const std::string& path) {
     Tell("There is no file or folder " + path, Work.ProgramName, BoxIcon::Warning);
@@ -119,7 +124,7 @@ void StartQuillon(const std::string& argument) {
     Work.WorkDirectory = Host.WorkingDirectory();
     const ArgumentKind kind = KindOfArgument(argument);
     if (kind == ArgumentKind::Folder || kind == ArgumentKind::Missing) Work.DataDirectory = argument;
-    if (kind == ArgumentKind::Scan) Work.DataDirectory = DirectoryOf(argument);
+    if (kind == ArgumentKind::Scan) Work.DataDirectory = DirectoryOf(WholePath(argument));
     ReadFitDefaults();
     ReadProgramDefaults();
     SizeWorkspace();
@@ -135,7 +140,7 @@ void OpenArguments(const std::vector<std::string>& arguments) {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const ArgumentKind kind = KindOfArgument(arguments[i]);
         if (kind == ArgumentKind::Scan)
-            scans.push_back(arguments[i]);
+            scans.push_back(WholePath(arguments[i]));
         else if (i == 0 || kind == ArgumentKind::Missing)
             OpenFirst(arguments[i], kind);
         else

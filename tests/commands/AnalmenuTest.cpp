@@ -102,6 +102,23 @@ TEST_F(MainWindow, ScansOnTheCommandLineWereRestoredAsFits) {
     RunMainCommand("ReadData");
 }
 
+TEST_F(MainWindow, AScanNamedFromTheWorkingDirectoryKeepsItsWholePath) {
+    const std::string path = script.MakeFile("00001.RA1", SmallScan);
+    const auto found = [path](const std::string& name) { return name == "00001.RA1" ? path : name; };
+    Host.FileExists = [found, exists = Host.FileExists](const std::string& name) {
+        return exists(found(name));
+    };
+    Host.ReadFile = [found, read = Host.ReadFile](const std::string& name) { return read(found(name)); };
+    StartQuillon("00001.RA1");
+    EXPECT_EQ(Work.DataDirectory, script.Directory());
+    script.ExpectModal(FileFormName, [&] {
+        FileFormTimer1();
+        EXPECT_EQ(Work.ScanDirectory[1], script.Directory());
+        FileForm.State.Shown = false;
+    });
+    OpenArguments({"00001.RA1"});
+}
+
 TEST_F(MainWindow, AScanThatCannotBeReadIsToldByItsLine) {
     const std::string path =
         script.MakeFile("00001.RA1", "Sample\nR 1 20.0 10000 0084667 9.2280E10 280 32\n6,1\n");
