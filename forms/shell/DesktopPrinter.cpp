@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace Quillon {
 
@@ -33,6 +34,10 @@ QPrinter& InUse() {
     }();
     return *printer;
 }
+
+// The print dialog has named a file, and asked before one that exists. It is for one job: the next one must
+// not write over it.
+bool FileNamed = false;
 
 bool IsFile(const QPrinter& printer) {
     return printer.outputFormat() == QPrinter::PdfFormat;
@@ -86,7 +91,9 @@ bool Choose() {
     QPrintDialog dialog(&InUse(), FrontWindow());
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false); // all pages are printed
     const ModalWait wait(&dialog);
-    return dialog.exec() == QDialog::Accepted;
+    const bool chosen = dialog.exec() == QDialog::Accepted;
+    FileNamed = FileNamed || chosen;
+    return chosen;
 }
 
 bool SetUpPage() {
@@ -100,7 +107,7 @@ bool SetUpPage() {
 
 // Where a PDF file goes: the name from the print dialog, or one that is asked for; "" when none is given.
 std::string FilePath(const std::string& title) {
-    const QString named = InUse().outputFileName();
+    const QString named = std::exchange(FileNamed, false) ? InUse().outputFileName() : QString();
     if (!named.isEmpty()) return QFile::encodeName(named).toStdString();
     FileRequest request;
     request.Title = title;
