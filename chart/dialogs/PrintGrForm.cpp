@@ -56,9 +56,13 @@ std::int16_t Ticked(bool on) {
 
 // --- what is shown -----------------------------------------------------------------------------------------
 
+void ShowLength(std::size_t place) {
+    PrintGrForm.Length[place].Text = FormatNumber(static_cast<double>(PrintGrForm.Lengths[place]), "0.000");
+}
+
 void ShowLengths() {
     for (std::size_t i = 0; i < PageLengths; ++i)
-        PrintGrForm.Length[i].Text = FormatNumber(static_cast<double>(PrintGrForm.Lengths[i]), "0.000");
+        ShowLength(i);
     const std::string units = IsMetric() ? " (cm)" : " (inches)";
     PrintGrForm.MarginFrame.Text = "Margins" + units;
     PrintGrForm.CustomFrame.Text = "Custom Size" + units;
@@ -162,7 +166,7 @@ float BorderOf(std::size_t place) {
 
 bool Refuse(std::size_t place, const char* why) {
     Tell(why, ProgramTitle(), BoxIcon::Warning);
-    ShowLengths();
+    ShowLength(place);
     PrintGrForm.State.FocusOn = &PrintGrForm.Length[place];
     return false;
 }
@@ -181,7 +185,7 @@ bool TakeLength(std::size_t place) {
         return Refuse(place, BorderNote);
     }
     length = value;
-    if (typed) ShowLengths();
+    if (typed) ShowLength(place);
     return true;
 }
 
