@@ -25,7 +25,6 @@ QWidget* SetFrame(Binder& bind) {
     list->setMinimumHeight(6 * list->fontMetrics().lineSpacing() + 8);
     bind.List(
         list, []() -> Control& { return ShiftData.SetNum; }, 0, ShiftDataSetClick);
-    bind.Also([list] { list->setEnabled(ShiftData.SetNum.Enabled); });
     auto* grid = new QGridLayout(frame);
     auto* label = new QLabel;
     label->setBuddy(list);

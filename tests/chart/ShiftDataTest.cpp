@@ -175,6 +175,18 @@ TEST_F(ShiftDataTest, TheOptionOfALogarithmIsOffWhileSetsStandShifted) {
     EXPECT_TRUE(Charts.SpecialOpts[1].Enabled);
 }
 
+// Small pictures and reports borrow the chart and give it back.
+TEST_F(ShiftDataTest, AnotherGraphDrawnInBetweenLeavesTheWayBack) {
+    const SetTable before = Chart.DataY;
+    Accept(SeparateY, [] { Constant("0.3"); });
+    const ChartModule kept = Chart;
+    GraphSpec spec = Begin();
+    Plot(spec, Table({{1, 2}}), Table({{5, 6}}));
+    Chart = kept;
+    TakeBackSeparation(SeparateModes::Both);
+    EXPECT_TRUE(Chart.DataY == before);
+}
+
 TEST_F(ShiftDataTest, ANewGraphIsNotShifted) {
     Accept(SeparateY, [] { Constant("1"); });
     GraphSpec spec = Begin();

@@ -170,7 +170,7 @@ TEST_F(ChartDialogs, AnIntervalOfZeroIsToldOnceAndALogarithmIsAsked) {
         player.ExpectMessage(
             "Changing from linear to log scales is likely to produce undesirable axis limits "
             "and tic intervals.  A rescaling using AutoRange is advised.  Rescale now?",
-            "&Yes");
+            "Yes");
         Player::Click(AxisOptsForm.LogBase10);
         EXPECT_TRUE(Player::Widget(AxisOptsForm.Note)->isVisible());
         Player::Click(AxisOptsForm.OkButton);
