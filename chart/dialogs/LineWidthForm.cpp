@@ -24,11 +24,12 @@ bool Accepted = false;
 std::array<float, WidthCount> Edited;
 
 std::string WidthText(float twips) {
-    return FormatNumber(static_cast<double>(twips), "0.##");
+    return SingleText(twips);
 }
 
 std::string PixelText(double dotsPerInch) {
-    return FormatNumber(static_cast<double>(TwipsPerInch) / dotsPerInch, "0.##");
+    const double twips = std::nearbyint(static_cast<double>(TwipsPerInch) / dotsPerInch * 100.0) / 100.0;
+    return DoubleText(twips);
 }
 
 std::string ExplanationText() {

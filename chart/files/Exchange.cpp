@@ -134,6 +134,20 @@ std::string Picture(const std::string& ending) {
     return bytes;
 }
 
+// Programs into which an SVG is pasted take its units for pixels of 1/96 inch, whatever its viewBox says:
+// here they are.
+std::string InPixels(const std::string& svg, const PictureRequest& request) {
+    constexpr double pixelsPerInch = 96.0;
+    const double scale = pixelsPerInch / request.DotsPerInchX;
+    const std::size_t box = svg.find("viewBox=\"");
+    const std::size_t open = svg.find('>', box);
+    const std::size_t close = svg.rfind("</svg>");
+    if (box == std::string::npos || open == std::string::npos || close == std::string::npos) return svg;
+    return svg.substr(0, box) + "viewBox=\"0 0 " + DoubleText(request.Width * scale) + " " +
+           DoubleText(request.Height * scale) + "\">\n<g transform=\"scale(" + DoubleText(scale) +
+           ") translate(0.5 0.5)\">" + svg.substr(open + 1, close - open - 1) + "</g>\n</svg>\n";
+}
+
 // --- files -------------------------------------------------------------------------------------------------
 
 std::string EndingOf(const std::string& path) {
@@ -243,7 +257,7 @@ void SaveGraphAs() {
 void CopyGraph() {
     OfferGraph([] {
         ClipboardOffer offer;
-        offer.Svg = Picture("svg");
+        offer.Svg = InPixels(Picture("svg"), RequestOfWindow());
         offer.Emf = Picture("emf");
         if (OpenToolkitPicture) offer.Png = Picture("png");
         offer.Text = DataTextWithHeads();

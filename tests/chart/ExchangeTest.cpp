@@ -147,6 +147,10 @@ TEST_F(ExchangeTest, ACopiedGraphIsOfferedInAllKindsAtOnce) {
     CopyGraph();
     OpenToolkitPicture = nullptr;
     EXPECT_NE(Outside.ClipboardKinds.Svg.find("<svg"), std::string::npos);
+    // 170 mm in pixels of 1/96 inch, which is how a pasted drawing is measured
+    EXPECT_NE(Outside.ClipboardKinds.Svg.find("viewBox=\"0 0 642.56 "), std::string::npos);
+    EXPECT_NE(Outside.ClipboardKinds.Svg.find("<g transform=\"scale(0.32) translate(0.5 0.5)\">"),
+              std::string::npos);
     EXPECT_EQ(Outside.ClipboardKinds.Emf.substr(40, 4), " EMF"); // the signature of the format
     EXPECT_EQ(Outside.ClipboardKinds.Png, "png bytes");
     EXPECT_EQ(Outside.ClipboardKinds.Text, DataTextWithHeads());
