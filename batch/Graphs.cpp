@@ -117,7 +117,7 @@ std::string Figure(const GraphOption& option) {
     choice.Set = option.Set;
     const std::string ending = GraphEnding(option);
     try {
-        return FigureBytes(choice, ending, FigureDots(ending), OpenPicture);
+        return FigureBytes(choice, ending, FigureDots, OpenPicture);
     } catch (const RuntimeError& error) {
         FailGraph(option, error.Text);
     }

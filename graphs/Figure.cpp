@@ -225,10 +225,6 @@ bool IsFigureEnding(const std::string& ending) {
     return ending == "svg" || ending == "pdf" || ending == "png" || ending == "emf";
 }
 
-double FigureDots(const std::string& ending) {
-    return ending == "png" ? 600.0 : 1200.0;
-}
-
 std::string FigureName(long set) {
     return PlainName(set) + ", " + Speed(set) + NumberText(set);
 }

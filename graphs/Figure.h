@@ -17,8 +17,9 @@ using PictureOpener = std::function<PictureFile(const std::string& ending, const
 // True for the endings that a figure is written as: "svg", "pdf", "png" and "emf".
 bool IsFigureEnding(const std::string& ending);
 
-// Dots per inch that a file of an ending is made with: 600 for pixels, 1200 for units of lines and letters.
-double FigureDots(const std::string& ending);
+// Dots per inch of figures in files: pixels of a PNG, units of lines and letters in the others, so that all
+// of them agree.
+inline constexpr double FigureDots = 600.0;
 
 // What the legend and the heads of panels call a data set: the name of its file, the channel where one was
 // chosen, the speed, and the set's number where all of these occur twice: "00012.RA1 Ch B, 12000 rpm".

@@ -185,7 +185,7 @@ void FigureFormSaveButton() {
     if (answer.Cancelled) return;
     try {
         const std::string ending = EndingOf(answer.Path);
-        Host.WriteFile(answer.Path, FigureBytes(FigureForm.Choice, ending, FigureDots(ending), OpenFigure));
+        Host.WriteFile(answer.Path, FigureBytes(FigureForm.Choice, ending, FigureDots, OpenFigure));
         FigureForm.Note.Text = "Written to " + answer.Path;
     } catch (const RuntimeError& error) {
         Tell("Error '" + error.Text + "' occurred while writing " + answer.Path, Work.ProgramName,

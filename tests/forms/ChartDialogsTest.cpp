@@ -226,7 +226,7 @@ TEST_F(ChartDialogs, AFigureIsChosenSeenAndWritten) {
     }
     QFile written(QString::fromStdString(file));
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(written.readAll().contains("width=\"340.14pt\"")); // 120 mm
+    EXPECT_TRUE(written.readAll().contains("width=\"340.2pt\"")); // 120 mm
 }
 
 TEST_F(ChartDialogs, ColoursAreSeenAtOnceAndKeptByOkAlone) {
