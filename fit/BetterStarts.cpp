@@ -132,8 +132,17 @@ void Improve(BestSets& best) {
         best.Sums[group] = std::min(best.Sums[group], sums[group]);
 }
 
+double TotalOf(const BestSets& best) {
+    double total = 0.0;
+    for (const double sum : best.Sums)
+        total += std::isfinite(sum) ? sum : 0.0;
+    return total;
+}
+// Of the sum of squares; what is found below that is the same minimum.
+constexpr double WorthTrying = 0.999;
+
 // The proportions of B to A that are tried; 0 stands for the program's own guess.
-constexpr double Proportions[] = {0.0, 0.03, 0.3, 3.0, 30.0};
+constexpr double Proportions[] = {0.0, 0.1, 10.0};
 
 void TryProportion(double proportion, const PerSlot<float>& from, BestSets& best) {
     try {
@@ -153,7 +162,6 @@ void TryProportion(double proportion, const PerSlot<float>& from, BestSets& best
 }
 
 void TryProportions(const PerSlot<float>& from, BestSets& best) {
-    Improve(best);
     for (const double proportion : Proportions) {
         if (Work.AbortFit) return;
         if (proportion == 0.0 || TraitsOfModel().TwoSpecies) TryProportion(proportion, from, best);
@@ -193,8 +201,10 @@ PerSlot<float> BestOfEachSet(const PerSlot<float>& from) {
     return Aside(from, [&] {
         const std::size_t groups = static_cast<std::size_t>(Work.NumSets) + 1;
         BestSets best{from, std::vector<double>(groups, std::numeric_limits<double>::infinity())};
+        Improve(best);
+        const double before = TotalOf(best);
         TryProportions(from, best);
-        return best.Parms;
+        return TotalOf(best) < WorthTrying * before ? best.Parms : from;
     });
 }
 

@@ -15,8 +15,8 @@ PerSlot<float> VisibleStart(const PerSlot<float>& start);
 // from with the best concentrations that are found for each set while constants and masses stay. Given what
 // the sets share, each is a small problem of its own, which may have two minima (more of A than of B, or the
 // other way round), and a fit of many sets is caught when one of them is. Several proportions are tried for
-// all sets at once, and each set keeps the one with the lowest sum. Models of one species have one
-// proportion.
+// all sets at once, and each set keeps the one with the lowest sum. Models of one species
+// have one proportion. from itself where that lowers the sum of squares by less than a thousandth.
 PerSlot<float> BestOfEachSet(const PerSlot<float>& from);
 
 // Both leave Work as it was, but for Work.AbortFit after a cancel.

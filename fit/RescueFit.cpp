@@ -4,6 +4,7 @@
 #include "fit/GNLLSQ.h"
 #include "models/BlockFunction.h"
 #include "models/FitFunction.h"
+#include "models/ModelTable.h"
 #include "models/ParmScale.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
@@ -135,21 +136,37 @@ PerSlot<float> StartOf(int attempt, const PerSlot<float>& start, const Workspace
     return attempt == 3 ? VisibleStart(start) : BestOfEachSet(best.Parms);
 }
 
+// What comes behind an attempt. A minimum that is down to the noise leaves nothing to be looked for but a set
+// that is caught in the wrong proportion of its species.
+int NextAttempt(int attempt, const Workspace& best) {
+    const bool good = best.Outcome.End == FitEnd::Converged && IsDownToNoise(best);
+    if (!good) return attempt + 1;
+    return TraitsOfModel().TwoSpecies && attempt < LastAttempt ? LastAttempt : LastAttempt + 1;
+}
+
+// One attempt, its end in best where that is better. False when nothing more is to be tried: after a cancel,
+// and where there is no value or no better start.
+bool TryAttempt(int attempt, const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
+    const PerSlot<float> from = StartOf(attempt, start, best);
+    if (IsCancelled()) return false;
+    const bool nothingNew = attempt == LastAttempt && from == best.Parms && best.FitDone;
+    if (nothingNew || !Attempt(attempt == 2 ? DampedWay::Plain : DampedWay::Guided, from, progress))
+        return false;
+    if (!IsCancelled() && IsBetter(Work, best)) best = Work;
+    return !IsCancelled();
+}
+
 } // namespace
 
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
     const ProgressInUse inUse(progress);
     Workspace best = Work;
-    for (int attempt = 1; attempt <= LastAttempt; ++attempt) {
-        const DampedWay way = attempt == 2 ? DampedWay::Plain : DampedWay::Guided;
-        const PerSlot<float> from = StartOf(attempt, start, best);
-        if (!IsCancelled() && !Attempt(way, from, progress)) break;
-        if (IsCancelled()) {
-            KeepBestOnCancel(best);
-            return false;
-        }
-        if (IsBetter(Work, best)) best = Work;
-        if (best.Outcome.End == FitEnd::Converged && IsDownToNoise(best)) break;
+    int attempt = 1;
+    while (attempt <= LastAttempt && TryAttempt(attempt, start, best, progress))
+        attempt = NextAttempt(attempt, best);
+    if (IsCancelled()) {
+        KeepBestOnCancel(best);
+        return false;
     }
     Work = best;
     return Work.FitDone != 0;

@@ -61,6 +61,7 @@ constexpr float ExtinctionOfProtein = 5e4F;
 SimulatedSet MixtureSet(double signal, double proteinPerDna, float rpm) {
     SimulatedSet set;
     set.Rpm = rpm;
+    set.Points = 100;
     set.OuterSignal = signal;
     set.ShareB = proteinPerDna * static_cast<double>(ExtinctionOfProtein / ExtinctionOfDna);
     set.Wavelength = 230.0F;
@@ -100,6 +101,7 @@ ModelCase MixtureCase(const Mixture& mixture, std::uint64_t seed) {
     c.Slot7 = mixture.Model == 11 ? 3.0 * random.Uniform() - 1.5 : 0.0; // logarithm of the cooperativity
     c.Fitted = mixture.Model == 11 ? std::vector<long>{6, 7} : std::vector<long>{6};
     c.FitOffsets = false;
+    c.Noise = 0.003;
     c.Sets = MixtureSets(mixture.Wavelengths, random);
     c.Seed = seed;
     return c;

@@ -26,7 +26,7 @@ void StartFarOff(double reach, std::uint64_t seed);
 
 // Scans of a protein (9.3 kDa) and a DNA that binds it (23.9 kDa, A) at three speeds: five cells at 260 nm,
 // or three at 230 and 260 nm, 15 or 18 sets. Free protein to free DNA from 1:10 to 2:1, ln K from 12.5
-// to 15.5 (K in L/mol), noise 0.004, all by the seed. In Work at the true parameters; constants and
+// to 15.5 (K in L/mol), noise 0.003, all by the seed. In Work at the true parameters; constants and
 // concentrations are fitted, masses and offsets held. With shared, the second wavelength has the
 // concentrations of the first.
 struct Mixture {
