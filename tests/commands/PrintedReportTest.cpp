@@ -134,7 +134,7 @@ TEST_F(PrintedReportTest, TheGraphStandsOnAPageBehindTheTextAndTheWindowKeepsIts
         ASSERT_EQ(static_cast<int>(Printer.Pages.size()), PageCount(report));
         EXPECT_GT(Printer.Pages.back().size(), 50U);
         const std::string texts = Printer.TextOfPage(Printer.Pages.size());
-        EXPECT_EQ(texts.find("Resid") != std::string::npos, overlay == 0) << texts;
+        EXPECT_EQ(texts.find("Y(exp) - Y(fit)") != std::string::npos, overlay == 0) << texts;
         EXPECT_EQ(texts.find("the user's own"), std::string::npos);
         EXPECT_EQ(GraphFileBytes(), before);
         EXPECT_EQ(Charts.StatusLine.Text, "read here");
