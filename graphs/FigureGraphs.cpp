@@ -57,10 +57,11 @@ FigureGraph Taken() {
     return {Chart, Looks};
 }
 
-// Symbols are small where they would run into one.
+// Symbols are small where those of the longest set would run into one: of one size in all panels.
 double SymbolOf(const Page& page, const GraphBox& frame) {
     const double across = page.Millimetres(frame.X2 - frame.X1);
-    return Chart.State.Npts > DensePoints * across ? SmallSymbol : SymbolLength;
+    return static_cast<double>(LongestSet(1, Work.NumSets)) > DensePoints * across ? SmallSymbol
+                                                                                   : SymbolLength;
 }
 
 } // namespace
