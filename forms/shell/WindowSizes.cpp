@@ -43,10 +43,12 @@ bool Fits(QSize size, QSize room) {
     return size.width() <= room.width() && size.height() <= room.height();
 }
 
-// The row of buttons at the foot of a window; null where its last row is none.
+// The row of buttons at the foot of a window, which may be the last of several; null where the last row is
+// none.
 QHBoxLayout* FootOf(QLayout& rows) {
     for (int i = rows.count() - 1; i >= 0; --i)
-        if (QLayout* row = rows.itemAt(i)->layout()) return qobject_cast<QHBoxLayout*>(row);
+        if (QLayout* row = rows.itemAt(i)->layout())
+            return qobject_cast<QVBoxLayout*>(row) ? FootOf(*row) : qobject_cast<QHBoxLayout*>(row);
     return nullptr;
 }
 
@@ -70,7 +72,7 @@ QLayout* TakeFoot(QLayout& rows, int width) {
     QHBoxLayout* foot = FootOf(rows);
     if (!foot) return nullptr;
     if (foot->minimumSize().width() > width) return WaysOut(*foot);
-    rows.removeItem(foot);
+    qobject_cast<QLayout*>(foot->parent())->removeItem(foot);
     foot->setParent(nullptr);
     return foot;
 }
