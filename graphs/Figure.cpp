@@ -240,6 +240,9 @@ std::string FigureBytes(const FigureChoice& choice, const std::string& ending, d
                         const PictureOpener& open) {
     if (!IsFigureEnding(ending)) RaiseError("no figure is written as '" + ending + "'");
     if (Chart.Painting != 0) RaiseError("a graph is being drawn");
+    if (Work.NumSets < 1) RaiseError("there is no fit to draw");
+    if (choice.Set < 0 || choice.Set > Work.NumSets)
+        RaiseError("the fit has no data set " + std::to_string(choice.Set));
     CalcResiduals();
     Figure figure{choice, {dotsPerInch}, {}, {}, {}};
     FigureScope scope(RequestFor(figure.Paper, LargestFigure, LargestFigure));

@@ -297,6 +297,8 @@ TEST_F(FigureTest, TheGraphAtHandAndTheSettingsStay) {
                  RuntimeError);
     EXPECT_TRUE(same()) << "after a failure";
     EXPECT_THROW(FigureBytes({}, "dat", Dots, {}), RuntimeError);
+    EXPECT_THROW(FigureBytes({85.0, 0.0, false, 4}, "svg", Dots, {}), RuntimeError);
+    EXPECT_TRUE(same());
 }
 
 // --- the form
