@@ -13,6 +13,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Quillon {
 
@@ -183,7 +184,13 @@ void MeasureLegend(Figure& figure, FigureTexts& texts) {
     const double sample = figure.Paper.Millimetres(space.SampleWidth + 3.0 * space.Gap);
     const double name = figure.Paper.Millimetres(LongestName());
     const double free = (figure.Choice.Width - 2.0 - texts.Gap) / Spare - sample;
-    figure.Small = std::clamp(SmallPoints * free / std::max(name, 1.0), LeastPoints, SmallPoints);
+    figure.Small = std::min(SmallPoints * free / std::max(name, 1.0), SmallPoints);
+    if (figure.Small < LeastPoints)
+        RaiseError(
+            "the figure is too narrow: its legend takes at least " +
+            FormatNumber(std::ceil((sample + name * LeastPoints / SmallPoints) * Spare + texts.Gap + 2.0),
+                         "0") +
+            " mm");
     ArrangeLegend(texts, figure.Choice.Width, sample + name * figure.Small / SmallPoints,
                   figure.Paper.Millimetres(space.EntryHeight));
 }

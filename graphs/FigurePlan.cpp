@@ -14,7 +14,8 @@ constexpr double Edge = 1.0;       // of the page, free on all sides
 constexpr double UpperPart = 0.7;  // of the height of both frames
 constexpr double FrameShape = 0.9; // height of both frames to their width
 constexpr double TallestPair = 120.0;
-constexpr double LeastPair = 8.0, LeastAcross = 10.0; // of the frames of a cell
+// The frames of a cell take at least this, so that the titles of both left axes stand one above the other.
+constexpr double LeastPair = 14.0, LeastAcross = 10.0;
 
 std::string Millimetres(double length) {
     return FormatNumber(length, "0") + " mm";
@@ -69,10 +70,10 @@ void PlanDown(Grid& grid, const FigureChoice& choice, const FigureTexts& texts) 
                                 : texts.Line / 2.0 + texts.Gap;
     grid.Foot = texts.Below;
     const double others = TextsDown(grid, texts);
-    grid.Pair = std::clamp(FrameShape * grid.Across, 2.0 * LeastPair, TallestPair);
+    grid.Pair = std::clamp(FrameShape * grid.Across, LeastPair, TallestPair);
     if (choice.PanelPerSet)
         grid.Pair = std::max(GridHeight(choice.Width / grid.Columns) - grid.Head - grid.Between - grid.Foot,
-                             2.0 * LeastPair);
+                             LeastPair);
     if (choice.Height > 0.0) grid.Pair = (choice.Height - others) / grid.Rows;
     if (grid.Pair < LeastPair)
         RaiseError("the figure is too low: its texts and frames take at least " +

@@ -120,7 +120,7 @@ TEST(FigurePlan, ASizeThatDoesNotDoIsTold) {
     FigureTexts texts = SomeTexts();
     texts.LegendWidth = 40.0;
     texts.LegendHeight = 30.0;
-    EXPECT_THROW(PlanFigure({85.0, 50.0, false, 0}, 1, texts), RuntimeError); // 8 mm at least for the frames
+    EXPECT_THROW(PlanFigure({85.0, 50.0, false, 0}, 1, texts), RuntimeError);
     EXPECT_THROW(PlanFigure({40.0, 0.0, true, 0}, 18, texts), RuntimeError);
 }
 
@@ -221,6 +221,15 @@ TEST_F(FigureTest, TheLegendTellsFileChannelSpeedAndRms) {
     EXPECT_NE(Paper.FindText("Absorbance"), nullptr);
     EXPECT_NE(Paper.FindText("Residual"), nullptr);
     EXPECT_EQ(Paper.FindText("monomer <-> dimer fit"), nullptr) << "a caption says that";
+}
+
+TEST_F(FigureTest, ALegendThatDoesNotFitIsToldAndNotCut) {
+    Work.SetLabel[2] = std::string(60, 'x');
+    EXPECT_THROW(Draw({40.0, 0.0, false, 0}), RuntimeError);
+    Draw({120.0, 0.0, false, 0});
+    const DrawnItem* line = Paper.FindText(FigureName(2) + ", rms 0.0078");
+    ASSERT_NE(line, nullptr);
+    EXPECT_LE(TextBounds(*line).Right, line->Clip.Right);
 }
 
 TEST_F(FigureTest, SetsThatAreCalledAlikeAreNumbered) {
