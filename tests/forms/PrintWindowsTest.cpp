@@ -34,11 +34,15 @@ constexpr Way AllWays[] = {Way::Ok, Way::Cancel, Way::Esc, Way::CloseButton};
 struct PrintWindows : testing::Test {
     Player player;
     ScriptedPrinter printer;
+    ChartStyle style = Chart.Style;
     PrintWindows() {
         UseFinishedFit();
         Host.ServeEvents = [] {}; // a job is over before its window is met
     }
-    ~PrintWindows() override { EjectPage = true; }
+    ~PrintWindows() override {
+        EjectPage = true;
+        Chart.Style = style; // no page of another test is cut in half
+    }
 
     // The results, with the preview that one of their buttons opens.
     void OpenPreview(const Control& button, std::function<void()> during) {
