@@ -284,7 +284,7 @@ TEST_F(ChartDefaultsTest, SavedMarginsKeepTheirLengthWhenTheUnitOfTheFileChanges
     SaveChartDefaults();
     EXPECT_EQ(Written("MetricUnits"), "False");
     EXPECT_EQ(Written("LeftMargin"), "1.000");
-    EXPECT_EQ(Written("TopMargin"), "");
+    EXPECT_EQ(Written("TopMargin"), "-"); // no such key
 }
 
 TEST_F(ChartDefaultsTest, CancelLeavesAKeyAsItIs) {

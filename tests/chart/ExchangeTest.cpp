@@ -141,7 +141,7 @@ TEST_F(ExchangeTest, ACopiedGraphIsOfferedInAllKindsAtOnce) {
     PlotTwo();
     RecordingSurface paper;
     OpenToolkitPicture = [&paper](const std::string& kind, const PictureRequest&) {
-        return PictureFile{paper.Surface(), {}, {}, [kind] { return kind + " bytes"; }};
+        return PictureFile{paper.Surface(), {}, [kind] { return kind + " bytes"; }};
     };
     const std::vector<std::string> drawn = Screen.Lines();
     CopyGraph();

@@ -2,11 +2,11 @@
 // what it was.
 #include "chart/dialogs/PrintGraph.h"
 
+#include "ChartBench.h"
 #include "MetafileReader.h"
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGrForm.h"
 #include "chart/files/GraphFile.h"
-#include "ChartBench.h"
 #include "tests/support/ScriptedPrinter.h"
 
 namespace Quillon {
