@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <sstream>
 #include <sys/wait.h>
 
@@ -209,6 +210,31 @@ TEST_F(GraphFiles, SvgHasEachSeriesAndItsTexts) {
         EXPECT_EQ(linePoints, drawsLines ? 50U : 0U) << kind;
         EXPECT_EQ(crosses, kind == "function" ? 0U : 60U) << kind;  // a plus is two lines
         EXPECT_EQ(diamonds, kind == "function" ? 0U : 20U) << kind; // the symbol of the second set
+    }
+}
+
+TEST_F(GraphFiles, AFigureHasTheSizeInPrintAndBothGraphs) {
+    for (const std::string ending : {"svg", "emf"}) {
+        const std::string path = Path("figure." + ending);
+        ASSERT_EQ(RunInside({Saved(), "--figure-size", "127x100", "--graph", "figure=" + path}).Status, 0);
+        if (ending == "emf") {
+            EXPECT_EQ(ReadMetafile(ReadWholeFile(path)).Problem, "");
+            continue;
+        }
+        const SvgDocument svg = ReadSvg(ReadWholeFile(path));
+        ASSERT_EQ(svg.Problem, "");
+        EXPECT_EQ(svg.Elements.at(0).Get("width"), "360pt"); // 127 mm are 5 inches
+        EXPECT_NEAR(std::atof(svg.Elements.at(0).Get("height").c_str()), 283.46, 0.1);
+        std::map<std::string, int> texts;
+        for (const SvgElement& text : svg.All("text"))
+            ++texts[text.Text];
+        EXPECT_EQ(texts["Absorbance"], 1);
+        EXPECT_EQ(texts["Residual"], 1);
+        EXPECT_EQ(texts["(R² - Ro²) / 2   (cm²)"], 1);
+        std::size_t points = 0; // data and residuals: circles of the first set, squares of the second
+        for (const SvgElement& element : svg.Elements)
+            points += element.Name == "ellipse" || element.Name == "polygon" ? 1U : 0U;
+        EXPECT_EQ(points, 2U * 50U + 2U); // and the two of the legend
     }
 }
 
