@@ -116,6 +116,7 @@ struct OpenMonitor {
     OpenMonitor& operator=(const OpenMonitor&) = delete;
 };
 
+// [decision: converged-stands]
 bool IsNoMinimum(const FitOutcome& outcome) {
     return outcome.End != FitEnd::Converged && outcome.End != FitEnd::Cancelled;
 }
