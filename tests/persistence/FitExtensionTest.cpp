@@ -43,6 +43,17 @@ TEST(FitExtension, ComesBack) {
     EXPECT_TRUE(plain.ConcLink == FreshWorkspace().ConcLink);
 }
 
+// Limits that were searched before the level was changed are saved as what they are.
+TEST(FitExtension, LimitsOfAnotherLevelKeepTheirs) {
+    Workspace w = SampleFit();
+    w.ConfidenceLevel = 0.683F; // wanted by now; the limits are those of 0.95
+    const Workspace back = DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis;
+    EXPECT_EQ(back.ConfidenceLevel, 0.683F);
+    EXPECT_EQ(back.LimitsLevel, 0.95F);
+    w.LimitsDone = FlagFalse;
+    EXPECT_EQ(EncodeExtension(w), "") << "without limits there is no level to be kept";
+}
+
 TEST(FitExtension, NamesAndVersionsOfLaterProgramsAreSkipped) {
     const Workspace w = Shared();
     Bytes later;

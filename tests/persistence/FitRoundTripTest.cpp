@@ -72,6 +72,7 @@ TEST(FitRoundTrip, EveryFieldOfTheSampleDiffersFromAFreshStart) {
                                                                                       "SumSq",
                                                                                       "RmsResidual",
                                                                                       "LimitsDone",
+                                                                                      "LimitsLevel",
                                                                                       "OverlayPlot",
                                                                                       "SpreadResiduals",
                                                                                       "Parms",
@@ -309,7 +310,7 @@ TEST(FitRoundTrip, ALevelOutsideItsRangeGivesNoRatio) {
     for (const float level : {0.0F, 1.0F, -3.0F, 7.0F}) {
         Work = FreshWorkspace();
         Workspace w = SampleFit();
-        w.ConfidenceLevel = level;
+        w.ConfidenceLevel = w.LimitsLevel = level;
         AdoptFit(EncodeFit(w), "fit.quil");
         EXPECT_EQ(Work.ConfidenceRatio, 0.0F);
         EXPECT_EQ(Work.ConfidenceLevel, level);

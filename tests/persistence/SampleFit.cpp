@@ -134,7 +134,7 @@ void FillScalars(Workspace& w) {
     w.BoundsActive = 0;
     w.MonitorMode = 2;
     w.ConvergenceLimit = 0.25F;
-    w.ConfidenceLevel = 0.95F;
+    w.ConfidenceLevel = w.LimitsLevel = 0.95F;
     w.HighCorrelation = 0.9F;
     w.VeryHighCorrelation = 0.95F;
     w.FitDone = w.FitValid = w.LimitsDone = FlagTrue;

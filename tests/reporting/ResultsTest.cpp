@@ -1,5 +1,6 @@
 // The results window and the lines it shares with the report, word for word.
 #include "reporting/Results.h"
+#include "fit/Confidence.h"
 #include "fit/WaitForm.h"
 
 #include "HandBuiltFit.h"
@@ -78,6 +79,59 @@ TEST(Results, FittedParametersWithLimits) {
     Work.LimitsDone = FlagFalse;
     FillResults();
     EXPECT_TRUE(Results.ComputeConfidence.Enabled);
+}
+
+// Limits searched at 68.3% were headed "95.0%" once the level had been changed, and could not be searched
+// again.
+TEST(Results, LimitsAreHeadedByTheirOwnLevelAndCanBeSearchedAtAnother) {
+    Script script;
+    Work = HandBuiltFit();
+    Work.LimitsDone = FlagTrue;
+    for (auto& side : Work.ParmLimits)
+        side.Recreate(3);
+    Work.LimitsLevel = 0.683F;
+    Work.ConfidenceLevel = 0.95F;
+    FillResults();
+    EXPECT_EQ(Results.Label2.Text, "Value and 68.3% Confidence Interval:");
+    EXPECT_TRUE(Results.ComputeConfidence.Enabled);
+    script.ExpectModal(WaitFormName, [] { Work.LimitsLevel = Work.ConfidenceLevel; });
+    ResultsComputeConfidence();
+    EXPECT_EQ(Results.Label2.Text, "Value and 95.0% Confidence Interval:");
+    EXPECT_FALSE(Results.ComputeConfidence.Enabled);
+}
+
+TEST(Results, ALimitThatWasNotFoundSaysSoAndWhy) {
+    Script script;
+    Work = HandBuiltFit();
+    Work.LimitsDone = FlagTrue;
+    Work.ParmLimits[0].Recreate(3, -0.5F);
+    Work.ParmLimits[1].Recreate(3, 0.25F);
+    Work.ParmLimits[1][1] = NoLimit;
+    Work.LimitReason.Recreate(3);
+    Work.LimitReason[1] = "The data do not determine Ln K(1>N). Hold it.";
+    FillResults();
+    EXPECT_NE(Results.ParmsFit.Text.find("[ 1.5000, not found ]"), std::string::npos)
+        << Results.ParmsFit.Text;
+    EXPECT_EQ(Results.Warning.Text, "A limit was not found: The data do not determine Ln K(1>N). Hold it.");
+    EXPECT_EQ(Results.Warning.ForeColor, RedColor);
+    EXPECT_TRUE(Results.Warning.Visible);
+    EXPECT_EQ(ParmNote(Work.FreeIndex[1]), "limit not found");
+}
+
+TEST(Results, AFitThatIsNoMinimumSaysSoInRed) {
+    Script script;
+    Work = HandBuiltFit();
+    Work.Outcome = {FitEnd::StoppedShort, "Stopped short of a minimum: 98.0",
+                    "The data do not determine Ln K(1>N). Hold it."};
+    FillResults();
+    EXPECT_TRUE(Results.Warning.Visible);
+    EXPECT_EQ(Results.Warning.ForeColor, RedColor);
+    EXPECT_EQ(Results.Warning.Text, "Stopped short of a minimum: 98.0.\n"
+                                    "The data do not determine Ln K(1>N). Hold it.");
+    Work.NormMatrix(1, 1) = 0.0;
+    FillResults();
+    EXPECT_NE(Results.ParmsFit.Text.find("3.2500  not determined"), std::string::npos);
+    EXPECT_EQ(ParmNote(Work.FreeIndex[1]), "not determined by the data");
 }
 
 TEST(Results, NamesAreBroughtToACommonWidthInAProportionalFont) {
