@@ -159,6 +159,9 @@ struct SheetJob {
         Target->DotsPerInchX = Target->DotsPerInchY = dots;
         Target->Origin = {-units(page.Border.Left), -units(page.Border.Top)};
         Target->HasColor = PrintsColor(printer);
+        PictureRequest paper;
+        paper.DotsPerInchX = paper.DotsPerInchY = dots;
+        Target->ThinnestPen = ThinnestPen(paper);
     }
 
     void Check() const {
