@@ -7,6 +7,7 @@
 #include "chart/dialogs/SetColor.h"
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "chart/hand/ScaleType.h"
 #include "graphs/FigureForm.h"
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
@@ -167,10 +168,12 @@ TEST_F(ChartDialogs, AnIntervalOfZeroIsToldOnceAndALogarithmIsAsked) {
         Player::Click(AxisOptsForm.OkButton);
         EXPECT_TRUE(AxisOptsForm.State.Shown);
         Enter(AxisOptsForm.IntervalInput, "0.5");
-        player.ExpectMessage(
-            "Changing from linear to log scales is likely to produce undesirable axis limits "
-            "and tic intervals.  A rescaling using AutoRange is advised.  Rescale now?",
-            "Yes");
+        const long lost = ValuesWithoutLogarithm(true); // x lies on both sides of its reference
+        player.ExpectMessage("Changing from linear to log scales is likely to produce undesirable axis "
+                             "limits and tic intervals.  "
+                             "A rescaling using AutoRange is advised.  Rescale now?\n\n" +
+                                 std::to_string(lost) + " values are not positive and will not be shown.",
+                             "Yes");
         Player::Click(AxisOptsForm.LogBase10);
         EXPECT_TRUE(Player::Widget(AxisOptsForm.Note)->isVisible());
         Player::Click(AxisOptsForm.OkButton);
@@ -304,6 +307,11 @@ TEST_F(ChartDialogs, TheArrowKeysMoveAMarkerOfTheRangeGraph) {
         EXPECT_GT(Work.FitRange[0][1], before);
         player.Expect(ChartsName, [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
         Player::Click(FileForm.MaxRBox[0]);
+        player.ExpectMessage(
+            "Set 3 (00003.RA1): the fitting range 5.8204 to 6.1802 cm holds jumps, the first at "
+            "6.1763 cm: meniscus, bottom or the edge of a column is then fitted as "
+            "signal.\n\nDo you want to fit these ranges all the same?",
+            "Yes");
         Player::Click(FileForm.OkButton);
     });
     player.ClickMenu("ReadData");
