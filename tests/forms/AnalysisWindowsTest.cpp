@@ -34,7 +34,12 @@ struct AnalysisAtTheWindows : testing::Test {
     Player player;
 
     static std::string YTitle() { return Chart.Spec.AxisY1.Title.Text.Str(); }
-    static void CloseGraph() { Player::Window(ChartsName)->close(); }
+    // Closes the graph; the main window takes the keys, as a window manager has it.
+    static void CloseGraph() {
+        Player::Window(ChartsName)->close();
+        Player::Window(AnalmenuName)->activateWindow();
+        Player::Serve();
+    }
     // Types into the input box that stands, over what it offers.
     void ExpectInput(const char* text) {
         player.Expect("QInputDialog", [text] {

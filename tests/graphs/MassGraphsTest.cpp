@@ -57,7 +57,8 @@ TEST_F(MassGraphs, OfMonomerDimerIsTheLocalSlope) {
             x += Work.PtX[static_cast<long>(i) + j] / 11.0;
         const double m = std::exp(static_cast<double>(Work.Parms[0]) * x + Work.Parms[SlotA(1)]);
         const double d = std::exp(static_cast<double>(Work.Parms[2])) * m * m;
-        EXPECT_NEAR(curve.Mass[i] / (MolarMass() * (m + 2 * d) / (m + d)), 1.0, 1e-5);
+        // radii of four decimals make windows lopsided, and the line is then not quite the tangent
+        EXPECT_NEAR(curve.Mass[i] / (MolarMass() * (m + 2 * d) / (m + d)), 1.0, 1e-4);
         const double centre =
             static_cast<double>(Work.PtFit[static_cast<long>(i) + 6]) - Work.Parms[SlotOffset(1)];
         EXPECT_NEAR(curve.X[i] / centre, 1.0, 1e-6); // an odd window stands at its middle point
