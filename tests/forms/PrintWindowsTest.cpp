@@ -7,6 +7,7 @@
 #include "commands/ReportPreview.h"
 #include "fit/GNLLSQ.h"
 #include "forms/shell/DesktopPrinter.h"
+#include "forms/surfaces/Pictures.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
@@ -24,6 +25,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace Quillon {
 namespace {
@@ -207,6 +210,55 @@ TEST_F(PrintWindows, AFitOfEighteenSetsFillsAsManyPagesInThePdf) {
     const PdfDocument pdf = ReadPdf(ReportPdf(report));
     EXPECT_EQ(pdf.Pages, static_cast<int>(report.Pages.size()) + 1);
     EXPECT_TRUE(TextOf(pdf).starts_with(LinesOfPages(report.Pages))) << "and the graph behind it";
+}
+
+// A filled rectangle as it stands in a PDF of eight units to the point: its far edges are those of its last
+// units.
+std::string FilledBox(int left, int top, int right, int bottom) {
+    const auto at = [](int x, int y, const char* step) {
+        return std::to_string(x) + " " + std::to_string(y) + step;
+    };
+    return at(left, top, " m\n") + at(right + 1, top, " l\n") + at(right + 1, bottom + 1, " l\n");
+}
+
+TEST_F(PrintWindows, WhatIsPrintedToAPdfHasTheSizeThatWasSet) {
+    player.ClickMenu("GraphOverlay");
+    printer.Now.Name.clear();
+    std::string bytes;
+    Host.Printer.Begin = [&](const std::string& title) -> std::optional<PrintJob> {
+        return JobOfPicture(OpenPdf(PagePicture(printer.Now.Page, title)),
+                            [&](const std::string& file) { bytes = file; });
+    };
+    const auto holds = [&](const std::string& box) {
+        EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+        const PdfDocument pdf = ReadPdf(bytes);
+        return std::any_of(pdf.Streams.begin(), pdf.Streams.end(), [&](const auto& stream) {
+            return stream.second.starts_with(
+                       "/GSa gs /CSp cs /CSp CS\n0.125000000 0 0 -0.125000000 0 842 cm") &&
+                   stream.second.find(box) != std::string::npos;
+        });
+    };
+    for (const bool metric : {false, true}) { // A4 is 4760 by 6736 units, an inch 576
+        const float unit = metric ? 2.54F : 1.0F;
+        ChartStyle& page = Chart.Style;
+        page.MetricUnits = Flag(metric);
+        page.LeftMargin = page.TopMargin = page.RightMargin = page.BottomMargin = unit;
+        page.PageFull = -1.0F;
+        page.PageHalf = 0.0F;
+        page.PageCustom = page.AxisFrame = 0;
+        EXPECT_TRUE(holds(FilledBox(576, 576, 4184, 6160)));
+        page.PageFull = 0.0F;
+        page.PageHalf = -1.0F;
+        EXPECT_TRUE(holds(FilledBox(576, 576, 4184, 3368)));
+        page.PageHalf = 0.0F;
+        page.PageCustom = -1;
+        page.CustomWidth = 4.0F * unit;
+        page.CustomHeight = 3.0F * unit;
+        EXPECT_TRUE(holds(FilledBox(576, 576, 2880, 2304)));
+        page.AxisFrame = -1;
+        page.LeftMargin = page.TopMargin = 2.0F * unit;
+        EXPECT_TRUE(holds(FilledBox(1152, 1152, 3456, 2880)));
+    }
 }
 
 TEST_F(PrintWindows, WithoutAPrinterAGraphBecomesAPdfOnA4) {
