@@ -45,7 +45,9 @@ TEST_F(HelpAtTheWindow, TheMenuOpensContentsAndIndex) {
 
 TEST_F(HelpAtTheWindow, RowsLinksAndTheWayBack) {
     player.ClickMenu("mnuHelpContents");
-    auto* contents = Player::Window("HelpForm")->findChildren<QListWidget*>().at(0);
+    auto* tabs = Player::Window("HelpForm")->findChild<QTabWidget*>();
+    auto* contents = qobject_cast<QListWidget*>(tabs->widget(0));
+    ASSERT_NE(contents, nullptr);
     ASSERT_EQ(contents->item(1)->text().trimmed(), "A first fit");
     QTest::mouseClick(contents->viewport(), Qt::LeftButton, {},
                       contents->visualItemRect(contents->item(1)).center());
