@@ -317,7 +317,7 @@ TEST_F(GraphFiles, MetafileIsTheSamePicture) {
             if (item.Kind == "text") written.push_back(item);
         ASSERT_EQ(written.size(), texts.size()) << kind;
         for (std::size_t i = 0; i < texts.size(); ++i)
-            EXPECT_EQ(written[i].Text, texts[i].Text);
+            EXPECT_EQ(written[i].Text, Latin1Text(texts[i].Text));
         std::size_t polylines = 0;
         for (const EmfItem& item : PlayMetafile(file))
             polylines += item.Kind == "polyline" && item.Clipped && item.Points.size() >= 20 ? 1U : 0U;
