@@ -102,7 +102,7 @@ void TakeLastSums() {
         CheckMinimum(equations);
         const std::int16_t freedom = ToInt16(Work.NumPts - Work.NumFree);
         Work.RmsResidual = ToSingle(Sqrt(Divide(Work.SumSq, static_cast<double>(freedom))));
-        NameUndetermined(equations);
+        if (Work.Outcome.End == FitEnd::Converged) NameUndetermined(equations); // errors of a minimum tell
     }
     ReportPhase(FitPhase::Ended);
 }
