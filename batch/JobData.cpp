@@ -150,12 +150,13 @@ void ReadJobData(const Job& job) {
     for (const JobSet& set : job.Sets) {
         ChooseChannel(job, set);
         ChooseRange(job, set);
-        WarnOfRange(job, set);
         if (set.Path) Work.CellPath[set.Number] = *set.Path;
         ReadSetBaseline(job, set);
         SetRatios(job, set);
         SetConstraints(set);
     }
+    for (const JobSet& set : job.Sets) // a job that cannot be read has its failure told alone
+        WarnOfRange(job, set);
     WarnOfTemperatures(job);
 }
 

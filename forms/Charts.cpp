@@ -268,8 +268,11 @@ private:
         }
         Options->menuAction()->setVisible(any);
         Canvas->Follow();
-        if (RangeBar.FocusOnGraph) Canvas->setFocus();
-        RangeBar.FocusOnGraph = false;
+        if (isVisible() &&
+            RangeBar.FocusOnGraph) { // the window of other graphs stands hidden behind this one
+            Canvas->setFocus();
+            RangeBar.FocusOnGraph = false;
+        }
         if (Modal && !Charts.Shown) done(QDialog::Accepted); // by a button of the bar
     }
 

@@ -53,8 +53,6 @@ void PrintStatistics(ReportPages& report) {
 void PrintWarnings(ReportPages& report) {
     for (const std::string& line : FitWarningLines())
         ReportLineFeed(report, "    Warning -- " + line);
-    for (const std::string& line : ConstantWarnings())
-        ReportLineFeed(report, "    Warning -- " + line);
     if (Work.Outcome.Rescued) ReportLineFeed(report, "    minimum found by a search with damped steps");
 }
 
@@ -88,6 +86,8 @@ std::vector<PageLines> PrintReport(const ReportPaper& paper) {
     PrintStatistics(report);
     PrintWarnings(report);
     PrintCorrelations(report);
+    for (const std::string& line : ConstantWarnings())
+        ReportLineFeed(report, "    Warning -- " + line);
     ReportLineFeed(report, "Parameters held constant:");
     Print(report, HeldLines());
     Print(report, PrintConstraintText());

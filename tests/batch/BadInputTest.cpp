@@ -242,9 +242,10 @@ TEST(BatchBadInput, ARangeThatTakesInMoreThanTheSolutionIsWarnedOf) {
     const auto told = [&](const std::string& keys) {
         return job.Run("[fit]\nguesses = no\n[set 1]\n" + keys).Err;
     };
-    EXPECT_TRUE(told("file = smooth.txt\n")
-                    .starts_with("fit.job: [set 1] inner: no fitting range is chosen, so that the whole scan "
-                                 "is fitted, meniscus and bottom"));
+    EXPECT_TRUE(
+        told("file = smooth.txt\n")
+            .starts_with("fit.job:3: [set 1] inner: no fitting range is chosen, so that the whole scan "
+                         "is fitted, meniscus and bottom"));
     EXPECT_TRUE(told("file = smooth.txt\nouter = 7\n").find("[set 1]") == std::string::npos);
     EXPECT_TRUE(told("file = spike.txt\ninner = 6.7\n")
                     .starts_with("fit.job:5: [set 1] inner: the fitting range 6.7000 to 6.7118 cm holds "
@@ -255,12 +256,12 @@ TEST(BatchBadInput, TemperaturesThatChangeAMassAreWarnedOfAndScaledAbsolutelyWhe
     GoodJob job;
     job.TheScript.MakeFile("warm.txt", ScanOf("R 1 20.0 15000 0001000 1.0E10 280 10", 60));
     job.TheScript.MakeFile("cold.txt", ScanOf("R 1 10.0 15000 0001000 1.0E10 280 10", 60));
-    const auto told = [&](const std::string& constants) {
-        return job
-            .Run(
-                "[fit]\nguesses = no\n[constants]\n" + constants +
-                "density = 1\n[set 1]\nfile = warm.txt\ninner = 6.7\n[set 2]\nfile = cold.txt\ninner = 6.7\n")
-            .Err;
+    const auto told = [&](const std::string& constants) { // in this process, for a look at the scales
+        const std::string path =
+            job.TheScript.MakeFile("fit.job", "[fit]\nguesses = no\n[constants]\n" + constants +
+                                                  "density = 1\n[set 1]\nfile = warm.txt\ninner = 6.7\n[set "
+                                                  "2]\nfile = cold.txt\ninner = 6.7\n");
+        return RunInside({path, "--results", job.Path("r.json")}).Err;
     };
     const std::string warning = "[set 2] file: the temperature is 10 degrees and that of the first set 20: ";
     EXPECT_NE(told("").find(warning), std::string::npos) << told("");

@@ -84,8 +84,8 @@ struct MutatedRuns {
         small.Sets[1].ToleranceA = 0.02F;
         const Workspace truth = SimulatedWorkspace(small);
         Good = JobTextOf(truth, TheScript);
-        // Few iterations, so that a job that does not converge is soon over.
-        Good.insert(Good.find('\n') + 1, "max-iterations = 5\n");
+        // Few iterations and no search behind them, so that a job that does not converge is soon over.
+        Good.insert(Good.find('\n') + 1, "max-iterations = 5\nrescue = no\n");
         Good += "offset-of = 1\nchannel = A\nbaseline = set1.txt\n[parameters]\n0 = 0.7 fit\n"
                 "Ln K(1>N) = 1 fit lower -5 upper 5\n8 = * hold\nZero Offset, set 1 = 0.01 fit\n";
     }

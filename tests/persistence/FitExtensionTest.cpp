@@ -84,6 +84,7 @@ TEST(FitExtension, WhatNobodyKnowsIsPassedOver) {
 
 TEST(FitExtension, TheScaleOfTemperaturesComesBackAndIsWrittenWhereItIsNotTheStandingOne) {
     Workspace w = SampleFit();
+    w.LimitsLevel = w.ConfidenceLevel; // nothing else to be kept
     w.TemperatureScale = TemperatureScales::Kelvin;
     Bytes value;
     value.Text("TemperatureScale").I32(2).I16(1);

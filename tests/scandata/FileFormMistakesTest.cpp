@@ -319,7 +319,7 @@ TEST_F(Mistakes, TemperaturesThatChangeAMassWereNotToldOnOk) {
         script.Asked[1],
         "message: Set 2 (scan2.RA1): the temperature is 25 degrees and that of the first set 20: by "
         "their ratio in degrees Celsius sigma is taken 20.0% lower, by absolute temperatures it is 1.68% "
-        "lower, so that a mass may come out wrong by 18.63%.\n\nPreferences > Scale Sigma by Absolute "
+        "lower, so that a mass may come out wrong by 18.64%.\n\nPreferences > Scale Sigma by Absolute "
         "Temperature takes absolute temperatures.");
     EXPECT_EQ(Work.DataChosen, FlagTrue);
     FileForm.State.Shown = true; // unchanged, it has been told

@@ -243,7 +243,7 @@ TEST_F(RangeGraphTest, TheMarkersFollowWhatIsTyped) {
             RangeBarGotFocus(0); // a look changes nothing
             RangeBarLostFocus(0);
         }));
-        EXPECT_EQ(Work.FitRange[0][1], 12);
+        EXPECT_EQ(Work.FitRange[0][1], 11); // at 6.1 cm
         EXPECT_EQ(Work.FitRange[1][1], 92);
     }
 }
