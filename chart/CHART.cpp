@@ -62,7 +62,8 @@ void TakeNames(const PlotData& data) {
 void TakeNumbers() {
     Chart.SetFlags.Recreate(Chart.State.Nsets);
     const long known = std::min<long>(Chart.SetFlags.Hi(), static_cast<long>(Looks.Numbers.size()));
-    std::copy_n(Looks.Numbers.begin(), known, Chart.SetFlags.begin());
+    for (long set = 1; set <= known; ++set)
+        Chart.SetFlags[set] = ToInt16(NumberMark + Looks.Numbers[static_cast<std::size_t>(set - 1)]);
 }
 
 void TakeData(GraphSpec& spec, const PlotData& data) {

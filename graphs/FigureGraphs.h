@@ -14,7 +14,7 @@ namespace Quillon {
 
 // Ems of letters: of axes; of legends and heads; and of a legend whose lines are too long otherwise.
 inline constexpr double TextPoints = 7.0, SmallPoints = 6.3, LeastPoints = 5.0;
-inline constexpr double FigureGap = 0.6; // between texts and what stands beside them, mm
+inline constexpr double FigureGap = 0.7; // between texts and what stands beside them, mm
 
 // From millimetres and points to device units, at a resolution in dots per inch.
 struct Page {

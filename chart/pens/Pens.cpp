@@ -39,8 +39,8 @@ int Units(float twips) {
 // From violet for the first set to red for the last one, or by the numbers of sets where they have some.
 ChartColor RainbowColor(int set) {
     const int number = NumberOfSet(set);
-    const int last =
-        number == 0 ? Chart.State.Nsets : *std::max_element(Chart.SetFlags.begin(), Chart.SetFlags.end());
+    int last = Chart.State.Nsets;
+    if (number > 0) last = *std::max_element(Chart.SetFlags.begin(), Chart.SetFlags.end()) - NumberMark;
     const int place = number == 0 ? set : number;
     const double index = std::nearbyint((place - 1) * 10000.0 / std::max(last - 1, 1));
     const double hue = (10000.0 - std::clamp(index, 0.0, 10000.0)) * 280.0 / 10000.0;
@@ -134,7 +134,7 @@ Rgb BoxColor(const GraphBox& box) {
 
 int NumberOfSet(int set) {
     if (set < 1 || set > Chart.SetFlags.Hi()) return 0;
-    const int number = Chart.SetFlags[set];
+    const int number = Chart.SetFlags[set] - NumberMark;
     return number >= 1 && number <= CycleLen + 1 ? number : 0;
 }
 

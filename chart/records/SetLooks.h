@@ -23,10 +23,14 @@ struct LookEntry {
     bool operator==(const LookEntry&) const = default;
 };
 
+// How a number of a set stands in ChartModule::SetFlags, and with it in graph files: NumberMark and the
+// number. What others wrote there is none.
+inline constexpr std::int16_t NumberMark = 0x4D00;
+
 // The looks of all sets in their order, and the legend in place of that of the sets. Without looks sets go by
 // their numbers: their own, or those in Numbers, counted from 1, by which several sets (data and the curve
-// through them) look alike, and a set looks alike in every graph. Numbers goes into ChartModule::SetFlags,
-// and with it into graph files; a number of 0, or beyond the cycles, stands for the set's own.
+// through them) look alike, and a set looks alike in every graph. A number of 0, or beyond the cycles, stands
+// for the set's own.
 struct SetLooks {
     std::vector<SetLook> Sets;
     std::vector<LookEntry> Legend;

@@ -257,13 +257,13 @@ TEST_F(GraphFiles, TitlesTellThePathOfTheScansWhereThereIsOne) {
 TEST_F(GraphFiles, SvgOfOneSetIsThatSet) {
     const SvgDocument svg = ReadSvg(Graph("overlay:2", "svg"));
     ASSERT_EQ(svg.Problem, "");
-    std::size_t points = 0, crosses = 0;
+    std::size_t points = 0, diamonds = 0;
     for (const SvgElement& element : DataElements(svg)) {
         points += element.Name == "polyline" ? PointsIn(element) : 0;
-        crosses += element.Name == "line" ? 1U : 0U;
+        diamonds += element.Name == "polygon" ? 1U : 0U;
     }
     EXPECT_EQ(points, 20U);
-    EXPECT_EQ(crosses, 40U);
+    EXPECT_EQ(diamonds, 20U); // the symbol of the second set, alone as among others
     for (const SvgElement& text : svg.All("text"))
         EXPECT_EQ(text.Text.find("set1"), std::string::npos);
 }

@@ -229,8 +229,8 @@ TEST_F(PaletteTest, SetsWithANumberLookByItInEveryKindOfGraph) {
     Chart.Style.UseRainbowColors = -1;
     EXPECT_EQ(SetColor(1), SetColor(2)) << "rainbow colours tear data and curve apart";
     EXPECT_NE(SetColor(1), SetColor(3));
-    Chart.SetFlags[1] = 0;
-    Chart.SetFlags[2] = 71; // beyond the cycles
+    Chart.SetFlags[1] = 7;               // of a file that others wrote
+    Chart.SetFlags[2] = NumberMark + 71; // beyond the cycles
     EXPECT_EQ(SetIndex(1), 0);
     EXPECT_EQ(SetIndex(2), 1);
 }
