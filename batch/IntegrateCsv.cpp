@@ -49,6 +49,11 @@ CellRadii ParseCell(const std::string& text) {
         !ReadRadius(all.substr(comma + 1), cell.Outer))
         RaiseError("--cell needs INNER,OUTER in cm, not " + Quoted(text));
     if (!(cell.Inner < cell.Outer)) RaiseError("--cell: the inner radius must be less than the outer one");
+    try {
+        CheckCellWidth(cell.Inner, cell.Outer);
+    } catch (const RuntimeError& error) {
+        RaiseError("--cell " + text + ": " + error.Text);
+    }
     return cell;
 }
 

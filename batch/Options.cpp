@@ -160,7 +160,7 @@ void TakeJob(Options& options, const std::string& argument) {
 // Nothing but pictures of graph files is wanted.
 bool NeedsNoFit(const Options& options) {
     const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
-                       !options.Save.empty() || options.Refit;
+                       !options.Save.empty() || !options.Integrate.empty() || options.Refit;
     return !ofFit && !options.Graphs.empty() &&
            std::all_of(options.Graphs.begin(), options.Graphs.end(),
                        [](const GraphOption& graph) { return !graph.Source.empty(); });

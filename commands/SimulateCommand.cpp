@@ -40,6 +40,7 @@ std::optional<OneBased<float>> EnteredCurve() {
     GuessesDialog(true);
     if (Work.AbortFit) return std::nullopt;
     ApplyOffsetLinks();
+    ApplyConcentrationLinks();
     BuildParmScale();
     Host.SetPointer(Pointer::Hourglass);
     OneBased<float> curve;
@@ -115,8 +116,8 @@ void Overwrite(OneBased<float> values, const Workspace& before) {
         baselines = DropBaseline(RowOf(set)) || baselines;
         first += Work.SetPts[set];
     }
-    KeepMeasuredData(before);
     BuildFitData();
+    KeepMeasuredData(before);
     TakePseudoPoints(values);
     TakeCurve(std::move(values));
     LetFitGo();
@@ -134,10 +135,7 @@ void ShowSimulated() {
         GraphData(); // there is no curve that could stand beside the data
 }
 
-} // namespace
-
-void SimulateCommand() {
-    const Workspace before = Work;
+void AskAndSimulate(const Workspace& before) {
     const bool overwrite = AskYesNo("Do you want the simulated data to overwrite the experimental data?",
                                     Work.ProgramName, BoxAnswer::No);
     SelectModel(false);
@@ -155,6 +153,19 @@ void SimulateCommand() {
         }
     }
     Work.NewData = Changed::Nothing;
+}
+
+} // namespace
+
+void SimulateCommand() {
+    const Workspace before = Work;
+    try {
+        AskAndSimulate(before);
+    } catch (const RuntimeError&) { // half of a simulation is neither the experiment nor the model
+        Work = before;
+        ResetFitFunction();
+        throw;
+    }
     ShowSimulated();
 }
 

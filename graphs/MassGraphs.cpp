@@ -155,7 +155,10 @@ MassSeries CollectCurves(MassAxis axis, long set, const MassChoice& choice) {
     if (series.Longest > 0) return series;
     if (series.LeftOut > 0)
         RaiseError("no window has only positive signals; a smaller window or another zero offset may help");
-    RaiseError("no data set has " + std::to_string(choice.Points) + " points, the length of the window");
+    const std::string window = std::to_string(choice.Points);
+    if (set == 0) RaiseError("no data set has " + window + " points, the length of the window");
+    RaiseError("data set " + std::to_string(set) + " has " + std::to_string(TruePointsOf(set)) +
+               " points, and a window takes " + window);
 }
 
 std::string WindowPrompt(long most) {

@@ -23,13 +23,22 @@ double ReferenceOf(long set) {
     return (r1 * r1 + r2 * r2) / 4.0;
 }
 
-// Ends and middles of the steps.
-std::vector<double> RadiiOf(float inner, float outer) {
-    const double from = static_cast<double>(inner);
-    const double width = static_cast<double>(outer) - from;
+double WidthOf(float inner, float outer) {
+    return static_cast<double>(outer) - static_cast<double>(inner);
+}
+
+std::int16_t StepsOf(double width) {
     if (width > WidestCell) RaiseError("no cell is wider than " + FormatNumber(WidestCell, "0") + " cm");
     const std::int16_t steps = ToInt16(width / StepWidth);
     if (steps <= 0) RaiseError(ErrorText::DivisionByZero);
+    return steps;
+}
+
+// Ends and middles of the steps.
+std::vector<double> RadiiOf(float inner, float outer) {
+    const double from = static_cast<double>(inner);
+    const double width = WidthOf(inner, outer);
+    const std::int16_t steps = StepsOf(width);
     const double half = width / (2.0 * steps);
     std::vector<double> radii(2 * static_cast<std::size_t>(steps) + 1);
     for (std::size_t i = 0; i < radii.size(); ++i)
@@ -139,6 +148,10 @@ IntegratedRow SpeciesRow(const Means& means, std::size_t k, const char* label, S
 }
 
 } // namespace
+
+void CheckCellWidth(float inner, float outer) {
+    StepsOf(WidthOf(inner, outer));
+}
 
 IntegratedSet IntegrateCell(long set, float inner, float outer, SpeciesUnit unit) {
     SpeciesPlan plan = PlanSpecies(set, SpeciesUnit::Signal);

@@ -34,6 +34,10 @@ struct IntegratedSet {
 
 enum class SpeciesUnit; // models/SpeciesAtPoint.h
 
+// Makes sure that there is something to be integrated between two radii in cm; the RuntimeErrors of a width
+// below.
+void CheckCellWidth(float inner, float outer);
+
 // The mean concentrations of a set between two radii in cm, at the current Work.Parms; shares are taken in
 // unit. A RuntimeError in words: a width that rounds to no step ("Division by zero") or is that of no cell, a
 // model that is beyond the range of numbers between the radii, or that has no non-ideal solution there.

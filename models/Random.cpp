@@ -16,7 +16,7 @@ struct RandomState {
     float ShuffleLast = 0.0F;
     bool ShuffleReady = false;
     bool SpareReady = false;
-    double SpareGauss = 0.0;
+    float SpareGauss = 0.0F;
 };
 RandomState State;
 
@@ -58,7 +58,7 @@ double GaussianNoise(std::int16_t& seed) {
         s = d1 * d1 + d2 * d2;
     } while (!(s > 0.0 && s <= 1.0));
     const double f = std::sqrt(-2.0 * std::log(s) / s);
-    State.SpareGauss = d1 * f;
+    State.SpareGauss = static_cast<float>(d1 * f);
     State.SpareReady = true;
     return d2 * f;
 }

@@ -79,6 +79,7 @@ void ShowMeasured(SetNo set) {
     const double one = SignalOfUnit(SpeciesKind::MonomerA, unit, RowOf(set).Number);
     f.ExpHead.Text = ExpHeadText(unit);
     f.ExpNote.Text = ExpNoteText(unit);
+    f.ExpAverage.Text = NoNumber; // where the coefficient is 0
     f.ExpAverage.Text = ShownNumber(Divide(SetMeanSignal(set.Number), one), unit);
 }
 
@@ -254,6 +255,7 @@ void SpecFormLostFocus(SpecRadius radius) {
         Tell(radius == SpecRadius::Inner ? "Inner radius must be less than outer."
                                          : "Inner radius must be greater than outer.",
              Work.ProgramName, BoxIcon::Warning);
+        box.Text = box.Tag; // the table below is still that of the former radii
         SpecForm.State.FocusOn = &box;
         return;
     }

@@ -47,7 +47,8 @@ void SpecFormRangeButton();
 Control& SpecFormBox(SpecRadius radius);
 void SpecFormGotFocus(SpecRadius radius);
 int SpecFormKeyPress(SpecRadius radius, int key);
-void SpecFormLostFocus(SpecRadius radius); // refuses radii that are equal or crossed
+// Refuses radii that are equal or crossed: the former one stands again, with the focus in its box.
+void SpecFormLostFocus(SpecRadius radius);
 
 // The table of all sets at the radii of the form, between tabs, in the columns that the batch program writes.
 // A set that cannot be integrated is a RuntimeError.

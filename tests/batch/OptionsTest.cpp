@@ -62,6 +62,18 @@ TEST(BatchOptions, HelpAndVersionNeedNoJob) {
         EXPECT_NE(HelpText().find(option), std::string::npos) << option;
 }
 
+TEST(BatchOptions, IntegrationBesideAGraphFileWasForgottenWithoutAJob) {
+    EXPECT_EQ(ErrorOf({"--integrate", "cell.csv", "--graph", "a.grf=b.svg"}),
+              Mistake("no job file is named"));
+}
+
+TEST(BatchOptions, ACellThatIsNoneWasToldAfterTheFit) {
+    EXPECT_EQ(ErrorOf({"a.job", "--integrate", "c.csv", "--cell", "6.5,6.5001"}),
+              Mistake("--cell 6.5,6.5001: Division by zero"));
+    EXPECT_EQ(ErrorOf({"a.job", "--integrate", "c.csv", "--cell", "6.5,50"}),
+              Mistake("--cell 6.5,50: no cell is wider than 20 cm"));
+}
+
 TEST(BatchOptions, MistakesAreOneLine) {
     EXPECT_EQ(ErrorOf({}), Mistake("no job file is named"));
     EXPECT_EQ(ErrorOf({"--quiet"}), Mistake("no job file is named"));

@@ -122,7 +122,7 @@ TEST_F(SpeciesOutputs, IntegrationIsATableOfAllSets) {
     for (const char* cell : {"7", "7,6", "6.5,6.5", "a,b", "-1,7"})
         EXPECT_NE(Failure({"--integrate", Path("x.csv"), "--cell", cell}).find("--cell"), std::string::npos);
     EXPECT_NE(Failure({"--integrate", Path("x.csv"), "--cell", "6.5,6.5001"})
-                  .find("--integrate, set 1: Division by zero"),
+                  .find("--cell 6.5,6.5001: Division by zero"),
               std::string::npos);
     EXPECT_FALSE(fs::exists(Path("x.csv")));
 }

@@ -246,6 +246,41 @@ TEST_F(Simulate, ALevelOfNothingBeepsAndAddsNothing) {
     EXPECT_EQ(Outside.Beeps, 1);
 }
 
+TEST_F(Simulate, NoiseBeyondSinglesLeftOtherParametersUnderTheFit) {
+    for (const bool overwrite : {false, true}) {
+        Load("Model02");
+        const Workspace before = Work;
+        Answer(overwrite, "3.4E38", [] { Work.Parms[0] *= 1.25F; });
+        EXPECT_THROW(SimulateCommand(), RuntimeError);
+        EXPECT_EQ(Work, before);
+    }
+}
+
+TEST_F(Simulate, DataThatCouldNotBePreparedLeftTheScansOverwritten) {
+    Load("Model08Constrained");
+    const Workspace before = Work;
+    const long row = Work.SetRow[1];
+    Answer(true, nullptr, [row] {
+        Work.Parms[SlotA(1)] += 0.5F;
+        Work.ConcConstraintA[row] = 3e38F; // times the signal over its tolerance: beyond singles
+    });
+    EXPECT_THROW(SimulateCommand(), RuntimeError);
+    EXPECT_EQ(Work.ScanValue, before.ScanValue);
+    EXPECT_EQ(Work, before);
+    EXPECT_FALSE(MeasuredDataKept());
+}
+
+// A set that shares the concentrations of another one shows those at its own reference radius.
+TEST_F(Simulate, FollowersShowedTheConcentrationsOfBefore) {
+    Work.ConcLink[2] = 1;
+    BuildFitData();
+    Answer(false, nullptr, [] { Work.Parms[SlotA(1)] += 0.5F; });
+    SimulateCommand();
+    const double sigma = static_cast<double>(Work.SetSigmaScale[2]) * Work.Parms[0];
+    const double apart = ReferenceX(RowNo(Work.SetRow[2])) - ReferenceX(RowNo(Work.SetRow[1]));
+    EXPECT_NEAR(Work.Parms[SlotA(2)], Work.Parms[SlotA(1)] + sigma * apart, 1e-5);
+}
+
 TEST_F(Simulate, AFaultInTheModelLeavesDataAndFit) {
     const Workspace before = Work;
     Answer(true, "0.1", [] { Work.Parms[SlotA(2)] = 3000.0F; });

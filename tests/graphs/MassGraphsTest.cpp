@@ -136,6 +136,20 @@ TEST_F(MassGraphs, SetsShorterThanTheWindowHaveNoPoints) {
     EXPECT_THROW(MakeMassGraph(MassAxis::Radius, 0, {true, 101, false}), RuntimeError);
 }
 
+TEST_F(MassGraphs, AShortSetWasSaidToBeTheLongest) {
+    Fit("Model01");
+    const auto failure = [](long set, long window) -> std::string {
+        try {
+            MakeMassGraph(MassAxis::Radius, set, {true, window, false});
+        } catch (const RuntimeError& error) {
+            return error.Text;
+        }
+        return "";
+    };
+    EXPECT_EQ(failure(4, 90), "data set 4 has 70 points, and a window takes 90");
+    EXPECT_EQ(failure(0, 101), "no data set has 101 points, the length of the window");
+}
+
 TEST_F(MassGraphs, TitlesTellUnitsAndKindOfMass) {
     Fit("Model01");
     const auto titles = [](MassAxis axis) {

@@ -124,6 +124,34 @@ TEST_F(SpecFormCase, RefusesRadiiThatAreEqualOrCrossed) {
     EXPECT_NE(SpecForm.SpecConc[0].Text, before);
 }
 
+TEST_F(SpecFormCase, ARefusedRadiusStoodBesideTheNumbersOfAnother) {
+    Open("Model01");
+    const std::string before = SpecForm.SpecConc[0].Text;
+    Enter(SpecRadius::Inner, "6.5");
+    script.ExpectMessage("Inner radius must be less than outer.");
+    Enter(SpecRadius::Inner, "8");
+    EXPECT_EQ(SpecForm.Inner.Text, "6.5000");
+    SpecFormGotFocus(SpecRadius::Inner); // the focus is back, and Esc takes nothing back
+    SpecFormKeyPress(SpecRadius::Inner, KeyEscape);
+    SpecFormLostFocus(SpecRadius::Inner);
+    EXPECT_EQ(SpecForm.Inner.Text, "6.5000");
+    script.ExpectMessage("Inner radius must be greater than outer.");
+    Enter(SpecRadius::Outer, "6.5");
+    EXPECT_EQ(SpecForm.Outer.Text, "7.3");
+    EXPECT_NE(SpecForm.SpecConc[0].Text, before);
+    const IntegratedSet found = IntegrateCell(1, 6.5F, 7.3F, SpeciesUnit::Signal);
+    EXPECT_EQ(Row(0), "Total: " + Shown(*found.Rows[0].Signal, "0.0000", " AU"));
+}
+
+TEST_F(SpecFormCase, WithoutACoefficientTheMeasuredMeanStayedInItsFormerUnit) {
+    Open("Model01");
+    Work.ExtA = 0.0F;
+    script.ExpectMessage("Error 'Division by zero' occurred in the integration.");
+    SpecFormUnit(SpecForm.UseMolar);
+    EXPECT_EQ(SpecForm.ExpAverage.Text, "* * *");
+    EXPECT_EQ(SpecForm.SpecConc[1].Text, "* * *");
+}
+
 TEST_F(SpecFormCase, TellsAWidthThatIsNoStep) {
     Open("Model01");
     Enter(SpecRadius::Inner, "6.9");
