@@ -253,8 +253,9 @@ TEST(BatchRunEnd, ValueOutsideItsBoundsIsToldAndTaken) {
 
 TEST(BatchRunEnd, ABoundHoldsAFittedParameter) {
     Script script;
-    const ProgramEnd end = RunInside(
-        {SmallJob(script, "", "[parameters]\n0 = 0.5 fit lower 0.1 upper 0.6\n"), "--results", "-"});
+    const ProgramEnd end =
+        RunInside({SmallJob(script, "rescue = no\n", "[parameters]\n0 = 0.5 fit lower 0.1 upper 0.6\n"),
+                   "--results", "-"});
     const JsonValue mass = ReadJson(end.Out)["parameters"][0];
     EXPECT_LE(mass["value"].Number, 0.6001);
     EXPECT_EQ(mass["at_bound"].Number, 1.0) << end.Err; // sigma of the data is about 0.7

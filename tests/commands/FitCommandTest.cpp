@@ -361,9 +361,10 @@ TEST(FitCommand, SharedConstantsAreCopiedAfterEveryFit) {
         Work.MaxIterations = ToInt16(iterations);
         Work.Parms[2] = -5.0F;
         script.ExpectModal(GetGuessName, Accept);
-        if (iterations == 1)
+        if (iterations == 1) {
             script.ExpectMessage("Convergence failed after 1 iterations");
-        else
+            script.ExpectMessage(RescueQuestion, BoxAnswer::No);
+        } else
             script.ExpectModal(ResultsName, [] {});
         FitDataCommand();
         EXPECT_EQ(Work.FitDone, iterations == 1 ? 0 : FlagTrue);
@@ -424,13 +425,15 @@ TEST(FitCommand, GuessesThatDoNotExistAreToldOnce) {
     for (long p = 1; p <= Work.NumPts; ++p)
         Work.PtY[p] = 0.0F; // no signal, no gradient: a logarithm of 0
     script.ExpectMessage(NewGuesses, BoxAnswer::Yes);
-    script.ExpectMessage(BoxRequest{"Error 'Invalid procedure call or argument' occurred in the fit command.",
-                                    "Quillon", BoxIcon::Stop, BoxButtons::Ok, BoxAnswer::Ok},
+    const std::string why =
+        "set 1 (set1.RA1): no value above 0, so that there is nothing to guess its concentrations from";
+    script.ExpectMessage(BoxRequest{"Error '" + why + "' occurred in the fit command.", "Quillon",
+                                    BoxIcon::Stop, BoxButtons::Ok, BoxAnswer::Ok},
                          BoxAnswer::Ok);
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, 0);
     EXPECT_EQ(Work.Outcome.End, FitEnd::MathError);
-    EXPECT_EQ(Work.Outcome.Sentence, "Invalid procedure call or argument");
+    EXPECT_EQ(Work.Outcome.Sentence, why);
 }
 
 } // namespace

@@ -62,6 +62,9 @@ Script::Script() {
         }
         return step.Box;
     };
+    p.AskChecked = [](const BoxRequest& request, const std::string&, bool&) {
+        return Host.MessageBoxAnswer(request); // whatever a test has put there by then
+    };
     p.AskText = [this](const InputRequest& request) {
         Asked.push_back("input: " + request.Prompt);
         return Next("input", request.Prompt).Input;
