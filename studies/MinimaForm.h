@@ -19,7 +19,7 @@ struct MinimaFormRecord {
     Control SearchButton, StopButton; // one of them is enabled
     double Fraction = 0.0;            // of the fits that have ended
     Control Progress;                 // "3 of 7 fits", then what was found
-    std::vector<std::string> Columns; // of the table: sum, rms, times met, fitted parameters, a remark
+    std::vector<std::string> Columns; // of the table: sum, rms, times met, a remark, fitted parameters
     std::vector<std::vector<std::string>> Rows; // by rising sum of squares
     int Chosen = -1;                            // the row that is marked
     Control TakeButton, CloseButton;

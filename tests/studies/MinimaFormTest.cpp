@@ -51,11 +51,11 @@ TEST(MinimaForm, ShowsTheMinimaAndTakesTheOneThatIsMarked) {
         ASSERT_EQ(MinimaForm.Rows[i].size(), MinimaForm.Columns.size());
         met += std::stol(MinimaForm.Rows[i][2]);
         MinimaFormRow(static_cast<int>(i));
-        const bool isOwn = MinimaForm.Rows[i].back() == "your fit";
+        const bool isOwn = MinimaForm.Rows[i][3] == "your fit";
         EXPECT_EQ(MinimaForm.TakeButton.Enabled, !isOwn);
         if (!isOwn && twin < 0) twin = static_cast<int>(i);
     }
-    EXPECT_EQ(MinimaForm.Columns[3], "Ln K1(A+B)  (per AU)");
+    EXPECT_EQ(MinimaForm.Columns[4], "Ln K1(A+B)  (per AU)");
     EXPECT_LE(met, 13);
     EXPECT_TRUE(MinimaForm.Progress.Text.starts_with("13 fits: ")) << MinimaForm.Progress.Text;
     ASSERT_GE(twin, 0);
