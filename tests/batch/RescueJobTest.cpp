@@ -21,7 +21,7 @@ protected:
     std::string Take(const std::string& example) {
         Folder = Script_.Directory() + "/" + example;
         fs::copy(std::string(QUILLON_SOURCE) + "/examples/" + example, Folder,
-                 fs::copy_options::overwrite_existing);
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
         return ReadWholeFile(Folder + "/" + example + ".job");
     }
     static std::string With(std::string job, const std::string& text, const std::string& instead) {
