@@ -167,7 +167,9 @@ void FieldEdit::Enter() {
         Entered = true;
         if (Handlers.GotFocus) Handlers.GotFocus();
     });
-    if (!Entered || !hasFocus()) return; // the field before this one has taken the focus back
+    if (!Entered) return;
+    AtEntry = ShownText(Record().Text); // a window that is not active yet gives the focus once more, unasked
+    if (!hasFocus()) return;            // the field before this one has taken the focus back
     FromRecord();
     AtEntry = text();
     if (Record().SelLength > 0) selectAll();
