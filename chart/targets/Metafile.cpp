@@ -258,6 +258,10 @@ void ClearClip(Drawing& drawing) {
 // A clip can only be narrowed; so the wide one is kept aside.
 void SetClip(Drawing& drawing, const DeviceRect& rect) {
     ClearClip(drawing);
+    const DeviceRect& all =
+        drawing.Window; // a clip to all of it hides nothing, but in some readers everything
+    if (rect.Left <= all.Left && rect.Top <= all.Top && rect.Right >= all.Right && rect.Bottom >= all.Bottom)
+        return;
     AppendRecord(drawing.Records, EmfType::SaveContext);
     AppendClip(drawing.Records, rect);
     drawing.BeforeClip = drawing.Objects.Now;

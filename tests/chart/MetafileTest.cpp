@@ -284,6 +284,20 @@ TEST(Metafile, TheReaderSeesDamage) {
     EXPECT_EQ(ReadMetafile(good.substr(0, good.size() - 20)).Problem, "bytes of the header");
 }
 
+// A reader that is used for drawings showed nothing of what was clipped to the whole picture.
+TEST(Metafile, AClipToTheWholePictureIsNone) {
+    const Drawn drawn = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+        s.SetClip({0, 0, 399, 299});
+        s.SetPen({true, 0, 1});
+        s.Line(10, 10, 50, 10);
+        s.ClearClip();
+    });
+    constexpr std::uint32_t save = 33;
+    EXPECT_EQ(FirstOf(drawn.File, save), nullptr);
+    ASSERT_EQ(drawn.Items.size(), 1U);
+    EXPECT_FALSE(drawn.Items[0].Clipped);
+}
+
 // Some readers bring the clip back with the context and leave the pen: the line behind a legend was not seen.
 TEST(Metafile, PensAreSelectedAnewBehindAClip) {
     constexpr std::uint32_t select = 37, restore = 34;
