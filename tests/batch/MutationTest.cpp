@@ -84,10 +84,9 @@ struct MutatedRuns {
         small.Sets[1].ToleranceA = 0.02F;
         const Workspace truth = SimulatedWorkspace(small);
         Good = JobTextOf(truth, TheScript);
-        // Few iterations and no search behind them, so that a job that does not converge is soon over.
-        Good.insert(Good.find('\n') + 1, "max-iterations = 5\nrescue = no\n");
+        Good.insert(Good.find('\n') + 1, "max-iterations = 40\n");
         Good += "offset-of = 1\nchannel = A\nbaseline = set1.txt\n[parameters]\n0 = 0.7 fit\n"
-                "Ln K(1>N) = 1 fit lower -5 upper 5\n8 = * hold\nZero Offset, set 1 = 0.01 fit\n";
+                "Ln K(1>N) = 1 fit lower -5 upper 15\n8 = * hold\nZero Offset, set 1 = 0.01 fit\n";
     }
 
     void Run(const std::string& text) {
@@ -121,8 +120,10 @@ TEST(BatchMutations, OfWordsBytesAndLines) {
     Random random(20);
     for (int i = 0; i < 6000 && !testing::Test::HasFailure(); ++i) {
         std::string text = runs.Good;
-        // The channel lies outside the scan: half of the jobs are without it, and so can be fitted.
+        // The channel lies outside the scan: half of the jobs are without it. With the scan of another set
+        // for a baseline next to nothing is left to be fitted: half of those are without it, and so end well.
         if (i % 2 == 0) text.erase(text.find("channel"), 12);
+        if (i % 4 == 0) text.erase(text.find("baseline"), 20);
         for (std::size_t n = 1 + Below(random, 3); n > 0; --n)
             Mutate(random, text);
         SCOPED_TRACE(text);
