@@ -34,9 +34,11 @@ double MedianSize(std::vector<double> steps) {
 
 bool Jumps(const std::vector<double>& steps, std::size_t i, double size) {
     if (std::fabs(steps[i]) <= size) return false;
-    const bool before = i == 0 || std::fabs(steps[i] - steps[i - 1]) > size;
-    const bool behind = i + 1 == steps.size() || std::fabs(steps[i] - steps[i + 1]) > size;
-    return before && behind;
+    // The next step of a gradient is less than twice the last one, also where the radii are unevenly spaced.
+    const auto differs = [&](double neighbour) {
+        return std::fabs(steps[i] - neighbour) > std::max(size, std::fabs(neighbour));
+    };
+    return (i == 0 || differs(steps[i - 1])) && (i + 1 == steps.size() || differs(steps[i + 1]));
 }
 
 std::string Centimetres(float radius) {

@@ -307,11 +307,6 @@ TEST_F(ChartDialogs, TheArrowKeysMoveAMarkerOfTheRangeGraph) {
         EXPECT_GT(Work.FitRange[0][1], before);
         player.Expect(ChartsName, [] { QTest::keyClick(Canvas(), Qt::Key_Escape); });
         Player::Click(FileForm.MaxRBox[0]);
-        player.ExpectMessage(
-            "Set 3 (00003.RA1): the fitting range 5.8204 to 6.1802 cm holds jumps, the first at "
-            "6.1763 cm: meniscus, bottom or the edge of a column is then fitted as "
-            "signal.\n\nDo you want to fit these ranges all the same?",
-            "Yes");
         Player::Click(FileForm.OkButton);
     });
     player.ClickMenu("ReadData");

@@ -100,7 +100,8 @@ TEST_F(RangeAtTheWindow, AutoThenEnter) {
         EXPECT_TRUE(Canvas()->hasFocus());
         Player::Press(Qt::Key_Return);
     });
-    EXPECT_EQ(Work.FitRange[0][1], 4); // a smooth scan: 2 to n - 1 less two at each end
+    // The solution begins at point 3; the break in front of it reaches to there, and two points are cut.
+    EXPECT_EQ(Work.FitRange[0][1], 6);
 }
 
 TEST_F(RangeAtTheWindow, AMenuThatIsLeftGivesTheKeysBack) {
