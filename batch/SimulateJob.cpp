@@ -155,7 +155,7 @@ std::vector<SimulatedFile> SimulateJob(const Job& job, const std::string& text) 
     ApplyOffsetLinks();
     OneBased<float> values;
     if (!SimulateSignals(values)) return {};
-    Console.Seed = job.Simulation.Seed;
+    Console.Seed = static_cast<std::uint64_t>(job.Simulation.Seed);
     AddNoise(values, static_cast<double>(job.Simulation.Noise));
     std::vector<SimulatedFile> files;
     long point = 0;
