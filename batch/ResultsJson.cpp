@@ -68,14 +68,16 @@ std::string ModelObject() {
                          Member("separate_k", JsonFlag(Work.SeparateK != 0))});
 }
 
-// A saved fit does not tell how it was found.
+// A saved fit does not tell how it was found; one that is no minimum says that, without its promise.
 bool HasBeenRun() {
-    return Work.Outcome.End != FitEnd::NotRun;
+    const bool restored = Work.Outcome.End == FitEnd::StoppedShort && !Work.Outcome.ExpectedDecrease;
+    return Work.Outcome.End != FitEnd::NotRun && !restored;
 }
 
-// What the fit that stands can be called: a saved one had converged.
+// What the fit that stands can be called: a saved one that says nothing else had converged.
 bool IsConverged() {
-    return Work.FitDone != 0 && (!HasBeenRun() || Work.Outcome.End == FitEnd::Converged);
+    const FitEnd end = Work.Outcome.End;
+    return Work.FitDone != 0 && (end == FitEnd::NotRun || end == FitEnd::Converged);
 }
 
 std::string CheckObject() {

@@ -80,9 +80,11 @@ RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit
         return end;
     }
     RunEnd end;
-    end.HasFit = end.Converged = end.Complete = Work.FitDone != 0;
+    end.HasFit = Work.FitDone != 0;
+    end.Converged = end.Complete = end.HasFit && Work.Outcome.End != FitEnd::StoppedShort;
     if (end.Converged) return end;
-    end.Message = "no finished fit stands in " + path + ", --refit runs it";
+    end.Message =
+        end.HasFit ? Work.Outcome.Sentence : "no finished fit stands in " + path + ", --refit runs it";
     WriteFailure(end.Message);
     return end;
 }

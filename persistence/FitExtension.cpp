@@ -48,6 +48,17 @@ const std::vector<ExtensionField>& ExtensionFields() {
          [](const Workspace& w) { return w.LimitsDone != 0 && w.LimitsLevel != w.ConfidenceLevel; },
          [](FitWriter& s, const Workspace& w) { s.Value("LimitsLevel", w.LimitsLevel); },
          [](FitReader& s, Workspace& w) { s.Value("LimitsLevel", w.LimitsLevel); }},
+        // A fit that is no minimum does not come back as one that has converged.
+        {"StoppedShort",
+         [](const Workspace& w) { return w.FitDone != 0 && w.Outcome.End == FitEnd::StoppedShort; },
+         [](FitWriter& s, const Workspace& w) { s.Value("StoppedShort", w.Outcome.Sentence); },
+         [](FitReader& s, Workspace& w) {
+             s.Value("StoppedShort", w.Outcome.Sentence);
+             w.Outcome.End = FitEnd::StoppedShort;
+         }},
+        {"Undetermined", [](const Workspace& w) { return w.FitDone != 0 && !w.Outcome.Reason.empty(); },
+         [](FitWriter& s, const Workspace& w) { s.Value("Undetermined", w.Outcome.Reason); },
+         [](FitReader& s, Workspace& w) { s.Value("Undetermined", w.Outcome.Reason); }},
     };
     return fields;
 }

@@ -103,6 +103,21 @@ TEST(FitExtension, TheScaleOfTemperaturesComesBackAndIsWrittenWhereItIsNotTheSta
     }
 }
 
+TEST(FitExtension, AFitThatStoppedShortCameBackAsConverged) {
+    Workspace w = SampleFit();
+    w.FitDone = FlagTrue;
+    w.Outcome = {FitEnd::StoppedShort, "Stopped short of a minimum: 12", "The data do not determine MW A.",
+                 12.0};
+    const Workspace back = DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis;
+    EXPECT_EQ(back.Outcome.End, FitEnd::StoppedShort);
+    EXPECT_EQ(back.Outcome.Sentence, "Stopped short of a minimum: 12");
+    EXPECT_EQ(back.Outcome.Reason, "The data do not determine MW A.");
+    EXPECT_EQ(back.Outcome.ExpectedDecrease, std::nullopt); // it was promised to that run
+    w.Outcome.End = FitEnd::Converged;
+    w.Outcome.Reason = "";
+    EXPECT_EQ(DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis.Outcome.End, FitEnd::NotRun);
+}
+
 TEST(FitExtension, RowsThatDoNotExistAreRefused) {
     for (const int row : {-1, 19}) {
         Workspace w = Shared();
