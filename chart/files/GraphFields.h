@@ -95,8 +95,8 @@ template <class Stream, class Spec> void SpecFields(Stream& s, Spec& spec) {
 }
 
 // The bytes that GraphState takes. Files of today have 84; there are writers of 86 (without the zero word,
-// six words of the mouse) and of 88 (with both). The spec behind it tells: only at its own place does it make
-// sense.
+// six words of the mouse) and of 88 (with both). The GraphSpec behind it tells: only at its own place does it
+// make sense.
 inline int StateBytes(const GraphWriter&) {
     return 84;
 }

@@ -50,7 +50,7 @@ std::string EncodeGraph(const GraphContents& graph);
 // RuntimeError.
 GraphContents DecodeGraph(const std::string& bytes, const ChartModule& present);
 
-// True when the codes of a spec are all such as there are.
+// True when the codes of a GraphSpec are all such as there are.
 bool SpecStands(const GraphSpec& spec);
 
 // --- without a word to the user ----------------------------------------------------------------------------
