@@ -1,7 +1,6 @@
 #include "batch/ResultsJson.h"
 
-#include "batch/JsonString.h"
-#include "batch/Numbers.h"
+#include "batch/JsonParts.h"
 #include "batch/SetPoints.h"
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
@@ -18,54 +17,11 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* Null = "null";
-
-template <class T> std::string JsonNumber(T value) {
-    const std::string text = ShortestText(value);
-    return text.empty() ? Null : text;
-}
-
-std::string JsonFlag(bool value) {
-    return value ? "true" : "false";
-}
-
-std::string Member(const char* name, const std::string& value) {
-    return "\"" + std::string(name) + "\": " + value;
-}
-
-std::string Joined(const std::vector<std::string>& parts, const char* separator) {
-    std::string text;
-    for (const std::string& part : parts)
-        text += (text.empty() ? "" : separator) + part;
-    return text;
-}
-
-// A record or a list on one line, and a list with an item on each line.
-std::string InlineObject(const std::vector<std::string>& members) {
-    return "{" + Joined(members, ", ") + "}";
-}
-std::string InlineList(const std::vector<std::string>& items) {
-    return "[" + Joined(items, ", ") + "]";
-}
-std::string List(const std::vector<std::string>& items) {
-    return items.empty() ? "[]" : "[\n    " + Joined(items, ",\n    ") + "\n  ]";
-}
-
-// The value of a calculation, null where it does not exist.
-template <class Calculation> std::string Existing(bool exists, Calculation&& calculate) {
-    if (!exists) return Null;
-    try {
-        return JsonNumber(calculate());
-    } catch (const RuntimeError&) {
-        return Null;
-    }
-}
-
 std::string ModelObject() {
-    return InlineObject({Member("number", std::to_string(Work.Model)),
-                         Member("name", JsonString(ModelReportName(Work.Model))),
-                         Member("nonideal", JsonFlag(Work.NonIdeal != 0)),
-                         Member("separate_k", JsonFlag(Work.SeparateK != 0))});
+    return InlineObject({JsonMember("number", std::to_string(Work.Model)),
+                         JsonMember("name", JsonString(ModelReportName(Work.Model))),
+                         JsonMember("nonideal", JsonFlag(Work.NonIdeal != 0)),
+                         JsonMember("separate_k", JsonFlag(Work.SeparateK != 0))});
 }
 
 // A saved fit does not tell how it was found; one that is no minimum says that, without its promise.
@@ -81,20 +37,20 @@ bool IsConverged() {
 }
 
 std::string CheckObject() {
-    if (!HasBeenRun()) return Null;
+    if (!HasBeenRun()) return JsonNull;
     const auto& d = Work.Outcome.ExpectedDecrease;
-    return InlineObject({Member("expected_decrease", d ? JsonNumber(*d) : Null),
-                         Member("minimum", JsonFlag(Work.Outcome.End == FitEnd::Converged))});
+    return InlineObject({JsonMember("expected_decrease", d ? JsonNumber(*d) : JsonNull),
+                         JsonMember("minimum", JsonFlag(Work.Outcome.End == FitEnd::Converged))});
 }
 
 std::string ConfidenceObject() {
-    const std::string ratio = Existing(Work.FitDone != 0, [] {
+    const std::string ratio = JsonExisting(Work.FitDone != 0, [] {
         if (!Work.LimitsDone) ComputeConfidenceRatio(Work.ConfidenceLevel);
         return Work.ConfidenceRatio;
     });
     return InlineObject(
-        {Member("level", JsonNumber(Work.LimitsDone ? Work.LimitsLevel : Work.ConfidenceLevel)),
-         Member("ratio", ratio), Member("searched", JsonFlag(Work.LimitsDone != 0))});
+        {JsonMember("level", JsonNumber(Work.LimitsDone ? Work.LimitsLevel : Work.ConfidenceLevel)),
+         JsonMember("ratio", ratio), JsonMember("searched", JsonFlag(Work.LimitsDone != 0))});
 }
 
 const char* StateName(std::int16_t map) {
@@ -104,39 +60,39 @@ const char* StateName(std::int16_t map) {
 
 std::string NoteText(long slot) {
     const std::string note = ParmNote(slot);
-    return note.empty() ? Null : JsonString(note);
+    return note.empty() ? JsonNull : JsonString(note);
 }
 
 std::string ParameterObject(long slot) {
     const std::int16_t free = Work.FreeMap[slot];
     const bool fitted = free >= 0;
     const auto limit = [&](std::size_t side) {
-        return Existing(fitted && Work.LimitsDone && LimitFound(free, side == 1),
-                        [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
+        return JsonExisting(fitted && Work.LimitsDone && LimitFound(free, side == 1),
+                            [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
     };
     const bool bounded = fitted && free <= Work.AtBound.Hi();
     return InlineObject(
-        {Member("slot", std::to_string(slot)), Member("name", JsonString(Work.ParmName[slot])),
-         Member("unit", JsonString(Work.ParmTitle[slot])),
-         Member("state", std::string("\"") + StateName(free) + "\""),
-         Member("internal", JsonNumber(Work.Parms[slot])),
-         Member("value", Existing(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
-         Member("error",
-                Existing(fitted && Work.FitDone && !HasNoError(free), [&] { return DisplayedError(free); })),
-         Member("lower", limit(0)), Member("upper", limit(1)),
-         Member("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0)),
-         Member("note", NoteText(slot))});
+        {JsonMember("slot", std::to_string(slot)), JsonMember("name", JsonString(Work.ParmName[slot])),
+         JsonMember("unit", JsonString(Work.ParmTitle[slot])),
+         JsonMember("state", std::string("\"") + StateName(free) + "\""),
+         JsonMember("internal", JsonNumber(Work.Parms[slot])),
+         JsonMember("value", JsonExisting(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
+         JsonMember("error", JsonExisting(fitted && Work.FitDone && !HasNoError(free),
+                                          [&] { return DisplayedError(free); })),
+         JsonMember("lower", limit(0)), JsonMember("upper", limit(1)),
+         JsonMember("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0)),
+         JsonMember("note", NoteText(slot))});
 }
 
 std::string ParameterList() {
     std::vector<std::string> items;
     for (long slot = 0; slot < Work.NumParms; ++slot)
         if (Work.FreeMap[slot] != SlotUnused) items.push_back(ParameterObject(slot));
-    return List(items);
+    return JsonList(items);
 }
 
 std::string CorrelationsObject() {
-    if (!Work.FitDone) return Null;
+    if (!Work.FitDone) return JsonNull;
     Work.HighCount = Work.VeryHighCount = 0;
     ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
     std::vector<std::string> slots, rows;
@@ -147,7 +103,7 @@ std::string CorrelationsObject() {
             row.push_back(JsonNumber(Work.CorrMatrix(a, b)));
         rows.push_back(InlineList(row));
     }
-    return InlineObject({Member("slots", InlineList(slots)), Member("matrix", InlineList(rows))});
+    return InlineObject({JsonMember("slots", InlineList(slots)), JsonMember("matrix", InlineList(rows))});
 }
 
 // Root mean square of the residuals of the set's true points.
@@ -164,11 +120,11 @@ std::string SetList() {
     std::vector<std::string> items;
     for (const SetPoints& points : PointsBySet())
         items.push_back(InlineObject(
-            {Member("set", std::to_string(points.Set)), Member("row", std::to_string(points.Row)),
-             Member("label", JsonString(SetName(points.Set))),
-             Member("points", std::to_string(points.LastTrue - points.First + 1)),
-             Member("rms", Existing(Work.FitValid != 0, [&] { return SetRms(points); }))}));
-    return List(items);
+            {JsonMember("set", std::to_string(points.Set)), JsonMember("row", std::to_string(points.Row)),
+             JsonMember("label", JsonString(SetName(points.Set))),
+             JsonMember("points", std::to_string(points.LastTrue - points.First + 1)),
+             JsonMember("rms", JsonExisting(Work.FitValid != 0, [&] { return SetRms(points); }))}));
+    return JsonList(items);
 }
 
 // The fitted parameters before slot 8 by their slots, in user units.
@@ -176,10 +132,10 @@ std::string MinimumObject(const Minimum& minimum) {
     std::vector<std::string> parameters;
     const std::vector<long> slots = MinimumSlots();
     for (std::size_t i = 0; i < slots.size(); ++i)
-        parameters.push_back(Member(std::to_string(slots[i]).c_str(), JsonNumber(minimum.Values[i])));
-    return InlineObject({Member("sum_of_squares", JsonNumber(minimum.Fit.SumSq)),
-                         Member("count", std::to_string(minimum.Count)),
-                         Member("parameters", InlineObject(parameters))});
+        parameters.push_back(JsonMember(std::to_string(slots[i]), JsonNumber(minimum.Values[i])));
+    return InlineObject({JsonMember("sum_of_squares", JsonNumber(minimum.Fit.SumSq)),
+                         JsonMember("count", std::to_string(minimum.Count)),
+                         JsonMember("parameters", InlineObject(parameters))});
 }
 
 std::string StartsObject(const MinimaMet& starts) {
@@ -187,37 +143,37 @@ std::string StartsObject(const MinimaMet& starts) {
     for (const Minimum& minimum : starts.Minima)
         minima.push_back(MinimumObject(minimum));
     return InlineObject(
-        {Member("failed", std::to_string(starts.Failed)), Member("minima", InlineList(minima))});
+        {JsonMember("failed", std::to_string(starts.Failed)), JsonMember("minima", InlineList(minima))});
 }
 
 } // namespace
 
 std::string ResultsJson(const std::string& message, const MinimaMet* starts) {
     const bool finished = Work.FitDone != 0;
-    const std::string runs = Existing(finished, [] {
+    const std::string runs = JsonExisting(finished, [] {
         RunsTest();
         return Work.RunsZ;
     });
     std::vector<std::string> members = {
-        Member("program", JsonString(Work.ProgramName)),
-        Member("version", JsonString(Work.ProgramVersion)),
-        Member("converged", JsonFlag(IsConverged())),
-        Member("message", JsonString(message)),
-        Member("iterations", HasBeenRun() ? std::to_string(Work.Iteration) : Null),
-        Member("check", CheckObject()),
-        Member("rescued", JsonFlag(Work.Outcome.Rescued)),
-        Member("model", ModelObject()),
-        Member("sum_of_squares", Existing(Work.FitValid != 0, [] { return Work.SumSq; })),
-        Member("rms_residual", Existing(finished, [] { return Work.RmsResidual; })),
-        Member("degrees_of_freedom", std::to_string(Work.NumPts - Work.NumFree)),
-        Member("runs_z", runs),
-        Member("confidence", ConfidenceObject()),
-        Member("parameters", ParameterList()),
-        Member("correlations", CorrelationsObject()),
-        Member("sets", SetList()),
+        JsonMember("program", JsonString(Work.ProgramName)),
+        JsonMember("version", JsonString(Work.ProgramVersion)),
+        JsonMember("converged", JsonFlag(IsConverged())),
+        JsonMember("message", JsonString(message)),
+        JsonMember("iterations", HasBeenRun() ? std::to_string(Work.Iteration) : JsonNull),
+        JsonMember("check", CheckObject()),
+        JsonMember("rescued", JsonFlag(Work.Outcome.Rescued)),
+        JsonMember("model", ModelObject()),
+        JsonMember("sum_of_squares", JsonExisting(Work.FitValid != 0, [] { return Work.SumSq; })),
+        JsonMember("rms_residual", JsonExisting(finished, [] { return Work.RmsResidual; })),
+        JsonMember("degrees_of_freedom", std::to_string(Work.NumPts - Work.NumFree)),
+        JsonMember("runs_z", runs),
+        JsonMember("confidence", ConfidenceObject()),
+        JsonMember("parameters", ParameterList()),
+        JsonMember("correlations", CorrelationsObject()),
+        JsonMember("sets", SetList()),
     };
-    if (starts) members.push_back(Member("starts", StartsObject(*starts)));
-    return "{\n  " + Joined(members, ",\n  ") + "\n}\n";
+    if (starts) members.push_back(JsonMember("starts", StartsObject(*starts)));
+    return JsonText(members);
 }
 
 } // namespace Quillon

@@ -18,7 +18,7 @@ struct RandomState {
     bool SpareReady = false;
     float SpareGauss = 0.0F;
 };
-RandomState State;
+thread_local RandomState State; // of a study's fits each has its own stream
 
 void FillTable(std::int16_t& seed) {
     State.ShuffleReady = true;

@@ -8,7 +8,8 @@
 namespace Quillon {
 
 // Forgets the spare deviate and the table of the shuffle, so that the next deviate seeds the generator and
-// depends on nothing that was drawn before. Run at the start of each simulation.
+// depends on nothing that was drawn before. Run at the start of each simulation. What is kept between
+// deviates belongs to the thread.
 void RestartRandom();
 
 // A normal deviate of mean 0 and standard deviation 1. seed is handed on to ShuffledUniform.

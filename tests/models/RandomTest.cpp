@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 
 namespace Quillon {
 namespace {
@@ -39,6 +40,31 @@ TEST(Random, ShufflesTheStreamByHand) {
     EXPECT_EQ(seed, 1);
     // the next place: 1 + int(97 * 49 / 128) = 38
     EXPECT_EQ(ShuffledUniform(seed), 38.0F / 128.0F);
+}
+
+// Fits to resampled data draw side by side: what one thread draws must not shift the stream of another.
+TEST(Random, DeviatesOfAnotherThreadDoNotShiftTheStream) {
+    Script script;
+    const auto deviates = [](bool disturbed) {
+        NoiseStream stream(9);
+        std::int16_t seed = 1;
+        std::vector<double> drawn;
+        for (int i = 0; i < 5; ++i) {
+            drawn.push_back(GaussianNoise(seed));
+            if (!disturbed) continue;
+            std::thread([] {
+                const Platform former = Host;
+                Host.Uniform = [] { return 0.75F; };
+                Host.SeedUniform = [] {};
+                RestartRandom();
+                std::int16_t other = 1;
+                GaussianNoise(other);
+                Host = former;
+            }).join();
+        }
+        return drawn;
+    };
+    EXPECT_EQ(deviates(true), deviates(false));
 }
 
 TEST(Random, IsThePolarMethod) {
