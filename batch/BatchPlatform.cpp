@@ -6,6 +6,7 @@
 #include "files/FileTarget.h"
 #include "files/ReadWhole.h"
 #include "files/RunPieces.h"
+#include "files/Sha256.h"
 #include "files/WriteWhole.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
@@ -169,6 +170,7 @@ void InstallBatchPlatform() {
     p.MessageBoxAnswer = AnswerMessage;
     p.AskText = AnswerInput;
     p.ReadFile = ReadWhole;
+    p.Sha256 = Sha256;
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
     p.DirectoryExists = IsDirectory;

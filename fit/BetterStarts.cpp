@@ -2,6 +2,7 @@
 
 #include "fit/Bounds.h"
 #include "fit/GNLLSQ.h"
+#include "fit/NoiseWeights.h"
 #include "models/BlockFunction.h"
 #include "models/Constraints.h"
 #include "models/FitFunction.h"
@@ -106,7 +107,8 @@ long GroupOf(long set) {
 std::vector<double> SumsOfGroups() {
     std::vector<double> sums(static_cast<std::size_t>(Work.NumSets) + 1);
     for (long p = 1; p <= Work.NumPts; ++p) {
-        const double r = static_cast<double>(Work.PtY[p]) - static_cast<double>(Work.PtFit[p]);
+        const double r = NoiseWeight(SetNo(Work.PtSet[p])) *
+                         (static_cast<double>(Work.PtY[p]) - static_cast<double>(Work.PtFit[p]));
         sums[static_cast<std::size_t>(GroupOf(Work.PtSet[p]))] += r * r;
     }
     return sums;

@@ -17,6 +17,7 @@
 #include "fit/Bounds.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
+#include "fit/NoiseWeights.h"
 #include "fit/NormalEquations.h"
 #include "models/Constraints.h"
 #include "models/SharedConcentrations.h"
@@ -151,8 +152,10 @@ struct Descent {
 
 double SumOfSquaredData() {
     double sum = 0.0;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        sum += static_cast<double>(Work.PtY[p]) * static_cast<double>(Work.PtY[p]);
+    for (long p = 1; p <= Work.NumPts; ++p) {
+        const double y = NoiseWeight(SetNo(Work.PtSet[p])) * static_cast<double>(Work.PtY[p]);
+        sum += y * y;
+    }
     return sum;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
-// The nonlinear least squares engine: a global, unweighted Gauss-Newton fit of all points of all sets.
+// The nonlinear least squares engine: a global Gauss-Newton fit of all points of all sets, which
+// are weighted alike, or set by set by their noise (fit/NoiseWeights.h).
 //
 // An iteration forms the normal equations of the linearised problem (AccumulateSums), inverts the normal
 // matrix (InvertNormalMatrix, fit/MatInv.h) and searches along the increment for a step (AdjustIncrement):

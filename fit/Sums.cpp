@@ -1,9 +1,10 @@
 // The passes over all points: normal equations, sum of squares.
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
+#include "fit/NoiseWeights.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,7 @@ namespace {
 struct PassScratch {
     SetPlan Plan;
     PointBlock Block;
+    double Weight = 1.0; // of the set's residuals
     std::array<double, BlockPoints> Residual;
 };
 PassScratch& Scratch() {
@@ -86,7 +88,7 @@ void AddSquares(PassScratch& s) {
     double sum = w.SumSq;
     for (long i = 0; i < n; ++i) {
         const double value = s.Block.Value[static_cast<std::size_t>(i)];
-        const double r = static_cast<double>(y[i]) - value;
+        const double r = s.Weight * (static_cast<double>(y[i]) - value);
         fit[i] = static_cast<float>(value);
         s.Residual[static_cast<std::size_t>(i)] = r;
         sum += r * r;
@@ -123,8 +125,17 @@ void AddNormalEquations(const PassScratch& s) {
     }
 }
 
+// The derivatives have the weight of the residuals.
+void WeighColumns(PassScratch& s) {
+    if (s.Weight == 1.0) return;
+    for (int c = 0; c < s.Plan.Count; ++c)
+        for (long i = 0; i < s.Block.Count; ++i)
+            s.Block.Column[static_cast<std::size_t>(c)][static_cast<std::size_t>(i)] *= s.Weight;
+}
+
 void AddBlock(PassScratch& s, bool withDerivs) {
     AddSquares(s);
+    if (withDerivs) WeighColumns(s);
     if (!(Work.SumSq < SuspiciousSum)) LookForFault(s);
     if (withDerivs && !Work.AbortFit) AddNormalEquations(s);
 }
@@ -157,6 +168,7 @@ long PointsToYield(long p, long from) {
 void PassOverSet(PassScratch& s, const SetRun& run, bool withDerivs) {
     const Workspace& w = Work; // the thread's own is looked up once
     PlanSet(s.Plan, w.PtSet[run.First], withDerivs);
+    s.Weight = NoiseWeight(SetNo(w.PtSet[run.First]));
     for (long p = run.First; p <= run.Last; p += s.Block.Count) {
         if (w.AbortFit) return;
         const long toYield = PointsToYield(p, withDerivs ? 1 : 0);
@@ -185,9 +197,13 @@ void PassPlainly() {
         const double y = FitFunction(p);
         if (Work.AbortFit) return;
         Work.PtFit[p] = ToSingle(y);
-        const double r = static_cast<double>(Work.PtY[p]) - y;
+        const double weight = NoiseWeight(SetNo(Work.PtSet[p]));
+        const double r = weight * (static_cast<double>(Work.PtY[p]) - y);
         Work.SumSq += r * r;
         CalcDerivs(p, y);
+        if (weight != 1.0)
+            for (const FreePos a : EachFree())
+                Work.Deriv[a] *= weight;
         for (long a = 0; a < Work.NumFree; ++a) {
             Work.NormVector[a] += r * Work.Deriv[a];
             for (long b = 0; b <= a; ++b)

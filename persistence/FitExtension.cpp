@@ -13,6 +13,18 @@ namespace {
 constexpr const char* Mark = "EXTENSION";
 constexpr std::int16_t ExtensionVersion = 1;
 
+template <class Column>
+bool HoldsAny(const Column& column, const typename std::decay_t<decltype(column[1])>& none) {
+    return std::any_of(column.begin(), column.end(), [&](const auto& entry) { return entry != none; });
+}
+
+void CheckHashes(const PerRow<std::string>& hashes, const char* name) {
+    for (const std::string& hash : hashes)
+        if (!hash.empty() &&
+            (hash.size() != 64 || hash.find_first_not_of("0123456789abcdef") != std::string::npos))
+            FitReader::Damaged(name);
+}
+
 // A member that is kept: Holds tells whether there is anything to keep.
 struct ExtensionField {
     const char* Name;
@@ -59,6 +71,25 @@ const std::vector<ExtensionField>& ExtensionFields() {
         {"Undetermined", [](const Workspace& w) { return w.FitDone != 0 && !w.Outcome.Reason.empty(); },
          [](FitWriter& s, const Workspace& w) { s.Value("Undetermined", w.Outcome.Reason); },
          [](FitReader& s, Workspace& w) { s.Value("Undetermined", w.Outcome.Reason); }},
+        {"ScanSha256", [](const Workspace& w) { return HoldsAny(w.ScanSha256, ""); },
+         [](FitWriter& s, const Workspace& w) { s.Array("ScanSha256", w.ScanSha256, 1, w.MaxSets); },
+         [](FitReader& s, Workspace& w) {
+             s.Array("ScanSha256", w.ScanSha256, 1, w.MaxSets);
+             CheckHashes(w.ScanSha256, "ScanSha256");
+         }},
+        {"BaselineSha256", [](const Workspace& w) { return HoldsAny(w.BaselineSha256, ""); },
+         [](FitWriter& s, const Workspace& w) { s.Array("BaselineSha256", w.BaselineSha256, 1, w.MaxSets); },
+         [](FitReader& s, Workspace& w) {
+             s.Array("BaselineSha256", w.BaselineSha256, 1, w.MaxSets);
+             CheckHashes(w.BaselineSha256, "BaselineSha256");
+         }},
+        {"SetNoise", [](const Workspace& w) { return HoldsAny(w.SetNoise, 0.0F); },
+         [](FitWriter& s, const Workspace& w) { s.Array("SetNoise", w.SetNoise, 1, w.MaxSets); },
+         [](FitReader& s, Workspace& w) {
+             s.Array("SetNoise", w.SetNoise, 1, w.MaxSets);
+             for (const float noise : w.SetNoise)
+                 if (noise < 0.0F) FitReader::Damaged("SetNoise");
+         }},
     };
     return fields;
 }

@@ -17,6 +17,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -183,6 +184,11 @@ struct Platform {
     std::function<void(long count, const std::function<void(long number)>& piece,
                        const std::function<void(long done)>& watch)>
         RunPieces;
+
+    // The SHA-256 of bytes (FIPS 180-4) as 64 hexadecimal digits in small letters. Harmless filling: "",
+    // which stands for one that is not known.
+    std::function<std::string(std::string_view bytes)> Sha256;
+
     // The printer. Harmless filling: there is none, and its dialogs are cancelled.
     PrinterOperations Printer;
 };
@@ -236,6 +242,7 @@ inline void InstallPlatform(Platform filling) {
                    watch(number + 1);
                }
            });
+    orElse(filling.Sha256, [](std::string_view) { return std::string{}; });
     FillPrinter(filling.Printer);
     Host = std::move(filling);
 }

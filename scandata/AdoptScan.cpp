@@ -20,6 +20,16 @@ void NameScan(const std::string& path, RowNo row) {
     Work.HighestSet = std::max(Work.HighestSet, ToInt16(row.Number));
 }
 
+// A file that the row was read from before, and that is another one by now.
+std::string ChangedFile(const Workspace& before, const std::string& path, RowNo row) {
+    const bool same =
+        before.ScanFile[row] == FileTitle(path) && before.ScanDirectory[row] == DirectoryOf(path);
+    const std::string& then = before.ScanSha256[row];
+    if (!same || then.empty() || then == Work.ScanSha256[row]) return "";
+    return "the file has changed since this analysis read it: its SHA-256 was " + then.substr(0, 12) +
+           "... and is " + Work.ScanSha256[row].substr(0, 12) + "...";
+}
+
 } // namespace
 
 ScanReadResult AdoptScan(const std::string& path, RowNo row) {
@@ -31,6 +41,8 @@ ScanReadResult AdoptScan(const std::string& path, RowNo row) {
         Work = std::move(before);
         return result;
     }
+    if (const std::string changed = ChangedFile(before, path, row); !changed.empty())
+        result.Remark += (result.Remark.empty() ? "" : "; ") + changed;
     NameScan(path, row);
     SettleDataType(Work.ScanFile[row]);
     float inner{};

@@ -79,6 +79,8 @@ void TakeScan(RowNo row, long points, const std::string& path, ScanReadResult& r
     result.FirstRadius = Work.ScanRadius[row][1];
     result.LastRadius = Work.ScanRadius[row][points];
     Work.ScanDirectory[row] = ChosenDirectory(path);
+    Work.BaselineSha256[row].clear();
+    Work.SetNoise[row] = 0.0F;
     Work.BaselineShifted[row] = FlagFalse;
     Work.BaselineShift[row] = 0.0F;
     Work.NewData = FlagTrue;
@@ -126,6 +128,7 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     if (abscissa == Abscissa::Radii) RequireRadii(file, list);
     result.Remark = RemarkOnRest(file, list);
     TakeScan(row, list.Points, path, result);
+    Work.ScanSha256[row] = Host.Sha256(bytes);
     Host.SetPointer(Pointer::Standard);
     CompareWavelengths(row, oldWavelength);
     Work.SetChanged[row] = FlagTrue;
@@ -152,6 +155,7 @@ void ParseBaseline(std::string_view bytes, RowNo row) {
     RequirePoints(file, list);
     CutToLength(Work.BaselineRadius[row], Work.BaselineValue[row], list.Points);
     Work.BaselinePoints[row] = ToInt16(list.Points);
+    Work.BaselineSha256[row] = Host.Sha256(bytes);
     Work.BaselineShifted[row] = FlagFalse;
     Work.BaselineShift[row] = 0.0F;
 }

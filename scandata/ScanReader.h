@@ -41,7 +41,8 @@ struct ScanReadResult {
     float Temperature{}; // degrees Celsius
     bool Ok = false;
     ReadFailure Failure; // of a read that is not Ok
-    std::string Remark;  // on one that is: lines behind the end of the list, which are not read
+    std::string Remark;  // on one that is: lines behind the end of the list, which are not read; AdoptScan
+                         // adds that the file is no longer what the row was read from before
 };
 
 // The message that a scan ends in whose content is none.

@@ -5,6 +5,7 @@
 #include "files/FileTarget.h"
 #include "files/ReadWhole.h"
 #include "files/RunPieces.h"
+#include "files/Sha256.h"
 #include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPrinter.h"
@@ -329,6 +330,7 @@ void InstallDesktopPlatform() {
     p.AskText = AskForText;
     p.AskFile = AskForFile;
     p.ReadFile = ReadWhole;
+    p.Sha256 = Sha256;
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
     p.DirectoryExists = IsDirectory;

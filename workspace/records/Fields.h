@@ -70,6 +70,8 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("BaselineFile", &Workspace::BaselineFile);
     visit("ScanDirectory", &Workspace::ScanDirectory);
     visit("BaselineDirectory", &Workspace::BaselineDirectory);
+    visit("ScanSha256", &Workspace::ScanSha256);
+    visit("BaselineSha256", &Workspace::BaselineSha256);
     visit("ScanComment", &Workspace::ScanComment);
     visit("ScanTemperature", &Workspace::ScanTemperature);
     visit("ScanRPM", &Workspace::ScanRPM);
@@ -92,6 +94,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("CenterpieceType", &Workspace::CenterpieceType);
     visit("DataChannel", &Workspace::DataChannel);
     visit("IncludeSet", &Workspace::IncludeSet);
+    visit("SetNoise", &Workspace::SetNoise);
     visit("SetChanged", &Workspace::SetChanged);
     visit("SetParmMemory", &Workspace::SetParmMemory);
     visit("ConcConstraintA", &Workspace::ConcConstraintA);

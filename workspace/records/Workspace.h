@@ -131,6 +131,8 @@ struct Workspace {
     PerRow<std::string> BaselineFile = PerRow<std::string>(Rows, NoBaseline);
     PerRow<std::string> ScanDirectory = PerRow<std::string>(Rows);
     PerRow<std::string> BaselineDirectory = PerRow<std::string>(Rows);
+    PerRow<std::string> ScanSha256 = PerRow<std::string>(Rows); // of the file as it was read; "" not known
+    PerRow<std::string> BaselineSha256 = PerRow<std::string>(Rows);
     PerRow<std::string> ScanComment = PerRow<std::string>(Rows);
     PerRow<float> ScanTemperature = PerRow<float>(Rows); // degrees Celsius
     PerRow<float> ScanRPM = PerRow<float>(Rows);
@@ -154,6 +156,7 @@ struct Workspace {
     PerRow<std::int16_t> CenterpieceType = PerRow<std::int16_t>(Rows, 3);    // 1, 3 or 4 samples
     PerRow<std::int16_t> DataChannel = PerRow<std::int16_t>(Rows);           // 0 none, 1..4 for A..D
     PerRow<std::int16_t> IncludeSet = PerRow<std::int16_t>(Rows); // 1 in the fit; row 1 starts as 1
+    PerRow<float> SetNoise = PerRow<float>(Rows); // standard deviation, signal units; 0 not given
     PerRow<std::int16_t> SetChanged = PerRow<std::int16_t>(Rows); // flag, by row: data changed
     OneBasedMatrix<float> SetParmMemory{3, Rows}; // last fitted ln cA, ln cB, offset of each row
 
