@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
 #include <utility>
 
 namespace Quillon {
@@ -144,6 +145,7 @@ void TakeOption(Options& options, const std::vector<std::string>& arguments, std
     else if (place + 1 < arguments.size() && !arguments[place + 1].starts_with("--"))
         value = arguments[++place];
     if (option) return TakeFile(options, *option, value);
+    options.Given.push_back(name);
     try {
         other->Take(options, value);
     } catch (const RuntimeError& error) {
@@ -191,11 +193,53 @@ std::string EndingOf(const std::string& path) {
     return ending;
 }
 
-void CheckReport(const Options& options) {
-    if (WantsReportPdf(options)) return;
-    for (const auto& [name, value] :
-         {std::pair{"--paper", options.Paper}, std::pair{"--report-graph", options.ReportGraph}})
-        if (!value.empty()) FailOptions(std::string(name) + " goes with --report FILE.pdf");
+bool HasGraph(const Options& options, std::initializer_list<const char*> kinds) {
+    for (const GraphOption& graph : options.Graphs)
+        if (std::find(kinds.begin(), kinds.end(), graph.Kind) != kinds.end()) return true;
+    return false;
+}
+
+bool WantsMasses(const Options& options) {
+    return HasGraph(options, {"mass-c", "mass-r"});
+}
+
+bool WantsMassesByConcentration(const Options& options) {
+    return HasGraph(options, {"mass-c"});
+}
+
+bool WantsFigure(const Options& options) {
+    return HasGraph(options, {FigureKind});
+}
+
+bool WantsIntegration(const Options& options) {
+    return !options.Integrate.empty();
+}
+
+// An option that shapes an output, and the output that has to stand beside it.
+struct Companion {
+    const char* Name;
+    bool (*HasOutput)(const Options& options);
+    const char* Output;
+};
+
+constexpr Companion Companions[] = {
+    {"--paper", WantsReportPdf, "--report FILE.pdf"},
+    {"--report-graph", WantsReportPdf, "--report FILE.pdf"},
+    {"--mass-points", WantsMasses, "--graph mass-c=FILE or mass-r=FILE"},
+    {"--mass-of", WantsMasses, "--graph mass-c=FILE or mass-r=FILE"},
+    {"--mass-species", WantsMassesByConcentration, "--graph mass-c=FILE"},
+    {"--figure-size", WantsFigure, "--graph figure=FILE"},
+    {"--figure-panels", WantsFigure, "--graph figure=FILE"},
+    {"--cell", WantsIntegration, "--integrate FILE"},
+};
+
+// What would shape nothing is a slip of the hand: the output was forgotten, or misspelt as another one.
+void CheckCompanions(const Options& options) {
+    for (const Companion& each : Companions) {
+        const auto& given = options.Given;
+        if (std::find(given.begin(), given.end(), each.Name) != given.end() && !each.HasOutput(options))
+            FailOptions(std::string(each.Name) + " goes with " + each.Output);
+    }
 }
 
 } // namespace
@@ -232,7 +276,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
     CheckSimulation(options);
-    CheckReport(options);
+    CheckCompanions(options);
     for (GraphOption& graph : options.Graphs) {
         graph.Mass = options.Mass;
         graph.Figure = options.Figure;

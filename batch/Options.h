@@ -19,15 +19,16 @@ struct Options {
     std::string Integrate; // mean concentrations over the cell, CSV
     std::string Simulate;  // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
-    std::string Paper;       // of a report as PDF; empty: a4
-    std::string ReportGraph; // "residuals" or "overlay" behind it; empty: none
-    CellRadii Cell;          // of Integrate
-    MassChoice Mass;         // of the mass graphs
-    FigureChoice Figure;     // of the figures
-    int Threads = 0;         // fits at a time; 0 as many as the machine has cores
-    bool Refit = false;      // a saved fit is fitted again
-    bool Quiet = false;      // no progress
-    bool Help = false;       // asked for; nothing else counts then
+    std::string Paper;              // of a report as PDF; empty: a4
+    std::string ReportGraph;        // "residuals" or "overlay" behind it; empty: none
+    CellRadii Cell;                 // of Integrate
+    MassChoice Mass;                // of the mass graphs
+    FigureChoice Figure;            // of the figures
+    std::vector<std::string> Given; // the options with a value that were named, "--cell"
+    int Threads = 0;                // fits at a time; 0 as many as the machine has cores
+    bool Refit = false;             // a saved fit is fitted again
+    bool Quiet = false;             // no progress
+    bool Help = false;              // asked for; nothing else counts then
     bool Version = false;
 };
 

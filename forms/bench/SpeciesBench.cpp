@@ -54,25 +54,36 @@ void Load(ModelCase theCase) {
     SetDefaultBounds();
 }
 
+template <class Task> double Milliseconds(Task&& work) {
+    const std::clock_t before = std::clock();
+    work();
+    return 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+}
+
 template <class Task> double Best(Task&& work) {
     double best = 1e300;
-    for (int run = 0; run < 10; ++run) {
-        const std::clock_t before = std::clock();
-        work();
-        best = std::min(best, 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
-    }
+    for (int run = 0; run < 10; ++run)
+        best = std::min(best, Milliseconds(work));
     return best;
 }
 
-void ComparePasses(const ModelCase& theCase) {
+void PassOfSpecies() {
+    for (long set = 1; set <= Work.NumSets; ++set)
+        SpeciesOfSet(set, SpeciesUnit::Signal);
+}
+
+// The two passes by turns, so that another speed of the processor meets both.
+double ComparePasses(const ModelCase& theCase) {
     Load(theCase);
-    const double sums = Best(CalcSumSq);
-    const double species = Best([] {
-        for (long set = 1; set <= Work.NumSets; ++set)
-            SpeciesOfSet(set, SpeciesUnit::Signal);
-    });
-    std::printf("  %-18s sums %7.3f ms, species %7.3f ms, ratio %.2f\n", theCase.Name.c_str(), sums, species,
+    double sums = 1e300;
+    double species = 1e300;
+    for (int run = 0; run < 20; ++run) {
+        sums = std::min(sums, Milliseconds(CalcSumSq));
+        species = std::min(species, Milliseconds(PassOfSpecies));
+    }
+    std::printf("  %-24s sums %7.3f ms, species %7.3f ms, ratio %.2f\n", theCase.Name.c_str(), sums, species,
                 species / sums);
+    return species / sums;
 }
 
 void PaintGraph() {
@@ -97,8 +108,11 @@ int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     Wire();
     std::printf("A pass over 18 sets of 1500 points\n");
+    double worst = 0.0;
     for (const ModelCase& each : ModelCases())
-        if (each.Name.size() == 7 || each.Name.find("NonIdeal") == 7) ComparePasses(each);
+        if (each.Name.size() == 7 || each.Name.find("NonIdeal") == 7)
+            worst = std::max(worst, ComparePasses(each));
+    std::printf("  the largest ratio: %.2f\n", worst);
     std::printf("The graph of species of model 22\n");
     PaintGraph();
     return 0;
