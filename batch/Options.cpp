@@ -1,5 +1,6 @@
 #include "batch/Options.h"
 
+#include "batch/Graphs.h"
 #include "batch/OneLine.h"
 #include "batch/OutputPlaces.h"
 #include "batch/SavedFit.h"
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <charconv>
 #include <initializer_list>
-#include <utility>
 
 namespace Quillon {
 

@@ -33,7 +33,8 @@ struct Options {
 };
 
 // Reads the arguments behind the program's name. An option's file stands behind it or behind "=". Without
-// any output the report goes to standard output. A mistake is a RuntimeError with one line that names it.
+// any output the report goes to standard output. A mistake is a RuntimeError with one line that names it; an
+// option that shapes an output (--cell, --paper, --mass-of) without that output is one.
 Options ParseOptions(const std::vector<std::string>& arguments);
 
 // The files that are to be written, with the options that name them, in the order of the help.

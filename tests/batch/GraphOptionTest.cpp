@@ -67,8 +67,9 @@ TEST(GraphOptions, FiguresHaveASizeAndPanels) {
     EXPECT_EQ(ParseOptions({"a.job", "--figure-size=170", "--graph=figure=a.svg"}).Graphs.at(0).Figure.Width,
               170.0);
     for (const char* bad : {"", "39", "401", "85mm", "85x", "x85", "85x39", "8e", "nan"})
-        EXPECT_THROW(ParseOptions({"a.job", "--figure-size", bad}), RuntimeError) << bad;
-    EXPECT_THROW(ParseOptions({"a.job", "--figure-panels", "one"}), RuntimeError);
+        EXPECT_THROW(ParseOptions({"a.job", "--graph", "figure=a.svg", "--figure-size", bad}), RuntimeError)
+            << bad;
+    EXPECT_THROW(ParseOptions({"a.job", "--graph", "figure=a.svg", "--figure-panels", "one"}), RuntimeError);
 }
 
 TEST(GraphOptions, MistakesAreOneLine) {

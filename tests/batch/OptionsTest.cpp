@@ -67,6 +67,27 @@ TEST(BatchOptions, IntegrationBesideAGraphFileWasForgottenWithoutAJob) {
               Mistake("no job file is named"));
 }
 
+TEST(BatchOptions, AnOptionWithoutTheOutputThatItShapesWasPassedOverInSilence) {
+    const std::pair<std::vector<std::string>, std::string> forgotten[] = {
+        {{"--cell", "6,7"}, "--cell goes with --integrate FILE"},
+        {{"--mass-points=12"}, "--mass-points goes with --graph mass-c=FILE or mass-r=FILE"},
+        {{"--mass-of", "data"}, "--mass-of goes with --graph mass-c=FILE or mass-r=FILE"},
+        {{"--mass-species", "B"}, "--mass-species goes with --graph mass-c=FILE"},
+        {{"--mass-species", "B", "--graph", "mass-r=a.svg"}, "--mass-species goes with --graph mass-c=FILE"},
+        {{"--figure-size", "170"}, "--figure-size goes with --graph figure=FILE"},
+        {{"--figure-panels", "all", "--graph", "overlay=a.svg"},
+         "--figure-panels goes with --graph figure=FILE"},
+    };
+    for (auto [arguments, sentence] : forgotten) {
+        arguments.insert(arguments.begin(), "a.job");
+        EXPECT_EQ(ErrorOf(arguments), Mistake(sentence));
+    }
+    const Options options = ParseOptions({"a.job", "--cell", "6,7", "--integrate", "c.csv", "--mass-points",
+                                          "12", "--graph", "mass-r:2=m.svg"});
+    EXPECT_EQ(options.Cell.Outer, 7.0F);
+    EXPECT_EQ(options.Graphs.at(0).Mass.Points, 12);
+}
+
 TEST(BatchOptions, ACellThatIsNoneWasToldAfterTheFit) {
     EXPECT_EQ(ErrorOf({"a.job", "--integrate", "c.csv", "--cell", "6.5,6.5001"}),
               Mistake("--cell 6.5,6.5001: Division by zero"));
