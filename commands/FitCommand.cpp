@@ -163,8 +163,11 @@ void RunAndTell(const FitProgress& progress) {
     Work.StartParms = start;
     RunFit(progress);
     if (!WantsRescue(Work.Outcome)) return;
+    const bool told = Work.RescueMode == Rescue::Ask;
     RescueFit(start, progress);
-    TellEnd(Work.Outcome);
+    // A cancel may have led back to the fit that was told in the question.
+    const bool cancelled = Work.AbortFit && !Work.FunctionFailed;
+    if (!(told && cancelled)) TellEnd(Work.Outcome);
 }
 
 void RunUnderMonitor() {

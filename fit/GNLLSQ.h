@@ -41,9 +41,10 @@ inline constexpr const char* CancelledText = "The fit was cancelled"; // the sen
 // the noise of the data, the same again, at most three times: by the other way of the search, from constants
 // that show (fit/BetterStarts.h), and from the best concentrations that each set has by itself. True when the
 // fit has results. Work.Outcome is that of the RunFit whose sum is the lower one, with Rescued set when it
-// stands at a minimum; where the function has no value at the start, everything is as it was. After a cancel
-// the parameters are the best that were met on the way. A search takes a few dozen steps, each about as long
-// as an iteration.
+// stands at a minimum; where the function has no value at the start, everything is as it was. A cancel leaves
+// Work.AbortFit and the best parameters that were met on the way: those of a fit that had ended, which then
+// stands, or a place between, which is none. A search takes a few dozen steps, each about as long as an
+// iteration.
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress = {});
 
 // The damped search by itself, from the present Parms, put back into their bounds. It leaves the best place

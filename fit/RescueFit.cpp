@@ -122,10 +122,17 @@ bool IsCancelled() {
     return Work.AbortFit && !Work.FunctionFailed;
 }
 
-// After a cancel: the parameters of the lowest sum so far. A pass that was broken off has left no sum.
+// After a cancel: the parameters of the lowest sum so far, with the fit that ended there if one did, that of
+// before the search among them. A pass that was broken off has left no sum.
 void KeepBestOnCancel(const Workspace& best) {
+    const bool lower = best.FitValid && !(Work.SumSq < best.SumSq);
+    if (lower && best.FitDone) {
+        Work = best;
+        Work.AbortFit = FlagTrue;
+        return;
+    }
     Work.Outcome = FitOutcome{FitEnd::Cancelled, CancelledText};
-    if (best.FitValid && !(Work.SumSq < best.SumSq)) GoTo({best.Parms, best.SumSq});
+    if (lower) GoTo({best.Parms, best.SumSq});
     Work.FitValid = Work.FitDone = FlagFalse;
 }
 
@@ -164,11 +171,10 @@ bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
     int attempt = 1;
     while (attempt <= LastAttempt && TryAttempt(attempt, start, best, progress))
         attempt = NextAttempt(attempt, best);
-    if (IsCancelled()) {
+    if (IsCancelled())
         KeepBestOnCancel(best);
-        return false;
-    }
-    Work = best;
+    else
+        Work = best;
     return Work.FitDone != 0;
 }
 

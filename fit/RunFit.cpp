@@ -1,4 +1,5 @@
 // The loop of the fit and its ends.
+#include "fit/Fault.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
 #include "fit/MatInv.h"
@@ -70,24 +71,26 @@ void CheckMinimum(const NormalEquations& equations) {
 }
 
 // The inverse of the normal matrix at the solution, for the statistics. Where it is missing or not to be
-// trusted the fit stands all the same, and what the data do not determine has no error.
-void TakeInverse(const NormalEquations& equations) {
+// trusted the fit stands all the same, what the data do not determine has no error, and false comes back.
+bool TakeInverse(const NormalEquations& equations) {
     try {
         InvertNormalMatrix();
     } catch (const RuntimeError&) {
         Work.Singular = 1; // an inverse beyond the range of a double
     }
-    if (!Work.Singular) return;
+    if (!Work.Singular) return true;
     Work.Singular = 0;
     Work.NormMatrix = DeterminedInverse(equations);
     Work.Increment = DampedStep(equations, 0.0);
+    return false;
 }
 
-// Names what the fit says nothing of, though the inverse was found.
-void NameUndetermined(const NormalEquations& equations) {
-    bool any = false;
+// Names what the fit says nothing of: whatever has left it without an inverse, and at a minimum what has an
+// error larger than itself. On the way to one the errors are those of nothing.
+void NameUndetermined(const NormalEquations& equations, bool inverted) {
+    bool any = !inverted;
     for (long a = 0; a < Work.NumFree; ++a)
-        any = any || IsUndetermined(a);
+        any = any || (Work.Outcome.End == FitEnd::Converged && IsUndetermined(a));
     if (any) Work.Outcome.Reason = UndeterminedText(equations);
 }
 
@@ -98,11 +101,11 @@ void TakeLastSums() {
     AccumulateSums();
     if (!BrokenOff()) {
         const NormalEquations equations = TakeNormalEquations();
-        TakeInverse(equations);
+        const bool inverted = TakeInverse(equations);
         CheckMinimum(equations);
         const std::int16_t freedom = ToInt16(Work.NumPts - Work.NumFree);
         Work.RmsResidual = ToSingle(Sqrt(Divide(Work.SumSq, static_cast<double>(freedom))));
-        if (Work.Outcome.End == FitEnd::Converged) NameUndetermined(equations); // errors of a minimum tell
+        NameUndetermined(equations, inverted);
     }
     ReportPhase(FitPhase::Ended);
 }
@@ -191,6 +194,7 @@ bool RunFit(const FitProgress& progress) {
             GiveReason();
     });
     StoreSignals(false);
+    if (Work.Outcome.End == FitEnd::MathError) Work.Outcome.Reason = FaultText();
     Guarded(BuildParmScale); // follows the fitted stoichiometries
     Work.FitDone = Flag(Work.Outcome.End == FitEnd::Converged || Work.Outcome.End == FitEnd::StoppedShort);
     return Work.FitDone != 0;

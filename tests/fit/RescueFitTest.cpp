@@ -5,6 +5,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/NormalEquations.h"
 #include "fit/Undetermined.h"
+#include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -305,17 +306,46 @@ TEST_F(RescueFitTest, CancelAtAnyServiceOfTheQueueEndsWithinAPassAndKeepsTheBest
         Outside.DuringEvents = [&] {
             if (++events == at) Work.AbortFit = FlagTrue;
         };
-        EXPECT_FALSE(RescueFit(start));
+        const bool fit = RescueFit(start);
         EXPECT_EQ(events, at) << "no service of the queue, and so no pass, after the cancel";
-        EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
-        EXPECT_EQ(Work.Outcome.Sentence, "The fit was cancelled");
-        EXPECT_EQ(Work.FitDone, 0);
+        EXPECT_EQ(Work.FitDone != 0, fit) << "that of an attempt before the one that was cancelled";
+        if (!fit) {
+            EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
+            EXPECT_EQ(Work.Outcome.Sentence, "The fit was cancelled");
+        }
         EXPECT_EQ(Work.AbortFit, FlagTrue) << "left for the caller";
         const double sum = SumAt(Work.Parms);
         EXPECT_LE(sum, first * (1 + 1e-9)) << at;
         lowest = std::min(lowest, sum);
     }
     EXPECT_LE(lowest, Least * 1.01) << "a late cancel keeps what has been found";
+}
+
+// The results of a fit that had stopped short were lost by Yes and then Cancel.
+TEST_F(RescueFitTest, ACancelFallsBackToTheFitThatStoodUntilSomethingBetterIsMet) {
+    const PerSlot<float> start = Fail("Model13", 3.0, 6);
+    ASSERT_EQ(Work.Outcome.End, FitEnd::StoppedShort);
+    const Workspace stopped = Work;
+    int events = 0, kept = 0, better = 0;
+    for (int at : {1, 2, 10, 40, 400, 4000}) {
+        Work = stopped;
+        events = 0;
+        Outside.DuringEvents = [&] {
+            if (++events == at) Work.AbortFit = FlagTrue;
+        };
+        RescueFit(start);
+        if (events < at) break; // ended before
+        EXPECT_EQ(Work.AbortFit, FlagTrue) << "left for the caller";
+        Work.AbortFit = FlagFalse;
+        if (Work == stopped)
+            ++kept;
+        else {
+            ++better;
+            EXPECT_LT(SumAt(Work.Parms), stopped.SumSq) << at;
+        }
+    }
+    EXPECT_GE(kept, 2);
+    EXPECT_GE(better, 1);
 }
 
 TEST_F(RescueFitTest, TheSearchTellsItsStepsAsIterations) {
@@ -360,6 +390,36 @@ TEST_F(RescueFitTest, ACombinationIsNamedByItsEigenvector) {
                                        ". Hold one of them.");
     e.Matrix(1, 1) = 0.0; // no point feels the second one
     EXPECT_EQ(UndeterminedText(e), "No point depends on " + Work.ParmName[SlotOffset(2)] + ". Hold it.");
+}
+
+// A concentration that vanishes once the iteration has ended, beside a level that is off by then.
+TEST_F(RescueFitTest, AStopWithoutAnInverseNamesWhatIsUndetermined) {
+    Levels();
+    Work.Parms[SlotA(2)] = -1.0F;
+    Work.FreeMap[SlotOffset(2)] = SlotHeld;
+    Work.FreeMap[SlotA(2)] = 0;
+    NumberFitted();
+    FitProgress progress;
+    progress.Phase = [](FitPhase phase) {
+        if (phase != FitPhase::LastSums) return;
+        Work.Parms[SlotA(2)] = -800.0F;
+        Level(1) += 100.0F;
+    };
+    EXPECT_TRUE(RunFit(progress));
+    EXPECT_EQ(Work.Outcome.End, FitEnd::StoppedShort);
+    EXPECT_EQ(Work.Outcome.Reason, "No point depends on " + Work.ParmName[SlotA(2)] + ". Hold it.");
+}
+
+TEST_F(RescueFitTest, AMathErrorOfScansTellsTheRadius) {
+    LoadRobustnessCase(ModelCaseNamed("Model02"), 1);
+    const long point = Work.SetPts[1] + 1; // the first one of set 2
+    Work.Parms[SlotA(2)] = 500.0F;
+    EXPECT_FALSE(RunFit());
+    const double half = static_cast<double>(Work.PtX[point]) + ReferenceX(RowNo(Work.SetRow[2]));
+    EXPECT_TRUE(Work.Outcome.Reason.starts_with("The fitted value of data set 2 at " +
+                                                FormatNumber(std::sqrt(2.0 * half), "0.0000") +
+                                                " cm is beyond"))
+        << Work.Outcome.Reason;
 }
 
 TEST_F(RescueFitTest, WithoutAnInverseOnlyWhatIsNotDeterminedLosesItsError) {

@@ -310,12 +310,67 @@ TEST_F(RunFitTest, DerivativesThatOverflowTheSumsAreAMathError) {
     Work.FreeMap[0] = 0;
     NumberFitted();
     ExpectFailure(FitEnd::MathError, SumsFailed);
+    EXPECT_NE(Work.Outcome.Reason.find(" with " + Work.ParmName[0] + " is beyond any number."),
+              std::string::npos)
+        << Work.Outcome.Reason;
     EXPECT_EQ(Work.AbortFit, FlagTrue);
     EXPECT_EQ(Work.FitValid, 0);
     Work.AbortFit = 0;
     AccumulateSumsPlainly();
     ExpectOutcome(FitEnd::MathError, SumsFailed);
     EXPECT_EQ(Work.AbortFit, FlagTrue);
+}
+
+// The two math errors told neither the set nor the point nor the parameter.
+TEST_F(RunFitTest, AMathErrorToldNeitherWhereNorByWhat) {
+    const std::string conc = Work.ParmName[SlotA(1)];
+    Work.Parms[SlotA(1)] = 1000.0F;
+    ExpectFailure(FitEnd::MathError, FunctionFault);
+    const std::string place = "The fitted value of data set 1 at ";
+    EXPECT_TRUE(Work.Outcome.Reason.starts_with(place)) << Work.Outcome.Reason;
+    EXPECT_NE(Work.Outcome.Reason.find(" is beyond any number, most likely by " + conc + " = 1000"),
+              std::string::npos)
+        << Work.Outcome.Reason;
+    Work.AbortFit = FlagFalse;
+    Work.Parms[SlotA(1)] = 100.0F; // a number in doubles, none in singles
+    ExpectFailure(FitEnd::MathError, SumsFailed);
+    EXPECT_NE(Work.Outcome.Reason.find("by " + conc + " = 100"), std::string::npos) << Work.Outcome.Reason;
+}
+
+TEST_F(RunFitTest, AMathErrorOfTheDataNamesThePoint) {
+    MakeLevels({{1.0F, 2.0F}, {3.0F, std::numeric_limits<float>::infinity(), 3.0F}});
+    ExpectFailure(FitEnd::MathError, SumsFailed);
+    EXPECT_TRUE(Work.Outcome.Reason.starts_with("The measured value of data set 2 at "))
+        << Work.Outcome.Reason;
+}
+
+TEST_F(RunFitTest, AMathErrorWithoutAStepOrWithoutFreedomSaysSo) {
+    Work.FreeMap[0] = 0;
+    NumberFitted();
+    Work.Parms[0] = 0.0F; // a step of a hundredth of nothing
+    ExpectFailure(FitEnd::MathError, SumsFailed);
+    EXPECT_TRUE(Work.Outcome.Reason.ends_with(" leaves no step for its derivative.")) << Work.Outcome.Reason;
+    EXPECT_TRUE(Work.Outcome.Reason.starts_with(Work.ParmName[0] + " = ")) << Work.Outcome.Reason;
+    Work.AbortFit = FlagFalse;
+    MakeLevels({{1.0F}});
+    Work.Bounds[1][SlotOffset(1)] = 0.5F;
+    ExpectFailure(FitEnd::MathError, "Error 'Division by zero' occurred during the fit, aborting fit");
+    EXPECT_EQ(Work.Outcome.Reason, "There are no more points (1) than fitted parameters (1).");
+}
+
+// The parameter that the step has carried away, and not one that was large before.
+TEST_F(RunFitTest, AMathErrorNamesTheParameterThatTheStepHasMoved) {
+    Work.FreeMap[SlotA(1)] = 0;
+    NumberFitted();
+    Work.Parms[SlotA(1)] =
+        -8.0F; // the data ask for e^8 times as much, the slope for thousands of steps of one
+    Work.Parms[0] = 1.0F;
+    Work.FreeMap[SlotOffset(1)] = SlotHeld;
+    NumberFitted();
+    EXPECT_FALSE(RunFit());
+    ASSERT_EQ(Work.Outcome.End, FitEnd::MathError) << Work.Outcome.Sentence;
+    EXPECT_NE(Work.Outcome.Reason.find("by " + Work.ParmName[SlotA(1)] + " = "), std::string::npos)
+        << Work.Outcome.Reason;
 }
 
 TEST_F(RunFitTest, SecondFitAfterAMathErrorIsAsGoodAsNew) {
