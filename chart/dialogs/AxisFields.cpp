@@ -3,6 +3,7 @@
 
 #include "chart/dialogs/AxisOptsForm.h"
 #include "chart/dialogs/OptionLists.h"
+#include "chart/hand/ScaleType.h"
 #include "chart/pens/Fonts.h"
 #include "chart/scale/AxisScale.h"
 #include "input/NUMINPUT.h"
@@ -19,7 +20,11 @@ namespace {
 constexpr const char* MessageTitle = "Charts Module";
 constexpr float MostDecimals = 9.0F;
 
-// A number of the scale in the format of its labels, with a digit more.
+bool IsLogarithmic() {
+    return EditAxis.ScaleType == ScaleTypes::Logarithmic;
+}
+
+// In the format of the labels, with a digit more.
 std::string ScaleText(double number) {
     const auto digits = static_cast<std::size_t>(std::max<int>(EditAxis.Decimals, 0) + 1);
     const bool plain = EditAxis.TicFormat == TicFormats::Decimal;
@@ -27,10 +32,21 @@ std::string ScaleText(double number) {
                                       : "0." + std::string(digits, '0') + "E+###");
 }
 
-// Places on a scale to the base 10 are shown as the numbers themselves.
-std::string PlaceText(float place) {
-    const double value = place;
-    return ScaleText(IsLog10(EditAxis) ? std::pow(10.0, value) : value);
+// A limit is shown as the number that it stands for. The format is that of labels, which on a scale of
+// natural logarithms are logarithms and on one of decades are as long as the least decade asks: a number that
+// it cuts down is shown in exponential form.
+std::string LimitText(float place) {
+    constexpr double roundedOff = 0.005;
+    const double number = NumberAt(EditAxis, static_cast<double>(place));
+    const std::string text = ScaleText(number);
+    const bool stands =
+        std::fabs(static_cast<double>(NumValue(text)) - number) <= roundedOff * std::fabs(number);
+    return !IsLogarithmic() || stands ? text : FormatNumber(number, "0.000E+###");
+}
+
+// The first tic goes with the labels: it is a logarithm where they are.
+std::string FirstTicText(float place) {
+    return IsLog10(EditAxis) ? LimitText(place) : ScaleText(static_cast<double>(place));
 }
 
 // Counts that there are not stand for one minor tic in a decade.
@@ -53,15 +69,37 @@ bool Refuse(Control& field, const std::string& why) {
     return false;
 }
 
-// Limits that are typed are the user's own.
-bool TakePlace(Control& field, float& place, bool isLimit) {
-    if (field.Text == PlaceText(place)) return true;
+// A scale that is found from the data would find its limits and tics anew: typed ones make it the user's own.
+// Categories have no such scale.
+void MakeManual() {
+    if (AxisOptsForm.ScaleManual.Enabled) AxisOptsModeClick(ScaleModes::Manual);
+}
+
+bool TakeNumber(Control& field, float& place) {
     const float typed = NumValue(field.Text);
-    if (IsLog10(EditAxis) && !(typed > 0.0F))
+    if (IsLogarithmic() && !(typed > 0.0F))
         return Refuse(field, "On a logarithmic scale this must be greater than 0");
-    place = IsLog10(EditAxis) ? FiniteSingle(std::log10(static_cast<double>(typed))) : typed;
-    if (isLimit) AxisOptsModeClick(ScaleModes::Manual);
-    field.Text = PlaceText(place);
+    place = FiniteSingle(PlaceOf(EditAxis, static_cast<double>(typed)));
+    MakeManual();
+    return true;
+}
+
+bool TakeLimit(Control& field, float& place) {
+    if (field.Text == LimitText(place)) return true;
+    if (!TakeNumber(field, place)) return false;
+    field.Text = LimitText(place);
+    return true;
+}
+
+bool TakeFirstTic(Control& field) {
+    if (field.Text == FirstTicText(EditAxis.FirstTic)) return true;
+    if (IsLog10(EditAxis)) {
+        if (!TakeNumber(field, EditAxis.FirstTic)) return false;
+    } else {
+        EditAxis.FirstTic = NumValue(field.Text);
+        MakeManual();
+    }
+    field.Text = FirstTicText(EditAxis.FirstTic);
     return true;
 }
 
@@ -72,6 +110,7 @@ bool TakeInterval(Control& field) {
         return Refuse(field, "For Log axes number of minor tics per decade must be 0, 1, 2, 4, or 8");
     if (!IsLog10(EditAxis) && typed == 0.0F) return Refuse(field, "The tic interval cannot be zero!");
     EditAxis.TicInterval = typed;
+    MakeManual();
     field.Text = IntervalText(typed);
     return true;
 }
@@ -90,16 +129,18 @@ bool TakeDecimals(Control& field) {
     const float typed = NumValue(field.Text);
     if (!(typed >= 0.0F && typed <= MostDecimals)) return Refuse(field, "Decimals must be from 0 to 9");
     EditAxis.Decimals = ToInt16(std::nearbyint(typed));
+    MakeManual();
     ShowAxis();
     return true;
 }
 
 void ShowScale() {
     AxisOptsFormRecord& form = AxisOptsForm;
-    form.MinScale.Text = PlaceText(EditAxis.Min);
-    form.MaxScale.Text = PlaceText(EditAxis.Max);
-    form.FirstTicInput.Text = PlaceText(EditAxis.FirstTic);
+    form.MinScale.Text = LimitText(EditAxis.Min);
+    form.MaxScale.Text = LimitText(EditAxis.Max);
+    form.FirstTicInput.Text = FirstTicText(EditAxis.FirstTic);
     form.IntervalInput.Text = IntervalText(EditAxis.TicInterval);
+    form.FirstTicLabel.Text = IsLogarithmic() && !IsLog10(EditAxis) ? "&First Tic, as Ln:" : "&First Tic:";
     form.Label1.Text = IsLog10(EditAxis) ? "Tics/Decade 0,1,2,4,8" : "Tic Interval";
     form.TicDecimalInput.Text = DecimalsText(EditAxis.Decimals);
     form.GridCheck.Value = EditAxis.Grid;
@@ -147,9 +188,9 @@ void ShowAxis() {
 
 bool TakeAxisField(Control& field) {
     AxisOptsFormRecord& form = AxisOptsForm;
-    if (&field == &form.MinScale) return TakePlace(field, EditAxis.Min, true);
-    if (&field == &form.MaxScale) return TakePlace(field, EditAxis.Max, true);
-    if (&field == &form.FirstTicInput) return TakePlace(field, EditAxis.FirstTic, false);
+    if (&field == &form.MinScale) return TakeLimit(field, EditAxis.Min);
+    if (&field == &form.MaxScale) return TakeLimit(field, EditAxis.Max);
+    if (&field == &form.FirstTicInput) return TakeFirstTic(field);
     if (&field == &form.IntervalInput) return TakeInterval(field);
     if (&field == &form.TicDecimalInput) return TakeDecimals(field);
     if (&field == &form.TicLabelSizeInput) return TakeFraction(field, EditAxis.LabelSize);

@@ -27,6 +27,7 @@ constexpr long LongestTitle = 80;
 
 // Both axes, the bottom one first: as the form found them, and as it leaves the one that is not in hand.
 std::array<GraphAxis, 2> Found, Edited;
+std::array<LnTitles, 2> Titles; // of the same
 bool Horizontal = true;
 bool Accepted = false;
 
@@ -108,6 +109,13 @@ void ShowInHand() {
     AxisOptsForm.State.FocusOn = &AxisOptsForm.MinScale;
 }
 
+// A scale that is found from the data chooses the format of its labels with them, where it has to.
+bool FormatWouldChange() {
+    GraphAxis found = EditAxis;
+    if (!IsCategory()) AutoFormat(found);
+    return found.TicFormat != EditAxis.TicFormat;
+}
+
 int CommonKeys(int key) {
     if (key == KeyReturn) AxisOptsOkButton();
     if (key == KeyEscape) AxisOptsCancelButton();
@@ -134,7 +142,7 @@ bool AskRescale(bool toLog) {
 // Back to the kind that the form has found brings the scale back that belongs to it.
 void TakeBackScale() {
     const GraphAxis& found = Found[InHand()];
-    ConvertAxis(EditAxis, found); // the title
+    ConvertAxis(EditAxis, found, Titles[InHand()]); // the title
     EditAxis.ScaleMode = found.ScaleMode;
     EditAxis.ScaleType = found.ScaleType;
     EditAxis.LogBase = found.LogBase;
@@ -148,7 +156,7 @@ void ChangeType(const GraphAxis& wanted) {
     if (SameScaleType(wanted, Found[InHand()]))
         TakeBackScale();
     else
-        ConvertAxis(EditAxis, wanted);
+        ConvertAxis(EditAxis, wanted, Titles[InHand()]);
     if (rescale) EditAxis.ScaleMode = ScaleModes::Autorange;
 }
 
@@ -166,6 +174,7 @@ void Take(bool alongX, GraphAxis& axis, GraphAxis& second) {
     if (edited == axis) return;
     if (!SameScaleType(edited, axis)) {
         ConvertColumns(alongX, axis, edited);
+        (alongX ? Chart.Columns.X : Chart.Columns.Y).Titles = Titles[alongX ? 0 : 1];
         ClearZoom();
     }
     axis = edited;
@@ -202,6 +211,7 @@ void LoadAxisOptsForm(bool horizontal) {
     Accepted = false;
     Horizontal = horizontal;
     Found = Edited = {Chart.Spec.AxisX1, Chart.Spec.AxisY1};
+    Titles = {Chart.Columns.X.Titles, Chart.Columns.Y.Titles};
     EditAxis = Edited[InHand()];
     FillScaleCaptions();
     FillLabelCaptions();
@@ -262,6 +272,7 @@ void AxisOptsTicModeClick(std::int16_t ticMode) {
 void AxisOptsFormatClick(std::int16_t ticFormat) {
     if (!TakeAxis()) return ShowAxisOptions();
     EditAxis.TicFormat = ticFormat;
+    if (FormatWouldChange()) AxisOptsModeClick(ScaleModes::Manual);
     ShowAxis();
 }
 

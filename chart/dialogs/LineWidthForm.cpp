@@ -6,6 +6,7 @@
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/Kept.h"
+#include "chart/targets/PageGeometry.h"
 #include "input/NUMINPUT.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
@@ -37,7 +38,7 @@ std::string ExplanationText() {
         "Input the desired line width in units of twips (twentieths of a point = 1/1440 inch)\n\n";
     if (Seams.HasPicBox)
         text += "On the screen 1 pixel equals " + PixelText(Seams.PicBox.DotsPerInchY()) + " twips.  ";
-    return text + "On the printer 1 pixel equals " + PixelText(PageDots) + " twips.";
+    return text + "On the printer 1 pixel equals " + PixelText(DotsOf(Host.Printer.Current())) + " twips.";
 }
 
 std::array<float, WidthCount> PresentWidths() {
@@ -70,18 +71,22 @@ std::int16_t Whole(float twips) {
     return ToInt16(std::nearbyint(twips));
 }
 
-// Widths that stand on several axes are touched only where they were changed.
+// Only what was changed: the style of the run may have other widths than the graph at hand, which can have
+// come from a file, and so may its axes among each other.
 void TakeWidths() {
     const std::array<float, WidthCount> before = PresentWidths();
+    const auto changed = [&before](WidthPlace place) { return Edited[place] != before[place]; };
     GraphSpec& spec = Chart.Spec;
-    Chart.Style.LineWidth = Edited[DataWidth];
-    Chart.Style.AxisWidth = Edited[AxesWidth];
-    Chart.Style.TicWidth = Edited[TicsWidth];
-    Chart.Style.SymbolWidth = Edited[SymbolsWidth];
-    spec.LineWidth = Whole(Edited[DataWidth]);
+    if (changed(DataWidth)) {
+        Chart.Style.LineWidth = Edited[DataWidth];
+        spec.LineWidth = Whole(Edited[DataWidth]);
+    }
+    if (changed(AxesWidth)) Chart.Style.AxisWidth = Edited[AxesWidth];
+    if (changed(TicsWidth)) Chart.Style.TicWidth = Edited[TicsWidth];
+    if (changed(SymbolsWidth)) Chart.Style.SymbolWidth = Edited[SymbolsWidth];
     for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2}) {
-        if (Edited[AxesWidth] != before[AxesWidth]) axis->AxisWidth = Whole(Edited[AxesWidth]);
-        if (Edited[TicsWidth] != before[TicsWidth]) axis->TicWidth = Whole(Edited[TicsWidth]);
+        if (changed(AxesWidth)) axis->AxisWidth = Whole(Edited[AxesWidth]);
+        if (changed(TicsWidth)) axis->TicWidth = Whole(Edited[TicsWidth]);
     }
 }
 

@@ -2,14 +2,19 @@
 
 #include "chart/records/ChartState.h"
 #include "chart/scale/AxisScale.h"
+#include "chart/scale/Tics.h"
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 
 namespace Quillon {
 
 namespace {
 
-constexpr const char* LnPrefix = "Ln (";
+constexpr const char* LnBegin = "Ln (";
+constexpr const char* LnEnd = ")";
+constexpr std::size_t LongestTitle = 80;
 
 bool IsLogarithmic(const GraphAxis& axis) {
     return axis.ScaleType == ScaleTypes::Logarithmic;
@@ -19,22 +24,28 @@ bool IsNatural(const GraphAxis& axis) {
     return IsLogarithmic(axis) && axis.LogBase == NaturalBase;
 }
 
-// A value of a scale, without its divisor, as the number that it stands for, and back.
-double NumberOf(const GraphAxis& axis, double value) {
-    return IsLogarithmic(axis) ? std::pow(static_cast<double>(axis.LogBase), value) : value;
-}
-double PlaceOf(const GraphAxis& axis, double number) {
-    return IsLogarithmic(axis) ? std::log(number) / std::log(static_cast<double>(axis.LogBase)) : number;
-}
-
 std::string WithoutLn(const std::string& title) {
-    if (!title.starts_with(LnPrefix) || !title.ends_with(")")) return title;
-    const std::size_t prefix = std::string(LnPrefix).size();
-    return title.substr(prefix, title.size() - prefix - 1);
+    if (!title.starts_with(LnBegin) || !title.ends_with(LnEnd)) return title;
+    const std::size_t begin = std::string(LnBegin).size();
+    return title.substr(begin, title.size() - begin - 1);
 }
 
+// A title that is too long gives way at its end: the bracket is closed.
 std::string WithLn(const std::string& title) {
-    return title.empty() || title.starts_with(LnPrefix) ? title : LnPrefix + title + ")";
+    if (title.empty()) return title;
+    return (LnBegin + title).substr(0, LongestTitle - 1) + LnEnd;
+}
+
+void BracketTitle(GraphTitle& title, LnTitles& titles) {
+    if (titles.Bracketed.empty() || title.Text.Str() != titles.Plain)
+        titles = {title.Text.Str(), WithLn(title.Text)};
+    title.Text = titles.Bracketed;
+}
+
+void UnbracketTitle(GraphTitle& title, LnTitles& titles) {
+    if (titles.Plain.empty() || title.Text.Str() != titles.Bracketed)
+        titles = {WithoutLn(title.Text), title.Text.Str()};
+    title.Text = titles.Plain;
 }
 
 // Tics for a scale that no autorange follows.
@@ -44,8 +55,15 @@ void PlainTics(GraphAxis& axis) {
     axis.TicFormat = TicFormats::Decimal;
     AutoFormat(axis);
     axis.ScaleMode = mode;
-    axis.FirstTic = IsLog10(axis) ? std::ceil(axis.Min) : axis.Min;
-    axis.TicInterval = IsLog10(axis) ? 1.0F : (axis.Max - axis.Min) / 10.0F;
+    if (IsLog10(axis)) {
+        axis.FirstTic = std::ceil(std::min(axis.Min, axis.Max));
+        axis.TicInterval = 1.0F;
+        return;
+    }
+    const double low = std::min(axis.Min, axis.Max);
+    const double step = RoundStep((std::max(axis.Min, axis.Max) - low) / 8.0);
+    axis.FirstTic = FiniteSingle(std::ceil(low / step) * step);
+    axis.TicInterval = FiniteSingle(step);
 }
 
 // The stored values that raw columns give on an axis that divides by loadFactor.
@@ -63,7 +81,7 @@ SetTable RawFrom(SetTable stored, const GraphAxis& axis, float loadFactor) {
         for (long point = 1; point <= stored.Points(); ++point) {
             float& value = stored(point, set);
             if (value != MissingValue)
-                value = FiniteSingle(NumberOf(axis, static_cast<double>(value)) *
+                value = FiniteSingle(NumberAt(axis, static_cast<double>(value)) *
                                      static_cast<double>(loadFactor));
         }
     return stored;
@@ -76,7 +94,7 @@ SetTable RawOf(const SetTable& stored, const ColumnsBefore& before, const GraphA
 }
 
 void Move(float& place, const GraphAxis& from, const GraphAxis& to, float loadFactor) {
-    const double number = NumberOf(from, static_cast<double>(place)) * static_cast<double>(loadFactor);
+    const double number = NumberAt(from, static_cast<double>(place)) * static_cast<double>(loadFactor);
     const double moved = PlaceOf(to, number);
     if (std::isfinite(moved)) place = FiniteSingle(moved);
 }
@@ -97,12 +115,20 @@ bool SameScaleType(const GraphAxis& one, const GraphAxis& other) {
     return one.ScaleType == other.ScaleType && (!IsLogarithmic(one) || one.LogBase == other.LogBase);
 }
 
-void ConvertAxis(GraphAxis& axis, const GraphAxis& to) {
+double NumberAt(const GraphAxis& axis, double place) {
+    return IsLogarithmic(axis) ? std::pow(static_cast<double>(axis.LogBase), place) : place;
+}
+
+double PlaceOf(const GraphAxis& axis, double number) {
+    return IsLogarithmic(axis) ? std::log(number) / std::log(static_cast<double>(axis.LogBase)) : number;
+}
+
+void ConvertAxis(GraphAxis& axis, const GraphAxis& to, LnTitles& titles) {
     const double factor = axis.Factor;
-    const double low = PlaceOf(to, NumberOf(axis, static_cast<double>(axis.Min)) * factor);
-    const double high = PlaceOf(to, NumberOf(axis, static_cast<double>(axis.Max)) * factor);
-    const std::string title = axis.Title.Text.Str();
-    axis.Title.Text = IsNatural(to) ? WithLn(title) : IsNatural(axis) ? WithoutLn(title) : title;
+    const double low = PlaceOf(to, NumberAt(axis, static_cast<double>(axis.Min)) * factor);
+    const double high = PlaceOf(to, NumberAt(axis, static_cast<double>(axis.Max)) * factor);
+    if (IsNatural(to) && !IsNatural(axis)) BracketTitle(axis.Title, titles);
+    if (!IsNatural(to) && IsNatural(axis)) UnbracketTitle(axis.Title, titles);
     axis.ScaleType = to.ScaleType;
     axis.LogBase = to.LogBase;
     axis.Factor = 1.0F;

@@ -3,6 +3,7 @@
 
 #include "chart/draw/DrawGraph.h"
 #include "chart/hand/ChartMarkers.h"
+#include "chart/hand/ChartScale.h"
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
@@ -55,10 +56,28 @@ void ScaleAfresh(GraphAxis& axis) {
     if (axis.ScaleMode != ScaleModes::Prescaled) axis.ScaleMode = ScaleModes::Autorange;
 }
 
-void ShowSeparated() {
+// The kept zooms lead back to all of the shifted sets, and along the other axis to where they led before.
+void WidenZooms(bool x, bool y) {
+    const ChartScale full = PresentScale();
+    ZoomStack& zooms = Charts.Zooms;
+    for (int i = 1; i <= ZoomStack::Deepest; ++i) {
+        if (x) {
+            zooms.XMin[i] = full.XMin;
+            zooms.XMax[i] = full.XMax;
+        }
+        if (y) {
+            zooms.YMin[i] = full.YMin;
+            zooms.YMax[i] = full.YMax;
+        }
+    }
+}
+
+// x, y: the axes along which sets have moved.
+void ShowSeparated(bool x, bool y) {
     SuitSpecialOptions();
     RecordMarkers();
     Replot();
+    WidenZooms(x, y);
     ShowGraph();
     RepositionMarkers();
 }
@@ -83,7 +102,7 @@ void SeparateBy(const OneBased<float>& alongX, const OneBased<float>& alongY) {
         ShiftColumns(Chart.DataY, Chart.Columns.Y, alongY, DrawDivisor(spec.AxisY1, Chart.LoadFactorY));
         ScaleAfresh(spec.AxisY1);
     }
-    ShowSeparated();
+    ShowSeparated(!alongX.Empty(), !alongY.Empty());
 }
 
 void ApplySeparation() {
@@ -98,15 +117,17 @@ bool IsSeparated(std::int16_t mode) {
 }
 
 void TakeBackSeparation(std::int16_t mode) {
-    if (mode != SeparateModes::AlongY && IsShifted(Chart.Columns.X)) {
+    const bool x = mode != SeparateModes::AlongY && IsShifted(Chart.Columns.X);
+    const bool y = mode != SeparateModes::AlongX && IsShifted(Chart.Columns.Y);
+    if (x) {
         TakeBack(Chart.DataX, Chart.Columns.X);
         ScaleAfresh(Chart.Spec.AxisX1);
     }
-    if (mode != SeparateModes::AlongX && IsShifted(Chart.Columns.Y)) {
+    if (y) {
         TakeBack(Chart.DataY, Chart.Columns.Y);
         ScaleAfresh(Chart.Spec.AxisY1);
     }
-    ShowSeparated();
+    ShowSeparated(x, y);
 }
 
 } // namespace Quillon

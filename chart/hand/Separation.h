@@ -20,7 +20,8 @@ int SeparationCount();
 
 // Shifts the stored data of each set by SetShift along X, Y or both after SeparateMode, scales and lays out
 // afresh, and shows the graph. Shifts are in the units that the scale shows, on a logarithmic one in
-// logarithms; a manual or zoomed scale becomes an autorange. They add up; a point without a value stays so,
+// logarithms; a manual or zoomed scale becomes an autorange, and so do the scales that LastZoom leads back to
+// along the axis. They add up; a point without a value stays so,
 // and one that leaves the range of a single is missing.
 void ApplySeparation();
 

@@ -6,7 +6,17 @@
 #include "chart/records/SetTable.h"
 #include "platform/Arrays.h"
 
+#include <string>
+
 namespace Quillon {
+
+// The title of an axis without and with "Ln (...)" around it, as the scale last went from the one to the
+// other: a title may hold 80 characters, and what the brackets have pushed out of it comes back from here.
+// Both are empty before that.
+struct LnTitles {
+    std::string Plain, Bracketed;
+    bool operator==(const LnTitles&) const = default;
+};
 
 // Of the values along X, or of those along Y.
 struct ColumnsBefore {
@@ -17,6 +27,7 @@ struct ColumnsBefore {
     // What has been added to each set since then, in stored units; by set, from 1. In double: shifts that add
     // up to nothing are nothing.
     OneBased<double> Shift;
+    LnTitles Titles; // of the axis; what an axis reads otherwise was typed since then, and stays
 };
 
 struct ChartColumns {

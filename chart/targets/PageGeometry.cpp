@@ -89,6 +89,15 @@ double LegendShare(const ChartModule& window, std::int16_t where) {
 
 } // namespace
 
+int SheetDots(const PrinterPage& sheet) {
+    constexpr double mostUnits = 30000.0;
+    return static_cast<int>(std::min(PageDots, mostUnits / std::hypot(sheet.Width, sheet.Height)));
+}
+
+double DotsOf(const PrinterState& printer) {
+    return printer.Name.empty() ? PageDots : SheetDots(printer.Page);
+}
+
 double UnitsPerInch(const ChartStyle& style) {
     return style.MetricUnits != 0 ? MillimetresPerInch / 10.0 : 1.0;
 }

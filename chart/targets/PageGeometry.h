@@ -16,6 +16,11 @@ struct PagePlace {
     bool HasRoom() const { return Right > Left && Bottom > Top; }
 };
 
+// Device units per inch that sheets are drawn in: as fine as those of a PDF file, but on a printer no more of
+// them along the diagonal of large sheets than the engine counts.
+int SheetDots(const PrinterPage& sheet);
+double DotsOf(const PrinterState& printer);
+
 // Units in force in an inch: 1 or 2.54.
 double UnitsPerInch(const ChartStyle& style);
 

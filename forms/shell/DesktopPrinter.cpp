@@ -1,5 +1,6 @@
 #include "forms/shell/DesktopPrinter.h"
 
+#include "chart/targets/PageGeometry.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "forms/surfaces/Pictures.h"
@@ -126,13 +127,6 @@ std::optional<PrintJob> BeginFile(const std::string& title) {
     return JobOfPicture(pages, [path](const std::string& bytes) { Host.WriteFile(path, bytes); });
 }
 
-// Units as fine as those of a PDF file, but no more of them along the diagonal of large sheets than the
-// chart engine counts.
-int ResolutionFor(const PrinterPage& page) {
-    constexpr double MostUnits = 30000.0;
-    return static_cast<int>(std::min(PageDots, MostUnits / std::hypot(page.Width, page.Height)));
-}
-
 // A job on the printer. The painter lives as long as the job; whole sheets are painted on, and the border
 // is left by the origin.
 struct SheetJob {
@@ -147,7 +141,7 @@ struct SheetJob {
     void Open(const std::string& title) {
         QPrinter& printer = InUse();
         const PrinterPage page = PageOf(printer);
-        const int dots = ResolutionFor(page);
+        const int dots = SheetDots(page);
         printer.setResolution(dots);
         printer.setDocName(ShownText(title));
         printer.setFullPage(true);

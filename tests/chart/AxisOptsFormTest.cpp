@@ -4,6 +4,7 @@
 #include "ChartBench.h"
 #include "chart/dialogs/LineWidthForm.h"
 #include "chart/hand/ScaleType.h"
+#include "tests/support/ScriptedPrinter.h"
 
 namespace Quillon {
 namespace {
@@ -184,6 +185,89 @@ TEST_F(AxisOptsTest, LimitsOfALogarithmicAxisAreNumbers) {
         EXPECT_EQ(Chart.DataX(point, 1), logarithm);
 }
 
+TEST_F(AxisOptsTest, LimitsOfANaturalLogarithmAreNumbersAndItsTicsLogarithms) {
+    Accept(EditHorz, [this] {
+        Outside.ExpectMessage(ToLog, BoxAnswer::No);
+        AxisOptsTypeClick(ScaleTypes::Logarithmic, NaturalBase);
+        EXPECT_EQ(Form.MinScale.Text, "1.00");
+        EXPECT_EQ(Form.MaxScale.Text, "100.00");
+        EXPECT_EQ(Form.FirstTicLabel.Text, "&First Tic, as Ln:");
+        EXPECT_EQ(Form.FirstTicInput.Text, "0.00");
+        EXPECT_EQ(Form.IntervalInput.Text, "1.00"); // whole logarithms over a scale of 4.6
+        Form.MaxScale.Text = "1000";
+        Form.FirstTicInput.Text = "0.5";
+    });
+    EXPECT_EQ(Chart.Spec.AxisX1.Min, 0.0F);
+    EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, std::log(1000.0F));
+    EXPECT_EQ(Chart.Spec.AxisX1.FirstTic, 0.5F);
+    LoadAxisOptsForm(true);
+    Outside.ExpectMessage("On a logarithmic scale this must be greater than 0");
+    Form.MinScale.Text = "-1";
+    AxisOptsNumberLostFocus(Form.MinScale);
+}
+
+// One digit behind the point suits the labels -6.9 to 0, not the 0.001 that the scale begins at.
+TEST_F(AxisOptsTest, ALimitThatTheFormatOfTheLabelsCutsDownIsShownInExponents) {
+    GraphSpec spec = Begin();
+    Pin(spec.AxisX1, 0.001F, 1, 0.1F);
+    Plot(spec, Table({{0.002F, 0.5F}}), Table({{1, 2}}));
+    LoadAxisOptsForm(true);
+    Outside.ExpectMessage(ToLog, BoxAnswer::No);
+    AxisOptsTypeClick(ScaleTypes::Logarithmic, NaturalBase);
+    EXPECT_EQ(Form.MinScale.Text, "1.000E-3");
+    EXPECT_EQ(Form.MaxScale.Text, "1.00");
+}
+
+TEST_F(AxisOptsTest, TicsThatAreTypedMakeTheScaleManualAndStand) {
+    Accept(EditVert, [this] {
+        Form.IntervalInput.Text = "0.75";
+        AxisOptsNumberLostFocus(Form.IntervalInput);
+        EXPECT_TRUE(Form.ScaleManual.Value != 0 && Form.ScaleAutorange.Value == 0);
+    });
+    EXPECT_EQ(Chart.Spec.AxisY1.TicInterval, 0.75F);
+    DoAutoScale();
+    Accept(EditVert, [this] { Form.FirstTicInput.Text = "0.25"; });
+    EXPECT_EQ(Chart.Spec.AxisY1.FirstTic, 0.25F);
+    DoAutoScale();
+    Accept(EditVert, [this] { Form.TicDecimalInput.Text = "4"; });
+    EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 4);
+    DoAutoScale();
+    Accept(EditVert, [this] {
+        Form.IntervalInput.Text = "0.75";
+        AxisOptsNumberLostFocus(Form.IntervalInput);
+        AxisOptsModeClick(ScaleModes::Autorange); // what was chosen last counts
+    });
+    EXPECT_NE(Chart.Spec.AxisY1.TicInterval, 0.75F);
+}
+
+// From 100000 on a scale that is found from the data has exponential labels.
+TEST_F(AxisOptsTest, AFormatThatTheDataWouldTakeBackMakesTheScaleManual) {
+    GraphSpec spec = Begin();
+    Plot(spec, Table({{1, 2}}), Table({{100, 200000}}));
+    ASSERT_EQ(Chart.Spec.AxisY1.TicFormat, TicFormats::Exponential);
+    Accept(EditVert, [this] {
+        AxisOptsFormatClick(TicFormats::Decimal);
+        EXPECT_TRUE(Form.ScaleManual.Value != 0);
+    });
+    EXPECT_EQ(Chart.Spec.AxisY1.TicFormat, TicFormats::Decimal);
+    Accept(EditHorz, [] { AxisOptsModeClick(ScaleModes::Autorange); });
+    Accept(EditHorz, [this] {
+        AxisOptsFormatClick(TicFormats::Exponential);
+        EXPECT_TRUE(Form.ScaleAutorange.Value != 0);
+    });
+    EXPECT_EQ(Chart.Spec.AxisX1.TicFormat, TicFormats::Exponential);
+}
+
+TEST_F(AxisOptsTest, AFieldThatIsRefusedKeepsTheFormAtItsAxis) {
+    LoadAxisOptsForm(true);
+    Form.IntervalInput.Text = "0";
+    Outside.ExpectMessage("The tic interval cannot be zero!");
+    AxisOptsSwapButton();
+    EXPECT_EQ(Form.State.Caption, "Horizontal Axis Options");
+    EXPECT_EQ(Form.IntervalInput.Text, "0");
+    EXPECT_EQ(Form.State.FocusOn, &Form.IntervalInput);
+}
+
 TEST_F(AxisOptsTest, ThreeMinorTicsAreShownAsOne) {
     GraphSpec spec = Begin();
     spec.AxisX1.ScaleType = ScaleTypes::Logarithmic;
@@ -222,6 +306,42 @@ TEST_F(AxisOptsTest, NaturalLogarithmsPutThePrefixBeforeTheTitleAndTakeItOff) {
         EXPECT_EQ(Form.AxisTitleInput.Text, "Signal");
     });
     EXPECT_FLOAT_EQ(Chart.DataY(2, 1), std::log10(2.5F));
+}
+
+// Eighty characters leave no room for the brackets: the end gives way to them, and comes back.
+TEST_F(AxisOptsTest, ATitleOfFullLengthComesBackToItsLastCharacter) {
+    const std::string title = std::string(78, 'x') + "yz";
+    Chart.Spec.AxisY1.Title.Text = title;
+    const auto toNatural = [this] {
+        Outside.ExpectMessage(ToLog, BoxAnswer::Yes);
+        AxisOptsTypeClick(ScaleTypes::Logarithmic, NaturalBase);
+    };
+    Accept(EditVert, toNatural);
+    EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Ln (" + std::string(75, 'x') + ")");
+    Accept(EditVert, [this] { ChooseLinear(BoxAnswer::Yes); });
+    EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), title);
+    Accept(EditVert, [this, &title, &toNatural] { // within one form
+        toNatural();
+        ChooseLinear(BoxAnswer::No);
+        EXPECT_EQ(Form.AxisTitleInput.Text, title);
+    });
+    Accept(EditVert, toNatural);
+    Accept(EditVert, [this] { // an edited one keeps the edit
+        Form.AxisTitleInput.Text = "Ln (Signal)";
+        ChooseLinear(BoxAnswer::Yes);
+    });
+    EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Signal");
+}
+
+TEST_F(AxisOptsTest, ATitleOfLogarithmsOnALinearScaleComesBackWithItsBrackets) {
+    Chart.Spec.AxisY1.Title.Text = "Ln (A)";
+    Accept(EditVert, [this] {
+        Outside.ExpectMessage(ToLog, BoxAnswer::Yes);
+        AxisOptsTypeClick(ScaleTypes::Logarithmic, NaturalBase);
+        EXPECT_EQ(Form.AxisTitleInput.Text, "Ln (Ln (A))");
+    });
+    Accept(EditVert, [this] { ChooseLinear(BoxAnswer::Yes); });
+    EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Ln (A)");
 }
 
 // Zero and what lies below have no logarithm; the way back brings them back all the same.
@@ -331,6 +451,32 @@ TEST_F(LineWidthTest, TellsWhatAPixelIs) {
         LineWidthForm.Explanation.Text,
         "Input the desired line width in units of twips (twentieths of a point = 1/1440 inch)\n\nOn the "
         "screen 1 pixel equals 15 twips.  On the printer 1 pixel equals 2.5 twips.");
+}
+
+// A large sheet has fewer units to the inch: A0, 33.1 x 46.8 inches, is 57.3 along its diagonal, which 30000
+// units at 523 to the inch cover.
+TEST_F(LineWidthTest, APixelOfThePrinterIsThatOfTheSheetThatLiesInIt) {
+    ScriptedPrinter printer;
+    printer.Now.Name = "plotter";
+    printer.Now.Page.Width = 33.1;
+    printer.Now.Page.Height = 46.8;
+    LoadLineWidthForm();
+    EXPECT_TRUE(LineWidthForm.Explanation.Text.ends_with("On the printer 1 pixel equals 2.75 twips."));
+}
+
+// The graph at hand may have come from a file, with widths of its own.
+TEST_F(LineWidthTest, OkWithoutAChangeLeavesTheStyleOfTheRun) {
+    Chart.Spec.LineWidth = 40;
+    Chart.Spec.AxisX1.AxisWidth = 50;
+    const ChartStyle before = Chart.Style;
+    Outside.ExpectModal(LineWidthFormName, [] {
+        LineWidthForm.Width[TicsWidth].Text = "20";
+        LineWidthOkButton();
+    });
+    DoLineWidth();
+    EXPECT_EQ(Chart.Style.LineWidth, before.LineWidth);
+    EXPECT_EQ(Chart.Style.AxisWidth, before.AxisWidth);
+    EXPECT_EQ(Chart.Style.TicWidth, 20.0F);
 }
 
 TEST_F(LineWidthTest, OkStoresAllFour) {

@@ -2,6 +2,7 @@
 #include "chart/dialogs/ShiftData.h"
 
 #include "ChartBench.h"
+#include "chart/hand/ChartScale.h"
 
 namespace Quillon {
 namespace {
@@ -131,6 +132,42 @@ TEST_F(ShiftDataTest, APrescaledAxisIsShiftedInItsOwnUnits) {
     EXPECT_GE(Chart.Spec.AxisY1.Max, 7.0F);
 }
 
+// Half a unit of thousands is 500 of the stored values, which singles hold exactly.
+TEST_F(ShiftDataTest, AlongAPrescaledXAxisEachSetStandsByItsStep) {
+    GraphSpec spec = Begin();
+    spec.AxisX1.ScaleMode = ScaleModes::Prescaled;
+    spec.AxisX1.Max = 1;
+    const SetTable x = Table({{1000, 5000}, {1001, 5001}, {1003, 5003}});
+    Plot(spec, x, Table({{1, 2}, {1, 2}, {1, 2}}));
+    ASSERT_EQ(Chart.Spec.AxisX1.Factor, 1000.0F);
+    Accept(SeparateX, [] { Constant("0.5"); });
+    for (long set = 1; set <= 3; ++set)
+        for (long point = 1; point <= 2; ++point)
+            EXPECT_EQ(Chart.DataX(point, set), x(point, set) + static_cast<float>(set - 1) * 500.0F);
+}
+
+// The third of three alternating sets has no partner.
+TEST_F(ShiftDataTest, ASetWithoutAPartnerStays) {
+    GraphSpec spec = Begin(GraphTypes::XYPlot, PlotStyles::Alternating);
+    Plot(spec, Table({{1, 2}, {1, 2}, {1, 2}}), Table({{1, 2}, {2, 3}, {3, 4}}));
+    Accept(SeparateY, [] { Variable({"5"}); });
+    EXPECT_EQ(Chart.DataY(1, 1), 6.0F);
+    EXPECT_EQ(Chart.DataY(1, 2), 7.0F);
+    EXPECT_EQ(Chart.DataY(1, 3), 3.0F);
+}
+
+TEST_F(ShiftDataTest, LastZoomLeadsBackToAllOfTheShiftedSets) {
+    const ChartScale before = PresentScale();
+    ZoomTo({1.2F, 1.8F, 0.2F, 0.4F});
+    Accept(SeparateY, [] { Constant("100"); });
+    EXPECT_EQ(PresentScale().XMin, 1.2F); // along X the zoom stands
+    DoLastZoom();
+    EXPECT_EQ(PresentScale().XMin, before.XMin);
+    EXPECT_EQ(PresentScale().XMax, before.XMax);
+    EXPECT_LE(PresentScale().YMin, 0.1F);
+    EXPECT_GE(PresentScale().YMax, 202.0F);
+}
+
 TEST_F(ShiftDataTest, AManualScaleIsFoundAfresh) {
     GraphSpec spec = Begin();
     Pin(spec.AxisY1, 0, 1, 0.1F);
@@ -146,6 +183,16 @@ TEST_F(ShiftDataTest, UpAndDownAgainIsNothing) {
     EXPECT_FALSE(Chart.DataY == before);
     Accept(SeparateY, [] { Constant("-123.456"); });
     EXPECT_TRUE(Chart.DataY == before);
+    EXPECT_FALSE(IsSeparated(SeparateModes::Both));
+}
+
+TEST_F(ShiftDataTest, AlongBothAxesUpAndDownAgainIsNothing) {
+    const SetTable x = Chart.DataX;
+    const SetTable y = Chart.DataY;
+    Accept(SeparateBoth, [] { Constant("123.456"); });
+    EXPECT_FALSE(Chart.DataX == x || Chart.DataY == y);
+    Accept(SeparateBoth, [] { Constant("-123.456"); });
+    EXPECT_TRUE(Chart.DataX == x && Chart.DataY == y);
     EXPECT_FALSE(IsSeparated(SeparateModes::Both));
 }
 
