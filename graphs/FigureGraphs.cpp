@@ -183,12 +183,11 @@ void PaintLeftTitle(const Page& page, const FigurePart& part, const std::string&
 
 void PaintTitleBelow(const Page& page, const FigureRect& place, const std::string& text) {
     const GraphTitle& title = Chart.Spec.AxisX1.Title;
-    const std::string shown = RaisedText(text, title.Font);
     const GraphBox box = page.Box(place);
-    const float size = FitTitle(title, shown, title.Size, box.X2 - box.X1, 0);
+    const float size = FitTitle(title, text, title.Size, box.X2 - box.X1, 0);
     const TextSize font = SelectFont(title.Font, size, 0);
     TargetSurface().SetTextColor(CycleColor(title.Color));
-    DrawTextLine(shown, (box.X1 + box.X2 - TextWidth(shown)) / 2, box.Y1, 0, font);
+    DrawTextLine(text, (box.X1 + box.X2 - TextWidth(text)) / 2, box.Y1, 0, font);
 }
 
 } // namespace Quillon

@@ -44,7 +44,7 @@ std::string LimitText(float place) {
     return !IsLogarithmic() || stands ? text : FormatNumber(number, "0.000E+###");
 }
 
-// The first tic goes with the labels: it is a logarithm where they are.
+// The first tic goes with the labels: it is a logarithm where they are. [decision: ln-limits]
 std::string FirstTicText(float place) {
     return IsLog10(EditAxis) ? LimitText(place) : ScaleText(static_cast<double>(place));
 }

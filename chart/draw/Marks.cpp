@@ -113,7 +113,7 @@ void DrawMark(const GraphMark& mark) {
 
 // The line of text starts at (x, y) on its baseline, or has its middle there.
 void DrawNoteAt(const GraphNote& note, int x, int y, bool centred, const TextSize& font) {
-    if (!centred) return TargetSurface().Text(x, y, note.Text);
+    if (!centred) return PaintText(x, y, note.Text);
     const int half = TextWidth(note.Text) / 2;
     const int across = font.Height / 2;
     switch (note.Direction & 3) {

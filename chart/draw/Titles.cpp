@@ -25,7 +25,7 @@ void DrawTitle(const GraphTitle& title, float size, int top) {
     const GraphBox& frame = Chart.Spec.Frame;
     const GraphState& state = Chart.State;
     const TextSize font = SelectFont(title.Font, size, 0);
-    const std::string text = TitleText(title);
+    const std::string& text = title.Text.Str();
     const int width = TextWidth(text);
     const int start = title.Justify < 3
                           ? JustifiedStart(title.Justify, frame.X1, frame.X2, width)
@@ -74,16 +74,15 @@ int JustifiedStart(int justify, int first, int last, int width) {
 
 void DrawTextLine(const std::string& text, int start, int edge, int direction, const TextSize& font) {
     const int rise = font.Height - font.Descent; // from the baseline to the top of a line
-    const DrawingSurface& surface = TargetSurface();
     switch (direction) {
     case 1:
-        return surface.Text(edge + rise, start, text);
+        return PaintText(edge + rise, start, text);
     case 2:
-        return surface.Text(start, edge + font.Descent, text);
+        return PaintText(start, edge + font.Descent, text);
     case 3:
-        return surface.Text(edge + font.Descent, start, text);
+        return PaintText(edge + font.Descent, start, text);
     default:
-        return surface.Text(start, edge + rise, text);
+        return PaintText(start, edge + rise, text);
     }
 }
 

@@ -10,11 +10,6 @@ namespace Quillon {
 // True when a text has anything but blanks.
 bool HasText(const std::string& text);
 
-// A text as it is drawn in a font: ^1, ^2 and ^3 as the raised digits that every font of text has ("cm^2").
-// The text itself, in files and fields, stays as it was typed.
-std::string RaisedText(const std::string& text, std::int16_t font);
-std::string TitleText(const GraphTitle& title);
-
 // What stands beside an axis: its title, and behind it the name of its prescale.
 std::string AxisTitleText(const GraphAxis& axis);
 

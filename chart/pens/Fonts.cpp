@@ -2,11 +2,13 @@
 #include "chart/pens/Fonts.h"
 
 #include "chart/pens/Device.h"
+#include "chart/pens/RaisedText.h"
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/records/ChartStyle.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Quillon {
 
@@ -29,6 +31,50 @@ const std::array<std::int16_t, 6>& FamilyTable(bool vertical) {
     if (Chart.Target == Targets::Screen) return vertical ? style.ScreenVFonts : style.ScreenHFonts;
     if (Chart.PlotterFonts != 0) return vertical ? style.PlotterVFonts : style.PlotterHFonts;
     return vertical ? style.PrinterVFonts : style.PrinterHFonts;
+}
+
+// The font in force, from which that of exponents is made.
+SurfaceFont InForce;
+
+SurfaceFont RaisedFont() {
+    SurfaceFont font = InForce;
+    font.Height = std::max(static_cast<int>(std::nearbyint(InForce.Height * RaisedHeight)), 1);
+    return font;
+}
+
+bool MayHoldExponents(const std::string& text) {
+    return text.find('^') != std::string::npos && InForce.Face != Faces[SymbolFamily];
+}
+
+// The stroke fonts of plotters end at the letters of ASCII.
+std::vector<TextPiece> PiecesInForce(const std::string& text) {
+    return PiecesOf(text, InForce.Face != Faces[0] && InForce.Face != Faces[1]);
+}
+
+// Does something with each piece while its font is in force on the surface.
+template <class Take> void ForPieces(const std::string& text, const Take& take) {
+    const DrawingSurface& surface = TargetSurface();
+    bool raised = false;
+    for (const TextPiece& piece : PiecesInForce(text)) {
+        if (piece.Raised != raised) surface.SetFont(piece.Raised ? RaisedFont() : InForce);
+        raised = piece.Raised;
+        take(piece);
+    }
+    if (raised) surface.SetFont(InForce);
+}
+
+// The place that lies so far along the line of text and above it.
+DevicePoint Along(DevicePoint from, int along, int above) {
+    switch (InForce.Angle) {
+    case 90:
+        return {from.X - above, from.Y - along};
+    case 180:
+        return {from.X - along, from.Y + above};
+    case 270:
+        return {from.X + above, from.Y + along};
+    default:
+        return {from.X + along, from.Y - above};
+    }
 }
 
 } // namespace
@@ -66,12 +112,30 @@ TextSize SelectFont(std::int16_t code, float size, int direction) {
     font.Height = std::max<int>(DeviceUnits(height), 1);
     font.Bold = (code & BoldFont) != 0;
     font.Angle = 90 * (direction & 3);
+    InForce = font;
     surface.SetFont(font);
     return surface.Measure("0");
 }
 
 int TextWidth(const std::string& text) {
-    return text.empty() ? 0 : TargetSurface().Measure(text).Width;
+    if (text.empty()) return 0;
+    const DrawingSurface& surface = TargetSurface();
+    if (!MayHoldExponents(text)) return surface.Measure(text).Width;
+    int width = 0;
+    ForPieces(text, [&](const TextPiece& piece) { width += surface.Measure(piece.Text).Width; });
+    return width;
+}
+
+void PaintText(int x, int y, const std::string& text) {
+    const DrawingSurface& surface = TargetSurface();
+    if (!MayHoldExponents(text)) return surface.Text(x, y, text);
+    const int rise = static_cast<int>(std::nearbyint(InForce.Height * RaisedBy));
+    DevicePoint place{x, y};
+    ForPieces(text, [&](const TextPiece& piece) {
+        const DevicePoint start = Along(place, 0, piece.Raised ? rise : 0);
+        surface.Text(start.X, start.Y, piece.Text);
+        place = Along(place, surface.Measure(piece.Text).Width, 0);
+    });
 }
 
 } // namespace Quillon

@@ -27,7 +27,12 @@ float ClampFontSize(float size);
 // Direction: 0 horizontal, 1 upward, 2 upside down, 3 downward. The size is clamped.
 TextSize SelectFont(std::int16_t code, float size, int direction);
 
-// The width of a text in the font in force.
+// The width of a text in the font that SelectFont took into force, as PaintText draws it.
 int TextWidth(const std::string& text);
+
+// Draws a text in that font and its direction, exponents raised (chart/pens/RaisedText.h); (x, y) is the left
+// end of the baseline as the text is read. The Symbol family has other letters at these codes: its texts are
+// drawn as they stand.
+void PaintText(int x, int y, const std::string& text);
 
 } // namespace Quillon

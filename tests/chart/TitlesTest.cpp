@@ -1,6 +1,8 @@
 // Main titles: placement, shrinking, headlines from comments.
 #include "chart/draw/Titles.h"
 #include "ChartBench.h"
+#include "chart/pens/Fonts.h"
+#include "chart/pens/RaisedText.h"
 
 namespace Quillon {
 namespace {
@@ -214,6 +216,60 @@ TEST_F(TitlesTest, ACommentWithoutAGraphIsJustKept) {
     SetGraphComment("a\\b");
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "a");
     EXPECT_TRUE(Screen.Items.empty());
+}
+
+using Pieces = std::vector<TextPiece>;
+
+TEST(RaisedText, ACaretRaisesTheWholeNumberBehindIt) {
+    EXPECT_EQ(PiecesOf("10^-5 M", true), (Pieces{{"10"}, {"-5", true}, {" M"}}));
+    EXPECT_EQ(PiecesOf("x^40", true), (Pieces{{"x"}, {"40", true}}));
+    EXPECT_EQ(PiecesOf("^0a^6", true), (Pieces{{"0", true}, {"a"}, {"6", true}}));
+    EXPECT_EQ(PiecesOf("cm^2", false), (Pieces{{"cm"}, {"2", true}}));
+    EXPECT_EQ(PiecesOf("cm^2 s^-1", true), (Pieces{{"cm"}, {"2", true}, {" s"}, {"-1", true}}));
+    for (const char* plain : {"a^", "a^b", "a^-", "a^-b", "a^^", "-5", ""})
+        EXPECT_EQ(PiecesOf(plain, false), plain[0] == '\0' ? Pieces{} : Pieces{{plain}}) << plain;
+}
+
+TEST(RaisedText, ExponentsThatEveryFontOfLatin1HasAreItsLetters) {
+    EXPECT_EQ(PiecesOf("r^2/2 (cm^2) x^1 y^3", true), (Pieces{{"r\xB2/2 (cm\xB2) x\xB9 y\xB3"}}));
+}
+
+// In a font 20 high a letter is 10 wide; its exponents are 13 high and 6 above its baseline, to the left of
+// it where the text runs upward.
+TEST_F(TitlesTest, ExponentsStandSmallerAndAboveTheLine) {
+    Spec = Begin();
+    Spec.Title1.Text = "10^-5 M";
+    Spec.AxisY1.Title.Text = "s^-1";
+    PlotIt();
+    const DrawnItem* ten = Screen.FindText("10");
+    const DrawnItem* power = Screen.FindText("-5");
+    const DrawnItem* unit = Screen.FindText(" M");
+    ASSERT_TRUE(ten != nullptr && power != nullptr && unit != nullptr);
+    const int height = ten->Font.Height;
+    EXPECT_EQ(power->Font.Height, std::lround(0.65 * height));
+    EXPECT_EQ(ten->Points[0].Y - power->Points[0].Y, std::lround(0.29 * height));
+    EXPECT_EQ(power->Points[0].X, ten->Points[0].X + TextBounds(*ten).Right - TextBounds(*ten).Left + 1);
+    EXPECT_EQ(unit->Points[0].Y, ten->Points[0].Y);
+    EXPECT_EQ(unit->Font.Height, height);
+    EXPECT_TRUE(Within(TextBounds(*power), {0, TextBounds(*ten).Top, 799, TextBounds(*ten).Bottom}));
+    const DrawnItem* s = Screen.FindText("s");
+    const DrawnItem* inverse = Screen.FindText("-1");
+    ASSERT_TRUE(s != nullptr && inverse != nullptr);
+    EXPECT_EQ(s->Points[0].X - inverse->Points[0].X, std::lround(0.29 * s->Font.Height));
+    EXPECT_LT(inverse->Points[0].Y, s->Points[0].Y);
+    const int whole = TextBounds(*ten).Right - TextBounds(*ten).Left + TextBounds(*power).Right -
+                      TextBounds(*power).Left + TextBounds(*unit).Right - TextBounds(*unit).Left + 3;
+    SelectFont(Spec.Title1.Font, Chart.Layout.Sizes.Title1, 0);
+    EXPECT_EQ(TextWidth("10^-5 M"), whole);
+}
+
+// In the Symbol family the code of the caret is another sign.
+TEST_F(TitlesTest, TextsOfTheSymbolFamilyAreDrawnAsTheyStand) {
+    Spec = Begin();
+    Spec.Title1.Text = "a^-5";
+    Spec.Title1.Font = SymbolFamily;
+    PlotIt();
+    EXPECT_NE(Screen.FindText("a^-5"), nullptr);
 }
 
 TEST_F(TitlesTest, DeletingTheTitles) {
