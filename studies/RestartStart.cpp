@@ -70,8 +70,9 @@ void ShowOwnConstants() {
             Work.Parms[common] = Work.Parms[slot];
 }
 
-// Concentrations read off the data. A model that has no guess of its own takes that of the one before it,
-// which binds in the same way but for one constant.
+} // namespace
+
+// That model binds in the same way but for one constant.
 void GuessSignals() {
     const PerSlot<float> moved = Work.Parms;
     const std::int16_t model = Work.Model;
@@ -89,8 +90,6 @@ void GuessSignals() {
         if (RuleOfSlot(SlotOf(a).Number).Holds == Quantity::LnSignal)
             Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
 }
-
-} // namespace
 
 void MoveStart() {
     const bool shaped = MoveShape();

@@ -16,4 +16,9 @@ inline constexpr double SignalReach = 1.0; // of ln c where neither of these is 
 // of the start.
 void MoveStart();
 
+// Fitted concentrations as they are read off the data at the constants of Work.Parms, and nothing else. A
+// model without a guess of its own takes that of the one before it. Where there is nothing to be read they
+// stay.
+void GuessSignals();
+
 } // namespace Quillon
