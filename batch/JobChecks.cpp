@@ -62,6 +62,20 @@ void CheckSharedConcentrations(const Job& job, const JobSet& set) {
         fail("the concentrations of set " + std::to_string(set.ConcentrationsOf) + " are tied themselves");
 }
 
+// Noise in some sets only would leave the others without a weight.
+void CheckNoise(const Job& job) {
+    const JobSet* with = nullptr;
+    const JobSet* without = nullptr;
+    for (const JobSet& set : job.Sets)
+        (set.Noise ? with : without) = &set;
+    if (!with) return;
+    if (job.NoiseFromFit) FailJob(job, SetSection(with->Number), "noise", "[fit] takes the noise from a fit");
+    if (without)
+        FailJob(job, SetSection(without->Number), "noise",
+                "is missing, though set " + std::to_string(with->Number) +
+                    " has one: it is given for every set or for none");
+}
+
 } // namespace
 
 void CheckJob(const Job& job) {
@@ -74,6 +88,7 @@ void CheckJob(const Job& job) {
         CheckConstraints(job, set);
         CheckSharedConcentrations(job, set);
     }
+    CheckNoise(job);
 }
 
 } // namespace Quillon

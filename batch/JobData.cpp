@@ -126,6 +126,7 @@ void SetConstraints(const JobSet& set) {
     Work.ConcConstraintB[row] = set.Loading[1];
     Work.ConcToleranceA[row] = set.Tolerance[0] / 100.0F;
     Work.ConcToleranceB[row] = set.Tolerance[1] / 100.0F;
+    Work.SetNoise[row] = set.Noise.value_or(0.0F);
     Work.OffsetLink[row] = ToInt16(set.OffsetOf);
     Work.ConcLink[row] = ToInt16(set.ConcentrationsOf);
     const bool loaded = set.Loading[0] > 0.0F || set.Loading[1] > 0.0F;

@@ -52,6 +52,7 @@ struct JobSet {
     std::array<float, 2> Loading{};                      // mean signal without offset; 0 no constraint
     std::array<float, 2> Tolerance{10.0F, 10.0F};        // percent
     int OffsetOf{};                                      // the set whose zero offset is shared; 0 none
+    std::optional<float> Noise;                          // standard deviation, signal units
     int ConcentrationsOf{}; // the set whose ln c is shared, at the same radius; 0 none
 };
 
@@ -87,6 +88,7 @@ struct Job {
     JobUnits Concentration = JobUnits::Signal;
     JobData Data = JobData::ByScans;
     bool Guesses = true;
+    bool NoiseFromFit = false; // the sets are weighted by their rms in a first fit
     bool ConfidenceLimits = false;
     RestartChoice Restarts{0, 1}; // none unless the job wants some
     bool Rescue = true;           // a fit that is no minimum is searched on with damped steps

@@ -68,6 +68,8 @@ constexpr FitKey FitKeys[] = {
          r.Result.Restarts.Seed =
              static_cast<std::uint64_t>(ReadWhole(r, v, 0, std::numeric_limits<int>::max()));
      }},
+    {"noise",
+     [](JobReader& r, const std::string& v) { r.Result.NoiseFromFit = ReadChoice(r, v, {"from-fit"}) == 0; }},
     {"rescue", [](JobReader& r, const std::string& v) { r.Result.Rescue = ReadYesNo(r, v); }},
 };
 
@@ -145,6 +147,7 @@ constexpr SetKey SetKeys[] = {
      [](JobReader& r, JobSet& s, const std::string& v) { s.Loading[1] = ReadNotNegative(r, v); }},
     {"tolerance-b",
      [](JobReader& r, JobSet& s, const std::string& v) { s.Tolerance[1] = ReadPositive(r, v); }},
+    {"noise", [](JobReader& r, JobSet& s, const std::string& v) { s.Noise = ReadPositive(r, v); }},
     {"concentrations-of",
      [](JobReader& r, JobSet& s, const std::string& v) {
          s.ConcentrationsOf = ReadWhole(r, v, 1, StandardMaxSets);

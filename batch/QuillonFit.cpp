@@ -117,7 +117,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     for (const GraphOption& graph : options.Graphs)
         if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (!options.Results.empty())
-        outputs.push_back({options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr)});
+        outputs.push_back(
+            {options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr, end.Files)});
     return outputs;
 }
 

@@ -1,7 +1,6 @@
 #include "batch/ResultsJson.h"
 
 #include "batch/JsonParts.h"
-#include "batch/SetPoints.h"
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
 #include "models/Catalogue.h"
@@ -106,27 +105,6 @@ std::string CorrelationsObject() {
     return InlineObject({JsonMember("slots", InlineList(slots)), JsonMember("matrix", InlineList(rows))});
 }
 
-// Root mean square of the residuals of the set's true points.
-double SetRms(const SetPoints& points) {
-    double sum = 0.0;
-    for (long n = points.First; n <= points.LastTrue; ++n) {
-        const double residual = static_cast<double>(Work.PtY[n]) - static_cast<double>(Work.PtFit[n]);
-        sum += residual * residual;
-    }
-    return std::sqrt(Divide(sum, static_cast<double>(points.LastTrue - points.First + 1)));
-}
-
-std::string SetList() {
-    std::vector<std::string> items;
-    for (const SetPoints& points : PointsBySet())
-        items.push_back(InlineObject(
-            {JsonMember("set", std::to_string(points.Set)), JsonMember("row", std::to_string(points.Row)),
-             JsonMember("label", JsonString(SetName(points.Set))),
-             JsonMember("points", std::to_string(points.LastTrue - points.First + 1)),
-             JsonMember("rms", JsonExisting(Work.FitValid != 0, [&] { return SetRms(points); }))}));
-    return JsonList(items);
-}
-
 // The fitted parameters before slot 8 by their slots, in user units.
 std::string MinimumObject(const Minimum& minimum) {
     std::vector<std::string> parameters;
@@ -148,7 +126,7 @@ std::string StartsObject(const MinimaMet& starts) {
 
 } // namespace
 
-std::string ResultsJson(const std::string& message, const MinimaMet* starts) {
+std::string ResultsJson(const std::string& message, const MinimaMet* starts, const FilesAsWritten& files) {
     const bool finished = Work.FitDone != 0;
     const std::string runs = JsonExisting(finished, [] {
         RunsTest();
@@ -170,7 +148,8 @@ std::string ResultsJson(const std::string& message, const MinimaMet* starts) {
         JsonMember("confidence", ConfidenceObject()),
         JsonMember("parameters", ParameterList()),
         JsonMember("correlations", CorrelationsObject()),
-        JsonMember("sets", SetList()),
+        JsonMember("sets", SetsJson(files)),
+        JsonMember("derived", DerivedJson()),
     };
     if (starts) members.push_back(JsonMember("starts", StartsObject(*starts)));
     return JsonText(members);

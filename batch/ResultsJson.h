@@ -9,7 +9,8 @@
 //     parameters                  a record for each slot that the model uses: slot, name, unit, state
 //                                 (fitted, held or tied), internal, value, error, lower, upper, at_bound
 //     correlations                slots in the order of the fitted parameters, matrix (lower triangle)
-//     sets                        set, row, label, points (true ones), rms
+//     sets                        what was measured and how well it is fitted (batch/MeasuredJson.h)
+//     derived                     Kd, log10 K and Delta G of the association constants, with limits
 //     starts                      behind restarts alone: failed, minima (sum_of_squares, count, parameters:
 //     the
 //                                 fitted ones before slot 8, value by slot), lowest first, the first fit
@@ -19,6 +20,7 @@
 // back give the same bits. What does not exist is null: statistics of a fit that did not converge, the error
 // of a held parameter, limits that were not searched. There is no NaN.
 
+#include "batch/MeasuredJson.h"
 #include "studies/OtherMinima.h"
 
 #include <string>
@@ -26,7 +28,9 @@
 namespace Quillon {
 
 // The text for the analysis in the workspace. Runs the runs test and the correlations of a converged fit;
-// message is what the program said of one that did not converge; starts is what restarts have met.
-std::string ResultsJson(const std::string& message, const MinimaMet* starts = nullptr);
+// message is what the program said of one that did not converge; starts is what restarts have met;
+// files is how a job has named the scans.
+std::string ResultsJson(const std::string& message, const MinimaMet* starts = nullptr,
+                        const FilesAsWritten& files = {});
 
 } // namespace Quillon

@@ -6,7 +6,9 @@
 #include "batch/Restarts.h"
 #include "commands/FitCommand.h"
 #include "fit/Confidence.h"
+#include "fit/FreeMap.h"
 #include "fit/GetGuess.h"
+#include "fit/NoiseWeights.h"
 #include "input/NUMINPUT.h"
 #include "models/ConcForm.h"
 #include "models/DefaultBounds.h"
@@ -14,6 +16,7 @@
 #include "platform/Platform.h"
 #include "scandata/FitData.h"
 #include "scandata/OpticsUnits.h"
+#include "workspace/records/Roads.h"
 
 #include <optional>
 #include <utility>
@@ -81,6 +84,16 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
     if (jobError) throw *jobError;
 }
 
+// With the noise that the first fit shows, once more from where that has ended.
+void WeighByFit() {
+    Work.SetNoise = NoisesOfFit();
+    if (!SetsHaveNoise()) return WriteConsole("noise = from-fit: the fit leaves no residuals to weigh by");
+    for (const SetNo set : EachSet())
+        WriteConsole("set " + std::to_string(set.Number) + " has a noise of " +
+                     SingleText(Work.SetNoise[RowOf(set)]));
+    FitAgain();
+}
+
 std::string LimitsMessage() {
     return Interrupted() ? "The search for confidence limits was cancelled"
                          : "The search for confidence limits failed";
@@ -108,6 +121,15 @@ void LeaveIncomplete(RunEnd& end, const char* message) {
 
 } // namespace
 
+void FitAgain() {
+    Console.ShowModal = [](const std::string& form) {
+        if (form == GetGuessName) AssignFreePositions(FitChoices());
+    };
+    const FitProgress progress = BatchProgress();
+    FitDataCommand(&progress);
+    Console.ShowModal = nullptr;
+}
+
 RunEnd EndOfFit() {
     RunEnd end;
     end.HasFit = Work.FitDone != 0;
@@ -133,9 +155,12 @@ RunEnd RunJob(const Job& job) {
     CheckAnythingIsFitted(job, listed);
     TakeListedConstants(job, listed);
     RunFitCommand(job, listed);
+    if (job.NoiseFromFit && Work.FitDone && !Interrupted()) WeighByFit();
     std::optional<MinimaMet> starts = RunRestarts(job.Restarts);
     RunEnd end = EndOfFit();
     end.Starts = std::move(starts);
+    for (const JobSet& set : job.Sets)
+        end.Files[set.Number] = set.File;
     if (end.Starts && !end.Starts->Complete) LeaveIncomplete(end, RestartsCancelledText);
     Work.AbortFit = 0;
     if (end.Complete && job.ConfidenceLimits) SearchLimits(end);

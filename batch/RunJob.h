@@ -2,6 +2,7 @@
 // A job from its record to a finished fit in the workspace.
 
 #include "batch/JobFile.h"
+#include "batch/MeasuredJson.h"
 
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@ struct RunEnd {
     bool Complete = false;             // and whatever else the job asked for was done
     std::string Message;               // what the program said when it was not so
     std::optional<MinimaMet> Starts{}; // what the restarts have met; nothing without any
+    FilesAsWritten Files{};            // the scans as the job has named them
 };
 
 // What the fit command has left in the workspace; an end that nobody has told yet is told on the console.
@@ -23,6 +25,9 @@ RunEnd EndOfFit();
 // A fresh workspace with the job's units and constants, its data sets and its model; parameters as the model
 // starts with. What is wrong with the job or its files is a RuntimeError with one line.
 void PrepareJob(const Job& job);
+
+// The fit command once more, from the values and with the flags that stand: nothing is asked.
+void FitAgain();
 
 // Starts from a fresh workspace and a console of InstallBatchPlatform, in this order: units and constants,
 // the data sets, the model; listed masses, stoichiometries and constants; the guesses, which depend on them;

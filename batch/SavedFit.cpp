@@ -2,9 +2,6 @@
 
 #include "batch/BatchPlatform.h"
 #include "batch/OneLine.h"
-#include "commands/FitCommand.h"
-#include "fit/FreeMap.h"
-#include "fit/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/RuntimeError.h"
@@ -50,20 +47,6 @@ void Restore(const std::string& bytes, const std::string& path) {
     }
 }
 
-// The fit command from what the file holds: nothing has changed since that fit, so nothing is asked.
-void FitAgain() {
-    Work.RescueMode = Rescue::Always;
-    Work.LastModel = Work.Model;
-    Work.LastNonIdeal = Work.NonIdeal;
-    Work.LastSeparateK = Work.SeparateK;
-    Console.ShowModal = [](const std::string& form) {
-        if (form == GetGuessName) AssignFreePositions(FitChoices());
-    };
-    const FitProgress progress = BatchProgress();
-    FitDataCommand(&progress);
-    Console.ShowModal = nullptr;
-}
-
 } // namespace
 
 bool NamesSavedFit(const std::string& path) {
@@ -74,6 +57,10 @@ RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit
     Work = FreshWorkspace();
     Restore(bytes, path);
     if (refit) {
+        Work.RescueMode = Rescue::Always;
+        Work.LastModel = Work.Model;
+        Work.LastNonIdeal = Work.NonIdeal;
+        Work.LastSeparateK = Work.SeparateK;
         FitAgain();
         const RunEnd end = EndOfFit();
         Work.AbortFit = FlagFalse;

@@ -5,6 +5,8 @@
 #include "platform/Platform.h"
 #include "reporting/ConstantWarnings.h"
 #include "reporting/Correlation.h"
+#include "reporting/DerivedConstants.h"
+#include "reporting/Measured.h"
 #include "reporting/ParmLines.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
@@ -83,6 +85,7 @@ std::vector<PageLines> PrintReport(const ReportPaper& paper) {
     Print(report, PrintModelText(report.Paper.Columns));
     Print(report, {"", "Results of fit:"});
     PrintFitted(report);
+    Print(report, DerivedLines());
     PrintStatistics(report);
     PrintWarnings(report);
     PrintCorrelations(report);
@@ -91,6 +94,8 @@ std::vector<PageLines> PrintReport(const ReportPaper& paper) {
     ReportLineFeed(report, "Parameters held constant:");
     Print(report, HeldLines());
     Print(report, PrintConstraintText());
+    Print(report, {"", "What was measured:"});
+    Print(report, MeasuredLines());
     FinishReport(report);
     return report.Pages;
 }

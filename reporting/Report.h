@@ -1,6 +1,6 @@
 #pragma once
 // The printed report of the fit that stands, as pages of fixed-pitch text: model, data sets, constants used,
-// results with their errors, statistics, correlations, held parameters, constraints.
+// results with their errors, statistics, correlations, held parameters, constraints, what was measured.
 
 #include "reporting/ReportPage.h"
 

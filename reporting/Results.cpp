@@ -5,6 +5,7 @@
 #include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
+#include "reporting/DerivedConstants.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
 
@@ -60,6 +61,8 @@ void FillParameters(const TextMeasure& measure) {
                                     " Confidence Interval:"
                               : "Value and Estimated Standard Error";
     Results.ParmsFit.Text = JoinLines(FittedLines(measure));
+    if (const std::string derived = JoinLines(DerivedLines()); !derived.empty())
+        Results.ParmsFit.Text += "\n\n" + derived;
     Results.ParmsConst.Text = JoinLines(HeldLines(measure));
     if (Results.ParmsConst.Text.empty()) Results.ParmsConst.Text = "No parameters held constant.";
     Results.ComputeConfidence.Enabled = !LimitsStand();

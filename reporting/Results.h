@@ -21,7 +21,8 @@ struct ResultsForm {
     Control RmsLabel, RmsValue;
     Control ZScoreLabel, ZScore;
     Control Label1, Label2; // heads of the fitted parameters and of the column of their values
-    Control ParmsFit;       // text box, a line for each fitted parameter
+    Control ParmsFit;       // text box, a line for each fitted parameter; below them Kd and its kin, where
+                            // molar coefficients are given
     Control Label3;         // head of the held parameters
     Control ParmsConst;     // text box, a line for each held parameter
     Control ConstraintText; // ties of zero offsets and concentrations; shown when there are any

@@ -31,6 +31,16 @@ SignCounts CountSigns() {
     return counts;
 }
 
+// The distance of the count from its mean where signs come at random, in standard deviations (Wald and
+// Wolfowitz, Ann. Math. Statist. 11 (1940) 147).
+double RunsZFrom(const SignCounts& counts) {
+    const double n = counts.Positive + counts.Negative;
+    const double pairs = 2.0 * counts.Positive * counts.Negative;
+    const double mean = Divide(pairs, n) + 1.0;
+    const double variance = Divide(pairs * (pairs - n), n * n * (n - 1.0));
+    return variance == 0.0 ? 1.0 : std::abs(counts.Changes - mean) / Sqrt(variance);
+}
+
 } // namespace
 
 void CalcResiduals() {
@@ -41,15 +51,17 @@ void CalcResiduals() {
 
 void RunsTest() {
     CalcResiduals();
-    const SignCounts counts = CountSigns();
-    const double n = counts.Positive + counts.Negative;
-    const double pairs = 2.0 * counts.Positive * counts.Negative;
-    const double mean = Divide(pairs, n) + 1.0;
-    const double variance = Divide(pairs * (pairs - n), n * n * (n - 1.0));
-    if (variance == 0.0)
-        Work.RunsZ = 1.0F;
-    else
-        Work.RunsZ = ToSingle(std::abs(counts.Changes - mean) / Sqrt(variance));
+    Work.RunsZ = ToSingle(RunsZFrom(CountSigns()));
+}
+
+double RunsZOf(const std::vector<double>& residuals) {
+    SignCounts counts;
+    for (std::size_t i = 0; i < residuals.size(); ++i) {
+        const bool positive = residuals[i] >= 0.0;
+        (positive ? counts.Positive : counts.Negative) += 1.0;
+        if (i > 0 && positive != (residuals[i - 1] >= 0.0)) counts.Changes += 1.0;
+    }
+    return RunsZFrom(counts);
 }
 
 double RoundSignificant(double value, int digits) {

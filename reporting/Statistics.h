@@ -4,6 +4,7 @@
 #include "chart/scale/AxisScale.h" // LogBase10, which displays and charts share
 
 #include <cstdint>
+#include <vector>
 
 namespace Quillon {
 
@@ -13,6 +14,9 @@ void CalcResiduals();
 // Sets Work.RunsZ from the signs of the residuals. Counts sign changes within the sets, so that the count
 // is lower than the textbook number of runs by the number of sets. 0 or 1 points are a RuntimeError.
 void RunsTest();
+
+// The same Z of the residuals of one set, in their order; at least two of them.
+double RunsZOf(const std::vector<double>& residuals);
 
 // value rounded to a number of significant digits, half away from zero; 0 stays 0.
 double RoundSignificant(double value, int digits);

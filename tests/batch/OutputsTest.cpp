@@ -1,5 +1,6 @@
 // What quillon-fit writes: results, points and report of the same fit agree with each other and with the
 // files that were read.
+#include "files/Sha256.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
@@ -69,7 +70,7 @@ TEST_F(BatchOutputs, MembersStandInTheirOrder) {
     EXPECT_EQ(Results.Names, (std::vector<std::string>{
                                  "program", "version", "converged", "message", "iterations", "check",
                                  "rescued", "model", "sum_of_squares", "rms_residual", "degrees_of_freedom",
-                                 "runs_z", "confidence", "parameters", "correlations", "sets"}));
+                                 "runs_z", "confidence", "parameters", "correlations", "sets", "derived"}));
     EXPECT_EQ(Results["model"].Names, (std::vector<std::string>{"number", "name", "nonideal", "separate_k"}));
     EXPECT_EQ(Results["confidence"].Names, (std::vector<std::string>{"level", "ratio", "searched"}));
     EXPECT_EQ(Results["parameters"][0].Names,
@@ -77,7 +78,40 @@ TEST_F(BatchOutputs, MembersStandInTheirOrder) {
                                         "lower", "upper", "at_bound", "note"}));
     EXPECT_EQ(Results["check"].Names, (std::vector<std::string>{"expected_decrease", "minimum"}));
     EXPECT_EQ(Results["correlations"].Names, (std::vector<std::string>{"slots", "matrix"}));
-    EXPECT_EQ(Results["sets"][0].Names, (std::vector<std::string>{"set", "row", "label", "points", "rms"}));
+    EXPECT_EQ(Results["sets"][0].Names,
+              (std::vector<std::string>{"set",           "row",      "label",     "points",
+                                        "rms",           "file",     "sha256",    "baseline_sha256",
+                                        "cell",          "channel",  "speed_rpm", "temperature_c",
+                                        "wavelength_nm", "omega2t",  "time_s",    "averaged",
+                                        "inner_cm",      "outer_cm", "path_cm",   "optics",
+                                        "mean_residual", "runs_z",   "noise"}));
+    EXPECT_EQ(Results["derived"][0].Names,
+              (std::vector<std::string>{"slot", "name", "ln_k", "log10_k", "kd", "kd_root", "unit",
+                                        "delta_g_kj", "lower", "upper", "convention", "reason"}));
+}
+
+TEST_F(BatchOutputs, SetsTellWhatWasMeasured) {
+    const JsonValue& set = Results["sets"][1];
+    const long row = 5;
+    EXPECT_EQ(set["file"].Text, "set2.txt");
+    EXPECT_EQ(set["sha256"].Text, Sha256(ReadWholeFile(Path("set2.txt"))));
+    EXPECT_TRUE(set["baseline_sha256"].IsNull());
+    EXPECT_EQ(set["speed_rpm"].Number, static_cast<double>(Truth.ScanRPM[row]));
+    EXPECT_EQ(set["temperature_c"].Number, static_cast<double>(Truth.ScanTemperature[row]));
+    EXPECT_EQ(set["path_cm"].Number, static_cast<double>(Truth.CellPath[row]));
+    EXPECT_EQ(set["optics"].Text, "absorbance");
+    EXPECT_TRUE(set["noise"].IsNull());
+    double sum = 0.0;
+    std::string inner, outer;
+    for (const Point& point : Points) {
+        if (point.Set != 2 || point.Kind != "data") continue;
+        sum += point.Residual;
+        if (inner.empty()) inner = point.Radius;
+        outer = point.Radius;
+    }
+    EXPECT_NEAR(set["mean_residual"].Number, sum / 60.0, 1e-9);
+    EXPECT_EQ(set["inner_cm"].Number, std::stod(inner));
+    EXPECT_EQ(set["outer_cm"].Number, std::stod(outer));
 }
 
 TEST_F(BatchOutputs, ResultsTellTheFit) {

@@ -73,6 +73,18 @@ TEST(Report, WholeReport) {
         "Parameters held constant:",
         "N                          2.0000",
         "Ln c(A,mon), set 2 (AU)    -0.5000",
+        "",
+        "What was measured:",
+        "Set 1:",
+        "   20000 rpm, 20.0 degrees C, absorbance at 280 nm",
+        "   path 1.20 cm, cell 1, channel B, 0 readings averaged",
+        "   after 0 s, omega^2*t = 0.000E+00 /s",
+        "   3 points, rms 5.774E-01, mean residual -3.33E-01, runs Z = 0.707",
+        "Set 2:",
+        "   20000 rpm, 20.0 degrees C, absorbance at 280 nm",
+        "   path 1.20 cm, cell 1, 0 readings averaged",
+        "   after 0 s, omega^2*t = 0.000E+00 /s",
+        "   3 points, rms 0.000E00, mean residual 0.00E00, runs Z = 1",
     };
     const std::vector<PageLines> pages = PrintReport();
     ASSERT_EQ(pages.size(), 1U);
@@ -189,9 +201,9 @@ TEST(Report, NothingHeldStillHasItsHead) {
     Work = HandBuiltFit();
     Work.FreeMap[1] = Work.FreeMap[11] = SlotUnused;
     const Lines lines = From(ReportLines(), "Parameters held constant:");
-    ASSERT_EQ(lines.size(), 3U) << "the head, an empty line and the footer";
+    ASSERT_GE(lines.size(), 3U);
     EXPECT_EQ(lines[1], "");
-    EXPECT_TRUE(lines[2].starts_with("Results from"));
+    EXPECT_EQ(lines[2], "What was measured:");
 }
 
 // --- model -----------------------------------------------------------------------------------------------

@@ -1,0 +1,60 @@
+#pragma once
+// What a reader wants of an association constant: Kd, log10 K, Delta G, in molar terms whatever the units of
+// display, with the limits of ln K carried through.
+//
+// Inside the program ln K of a self-association is one of signals of the first set, c_N = K c_1^N. With U the
+// signal of one mole per litre of A there, concentrations in mol/L and N-mers counted as such,
+//
+//     ln K(molar) = ln K + (N - 1) ln U - ln N
+//
+// and of the dimers of B that go by their signal the same with N = 2 and U of B. All other constants are
+// molar as they stand. From it
+//
+//     Kd = 1 / K              in mol/L to the power of the bonds, N - 1 of an N-mer
+//     Kd^(1/bonds)            in mol/L
+//     Delta G = -R T ln K     kJ/mol for 1 mol/L, T the mean temperature of the sets
+//
+// (C. Tanford, Physical Chemistry of Macromolecules, Wiley 1961, chapter 8.)
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// The numbers of one constant. A constant without a unit has no KdRoot.
+struct ConstantTerms {
+    double LnK = 0.0, Log10K = 0.0;
+    double Kd = 0.0;              // mol/L to the power of the bonds; infinity where a double does not hold it
+    std::optional<double> KdRoot; // mol/L
+    double DeltaG = 0.0;          // kJ/mol
+};
+
+struct DerivedConstant {
+    long Slot = 0;
+    std::string Name; // as the parameter is named
+    double Bonds = 0.0;
+    std::string Unit; // of Kd: "mol/L", "(mol/L)^3"; "" for a constant without one
+    std::optional<ConstantTerms> Value;
+    // The lower and upper limit of each number by itself: that of Kd comes from the upper one of ln K. From
+    // the confidence limits where they were searched and the stoichiometry is held, else one standard error
+    // to each side, with that of a fitted stoichiometry. Empty of a held constant and where a limit is not
+    // known.
+    std::optional<ConstantTerms> Lower, Upper;
+    std::string Convention; // "macroscopic, 2 A = A2"
+    std::string Reason;     // why there is no value; empty where there is one
+};
+
+// All association constants that are fitted or held, by slot. Expects a fit that stands.
+std::vector<DerivedConstant> DerivedConstants();
+
+// The same for reports: two lines for each constant that has a value, none for others.
+std::vector<std::string> DerivedLines();
+
+// What the constant of a global slot means in a model: which reaction, and whether it counts sites.
+std::string ConstantConvention(int model, long slot);
+
+// The mean temperature of the sets of the fit, in kelvin.
+double MeanKelvin();
+
+} // namespace Quillon

@@ -1,0 +1,143 @@
+#include "reporting/Measured.h"
+
+#include "fit/NoiseWeights.h"
+#include "input/NUMINPUT.h"
+#include "platform/Paths.h"
+#include "reporting/Statistics.h"
+#include "scandata/ScanWriter.h"
+#include "workspace/records/Roads.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+std::string ChannelName(RowNo row) {
+    const int channel = Work.DataChannel[row];
+    return channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
+}
+
+void AddScan(MeasuredSet& m) {
+    const RowNo row = m.Row;
+    m.File = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
+    m.Sha256 = Work.ScanSha256[row];
+    if (HasBaseline(row)) {
+        m.Baseline = JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]);
+        m.BaselineSha256 = Work.BaselineSha256[row];
+    }
+    m.Cell = CellNumberOf(Work.ScanFile[row]);
+    m.Channel = ChannelName(row);
+    m.Optics = Work.InterferenceData ? "interference" : "absorbance";
+    m.Rpm = Work.ScanRPM[row];
+    m.Celsius = Work.ScanTemperature[row];
+    m.Wavelength = Work.ScanWavelength[row];
+    m.Omega2t = Work.ScanOmega2t[row];
+    m.Seconds = Work.ScanTime[row];
+    m.Averaged = Work.ScansAveraged[row];
+    m.Path = Work.CellPath[row];
+    if (SetsHaveNoise()) m.Noise = Work.SetNoise[row];
+}
+
+void AddRange(MeasuredSet& m) {
+    const long first = Work.FitRange[0][m.Row];
+    const long last = Work.FitRange[1][m.Row];
+    const OneBased<float>& radius = Work.ScanRadius[m.Row];
+    if (first < 1 || last < first || last > radius.Hi()) return;
+    m.Inner = radius[first];
+    m.Outer = radius[last];
+}
+
+// Residuals of the true points of each set, in their order.
+PerSet<std::vector<double>> ResidualsBySet() {
+    PerSet<std::vector<double>> sets(Work.NumSets);
+    for (long p = 1; p <= Work.NumPts; ++p)
+        if (Work.PtX[p] != PointMarker && p <= Work.PtFit.Hi())
+            sets[SetNo(Work.PtSet[p])].push_back(static_cast<double>(Work.PtY[p]) -
+                                                 static_cast<double>(Work.PtFit[p]));
+    return sets;
+}
+
+long TruePointsOf(SetNo set) {
+    long count = 0;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        count += Work.PtSet[p] == set.Number && Work.PtX[p] != PointMarker;
+    return count;
+}
+
+void AddStatistics(MeasuredSet& m, const std::vector<double>& residuals) {
+    if (residuals.empty()) return;
+    double squares = 0.0, sum = 0.0;
+    for (const double r : residuals) {
+        squares += r * r;
+        sum += r;
+    }
+    const auto n = static_cast<double>(residuals.size());
+    m.Rms = std::sqrt(squares / n);
+    m.MeanResidual = sum / n;
+    if (residuals.size() > 1) m.RunsZ = RunsZOf(residuals);
+}
+
+std::string Picture(float value, const char* picture) {
+    return FormatNumber(static_cast<double>(value), picture);
+}
+
+std::string ConditionsOf(const MeasuredSet& m) {
+    const std::string line =
+        "   " + Picture(m.Rpm, "#####0") + " rpm, " + Picture(m.Celsius, "#0.0") + " degrees C, " + m.Optics;
+    return m.Wavelength > 0.0F ? line + " at " + Picture(m.Wavelength, "##0") + " nm" : line;
+}
+
+std::string CellOf(const MeasuredSet& m) {
+    std::string line = "   path " + Picture(m.Path, "0.00##") + " cm";
+    if (m.Cell > 0) line += ", cell " + std::to_string(m.Cell);
+    if (!m.Channel.empty()) line += ", channel " + m.Channel;
+    line += ", " + std::to_string(m.Averaged) + (m.Averaged == 1 ? " reading" : " readings") + " averaged";
+    return m.Noise > 0.0F ? line + ", weighted by a noise of " + SingleText(m.Noise) : line;
+}
+
+std::string HistoryOf(const MeasuredSet& m) {
+    return "   after " + std::to_string(m.Seconds) + " s, omega^2*t = " + Picture(m.Omega2t, "0.000E+00") +
+           " /s";
+}
+
+std::string QualityOf(const MeasuredSet& m) {
+    std::string line = "   " + std::to_string(m.Points) + " points";
+    if (!m.Rms) return line;
+    line += ", rms " + FormatNumber(*m.Rms, "0.000E-00") + ", mean residual " +
+            FormatNumber(*m.MeanResidual, "0.00E-00");
+    return m.RunsZ ? line + ", runs Z = " + SingleText(ToSingle(RoundSignificant(*m.RunsZ, 3))) : line;
+}
+
+} // namespace
+
+std::vector<MeasuredSet> MeasuredSets() {
+    const PerSet<std::vector<double>> residuals =
+        Work.FitValid ? ResidualsBySet() : PerSet<std::vector<double>>(0);
+    std::vector<MeasuredSet> sets;
+    for (const SetNo set : EachSet()) {
+        MeasuredSet m;
+        m.Set = set;
+        m.Row = RowOf(set);
+        m.Points = TruePointsOf(set);
+        AddScan(m);
+        AddRange(m);
+        if (set.Number <= residuals.Hi()) AddStatistics(m, residuals[set]);
+        sets.push_back(m);
+    }
+    return sets;
+}
+
+std::vector<std::string> MeasuredLines() {
+    std::vector<std::string> lines;
+    for (const MeasuredSet& m : MeasuredSets()) {
+        lines.push_back("Set " + std::to_string(m.Set.Number) + ":");
+        for (const std::string& line : {ConditionsOf(m), CellOf(m), HistoryOf(m), QualityOf(m)})
+            lines.push_back(line);
+        if (!m.Sha256.empty()) lines.push_back("   SHA-256 " + m.Sha256);
+        if (!m.BaselineSha256.empty()) lines.push_back("   baseline SHA-256 " + m.BaselineSha256);
+    }
+    return lines;
+}
+
+} // namespace Quillon

@@ -1,0 +1,39 @@
+#pragma once
+// What was measured and how well it is fitted, set by set: what a paper tells of an experiment beside its
+// results.
+
+#include "workspace/records/Counts.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// A set of the fit. Statistics are those of its true points, which have no weights here; they are empty where
+// no fitted values stand.
+struct MeasuredSet {
+    SetNo Set;
+    RowNo Row;
+    std::string File, Baseline; // paths; the baseline's "" where there is none
+    std::string Sha256, BaselineSha256;
+    int Cell = 0;        // as the name of the file tells it; 0 where it does not
+    std::string Channel; // "A" to "D"; "" for none
+    std::string Optics;  // "absorbance" or "interference"
+    float Rpm = 0.0F, Celsius = 0.0F, Wavelength = 0.0F; // nm
+    float Omega2t = 0.0F;
+    long Seconds = 0;
+    int Averaged = 0;                 // readings averaged in each point
+    float Inner = 0.0F, Outer = 0.0F; // first and last point, cm
+    float Path = 0.0F;                // cm
+    float Noise = 0.0F;               // that the set is weighted by; 0 for none
+    long Points = 0;
+    std::optional<double> Rms, MeanResidual, RunsZ;
+};
+
+std::vector<MeasuredSet> MeasuredSets();
+
+// The same for reports, a few lines for each set.
+std::vector<std::string> MeasuredLines();
+
+} // namespace Quillon
