@@ -114,8 +114,7 @@ TEST(DerivedConstants, AFittedStoichiometryBringsItsErrorAlong) {
         return -(1.25 + (n - 1.0) * std::log(Coefficient * Ratio * Path) - std::log(n)) / (n - 1.0);
     };
     const double slope = (root(3.0001) - root(2.9999)) / 0.0002;
-    const double rootVariance =
-        0.25 * (0.25 / 4.0 + slope * slope * 0.04 - 2.0 * 0.5 * slope * -0.09);
+    const double rootVariance = 0.25 * (0.25 / 4.0 + slope * slope * 0.04 - 2.0 * 0.5 * slope * -0.09);
     EXPECT_NEAR(std::log(*k.Upper->KdRoot / *k.Value->KdRoot), std::sqrt(rootVariance), 1e-5);
 }
 
