@@ -3,11 +3,14 @@
 #include "chart/CHART.h"
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGraph.h"
+#include "chart/draw/CancelScope.h"
 #include "chart/files/Exchange.h"
 #include "chart/records/Kept.h"
+#include "chart/targets/PageGeometry.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/ResidualGraphs.h"
 #include "platform/Narrow.h"
+#include "platform/PaperPicture.h"
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
@@ -59,17 +62,17 @@ void MakeReportGraph(const DrawingSurface& page, bool overlay) {
     if (!made) RaiseError("the graph has no room");
 }
 
-double WindowRatio() {
-    const GraphState& state = Chart.State;
-    const double height = state.ViewH * static_cast<double>(state.Aspect);
-    return height > 0.0 ? state.ViewW / height : 0.0;
-}
-
+// The graph with the page settings of the chart window; where they leave it no room on this paper, on what
+// the margins of the printer leave.
 void DrawGraphPage(const PrintedReport& report, const DrawingSurface& surface) {
-    const double ratio = WindowRatio();
+    const double ratio = WindowAspect();
     const WindowScope scope;
+    Chart.UseOnlyBW = Chart.UseColorOnBW = FlagFalse; // for a graph that is printed by itself
     MakeReportGraph(surface, report.Overlay);
-    DrawGraphOnPage(report.Printer, surface, ratio);
+    if (DrawGraphOnPage(report.Printer, surface, ratio).empty()) return;
+    UseWholeSheet(Chart.Style, report.Printer.Page);
+    const std::string refused = DrawGraphOnPage(report.Printer, surface, ratio);
+    if (!refused.empty()) RaiseError(refused);
 }
 
 // Draws all pages; false when goOn said no behind one of them.
@@ -136,10 +139,12 @@ bool PrintPages(const PrintedReport& report) {
 std::string ReportPdf(const PrintedReport& report) {
     PrintedReport pages = report;
     pages.Printer.Page = WithoutBorder(report.Printer.Page);
+    const CancelScope whole;
     std::string bytes;
-    const PrintJob job =
-        JobOfPicture(OpenPictureAs("pdf", PagePicture(pages.Printer.Page, Work.ProgramName + " report")),
-                     [&bytes](const std::string& file) { bytes = file; });
+    const PictureFile picture =
+        OpenPictureAs("pdf", PagePicture(pages.Printer.Page, Work.ProgramName + " report"));
+    const PrintJob job = JobOfPicture(InColor(picture, pages.Printer.HasColor),
+                                      [&bytes](const std::string& file) { bytes = file; });
     DrawPages(pages, job, [] { return true; });
     job.End();
     return bytes;

@@ -2,9 +2,11 @@
 
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGraph.h"
-#include "input/NUMINPUT.h"
+#include "chart/draw/CancelScope.h"
+#include "chart/targets/PaperNote.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "reporting/PaperReport.h"
 #include "reporting/Report.h"
 #include "workspace/records/Workspace.h"
 
@@ -16,11 +18,6 @@ namespace Quillon {
 ReportPreviewRecord ReportPreview;
 
 namespace {
-
-std::string SheetText(const PrinterPage& page) {
-    const auto millimetres = [](double inches) { return FormatNumber(inches * MillimetresPerInch, "0"); };
-    return millimetres(page.Width) + " x " + millimetres(page.Height) + " mm";
-}
 
 void ShowPage() {
     ReportPreviewRecord& form = ReportPreview;
@@ -36,9 +33,7 @@ void MakePages() {
     ReportPreviewRecord& form = ReportPreview;
     form.Report = MakePrintedReport(Host.Printer.Current(), form.WithGraph.Value != 0);
     ++form.Edition;
-    const PrinterState& printer = form.Report.Printer;
-    form.PrinterNote.Text =
-        (printer.Name.empty() ? "A PDF file" : printer.Name) + ", paper " + SheetText(printer.Page);
+    form.PrinterNote.Text = PaperNote(form.Report.Printer, InMillimetres);
     ShowPage();
 }
 
@@ -104,6 +99,17 @@ void LoadReportPreview(bool withGraph) {
 void PreviewReport(bool withGraph) {
     LoadReportPreview(withGraph);
     Host.ShowModal(ReportPreviewName);
+}
+
+void DrawPreviewPage(const DrawingSurface& surface) {
+    const PrintedReport& report = ReportPreview.Report;
+    const CancelScope whole;
+    try {
+        DrawPage(report, ReportPreview.Page, surface);
+    } catch (const RuntimeError& error) {
+        const std::string told = "This page cannot be drawn: " + error.Text;
+        DrawReportPage(surface, report.Printer, report.Paper, WrapLine(told, report.Paper.Columns));
+    }
 }
 
 void ReportPreviewTurn(int pages) {

@@ -29,6 +29,10 @@ void PreviewReport(bool withGraph);
 
 void LoadReportPreview(bool withGraph);
 
+// Draws the page that is shown on a surface as large as the printable area of the paper. Why a page cannot be
+// drawn stands on its sheet.
+void DrawPreviewPage(const DrawingSurface& surface);
+
 void ReportPreviewTurn(int pages); // forth or back; stays within the report
 void ReportPreviewGraphClick();    // after the box has changed
 void ReportPreviewPaperSetup();

@@ -69,7 +69,7 @@ private:
         target->Origin = {-PageUnits(Paper().Border.Left), -PageUnits(Paper().Border.Top)};
         target->Scale = UnitsToPixels() * devicePixelRatioF();
         target->ThinnestPen = 1.0 / target->Scale; // a pixel of the display
-        RunGuarded([&] { DrawPage(ReportPreview.Report, ReportPreview.Page, PainterSurface(target)); });
+        RunGuarded([&] { DrawPreviewPage(PainterSurface(target)); });
         painter.end();
         Image.setDevicePixelRatio(devicePixelRatioF());
     }

@@ -20,6 +20,19 @@ int HeightOfSize(double points, double dotsPerInch) {
     return std::max(1, static_cast<int>(std::lround(points * LetterHeightInEms * dotsPerInch / 72.0)));
 }
 
+// What the margins leave of the sheet, in inches from its upper left corner; margins that leave nothing are
+// those that the printer needs.
+struct TextArea {
+    double Left, Top, Width, Height;
+};
+TextArea AreaOf(const PrinterPage& page) {
+    const auto within = [&page](const PageEdges& e) {
+        return TextArea{e.Left, e.Top, page.Width - e.Left - e.Right, page.Height - e.Top - e.Bottom};
+    };
+    const TextArea area = within(page.Margin);
+    return area.Width > 0.0 && area.Height > 0.0 ? area : within(page.Border);
+}
+
 // The characters of a line that has to fit. Very small paper holds longer ones than it has columns.
 std::size_t LongestLine(const ReportPaper& paper, const PageLines& lines) {
     std::size_t longest = static_cast<std::size_t>(std::max(paper.Columns, 1));
@@ -28,16 +41,23 @@ std::size_t LongestLine(const ReportPaper& paper, const PageLines& lines) {
     return longest;
 }
 
-// The font that a line of so many characters has room in.
+// From line to line in points; closer than the font asks where very small paper holds more lines than fit.
+double FeedFor(const TextArea& area, std::size_t lines) {
+    const double room = area.Height * PointsPerInch / static_cast<double>(std::max<std::size_t>(lines, 1));
+    return std::min(LineFeed(Work.ReportFontSize), room);
+}
+
+// The font of that feed that a line of so many characters has room in.
 void SelectReportFont(const DrawingSurface& surface, const PrinterState& printer, std::size_t columns,
-                      double room) {
+                      const TextArea& area, double feed) {
     SurfaceFont font;
     font.Face = ReportFace(printer.FixedFonts);
     if (font.Face.empty()) font.Face = StandardFace;
-    font.Height = HeightOfSize(static_cast<double>(Work.ReportFontSize), surface.DotsPerInchY());
+    const double size = static_cast<double>(Work.ReportFontSize) * (feed / LineFeed(Work.ReportFontSize));
+    font.Height = HeightOfSize(size, surface.DotsPerInchY());
     surface.SetFont(font);
     const std::string line(columns, '0');
-    while (font.Height > 1 && surface.Measure(line).Width > room + 1.0) {
+    while (font.Height > 1 && surface.Measure(line).Width > area.Width * surface.DotsPerInchX() + 1.0) {
         --font.Height;
         surface.SetFont(font);
     }
@@ -46,9 +66,8 @@ void SelectReportFont(const DrawingSurface& surface, const PrinterState& printer
 } // namespace
 
 ReportPaper PaperOf(const PrinterPage& page, float fontSize) {
-    const double width = page.Width - page.Margin.Left - page.Margin.Right;
-    const double height = page.Height - page.Margin.Top - page.Margin.Bottom;
-    ReportPaper paper = TextPaper(width * PointsPerInch, height * PointsPerInch, fontSize);
+    const TextArea area = AreaOf(page);
+    ReportPaper paper = TextPaper(area.Width * PointsPerInch, area.Height * PointsPerInch, fontSize);
     paper.Lines = std::max(paper.Lines, 1); // none would be a page without an end
     return paper;
 }
@@ -59,20 +78,19 @@ ReportPaper PaperOf(const PrinterPage& page) {
 
 void DrawReportPage(const DrawingSurface& surface, const PrinterState& printer, const ReportPaper& paper,
                     const PageLines& lines) {
-    const PrinterPage& page = printer.Page;
+    const PageEdges& border = printer.Page.Border;
+    const TextArea area = AreaOf(printer.Page);
     const double dotsX = surface.DotsPerInchX(), dotsY = surface.DotsPerInchY();
+    const double points = FeedFor(area, lines.size());
     surface.ClearClip();
     surface.SetTextColor(0);
-    SelectReportFont(surface, printer, LongestLine(paper, lines),
-                     (page.Width - page.Margin.Left - page.Margin.Right) * dotsX);
+    SelectReportFont(surface, printer, LongestLine(paper, lines), area, points);
     const TextSize letter = surface.Measure("0");
-    const double left = (page.Margin.Left - page.Border.Left) * dotsX;
-    const double top = (page.Margin.Top - page.Border.Top) * dotsY + letter.Height - letter.Descent;
-    const double feed = LineFeed(Work.ReportFontSize) * dotsY / PointsPerInch;
-    double down = top;
+    const int left = static_cast<int>(std::lround((area.Left - border.Left) * dotsX));
+    const double feed = points * dotsY / PointsPerInch;
+    double down = (area.Top - border.Top) * dotsY + letter.Height - letter.Descent;
     for (const std::string& line : lines) {
-        if (!line.empty())
-            surface.Text(static_cast<int>(std::lround(left)), static_cast<int>(std::lround(down)), line);
+        if (!line.empty()) surface.Text(left, static_cast<int>(std::lround(down)), line);
         down += feed;
     }
 }

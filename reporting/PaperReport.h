@@ -16,8 +16,10 @@ ReportPaper PaperOf(const PrinterPage& page, float fontSize);
 ReportPaper PaperOf(const PrinterPage& page); // at Work.ReportFontSize
 
 // Draws a page on the printable area of its sheet, in the face that ReportFace finds among those of the
-// printer, or whatever stands for Courier New. Text that the face makes too wide for the margins is
-// drawn smaller. The paper is the one that the page was made for.
+// printer, or whatever stands for Courier New. Text that is too wide for the margins, or that has more lines
+// than fit between them, is drawn smaller and closer: no line is lost on very small paper. Margins that leave
+// nothing of the sheet count as those that the printer needs. The paper is the one that the page was made
+// for.
 void DrawReportPage(const DrawingSurface& surface, const PrinterState& printer, const ReportPaper& paper,
                     const PageLines& lines);
 

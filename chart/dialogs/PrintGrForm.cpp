@@ -7,6 +7,7 @@
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
 #include "chart/targets/PageGeometry.h"
+#include "chart/targets/PaperNote.h"
 #include "input/NUMINPUT.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
@@ -68,19 +69,11 @@ void ShowLengths() {
     PrintGrForm.CustomFrame.Text = "Custom Size" + units;
 }
 
-std::string SheetText(const PrinterPage& page) {
-    const auto length = [](double inches) {
-        return IsMetric() ? FormatNumber(inches * 2.54, "0.0") : FormatNumber(inches, "0.00");
-    };
-    return length(page.Width) + " x " + length(page.Height) + (IsMetric() ? " cm" : " inches");
-}
-
 void ShowPrinter() {
     PrintGrFormRecord& form = PrintGrForm;
     form.UseBW.Text = form.Printer.HasColor ? "Use &only black and white on color printer"
                                             : "Use c&olor on black and white printer";
-    const std::string name = form.Printer.Name.empty() ? "A PDF file" : form.Printer.Name;
-    form.PrinterNote.Text = name + ", paper " + SheetText(form.Printer.Page);
+    form.PrinterNote.Text = PaperNote(form.Printer, IsMetric() ? InCentimetres : InInches);
 }
 
 // What hangs on another choice.
@@ -239,6 +232,23 @@ void Leave(LeftBy way) {
     PrintGrForm.State.Shown = false;
 }
 
+// What the form was not left with yet: a picture is drawn with it, and Cancel still means that nothing was
+// taken.
+struct SettingsScope {
+    ChartStyle Style = Chart.Style;
+    bool Eject = EjectPage;
+    std::int16_t OnlyBW = Chart.UseOnlyBW, ColorOnBW = Chart.UseColorOnBW;
+    SettingsScope() = default;
+    ~SettingsScope() {
+        Chart.Style = Style;
+        EjectPage = Eject;
+        Chart.UseOnlyBW = OnlyBW;
+        Chart.UseColorOnBW = ColorOnBW;
+    }
+    SettingsScope(const SettingsScope&) = delete;
+    SettingsScope& operator=(const SettingsScope&) = delete;
+};
+
 void Choose(Control& chosen, Control& other) {
     chosen.Value = FlagTrue;
     other.Value = FlagFalse;
@@ -362,6 +372,7 @@ void PrintGrOkButton() {
 }
 
 void PrintGrSavePicture() {
+    const SettingsScope former;
     if (!Accept()) return;
     WriteGraph({"SVG pictures (*.svg)|*.svg|PDF pictures (*.pdf)|*.pdf|PNG pictures (*.png)|*.png|Enhanced "
                 "Metafiles (*.EMF)|*.EMF|all files (*.*)|*.*",

@@ -63,7 +63,7 @@ void PrintGrPaperSetup(); // the dialog for the paper
 // Close the form, unless a length is refused or the margins leave no room.
 void PrintGrPrintButton();
 void PrintGrOkButton();
-void PrintGrSavePicture(); // stays open
+void PrintGrSavePicture(); // with what the form shows, which is not taken over; stays open
 void PrintGrCancelButton();
 
 } // namespace Quillon

@@ -30,9 +30,14 @@ void PrintGraphControl();
 // Prints the page that is held, if there is one. A failure is told.
 void EndHeldPage();
 
-// Lays the graph at hand out for that printer and draws it on its page. A graph that has no room there is a
-// RuntimeError. window: the ratio of width to height that KeepAspect keeps; 0 takes that of the window.
-void DrawGraphOnPage(const PrinterState& printer, const DrawingSurface& page, double window = 0.0);
+// Lays the graph at hand out for that printer and draws it on its page. Gives what it has no room for there,
+// and nothing is drawn then; empty when it was drawn. window: the ratio of width to height that KeepAspect
+// keeps; 0 takes that of the window.
+[[nodiscard]] std::string DrawGraphOnPage(const PrinterState& printer, const DrawingSurface& page,
+                                          double window = 0.0);
+
+// The ratio of width to height of the graph in its window; 0 where it has none.
+double WindowAspect();
 
 // The commands: the graph as a metafile goes to the clipboard, or to a file that is asked for, once its
 // properties have been asked for.
@@ -40,7 +45,8 @@ void CopyMeta();
 void WriteMeta();
 
 // The graph at hand as it would be printed, as the bytes of a picture of an ending ("emf", "svg", "pdf",
-// "png") that is as large as on the paper; margins are no part of it. Fails as DrawGraphOnPage.
+// "png") that is as large as on the paper; margins are no part of it. A graph without room
+// there is a RuntimeError.
 std::string PictureOnPaper(const std::string& ending);
 
 } // namespace Quillon

@@ -1,5 +1,6 @@
 #include "chart/draw/DrawGraph.h"
 
+#include "chart/draw/CancelScope.h"
 #include "chart/draw/DrawAxes.h"
 #include "chart/draw/DrawBars.h"
 #include "chart/draw/DrawPie.h"
@@ -106,24 +107,10 @@ void ClearBox() {
     surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
 }
 
-// The cancel flag is down while a graph is painted, so that a cancel from before, which is not meant for it,
-// does not leave the window blank; it is back afterwards for whoever it was meant for. A cancel that comes
-// while painting ends just this painting.
-struct CancelScope {
-    std::int16_t Before = Seams.CancelFlag != nullptr ? *Seams.CancelFlag : FlagFalse;
-    CancelScope() { Set(FlagFalse); }
-    ~CancelScope() { Set(Before); }
-    CancelScope(const CancelScope&) = delete;
-    CancelScope& operator=(const CancelScope&) = delete;
-    static void Set(std::int16_t flag) {
-        if (Seams.CancelFlag != nullptr) *Seams.CancelFlag = flag;
-    }
-};
-
 void ShowOnScreen() {
     ClearBox();
     if (Seams.KeepsPicture == 0) return;
-    const CancelScope scope;
+    const CancelScope untouched; // the window is not left blank
     DrawGraph();
     Seams.PicBox.Refresh();
 }

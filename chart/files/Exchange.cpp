@@ -7,6 +7,7 @@
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
+#include "chart/layout/LegendLayout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartState.h"
 #include "chart/targets/Metafile.h"
@@ -126,7 +127,9 @@ std::string Picture(const std::string& ending) {
     Chart.Spec.View.Color = Chart.Spec.Frame.Color = 15;
     Chart.Spec.Relayout = 1;
     Chart.Spec.Device = "picture"; // no target's number: it is painted once and closed
+    const GraphState shown = Chart.State;
     SelectTarget(Chart.Spec);
+    CarryLegend(shown);
     Replot();
     ShowGraph();
     if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");

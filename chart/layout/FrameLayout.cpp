@@ -175,10 +175,10 @@ bool ShrinkSide(int place) {
 }
 
 // Shares a rest of space above the frame out, half above the titles and half below. Not on a page where the
-// place of the frame is what the user has set.
+// place of the frame is what the user has set, nor in a picture of that page.
 void ShareOutTop(int over) {
     const bool placed =
-        Chart.Target == Targets::Printer && Chart.Style.AxisFrame != 0 && Chart.Style.PageCustom != 0;
+        Chart.Target != Targets::Screen && Chart.Style.AxisFrame != 0 && Chart.Style.PageCustom != 0;
     if (over <= 0 || placed) return;
     TitleSpace& titles = Chart.Layout.Titles;
     titles.Gap1 = Sum(titles.Gap1, over - over / 2);

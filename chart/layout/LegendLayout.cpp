@@ -137,6 +137,23 @@ void LayoutLegend() {
     if (free) space.Width = space.Height = 0; // it takes nothing from the frame
 }
 
+void CarryLegend(const GraphState& from) {
+    const GraphState& to = Chart.State;
+    GraphLegend& legend = Chart.Spec.Legend;
+    if (legend.AutoPlace == 1 || from.ViewW <= 0 || from.ViewH <= 0) return;
+    const auto x = [&](std::int16_t place) {
+        return DeviceUnits(to.ViewLeft +
+                           (place - from.ViewLeft) * static_cast<double>(to.ViewW) / from.ViewW);
+    };
+    const auto y = [&](std::int16_t place) {
+        return DeviceUnits(to.ViewTop + (place - from.ViewTop) * static_cast<double>(to.ViewH) / from.ViewH);
+    };
+    legend.Box.X1 = x(legend.Box.X1);
+    legend.Box.X2 = x(legend.Box.X2);
+    legend.Box.Y1 = y(legend.Box.Y1);
+    legend.Box.Y2 = y(legend.Box.Y2);
+}
+
 void PlaceLegend() {
     const LegendSpace& space = Chart.Layout.Legend;
     const GraphState& state = Chart.State;

@@ -1,6 +1,8 @@
 #pragma once
 // The legend: which entries it has, the room it takes and where it stands.
 
+#include "chart/records/ChartState.h"
+
 #include <string>
 #include <vector>
 
@@ -22,6 +24,10 @@ std::vector<LegendEntry> LegendEntries();
 // they would take more than their part of the view. Sets Chart.Layout.Legend; its Width and Height are 0
 // without a legend, or where it stands at a place of its own.
 void LayoutLegend();
+
+// Carries the box of a legend that stands at a place of its own (AutoPlace is not 1) from the view of another
+// target to the one in force, of which it takes the same part; its text is as large a part of either.
+void CarryLegend(const GraphState& from);
 
 // Sets Legend.Box of the GraphSpec once the frame is known.
 void PlaceLegend();

@@ -2,6 +2,8 @@
 
 #include "chart/pens/Device.h"
 
+#include "platform/Narrow.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -87,6 +89,18 @@ double LegendShare(const ChartModule& window, std::int16_t where) {
     return Length(LineShare) / 2.0 + static_cast<double>(size) / std::max<int>(window.State.Diagonal, 1);
 }
 
+double RightShare(const ChartModule& window) {
+    return AxisShare(window.Spec.AxisY2) + LegendShare(window, LegendPlaces::Right);
+}
+
+double BottomShare(const ChartModule& window) {
+    return AxisShare(window.Spec.AxisX1) + LegendShare(window, LegendPlaces::Below);
+}
+
+double DiagonalOf(const GraphBox& box) {
+    return std::hypot(box.X2 - box.X1, box.Y2 - box.Y1);
+}
+
 } // namespace
 
 int SheetDots(const PrinterPage& sheet) {
@@ -108,10 +122,21 @@ PagePlace PlaceOnPage(const ChartStyle& style, const PrinterPage& page, double w
     return keeps ? WithAspect(place, windowAspect) : place;
 }
 
+void UseWholeSheet(ChartStyle& style, const PrinterPage& sheet) {
+    const PageEdges margin = Scaled(sheet.Margin, UnitsPerInch(style));
+    style.LeftMargin = ToSingle(margin.Left);
+    style.TopMargin = ToSingle(margin.Top);
+    style.RightMargin = ToSingle(margin.Right);
+    style.BottomMargin = ToSingle(margin.Bottom);
+    style.PageFull = -1.0F;
+    style.PageHalf = 0.0F;
+    style.PageCustom = FlagFalse;
+}
+
 GraphBox BoxOnDevice(const PagePlace& place, const ChartStyle& style, const DrawingSurface& surface) {
     const double perInch = UnitsPerInch(style);
-    const auto units = [perInch](double length, double dots, int most) {
-        return DeviceUnits(std::clamp(length * dots / perInch, 0.0, static_cast<double>(most)));
+    const auto units = [perInch](double length, double dots, int size) {
+        return DeviceUnits(std::clamp(length * dots / perInch, 0.0, std::max(size - 1.0, 0.0)));
     };
     GraphBox box;
     box.Color = 15;
@@ -126,17 +151,21 @@ bool SizesTheFrame(const ChartStyle& style) {
     return style.AxisFrame != 0 && style.PageCustom != 0;
 }
 
+GraphBox FrameOnPage(const GraphBox& place, const ChartModule& window, const DrawingSurface& surface) {
+    const double d = DiagonalOf(place);
+    GraphBox frame = place;
+    if (frame.X2 >= surface.Width() - 1) frame.X2 = DeviceUnits(frame.X2 - d * RightShare(window));
+    if (frame.Y2 >= surface.Height() - 1) frame.Y2 = DeviceUnits(frame.Y2 - d * BottomShare(window));
+    return frame;
+}
+
 GraphBox ViewAroundFrame(const GraphBox& frame, const ChartModule& window, const DrawingSurface& surface) {
-    const GraphSpec& spec = window.Spec;
-    const double d = std::hypot(frame.X2 - frame.X1, frame.Y2 - frame.Y1);
-    const double left = AxisShare(spec.AxisY1);
-    const double right = AxisShare(spec.AxisY2) + LegendShare(window, LegendPlaces::Right);
-    const double bottom = AxisShare(spec.AxisX1) + LegendShare(window, LegendPlaces::Below);
+    const double d = DiagonalOf(frame);
     GraphBox view = frame;
-    view.X1 = DeviceUnits(std::max(frame.X1 - d * left, 0.0));
-    view.Y1 = DeviceUnits(std::max(frame.Y1 - d * TopShare(spec), 0.0));
-    view.X2 = DeviceUnits(std::min<double>(frame.X2 + d * right, surface.Width() - 1));
-    view.Y2 = DeviceUnits(std::min<double>(frame.Y2 + d * bottom, surface.Height() - 1));
+    view.X1 = DeviceUnits(std::max(frame.X1 - d * AxisShare(window.Spec.AxisY1), 0.0));
+    view.Y1 = DeviceUnits(std::max(frame.Y1 - d * TopShare(window.Spec), 0.0));
+    view.X2 = DeviceUnits(std::min<double>(frame.X2 + d * RightShare(window), surface.Width() - 1));
+    view.Y2 = DeviceUnits(std::min<double>(frame.Y2 + d * BottomShare(window), surface.Height() - 1));
     return view;
 }
 

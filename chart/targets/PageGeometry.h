@@ -30,11 +30,19 @@ double UnitsPerInch(const ChartStyle& style);
 // the window, as large as it fits, in the middle of that place. Margins that meet leave no room.
 PagePlace PlaceOnPage(const ChartStyle& style, const PrinterPage& page, double windowAspect);
 
+// Makes the place the full page within the margins of the sheet.
+void UseWholeSheet(ChartStyle& style, const PrinterPage& sheet);
+
 // The place in device units, within the printable area.
 GraphBox BoxOnDevice(const PagePlace& place, const ChartStyle& style, const DrawingSurface& surface);
 
 // True when the size that is set is that of the axes' frame.
 bool SizesTheFrame(const ChartStyle& style);
+
+// The frame for a place that is set for it. One that reaches the end of the page, as a size does that is
+// larger than the paper, ends before it, so that what stands to its right and below has room on the page,
+// too. [decision: frame-within-the-page]
+GraphBox FrameOnPage(const GraphBox& place, const ChartModule& window, const DrawingSurface& surface);
 
 // The view around a frame of that place: wider by fractions of the frame's diagonal for what stands there,
 // a twentieth for each of gap, labels and axis title, for each main title, and for the legend as large a part

@@ -1,5 +1,6 @@
 #include "forms/shell/DesktopPlatform.h"
 
+#include "chart/dialogs/PrintEsc.h"
 #include "chart/records/ChartState.h"
 #include "files/FileLock.h"
 #include "files/FileTarget.h"
@@ -243,9 +244,11 @@ ClockTime Now() {
 
 // The engine asks every few microseconds; a window that follows thirty times a second follows at once. A
 // graph is drawn in one go: whatever a click, a key or a timer started meanwhile would take its data away.
+// A print job asks a few times in all, between its steps, and each of them has to hear a cancel.
 void ServeEventQueue() {
     static QElapsedTimer since;
-    if (Chart.Painting || (since.isValid() && since.elapsed() < 25)) return;
+    const bool pauses = !PrintEsc.State.Shown && since.isValid() && since.elapsed() < 25;
+    if (Chart.Painting || pauses) return;
     RefreshForms();
     QApplication::processEvents();
     since.start();

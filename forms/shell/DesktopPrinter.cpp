@@ -5,6 +5,7 @@
 #include "forms/shell/FormHost.h"
 #include "forms/surfaces/Pictures.h"
 #include "forms/surfaces/QtSurface.h"
+#include "platform/PaperPicture.h"
 #include "platform/Platform.h"
 
 #include <QFile>
@@ -80,7 +81,7 @@ PrinterState Current() {
     PrinterState state;
     state.Name = IsFile(printer) ? "" : RecordText(printer.printerName());
     state.Page = PageOf(printer);
-    state.HasColor = PrintsColor(printer);
+    state.HasColor = PrintsColor(printer); // IsPlotter stays off: no system tells. [decision: no-plotter]
     state.FixedFonts = FixedFonts();
     return state;
 }
@@ -123,7 +124,7 @@ std::string FilePath(const std::string& title) {
 std::optional<PrintJob> BeginFile(const std::string& title) {
     const std::string path = FilePath(title);
     if (path.empty()) return std::nullopt;
-    const PictureFile pages = OpenPdf(PagePicture(PageOf(InUse()), title));
+    const PictureFile pages = InColor(OpenPdf(PagePicture(PageOf(InUse()), title)), PrintsColor(InUse()));
     return JobOfPicture(pages, [path](const std::string& bytes) { Host.WriteFile(path, bytes); });
 }
 
@@ -151,6 +152,7 @@ struct SheetJob {
         Target->Width = units(page.PrintableWidth());
         Target->Height = units(page.PrintableHeight());
         Target->DotsPerInchX = Target->DotsPerInchY = dots;
+        Target->Scale = static_cast<double>(printer.resolution()) / dots; // a driver may have its own
         Target->Origin = {-units(page.Border.Left), -units(page.Border.Top)};
         Target->HasColor = PrintsColor(printer);
         PictureRequest paper;

@@ -139,7 +139,7 @@ TEST(PageGeometry, DeviceUnitsAreThoseOfThePrinter) {
     const GraphBox inches = BoxOnDevice({0.5, 1.0, 4.0, 3.0}, StyleIn(false), paper.Surface());
     EXPECT_EQ(inches, (GraphBox{150, 600, 1200, 1800, 15, {}}));
     const GraphBox centimetres = BoxOnDevice({1.27, 2.54, 100.0, 7.62}, StyleIn(true), paper.Surface());
-    EXPECT_EQ(centimetres, (GraphBox{150, 600, 2400, 1800, 15, {}}));
+    EXPECT_EQ(centimetres, (GraphBox{150, 600, 2399, 1800, 15, {}})) << "the last unit of the page";
 }
 
 // --- a size that is that of the frame
@@ -204,6 +204,37 @@ TEST(PageGeometry, TheViewStaysOnThePage) {
     EXPECT_EQ(view.Y1, 0);
     EXPECT_EQ(view.X2, 2999);
     EXPECT_EQ(view.Y2, 2999);
+}
+
+TEST(PageGeometry, AFrameLargerThanThePageLeavesRoomForWhatStandsBesideIt) {
+    Framed f;
+    f.Window.Spec.Title1.Text = "one";
+    const GraphBox place{300, 400, 2999, 2999, 15, {}}; // as it is clamped to the page
+    f.Frame = FrameOnPage(place, f.Window, f.Paper.Surface());
+    EXPECT_EQ(f.Frame.X1, 300);
+    EXPECT_EQ(f.Frame.Y1, 400);
+    const double d = std::hypot(2699.0, 2599.0);
+    EXPECT_NEAR(f.Frame.X2, 2999 - 0.05 * d, 1.0);
+    EXPECT_NEAR(f.Frame.Y2, 2999 - 0.1 * d, 1.0);
+    const double shorter = std::hypot(f.Frame.X2 - 300.0, f.Frame.Y2 - 400.0);
+    const GraphBox view = ViewAroundFrame(f.Frame, f.Window, f.Paper.Surface());
+    EXPECT_NEAR(view.X2, f.Frame.X2 + 0.05 * shorter, 1.0) << "nothing is cut off";
+    EXPECT_NEAR(view.Y2, f.Frame.Y2 + 0.1 * shorter, 1.0);
+    const GraphBox within{300, 400, 2998, 2998, 15, {}};
+    EXPECT_EQ(FrameOnPage(within, f.Window, f.Paper.Surface()), within) << "a size that fits is kept";
+}
+
+TEST(PageGeometry, TheWholeSheetHasTheMarginsOfThePrinter) {
+    PrinterPage page = PageOf(Sheets[0]);
+    page.Margin = {0.5, 0.75, 1.0, 1.25};
+    for (const bool metric : {false, true}) {
+        ChartStyle style = StyleIn(metric);
+        style.PageFull = 0.0F;
+        style.PageHalf = -1.0F;
+        style.PageCustom = -1;
+        UseWholeSheet(style, page);
+        ExpectPlace(Inches(style, page), 0.25, 0.5, 8.5 - 1.0 - 0.25, 11.0 - 1.25 - 0.25);
+    }
 }
 
 } // namespace

@@ -6,7 +6,9 @@
 #include "MetafileReader.h"
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGrForm.h"
+#include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
+#include "platform/Narrow.h"
 #include "tests/support/ScriptedPrinter.h"
 
 namespace Quillon {
@@ -57,8 +59,45 @@ protected:
         const std::vector<DrawnItem>& items = Printer.Pages.at(0);
         return items.at(0).Rect;
     }
+    // The size of a graph, or that of its axes' frame, in inches.
+    static void SetSize(float width, float height, bool frame) {
+        Chart.Style.PageFull = Chart.Style.PageHalf = 0.0F;
+        Chart.Style.PageCustom = -1;
+        Chart.Style.AxisFrame = Flag(frame);
+        Chart.Style.CustomWidth = width;
+        Chart.Style.CustomHeight = height;
+    }
+
+    // The picture of an ending that the toolkit makes, recorded: text has there the widths that it has on the
+    // page, where files have those of the base fonts.
+    std::vector<DrawnItem> RecordedPicture() {
+        RecordingSurface sheet;
+        OpenToolkitPicture = [&](const std::string&, const PictureRequest& request) {
+            sheet.Width = request.Width;
+            sheet.Height = request.Height;
+            sheet.DotsPerInchX = sheet.DotsPerInchY = request.DotsPerInchX;
+            return PictureFile{sheet.Surface(), [](const DeviceRect&) {}, [] { return std::string("x"); }};
+        };
+        EXPECT_EQ(PictureOnPaper("pdf"), "x");
+        OpenToolkitPicture = {};
+        return sheet.Items;
+    }
     ScriptedPrinter Printer;
 };
+
+// What an item shows and where, without its pen: printers and files have their own thinnest one.
+std::vector<std::string> Shown(const std::vector<DrawnItem>& items) {
+    std::vector<std::string> lines;
+    for (const DrawnItem& item : items)
+        lines.push_back(ItemText(item));
+    return lines;
+}
+
+bool Colored(const std::vector<DrawnItem>& items) {
+    return std::any_of(items.begin(), items.end(), [](const DrawnItem& item) {
+        return item.Kind != "text" && item.Pen.Visible && item.Pen.Color != 0 && item.Pen.Color != 0xFFFFFF;
+    });
+}
 
 TEST_F(PrintGraphTest, ThePageHoldsTheGraphBetweenTheMarginsAndTheWindowIsAsBefore) {
     const Standing before;
@@ -110,19 +149,44 @@ TEST_F(PrintGraphTest, BlackAndWhiteIsForOneTimeOnly) {
         PrintGrPrintButton();
     });
     PrintGraphControl();
-    const auto colored = [](const DrawnItem& item) {
-        return item.Kind != "text" && item.Pen.Visible && item.Pen.Color != 0 && item.Pen.Color != 0xFFFFFF;
-    };
-    EXPECT_EQ(std::count_if(Printer.Pages[0].begin(), Printer.Pages[0].end(), colored), 0);
+    EXPECT_FALSE(Colored(Printer.Pages[0]));
     PrintIt();
-    EXPECT_GT(std::count_if(Printer.Pages[0].begin(), Printer.Pages[0].end(), colored), 0);
+    EXPECT_TRUE(Colored(Printer.Pages[0]));
     Printer.Now.HasColor = false;
     WithOptions([] {
         EXPECT_EQ(PrintGrForm.UseBW.Text, "Use c&olor on black and white printer");
         PrintGrPrintButton();
     });
     PrintGraphControl();
-    EXPECT_EQ(std::count_if(Printer.Pages[0].begin(), Printer.Pages[0].end(), colored), 0);
+    EXPECT_FALSE(Colored(Printer.Pages[0]));
+}
+
+TEST_F(PrintGraphTest, ColorsAskedForOnceReachNoLaterPictureHoweverTheFormWasLeft) {
+    const std::string before = GraphAs("svg");
+    const auto ticked = [](void (*then)()) {
+        return [then] {
+            EXPECT_EQ(PrintGrForm.UseBW.Value, 0);
+            PrintGrForm.UseBW.Value = 1;
+            then();
+        };
+    };
+    WithOptions(ticked(PrintGrOkButton));
+    PrintGraphControl();
+    EXPECT_EQ(GraphAs("svg"), before);
+    MetafileNoteShown = true;
+    WithOptions(ticked(PrintGrOkButton));
+    Outside.ExpectFile("Quillon - Save Graph File", ""); // and no file is named
+    WriteMeta();
+    EXPECT_EQ(GraphAs("svg"), before);
+    WithOptions(ticked([] {
+        PrintGrSavePicture();
+        PrintGrCancelButton();
+    }));
+    Outside.ExpectFile("Quillon - Save Graph File", "");
+    PrintGraphControl();
+    EXPECT_EQ(GraphAs("svg"), before);
+    PrintIt();
+    EXPECT_TRUE(Colored(Printer.Pages[0]));
 }
 
 TEST_F(PrintGraphTest, WithoutEjectThePageWaitsForTheNextGraph) {
@@ -154,6 +218,16 @@ TEST_F(PrintGraphTest, AHeldPageIsPrintedBeforeAnotherPrinterIsChosen) {
     EXPECT_EQ(Printer.Done, (std::vector<std::string>{"begin Quillon graph", "end", "choose"}));
 }
 
+TEST_F(PrintGraphTest, AHeldPageThatCannotBeEndedIsToldOnce) {
+    EjectPage = false;
+    PrintGraph(PrintModes::FromMenu);
+    Printer.EndFails = "Disk full";
+    Outside.ExpectMessage("Error 'Disk full" + Aborting);
+    EndHeldPage();
+    EXPECT_EQ(Printer.Done, (std::vector<std::string>{"begin Quillon graph", "abort"}));
+    EndHeldPage(); // there is none any more
+}
+
 TEST_F(PrintGraphTest, TheModeOfReportsEndsThePageAtOnce) {
     EjectPage = false;
     EXPECT_TRUE(PrintGraph(PrintModes::EndPage));
@@ -175,6 +249,37 @@ TEST_F(PrintGraphTest, CancelBeforeAndAfterDrawingAbortsTheJob) {
         EXPECT_EQ(before, Standing());
         Outside.DuringEvents = {};
     }
+}
+
+TEST_F(PrintGraphTest, ACancelWhileTheGraphIsDrawnEndsTheJob) {
+    std::vector<float> many(200); // the flag is looked at every 50 points
+    for (std::size_t point = 0; point < many.size(); ++point)
+        many[point] = static_cast<float>(point);
+    GraphSpec spec = Begin();
+    Plot(spec, Table({many}), Table({many}));
+    const Standing before;
+    int drawing = 0;
+    Outside.DuringEvents = [&] {
+        if (Chart.Painting != 0 && ++drawing == 1) PrintEscCancelButton();
+    };
+    EXPECT_FALSE(PrintGraph(PrintModes::FromMenu));
+    Outside.DuringEvents = {};
+    EXPECT_EQ(drawing, 1) << "it was asked once and went no further";
+    EXPECT_EQ(Printer.Done, (std::vector<std::string>{"begin Quillon graph", "abort"}));
+    EXPECT_EQ(Cancel, 0);
+    EXPECT_EQ(before, Standing());
+}
+
+TEST_F(PrintGraphTest, ACancelledSecondGraphTakesTheHeldPageWithIt) {
+    EjectPage = false;
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    Outside.DuringEvents = PrintEscCancelButton;
+    EXPECT_FALSE(PrintGraph(PrintModes::FromMenu));
+    Outside.DuringEvents = {};
+    EXPECT_EQ(Printer.Done, (std::vector<std::string>{"begin Quillon graph", "abort"}));
+    EjectPage = true;
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    EXPECT_EQ(Printer.Done.back(), "end") << "the next one has a page of its own";
 }
 
 TEST_F(PrintGraphTest, APrinterThatFailsIsToldAndNothingHasChanged) {
@@ -217,6 +322,39 @@ TEST_F(PrintGraphTest, ACustomSizeIsThatOfTheFrameWhereTheOptionSaysSo) {
     EXPECT_LT(ViewOfPage().Left, 1008);
     EXPECT_LT(ViewOfPage().Top, 1008);
     EXPECT_EQ(before, Standing());
+}
+
+TEST_F(PrintGraphTest, AFrameLargerThanThePaperIsPrintedWithItsLabels) {
+    SetSize(100.0F, 100.0F, true);
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    const DeviceRect view = ViewOfPage(), page{0, 0, 8 * 576 - 1, 10 * 576 + 287};
+    EXPECT_TRUE(Within(view, page));
+    int texts = 0;
+    for (const DrawnItem& item : Printer.Pages[0])
+        if (item.Kind == "text") {
+            ++texts;
+            EXPECT_TRUE(Within(TextBounds(item), view)) << item.Text;
+        }
+    EXPECT_GT(texts, 8);
+}
+
+TEST_F(PrintGraphTest, ALegendAtAPlaceOfItsOwnTakesTheSamePartOfThePage) {
+    GraphLegend& legend = Chart.Spec.Legend;
+    legend.AutoPlace = 0;
+    legend.Box.X1 = 500;
+    legend.Box.X2 = 700;
+    legend.Box.Y1 = 100;
+    legend.Box.Y2 = 300;
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    // The view is 432 to 4176 across and 432 to 5616 down; in the window 0 to 799 and 0 to 599.
+    const auto across = [](int x) { return static_cast<int>(std::nearbyint(432 + x * 3744.0 / 799)); };
+    const auto down = [](int y) { return static_cast<int>(std::nearbyint(432 + y * 5184.0 / 599)); };
+    const auto& page = Printer.Pages[0];
+    EXPECT_TRUE(std::any_of(page.begin(), page.end(), [&](const DrawnItem& item) {
+        return item.Kind == "rectangle" && item.Rect.Left == across(500) && item.Rect.Right == across(700) &&
+               item.Rect.Top == down(100) && item.Rect.Bottom == down(300);
+    }));
+    EXPECT_EQ(legend.Box.X1, 500) << "the window keeps its own";
 }
 
 // --- the dialog
@@ -329,20 +467,78 @@ TEST_F(PrintGraphTest, APrinterDialogThatFailsIsTold) {
 // --- metafiles and other pictures
 // ----------------------------------------------------------------------------
 
-TEST_F(PrintGraphTest, AMetafileIsAsLargeAsTheGraphOnPaper) {
-    Chart.Style.PageFull = 0.0F;
-    Chart.Style.PageCustom = -1;
-    Chart.Style.CustomWidth = 4.0F;
-    Chart.Style.CustomHeight = 3.0F;
-    const Standing before;
-    const EmfFile emf = ReadMetafile(PictureOnPaper("emf"));
+// The size that a metafile tells, in inches.
+std::pair<double, double> SizeOf(const std::string& metafile) {
+    const EmfFile emf = ReadMetafile(metafile);
     EXPECT_EQ(emf.Problem, "");
     constexpr std::size_t Frame = 24; // of the header: left, top, right, bottom in hundredths of a millimetre
     const EmfRecord& head = emf.Records.at(0);
-    EXPECT_NEAR((head.Signed(Frame + 8) - head.Signed(Frame)) / 2540.0, 4.0, 0.01);
-    EXPECT_NEAR((head.Signed(Frame + 12) - head.Signed(Frame + 4)) / 2540.0, 3.0, 0.01);
+    return {(head.Signed(Frame + 8) - head.Signed(Frame)) / 2540.0,
+            (head.Signed(Frame + 12) - head.Signed(Frame + 4)) / 2540.0};
+}
+
+TEST_F(PrintGraphTest, AMetafileIsAsLargeAsTheGraphOnPaper) {
+    const Standing before;
+    const auto expect = [](double width, double height) {
+        const auto [wide, high] = SizeOf(PictureOnPaper("emf"));
+        EXPECT_NEAR(wide, width, 0.01);
+        EXPECT_NEAR(high, height, 0.01);
+    };
+    expect(6.5, 9.0); // the full page, less margins of an inch
+    Chart.Style.PageFull = 0.0F;
+    Chart.Style.PageHalf = -1.0F;
+    expect(6.5, 5.5 - 1.0); // the upper half
+    std::swap(Printer.Now.Page.Width, Printer.Now.Page.Height);
+    expect(5.5 - 1.0, 6.5); // the left one
+    std::swap(Printer.Now.Page.Width, Printer.Now.Page.Height);
+    SetSize(4.0F, 3.0F, false);
+    expect(4.0, 3.0);
+    SetSize(3.0F, 2.0F, true); // what is around the frame comes to that
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    const DeviceRect view = ViewOfPage();
+    expect((view.Right - view.Left) / 576.0, (view.Bottom - view.Top) / 576.0);
+    EXPECT_GT(view.Right - view.Left, 3 * 576);
+    Chart.Style = before.Style;
     EXPECT_EQ(before, Standing());
-    EXPECT_EQ(Printer.Done.size(), 0U);
+}
+
+TEST_F(PrintGraphTest, APictureOnPaperShowsWhatIsPrintedPlaceByPlace) {
+    Printer.Now.Page.Border = EvenEdges(0.5);
+    const auto same = [this](const char* what) {
+        EXPECT_TRUE(PrintGraph(PrintModes::FromMenu)) << what;
+        EXPECT_EQ(Shown(RecordedPicture()), Shown(Printer.Pages[0])) << what;
+    };
+    same("full page");
+    Chart.Style.LeftMargin = Chart.Style.TopMargin = Chart.Style.RightMargin = Chart.Style.BottomMargin =
+        0.1F;
+    same("margins below the border");
+    EXPECT_EQ(ViewOfPage().Right, 7.5 * 576 - 1) << "to the end of what can be printed on";
+    Chart.Style.KeepAspect = -1;
+    same("the ratio of the window");
+    Chart.Style.KeepAspect = 0;
+    Chart.Spec.Title2.Text = "below it";
+    Chart.Style.LeftMargin = Chart.Style.TopMargin = 2.0F;
+    SetSize(4.0F, 3.0F, true);
+    same("the axis frame, with titles in a space that is larger than they are");
+}
+
+TEST_F(PrintGraphTest, APaperInPixelsIsRoundedToTheNearest) {
+    Printer.Now.Page.Width = 8.269; // 2480.7 dots
+    Printer.Now.Page.Height = 11.692;
+    Printer.Now.Page.Border = {};
+    RecordingSurface sheet;
+    PictureRequest asked;
+    OpenToolkitPicture = [&](const std::string&, const PictureRequest& request) {
+        asked = request;
+        sheet.Width = request.Width;
+        sheet.Height = request.Height;
+        sheet.DotsPerInchX = sheet.DotsPerInchY = request.DotsPerInchX;
+        return PictureFile{sheet.Surface(), [](const DeviceRect&) {}, [] { return std::string(); }};
+    };
+    PictureOnPaper("png");
+    OpenToolkitPicture = {};
+    EXPECT_EQ(asked.Width, 2481);
+    EXPECT_EQ(asked.Height, 3508);
 }
 
 TEST_F(PrintGraphTest, TheMetafileCommandsAskForItsPropertiesAndTellOnceWhatTheyMean) {
@@ -377,15 +573,21 @@ TEST_F(PrintGraphTest, TheMetafileCommandsAskForItsPropertiesAndTellOnceWhatThey
 
 TEST_F(PrintGraphTest, AMetafileHasTheColorsOfThePrinterOrThoseAskedForOnce) {
     Printer.Now.HasColor = false;
-    Chart.UseColorOnBW = -1;
-    const auto colored = [](const std::string& bytes) {
-        const std::vector<EmfItem> items = PlayMetafile(ReadMetafile(bytes));
+    MetafileNoteShown = true;
+    const auto colored = [&](std::int16_t box) {
+        WithOptions([box] {
+            PrintGrForm.UseBW.Value = box;
+            PrintGrOkButton();
+        });
+        CopyMeta();
+        const std::vector<EmfItem> items = PlayMetafile(ReadMetafile(Outside.ClipboardKinds.Emf));
         return std::any_of(items.begin(), items.end(), [](const EmfItem& item) {
             return item.PenVisible && item.PenColor != 0 && item.PenColor != 0xFFFFFF;
         });
     };
-    EXPECT_TRUE(colored(PictureOnPaper("emf")));
-    EXPECT_FALSE(colored(PictureOnPaper("emf")));
+    EXPECT_FALSE(colored(0));
+    EXPECT_TRUE(colored(1));
+    EXPECT_FALSE(colored(0));
 }
 
 TEST_F(PrintGraphTest, PicturesOfTheSizeOnPaperAreSavedFromTheDialog) {
@@ -407,6 +609,24 @@ TEST_F(PrintGraphTest, PicturesOfTheSizeOnPaperAreSavedFromTheDialog) {
     Outside.ExpectMessage("Error 'no graph is written as 'xyz'' occurred while writing " +
                           Outside.Directory() + "/column.xyz");
     PrintGrSavePicture();
+}
+
+TEST_F(PrintGraphTest, APictureSavedFromTheDialogTakesNothingOverUntilTheFormIsLeftSo) {
+    const Standing before;
+    const std::string path = Outside.Directory() + "/half.svg";
+    WithOptions([&] {
+        PrintGrSizeClick(&PrintGrFormRecord::PageHalf);
+        PrintGrForm.Length[LeftEdge].Text = "2";
+        PrintGrForm.EjectPage.Value = 0;
+        Outside.ExpectFile("Quillon - Save Graph File", path);
+        PrintGrSavePicture();
+        PrintGrCancelButton();
+    });
+    PrintGraphControl();
+    EXPECT_EQ(before, Standing());
+    EXPECT_TRUE(EjectPage);
+    const std::string svg = ReadWholeFile(path);
+    EXPECT_NEAR(std::stod(svg.substr(svg.find("width=\"") + 7)) / 72.0, 8.5 - 2.0 - 1.0, 0.01);
 }
 
 } // namespace

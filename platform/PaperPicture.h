@@ -1,0 +1,16 @@
+#pragma once
+// Pictures that stand for the pages of a printer.
+
+#include "platform/PictureFile.h"
+
+#include <utility>
+
+namespace Quillon {
+
+// The picture as a printer with colours, or without, would print it: what is drawn asks the surface.
+inline PictureFile InColor(PictureFile picture, bool color) {
+    picture.Surface.HasColor = [color] { return color; };
+    return picture;
+}
+
+} // namespace Quillon
