@@ -104,11 +104,13 @@ void PreviewReport(bool withGraph) {
 void DrawPreviewPage(const DrawingSurface& surface) {
     const PrintedReport& report = ReportPreview.Report;
     const CancelScope whole;
+    DrawingSurface sheet = surface;
+    sheet.HasColor = [color = report.Printer.HasColor] { return color; };
     try {
-        DrawPage(report, ReportPreview.Page, surface);
+        DrawPage(report, ReportPreview.Page, sheet);
     } catch (const RuntimeError& error) {
         const std::string told = "This page cannot be drawn: " + error.Text;
-        DrawReportPage(surface, report.Printer, report.Paper, WrapLine(told, report.Paper.Columns));
+        DrawReportPage(sheet, report.Printer, report.Paper, WrapLine(told, report.Paper.Columns));
     }
 }
 

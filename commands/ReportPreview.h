@@ -29,7 +29,8 @@ void PreviewReport(bool withGraph);
 
 void LoadReportPreview(bool withGraph);
 
-// Draws the page that is shown on a surface as large as the printable area of the paper. Why a page cannot be
+// Draws the page that is shown on a surface as large as the printable area of the paper, in colours where the
+// printer has them. Why a page cannot be
 // drawn stands on its sheet.
 void DrawPreviewPage(const DrawingSurface& surface);
 

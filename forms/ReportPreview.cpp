@@ -65,7 +65,6 @@ private:
         target->Width = PageUnits(Paper().PrintableWidth());
         target->Height = PageUnits(Paper().PrintableHeight());
         target->DotsPerInchX = target->DotsPerInchY = PageDots;
-        target->HasColor = ReportPreview.Report.Printer.HasColor;
         target->Origin = {-PageUnits(Paper().Border.Left), -PageUnits(Paper().Border.Top)};
         target->Scale = UnitsToPixels() * devicePixelRatioF();
         target->ThinnestPen = 1.0 / target->Scale; // a pixel of the display

@@ -22,21 +22,17 @@ const char* LoadingPicture() {
     return Work.ConcUnits == 2 ? "0.000E+00" : "#0.0000";
 }
 
+const char* LoadingUnit() {
+    if (Work.ConcUnits == 1) return "mg/mL";
+    if (Work.ConcUnits == 2) return "molar";
+    return Work.ConcUnits == 0 ? "AU" : "fringes";
+}
+
 std::string LoadingHead(const std::string& caption) {
-    const std::string quantity = caption.substr(0, caption.find('(') + 1);
-    switch (Work.ConcUnits) {
-    case 0:
-        return quantity + "AU)";
-    case 1:
-    case 4:
-        return quantity + "mg/mL)";
-    case 2:
-        return quantity + "molar)";
-    case 3:
-        return quantity + "fringes)";
-    default:
-        return caption;
-    }
+    constexpr int WeightOfFringes = 4;
+    if (Work.ConcUnits < 0 || Work.ConcUnits > WeightOfFringes) return caption;
+    const std::string unit = Work.ConcUnits == WeightOfFringes ? "mg/mL" : LoadingUnit();
+    return caption.substr(0, caption.find('(') + 1) + unit + ")";
 }
 
 std::string ToleranceText(float tolerance) {

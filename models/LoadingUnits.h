@@ -15,6 +15,10 @@ double LoadingFactor(std::size_t species, long row);
 // Number picture of a shown loading.
 const char* LoadingPicture();
 
+// The unit of the numbers that are shown. Of interference data these are the signals themselves, so that it
+// is fringes whatever unit is in force; the report says so. [decision: loadings-in-fringes]
+const char* LoadingUnit();
+
 // A head with the unit in force in place of the one that caption ends with.
 std::string LoadingHead(const std::string& caption);
 

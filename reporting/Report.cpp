@@ -52,6 +52,8 @@ void PrintStatistics(ReportPages& report) {
                                "; parameter precision = " + SingleText(ToSingle(percent)) + "%");
 }
 
+// What the numbers above have to be read with stands behind them, beyond the lines that every report has.
+// [decision: report-says-more]
 void PrintWarnings(ReportPages& report) {
     for (const std::string& line : FitWarningLines())
         ReportLineFeed(report, "    Warning -- " + line);

@@ -121,13 +121,20 @@ void PrintBaseline(Lines& lines, long row, const std::string& name, int columns)
         lines.push_back("   baseline data shifted " + shift);
 }
 
+// What the coefficients of a set are told against: the wavelength of the first scan, or that scan where
+// its file tells none.
+std::string ReferenceText() {
+    const std::string wavelength = Picture(CoefficientWavelength(), "###");
+    return wavelength.empty() ? "of the first scan" : "at " + wavelength + " nm";
+}
+
+// Only where there is something to tell. [decision: extinction-that-differs]
 void PrintExtinction(Lines& lines, long row) {
     const float a = Work.ExtinctionRatio[0][row];
     const float b = Work.ExtinctionRatio[1][row];
     const bool otherWavelength = std::abs(Work.ScanWavelength[row] - CoefficientWavelength()) > 1.0F;
     if (a == 1.0F && (b == 1.0F || !HasTwoSpecies()) && !otherWavelength) return;
-    std::string line = "   Extinction is " + Picture(a, "0.0000") + " * that at " +
-                       Picture(CoefficientWavelength(), "##0") + " nm";
+    std::string line = "   Extinction is " + Picture(a, "0.0000") + " * that " + ReferenceText();
     if (HasTwoSpecies()) line += " for A, and " + Picture(b, "0.0000") + " for B";
     lines.push_back(line);
 }
@@ -150,8 +157,7 @@ void PrintSets(Lines& lines, int columns) {
         lines.push_back("The directory for all baseline files is " + baselines.Directory);
 }
 
-// --- constants
-// -----------------------------------------------------------------------------------------------
+// --- constants ---------------------------------------------------------------------------------------------
 
 void PrintMassConstants(Lines& lines) {
     const std::string density = " and solvent density = " + Picture(Work.SolventDensity, "0.000000");

@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Quillon {
 namespace {
@@ -65,10 +66,36 @@ protected:
         return file;
     }
     void Turn() {
+        Last = Sheet.Items;
         for (const DrawnItem& item : Sheet.OfKind("text"))
             Bytes += item.Text + "\n";
         Bytes += "==\n";
         Sheet.Clear();
+    }
+
+    // A graph of the user's own in the chart window.
+    static void PlotOwn() {
+        GraphSpec spec;
+        GraphInit(spec, GraphTypes::XYPlot, PlotStyles::Lines);
+        Chart.GraphHeld = FlagTrue;
+        SetTable x(2, 1), y(2, 1);
+        x(1, 1) = y(1, 1) = 1.0F;
+        x(2, 1) = y(2, 1) = 2.0F;
+        spec.Title1.Text = "the user's own";
+        PlotSets(spec, x, y, 2, 1, 1, {"a"}, {}, {});
+    }
+
+    // The page of the graph as the preview shows it.
+    std::vector<DrawnItem> Previewed() {
+        LoadReportPreview(true);
+        ReportPreview.Page = PageCount(ReportPreview.Report);
+        RecordingSurface sheet;
+        const PrinterPage& page = Printer.Now.Page;
+        sheet.Width = PageUnits(page.PrintableWidth());
+        sheet.Height = PageUnits(page.PrintableHeight());
+        sheet.DotsPerInchX = sheet.DotsPerInchY = PageDots;
+        DrawPreviewPage(sheet.Surface());
+        return sheet.Items;
     }
 
     // The texts of all pages, without empty lines.
@@ -92,7 +119,14 @@ protected:
     RecordingSurface Screen, Sheet;
     PictureRequest Asked;
     std::string Bytes;
+    std::vector<DrawnItem> Last; // of the latest page of a PDF
 };
+
+bool Colored(const std::vector<DrawnItem>& items) {
+    return std::any_of(items.begin(), items.end(), [](const DrawnItem& item) {
+        return item.Kind != "text" && item.Pen.Visible && item.Pen.Color != 0 && item.Pen.Color != 0xFFFFFF;
+    });
+}
 
 TEST_F(PrintedReportTest, EveryPageIsPrintedWithTheTextOfTheReport) {
     const PrintedReport report = MakePrintedReport(Printer.Now, false);
@@ -116,14 +150,7 @@ TEST_F(PrintedReportTest, PagesFollowThePaper) {
 }
 
 TEST_F(PrintedReportTest, TheGraphStandsOnAPageBehindTheTextAndTheWindowKeepsItsOwn) {
-    GraphSpec spec;
-    GraphInit(spec, GraphTypes::XYPlot, PlotStyles::Lines);
-    Chart.GraphHeld = FlagTrue;
-    SetTable x(2, 1), y(2, 1);
-    x(1, 1) = y(1, 1) = 1.0F;
-    x(2, 1) = y(2, 1) = 2.0F;
-    spec.Title1.Text = "the user's own";
-    PlotSets(spec, x, y, 2, 1, 1, {"a"}, {}, {});
+    PlotOwn();
     Charts.StatusLine.Text = "read here";
     const std::string before = GraphFileBytes();
     const std::size_t drawn = Screen.Items.size();
@@ -142,8 +169,9 @@ TEST_F(PrintedReportTest, TheGraphStandsOnAPageBehindTheTextAndTheWindowKeepsIts
     }
 }
 
-TEST_F(PrintedReportTest, CancelAtAnyPageAbortsAndLeavesTheFit) {
-    const std::string before = FitFileBytes();
+TEST_F(PrintedReportTest, CancelAtAnyPageAbortsAndLeavesFitAndGraph) {
+    PlotOwn();
+    const std::string before = FitFileBytes(), graph = GraphFileBytes();
     const PrintedReport report = MakePrintedReport(Printer.Now, true);
     for (int at = 1; at <= PageCount(report); ++at) {
         int served = 0;
@@ -154,12 +182,31 @@ TEST_F(PrintedReportTest, CancelAtAnyPageAbortsAndLeavesTheFit) {
         EXPECT_EQ(Printer.Done.back(), "abort") << at;
         EXPECT_EQ(Work.AbortFit, FlagFalse);
         EXPECT_EQ(Outside.Forms.back(), "hide PrintEsc");
+        EXPECT_EQ(GraphFileBytes(), graph) << at;
     }
     EXPECT_EQ(FitFileBytes(), before);
 }
 
-TEST_F(PrintedReportTest, APrinterThatFailsOrVanishesIsToldAndTheFitIsAsBefore) {
-    const std::string before = FitFileBytes();
+TEST_F(PrintedReportTest, ACancelWhileTheGraphIsDrawnAbortsTheJob) {
+    PlotOwn();
+    const std::string graph = GraphFileBytes();
+    const auto begin = Host.Printer.Begin;
+    Host.Printer.Begin = [&](const std::string& title) {
+        std::optional<PrintJob> job = begin(title);
+        job->Surface.Line = [](int, int, int, int) {
+            if (Chart.Painting != 0) PrintEscCancelButton(); // as its window does
+        };
+        return job;
+    };
+    EXPECT_FALSE(PrintPages(MakePrintedReport(Printer.Now, true)));
+    EXPECT_EQ(Printer.Done.back(), "abort");
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+    EXPECT_EQ(GraphFileBytes(), graph);
+}
+
+TEST_F(PrintedReportTest, APrinterThatFailsOrVanishesIsToldAndFitAndGraphAreAsBefore) {
+    PlotOwn();
+    const std::string before = FitFileBytes(), graph = GraphFileBytes();
     const PrintedReport report = MakePrintedReport(Printer.Now, true);
     Printer.BeginFails = "the printer could not be opened";
     Outside.ExpectMessage("Error 'the printer could not be opened" + Aborting);
@@ -177,6 +224,90 @@ TEST_F(PrintedReportTest, APrinterThatFailsOrVanishesIsToldAndTheFitIsAsBefore) 
     EXPECT_FALSE(PrintPages(report));
     EXPECT_EQ(Printer.Done.back(), "abort");
     EXPECT_EQ(FitFileBytes(), before);
+    EXPECT_EQ(GraphFileBytes(), graph);
+}
+
+TEST_F(PrintedReportTest, AGraphWithoutRoomBetweenItsOwnMarginsTakesThoseOfThePrinter) {
+    PlotOwn();
+    const auto fits = [this] {
+        const std::string graph = GraphFileBytes();
+        EXPECT_TRUE(PrintPages(MakePrintedReport(Printer.Now, true)));
+        const DeviceRect view = Printer.Pages.back().at(0).Rect; // its background is painted first
+        const int margin = static_cast<int>(std::lround(15.0 / 25.4 * 576.0));
+        EXPECT_NEAR(view.Left, margin, 1);
+        EXPECT_NEAR(view.Top, margin, 1);
+        EXPECT_NEAR(view.Right, 595 * 8 - margin, 1);
+        EXPECT_NEAR(view.Bottom, 842 * 8 - margin, 1);
+        EXPECT_EQ(GraphFileBytes(), graph) << "the settings of the window stay";
+    };
+    Chart.Style.LeftMargin = Chart.Style.RightMargin = 5.0F; // of a larger sheet
+    fits();
+    Chart.Style.LeftMargin = Chart.Style.RightMargin = 1.0F;
+    Chart.Style.PageFull = 0.0F;
+    Chart.Style.PageCustom = -1;
+    Chart.Style.CustomWidth = Chart.Style.CustomHeight = 0.1F; // less than its texts take
+    fits();
+}
+
+TEST_F(PrintedReportTest, AGraphWithoutAnyRoomIsToldAndThePreviewSaysSoOnItsSheet) {
+    PlotOwn();
+    const std::string graph = GraphFileBytes(), before = FitFileBytes();
+    Printer.Now.Page.Width = Printer.Now.Page.Height = 1.0; // the margins meet
+    const std::string why = "the margins leave no room on the paper";
+    std::string told;
+    for (const DrawnItem& item : Previewed())
+        told += item.Text + " ";
+    std::erase(told, ' ');
+    EXPECT_EQ(told, "Thispagecannotbedrawn:themarginsleavenoroomonthepaper");
+    Outside.ExpectMessage("Error '" + why + Aborting);
+    EXPECT_FALSE(PrintPages(MakePrintedReport(Printer.Now, true)));
+    EXPECT_EQ(Printer.Done.back(), "abort");
+    EXPECT_THROW(ReportPdf(MakePrintedReport(Printer.Now, true)), RuntimeError);
+    EXPECT_EQ(GraphFileBytes(), graph);
+    EXPECT_EQ(FitFileBytes(), before);
+}
+
+TEST_F(PrintedReportTest, AHeldPageIsPrintedBeforeTheReport) {
+    PlotOwn();
+    EjectPage = false;
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    EjectPage = true;
+    EXPECT_TRUE(PrintPages(MakePrintedReport(Printer.Now, false)));
+    ASSERT_GT(Printer.Done.size(), 3U);
+    EXPECT_EQ(Printer.Done[0], "begin Quillon graph");
+    EXPECT_EQ(Printer.Done[1], "end");
+    EXPECT_EQ(Printer.Done[2], "begin Quillon report");
+    EXPECT_EQ(Printer.Done.back(), "end");
+}
+
+TEST_F(PrintedReportTest, PagesOfAPrinterWithoutColorsAreBlackOnPaperInTheFileAndInThePreview) {
+    for (const bool color : {true, false}) {
+        Printer.Now.HasColor = color;
+        const PrintedReport report = MakePrintedReport(Printer.Now, true);
+        EXPECT_TRUE(PrintPages(report));
+        EXPECT_EQ(Colored(Printer.Pages.back()), color);
+        ReportPdf(report);
+        EXPECT_EQ(Colored(Last), color);
+        EXPECT_EQ(Colored(Previewed()), color);
+    }
+}
+
+TEST_F(PrintedReportTest, ColorsAskedForAGraphAreNotThoseOfTheReport) {
+    Chart.UseOnlyBW = FlagTrue;
+    ReportPdf(MakePrintedReport(Printer.Now, true));
+    EXPECT_TRUE(Colored(Last));
+    EXPECT_EQ(Chart.UseOnlyBW, FlagTrue);
+}
+
+TEST_F(PrintedReportTest, ACancelFromBeforeLeavesFileAndPreviewWhole) {
+    const PrintedReport report = MakePrintedReport(Printer.Now, true);
+    ReportPdf(report);
+    const std::size_t whole = Last.size(), shown = Previewed().size();
+    Work.AbortFit = FlagTrue;
+    ReportPdf(report);
+    EXPECT_EQ(Last.size(), whole);
+    EXPECT_EQ(Previewed().size(), shown);
+    EXPECT_EQ(Work.AbortFit, FlagTrue) << "it is left to whom it was meant for";
 }
 
 TEST_F(PrintedReportTest, APdfHoldsTheSamePagesOnTheWholeSheet) {

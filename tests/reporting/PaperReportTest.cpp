@@ -93,6 +93,74 @@ TEST(PaperReport, LinesStandBetweenTheMarginsOneBelowTheOther) {
     }
 }
 
+TEST(PaperReport, VerySmallSheetsLoseNoLine) {
+    Script script;
+    Work = HandBuiltFit();
+    PrinterState printer;
+    for (const double inches : {1.5, 2.0, 3.0}) { // the smallest body and its foot are higher than that
+        printer.Page.Width = 6.0;
+        printer.Page.Height = inches;
+        const std::vector<PageLines> pages = PrintReport(PaperOf(printer.Page));
+        for (const PageLines& page : pages) {
+            RecordingSurface sheet = SheetOf(printer.Page);
+            for (const DrawnItem& text : Drawn(sheet, printer, page)) {
+                EXPECT_GE(TextBounds(text).Top / PageDots, 15.0 / 25.4 - 1.0 / PageDots) << inches;
+                EXPECT_LE(TextBounds(text).Bottom / PageDots, inches - 15.0 / 25.4 + 0.01) << inches;
+            }
+        }
+    }
+}
+
+TEST(PaperReport, MarginsThatMeetCountAsTheBorderOfThePrinter) {
+    Script script;
+    Work = HandBuiltFit();
+    PrinterState printer;
+    printer.Page.Border = EvenEdges(0.25);
+    printer.Page.Margin = EvenEdges(6.0);
+    const PageLines page = PrintReport(PaperOf(printer.Page)).front();
+    RecordingSurface sheet = SheetOf(printer.Page);
+    const DeviceRect whole{0, 0, sheet.Width, sheet.Height};
+    for (const DrawnItem& text : Drawn(sheet, printer, page)) {
+        const DeviceRect place = TextBounds(text);
+        EXPECT_TRUE(place.Left >= 0 && place.Top >= 0 && place.Right <= whole.Right &&
+                    place.Bottom <= whole.Bottom)
+            << text.Text;
+    }
+}
+
+// A line without its blanks: where it is broken and how it is indented does not matter.
+std::string Squeezed(std::string text) {
+    std::erase(text, ' ');
+    return text;
+}
+
+TEST(PaperReport, ErrorsAndLimitsAreWrappedWholeOnNarrowPaper) {
+    Script script;
+    Work = HandBuiltFit();
+    Work.LimitsDone = FlagTrue;
+    Work.ParmLimits[0].Recreate(3, -0.5F);
+    Work.ParmLimits[1].Recreate(3, 0.25F);
+    std::vector<std::string> whole;
+    for (const std::string& line : PrintReport({200, 0}).front())
+        if (line.find("+/-") != std::string::npos) {
+            EXPECT_NE(line.find("[ "), std::string::npos) << line;
+            EXPECT_TRUE(line.ends_with(" ]")) << line;
+            whole.push_back(Squeezed(line));
+        }
+    EXPECT_EQ(whole.size(), 4U);
+    for (const char* name : {"a4", "letter", "a4-landscape", "letter-landscape"})
+        for (const float size : {20.0F, 30.0F}) {
+            const int columns = PaperOf(NamedPaper(name), size).Columns;
+            std::string all;
+            for (const std::string& line : PrintReport({columns, 0}).front()) {
+                EXPECT_LE(static_cast<int>(line.size()), columns);
+                all += Squeezed(line);
+            }
+            for (const std::string& line : whole)
+                EXPECT_NE(all.find(line), std::string::npos) << name << " " << line;
+        }
+}
+
 TEST(PaperReport, TheFaceIsOneOfThePrintersOrWhatStandsForCourierNew) {
     Script script;
     Work = HandBuiltFit();

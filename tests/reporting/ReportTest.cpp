@@ -325,6 +325,9 @@ TEST(Report, RatiosReferToTheFirstRowEvenOutsideTheFit) {
     Work.ScanWavelength[2] = 230.0F;
     Work.ExtinctionRatio[0][2] = 1.25F;
     EXPECT_EQ(ModelLine("   Extinction"), "   Extinction is 1.2500 * that at 280 nm");
+    Work.ScanWavelength[1] = 0.0F; // of a file that tells none
+    EXPECT_EQ(ModelLine("   Extinction"), "   Extinction is 1.2500 * that of the first scan");
+    Work.ScanWavelength[1] = 280.0F;
     Work.ScanFile[1].clear(); // nothing there to refer to
     Work.ExtinctionRatio[0][2] = 1.0F;
     EXPECT_EQ(ModelLine("   Extinction"), "(no such line)");
