@@ -125,19 +125,40 @@ bool DrawSetLine(const PointSource& source, const MappedSet& mapped, long& count
     return true;
 }
 
+// Which points of a set have symbols: each Step-th one from First on, of those that are there.
+struct SymbolChoice {
+    int First = 0, Step = 1;
+    bool Takes(int place) const { return place >= First && (place - First) % Step == 0; }
+};
+
+// A few along the line, each set's at points of their own.
+SymbolChoice FewAlong(const MappedSet& mapped) {
+    constexpr int few = 6;
+    constexpr int places = 18; // in a step: neighbours among the sets stand five of them apart
+    const auto count = mapped.X.Hi() - std::count(mapped.X.begin(), mapped.X.end(), NoPoint);
+    const int step = std::max(static_cast<int>(count) / few, 1);
+    const SetLook* look = LookOf(mapped.Set);
+    const int dash = look != nullptr ? look->Dash : 0;
+    return {dash * 5 % places * step / places, step};
+}
+
+bool SymbolIsSeen(int x, int y, const DeviceRect& clip, int reach) {
+    return x >= clip.Left - reach && x <= clip.Right + reach && y >= clip.Top - reach &&
+           y <= clip.Bottom + reach;
+}
+
 // The symbols of a set; those that the clip hides are passed over.
-bool DrawSetSymbols(const MappedSet& mapped, long& count) {
+bool DrawSetSymbols(const MappedSet& mapped, const SymbolChoice& choice, long& count) {
     const std::int16_t code = SymbolOf(mapped.Set);
     SelectSymbolPen(mapped.Set, code);
     const DeviceRect clip = FrameClip();
     const int reach =
         std::max(Chart.State.SymbolHalfX, Chart.State.SymbolHalfY) + PenWidth(Chart.Style.SymbolWidth) + 2;
+    int place = 0; // among those that are there
     for (int point = 1; point <= Chart.State.Npts; ++point) {
         const int x = mapped.X[point];
         const int y = mapped.Y[point];
-        const bool seen = x >= clip.Left - reach && x <= clip.Right + reach && y >= clip.Top - reach &&
-                          y <= clip.Bottom + reach;
-        if (x != NoPoint && seen) DrawPoint(x, y, code);
+        if (x != NoPoint && choice.Takes(place++) && SymbolIsSeen(x, y, clip, reach)) DrawPoint(x, y, code);
         if (!CountPoint(count)) return false;
     }
     return true;
@@ -156,11 +177,13 @@ void DrawSets(const PointSource& source) {
     const int group = sets < 26 ? 5 : sets / 5;
     TargetSurface().SetClip(FrameClip());
     SetFrameMapping();
+    const bool few = DashesRunOut();
     long count = 0;
     for (int set = 1; set <= sets; ++set) {
         const MappedSet mapped = MapSet(source, set);
         if (HasLine(set) && !DrawSetLine(source, mapped, count)) break;
-        if (HasSymbols(set) && !DrawSetSymbols(mapped, count)) break;
+        if (HasSymbols(set) && !DrawSetSymbols(mapped, {}, count)) break;
+        if (few && !HasSymbols(set) && !DrawSetSymbols(mapped, FewAlong(mapped), count)) break;
         if (Chart.Target == Targets::Screen && Seams.KeepsPicture != 0 && set % group == 0)
             TargetSurface().Refresh();
     }

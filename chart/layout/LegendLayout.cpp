@@ -73,12 +73,16 @@ void Crop(LegendSpace& space, int width, int height) {
     }
 }
 
-// A legend of looks: their lines follow those of the sets.
+// A legend of looks: their lines follow those of the sets. An entry without a colour names a dash, and the
+// symbol that goes with it.
 std::vector<LegendEntry> EntriesOfLooks() {
     std::vector<LegendEntry> entries;
+    const bool symbols = DashesRunOut() || Chart.Spec.SymbolMode != 3;
     int line = static_cast<int>(Looks.Sets.size());
-    for (const LookEntry& look : Looks.Legend)
-        entries.push_back({++line, 0, 0, look.Name});
+    for (const LookEntry& entry : Looks.Legend) {
+        ++line;
+        entries.push_back({line, symbols && entry.Look.Color < 0 ? line : 0, 0, entry.Name});
+    }
     return entries;
 }
 

@@ -47,16 +47,6 @@ ChartColor RainbowColor(int set) {
     return HSBtoColor(static_cast<float>(hue), 1.0F, 0.5F);
 }
 
-// The look that the caller gave a set, or an entry of the legend behind the last set; none where sets go by
-// their numbers.
-const SetLook* LookOf(int set) {
-    const auto place = static_cast<std::size_t>(set - 1);
-    if (Looks.Sets.empty() || set < 1) return nullptr;
-    if (place < Looks.Sets.size()) return &Looks.Sets[place];
-    const std::size_t entry = place - Looks.Sets.size();
-    return entry < Looks.Legend.size() ? &Looks.Legend[entry].Look : nullptr;
-}
-
 // Without colours the dash style changes with each line. Where sets alternate, only every second index is
 // that of a line, so that these are counted; with colours they are not, since there the dash style changes
 // when the colours have run out.
@@ -136,6 +126,20 @@ int NumberOfSet(int set) {
     if (set < 1 || set > Chart.SetFlags.Hi()) return 0;
     const int number = Chart.SetFlags[set] - NumberMark;
     return number >= 1 && number <= CycleLen + 1 ? number : 0;
+}
+
+const SetLook* LookOf(int set) {
+    const auto place = static_cast<std::size_t>(set - 1);
+    if (Looks.Sets.empty() || set < 1) return nullptr;
+    if (place < Looks.Sets.size()) return &Looks.Sets[place];
+    const std::size_t entry = place - Looks.Sets.size();
+    return entry < Looks.Legend.size() ? &Looks.Legend[entry].Look : nullptr;
+}
+
+bool DashesRunOut() {
+    const int styles = Chart.Style.DashedLines != 0 ? 5 : 1; // 0 solid, 1 to 4 the patterns
+    return std::any_of(Looks.Sets.begin(), Looks.Sets.end(),
+                       [styles](const SetLook& look) { return look.Dash >= styles; });
 }
 
 int SetIndex(int set) {

@@ -3,6 +3,7 @@
 
 #include "chart/records/Colors.h"
 #include "chart/records/Records.h"
+#include "chart/records/SetLooks.h"
 
 namespace Quillon {
 
@@ -33,6 +34,14 @@ int SetIndex(int set);
 
 // The number of a set in SetFlags; 0 where it goes by its own.
 int NumberOfSet(int set);
+
+// The look that the caller gave a set, or an entry of the legend behind the last set; nullptr where sets go
+// by their numbers.
+const SetLook* LookOf(int set);
+
+// True when looks ask for more dash styles than there are: then a few symbols along each line, one kind for
+// each place in the cycle of dashes, tell those apart whose dashes are alike.
+bool DashesRunOut();
 
 // The colour of a set: of the cycle, or of the gradient while UseRainbowColors is on.
 Rgb SetColor(int set);

@@ -61,6 +61,7 @@ void DrawSquare(int x, int y, int a, int b) {
 } // namespace
 
 std::int16_t SymbolOf(int set) {
+    if (const SetLook* look = LookOf(set)) return Chart.Cycles.Symbol[CyclePlace(look->Dash)];
     const bool own = Alternating() && NumberOfSet(set) == 0;
     return Chart.Cycles.Symbol[CyclePlace(own ? set - 1 : SetIndex(set))];
 }
@@ -109,9 +110,8 @@ void DrawSymbol(int x, int y, std::int16_t code) {
 }
 
 void DrawPoint(int x, int y, std::int16_t code) {
-    // Where sets alternate, the symbols are what the odd ones consist of, and are drawn in any case.
-    const std::int16_t mode =
-        Alternating() && Chart.Spec.SymbolMode == 3 ? std::int16_t{1} : Chart.Spec.SymbolMode;
+    // Some symbols are drawn in any case: those that alternating sets consist of, and the few along lines.
+    const std::int16_t mode = Chart.Spec.SymbolMode == 3 ? std::int16_t{1} : Chart.Spec.SymbolMode;
     if (mode == 0 || mode == 1) DrawSymbol(x, y, code);
     if (mode == 0 || mode == 2) TargetSurface().Line(x, y, x, y);
 }

@@ -16,13 +16,14 @@ namespace Quillon {
 // and on a metafile with nothing.
 void SelectSymbolPen(int set, std::int16_t code);
 
-// The symbol of a set.
+// The symbol of a set; among sets with looks it goes with the dash.
 std::int16_t SymbolOf(int set);
 
 // Draws a symbol about a point, with the pen and brush in force.
 void DrawSymbol(int x, int y, std::int16_t code);
 
-// Draws what SymbolMode asks for at a point: the symbol, a dot at its centre, or both.
+// Draws what SymbolMode asks for at a point: the symbol, a dot at its centre, or both; the symbol where it
+// asks for none.
 void DrawPoint(int x, int y, std::int16_t code);
 
 } // namespace Quillon

@@ -5,6 +5,7 @@
 #include "GraphBench.h"
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Pens.h"
+#include "chart/pens/Symbols.h"
 #include "chart/records/SetLooks.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/SpecialOptions.h"
@@ -12,6 +13,7 @@
 #include "tests/support/ModelCases.h"
 
 #include <cmath>
+#include <set>
 
 namespace Quillon {
 namespace {
@@ -142,6 +144,37 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     EXPECT_NE(Screen.FindText("set18.RA1"), nullptr) << "eighteen sets do not fit";
     ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
     EXPECT_TRUE(Looks.Sets.empty()) << "looks outlived their graph";
+}
+
+// There are five dashes: with eighteen sets a few symbols along each line tell apart those that share one.
+TEST_F(SpeciesGraphs, EighteenSetsAreToldApartBySymbolsAndDashes) {
+    Fit("Model02EighteenSets");
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    std::set<std::pair<int, int>> looks, legend;
+    const std::vector<LegendEntry> entries = LegendEntries();
+    for (int k = 0; k < 18; ++k) {
+        const std::int16_t dash = Chart.Cycles.Line2[static_cast<std::size_t>(k)];
+        for (int column = 1; column <= 3; ++column)
+            looks.insert({dash, SymbolOf(3 * k + column)});
+        const LegendEntry& entry = entries[static_cast<std::size_t>(3 + k)];
+        EXPECT_EQ(entry.SymbolSet, entry.LineSet);
+        legend.insert({dash, SymbolOf(entry.SymbolSet)});
+    }
+    EXPECT_EQ(looks.size(), 18U) << "the species of a set differ, or two sets do not";
+    EXPECT_EQ(legend, looks);
+    EXPECT_EQ(entries[0].SymbolSet, 0) << "a species has no symbol";
+    const auto ellipses = [this] { return Screen.OfKind("ellipse").size(); };
+    EXPECT_GE(ellipses(), 2U * 3U * 5U) << "solid and open circles, five or more along each of three lines";
+    EXPECT_LE(ellipses(), 2U * (3U * 8U + 1U));
+}
+
+TEST_F(SpeciesGraphs, FewSetsAreToldApartByDashesAlone) {
+    Fit("Model02");
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    ASSERT_LE(Work.NumSets, 5);
+    EXPECT_TRUE(Screen.OfKind("ellipse").empty() && Screen.OfKind("polygon").empty());
+    for (const LegendEntry& entry : LegendEntries())
+        EXPECT_EQ(entry.SymbolSet, 0);
 }
 
 TEST_F(SpeciesGraphs, OfferTheLogarithm) {
