@@ -1,6 +1,6 @@
 #include "batch/IntegrateCsv.h"
 
-#include "batch/Numbers.h"
+#include "batch/CsvParts.h"
 #include "batch/OneLine.h"
 #include "models/Integration.h"
 #include "models/SpeciesAtPoint.h"
@@ -19,23 +19,10 @@ bool ReadRadius(std::string_view text, float& radius) {
     return failure == std::errc{} && stop == end && radius > 0.0F && radius <= 100.0F;
 }
 
-// A field with what parts fields or lines stands in quotes.
-std::string Field(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string quoted = "\"";
-    for (const char c : text)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
-std::string NumberOrNothing(const std::optional<double>& value) {
-    return value ? ShortestText(*value) : "";
-}
-
 std::string RowLine(const std::string& start, const IntegratedRow& row) {
-    std::string line = start + Field(row.Label);
+    std::string line = start + CsvField(row.Label);
     for (const std::optional<double>& value : {row.Signal, row.Weight, row.Molar, row.Share})
-        line += "," + NumberOrNothing(value);
+        line += "," + CsvNumber(value);
     return line + "\n";
 }
 
@@ -61,8 +48,8 @@ std::string IntegrateCsv(const CellRadii& cell) {
     std::string text = "set,label,inner_cm,outer_cm,species,signal,mg_per_ml,molar,share\n";
     for (const SetNo set : EachSet()) {
         const std::string number = std::to_string(set.Number);
-        const std::string start = number + "," + Field(Work.SetLabel[set]) + "," + ShortestText(cell.Inner) +
-                                  "," + ShortestText(cell.Outer) + ",";
+        const std::string start = number + "," + CsvField(Work.SetLabel[set]) + "," +
+                                  ShortestText(cell.Inner) + "," + ShortestText(cell.Outer) + ",";
         try {
             for (const IntegratedRow& row :
                  IntegrateCell(set.Number, cell.Inner, cell.Outer, UnitInForce()).Rows)

@@ -66,7 +66,7 @@ void ReadSection(JobReader& reader, std::string_view line) {
     reader.Key.clear();
     const std::string name = SectionName(reader, line);
     const bool isSet = name.starts_with("set ");
-    if (!isSet && name != "fit" && name != "constants" && name != "parameters" && name != "simulation")
+    if (!isSet && name != "fit" && name != "constants" && name != "parameters" && !IsStudySection(name))
         reader.Fail(Quoted(line) + " is an unknown section");
     reader.Section = name;
     if (isSet) {
@@ -98,8 +98,8 @@ void ReadKeyLine(JobReader& reader, std::string_view line) {
         ReadFitKey(reader, value);
     else if (reader.Section == "constants")
         ReadConstantsKey(reader, value);
-    else if (reader.Section == "simulation")
-        ReadSimulationKey(reader, value);
+    else if (IsStudySection(reader.Section))
+        ReadStudyKey(reader, value);
     else
         ReadSetKey(reader, reader.Result.Sets.back(), value);
 }

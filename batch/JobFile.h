@@ -5,6 +5,7 @@
 //     [constants]    partial specific volumes, density, coefficients
 //     [set 1]        to [set 18]: a scan, the part of it that is fitted, its baseline and constraints
 //     [simulation]   noise and seed of --simulate
+//     [compare]      the models of --compare
 //     [parameters]   "slot or name = value hold|fit lower x upper y"
 //
 // Sections and keys are read in any case. A line that starts with ";" or "#" is a comment, and so is the
@@ -14,6 +15,7 @@
 // its range, and settings that contradict each other are errors. An error is a RuntimeError whose text is one
 // line that names file, line, section and key and says what is wrong, ready to be shown.
 
+#include "studies/ModelVariant.h"
 #include "studies/OtherMinima.h"
 #include "workspace/records/Workspace.h"
 
@@ -99,6 +101,7 @@ struct Job {
     std::vector<JobSet> Sets;                 // by rising number
     std::vector<JobParameter> Parameters;
     JobSimulation Simulation;
+    std::vector<ModelVariant> Compare; // of [compare]; none without the section
     std::vector<JobPlace> Places;
 
     const JobSet* FindSet(int number) const;

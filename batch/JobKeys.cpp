@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 
 namespace Quillon {
 
@@ -109,6 +110,30 @@ constexpr FitKey SimulationKeys[] = {
      }},
 };
 
+// What ReadVariants says against a list is said of its line.
+void ReadCompared(JobReader& reader, const std::string& value) {
+    try {
+        reader.Result.Compare = ReadVariants(value);
+    } catch (const RuntimeError& error) {
+        reader.Fail(error.Text);
+    }
+}
+
+constexpr FitKey CompareKeys[] = {{"models", ReadCompared}};
+
+// A section that a fit passes over.
+struct StudySection {
+    const char* Name;
+    std::span<const FitKey> Keys;
+};
+constexpr StudySection StudySections[] = {{"simulation", SimulationKeys}, {"compare", CompareKeys}};
+
+const StudySection* FindStudySection(std::string_view name) {
+    for (const StudySection& section : StudySections)
+        if (name == section.Name) return &section;
+    return nullptr;
+}
+
 struct SetKey {
     const char* Name;
     void (*Read)(JobReader& reader, JobSet& set, const std::string& value);
@@ -191,7 +216,7 @@ void ReadParameterWord(const JobReader& reader, JobParameter& parameter, std::st
 
 std::vector<std::string> JobKeys(std::string_view section) {
     if (section == "fit") return NamesOf(FitKeys);
-    if (section == "simulation") return NamesOf(SimulationKeys);
+    if (const StudySection* study = FindStudySection(section)) return NamesOf(study->Keys);
     if (section != "constants") return NamesOf(SetKeys);
     std::vector<std::string> names = NamesOf(ConstantKeys);
     for (const FitKey& key : ConstantWords)
@@ -211,8 +236,12 @@ void ReadConstantsKey(JobReader& reader, const std::string& value) {
                key.MayBeZero ? ReadNotNegative(reader, value) : ReadPositive(reader, value));
 }
 
-void ReadSimulationKey(JobReader& reader, const std::string& value) {
-    FindKey(reader, SimulationKeys).Read(reader, value);
+bool IsStudySection(std::string_view section) {
+    return FindStudySection(section) != nullptr;
+}
+
+void ReadStudyKey(JobReader& reader, const std::string& value) {
+    FindKey(reader, FindStudySection(reader.Section)->Keys).Read(reader, value);
 }
 
 void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value) {

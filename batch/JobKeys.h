@@ -13,11 +13,15 @@ namespace Quillon {
 // with the line is a RuntimeError.
 void ReadFitKey(JobReader& reader, const std::string& value);
 void ReadConstantsKey(JobReader& reader, const std::string& value);
-void ReadSimulationKey(JobReader& reader, const std::string& value);
+void ReadStudyKey(JobReader& reader, const std::string& value);
 void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value);
 void ReadParameterLine(JobReader& reader, const std::string& name, const std::string& value);
 
-// The keys of [fit], of [constants], of [simulation], or of any set.
+// True for the name of a section that is for an option of its own and that a fit passes over: [simulation],
+// [compare].
+bool IsStudySection(std::string_view section);
+
+// The keys of [fit], of [constants], of such a section, or of any set.
 std::vector<std::string> JobKeys(std::string_view section);
 
 } // namespace Quillon

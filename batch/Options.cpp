@@ -27,11 +27,9 @@ struct FileOption {
     std::string Options::*Target;
 };
 
-constexpr FileOption FileOptions[] = {{"--report", &Options::Report},
-                                      {"--results", &Options::Results},
-                                      {"--points", &Options::Points},
-                                      {"--save", &Options::Save},
-                                      {"--integrate", &Options::Integrate}};
+constexpr FileOption FileOptions[] = {{"--report", &Options::Report},       {"--results", &Options::Results},
+                                      {"--points", &Options::Points},       {"--save", &Options::Save},
+                                      {"--integrate", &Options::Integrate}, {"--compare", &Options::Compare}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -162,7 +160,8 @@ void TakeJob(Options& options, const std::string& argument) {
 // Nothing but pictures of graph files is wanted.
 bool NeedsNoFit(const Options& options) {
     const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
-                       !options.Save.empty() || !options.Integrate.empty() || options.Refit;
+                       !options.Save.empty() || !options.Integrate.empty() || !options.Compare.empty() ||
+                       options.Refit;
     return !ofFit && !options.Graphs.empty() &&
            std::all_of(options.Graphs.begin(), options.Graphs.end(),
                        [](const GraphOption& graph) { return !graph.Source.empty(); });
@@ -181,16 +180,6 @@ void CheckSimulation(const Options& options) {
     if (NamesSavedFit(options.JobPath)) FailOptions("--simulate goes with a job, not with a saved fit");
     if (!OutputsOf(options).empty())
         FailOptions("--simulate fits nothing: " + OutputsOf(options).front().Option + " does not go with it");
-}
-
-// Small letters of what stands behind the last point.
-std::string EndingOf(const std::string& path) {
-    const std::string title = FileTitle(path);
-    const std::size_t point = title.rfind('.');
-    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
-    for (char& letter : ending)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return ending;
 }
 
 bool HasGraph(const Options& options, std::initializer_list<const char*> kinds) {
@@ -242,10 +231,16 @@ void CheckCompanions(const Options& options) {
     }
 }
 
+void CheckStudyFiles(const Options& options) {
+    const std::string ending = PathEnding(options.Compare);
+    if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
+        FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
+}
+
 } // namespace
 
 bool WantsReportPdf(const Options& options) {
-    return EndingOf(options.Report) == "pdf";
+    return PathEnding(options.Report) == "pdf";
 }
 
 std::vector<NamedOutput> OutputsOf(const Options& options) {
@@ -276,6 +271,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
     CheckSimulation(options);
+    CheckStudyFiles(options);
     CheckCompanions(options);
     for (GraphOption& graph : options.Graphs) {
         graph.Mass = options.Mass;
@@ -328,6 +324,8 @@ std::string HelpText() {
            "                  mean concentration of each species over the cell, as CSV\n"
            "  --cell INNER,OUTER\n"
            "                  radii of the cell for --integrate, cm; 5.6,7.3 without it\n"
+           "  --compare FILE  every model of the job's section [compare], fitted to the same\n"
+           "                  points: a table as CSV or, by the ending, JSON\n"
            "  --simulate FOLDER\n"
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"

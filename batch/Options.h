@@ -17,6 +17,7 @@ struct Options {
     std::string Points;
     std::string Save;      // a fit save file; never standard output
     std::string Integrate; // mean concentrations over the cell, CSV
+    std::string Compare;   // the comparison of models, CSV or JSON
     std::string Simulate;  // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
     std::string Paper;              // of a report as PDF; empty: a4

@@ -1,6 +1,7 @@
 #include "batch/QuillonFit.h"
 
 #include "batch/BatchPlatform.h"
+#include "batch/CompareTable.h"
 #include "batch/Graphs.h"
 #include "batch/JobFile.h"
 #include "batch/OneLine.h"
@@ -12,6 +13,7 @@
 #include "batch/RunJob.h"
 #include "batch/SavedFit.h"
 #include "batch/SimulateJob.h"
+#include "batch/Studies.h"
 #include "chart/files/Exchange.h"
 #include "chart/records/Palettes.h"
 #include "commands/PrintedReport.h"
@@ -60,12 +62,17 @@ RunEnd RunJobOrFit(const Options& options) {
         const Job job = ParseJob(bytes, options.JobPath);
         CheckGraphSets(options, static_cast<long>(job.Sets.size()), job.Model);
         CheckInputsStay(options, job);
+        CheckStudies(options, &job);
         WatchInterrupt();
-        return RunJob(job);
+        RunEnd end = RunJob(job);
+        RunStudies(options, &job, end);
+        return end;
     }
     CheckSavedFitStays(options);
+    CheckStudies(options, nullptr);
     WatchInterrupt();
-    const RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit);
+    RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit);
+    RunStudies(options, nullptr, end);
     CheckGraphSets(options, Work.NumSets, Work.Model);
     return end;
 }
@@ -116,6 +123,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
     for (const GraphOption& graph : options.Graphs)
         if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
+    if (end.Studies.Compared)
+        outputs.push_back({options.Compare, CompareTable(*end.Studies.Compared, options.Compare)});
     if (!options.Results.empty())
         outputs.push_back(
             {options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr, end.Files)});

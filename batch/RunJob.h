@@ -3,6 +3,7 @@
 
 #include "batch/JobFile.h"
 #include "batch/MeasuredJson.h"
+#include "batch/StudyResults.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +18,7 @@ struct RunEnd {
     std::string Message;               // what the program said when it was not so
     std::optional<MinimaMet> Starts{}; // what the restarts have met; nothing without any
     FilesAsWritten Files{};            // the scans as the job has named them
+    StudyResults Studies{};            // of the options that ask for some
 };
 
 // What the fit command has left in the workspace; an end that nobody has told yet is told on the console.

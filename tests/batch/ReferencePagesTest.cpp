@@ -56,6 +56,7 @@ TEST(ReferencePages, NameEveryKey) {
     ExpectKeys("constants", "## Section [constants]");
     ExpectKeys("set 1", "## Sections [set 1] to [set 18]");
     ExpectKeys("simulation", "## Section [simulation]");
+    ExpectKeys("compare", "## Section [compare]");
 }
 
 TEST(ReferencePages, ShowAJobThatIsTaken) {

@@ -1,0 +1,20 @@
+#include "batch/CsvParts.h"
+
+namespace Quillon {
+
+std::string CsvField(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (const char c : text)
+        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return quoted + "\"";
+}
+
+std::string CsvLine(const std::vector<std::string>& fields) {
+    std::string line;
+    for (const std::string& field : fields)
+        line += (&field == &fields.front() ? "" : ",") + field;
+    return line + "\n";
+}
+
+} // namespace Quillon

@@ -1,0 +1,107 @@
+// Studies behind the fit of a job: what is written, and what is refused.
+#include "tests/batch/JobCase.h"
+#include "tests/batch/JsonReader.h"
+#include "tests/batch/ProgramRun.h"
+#include "tests/support/ModelCases.h"
+#include "tests/support/ScriptedPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace Quillon {
+namespace {
+
+std::string StudyJob(Script& script, const std::string& sections, const char* name = "Model02") {
+    const Workspace truth = SimulatedWorkspace(ModelCaseNamed(name));
+    return script.MakeFile("fit.job", JobTextOf(truth, script) + ParameterTextOf(truth) + sections);
+}
+
+std::vector<std::string> FieldsOf(const std::string& line) {
+    std::vector<std::string> fields(1);
+    bool quoted = false;
+    for (const char c : line) {
+        if (c == '"')
+            quoted = !quoted;
+        else if (c == ',' && !quoted)
+            fields.emplace_back();
+        else
+            fields.back() += c;
+    }
+    return fields;
+}
+
+TEST(BatchCompare, WritesTheTable) {
+    Script script;
+    const std::string job = StudyJob(script, "[compare]\nmodels = 1, 2, 2+nonideal\n");
+    const ProgramEnd csv = RunInside({job, "--compare", "-"});
+    ASSERT_EQ(csv.Status, 0) << csv.Err;
+    const std::vector<std::string> lines = LinesOf(csv.Out);
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines[0], "model,name,options,free,degrees_of_freedom,sum_of_squares,rms,runs_z,reference,F,p,"
+                        "delta_aicc,delta_bic,weight,converged,minimum,notes");
+    for (const std::string& line : lines)
+        EXPECT_EQ(FieldsOf(line).size(), 17U) << line;
+    EXPECT_EQ(FieldsOf(lines[1])[8], ""); // nothing is contained in a single species
+    EXPECT_EQ(FieldsOf(lines[1])[9], "");
+    EXPECT_EQ(FieldsOf(lines[2])[8], "1");
+    EXPECT_EQ(FieldsOf(lines[3])[8], "2");
+    EXPECT_EQ(FieldsOf(lines[3])[2], "nonideal");
+    EXPECT_EQ(FieldsOf(lines[2])[14], "yes");
+
+    const std::string path = script.Directory() + "/c.json";
+    ASSERT_EQ(RunInside({job, "--compare", path}).Status, 0);
+    const JsonValue models = ReadJson(ReadWholeFile(path))["models"];
+    ASSERT_EQ(models.Items.size(), 3U);
+    double weights = 0.0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        weights += models[i]["weight"].Number;
+        EXPECT_EQ(models[i]["sum_of_squares"].Number, std::stod(FieldsOf(lines[i + 1])[5]));
+    }
+    EXPECT_NEAR(weights, 1.0, 1e-12);
+}
+
+// The row of the job's own model is the job's fit.
+TEST(BatchCompare, HasTheFitOfTheJobAmongItsRows) {
+    Script script;
+    const std::string job = StudyJob(script, "[compare]\nmodels = 1,2\n");
+    const std::string path = script.Directory() + "/c.json";
+    const ProgramEnd end = RunInside({job, "--compare", path, "--results", "-"});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    EXPECT_EQ(ReadJson(ReadWholeFile(path))["models"][1]["sum_of_squares"].Number,
+              ReadJson(end.Out)["sum_of_squares"].Number);
+}
+
+TEST(BatchCompare, IsTheSameForAnyNumberOfThreads) {
+    Script script;
+    const std::string job = StudyJob(script, "[compare]\nmodels = 1,2,3,4,1+nonideal\n");
+    const std::string one = RunInside({job, "--compare", "-", "--threads", "1"}).Out;
+    EXPECT_EQ(RunInside({job, "--compare", "-", "--threads", "3"}).Out, one);
+    EXPECT_GT(one.size(), 200U);
+}
+
+TEST(BatchCompare, NeedsItsSection) {
+    Script script;
+    const ProgramEnd end = RunInside({StudyJob(script, ""), "--compare", "-"});
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_NE(end.Err.find("[compare] models: --compare needs the models that it fits"), std::string::npos)
+        << end.Err;
+    const ProgramEnd bad = RunInside({StudyJob(script, "[compare]\nmodels = 1, 8+nonideal\n")});
+    EXPECT_EQ(bad.Status, 1);
+    EXPECT_NE(bad.Err.find("[compare] models: model 8 has no option nonideal"), std::string::npos) << bad.Err;
+    EXPECT_EQ(RunInside({StudyJob(script, "[compare]\nmodels = 1\n"), "--compare", "c.txt"}).Status, 1);
+}
+
+// The job's own fit runs out of iterations: the comparison is written all the same.
+TEST(BatchCompare, IsWrittenThoughTheFitFailed) {
+    Script script;
+    std::string text = ReadWholeFile(StudyJob(script, "[compare]\nmodels = 1,2\n"));
+    text.insert(text.find("[fit]\n") + 6, "max-iterations = 1\nrescue = no\n");
+    const std::string path = script.Directory() + "/c.csv";
+    const ProgramEnd end = RunInside({script.MakeFile("short.job", text), "--compare", path});
+    EXPECT_EQ(end.Status, 2) << end.Err;
+    EXPECT_EQ(LinesOf(ReadWholeFile(path)).size(), 3U);
+}
+
+} // namespace
+} // namespace Quillon
