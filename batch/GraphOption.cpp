@@ -15,7 +15,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* Endings[] = {"svg", "png", "pdf", "emf", "dat", "grf"};
+constexpr const char* Endings[] = {"svg", "png", "pdf", "emf", "dat", "csv", "grf"};
 
 long ReadSet(const std::string& text) {
     long set = 0;
@@ -57,7 +57,7 @@ void CheckPath(const GraphOption& option) {
     const std::string ending = GraphEnding(option);
     if (std::find(std::begin(Endings), std::end(Endings), ending) == std::end(Endings))
         RaiseError("--graph: " + Quoted(option.Path) +
-                   " ends with none of .svg, .png, .pdf, .emf, .dat and .grf, which choose the format");
+                   " ends with none of .svg, .png, .pdf, .emf, .dat, .csv and .grf, which choose the format");
 }
 
 } // namespace

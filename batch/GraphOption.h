@@ -29,7 +29,7 @@ std::string GraphName(const GraphOption& option);
 // or a length that no figure has, is a RuntimeError.
 void ReadFigureSize(const std::string& text, FigureChoice& choice);
 
-// The ending of the file's name in small letters: "svg", "emf", "png", "pdf", "dat", "grf".
+// The ending of the file's name in small letters: "svg", "emf", "png", "pdf", "dat", "csv", "grf".
 std::string GraphEnding(const GraphOption& option);
 
 } // namespace Quillon

@@ -3,10 +3,9 @@
 #include "batch/BatchPlatform.h"
 #include "batch/PictureLoader.h"
 #include "chart/CHART.h"
+#include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
 #include "chart/records/Palettes.h"
-#include "chart/records/SetLooks.h"
-#include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
 #include "graphs/Figure.h"
 #include "graphs/FitGraphs.h"
@@ -54,12 +53,6 @@ constexpr GraphKind Kinds[] = {
     RaiseError("--graph " + GraphName(option) + "=" + option.Path + ": " + reason);
 }
 
-PictureFile OpenPicture(const std::string& ending, const PictureRequest& request) {
-    if (ending == "svg") return OpenSvg(request);
-    if (ending == "emf") return OpenMetafile(request);
-    return LoadedPicture(ending, request);
-}
-
 // A chart of its own, gone with the graph. Builders plot on the picture box: one as large as the figure, on
 // which text is measured and nothing is drawn.
 struct FigureChart {
@@ -84,7 +77,10 @@ struct FigureChart {
 // A graph file is taken as it is.
 void MakeFromFile(const GraphOption& option) {
     try {
-        AdoptGraph(Host.ReadFile(option.Source));
+        const std::string bytes = Host.ReadFile(option.Source);
+        const std::string foreign = ForeignGraphText(ReadGraphHeader(bytes));
+        AdoptGraph(bytes);
+        if (!foreign.empty()) WriteConsole(option.Source + ": " + foreign);
     } catch (const RuntimeError& error) {
         FailGraph(option, error.Text);
     }
@@ -117,7 +113,7 @@ std::string Figure(const GraphOption& option) {
     choice.Set = option.Set;
     const std::string ending = GraphEnding(option);
     try {
-        return FigureBytes(choice, ending, FigureDots, OpenPicture);
+        return FigureBytes(choice, ending, FigureDots, OpenPictureAs);
     } catch (const RuntimeError& error) {
         FailGraph(option, error.Text);
     }
@@ -129,7 +125,7 @@ std::string Painted(const GraphOption& option) {
     SetMetafileMaker([&](const MetafileRequest& asked) {
         PictureRequest request = FigureRequest();
         request.Description = asked.Description;
-        const PictureFile picture = OpenPicture(GraphEnding(option), request);
+        const PictureFile picture = OpenPictureAs(GraphEnding(option), request);
         return MetafileTarget{picture.Surface, picture.SetWindow,
                               [&bytes, finish = picture.Finish] { bytes = finish(); }};
     });
@@ -187,8 +183,9 @@ std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     if (option.Kind == FigureKind) return Figure(option);
     Make(option);
-    if (GraphEnding(option) == "grf") return GraphFileBytes();
-    return GraphEnding(option) == "dat" ? DataText(AsciiDelimiterChar()) : Painted(option);
+    const std::string ending = GraphEnding(option);
+    const bool numbers = ending == "grf" || ending == "dat" || ending == "csv";
+    return numbers ? GraphAs(ending) : Painted(option);
 }
 
 } // namespace Quillon

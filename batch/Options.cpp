@@ -305,7 +305,7 @@ std::string HelpText() {
            "                  concentration), mass-r (against radius) or figure (data\n"
            "                  with fit above residuals, as for print); KIND:2 shows\n"
            "                  data set 2 alone. The ending of FILE chooses: .svg, .png,\n"
-           "                  .pdf, .emf, .dat for the numbers, or .grf for a graph\n"
+           "                  .pdf, .emf, .dat or .csv for the numbers, or .grf for a graph\n"
            "                  file, which the graph window opens\n"
            "  --graph GRAPH.grf=FILE\n"
            "                  a graph from a graph file; no JOB is needed for it\n"

@@ -61,9 +61,9 @@ void TakeNames(const PlotData& data) {
 
 void TakeNumbers() {
     Chart.SetFlags.Recreate(Chart.State.Nsets);
-    const long known = std::min<long>(Chart.SetFlags.Hi(), static_cast<long>(Looks.Numbers.size()));
+    const long known = std::min<long>(Chart.SetFlags.Hi(), static_cast<long>(Chart.Looks.Numbers.size()));
     for (long set = 1; set <= known; ++set)
-        Chart.SetFlags[set] = ToInt16(NumberMark + Looks.Numbers[static_cast<std::size_t>(set - 1)]);
+        Chart.SetFlags[set] = ToInt16(NumberMark + Chart.Looks.Numbers[static_cast<std::size_t>(set - 1)]);
 }
 
 void TakeData(GraphSpec& spec, const PlotData& data) {
@@ -83,13 +83,14 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     Chart.LoadFactorX = LoadDivisor(Chart.Spec.AxisX1);
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
     TakeNames(data);
-    Looks = std::exchange(NextLooks, {});
+    Chart.Looks = std::exchange(NextLooks, {});
     state.Npts = data.Npts;
     state.Nsets = ToInt16(data.LastSet - data.FirstSet + 1);
     state.FirstSet = data.FirstSet;
     state.LastSet = data.LastSet;
     TakeNumbers();
     Kept.BoxTable.Recreate(0, 0);
+    Kept.ZoomState = 0;
 }
 
 // False when it stopped before the data were in, and the former graph is what it was.

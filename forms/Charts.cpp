@@ -21,7 +21,6 @@
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDragEnterEvent>
@@ -147,11 +146,15 @@ private:
         file->addAction("&Save Graph...", QKeySequence::Save, this, [] { RunOnGraph(DoSaveGraph); });
         file->addAction("&Restore Graph...", QKeySequence::Open, this, [] { RunOnGraph(DoRestoreGraph); });
         file->addSeparator();
-        file->addAction("Save Graph &As...", QKeySequence::SaveAs, this, [] { RunOnGraph(SaveGraphAs); });
-        file->addAction("&Write Data...", this, [] { RunOnGraph(EditWriteData); });
-        file->addAction("Write &Metafile...", this, [] { RunOnGraph(WriteMeta); });
+        Add(
+            file, []() -> MenuItem& { return Charts.SaveAs; }, SaveGraphAs, false, QKeySequence::SaveAs);
+        Add(
+            file, []() -> MenuItem& { return Charts.WriteData; }, EditWriteData);
+        Add(
+            file, []() -> MenuItem& { return Charts.WriteMetafile; }, WriteMeta);
         file->addSeparator();
-        file->addAction("&Print...", QKeySequence::Print, this, [] { RunOnGraph(PrintGraphControl); });
+        Add(
+            file, []() -> MenuItem& { return Charts.Print; }, PrintGraphControl, false, QKeySequence::Print);
         file->addSeparator();
         file->addAction("Save Graph De&faults...", this, [] { RunOnGraph(SaveChartDefaults); });
         file->addAction("&Close", QKeySequence::Close, this, &QDialog::close);
@@ -169,15 +172,19 @@ private:
     }
 
     void BuildEditMenu(QMenu* edit) {
-        edit->addAction("&Copy Graph", QKeySequence::Copy, this, [] { RunOnGraph(CopyGraph); });
-        edit->addAction("Copy &Bitmap", this, [this] {
-            if (Chart.GraphHeld != 0) QApplication::clipboard()->setPixmap(Canvas->grab());
-        });
-        edit->addAction("Copy &Metafile", this, [] { RunOnGraph(CopyMeta); });
+        Add(
+            edit, []() -> MenuItem& { return Charts.CopyGraph; }, CopyGraph, false, QKeySequence::Copy);
+        Add(
+            edit, []() -> MenuItem& { return Charts.CopyBitmap; }, CopyBitmap);
+        Add(
+            edit, []() -> MenuItem& { return Charts.CopyMetafile; }, CopyMeta);
         edit->addSeparator();
-        edit->addAction("Copy &Data", this, [] { RunOnGraph(EditCopyData); });
-        edit->addAction("Copy Data with &Heads", this, [] { RunOnGraph(EditCopyDataWithHeads); });
-        edit->addAction("&Paste Data", QKeySequence::Paste, this, [] { RunOnGraph(EditPasteData); });
+        Add(
+            edit, []() -> MenuItem& { return Charts.CopyData; }, EditCopyData);
+        Add(
+            edit, []() -> MenuItem& { return Charts.CopyHeads; }, EditCopyDataWithHeads);
+        Add(
+            edit, []() -> MenuItem& { return Charts.PasteData; }, EditPasteData, false, QKeySequence::Paste);
     }
 
     void BuildAxesMenu(QMenu* scale) {

@@ -105,13 +105,13 @@ void PlaceLegendBox(const Figure& figure) {
 using ShowPart = std::function<void(const FigurePart& part, const PartText& text)>;
 void ForBoth(const Figure& figure, std::size_t place, const ShowPart& show) {
     const FigureCell& cell = figure.Plan.Cells[place];
-    TakeUp(figure.Cells[place].Lower);
+    Chart = figure.Cells[place].Lower;
     const PartText below = LowerText(cell);
     PlacePart(figure.Paper, cell.Lower, below, nullptr);
     LayOutPart();
     const GraphAxis x = Chart.Spec.AxisX1;
     show(cell.Lower, below);
-    TakeUp(figure.Cells[place].Upper);
+    Chart = figure.Cells[place].Upper;
     const PartText above = UpperText(figure, place);
     PlacePart(figure.Paper, cell.Upper, above, &x);
     Chart.Spec.Legend.Show = 0;

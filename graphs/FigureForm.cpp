@@ -1,8 +1,6 @@
 #include "graphs/FigureForm.h"
 
 #include "chart/files/Exchange.h"
-#include "chart/targets/Metafile.h"
-#include "chart/targets/SvgFile.h"
 #include "graphs/Figure.h"
 #include "input/NUMINPUT.h"
 #include "models/FormControls.h"
@@ -65,13 +63,6 @@ FigureSize SizeOf(const FigureChoice& choice) {
     if (choice.Height > 0.0) return FigureSize::Own;
     if (choice.Width == OneColumn) return FigureSize::One;
     return choice.Width == TwoColumns ? FigureSize::Two : FigureSize::Own;
-}
-
-PictureFile OpenFigure(const std::string& ending, const PictureRequest& request) {
-    if (ending == "svg") return OpenSvg(request);
-    if (ending == "emf") return OpenMetafile(request);
-    if (!OpenToolkitPicture) RaiseError("no figure is written as '" + ending + "' here");
-    return OpenToolkitPicture(ending, request);
 }
 
 std::string EndingOf(const std::string& path) {
@@ -167,7 +158,7 @@ std::string FigurePreview(double dotsPerInch) {
                                         [&](const std::string& ending, const PictureRequest& request) {
                                             width = request.Width;
                                             height = request.Height;
-                                            return OpenFigure(ending, request);
+                                            return OpenPictureAs(ending, request);
                                         });
         const auto millimetres = [&](int units) { return FormatNumber(units / dotsPerInch * 25.4, "0"); };
         f.Note.Text = millimetres(width) + " by " + millimetres(height) + " mm in print";
@@ -185,7 +176,7 @@ void FigureFormSaveButton() {
     if (answer.Cancelled) return;
     try {
         const std::string ending = EndingOf(answer.Path);
-        Host.WriteFile(answer.Path, FigureBytes(FigureForm.Choice, ending, FigureDots, OpenFigure));
+        Host.WriteFile(answer.Path, FigureBytes(FigureForm.Choice, ending, FigureDots, OpenPictureAs));
         FigureForm.Note.Text = "Written to " + answer.Path;
     } catch (const RuntimeError& error) {
         Tell("Error '" + error.Text + "' occurred while writing " + answer.Path, Work.ProgramName,

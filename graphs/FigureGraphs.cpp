@@ -53,10 +53,6 @@ void Require(bool made) {
     if (!made) RaiseError("it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
 }
 
-FigureGraph Taken() {
-    return {Chart, Looks};
-}
-
 // Symbols are small where those of the longest set would run into one: of one size in all panels.
 double SymbolOf(const Page& page, const GraphBox& frame) {
     const double across = page.Millimetres(frame.X2 - frame.X1);
@@ -106,7 +102,6 @@ FigureScope::~FigureScope() {
     Seams = std::move(FormerSeams);
     Charts = std::move(FormerWindow);
     Kept = std::move(FormerKept);
-    Looks = std::move(FormerLooks);
     Work.SpreadResiduals = FormerSpread;
 }
 
@@ -114,17 +109,12 @@ CellGraphs BuildCell(long set) {
     CellGraphs cell{set, {}, {}};
     Require(MakeFitGraph(FitGraph::Overlay, set, {}));
     Chart.Spec.AxisX1.TicMode = TicModes::MarksOnly;
-    cell.Upper = Taken();
+    cell.Upper = Chart;
     Require(MakeResidualGraph(ResidualAxis::X, set));
     Chart.Spec.LineWidth = ToInt16(ThinPoints * TwipsPerPoint); // of the line at zero
     Chart.Spec.Legend.Show = 0;
-    cell.Lower = Taken();
+    cell.Lower = Chart;
     return cell;
-}
-
-void TakeUp(const FigureGraph& graph) {
-    Chart = graph.Module;
-    Looks = graph.Looks;
 }
 
 void SetTextSizes(const Page& page, double small) {

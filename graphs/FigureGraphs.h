@@ -4,7 +4,6 @@
 
 #include "chart/CHART.h"
 #include "chart/records/Kept.h"
-#include "chart/records/SetLooks.h"
 #include "graphs/FigurePlan.h"
 #include "platform/PictureFile.h"
 
@@ -41,25 +40,17 @@ private:
     ChartSeams FormerSeams = Seams;
     ChartsForm FormerWindow = Charts;
     ChartKept FormerKept = Kept;
-    SetLooks FormerLooks = Looks;
     std::int16_t FormerSpread;
 };
 
-// A graph of a cell before it has its place.
-struct FigureGraph {
-    ChartModule Module;
-    SetLooks Looks;
-};
+// The graphs of a cell before they have their places.
 struct CellGraphs {
     long Set{}; // 0 all of them
-    FigureGraph Upper, Lower;
+    ChartModule Upper, Lower;
 };
 
 // The overlay and the residuals of a set, or of all with 0. A graph that the chart refuses is a RuntimeError.
 CellGraphs BuildCell(long set);
-
-// Makes a graph the one at hand.
-void TakeUp(const FigureGraph& graph);
 
 // What a graph shows beside its axes.
 struct PartText {

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace Quillon {
 
@@ -124,22 +125,41 @@ bool TakeFraction(Control& field, float& size) {
     return true;
 }
 
+// What a number of the scale shows.
+std::string ScaleFieldText(const Control& field) {
+    const AxisOptsFormRecord& form = AxisOptsForm;
+    if (&field == &form.MinScale) return LimitText(EditAxis.Min);
+    if (&field == &form.MaxScale) return LimitText(EditAxis.Max);
+    if (&field == &form.FirstTicInput) return FirstTicText(EditAxis.FirstTic);
+    return IntervalText(EditAxis.TicInterval);
+}
+
+// Those in which nothing is typed that has not been taken.
+std::vector<Control*> UntouchedScale() {
+    AxisOptsFormRecord& form = AxisOptsForm;
+    std::vector<Control*> fields = {&form.MinScale, &form.MaxScale, &form.FirstTicInput, &form.IntervalInput};
+    std::erase_if(fields, [](const Control* field) { return field->Text != ScaleFieldText(*field); });
+    return fields;
+}
+
+// Other digits change how the numbers of the scale are written, and nothing that is typed elsewhere.
 bool TakeDecimals(Control& field) {
     if (field.Text == DecimalsText(EditAxis.Decimals)) return true;
     const float typed = NumValue(field.Text);
     if (!(typed >= 0.0F && typed <= MostDecimals)) return Refuse(field, "Decimals must be from 0 to 9");
+    const std::vector<Control*> untouched = UntouchedScale();
     EditAxis.Decimals = ToInt16(std::nearbyint(typed));
+    for (Control* number : untouched)
+        number->Text = ScaleFieldText(*number);
+    field.Text = DecimalsText(EditAxis.Decimals);
     MakeManual();
-    ShowAxis();
     return true;
 }
 
 void ShowScale() {
     AxisOptsFormRecord& form = AxisOptsForm;
-    form.MinScale.Text = LimitText(EditAxis.Min);
-    form.MaxScale.Text = LimitText(EditAxis.Max);
-    form.FirstTicInput.Text = FirstTicText(EditAxis.FirstTic);
-    form.IntervalInput.Text = IntervalText(EditAxis.TicInterval);
+    for (Control* number : {&form.MinScale, &form.MaxScale, &form.FirstTicInput, &form.IntervalInput})
+        number->Text = ScaleFieldText(*number);
     form.FirstTicLabel.Text = IsLogarithmic() && !IsLog10(EditAxis) ? "&First Tic, as Ln:" : "&First Tic:";
     form.Label1.Text = IsLog10(EditAxis) ? "Tics/Decade 0,1,2,4,8" : "Tic Interval";
     form.TicDecimalInput.Text = DecimalsText(EditAxis.Decimals);

@@ -49,7 +49,7 @@ void ShowTable() {
 
 // The graph shows what the tables are now.
 void Show() {
-    BuildCycles();
+    BuildCyclesOfNewColors();
     RedrawChart();
 }
 

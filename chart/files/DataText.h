@@ -1,6 +1,8 @@
 #pragma once
 // The data of a graph as text.
 
+#include "chart/records/Records.h"
+
 #include <string>
 
 namespace Quillon {
@@ -9,11 +11,22 @@ namespace Quillon {
 // separated by delimiter, a missing value as one blank, lines ended by CR LF.
 std::string DataText(char delimiter);
 
-// The same between tabs, below a line of heads: title of the X axis and name of the set over each pair.
+// The points of the longest set of the graph: up to the last place that holds a value.
+long LongestSetOfGraph();
+
+// What stands over stored values of something on an axis: "log10 (text)" or "Ln (text)" over logarithms, with
+// " / 1000" behind text where they were divided when they were loaded.
+std::string AsStored(const std::string& text, const GraphAxis& axis, float loadFactor);
+
+// The same as DataText between tabs, below a line of heads: title of the X axis and name of the set over each
+// pair, as AsStored has them; where there is none "X", and the title of the Y axis or "Y".
 std::string DataTextWithHeads();
 
+// The same as comma separated values: heads in quotes, nothing where a value is missing.
+std::string DataCsv();
+
 // The command: the data of a graph that is held go to the clipboard, with tabs between the columns. What is
-// too much for memory is told.
+// too much for memory, and a clipboard that does not take it, is told.
 void EditCopyData();
 
 // The command: the same with heads.

@@ -2,14 +2,15 @@
 #include "chart/files/Exchange.h"
 
 #include "chart/draw/DrawGraph.h"
-#include "chart/files/DataText.h"
 #include "chart/files/GraphFile.h"
+#include "chart/hand/ChartMarkers.h"
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartState.h"
+#include "chart/records/Kept.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
 #include "input/NUMINPUT.h"
@@ -33,12 +34,28 @@ constexpr float PictureSymbolTwips = 10.0F;
 
 // --- data --------------------------------------------------------------------------------------------------
 
+// The head that names were given for what stood below, taken off again.
+std::string NameFromHead(const std::string& head) {
+    const std::string pattern = AsStored("\n", Chart.Spec.AxisY1, Chart.LoadFactorY);
+    const std::string front = pattern.substr(0, pattern.find('\n'));
+    const std::string end = pattern.substr(front.size() + 1);
+    const bool has =
+        head.size() >= front.size() + end.size() && head.starts_with(front) && head.ends_with(end);
+    return has ? head.substr(front.size(), head.size() - front.size() - end.size()) : head;
+}
+
 void TakeNames(const PastedData& data) {
     const long sets = data.X.Sets();
     Chart.SetNames.Resize(sets);
     Chart.SetFlags.Recreate(sets); // those of the sets before
     for (long set = 1; set <= static_cast<long>(data.Names.size()); ++set)
-        Chart.SetNames[set] = data.Names[static_cast<std::size_t>(set - 1)];
+        Chart.SetNames[set] = NameFromHead(data.Names[static_cast<std::size_t>(set - 1)]);
+}
+
+// A zoom goes with its graph, also where it was made a manual scale.
+void LeaveZoom(GraphAxis& axis) {
+    const bool manual = axis.ScaleMode == ScaleModes::Manual && Charts.Zooms.GaveScale;
+    if (manual || axis.ScaleMode == ScaleModes::Zoomed) axis.ScaleMode = ScaleModes::Autorange;
 }
 
 void TakePasted(PastedData data) {
@@ -50,40 +67,22 @@ void TakePasted(PastedData data) {
     if (state.Nsets > 1) state.MultiSet = 1;
     Chart.DataX = std::move(data.X);
     Chart.DataY = std::move(data.Y);
-    for (GraphAxis* axis : {&Chart.Spec.AxisX1, &Chart.Spec.AxisY1})
-        if (axis->ScaleMode == ScaleModes::Zoomed) axis->ScaleMode = ScaleModes::Autorange;
+    Chart.Looks = {};
+    LeaveZoom(Chart.Spec.AxisX1);
+    LeaveZoom(Chart.Spec.AxisY1);
     Replot();
     if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
     Chart.Columns = {};
 }
 
 void ShowPasted() {
-    Charts.Markers.clear();
+    RemoveMarkers();
+    Kept.ZoomState = 0;
     Charts.StatusLine.Text.clear();
     ClearZoom();
     ClearSpecialOptions();
     RedrawAsLaidOut();
     ChartMenuStatus(Charts);
-}
-
-std::string CsvText(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char c : text)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
-std::string CsvValue(float value) {
-    return value == MissingValue ? "" : SingleText(value);
-}
-
-std::string CsvHead() {
-    std::string head;
-    for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
-        const std::string name = set <= Chart.SetNames.Hi() ? Chart.SetNames[set] : "";
-        head += (set > 1 ? "," : "") + CsvText(Chart.Spec.AxisX1.Title.Text.Str()) + "," + CsvText(name);
-    }
-    return head + "\r\n";
 }
 
 // --- pictures ----------------------------------------------------------------------------------------------
@@ -111,18 +110,42 @@ PictureRequest RequestOfWindow() {
     return request;
 }
 
-std::string Picture(const std::string& ending) {
-    const PictureRequest window = RequestOfWindow();
+// As many dots as the picture box has.
+PictureRequest RequestOfBox() {
+    const DrawingSurface& box = Seams.PicBox;
+    PictureRequest request;
+    request.Width = box.Width();
+    request.Height = box.Height();
+    request.DotsPerInchX = box.DotsPerInchX();
+    request.DotsPerInchY = box.DotsPerInchY();
+    return request;
+}
+
+// Lines that are seen on paper.
+void SuitPaper(ChartStyle& style) {
+    style.SymbolWidth = std::max(style.SymbolWidth, PictureSymbolTwips);
+}
+
+// What the screen has of its own.
+void SuitBox(ChartStyle& style) {
+    style.PrintColors = style.ScreenColors;
+    style.PrinterHFonts = style.ScreenHFonts;
+    style.PrinterVFonts = style.ScreenVFonts;
+    style.PrinterMaxFont = style.ScreenMaxFont;
+    style.PrinterMinFont = style.ScreenMinFont;
+}
+
+std::string Picture(const std::string& ending, const PictureRequest& place, void (*suit)(ChartStyle&)) {
     const ScreenScope scope;
     std::string bytes;
     SetMetafileMaker([&](const MetafileRequest& asked) {
-        PictureRequest request = window;
+        PictureRequest request = place;
         request.Description = asked.Description;
         const PictureFile picture = OpenPictureAs(ending, request);
         return MetafileTarget{picture.Surface, picture.SetWindow,
                               [&bytes, finish = picture.Finish] { bytes = finish(); }};
     });
-    Chart.Style.SymbolWidth = std::max(Chart.Style.SymbolWidth, PictureSymbolTwips);
+    suit(Chart.Style);
     Chart.Spec.View = Chart.Spec.Frame = GraphBox{};
     Chart.Spec.View.Color = Chart.Spec.Frame.Color = 15;
     Chart.Spec.Relayout = 1;
@@ -135,6 +158,10 @@ std::string Picture(const std::string& ending) {
     if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
     CloseMetafile();
     return bytes;
+}
+
+std::string Picture(const std::string& ending) {
+    return Picture(ending, RequestOfWindow(), SuitPaper);
 }
 
 // Programs into which an SVG is pasted take its units for pixels of 1/96 inch, whatever its viewBox says:
@@ -162,8 +189,8 @@ std::string EndingOf(const std::string& path) {
     return ending;
 }
 
-// Asks for a file; "" when none is chosen.
-std::string AskForFile(const std::string& filter, const std::string& name, const std::string& type) {
+// A file to write; "" when none is chosen.
+std::string FileFor(const std::string& filter, const std::string& name, const std::string& type) {
     FileRequest request;
     request.Title = ProgramTitle() + SaveTitle;
     request.Filter = filter;
@@ -171,8 +198,7 @@ std::string AskForFile(const std::string& filter, const std::string& name, const
     request.DefaultType = type;
     request.Save = true;
     if (Seams.DataDirectory) request.Directory = Seams.DataDirectory();
-    const FileAnswer answer = Host.AskFile(request);
-    return answer.Cancelled ? "" : answer.Path;
+    return ChosenFile(request);
 }
 
 void WriteTold(const std::string& path, const std::function<std::string()>& bytes) {
@@ -197,7 +223,7 @@ void OfferGraph(const std::function<ClipboardOffer()>& make) {
 void WriteGraph(const GraphFileKinds& kinds,
                 const std::function<std::string(const std::string& ending)>& bytes) {
     if (!GraphMayChange()) return;
-    const std::string path = AskForFile(kinds.Filter, kinds.Name, kinds.DefaultType);
+    const std::string path = FileFor(kinds.Filter, kinds.Name, kinds.DefaultType);
     if (!path.empty()) WriteTold(path, [&] { return bytes(EndingOf(path)); });
 }
 
@@ -209,21 +235,9 @@ PictureFile OpenPictureAs(const std::string& ending, const PictureRequest& reque
     RaiseError("no graph is written as '" + ending + "'");
 }
 
-std::string DataCsv() {
-    std::string text = CsvHead();
-    const long points = LongestSetOfGraph();
-    for (long point = 1; point <= points; ++point) {
-        for (long set = 1; set <= Chart.DataX.Sets(); ++set)
-            text += (set > 1 ? "," : "") + CsvValue(Chart.DataX(point, set)) + "," +
-                    CsvValue(Chart.DataY(point, set));
-        text += "\r\n";
-    }
-    return text;
-}
-
 void EditWriteData() {
     if (Chart.GraphHeld == 0) return;
-    const std::string path = AskForFile("ASCII data files (*.DAT)|*.DAT|all files (*.*)|*.*", "*.dat", "dat");
+    const std::string path = FileFor("ASCII data files (*.DAT)|*.DAT|all files (*.*)|*.*", "*.dat", "dat");
     if (!path.empty()) WriteTold(path, [] { return DataText(AsciiDelimiterChar()); });
 }
 
@@ -264,6 +278,14 @@ void CopyGraph() {
         offer.Emf = Picture("emf");
         if (OpenToolkitPicture) offer.Png = Picture("png");
         offer.Text = DataTextWithHeads();
+        return offer;
+    });
+}
+
+void CopyBitmap() {
+    OfferGraph([] {
+        ClipboardOffer offer;
+        offer.Png = Picture("png", RequestOfBox(), SuitBox);
         return offer;
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 // Data and pictures of a graph out to other programs, and data from them back in.
 
+#include "chart/files/DataText.h"
 #include "chart/records/SetTable.h"
 #include "platform/PictureFile.h"
 #include "platform/Platform.h"
@@ -20,25 +21,20 @@ struct PastedData {
 };
 
 // Takes a text apart. Columns are separated by tabs where the first line has one, else by semicolons, else by
-// commas, else by blanks, of which any number are one; a field may stand between quotes. A first line without
-// any number gives the names. Where no comma separates, a decimal comma is read as well. An odd number of
+// commas, else by blanks, of which any number are one; a field may stand between quotes, which count where it
+// begins. A first line with a text and without any number gives the names; numbers in quotes may be names.
+// Where no comma separates, a decimal comma is read as well. An odd number of
 // columns is the RuntimeError OddColumns, anything that is no number or a column too many another.
 inline constexpr const char* OddColumns = "The number of data columns must be an even number (an X and Y "
                                           "column for each data series)!  Aborting...";
 PastedData ReadPastedText(const std::string& text);
 
-// The points of the longest set of the graph: up to the last place that holds a value.
-long LongestSetOfGraph();
-
-// The data of the graph as comma separated values with a head line: title of the X axis and name of the set
-// over each pair of columns, nothing where a value is missing, lines ended by CR LF.
-std::string DataCsv();
-
 // The command: asks for a file and writes DataText to it, with AsciiDelimiter between the columns.
 void EditWriteData();
 
 // The command: the data of the graph become those on the clipboard, as they are (logarithms on a logarithmic
-// axis). Zooms, markers and special options go. After a failure, which is told, the graph is as it was.
+// axis). Zooms, markers, special options and looks go, and names lose what AsStored gave them. After a
+// failure, which is told, the graph is as it was.
 void EditPasteData();
 
 // --- pictures ----------------------------------------------------------------------------------------------
@@ -65,6 +61,10 @@ struct GraphFileKinds {
 };
 void WriteGraph(const GraphFileKinds& kinds,
                 const std::function<std::string(const std::string& ending)>& bytes);
+
+// The command: the box's picture goes to the clipboard as dots, as many as the box has, without markers and
+// dark on white.
+void CopyBitmap();
 
 // The command: asks for a file and writes the graph to it; the file's ending chooses what.
 void SaveGraphAs();

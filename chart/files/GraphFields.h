@@ -13,6 +13,7 @@
 #include "chart/records/Kept.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -158,15 +159,6 @@ template <class Stream, class Layout> void LayoutFields(Stream& s, Layout& layou
         s.Value("the layout", *word);
 }
 
-// A file whose header is two bytes longer has SymbolSize two bytes behind its place.
-inline void FindShift(GraphWriter&, const float&) {}
-inline void FindShift(GraphReader& s, float& symbolSize) {
-    if (IsSymbolSize(symbolSize)) return;
-    s.At -= 2;
-    s.Value("SymbolSize", symbolSize);
-    if (!IsSymbolSize(symbolSize)) GraphReader::Damaged("SymbolSize");
-}
-
 template <class Stream, class Style> void PageFields(Stream& s, Style& style) {
     s.Value("LeftMargin", style.LeftMargin);
     s.Value("RightMargin", style.RightMargin);
@@ -184,11 +176,72 @@ template <class Stream, class Style> void PageFields(Stream& s, Style& style) {
     s.Value("AxisFrame", style.AxisFrame);
 }
 
-template <class Stream, class Style> void SizeFields(Stream& s, Style& style) {
+// What stands up to SymbolSize.
+template <class Stream, class Graph> void FrontFields(Stream& s, Graph& graph) {
+    auto& m = graph.Module;
+    s.Value("GraphHeld", m.GraphHeld);
+    s.Value("GraphDrawn", m.GraphDrawn);
+    PageFields(s, m.Style);
+    s.Value("ZoomState", graph.ZoomState);
     float unused = 0.0F;
     if (s.Version < 1.2) s.Value("an unused single", unused);
-    s.Value("SymbolSize", style.SymbolSize);
-    FindShift(s, style.SymbolSize);
+    s.Value("SymbolSize", m.Style.SymbolSize);
+}
+
+inline bool IsFlag(std::int16_t flag) {
+    return flag >= -1 && flag <= 1;
+}
+inline bool IsLength(float length) {
+    return length == 0.0F || (length >= 0.001F && length <= 1000.0F);
+}
+inline bool IsChoice(float choice) {
+    return choice == 0.0F || choice == 1.0F || choice == -1.0F;
+}
+
+// True when these fields can have been read from their own places: two bytes beside them lengths are far
+// beyond any paper.
+inline bool FrontStands(const GraphContents& graph) {
+    const ChartModule& m = graph.Module;
+    const ChartStyle& style = m.Style;
+    const auto all = [](const auto& values, auto is) {
+        return std::all_of(values.begin(), values.end(), is);
+    };
+    const std::array flags = {m.GraphHeld,       m.GraphDrawn,         style.KeepAspect,
+                              style.PageCustom,  style.LineWidthFixed, style.LineWidthIncrease,
+                              style.DashedLines, style.AxisFrame};
+    const std::array lengths = {style.LeftMargin,   style.RightMargin,  style.TopMargin,
+                                style.BottomMargin, style.CustomHeight, style.CustomWidth};
+    return all(flags, IsFlag) && all(lengths, IsLength) && IsChoice(style.PageFull) &&
+           IsChoice(style.PageHalf);
+}
+
+// A header that is two bytes longer, as an early writer had it, shows by a SymbolSize that is none: the right
+// one stands two bytes behind its place. Where the two bytes stand is not known. The fields before are taken
+// from their places or from two bytes behind them, wherever they make sense, and else stay as they are in
+// use.
+inline void Front(GraphWriter& s, const GraphContents& graph) {
+    FrontFields(s, graph);
+}
+inline void Front(GraphReader& s, GraphContents& graph) {
+    const ChartStyle present = graph.Module.Style;
+    GraphReader later = s;
+    FrontFields(s, graph);
+    if (IsSymbolSize(graph.Module.Style.SymbolSize)) return;
+    s.At -= 2;
+    s.Value("SymbolSize", graph.Module.Style.SymbolSize);
+    const float found = graph.Module.Style.SymbolSize;
+    if (!IsSymbolSize(found)) GraphReader::Damaged("SymbolSize");
+    if (FrontStands(graph)) return;
+    later.At += 2;
+    FrontFields(later, graph);
+    if (FrontStands(graph)) return;
+    graph.Module.Style = present;
+    graph.Module.Style.SymbolSize = found;
+    graph.Module.GraphHeld = graph.Module.GraphDrawn = FlagTrue;
+    graph.ZoomState = 0;
+}
+
+template <class Stream, class Style> void SizeFields(Stream& s, Style& style) {
     for (auto* size : {&style.TicSize, &style.Clearance, &style.ArrowAngle, &style.TitleSize,
                        &style.TicFontSize, &style.TitleFont, &style.TicLabelFont, &style.LegendFont,
                        &style.AxisWidth, &style.TicWidth, &style.LineWidth})
@@ -253,8 +306,9 @@ template <class Stream, class Style> void OrderFields(Stream& s, Style& style) {
 }
 
 // Up to version 1.2 the cycles themselves stood where their orders stand today. They are used as they are.
-inline void FormerCycles(GraphWriter&, const StyleCycles&, long) {}
-inline void FormerCycles(GraphReader& s, StyleCycles& cycles, long upper) {
+inline void FormerCycles(GraphWriter&, const ChartModule&, long) {}
+inline void FormerCycles(GraphReader& s, ChartModule& m, long upper) {
+    StyleCycles& cycles = m.CyclesOfFile.emplace();
     const auto take = [&](auto& cycle) {
         using Item = std::decay_t<decltype(cycle[0])>;
         std::vector<Item> items;
@@ -278,7 +332,7 @@ template <class Stream, class Module> void CycleFields(Stream& s, Module& m) {
     if (s.Version > 1.2)
         OrderFields(s, m.Style);
     else
-        FormerCycles(s, m.Cycles, upper);
+        FormerCycles(s, m, upper);
 }
 
 template <class Stream, class Mark> void MarkFields(Stream& s, Mark& mark) {
@@ -320,10 +374,7 @@ template <class Stream, class Graph> void ListFields(Stream& s, Graph& graph) {
 // Everything behind the two texts of the header.
 template <class Stream, class Graph> void GraphFields(Stream& s, Graph& graph) {
     auto& m = graph.Module;
-    s.Value("GraphHeld", m.GraphHeld);
-    s.Value("GraphDrawn", m.GraphDrawn);
-    PageFields(s, m.Style);
-    s.Value("ZoomState", graph.ZoomState);
+    Front(s, graph);
     SizeFields(s, m.Style);
     TargetFields(s, graph);
     StateFields(s, m.State);

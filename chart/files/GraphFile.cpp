@@ -1,26 +1,26 @@
 // Graph files: the codec's checks, and the commands around it.
 #include "chart/files/GraphFile.h"
 
+#include "chart/draw/DrawGraph.h"
 #include "chart/files/GraphFields.h"
+#include "chart/files/GraphTrailer.h"
+#include "chart/hand/ChartMarkers.h"
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartDefaults.h"
-#include "chart/records/SetLooks.h"
-#include "chart/scale/AxisScale.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
-#include <cmath>
 #include <tuple>
+#include <utility>
 
 namespace Quillon {
 
 namespace {
 
-constexpr const char* Extension = "EXTENSION";
 constexpr const char* Filter = "graph save files (*.GRF)|*.GRF|all files (*.*)|*.*";
 
 bool Between(int value, int least, int most) {
@@ -38,76 +38,6 @@ bool IsShown(const std::string& text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-// --- what the stated fields do not hold
-// ---------------------------------------------------------------------
-
-// Settings that a picture depends on and that the fields have no place for stand behind the last one, each
-// with its name. A file that needs none is what it was before there were any; a name that is not known is
-// skipped.
-struct NamedSetting {
-    const char* Name;
-    float (*Standard)(const ChartModule&); // what holds where the file has nothing
-    float (*Get)(const ChartModule&);
-    void (*Set)(ChartModule&, float);
-};
-
-// What the data were divided by counts where it cannot be told from the axis: one that was prescaled and has
-// a manual scale now.
-constexpr NamedSetting Settings[] = {
-    {"UseRainbowColors", [](const ChartModule&) { return 0.0F; },
-     [](const ChartModule& m) { return m.Style.UseRainbowColors != 0 ? 1.0F : 0.0F; },
-     [](ChartModule& m, float v) { m.Style.UseRainbowColors = Flag(v != 0.0F); }},
-    {"BarWidth", [](const ChartModule&) { return ChartStyle{}.BarWidth; },
-     [](const ChartModule& m) { return m.Style.BarWidth; },
-     [](ChartModule& m, float v) {
-         if (v >= 0.0F && v <= 1.0F) m.Style.BarWidth = v;
-     }},
-    {"LoadFactorX", [](const ChartModule& m) { return LoadDivisor(m.Spec.AxisX1); },
-     [](const ChartModule& m) { return m.LoadFactorX; }, [](ChartModule& m, float v) { m.LoadFactorX = v; }},
-    {"LoadFactorY", [](const ChartModule& m) { return LoadDivisor(m.Spec.AxisY1); },
-     [](const ChartModule& m) { return m.LoadFactorY; }, [](ChartModule& m, float v) { m.LoadFactorY = v; }},
-};
-
-void WriteSettings(GraphWriter& writer, const ChartModule& m) {
-    GraphWriter values;
-    for (const NamedSetting& setting : Settings) {
-        if (setting.Get(m) == setting.Standard(m)) continue;
-        values.Value("", std::string(setting.Name));
-        values.Value("", setting.Get(m));
-    }
-    if (values.Bytes.empty()) return;
-    writer.Value("", std::string(Extension));
-    writer.Value("", std::int16_t{1});
-    writer.Value("", ToInt32(values.Bytes.size()));
-    writer.Bytes += values.Bytes;
-}
-
-void TakeSetting(const std::string& name, float value, ChartModule& m) {
-    for (const NamedSetting& setting : Settings)
-        if (name == setting.Name && std::isfinite(value)) setting.Set(m, value);
-}
-
-void ReadSettings(GraphReader& reader, ChartModule& m) {
-    for (const NamedSetting& setting : Settings)
-        setting.Set(m, setting.Standard(m));
-    if (!reader.Follows(std::string("\x09\0", 2) + Extension)) return;
-    std::string name;
-    std::int16_t version = 0;
-    std::int32_t length = 0;
-    reader.Value(Extension, name);
-    reader.Value(Extension, version);
-    reader.Value(Extension, length);
-    if (length < 0) GraphReader::Damaged(Extension);
-    reader.Need(static_cast<std::size_t>(length));
-    const std::size_t end = reader.At + static_cast<std::size_t>(length);
-    while (reader.At < end) {
-        float value = 0.0F;
-        reader.Value(Extension, name);
-        reader.Value(Extension, value);
-        TakeSetting(name, value, m);
-    }
-}
-
 // --- checks of what was read
 // --------------------------------------------------------------------------------
 
@@ -116,8 +46,15 @@ void CheckOrder(const std::vector<std::int16_t>& order, int most, const char* na
         if (!Between(entry, 0, most)) GraphReader::Damaged(name);
 }
 
-template <class Cycle> void CheckCycle(const Cycle& cycle, int most, const char* name) {
-    CheckOrder({cycle.begin(), cycle.end()}, most, name);
+void CheckCycles(const StyleCycles& cycles) {
+    const auto check = [](const auto& cycle, int most) {
+        CheckOrder({cycle.begin(), cycle.end()}, most, "the cycles");
+    };
+    check(cycles.Line, 4);
+    check(cycles.Line2, 4);
+    check(cycles.Border, 4);
+    check(cycles.Pattern, 6);
+    check(cycles.Symbol, 17);
 }
 
 void CheckStyle(const ChartModule& m) {
@@ -126,11 +63,7 @@ void CheckStyle(const ChartModule& m) {
     CheckOrder(style.BorderStyleOrder, 4, "BorderStyleOrder");
     CheckOrder(style.SymbolOrder, 17, "SymbolOrder");
     CheckOrder(style.PatternStyleOrder, 6, "PatternStyleOrder");
-    CheckCycle(m.Cycles.Line, 4, "the cycles");
-    CheckCycle(m.Cycles.Line2, 4, "the cycles");
-    CheckCycle(m.Cycles.Border, 4, "the cycles");
-    CheckCycle(m.Cycles.Pattern, 6, "the cycles");
-    CheckCycle(m.Cycles.Symbol, 17, "the cycles");
+    if (m.CyclesOfFile) CheckCycles(*m.CyclesOfFile);
     for (const float size : {style.TicSize, style.Clearance})
         if (!(size >= -1.0F && size <= 1.0F)) GraphReader::Damaged("the sizes");
     for (const float width : {style.AxisWidth, style.TicWidth, style.LineWidth, style.TitleFont,
@@ -150,13 +83,25 @@ void CheckSizes(const ChartModule& m) {
         if (!(size >= 0.0F && size <= 1.0F)) GraphReader::Damaged("the sizes of texts");
 }
 
+// Arrays of sets count from the first set that is shown. Other writers let them count by the numbers of the
+// sets: what stands before the first one is none of theirs.
+template <class T> void CountFromFirst(OneBased<T>& array, const GraphState& state) {
+    const long before = array.Hi() - state.Nsets;
+    if (state.FirstSet > 1 && before > 0 && array.Hi() == state.LastSet) {
+        std::rotate(array.begin(), array.begin() + before, array.end());
+        array.Resize(state.Nsets);
+    }
+    if (array.Hi() < state.Nsets) array.Resize(state.Nsets);
+}
+
 // What the engine goes by and never checks again.
 void Settle(ChartModule& m) {
     GraphState& state = m.State;
-    state.Busy = 0;
+    if (m.Spec.GraphType == 0 && state.Nsets != 0) GraphReader::Damaged("GraphSpec");
+    state.Busy = state.CyclesBuilt = 0;
     std::tie(state.KindX, state.KindY) = KindsOfType(m.Spec.GraphType);
-    if (m.SetNames.Hi() < state.Nsets) m.SetNames.Resize(state.Nsets);
-    if (m.SetFlags.Hi() < state.Nsets) m.SetFlags.Resize(state.Nsets);
+    CountFromFirst(m.SetNames, state);
+    CountFromFirst(m.SetFlags, state);
     if (m.CatLabels.Empty()) m.CatLabels.Resize(1);
 }
 
@@ -171,6 +116,8 @@ ChartModule WithSettingsOf(const ChartModule& present) {
     fresh.Style.SymbolWidth = ChartStyle{}.SymbolWidth;
     fresh.UseColorOnBW = present.UseColorOnBW;
     fresh.UseOnlyBW = present.UseOnlyBW;
+    fresh.SetShift = present.SetShift; // what was typed last is offered again for as long as the run lasts
+    fresh.SeparateMode = present.SeparateMode;
     return fresh;
 }
 
@@ -184,7 +131,7 @@ struct HourglassScope {
     HourglassScope& operator=(const HourglassScope&) = delete;
 };
 
-FileRequest AskFor(const std::string& what) {
+FileRequest RequestFor(const std::string& what) {
     FileRequest request;
     request.Title = ProgramTitle() + what;
     request.Filter = Filter;
@@ -193,17 +140,20 @@ FileRequest AskFor(const std::string& what) {
     return request;
 }
 
-bool Declined(const FileAnswer& answer) {
-    return answer.Cancelled || answer.Path.find_first_not_of(' ') == std::string::npos;
+// False, told, while whoever made the graph at hand still waits for it.
+bool MayBeReplaced() {
+    if (!Charts.Needed && Chart.Painting == 0) return true;
+    Tell("The graph in the window is still waited for.  A graph file can be shown when that has ended.",
+         ProgramTitle(), BoxIcon::Warning);
+    return false;
 }
 
 // False when the file is another program's and the user does not want it, or newer than this engine.
 bool Welcome(const GraphFileHeader& header) {
-    if (header.Program != ChartIniSection()) {
-        const BoxRequest question{"This file is a graph from " + header.Program + " not " + ProgramTitle() +
-                                      ".  It should display properly, but current special options under the "
-                                      "Options heading may be inappropriate.",
-                                  ProgramTitle(), BoxIcon::Warning, BoxButtons::OkCancel, BoxAnswer::Ok};
+    const std::string foreign = ForeignGraphText(header);
+    if (!foreign.empty()) {
+        const BoxRequest question{foreign, ProgramTitle(), BoxIcon::Warning, BoxButtons::OkCancel,
+                                  BoxAnswer::Ok};
         if (Host.MessageBoxAnswer(question) != BoxAnswer::Ok) return false;
     }
     if (NumericPrefix(header.Version) <= NewestGraphFile) return true;
@@ -224,9 +174,31 @@ void SuitTheBox(const GraphBox& formerView, std::int16_t savedW, std::int16_t sa
     ReadView(spec.View);
 }
 
+// Takes the graph to the picture box. No box, and no room in it, are a RuntimeError.
+void TakeToBox(ChartModule&& module, const GraphBox& formerView) {
+    const std::int16_t savedW = module.State.DeviceW;
+    const std::int16_t savedH = module.State.DeviceH;
+    Chart = std::move(module);
+    Chart.State.IniRead = 1;
+    Chart.Spec.Device = "0";
+    SelectTarget(Chart.Spec);
+    SuitTheBox(formerView, savedW, savedH);
+    Replot();
+    if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
+}
+
+// The description of no graph at all. Where it would stand on a device says nothing.
+bool IsNoGraph(GraphSpec spec) {
+    spec.View = spec.Frame = GraphBox{};
+    spec.Relayout = 0;
+    spec.Device = "";
+    return spec == GraphSpec{};
+}
+
 } // namespace
 
 bool SpecStands(const GraphSpec& spec) {
+    if (IsNoGraph(spec)) return true;
     return Between(spec.GraphType, 1, 5) && Between(spec.PlotStyle, 1, 3) && Between(spec.SymbolMode, 0, 3) &&
            Between(spec.Relayout, 0, 1) && AxisStands(spec.AxisX1) && AxisStands(spec.AxisX2) &&
            AxisStands(spec.AxisY1) && AxisStands(spec.AxisY2);
@@ -260,7 +232,7 @@ std::string EncodeGraph(const GraphContents& graph) {
     writer.Value("the program", ChartIniSection());
     writer.Value("the version", std::string(GraphFileVersion));
     GraphFields(writer, graph);
-    WriteSettings(writer, graph.Module);
+    WriteTrailer(writer, graph.Module);
     return std::move(writer.Bytes);
 }
 
@@ -272,51 +244,60 @@ GraphContents DecodeGraph(const std::string& bytes, const ChartModule& present) 
     reader.Version = NumericPrefix(header.Version);
     if (reader.Version > NewestGraphFile) RaiseError("this is a graph of version " + header.Version);
     GraphFields(reader, graph);
-    ReadSettings(reader, graph.Module);
-    if (reader.Version > 1.2) graph.Module.State.CyclesBuilt = 0;
+    ReadTrailer(reader, graph.Module);
     CheckStyle(graph.Module);
     CheckSizes(graph.Module);
     Settle(graph.Module);
     return graph;
 }
 
+std::string ForeignGraphText(const GraphFileHeader& header) {
+    if (header.Program == ChartIniSection()) return "";
+    return "This file is a graph from " + header.Program + " not " + ProgramTitle() +
+           ".  It should display properly, but current special options under the Options heading may be "
+           "inappropriate.";
+}
+
 std::string GraphFileBytes() {
     if (Chart.State.IniRead == 0) ReadChartDefaults();
-    return EncodeGraph({Chart, Kept.BoxTable, Charts.ZoomState});
+    return EncodeGraph({Chart, Kept.BoxTable, Charts.ZoomState != 0 ? Charts.ZoomState : Kept.ZoomState});
 }
 
 void AdoptGraph(const std::string& bytes) {
     if (Chart.State.IniRead == 0) ReadChartDefaults();
     GraphContents graph = DecodeGraph(bytes, Chart);
-    const GraphBox formerView = Chart.Spec.View;
-    const std::int16_t savedW = graph.Module.State.DeviceW;
-    const std::int16_t savedH = graph.Module.State.DeviceH;
+    if (!Seams.HasPicBox) RaiseError("there is no window for the graph");
     CloseMetafile();
-    Chart = std::move(graph.Module);
-    Chart.State.IniRead = 1;
+    ChartModule former = Chart;
+    try {
+        TakeToBox(std::move(graph.Module), former.Spec.View);
+    } catch (const RuntimeError&) {
+        Chart = std::move(former);
+        throw;
+    }
     Kept.BoxTable = std::move(graph.BoxTable);
+    Kept.ZoomState = graph.ZoomState;
     Kept.StyleOfFile = FlagTrue;
-    Chart.Spec.Device = "0";
-    Charts.ZoomState = graph.ZoomState;
-    Looks = {}; // a file keeps none
-    SelectTarget(Chart.Spec);
-    if (Chart.GraphStatus >= GraphStatuses::Stop) return;
-    SuitTheBox(formerView, savedW, savedH);
-    Replot();
+}
+
+std::string ChosenFile(const FileRequest& request) {
+    const FileAnswer answer = Host.AskFile(request);
+    const bool blank = answer.Path.find_first_not_of(' ') == std::string::npos;
+    return answer.Cancelled || blank ? "" : answer.Path;
 }
 
 void DoSaveGraph() {
     if (Chart.GraphHeld == 0 && Chart.GraphDrawn != 0)
         return Tell("Sorry, the data to reproduce this graph is no longer available, so it cannot be saved.",
                     ProgramTitle(), BoxIcon::Warning);
-    FileRequest request = AskFor(" - Save Graph to Disk");
+    FileRequest request = RequestFor(" - Save Graph to Disk");
     request.Save = true;
     if (Seams.DataDirectory) request.Directory = Seams.DataDirectory();
-    const FileAnswer answer = Host.AskFile(request);
-    if (Declined(answer)) return;
+    const std::string path = ChosenFile(request);
+    if (path.empty()) return;
     const HourglassScope scope;
     try {
-        Host.WriteFile(answer.Path, GraphFileBytes());
+        Host.WriteFile(path, GraphFileBytes());
     } catch (const RuntimeError& error) {
         Tell("Error '" + error.Text + "' occurred while saving graph information --- terminating.",
              ProgramTitle(), BoxIcon::Warning);
@@ -324,7 +305,7 @@ void DoSaveGraph() {
 }
 
 bool RestoreGraphFile(const std::string& path) {
-    if (Charts.Needed || Chart.Painting != 0) return false;
+    if (!MayBeReplaced()) return false;
     const HourglassScope scope;
     try {
         const std::string bytes = Host.ReadFile(path);
@@ -333,23 +314,24 @@ bool RestoreGraphFile(const std::string& path) {
     } catch (const RuntimeError& error) {
         Tell("Error '" + error.Text +
                  "' occurred while restoring graph information --- terminating.  This could cause this "
-                 "program "
-                 "to become unstable.",
+                 "program to become unstable.",
              ProgramTitle(), BoxIcon::Warning);
         return false;
     }
-    Charts.Markers.clear();
+    RemoveMarkers();
     Charts.StatusLine.Text.clear();
     ClearZoom();
     ClearSpecialOptions();
+    if (Chart.DataY.Empty()) ClearDrawing();
     RedrawAsLaidOut();
     ChartMenuStatus(Charts);
     return true;
 }
 
 void DoRestoreGraph() {
-    const FileAnswer answer = Host.AskFile(AskFor(" - Restore Graph from Disk"));
-    if (!Declined(answer)) RestoreGraphFile(answer.Path);
+    if (!MayBeReplaced()) return;
+    const std::string path = ChosenFile(RequestFor(" - Restore Graph from Disk"));
+    if (!path.empty()) RestoreGraphFile(path);
 }
 
 } // namespace Quillon

@@ -7,6 +7,7 @@
 // it was, and a save that fails leaves the former file as it was.
 
 #include "chart/records/ChartState.h"
+#include "platform/Platform.h"
 
 #include <cstdint>
 #include <string>
@@ -42,6 +43,9 @@ bool NamesGraphFile(const std::string& path);
 // RuntimeError when the bytes do not start like a graph file.
 GraphFileHeader ReadGraphHeader(const std::string& bytes);
 
+// What there is to say about a graph of another program; "" of this one's own.
+std::string ForeignGraphText(const GraphFileHeader& header);
+
 // The file for a graph. A text of more than 32767 characters is the RuntimeError "Overflow".
 std::string EncodeGraph(const GraphContents& graph);
 
@@ -50,7 +54,7 @@ std::string EncodeGraph(const GraphContents& graph);
 // RuntimeError.
 GraphContents DecodeGraph(const std::string& bytes, const ChartModule& present);
 
-// True when the codes of a GraphSpec are all such as there are.
+// True when the codes of a GraphSpec are all such as there are, or it is the one of no graph at all.
 bool SpecStands(const GraphSpec& spec);
 
 // --- without a word to the user ----------------------------------------------------------------------------
@@ -60,15 +64,19 @@ std::string GraphFileBytes();
 
 // Takes the graph in bytes into use on the picture box: the whole of it is read before anything is replaced,
 // and the size of the box decides whether the frame is kept. RuntimeError, and the graph as it was, when the
-// bytes are refused. The next GraphInit reads the defaults again.
+// bytes are refused, when there is no box and when the graph has no room in it. The next GraphInit reads the
+// defaults again.
 void AdoptGraph(const std::string& bytes);
 
 // --- commands ----------------------------------------------------------------------------------------------
 
+// The path of a file that the user chooses; "" when the dialog is cancelled or the name left blank.
+std::string ChosenFile(const FileRequest& request);
+
 // Asks for a file and writes the graph to it.
 void DoSaveGraph();
 
-// Asks for a file and shows the graph in it. Not while the graph at hand is waited for.
+// Asks for a file and shows the graph in it. While the graph at hand is waited for, that is told instead.
 void DoRestoreGraph();
 
 // Shows the graph in a file: what stands behind DoRestoreGraph, the command line and a dropped file. False

@@ -6,12 +6,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace Quillon {
 
 namespace {
 
-using Fields = std::vector<std::string>;
+struct PastedField {
+    std::string Text;
+    bool Quoted = false; // it stood between quotes
+};
+using Fields = std::vector<PastedField>;
+
+constexpr std::string_view Delimiters = "\t;,";
 
 std::vector<std::string> LinesOf(const std::string& text) {
     std::vector<std::string> lines;
@@ -27,9 +34,35 @@ std::vector<std::string> LinesOf(const std::string& text) {
     return lines;
 }
 
+// The end of what stands between quotes from at on: behind the closing one, or at itself when there is none.
+std::size_t EndOfQuotes(const std::string& line, std::size_t at) {
+    for (std::size_t i = at + 1; i < line.size(); ++i) {
+        if (line[i] != '"') continue;
+        if (i + 1 == line.size() || line[i + 1] != '"') return i + 1;
+        ++i; // two are one
+    }
+    return at;
+}
+
+// The line without what stands between quotes, which only count where a field may begin.
+std::string Unquoted(const std::string& line) {
+    std::string rest;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char before = i == 0 ? ' ' : line[i - 1];
+        const bool opens = line[i] == '"' && (before == ' ' || Delimiters.find(before) != Delimiters.npos);
+        const std::size_t end = opens ? EndOfQuotes(line, i) : i;
+        if (end == i)
+            rest += line[i];
+        else
+            i = end - 1;
+    }
+    return rest;
+}
+
 char DelimiterOf(const std::string& line) {
-    for (const char delimiter : {'\t', ';', ','})
-        if (line.find(delimiter) != std::string::npos) return delimiter;
+    const std::string rest = Unquoted(line);
+    for (const char delimiter : Delimiters)
+        if (rest.find(delimiter) != std::string::npos) return delimiter;
     return ' ';
 }
 
@@ -39,7 +72,8 @@ std::string Trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// The fields of a line. Between quotes a delimiter is text, and two quotes are one.
+// The fields of a line. A quote at the begin of a field opens a text in which a delimiter is text and two
+// quotes are one; elsewhere it is a sign like any other ("6\" cell").
 class LineSplitter {
 public:
     explicit LineSplitter(char delimiter) : Delimiter(delimiter) {}
@@ -53,19 +87,31 @@ public:
 private:
     void Take(const std::string& line, std::size_t& i) {
         const char c = line[i];
-        if (Quoted && c == '"' && i + 1 < line.size() && line[i + 1] == '"')
-            Field += line[++i];
-        else if (c == '"')
-            Quoted = !Quoted, Started = true;
-        else if (c != Delimiter || Quoted)
-            Field += c, Started = true;
-        else if (Delimiter != ' ' || Started)
+        if (c == '"' && !Quoted && Trimmed(Field).empty()) {
+            const std::size_t end = EndOfQuotes(line, i);
+            Quoted = end > i;
+            Field = Quoted ? TextOf(line.substr(i + 1, end - i - 2)) : "\"";
+            i = Quoted ? end - 1 : i;
+            Started = true;
+        } else if (c != Delimiter) {
+            Field += c;
+            Started = true;
+        } else if (Delimiter != ' ' || Started) {
             End();
+        }
+    }
+    static std::string TextOf(const std::string& quoted) {
+        std::string text;
+        for (std::size_t i = 0; i < quoted.size(); ++i) {
+            text += quoted[i];
+            if (quoted[i] == '"') ++i;
+        }
+        return text;
     }
     void End() {
-        Found.push_back(Trimmed(Field));
+        Found.push_back({Trimmed(Field), Quoted});
         Field.clear();
-        Started = false;
+        Quoted = Started = false;
     }
     char Delimiter;
     bool Quoted = false, Started = false;
@@ -87,10 +133,17 @@ bool ReadField(std::string field, bool decimalComma, float& value) {
     return true;
 }
 
-bool HasNumber(const Fields& fields, bool decimalComma) {
-    float value = 0.0F;
-    return std::any_of(fields.begin(), fields.end(),
-                       [&](const std::string& field) { return ReadField(field, decimalComma, value); });
+// True for a first line that names what stands below: a text, and no number but such as stands in quotes.
+bool AreHeads(const Fields& fields, bool decimalComma) {
+    const auto isNumber = [&](const PastedField& field) {
+        float value = 0.0F;
+        return ReadField(field.Text, decimalComma, value);
+    };
+    const bool text = std::any_of(fields.begin(), fields.end(), [&](const PastedField& field) {
+        return !field.Text.empty() && !isNumber(field);
+    });
+    return text && std::none_of(fields.begin(), fields.end(),
+                                [&](const PastedField& field) { return !field.Quoted && isNumber(field); });
 }
 
 // One line into its place of the table.
@@ -98,10 +151,11 @@ void TakeLine(PastedData& data, const Fields& fields, bool decimalComma, long po
     if (fields.size() > static_cast<std::size_t>(2 * data.X.Sets()))
         RaiseError("line " + std::to_string(point) + " of the numbers has a column too many");
     for (std::size_t column = 0; column < fields.size(); ++column) {
-        if (fields[column].empty()) continue;
+        const std::string& text = fields[column].Text;
+        if (text.empty()) continue;
         SetTable& table = column % 2 == 0 ? data.X : data.Y;
-        if (!ReadField(fields[column], decimalComma, table(point, static_cast<long>(column / 2) + 1)))
-            RaiseError("'" + fields[column] + "' is no number");
+        if (!ReadField(text, decimalComma, table(point, static_cast<long>(column / 2) + 1)))
+            RaiseError("'" + text + "' is no number");
     }
 }
 
@@ -115,9 +169,9 @@ PastedData ReadPastedText(const std::string& text) {
     const Fields first = LineSplitter(delimiter).Split(lines[0]);
     if (first.empty() || first.size() % 2 != 0) RaiseError(OddColumns);
     PastedData data;
-    if (!HasNumber(first, decimalComma)) {
+    if (AreHeads(first, decimalComma)) {
         for (std::size_t column = 1; column < first.size(); column += 2)
-            data.Names.push_back(first[column]);
+            data.Names.push_back(first[column].Text);
         lines.erase(lines.begin());
     }
     if (lines.empty()) RaiseError("there are no numbers");

@@ -189,6 +189,7 @@ void ZoomTo(const ChartScale& scale) {
     if (!GraphMayChange()) return;
     if (scale.XMin == scale.XMax || scale.YMin == scale.YMax) return; // narrower than singles tell apart
     KeepPresent();
+    Charts.Zooms.GaveScale = true;
     TakeScale(scale, Charts.RoundOnZoom.Checked);
     RedrawAsLaidOut();
 }
@@ -200,6 +201,7 @@ void DoLastZoom() {
     std::int16_t depth{};
     PopZoom(scale.XMin, scale.XMax, scale.YMin, scale.YMax, depth);
     PopFormat();
+    Charts.Zooms.GaveScale = true;
     SetScale(scale);
     SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
     Replot();
@@ -246,7 +248,7 @@ void ToggleClassicColors() {
     if (Chart.Painting != 0) return;
     Remember("ClassicColors", Kept.ClassicColors);
     Chart.Style.ScreenColors = Chart.Style.PrintColors = StandardColors();
-    BuildCycles();
+    BuildCyclesOfNewColors();
     RedrawChart();
 }
 

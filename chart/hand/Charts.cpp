@@ -47,6 +47,10 @@ void ChartMenuStatus(ChartsForm& form) {
     const bool held = Chart.GraphHeld != 0;
     form.EditHorz.Enabled = form.EditVert.Enabled = held && spec.GraphType != GraphTypes::Pie;
     form.LineWidths.Enabled = form.SymbolSize.Enabled = held;
+    for (MenuItem* item :
+         {&form.SaveAs, &form.WriteData, &form.WriteMetafile, &form.Print, &form.CopyGraph, &form.CopyBitmap,
+          &form.CopyMetafile, &form.CopyData, &form.CopyHeads, &form.PasteData})
+        item->Enabled = held;
     form.AlterColors.Enabled = Chart.Style.UseRainbowColors == 0;
     form.SeparateX.Enabled = form.SeparateY.Enabled = form.SeparateBoth.Enabled = several;
 }
@@ -121,6 +125,7 @@ void PopZoom(float& xmin, float& xmax, float& ymin, float& ymax, std::int16_t& d
 void ClearZoom() {
     Charts.LastZoom.Enabled = false;
     Charts.Zooms.ZoomDepth = 0;
+    Charts.Zooms.GaveScale = false;
 }
 
 } // namespace Quillon

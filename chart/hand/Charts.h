@@ -17,6 +17,7 @@ struct ZoomStack {
     static constexpr int Deepest = 10;
     OneBased<float> XMin{Deepest}, XMax{Deepest}, YMin{Deepest}, YMax{Deepest};
     std::int16_t ZoomDepth{};
+    bool GaveScale = false; // the scale at hand is that of a zoom, or of the way back from one
 };
 
 // A thin vertical line over the frame that the user moves along X.
@@ -41,6 +42,11 @@ struct ChartsForm {
     MenuItem EditVert{"Edit &Vertical Axis...", false, false};
     MenuItem LineWidths{"Line &Widths...", false, false}, SymbolSize{"Symbol Si&ze...", false, false};
     MenuItem AlterColors{"Set C&olors...", false, false};
+    MenuItem SaveAs{"Save Graph &As...", false, false}, WriteData{"&Write Data...", false, false};
+    MenuItem WriteMetafile{"Write &Metafile...", false, false}, Print{"&Print...", false, false};
+    MenuItem CopyGraph{"&Copy Graph", false, false}, CopyBitmap{"Copy &Bitmap", false, false};
+    MenuItem CopyMetafile{"Copy &Metafile", false, false}, CopyData{"Copy &Data", false, false};
+    MenuItem CopyHeads{"Copy Data with &Heads", false, false}, PasteData{"&Paste Data", false, false};
 
     // Options of the graph at hand that belong to whoever made it: captions and what each does. The engine
     // itself does nothing here; an item without an action is not shown.

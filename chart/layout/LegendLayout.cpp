@@ -78,8 +78,8 @@ void Crop(LegendSpace& space, int width, int height) {
 std::vector<LegendEntry> EntriesOfLooks() {
     std::vector<LegendEntry> entries;
     const bool symbols = DashesRunOut() || Chart.Spec.SymbolMode != 3;
-    int line = static_cast<int>(Looks.Sets.size());
-    for (const LookEntry& entry : Looks.Legend) {
+    int line = static_cast<int>(Chart.Looks.Sets.size());
+    for (const LookEntry& entry : Chart.Looks.Legend) {
         ++line;
         entries.push_back({line, symbols && entry.Look.Color < 0 ? line : 0, 0, entry.Name});
     }
@@ -94,7 +94,7 @@ bool HasLegend() {
 
 std::vector<LegendEntry> LegendEntries() {
     std::vector<LegendEntry> entries;
-    if (!Looks.Legend.empty()) return EntriesOfLooks();
+    if (!Chart.Looks.Legend.empty()) return EntriesOfLooks();
     const GraphSpec& spec = Chart.Spec;
     const int sets = Chart.State.Nsets;
     const bool areas = spec.GraphType == GraphTypes::HorizontalBars ||

@@ -130,15 +130,15 @@ int NumberOfSet(int set) {
 
 const SetLook* LookOf(int set) {
     const auto place = static_cast<std::size_t>(set - 1);
-    if (Looks.Sets.empty() || set < 1) return nullptr;
-    if (place < Looks.Sets.size()) return &Looks.Sets[place];
-    const std::size_t entry = place - Looks.Sets.size();
-    return entry < Looks.Legend.size() ? &Looks.Legend[entry].Look : nullptr;
+    if (Chart.Looks.Sets.empty() || set < 1) return nullptr;
+    if (place < Chart.Looks.Sets.size()) return &Chart.Looks.Sets[place];
+    const std::size_t entry = place - Chart.Looks.Sets.size();
+    return entry < Chart.Looks.Legend.size() ? &Chart.Looks.Legend[entry].Look : nullptr;
 }
 
 bool DashesRunOut() {
     const int styles = Chart.Style.DashedLines != 0 ? 5 : 1; // 0 solid, 1 to 4 the patterns
-    return std::any_of(Looks.Sets.begin(), Looks.Sets.end(),
+    return std::any_of(Chart.Looks.Sets.begin(), Chart.Looks.Sets.end(),
                        [styles](const SetLook& look) { return look.Dash >= styles; });
 }
 

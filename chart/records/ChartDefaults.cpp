@@ -241,6 +241,7 @@ void ReadChartDefaults() {
     style.ScreenColors = ReadColors(ini, "ScreenColor", screen);
     style.PrintColors = ReadColors(ini, "PrintColor", print);
     Chart.Style = style;
+    Chart.CyclesOfFile.reset();
     Chart.State.IniRead = 1;
     Kept.StyleOfFile = FlagFalse;
     Kept.RainbowDefault = style.UseRainbowColors;

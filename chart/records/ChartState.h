@@ -6,11 +6,13 @@
 #include "chart/records/Columns.h"
 #include "chart/records/Cycles.h"
 #include "chart/records/Records.h"
+#include "chart/records/SetLooks.h"
 #include "chart/records/SetTable.h"
 #include "platform/Arrays.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -128,7 +130,12 @@ struct ChartModule {
     std::vector<GraphNote> Notes;
     std::vector<GraphMark> Marks;
     OneBased<std::int16_t>
-        SetFlags; // one per set: the number by which it looks (SetLooks::Numbers); 0: its own
+        SetFlags;   // one per set: the number by which it looks (SetLooks::Numbers); 0: its own
+    SetLooks Looks; // what sets show, where their numbers do not tell them apart
+
+    // The cycles of a graph file that had them in place of their orders: used as they are on every target
+    // with colours. Reading the defaults again drops them.
+    std::optional<StyleCycles> CyclesOfFile;
 
     std::int16_t GraphHeld{};   // -1: the data stay after drawing, for redraw, zoom and save
     std::int16_t GraphDrawn{};  // -1: a graph stands on the target

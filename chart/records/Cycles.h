@@ -24,4 +24,8 @@ struct StyleCycles {
 // Fills Chart.Cycles for the target and Chart.State.NColors, and marks them as valid.
 void BuildCycles();
 
+// The same after the tables of colours were changed: cycles that came with a file take the new colours and
+// keep all else.
+void BuildCyclesOfNewColors();
+
 } // namespace Quillon

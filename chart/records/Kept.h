@@ -16,6 +16,7 @@ inline constexpr float LargestSymbolSize = 0.1F;
 
 struct ChartKept {
     OneBasedMatrix<float> BoxTable; // square; ChartBoxTable of the file that the graph came from, else empty
+    std::int16_t ZoomState{};       // markers in use when that file was saved, else 0
     std::int16_t StyleOfFile{}; // -1: Chart.Style came with a file; the next GraphInit reads chart.ini again
     std::int16_t RainbowDefault{}; // UseRainbowColors of chart.ini: what each graph starts with
     // -1: tables of colours begin with the engine's own (chart/records/Palettes.h). Programs take the safe

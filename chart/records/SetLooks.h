@@ -38,9 +38,8 @@ struct SetLooks {
     bool operator==(const SetLooks&) const = default;
 };
 
-// Those of the graph at hand. Every graph that is plotted takes NextLooks, which stand for one graph alone: a
-// caller fills them right before PlotSets.
-inline SetLooks Looks;
+// Every graph that is plotted takes these for its own (ChartModule::Looks), and they stand for one graph
+// alone: a caller fills them right before PlotSets.
 inline SetLooks NextLooks;
 
 } // namespace Quillon

@@ -54,7 +54,7 @@ TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
                                                       "species-fraction", "mass-c", "mass-r", "figure"}));
     for (const std::string& kind : GraphKinds())
         EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
-    for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".grf"})
+    for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".csv", ".grf"})
         EXPECT_NE(HelpText().find(ending), std::string::npos) << ending;
 }
 
@@ -76,7 +76,7 @@ TEST(GraphOptions, MistakesAreOneLine) {
     const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r, species, "
                               "species-fraction, mass-c, mass-r, figure";
     const std::string endings =
-        " ends with none of .svg, .png, .pdf, .emf, .dat and .grf, which choose the format";
+        " ends with none of .svg, .png, .pdf, .emf, .dat, .csv and .grf, which choose the format";
     EXPECT_EQ(MistakeOf("specie=a.svg"), Told("--graph: 'specie' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("=a.svg"), Told("--graph: '' is none of the kinds " + kinds));
     EXPECT_EQ(MistakeOf("Overlay=a.svg"), Told("--graph: 'Overlay' is none of the kinds " + kinds));

@@ -306,13 +306,13 @@ TEST_F(FigureTest, TheGraphAtHandAndTheSettingsStay) {
     const GraphState state = Chart.State;
     const ChartStyle style = Chart.Style;
     const SetTable y = Chart.DataY;
-    const SetLooks looks = Looks;
+    const SetLooks looks = Chart.Looks;
     Screen.Clear();
     Draw({85.0, 0.0, true, 0});
     EXPECT_TRUE(Screen.Items.empty()) << "drawn in the window";
     const auto same = [&] {
         return Chart.Spec == spec && Chart.State == state && Chart.Style == style && Chart.DataY == y &&
-               Looks == looks && Charts.StatusLine.Text == "told" && Charts.Zooms.ZoomDepth == 1;
+               Chart.Looks == looks && Charts.StatusLine.Text == "told" && Charts.Zooms.ZoomDepth == 1;
     };
     EXPECT_TRUE(same());
     EXPECT_EQ(Work.SpreadResiduals, FlagTrue);
@@ -383,7 +383,7 @@ TEST_F(FigureFormTest, TheFileIsWrittenWholeAndAFailureIsTold) {
 
 TEST_F(FigureFormTest, WithoutAPictureTheNoteSaysWhy) {
     EXPECT_EQ(FigurePreview(96.0), "");
-    EXPECT_EQ(FigureForm.Note.Text, "no figure is written as 'png' here");
+    EXPECT_EQ(FigureForm.Note.Text, "no graph is written as 'png'");
     EXPECT_FALSE(FigureForm.SaveButton.Enabled);
 }
 

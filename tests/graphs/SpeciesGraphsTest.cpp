@@ -126,7 +126,7 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
         EXPECT_EQ(SetColor(first + 1), SetColor(1)) << k;
         EXPECT_EQ(SetColor(first + 2), SetColor(2)) << k;
         EXPECT_EQ(SetColor(first + 3), SetColor(3)) << k;
-        EXPECT_EQ(Looks.Sets[static_cast<std::size_t>(first)].Dash, k - 1);
+        EXPECT_EQ(Chart.Looks.Sets[static_cast<std::size_t>(first)].Dash, k - 1);
     }
     EXPECT_NE(SetColor(1), SetColor(2));
     EXPECT_NE(SetColor(1), SetColor(3)) << "the total looks like the monomer";
@@ -143,7 +143,7 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     EXPECT_EQ(SetColor(LegendEntries()[2].LineSet), SetColor(3));
     EXPECT_NE(Screen.FindText("set18.RA1"), nullptr) << "eighteen sets do not fit";
     ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
-    EXPECT_TRUE(Looks.Sets.empty()) << "looks outlived their graph";
+    EXPECT_TRUE(Chart.Looks.Sets.empty()) << "looks outlived their graph";
 }
 
 // There are five dashes: with eighteen sets a few symbols along each line tell apart those that share one.
@@ -185,7 +185,7 @@ TEST_F(SpeciesGraphs, OfferTheLogarithm) {
     Charts.SpecialActions[LogYOption]();
     EXPECT_NEAR(YAt(3, 2), std::log(before), 1e-6);
     EXPECT_EQ(YTitle(), "Ln (Absorbance)");
-    EXPECT_FALSE(Looks.Sets.empty());
+    EXPECT_FALSE(Chart.Looks.Sets.empty());
 }
 
 TEST_F(SpeciesGraphs, InWeightOfTwoKindsOfMonomersAreRefused) {
