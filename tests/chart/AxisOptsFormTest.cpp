@@ -115,6 +115,31 @@ TEST_F(AxisOptsTest, CancelLeavesAll) {
     EXPECT_EQ(Chart.Spec, before);
 }
 
+TEST_F(AxisOptsTest, OtherDigitsLeaveWhatWasEnteredElsewhere) {
+    Accept(EditHorz, [this] {
+        Form.AxisTitleInput.Text = "r";
+        AxisOptsListClick(Form.TitleColor, 4);
+        AxisOptsListClick(Form.AxisColor, 3);
+        AxisOptsListClick(Form.LabelFontBox, 2);
+        Form.MaxScale.Text = "50"; // typed, and not left yet
+        Form.TicDecimalInput.Text = "3";
+        AxisOptsNumberLostFocus(Form.TicDecimalInput);
+        EXPECT_EQ(Form.AxisTitleInput.Text, "r");
+        EXPECT_EQ(Form.TitleColor.Value, 4);
+        EXPECT_EQ(Form.AxisColor.Value, 3);
+        EXPECT_EQ(Form.LabelFontBox.Value, 2);
+        EXPECT_EQ(Form.MaxScale.Text, "50");
+        EXPECT_EQ(Form.MinScale.Text, "1.0000"); // in the new format
+        EXPECT_EQ(Form.IntervalInput.Text, "20.0000");
+    });
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "r");
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Color, 4);
+    EXPECT_EQ(Chart.Spec.AxisX1.Color, 3);
+    EXPECT_EQ(Chart.Spec.AxisX1.LabelFont, 2);
+    EXPECT_EQ(Chart.Spec.AxisX1.Decimals, 3);
+    EXPECT_EQ(Chart.Spec.AxisX1.Max, 50.0F);
+}
+
 TEST_F(AxisOptsTest, ALimitThatIsTypedMakesTheScaleManual) {
     Accept(EditVert, [this] {
         EXPECT_TRUE(Form.ScaleAutorange.Value != 0);

@@ -2,6 +2,9 @@
 #include "chart/files/Exchange.h"
 #include "ChartBench.h"
 #include "chart/files/GraphFile.h"
+#include "chart/hand/ChartMarkers.h"
+#include "chart/hand/ChartScale.h"
+#include "chart/records/Cycles.h"
 
 namespace Quillon {
 namespace {
@@ -101,6 +104,69 @@ TEST_F(ExchangeTest, APasteEndsZoomsMarkersAndOptions) {
     EXPECT_EQ(Chart.SetNames[1], "a");
 }
 
+TEST_F(ExchangeTest, APasteLeavesNoScaleOfAZoomBehind) {
+    Host.ClipboardText = [] { return std::string("50,60\n70,80\n"); };
+    const auto expectAll = [](const char* after) {
+        EXPECT_LE(Chart.Spec.AxisX1.Min, 50.0F) << after;
+        EXPECT_GE(Chart.Spec.AxisX1.Max, 70.0F) << after;
+        EXPECT_GE(Chart.Spec.AxisY1.Max, 80.0F) << after;
+    };
+    PlotTwo();
+    Charts.RoundOnZoom.Checked = true;
+    ZoomTo({1.2F, 2.2F, 0.1F, 0.6F});
+    ASSERT_EQ(Chart.Spec.AxisX1.ScaleMode, ScaleModes::Manual);
+    EditPasteData();
+    expectAll("a rounded zoom");
+    PlotTwo();
+    ZoomTo({1.2F, 2.2F, 0.1F, 0.6F});
+    DoLastZoom();
+    ASSERT_EQ(Chart.Spec.AxisX1.ScaleMode, ScaleModes::Manual);
+    EditPasteData();
+    expectAll("the last zoom taken back");
+    GraphSpec spec = Begin();
+    Pin(spec.AxisX1, 0, 10, 2);
+    Plot(spec, Table({{1, 2}}), Table({{1, 2}}));
+    EditPasteData();
+    EXPECT_EQ(Chart.Spec.AxisX1.Max, 10.0F) << "a scale that was chosen stays";
+}
+
+TEST_F(ExchangeTest, APasteOverAGraphOfLooksShowsTheNewSets) {
+    NextLooks.Sets = {{3, 0}, {4, 0}};
+    NextLooks.Legend = {{"monomer", {3, 0}}, {"dimer", {4, 0}}};
+    PlotTwo();
+    std::string text = "1\t2\n3\tx\n";
+    Host.ClipboardText = [&] { return text; };
+    const std::string before = GraphFileBytes();
+    Outside.ExpectMessage("Error during data paste operation, aborting...\n\n'x' is no number");
+    EditPasteData();
+    EXPECT_EQ(GraphFileBytes(), before);
+    Screen.Width = Screen.Height = 12; // nothing has room
+    text = "1\t2\n3\t4\n";
+    Outside.ExpectMessage("Error during data paste operation, aborting...\n\nthe graph has no room");
+    EditPasteData();
+    EXPECT_EQ(GraphFileBytes(), before);
+    Screen.Width = 800, Screen.Height = 600;
+    text = "r\tfirst\tr\tsecond\n1\t2\t1\t3\n2\t3\t2\t4\n";
+    Screen.Clear();
+    EditPasteData();
+    EXPECT_NE(Screen.FindText("second"), nullptr);
+    EXPECT_EQ(Screen.FindText("dimer"), nullptr);
+    EXPECT_TRUE(Chart.Looks == SetLooks{});
+}
+
+TEST_F(ExchangeTest, MoreLinesThanAGraphHasPointsAreRefused) {
+    PlotTwo();
+    const std::string before = GraphFileBytes();
+    std::string text;
+    for (int line = 0; line < 32768; ++line)
+        text += "1\t2\n";
+    Host.ClipboardText = [&] { return text; };
+    Outside.ExpectMessage(std::string("Error during data paste operation, aborting...\n\n") +
+                          ErrorText::Overflow);
+    EditPasteData();
+    EXPECT_EQ(GraphFileBytes(), before);
+}
+
 TEST_F(ExchangeTest, DataAreWrittenWithTheDelimiterInUse) {
     PlotTwo();
     Chart.Style.AsciiDelimiter = 32;
@@ -116,6 +182,76 @@ TEST_F(ExchangeTest, CommaSeparatedValuesHaveHeads) {
     EXPECT_EQ(ReadPastedText(DataCsv()).Names, (std::vector<std::string>{"5 \"mM\"", "b"}));
     EXPECT_EQ(ReadPastedText(DataCsv()).Y(3, 2), MissingValue);
     EXPECT_EQ(DataCsv().substr(0, 37), "\"Radius\",\"5 \"\"mM\"\"\",\"Radius\",\"b\"\r\n1,0");
+}
+
+TEST_F(ExchangeTest, WhateverStandsInHeadsTheProgramReadsItsOwnNumbers) {
+    for (const char* name : {"a;b", "6\" cell", "\"cell\"", "280", "2,5", "x, \"y\";z", "1 mM", "'"})
+        for (const char* title : {"Radius", "r; \"cm\"", "", "7", "r\tcm"}) {
+            SCOPED_TRACE(std::string(name) + " over " + title);
+            PlotTwo();
+            Chart.Spec.AxisX1.Title.Text = title;
+            Chart.SetNames[2] = name;
+            for (const std::string& text : {DataCsv(), DataTextWithHeads()}) {
+                const PastedData data = ReadPastedText(text);
+                EXPECT_EQ(data.X.Points(), 3);
+                ASSERT_EQ(data.Names.size(), 2U);
+                EXPECT_EQ(data.Names[1], name);
+                EXPECT_TRUE(data.Y == Chart.DataY);
+            }
+        }
+}
+
+TEST_F(ExchangeTest, AFirstLineOfGapsIsAPointAndNoHead) {
+    for (const std::string text : {" \t \r\n1\t2\r\n", ",\n1,2\n", "\" \" \" \"\n1 2\n"}) {
+        const PastedData data = ReadPastedText(text);
+        EXPECT_EQ(data.X.Points(), 2) << text;
+        EXPECT_EQ(data.X(1, 1), MissingValue);
+        EXPECT_TRUE(data.Names.empty());
+    }
+    EXPECT_TRUE(ReadPastedText("\"1\",\"2\"\n\"3\",\"4\"\n").Names.empty()); // all in quotes
+    EXPECT_EQ(ReadPastedText("\"1\",\"2\"\n\"3\",\"4\"\n").Y(2, 1), 4.0F);
+}
+
+TEST_F(ExchangeTest, HeadsTellWhatStandsBelowThemAndNamesComeBackWithoutIt) {
+    GraphSpec spec = Begin();
+    spec.AxisX1.Title.Text = "Radius";
+    Pin(spec.AxisX1, 0, 4, 1);
+    spec.AxisX1.Factor = 1000.0F;
+    spec.AxisY1.Title.Text = "Signal";
+    spec.AxisY1.ScaleType = ScaleTypes::Logarithmic;
+    spec.AxisY1.ScaleMode = ScaleModes::Autorange;
+    Plot(spec, Table({{1000, 2000}, {1000, 3000}}), Table({{10, 100}, {10, 1000}}));
+    ASSERT_EQ(Chart.DataX(2, 1), 2.0F);
+    ASSERT_EQ(Chart.DataY(2, 2), 3.0F);
+    Chart.SetNames[2] = "";
+    const std::string text = DataTextWithHeads();
+    EXPECT_EQ(text.substr(0, text.find('\r')), "Radius / 1000\tlog10 (a)\tRadius / 1000\tlog10 (Signal)");
+    const SetTable x = Chart.DataX, y = Chart.DataY;
+    Host.ClipboardText = [&] { return text; };
+    EditPasteData();
+    EXPECT_EQ(Chart.SetNames[1], "a");
+    EXPECT_TRUE(Chart.DataX == x && Chart.DataY == y);
+    GraphAxis natural;
+    natural.ScaleType = ScaleTypes::Logarithmic;
+    natural.LogBase = NaturalBase;
+    EXPECT_EQ(AsStored("Signal", natural, 1.0F), "Ln (Signal)");
+    EXPECT_EQ(AsStored("Ln (Signal)", natural, 1.0F), "Ln (Signal)"); // as the form of axes calls it
+}
+
+TEST_F(ExchangeTest, ADialogThatIsLeftChangesNothing) {
+    PlotTwo();
+    const std::string before = GraphFileBytes();
+    for (const char* left : {"", "   "}) { // cancelled; a blank name
+        for (void (*command)() : {EditWriteData, SaveGraphAs, DoRestoreGraph, DoSaveGraph}) {
+            const char* title = command == DoRestoreGraph ? "Quillon - Restore Graph from Disk"
+                                : command == DoSaveGraph  ? "Quillon - Save Graph to Disk"
+                                                          : "Quillon - Save Graph File";
+            Outside.ExpectFile(title, left);
+            command();
+        }
+    }
+    EXPECT_EQ(GraphFileBytes(), before);
+    EXPECT_EQ(Outside.Asked.size(), 8U);
 }
 
 TEST_F(ExchangeTest, AGraphIsSavedAsWhatItsNameEndsWithAndTheScreenStays) {
@@ -157,6 +293,40 @@ TEST_F(ExchangeTest, ACopiedGraphIsOfferedInAllKindsAtOnce) {
     EXPECT_EQ(Screen.Lines(), drawn);
 }
 
+TEST_F(ExchangeTest, TheBitmapIsTheBoxInItsOwnDotsAndColours) {
+    PlotTwo();
+    PlaceMarkers(1.5F, 2.5F);
+    const std::string before = GraphFileBytes();
+    const std::vector<std::string> drawn = Screen.Lines();
+    RecordingSurface dots;
+    OpenToolkitPicture = [&dots](const std::string& kind, const PictureRequest& request) {
+        EXPECT_EQ(kind, "png");
+        dots.Width = request.Width, dots.Height = request.Height;
+        dots.DotsPerInchX = request.DotsPerInchX, dots.DotsPerInchY = request.DotsPerInchY;
+        return PictureFile{dots.Surface(), {}, [] { return std::string("dots"); }};
+    };
+    Chart.Style.ScreenColors[1] = 0x000080; // of the screen alone
+    Chart.State.CyclesBuilt = 0;
+    CopyBitmap();
+    OpenToolkitPicture = nullptr;
+    EXPECT_EQ(dots.Width, 800);
+    EXPECT_EQ(dots.Height, 600);
+    EXPECT_EQ(dots.Texts(), Screen.Texts());
+    bool own = false;
+    for (const DrawnItem& item : dots.Items)
+        own = own || item.Pen.Color == 0x800000U;
+    EXPECT_TRUE(own) << "the colours of paper";
+    EXPECT_EQ(Outside.ClipboardKinds.Png, "dots");
+    EXPECT_EQ(Outside.ClipboardKinds.Svg + Outside.ClipboardKinds.Emf + Outside.ClipboardKinds.Text, "");
+    EXPECT_EQ(Screen.Lines(), drawn);
+    EXPECT_EQ(Charts.Markers.size(), 2U);
+    Chart.Style.ScreenColors[1] = Chart.Style.PrintColors[1];
+    BuildCycles();
+    EXPECT_EQ(GraphFileBytes(), before);
+    Outside.ExpectMessage("Error 'no graph is written as 'png'' occurred while copying the graph");
+    CopyBitmap(); // without the toolkit
+}
+
 TEST_F(ExchangeTest, NumbersForASpreadsheetComeWithHeadsAndComeBack) {
     PlotTwo();
     Chart.Spec.AxisX1.Title.Text = "Radius";
@@ -174,6 +344,9 @@ TEST_F(ExchangeTest, AClipboardThatCannotBeUsedIsTold) {
     Host.SetClipboard = [](const ClipboardOffer&) { return false; };
     Outside.ExpectMessage("Error 'the clipboard cannot be used' occurred while copying the graph");
     CopyGraph();
+    Host.SetClipboardText = [](const std::string&) { return false; };
+    Outside.ExpectMessage("Error 'the clipboard cannot be used' occurred while copying the graph");
+    EditCopyDataWithHeads();
     Host.SetClipboardText = [](const std::string&) -> bool { throw std::bad_alloc(); };
     Outside.ExpectMessage(
         "There is too much data to convert it to a string for the clipboard (64 Kbytes max).  "

@@ -1,216 +1,17 @@
 // Graph files: against files that are made here by hand, field by field, and against themselves.
-#include "chart/files/GraphFile.h"
 #include "../fuzz/GraphFileFuzz.cpp" // the entry that a fuzzer uses
-#include "ChartBench.h"
+#include "GraphFileCase.h"
+#include "chart/files/Exchange.h"
+#include "chart/hand/ChartMarkers.h"
+#include "chart/hand/ChartScale.h"
 #include "chart/pens/Pens.h"
 #include "platform/LittleEndian.h"
 
-#include <cstring>
+#include <cstdlib>
 #include <random>
 
 namespace Quillon {
 namespace {
-
-// Bytes put together by the layout of the file, without the program's own codec.
-struct Maker {
-    std::string Bytes;
-    void Word(int v) {
-        Bytes += static_cast<char>(v & 0xFF);
-        Bytes += static_cast<char>(v >> 8 & 0xFF);
-    }
-    void Words(int v, int n) {
-        for (int i = 0; i < n; ++i)
-            Word(v);
-    }
-    void Long(unsigned v) {
-        Word(static_cast<int>(v & 0xFFFF));
-        Word(static_cast<int>(v >> 16));
-    }
-    void Single(float v) {
-        unsigned bits = 0;
-        std::memcpy(&bits, &v, 4);
-        Long(bits);
-    }
-    void Text(const std::string& t) {
-        Word(static_cast<int>(t.size()));
-        Bytes += t;
-    }
-    void Fixed(std::string t, std::size_t n) {
-        t.resize(n, ' ');
-        Bytes += t;
-    }
-    void Box(int x2, int y2) {
-        Words(0, 2);
-        Word(x2);
-        Word(y2);
-        Word(15);
-        Words(0, 3);
-    }
-    void Title(const std::string& t) {
-        Fixed(t, 80);
-        Word(3);
-        Single(0.02F);
-        Word(0);
-        Word(1);
-    }
-    void Axis(const std::string& title, float min, float max) {
-        Word(1), Word(1), Word(2);
-        Title(title);
-        Word(0), Word(1), Word(1);
-        Single(10.0F);
-        Word(0);
-        Single(min), Single(max), Single(1.0F);
-        Fixed("", 40);
-        Word(3);
-        Single(0.02F), Single(min), Single((max - min) / 4.0F);
-        Word(1), Word(2), Word(15), Word(10);
-    }
-    void State(int bytes, int points, int sets) {
-        Words(0, 2);
-        Word(1);
-        Single(1.0F);
-        Word(800), Word(600), Word(14), Word(799), Word(599), Word(998);
-        Word(0), Word(0), Word(799), Word(599);
-        Words(0, 5);
-        Word(points), Word(sets), Word(1), Word(sets), Word(1), Word(2), Word(2);
-        Words(4, 6);
-        if (bytes != 86) Word(0);
-        Single(0.04F), Single(0.006F);
-        Words(0, bytes == 84 ? 4 : 6);
-    }
-    void Spec() {
-        const std::size_t before = Bytes.size();
-        Word(4), Word(1), Word(3), Word(1);
-        Box(0, 0), Box(700, 500);
-        Title("By hand"), Title("second line");
-        Axis("X", 0, 4), Axis("", 0, 4), Axis("Y", 0, 8), Axis("", 0, 8);
-        Word(1), Word(3), Word(0), Word(3);
-        Single(0.016F);
-        Word(1);
-        Box(0, 0);
-        Word(15);
-        Long(0);
-        Fixed("0", 80);
-        EXPECT_EQ(Bytes.size() - before, 1064U);
-    }
-    void Former() { // the cycles of versions up to 1.2: all colours alike, so that they are known again
-        for (int i = 0; i <= 69; ++i)
-            Long(0x123456);
-        for (int cycle = 0; cycle < 5; ++cycle)
-            Words(cycle == 3 ? 2 : 0, 70);
-    }
-    void Orders() {
-        Word(1), Word(2), Word(0);
-        Word(0), Word(1);          // lines
-        Word(1), Word(0);          // borders, as many
-        Word(5), Word(6), Word(7); // symbols
-        Word(0);                   // patterns
-    }
-};
-
-// A graph of two sets of three points, in the layout of a version.
-std::string MadeByHand(const std::string& versionText, double version, int stateBytes = 84, int shift = 0,
-                       const std::string& program = "QUILLON") {
-    Maker m;
-    m.Text(program);
-    m.Text(versionText);
-    m.Word(-1), m.Word(-1);
-    for (const float margin : {1.0F, 1.5F, 2.0F, 2.5F})
-        m.Single(margin);
-    m.Word(0), m.Word(0);
-    m.Single(3.0F), m.Single(4.0F), m.Single(-1.0F), m.Single(0.0F);
-    m.Word(-1), m.Word(0), m.Word(-1), m.Word(0), m.Word(2);
-    for (int i = 0; i < shift; ++i)
-        m.Word(0x7F7F); // the longer header: as a single no size of symbols
-    if (version < 1.2) m.Single(77.0F);
-    m.Single(0.012F);
-    for (const float size : {0.008F, 0.005F, 30.0F, 0.02F, 0.02F, 3.0F, 3.0F, 3.0F, 15.0F, 10.0F, 15.0F})
-        m.Single(size);
-    for (int i = 0; i < 4; ++i)
-        m.Single(1.0F);
-    m.Word(1), m.Word(0), m.Word(0), m.Word(0), m.Word(-1);
-    m.Word(36), m.Word(6), m.Word(36), m.Word(5);
-    m.Word(2);
-    m.State(stateBytes, 3, 2);
-    m.Spec();
-    m.Words(0, 30), m.Words(0, 8);
-    for (const float x : {1.0F, 2.0F, 3.0F, 1.0F, 2.0F, MissingValue})
-        m.Single(x);
-    for (const float y : {1.0F, 4.0F, 7.0F, 2.0F, 5.0F, MissingValue})
-        m.Single(y);
-    const bool counts = version > 1.0;
-    if (counts) m.Word(2), m.Word(0);
-    for (int i = 0; i < (counts ? 3 : 14); ++i)
-        m.Long(0x0000FF + static_cast<unsigned>(i));
-    for (int i = 0; i < (counts ? 1 : 7); ++i)
-        m.Long(0);
-    if (counts) m.Word(69);
-    if (version > 1.2)
-        m.Orders();
-    else
-        m.Former();
-    m.Word(1); // a mark
-    m.Word(3), m.Word(0), m.Word(1), m.Word(0);
-    m.Single(2.0F), m.Single(0.0F), m.Single(0.0F), m.Single(0.0F);
-    m.Word(1); // a note
-    m.Fixed("here", 80);
-    m.Word(3);
-    m.Single(0.02F);
-    m.Word(0), m.Word(0), m.Word(1);
-    m.Single(2.0F), m.Single(6.0F);
-    m.Word(2), m.Word(7), m.Word(8); // flags
-    m.Word(0);                       // no table
-    m.Word(2), m.Text("one"), m.Text("two");
-    m.Word(0); // no labels of categories
-    if (version > 1.0) m.Word(-1);
-    if (version > 1.3) m.Single(9.0F);
-    return m.Bytes;
-}
-
-class GraphFileTest : public ChartBench {
-protected:
-    GraphFileTest() {
-        Seams.DataDirectory = [this] { return Outside.Directory(); };
-    }
-    void PlotRich() {
-        GraphSpec spec = Begin();
-        spec.SymbolMode = 1;
-        spec.Title1.Text = "A graph";
-        spec.AxisX1.Title.Text = "Radius";
-        spec.Legend.Show = 1;
-        spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
-        const SetTable x = Table({{1, 2, 3}, {1.5F, 2.5F}});
-        const SetTable y = Table({{0.11F, 0.52F, 0.93F}, {0.3F, 0.6F}});
-        GraphNote note;
-        note.Text = "a note";
-        note.Size = 0.02F;
-        note.X = 2.0F;
-        note.Y = 0.5F;
-        GraphMark mark;
-        mark.Kind = 3;
-        mark.X1 = 1.7F;
-        PlotSets(spec, x, y, 3, 1, 2, {"first", "second"}, {note}, {mark});
-    }
-    std::vector<std::string> Painted() {
-        Screen.Clear();
-        ShowGraph();
-        return Screen.Lines();
-    }
-    static std::string Failure(const std::string& text) {
-        return "Error '" + text +
-               "' occurred while restoring graph information --- terminating.  This could cause this program "
-               "to become unstable.";
-    }
-    // The text that a file is refused with; "" when it is taken.
-    static std::string Refusal(const std::string& bytes) {
-        try {
-            AdoptGraph(bytes);
-        } catch (const RuntimeError& error) {
-            return error.Text;
-        }
-        return "";
-    }
-};
 
 TEST_F(GraphFileTest, EveryFieldStandsAtItsPlace) {
     PlotRich();
@@ -319,16 +120,28 @@ TEST_F(GraphFileTest, FilesOfEveryVersionAreRead) {
 TEST_F(GraphFileTest, TheThreeLengthsOfTheStateAreToldByWhatStandsBehind) {
     for (const int bytes : {84, 86, 88}) {
         SCOPED_TRACE(bytes);
-        ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, bytes)), "");
+        ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, {.StateBytes = bytes})), "");
         EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "By hand");
         EXPECT_EQ(Chart.DataX(2, 2), 2.0F);
     }
 }
 
-TEST_F(GraphFileTest, AHeaderLongerByAWordIsFoundByTheSizeOfSymbols) {
-    ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, 84, 1)), "");
-    EXPECT_EQ(Chart.Style.SymbolSize, 0.012F);
-    EXPECT_EQ(Chart.DataY(2, 2), 5.0F);
+TEST_F(GraphFileTest, AHeaderLongerByAWordIsFoundByTheSizeOfSymbolsWhereverTheWordStands) {
+    for (const auto place : {HandMade::InFront, HandMade::BehindMargins, HandMade::BeforeSymbolSize})
+        for (const int word : {0, -1, 0x7F7F}) {
+            if (place == HandMade::BeforeSymbolSize && word == 0) continue; // no other than a tiny symbol
+            SCOPED_TRACE(std::to_string(place) + ", word " + std::to_string(word));
+            Chart.Style = ChartStyle{};
+            Chart.Style.LeftMargin = 3.0F;
+            const HandMade h{.Margins = {0.8F, 1.2F, 1.2F, 0.7F}, .Longer = place, .Word = word};
+            ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, h)), "");
+            EXPECT_EQ(Chart.Style.SymbolSize, 0.012F);
+            EXPECT_EQ(Chart.DataY(2, 2), 5.0F);
+            EXPECT_EQ(Chart.GraphHeld, -1) << "it can neither be redrawn nor saved";
+            // In the midst of them the fields are those in use.
+            EXPECT_EQ(Chart.Style.LeftMargin, place == HandMade::BehindMargins ? 3.0F : 0.8F);
+            EXPECT_EQ(Chart.Style.DashedLines, -1);
+        }
 }
 
 TEST_F(GraphFileTest, EveryTruncationIsRefusedAndTheGraphStands) {
@@ -337,25 +150,50 @@ TEST_F(GraphFileTest, EveryTruncationIsRefusedAndTheGraphStands) {
     for (const std::string& whole : {stands, MadeByHand("1.0", 1.0), MadeByHand("1.2", 1.2)})
         for (std::size_t n = 0; n < whole.size(); ++n) {
             ASSERT_NE(Refusal(whole.substr(0, n)), "") << n;
-            if (n % 97 == 0) {
-                ASSERT_EQ(GraphFileBytes(), stands) << n;
-            }
+            ASSERT_EQ(GraphFileBytes(), stands) << n;
         }
-    EXPECT_EQ(GraphFileBytes(), stands);
 }
 
-TEST_F(GraphFileTest, TwentyThousandMutationsAreRefusedOrDrawn) {
+// Between two blocks of the trailer a file may end; anywhere within them it was cut.
+TEST_F(GraphFileTest, ATruncatedTrailerIsRefused) {
+    PlotLooks();
+    const std::string whole = GraphFileBytes();
+    const std::size_t block = whole.rfind(std::string("\x05\0LOOKS", 7));
+    ASSERT_NE(block, std::string::npos);
+    PlotRich();
+    const std::string stands = GraphFileBytes();
+    for (std::size_t n = block + 1; n < whole.size(); ++n)
+        ASSERT_NE(Refusal(whole.substr(0, n)), "") << n;
+    EXPECT_EQ(GraphFileBytes(), stands);
+    EXPECT_EQ(Refusal(whole.substr(0, block)), "");
+}
+
+// QUILLON_MUTATIONS asks for another number of them.
+TEST_F(GraphFileTest, MutationsAreRefusedOrDrawnAndTheFormerGraphStands) {
     Outside.AnswerAllMessages(BoxAnswer::Ok);
+    PlotLooks();
     std::mt19937 random{20200421};
-    const std::string whole[] = {MadeByHand("1.50", 1.5), MadeByHand("1.2", 1.2), MadeByHand("1.0", 1.0)};
-    for (int round = 0; round < 20000; ++round) {
-        std::string bytes = whole[round % 3];
+    const std::string whole[] = {MadeByHand("1.50", 1.5), MadeByHand("1.2", 1.2), MadeByHand("1.0", 1.0),
+                                 GraphFileBytes()};
+    const char* asked = std::getenv("QUILLON_MUTATIONS");
+    const int rounds = asked ? std::atoi(asked) : 3000;
+    int refused = 0;
+    for (int round = 0; round < rounds; ++round) {
+        std::string bytes = whole[round % 4];
         for (auto changes = 1 + random() % 3; changes > 0; --changes)
             bytes[random() % bytes.size()] = static_cast<char>(random() % 256);
-        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+        const std::string stands = GraphFileBytes();
+        if (Refusal(bytes).empty()) {
+            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+        } else {
+            ++refused;
+            ASSERT_EQ(GraphFileBytes(), stands) << round;
+        }
         Outside.Asked.clear();
         Screen.Clear();
     }
+    EXPECT_GT(refused, rounds / 20);
+    EXPECT_LT(refused, rounds - rounds / 20);
 }
 
 TEST_F(GraphFileTest, AFileOfANewerEngineIsRefusedInWords) {
@@ -370,7 +208,7 @@ TEST_F(GraphFileTest, AFileOfANewerEngineIsRefusedInWords) {
 }
 
 TEST_F(GraphFileTest, AGraphOfAnotherProgramIsAskedForAndOpened) {
-    const std::string path = Outside.MakeFile("other.grf", MadeByHand("1.50", 1.5, 84, 0, "OTHER"));
+    const std::string path = Outside.MakeFile("other.grf", MadeByHand("1.50", 1.5, {.Program = "OTHER"}));
     const std::string question =
         "This file is a graph from OTHER not Quillon.  It should display properly, but current special "
         "options under the Options heading may be inappropriate.";
@@ -440,11 +278,134 @@ TEST_F(GraphFileTest, WithoutItsDataAGraphIsNotSaved) {
     DoSaveGraph();
 }
 
-TEST_F(GraphFileTest, AGraphThatIsWaitedForIsNotReplaced) {
+TEST_F(GraphFileTest, AGraphThatIsWaitedForIsNotReplacedAndThatIsTold) {
     PlotRich();
     Charts.Needed = true;
+    const std::string waited =
+        "The graph in the window is still waited for.  A graph file can be shown when that has ended.";
+    Outside.ExpectMessage(waited);
     EXPECT_FALSE(RestoreGraphFile(Outside.MakeFile("a.grf", MadeByHand("1.50", 1.5))));
+    Outside.ExpectMessage(waited); // before a file is asked for
+    DoRestoreGraph();
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "A graph");
+}
+
+TEST_F(GraphFileTest, ABoxWithoutRoomRefusesTheGraphAndTheFormerOneStands) {
+    PlotRich();
+    const std::string stands = GraphFileBytes();
+    Screen.Width = Screen.Height = 12;
+    EXPECT_EQ(Refusal(MadeByHand("1.50", 1.5)), "the graph has no room");
+    EXPECT_EQ(GraphFileBytes(), stands);
+    RemoveScreenSurface();
+    EXPECT_EQ(Refusal(MadeByHand("1.50", 1.5)), "there is no window for the graph");
+    EXPECT_EQ(GraphFileBytes(), stands);
+}
+
+TEST_F(GraphFileTest, TheCyclesOfAnEarlyFileLastWhateverItsTargetWas) {
+    for (const int target : {0, 1, 2})
+        for (const int built : {0, 1}) {
+            SCOPED_TRACE(std::to_string(target) + ", " + std::to_string(built));
+            ASSERT_EQ(Refusal(MadeByHand("1.2", 1.2, {.Target = target, .CyclesBuilt = built})), "");
+            EXPECT_EQ(Chart.Cycles.Color[1], 0x123456);
+            EXPECT_EQ(Chart.Cycles.Symbol[3], 2);
+            const StyleCycles cycles = Chart.Cycles;
+            const std::vector<std::string> before = Painted();
+            const std::string picture = GraphAs("svg");
+            const std::string saved = GraphFileBytes();
+            PlotRich();
+            ASSERT_FALSE(Chart.Cycles == cycles) << "the next graph has them too";
+            ASSERT_EQ(Refusal(saved), "");
+            EXPECT_TRUE(Chart.Cycles == cycles);
+            EXPECT_EQ(Painted(), before);
+            EXPECT_EQ(GraphAs("svg"), picture);
+            EXPECT_EQ(GraphFileBytes(), saved);
+        }
+    ToggleClassicColors();
+    EXPECT_NE(Chart.Cycles.Color[1], 0x123456) << "new colours are not taken";
+    EXPECT_EQ(Chart.Cycles.Symbol[3], 2);
+}
+
+TEST_F(GraphFileTest, WithoutNamesSeveralSetsHaveEmptyOnes) {
+    ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, {.Names = {}})), "");
+    EXPECT_EQ(Chart.SetNames.Hi(), 2);
+    EXPECT_EQ(Chart.SetNames[1] + Chart.SetNames[2], "");
+}
+
+TEST_F(GraphFileTest, NamesThatCountByTheNumbersOfSetsStandAtTheirOwnSets) {
+    ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, {.Names = {"", "", "three", "four"}, .FirstSet = 3})), "");
+    ASSERT_EQ(Chart.SetNames.Hi(), 2);
+    EXPECT_EQ(Chart.SetNames[1], "three");
+    EXPECT_EQ(Chart.SetNames[2], "four");
+    ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5, {.FirstSet = 3})), ""); // as they are written here
+    EXPECT_EQ(Chart.SetNames[1], "one");
+}
+
+TEST_F(GraphFileTest, TheFirstGraphOfARunHasTheUsersSettingsBesideThoseOfTheFile) {
+    Outside.MakeFile("chart.ini", "[QUILLON]\nLargeStep=7\nTicSize=.02\n");
+    Chart = ChartModule{};
+    ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5)), "");
+    EXPECT_EQ(Chart.Style.LargeStep, 7.0F);
+    EXPECT_EQ(Chart.Style.TicSize, 0.008F);
+    EXPECT_EQ(Chart.State.IniRead, 1);
+    EXPECT_FALSE(Painted().empty());
+}
+
+TEST_F(GraphFileTest, ASaveThatFailsIsTold) {
+    PlotRich();
+    Host.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::DiskFull); };
+    Outside.ExpectFile("Quillon - Save Graph to Disk", Outside.Directory() + "/a.grf");
+    Outside.ExpectMessage(std::string("Error '") + ErrorText::DiskFull +
+                          "' occurred while saving graph information --- terminating.");
+    DoSaveGraph();
+    Outside.ExpectFile("Quillon - Save Graph to Disk", "  "); // left blank
+    DoSaveGraph();
+}
+
+TEST_F(GraphFileTest, AGraphThatWasNotHeldIsShownOnceAndNotSaved) {
+    PlotRich();
+    ASSERT_TRUE(RestoreGraphFile(Outside.MakeFile("a.grf", MadeByHand("1.50", 1.5, {.Held = 0}))));
+    EXPECT_NE(Screen.FindText("By hand"), nullptr);
+    EXPECT_FALSE(Charts.CopyGraph.Enabled);
+    Outside.ExpectMessage(
+        "Sorry, the data to reproduce this graph is no longer available, so it cannot be saved.");
+    DoSaveGraph();
+}
+
+TEST_F(GraphFileTest, NoGraphIsSavedAndRestoredAsNone) {
+    Outside.ExpectFile("Quillon - Save Graph to Disk", Outside.Directory() + "/none.grf");
+    DoSaveGraph();
+    PlotRich();
+    Screen.Clear();
+    EXPECT_TRUE(RestoreGraphFile(Outside.Directory() + "/none.grf"));
+    EXPECT_TRUE(Chart.DataY.Empty());
+    EXPECT_EQ(Screen.Items.size(), 1U) << "the former graph is still seen"; // the box is wiped
+    EXPECT_FALSE(Charts.PasteData.Enabled);
+    Outside.ExpectFile("Quillon - Save Graph to Disk", Outside.Directory() + "/again.grf");
+    DoSaveGraph();
+    EXPECT_TRUE(RestoreGraphFile(Outside.Directory() + "/again.grf"));
+}
+
+TEST_F(GraphFileTest, MarkersGoAndTheFileKeepsThatItHadThem) {
+    PlotRich();
+    PlaceMarkers(1.5F, 2.5F);
+    MarkerMouseDown(1);
+    ASSERT_TRUE(RestoreGraphFile(Outside.MakeFile("a.grf", MadeByHand("1.50", 1.5))));
+    EXPECT_TRUE(Charts.Markers.empty());
+    EXPECT_EQ(Charts.ZoomState, 0);
+    EXPECT_EQ(Charts.CapturedMarker, -1);
+    EXPECT_EQ(DecodeGraph(GraphFileBytes(), Chart).ZoomState, 2); // as the file has it
+    PlotRich();
+    EXPECT_EQ(DecodeGraph(GraphFileBytes(), Chart).ZoomState, 0);
+}
+
+TEST_F(GraphFileTest, TheAmountsOfTheLastSeparationOutliveARestore) {
+    PlotRich();
+    Chart.SetShift.Recreate(2, 0.5F);
+    Chart.SeparateMode = 2;
+    ASSERT_EQ(Refusal(MadeByHand("1.50", 1.5)), "");
+    EXPECT_EQ(Chart.SetShift.Hi(), 2);
+    EXPECT_EQ(Chart.SetShift[2], 0.5F);
+    EXPECT_EQ(Chart.SeparateMode, 2);
 }
 
 } // namespace
