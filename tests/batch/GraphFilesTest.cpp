@@ -107,16 +107,51 @@ std::vector<std::vector<float>> Numbers(const std::string& text) {
     return lines;
 }
 
+// Of these the graphs of species and masses have lines for what the sets hold, and sets by looks.
+const char* const KindsOfTheModel[] = {"species", "species-fraction", "mass-c", "mass-r", "species:2"};
+
 TEST_F(GraphFiles, AGraphFileGivesThePictureOfTheFitAndItselfAgain) {
-    for (const std::string kind : AllKinds) {
+    std::vector<std::string> kinds(std::begin(AllKinds), std::end(AllKinds));
+    kinds.insert(kinds.end(), std::begin(KindsOfTheModel), std::end(KindsOfTheModel));
+    for (const std::string& kind : kinds) {
         const std::string saved = Graph(kind, "grf");
         WriteWholeFile(Path("kept.grf"), saved);
-        for (const char* ending : {"svg", "emf", "dat", "grf"}) {
+        for (const char* ending : {"svg", "emf", "csv", "grf"}) {
             const std::string path = Path(std::string("again.") + ending);
             const ProgramEnd end = RunInside({"--graph", Path("kept.grf") + "=" + path});
             EXPECT_EQ(end.Status, 0) << end.Err;
             EXPECT_TRUE(ReadWholeFile(path) == Graph(kind, ending)) << kind << " " << ending;
         }
+    }
+}
+
+TEST_F(GraphFiles, AGraphOfAnotherProgramIsDrawnWithARemarkAndItsOwnTitle) {
+    std::string bytes = Graph("data", "grf");
+    const std::string own("\x07\0QUILLON", 9), other("\x05\0OTHER", 7);
+    ASSERT_TRUE(bytes.starts_with(own));
+    bytes.replace(0, own.size(), other);
+    WriteWholeFile(Path("other.grf"), bytes);
+    const ProgramEnd end = RunInside({"--graph", Path("other.grf") + "=" + Path("o.svg")});
+    EXPECT_EQ(end.Status, 0);
+    EXPECT_EQ(end.Err, Path("other.grf") +
+                           ": This file is a graph from OTHER not Quillon.  It should display properly, but "
+                           "current special options under the Options heading may be inappropriate.\n");
+    const std::string svg = ReadWholeFile(Path("o.svg"));
+    EXPECT_EQ(svg, Graph("data", "svg"));
+    EXPECT_NE(svg.find("monomer &lt;-&gt; dimer fit"), std::string::npos);
+}
+
+TEST_F(GraphFiles, CommaSeparatedValuesAreTheNumbersBelowHeads) {
+    const std::vector<std::string> csv = LinesOf(Graph("overlay", "csv"));
+    const std::vector<std::string> dat = LinesOf(Graph("overlay", "dat"));
+    ASSERT_EQ(csv.size(), dat.size() + 1);
+    EXPECT_TRUE(csv[0].ends_with("set2.txt (fit)\"\r")) << csv[0];
+    EXPECT_EQ(Cells(csv[0], ',').size(), 8U);
+    for (std::size_t i = 0; i < dat.size(); ++i) {
+        std::string line = dat[i];
+        std::replace(line.begin(), line.end(), '\t', ',');
+        std::erase(line, ' '); // a gap
+        EXPECT_EQ(csv[i + 1], line);
     }
 }
 
