@@ -200,6 +200,11 @@ bool WantsFigure(const Options& options) {
     return HasGraph(options, {FigureKind});
 }
 
+// A text report, named or not, or pages.
+bool WantsReport(const Options& options) {
+    return !options.Report.empty() || (OutputsOf(options).empty() && options.Simulate.empty());
+}
+
 bool WantsIntegration(const Options& options) {
     return !options.Integrate.empty();
 }
@@ -212,7 +217,7 @@ struct Companion {
 };
 
 constexpr Companion Companions[] = {
-    {"--paper", WantsReportPdf, "--report FILE.pdf"},
+    {"--paper", WantsReport, "--report FILE"},
     {"--report-graph", WantsReportPdf, "--report FILE.pdf"},
     {"--mass-points", WantsMasses, "--graph mass-c=FILE or mass-r=FILE"},
     {"--mass-of", WantsMasses, "--graph mass-c=FILE or mass-r=FILE"},
@@ -290,10 +295,11 @@ std::string HelpText() {
            "  --report FILE   the text report; - is standard output, which is also\n"
            "                  where it goes when no output is named; a FILE that ends\n"
            "                  with .pdf gets it as pages\n"
-           "  --paper a4      the paper of such pages: a4, letter, a4-landscape or\n"
-           "                  letter-landscape\n"
+           "  --paper a4      the paper of the report, whose lines and pages it then has:\n"
+           "                  a4, letter, a4-landscape or letter-landscape\n"
            "  --report-graph residuals\n"
-           "                  a graph on a page behind them: residuals or overlay\n"
+           "                  a graph on a page behind those of a .pdf: residuals or\n"
+           "                  overlay\n"
            "  --results FILE  the results as JSON\n"
            "  --points FILE   the points of the fit as CSV\n"
            "  --save FILE     a fit save file\n"

@@ -20,7 +20,7 @@ struct Options {
     std::string Compare;   // the comparison of models, CSV or JSON
     std::string Simulate;  // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
-    std::string Paper;              // of a report as PDF; empty: a4
+    std::string Paper;              // of the report; empty: a4 for pages, text that both a4 and letter hold
     std::string ReportGraph;        // "residuals" or "overlay" behind it; empty: none
     CellRadii Cell;                 // of Integrate
     MassChoice Mass;                // of the mass graphs

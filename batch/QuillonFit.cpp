@@ -100,9 +100,10 @@ void CheckReportFormat(const Options& options) {
 }
 
 std::string ReportBytes(const Options& options) {
-    if (!WantsReportPdf(options)) return ReportText();
     PrinterState printer;
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
+    if (!WantsReportPdf(options))
+        return options.Paper.empty() ? ReportText() : ReportText(PaperOf(printer.Page));
     PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty());
     report.Overlay = options.ReportGraph == "overlay";
     BeginWithSafeColors(true); // as the graphs of --graph

@@ -1,10 +1,8 @@
 // The desktop program.
-#include "chart/dialogs/PrintGraph.h"
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPlatform.h"
-#include "forms/shell/FormHost.h"
 #include "platform/Platform.h"
 
 #include <QApplication>
@@ -92,8 +90,7 @@ int RunDesktop(int argc, char** argv) {
         return 1;
     }
     const int result = Analmenu.Ended ? 0 : QApplication::exec();
-    EndHeldPage();
-    UnloadForms();
+    EndDesktop();
     return result;
 }
 

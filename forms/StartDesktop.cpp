@@ -1,6 +1,7 @@
 #include "forms/StartDesktop.h"
 
 #include "chart/CHART.h"
+#include "chart/dialogs/PrintGraph.h"
 #include "chart/files/Exchange.h"
 #include "chart/records/Palettes.h"
 #include "commands/Analmenu.h"
@@ -59,6 +60,11 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     arguments.insert(arguments.begin(), argument);
     if (!Analmenu.Ended) OpenArguments(arguments);
     RefreshForms();
+}
+
+void EndDesktop() {
+    EndHeldPage();
+    UnloadForms();
 }
 
 } // namespace Quillon

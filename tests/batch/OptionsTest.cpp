@@ -49,6 +49,12 @@ TEST(BatchOptions, AReportThatEndsWithPdfIsPages) {
         EXPECT_FALSE(WantsReportPdf(ParseOptions({"fit.job", "--report", other}))) << other;
 }
 
+TEST(BatchOptions, PaperGoesWithTextAndWithPages) {
+    for (const char* report : {"-", "a.txt", "a.pdf"})
+        EXPECT_EQ(ParseOptions({"fit.job", "--report", report, "--paper", "letter"}).Paper, "letter");
+    EXPECT_EQ(ParseOptions({"fit.job", "--paper", "letter"}).Report, "-");
+}
+
 TEST(BatchOptions, TwoDashesEndThem) {
     EXPECT_EQ(ParseOptions({"--quiet", "--", "--odd.job"}).JobPath, "--odd.job");
 }
@@ -110,12 +116,13 @@ TEST(BatchOptions, MistakesAreOneLine) {
     EXPECT_EQ(ErrorOf({"a.job", "--report", "x", "--report", "y"}), Mistake("--report stands twice"));
     EXPECT_EQ(ErrorOf({"a.job", "--report", "-", "--points", "-"}),
               Mistake("--report and --points name the same file"));
-    for (const char* option : {"--paper=letter", "--report-graph=overlay"}) {
-        const std::string name = std::string(option).substr(0, std::string(option).find('='));
-        EXPECT_EQ(ErrorOf({"a.job", option}), Mistake(name + " goes with --report FILE.pdf"));
-        EXPECT_EQ(ErrorOf({"a.job", option, "--report", "a.txt"}),
-                  Mistake(name + " goes with --report FILE.pdf"));
+    for (const std::vector<std::string>& beside : {{}, std::vector<std::string>{"--report", "a.txt"}}) {
+        std::vector<std::string> arguments{"a.job", "--report-graph=overlay"};
+        arguments.insert(arguments.end(), beside.begin(), beside.end());
+        EXPECT_EQ(ErrorOf(arguments), Mistake("--report-graph goes with --report FILE.pdf"));
     }
+    EXPECT_EQ(ErrorOf({"a.job", "--paper=letter", "--results", "r.json"}),
+              Mistake("--paper goes with --report FILE"));
     EXPECT_EQ(ErrorOf({"a.job", "--report", "a.pdf", "--paper", "a5"}),
               Mistake("the paper is a4, letter, a4-landscape or letter-landscape, not 'a5'"));
     EXPECT_EQ(ErrorOf({"a.job", "--report", "a.pdf", "--report-graph", "data"}),

@@ -6,9 +6,12 @@
 #include "chart/dialogs/PrintGraph.h"
 #include "commands/ReportPreview.h"
 #include "fit/GNLLSQ.h"
+#include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPrinter.h"
 #include "forms/surfaces/Pictures.h"
 #include "persistence/FitFile.h"
+#include "platform/Narrow.h"
+#include "platform/PaperPicture.h"
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
@@ -22,11 +25,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Quillon {
 namespace {
@@ -38,6 +43,7 @@ struct PrintWindows : testing::Test {
     Player player;
     ScriptedPrinter printer;
     ChartStyle style = Chart.Style;
+    std::function<void()> serve = Host.ServeEvents; // the desktop's own
     PrintWindows() {
         UseFinishedFit();
         Host.ServeEvents = [] {}; // a job is over before its window is met
@@ -133,6 +139,26 @@ TEST_F(PrintWindows, TheWindowOfTheJobCancelsIt) {
     EXPECT_EQ(Work.AbortFit, FlagFalse);
 }
 
+TEST_F(PrintWindows, ACancelOfAShortJobWasNotHeardBetweenTwoServices) {
+    player.ClickMenu("GraphOverlay");
+    Host.ServeEvents = serve;
+    Host.ServeEvents(); // just now: the engine's next question would wait for its turn
+    player.Expect(PrintEscName, [] { Player::Click(PrintEsc.CancelButton); });
+    EXPECT_FALSE(PrintGraph(PrintModes::FromMenu));
+    EXPECT_EQ(printer.Done.back(), "abort");
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(PrintWindows, AHeldPageIsPrintedAtTheEndOfTheProgram) {
+    player.ClickMenu("GraphOverlay");
+    EjectPage = false;
+    EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+    EXPECT_EQ(printer.Done.back(), "begin Quillon graph");
+    EndDesktop();
+    EXPECT_EQ(printer.Done.back(), "end");
+    EXPECT_EQ(printer.Pages.size(), 1U);
+}
+
 TEST_F(PrintWindows, TheOptionsOfTheGraphAreTakenByPrintAndOk) {
     player.ClickMenu("GraphOverlay");
     for (const Way way : AllWays) {
@@ -221,44 +247,106 @@ std::string FilledBox(int left, int top, int right, int bottom) {
     return at(left, top, " m\n") + at(right + 1, top, " l\n") + at(right + 1, bottom + 1, " l\n");
 }
 
+// Prints to a PDF of the paper that is set.
+struct PdfPrinter {
+    std::string Bytes;
+    explicit PdfPrinter(ScriptedPrinter& printer) {
+        printer.Now.Name.clear();
+        Host.Printer.Begin = [this, &printer](const std::string& title) -> std::optional<PrintJob> {
+            return JobOfPicture(OpenPdf(PagePicture(printer.Now.Page, title)),
+                                [this](const std::string& file) { Bytes = file; });
+        };
+    }
+    // True when the page, so high in points, has that box filled.
+    bool Holds(const std::string& box, int height) {
+        EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+        const PdfDocument pdf = ReadPdf(Bytes);
+        const std::string begin =
+            "/GSa gs /CSp cs /CSp CS\n0.125000000 0 0 -0.125000000 0 " + std::to_string(height) + " cm";
+        EXPECT_DOUBLE_EQ(pdf.PageHeight, height);
+        return std::any_of(pdf.Streams.begin(), pdf.Streams.end(), [&](const auto& stream) {
+            return stream.second.starts_with(begin) && stream.second.find(box) != std::string::npos;
+        });
+    }
+};
+
+// Margins of an inch and a custom size of 4 by 3 inches in that unit, the full page chosen.
+void SetPage(ChartStyle& page, bool metric) {
+    const float unit = metric ? 2.54F : 1.0F;
+    page.MetricUnits = Flag(metric);
+    page.LeftMargin = page.TopMargin = page.RightMargin = page.BottomMargin = unit;
+    page.PageFull = -1.0F;
+    page.PageHalf = 0.0F;
+    page.PageCustom = page.AxisFrame = page.KeepAspect = 0;
+    page.CustomWidth = 4.0F * unit;
+    page.CustomHeight = 3.0F * unit;
+}
+
 TEST_F(PrintWindows, WhatIsPrintedToAPdfHasTheSizeThatWasSet) {
     player.ClickMenu("GraphOverlay");
-    printer.Now.Name.clear();
-    std::string bytes;
-    Host.Printer.Begin = [&](const std::string& title) -> std::optional<PrintJob> {
-        return JobOfPicture(OpenPdf(PagePicture(printer.Now.Page, title)),
-                            [&](const std::string& file) { bytes = file; });
-    };
-    const auto holds = [&](const std::string& box) {
-        EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
-        const PdfDocument pdf = ReadPdf(bytes);
-        return std::any_of(pdf.Streams.begin(), pdf.Streams.end(), [&](const auto& stream) {
-            return stream.second.starts_with(
-                       "/GSa gs /CSp cs /CSp CS\n0.125000000 0 0 -0.125000000 0 842 cm") &&
-                   stream.second.find(box) != std::string::npos;
-        });
-    };
-    for (const bool metric : {false, true}) { // A4 is 4760 by 6736 units, an inch 576
-        const float unit = metric ? 2.54F : 1.0F;
-        ChartStyle& page = Chart.Style;
-        page.MetricUnits = Flag(metric);
-        page.LeftMargin = page.TopMargin = page.RightMargin = page.BottomMargin = unit;
-        page.PageFull = -1.0F;
-        page.PageHalf = 0.0F;
-        page.PageCustom = page.AxisFrame = 0;
-        EXPECT_TRUE(holds(FilledBox(576, 576, 4184, 6160)));
-        page.PageFull = 0.0F;
-        page.PageHalf = -1.0F;
-        EXPECT_TRUE(holds(FilledBox(576, 576, 4184, 3368)));
-        page.PageHalf = 0.0F;
-        page.PageCustom = -1;
-        page.CustomWidth = 4.0F * unit;
-        page.CustomHeight = 3.0F * unit;
-        EXPECT_TRUE(holds(FilledBox(576, 576, 2880, 2304)));
-        page.AxisFrame = -1;
-        page.LeftMargin = page.TopMargin = 2.0F * unit;
-        EXPECT_TRUE(holds(FilledBox(1152, 1152, 3456, 2880)));
+    PdfPrinter pdf(printer);
+    for (const Paper& paper : Papers) {
+        printer.Now.Page = NamedPaper(paper.Name);
+        const int width = static_cast<int>(paper.Width) * 8, height = static_cast<int>(paper.Height) * 8;
+        const int points = height / 8; // an inch is 576 units
+        const bool across = width > height;
+        for (const bool metric : {false, true}) {
+            ChartStyle& page = Chart.Style;
+            SetPage(page, metric);
+            EXPECT_TRUE(pdf.Holds(FilledBox(576, 576, width - 576, height - 576), points)) << paper.Name;
+            page.PageFull = 0.0F;
+            page.PageHalf = -1.0F;
+            EXPECT_TRUE(pdf.Holds(
+                FilledBox(576, 576, across ? width / 2 : width - 576, across ? height - 576 : height / 2),
+                points))
+                << paper.Name << ", the left half or the upper one";
+            page.PageHalf = 0.0F;
+            page.PageCustom = -1;
+            EXPECT_TRUE(pdf.Holds(FilledBox(576, 576, 2880, 2304), points)) << paper.Name;
+            page.AxisFrame = -1;
+            page.LeftMargin = page.TopMargin = metric ? 5.08F : 2.0F;
+            EXPECT_TRUE(pdf.Holds(FilledBox(1152, 1152, 3456, 2880), points)) << paper.Name;
+        }
     }
+}
+
+TEST_F(PrintWindows, TheRatioOfTheWindowIsKeptInThePdf) {
+    player.ClickMenu("GraphOverlay");
+    PdfPrinter pdf(printer);
+    printer.Now.Page = NamedPaper("letter"); // 4896 by 6336 units
+    SetPage(Chart.Style, false);
+    Chart.Style.KeepAspect = -1;
+    const GraphState& window = Chart.State;
+    const double aspect = window.ViewW / (window.ViewH * static_cast<double>(window.Aspect));
+    const double wide = 4896.0 - 1152.0, high = 6336.0 - 1152.0;
+    ASSERT_GT(aspect, wide / high) << "as wide as the space, and in its middle";
+    const auto unit = [](double place) { return static_cast<int>(std::nearbyint(place)); };
+    EXPECT_TRUE(pdf.Holds(
+        FilledBox(576, unit(3168.0 - wide / aspect / 2.0), 4320, unit(3168.0 + wide / aspect / 2.0)), 792));
+}
+
+TEST_F(PrintWindows, APrinterSetToGrayMakesABlackPdf) {
+    player.ClickMenu("GraphOverlay");
+    PdfPrinter pdf(printer);
+    const auto colored = [&](bool color) {
+        Host.Printer.Begin = [&, color](const std::string& title) -> std::optional<PrintJob> {
+            return JobOfPicture(InColor(OpenPdf(PagePicture(printer.Now.Page, title)), color),
+                                [&](const std::string& file) { pdf.Bytes = file; });
+        };
+        EXPECT_TRUE(PrintGraph(PrintModes::FromMenu));
+        static const QRegularExpression pen("([0-9.]+) ([0-9.]+) ([0-9.]+) SCN");
+        for (const auto& [number, stream] : ReadPdf(pdf.Bytes).Streams) {
+            QRegularExpressionMatchIterator pens = pen.globalMatch(QString::fromStdString(stream));
+            while (pens.hasNext()) {
+                const QRegularExpressionMatch match = pens.next();
+                if (match.captured(1) != match.captured(2) || match.captured(2) != match.captured(3))
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(colored(true));
+    EXPECT_FALSE(colored(false));
 }
 
 TEST_F(PrintWindows, WithoutAPrinterAGraphBecomesAPdfOnA4) {

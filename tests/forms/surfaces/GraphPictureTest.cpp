@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <sys/wait.h>
@@ -78,6 +79,43 @@ Ink InkOf(const QImage& image) {
 }
 
 } // namespace
+
+// The lines of a text report that are not empty, without the marks between its pages.
+std::string PrintedLines(const std::string& report) {
+    std::string text, line;
+    for (const char c : report) {
+        if (c == '\n' && !line.empty()) text += line + "\n";
+        if (c == '\n' || c == '\f')
+            line.clear();
+        else
+            line += c;
+    }
+    return text;
+}
+
+TEST_F(GraphPictures, AReportAsPagesIsTheTextReportOfItsPaper) {
+    struct Sheet {
+        const char* Name;
+        double Width, Height; // points
+    };
+    for (const Sheet& sheet :
+         {Sheet{"a4", 595.0, 842.0}, Sheet{"letter", 612.0, 792.0}, Sheet{"a4-landscape", 842.0, 595.0},
+          Sheet{"letter-landscape", 792.0, 612.0}}) {
+        const std::string paper = std::string(" --paper ") + sheet.Name;
+        ASSERT_EQ(Run(Path("fit.quil") + paper + " --report " + Path("r.txt")), 0) << Errors;
+        ASSERT_EQ(Run(Path("fit.quil") + paper + " --report-graph residuals --report " + Path("r.pdf")), 0)
+            << Errors;
+        const std::string text = ReadWholeFile(Path("r.txt"));
+        const PdfDocument pdf = ReadPdf(ReadWholeFile(Path("r.pdf")));
+        const auto pages = std::count(text.begin(), text.end(), '\f') + 1;
+        EXPECT_EQ(pdf.Pages, pages + 1) << sheet.Name << ", with the graph behind";
+        EXPECT_DOUBLE_EQ(pdf.PageWidth, sheet.Width) << sheet.Name;
+        EXPECT_DOUBLE_EQ(pdf.PageHeight, sheet.Height) << sheet.Name;
+        const std::string printed = TextOf(pdf), lines = PrintedLines(text);
+        EXPECT_TRUE(printed.starts_with(lines)) << sheet.Name << "\n" << printed;
+        EXPECT_NE(printed.find("Y(exp) - Y(fit)", lines.size()), std::string::npos) << sheet.Name;
+    }
+}
 
 TEST_F(GraphPictures, PngIsTheFigureAt300DotsPerInch) {
     WriteAll("png");
