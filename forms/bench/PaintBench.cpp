@@ -83,6 +83,7 @@ int main(int argc, char** argv) {
     const auto target = std::make_shared<PainterTarget>();
     target->Width = argc > 2 ? std::atoi(argv[1]) : 1000;
     target->Height = argc > 2 ? std::atoi(argv[2]) : 700;
+    target->Stamps = true; // as a window does
     target->DotsPerInchX = target->DotsPerInchY = argc > 3 ? std::atoi(argv[3]) : 96;
     QImage image(target->Width, target->Height, QImage::Format_RGB32);
     QPainter painter(&image);

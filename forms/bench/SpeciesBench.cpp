@@ -91,6 +91,7 @@ void PaintGraph() {
     const auto target = std::make_shared<PainterTarget>();
     target->Width = 1000;
     target->Height = 700;
+    target->Stamps = true; // as a window does
     QImage image(target->Width, target->Height, QImage::Format_RGB32);
     QPainter painter(&image);
     target->Painter = &painter;

@@ -106,6 +106,7 @@ void PaintedImage::Fit(const QWidget& widget) {
     Target->DotsPerInchX = widget.logicalDpiX() * ratio;
     Target->DotsPerInchY = widget.logicalDpiY() * ratio;
     Target->Scale = 1.0;
+    Target->Stamps = true;
 }
 
 void RunOnGraph(const std::function<void()>& handler) {

@@ -3,6 +3,7 @@
 #include "chart/pens/BaseFonts.h"
 #include "chart/pens/HatchLines.h"
 #include "forms/surfaces/QtFonts.h"
+#include "forms/surfaces/Stamp.h"
 
 #include <QFontMetricsF>
 #include <QPaintEngine>
@@ -11,8 +12,11 @@
 #include <QPolygonF>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <utility>
+#include <vector>
 
 namespace Quillon {
 
@@ -30,6 +34,7 @@ struct PainterState {
     SurfacePen Pen;
     mutable MadePens Pens;
     SurfaceBrush Brush;
+    mutable Stamp Symbol; // of the shape drawn last, with pen and brush in force
     SurfaceFont Font;
     QFont Letters;
     Rgb TextColor = 0;
@@ -83,9 +88,12 @@ QPainter& PainterAt(const PainterState& state, double shift) {
 
 // A line of an odd width runs through the middles of the units, one of an even width between them: both then
 // have sharp edges on a display.
+double ShiftForPen(const PainterState& state) {
+    return state.Pen.Visible && std::lround(PenWidth(state)) % 2 == 0 ? 0.0 : 0.5;
+}
+
 QPainter& PainterForPen(const PainterState& state) {
-    const bool even = state.Pen.Visible && std::lround(PenWidth(state)) % 2 == 0;
-    QPainter& painter = PlacePainter(state, even ? 0.0 : 0.5);
+    QPainter& painter = PlacePainter(state, ShiftForPen(state));
     const bool exclusive = state.Pen.Visible && state.Pen.Exclusive &&
                            painter.paintEngine()->hasFeature(QPaintEngine::RasterOpModes);
     // A mixed edge would not go away again.
@@ -99,7 +107,7 @@ QPointF PointOf(DevicePoint point) {
     return {static_cast<double>(point.X), static_cast<double>(point.Y)};
 }
 
-QPolygonF PointsOf(const std::vector<DevicePoint>& points) {
+QPolygonF PointsOf(std::span<const DevicePoint> points) {
     QPolygonF polygon;
     for (const DevicePoint point : points)
         polygon << PointOf(point);
@@ -164,23 +172,56 @@ void DrawPolyline(const PainterState& state, const std::vector<DevicePoint>& poi
     painter.drawPolygon(PointsOf(points)); // a closed line has no ends
 }
 
-void DrawPolygon(const PainterState& state, const std::vector<DevicePoint>& points) {
-    QPainterPath path;
-    path.addPolygon(PointsOf(points));
-    path.closeSubpath();
-    DrawArea(state, path);
-}
-
 void DrawRectangle(const PainterState& state, const DeviceRect& rect) {
     QPainterPath path;
     path.addRect(EdgesOf(state, rect));
     DrawArea(state, path, Qt::MiterJoin);
 }
 
-void DrawEllipse(const PainterState& state, const DeviceRect& around) {
+// A polygon, or the ellipse within two corners.
+QPainterPath PathOf(const PainterState& state, std::span<const DevicePoint> corners, bool round) {
     QPainterPath path;
-    path.addEllipse(EdgesOf(state, around));
-    DrawArea(state, path);
+    if (round) {
+        path.addEllipse(EdgesOf(state, {corners[0].X, corners[0].Y, corners[1].X, corners[1].Y}));
+        return path;
+    }
+    path.addPolygon(PointsOf(corners));
+    path.closeSubpath();
+    return path;
+}
+
+bool TakesStamp(const PainterState& state, std::span<const DevicePoint> corners) {
+    const bool exclusive = state.Pen.Visible && state.Pen.Exclusive;
+    return state.Target->Stamps && !exclusive && !IsHatch(state.Brush.Kind) && IsSmall(corners);
+}
+
+Stamp StampFor(const PainterState& state, std::span<const DevicePoint> corners, bool round) {
+    const int reach = static_cast<int>(std::ceil(PenWidth(state))) + 2;
+    std::vector<DevicePoint> places(corners.begin(), corners.end());
+    for (DevicePoint& place : places)
+        place = {place.X - corners[0].X, place.Y - corners[0].Y};
+    return MakeStamp(corners, round, reach, [&](QPainter& painter) {
+        painter.translate(ShiftForPen(state), ShiftForPen(state));
+        painter.setPen(PenOf(state));
+        painter.setBrush(BrushOf(state));
+        painter.drawPath(PathOf(state, places, round));
+    });
+}
+
+void DrawShape(const PainterState& state, std::span<const DevicePoint> corners, bool round) {
+    if (!TakesStamp(state, corners)) return DrawArea(state, PathOf(state, corners, round));
+    if (!IsStampOf(state.Symbol, corners, round)) state.Symbol = StampFor(state, corners, round);
+    SetDown(PainterAt(state, 0.0), state.Symbol, corners[0]);
+}
+
+void DrawPolygon(const PainterState& state, const std::vector<DevicePoint>& points) {
+    DrawShape(state, points, false);
+}
+
+void DrawEllipse(const PainterState& state, const DeviceRect& around) {
+    DrawShape(state,
+              std::array{DevicePoint{around.Left, around.Top}, DevicePoint{around.Right, around.Bottom}},
+              true);
 }
 
 void DrawPie(const PainterState& state, DevicePoint centre, int radiusX, int radiusY, double start,
@@ -255,8 +296,12 @@ void FillAttributes(DrawingSurface& surface, const std::shared_ptr<PainterState>
     surface.SetPen = [state](const SurfacePen& pen) {
         state->Pen = pen;
         state->Pens.Width = -1.0;
+        state->Symbol = {};
     };
-    surface.SetBrush = [state](const SurfaceBrush& brush) { state->Brush = brush; };
+    surface.SetBrush = [state](const SurfaceBrush& brush) {
+        state->Brush = brush;
+        state->Symbol = {};
+    };
     surface.SetFont = [state](const SurfaceFont& font) { SetFont(*state, font); };
     surface.SetTextColor = [state](Rgb color) { state->TextColor = color; };
 }

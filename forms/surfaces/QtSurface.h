@@ -24,6 +24,10 @@ struct PainterTarget {
     // are made without the toolkit, so that all show one layout; an installed font of other widths is
     // stretched.
     bool BaseWidths = false;
+    // Windows: small shapes are painted once and set down where they stand (forms/surfaces/Stamp.h). What is
+    // mixed from that differs by a shade or two from what is painted, so that files do without. Needs a Scale
+    // of 1 and a painter whose units are those of its device.
+    bool Stamps = false;
     std::function<void()> Refresh; // optional
 };
 

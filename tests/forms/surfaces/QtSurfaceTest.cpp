@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace Quillon {
 
 namespace {
@@ -112,6 +115,60 @@ TEST(QtSurface, AThinPenIsNoThinnerThanTheTargets) {
     surface.SetPen({true, 0x0000FF, 1});
     surface.Line(10, 50, 60, 50);
     EXPECT_EQ(Inked(screen.Done()), QRect(10, 48, 51, 5));
+}
+
+namespace {
+
+// Symbols of all kinds, apart from each other, on a ground of two colours; the first of each kind at a place
+// of its own, so that whatever is kept of it has to be moved.
+QImage Symbols(bool stamps, int penWidth, BrushKind kind) {
+    NeedApplication();
+    QImage image(300, 200, QImage::Format_RGB32);
+    image.fill(0xFFE0F0FF);
+    QPainter painter(&image);
+    const auto target = std::make_shared<PainterTarget>();
+    target->Painter = &painter;
+    target->Width = 300;
+    target->Height = 200;
+    target->Stamps = stamps;
+    const DrawingSurface surface = PainterSurface(target);
+    surface.SetClip({5, 5, 280, 180});
+    for (int row = 0; row < 4; ++row) {
+        surface.SetPen({true, static_cast<Rgb>(0x0072B2 + row * 0x301000), penWidth});
+        surface.SetBrush({kind, row % 2 == 0 ? 0xFFFFFFU : 0xC02080U});
+        for (int x = 7; x < 295; x += 23) {
+            const int y = 10 + 45 * row + x % 5;
+            surface.Polygon({{x, y - 5}, {x + 6, y}, {x, y + 5}, {x - 6, y}});
+            surface.Ellipse({x - 4, y + 15, x + 4, y + 23});
+            surface.Ellipse({x - 4, y + 30, x + 4 + row, y + 38});
+        }
+    }
+    painter.end();
+    return image;
+}
+
+int Farthest(const QImage& one, const QImage& other) {
+    int farthest = 0;
+    for (int y = 0; y < one.height(); ++y)
+        for (int x = 0; x < one.width(); ++x) {
+            const QRgb a = one.pixel(x, y), b = other.pixel(x, y);
+            farthest = std::max({farthest, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                                 std::abs(qBlue(a) - qBlue(b))});
+        }
+    return farthest;
+}
+
+} // namespace
+
+// Of 255 shades: mixing in another order rounds once more.
+TEST(QtSurface, SymbolsThatAreSetDownLookLikeThoseThatArePainted) {
+    for (const int width : {1, 2, 3})
+        for (const BrushKind kind : {BrushKind::Hollow, BrushKind::Solid}) {
+            const QImage painted = Symbols(false, width, kind);
+            EXPECT_LE(Farthest(painted, Symbols(true, width, kind)), 2) << width;
+            EXPECT_GE(Farthest(painted, Symbols(true, width + 1, kind)), 100)
+                << "the comparison sees nothing";
+        }
 }
 
 } // namespace Quillon
