@@ -35,6 +35,18 @@ std::string ValueText(const JobReader& reader, std::string_view text) {
     return std::string(text.substr(1, end - 1));
 }
 
+std::string FilledValue(const JobReader& reader, const std::string& value) {
+    if (!reader.Row) return value;
+    std::string filled;
+    try {
+        filled = Filled(value, *reader.Row);
+    } catch (const RuntimeError& error) {
+        reader.Fail(error.Text);
+    }
+    if (filled.find_first_of("\r\n") != std::string::npos) reader.Fail("the cell holds an end of line");
+    return filled;
+}
+
 const JobPlace* FindPlace(const Job& job, std::string_view section, std::string_view key) {
     const auto place = std::find_if(job.Places.begin(), job.Places.end(),
                                     [&](const JobPlace& p) { return p.Section == section && p.Key == key; });
@@ -86,7 +98,7 @@ void ReadKeyLine(JobReader& reader, std::string_view line) {
     if (reader.Section.empty()) reader.Fail(Quoted(written) + " stands before the first section");
     if (written.empty()) reader.Fail("there is no key before the =");
     reader.Key = written.size() > 60 ? Quoted(written) : written;
-    const std::string value = ValueText(reader, line.substr(equals + 1));
+    const std::string value = FilledValue(reader, ValueText(reader, line.substr(equals + 1)));
     if (value.empty()) reader.Fail("has no value");
     if (reader.Section == "parameters") {
         ReadParameterLine(reader, written, value);
@@ -133,8 +145,9 @@ int Job::LineOf(std::string_view section, std::string_view key) const {
     return place ? place->Line : 0;
 }
 
-Job ParseJob(std::string_view text, const std::string& path) {
+Job ParseJob(std::string_view text, const std::string& path, const JobRow* row) {
     JobReader reader;
+    reader.Row = row;
     reader.Result.Path = path;
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3); // the mark that some editors put in front
     while (!text.empty()) {

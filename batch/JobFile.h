@@ -6,7 +6,8 @@
 //     [set 1]        to [set 18]: a scan, the part of it that is fitted, its baseline and constraints
 //     [simulation]   noise and seed of --simulate
 //     [compare]      the models of --compare
-//     [parameters]   "slot or name = value hold|fit lower x upper y"
+//     [parameters]   "slot or name = value hold|fit lower x upper y"; "internal" before the value says that
+//                    it is the one inside the program, bit for bit
 //
 // Sections and keys are read in any case. A line that starts with ";" or "#" is a comment, and so is the
 // rest of a line from a ";" with a blank before it. A value in double quotes is taken as it stands.
@@ -15,6 +16,7 @@
 // its range, and settings that contradict each other are errors. An error is a RuntimeError whose text is one
 // line that names file, line, section and key and says what is wrong, ready to be shown.
 
+#include "batch/JobTable.h"
 #include "studies/ModelVariant.h"
 #include "studies/OtherMinima.h"
 #include "workspace/records/Workspace.h"
@@ -63,6 +65,7 @@ struct JobParameter {
     enum class Mark { ByModel, Hold, Fit };
     std::string Name;           // as written: slot number or name
     std::optional<float> Value; // user units; nothing: the value is kept
+    bool Internal = false;      // Value is that inside the program
     Mark Choice = Mark::ByModel;
     std::optional<float> Lower; // bounds, user units
     std::optional<float> Upper;
@@ -109,8 +112,9 @@ struct Job {
     int LineOf(std::string_view section, std::string_view key) const;
 };
 
-// Reads a job from the text of its file; path is for messages and relative paths.
-Job ParseJob(std::string_view text, const std::string& path);
+// Reads a job from the text of its file; path is for messages and relative paths. With a row of a table its
+// cells stand in place of the names in braces; without one braces are letters like others.
+Job ParseJob(std::string_view text, const std::string& path, const JobRow* row = nullptr);
 
 // What is to be said of a key of a job, in one line: "fit.job:12: [set 2] inner: reason". The line number is
 // left out when neither section nor key stands in the file, the key when it is empty.

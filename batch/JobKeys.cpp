@@ -253,7 +253,11 @@ void ReadParameterLine(JobReader& reader, const std::string& name, const std::st
     parameter.Name = name;
     parameter.Line = reader.Line;
     std::string_view rest = value;
-    const std::string_view first = NextWord(rest);
+    std::string_view first = NextWord(rest);
+    parameter.Internal = SmallLetters(first) == "internal";
+    if (parameter.Internal) first = NextWord(rest);
+    if (parameter.Internal && (first.empty() || first == "*"))
+        reader.Fail("there is no number behind internal");
     if (first != "*") parameter.Value = ReadNumber(reader, first);
     for (std::string_view word = NextWord(rest); !word.empty(); word = NextWord(rest))
         ReadParameterWord(reader, parameter, word, rest);

@@ -118,7 +118,7 @@ void TakeValues(const Job& job, const std::vector<ListedParm>& listed, Wanted&& 
         for (const auto& [line, slot] : listed) {
             if (!line->Value || !wanted(slot) || IsStoichiometry(slot) != stoichiometries) continue;
             try {
-                Work.Parms[slot] = ToInternal(slot, *line->Value);
+                Work.Parms[slot] = line->Internal ? *line->Value : ToInternal(slot, *line->Value);
             } catch (const RuntimeError& error) {
                 FailParameter(job, *line, error.Text);
             }
@@ -189,7 +189,8 @@ void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
     TakeValues(job, listed, [](long) { return true; });
     for (const ListedParm& entry : listed) {
         TakeBounds(entry);
-        if (entry.Line->Value) AcceptAgainstBounds(entry.Slot, *entry.Line->Value); // the answer is Yes
+        if (entry.Line->Value && !entry.Line->Internal)
+            AcceptAgainstBounds(entry.Slot, *entry.Line->Value); // the answer is Yes
     }
     std::vector<FitChoice> choices = FitChoices();
     MarkChoices(choices, listed);

@@ -13,8 +13,9 @@ namespace Quillon {
 // Where the parser stands, for its messages.
 struct JobReader {
     Job Result;
-    std::string Section; // in small letters; "" before the first one
-    std::string Key;     // of the line being read
+    const JobRow* Row = nullptr; // whose cells fill the values; none
+    std::string Section;         // in small letters; "" before the first one
+    std::string Key;             // of the line being read
     int Line{};
 
     // Raises the error of the present line.

@@ -27,9 +27,10 @@ struct FileOption {
     std::string Options::*Target;
 };
 
-constexpr FileOption FileOptions[] = {{"--report", &Options::Report},       {"--results", &Options::Results},
-                                      {"--points", &Options::Points},       {"--save", &Options::Save},
-                                      {"--integrate", &Options::Integrate}, {"--compare", &Options::Compare}};
+constexpr FileOption FileOptions[] = {
+    {"--report", &Options::Report},   {"--results", &Options::Results},     {"--points", &Options::Points},
+    {"--save", &Options::Save},       {"--integrate", &Options::Integrate}, {"--compare", &Options::Compare},
+    {"--methods", &Options::Methods}, {"--write-job", &Options::WriteJob},  {"--summary", &Options::Summary}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -82,6 +83,34 @@ int ReadThreads(const std::string& text) {
     return threads;
 }
 
+bool TakeRow(std::string_view& text, long& row) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, row);
+    text = std::string_view(stop, static_cast<std::size_t>(end - stop));
+    return failure == std::errc{} && row >= 1;
+}
+
+// "12-40", or "12" alone.
+RowRange ReadRows(const std::string& text) {
+    std::string_view rest = text;
+    RowRange rows;
+    bool good = TakeRow(rest, rows.First);
+    rows.Last = rows.First;
+    if (good && rest.starts_with('-')) {
+        rest.remove_prefix(1);
+        good = TakeRow(rest, rows.Last);
+    }
+    if (!good || !rest.empty() || rows.Last < rows.First)
+        RaiseError("--rows needs rows as 1-100, not " + Quoted(text));
+    return rows;
+}
+
+void TakeOnce(std::string& target, const char* option, const std::string& value) {
+    if (value.empty()) RaiseError(std::string("no file behind ") + option);
+    if (!target.empty()) RaiseError(std::string(option) + " stands twice");
+    target = value;
+}
+
 // The place of text among two words.
 bool IsSecond(const char* option, const std::string& text, const char* first, const char* second) {
     if (text == first || text == second) return text == second;
@@ -107,6 +136,9 @@ constexpr ValueOption ValueOptions[] = {
          o.Figure.PanelPerSet = IsSecond("--figure-panels", v, "all", "sets");
      }},
     {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
+    {"--table", [](Options& o, const std::string& v) { TakeOnce(o.Table, "--table", v); }},
+    {"--rows", [](Options& o, const std::string& v) { o.Rows = ReadRows(v); }},
+    {"--merge", [](Options& o, const std::string& v) { TakeOnce(o.Merge, "--merge", v); }},
     {"--threads", [](Options& o, const std::string& v) { o.Threads = ReadThreads(v); }},
     {"--paper",
      [](Options& o, const std::string& v) {
@@ -152,6 +184,7 @@ void TakeOption(Options& options, const std::vector<std::string>& arguments, std
 }
 
 void TakeJob(Options& options, const std::string& argument) {
+    if (!options.Merge.empty()) return options.Parts.push_back(argument);
     if (!options.JobPath.empty()) FailOptions("a second job file " + Quoted(argument));
     if (argument.empty()) FailOptions("the job file has no name");
     options.JobPath = argument;
@@ -160,8 +193,9 @@ void TakeJob(Options& options, const std::string& argument) {
 // Nothing but pictures of graph files is wanted.
 bool NeedsNoFit(const Options& options) {
     const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
-                       !options.Save.empty() || !options.Integrate.empty() || !options.Compare.empty() ||
-                       options.Refit;
+                       !options.Save.empty() || !options.Integrate.empty() || options.Refit ||
+                       !options.Compare.empty() || !options.Methods.empty() || !options.WriteJob.empty() ||
+                       !options.Table.empty();
     return !ofFit && !options.Graphs.empty() &&
            std::all_of(options.Graphs.begin(), options.Graphs.end(),
                        [](const GraphOption& graph) { return !graph.Source.empty(); });
@@ -180,6 +214,19 @@ void CheckSimulation(const Options& options) {
     if (NamesSavedFit(options.JobPath)) FailOptions("--simulate goes with a job, not with a saved fit");
     if (!OutputsOf(options).empty())
         FailOptions("--simulate fits nothing: " + OutputsOf(options).front().Option + " does not go with it");
+}
+
+void CheckTable(const Options& options) {
+    if (options.Table.empty()) return;
+    if (NamesSavedFit(options.JobPath)) FailOptions("--table goes with a job, not with a saved fit");
+    if (!options.Simulate.empty()) FailOptions("--table does not go with --simulate");
+}
+
+void CheckMerge(const Options& options) {
+    if (options.Merge == "-") FailOptions("--merge needs the name of a file");
+    if (!options.JobPath.empty() || !OutputsOf(options).empty() || options.Given.size() > 1)
+        FailOptions("--merge goes with nothing but parts of a summary behind it");
+    if (options.Parts.empty()) FailOptions("--merge " + options.Merge + " names no parts");
 }
 
 bool HasGraph(const Options& options, std::initializer_list<const char*> kinds) {
@@ -205,6 +252,10 @@ bool WantsReport(const Options& options) {
     return !options.Report.empty() || (OutputsOf(options).empty() && options.Simulate.empty());
 }
 
+bool WantsTable(const Options& options) {
+    return !options.Table.empty();
+}
+
 bool WantsIntegration(const Options& options) {
     return !options.Integrate.empty();
 }
@@ -225,6 +276,7 @@ constexpr Companion Companions[] = {
     {"--figure-size", WantsFigure, "--graph figure=FILE"},
     {"--figure-panels", WantsFigure, "--graph figure=FILE"},
     {"--cell", WantsIntegration, "--integrate FILE"},
+    {"--rows", WantsTable, "--table FILE"},
 };
 
 // What would shape nothing is a slip of the hand: the output was forgotten, or misspelt as another one.
@@ -258,6 +310,13 @@ std::vector<NamedOutput> OutputsOf(const Options& options) {
     return outputs;
 }
 
+void ForEachOutput(Options& options, const std::function<void(std::string&)>& change) {
+    for (const FileOption& option : FileOptions)
+        if (std::string& path = options.*option.Target; !path.empty()) change(path);
+    for (GraphOption& graph : options.Graphs)
+        change(graph.Path);
+}
+
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
     bool named = true; // until "--"
@@ -271,17 +330,24 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             TakeOption(options, arguments, place);
     }
     if (options.Help || options.Version) return options;
+    if (!options.Merge.empty()) {
+        CheckMerge(options);
+        return options;
+    }
     if (options.JobPath.empty() && !NeedsNoFit(options)) FailOptions("no job file is named");
     CheckOutputs(options);
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
     CheckSimulation(options);
     CheckStudyFiles(options);
+    CheckTable(options);
+    if (!options.Summary.empty() && options.Table.empty()) FailOptions("--summary goes with --table FILE");
     CheckCompanions(options);
     for (GraphOption& graph : options.Graphs) {
         graph.Mass = options.Mass;
         graph.Figure = options.Figure;
     }
+    if (!options.Table.empty() && options.Summary.empty()) options.Summary = "-";
     if (OutputsOf(options).empty() && options.Simulate.empty()) options.Report = "-";
     return options;
 }
@@ -332,6 +398,16 @@ std::string HelpText() {
            "                  radii of the cell for --integrate, cm; 5.6,7.3 without it\n"
            "  --compare FILE  every model of the job's section [compare], fitted to the same\n"
            "                  points: a table as CSV or, by the ending, JSON\n"
+           "  --methods FILE  what was measured and found, as tables: .csv, .html, .tex\n"
+           "                  or .md\n"
+           "  --write-job FILE\n"
+           "                  the analysis as a job that gives the same fit\n"
+           "  --table FILE    the job as a recipe: for each row of the CSV one fit, with\n"
+           "                  {NAME} in the job and in outputs replaced by the column NAME\n"
+           "  --summary FILE  a line for each row; - or nothing: standard output\n"
+           "  --rows A-B      these rows of the table alone\n"
+           "  --merge OUT PART...\n"
+           "                  no fit: the summaries of parts of a table, put together\n"
            "  --simulate FOLDER\n"
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"

@@ -4,10 +4,17 @@
 #include "batch/GraphOption.h"
 #include "batch/IntegrateCsv.h"
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace Quillon {
+
+// Rows of a table, counted from 1.
+struct RowRange {
+    long First = 1, Last = 1;
+};
 
 struct Options {
     std::string JobPath; // empty where all that is wanted are pictures of graph files
@@ -15,10 +22,17 @@ struct Options {
     std::string Report;
     std::string Results;
     std::string Points;
-    std::string Save;      // a fit save file; never standard output
-    std::string Integrate; // mean concentrations over the cell, CSV
-    std::string Compare;   // the comparison of models, CSV or JSON
-    std::string Simulate;  // the folder of a simulation; no fit then
+    std::string Save;               // a fit save file; never standard output
+    std::string Integrate;          // mean concentrations over the cell, CSV
+    std::string Compare;            // the comparison of models, CSV or JSON
+    std::string Methods;            // what was measured and found, as a table
+    std::string WriteJob;           // the analysis as a job
+    std::string Summary;            // of a table of fits
+    std::string Table;              // whose rows fill the job; empty: the job is one fit
+    std::optional<RowRange> Rows;   // of the table; none: all
+    std::string Merge;              // where parts of a summary go, put together; no job then
+    std::vector<std::string> Parts; // of Merge
+    std::string Simulate;           // the folder of a simulation; no fit then
     std::vector<GraphOption> Graphs;
     std::string Paper;              // of the report; empty: a4 for pages, text that both a4 and letter hold
     std::string ReportGraph;        // "residuals" or "overlay" behind it; empty: none
@@ -44,6 +58,9 @@ struct NamedOutput {
     std::string Path;
 };
 std::vector<NamedOutput> OutputsOf(const Options& options);
+
+// Calls change with the path of each output, for one to be put in its place.
+void ForEachOutput(Options& options, const std::function<void(std::string& path)>& change);
 
 // True when the report goes to a PDF file.
 bool WantsReportPdf(const Options& options);

@@ -14,17 +14,21 @@
 #include "batch/SavedFit.h"
 #include "batch/SimulateJob.h"
 #include "batch/Studies.h"
+#include "batch/TableRun.h"
 #include "chart/files/Exchange.h"
 #include "chart/records/Palettes.h"
+#include "commands/AnalysisJob.h"
 #include "commands/PrintedReport.h"
 #include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
 #include "workspace/records/Workspace.h"
 
 #include <exception>
+#include <filesystem>
 #include <new>
 
 namespace Quillon {
@@ -56,10 +60,10 @@ void CheckGraphSets(const Options& options, long sets, int model) {
     }
 }
 
-RunEnd RunJobOrFit(const Options& options) {
+RunEnd RunJobOrFit(const Options& options, const JobRow* row) {
     const std::string bytes = LoadFile(options.JobPath);
     if (!NamesSavedFit(options.JobPath)) {
-        const Job job = ParseJob(bytes, options.JobPath);
+        const Job job = ParseJob(bytes, options.JobPath, row);
         CheckGraphSets(options, static_cast<long>(job.Sets.size()), job.Model);
         CheckInputsStay(options, job);
         CheckStudies(options, &job);
@@ -110,6 +114,26 @@ std::string ReportBytes(const Options& options) {
     return ReportPdf(report);
 }
 
+std::filesystem::path WholePath(const std::string& path) {
+    std::error_code failure;
+    const std::filesystem::path whole = std::filesystem::absolute(path, failure);
+    return (failure ? std::filesystem::path(path) : whole).lexically_normal();
+}
+
+// The analysis as a job; files that lie beside it or below keep short names.
+std::string JobBytes(const Options& options, const RunEnd& end) {
+    const std::string directory =
+        options.WriteJob == "-" ? "." : JoinPath(DirectoryOf(options.WriteJob), ".");
+    JobSettings settings;
+    settings.Start = end.Start;
+    settings.Restarts = end.Restarts.Count;
+    settings.Seed = end.Restarts.Seed;
+    settings.FileName = [from = WholePath(directory).parent_path().string()](const std::string& path) {
+        return NameFrom(from, WholePath(path).string());
+    };
+    return AnalysisAsJob(settings);
+}
+
 // What is written: everything of a fit that has results, which say so when it is no minimum; of another one
 // the results alone.
 std::vector<Output> Render(const Options& options, const RunEnd& end) {
@@ -122,6 +146,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     if (end.HasFit && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
     if (end.HasFit && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
+    if (end.HasFit && !options.WriteJob.empty())
+        outputs.push_back({options.WriteJob, JobBytes(options, end)});
     for (const GraphOption& graph : options.Graphs)
         if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (end.Studies.Compared)
@@ -140,12 +166,13 @@ RunEnd NothingToRun() {
     return end;
 }
 
-int RunOptions(const Options& options) {
+// One run: a job, filled by a row where there is one, or a saved fit.
+int RunOptions(const Options& options, const JobRow* row, RunEnd& end) {
     CheckOutputPlaces(options);
     for (const GraphOption& graph : options.Graphs)
         CheckGraphFormat(graph);
     CheckReportFormat(options);
-    const RunEnd end = options.JobPath.empty() ? NothingToRun() : RunJobOrFit(options);
+    end = options.JobPath.empty() ? NothingToRun() : RunJobOrFit(options, row);
     std::vector<Output> outputs;
     try {
         outputs = Render(options, end);
@@ -168,10 +195,36 @@ int RunSimulation(const Options& options) {
     return ExitDone;
 }
 
+// The summary's place is looked at before the first fit.
+int RunTableOptions(const Options& options) {
+    Options summary;
+    summary.Summary = options.Summary;
+    CheckOutputPlaces(summary);
+    int status = ExitDone;
+    const std::string text = RunTable(
+        options,
+        [](const Options& ofRow, const JobRow& row, RunEnd& end) { return RunOptions(ofRow, &row, end); },
+        status);
+    WriteOutput({options.Summary, text});
+    return status;
+}
+
+int RunMerge(const Options& options) {
+    WriteOutput({options.Merge, MergedSummary(options.Parts)});
+    return ExitDone;
+}
+
+int RunOnce(const Options& options) {
+    RunEnd end;
+    return RunOptions(options, nullptr, end);
+}
+
 // The run; when memory does not suffice, the job is what has to become smaller.
 int RunNamed(const Options& options) {
     try {
-        return options.Simulate.empty() ? RunOptions(options) : RunSimulation(options);
+        if (!options.Merge.empty()) return RunMerge(options);
+        if (!options.Table.empty()) return RunTableOptions(options);
+        return options.Simulate.empty() ? RunOnce(options) : RunSimulation(options);
     } catch (const std::bad_alloc&) {
         FailFile(options.JobPath, ErrorText::OutOfMemory);
     }

@@ -156,8 +156,11 @@ RunEnd RunJob(const Job& job) {
     TakeListedConstants(job, listed);
     RunFitCommand(job, listed);
     if (job.NoiseFromFit && Work.FitDone && !Interrupted()) WeighByFit();
+    const PerSlot<float> start = Work.StartParms;
     std::optional<MinimaMet> starts = RunRestarts(job.Restarts);
     RunEnd end = EndOfFit();
+    end.Start = start;
+    end.Restarts = job.Restarts;
     end.Starts = std::move(starts);
     for (const JobSet& set : job.Sets)
         end.Files[set.Number] = set.File;

@@ -1,4 +1,4 @@
-#include "batch/Numbers.h"
+#include "input/ShortestText.h"
 
 #include <charconv>
 #include <cmath>
