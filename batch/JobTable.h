@@ -2,7 +2,7 @@
 // A table whose rows fill a job: "{NAME}" in a value of the job, or in the path of an output, stands for the
 // cell of the column NAME.
 
-#include "batch/Csv.h"
+#include "input/Csv.h"
 
 #include <string>
 #include <vector>

@@ -6,6 +6,7 @@
 #include "batch/SavedFit.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "reporting/MethodsTable.h"
 #include "reporting/PaperReport.h"
 #include "workspace/records/Workspace.h"
 
@@ -229,6 +230,16 @@ void CheckMerge(const Options& options) {
     if (options.Parts.empty()) FailOptions("--merge " + options.Merge + " names no parts");
 }
 
+// A name that is no table's is told now.
+void CheckMethods(const Options& options) {
+    if (options.Methods.empty()) return;
+    try {
+        MethodsFormatOf(MethodsEnding(options));
+    } catch (const RuntimeError& error) {
+        FailOptions("--methods " + options.Methods + ": " + error.Text);
+    }
+}
+
 bool HasGraph(const Options& options, std::initializer_list<const char*> kinds) {
     for (const GraphOption& graph : options.Graphs)
         if (std::find(kinds.begin(), kinds.end(), graph.Kind) != kinds.end()) return true;
@@ -296,6 +307,10 @@ void CheckStudyFiles(const Options& options) {
 
 } // namespace
 
+std::string MethodsEnding(const Options& options) {
+    return options.Methods == "-" ? "csv" : PathEnding(options.Methods);
+}
+
 bool WantsReportPdf(const Options& options) {
     return PathEnding(options.Report) == "pdf";
 }
@@ -341,6 +356,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     CheckSimulation(options);
     CheckStudyFiles(options);
     CheckTable(options);
+    CheckMethods(options);
     if (!options.Summary.empty() && options.Table.empty()) FailOptions("--summary goes with --table FILE");
     CheckCompanions(options);
     for (GraphOption& graph : options.Graphs) {

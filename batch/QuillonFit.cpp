@@ -23,6 +23,7 @@
 #include "persistence/FitFile.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "reporting/MethodsTable.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
 #include "workspace/records/Workspace.h"
@@ -146,6 +147,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     if (end.HasFit && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
     if (end.HasFit && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
+    if (end.HasFit && !options.Methods.empty())
+        outputs.push_back({options.Methods, MethodsText(MethodsFormatOf(MethodsEnding(options)))});
     if (end.HasFit && !options.WriteJob.empty())
         outputs.push_back({options.WriteJob, JobBytes(options, end)});
     for (const GraphOption& graph : options.Graphs)

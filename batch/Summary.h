@@ -1,7 +1,7 @@
 #pragma once
 // The summary of a table of fits: its lines put together, and parts of it read and merged.
 
-#include "batch/Csv.h"
+#include "input/Csv.h"
 
 #include <string>
 #include <utility>

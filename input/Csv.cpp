@@ -1,4 +1,4 @@
-#include "batch/Csv.h"
+#include "input/Csv.h"
 
 #include "platform/RuntimeError.h"
 
