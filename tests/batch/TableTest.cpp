@@ -1,6 +1,6 @@
 // Tables of fits: what each row gives is what it gives alone, whatever stands beside it.
-#include "input/Csv.h"
 #include "batch/RowWorkers.h"
+#include "input/Csv.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
