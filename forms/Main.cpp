@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <cstdio>
 #include <cstdlib>
@@ -104,5 +105,7 @@ int main(int argc, char** argv) {
     std::optional<WatchedStart> watched{std::in_place};
     QApplication app(argc, argv);
     watched.reset();
+    QGuiApplication::setDesktopFileName("quillon"); // windows go with its entry, icon included
+    QGuiApplication::setWindowIcon(QIcon(":/quillon-128.png"));
     return RunDesktop(argc, argv);
 }
