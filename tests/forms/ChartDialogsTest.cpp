@@ -7,6 +7,7 @@
 #include "chart/dialogs/SetColor.h"
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
+#include "chart/files/GraphFile.h"
 #include "chart/hand/ScaleType.h"
 #include "graphs/FigureForm.h"
 #include "scandata/FileForm.h"
@@ -18,10 +19,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QFile>
+#include <QImage>
 #include <QLabel>
 #include <QMimeData>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -261,6 +266,66 @@ TEST_F(ChartDialogs, ACopiedGraphIsOnTheClipboardInAllKinds) {
     EXPECT_TRUE(held->data("image/png").startsWith("\x89PNG"));
     EXPECT_TRUE(held->hasImage());
     EXPECT_EQ(held->text().toStdString(), DataTextWithHeads());
+}
+
+TEST_F(ChartDialogs, ACopiedBitmapHasTheDotsOfTheWindowOnWhite) {
+    Run(Charts.DarkCanvas);
+    Run(Charts.CopyBitmap);
+    const QMimeData* held = QApplication::clipboard()->mimeData();
+    ASSERT_NE(held, nullptr);
+    ASSERT_TRUE(held->hasImage());
+    const QImage image = qvariant_cast<QImage>(held->imageData());
+    EXPECT_EQ(image.width(), static_cast<int>(Canvas()->width() * Canvas()->devicePixelRatioF()));
+    EXPECT_EQ(image.height(), static_cast<int>(Canvas()->height() * Canvas()->devicePixelRatioF()));
+    EXPECT_EQ(image.pixelColor(2, 2), QColor(Qt::white));
+    EXPECT_FALSE(held->hasText());
+    Run(Charts.DarkCanvas);
+}
+
+TEST_F(ChartDialogs, WhatNeedsAGraphIsOffWithoutOne) {
+    const MenuItem* const needing[] = {&Charts.SaveAs,       &Charts.WriteData, &Charts.WriteMetafile,
+                                       &Charts.Print,        &Charts.CopyGraph, &Charts.CopyBitmap,
+                                       &Charts.CopyMetafile, &Charts.CopyData,  &Charts.CopyHeads,
+                                       &Charts.PasteData};
+    const auto actionOf = [](const MenuItem& item) -> QAction* {
+        for (QAction* action : Player::Window(ChartsName)->findChildren<QAction*>())
+            if (action->text().toStdString() == item.Text) return action;
+        return nullptr;
+    };
+    for (const bool held : {true, false}) {
+        Chart.GraphHeld = Flag(held);
+        ChartMenuStatus(Charts);
+        QTest::mouseMove(Canvas(), {100, held ? 100 : 120}); // brings the window up to its record
+        Player::Serve();
+        for (const MenuItem* item : needing) {
+            ASSERT_NE(actionOf(*item), nullptr) << item->Text;
+            EXPECT_EQ(actionOf(*item)->isEnabled(), held) << item->Text;
+        }
+    }
+    Chart.GraphHeld = FlagTrue;
+    ChartMenuStatus(Charts);
+}
+
+TEST_F(ChartDialogs, AGraphFileThatIsDroppedIsShown) {
+    Chart.Spec.Title1.Text = "dropped";
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("dropped graph.GRF").toStdString();
+    Host.WriteFile(path, GraphFileBytes());
+    Chart.Spec.Title1.Text = "before";
+    const auto drop = [](const std::string& file) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(file))});
+        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(Player::Window(ChartsName), &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent event({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(Player::Window(ChartsName), &event);
+        Player::Serve();
+        return true;
+    };
+    EXPECT_FALSE(drop("/tmp/picture.png"));
+    EXPECT_TRUE(drop(path));
+    EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "dropped");
 }
 
 TEST_F(ChartDialogs, EscDropsARubberBand) {
