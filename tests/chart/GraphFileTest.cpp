@@ -323,6 +323,7 @@ TEST_F(GraphFileTest, TheCyclesOfAnEarlyFileLastWhateverItsTargetWas) {
     ToggleClassicColors();
     EXPECT_NE(Chart.Cycles.Color[1], 0x123456) << "new colours are not taken";
     EXPECT_EQ(Chart.Cycles.Symbol[3], 2);
+    ToggleClassicColors(); // as it was for the tests behind
 }
 
 TEST_F(GraphFileTest, WithoutNamesSeveralSetsHaveEmptyOnes) {
