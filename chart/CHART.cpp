@@ -66,12 +66,9 @@ void TakeNumbers() {
         Chart.SetFlags[set] = ToInt16(NumberMark + Chart.Looks.Numbers[static_cast<std::size_t>(set - 1)]);
 }
 
-void TakeData(GraphSpec& spec, const PlotData& data) {
-    GraphState& state = Chart.State;
-    Chart.Spec = spec;
-    state.MultiSet = data.MultiSet;
-    SetKinds(Chart.Spec);
-    Chart.CatLabels.Recreate(1);
+// The columns, after the kinds of the axes.
+void TakeColumns(const GraphSpec& spec, const PlotData& data) {
+    const GraphState& state = Chart.State;
     const bool pie = spec.GraphType == GraphTypes::Pie; // its slices are the Y values
     const bool valuesX = state.KindX == AxisKinds::Value;
     const bool valuesY = pie || state.KindY == AxisKinds::Value;
@@ -82,6 +79,15 @@ void TakeData(GraphSpec& spec, const PlotData& data) {
     KeepRaw(data, data.Y, Chart.Spec.AxisY1, valuesY, Chart.Columns.Y.Raw);
     Chart.LoadFactorX = LoadDivisor(Chart.Spec.AxisX1);
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
+}
+
+void TakeData(const GraphSpec& spec, const PlotData& data) {
+    GraphState& state = Chart.State;
+    Chart.Spec = spec;
+    state.MultiSet = data.MultiSet;
+    SetKinds(Chart.Spec);
+    Chart.CatLabels.Recreate(1);
+    TakeColumns(spec, data);
     TakeNames(data);
     Chart.Looks = std::exchange(NextLooks, {});
     state.Npts = data.Npts;

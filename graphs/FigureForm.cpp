@@ -5,7 +5,6 @@
 #include "input/NUMINPUT.h"
 #include "models/FormControls.h"
 #include "models/NumberBox.h"
-#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
@@ -63,15 +62,6 @@ FigureSize SizeOf(const FigureChoice& choice) {
     if (choice.Height > 0.0) return FigureSize::Own;
     if (choice.Width == OneColumn) return FigureSize::One;
     return choice.Width == TwoColumns ? FigureSize::Two : FigureSize::Own;
-}
-
-std::string EndingOf(const std::string& path) {
-    const std::string title = FileTitle(path);
-    const std::size_t point = title.rfind('.');
-    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
-    for (char& c : ending)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return ending;
 }
 
 FileRequest RequestForFile() {

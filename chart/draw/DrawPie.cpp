@@ -107,43 +107,63 @@ void DrawSliceLabels(const PiePlace& place, const std::vector<std::string>& text
     }
 }
 
+// The labels of the slices, clockwise from the top, and their texts.
+struct SliceLabels {
+    std::vector<std::string> Texts;
+    std::vector<PieLabel> Labels;
+    int Widest = 0;
+};
+
+SliceLabels LabelsOf(const std::vector<Slice>& slices, double sum) {
+    SliceLabels all;
+    double end = 90.0;
+    for (const Slice& slice : slices) {
+        const double share = slice.Value / sum;
+        all.Texts.push_back(slice.Name + FormatNumber(share, slice.Name.empty() ? "0.0%" : " (0.0%)"));
+        all.Labels.push_back({end - 180.0 * share, share, TextWidth(all.Texts.back())});
+        all.Widest = std::max(all.Widest, all.Labels.back().Width);
+        end -= 360.0 * share;
+    }
+    return all;
+}
+
+// Within its labels; where these would leave too little of it, without them.
+PiePlace PlaceWithin(SliceLabels& all, int lineHeight) {
+    const PiePlace place = PlaceOf(all.Widest + 4 * Chart.State.ClearX, lineHeight);
+    const PiePlace bare = PlaceOf(0, 0);
+    if (place.RadiusY >= LeastPart * bare.RadiusY) return place;
+    all.Labels.clear(); // the pie itself is what is to be seen
+    return bare;
+}
+
+// False when the drawing is to stop.
+bool DrawSlices(const PiePlace& place, const std::vector<Slice>& slices, double sum) {
+    long count = 0;
+    double end = 90.0;
+    for (const Slice& slice : slices) {
+        const double sweep = 360.0 * slice.Value / sum;
+        DrawSlice(place, slice, end - sweep, sweep);
+        end -= sweep;
+        if (!CountPoint(count)) return false;
+    }
+    return true;
+}
+
 } // namespace
 
 void DrawPie() {
-    const std::vector<Slice> slices =
-        Chart.State.MultiSet == 1 && Chart.State.Nsets > 1 ? SlicesOfSets() : SlicesOfPoints();
+    const bool ofSets = Chart.State.MultiSet == 1 && Chart.State.Nsets > 1;
+    const std::vector<Slice> slices = ofSets ? SlicesOfSets() : SlicesOfPoints();
     double sum = 0.0;
     for (const Slice& slice : slices)
         sum += slice.Value;
     const float size = Chart.Layout.Sizes.Label[BottomAxis];
     const TextSize font = SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);
-    std::vector<std::string> texts;
-    std::vector<PieLabel> labels;
-    int widest = 0;
-    double end = 90.0;
-    for (const Slice& slice : slices) {
-        const double share = slice.Value / sum;
-        texts.push_back(slice.Name + FormatNumber(share, slice.Name.empty() ? "0.0%" : " (0.0%)"));
-        labels.push_back({end - 180.0 * share, share, TextWidth(texts.back())});
-        widest = std::max(widest, labels.back().Width);
-        end -= 360.0 * share;
-    }
-    PiePlace place = PlaceOf(widest + 4 * Chart.State.ClearX, font.Height);
-    const PiePlace bare = PlaceOf(0, 0);
-    if (place.RadiusY < LeastPart * bare.RadiusY) { // the pie itself is what is to be seen
-        labels.clear();
-        place = bare;
-    }
-    long count = 0;
-    end = 90.0;
-    for (std::size_t i = 0; i < slices.size(); ++i) {
-        const double sweep = 360.0 * slices[i].Value / sum;
-        DrawSlice(place, slices[i], end - sweep, sweep);
-        end -= sweep;
-        if (!CountPoint(count)) return;
-    }
+    SliceLabels all = LabelsOf(slices, sum);
+    const PiePlace place = PlaceWithin(all, font.Height);
+    if (!DrawSlices(place, slices, sum)) return;
     SelectFont(Chart.Spec.AxisX1.LabelFont, size, 0);
-    DrawSliceLabels(place, texts, labels, font);
+    DrawSliceLabels(place, all.Texts, all.Labels, font);
 }
 
 } // namespace Quillon

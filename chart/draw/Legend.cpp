@@ -52,30 +52,34 @@ Rgb TextColorOf(const LegendEntry& entry) {
     return SetColor(std::max({entry.SymbolSet, entry.AreaSet, entry.SymbolSet > 0 ? 0 : entry.LineSet}));
 }
 
+void DrawEntry(const LegendEntry& entry, int left, int top) {
+    const GraphLegend& legend = Chart.Spec.Legend;
+    const LegendSpace& space = Chart.Layout.Legend;
+    DrawSample(entry, left, top);
+    const TextSize font = SelectFont(legend.Font, Chart.Layout.Sizes.Legend, 0);
+    TargetSurface().SetTextColor(TextColorOf(entry));
+    DrawTextLine(entry.Name, left + space.SampleWidth + space.Gap,
+                 top + (space.EntryHeight - font.Height) / 2, 0, font);
+}
+
 } // namespace
 
 void DrawLegend() {
     if (!HasLegend()) return;
-    const GraphLegend& legend = Chart.Spec.Legend;
     const LegendSpace& space = Chart.Layout.Legend;
-    const DeviceRect box{legend.Box.X1, legend.Box.Y1, legend.Box.X2, legend.Box.Y2};
+    const GraphBox& place = Chart.Spec.Legend.Box;
+    const DeviceRect box{place.X1, place.Y1, place.X2, place.Y2};
     const DrawingSurface& surface = TargetSurface();
     surface.SetClip(box);
     SelectNoPen();
-    surface.SetBrush({BrushKind::Solid, BoxColor(legend.Box)});
+    surface.SetBrush({BrushKind::Solid, BoxColor(place)});
     surface.Rectangle(box);
     const std::vector<LegendEntry> entries = LegendEntries();
     const int shown = std::min(static_cast<int>(entries.size()), space.Columns * space.Rows);
-    for (int i = 0; i < shown; ++i) {
-        const LegendEntry& entry = entries[static_cast<std::size_t>(i)];
-        const int left = box.Left + space.Gap + i % space.Columns * space.EntryWidth;
-        const int top = box.Top + space.Gap + i / space.Columns * space.EntryHeight;
-        DrawSample(entry, left, top);
-        const TextSize font = SelectFont(legend.Font, Chart.Layout.Sizes.Legend, 0);
-        surface.SetTextColor(TextColorOf(entry));
-        DrawTextLine(entry.Name, left + space.SampleWidth + space.Gap,
-                     top + (space.EntryHeight - font.Height) / 2, 0, font);
-    }
+    for (int i = 0; i < shown; ++i)
+        DrawEntry(entries[static_cast<std::size_t>(i)],
+                  box.Left + space.Gap + i % space.Columns * space.EntryWidth,
+                  box.Top + space.Gap + i / space.Columns * space.EntryHeight);
     surface.ClearClip();
 }
 

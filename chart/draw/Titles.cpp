@@ -45,6 +45,33 @@ int LabelDepth(int place) {
     return depth;
 }
 
+// Where the title of an axis starts along it, as its text is read.
+int StartAlong(const GraphTitle& title, int place, int width) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    const GraphState& state = Chart.State;
+    const bool page = title.Justify >= 3;
+    const int justify = page ? title.Justify - 3 : title.Justify;
+    if (place == BottomAxis || place == TopAxis) {
+        const int start = JustifiedStart(justify, page ? state.ViewLeft : frame.X1,
+                                         page ? state.ViewRight : frame.X2, width);
+        return KeptInView(start, width, state.ViewLeft, state.ViewRight);
+    }
+    const int top = page ? state.ViewTop : frame.Y1, bottom = page ? state.ViewBottom : frame.Y2;
+    const int start = JustifiedStart(justify, top, bottom, width);
+    if (place == RightAxis) return KeptInView(start, width, state.ViewTop, state.ViewBottom);
+    return std::min<int>(std::max(top + bottom - start, state.ViewTop + width), // upward: it begins below
+                         state.ViewBottom);
+}
+
+// The edge across it that its line is drawn from: the upper one, on the left and right the left one.
+int EdgeOfTitle(int place, int height) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    const int depth = LabelDepth(place) + SpaceOf(Chart.Layout, place).TitleGap1;
+    if (place == BottomAxis) return frame.Y2 + depth;
+    if (place == TopAxis) return frame.Y1 - depth - height;
+    return place == LeftAxis ? frame.X1 - depth - height : frame.X2 + depth;
+}
+
 // Top of the first title's line.
 int TopOfTitles() {
     int top = Chart.Spec.Frame.Y1 - Chart.Layout.Titles.Total;
@@ -104,36 +131,11 @@ void DrawAxisTitle(int place) {
     const std::string text = AxisTitleText(axis);
     if (!HasText(text)) return;
     const int direction = TitleDirection(place);
-    const TextSize font =
-        SelectFont(axis.Title.Font, Chart.Layout.Sizes.AxisTitle[static_cast<std::size_t>(place)], direction);
-    const int width = TextWidth(text);
-    const GraphBox& frame = Chart.Spec.Frame;
-    const GraphState& state = Chart.State;
-    const bool page = axis.Title.Justify >= 3;
-    const int justify = page ? axis.Title.Justify - 3 : axis.Title.Justify;
-    const int depth = LabelDepth(place) + SpaceOf(Chart.Layout, place).TitleGap1;
-    const int left = page ? state.ViewLeft : frame.X1;
-    const int right = page ? state.ViewRight : frame.X2;
-    const int top = page ? state.ViewTop : frame.Y1;
-    const int bottom = page ? state.ViewBottom : frame.Y2;
+    const float size = Chart.Layout.Sizes.AxisTitle[static_cast<std::size_t>(place)];
+    const TextSize font = SelectFont(axis.Title.Font, size, direction);
     TargetSurface().SetTextColor(CycleColor(axis.Title.Color));
-    const int across =
-        KeptInView(JustifiedStart(justify, left, right, width), width, state.ViewLeft, state.ViewRight);
-    const int along = JustifiedStart(justify, top, bottom, width);
-    switch (place) {
-    case BottomAxis:
-        return DrawTextLine(text, across, frame.Y2 + depth, 0, font);
-    case TopAxis:
-        return DrawTextLine(text, across, frame.Y1 - depth - font.Height, 0, font);
-    case LeftAxis: { // upward: the text begins at the bottom
-        const int start =
-            std::min<int>(std::max(top + bottom - along, state.ViewTop + width), state.ViewBottom);
-        return DrawTextLine(text, start, frame.X1 - depth - font.Height, direction, font);
-    }
-    default:
-        return DrawTextLine(text, KeptInView(along, width, state.ViewTop, state.ViewBottom), frame.X2 + depth,
-                            direction, font);
-    }
+    DrawTextLine(text, StartAlong(axis.Title, place, TextWidth(text)), EdgeOfTitle(place, font.Height),
+                 direction, font);
 }
 
 } // namespace Quillon

@@ -86,6 +86,22 @@ std::vector<LegendEntry> EntriesOfLooks() {
     return entries;
 }
 
+// The entry that begins with a set.
+LegendEntry EntryOf(int set, bool area) {
+    LegendEntry entry;
+    if (set <= Chart.SetNames.Hi()) entry.Name = Chart.SetNames[set];
+    if (area) {
+        entry.AreaSet = set;
+    } else if (Alternating()) {
+        entry.SymbolSet = set;
+        if (set < Chart.State.Nsets) entry.LineSet = set + 1;
+    } else {
+        if (Chart.Spec.PlotStyle == PlotStyles::Lines) entry.LineSet = set;
+        if (Chart.Spec.SymbolMode != 3) entry.SymbolSet = set;
+    }
+    return entry;
+}
+
 } // namespace
 
 bool HasLegend() {
@@ -100,18 +116,8 @@ std::vector<LegendEntry> LegendEntries() {
     const bool areas = spec.GraphType == GraphTypes::HorizontalBars ||
                        spec.GraphType == GraphTypes::VerticalBars || spec.GraphType == GraphTypes::Pie;
     for (int set = 1; set <= sets; ++set) {
-        LegendEntry entry;
-        if (set <= Chart.SetNames.Hi()) entry.Name = Chart.SetNames[set];
-        if (areas) {
-            entry.AreaSet = set;
-        } else if (Alternating()) {
-            entry.SymbolSet = set;
-            if (set < sets) entry.LineSet = ++set;
-        } else {
-            if (spec.PlotStyle == PlotStyles::Lines) entry.LineSet = set;
-            if (spec.SymbolMode != 3) entry.SymbolSet = set;
-        }
-        entries.push_back(entry);
+        entries.push_back(EntryOf(set, areas));
+        if (Alternating() && !areas) ++set; // its line goes with the symbols
     }
     return entries;
 }

@@ -2,6 +2,7 @@
 
 #include "chart/pens/BaseFonts.h"
 #include "chart/pens/HatchLines.h"
+#include "chart/targets/KeptPicture.h"
 #include "chart/targets/MetafileObjects.h"
 #include "chart/targets/MetafileRecords.h"
 
@@ -306,7 +307,7 @@ EmfSummary Summarise(const Drawing& drawing) {
     return summary;
 }
 
-std::string FinishMetafile(Drawing& drawing) {
+std::string Finish(Drawing& drawing) {
     ClearClip(drawing);
     EmfRecords all = OpeningRecords(drawing.Window);
     all.Bytes += drawing.Records.Bytes;
@@ -316,42 +317,10 @@ std::string FinishMetafile(Drawing& drawing) {
     return MetafileHeader(Summarise(drawing), all) + all.Bytes;
 }
 
-DrawingSurface SurfaceOn(const std::shared_ptr<Drawing>& drawing) {
-    DrawingSurface surface;
-    FillSizes(surface, drawing->Request);
-    surface.SetPen = [drawing](const SurfacePen& pen) { drawing->Pen = pen; };
-    surface.SetBrush = [drawing](const SurfaceBrush& brush) { drawing->Brush = brush; };
-    surface.SetFont = [drawing](const SurfaceFont& font) { SetFont(*drawing, font); };
-    surface.SetTextColor = [drawing](Rgb color) { drawing->TextColor = color; };
-    surface.Line = [drawing](int x1, int y1, int x2, int y2) {
-        DrawPolyline(*drawing, {{x1, y1}, {x2, y2}});
-    };
-    surface.Polyline = [drawing](const std::vector<DevicePoint>& points) { DrawPolyline(*drawing, points); };
-    surface.Polygon = [drawing](const std::vector<DevicePoint>& points) { DrawPolygon(*drawing, points); };
-    surface.Rectangle = [drawing](const DeviceRect& rect) { DrawRectangle(*drawing, rect); };
-    surface.Ellipse = [drawing](const DeviceRect& rect) { DrawEllipse(*drawing, rect); };
-    surface.PieSlice = [drawing](DevicePoint centre, int radiusX, int radiusY, double start, double sweep) {
-        DrawPie(*drawing, centre, radiusX, radiusY, start, sweep);
-    };
-    surface.Text = [drawing](int x, int y, const std::string& text) { WriteText(*drawing, x, y, text); };
-    surface.Measure = [drawing](const std::string& text) { return MeasureText(*drawing, text); };
-    surface.SetClip = [drawing](const DeviceRect& rect) { SetClip(*drawing, rect); };
-    surface.ClearClip = [drawing] { ClearClip(*drawing); };
-    surface.Refresh = [] {};
-    return surface;
-}
-
 } // namespace
 
 PictureFile OpenMetafile(const PictureRequest& request) {
-    const auto drawing = std::make_shared<Drawing>();
-    drawing->Request = request;
-    drawing->Window = {0, 0, request.Width - 1, request.Height - 1};
-    PictureFile file;
-    file.Surface = SurfaceOn(drawing);
-    file.SetWindow = [drawing](const DeviceRect& window) { drawing->Window = window; };
-    file.Finish = [drawing] { return FinishMetafile(*drawing); };
-    return file;
+    return OpenKept<Drawing>(request);
 }
 
 } // namespace Quillon

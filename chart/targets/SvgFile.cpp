@@ -4,6 +4,7 @@
 #include "chart/pens/FontClass.h"
 #include "chart/pens/HatchLines.h"
 #include "chart/pens/SymbolText.h"
+#include "chart/targets/KeptPicture.h"
 
 #include <algorithm>
 #include <array>
@@ -256,7 +257,11 @@ void SetClip(SvgDrawing& drawing, const DeviceRect& rect) {
 }
 
 // Units are addressed by their middles, so the view begins half a unit before the first.
-std::string FinishSvg(SvgDrawing& drawing) {
+TextSize MeasureText(const SvgDrawing& drawing, const std::string& text) {
+    return MeasureBaseText(*drawing.Font, drawing.Em, drawing.Height, text);
+}
+
+std::string Finish(SvgDrawing& drawing) {
     ClearClip(drawing);
     const DeviceRect& window = drawing.Window;
     const int width = window.Right - window.Left + 1, height = window.Bottom - window.Top + 1;
@@ -277,42 +282,10 @@ std::string FinishSvg(SvgDrawing& drawing) {
     return file + std::exchange(drawing.Body, {}) + "</g>\n</svg>\n";
 }
 
-DrawingSurface SurfaceOn(const std::shared_ptr<SvgDrawing>& drawing) {
-    DrawingSurface surface;
-    FillSizes(surface, drawing->Request);
-    surface.SetPen = [drawing](const SurfacePen& pen) { drawing->Pen = pen; };
-    surface.SetBrush = [drawing](const SurfaceBrush& brush) { drawing->Brush = brush; };
-    surface.SetFont = [drawing](const SurfaceFont& font) { SetFont(*drawing, font); };
-    surface.SetTextColor = [drawing](Rgb color) { drawing->TextColor = color; };
-    surface.Line = [drawing](int x1, int y1, int x2, int y2) { DrawLine(*drawing, {x1, y1}, {x2, y2}); };
-    surface.Polyline = [drawing](const std::vector<DevicePoint>& points) { DrawPolyline(*drawing, points); };
-    surface.Polygon = [drawing](const std::vector<DevicePoint>& points) { DrawPolygon(*drawing, points); };
-    surface.Rectangle = [drawing](const DeviceRect& rect) { DrawRectangle(*drawing, rect); };
-    surface.Ellipse = [drawing](const DeviceRect& rect) { DrawEllipse(*drawing, rect); };
-    surface.PieSlice = [drawing](DevicePoint centre, int radiusX, int radiusY, double start, double sweep) {
-        DrawPie(*drawing, centre, radiusX, radiusY, start, sweep);
-    };
-    surface.Text = [drawing](int x, int y, const std::string& text) { WriteText(*drawing, x, y, text); };
-    surface.Measure = [drawing](const std::string& text) {
-        return MeasureBaseText(*drawing->Font, drawing->Em, drawing->Height, text);
-    };
-    surface.SetClip = [drawing](const DeviceRect& rect) { SetClip(*drawing, rect); };
-    surface.ClearClip = [drawing] { ClearClip(*drawing); };
-    surface.Refresh = [] {};
-    return surface;
-}
-
 } // namespace
 
 PictureFile OpenSvg(const PictureRequest& request) {
-    const auto drawing = std::make_shared<SvgDrawing>();
-    drawing->Request = request;
-    drawing->Window = {0, 0, request.Width - 1, request.Height - 1};
-    PictureFile file;
-    file.Surface = SurfaceOn(drawing);
-    file.SetWindow = [drawing](const DeviceRect& window) { drawing->Window = window; };
-    file.Finish = [drawing] { return FinishSvg(*drawing); };
-    return file;
+    return OpenKept<SvgDrawing>(request);
 }
 
 } // namespace Quillon
