@@ -234,7 +234,7 @@ void CheckMerge(const Options& options) {
 void CheckMethods(const Options& options) {
     if (options.Methods.empty()) return;
     try {
-        MethodsFormatOf(MethodsEnding(options));
+        MethodsFormatOf(options.Methods);
     } catch (const RuntimeError& error) {
         FailOptions("--methods " + options.Methods + ": " + error.Text);
     }
@@ -260,6 +260,7 @@ bool WantsFigure(const Options& options) {
 
 // A text report, named or not, or pages.
 bool WantsReport(const Options& options) {
+    if (WantsReportHtml(options)) return false; // it has no paper
     return !options.Report.empty() || (OutputsOf(options).empty() && options.Simulate.empty());
 }
 
@@ -307,8 +308,8 @@ void CheckStudyFiles(const Options& options) {
 
 } // namespace
 
-std::string MethodsEnding(const Options& options) {
-    return options.Methods == "-" ? "csv" : PathEnding(options.Methods);
+bool WantsReportHtml(const Options& options) {
+    return PathEnding(options.Report) == "html";
 }
 
 bool WantsReportPdf(const Options& options) {
@@ -377,6 +378,7 @@ std::string HelpText() {
            "  --report FILE   the text report; - is standard output, which is also\n"
            "                  where it goes when no output is named; a FILE that ends\n"
            "                  with .pdf gets it as pages\n"
+           "                  with .html as one document with figure and tables\n"
            "  --paper a4      the paper of the report, whose lines and pages it then has:\n"
            "                  a4, letter, a4-landscape or letter-landscape\n"
            "  --report-graph residuals\n"

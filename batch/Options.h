@@ -62,11 +62,11 @@ std::vector<NamedOutput> OutputsOf(const Options& options);
 // Calls change with the path of each output, for one to be put in its place.
 void ForEachOutput(Options& options, const std::function<void(std::string& path)>& change);
 
-// The ending that says which kind of table --methods writes: csv on standard output.
-std::string MethodsEnding(const Options& options);
-
 // True when the report goes to a PDF file.
 bool WantsReportPdf(const Options& options);
+
+// True when it goes to a document for a browser.
+bool WantsReportHtml(const Options& options);
 
 std::string HelpText();
 std::string VersionText();

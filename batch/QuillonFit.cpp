@@ -18,6 +18,7 @@
 #include "chart/files/Exchange.h"
 #include "chart/records/Palettes.h"
 #include "commands/AnalysisJob.h"
+#include "commands/HtmlReport.h"
 #include "commands/PrintedReport.h"
 #include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
@@ -104,7 +105,17 @@ void CheckReportFormat(const Options& options) {
     }
 }
 
+// Drawn as --graph figure draws it.
+std::string HtmlBytes() {
+    GraphOption figure;
+    figure.Kind = FigureKind;
+    figure.Path = "figure.svg";
+    figure.Figure.Width = TwoColumns;
+    return HtmlReport(GraphBytes(figure));
+}
+
 std::string ReportBytes(const Options& options) {
+    if (WantsReportHtml(options)) return HtmlBytes();
     PrinterState printer;
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
     if (!WantsReportPdf(options))
@@ -148,7 +159,7 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     if (end.HasFit && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
     if (end.HasFit && !options.Methods.empty())
-        outputs.push_back({options.Methods, MethodsText(MethodsFormatOf(MethodsEnding(options)))});
+        outputs.push_back({options.Methods, MethodsText(MethodsFormatOf(options.Methods))});
     if (end.HasFit && !options.WriteJob.empty())
         outputs.push_back({options.WriteJob, JobBytes(options, end)});
     for (const GraphOption& graph : options.Graphs)

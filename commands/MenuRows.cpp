@@ -1,8 +1,10 @@
 #include "commands/MenuRows.h"
 
 #include "commands/Analmenu.h"
+#include "commands/AnalysisJob.h"
 #include "commands/Commands.h"
 #include "commands/FitCommand.h"
+#include "commands/HtmlReport.h"
 #include "commands/MeasuredData.h"
 #include "commands/SimulateCommand.h"
 #include "fit/BoundsForm.h"
@@ -135,6 +137,8 @@ std::vector<MenuRow> AllRows() {
         {File, "DoFitRestore", "R&estore saved fit from disk...", DoFitRestore, Always},
         {File, "SaveDefaults", "Save program &defaults...", SaveDefaults, Always, Plain, NewGroup},
         {File, "WriteBaseline", "Wri&te Baseline from Residuals...", WriteBaseline, ResidualsAreABaseline},
+        {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
+        {File, "SaveJob", "Save as &Job...", SaveAsJob, DataAndModel},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
 
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},

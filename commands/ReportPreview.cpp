@@ -4,6 +4,7 @@
 #include "chart/dialogs/PrintGraph.h"
 #include "chart/draw/CancelScope.h"
 #include "chart/targets/PaperNote.h"
+#include "commands/HtmlReport.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
@@ -47,6 +48,7 @@ void FillCaptions() {
     form.PrintButton.Text = "&Print...";
     form.SavePdf.Text = "Save as PD&F...";
     form.SaveText.Text = "Save as &Text...";
+    form.SaveHtml.Text = "Save as &HTML...";
     form.CloseButton.Text = "&Close";
 }
 
@@ -142,6 +144,10 @@ void ReportPreviewSavePdf() {
 
 void ReportPreviewSaveText() {
     SaveAs("text files (*.txt)|*.txt", "txt", [] { return TextOfPages(ReportPreview.Report.Pages); });
+}
+
+void ReportPreviewSaveHtml() {
+    SaveAs("HTML files (*.html)|*.html", "html", HtmlReportWithFigure);
 }
 
 void ReportPreviewClose() {

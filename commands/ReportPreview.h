@@ -15,7 +15,7 @@ struct ReportPreviewRecord {
     Control PreviousButton, NextButton;
     Control WithGraph;  // check box
     Control PaperSetup; // the dialog for the paper
-    Control PrintButton, SavePdf, SaveText, CloseButton;
+    Control PrintButton, SavePdf, SaveText, SaveHtml, CloseButton;
 
     PrintedReport Report;
     int Page = 1;    // that is shown
@@ -40,6 +40,7 @@ void ReportPreviewPaperSetup();
 void ReportPreviewPrint();   // the printer dialog first; closes when all has been printed
 void ReportPreviewSavePdf(); // ask for a file; a failure is told, and the file is then what it was
 void ReportPreviewSaveText();
+void ReportPreviewSaveHtml(); // figure, tables and notes in one document (commands/HtmlReport.h)
 void ReportPreviewClose();
 
 } // namespace Quillon

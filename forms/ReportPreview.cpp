@@ -123,7 +123,9 @@ QLayout* Buttons(Binder& bind) {
         {MakeButton(
              bind, []() -> Control& { return ReportPreview.SavePdf; }, ReportPreviewSavePdf),
          MakeButton(
-             bind, []() -> Control& { return ReportPreview.SaveText; }, ReportPreviewSaveText)},
+             bind, []() -> Control& { return ReportPreview.SaveText; }, ReportPreviewSaveText),
+         MakeButton(
+             bind, []() -> Control& { return ReportPreview.SaveHtml; }, ReportPreviewSaveHtml)},
         {MakeButton(
              bind, []() -> Control& { return ReportPreview.PrintButton; }, ReportPreviewPrint, true),
          MakeCancel(

@@ -255,6 +255,15 @@ std::string MarkdownTable(const TextTable& table) {
     return text;
 }
 
+std::string SmallEnding(const std::string& path) {
+    const std::string title = FileTitle(path);
+    const std::size_t point = title.rfind('.');
+    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
+    for (char& letter : ending)
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    return ending;
+}
+
 std::string HtmlPage(const std::string& body) {
     return "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>" +
            HtmlText(Work.FitTitle) + "</title></head><body>\n" + body + "</body></html>\n";
@@ -282,9 +291,11 @@ TextTable ParametersTable() {
     return table;
 }
 
-MethodsFormat MethodsFormatOf(const std::string& ending) {
+MethodsFormat MethodsFormatOf(const std::string& path) {
+    if (path == "-") return MethodsFormat::Csv;
+    const std::string ending = SmallEnding(path);
     if (ending == "csv") return MethodsFormat::Csv;
-    if (ending == "html" || ending == "htm") return MethodsFormat::Html;
+    if (ending == "html") return MethodsFormat::Html;
     if (ending == "tex") return MethodsFormat::Latex;
     if (ending == "md") return MethodsFormat::Markdown;
     RaiseError("a table of methods ends with .csv, .html, .tex or .md");

@@ -23,9 +23,9 @@ TextTable ParametersTable();
 
 enum class MethodsFormat { Csv, Html, Latex, Markdown };
 
-// The format of a file by its ending: csv, html, tex, md, in small letters. Another one is a RuntimeError
-// that lists them.
-MethodsFormat MethodsFormatOf(const std::string& ending);
+// The format of a file by its ending: csv, html, tex or md in any case, CSV for "-". Another one is a
+// RuntimeError that lists them.
+MethodsFormat MethodsFormatOf(const std::string& path);
 
 // The whole text, of the fit that stands.
 std::string MethodsText(MethodsFormat format);
