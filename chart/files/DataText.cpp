@@ -15,10 +15,19 @@ namespace Quillon {
 
 namespace {
 
-// Between blanks a gap is seen only in quotes.
-std::string ValueText(float value, char delimiter) {
-    if (value != MissingValue) return SingleText(value);
-    return delimiter == ' ' ? "\" \"" : " ";
+// A line for each point, gap where a value is missing.
+std::string Lines(char delimiter, const std::string& gap) {
+    const auto text = [&](float value) { return value == MissingValue ? gap : SingleText(value); };
+    std::string lines;
+    const long points = LongestSetOfGraph();
+    for (long point = 1; point <= points; ++point) {
+        for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
+            if (set > 1) lines += delimiter;
+            lines += text(Chart.DataX(point, set)) + delimiter + text(Chart.DataY(point, set));
+        }
+        lines += "\r\n";
+    }
+    return lines;
 }
 
 // --- heads -------------------------------------------------------------------------------------------------
@@ -74,10 +83,6 @@ std::string HeadLine(const std::string& delimiter, std::string (*form)(const std
     return line + "\r\n";
 }
 
-std::string CsvValue(float value) {
-    return value == MissingValue ? "" : SingleText(value);
-}
-
 void CopyText(std::string (*make)()) {
     if (Chart.GraphHeld == 0) return;
     try {
@@ -102,17 +107,7 @@ long LongestSetOfGraph() {
 }
 
 std::string DataText(char delimiter) {
-    std::string text;
-    const long points = LongestSetOfGraph();
-    for (long point = 1; point <= points; ++point) {
-        for (long set = 1; set <= Chart.DataX.Sets(); ++set) {
-            if (set > 1) text += delimiter;
-            text += ValueText(Chart.DataX(point, set), delimiter) + delimiter +
-                    ValueText(Chart.DataY(point, set), delimiter);
-        }
-        text += "\r\n";
-    }
-    return text;
+    return Lines(delimiter, delimiter == ' ' ? "\" \"" : " "); // between blanks a gap is seen only in quotes
 }
 
 std::string AsStored(const std::string& text, const GraphAxis& axis, float loadFactor) {
@@ -123,19 +118,11 @@ std::string AsStored(const std::string& text, const GraphAxis& axis, float loadF
 }
 
 std::string DataTextWithHeads() {
-    return HeadLine("\t", BetweenTabs) + DataText('\t');
+    return HeadLine("\t", BetweenTabs) + Lines('\t', "");
 }
 
 std::string DataCsv() {
-    std::string text = HeadLine(",", InQuotes);
-    const long points = LongestSetOfGraph();
-    for (long point = 1; point <= points; ++point) {
-        for (long set = 1; set <= Chart.DataX.Sets(); ++set)
-            text += (set > 1 ? "," : "") + CsvValue(Chart.DataX(point, set)) + "," +
-                    CsvValue(Chart.DataY(point, set));
-        text += "\r\n";
-    }
-    return text;
+    return HeadLine(",", InQuotes) + Lines(',', "");
 }
 
 void EditCopyData() {

@@ -18,11 +18,12 @@ long LongestSetOfGraph();
 // " / 1000" behind text where they were divided when they were loaded.
 std::string AsStored(const std::string& text, const GraphAxis& axis, float loadFactor);
 
-// The same as DataText between tabs, below a line of heads: title of the X axis and name of the set over each
-// pair, as AsStored has them; where there is none "X", and the title of the Y axis or "Y".
+// The same numbers for spreadsheets, in which a blank would be a text: between tabs, nothing where a value is
+// missing, below a line of heads. These are title of the X axis and name of the set over each pair, as
+// AsStored has them; where there is none "X", and the title of the Y axis or "Y".
 std::string DataTextWithHeads();
 
-// The same as comma separated values: heads in quotes, nothing where a value is missing.
+// The same as comma separated values, heads in quotes.
 std::string DataCsv();
 
 // The command: the data of a graph that is held go to the clipboard, with tabs between the columns. What is

@@ -66,7 +66,7 @@ void WriteGraph(const GraphFileKinds& kinds,
                 const std::function<std::string(const std::string& ending)>& bytes);
 
 // The command: the box's picture goes to the clipboard as dots, as many as the box has, without markers and
-// dark on white.
+// dark on white. [decision: bitmap-as-on-paper]
 void CopyBitmap();
 
 // The command: asks for a file and writes the graph to it; the file's ending chooses what.

@@ -218,7 +218,7 @@ inline bool FrontStands(const GraphContents& graph) {
 // A header that is two bytes longer, as an early writer had it, shows by a SymbolSize that is none: the right
 // one stands two bytes behind its place. Where the two bytes stand is not known. The fields before are taken
 // from their places or from two bytes behind them, wherever they make sense, and else stay as they are in
-// use.
+// use. [decision: longer-header]
 inline void Front(GraphWriter& s, const GraphContents& graph) {
     FrontFields(s, graph);
 }

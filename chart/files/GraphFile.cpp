@@ -174,7 +174,8 @@ void SuitTheBox(const GraphBox& formerView, std::int16_t savedW, std::int16_t sa
     ReadView(spec.View);
 }
 
-// Takes the graph to the picture box. No box, and no room in it, are a RuntimeError.
+// Takes the graph to the picture box. No room in it is a RuntimeError: what cannot be seen replaces nothing.
+// [decision: restore-needs-room]
 void TakeToBox(ChartModule&& module, const GraphBox& formerView) {
     const std::int16_t savedW = module.State.DeviceW;
     const std::int16_t savedH = module.State.DeviceH;
@@ -294,13 +295,18 @@ void DoSaveGraph() {
     request.Save = true;
     if (Seams.DataDirectory) request.Directory = Seams.DataDirectory();
     const std::string path = ChosenFile(request);
-    if (path.empty()) return;
+    if (!path.empty()) SaveGraphFile(path);
+}
+
+bool SaveGraphFile(const std::string& path) {
     const HourglassScope scope;
     try {
         Host.WriteFile(path, GraphFileBytes());
+        return true;
     } catch (const RuntimeError& error) {
         Tell("Error '" + error.Text + "' occurred while saving graph information --- terminating.",
              ProgramTitle(), BoxIcon::Warning);
+        return false;
     }
 }
 

@@ -73,8 +73,12 @@ void AdoptGraph(const std::string& bytes);
 // The path of a file that the user chooses; "" when the dialog is cancelled or the name left blank.
 std::string ChosenFile(const FileRequest& request);
 
-// Asks for a file and writes the graph to it.
+// Asks for a file and writes the graph to it. A graph that stands on the screen without its data is refused.
 void DoSaveGraph();
+
+// Writes the graph at hand to a file: what stands behind DoSaveGraph. False, told, when it failed; the file
+// then is what it was.
+bool SaveGraphFile(const std::string& path);
 
 // Asks for a file and shows the graph in it. While the graph at hand is waited for, that is told instead.
 void DoRestoreGraph();
