@@ -122,6 +122,20 @@ Control& RowsOf(HelpPane pane) {
                                       : HelpForm.Found;
 }
 
+// A heading of the list leads nowhere: keys pass over it, as they would not over a row that cannot be left.
+void MarkHeadings(QListWidget& list, HelpPane pane) {
+    const std::vector<ManualEntry>& entries = HelpForm.Lists[static_cast<std::size_t>(pane)];
+    for (int row = 0; row < list.count(); ++row) {
+        if (!entries[static_cast<std::size_t>(row)].Place.Path.empty()) continue;
+        QListWidgetItem* item = list.item(row);
+        item->setFlags(Qt::NoItemFlags);
+        item->setForeground(list.palette().brush(QPalette::Active, QPalette::Text));
+        QFont font = item->font();
+        font.setBold(true);
+        item->setFont(font);
+    }
+}
+
 // A list of places. Its rows are UTF-8, as the pages are.
 QListWidget* MakeList(Binder& bind, HelpPane pane) {
     auto* list = new QListWidget;
@@ -132,6 +146,7 @@ QListWidget* MakeList(Binder& bind, HelpPane pane) {
             list->clear();
             for (const std::string& row : rows.Items)
                 list->addItem(FromUtf8(row));
+            MarkHeadings(*list, pane);
         }
         list->setCurrentRow(rows.Value);
     });

@@ -14,6 +14,7 @@
 #include <QTextTable>
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace Quillon {
 namespace {
@@ -58,6 +59,25 @@ TEST_F(HelpAtTheWindow, RowsLinksAndTheWayBack) {
     EXPECT_TRUE(Text().startsWith("A first fit"));
     Player::Click(HelpForm.ForwardButton);
     EXPECT_TRUE(Text().startsWith("What the errors"));
+}
+
+TEST_F(HelpAtTheWindow, KeysDidNotGetPastAHeadingOfTheContents) {
+    player.ClickMenu("mnuHelpContents");
+    auto* tabs = Player::Window("HelpForm")->findChild<QTabWidget*>();
+    auto* contents = qobject_cast<QListWidget*>(tabs->widget(0));
+    ASSERT_NE(contents, nullptr);
+    QTest::mouseClick(contents->viewport(), Qt::LeftButton, {},
+                      contents->visualItemRect(contents->item(1)).center());
+    std::set<std::string> seen{HelpForm.Place.Path};
+    for (int row = 2; row < contents->count(); ++row) {
+        QTest::keyClick(contents, Qt::Key_Down);
+        Player::Serve();
+        seen.insert(HelpForm.Place.Path);
+    }
+    for (const ManualEntry& entry : HelpForm.Lists[0])
+        if (!entry.Place.Path.empty()) {
+            EXPECT_TRUE(seen.contains(entry.Place.Path)) << entry.Place.Path;
+        }
 }
 
 TEST_F(HelpAtTheWindow, TablesHaveLines) {
