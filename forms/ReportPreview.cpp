@@ -95,6 +95,12 @@ QWidget* SheetArea(Binder& bind, FormDialog* form) {
     for (const auto& [key, pages] : {std::pair{Qt::Key_PageUp, -1}, std::pair{Qt::Key_PageDown, 1}})
         QObject::connect(new QShortcut(key, form), &QShortcut::activated, form,
                          [pages = pages] { RunHandler([pages] { ReportPreviewTurn(pages); }); });
+    constexpr int lines = 3; // of the bar, at a press
+    for (const auto& [key, steps] : {std::pair{Qt::Key_Up, -lines}, std::pair{Qt::Key_Down, lines}})
+        QObject::connect(new QShortcut(key, form), &QShortcut::activated, form,
+                         [bar = area->verticalScrollBar(), steps = steps] {
+                             bar->setValue(bar->value() + steps * bar->singleStep());
+                         });
     return area;
 }
 

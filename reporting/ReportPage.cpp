@@ -69,19 +69,30 @@ std::string Printable(std::string text) {
     return text;
 }
 
-// How well a line may be broken at a blank: after a comma or semicolon best, beside "=" only at need.
+// How well a line may be broken at a blank: after a comma or semicolon and before an interval best, beside
+// "=" and within an interval only at need.
 enum class BreakQuality { None, Poor, Fair, Good };
+
+// True between the brackets of an interval, "[ 1.2, 3.4 ]".
+bool WithinInterval(const std::string& text, std::size_t blank) {
+    const std::size_t open = text.rfind("[ ", blank);
+    return open != std::string::npos && open < blank && text.find(" ]", open) != std::string::npos &&
+           text.find(" ]", open) >= blank;
+}
 
 BreakQuality QualityOfBreak(const std::string& text, std::size_t blank) {
     const std::size_t last = text.find_last_not_of(' ', blank);
     const std::size_t next = text.find_first_not_of(' ', blank);
+    if (WithinInterval(text, blank)) return BreakQuality::Poor;
+    if (next != std::string::npos && text.compare(next, 2, "[ ") == 0) return BreakQuality::Good;
     if (text[last] == ',' || text[last] == ';') return BreakQuality::Good;
     if (text[last] == '=' || (next != std::string::npos && text[next] == '=')) return BreakQuality::Poor;
     return BreakQuality::Fair;
 }
 
-// Where to end a piece that starts at `start` and may be `room` long: at the best blank of its last third,
-// or at the last blank of all, or at the edge of the paper inside a word that is too long.
+// Where to end a piece that starts at `start` and may be `room` long: at the best blank of its last third, of
+// its latter half where the last third has poor ones alone, or at the last blank of all, or at the edge of
+// the paper inside a word that is too long.
 std::size_t EndOfPiece(const std::string& text, std::size_t start, std::size_t room) {
     const std::size_t edge = start + room;
     if (edge >= text.size()) return text.size();
@@ -89,7 +100,8 @@ std::size_t EndOfPiece(const std::string& text, std::size_t start, std::size_t r
     std::size_t best = edge;
     BreakQuality found = BreakQuality::None;
     for (std::size_t blank = edge; blank > firstWord; --blank) {
-        if (found != BreakQuality::None && blank < edge - room / 3) break;
+        const std::size_t back = found == BreakQuality::Poor ? room / 2 : room / 3;
+        if (found != BreakQuality::None && blank < edge - back) break;
         if (text[blank] != ' ') continue;
         const BreakQuality quality = QualityOfBreak(text, blank);
         if (quality <= found) continue;

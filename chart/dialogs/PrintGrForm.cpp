@@ -261,7 +261,9 @@ void ChangePrinter(const std::function<bool()>& dialog) {
     } catch (const RuntimeError&) {
         TellPrinterSetupFailure();
     }
+    const bool color = PrintGrForm.Printer.HasColor;
     PrintGrForm.Printer = Host.Printer.Current();
+    if (PrintGrForm.Printer.HasColor != color) PrintGrForm.UseBW.Value = 0; // it now asks for the opposite
     ShowPrinter();
 }
 

@@ -459,9 +459,13 @@ TEST_F(PrintGraphTest, APrinterDialogThatFailsIsTold) {
         "that printer.");
     PrintGrPSetup();
     Printer.DialogFails.clear();
+    PrintGrForm.UseBW.Value = 1;
+    PrintGrPSetup();
+    EXPECT_EQ(PrintGrForm.UseBW.Value, 1);
     Printer.DuringDialog = [&] { Printer.Now.HasColor = false; };
     PrintGrPSetup();
     EXPECT_EQ(PrintGrForm.UseBW.Text, "Use c&olor on black and white printer");
+    EXPECT_EQ(PrintGrForm.UseBW.Value, 0) << "the tick was for the opposite";
 }
 
 // --- metafiles and other pictures

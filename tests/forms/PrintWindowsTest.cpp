@@ -26,6 +26,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -82,6 +84,12 @@ TEST_F(PrintWindows, ThePreviewShowsEveryPageAndPrintsThem) {
         const int last = PageCount(ReportPreview.Report);
         EXPECT_TRUE(ReportPreview.Report.WithGraph);
         EXPECT_EQ(QApplication::focusWidget(), Player::Widget(ReportPreview.PrintButton));
+        const QScrollBar* bar =
+            Player::Window(ReportPreviewName)->findChild<QScrollArea*>()->verticalScrollBar();
+        Player::Press(Qt::Key_Down);
+        EXPECT_GT(bar->value(), 0) << "the lower half of a sheet is seen without a mouse";
+        Player::Press(Qt::Key_Up);
+        EXPECT_EQ(bar->value(), 0);
         for (int page = 2; page <= last; ++page)
             Player::Press(Qt::Key_PageDown);
         EXPECT_EQ(ReportPreview.Page, last);

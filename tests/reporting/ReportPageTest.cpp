@@ -165,6 +165,17 @@ TEST(ReportPage, BreaksBehindCommasAndNotBesideEqualSigns) {
     EXPECT_EQ(WrapLine("solventdensityof = 1.004", 20), (Pieces{"solventdensityof =", "      1.004"}));
 }
 
+TEST(ReportPage, AnIntervalStaysInOnePiece) {
+    const std::string line = "Ln c, set 8   -12.2910  +/-  0.0120  [ -12.3185, -12.2732 ]";
+    for (int columns = 50; columns < 59; ++columns) // the edge is within the brackets
+        EXPECT_EQ(WrapLine(line, columns),
+                  (Pieces{"Ln c, set 8   -12.2910  +/-  0.0120", "      [ -12.3185, -12.2732 ]"}))
+            << columns;
+    EXPECT_EQ(WrapLine(line, 60), Pieces{line});
+    EXPECT_EQ(WrapLine("[ -12.3185, -12.2732 ]", 15), (Pieces{"[ -12.3185,", "      -12.2732 ]"}))
+        << "at need";
+}
+
 TEST(ReportPage, BlanksAtABreakGoAndOthersStay) {
     EXPECT_EQ(WrapLine("aaa  bbb     ccc", 12), (Pieces{"aaa  bbb", "      ccc"}));
 }
