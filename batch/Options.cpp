@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "reporting/MethodsTable.h"
 #include "reporting/PaperReport.h"
+#include "studies/OtherMinima.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -70,6 +71,16 @@ long ReadWindow(const std::string& text) {
         RaiseError("--mass-points needs a number from " + std::to_string(FewestMassPoints) + " on, not " +
                    Quoted(text));
     return points;
+}
+
+long ReadRestarts(const std::string& text) {
+    long restarts = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, restarts);
+    if (failure != std::errc{} || stop != end || restarts < 1 || restarts > LargestRestarts)
+        RaiseError("--restarts needs a number from 1 to " + std::to_string(LargestRestarts) + ", not " +
+                   Quoted(text));
+    return restarts;
 }
 
 constexpr int MostThreads = 1024;
@@ -140,6 +151,7 @@ constexpr ValueOption ValueOptions[] = {
     {"--table", [](Options& o, const std::string& v) { TakeOnce(o.Table, "--table", v); }},
     {"--rows", [](Options& o, const std::string& v) { o.Rows = ReadRows(v); }},
     {"--merge", [](Options& o, const std::string& v) { TakeOnce(o.Merge, "--merge", v); }},
+    {"--restarts", [](Options& o, const std::string& v) { o.Restarts = ReadRestarts(v); }},
     {"--threads", [](Options& o, const std::string& v) { o.Threads = ReadThreads(v); }},
     {"--paper",
      [](Options& o, const std::string& v) {
@@ -272,6 +284,10 @@ bool WantsIntegration(const Options& options) {
     return !options.Integrate.empty();
 }
 
+bool WantsRefit(const Options& options) {
+    return options.Refit;
+}
+
 // An option that shapes an output, and the output that has to stand beside it.
 struct Companion {
     const char* Name;
@@ -289,6 +305,7 @@ constexpr Companion Companions[] = {
     {"--figure-panels", WantsFigure, "--graph figure=FILE"},
     {"--cell", WantsIntegration, "--integrate FILE"},
     {"--rows", WantsTable, "--table FILE"},
+    {"--restarts", WantsRefit, "--refit; a job has restarts in [fit]"},
 };
 
 // What would shape nothing is a slip of the hand: the output was forgotten, or misspelt as another one.
@@ -430,6 +447,8 @@ std::string HelpText() {
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"
            "  --refit         fit a restored analysis again\n"
+           "  --restarts N    behind --refit: so many fits from random starts, whose\n"
+           "                  lowest minimum is the result\n"
            "  --threads N     fits at a time, as many as the machine has cores without\n"
            "                  it; the results are the same for any number\n"
            "  --quiet         failures alone on standard error\n"

@@ -42,6 +42,7 @@ struct Options {
     std::vector<std::string> Given; // the options with a value that were named, "--cell"
     int Threads = 0;                // fits at a time; 0 as many as the machine has cores
     bool Refit = false;             // a saved fit is fitted again
+    long Restarts = 0;              // random starts behind that
     bool Quiet = false;             // no progress
     bool Help = false;              // asked for; nothing else counts then
     bool Version = false;

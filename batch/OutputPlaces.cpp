@@ -76,6 +76,14 @@ void CheckInputsStay(const Options& options, const Job& job) {
     }
 }
 
+void CheckGraphFilesStay(const Options& options) {
+    for (const GraphOption& graph : options.Graphs) {
+        if (graph.Source.empty()) continue;
+        const std::string output = OutputOver(options, graph.Source, false);
+        if (!output.empty()) RaiseError(OneLine(graph.Source + ": " + Reason(output, "this graph file")));
+    }
+}
+
 void CheckSavedFitStays(const Options& options) {
     const std::string output = OutputOver(options, options.JobPath, true);
     if (!output.empty())

@@ -36,6 +36,7 @@ std::string OutputOver(const Options& options, const std::string& input, bool ma
 // An output that would write over an input is a RuntimeError with one line. Nothing has been read but the
 // job.
 void CheckInputsStay(const Options& options, const Job& job);
+void CheckGraphFilesStay(const Options& options); // those that pictures are made of, with a job or without
 void CheckSavedFitStays(const Options& options);
 
 } // namespace Quillon

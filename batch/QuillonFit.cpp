@@ -77,7 +77,7 @@ RunEnd RunJobOrFit(const Options& options, const JobRow* row) {
     CheckSavedFitStays(options);
     CheckStudies(options, nullptr);
     WatchInterrupt();
-    RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit);
+    RunEnd end = RunSavedFit(bytes, options.JobPath, options.Refit, options.Restarts);
     RunStudies(options, nullptr, end);
     CheckGraphSets(options, Work.NumSets, Work.Model);
     return end;
@@ -183,6 +183,7 @@ RunEnd NothingToRun() {
 // One run: a job, filled by a row where there is one, or a saved fit.
 int RunOptions(const Options& options, const JobRow* row, RunEnd& end) {
     CheckOutputPlaces(options);
+    CheckGraphFilesStay(options);
     for (const GraphOption& graph : options.Graphs)
         CheckGraphFormat(graph);
     CheckReportFormat(options);

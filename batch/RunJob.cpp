@@ -141,6 +141,18 @@ RunEnd EndOfFit() {
     return end;
 }
 
+RunEnd EndOfRestarts(const RestartChoice& choice) {
+    const PerSlot<float> start = Work.StartParms;
+    std::optional<MinimaMet> starts = RunRestarts(choice);
+    RunEnd end = EndOfFit();
+    end.Start = start;
+    end.Restarts = choice;
+    end.Starts = std::move(starts);
+    if (end.Starts && !end.Starts->Complete) LeaveIncomplete(end, RestartsCancelledText);
+    Work.AbortFit = FlagFalse;
+    return end;
+}
+
 void PrepareJob(const Job& job) {
     Work = FreshWorkspace();
     TakeSettings(job);
@@ -156,16 +168,9 @@ RunEnd RunJob(const Job& job) {
     TakeListedConstants(job, listed);
     RunFitCommand(job, listed);
     if (job.NoiseFromFit && Work.FitDone && !Interrupted()) WeighByFit();
-    const PerSlot<float> start = Work.StartParms;
-    std::optional<MinimaMet> starts = RunRestarts(job.Restarts);
-    RunEnd end = EndOfFit();
-    end.Start = start;
-    end.Restarts = job.Restarts;
-    end.Starts = std::move(starts);
+    RunEnd end = EndOfRestarts(job.Restarts);
     for (const JobSet& set : job.Sets)
         end.Files[set.Number] = set.File;
-    if (end.Starts && !end.Starts->Complete) LeaveIncomplete(end, RestartsCancelledText);
-    Work.AbortFit = 0;
     if (end.Complete && job.ConfidenceLimits) SearchLimits(end);
     return end;
 }

@@ -26,6 +26,9 @@ struct RunEnd {
 // What the fit command has left in the workspace; an end that nobody has told yet is told on the console.
 RunEnd EndOfFit();
 
+// The same behind restarts around the start of that fit, where a count of them is wanted.
+RunEnd EndOfRestarts(const RestartChoice& choice);
+
 // A fresh workspace with the job's units and constants, its data sets and its model; parameters as the model
 // starts with. What is wrong with the job or its files is a RuntimeError with one line.
 void PrepareJob(const Job& job);

@@ -53,7 +53,7 @@ bool NamesSavedFit(const std::string& path) {
     return EndsWith(path, ".quil") || EndsWith(path, ".fit");
 }
 
-RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit) {
+RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit, long restarts) {
     Work = FreshWorkspace();
     Restore(bytes, path);
     if (refit) {
@@ -62,9 +62,7 @@ RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit
         Work.LastNonIdeal = Work.NonIdeal;
         Work.LastSeparateK = Work.SeparateK;
         FitAgain();
-        const RunEnd end = EndOfFit();
-        Work.AbortFit = FlagFalse;
-        return end;
+        return EndOfRestarts({restarts, 1});
     }
     RunEnd end;
     end.HasFit = Work.FitDone != 0;

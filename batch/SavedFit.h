@@ -11,8 +11,9 @@ namespace Quillon {
 bool NamesSavedFit(const std::string& path);
 
 // Restores the fit in bytes. With refit it is fitted again from the saved parameters, with what was fitted
-// then and no question of new guesses; otherwise the end tells whether a finished fit stands in the file.
-// Bytes that are no fit of this program and version are a RuntimeError with one line.
-RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit);
+// then and no question of new guesses, and from restarts random starts behind that; otherwise the end tells
+// whether a finished fit stands in the file. Bytes that are no fit of this program and version are a
+// RuntimeError with one line.
+RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit, long restarts = 0);
 
 } // namespace Quillon

@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace Quillon {
 namespace {
@@ -32,11 +33,13 @@ struct Tally {
     int Rescues = 0;
     double NearTime = 0.0;   // of plain fits of the same problem from an ordinary start, for each rescue
     double RescueTime = 0.0; // of the search behind the first fit
+    double LookTime = 0.0;   // of the look for a lower minimum behind fits that converged
+    double LookNearTime = 0.0;
 
     void Add(const Tally& t) {
         Runs += t.Runs, Plain += t.Plain, Minimum += t.Minimum, Other += t.Other, False += t.False;
         Told += t.Told, Restarted += t.Restarted, Rescues += t.Rescues, NearTime += t.NearTime,
-            RescueTime += t.RescueTime;
+            RescueTime += t.RescueTime, LookTime += t.LookTime, LookNearTime += t.LookNearTime;
     }
     void Count(Stand stand) {
         ++(stand == Stand::Minimum        ? Minimum
@@ -48,16 +51,15 @@ struct Tally {
 
 void PrintHead() {
     std::printf("| | runs | minimum, plain | minimum | %% | another minimum | told to be none | "
-                "\"converged\" elsewhere | cost |\n|---|---|---|---|---|---|---|---|---|\n");
+                "\"converged\" elsewhere | cost | look |\n|---|---|---|---|---|---|---|---|---|---|\n");
 }
 
 void PrintRow(const char* name, const Tally& t) {
     std::printf("| %s | %d | %d | %d | %.1f | %d | %d | %d | ", name, t.Runs, t.Plain, t.Minimum,
                 100.0 * t.Minimum / t.Runs, t.Other, t.Told, t.False);
-    if (t.Rescues > 0)
-        std::printf("%.1f |\n", t.RescueTime / t.NearTime);
-    else
-        std::printf("|\n");
+    for (const auto& [time, near] : {std::pair{t.RescueTime, t.NearTime}, {t.LookTime, t.LookNearTime}})
+        near > 0.0 ? std::printf("%.2f |", time / near) : std::printf("|");
+    std::printf("\n");
     if (Restarts > 0)
         std::printf("    with %ld restarts %d at the minimum, %.2f%%\n", Restarts, t.Restarted,
                     100.0 * t.Restarted / t.Runs);
@@ -81,6 +83,9 @@ void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
         Work.AbortFit = FlagFalse;
         const double took = TimeOf([&] { RescueFit(start); });
         if (nearTime > 0.0) ++t.Rescues, t.NearTime += nearTime, t.RescueTime += took;
+    } else {
+        const double took = TimeOf([&] { FindLowerMinimum(start); });
+        if (nearTime > 0.0) t.LookNearTime += nearTime, t.LookTime += took;
     }
     const Stand stand = StandOfFit(least);
     t.Count(stand);

@@ -62,6 +62,13 @@ void RunMainCommand(const std::string& name) {
     if (item.Item.Enabled) RunCommand(item.Row.Command);
 }
 
+std::string DataStateText() {
+    const auto counted = [](long count, const char* one, const char* several) {
+        return std::to_string(count) + (count == 1 ? one : several);
+    };
+    return counted(Work.NumSets, " data set, ", " data sets, ") + counted(Work.NumPts, " point", " points");
+}
+
 std::string FitStateText() {
     if (!Work.FitDone) return Work.Outcome.Sentence;
     const std::string end = Work.Outcome.End == FitEnd::StoppedShort ? Work.Outcome.Sentence

@@ -36,6 +36,9 @@ MenuItem& MainItem(const std::string& name);
 // Recomputes what is enabled and checked from the state of the workspace. Run at the end of every command.
 void SetMenuStatus();
 
+// The data of the analysis, as the main window shows them: "3 data sets, 420 points".
+std::string DataStateText();
+
 // How the latest fit ended, as the main window shows it: "converged; rms residual 4.1E-3", a stop on the way
 // or a failure by its sentence. Empty without a fit.
 std::string FitStateText();

@@ -5,6 +5,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/GuessesDialog.h"
 #include "fit/Undetermined.h"
+#include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
@@ -81,6 +82,10 @@ void RefineModel() {
     Work.FitTitle = ModelDialogName(Work.Model) + " fit";
 }
 
+std::string SumText(double sum) {
+    return FormatNumber(sum, "#.######E-##");
+}
+
 // Everything up to the point where the iteration can start; false when the user cancelled.
 bool PrepareFit() {
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
@@ -116,7 +121,6 @@ struct OpenMonitor {
     OpenMonitor& operator=(const OpenMonitor&) = delete;
 };
 
-// [decision: converged-stands]
 bool IsNoMinimum(const FitOutcome& outcome) {
     return outcome.End != FitEnd::Converged && outcome.End != FitEnd::Cancelled;
 }
@@ -133,16 +137,11 @@ void TellEnd(const FitOutcome& outcome) {
     Tell(TextOf(outcome), Work.ProgramName, stands ? BoxIcon::Warning : BoxIcon::Stop);
 }
 
-// The question behind an end that is no minimum. A stop on the way has no box of its own: it stands in front
-// of the question.
-bool AgreesToRescue(const FitOutcome& outcome) {
-    std::string text = RescueQuestion;
-    if (outcome.End == FitEnd::StoppedShort)
-        text = TextOf(outcome) + "\n\n" + text;
-    else
-        TellEnd(outcome);
+// A question whose answer Yes may be the last one.
+bool AgreesToDampedSteps(const std::string& question) {
     bool always = false;
-    const BoxRequest request{text, Work.ProgramName, BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::Yes};
+    const BoxRequest request{question, Work.ProgramName, BoxIcon::Question, BoxButtons::YesNo,
+                             BoxAnswer::Yes};
     const bool yes = Host.AskChecked(request, AlwaysCaption, always) == BoxAnswer::Yes;
     if (yes && always) {
         Work.RescueMode = Rescue::Always;
@@ -151,23 +150,56 @@ bool AgreesToRescue(const FitOutcome& outcome) {
     return yes;
 }
 
+// The question behind an end that is no minimum. A stop on the way has no box of its own: it stands in front
+// of the question.
+bool AgreesToRescue(const FitOutcome& outcome) {
+    if (outcome.End == FitEnd::StoppedShort)
+        return AgreesToDampedSteps(TextOf(outcome) + "\n\n" + RescueQuestion);
+    TellEnd(outcome);
+    return AgreesToDampedSteps(RescueQuestion);
+}
+
 bool WantsRescue(const FitOutcome& outcome) {
-    if (!IsNoMinimum(outcome)) return false;
     if (Work.RescueMode == Rescue::Ask) return AgreesToRescue(outcome);
     if (Work.RescueMode == Rescue::Never) TellEnd(outcome);
     return Work.RescueMode == Rescue::Always;
 }
 
-void RunAndTell(const FitProgress& progress) {
-    const PerSlot<float> start = Work.Parms;
-    Work.StartParms = start;
-    RunFit(progress);
+void RescueAndTell(const PerSlot<float>& start, const FitProgress& progress) {
     if (!WantsRescue(Work.Outcome)) return;
     const bool told = Work.RescueMode == Rescue::Ask;
     RescueFit(start, progress);
     // A cancel may have led back to the fit that was told in the question.
     const bool cancelled = Work.AbortFit && !Work.FunctionFailed;
     if (!(told && cancelled)) TellEnd(Work.Outcome);
+}
+
+// The fit as it was, and that it is not the lowest one.
+void KeepFit(const Workspace& own, double lowerSum) {
+    const auto mode = Work.RescueMode;
+    Work = own;
+    Work.RescueMode = mode;
+    std::string& reason = Work.Outcome.Reason;
+    reason += (reason.empty() ? "" : " ") + LowerMinimumText(lowerSum);
+}
+
+// [decision: converged-stands]
+void OfferLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
+    if (Work.RescueMode == Rescue::Never) return;
+    const Workspace own = Work;
+    if (!FindLowerMinimum(start, progress) || Work.RescueMode == Rescue::Always) return;
+    const double lowerSum = Work.SumSq;
+    if (!AgreesToDampedSteps(LowerMinimumQuestion(own.SumSq, lowerSum))) KeepFit(own, lowerSum);
+}
+
+void RunAndTell(const FitProgress& progress) {
+    const PerSlot<float> start = Work.Parms;
+    Work.StartParms = start;
+    RunFit(progress);
+    if (IsNoMinimum(Work.Outcome))
+        RescueAndTell(start, progress);
+    else if (Work.Outcome.End == FitEnd::Converged)
+        OfferLowerMinimum(start, progress);
 }
 
 void RunUnderMonitor() {
@@ -192,6 +224,17 @@ void FitPrepared(const FitProgress* progress) {
 }
 
 } // namespace
+
+std::string LowerMinimumQuestion(double sum, double lowerSum) {
+    return "The fit has converged, with a sum of squares of " + SumText(sum) +
+           ". Damped steps have found a lower minimum, with " + SumText(lowerSum) +
+           ".\n\nTake the lower one?";
+}
+
+std::string LowerMinimumText(double lowerSum) {
+    return "A lower minimum is known, with a sum of squares of " + SumText(lowerSum) +
+           ": fit again and take it, or search for other minima.";
+}
 
 void ParmChanged(long slot, bool& changed) {
     const float saved = Work.ParmsSave[slot];

@@ -6,12 +6,19 @@
 
 #include "fit/FitProgress.h"
 
+#include <string>
+
 namespace Quillon {
 
 // Asked once behind a fit that did not end at a minimum, unless Work.RescueMode has the answer, with a check
 // box that makes the answer Yes the last one.
 inline constexpr const char* RescueQuestion = "Search for the minimum with damped steps?";
 inline constexpr const char* AlwaysCaption = "&Always";
+
+// Asked behind a fit that converged at a minimum where a lower one is known (FindLowerMinimum), with the same
+// check box; and what the results and the report say when the fit is kept as it is.
+std::string LowerMinimumQuestion(double sum, double lowerSum);
+std::string LowerMinimumText(double lowerSum);
 
 // The whole command. How a fit failed is told here, once, and so is any other run-time error, which leaves no
 // fit behind; with damped steps wanted without a question, only what is left of the failure behind them is.

@@ -32,4 +32,23 @@ void EnforceBounds() {
     }
 }
 
+bool StandsAtBound(long slot, int side) {
+    const float bound = Work.Bounds[static_cast<std::size_t>(side)][slot];
+    const float parm = Work.Parms[slot];
+    const float shown = ToUserUnits(slot, parm);
+    const bool beyond = side == 0 ? shown < bound : shown > bound;
+    return beyond || shown == bound || parm == ToInternal(slot, bound);
+}
+
+void MarkBounds() {
+    Work.AtBound.Recreate(Work.NumFree);
+    Work.BoundHit = 0;
+    if (!Work.BoundsActive) return;
+    for (long a = 0; a < Work.NumFree; ++a) {
+        const long slot = Work.FreeIndex[a];
+        Work.AtBound[a] = ToInt16(StandsAtBound(slot, 1) ? 1 : StandsAtBound(slot, 0) ? -1 : 0);
+        if (Work.AtBound[a] != 0) Work.BoundHit = 1;
+    }
+}
+
 } // namespace Quillon

@@ -1,5 +1,6 @@
 #include "fit/NormalEquations.h"
 
+#include "fit/Bounds.h"
 #include "fit/MatInv.h"
 #include "models/ModelTable.h"
 #include "models/ParmScale.h"
@@ -87,19 +88,12 @@ PerFree<double> StepOf(const NormalEquations& e, const Places& places, double da
     return step;
 }
 
-// True when the fitted parameter stands at a bound and would be moved beyond it. A bound in internal terms
-// loses digits, so that a parameter put onto it may differ from it in the last place.
+// True when the fitted parameter stands at a bound and would be moved beyond it.
 bool IsBlocked(long place, double step) {
     if (!Work.BoundsActive) return false;
     const long slot = Work.FreeIndex[place];
-    const float parm = Work.Parms[slot];
-    const float shown = ToUserUnits(slot, parm);
     const bool rises = (step > 0.0) == (IsAdditiveSlot(slot) || Work.ParmScale[slot] > 0.0F);
-    const auto at = [&](std::size_t side) {
-        return shown == Work.Bounds[side][slot] || parm == ToInternal(slot, Work.Bounds[side][slot]);
-    };
-    if (rises) return shown > Work.Bounds[1][slot] || at(1);
-    return shown < Work.Bounds[0][slot] || at(0);
+    return StandsAtBound(slot, rises ? 1 : 0);
 }
 
 // Takes out what is blocked; false when nothing is.
@@ -120,15 +114,19 @@ double LargestSignal() {
     return static_cast<double>(largest);
 }
 
-// The variance of a point by the fit. Singles do not know a signal better than to 1e-6 of it.
+// The variance of a point by the fit.
 double VarianceOfAPoint() {
-    const double floor = 1e-6 * LargestSignal();
     const int freedom = Work.NumPts - Work.NumFree;
     const double found = freedom > 0 ? Work.SumSq / freedom : 0.0;
-    return std::max(found, floor * floor);
+    return std::max(found, LeastVariance());
 }
 
 } // namespace
+
+double LeastVariance() {
+    const double floor = 1e-6 * LargestSignal();
+    return floor * floor;
+}
 
 NormalEquations TakeNormalEquations() {
     return {Work.NormMatrix, Work.NormVector};

@@ -1,7 +1,10 @@
 // The rescue of a fit that did not end at a minimum.
 #include "fit/BetterStarts.h"
+#include "fit/Bounds.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
+#include "fit/NoiseWeights.h"
+#include "fit/NormalEquations.h"
 #include "models/BlockFunction.h"
 #include "models/FitFunction.h"
 #include "models/ModelTable.h"
@@ -53,6 +56,7 @@ void KeepBetter(const Reached& found) {
     const bool broken = Work.AbortFit != 0;
     const Reached last = broken ? Reached{Work.ParmsSave, Work.LastSumSq} : Reached{Work.Parms, Work.SumSq};
     GoTo(last.SumSq < found.SumSq ? last : found);
+    MarkBounds();       // those of the latest trial are of another place
     if (broken) return; // no pass is run any more
     const FitOutcome outcome = Work.Outcome;
     ResetFitFunction();
@@ -85,7 +89,7 @@ double ShareOfNoise(long p) {
     const double w = before / both;
     const double line =
         (1.0 - w) * static_cast<double>(Work.PtY[p - 1]) + w * static_cast<double>(Work.PtY[p + 1]);
-    const double off = static_cast<double>(Work.PtY[p]) - line;
+    const double off = NoiseWeight(SetNo(Work.PtSet[p])) * (static_cast<double>(Work.PtY[p]) - line);
     return off * off / (1.0 + w * w + (1.0 - w) * (1.0 - w));
 }
 
@@ -106,7 +110,7 @@ double NoiseVariance() {
 bool IsDownToNoise(const Workspace& fit) {
     constexpr double Allowed = 1.5; // of a few hundred points the ratio scatters by a tenth
     const double freedom = static_cast<double>(fit.NumPts - fit.NumFree);
-    return fit.SumSq < Allowed * NoiseVariance() * freedom;
+    return fit.SumSq < Allowed * std::max(NoiseVariance(), LeastVariance()) * freedom;
 }
 
 // True when a is the better end: a minimum before anything else, then the lower sum.
@@ -133,6 +137,7 @@ void KeepBestOnCancel(const Workspace& best) {
     }
     Work.Outcome = FitOutcome{FitEnd::Cancelled, CancelledText};
     if (lower) GoTo({best.Parms, best.SumSq});
+    MarkBounds();
     Work.FitValid = Work.FitDone = FlagFalse;
 }
 
@@ -163,7 +168,34 @@ bool TryAttempt(int attempt, const PerSlot<float>& start, Workspace& best, const
     return !IsCancelled();
 }
 
+// The roads to other minima from one that has been reached, the shortest one first.
+constexpr int LookedAlong[] = {LastAttempt, 1, 3};
+
+// Of the sum of squares; what is found below that is another minimum.
+constexpr double MuchLower = 0.999;
+
+bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
+    return found.Outcome.End == FitEnd::Converged && found.SumSq < MuchLower * own.SumSq;
+}
+
 } // namespace
+
+bool FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
+    const bool single = !TraitsOfModel().TwoSpecies;
+    if (single || Work.Outcome.End != FitEnd::Converged || IsDownToNoise(Work)) return false;
+    const ProgressInUse inUse(progress);
+    const Workspace own = Work;
+    Workspace best = own;
+    for (const int attempt : LookedAlong) {
+        TryAttempt(attempt, start, best, progress);
+        if (IsCancelled() || IsDownToNoise(best)) break;
+    }
+    const bool cancelled = IsCancelled();
+    const bool lower = !cancelled && IsLowerMinimum(best, own);
+    Work = lower ? best : own;
+    if (cancelled) Work.AbortFit = FlagTrue;
+    return lower;
+}
 
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
     const ProgressInUse inUse(progress);

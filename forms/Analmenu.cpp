@@ -30,10 +30,7 @@ QString YesOr(const std::string& text, const char* otherwise) {
 // A few lines that say where the analysis stands and what comes next.
 QString StateOfTheAnalysis() {
     QString data = "no data sets yet: File > Read/change data sets...";
-    if (Work.DataChosen)
-        data = QString(Work.NumSets == 1 ? "%1 data set, %2 points" : "%1 data sets, %2 points")
-                   .arg(Work.NumSets)
-                   .arg(Work.NumPts);
+    if (Work.DataChosen) data = ShownText(DataStateText());
     QString model = "not chosen yet: Analysis > Define Model...";
     if (Work.ModelChosen) model = YesOr(ModelDialogName(Work.Model), "none");
     QString fit = YesOr(FitStateText(), "none yet");

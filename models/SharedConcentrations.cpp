@@ -22,21 +22,63 @@ bool SharesB(long set) {
     return RuleOfSlot(slot).Holds == Quantity::LnSignal;
 }
 
-// '3' of "00012.RA3"; 0 for a name that ends in no digit.
-char CellOf(RowNo row) {
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// The whole number that starts at a place of a text, and the place behind it; the place itself where no digit
+// stands there. Nine digits at most: longer ones are no number of a cell or a wavelength.
+long NumberAt(const std::string& text, std::size_t at, std::size_t& behind) {
+    long number = 0;
+    for (behind = at; behind < text.size() && behind < at + 9 && IsDigit(text[behind]); ++behind)
+        number = 10 * number + (text[behind] - '0');
+    return number;
+}
+
+// 2 of "run7-s0001-c2-n0003.ra1", the names of newer instruments: step of speed, cell, replicate. 0 for
+// another name.
+long CellField(const std::string& name) {
+    for (std::size_t at = name.find("-s"); at != std::string::npos; at = name.find("-s", at + 1)) {
+        std::size_t behind = 0, end = 0;
+        NumberAt(name, at + 2, behind);
+        if (behind == at + 2 || name.compare(behind, 2, "-c") != 0) continue;
+        if (const long cell = NumberAt(name, behind + 2, end); end > behind + 2) return cell;
+    }
+    return 0;
+}
+
+// The cell that a name tells: its field, or the digit that ends it, 3 of "00012.RA3". 0 for none.
+long CellOf(RowNo row) {
     const std::string& name = Work.ScanFile[row];
-    const char last = name.empty() ? '\0' : name.back();
-    return last >= '1' && last <= '9' ? last : '\0';
+    if (const long cell = CellField(name); cell > 0) return cell;
+    return !name.empty() && IsDigit(name.back()) ? name.back() - '0' : 0;
+}
+
+constexpr float OtherWavelength = 5.0F; // nm
+constexpr float SameWavelength = 3.0F;  // nm, to within which the monochromator returns
+
+// The folder without the number of the scan's own wavelength in it: "run7/nm" of "run7/280nm". Some lay the
+// wavelengths of a run into folders of their own.
+std::string FolderOf(RowNo row) {
+    const std::string& folder = Work.ScanDirectory[row];
+    std::string text;
+    for (std::size_t at = 0, behind = 0; at < folder.size(); at = behind) {
+        const auto number = static_cast<float>(NumberAt(folder, at, behind));
+        if (behind == at) behind = at + 1;
+        const bool own =
+            IsDigit(folder[at]) && std::fabs(number - Work.ScanWavelength[row]) <= SameWavelength;
+        if (!own) text += folder.substr(at, behind - at);
+    }
+    return text;
 }
 
 bool SameSample(RowNo a, RowNo b) {
-    return CellOf(a) != '\0' && CellOf(a) == CellOf(b) && Work.ScanDirectory[a] == Work.ScanDirectory[b] &&
+    return CellOf(a) != 0 && CellOf(a) == CellOf(b) && FolderOf(a) == FolderOf(b) &&
            Work.DataChannel[a] == Work.DataChannel[b];
 }
 
 bool SeesSameMolecules(RowNo a, RowNo b) {
     constexpr float SpeedTolerance = 0.01F; // the drive keeps its speed far better
-    constexpr float OtherWavelength = 5.0F; // nm; the monochromator returns to within 3
     const float faster = std::max(Work.ScanRPM[a], Work.ScanRPM[b]);
     return SameSample(a, b) && std::fabs(Work.ScanRPM[a] - Work.ScanRPM[b]) <= SpeedTolerance * faster &&
            std::fabs(Work.ScanWavelength[a] - Work.ScanWavelength[b]) >= OtherWavelength;

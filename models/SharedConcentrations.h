@@ -42,7 +42,9 @@ struct ConcentrationTie {
 };
 
 // The ties that the scans themselves suggest: the same cell and channel, speeds within 1%, wavelengths 5 nm
-// or more apart. The lowest set of such a group leads. The cell is the digit that ends the name of the scan.
+// or more apart. The lowest set of such a group leads. The cell is the digit that ends the name of the scan,
+// in the names of newer instruments ("run7-s0001-c2-n0003.ra1") their field c. The folder is the same, but
+// that it may name the wavelength ("run7/280nm").
 std::vector<ConcentrationTie> ProposedTies();
 
 } // namespace Quillon

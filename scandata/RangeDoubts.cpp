@@ -32,13 +32,23 @@ double MedianSize(std::vector<double> steps) {
     return *middle;
 }
 
+// The next step of a gradient is less than twice the last one, also where the radii are unevenly spaced.
+bool StandsOut(double step, double neighbour, double size) {
+    return std::fabs(step - neighbour) > std::max(size, std::fabs(neighbour));
+}
+
+// A jump that begins with step i: up to three large steps in one direction, which stand out from the steps
+// before and behind them. A reading in the middle of an edge parts its jump in two, a slit of the optics in
+// three.
 bool Jumps(const std::vector<double>& steps, std::size_t i, double size) {
-    if (std::fabs(steps[i]) <= size) return false;
-    // The next step of a gradient is less than twice the last one, also where the radii are unevenly spaced.
-    const auto differs = [&](double neighbour) {
-        return std::fabs(steps[i] - neighbour) > std::max(size, std::fabs(neighbour));
-    };
-    return (i == 0 || differs(steps[i - 1])) && (i + 1 == steps.size() || differs(steps[i + 1]));
+    constexpr std::size_t Longest = 3;
+    if (i > 0 && !StandsOut(steps[i], steps[i - 1], size)) return false;
+    for (std::size_t last = i; last < std::min(i + Longest, steps.size()); ++last) {
+        const bool large = std::fabs(steps[last]) > size && (steps[last] > 0.0) == (steps[i] > 0.0);
+        if (!large) return false;
+        if (last + 1 == steps.size() || StandsOut(steps[last], steps[last + 1], size)) return true;
+    }
+    return false;
 }
 
 std::string Centimetres(float radius) {

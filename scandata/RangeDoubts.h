@@ -7,9 +7,10 @@
 
 namespace Quillon {
 
-// The first point p of first..last - 1 behind which the values jump: the step to the next point is more than
-// ten times the median of all steps that are not 0, and stands out from the step on either side by as much
-// and by more than that step, as no gradient does however steep it ends. 0 without one.
+// The first point p of first..last - 1 behind which the values jump: the step to the next point, or up to
+// three steps in one direction, are each more than ten times the median of all steps that are not 0, and
+// stand out from the step on either side by as much and by more than that step, as no gradient does however
+// steep it ends. 0 without one.
 long FirstJump(const OneBased<float>& values, long first, long last);
 
 // The doubts about a row's range in words, "" where there are none: it holds jumps, or no range was chosen,

@@ -35,15 +35,6 @@ struct FitEnding {
     std::vector<float> Values; // of MinimumSlots, user units
 };
 
-// (1e-6 of the largest signal)^2, the least variance that counts as noise: singles do not know better.
-double LeastVariance() {
-    double largest = 0.0;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        if (Work.PtX[p] != PointMarker)
-            largest = std::max(largest, std::fabs(static_cast<double>(Work.PtY[p])));
-    return 1e-12 * largest * largest;
-}
-
 double Freedom() {
     return std::max(1.0, static_cast<double>(Work.NumPts - Work.NumFree));
 }

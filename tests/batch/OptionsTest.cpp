@@ -76,6 +76,7 @@ TEST(BatchOptions, IntegrationBesideAGraphFileWasForgottenWithoutAJob) {
 TEST(BatchOptions, AnOptionWithoutTheOutputThatItShapesWasPassedOverInSilence) {
     const std::pair<std::vector<std::string>, std::string> forgotten[] = {
         {{"--cell", "6,7"}, "--cell goes with --integrate FILE"},
+        {{"--restarts", "6"}, "--restarts goes with --refit; a job has restarts in [fit]"},
         {{"--mass-points=12"}, "--mass-points goes with --graph mass-c=FILE or mass-r=FILE"},
         {{"--mass-of", "data"}, "--mass-of goes with --graph mass-c=FILE or mass-r=FILE"},
         {{"--mass-species", "B"}, "--mass-species goes with --graph mass-c=FILE"},

@@ -121,6 +121,19 @@ TEST_F(PlacesCase, ALogThatIsAppendedToKeepsWhatItHeld) {
     EXPECT_EQ(ReadWholeFile(Path("log")), "Monday\n" + Run({"fit.job", "--quiet"}).Out);
 }
 
+// A picture whose name leads to the graph file that it is made of, with no job to look at.
+TEST_F(PlacesCase, AGraphFileWasWrittenOverByItsOwnPicture) {
+    ASSERT_EQ(Run({"fit.job", "--graph", "data=a.grf"}).Status, 0);
+    fs::create_hard_link(Path("a.grf"), Path("hard.svg"));
+    fs::create_symlink("a.grf", Path("soft.svg"));
+    for (const std::string picture : {"hard.svg", "soft.svg"})
+        ExpectKept("a.grf", {"--graph", "a.grf=" + picture},
+                   "a.grf: --graph a.grf would write over this graph file");
+    ExpectKept("a.grf", {"fit.job", "--graph", "a.grf=b.svg", "--graph", "data=a.grf"},
+               "a.grf: --graph data would write over this graph file");
+    EXPECT_EQ(Run({"--graph", "a.grf=b.svg"}).Status, 0);
+}
+
 TEST(PictureModule, HasNoPlaceWhereTheProgramsFolderIsNotKnown) {
     EXPECT_TRUE(PictureModulePlaces("").empty()); // not the folder that the user works in
     EXPECT_EQ(PictureModulePlaces("/usr/bin").front(), "/usr/bin/libquillon-surfaces.so");

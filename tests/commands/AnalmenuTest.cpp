@@ -4,6 +4,7 @@
 
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
+#include "files/ReadWhole.h"
 #include "persistence/Defaults.h"
 #include "persistence/FitCodec.h"
 #include "scandata/FileForm.h"
@@ -15,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <set>
 #include <stdexcept>
 
@@ -157,6 +159,23 @@ TEST_F(MainWindow, AMissingPathOnTheCommandLineWasAFolder) {
     script.ExpectMessage("There is no file or folder /somewhere/data");
     OpenArguments({"/somewhere/data"});
     EXPECT_EQ(Work.DataDirectory, script.Directory()); // found as without one
+}
+
+// A file of 100 GB ended the program at its start: it was read whole before anybody looked at it.
+TEST_F(MainWindow, AHugeFileOnTheCommandLineIsToldAndNotRead) {
+    for (const char* const name : {"huge.quil", "huge.RA1", "huge.grf", "huge"}) {
+        const std::string path = script.MakeFile(name, "");
+        std::filesystem::resize_file(path, std::uintmax_t{100} << 30U); // no byte of it on the disk
+        Host.ReadFile = ReadWhole;
+        script.AnswerAllMessages(BoxAnswer::Ok);
+        script.Asked.clear();
+        StartQuillon(path);
+        OpenArguments({path});
+        ASSERT_FALSE(script.Asked.empty()) << name;
+        EXPECT_NE(script.Asked[0].find("it is larger than 256 MB"), std::string::npos) << script.Asked[0];
+        EXPECT_NE(script.Asked[0].find(name), std::string::npos) << script.Asked[0];
+        std::filesystem::remove(path);
+    }
 }
 
 TEST_F(MainWindow, WhatIsNotOpenedBesideTheFirstArgumentIsTold) {

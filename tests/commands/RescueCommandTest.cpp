@@ -9,6 +9,7 @@
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
+#include "tests/fit/Robustness.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
@@ -134,6 +135,70 @@ TEST_F(RescueCommand, NoSearchIsMadeForACancelledFit) {
     EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
 }
 
+// Scans of a mixture whose iteration converges in the wrong proportion of a set.
+void LoadCaught() {
+    for (std::uint64_t seed = 1;; ++seed) {
+        ASSERT_LT(seed, 20U) << "none is caught";
+        LoadMixture({9, 1}, seed);
+        StartFromDefaults();
+        const Workspace start = Work;
+        RunFit();
+        const bool caught = Work.Outcome.End == FitEnd::Converged && FindLowerMinimum(start.Parms);
+        Work = start;
+        if (!caught) continue;
+        Work.DataChosen = Work.ModelChosen = FlagTrue;
+        Work.LastModel = Work.Model;
+        Work.LastNonIdeal = Work.NonIdeal;
+        Work.LastSeparateK = Work.SeparateK;
+        return;
+    }
+}
+
+class LowerMinimum : public testing::Test {
+protected:
+    // The command with one answer to the question; gives the sum of the fit that is then shown.
+    double Fit(BoxAnswer answer) {
+        Outside.ExpectModal(GetGuessName, Accept);
+        Outside.ExpectModal(ResultsName, [] {});
+        Host.AskChecked = [=, this](const BoxRequest& request, const std::string&, bool&) {
+            Question = request.Text;
+            return answer;
+        };
+        FitDataCommand();
+        EXPECT_EQ(Work.Outcome.End, FitEnd::Converged);
+        return Work.SumSq;
+    }
+    Script Outside;
+    std::string Question;
+};
+
+TEST_F(LowerMinimum, IsOfferedWithBothSumsAndTakenByYes) {
+    LoadCaught();
+    const Workspace start = Work;
+    const double kept = Fit(BoxAnswer::No);
+    EXPECT_FALSE(Work.Outcome.Rescued);
+    const std::string warning = Work.Outcome.Reason;
+    const std::string asked = Question;
+    Work = start;
+    const double taken = Fit(BoxAnswer::Yes);
+    EXPECT_TRUE(Work.Outcome.Rescued);
+    EXPECT_LT(taken, 0.999 * kept);
+    EXPECT_EQ(asked, LowerMinimumQuestion(kept, taken));
+    EXPECT_TRUE(warning.ends_with(LowerMinimumText(taken))) << warning;
+}
+
+TEST_F(LowerMinimum, IsTakenWithoutAQuestionWhereDampedStepsAlwaysAre) {
+    LoadCaught();
+    const Workspace start = Work;
+    Work.RescueMode = Rescue::Always;
+    const double taken = Fit(BoxAnswer::No);
+    EXPECT_EQ(Question, "");
+    Work = start;
+    Work.RescueMode = Rescue::Never;
+    EXPECT_GT(Fit(BoxAnswer::No), 1.001 * taken) << "the iteration alone";
+    EXPECT_EQ(Work.Outcome.Reason, "");
+}
+
 // Fits that converge at a minimum by themselves are the same to the bit, whatever is wanted of the others.
 TEST(RescueOff, AFitThatConvergesHasTheSameBits) {
     int converged = 0;
@@ -157,6 +222,16 @@ TEST(RescueOff, AFitThatConvergesHasTheSameBits) {
         EXPECT_TRUE(ends[0] == ends[1]) << c.Name;
     }
     EXPECT_GT(converged, 20);
+}
+
+TEST(DataStateTextTest, CountsOneSetAsOne) {
+    Work = FreshWorkspace();
+    Work.NumSets = 1;
+    Work.NumPts = 140;
+    EXPECT_EQ(DataStateText(), "1 data set, 140 points");
+    Work.NumSets = 3;
+    Work.NumPts = 1;
+    EXPECT_EQ(DataStateText(), "3 data sets, 1 point");
 }
 
 TEST(FitStateTextTest, TellsAStopOnTheWay) {

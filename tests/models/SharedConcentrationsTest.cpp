@@ -204,6 +204,29 @@ TEST(SharedConcentrations, TiesAreProposedForOneCellAtOneSpeedAndTwoWavelengths)
     EXPECT_TRUE(ProposedTies().empty());
 }
 
+// Scans with the names of newer instruments, and wavelengths in folders of their own, had no proposal.
+TEST(SharedConcentrations, TiesAreProposedForNewerNamesAndForFoldersByWavelength) {
+    StartPair(7);
+    const float first = Work.ScanWavelength[1], second = Work.ScanWavelength[2];
+    Work.ScanFile[1] = "run7-s0001-c2-n0001.ra";
+    Work.ScanFile[2] = "run7-s0001-c2-n0002.ra";
+    EXPECT_EQ(ProposedTies().size(), 1U);
+    Work.ScanFile[2] = "run7-s0001-c3-n0001.ra";
+    EXPECT_TRUE(ProposedTies().empty());
+    Work.ScanFile[2] = "run7-s0002-c2-n0001.ra"; // another step, at the same speed
+    EXPECT_EQ(ProposedTies().size(), 1U);
+    const auto folder = [](float wavelength) {
+        return "data/run7/" + std::to_string(static_cast<long>(wavelength) + 1) + "nm";
+    };
+    Work.ScanDirectory[1] = folder(first);
+    Work.ScanDirectory[2] = folder(second);
+    EXPECT_EQ(ProposedTies().size(), 1U);
+    Work.ScanDirectory[2] = folder(second + 50.0F);
+    EXPECT_TRUE(ProposedTies().empty()) << "a number that is no wavelength of the scan";
+    Work.ScanDirectory[2] = "data/run8/" + std::to_string(static_cast<long>(second)) + "nm";
+    EXPECT_TRUE(ProposedTies().empty()) << "another run";
+}
+
 // --- the form ---------------------------------------------------------------------------------------------
 
 std::string ShownLinks() {

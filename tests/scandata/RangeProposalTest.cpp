@@ -78,6 +78,25 @@ TEST(RangeDoubts, AStepOfMoreThanTenTimesTheMedianIsAJump) {
     EXPECT_EQ(FirstJump(values, 9, 12), 0);
 }
 
+// An edge with a reading in its middle was no jump, since its two steps are alike.
+TEST(RangeDoubts, AJumpThatIsSpreadOverTwoOrThreeSteps) {
+    const auto edge = [](const std::vector<float>& heights) {
+        OneBased<float> values(20);
+        for (long p = 1; p <= 20; ++p) {
+            const auto place =
+                static_cast<std::size_t>(std::clamp(p - 10, 0L, static_cast<long>(heights.size())));
+            values[p] = 0.01F * static_cast<float>(p) + (place > 0 ? heights[place - 1] : 0.0F);
+        }
+        return values;
+    };
+    EXPECT_EQ(FirstJump(edge({0.5F, 1.1F}), 1, 20), 10);
+    EXPECT_EQ(FirstJump(edge({-0.6F, -1.1F}), 1, 20), 10);
+    EXPECT_EQ(FirstJump(edge({0.3F, 0.7F, 1.0F}), 1, 20), 10);
+    EXPECT_EQ(FirstJump(edge({0.5F, 1.1F}), 11, 20), 11) << "the second half alone";
+    EXPECT_EQ(FirstJump(edge({0.05F, 0.1F}), 1, 20), 0) << "too small";
+    EXPECT_EQ(FirstJump(edge({0.3F, 0.6F, 0.9F, 1.2F, 1.5F}), 1, 20), 0) << "a slope of its own";
+}
+
 TEST(RangeDoubts, ASteepEndIsNoJump) {
     // The last step is thirty times the median one, and the one before it nearly as much.
     EXPECT_EQ(FirstJump(Column(0.0, 7.0), 11, 60), 0);
