@@ -17,7 +17,7 @@ struct RunEnd {
     bool Complete = false;             // and whatever else the job asked for was done
     std::string Message;               // what the program said when it was not so
     std::optional<MinimaMet> Starts{}; // what the restarts have met; nothing without any
-    RestartChoice Restarts{0, 1};      // of the job
+    RestartChoice Restarts{0, 1};      // those that were wanted
     PerSlot<float> Start{};            // what the fit, before any restarts, started from; empty without one
     FilesAsWritten Files{};            // the scans as the job has named them
     StudyResults Studies{};            // of the options that ask for some
