@@ -11,6 +11,7 @@
 #include "graphs/FitGraphs.h"
 #include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
+#include "graphs/SpeciationGraph.h"
 #include "graphs/SpeciesGraphs.h"
 #include "models/ModelTable.h"
 #include "platform/Platform.h"
@@ -46,6 +47,7 @@ constexpr GraphKind Kinds[] = {
     {"species", [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Concentration, o.Set); }},
     {"species-fraction",
      [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Fraction, o.Set); }},
+    {"speciation", [](const GraphOption&) { return MakeSpeciationGraph(); }},
     {"mass-c", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Concentration, o.Set, o.Mass); }},
     {"mass-r", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Radius, o.Set, o.Mass); }}};
 

@@ -2,6 +2,7 @@
 
 #include "batch/JsonParts.h"
 #include "batch/SetPoints.h"
+#include "models/SpeciesList.h"
 #include "reporting/DerivedConstants.h"
 #include "reporting/Measured.h"
 #include "workspace/records/Workspace.h"
@@ -26,6 +27,14 @@ std::vector<std::string> FileMembers(const MeasuredSet& m, const FilesAsWritten&
             JsonMember("channel", TextOrNull(m.Channel))};
 }
 
+std::string PopulationsObject(const MeasuredSet& m) {
+    if (!m.Total) return JsonNull;
+    std::vector<std::string> members;
+    for (const std::string& name : SpeciesNames())
+        members.push_back(JsonMember(name, JsonNumber(m.Populations[members.size()])));
+    return InlineObject(members);
+}
+
 std::vector<std::string> ScanMembers(const MeasuredSet& m) {
     return {JsonMember("speed_rpm", JsonNumber(m.Rpm)),
             JsonMember("temperature_c", JsonNumber(m.Celsius)),
@@ -39,7 +48,9 @@ std::vector<std::string> ScanMembers(const MeasuredSet& m) {
             JsonMember("optics", JsonString(m.Optics)),
             JsonMember("mean_residual", JsonNumber(m.MeanResidual)),
             JsonMember("runs_z", JsonNumber(m.RunsZ)),
-            JsonMember("noise", m.Noise > 0.0F ? JsonNumber(m.Noise) : JsonNull)};
+            JsonMember("noise", m.Noise > 0.0F ? JsonNumber(m.Noise) : JsonNull),
+            JsonMember("mean_total", JsonNumber(m.Total)),
+            JsonMember("populations", PopulationsObject(m))};
 }
 
 std::string SetObject(const MeasuredSet& m, const FilesAsWritten& files) {

@@ -11,7 +11,8 @@ using FilesAsWritten = std::map<long, std::string>;
 
 // "sets": a record for each set: set, row, label, points (true ones), rms, then file, sha256,
 // baseline_sha256, cell, channel, speed_rpm, temperature_c, wavelength_nm, omega2t, time_s, averaged,
-// inner_cm, outer_cm, path_cm, optics, mean_residual, runs_z, noise. file is as the job has it, else the
+// inner_cm, outer_cm, path_cm, optics, mean_residual, runs_z, noise, mean_total and populations (by
+// the names of the species). file is as the job has it, else the
 // path.
 std::string SetsJson(const FilesAsWritten& files);
 

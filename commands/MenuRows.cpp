@@ -13,6 +13,7 @@
 #include "graphs/FitGraphs.h"
 #include "graphs/MassGraphs.h"
 #include "graphs/ResidualGraphs.h"
+#include "graphs/SpeciationGraph.h"
 #include "graphs/SpeciesGraphs.h"
 #include "help/HelpForm.h"
 #include "models/ModelTable.h"
@@ -167,6 +168,7 @@ std::vector<MenuRow> AllRows() {
         {Graphs, "GraphSpeciesFraction", "&Species Fraction (all)", GraphSpeciesFraction, FitIsValid},
         {Graphs, "GraphMvsC", "&Apparent Molar Mass vs. Concentration (all)", GraphMvsC, FitIsValid},
         {Graphs, "mnuGraphMvsR", "Apparent Molar Mass vs. Radius (all)", GraphMvsR, FitIsValid},
+        {Graphs, "GraphSpeciation", "S&peciation Curve...", GraphSpeciation, FitIsValid},
         {Graphs, "GraphFuncSet", "Fitted Function (&1 set)...", GraphFuncSet, FitIsValid, Plain, NewGroup},
         {Graphs, "GraphOverlaySet", "Overlay Data and Fit (1 se&t)...", GraphOverlaySet, FitIsValid},
         {Graphs, "GraphResidSet", "Residuals (1 set) vs. &X...", GraphResidSet, ResidualsStand},

@@ -2,6 +2,7 @@
 
 #include "fit/NoiseWeights.h"
 #include "input/NUMINPUT.h"
+#include "models/Speciation.h"
 #include "platform/Paths.h"
 #include "reporting/Statistics.h"
 #include "scandata/ScanWriter.h"
@@ -78,6 +79,16 @@ void AddStatistics(MeasuredSet& m, const std::vector<double>& residuals) {
     if (residuals.size() > 1) m.RunsZ = RunsZOf(residuals);
 }
 
+void AddPopulations(MeasuredSet& m) {
+    try {
+        const LoadedMonomers loaded = MeanMonomers(m.Set.Number);
+        m.Populations = Populations(loaded);
+        m.Total = loaded.Sum();
+    } catch (const RuntimeError&) {
+        m.Populations.clear(); // the set is told without them
+    }
+}
+
 std::string Picture(float value, const char* picture) {
     return FormatNumber(static_cast<double>(value), picture);
 }
@@ -109,6 +120,27 @@ std::string QualityOf(const MeasuredSet& m) {
     return m.RunsZ ? line + ", runs Z = " + SingleText(ToSingle(RoundSignificant(*m.RunsZ, 3))) : line;
 }
 
+const char* UnitOfTotals() {
+    switch (SpeciationUnit()) {
+    case SpeciesUnit::Weight:
+        return " mg/mL";
+    case SpeciesUnit::Molar:
+        return " mol/L of monomers";
+    default:
+        return Work.InterferenceData ? " fringes" : " AU";
+    }
+}
+
+std::string PopulationsOf(const MeasuredSet& m) {
+    std::string line = "   mean " + FormatNumber(*m.Total, "0.000E-00") + UnitOfTotals() + ":";
+    std::size_t k = 0;
+    for (const std::string& name : SpeciesNames()) {
+        line += (k > 0 ? ", " : " ") + name + " " + FormatNumber(m.Populations[k], "#0.0%");
+        ++k;
+    }
+    return line;
+}
+
 } // namespace
 
 std::vector<MeasuredSet> MeasuredSets() {
@@ -123,6 +155,7 @@ std::vector<MeasuredSet> MeasuredSets() {
         AddScan(m);
         AddRange(m);
         if (set.Number <= residuals.Hi()) AddStatistics(m, residuals[set]);
+        if (Work.FitValid) AddPopulations(m);
         sets.push_back(m);
     }
     return sets;
@@ -134,6 +167,7 @@ std::vector<std::string> MeasuredLines() {
         lines.push_back("Set " + std::to_string(m.Set.Number) + ":");
         for (const std::string& line : {ConditionsOf(m), CellOf(m), HistoryOf(m), QualityOf(m)})
             lines.push_back(line);
+        if (m.Total && m.Populations.size() > 1) lines.push_back(PopulationsOf(m));
         if (!m.Sha256.empty()) lines.push_back("   SHA-256 " + m.Sha256);
         if (!m.BaselineSha256.empty()) lines.push_back("   baseline SHA-256 " + m.BaselineSha256);
     }

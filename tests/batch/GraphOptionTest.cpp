@@ -49,9 +49,9 @@ TEST(GraphOptions, AGraphFileNeedsNoJob) {
 }
 
 TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
-    EXPECT_EQ(GraphKinds(), (std::vector<std::string>{"data", "function", "overlay", "residuals",
-                                                      "residuals-y", "residuals-r", "species",
-                                                      "species-fraction", "mass-c", "mass-r", "figure"}));
+    EXPECT_EQ(GraphKinds(), (std::vector<std::string>{
+                                "data", "function", "overlay", "residuals", "residuals-y", "residuals-r",
+                                "species", "species-fraction", "speciation", "mass-c", "mass-r", "figure"}));
     for (const std::string& kind : GraphKinds())
         EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
     for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".csv", ".grf"})
@@ -74,7 +74,7 @@ TEST(GraphOptions, FiguresHaveASizeAndPanels) {
 
 TEST(GraphOptions, MistakesAreOneLine) {
     const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r, species, "
-                              "species-fraction, mass-c, mass-r, figure";
+                              "species-fraction, speciation, mass-c, mass-r, figure";
     const std::string endings =
         " ends with none of .svg, .png, .pdf, .emf, .dat, .csv and .grf, which choose the format";
     EXPECT_EQ(MistakeOf("specie=a.svg"), Told("--graph: 'specie' is none of the kinds " + kinds));
