@@ -80,11 +80,13 @@ TEST(Report, WholeReport) {
         "   path 1.20 cm, cell 1, channel B, 0 readings averaged",
         "   after 0 s, omega^2*t = 0.000E+00 /s",
         "   3 points, rms 5.774E-01, mean residual -3.33E-01, runs Z = 0.707",
+        "   mean 8.402E-01 AU: monomer 43.8%, dimer 56.2%",
         "Set 2:",
         "   20000 rpm, 20.0 degrees C, absorbance at 280 nm",
         "   path 1.20 cm, cell 1, 0 readings averaged",
         "   after 0 s, omega^2*t = 0.000E+00 /s",
         "   3 points, rms 0.000E00, mean residual 0.00E00, runs Z = 1",
+        "   mean 1.891E00 AU: monomer 32.1%, dimer 67.9%",
     };
     const std::vector<PageLines> pages = PrintReport();
     ASSERT_EQ(pages.size(), 1U);
