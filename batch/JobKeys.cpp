@@ -121,12 +121,27 @@ void ReadCompared(JobReader& reader, const std::string& value) {
 
 constexpr FitKey CompareKeys[] = {{"models", ReadCompared}};
 
+double ReadLevel(const JobReader& reader, std::string_view value) {
+    const double level = ReadDouble(reader, value);
+    if (!(level > 0.0 && level < 1.0)) reader.Fail(Quoted(value) + " is not between 0 and 1");
+    return level;
+}
+
+constexpr FitKey ResamplingKeys[] = {
+    {"kind",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Resampling.Kind = static_cast<ResampleKind>(ReadChoice(r, v, {"parametric", "residuals"}));
+     }},
+    {"level", [](JobReader& r, const std::string& v) { r.Result.Resampling.Level = ReadLevel(r, v); }},
+};
+
 // A section that a fit passes over.
 struct StudySection {
     const char* Name;
     std::span<const FitKey> Keys;
 };
-constexpr StudySection StudySections[] = {{"simulation", SimulationKeys}, {"compare", CompareKeys}};
+constexpr StudySection StudySections[] = {
+    {"simulation", SimulationKeys}, {"compare", CompareKeys}, {"resampling", ResamplingKeys}};
 
 const StudySection* FindStudySection(std::string_view name) {
     for (const StudySection& section : StudySections)

@@ -64,7 +64,7 @@ std::string_view NextWord(std::string_view& rest) {
     return word;
 }
 
-float ReadNumber(const JobReader& reader, std::string_view text) {
+double ReadDouble(const JobReader& reader, std::string_view text) {
     const std::string_view number = NumberText(text);
     const char* const end = number.data() + number.size();
     double value = 0.0;
@@ -73,7 +73,11 @@ float ReadNumber(const JobReader& reader, std::string_view text) {
         reader.Fail(Quoted(text) + " is no number");
     if (failure != std::errc{} || std::fabs(value) >= 1e38)
         reader.Fail(Quoted(text) + " is outside the range of single precision");
-    return static_cast<float>(value);
+    return value;
+}
+
+float ReadNumber(const JobReader& reader, std::string_view text) {
+    return static_cast<float>(ReadDouble(reader, text));
 }
 
 float ReadPositive(const JobReader& reader, std::string_view text) {

@@ -32,6 +32,7 @@ std::string_view NextWord(std::string_view& rest); // takes a word off the front
 
 // A number that a single holds, written with a point, and nothing behind it.
 float ReadNumber(const JobReader& reader, std::string_view text);
+double ReadDouble(const JobReader& reader, std::string_view text); // the same before it is rounded
 float ReadPositive(const JobReader& reader, std::string_view text);
 float ReadNotNegative(const JobReader& reader, std::string_view text);
 int ReadWhole(const JobReader& reader, std::string_view text, int lowest, int highest);

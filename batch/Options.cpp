@@ -9,6 +9,7 @@
 #include "reporting/MethodsTable.h"
 #include "reporting/PaperReport.h"
 #include "studies/OtherMinima.h"
+#include "studies/Resampling.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -32,7 +33,8 @@ struct FileOption {
 constexpr FileOption FileOptions[] = {
     {"--report", &Options::Report},   {"--results", &Options::Results},     {"--points", &Options::Points},
     {"--save", &Options::Save},       {"--integrate", &Options::Integrate}, {"--compare", &Options::Compare},
-    {"--methods", &Options::Methods}, {"--write-job", &Options::WriteJob},  {"--summary", &Options::Summary}};
+    {"--methods", &Options::Methods}, {"--write-job", &Options::WriteJob},  {"--summary", &Options::Summary},
+    {"--draws", &Options::Draws}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -123,6 +125,16 @@ void TakeOnce(std::string& target, const char* option, const std::string& value)
     target = value;
 }
 
+long ReadResample(const std::string& text) {
+    long count = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, count);
+    if (failure != std::errc{} || stop != end || count < 1 || count > LargestResampleCount)
+        RaiseError("--resample needs a number from 1 to " + std::to_string(LargestResampleCount) + ", not " +
+                   Quoted(text));
+    return count;
+}
+
 // The place of text among two words.
 bool IsSecond(const char* option, const std::string& text, const char* first, const char* second) {
     if (text == first || text == second) return text == second;
@@ -162,6 +174,7 @@ constexpr ValueOption ValueOptions[] = {
      [](Options& o, const std::string& v) {
          o.ReportGraph = IsSecond("--report-graph", v, "residuals", "overlay") ? "overlay" : "residuals";
      }},
+    {"--resample", [](Options& o, const std::string& v) { o.Resample = ReadResample(v); }},
     {"--simulate", [](Options& o, const std::string& v) {
          if (v.empty()) RaiseError("no folder behind --simulate");
          if (!o.Simulate.empty()) RaiseError("--simulate stands twice");
@@ -208,7 +221,7 @@ bool NeedsNoFit(const Options& options) {
     const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
                        !options.Save.empty() || !options.Integrate.empty() || options.Refit ||
                        !options.Compare.empty() || !options.Methods.empty() || !options.WriteJob.empty() ||
-                       !options.Table.empty();
+                       !options.Table.empty() || options.Resample > 0;
     return !ofFit && !options.Graphs.empty() &&
            std::all_of(options.Graphs.begin(), options.Graphs.end(),
                        [](const GraphOption& graph) { return !graph.Source.empty(); });
@@ -321,6 +334,9 @@ void CheckStudyFiles(const Options& options) {
     const std::string ending = PathEnding(options.Compare);
     if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
         FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
+    if (!options.Draws.empty() && options.Resample == 0) FailOptions("--draws goes with --resample");
+    if (options.Resample > 0 && !options.Simulate.empty())
+        FailOptions("--simulate fits nothing: --resample does not go with it");
 }
 
 } // namespace
@@ -444,6 +460,9 @@ std::string HelpText() {
            "  --rows A-B      these rows of the table alone\n"
            "  --merge OUT PART...\n"
            "                  no fit: the summaries of parts of a table, put together\n"
+           "  --resample N    N fits to resampled data; how their values scatter goes into\n"
+           "                  report and results\n"
+           "  --draws FILE    each of these fits, as CSV\n"
            "  --simulate FOLDER\n"
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"

@@ -33,6 +33,8 @@ struct Options {
     std::string Merge;              // where parts of a summary go, put together; no job then
     std::vector<std::string> Parts; // of Merge
     std::string Simulate;           // the folder of a simulation; no fit then
+    std::string Draws;              // fits to resampled data, CSV
+    long Resample = 0;              // how many of them; 0 none
     std::vector<GraphOption> Graphs;
     std::string Paper;              // of the report; empty: a4 for pages, text that both a4 and letter hold
     std::string ReportGraph;        // "residuals" or "overlay" behind it; empty: none

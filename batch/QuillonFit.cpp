@@ -9,6 +9,7 @@
 #include "batch/OutputPlaces.h"
 #include "batch/PictureLoader.h"
 #include "batch/PointsCsv.h"
+#include "batch/ResamplingOutputs.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
 #include "batch/SavedFit.h"
@@ -27,6 +28,7 @@
 #include "reporting/MethodsTable.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
+#include "studies/ResamplingLines.h"
 #include "workspace/records/Workspace.h"
 
 #include <exception>
@@ -114,13 +116,22 @@ std::string HtmlBytes() {
     return HtmlReport(GraphBytes(figure));
 }
 
-std::string ReportBytes(const Options& options) {
+// What the studies of a run add to its report.
+std::vector<std::string> StudyLines(const RunEnd& end) {
+    std::vector<std::string> lines;
+    if (end.Studies.Resampled) lines = ResamplingLines(*end.Studies.Resampled);
+    if (!lines.empty()) lines.insert(lines.begin(), "");
+    return lines;
+}
+
+std::string ReportBytes(const Options& options, const RunEnd& end) {
     if (WantsReportHtml(options)) return HtmlBytes();
+    const std::vector<std::string> further = StudyLines(end);
     PrinterState printer;
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
     if (!WantsReportPdf(options))
-        return options.Paper.empty() ? ReportText() : ReportText(PaperOf(printer.Page));
-    PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty());
+        return ReportText(options.Paper.empty() ? StandardPaper() : PaperOf(printer.Page), further);
+    PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty(), further);
     report.Overlay = options.ReportGraph == "overlay";
     BeginWithSafeColors(true); // as the graphs of --graph
     return ReportPdf(report);
@@ -154,7 +165,7 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         Work.FitFile = options.Save; // the report names it
         outputs.push_back({options.Save, FitFileBytes()});
     }
-    if (end.HasFit && !options.Report.empty()) outputs.push_back({options.Report, ReportBytes(options)});
+    if (end.HasFit && !options.Report.empty()) outputs.push_back({options.Report, ReportBytes(options, end)});
     if (end.HasFit && !options.Points.empty()) outputs.push_back({options.Points, PointsCsv()});
     if (end.HasFit && !options.Integrate.empty())
         outputs.push_back({options.Integrate, IntegrateCsv(options.Cell)});
@@ -166,9 +177,12 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (end.Studies.Compared)
         outputs.push_back({options.Compare, CompareTable(*end.Studies.Compared, options.Compare)});
+    if (end.Studies.Resampled && !options.Draws.empty())
+        outputs.push_back({options.Draws, DrawsCsv(*end.Studies.Resampled)});
     if (!options.Results.empty())
         outputs.push_back(
-            {options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr, end.Files)});
+            {options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr, end.Files,
+                                          end.Studies.Resampled ? &*end.Studies.Resampled : nullptr)});
     return outputs;
 }
 

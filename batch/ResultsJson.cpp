@@ -1,6 +1,7 @@
 #include "batch/ResultsJson.h"
 
 #include "batch/JsonParts.h"
+#include "batch/ResamplingOutputs.h"
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
 #include "models/Catalogue.h"
@@ -126,7 +127,8 @@ std::string StartsObject(const MinimaMet& starts) {
 
 } // namespace
 
-std::string ResultsJson(const std::string& message, const MinimaMet* starts, const FilesAsWritten& files) {
+std::string ResultsJson(const std::string& message, const MinimaMet* starts, const FilesAsWritten& files,
+                        const Resampling* resampled) {
     const bool finished = Work.FitDone != 0;
     const std::string runs = JsonExisting(finished, [] {
         RunsTest();
@@ -152,6 +154,7 @@ std::string ResultsJson(const std::string& message, const MinimaMet* starts, con
         JsonMember("derived", DerivedJson()),
     };
     if (starts) members.push_back(JsonMember("starts", StartsObject(*starts)));
+    if (resampled) members.push_back(JsonMember("resampling", ResamplingJson(*resampled)));
     return JsonText(members);
 }
 

@@ -15,6 +15,7 @@
 //     the
 //                                 fitted ones before slot 8, value by slot), lowest first, the first fit
 //                                 counted
+//     resampling                  behind --resample alone (batch/ResamplingOutputs.h)
 //
 // value, error, lower and upper are in user units, lower and upper are the confidence limits. Numbers read
 // back give the same bits. What does not exist is null: statistics of a fit that did not converge, the error
@@ -22,6 +23,7 @@
 
 #include "batch/MeasuredJson.h"
 #include "studies/OtherMinima.h"
+#include "studies/Resampling.h"
 
 #include <string>
 
@@ -29,8 +31,8 @@ namespace Quillon {
 
 // The text for the analysis in the workspace. Runs the runs test and the correlations of a converged fit;
 // message is what the program said of one that did not converge; starts is what restarts have met;
-// files is how a job has named the scans.
+// files is how a job has named the scans; resampled is what resampling has found.
 std::string ResultsJson(const std::string& message, const MinimaMet* starts = nullptr,
-                        const FilesAsWritten& files = {});
+                        const FilesAsWritten& files = {}, const Resampling* resampled = nullptr);
 
 } // namespace Quillon

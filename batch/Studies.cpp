@@ -1,6 +1,7 @@
 #include "batch/Studies.h"
 
 #include "batch/BatchPlatform.h"
+#include "studies/ResamplingLines.h"
 #include "studies/StudyProgress.h"
 
 namespace Quillon {
@@ -29,6 +30,23 @@ void RunComparison(const Job& job, RunEnd& end) {
     end.Studies.Compared = std::move(comparison);
 }
 
+// The count is that of the option, the seed that of the job.
+void RunResampling(const Options& options, const Job* job, RunEnd& end) {
+    ResampleChoice choice = job ? job->Resampling : ResampleChoice{};
+    choice.Count = options.Resample;
+    if (job) choice.Seed = job->Restarts.Seed;
+    Resampling resampling = Resample(choice, ProgressLines("resampling", choice.Count, "fits"));
+    Work.AbortFit = FlagFalse;
+    if (!resampling.Complete) return LeaveIncomplete(end, "The resampling was cancelled");
+    WriteConsole("resampling: " + ResamplingHead(resampling));
+    end.Studies.Resampled = std::move(resampling);
+}
+
+// A study of the fit needs one that stands at a minimum.
+bool FitStands(const RunEnd& end) {
+    return end.HasFit && end.Converged && CanResample();
+}
+
 } // namespace
 
 void CheckStudies(const Options& options, const Job* job) {
@@ -40,6 +58,8 @@ void CheckStudies(const Options& options, const Job* job) {
 void RunStudies(const Options& options, const Job* job, RunEnd& end) {
     if (Interrupted()) return;
     if (job && !options.Compare.empty()) RunComparison(*job, end);
+    if (Interrupted() || !FitStands(end)) return;
+    if (options.Resample > 0) RunResampling(options, job, end);
 }
 
 } // namespace Quillon

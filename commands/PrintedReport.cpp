@@ -104,11 +104,12 @@ bool RunJob(const PrintedReport& report) {
 
 } // namespace
 
-PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph) {
+PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph,
+                                const std::vector<std::string>& further) {
     PrintedReport report;
     report.Printer = printer;
     report.Paper = PaperOf(printer.Page);
-    report.Pages = PrintReport(report.Paper);
+    report.Pages = PrintReport(report.Paper, further);
     report.WithGraph = withGraph;
     report.Overlay = Work.OverlayPlot != 0;
     return report;

@@ -20,7 +20,8 @@ struct PrintedReport {
 
 // The report for that printer's paper, with the graph that OverlayPlot chooses. Without a fit that stands it
 // is a RuntimeError.
-PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph);
+PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph,
+                                const std::vector<std::string>& further = {});
 
 int PageCount(const PrintedReport& report);
 

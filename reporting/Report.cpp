@@ -78,7 +78,7 @@ std::string ReportFooter() {
     return "Results from " + Work.ProgramName + " version " + Work.ProgramVersion + ", " + day + fit;
 }
 
-std::vector<PageLines> PrintReport(const ReportPaper& paper) {
+std::vector<PageLines> PrintReport(const ReportPaper& paper, const std::vector<std::string>& further) {
     if (!Work.FitDone) RaiseError(ErrorText::BadArgument);
     RunsTest();
     ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
@@ -98,6 +98,7 @@ std::vector<PageLines> PrintReport(const ReportPaper& paper) {
     Print(report, PrintConstraintText());
     Print(report, {"", "What was measured:"});
     Print(report, MeasuredLines());
+    Print(report, further);
     FinishReport(report);
     return report.Pages;
 }
@@ -112,8 +113,8 @@ std::string TextOfPages(const std::vector<PageLines>& pages) {
     return text;
 }
 
-std::string ReportText(const ReportPaper& paper) {
-    return TextOfPages(PrintReport(paper));
+std::string ReportText(const ReportPaper& paper, const std::vector<std::string>& further) {
+    return TextOfPages(PrintReport(paper, further));
 }
 
 } // namespace Quillon

@@ -10,14 +10,17 @@
 namespace Quillon {
 
 // The whole report. Runs the runs test and the correlations. Without a fit that stands (FitDone) it is the
-// run-time error "Invalid procedure call or argument".
-std::vector<PageLines> PrintReport(const ReportPaper& paper = StandardPaper());
+// run-time error "Invalid procedure call or argument". further: lines about the same fit by whoever knows
+// more of it, at the end.
+std::vector<PageLines> PrintReport(const ReportPaper& paper = StandardPaper(),
+                                   const std::vector<std::string>& further = {});
 
 // Pages as one text for a file: lines end with LF, pages are parted by form feeds.
 std::string TextOfPages(const std::vector<PageLines>& pages);
 
 // The whole report as such a text.
-std::string ReportText(const ReportPaper& paper = StandardPaper());
+std::string ReportText(const ReportPaper& paper = StandardPaper(),
+                       const std::vector<std::string>& further = {});
 
 // The parts, before they are wrapped and paged. The width decides what shares a line with what.
 std::vector<std::string> PrintModelText(int columns);

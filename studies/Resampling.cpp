@@ -7,6 +7,7 @@
 #include "models/ParmScale.h"
 #include "models/Random.h"
 #include "platform/Platform.h"
+#include "reporting/DerivedConstants.h"
 #include "studies/Copies.h"
 #include "workspace/records/Roads.h"
 
@@ -89,6 +90,31 @@ void DrawData(const std::vector<SetNoise>& sets, ResampleKind kind) {
         kind == ResampleKind::Parametric ? DrawGaussian(set, seed) : DrawBlocks(set);
 }
 
+// The fitted constants of the fit in Work with a value in molar terms.
+std::vector<DerivedConstant> FittedConstants() {
+    std::vector<DerivedConstant> fitted;
+    for (DerivedConstant& constant : DerivedConstants())
+        if (constant.Value && IsFitted(SlotNo(constant.Slot))) fitted.push_back(std::move(constant));
+    return fitted;
+}
+
+std::vector<DerivedQuantity> QuantitiesOf(const std::vector<DerivedConstant>& constants) {
+    std::vector<DerivedQuantity> quantities;
+    for (const DerivedConstant& constant : constants) {
+        quantities.push_back({constant.Slot, constant.Name, "log10_k", ""});
+        quantities.push_back({constant.Slot, constant.Name, "kd", constant.Unit});
+        quantities.push_back({constant.Slot, constant.Name, "delta_g_kj", "kJ/mol"});
+    }
+    return quantities;
+}
+
+std::vector<double> DerivedValues() {
+    std::vector<double> values;
+    for (const DerivedConstant& constant : FittedConstants())
+        values.insert(values.end(), {constant.Value->Log10K, constant.Value->Kd, constant.Value->DeltaG});
+    return values;
+}
+
 // A fit to what has been drawn, from the values of the fit that stands.
 Draw FitDraw() {
     Draw draw;
@@ -105,6 +131,7 @@ Draw FitDraw() {
     CopySharedConstants();
     for (const FreePos a : EachFree())
         draw.Values.push_back(static_cast<double>(ToUserUnits(SlotOf(a).Number, Work.Parms[SlotOf(a)])));
+    draw.Derived = DerivedValues();
     return draw;
 }
 
@@ -125,13 +152,22 @@ std::vector<std::vector<double>> CorrelationsOf(const std::vector<std::vector<do
     return matrix;
 }
 
-// Columns of the draws that have converged, by slot.
-std::vector<std::vector<double>> ColumnsOf(const Resampling& result) {
-    std::vector<std::vector<double>> columns(result.Slots.size());
+// Columns of the draws that have converged, by slot or by derived quantity.
+std::vector<std::vector<double>> ColumnsOf(const Resampling& result, std::vector<double> Draw::*values,
+                                           std::size_t count) {
+    std::vector<std::vector<double>> columns(count);
     for (const Draw& draw : result.Draws)
-        for (std::size_t a = 0; draw.Converged && a < columns.size(); ++a)
-            columns[a].push_back(draw.Values[a]);
+        if (draw.Converged && (draw.*values).size() == count)
+            for (std::size_t a = 0; a < count; ++a)
+                columns[a].push_back((draw.*values)[a]);
     return columns;
+}
+
+std::vector<Spread> SpreadsOf(const std::vector<std::vector<double>>& columns, double level) {
+    std::vector<Spread> spreads;
+    for (const std::vector<double>& column : columns)
+        spreads.push_back(column.empty() ? Spread{} : SpreadOf(column, level));
+    return spreads;
 }
 
 void Summarise(Resampling& result) {
@@ -140,9 +176,10 @@ void Summarise(Resampling& result) {
         result.Failed += draw.Ended && !draw.Converged;
     }
     if (result.Ended == result.Failed) return;
-    const std::vector<std::vector<double>> columns = ColumnsOf(result);
-    for (const std::vector<double>& column : columns)
-        result.Spreads.push_back(SpreadOf(column, result.Choice.Level));
+    const auto columns = ColumnsOf(result, &Draw::Values, result.Slots.size());
+    result.Spreads = SpreadsOf(columns, result.Choice.Level);
+    result.DerivedSpreads =
+        SpreadsOf(ColumnsOf(result, &Draw::Derived, result.Derived.size()), result.Choice.Level);
     result.Correlations = CorrelationsOf(columns, result.Spreads);
 }
 
@@ -193,6 +230,7 @@ Resampling Resample(const ResampleChoice& choice, const std::function<void(long 
         result.Slots.push_back(SlotOf(a).Number);
         result.Names.push_back(Work.ParmName[SlotOf(a)]);
     }
+    result.Derived = QuantitiesOf(FittedConstants());
     if (choice.Kind == ResampleKind::Residuals)
         for (const SetNoise& set : sets)
             result.BlockLengths.push_back(set.Block);

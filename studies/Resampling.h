@@ -34,7 +34,16 @@ struct Draw {
     bool Ended = false;     // false for one that a cancel has left out
     bool Converged = false; // at a minimum
     double SumSq = 0.0;
-    std::vector<double> Values; // of Resampling::Slots, in units of display; empty unless converged
+    std::vector<double> Values;  // of Resampling::Slots, in units of display; empty unless converged
+    std::vector<double> Derived; // of Resampling::Derived
+};
+
+// A quantity that follows from an association constant (reporting/DerivedConstants.h).
+struct DerivedQuantity {
+    long Slot = 0;
+    std::string Name;     // as the parameter is named
+    std::string Quantity; // "log10_k", "kd", "delta_g_kj"
+    std::string Unit;
 };
 
 // How a quantity scatters over the fits that have converged.
@@ -49,12 +58,14 @@ struct Spread {
 
 struct Resampling {
     ResampleChoice Choice;
-    std::vector<long> Slots;        // the fitted ones, in the order of the free positions
-    std::vector<std::string> Names; // of the slots
-    std::vector<long> BlockLengths; // of residuals in blocks, for each set; empty for the other kind
-    std::vector<Draw> Draws;        // Choice.Count of them
-    long Ended = 0, Failed = 0;     // fits, and those of them that came to no minimum
-    std::vector<Spread> Spreads;    // for each slot; empty where no fit has converged
+    std::vector<long> Slots;              // the fitted ones, in the order of the free positions
+    std::vector<std::string> Names;       // of the slots
+    std::vector<long> BlockLengths;       // of residuals in blocks, for each set; empty for the other kind
+    std::vector<Draw> Draws;              // Choice.Count of them
+    long Ended = 0, Failed = 0;           // fits, and those of them that came to no minimum
+    std::vector<DerivedQuantity> Derived; // of the fitted constants that have a value in molar terms
+    std::vector<Spread> Spreads;          // for each slot; empty where no fit has converged
+    std::vector<Spread> DerivedSpreads;   // for each derived quantity
     std::vector<std::vector<double>> Correlations; // lower triangle, over the draws that have converged
     bool Complete = false;                         // not cancelled
 };

@@ -57,6 +57,7 @@ TEST(ReferencePages, NameEveryKey) {
     ExpectKeys("set 1", "## Sections [set 1] to [set 18]");
     ExpectKeys("simulation", "## Section [simulation]");
     ExpectKeys("compare", "## Section [compare]");
+    ExpectKeys("resampling", "## Section [resampling]");
 }
 
 TEST(ReferencePages, ShowAJobThatIsTaken) {

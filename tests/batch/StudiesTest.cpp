@@ -103,5 +103,76 @@ TEST(BatchCompare, IsWrittenThoughTheFitFailed) {
     EXPECT_EQ(LinesOf(ReadWholeFile(path)).size(), 3U);
 }
 
+TEST(BatchResampling, GoesIntoResultsReportAndDraws) {
+    Script script;
+    const std::string job = StudyJob(script, "[resampling]\nkind = residuals\nlevel = 0.9\n");
+    const std::string draws = script.Directory() + "/draws.csv", report = script.Directory() + "/r.txt";
+    const ProgramEnd end =
+        RunInside({job, "--resample", "40", "--draws", draws, "--results", "-", "--report", report});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    const JsonValue results = ReadJson(end.Out);
+    const JsonValue& resampling = results["resampling"];
+    EXPECT_EQ(resampling["kind"].Text, "residuals");
+    EXPECT_EQ(resampling["count"].Number, 40.0);
+    EXPECT_EQ(resampling["seed"].Number, 1.0);
+    EXPECT_EQ(resampling["level"].Number, 0.9);
+    const std::size_t fitted = results["correlations"]["slots"].Items.size();
+    ASSERT_EQ(resampling["parameters"].Items.size(), fitted);
+    ASSERT_EQ(resampling["correlations"]["matrix"].Items.size(), fitted);
+    EXPECT_EQ(resampling["block_lengths"].Items.size(), results["sets"].Items.size());
+
+    // Mean and quantiles are those of the fits that are listed.
+    const std::vector<std::string> lines = LinesOf(ReadWholeFile(draws));
+    ASSERT_EQ(lines.size(), 41U);
+    EXPECT_TRUE(lines[0].starts_with("draw,converged,sum_of_squares,slot_0,slot_2,slot_8")) << lines[0];
+    std::vector<double> masses;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        const std::vector<std::string> fields = FieldsOf(lines[i]);
+        ASSERT_EQ(fields.size(), 3 + fitted);
+        EXPECT_EQ(fields[0], std::to_string(i));
+        if (fields[1] == "yes") masses.push_back(std::stod(fields[3]));
+    }
+    EXPECT_EQ(static_cast<double>(masses.size()), 40.0 - resampling["failed"].Number);
+    double mean = 0.0;
+    for (const double mass : masses)
+        mean += mass / static_cast<double>(masses.size());
+    EXPECT_NEAR(resampling["parameters"][0]["mean"].Number, mean, 1e-9 * mean);
+    EXPECT_LT(resampling["parameters"][0]["lower"].Number, resampling["parameters"][0]["median"].Number);
+    EXPECT_NE(ReadWholeFile(report).find("40 fits to resampled data (residuals in blocks of "),
+              std::string::npos);
+}
+
+// Of one constant: log10 K and Delta G go with it, whatever the fit.
+TEST(BatchResampling, HasDerivedQuantities) {
+    Script script;
+    const ProgramEnd end = RunInside({StudyJob(script, ""), "--resample", "10", "--results", "-"});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    const JsonValue derived = ReadJson(end.Out)["resampling"]["derived"];
+    ASSERT_EQ(derived.Items.size(), 3U);
+    EXPECT_EQ(derived[0]["quantity"].Text, "log10_k");
+    EXPECT_EQ(derived[1]["quantity"].Text, "kd");
+    const double kelvin =
+        -derived[2]["median"].Number / (0.008314463 * derived[0]["median"].Number * std::log(10.0));
+    EXPECT_NEAR(kelvin, 293.15, 0.1);
+}
+
+TEST(BatchResampling, IsTheSameForAnyNumberOfThreads) {
+    Script script;
+    const std::string job = StudyJob(script, "");
+    const std::string one = RunInside({job, "--resample=8", "--results", "-", "--threads", "1"}).Out;
+    EXPECT_EQ(RunInside({job, "--resample=8", "--results", "-", "--threads", "3"}).Out, one);
+    EXPECT_NE(one.find("\"resampling\""), std::string::npos);
+}
+
+TEST(BatchResampling, RefusesWhatMakesNoSense) {
+    Script script;
+    const std::string job = StudyJob(script, "");
+    for (const char* count : {"0", "-1", "x", "", "100001"})
+        EXPECT_EQ(RunInside({job, std::string("--resample=") + count}).Status, 1) << count;
+    EXPECT_EQ(RunInside({job, "--draws", "d.csv"}).Status, 1);
+    EXPECT_EQ(RunInside({StudyJob(script, "[resampling]\nlevel = 1\n")}).Status, 1);
+    EXPECT_EQ(RunInside({StudyJob(script, "[resampling]\nkind = some\n")}).Status, 1);
+}
+
 } // namespace
 } // namespace Quillon
