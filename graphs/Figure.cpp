@@ -3,6 +3,7 @@
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Fonts.h"
 #include "graphs/FigureGraphs.h"
+#include "graphs/FigureScales.h"
 #include "graphs/GraphParts.h"
 #include "graphs/Latin1.h"
 #include "graphs/ResidualGraphs.h"
@@ -52,6 +53,7 @@ struct Figure {
     FigureChoice Choice;
     Page Paper;
     std::vector<CellGraphs> Cells;
+    FigureScales Scales;
     FigureTexts Texts;
     FigurePlan Plan;
     double Small = SmallPoints; // the em of legend and heads, points
@@ -100,20 +102,22 @@ void PlaceLegendBox(const Figure& figure) {
         Chart.SetNames[2 * (set - first) + 1] = FigureName(set) + ", " + FigureRms(set);
 }
 
-// Lays the lower graph of a cell out, and the upper one over its scale of X, whose tics have room for their
-// labels; each is then shown by what is given.
+// Lays the lower graph of a cell out, and the upper one over its scale of X; each is then shown by what is
+// given.
 using ShowPart = std::function<void(const FigurePart& part, const PartText& text)>;
 void ForBoth(const Figure& figure, std::size_t place, const ShowPart& show) {
     const FigureCell& cell = figure.Plan.Cells[place];
     Chart = figure.Cells[place].Lower;
     const PartText below = LowerText(cell);
     PlacePart(figure.Paper, cell.Lower, below, nullptr);
+    ScaleLowerPart(figure.Scales, cell.Lower.Frame);
     LayOutPart();
     const GraphAxis x = Chart.Spec.AxisX1;
     show(cell.Lower, below);
     Chart = figure.Cells[place].Upper;
     const PartText above = UpperText(figure, place);
     PlacePart(figure.Paper, cell.Upper, above, &x);
+    ScaleUpperPart(cell.Upper.Frame);
     Chart.Spec.Legend.Show = 0;
     if (!figure.Choice.PanelPerSet) PlaceLegendBox(figure);
     SetTextSizes(figure.Paper, figure.Small);
@@ -226,6 +230,14 @@ PictureRequest RequestFor(const Page& page, double width, double height) {
     return request;
 }
 
+// Two significant digits, a zero at the end among them: 0.0040 stands beside 0.0039.
+std::string TwoDigits(double value) {
+    const double rounded = RoundSignificant(value, 2);
+    const double exponent = rounded > 0.0 ? std::floor(std::log10(rounded) + 1e-9) : 1.0;
+    const auto behind = static_cast<std::size_t>(std::max(1.0 - exponent, 0.0));
+    return FormatNumber(rounded, behind == 0 ? "0" : "0." + std::string(behind, '0'));
+}
+
 } // namespace
 
 bool IsFigureEnding(const std::string& ending) {
@@ -239,8 +251,7 @@ std::string FigureName(long set) {
 std::string FigureRms(long set) {
     const double rms = RmsOfSet(set);
     const bool plain = rms == 0.0 || (rms >= 0.001 && rms < 1000.0);
-    return "rms " +
-           (plain ? SingleText(static_cast<float>(RoundSignificant(rms, 2))) : FormatNumber(rms, "0.0E-##"));
+    return "rms " + (plain ? TwoDigits(rms) : FormatNumber(rms, "0.0E-##"));
 }
 
 std::string FigureBytes(const FigureChoice& choice, const std::string& ending, double dotsPerInch,
@@ -251,9 +262,10 @@ std::string FigureBytes(const FigureChoice& choice, const std::string& ending, d
     if (choice.Set < 0 || choice.Set > Work.NumSets)
         RaiseError("the fit has no data set " + std::to_string(choice.Set));
     CalcResiduals();
-    Figure figure{choice, {dotsPerInch}, {}, {}, {}};
+    Figure figure{choice, {dotsPerInch}, {}, {}, {}, {}};
     FigureScope scope(RequestFor(figure.Paper, LargestFigure, LargestFigure));
     figure.Cells = BuildCells(choice);
+    figure.Scales = ScalesOf(figure.Cells);
     Measure(figure);
     const PictureFile picture = open(ending, RequestFor(figure.Paper, figure.Plan.Width, figure.Plan.Height));
     scope.Surface = picture.Surface;

@@ -2,6 +2,7 @@
 // graph at hand is touched.
 #include "graphs/Figure.h"
 #include "graphs/FigureForm.h"
+#include "graphs/FigureScales.h"
 
 #include "GraphBench.h"
 #include "chart/pens/BaseFonts.h"
@@ -275,6 +276,76 @@ TEST_F(FigureTest, OneScaleOfXServesBothGraphs) {
     for (const int x : middles)
         pairs += middles.count(x) == 2 ? 1 : 0;
     EXPECT_EQ(pairs, 24); // each of 12 points above and below
+}
+
+TEST_F(FigureTest, TheRmsHasTwoDigitsWhateverTheyAre) {
+    const std::pair<float, const char*> cases[] = {
+        {0.0039F, "rms 0.0039"}, {0.00398F, "rms 0.0040"}, {0.05F, "rms 0.050"},    {0.999F, "rms 1.0"},
+        {12.3F, "rms 12"},       {0.0F, "rms 0"},          {0.00012F, "rms 1.2E-4"}};
+    for (const auto& [residual, text] : cases) {
+        FillFit({{1, 12, 0}}, residual);
+        Draw({85.0, 0.0, false, 0});
+        EXPECT_EQ(FigureRms(1), text);
+    }
+}
+
+// --- scales --------------------------------------------------------------------------------------------
+
+GraphAxis Scaled(FigureRange range, double length, double label = 9.0) {
+    GraphAxis axis;
+    ScaleFigureAxis(axis, range, length, label);
+    return axis;
+}
+
+TEST(FigureScales, LimitsFollowTheDataAndTicsAreRound) {
+    const GraphAxis axis = Scaled({-1.3, 1.3}, 68.0);
+    EXPECT_NEAR(axis.Min, -1.404, 1e-6); // a twenty-fifth of 2.6 beyond them
+    EXPECT_NEAR(axis.Max, 1.404, 1e-6);
+    EXPECT_FLOAT_EQ(axis.TicInterval, 0.5F); // 2.8 over seven labels is 0.4
+    EXPECT_FLOAT_EQ(axis.FirstTic, -1.0F);
+    EXPECT_EQ(axis.Decimals, 1);
+    EXPECT_EQ(axis.TicFormat, TicFormats::Decimal);
+    EXPECT_EQ(axis.ScaleMode, ScaleModes::Manual);
+}
+
+// One label is no scale: with room for two, 2 would leave 0 alone on it.
+TEST(FigureScales, TwoTicsAtLeastAreOnTheScale) {
+    for (const double high : {0.07, 0.3, 0.84, 1.0, 1.3, 2.6, 7.7, 9.9, 640.0})
+        for (const double length : {5.0, 9.0, 20.0, 27.0}) {
+            const GraphAxis axis = Scaled({-high, high}, length);
+            EXPECT_LE(axis.FirstTic + axis.TicInterval, axis.Max) << high << " over " << length;
+            EXPECT_GE(axis.FirstTic, axis.Min);
+        }
+}
+
+TEST(FigureScales, ZeroIsAnEndWhereDataBeginThere) {
+    const GraphAxis axis = Scaled({0.0, 1.18}, 43.0, 5.0);
+    EXPECT_EQ(axis.Min, 0.0F);
+    EXPECT_EQ(axis.FirstTic, 0.0F);
+    EXPECT_FLOAT_EQ(axis.TicInterval, 0.2F);
+}
+
+TEST(FigureScales, LargeAndSmallNumbersHaveExponents) {
+    EXPECT_EQ(Scaled({0.0, 2.4e6}, 40.0).TicFormat, TicFormats::Exponential);
+    EXPECT_EQ(Scaled({0.0, 3e-5}, 40.0).TicFormat, TicFormats::Exponential);
+    EXPECT_EQ(Scaled({0.0, 99000.0}, 40.0).TicFormat, TicFormats::Decimal);
+    EXPECT_EQ(Scaled({0.0, 99000.0}, 40.0).Decimals, 0);
+}
+
+TEST(FigureScales, PanelsShareTheRangeOfXAndTheWidestScaleOfResiduals) {
+    std::vector<CellGraphs> cells(3);
+    const float limits[] = {0.012F, 0.016F, 0.009F};
+    for (std::size_t i = 0; i < 3; ++i) {
+        cells[i].Lower.Spec.AxisY1.Max = limits[i];
+        cells[i].Lower.Spec.AxisY1.Decimals = static_cast<std::int16_t>(i);
+        cells[i].Upper.DataX = SetTable(2, 1);
+        cells[i].Upper.DataX(1, 1) = static_cast<float>(i) - 3.0F;
+        cells[i].Upper.DataX(2, 1) = i == 1 ? MissingValue : 0.5F * static_cast<float>(i);
+    }
+    const FigureScales scales = ScalesOf(cells);
+    EXPECT_EQ(scales.X, (FigureRange{-3.0, 1.0}));
+    EXPECT_EQ(scales.Residual.Max, 0.016F);
+    EXPECT_EQ(scales.Residual.Decimals, 1);
 }
 
 TEST_F(FigureTest, SymbolsAndCurveOfASetHaveItsColour) {
