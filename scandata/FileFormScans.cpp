@@ -157,11 +157,14 @@ bool MakeRoomBehind(RowNo s) {
     return false;
 }
 
-// The lines of the page as the rows are now; the current line stays.
+// The lines of the page as the rows are now; the current line stays, and so does the focus, which a window
+// that opens next would hand over to the first line.
 void ShowPageAgain() {
     const std::int16_t line = Work.CurrentRow;
+    Control* const focus = FileForm.State.FocusOn;
     FillPage();
     Work.CurrentRow = line;
+    FileForm.State.FocusOn = focus;
 }
 
 void CopyCurrentLine() {

@@ -280,6 +280,25 @@ TEST_F(TableTest, NextChannelCopiesStepsAndDropsTheBaseline) {
     EXPECT_EQ(FileForm.CopyRunning, FlagFalse);
 }
 
+// The graph gives the table's focus to whatever control waits for it.
+TEST_F(TableTest, ASecondNextChannelStartedFromTheFirstLineAgain) {
+    ReadHere();
+    AcceptRangeGraph();
+    FileFormKey(0, 'A');
+    for (int line = 1; line <= 2; ++line) {
+        script.ExpectModal(ChartsName, [] {
+            for (int each = 0; each < FileFormLines; ++each)
+                if (FileForm.State.FocusOn == &FileForm.Check1[static_cast<std::size_t>(each)])
+                    FileFormCheckFocus(each);
+            FileForm.State.FocusOn = nullptr;
+            ChartKey(13, 0);
+        });
+        FileFormCopyFile();
+        EXPECT_EQ(Work.CurrentRow, line);
+    }
+    EXPECT_EQ(FileForm.ChannelBox[2].Text, "C");
+}
+
 TEST_F(TableTest, LastChannelIsCopiedWithItsBaseline) {
     ReadHere();
     AcceptRangeGraph();
