@@ -151,6 +151,7 @@ TEST_F(PrintedReportTest, PagesFollowThePaper) {
 
 TEST_F(PrintedReportTest, TheGraphStandsOnAPageBehindTheTextAndTheWindowKeepsItsOwn) {
     PlotOwn();
+    Chart.Looks.Sets.assign(static_cast<std::size_t>(Chart.State.Nsets), {2, 1});
     Charts.StatusLine.Text = "read here";
     const std::string before = GraphFileBytes();
     const std::size_t drawn = Screen.Items.size();
