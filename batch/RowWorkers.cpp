@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <poll.h>
 #include <sys/wait.h>
@@ -89,14 +90,23 @@ void ReadFrom(Worker& worker) {
         EndWorker(worker);
 }
 
+bool Interrupt(const std::vector<Worker>& workers) {
+    for (const Worker& worker : workers)
+        ::kill(worker.Process, SIGINT);
+    return true;
+}
+
 void Collect(std::vector<Worker>& workers, std::vector<std::string>& results,
-             const std::function<void(long)>& watch) {
+             const std::function<void(long)>& watch, const std::function<bool()>& cancelled) {
+    constexpr int Moment = 200; // milliseconds; a signal between two looks is noticed so soon
     long done = 0;
+    bool told = false;
     while (!workers.empty()) {
+        if (!told && cancelled && cancelled()) told = Interrupt(workers);
         std::vector<pollfd> pipes;
         for (const Worker& worker : workers)
             pipes.push_back({worker.Pipe, POLLIN, 0});
-        if (::poll(pipes.data(), pipes.size(), -1) < 0 && errno != EINTR) break;
+        if (::poll(pipes.data(), pipes.size(), Moment) < 0 && errno != EINTR) break;
         for (std::size_t i = 0; i < workers.size(); ++i) {
             if (pipes[i].revents == 0) continue;
             ReadFrom(workers[i]);
@@ -120,7 +130,8 @@ void RunHere(std::vector<std::string>& results, long from, long step,
 
 std::vector<std::string> RunInProcesses(int processes, long count,
                                         const std::function<std::string(long)>& piece,
-                                        const std::function<void(long)>& watch) {
+                                        const std::function<void(long)>& watch,
+                                        const std::function<bool()>& cancelled) {
     std::vector<std::string> results(static_cast<std::size_t>(count));
     const long step = std::clamp<long>(processes, 1, std::max<long>(count, 1));
     if (step == 1) {
@@ -136,7 +147,7 @@ std::vector<std::string> RunInProcesses(int processes, long count,
         else
             left.push_back(first);
     }
-    Collect(workers, results, watch);
+    Collect(workers, results, watch, cancelled);
     for (const long first : left)
         RunHere(results, first, step, piece, watch);
     return results;

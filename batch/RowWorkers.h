@@ -15,6 +15,7 @@ namespace Quillon {
 // the work.
 std::vector<std::string> RunInProcesses(int processes, long count,
                                         const std::function<std::string(long number)>& piece,
-                                        const std::function<void(long done)>& watch);
+                                        const std::function<void(long done)>& watch,
+                                        const std::function<bool()>& cancelled = {});
 
 } // namespace Quillon

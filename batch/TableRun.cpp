@@ -253,6 +253,7 @@ std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, 
     const int within = processes > 1 ? 1 : options.Threads; // the rows take the cores
     const BatchConsole console = Console;
     WatchInterrupt();
+    long told = 0;
     const std::vector<std::string> packed = RunInProcesses(
         processes, std::ssize(rows),
         [&](long i) -> std::string {
@@ -265,9 +266,12 @@ std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, 
         },
         [&](long done) {
             Console = console;
-            WriteProgress(std::to_string(done) + " of " + std::to_string(rows.size()) + " rows");
-        });
-    if (std::find(packed.begin(), packed.end(), NotRun) != packed.end())
+            if (done > told)
+                WriteProgress(std::to_string(done) + " of " + std::to_string(rows.size()) + " rows");
+            told = done;
+        },
+        Interrupted);
+    if (Interrupted() || std::find(packed.begin(), packed.end(), NotRun) != packed.end())
         FailTable("the table was cancelled, nothing is written");
     std::vector<SummaryLine> lines;
     for (std::size_t i = 0; i < rows.size(); ++i)

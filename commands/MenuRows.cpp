@@ -7,6 +7,7 @@
 #include "commands/HtmlReport.h"
 #include "commands/MeasuredData.h"
 #include "commands/SimulateCommand.h"
+#include "commands/TableForm.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
 #include "graphs/FigureForm.h"
@@ -140,6 +141,7 @@ std::vector<MenuRow> AllRows() {
         {File, "WriteBaseline", "Wri&te Baseline from Residuals...", WriteBaseline, ResidualsAreABaseline},
         {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
         {File, "SaveJob", "Save as &Job...", SaveAsJob, DataAndModel},
+        {File, "RunTable", "Run a Table of &Fits...", RunTableOfFits, Always},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
 
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},

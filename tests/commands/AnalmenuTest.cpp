@@ -38,11 +38,11 @@ struct MainWindow : testing::Test {
 
 TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
-    EXPECT_EQ(Enabled(), (std::set<std::string>{"ReadData", "NewNameConvention", "DoFitRestore",
-                                                "SaveDefaults", "MenuExit", "DoModelSet", "UseResiduals",
-                                                "UseOverlay", "ResidualsSpread", "FitPause", "AlwaysRescue",
-                                                "AbsoluteTemperature", "SetConfidence", "mnuSigmaCalculator",
-                                                "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
+    EXPECT_EQ(Enabled(), (std::set<std::string>{
+                             "ReadData", "NewNameConvention", "DoFitRestore", "SaveDefaults", "RunTable",
+                             "MenuExit", "DoModelSet", "UseResiduals", "UseOverlay", "ResidualsSpread",
+                             "FitPause", "AlwaysRescue", "AbsoluteTemperature", "SetConfidence",
+                             "mnuSigmaCalculator", "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
