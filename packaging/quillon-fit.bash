@@ -15,7 +15,7 @@ _quillon_fit() {
     local words=
     case $before in
     --graph)
-        words='data= function= overlay= residuals= residuals-y= residuals-r= species= species-fraction= mass-c= mass-r= figure='
+        words='data= function= overlay= residuals= residuals-y= residuals-r= species= species-fraction= mass-c= mass-r= speciation= figure='
         compopt -o nospace 2>/dev/null
         ;;
     --mass-of) words='data fit' ;;
@@ -24,7 +24,7 @@ _quillon_fit() {
     --figure-panels) words='all sets' ;;
     --paper) words='a4 letter a4-landscape letter-landscape' ;;
     --report-graph) words='residuals overlay' ;;
-    --cell | --mass-points | --threads) return ;;
+    --cell | --mass-points | --resample | --restarts | --rows | --threads) return ;;
     *)
         if [[ $current == --* ]]; then
             words=$("$program" --help 2>/dev/null | sed -n 's/^  \(--[a-z-]*\).*/\1/p')
