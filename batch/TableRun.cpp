@@ -111,6 +111,7 @@ void CheckColumns(const std::string& text, const std::string& path, const JobTab
     names.insert(std::begin(SummaryFields), std::end(SummaryFields));
     for (const long number : rows) {
         const JobRow row{&table, number};
+        if (!WhyRowIsNone(row).empty()) continue;
         try {
             AddParmNames(ParseJob(text, path, &row), names);
         } catch (const RuntimeError&) {

@@ -40,6 +40,10 @@ bool DataChosen() {
 bool DataAndModel() {
     return Work.ModelChosen != 0 && Work.DataChosen != 0;
 }
+// After a simulation the scans are not those of the files.
+bool JobGivesTheFit() {
+    return DataAndModel() && !MeasuredDataKept();
+}
 bool SeveralSets() {
     return Work.DataChosen != 0 && Work.NumSets >= 2;
 }
@@ -140,7 +144,7 @@ std::vector<MenuRow> AllRows() {
         {File, "SaveDefaults", "Save program &defaults...", SaveDefaults, Always, Plain, NewGroup},
         {File, "WriteBaseline", "Wri&te Baseline from Residuals...", WriteBaseline, ResidualsAreABaseline},
         {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
-        {File, "SaveJob", "Save as &Job...", SaveAsJob, DataAndModel},
+        {File, "SaveJob", "Save as &Job...", SaveAsJob, JobGivesTheFit},
         {File, "RunTable", "Run a Table of &Fits...", RunTableOfFits, Always},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
 
