@@ -20,6 +20,6 @@ std::vector<TextPiece> PiecesOf(const std::string& text, bool hasGlyphs);
 
 // Exponents in the font of a line: their height, and how far their baseline stands above that of the line, as
 // parts of the height of the line. They end below its tallest letters, so that lines take no more room.
-inline constexpr double RaisedHeight = 0.65, RaisedBy = 0.29;
+inline constexpr double RaisedHeight = 0.65, RaisedBy = 0.26;
 
 } // namespace Quillon

@@ -247,7 +247,7 @@ TEST_F(TitlesTest, ExponentsStandSmallerAndAboveTheLine) {
     ASSERT_TRUE(ten != nullptr && power != nullptr && unit != nullptr);
     const int height = ten->Font.Height;
     EXPECT_EQ(power->Font.Height, std::lround(0.65 * height));
-    EXPECT_EQ(ten->Points[0].Y - power->Points[0].Y, std::lround(0.29 * height));
+    EXPECT_EQ(ten->Points[0].Y - power->Points[0].Y, std::lround(0.26 * height));
     EXPECT_EQ(power->Points[0].X, ten->Points[0].X + TextBounds(*ten).Right - TextBounds(*ten).Left + 1);
     EXPECT_EQ(unit->Points[0].Y, ten->Points[0].Y);
     EXPECT_EQ(unit->Font.Height, height);
@@ -255,7 +255,7 @@ TEST_F(TitlesTest, ExponentsStandSmallerAndAboveTheLine) {
     const DrawnItem* s = Screen.FindText("s");
     const DrawnItem* inverse = Screen.FindText("-1");
     ASSERT_TRUE(s != nullptr && inverse != nullptr);
-    EXPECT_EQ(s->Points[0].X - inverse->Points[0].X, std::lround(0.29 * s->Font.Height));
+    EXPECT_EQ(s->Points[0].X - inverse->Points[0].X, std::lround(0.26 * s->Font.Height));
     EXPECT_LT(inverse->Points[0].Y, s->Points[0].Y);
     const int whole = TextBounds(*ten).Right - TextBounds(*ten).Left + TextBounds(*power).Right -
                       TextBounds(*power).Left + TextBounds(*unit).Right - TextBounds(*unit).Left + 3;
