@@ -251,9 +251,11 @@ TEST_F(PrintedReportTest, AGraphWithoutRoomBetweenItsOwnMarginsTakesThoseOfThePr
 }
 
 TEST_F(PrintedReportTest, AGraphWithoutAnyRoomIsToldAndThePreviewSaysSoOnItsSheet) {
+    Printer.Now.Page.Width = Printer.Now.Page.Height = 4.0;
+    Printer.Now.Page.Margin = EvenEdges(2.0); // they meet
     PlotOwn();
+    Chart.Style.LeftMargin = 4.0F;
     const std::string graph = GraphFileBytes(), before = FitFileBytes();
-    Printer.Now.Page.Width = Printer.Now.Page.Height = 1.0; // the margins meet
     const std::string why = "the margins leave no room on the paper";
     std::string told;
     for (const DrawnItem& item : Previewed())
