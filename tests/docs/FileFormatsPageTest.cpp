@@ -102,10 +102,18 @@ TEST(FileFormatsPage, HasTheKeysOfGraphs) {
     for (const std::string& key : Found(reader, "ReadColors\\(ini, \"(\\w+)\""))
         code.insert(key);
     EXPECT_GT(code.size(), 45U);
-    EXPECT_EQ(SetOf(FirstColumn(Part("### chart.ini", ""))), code);
+    EXPECT_EQ(SetOf(FirstColumn(Part("### chart.ini", "## Graph file (`.grf`)"))), code);
     const std::string writer = TextOf("chart/dialogs/SaveChartDefaults.cpp");
     for (const std::string& key : Found(writer, "(?:Write\\(|\\{)\"([A-Z]\\w+)\", "))
         EXPECT_EQ(code.count(key), 1U) << key; // what is written is read
+}
+
+TEST(FileFormatsPage, HasTheBlocksBehindTheFieldsOfGraphFiles) {
+    const std::string trailer = TextOf("chart/files/GraphTrailer.cpp");
+    EXPECT_EQ(FirstColumn(Part("## Graph file (`.grf`)", "### The state")),
+              Found(trailer, "Block = \"(\\w+)\";"));
+    for (const std::string& name : Found(trailer, "\\{\"(\\w+)\", \\["))
+        EXPECT_NE(TextOf("docs/file-formats.md").find("`" + name + "`"), std::string::npos) << name;
 }
 
 } // namespace
