@@ -1,0 +1,195 @@
+// Profiles: a parabola in closed form, exact limits, coverage of the truth, and what is said beside them.
+#include "studies/Profile.h"
+#include "SimulatedCase.h"
+#include "files/RunPieces.h"
+#include "fit/FreeMap.h"
+#include "fit/GNLLSQ.h"
+#include "models/ParmScale.h"
+#include "platform/Platform.h"
+#include "reporting/Statistics.h"
+#include "tests/support/ReferenceFit.h"
+#include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Roads.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace Quillon {
+namespace {
+
+void FitCase(const char* name) {
+    LoadCase(ModelCaseNamed(name));
+    RunFit();
+    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged) << Work.Outcome.Sentence;
+}
+
+// Everything but the zero offsets is held: the sum of squares is a parabola in each of them.
+void FitOffsetsAlone() {
+    LoadCase(ModelCaseNamed("Model01"));
+    std::vector<FitChoice> choices = FitChoices();
+    for (FitChoice& choice : choices)
+        choice.Check = PartOfSlot(choice.Slot) == SlotPart::Offset ? FitCheckYes : FitCheckNo;
+    AssignFreePositions(choices);
+    ASSERT_TRUE(RunFit()) << Work.Outcome.Sentence;
+}
+
+// S(b) = S0 + n (b - b0)^2 with n points in the set; the interval of a level reaches
+// sqrt(S0 F / (ndf n)) to both sides.
+TEST(Profile, OfALinearParameterIsTheParabolaInClosedForm) {
+    Script script;
+    FitOffsetsAlone();
+    const long slot = SlotOffset(2L);
+    const Profile profile = ProfileParameter(slot, {{0.683, 0.95}, 25}, {});
+    ASSERT_TRUE(profile.Complete);
+    ASSERT_EQ(profile.Points.size(), 25U);
+    const auto n = static_cast<double>(Work.SetPts[2]);
+    for (const ProfilePoint& point : profile.Points) {
+        const double off = point.Value - profile.MinimumValue;
+        EXPECT_NEAR(point.SumSq, profile.MinimumSumSq + n * off * off, 1e-5 * profile.MinimumSumSq);
+        EXPECT_NEAR(point.Ratio, point.SumSq / profile.MinimumSumSq, 1e-12);
+        EXPECT_TRUE(point.Converged);
+    }
+    const auto freedom = static_cast<double>(Work.NumPts - Work.NumFree);
+    // F(1, infinity) of 68.3% and 95% are 1.0012 and 3.8415, squares of the normal deviate; of ndf degrees
+    // t^2 with t = z + (z^3 + z) / (4 ndf) (Abramowitz and Stegun, 26.7.5).
+    const double deviates[] = {1.000642, 1.959964};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const double z = deviates[i];
+        const double t = z + (z * z * z + z) / (4.0 * freedom);
+        const double reach = t * std::sqrt(profile.MinimumSumSq / freedom / n);
+        EXPECT_NEAR(profile.Limits[i].Ratio, 1.0 + t * t / freedom, 2e-6);
+        ASSERT_TRUE(profile.Limits[i].Lower && profile.Limits[i].Upper);
+        EXPECT_NEAR(*profile.Limits[i].Upper - profile.MinimumValue, reach, 2e-3 * reach);
+        EXPECT_NEAR(profile.MinimumValue - *profile.Limits[i].Lower, reach, 2e-3 * reach);
+    }
+}
+
+TEST(Profile, ValuesAreEvenAndTheMinimumIsAmongThem) {
+    Script script;
+    FitCase("Model02");
+    const Profile profile = ProfileParameter(2, {{0.95}, 12}, {});
+    ASSERT_EQ(profile.Points.size(), 12U);
+    const double spacing = profile.Points[1].Value - profile.Points[0].Value;
+    bool minimum = false;
+    for (std::size_t i = 0; i < 12; ++i) {
+        minimum = minimum || profile.Points[i].Value == profile.MinimumValue;
+        if (i == 0) continue;
+        EXPECT_NEAR(profile.Points[i].Value - profile.Points[i - 1].Value, spacing, 1e-4 * spacing);
+    }
+    EXPECT_TRUE(minimum);
+    EXPECT_GT(profile.Points.front().Ratio, profile.Limits[0].Ratio);
+    EXPECT_GT(profile.Points.back().Ratio, profile.Limits[0].Ratio);
+}
+
+// At a limit the other parameters' least sum, found by a dense search in long double, is the level's.
+TEST(Profile, LimitsOfACurvedParameterStandWhereALeastSumSaysSo) {
+    Script script;
+    FitCase("Model02");
+    const Profile profile = ProfileParameter(2, {{0.95}, 25}, {});
+    ASSERT_TRUE(profile.Limits[0].Lower && profile.Limits[0].Upper);
+    const double least = static_cast<double>(FitReference(Work).End.SumSq);
+    for (const double limit : {*profile.Limits[0].Lower, *profile.Limits[0].Upper}) {
+        Workspace held = Work;
+        held.Parms[2] = ToInternal(2, static_cast<float>(limit));
+        held.FreeMap[2] = SlotHeld;
+        held.NumFree = 0;
+        for (long slot = 0; slot < held.NumParms; ++slot) {
+            if (held.FreeMap[slot] < 0) continue;
+            held.FreeMap[slot] = held.NumFree;
+            held.FreeIndex[held.NumFree] = ToInt16(slot);
+            held.NumFree = ToInt16(held.NumFree + 1);
+        }
+        const double sum = static_cast<double>(FitReference(held).End.SumSq);
+        EXPECT_NEAR((sum / least - 1.0) / (profile.Limits[0].Ratio - 1.0), 1.0, 0.01);
+    }
+}
+
+TEST(Profile, IsTheSameForAnyNumberOfThreadsAndLeavesTheFit) {
+    Script script;
+    FitCase("Model04");
+    const Workspace own = Work;
+    const Profile loop = ProfileParameter(4, {{0.683}, 9}, {});
+    EXPECT_TRUE(Work == own);
+    for (const int threads : {1, 3}) {
+        Host.RunPieces = [threads](long count, const auto& piece, const auto& watch) {
+            RunPieces(threads, count, piece, watch);
+        };
+        const Profile other = ProfileParameter(4, {{0.683}, 9}, {});
+        ASSERT_EQ(other.Points.size(), loop.Points.size());
+        for (std::size_t i = 0; i < loop.Points.size(); ++i) {
+            EXPECT_EQ(other.Points[i].Value, loop.Points[i].Value);
+            EXPECT_EQ(other.Points[i].SumSq, loop.Points[i].SumSq);
+        }
+        EXPECT_EQ(other.Limits[0].Lower, loop.Limits[0].Lower);
+        EXPECT_EQ(other.Limits[0].Upper, loop.Limits[0].Upper);
+    }
+}
+
+// A bound that stands before the limit: the profile ends there, and there is no limit.
+TEST(Profile, EndsAtABound) {
+    Script script;
+    FitCase("Model02");
+    const float error = static_cast<float>(StandardError(Work.FreeMap[2]));
+    Work.Bounds[1][2] = ToUserUnits(2, Work.Parms[2] + 0.5F * error);
+    const Profile profile = ProfileParameter(2, {{0.95}, 11}, {});
+    ASSERT_FALSE(profile.Points.empty());
+    EXPECT_LE(profile.Points.back().Value, static_cast<double>(Work.Bounds[1][2]) * (1 + 1e-6));
+    EXPECT_FALSE(profile.Limits[0].Upper.has_value());
+    EXPECT_TRUE(profile.Limits[0].Lower.has_value());
+}
+
+// A fit that stands away from the minimum: the profile starts from the minimum and says so.
+TEST(Profile, StartsAnewFromABetterMinimum) {
+    Script script;
+    FitCase("Model02");
+    const double least = Work.SumSq;
+    Work.Parms[0] *= 1.05F;
+    CalcSumSq();
+    ASSERT_GT(Work.SumSq, 1.1 * least);
+    const Profile profile = ProfileParameter(0, {{0.683}, 7}, {});
+    EXPECT_NEAR(profile.MinimumSumSq / least, 1.0, 1e-3);
+    ASSERT_TRUE(profile.Better.has_value());
+    EXPECT_NE(profile.Better->FitDone, 0);
+    ASSERT_FALSE(profile.Notes.empty());
+}
+
+TEST(Profile, ACancelShowsWhatThereIs) {
+    Script script;
+    FitCase("Model02");
+    int passes = 0;
+    script.DuringEvents = [&] { passes += 1; };
+    const Profile profile = ProfileParameter(2, {{0.683}, 9}, [&](long done, long) {
+        if (done > 0) Work.AbortFit = FlagTrue;
+    });
+    EXPECT_FALSE(profile.Complete);
+    EXPECT_LT(profile.Points.size(), 9U);
+    EXPECT_GE(profile.Points.size(), 1U);
+}
+
+// Forty experiments: the interval of 68.3% holds the true constant as often as that says. A binomial of 40 is
+// outside of 17 to 36 once in five hundred times.
+TEST(Profile, LimitsCoverTheTruth) {
+    Script script;
+    const Workspace truth = SimulatedWorkspace(ModelCaseNamed("Model02"));
+    const auto value = static_cast<double>(truth.Parms[2]);
+    int covered = 0;
+    constexpr int Experiments = 40;
+    for (int i = 0; i < Experiments; ++i) {
+        FitCase("Model02");
+        Workspace& work = Work;
+        DrawNoise(work, ReferenceParms(truth), 0.002, static_cast<std::uint64_t>(100 + i));
+        Work.Parms = truth.Parms;
+        RunFit();
+        const Profile profile = ProfileParameter(2, {{0.683}, 5}, {});
+        const double shown = static_cast<double>(ToUserUnits(2, static_cast<float>(value)));
+        covered += profile.Limits[0].Lower && profile.Limits[0].Upper && *profile.Limits[0].Lower < shown &&
+                   shown < *profile.Limits[0].Upper;
+    }
+    RecordProperty("Covered", covered);
+    EXPECT_GE(covered, 17);
+    EXPECT_LE(covered, 36);
+}
+
+} // namespace
+} // namespace Quillon
