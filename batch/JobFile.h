@@ -6,6 +6,7 @@
 //     [set 1]        to [set 18]: a scan, the part of it that is fitted, its baseline and constraints
 //     [simulation]   noise and seed of --simulate
 //     [compare]      the models of --compare
+//     [profile]      levels and steps of --profile
 //     [resampling]   kind and level of --resample
 //     [parameters]   "slot or name = value hold|fit lower x upper y"; "internal" before the value says that
 //                    it is the one inside the program, bit for bit
@@ -20,6 +21,7 @@
 #include "batch/JobTable.h"
 #include "studies/ModelVariant.h"
 #include "studies/OtherMinima.h"
+#include "studies/Profile.h"
 #include "studies/Resampling.h"
 #include "workspace/records/Workspace.h"
 
@@ -107,6 +109,7 @@ struct Job {
     std::vector<JobParameter> Parameters;
     JobSimulation Simulation;
     std::vector<ModelVariant> Compare; // of [compare]; none without the section
+    ProfileChoice Profile;             // of [profile]
     ResampleChoice Resampling;         // of [resampling]; the option has the count, [fit] the seed
     std::vector<JobPlace> Places;
 

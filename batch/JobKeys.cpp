@@ -135,13 +135,35 @@ constexpr FitKey ResamplingKeys[] = {
     {"level", [](JobReader& r, const std::string& v) { r.Result.Resampling.Level = ReadLevel(r, v); }},
 };
 
+// Levels between commas, at least one.
+std::vector<double> ReadLevels(const JobReader& reader, std::string_view value) {
+    std::vector<double> levels;
+    for (;;) {
+        const std::size_t comma = std::min(value.find(','), value.size());
+        levels.push_back(ReadLevel(reader, Trim(value.substr(0, comma))));
+        if (comma == value.size()) return levels;
+        value.remove_prefix(comma + 1);
+    }
+}
+
+constexpr FitKey ProfileKeys[] = {
+    {"level", [](JobReader& r, const std::string& v) { r.Result.Profile.Levels = ReadLevels(r, v); }},
+    {"steps",
+     [](JobReader& r, const std::string& v) {
+         r.Result.Profile.Steps =
+             ReadWhole(r, v, static_cast<int>(FewestSteps), static_cast<int>(LargestSteps));
+     }},
+};
+
 // A section that a fit passes over.
 struct StudySection {
     const char* Name;
     std::span<const FitKey> Keys;
 };
-constexpr StudySection StudySections[] = {
-    {"simulation", SimulationKeys}, {"compare", CompareKeys}, {"resampling", ResamplingKeys}};
+constexpr StudySection StudySections[] = {{"simulation", SimulationKeys},
+                                          {"compare", CompareKeys},
+                                          {"resampling", ResamplingKeys},
+                                          {"profile", ProfileKeys}};
 
 const StudySection* FindStudySection(std::string_view name) {
     for (const StudySection& section : StudySections)

@@ -174,6 +174,7 @@ constexpr ValueOption ValueOptions[] = {
      [](Options& o, const std::string& v) {
          o.ReportGraph = IsSecond("--report-graph", v, "residuals", "overlay") ? "overlay" : "residuals";
      }},
+    {"--profile", [](Options& o, const std::string& v) { o.Profiles.push_back(ParseProfileOption(v)); }},
     {"--resample", [](Options& o, const std::string& v) { o.Resample = ReadResample(v); }},
     {"--simulate", [](Options& o, const std::string& v) {
          if (v.empty()) RaiseError("no folder behind --simulate");
@@ -221,7 +222,7 @@ bool NeedsNoFit(const Options& options) {
     const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
                        !options.Save.empty() || !options.Integrate.empty() || options.Refit ||
                        !options.Compare.empty() || !options.Methods.empty() || !options.WriteJob.empty() ||
-                       !options.Table.empty() || options.Resample > 0;
+                       !options.Table.empty() || options.Resample > 0 || !options.Profiles.empty();
     return !ofFit && !options.Graphs.empty() &&
            std::all_of(options.Graphs.begin(), options.Graphs.end(),
                        [](const GraphOption& graph) { return !graph.Source.empty(); });
@@ -354,6 +355,8 @@ std::vector<NamedOutput> OutputsOf(const Options& options) {
     for (const FileOption& option : FileOptions)
         if (const std::string& path = options.*option.Target; !path.empty())
             outputs.push_back({option.Name, path});
+    for (const ProfileOption& profile : options.Profiles)
+        outputs.push_back({"--profile " + ProfileName(profile), profile.Path});
     for (const GraphOption& graph : options.Graphs)
         outputs.push_back({"--graph " + GraphName(graph), graph.Path});
     return outputs;
@@ -460,6 +463,10 @@ std::string HelpText() {
            "  --rows A-B      these rows of the table alone\n"
            "  --merge OUT PART...\n"
            "                  no fit: the summaries of parts of a table, put together\n"
+           "  --profile SLOT=FILE\n"
+           "                  the sum of squares along one fitted parameter, the others\n"
+           "                  refitted at each value: .csv or .json; SLOT,SLOT=FILE a map\n"
+           "                  of two. As often as wanted\n"
            "  --resample N    N fits to resampled data; how their values scatter goes into\n"
            "                  report and results\n"
            "  --draws FILE    each of these fits, as CSV\n"

@@ -3,6 +3,7 @@
 
 #include "batch/GraphOption.h"
 #include "batch/IntegrateCsv.h"
+#include "batch/ProfileOption.h"
 
 #include <functional>
 #include <optional>
@@ -34,7 +35,8 @@ struct Options {
     std::vector<std::string> Parts; // of Merge
     std::string Simulate;           // the folder of a simulation; no fit then
     std::string Draws;              // fits to resampled data, CSV
-    long Resample = 0;              // how many of them; 0 none
+    std::vector<ProfileOption> Profiles;
+    long Resample = 0; // how many of them; 0 none
     std::vector<GraphOption> Graphs;
     std::string Paper;              // of the report; empty: a4 for pages, text that both a4 and letter hold
     std::string ReportGraph;        // "residuals" or "overlay" behind it; empty: none

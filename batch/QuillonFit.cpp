@@ -9,6 +9,7 @@
 #include "batch/OutputPlaces.h"
 #include "batch/PictureLoader.h"
 #include "batch/PointsCsv.h"
+#include "batch/ProfileOutputs.h"
 #include "batch/ResamplingOutputs.h"
 #include "batch/ResultsJson.h"
 #include "batch/RunJob.h"
@@ -116,6 +117,14 @@ std::string HtmlBytes() {
     return HtmlReport(GraphBytes(figure));
 }
 
+// A profile or a map, by the ending of its file.
+std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const std::string& path) {
+    const bool json = PathEnding(path) == "json";
+    if (const ProfileMap* map = std::get_if<ProfileMap>(&study)) return json ? MapJson(*map) : MapCsv(*map);
+    const Profile& profile = std::get<Profile>(study);
+    return json ? ProfileJson(profile) : ProfileCsv(profile);
+}
+
 // What the studies of a run add to its report.
 std::vector<std::string> StudyLines(const RunEnd& end) {
     std::vector<std::string> lines;
@@ -177,6 +186,9 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
     if (end.Studies.Compared)
         outputs.push_back({options.Compare, CompareTable(*end.Studies.Compared, options.Compare)});
+    for (std::size_t i = 0; i < end.Studies.Profiles.size(); ++i)
+        outputs.push_back(
+            {options.Profiles[i].Path, ProfileBytes(end.Studies.Profiles[i], options.Profiles[i].Path)});
     if (end.Studies.Resampled && !options.Draws.empty())
         outputs.push_back({options.Draws, DrawsCsv(*end.Studies.Resampled)});
     if (!options.Results.empty())

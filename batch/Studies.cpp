@@ -42,6 +42,48 @@ void RunResampling(const Options& options, const Job* job, RunEnd& end) {
     end.Studies.Resampled = std::move(resampling);
 }
 
+// Progress by steps of as many as the study says.
+std::function<void(long, long)> StepLines(const std::string& study) {
+    return [=, told = 0L, progress = StartProgress(0, "values")](long done, long all) mutable {
+        progress.All = all;
+        if (done > told) WriteProgress(study + ": " + ProgressText(progress, done));
+        told = done;
+    };
+}
+
+// What is said of a study that has met a better minimum than the fit's.
+constexpr const char* BetterText =
+    ": a lower minimum than that of the fit was met; what is written starts from it";
+
+void RunProfile(const ProfileOption& option, const ProfileChoice& choice, RunEnd& end) {
+    const std::string name = "profile " + ProfileName(option);
+    const auto keep = [&](auto study) {
+        Work.AbortFit = FlagFalse;
+        if (!study.Complete) return LeaveIncomplete(end, "The profile was cancelled");
+        if (study.Better) WriteFailure(name + BetterText);
+        end.Studies.Profiles.push_back(std::move(study));
+    };
+    if (option.Slots.size() == 1)
+        keep(ProfileParameter(option.Slots[0], choice, StepLines(name)));
+    else
+        keep(MapParameters(option.Slots[0], option.Slots[1], choice, StepLines(name)));
+}
+
+// Slots are those of fitted parameters, which the fit alone knows.
+void CheckProfileSlots(const Options& options) {
+    for (const ProfileOption& option : options.Profiles)
+        for (const long slot : option.Slots)
+            if (!CanProfile(slot))
+                RaiseError("quillon-fit: --profile " + ProfileName(option) + ": slot " +
+                           std::to_string(slot) + " is no fitted parameter");
+}
+
+void RunProfiles(const Options& options, const Job* job, RunEnd& end) {
+    CheckProfileSlots(options);
+    for (const ProfileOption& option : options.Profiles)
+        if (!Interrupted()) RunProfile(option, job ? job->Profile : ProfileChoice{}, end);
+}
+
 // A study of the fit needs one that stands at a minimum.
 bool FitStands(const RunEnd& end) {
     return end.HasFit && end.Converged && CanResample();
@@ -59,6 +101,8 @@ void RunStudies(const Options& options, const Job* job, RunEnd& end) {
     if (Interrupted()) return;
     if (job && !options.Compare.empty()) RunComparison(*job, end);
     if (Interrupted() || !FitStands(end)) return;
+    RunProfiles(options, job, end);
+    if (Interrupted()) return;
     if (options.Resample > 0) RunResampling(options, job, end);
 }
 

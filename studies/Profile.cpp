@@ -332,6 +332,7 @@ ProfilePoint PointOf(const Base& base, long slot, const Place& place) {
     point.SumSq = place.End.SumSq;
     point.Ratio = place.End.SumSq / base.SumSq;
     point.Converged = place.End.Converged;
+    point.Parms = place.Parms;
     return point;
 }
 

@@ -33,6 +33,7 @@ struct ProfilePoint {
     double SumSq = 0.0; // infinite where the function has no value
     double Ratio = 0.0; // over the lowest sum
     bool Converged = false;
+    PerSlot<float> Parms; // all parameters there, internal scale
 };
 
 struct ProfileLimits {

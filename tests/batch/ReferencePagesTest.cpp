@@ -58,6 +58,7 @@ TEST(ReferencePages, NameEveryKey) {
     ExpectKeys("simulation", "## Section [simulation]");
     ExpectKeys("compare", "## Section [compare]");
     ExpectKeys("resampling", "## Section [resampling]");
+    ExpectKeys("profile", "## Section [profile]");
 }
 
 TEST(ReferencePages, ShowAJobThatIsTaken) {

@@ -103,6 +103,54 @@ TEST(BatchCompare, IsWrittenThoughTheFitFailed) {
     EXPECT_EQ(LinesOf(ReadWholeFile(path)).size(), 3U);
 }
 
+TEST(BatchProfile, WritesTableAndRecord) {
+    Script script;
+    const std::string job = StudyJob(script, "[profile]\nlevel = 0.683, 0.9\nsteps = 7\n");
+    const std::string json = script.Directory() + "/p.json";
+    const ProgramEnd end = RunInside({job, "--profile", "2=-", "--profile", "2=" + json});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    const std::vector<std::string> lines = LinesOf(end.Out);
+    ASSERT_EQ(lines.size(), 8U);
+    EXPECT_EQ(lines[0], "slot,name,value,sum_of_squares,ratio,converged");
+    const JsonValue record = ReadJson(ReadWholeFile(json));
+    EXPECT_EQ(record["slot"].Number, 2.0);
+    ASSERT_EQ(record["levels"].Items.size(), 2U);
+    EXPECT_EQ(record["levels"][1]["level"].Number, 0.9);
+    EXPECT_LT(record["levels"][1]["lower"].Number, record["levels"][0]["lower"].Number);
+    EXPECT_GT(record["levels"][1]["upper"].Number, record["levels"][0]["upper"].Number);
+    ASSERT_EQ(record["points"].Items.size(), 7U);
+    double former = -1e9;
+    for (std::size_t i = 0; i < 7; ++i) {
+        const JsonValue& point = record["points"][i];
+        EXPECT_GT(point["value"].Number, former);
+        former = point["value"].Number;
+        EXPECT_EQ(std::stod(FieldsOf(lines[i + 1])[2]), former);
+        EXPECT_NEAR(point["ratio"].Number,
+                    point["sum_of_squares"].Number / record["minimum"]["sum_of_squares"].Number, 1e-9);
+    }
+}
+
+TEST(BatchProfile, OfTwoIsAMap) {
+    Script script;
+    const std::string job = StudyJob(script, "[profile]\nsteps = 3\n");
+    const ProgramEnd end = RunInside({job, "--profile", "0,2=-"});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    ASSERT_EQ(LinesOf(end.Out).size(), 10U);
+    EXPECT_EQ(LinesOf(end.Out)[0], "slot_1,slot_2,value_1,value_2,sum_of_squares,ratio,converged");
+}
+
+TEST(BatchProfile, RefusesWhatIsNoFittedParameter) {
+    Script script;
+    const std::string job = StudyJob(script, "");
+    for (const char* text : {"2", "x=p.csv", "2,2=p.csv", "-1=p.csv", "2=p.txt", "2=", "=p.csv"})
+        EXPECT_EQ(RunInside({job, "--profile", text}).Status, 1) << text;
+    const ProgramEnd held = RunInside({job, "--profile", "5=p.csv"});
+    EXPECT_EQ(held.Status, 1);
+    EXPECT_NE(held.Err.find("--profile 5: slot 5 is no fitted parameter"), std::string::npos) << held.Err;
+    EXPECT_EQ(RunInside({StudyJob(script, "[profile]\nsteps = 2\n")}).Status, 1);
+    EXPECT_EQ(RunInside({StudyJob(script, "[profile]\nlevel = 0.5,\n")}).Status, 1);
+}
+
 TEST(BatchResampling, GoesIntoResultsReportAndDraws) {
     Script script;
     const std::string job = StudyJob(script, "[resampling]\nkind = residuals\nlevel = 0.9\n");

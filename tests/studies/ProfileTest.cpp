@@ -1,5 +1,4 @@
 // Profiles: a parabola in closed form, exact limits, coverage of the truth, and what is said beside them.
-#include "studies/Profile.h"
 #include "SimulatedCase.h"
 #include "files/RunPieces.h"
 #include "fit/FreeMap.h"
@@ -7,6 +6,7 @@
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "reporting/Statistics.h"
+#include "studies/ProfileMap.h"
 #include "tests/support/ReferenceFit.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Roads.h"
@@ -124,6 +124,51 @@ TEST(Profile, IsTheSameForAnyNumberOfThreadsAndLeavesTheFit) {
         EXPECT_EQ(other.Limits[0].Lower, loop.Limits[0].Lower);
         EXPECT_EQ(other.Limits[0].Upper, loop.Limits[0].Upper);
     }
+}
+
+// S = S0 + n1 (b1 - m1)^2 + n2 (b2 - m2)^2 for the zero offsets of two sets; the region of a level has the
+// ratio 1 + 2 F(2, n) / n = level dependent alone: (1 - level)^(-2 / n) in closed form.
+TEST(ProfileMaps, OfTwoLinearParametersAreAParaboloid) {
+    Script script;
+    FitOffsetsAlone();
+    const ProfileMap map = MapParameters(SlotOffset(1L), SlotOffset(2L), {{0.95}, 7}, {});
+    ASSERT_TRUE(map.Complete);
+    ASSERT_EQ(map.Points.size(), 49U);
+    for (std::size_t i = 0; i < 7; ++i)
+        for (std::size_t j = 0; j < 7; ++j) {
+            const double x = map.Values[0][i] - map.Minimum[0], y = map.Values[1][j] - map.Minimum[1];
+            EXPECT_NEAR(map.At(i, j).SumSq,
+                        map.MinimumSumSq + Work.SetPts[1] * x * x + Work.SetPts[2] * y * y,
+                        1e-5 * map.MinimumSumSq);
+        }
+    const double freedom = Work.NumPts - Work.NumFree;
+    EXPECT_NEAR(map.Levels[0].Ratio, std::pow(0.05, -2.0 / freedom), 1e-6);
+    EXPECT_GT(map.At(0, 3).Ratio, map.Levels[0].Ratio); // the edges lie outside of the region
+}
+
+TEST(ProfileMaps, AreTheSameForAnyNumberOfThreadsAndCanBeCancelled) {
+    Script script;
+    FitCase("Model02");
+    const Workspace own = Work;
+    const ProfileMap loop = MapParameters(0, 2, {{0.683}, 5}, {});
+    ASSERT_TRUE(loop.Complete);
+    EXPECT_TRUE(Work == own);
+    Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
+        RunPieces(3, count, piece, watch);
+    };
+    const ProfileMap other = MapParameters(0, 2, {{0.683}, 5}, {});
+    ASSERT_EQ(other.Points.size(), loop.Points.size());
+    for (std::size_t i = 0; i < loop.Points.size(); ++i)
+        EXPECT_EQ(other.Points[i].SumSq, loop.Points[i].SumSq);
+    Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
+        for (long i = 0; i < count; ++i) {
+            piece(i);
+            watch(i + 1);
+        }
+    };
+    const ProfileMap stopped =
+        MapParameters(0, 2, {{0.683}, 5}, [](long, long) { Work.AbortFit = FlagTrue; });
+    EXPECT_FALSE(stopped.Complete);
 }
 
 // A bound that stands before the limit: the profile ends there, and there is no limit.
