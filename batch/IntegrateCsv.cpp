@@ -51,8 +51,7 @@ std::string IntegrateCsv(const CellRadii& cell) {
         const std::string start = number + "," + CsvField(Work.SetLabel[set]) + "," +
                                   ShortestText(cell.Inner) + "," + ShortestText(cell.Outer) + ",";
         try {
-            for (const IntegratedRow& row :
-                 IntegrateCell(set.Number, cell.Inner, cell.Outer, UnitInForce()).Rows)
+            for (const IntegratedRow& row : IntegrateCell(set, cell.Inner, cell.Outer, UnitInForce()).Rows)
                 text += RowLine(start, row);
         } catch (const RuntimeError& error) {
             RaiseError("--integrate, set " + number + ": " + error.Text);

@@ -6,6 +6,7 @@
 #include "models/ModelTable.h"
 #include "models/ParmNames.h"
 #include "models/ParmScale.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,27 +15,21 @@ namespace Quillon {
 
 namespace {
 
-constexpr std::int16_t NoSlot = -1;
-
-bool InUse(long slot) {
-    return Work.FreeMap[slot] != SlotUnused;
-}
-
 // The name as the dialogs show it.
-std::string ShownName(long slot) {
+std::string ShownName(SlotNo slot) {
     const std::string& unit = Work.ParmTitle[slot];
     return Work.ParmName[slot] + (unit.empty() ? "" : "  (" + unit + ")");
 }
 
-template <class Test> std::int16_t FindSlot(Test&& fits) {
-    for (std::int16_t slot = 0; slot < Work.NumParms; ++slot)
-        if (InUse(slot) && (fits(Work.ParmName[slot]) || fits(ShownName(slot)))) return slot;
+template <class Test> SlotNo FindSlot(Test&& fits) {
+    for (const SlotNo slot : EachSlot())
+        if (IsInUse(slot) && (fits(Work.ParmName[slot]) || fits(ShownName(slot)))) return slot;
     return NoSlot;
 }
 
 // Some names of a model differ in nothing but the case of a letter, so that the exact one comes first.
-std::int16_t SlotByName(const std::string& name) {
-    const std::int16_t exact = FindSlot([&](const std::string& shown) { return shown == name; });
+SlotNo SlotByName(const std::string& name) {
+    const SlotNo exact = FindSlot([&](const std::string& shown) { return shown == name; });
     if (exact != NoSlot) return exact;
     const std::string small = SmallLetters(name);
     return FindSlot([&](const std::string& shown) { return SmallLetters(shown) == small; });
@@ -42,9 +37,9 @@ std::int16_t SlotByName(const std::string& name) {
 
 // The same for a name in other units of display, or with a mass named as a model with more or fewer species
 // names it.
-std::int16_t SlotInOtherUnits(const std::string& name) {
+SlotNo SlotInOtherUnits(const std::string& name) {
     const Workspace before = Work;
-    std::int16_t slot = NoSlot;
+    SlotNo slot = NoSlot;
     for (std::int16_t mass = MassUnit::Sigma; slot == NoSlot && mass <= MassUnit::Molar; ++mass)
         for (std::int16_t conc = ConcUnit::Absorbance; slot == NoSlot && conc <= ConcUnit::FringeMole;
              ++conc) {
@@ -64,47 +59,47 @@ std::int16_t SlotInOtherUnits(const std::string& name) {
 // set 1..3".
 std::string NamesInUse() {
     std::string names;
-    for (long slot = 0; slot < GlobalSlots + SlotsPerSet; ++slot) {
-        if (!InUse(slot)) continue;
+    for (SlotNo slot(0); slot <= SlotOffset(SetNo(1)); ++slot) {
+        if (!IsInUse(slot)) continue;
         names += (names.empty() ? "" : "; ") + Work.ParmName[slot];
-        if (slot >= GlobalSlots && Work.NumSets > 1) names += " to " + std::to_string(Work.NumSets);
+        if (SetOfSlot(slot) > NoSet && Work.NumSets > 1) names += " to " + std::to_string(Work.NumSets);
     }
     return names;
 }
 
 std::string NoSuchName(const std::string& name) {
-    const std::int16_t slot = SlotInOtherUnits(name);
+    const SlotNo slot = SlotInOtherUnits(name);
     return "this model has no parameter of that name" +
            (slot == NoSlot ? "" : "; in the units of the job it is called " + Work.ParmName[slot]) +
            "; the names are: " + NamesInUse();
 }
 
-std::int16_t SlotOfLine(const Job& job, const JobParameter& line) {
+SlotNo SlotOfLine(const Job& job, const JobParameter& line) {
     int number = 0;
     const char* const end = line.Name.data() + line.Name.size();
     const auto [stop, failure] = std::from_chars(line.Name.data(), end, number);
     if (stop != end) {
-        const std::int16_t slot = SlotByName(line.Name);
+        const SlotNo slot = SlotByName(line.Name);
         if (slot == NoSlot) FailParameter(job, line, NoSuchName(line.Name));
         return slot;
     }
     if (failure != std::errc{} || number < 0 || number >= Work.NumParms)
         FailParameter(job, line, "the slots of this fit are 0 to " + std::to_string(Work.NumParms - 1));
-    if (!InUse(number)) FailParameter(job, line, "this model does not use the slot");
-    return ToInt16(number);
+    if (!IsInUse(SlotNo(number))) FailParameter(job, line, "this model does not use the slot");
+    return SlotNo(number);
 }
 
 // Masses, stoichiometries, constants and the virial coefficient, common or of a set.
-bool IsConstant(long slot) {
-    return slot < GlobalSlots || RuleOfSlot(slot).Holds == Quantity::Constant;
+bool IsConstant(SlotNo slot) {
+    return PartOfSlot(slot) == SlotPart::Global || RuleOfSlot(slot).Holds == Quantity::Constant;
 }
 
-bool IsStoichiometry(long slot) {
+bool IsStoichiometry(SlotNo slot) {
     return RuleOfSlot(slot).Holds == Quantity::Stoichiometry;
 }
 
 // Values that the program would take for "not set yet", or that no logarithm can be taken of.
-void CheckValue(const Job& job, const JobParameter& line, long slot) {
+void CheckValue(const Job& job, const JobParameter& line, SlotNo slot) {
     if (!line.Value) return;
     if (IsStoichiometry(slot) && !(*line.Value > 0.0F)) FailParameter(job, line, "has to be above 0");
     if (RuleOfSlot(slot).Holds == Quantity::Mass && *line.Value == 0.0F)
@@ -129,7 +124,7 @@ void TakeValues(const Job& job, const std::vector<ListedParm>& listed, Wanted&& 
 
 void SeedCommonConstants(const std::vector<ListedParm>& listed) {
     for (auto entry = listed.rbegin(); entry != listed.rend(); ++entry)
-        if (const long common = RuleOfSlot(entry->Slot).Common; entry->Line->Value && common >= 0)
+        if (const SlotNo common = RuleOfSlot(entry->Slot).Common; entry->Line->Value && common != NoSlot)
             Work.Parms[common] = Work.Parms[entry->Slot];
 }
 
@@ -153,7 +148,7 @@ void MarkChoices(std::vector<FitChoice>& choices, const std::vector<ListedParm>&
 std::vector<ListedParm> FindListedParms(const Job& job) {
     std::vector<ListedParm> listed;
     for (const JobParameter& line : job.Parameters) {
-        const std::int16_t slot = SlotOfLine(job, line);
+        const SlotNo slot = SlotOfLine(job, line);
         if (Work.FreeMap[slot] == SlotTied)
             FailParameter(job, line,
                           PartOfSlot(slot) == SlotPart::Offset
@@ -182,11 +177,11 @@ void TakeListedConstants(const Job& job, const std::vector<ListedParm>& listed) 
 }
 
 void TakeListedValues(const Job& job, const std::vector<ListedParm>& listed) {
-    TakeValues(job, listed, [](long) { return true; });
+    TakeValues(job, listed, [](SlotNo) { return true; });
 }
 
 void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
-    TakeValues(job, listed, [](long) { return true; });
+    TakeValues(job, listed, [](SlotNo) { return true; });
     for (const ListedParm& entry : listed) {
         TakeBounds(entry);
         if (entry.Line->Value && !entry.Line->Internal)

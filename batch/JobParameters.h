@@ -10,7 +10,7 @@ namespace Quillon {
 // A line of the job with its slot.
 struct ListedParm {
     const JobParameter* Line{};
-    std::int16_t Slot{};
+    SlotNo Slot;
 };
 
 // Finds the slot of each line by number or by the name shown (ParmName, with or without the unit behind it;

@@ -56,8 +56,8 @@ std::vector<std::string> ScanMembers(const MeasuredSet& m) {
 std::string SetObject(const MeasuredSet& m, const FilesAsWritten& files) {
     std::vector<std::string> members{
         JsonMember("set", std::to_string(m.Set.Number)), JsonMember("row", std::to_string(m.Row.Number)),
-        JsonMember("label", JsonString(SetName(m.Set.Number))),
-        JsonMember("points", std::to_string(m.Points)), JsonMember("rms", JsonNumber(m.Rms))};
+        JsonMember("label", JsonString(SetName(m.Set))), JsonMember("points", std::to_string(m.Points)),
+        JsonMember("rms", JsonNumber(m.Rms))};
     for (const std::string& member : FileMembers(m, files))
         members.push_back(member);
     for (const std::string& member : ScanMembers(m))

@@ -10,7 +10,7 @@ namespace Quillon {
 namespace {
 
 std::string PointLine(const SetPoints& points, long n) {
-    std::string line = std::to_string(points.Set) + "," + std::to_string(points.Row) + ",";
+    std::string line = std::to_string(points.Set.Number) + "," + std::to_string(points.Row.Number) + ",";
     if (n <= points.LastTrue) {
         const long inScan = Work.FitRange[0][points.Row] + (n - points.First);
         line += "data," + ShortestText(Work.ScanRadius[points.Row][inScan]) + "," + ShortestText(Work.PtX[n]);

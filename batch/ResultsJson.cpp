@@ -8,7 +8,7 @@
 #include "models/ParmScale.h"
 #include "reporting/ParmLines.h"
 #include "reporting/Statistics.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 #include <vector>
@@ -58,23 +58,23 @@ const char* StateName(std::int16_t map) {
     return map == SlotTied ? "tied" : "held";
 }
 
-std::string NoteText(long slot) {
+std::string NoteText(SlotNo slot) {
     const std::string note = ParmNote(slot);
     return note.empty() ? JsonNull : JsonString(note);
 }
 
-std::string ParameterObject(long slot) {
-    const std::int16_t free = Work.FreeMap[slot];
-    const bool fitted = free >= 0;
+std::string ParameterObject(SlotNo slot) {
+    const bool fitted = IsFitted(slot);
+    const FreePos free = FreePosOf(slot);
     const auto limit = [&](std::size_t side) {
         return JsonExisting(fitted && Work.LimitsDone && LimitFound(free, side == 1),
                             [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
     };
-    const bool bounded = fitted && free <= Work.AtBound.Hi();
+    const bool bounded = fitted && free.Number <= Work.AtBound.Hi();
     return InlineObject(
-        {JsonMember("slot", std::to_string(slot)), JsonMember("name", JsonString(Work.ParmName[slot])),
+        {JsonMember("slot", std::to_string(slot.Number)), JsonMember("name", JsonString(Work.ParmName[slot])),
          JsonMember("unit", JsonString(Work.ParmTitle[slot])),
-         JsonMember("state", std::string("\"") + StateName(free) + "\""),
+         JsonMember("state", std::string("\"") + StateName(Work.FreeMap[slot]) + "\""),
          JsonMember("internal", JsonNumber(Work.Parms[slot])),
          JsonMember("value", JsonExisting(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
          JsonMember("error", JsonExisting(fitted && Work.FitDone && !HasNoError(free),
@@ -86,8 +86,8 @@ std::string ParameterObject(long slot) {
 
 std::string ParameterList() {
     std::vector<std::string> items;
-    for (long slot = 0; slot < Work.NumParms; ++slot)
-        if (Work.FreeMap[slot] != SlotUnused) items.push_back(ParameterObject(slot));
+    for (const SlotNo slot : EachSlot())
+        if (IsInUse(slot)) items.push_back(ParameterObject(slot));
     return JsonList(items);
 }
 
@@ -96,10 +96,10 @@ std::string CorrelationsObject() {
     Work.HighCount = Work.VeryHighCount = 0;
     ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
     std::vector<std::string> slots, rows;
-    for (long a = 0; a < Work.NumFree; ++a) {
-        slots.push_back(std::to_string(Work.FreeIndex[a]));
+    for (const FreePos a : EachFree()) {
+        slots.push_back(std::to_string(SlotOf(a).Number));
         std::vector<std::string> row;
-        for (long b = 0; b <= a; ++b)
+        for (FreePos b(0); b <= a; ++b)
             row.push_back(JsonNumber(Work.CorrMatrix(a, b)));
         rows.push_back(InlineList(row));
     }
@@ -109,9 +109,9 @@ std::string CorrelationsObject() {
 // The fitted parameters before slot 8 by their slots, in user units.
 std::string MinimumObject(const Minimum& minimum) {
     std::vector<std::string> parameters;
-    const std::vector<long> slots = MinimumSlots();
+    const std::vector<SlotNo> slots = MinimumSlots();
     for (std::size_t i = 0; i < slots.size(); ++i)
-        parameters.push_back(JsonMember(std::to_string(slots[i]), JsonNumber(minimum.Values[i])));
+        parameters.push_back(JsonMember(std::to_string(slots[i].Number), JsonNumber(minimum.Values[i])));
     return InlineObject({JsonMember("sum_of_squares", JsonNumber(minimum.Fit.SumSq)),
                          JsonMember("count", std::to_string(minimum.Count)),
                          JsonMember("parameters", InlineObject(parameters))});

@@ -1,6 +1,8 @@
 #pragma once
 // Where the points of each set lie in the flat vectors of the fit.
 
+#include "workspace/records/Counts.h"
+
 #include <string>
 #include <vector>
 
@@ -8,8 +10,8 @@ namespace Quillon {
 
 // Points First..LastTrue are measured ones, LastTrue + 1..Last those of concentration constraints.
 struct SetPoints {
-    long Set{};
-    long Row{};
+    SetNo Set;
+    RowNo Row;
     long First{};
     long LastTrue{};
     long Last{};
@@ -18,6 +20,6 @@ struct SetPoints {
 std::vector<SetPoints> PointsBySet();
 
 // The label of a set. A lone one, whose directory nothing has taken off, is given without it.
-std::string SetName(long set);
+std::string SetName(SetNo set);
 
 } // namespace Quillon

@@ -30,14 +30,14 @@ constexpr const char* JobName = "simulated.job";
 // --- values ----------------------------------------------------------------------------------------------
 
 bool MayBeMissing(SlotNo slot) {
-    const SlotRule& rule = RuleOfSlot(slot.Number);
-    return Work.FreeMap[slot] == SlotUnused || Work.FreeMap[slot] == SlotTied || rule.Use == SlotUse::Fixed ||
+    const SlotRule& rule = RuleOfSlot(slot);
+    return !IsInUse(slot) || Work.FreeMap[slot] == SlotTied || rule.Use == SlotUse::Fixed ||
            rule.Holds == Quantity::Offset || rule.Holds == Quantity::Unread;
 }
 
 bool HasValue(const std::vector<ListedParm>& listed, SlotNo slot) {
     return std::any_of(listed.begin(), listed.end(),
-                       [&](const ListedParm& each) { return each.Slot == slot.Number && each.Line->Value; });
+                       [&](const ListedParm& each) { return each.Slot == slot && each.Line->Value; });
 }
 
 void CheckAllListed(const Job& job, const std::vector<ListedParm>& listed) {
@@ -61,7 +61,7 @@ void TakeIntoScan(SetNo set, const OneBased<float>& values, long& point) {
     const RowNo row = RowOf(set);
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p)
         Work.ScanValue[row][p] = values[++point];
-    while (point < Work.NumPts && Work.PtX[point + 1] == PointMarker)
+    while (point < Work.NumPts && IsPseudoPoint(point + 1))
         ++point;
 }
 
@@ -98,7 +98,7 @@ std::string LinesOfSection(const Job& job, const std::string& text, const std::s
 
 const JobParameter* LineOf(const std::vector<ListedParm>& listed, SlotNo slot) {
     for (const ListedParm& each : listed)
-        if (each.Slot == slot.Number) return each.Line;
+        if (each.Slot == slot) return each.Line;
     return nullptr;
 }
 
@@ -118,9 +118,8 @@ std::string ParameterLines(const std::vector<ListedParm>& listed) {
     for (const SlotNo slot : EachSlot()) {
         const std::int16_t flag = Work.FreeMap[slot];
         if (flag == SlotUnused || flag == SlotTied) continue;
-        text += std::to_string(slot.Number) + " = " +
-                ShortestText(ToUserUnits(slot.Number, Work.Parms[slot])) + MarksOf(LineOf(listed, slot)) +
-                "   ; " + Work.ParmName[slot] + "\n";
+        text += std::to_string(slot.Number) + " = " + ShortestText(ToUserUnits(slot, Work.Parms[slot])) +
+                MarksOf(LineOf(listed, slot)) + "   ; " + Work.ParmName[slot] + "\n";
     }
     return text;
 }

@@ -96,7 +96,7 @@ void AddParmNames(const Job& job, std::set<std::string>& names) {
     Work.NonIdeal = Flag(job.NonIdeal);
     Work.MassUnits = job.MassUnits;
     BuildParmNames();
-    for (long slot = 0; slot < GlobalSlots; ++slot) {
+    for (const SlotNo slot : EachGlobalSlot()) {
         const SlotUse use = RuleOfSlot(slot).Use;
         if (use == SlotUse::Hidden || use == SlotUse::HiddenZero || use == SlotUse::HiddenAsN) continue;
         names.insert(Work.ParmName[slot]);
@@ -151,14 +151,14 @@ std::string RunsText() {
 }
 
 void AddParameters(SummaryLine& line) {
-    for (long slot = 0; slot < GlobalSlots; ++slot) {
-        const std::int16_t free = Work.FreeMap[slot];
-        if (free == SlotUnused) continue;
+    for (const SlotNo slot : EachGlobalSlot()) {
+        if (!IsInUse(slot)) continue;
         const bool stands = Work.FitDone != 0;
-        const bool sure = stands && free >= 0 && !HasNoError(free);
+        const bool sure = stands && IsFitted(slot) && !HasNoError(FreePosOf(slot));
         const std::string& name = Work.ParmName[slot];
         line.Values.emplace_back(name, stands ? ShortestText(ToUserUnits(slot, Work.Parms[slot])) : "");
-        line.Values.emplace_back(name + ErrorBehind, sure ? ShortestText(DisplayedError(free)) : "");
+        line.Values.emplace_back(name + ErrorBehind,
+                                 sure ? ShortestText(DisplayedError(FreePosOf(slot))) : "");
     }
 }
 

@@ -10,7 +10,7 @@
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 
@@ -20,15 +20,12 @@ namespace {
 
 // A baseline just subtracted leaves no offset to be fitted.
 void HoldOffsetsOfNewBaselines() {
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const std::int16_t row = Work.SetRow[s];
-        if (Work.BaselineFile[row] != NoBaseline && Work.SetChanged[row])
-            Work.FreeMap[SlotOffset(s)] = SlotHeld;
-    }
+    for (const SetNo set : EachSet())
+        if (HasBaseline(RowOf(set)) && Work.SetChanged[RowOf(set)]) Work.FreeMap[SlotOffset(set)] = SlotHeld;
 }
 
 void OfferNewGuesses() {
-    if (Work.NewData != 1 && Work.Model == Work.LastModel) return;
+    if (Work.NewData != Changed::Constraints && Work.Model == Work.LastModel) return;
     if (AskYesNo("Do you want new guesses for the concentrations?", Work.ProgramName)) InitialGuesses(true);
     HoldOffsetsOfNewBaselines();
 }
@@ -37,10 +34,10 @@ void OfferNewGuesses() {
 void FollowSeparateK() {
     if (Work.SeparateK == Work.LastSeparateK) return;
     Work.FitDone = Work.FitValid = 0;
-    for (long s = 1; s <= Work.NumSets; ++s)
-        for (const long slot : {SlotB(s), SlotOffset(s)}) {
-            const long common = RuleOfSlot(Work.Model, true, slot).Common;
-            if (common >= 0) Work.Parms[slot] = Work.SeparateK ? Work.Parms[common] : 0.0F;
+    for (const SetNo set : EachSet())
+        for (const SlotNo slot : {SlotB(set), SlotOffset(set)}) {
+            const SlotNo common = RuleOfSlot(Work.Model, true, slot).Common;
+            if (common != NoSlot) Work.Parms[slot] = Work.SeparateK ? Work.Parms[common] : 0.0F;
         }
 }
 
@@ -51,7 +48,9 @@ void FollowNonIdeal() {
 }
 
 void TellOfCooperativity() {
-    if (!TraitsOfModel().CooperativityNote || Work.LastModel == Work.Model || Work.ConcUnits != 1) return;
+    if (!TraitsOfModel().CooperativityNote || Work.LastModel == Work.Model ||
+        Work.ConcUnits != ConcUnit::Weight)
+        return;
     Tell("Please be aware that in absorbance units the intrinsic binding constant for the second B molecule "
          "will be different than that of the first even if the binding energies are the same, due to the "
          "difference in extinction coefficients.  (In molar units equal binding constants imply equal "
@@ -62,7 +61,7 @@ void TellOfCooperativity() {
 // The association constants of two species, which the guesses depend on.
 void OfferGuessesForNewConstants() {
     bool changed = false;
-    for (const long slot : {6, 7, 2, 4})
+    for (const SlotNo slot : {SlotNo(6), SlotNo(7), SlotNo(2), SlotNo(4)})
         if (RuleOfSlot(Work.Model, false, slot).Use == SlotUse::Shown) ParmChanged(slot, changed);
     if (!changed) return;
     if (AskYesNo(
@@ -74,11 +73,12 @@ void OfferGuessesForNewConstants() {
 
 // Stoichiometries other than those of the name make it the general model, for good.
 void RefineModel() {
-    const auto altered = [](long slot) {
+    const auto altered = [](SlotNo slot) {
         const SlotRule& rule = RuleOfSlot(slot);
         return rule.Use == SlotUse::Fixed && Work.Parms[slot] != rule.Value;
     };
-    if (TraitsOfModel().General != 0 && (altered(1) || altered(3))) Work.Model = TraitsOfModel().General;
+    if (TraitsOfModel().General != 0 && (altered(SlotNo(1)) || altered(SlotNo(3))))
+        Work.Model = TraitsOfModel().General;
     Work.FitTitle = ModelDialogName(Work.Model) + " fit";
 }
 
@@ -91,7 +91,7 @@ bool PrepareFit() {
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     FillStandardParms();
     OfferNewGuesses();
-    Work.NewData = 0;
+    Work.NewData = Changed::Nothing;
     FollowSeparateK();
     FollowNonIdeal();
     ApplyModelFlags();
@@ -236,7 +236,7 @@ std::string LowerMinimumText(double lowerSum) {
            ": fit again and take it, or search for other minima.";
 }
 
-void ParmChanged(long slot, bool& changed) {
+void ParmChanged(SlotNo slot, bool& changed) {
     const float saved = Work.ParmsSave[slot];
     const float now = Work.Parms[slot];
     const float change = saved == 0.0F ? std::fabs(now) : std::fabs((now - saved) / saved);

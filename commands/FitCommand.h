@@ -5,6 +5,7 @@
 // "GetGuess" says what is fitted, and the iteration runs. Everything that a new fit resets is reset here.
 
 #include "fit/FitProgress.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 
@@ -28,7 +29,7 @@ void FitDataCommand(const FitProgress* progress = nullptr);
 
 // Sets changed when the value of a slot differs from that before the guesses dialog (Work.ParmsSave) by more
 // than a tenth: of the value, or by 0.1 where it was 0. The divisor keeps its sign. Never clears changed.
-void ParmChanged(long slot, bool& changed);
+void ParmChanged(SlotNo slot, bool& changed);
 
 // Fills the results form from the fit that stands and shows it.
 void ShowResults();

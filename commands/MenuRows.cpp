@@ -52,10 +52,10 @@ bool FitIsValid() {
 }
 // Of the points as they are: nothing was changed since that they depend on.
 bool ResidualsStand() {
-    return Work.NewData == 0 && Work.FitValid != 0;
+    return Work.NewData == Changed::Nothing && Work.FitValid != 0;
 }
 bool ResultsStand() {
-    return Work.NewData == 0 && Work.FitDone != 0;
+    return Work.NewData == Changed::Nothing && Work.FitDone != 0;
 }
 bool MatchStands() {
     return Work.FitDone != 0 && Work.ConstraintFlags != 0;
@@ -82,7 +82,7 @@ bool OffsetsConstrained() {
 }
 bool ConcentrationsShared() {
     for (const RowNo row : EachRow())
-        if (const long set = SetOf(row).Number; set > 0 && LeaderOf(set) > 0) return true;
+        if (const SetNo set = SetOf(row); set > NoSet && LeaderOf(set) > NoSet) return true;
     return false;
 }
 bool ReportsResiduals() {

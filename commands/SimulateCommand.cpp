@@ -47,7 +47,7 @@ std::optional<OneBased<float>> EnteredCurve() {
     const bool complete = SimulateSignals(curve);
     Host.SetPointer(Pointer::Standard);
     if (complete) return curve;
-    for (long slot = 0; slot < Work.NumParms; ++slot) // the fit stands for the former ones
+    for (const SlotNo slot : EachSlot()) // the fit stands for the former ones
         Work.Parms[slot] = Work.ParmsSave[slot];
     return std::nullopt;
 }
@@ -74,19 +74,15 @@ void LetFitGo() {
 }
 
 bool ParmsChanged() {
-    for (long slot = 0; slot < Work.NumParms; ++slot)
+    for (const SlotNo slot : EachSlot())
         if (Work.Parms[slot] != Work.ParmsSave[slot]) return true;
     return false;
 }
 
-bool IsTrue(long point) {
-    return Work.PtX[point] != PointMarker;
-}
-
 // The data of a set in its scan, over its range.
-void OverwriteScan(SetNo set, const OneBased<float>& values, long first) {
+void OverwriteScan(SetNo set, const OneBased<float>& values) {
     const RowNo row = RowOf(set);
-    long point = first;
+    long point = FirstPointOf(set);
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p)
         Work.ScanValue[row][p] = values[point++];
 }
@@ -105,16 +101,14 @@ void TakePseudoPoints(OneBased<float>& values) {
     OneBased<float> again;
     if (!SimulateSignals(again)) return;
     for (long p = 1; p <= Work.NumPts; ++p)
-        if (!IsTrue(p)) values[p] = again[p];
+        if (IsPseudoPoint(p)) values[p] = again[p];
 }
 
 void Overwrite(OneBased<float> values, const Workspace& before) {
     bool baselines = false;
-    long first = 1;
     for (const SetNo set : EachSet()) {
-        OverwriteScan(set, values, first);
+        OverwriteScan(set, values);
         baselines = DropBaseline(RowOf(set)) || baselines;
-        first += Work.SetPts[set];
     }
     BuildFitData();
     KeepMeasuredData(before);

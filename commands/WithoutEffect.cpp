@@ -3,7 +3,7 @@
 #include "fit/FreeMap.h"
 #include "fit/Undetermined.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -11,10 +11,11 @@ namespace Quillon {
 
 namespace {
 
-void Hold(const std::vector<long>& places) {
+void Hold(const std::vector<FreePos>& places) {
     std::vector<FitChoice> choices = FitChoices();
     for (FitChoice& choice : choices) {
-        const long place = Work.FreeMap[choice.Slot];
+        if (!IsFitted(choice.Slot)) continue;
+        const FreePos place = FreePosOf(choice.Slot);
         if (std::find(places.begin(), places.end(), place) != places.end()) choice.Check = FitCheckNo;
     }
     AssignFreePositions(choices);
@@ -23,7 +24,7 @@ void Hold(const std::vector<long>& places) {
 } // namespace
 
 void OfferToHoldWithoutEffect() {
-    const std::vector<long> places = PlacesWithoutEffect();
+    const std::vector<FreePos> places = PlacesWithoutEffect();
     if (places.empty()) return;
     const std::string text = WithoutEffectText(places);
     if (static_cast<long>(places.size()) == Work.NumFree)

@@ -10,12 +10,12 @@
 #include "models/ModelTable.h"
 #include "models/SharedConcentrations.h"
 #include "platform/RuntimeError.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <vector>
+#include <optional>
 
 namespace Quillon {
 
@@ -35,8 +35,8 @@ double MeanSquareOfData() {
 }
 
 // How far a constant is from where it shows; 0 for other parameters.
-double ShiftOf(long place, double meanSquare) {
-    const SlotRule& rule = RuleOfSlot(Work.FreeIndex[place]);
+double ShiftOf(FreePos place, double meanSquare) {
+    const SlotRule& rule = RuleOfSlot(SlotOf(place));
     const bool cooperativity = rule.Scale == SlotScale::Zero; // starts at none, which is a good guess
     if (rule.Holds != Quantity::Constant || cooperativity) return 0.0;
     const double square = Work.NormMatrix(place, place) / static_cast<double>(Work.NumPts);
@@ -47,16 +47,16 @@ double ShiftOf(long place, double meanSquare) {
 
 // Moves the constant that is furthest off; false when none is.
 bool ShiftFurthest(double meanSquare) {
-    long furthest = -1;
+    std::optional<FreePos> furthest;
     double most = NearEnough;
-    for (long a = 0; a < Work.NumFree; ++a)
+    for (const FreePos a : EachFree())
         if (const double shift = std::fabs(ShiftOf(a, meanSquare)); shift > most) {
             most = shift;
             furthest = a;
         }
-    if (furthest < 0) return false;
-    const double shift = ShiftOf(furthest, meanSquare);
-    float& lnK = Work.Parms[Work.FreeIndex[furthest]];
+    if (!furthest) return false;
+    const double shift = ShiftOf(*furthest, meanSquare);
+    float& lnK = Work.Parms[SlotOf(*furthest)];
     lnK = ToSingle(static_cast<double>(lnK) + shift);
     EnforceBounds();
     return true;
@@ -69,14 +69,14 @@ void GuessAmounts(double proportion) {
     InitialGuesses(false);
     Work.Model = model;
     const double ratio = proportion * static_cast<double>(Work.ExtB / Work.ExtA);
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         Work.Parms[SlotB(set)] += static_cast<float>(std::log(ratio));
 }
 
 // What is not fitted stays as it was.
 void KeepHeld(const PerSlot<float>& start) {
-    for (long slot = 0; slot < Work.NumParms; ++slot)
-        if (Work.FreeMap[slot] < 0) Work.Parms[slot] = start[slot];
+    for (const SlotNo slot : EachSlot())
+        if (!IsFitted(slot)) Work.Parms[slot] = start[slot];
     EnforceBounds();
     ApplyOffsetLinks();
     ApplyConcentrationLinks();
@@ -98,39 +98,39 @@ bool FindVisible(const PerSlot<float>& start) {
 // --- each set by itself
 
 // The sets that share their concentrations with a set, under the one that leads them.
-long GroupOf(long set) {
-    const long leader = LeaderOf(set);
-    return leader > 0 ? leader : set;
+SetNo GroupOf(SetNo set) {
+    const SetNo leader = LeaderOf(set);
+    return leader > NoSet ? leader : set;
 }
 
 // Sums of squared residuals by group, at the fitted values of the latest pass.
-std::vector<double> SumsOfGroups() {
-    std::vector<double> sums(static_cast<std::size_t>(Work.NumSets) + 1);
+PerSet<double> SumsOfGroups() {
+    PerSet<double> sums(Work.NumSets);
     for (long p = 1; p <= Work.NumPts; ++p) {
-        const double r = NoiseWeight(SetNo(Work.PtSet[p])) *
+        const double r = NoiseWeight(SetOfPoint(p)) *
                          (static_cast<double>(Work.PtY[p]) - static_cast<double>(Work.PtFit[p]));
-        sums[static_cast<std::size_t>(GroupOf(Work.PtSet[p]))] += r * r;
+        sums[GroupOf(SetOfPoint(p))] += r * r;
     }
     return sums;
 }
 
 struct BestSets {
     PerSlot<float> Parms;
-    std::vector<double> Sums;
+    PerSet<double> Sums;
 };
 
 // Takes over what the present parameters do better.
 void Improve(BestSets& best) {
     CalcSumSq();
     if (Work.AbortFit) return;
-    const std::vector<double> sums = SumsOfGroups();
-    for (long set = 1; set <= Work.NumSets; ++set) {
-        const auto group = static_cast<std::size_t>(GroupOf(set));
+    const PerSet<double> sums = SumsOfGroups();
+    for (const SetNo set : EachSet()) {
+        const SetNo group = GroupOf(set);
         if (!(sums[group] < best.Sums[group])) continue;
-        for (const long slot : {SlotA(set), SlotB(set), SlotOffset(set)})
+        for (const SlotNo slot : {SlotA(set), SlotB(set), SlotOffset(set)})
             best.Parms[slot] = Work.Parms[slot];
     }
-    for (std::size_t group = 0; group < sums.size(); ++group)
+    for (const SetNo group : EachSet())
         best.Sums[group] = std::min(best.Sums[group], sums[group]);
 }
 
@@ -201,8 +201,7 @@ PerSlot<float> VisibleStart(const PerSlot<float>& start) {
 
 PerSlot<float> BestOfEachSet(const PerSlot<float>& from) {
     return Aside(from, [&] {
-        const std::size_t groups = static_cast<std::size_t>(Work.NumSets) + 1;
-        BestSets best{from, std::vector<double>(groups, std::numeric_limits<double>::infinity())};
+        BestSets best{from, PerSet<double>(Work.NumSets, std::numeric_limits<double>::infinity())};
         Improve(best);
         const double before = TotalOf(best);
         TryProportions(from, best);

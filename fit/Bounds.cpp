@@ -1,13 +1,13 @@
 #include "fit/Bounds.h"
 
 #include "models/ParmScale.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
 namespace {
 
-std::int16_t PutBackOntoBound(Workspace& w, long slot) {
+std::int16_t PutBackOntoBound(Workspace& w, SlotNo slot) {
     float& p = w.Parms[slot];
     const float v = ToUserUnits(slot, p);
     if (v < w.Bounds[0][slot]) {
@@ -26,13 +26,13 @@ std::int16_t PutBackOntoBound(Workspace& w, long slot) {
 void EnforceBounds() {
     Workspace& w = Work; // the thread's own is looked up once
     w.BoundHit = 0;
-    for (long a = 0; a < w.NumFree; ++a) {
-        w.AtBound[a] = PutBackOntoBound(w, w.FreeIndex[a]);
+    for (const FreePos a : EachFree()) {
+        w.AtBound[a] = PutBackOntoBound(w, SlotNo(w.FreeIndex[a]));
         if (w.AtBound[a] != 0) w.BoundHit = 1;
     }
 }
 
-bool StandsAtBound(long slot, int side) {
+bool StandsAtBound(SlotNo slot, int side) {
     const float bound = Work.Bounds[static_cast<std::size_t>(side)][slot];
     const float parm = Work.Parms[slot];
     const float shown = ToUserUnits(slot, parm);
@@ -44,8 +44,8 @@ void MarkBounds() {
     Work.AtBound.Recreate(Work.NumFree);
     Work.BoundHit = 0;
     if (!Work.BoundsActive) return;
-    for (long a = 0; a < Work.NumFree; ++a) {
-        const long slot = Work.FreeIndex[a];
+    for (const FreePos a : EachFree()) {
+        const SlotNo slot = SlotOf(a);
         Work.AtBound[a] = ToInt16(StandsAtBound(slot, 1) ? 1 : StandsAtBound(slot, 0) ? -1 : 0);
         if (Work.AtBound[a] != 0) Work.BoundHit = 1;
     }

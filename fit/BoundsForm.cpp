@@ -22,7 +22,7 @@ Control& Field(BoundSide side, int row) {
 }
 
 std::string BoundText(BoundSide side, int row) {
-    return ParmText(row, Work.Bounds[Side(side)][row]);
+    return ParmText(SlotNo(row), Work.Bounds[Side(side)][SlotNo(row)]);
 }
 
 void ShowPage() {
@@ -36,7 +36,7 @@ void ShowPage() {
 }
 
 void FillRow(int row) {
-    BoundsForm.ParameterName[Place(row)].Text = ParmCaption(row);
+    BoundsForm.ParameterName[Place(row)].Text = ParmCaption(SlotNo(row));
     for (const BoundSide side : {BoundSide::Lower, BoundSide::Upper})
         Field(side, row).Text = BoundText(side, row);
 }

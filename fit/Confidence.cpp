@@ -5,7 +5,7 @@
 #include "fit/Undetermined.h"
 #include "models/Constraints.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -86,8 +86,8 @@ float Shortfall(float alpha, float target) {
 // The increment of one standard deviation along an axis of the error ellipsoid.
 void SetAxisIncrement(long axis, double sign, double eigenvalue) {
     const double length = std::sqrt(std::fabs(eigenvalue)) * static_cast<double>(Work.RmsResidual);
-    for (long b = 0; b < Work.NumFree; ++b) {
-        const double element = static_cast<double>(Work.CorrMatrix(b, axis));
+    for (const FreePos b : EachFree()) {
+        const double element = static_cast<double>(Work.CorrMatrix(b.Number, axis));
         Work.Increment[b] = std::fabs(element) > 0.001 ? sign * element * length : 0.0;
     }
 }
@@ -99,17 +99,17 @@ struct Walk {
 };
 
 // How far an end point lies from the best fit in a free position, by the linear problem.
-double Extent(const Walk& walk, long end, long place) {
+double Extent(const Walk& walk, long end, FreePos place) {
     const long axis = end / 2;
-    const double element = static_cast<double>(Work.CorrMatrix(place, axis));
+    const double element = static_cast<double>(Work.CorrMatrix(place.Number, axis));
     return (end % 2 == 0 ? 1.0 : -1.0) * element * std::sqrt(std::fabs(walk.Eigenvalues[axis]));
 }
 
 // The fitted parameters that an axis moves together, in words.
 std::string AxisText(long axis) {
-    ZeroBased<double> elements(Work.NumFree - 1);
-    for (long b = 0; b < Work.NumFree; ++b)
-        elements[b] = static_cast<double>(Work.CorrMatrix(b, axis));
+    PerFree<double> elements(Work.NumFree - 1);
+    for (const FreePos b : EachFree())
+        elements[b] = static_cast<double>(Work.CorrMatrix(b.Number, axis));
     return CombinationText(elements);
 }
 
@@ -118,8 +118,8 @@ bool StandsStill() {
 }
 
 void StayAtTheFit(long end) {
-    for (long k = 0; k < Work.NumParms; ++k)
-        Work.ConfTrace(k, end) = Work.ParmsSave[k];
+    for (const SlotNo k : EachSlot())
+        Work.ConfTrace(k.Number, end) = Work.ParmsSave[k];
 }
 
 // The end along one axis into a column of ConfTrace; the reason where there is none. Nothing counts after a
@@ -136,8 +136,8 @@ std::string WalkTo(long end, float guess, const Walk& walk) {
         const std::string noValue = "The fitted values cannot be computed before the sum has grown enough. ";
         return (Failed ? noValue : "") + AxisText(axis);
     }
-    for (long k = 0; k < Work.NumParms; ++k)
-        Work.ConfTrace(k, end) = Work.Parms[k];
+    for (const SlotNo k : EachSlot())
+        Work.ConfTrace(k.Number, end) = Work.Parms[k];
     return "";
 }
 
@@ -157,7 +157,7 @@ bool WalkAxes(Walk& walk, const std::function<void(double)>& progress) {
 
 // The end point that reaches furthest to a side among those that were not found; -1 when those that were
 // found reach further.
-long MissingEnd(const Walk& walk, long place, bool upper) {
+long MissingEnd(const Walk& walk, FreePos place, bool upper) {
     double found = 0.0, missing = 0.0;
     long end = -1;
     for (std::size_t e = 0; e < walk.Reasons.size(); ++e) {
@@ -174,31 +174,31 @@ long MissingEnd(const Walk& walk, long place, bool upper) {
     return missing > 0.0 && missing >= TellingShare * found ? end : -1;
 }
 
-void TakeLimitsOf(long place) {
-    const long k = Work.FreeIndex[place];
+void TakeLimitsOf(FreePos place) {
+    const SlotNo k = SlotOf(place);
     float lowest = 1e38F;
     float highest = -1e38F;
     for (long end = 0; end <= Work.ConfTrace.ColumnHi(); ++end) {
-        lowest = std::min(lowest, Work.ConfTrace(k, end));
-        highest = std::max(highest, Work.ConfTrace(k, end));
+        lowest = std::min(lowest, Work.ConfTrace(k.Number, end));
+        highest = std::max(highest, Work.ConfTrace(k.Number, end));
     }
     Work.ParmLimits[0][place] = lowest;
     Work.ParmLimits[1][place] = highest;
 }
 
-void DropLimit(long place, bool upper, const std::string& reason) {
+void DropLimit(FreePos place, bool upper, const std::string& reason) {
     Work.ParmLimits[upper ? 1 : 0][place] = upper ? NoLimit : -NoLimit;
     Work.LimitReason[place] = reason;
 }
 
-std::string AloneText(long place) {
-    ZeroBased<double> elements(Work.NumFree - 1);
+std::string AloneText(FreePos place) {
+    PerFree<double> elements(Work.NumFree - 1);
     elements[place] = 1.0;
     return CombinationText(elements);
 }
 
 // Takes back a limit that rests on a direction without an end. A parameter without an error has no direction.
-void DropMissing(const Walk& walk, long place, bool upper) {
+void DropMissing(const Walk& walk, FreePos place, bool upper) {
     if (HasNoError(place)) return DropLimit(place, upper, AloneText(place));
     const long end = MissingEnd(walk, place, upper);
     if (end >= 0) DropLimit(place, upper, walk.Reasons[static_cast<std::size_t>(end)]);
@@ -208,7 +208,7 @@ void TakeLimits(const Walk& walk) {
     for (auto& side : Work.ParmLimits)
         side.Recreate(Work.NumFree - 1);
     Work.LimitReason.Recreate(Work.NumFree - 1);
-    for (long a = 0; a < Work.NumFree; ++a) {
+    for (const FreePos a : EachFree()) {
         TakeLimitsOf(a);
         DropMissing(walk, a, false);
         DropMissing(walk, a, true);
@@ -242,7 +242,7 @@ void TellFailure(const std::string& text) {
 
 } // namespace
 
-bool LimitFound(long place, bool upper) {
+bool LimitFound(FreePos place, bool upper) {
     return std::fabs(Work.ParmLimits[upper ? 1 : 0][place]) < NoLimit;
 }
 

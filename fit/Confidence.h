@@ -3,7 +3,7 @@
 // the sum of squares has grown by the ratio that the F statistic allows. The limits bound the joint region
 // of all fitted parameters along its axes.
 
-#include "platform/Arrays.h"
+#include "workspace/records/Counts.h"
 
 #include <functional>
 
@@ -18,7 +18,7 @@ void ComputeConfidenceRatio(float level);
 inline constexpr float NoLimit = 1e38F;
 
 // True when the limit of a free position on that side was found.
-bool LimitFound(long freePosition, bool upper);
+bool LimitFound(FreePos freePosition, bool upper);
 
 // The whole search, at Work.ConfidenceLevel. Fills ParmLimits and LimitsLevel and sets LimitsDone. A
 // direction without an end (the sum of squares never grows enough, or the function has no value before it

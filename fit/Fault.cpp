@@ -47,7 +47,7 @@ std::string PlaceOf(long point) {
     return set + " at " + FormatNumber(radius, "0.0000") + " cm";
 }
 
-std::string Valued(long slot) {
+std::string Valued(SlotNo slot) {
     return Work.ParmName[slot] + " = " + ParmText(slot);
 }
 
@@ -61,21 +61,21 @@ bool HasValue(long point) {
 // --- the parameter behind a value
 
 // The slots that the function reads at the points of a set.
-std::vector<long> SlotsOfSet(long set) {
-    std::vector<long> slots;
-    for (long slot = 0; slot < GlobalSlots; ++slot)
+std::vector<SlotNo> SlotsOfSet(SetNo set) {
+    std::vector<SlotNo> slots;
+    for (const SlotNo slot : EachGlobalSlot())
         slots.push_back(slot);
     slots.insert(slots.end(), {LeadSlotA(set), LeadSlotB(set), SlotOffset(set)});
     return slots;
 }
 
 // Where a parameter is taken back to.
-float Harmless(long slot, bool stepped) {
+float Harmless(SlotNo slot, bool stepped) {
     if (stepped) return Work.ParmsSave[slot];
     return RuleOfSlot(slot).Holds == Quantity::Stoichiometry ? 1.0F : 0.0F;
 }
 
-bool Cures(long point, long slot, float target, double share) {
+bool Cures(long point, SlotNo slot, float target, double share) {
     float& parm = Work.Parms[slot];
     const float saved = parm;
     if (target == saved) return false;
@@ -87,19 +87,19 @@ bool Cures(long point, long slot, float target, double share) {
     return cured;
 }
 
-// The slot whose way back is the shortest; -1 where none helps by itself.
-long CauseAt(long point, bool stepped) {
-    if (Work.PtX[point] == PointMarker) return -1; // hangs on all points of its set
+// The slot whose way back is the shortest; NoSlot where none helps by itself.
+SlotNo CauseAt(long point, bool stepped) {
+    if (IsPseudoPoint(point)) return NoSlot; // hangs on all points of its set
     for (const double share : {0.1, 0.25, 0.5, 0.75, 1.0})
-        for (const long slot : SlotsOfSet(Work.PtSet[point]))
+        for (const SlotNo slot : SlotsOfSet(SetOfPoint(point)))
             if (Cures(point, slot, Harmless(slot, stepped), share)) return slot;
-    return -1;
+    return NoSlot;
 }
 
 std::string ValueFault(long point, bool stepped) {
     const std::string text = "The fitted value of " + PlaceOf(point) + " is beyond any number";
-    const long slot = CauseAt(point, stepped);
-    return slot < 0 ? text + "." : text + ", most likely by " + Valued(slot) + ".";
+    const SlotNo slot = CauseAt(point, stepped);
+    return slot == NoSlot ? text + "." : text + ", most likely by " + Valued(slot) + ".";
 }
 
 // --- the kinds of faults; each gives an empty text where it is not the one
@@ -111,9 +111,8 @@ std::string FaultOfData() {
 }
 
 std::string FaultOfSteps() {
-    for (long a = 0; a < Work.NumFree; ++a)
-        if (DerivStep(Work.FreeIndex[a]) == 0.0)
-            return Valued(Work.FreeIndex[a]) + " leaves no step for its derivative.";
+    for (const FreePos a : EachFree())
+        if (DerivStep(SlotOf(a)) == 0.0) return Valued(SlotOf(a)) + " leaves no step for its derivative.";
     return "";
 }
 

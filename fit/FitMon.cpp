@@ -4,7 +4,7 @@
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/AnalmenuName.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -14,8 +14,13 @@ namespace {
 
 constexpr int RowsOfAPage = 32;
 
-std::string ValueText(long freePosition) {
-    const long k = Work.FreeIndex[freePosition];
+// A fitted parameter's row of the monitor.
+std::size_t RowOf(FreePos freePosition) {
+    return static_cast<std::size_t>(freePosition.Number);
+}
+
+std::string ValueText(FreePos freePosition) {
+    const SlotNo k = SlotOf(freePosition);
     return FormatNumber(static_cast<double>(ToUserUnits(k, Work.Parms[k])), Work.ParmFormat[k]);
 }
 
@@ -123,7 +128,7 @@ void ShowPhase(FitPhase phase) {
 }
 
 void ShowStep() {
-    for (long a = 0; a < Work.NumFree; ++a)
+    for (const FreePos a : EachFree())
         ShowBoundWarning(a, Work.AtBound[a] != 0);
     MonitorAlpha();
 }
@@ -137,11 +142,11 @@ void ShowIteration() {
 }
 
 void WaitForButton() {
-    if (Work.MonitorMode != 2) return;
+    if (Work.MonitorMode != Monitor::Stepping) return;
     MonitorStatus("waiting for input");
-    while (Work.MonitorMode == 2 && !Work.AbortFit)
+    while (Work.MonitorMode == Monitor::Stepping && !Work.AbortFit)
         Host.WaitEvent();
-    if (Work.MonitorMode == 3) Work.MonitorMode = 2;
+    if (Work.MonitorMode == Monitor::OneIteration) Work.MonitorMode = Monitor::Stepping;
 }
 
 void TellRemark(const std::string& sentence) {
@@ -152,9 +157,9 @@ void TellRemark(const std::string& sentence) {
 
 void OpenFitMonitor() {
     UnloadFitMon();
-    if (Work.MonitorMode == 0) return;
+    if (Work.MonitorMode == Monitor::None) return;
     LoadFitMon();
-    Work.MonitorMode = Work.PauseBeforeFit ? 2 : 1;
+    Work.MonitorMode = Work.PauseBeforeFit ? Monitor::Stepping : Monitor::FreeRun;
     if (!Work.PauseBeforeFit) FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
     if (Work.PauseBeforeFit) MonitorStatus("waiting for input");
     Host.ShowForm(FitMonName);
@@ -193,9 +198,9 @@ void LoadFitMon() {
     Control warning;
     warning.Visible = false;
     FitMon.BoundWarning.assign(rows, warning);
-    for (long a = 0; a < Work.NumFree; ++a) {
-        FitMon.ParameterName[static_cast<std::size_t>(a)].Text = Work.ParmName[Work.FreeIndex[a]];
-        FitMon.CurValue[static_cast<std::size_t>(a)].Text = ValueText(a);
+    for (const FreePos a : EachFree()) {
+        FitMon.ParameterName[RowOf(a)].Text = Work.ParmName[SlotOf(a)];
+        FitMon.CurValue[RowOf(a)].Text = ValueText(a);
     }
     FitMon.ParameterName.back().Text = "Sum (Errors)^2";
     ShowRows();
@@ -207,16 +212,16 @@ void UnloadFitMon() {
 
 void UpdateMonitor() {
     if (!FitMon.Loaded) return;
-    for (long a = 0; a < Work.NumFree; ++a) {
-        const auto i = static_cast<std::size_t>(a);
+    for (const FreePos a : EachFree()) {
+        const std::size_t i = RowOf(a);
         FitMon.PrevValue[i].Text = FitMon.CurValue[i].Text;
         FitMon.CurValue[i].Text = ValueText(a);
     }
 }
 
-void ShowBoundWarning(long freePosition, bool outside) {
+void ShowBoundWarning(FreePos freePosition, bool outside) {
     if (!FitMon.Loaded) return;
-    const auto i = static_cast<std::size_t>(freePosition);
+    const std::size_t i = RowOf(freePosition);
     FitMon.BoundWarning[i].Value = outside ? 1 : 0;
     FitMon.BoundWarning[i].Visible = outside && FitMon.ParameterName[i].Visible;
 }
@@ -231,12 +236,12 @@ void MonitorAlpha() {
 }
 
 void FitMonFitButton() {
-    Work.MonitorMode = 1;
+    Work.MonitorMode = Monitor::FreeRun;
     FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
 }
 
 void FitMonNextIter() {
-    Work.MonitorMode = 3;
+    Work.MonitorMode = Monitor::OneIteration;
 }
 
 void FitMonCancelButton() {

@@ -5,6 +5,7 @@
 
 #include "fit/FitProgress.h"
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 #include <vector>
@@ -33,13 +34,13 @@ struct FitMonForm {
 extern FitMonForm FitMon;
 
 // Opens the monitor for a fit, as MonitorMode and the wish to pause say, and hides the main window. Without a
-// monitor (MonitorMode 0) nothing is shown. CloseFitMonitor undoes it, whatever has become of the fit.
+// monitor (Monitor::None) nothing is shown. CloseFitMonitor undoes it, whatever has become of the fit.
 void OpenFitMonitor();
 void CloseFitMonitor();
 
 // What the engine tells, written into the monitor: labels and rows, marks of parameters outside their bounds;
-// the event queue is served, and while MonitorMode is 2 the engine waits for a button. Remarks are told in a
-// box. Without a monitor it is empty but for the remarks.
+// the event queue is served, and while MonitorMode is Monitor::Stepping the engine waits for a button.
+// Remarks are told in a box. Without a monitor it is empty but for the remarks.
 FitProgress MonitorProgress();
 
 void LoadFitMon();    // afresh, for the current parameters and fit flags
@@ -52,7 +53,7 @@ void FitMonCancelButton(); // cancels the fit
 void FitMonPage2();        // shows the other rows
 
 // Shows or hides the mark of a parameter that stands outside its bounds; a row on the other page keeps it.
-void ShowBoundWarning(long freePosition, bool outside);
+void ShowBoundWarning(FreePos freePosition, bool outside);
 
 // Write the engine's state and Alpha, unless the status is held by its tag.
 void MonitorStatus(const std::string& text);

@@ -1,7 +1,7 @@
 #include "fit/FreeMap.h"
 
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -18,8 +18,8 @@ std::int16_t CheckOf(std::int16_t map) {
 
 std::vector<FitChoice> FitChoices() {
     std::vector<FitChoice> choices;
-    for (std::int16_t slot = 0; slot < Work.NumParms; ++slot)
-        if (Work.FreeMap[slot] != SlotUnused) choices.push_back({slot, CheckOf(Work.FreeMap[slot])});
+    for (const SlotNo slot : EachSlot())
+        if (IsInUse(slot)) choices.push_back({slot, CheckOf(Work.FreeMap[slot])});
     return choices;
 }
 
@@ -42,10 +42,10 @@ bool AssignFreePositions(const std::vector<FitChoice>& choices) {
     for (const FitChoice& choice : choices) {
         if (choice.Check == FitCheckNo) {
             Work.FreeMap[choice.Slot] = SlotHeld;
-            Work.FreeIndex[choice.Slot] = -1;
+            Work.FreeIndex[choice.Slot.Number] = -1;
         } else if (choice.Check == FitCheckYes) {
             Work.FreeMap[choice.Slot] = ++last;
-            Work.FreeIndex[last] = choice.Slot;
+            Work.FreeIndex[last] = ToInt16(choice.Slot.Number);
         }
     }
 

@@ -1,6 +1,8 @@
 #pragma once
 // Which parameters are fitted: from a choice for each parameter to FreeMap, FreeIndex and NumFree.
 
+#include "workspace/records/Counts.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -12,7 +14,7 @@ inline constexpr std::int16_t FitCheckYes = 1;
 inline constexpr std::int16_t FitCheckGrey = 2; // tied to another one; not to be chosen
 
 struct FitChoice {
-    std::int16_t Slot{};
+    SlotNo Slot;
     std::int16_t Check = FitCheckNo;
 };
 

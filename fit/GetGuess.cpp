@@ -5,7 +5,7 @@
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -16,7 +16,7 @@ namespace {
 std::size_t Place(int row) {
     return static_cast<std::size_t>(row);
 }
-long SlotOf(int row) {
+SlotNo SlotOfRow(int row) {
     return GetGuess.GuessRows[Place(row)];
 }
 int RowCount() {
@@ -50,19 +50,19 @@ void ShowPage() {
 }
 
 void FillRow(int row) {
-    const long k = SlotOf(row);
-    GetGuess.ParameterName[Place(row)].Text = ParmCaption(k);
-    GetGuess.Guess[Place(row)].Text = ParmText(k);
+    const SlotNo slot = SlotOfRow(row);
+    GetGuess.ParameterName[Place(row)].Text = ParmCaption(slot);
+    GetGuess.Guess[Place(row)].Text = ParmText(slot);
 }
 
 void FillRows() {
-    for (long k = 0; k < Work.NumParms; ++k)
-        if (Work.FreeMap[k] != SlotUnused) GetGuess.GuessRows.push_back(ToInt16(k));
+    for (const SlotNo slot : EachSlot())
+        if (IsInUse(slot)) GetGuess.GuessRows.push_back(slot);
     const std::size_t n = GetGuess.GuessRows.size();
     GetGuess.ParameterName.resize(n);
     GetGuess.Guess.resize(n);
     for (int row = 0; row < RowCount(); ++row) {
-        GetGuess.FitCheck.push_back(MarkFor(Work.FreeMap[SlotOf(row)]));
+        GetGuess.FitCheck.push_back(MarkFor(Work.FreeMap[SlotOfRow(row)]));
         FillRow(row);
     }
     GetGuess.Layout.Rows = RowCount();
@@ -99,8 +99,8 @@ bool TakenBack(Control& field, const std::string& current) {
     return true;
 }
 
-bool AcceptBeyond(long k, const char* which, float bound) {
-    return AskYesNo("The value of " + Work.ParmName[k] + which + ParmText(k, bound) +
+bool AcceptBeyond(SlotNo slot, const char* which, float bound) {
+    return AskYesNo("The value of " + Work.ParmName[slot] + which + ParmText(slot, bound) +
                         ".  Do you want to use the new value anyway?",
                     Work.ProgramName + " - Parameter Out of Bounds", BoxAnswer::No, BoxIcon::Warning);
 }
@@ -112,11 +112,11 @@ int KeyOf(Control& field, int key) {
 
 } // namespace
 
-bool AcceptAgainstBounds(long k, float v) {
-    if (v < Work.Bounds[0][k])
-        return AcceptBeyond(k, " is below the current lower bound of ", Work.Bounds[0][k]);
-    if (v > Work.Bounds[1][k])
-        return AcceptBeyond(k, " is above the current upper bound of ", Work.Bounds[1][k]);
+bool AcceptAgainstBounds(SlotNo slot, float v) {
+    if (v < Work.Bounds[0][slot])
+        return AcceptBeyond(slot, " is below the current lower bound of ", Work.Bounds[0][slot]);
+    if (v > Work.Bounds[1][slot])
+        return AcceptBeyond(slot, " is above the current upper bound of ", Work.Bounds[1][slot]);
     return true;
 }
 
@@ -158,26 +158,26 @@ int GetGuessKeyPress(int row, int key) {
 
 void GetGuessLostFocus(int row) {
     Control& field = GetGuess.Guess[Place(row)];
-    const long k = SlotOf(row);
-    const std::string current = ParmText(k);
+    const SlotNo slot = SlotOfRow(row);
+    const std::string current = ParmText(slot);
     if (TakenBack(field, current)) return;
     const float v = NumValue(field.Text);
     if (!(v > -1e38F && v < 1e38F)) {
-        Tell("The value you input for " + Work.ParmName[k] +
+        Tell("The value you input for " + Work.ParmName[slot] +
                  " is outside the range for single precision values.  Try again.",
              Work.ProgramName, BoxIcon::Warning);
         GetGuess.State.FocusOn = &field;
         return;
     }
-    if (!AcceptAgainstBounds(k, v)) {
+    if (!AcceptAgainstBounds(slot, v)) {
         field.Text = current;
         GetGuess.State.FocusOn = &field;
         return;
     }
     // Compared as text, so that a field left as it was keeps the digits that its picture does not show.
     if (field.Text != current) {
-        Work.Parms[k] = ToInternal(k, v);
-        field.Text = ParmText(k);
+        Work.Parms[slot] = ToInternal(slot, v);
+        field.Text = ParmText(slot);
     }
 }
 

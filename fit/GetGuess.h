@@ -5,7 +5,6 @@
 #include "fit/ParmRows.h"
 #include "platform/Controls.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace Quillon {
@@ -14,7 +13,7 @@ inline constexpr const char* GetGuessName = "GetGuess"; // of the form, for the 
 
 struct GetGuessForm {
     FormState State;
-    std::vector<std::int16_t> GuessRows; // slot of each row
+    std::vector<SlotNo> GuessRows; // slot of each row
     std::vector<Control> ParameterName, Guess, FitCheck;
     Control frmConvControl; // the frame "Convergence Control"
     Control ConvergenceLabel, ConvergenceInput, AccuracyLabel, AccuracyInput;
@@ -25,8 +24,8 @@ struct GetGuessForm {
 };
 extern GetGuessForm GetGuess;
 
-// True when a value of slot k, in user units, lies within its bounds or the user wants it nevertheless.
-bool AcceptAgainstBounds(long k, float v);
+// True when a value of a slot, in user units, lies within its bounds or the user wants it nevertheless.
+bool AcceptAgainstBounds(SlotNo slot, float v);
 
 // Fills the form for the present parameters; reduced to values under GuessesDialog(true).
 void LoadGetGuess();

@@ -3,7 +3,7 @@
 #include "fit/GetGuess.h"
 
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -17,7 +17,7 @@ bool GuessesValuesOnly() {
 
 void GuessesDialog(bool valuesOnly) {
     Work.ParmsSave.Recreate(Work.NumParms - 1);
-    for (long slot = 0; slot < Work.NumParms; ++slot)
+    for (const SlotNo slot : EachSlot())
         Work.ParmsSave[slot] = Work.Parms[slot];
     const float keptLimit = Work.ConvergenceLimit;
 
@@ -27,7 +27,7 @@ void GuessesDialog(bool valuesOnly) {
     ValuesOnly = false;
 
     if (!Work.AbortFit) return;
-    for (long slot = 0; slot < Work.NumParms; ++slot)
+    for (const SlotNo slot : EachSlot())
         Work.Parms[slot] = Work.ParmsSave[slot];
     Work.ConvergenceLimit = keptLimit;
 }

@@ -5,7 +5,7 @@
 #include "models/Constraints.h"
 #include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 
@@ -144,8 +144,8 @@ void TakeStep(double S0) {
 
 void ApplyIncrement() {
     Workspace& w = Work; // the thread's own is looked up once
-    for (long a = 0; a < w.NumFree; ++a) {
-        const long k = w.FreeIndex[a];
+    for (const FreePos a : EachFree()) {
+        const SlotNo k(w.FreeIndex[a]);
         const float step = ToSingle(w.Alpha * w.Increment[a]);
         w.Parms[k] = ToSingle(static_cast<double>(w.ParmsSave[k] + step));
     }
@@ -161,13 +161,13 @@ void AdjustIncrement() {
     const double S0 = Work.SumSq;
     Work.LastSumSq = S0;
     Work.ParmsSave.Recreate(Work.NumParms - 1);
-    for (long k = 0; k < Work.NumParms; ++k)
+    for (const SlotNo k : EachSlot())
         Work.ParmsSave[k] = Work.Parms[k];
     try {
         TakeStep(S0);
     } catch (const RuntimeError&) {
         // A trial that broke off may stand anywhere, beyond its bounds and beyond what the scales can follow.
-        for (long k = 0; k < Work.NumParms; ++k)
+        for (const SlotNo k : EachSlot())
             Work.Parms[k] = Work.ParmsSave[k];
         throw;
     }

@@ -4,7 +4,7 @@
 #include "fit/MatInv.h"
 #include "models/ModelTable.h"
 #include "models/ParmScale.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,11 +20,16 @@ namespace {
 constexpr double SmallestDamping = 1e-18;
 constexpr double NextDamping = 10.0;
 
-using Places = std::vector<long>; // free positions
+using Places = std::vector<FreePos>;
+
+// The free positions of the equations, which are those of the analysis at the time they were taken.
+OrdinalRange<FreeKind> EachPlace(const NormalEquations& e) {
+    return {FreePos(0), FreePos(e.Vector.Hi())};
+}
 
 Places AllPlaces(const NormalEquations& e) {
     Places all;
-    for (long a = 0; a <= e.Vector.Hi(); ++a)
+    for (const FreePos a : EachPlace(e))
         all.push_back(a);
     return all;
 }
@@ -89,20 +94,20 @@ PerFree<double> StepOf(const NormalEquations& e, const Places& places, double da
 }
 
 // True when the fitted parameter stands at a bound and would be moved beyond it.
-bool IsBlocked(long place, double step) {
+bool IsBlocked(FreePos place, double step) {
     if (!Work.BoundsActive) return false;
-    const long slot = Work.FreeIndex[place];
+    const SlotNo slot = SlotOf(place);
     const bool rises = (step > 0.0) == (IsAdditiveSlot(slot) || Work.ParmScale[slot] > 0.0F);
     return StandsAtBound(slot, rises ? 1 : 0);
 }
 
 // Takes out what is blocked; false when nothing is.
 bool TakeOutBlocked(Places& places, const PerFree<double>& step) {
-    const auto blocked = [&](long place) { return step[place] != 0.0 && IsBlocked(place, step[place]); };
+    const auto blocked = [&](FreePos place) { return step[place] != 0.0 && IsBlocked(place, step[place]); };
     return std::erase_if(places, blocked) > 0;
 }
 
-bool FollowsASet(long slot) {
+bool FollowsASet(SlotNo slot) {
     const Quantity holds = RuleOfSlot(slot).Holds;
     return holds == Quantity::LnSignal || holds == Quantity::Offset;
 }
@@ -110,7 +115,7 @@ bool FollowsASet(long slot) {
 double LargestSignal() {
     float largest = 0.0F;
     for (long p = 1; p <= Work.NumPts; ++p)
-        if (Work.PtX[p] != PointMarker) largest = std::max(largest, std::fabs(Work.PtY[p]));
+        if (!IsPseudoPoint(p)) largest = std::max(largest, std::fabs(Work.PtY[p]));
     return static_cast<double>(largest);
 }
 
@@ -134,7 +139,7 @@ NormalEquations TakeNormalEquations() {
 
 double LargestDiagonal(const NormalEquations& e) {
     double largest = 0.0;
-    for (long a = 0; a <= e.Vector.Hi(); ++a)
+    for (const FreePos a : EachPlace(e))
         largest = std::max(largest, e.Matrix(a, a));
     return largest;
 }
@@ -142,7 +147,7 @@ double LargestDiagonal(const NormalEquations& e) {
 PerFree<double> DampedStep(const NormalEquations& e, double damping, MovedParms parms) {
     Places places = AllPlaces(e);
     if (parms == MovedParms::Concentrations)
-        std::erase_if(places, [](long a) { return !FollowsASet(Work.FreeIndex[a]); });
+        std::erase_if(places, [](FreePos a) { return !FollowsASet(SlotOf(a)); });
     for (;;) {
         PerFree<double> step = StepOf(e, places, damping);
         if (!TakeOutBlocked(places, step)) return step;
@@ -152,7 +157,7 @@ PerFree<double> DampedStep(const NormalEquations& e, double damping, MovedParms 
 double ExpectedDecrease(const NormalEquations& e, MovedParms parms) {
     const PerFree<double> step = DampedStep(e, 0.0, parms);
     double promise = 0.0;
-    for (long a = 0; a <= e.Vector.Hi(); ++a)
+    for (const FreePos a : EachPlace(e))
         promise += step[a] * e.Vector[a];
     if (promise == 0.0) return 0.0;
     const double d = promise / VarianceOfAPoint();
@@ -165,11 +170,10 @@ ZeroBasedMatrix<double> DeterminedInverse(const NormalEquations& e) {
     if (damping == 0.0 || inverse.Size() == 0) return inverse;
     double stronger = 100.0 * damping;
     const ZeroBasedMatrix<double> other = InverseFrom(e, stronger);
-    const long last = e.Vector.Hi();
-    for (long a = 0; a <= last; ++a) {
+    for (const FreePos a : EachPlace(e)) {
         // A hundredfold damping takes a variance that rests on it down by as much, any other not visibly.
         if (other.Size() != 0 && inverse(a, a) <= 1.5 * other(a, a)) continue;
-        for (long b = 0; b <= last; ++b)
+        for (const FreePos b : EachPlace(e))
             inverse(a, b) = inverse(b, a) = 0.0;
     }
     return inverse;

@@ -6,16 +6,16 @@
 
 namespace Quillon {
 
-std::string ParmCaption(long slot) {
+std::string ParmCaption(SlotNo slot) {
     const std::string& title = Work.ParmTitle[slot];
     return title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + "  (" + title + ")";
 }
 
-std::string ParmText(long slot, float displayed) {
+std::string ParmText(SlotNo slot, float displayed) {
     return FormatNumber(static_cast<double>(displayed), Work.ParmFormat[slot]);
 }
 
-std::string ParmText(long slot) {
+std::string ParmText(SlotNo slot) {
     return ParmText(slot, ToUserUnits(slot, Work.Parms[slot]));
 }
 

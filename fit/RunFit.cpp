@@ -10,7 +10,7 @@
 #include "models/FitFunction.h"
 #include "models/ParmScale.h"
 #include "platform/Narrow.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 
@@ -89,7 +89,7 @@ bool TakeInverse(const NormalEquations& equations) {
 // error larger than itself. On the way to one the errors are those of nothing.
 void NameUndetermined(const NormalEquations& equations, bool inverted) {
     bool any = !inverted;
-    for (long a = 0; a < Work.NumFree; ++a)
+    for (const FreePos a : EachFree())
         any = any || (Work.Outcome.End == FitEnd::Converged && IsUndetermined(a));
     if (any) Work.Outcome.Reason = UndeterminedText(equations);
 }
@@ -161,9 +161,9 @@ void InvertNormalMatrix() {
     if (Work.Singular) return;
     Workspace& w = Work; // the thread's own is looked up once
     w.Increment.Recreate(w.NumFree - 1);
-    for (long a = 0; a < w.NumFree; ++a) {
+    for (const FreePos a : EachFree()) {
         double sum = 0.0;
-        for (long b = 0; b < w.NumFree; ++b)
+        for (const FreePos b : EachFree())
             sum += w.NormMatrix(a, b) * w.NormVector[b];
         w.Increment[a] = sum;
     }

@@ -115,7 +115,7 @@ void AddNormalEquations(const PassScratch& s) {
     AddRow(s.Block, s.Residual.data(), plan.Count,
            [&](std::size_t c) -> double& { return w.NormVector[plan.FreePosition[c]]; });
     for (int a = 0; a < plan.Count; ++a) {
-        const long row = plan.FreePosition[static_cast<std::size_t>(a)];
+        const FreePos row = plan.FreePosition[static_cast<std::size_t>(a)];
         AddRow(s.Block, s.Block.Column[static_cast<std::size_t>(a)].data(), a + 1,
                [&](std::size_t c) -> double& { return w.NormMatrix(row, plan.FreePosition[c]); });
         if (std::isfinite(w.NormMatrix(row, row))) continue;
@@ -167,8 +167,8 @@ long PointsToYield(long p, long from) {
 
 void PassOverSet(PassScratch& s, const SetRun& run, bool withDerivs) {
     const Workspace& w = Work; // the thread's own is looked up once
-    PlanSet(s.Plan, w.PtSet[run.First], withDerivs);
-    s.Weight = NoiseWeight(SetNo(w.PtSet[run.First]));
+    PlanSet(s.Plan, SetOfPoint(run.First), withDerivs);
+    s.Weight = NoiseWeight(SetOfPoint(run.First));
     for (long p = run.First; p <= run.Last; p += s.Block.Count) {
         if (w.AbortFit) return;
         const long toYield = PointsToYield(p, withDerivs ? 1 : 0);
@@ -197,16 +197,16 @@ void PassPlainly() {
         const double y = FitFunction(p);
         if (Work.AbortFit) return;
         Work.PtFit[p] = ToSingle(y);
-        const double weight = NoiseWeight(SetNo(Work.PtSet[p]));
+        const double weight = NoiseWeight(SetOfPoint(p));
         const double r = weight * (static_cast<double>(Work.PtY[p]) - y);
         Work.SumSq += r * r;
         CalcDerivs(p, y);
         if (weight != 1.0)
             for (const FreePos a : EachFree())
                 Work.Deriv[a] *= weight;
-        for (long a = 0; a < Work.NumFree; ++a) {
+        for (const FreePos a : EachFree()) {
             Work.NormVector[a] += r * Work.Deriv[a];
-            for (long b = 0; b <= a; ++b)
+            for (FreePos b(0); b <= a; ++b)
                 Work.NormMatrix(a, b) += Work.Deriv[a] * Work.Deriv[b];
             if (!std::isfinite(Work.NormMatrix(a, a))) RaiseError(ErrorText::Overflow);
         }
@@ -231,8 +231,8 @@ template <class Pass> void GuardedPass(Pass&& pass) {
 
 void CopyLowerTriangle() {
     ZeroBasedMatrix<double>& matrix = Work.NormMatrix;
-    for (long a = 1; a < Work.NumFree; ++a)
-        for (long b = 0; b < a; ++b)
+    for (const FreePos a : EachFree())
+        for (FreePos b(0); b < a; ++b)
             matrix(b, a) = matrix(a, b);
 }
 

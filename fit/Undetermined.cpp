@@ -5,7 +5,7 @@
 #include "models/FitFunction.h"
 #include "models/ModelTable.h"
 #include "platform/RuntimeError.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,11 +16,11 @@ namespace {
 
 constexpr double NamedShare = 1.0 / 3.0; // of the largest element
 
-using Places = std::vector<long>;
+using Places = std::vector<FreePos>;
 
 Places WithoutEffect(const NormalEquations& e) {
     Places places;
-    for (long a = 0; a <= e.Vector.Hi(); ++a)
+    for (FreePos a(0); a <= FreePos(e.Vector.Hi()); ++a)
         if (e.Matrix(a, a) == 0.0) places.push_back(a);
     return places;
 }
@@ -30,8 +30,8 @@ bool HoldsNumbers(const NormalEquations& e) {
                        [](double v) { return std::isfinite(v); });
 }
 
-const std::string& NameOf(long place) {
-    return Work.ParmName[Work.FreeIndex[place]];
+const std::string& NameOf(FreePos place) {
+    return Work.ParmName[SlotOf(place)];
 }
 
 // "a", "a and b", "a, b and c"
@@ -47,25 +47,25 @@ std::string HoldThem(const Places& places) {
 }
 
 // The eigenvector of the smallest eigenvalue.
-ZeroBased<double> LongestAxis(const NormalEquations& e) {
+PerFree<double> LongestAxis(const NormalEquations& e) {
     ZeroBasedMatrix<double> matrix = e.Matrix;
     ZeroBased<double> values;
     ZeroBasedMatrix<double> vectors;
     JacobiEigen(matrix, values, vectors);
     const long axis = std::min_element(values.begin(), values.end()) - values.begin();
-    ZeroBased<double> elements(values.Hi());
-    for (long a = 0; a <= values.Hi(); ++a)
-        elements[a] = vectors(a, axis);
+    PerFree<double> elements(values.Hi());
+    for (FreePos a(0); a <= FreePos(values.Hi()); ++a)
+        elements[a] = vectors(a.Number, axis);
     return elements;
 }
 
 // The free positions whose elements are above a third of the largest.
-Places LeadingPlaces(const ZeroBased<double>& elements) {
+Places LeadingPlaces(const PerFree<double>& elements) {
     double largest = 0.0;
     for (const double element : elements)
         largest = std::max(largest, std::fabs(element));
     Places places;
-    for (long a = 0; a <= elements.Hi(); ++a)
+    for (FreePos a(0); a <= FreePos(elements.Hi()); ++a)
         if (std::fabs(elements[a]) > NamedShare * largest) places.push_back(a);
     return places;
 }
@@ -74,8 +74,7 @@ Places LeadingPlaces(const ZeroBased<double>& elements) {
 std::vector<long> PointsToAsk() {
     std::vector<long> points, others;
     for (long p = 1; p <= Work.NumPts; ++p)
-        if (Work.PtX[p] != PointMarker)
-            (p == 1 || Work.PtSet[p] != Work.PtSet[p - 1] ? points : others).push_back(p);
+        if (!IsPseudoPoint(p)) (p == 1 || SetOfPoint(p) != SetOfPoint(p - 1) ? points : others).push_back(p);
     points.insert(points.end(), others.begin(), others.end());
     return points;
 }
@@ -88,19 +87,19 @@ bool TakeOutMoved(Places& places, long point) {
     } catch (const RuntimeError&) {
         return false;
     }
-    std::erase_if(places, [](long a) { return Work.Deriv[a] != 0.0; });
+    std::erase_if(places, [](FreePos a) { return Work.Deriv[a] != 0.0; });
     return !Work.AbortFit;
 }
 
 } // namespace
 
-std::vector<long> UndeterminedPlaces(const NormalEquations& e) {
+std::vector<FreePos> UndeterminedPlaces(const NormalEquations& e) {
     if (e.Matrix.Size() == 0 || !HoldsNumbers(e)) return {};
     const Places none = WithoutEffect(e);
     return none.empty() ? LeadingPlaces(LongestAxis(e)) : none;
 }
 
-std::string CombinationText(const ZeroBased<double>& elements) {
+std::string CombinationText(const PerFree<double>& elements) {
     const Places places = LeadingPlaces(elements);
     const std::string first = "The data do not determine " + NameOf(places.at(0));
     if (places.size() == 1) return first + HoldThem(places);
@@ -113,9 +112,9 @@ std::string UndeterminedText(const NormalEquations& e) {
     return none.empty() ? CombinationText(LongestAxis(e)) : WithoutEffectText(none);
 }
 
-std::vector<long> PlacesWithoutEffect() {
+std::vector<FreePos> PlacesWithoutEffect() {
     Places left;
-    for (long a = 0; a < Work.NumFree; ++a)
+    for (const FreePos a : EachFree())
         left.push_back(a);
     const FitOutcome outcome = Work.Outcome;
     bool answered = true;
@@ -129,17 +128,17 @@ std::vector<long> PlacesWithoutEffect() {
     return answered && Work.NumPts > 0 ? left : Places{};
 }
 
-std::string WithoutEffectText(const std::vector<long>& places) {
+std::string WithoutEffectText(const std::vector<FreePos>& places) {
     return "No point depends on " + Listed(places) + HoldThem(places);
 }
 
-bool HasNoError(long place) {
+bool HasNoError(FreePos place) {
     return Work.NormMatrix(place, place) == 0.0;
 }
 
-bool IsUndetermined(long place) {
+bool IsUndetermined(FreePos place) {
     if (HasNoError(place)) return true;
-    const long slot = Work.FreeIndex[place];
+    const SlotNo slot = SlotOf(place);
     const Quantity holds = RuleOfSlot(slot).Holds;
     if (holds == Quantity::Offset) return false;
     const double error =
@@ -150,7 +149,7 @@ bool IsUndetermined(long place) {
 
 std::string PressingText() {
     Places lower, upper;
-    for (long a = 0; a < Work.NumFree; ++a)
+    for (const FreePos a : EachFree())
         if (Work.AtBound[a] != 0) (Work.AtBound[a] < 0 ? lower : upper).push_back(a);
     const auto pressing = [](const Places& places, const std::string& side) {
         if (places.empty()) return std::string();

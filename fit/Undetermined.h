@@ -15,7 +15,7 @@ namespace Quillon {
 
 // The free positions of that combination, in rising order; one without any effect on a point comes alone. An
 // empty list where the matrix holds no numbers.
-std::vector<long> UndeterminedPlaces(const NormalEquations& equations);
+std::vector<FreePos> UndeterminedPlaces(const NormalEquations& equations);
 
 // "The data do not determine Ln K(1>M) together with Ln c(A,mon), set 3. Hold one of them.", of one parameter
 // "The data do not determine Ln K(1>M). Hold it.", and where the fitted values do not hang on them at all
@@ -23,21 +23,21 @@ std::vector<long> UndeterminedPlaces(const NormalEquations& equations);
 std::string UndeterminedText(const NormalEquations& equations);
 
 // The same sentence of a combination of free positions, by its elements.
-std::string CombinationText(const ZeroBased<double>& elements);
+std::string CombinationText(const PerFree<double>& elements);
 
 // Before a fit, at the present Parms: the free positions that move no point, in rising order; with such a one
 // the fit is singular. Empty when every fitted parameter moves some point, and where the function has no
 // value. Costs a few points, all of them only where there is something to name.
-std::vector<long> PlacesWithoutEffect();
+std::vector<FreePos> PlacesWithoutEffect();
 
 // "No point depends on Ln c(B,mon), set 3. Hold it.", for one such position or more.
-std::string WithoutEffectText(const std::vector<long>& places);
+std::string WithoutEffectText(const std::vector<FreePos>& places);
 
 // True when a finished fit says nothing of the parameter at a free position: it has no error (a zero on the
 // diagonal of the inverse), or one larger than the value, which of a logarithm is an error above 1. A zero
 // offset has no size that it could be compared with.
-bool HasNoError(long place);
-bool IsUndetermined(long place);
+bool HasNoError(FreePos place);
+bool IsUndetermined(FreePos place);
 
 // The parameters that stand at a bound and press against it, in words: "MW A presses against its upper
 // bound." Empty without any.

@@ -8,7 +8,7 @@ namespace Quillon {
 
 namespace {
 
-FieldEdit* ConcField(Binder& bind, ConcInput input, long set) {
+FieldEdit* ConcField(Binder& bind, ConcInput input, SetNo set) {
     return MakeField(
         bind, [input, set]() -> Control& { return ConcFormBox(input, set); },
         {[input, set] { ConcFormGotFocus(input, set); },
@@ -34,11 +34,12 @@ QWidget* MakeConcForm(QWidget* parent) {
                         0, column++);
     for (std::size_t i = 0; i < ConcForm.SetLabel.size(); ++i) {
         const int line = static_cast<int>(i) + 1;
+        const SetNo set(line);
         grid->addWidget(MakeLabel(bind, [i]() -> Control& { return ConcForm.SetLabel[i]; }), line, 0);
-        grid->addWidget(ConcField(bind, ConcInput::ConcA, line), line, 1);
-        grid->addWidget(ConcField(bind, ConcInput::VarA, line), line, 2);
-        grid->addWidget(ConcField(bind, ConcInput::ConcB, line), line, 3);
-        grid->addWidget(ConcField(bind, ConcInput::VarB, line), line, 4);
+        grid->addWidget(ConcField(bind, ConcInput::ConcA, set), line, 1);
+        grid->addWidget(ConcField(bind, ConcInput::VarA, set), line, 2);
+        grid->addWidget(ConcField(bind, ConcInput::ConcB, set), line, 3);
+        grid->addWidget(ConcField(bind, ConcInput::VarB, set), line, 4);
         grid->addWidget(CenteredLabel(bind, [i]() -> Control& { return ConcForm.AvgC[i]; }), line, 5);
         grid->addWidget(CenteredLabel(bind, [i]() -> Control& { return ConcForm.Text1[i]; }), line, 6);
     }

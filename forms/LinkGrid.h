@@ -6,13 +6,13 @@
 
 namespace Quillon {
 
-// What a form does with a box; set counts from 1.
+// What a form does with the box of a set.
 struct LinkHandlers {
     LinkBoxes& (*Boxes)();
     bool (*IsShown)(); // a box that is left with its window asks nothing
-    void (*GotFocus)(long set);
-    int (*KeyPress)(long set, int key);
-    void (*LostFocus)(long set);
+    void (*GotFocus)(SetNo set);
+    int (*KeyPress)(SetNo set, int key);
+    void (*LostFocus)(SetNo set);
 };
 
 // One line for each set, below line 0, in which the two heads stand.
@@ -28,7 +28,7 @@ inline QGridLayout* LinkGrid(Binder& bind, ControlRef xHead, ControlRef yHead, c
     const LinkHandlers& h = handlers;
     for (std::size_t i = 0; i < h.Boxes().SetNumber.size(); ++i) {
         const int line = static_cast<int>(i) + 1;
-        const long set = line;
+        const SetNo set(line);
         const auto boxes = h.Boxes;
         grid->addWidget(RightLabel(bind, [boxes, i]() -> Control& { return boxes().SetNumber[i]; }), line, 0);
         grid->addWidget(MakeLabel(bind, [boxes, i]() -> Control& { return boxes().SetName[i]; }), line, 1);

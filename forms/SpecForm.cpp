@@ -49,7 +49,7 @@ QWidget* MakeSpecForm(QWidget* parent) {
     auto* list = new QListWidget;
     list->setMinimumSize(260, 110);
     bind.List(
-        list, []() -> Control& { return SpecForm.SetList; }, 1, [](int row) { SpecFormSetList(row); });
+        list, []() -> Control& { return SpecForm.SetList; }, 1, [](int row) { SpecFormSetList(SetNo(row)); });
     QLabel* listLabel = label(&SpecFormRecord::SetLabel);
     listLabel->setBuddy(list);
     auto* sets = new QVBoxLayout;

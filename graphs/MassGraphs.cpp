@@ -94,7 +94,7 @@ double SignalOfConcentration(long set, bool speciesB) {
     }
     case SpeciesUnit::Molar:
         return SignalOfUnit(speciesB ? SpeciesKind::MonomerB : SpeciesKind::MonomerA, SpeciesUnit::Molar,
-                            row);
+                            RowNo(row));
     default:
         return Divide(static_cast<double>(Work.SetSignalScale[set]) * ratio,
                       static_cast<double>(Work.ExtinctionRatio[column][Work.SetRow[1]]));

@@ -66,7 +66,7 @@ void Divide(SpeciesColumns& columns, const std::vector<double>& total) {
 // The columns that a set shows: its species, behind them the total.
 SpeciesColumns ShownColumns(SpeciesGraph kind, long set) {
     const SpeciesUnit unit = UnitInForce();
-    SpeciesColumns columns = SpeciesOfSet(set, unit);
+    SpeciesColumns columns = SpeciesOfSet(SetNo(set), unit);
     const bool fractions = kind == SpeciesGraph::Fraction;
     std::vector<double> total = Sum(columns, !fractions && unit == SpeciesUnit::Molar);
     if (fractions)

@@ -4,7 +4,7 @@
 #include "models/Catalogue.h"
 #include "models/FormControls.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -15,7 +15,7 @@ namespace {
 constexpr LinkWords Words{"Enter the data set # to which this set's zero offset will be linked",
                           "BaseLine Constraints"};
 
-bool LeaveBox(long set) {
+bool LeaveBox(SetNo set) {
     return LeaveLinkBox(BaseForm.Boxes, set, BaseForm.State, Words);
 }
 
@@ -54,15 +54,15 @@ void LoadBaseForm() {
     BaseForm.State.Shown = true;
 }
 
-void BaseFormGotFocus(long set) {
+void BaseFormGotFocus(SetNo set) {
     NumGotFocus(LinkBoxOf(BaseForm.Boxes, set));
 }
 
-int BaseFormKeyPress(long set, int key) {
+int BaseFormKeyPress(SetNo set, int key) {
     return LinkBoxKey(BaseForm.Boxes, set, key, BaseForm.State, BaseForm.OkButton);
 }
 
-void BaseFormLostFocus(long set) {
+void BaseFormLostFocus(SetNo set) {
     LeaveBox(set);
 }
 
@@ -83,7 +83,7 @@ void BaseFormOkButton() {
         Work.AbortFit = FlagFalse;
         ShowLinks(BaseForm.Boxes);
     }
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         if (!LeaveBox(set)) return;
     BaseForm.State.Shown = false;
 }

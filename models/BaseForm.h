@@ -5,6 +5,7 @@
 
 #include "models/LinkBoxes.h"
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 
@@ -32,12 +33,12 @@ void BaseConstraintDialog();
 
 void LoadBaseForm(); // fills the form from the workspace
 
-void BaseFormGotFocus(long set);
-int BaseFormKeyPress(long set, int key); // digits; a blank empties the box, Enter goes to the next one
+void BaseFormGotFocus(SetNo set);
+int BaseFormKeyPress(SetNo set, int key); // digits; a blank empties the box, Enter goes to the next one
 
 // Takes the link, 0 or nothing for none. The number of no set, and a chain (a link to a set that has one
 // itself, or of a set that another one follows), are told; the former link then stands.
-void BaseFormLostFocus(long set);
+void BaseFormLostFocus(SetNo set);
 
 void BaseFormCancelButton(); // removes every link; the form stays
 void BaseFormResetButton();  // brings back the links held when the form was loaded; the form stays

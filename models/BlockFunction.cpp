@@ -5,7 +5,7 @@
 #include "models/FitFunction.h"
 #include "models/Species.h"
 #include "platform/RuntimeError.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <bit>
@@ -58,14 +58,14 @@ thread_local bool StoreInUse = false;
 thread_local SignalStore StoreA, StoreB;
 
 // The exponentials of a run of points: from the store, through the store, or into spare.
-const double* BaseSignal(SignalStore& store, Values& spare, long set, long first, long n, double sigma,
+const double* BaseSignal(SignalStore& store, Values& spare, SetNo set, long first, long n, double sigma,
                          double ln) {
     const float* x = Work.PtX.Data() + (first - 1);
     if (!StoreInUse) {
         Exponentials(spare.data(), x, n, sigma, ln);
         return spare.data();
     }
-    StoredSignal& held = store.OfSet[static_cast<std::size_t>(set)];
+    StoredSignal& held = store.OfSet[static_cast<std::size_t>(set.Number)];
     double* values = store.Values.data() + first;
     const bool same = held.Sigma == sigma && held.Ln == ln;
     if (same && first >= held.From && first + n - 1 <= held.To) return values;
@@ -143,7 +143,7 @@ template <ModelFamily F, bool Squares, class Use> void ForPoints(const View& v, 
 
 // With constraints in force, the sums of the units under the entry of slot.
 template <ModelFamily F, bool Squares>
-void SumUnits(const FitFrame& f, const SpeciesFactors& s, const View& v, long n, long slot) {
+void SumUnits(const FitFrame& f, const SpeciesFactors& s, const View& v, long n, SlotNo slot) {
     if (!f.ConstraintsOn) return;
     double& sumA = ConstraintSumA(slot);
     double& sumB = ConstraintSumB(slot);
@@ -158,12 +158,12 @@ template <ModelFamily F, bool Squares> void Signals(double* out, const FitFrame&
     const SpeciesFactors s = FactorsOf<F>(f);
     ForPoints<F, Squares>(
         v, n, [&](long i, double an, double am) { out[i] = SignalAt<F>(s, v.A[i], v.B[i], an, am); });
-    SumUnits<F, Squares>(f, s, v, n, -1);
+    SumUnits<F, Squares>(f, s, v, n, NoSlot);
 }
 
 template <ModelFamily F, bool Squares>
 void Quotients(double* column, const double* value, const FitFrame& f, const View& v, long n, double h,
-               long slot) {
+               SlotNo slot) {
     const SpeciesFactors s = FactorsOf<F>(f);
     ForPoints<F, Squares>(v, n, [&](long i, double an, double am) {
         column[i] = (SignalAt<F>(s, v.A[i], v.B[i], an, am) - value[i]) / h;
@@ -208,10 +208,10 @@ void PointByPoint(PointBlock& block, const SetPlan& plan) {
     }
 }
 
-void PlanColumn(SetPlan& plan, long slot, SlotDeriv kind) {
+void PlanColumn(SetPlan& plan, SlotNo slot, SlotDeriv kind) {
     const auto k = static_cast<std::size_t>(plan.Count++);
-    plan.Slot[k] = ToInt16(slot);
-    plan.FreePosition[k] = Work.FreeMap[slot];
+    plan.Slot[k] = slot;
+    plan.FreePosition[k] = FreePosOf(slot);
     plan.Constant[k] = kind == SlotDeriv::One;
     if (kind != SlotDeriv::Numeric) return;
     const double h = DerivStep(slot);
@@ -226,8 +226,8 @@ void PlanColumn(SetPlan& plan, long slot, SlotDeriv kind) {
 
 // The fitted slots whose derivative at true points of the set is not zero, by free position.
 void PlanColumns(SetPlan& plan) {
-    for (long a = 0; a < Work.NumFree; ++a) {
-        const std::int16_t slot = Work.FreeIndex[a];
+    for (const FreePos position : EachFree()) {
+        const SlotNo slot = SlotOf(position);
         const SlotDeriv kind = DerivKind(slot, plan.Set, false);
         if (kind != SlotDeriv::Zero) PlanColumn(plan, slot, kind);
     }
@@ -235,7 +235,7 @@ void PlanColumns(SetPlan& plan) {
 
 } // namespace
 
-void PlanSet(SetPlan& plan, long set, bool withDerivs) {
+void PlanSet(SetPlan& plan, SetNo set, bool withDerivs) {
     plan.Set = set;
     plan.Count = 0;
     try {

@@ -7,6 +7,7 @@
 // derivatives that are zero by construction (the slots of other sets) are neither computed nor handed on.
 
 #include "models/FitFrame.h"
+#include "workspace/records/Counts.h"
 
 #include <array>
 #include <cstdint>
@@ -19,11 +20,11 @@ inline constexpr int BlockColumns =
 
 // A set's frames: the base and one for each fitted slot with a derivative other than zero.
 struct SetPlan {
-    long Set = 0;
+    SetNo Set;
     FitFrame Base;
     int Count = 0; // columns, in rising order of the free position
-    std::array<std::int16_t, BlockColumns> Slot;
-    std::array<std::int16_t, BlockColumns> FreePosition;
+    std::array<SlotNo, BlockColumns> Slot;
+    std::array<FreePos, BlockColumns> FreePosition;
     std::array<bool, BlockColumns> Constant; // derivative exactly 1
     std::array<double, BlockColumns> Step;
     std::array<FitFrame, BlockColumns> Frames;
@@ -39,7 +40,7 @@ struct PointBlock {
 
 // Prepares a set at the current Work.Parms; withDerivs also for the stepped slots. A fault in the constants
 // is noted as FitFunction notes it, and sets Work.AbortFit; a step of 0 is a RuntimeError.
-void PlanSet(SetPlan& plan, long set, bool withDerivs);
+void PlanSet(SetPlan& plan, SetNo set, bool withDerivs);
 
 // Fills the block for the points first .. first + count - 1, all of the plan's set, either all true points or
 // a single pseudo-point. An arithmetic fault leaves numbers that are not finite (see BlockIsFinite), or has

@@ -6,8 +6,7 @@ namespace Quillon {
 
 float CoefficientWavelength() {
     const RowNo first = RowOf(SetNo(1));
-    const bool empty = Work.ScanFile[RowNo(1)].empty();
-    return Work.ScanWavelength[empty && first >= RowNo(1) ? first : RowNo(1)];
+    return Work.ScanWavelength[!HasScan(RowNo(1)) && first > NoRow ? first : RowNo(1)];
 }
 
 } // namespace Quillon

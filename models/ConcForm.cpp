@@ -7,7 +7,7 @@
 #include "models/NumberBox.h"
 #include "models/SetMeanSignal.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <array>
@@ -36,8 +36,8 @@ std::size_t SpeciesOf(ConcInput input) {
     return input == ConcInput::ConcA || input == ConcInput::VarA ? 0 : 1;
 }
 
-float& Stored(ConcInput input, long set) {
-    const long row = Work.SetRow[set];
+float& Stored(ConcInput input, SetNo set) {
+    const RowNo row = RowOf(set);
     switch (input) {
     case ConcInput::ConcA:
         return Work.ConcConstraintA[row];
@@ -51,28 +51,28 @@ float& Stored(ConcInput input, long set) {
 }
 
 // Shown value over stored one.
-double FactorOf(ConcInput input, long set) {
-    return IsLoading(input) ? LoadingFactor(SpeciesOf(input), Work.SetRow[set]) : 100.0;
+double FactorOf(ConcInput input, SetNo set) {
+    return IsLoading(input) ? LoadingFactor(SpeciesOf(input), RowOf(set)) : 100.0;
 }
 
-std::string StoredText(ConcInput input, long set) {
+std::string StoredText(ConcInput input, SetNo set) {
     const float stored = Stored(input, set);
     if (!IsLoading(input)) return ToleranceText(stored);
     return FormatNumber(FactorOf(input, set) * static_cast<double>(stored), LoadingPicture());
 }
 
-std::string TotalText(long set) {
+std::string TotalText(SetNo set) {
     const double total = static_cast<double>(Stored(ConcInput::ConcA, set)) +
                          static_cast<double>(Stored(ConcInput::ConcB, set));
     return FormatNumber(total, SignalPicture);
 }
 
-Control& TotalOf(long set) {
-    return ConcForm.Text1.at(static_cast<std::size_t>(set - 1));
+Control& TotalOf(SetNo set) {
+    return ConcForm.Text1.at(static_cast<std::size_t>(set.Number - 1));
 }
 
 void ShowStored() {
-    for (long set = 1; set <= Work.NumSets; ++set) {
+    for (const SetNo set : EachSet()) {
         for (const ConcInput input : AllInputs)
             ConcFormBox(input, set).Text = StoredText(input, set);
         TotalOf(set).Text = TotalText(set);
@@ -86,14 +86,14 @@ bool Refuse(Control& box, const char* message) {
 }
 
 // A value that was typed, in stored terms; one beyond the range of singles is the largest of them.
-float InStoredTerms(ConcInput input, long set, float typed) {
+float InStoredTerms(ConcInput input, SetNo set, float typed) {
     constexpr double Largest = std::numeric_limits<float>::max();
     const double value = Divide(static_cast<double>(typed), FactorOf(input, set));
     return static_cast<float>(std::clamp(value, -Largest, Largest));
 }
 
 // Leaves a box; false when its value is refused, which has then been told.
-bool LeaveBox(ConcInput input, long set) {
+bool LeaveBox(ConcInput input, SetNo set) {
     Control& box = ConcFormBox(input, set);
     const BoxLeft left = LeaveNumberBox(box, StoredText(input, set));
     if (left == BoxLeft::Undone) return true;
@@ -108,7 +108,7 @@ bool LeaveBox(ConcInput input, long set) {
 }
 
 // True when nothing was typed into the box that has not been taken.
-bool IsTaken(ConcInput input, long set) {
+bool IsTaken(ConcInput input, SetNo set) {
     return ConcFormBox(input, set).Text == StoredText(input, set);
 }
 
@@ -141,8 +141,8 @@ void MakeRows() {
     ConcForm.VarB.assign(rows, tolerance);
     ConcForm.Text1.assign(
         rows, Captioned("", "Calculated total absorbance for the specified loading concentrations"));
-    for (long set = 1; set <= Work.NumSets; ++set) {
-        ConcForm.SetLabel.push_back(Captioned("Set " + std::to_string(set) + ":"));
+    for (const SetNo set : EachSet()) {
+        ConcForm.SetLabel.push_back(Captioned("Set " + std::to_string(set.Number) + ":"));
         ConcForm.AvgC.push_back(
             Captioned(FormatNumber(SetMeanSignal(set), SignalPicture),
                       "This is the observed average across the radial range being fitted"));
@@ -157,25 +157,25 @@ void ShowSpeciesB() {
 }
 
 // Enter goes along the shown boxes of a row, then to the next row, and to OK at the end.
-void GoBehind(ConcInput input, long set) {
+void GoBehind(ConcInput input, SetNo set) {
     auto place = std::find(AllInputs.begin(), AllInputs.end(), input) + 1;
     if (place == AllInputs.end() || !ConcFormBox(*place, set).Visible) {
         place = AllInputs.begin();
         ++set;
     }
-    ConcForm.State.FocusOn = set > Work.NumSets ? &ConcForm.OkButton : &ConcFormBox(*place, set);
+    ConcForm.State.FocusOn = set.Number > Work.NumSets ? &ConcForm.OkButton : &ConcFormBox(*place, set);
 }
 
 bool AnyConstraint() {
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         if (Stored(ConcInput::ConcA, set) > 0.0F || Stored(ConcInput::ConcB, set) > 0.0F) return true;
     return false;
 }
 
 } // namespace
 
-Control& ConcFormBox(ConcInput input, long set) {
-    const auto i = static_cast<std::size_t>(set - 1);
+Control& ConcFormBox(ConcInput input, SetNo set) {
+    const auto i = static_cast<std::size_t>(set.Number - 1);
     switch (input) {
     case ConcInput::ConcA:
         return ConcForm.ConcA.at(i);
@@ -199,16 +199,16 @@ void LoadConcForm() {
     ConcForm.State.Shown = true;
 }
 
-void ConcFormGotFocus(ConcInput input, long set) {
+void ConcFormGotFocus(ConcInput input, SetNo set) {
     NumGotFocus(ConcFormBox(input, set));
 }
 
-int ConcFormKeyPress(ConcInput input, long set, int key) {
+int ConcFormKeyPress(ConcInput input, SetNo set, int key) {
     if (key == KeyReturn) GoBehind(input, set);
     return NumberBoxKey(ConcFormBox(input, set), key);
 }
 
-void ConcFormLostFocus(ConcInput input, long set) {
+void ConcFormLostFocus(ConcInput input, SetNo set) {
     LeaveBox(input, set);
 }
 
@@ -239,7 +239,7 @@ void ConcFormOkButton() {
         Work.AbortFit = FlagFalse;
         ShowStored();
     }
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         for (const ConcInput input : AllInputs)
             if (!IsTaken(input, set) && !LeaveBox(input, set)) return;
     ConcForm.State.Shown = false;

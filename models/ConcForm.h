@@ -2,9 +2,10 @@
 // The form "Concentration Constraints" as data: what was loaded into each set, and how well it is known.
 //
 // Values go into the workspace when their box is left. All control arrays have one entry for each fit set,
-// that of set 1 at place 0; functions take the number of the set, from 1.
+// that of set 1 at place 0.
 
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <vector>
 
@@ -39,12 +40,12 @@ void ConcConstraintDialog();
 // Fills the form from the workspace and keeps the constraints for CancelButton.
 void LoadConcForm();
 
-Control& ConcFormBox(ConcInput input, long set);
-void ConcFormGotFocus(ConcInput input, long set);
-int ConcFormKeyPress(ConcInput input, long set, int key); // Enter goes to the next box, at the end to OK
+Control& ConcFormBox(ConcInput input, SetNo set);
+void ConcFormGotFocus(ConcInput input, SetNo set);
+int ConcFormKeyPress(ConcInput input, SetNo set, int key); // Enter goes to the next box, at the end to OK
 
 // Stores a loading of 0 or above, a tolerance above 0; anything else is told and takes the focus back.
-void ConcFormLostFocus(ConcInput input, long set);
+void ConcFormLostFocus(ConcInput input, SetNo set);
 
 void ConcFormClearAllButton(); // removes the constraints of all rows; the form stays
 void ConcFormCancelButton();   // takes back every change since the form was loaded; the form stays

@@ -3,7 +3,7 @@
 #include "models/ModelTable.h"
 #include "models/ParmNames.h"
 #include "models/ParmScale.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <limits>
@@ -20,10 +20,10 @@ struct Range {
 // Association constants: natural logarithms, in signal, weight or molar terms.
 Range ConstantRange() {
     switch (Work.ConcUnits) {
-    case 0:
+    case ConcUnit::Absorbance:
         return {-30.0F, 100.0F};
-    case 2:
-    case 5:
+    case ConcUnit::Mole:
+    case ConcUnit::FringeMole:
         return {-3.0F, 150.0F};
     default:
         return {-20.0F, 120.0F};
@@ -32,12 +32,12 @@ Range ConstantRange() {
 
 Range ConcentrationRange() {
     switch (Work.ConcUnits) {
-    case 0:
+    case ConcUnit::Absorbance:
         return {-70.0F, 4.0F};
-    case 2:
-    case 5:
+    case ConcUnit::Mole:
+    case ConcUnit::FringeMole:
         return {-120.0F, -3.0F};
-    case 3:
+    case ConcUnit::Fringes:
         return {-60.0F, 10.0F};
     default:
         return {-90.0F, 4.0F};
@@ -46,7 +46,8 @@ Range ConcentrationRange() {
 
 Range VirialRange() {
     const int units = Work.ConcUnits;
-    const double w = units == 3 ? 30.0 : units == 2 || units == 5 ? 0.0001 : 10.0;
+    const bool molar = units == ConcUnit::Mole || units == ConcUnit::FringeMole;
+    const double w = units == ConcUnit::Fringes ? 30.0 : molar ? 0.0001 : 10.0;
     return {static_cast<float>(-1.0 / w), static_cast<float>(1.0 / w)};
 }
 
@@ -66,7 +67,7 @@ Range UsualRange(Quantity holds) {
     case Quantity::Unread:
         break;
     }
-    return Work.ConcUnits == 3 ? Range{-20.0F, 20.0F} : Range{-4.0F, 4.0F};
+    return Work.ConcUnits == ConcUnit::Fringes ? Range{-20.0F, 20.0F} : Range{-4.0F, 4.0F};
 }
 
 Range RangeOf(const SlotRule& rule) {
@@ -83,7 +84,7 @@ Range RangeOf(const SlotRule& rule) {
 
 // The bound in the units of the present scale that has the internal value of displayed in a former one. A
 // user may have set a bound that is none, at the end of the range of singles.
-float CarriedBound(long slot, float displayed, float formerScale) {
+float CarriedBound(SlotNo slot, float displayed, float formerScale) {
     constexpr double Largest = std::numeric_limits<float>::max();
     const double v = static_cast<double>(displayed);
     const double from = static_cast<double>(formerScale);
@@ -94,7 +95,7 @@ float CarriedBound(long slot, float displayed, float formerScale) {
 
 // A factor with another sign turns a pair of bounds round. Molar masses are positive: of a sample that has
 // begun to float (1 - vbar rho below 0) sigma is negative, and bounds of a positive one leave it no place.
-void TurnBounds(long slot, float formerScale) {
+void TurnBounds(SlotNo slot, float formerScale) {
     if (IsAdditiveSlot(slot) || !(formerScale < 0.0F) == !(Work.ParmScale[slot] < 0.0F)) return;
     float& lower = Work.Bounds[0][slot];
     float& upper = Work.Bounds[1][slot];
@@ -106,7 +107,7 @@ void TurnBounds(long slot, float formerScale) {
     upper = range.Upper;
 }
 
-bool HoldsConstant(std::int16_t model, std::int16_t separateK, long slot) {
+bool HoldsConstant(std::int16_t model, std::int16_t separateK, SlotNo slot) {
     return RuleOfSlot(model, separateK != 0, slot).Holds == Quantity::Constant;
 }
 
@@ -126,7 +127,7 @@ std::array<PerSlot<float>, 2> DefaultBoundsOf(std::int16_t model, std::int16_t s
 void SetDefaultBounds() {
     for (auto& side : Work.Bounds)
         side.Recreate(Work.MaxParms - 1);
-    for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot) {
+    for (const SlotNo slot : AllSlots()) {
         const Range range = RangeOf(RuleOfSlot(slot));
         Work.Bounds[0][slot] = range.Lower;
         Work.Bounds[1][slot] = range.Upper;
@@ -139,10 +140,10 @@ void RefreshUnits() {
     const auto former = Work.ParmScale;
     BuildParmScale();
     for (auto& side : Work.Bounds)
-        for (long i = 0; i <= side.Hi(); ++i)
-            side[i] = CarriedBound(i, side[i], former[i]);
-    for (long i = 0; i < NumSlots(Work.MaxSets); ++i)
-        TurnBounds(i, former[i]);
+        for (SlotNo slot(0); slot <= SlotNo(side.Hi()); ++slot)
+            side[slot] = CarriedBound(slot, side[slot], former[slot]);
+    for (const SlotNo slot : AllSlots())
+        TurnBounds(slot, former[slot]);
 }
 
 void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {
@@ -150,11 +151,11 @@ void CarryBoundsToModel(std::int16_t oldModel, std::int16_t oldSeparateK) {
     const auto former = DefaultBoundsOf(oldModel, oldSeparateK);
     SetDefaultBounds();
     // A bound that the user set stands as long as the slot still holds the same kind of quantity.
-    for (long i = 0; i <= present[0].Hi(); ++i) {
-        if (HoldsConstant(Work.Model, Work.SeparateK, i) != HoldsConstant(oldModel, oldSeparateK, i))
+    for (SlotNo slot(0); slot <= SlotNo(present[0].Hi()); ++slot) {
+        if (HoldsConstant(Work.Model, Work.SeparateK, slot) != HoldsConstant(oldModel, oldSeparateK, slot))
             continue;
         for (std::size_t side = 0; side < 2; ++side)
-            if (present[side][i] != former[side][i]) Work.Bounds[side][i] = present[side][i];
+            if (present[side][slot] != former[side][slot]) Work.Bounds[side][slot] = present[side][slot];
     }
 }
 

@@ -11,13 +11,16 @@ namespace Quillon {
 
 namespace {
 
-double P(long slot) {
+double P(SlotNo slot) {
     return static_cast<double>(Work.Parms[slot]);
 }
-double RatioA(long row) {
+double P(long globalSlot) {
+    return P(SlotNo(globalSlot));
+}
+double RatioA(RowNo row) {
     return static_cast<double>(Work.ExtinctionRatio[0][row]);
 }
-double RatioB(long row) {
+double RatioB(RowNo row) {
     return static_cast<double>(Work.ExtinctionRatio[1][row]);
 }
 
@@ -29,13 +32,13 @@ double RatioB(long row) {
 // [decision: first-row-ratios]
 // The table's first row enters where E1(1) and E2(1) stand, which need not be the row of set 1.
 void LoadMolarFactors(FitFrame& f) {
-    const bool absorbance = Work.ConcUnits <= 2;
+    const bool absorbance = Work.ConcUnits <= ConcUnit::Mole;
     const double eA = static_cast<double>(absorbance ? Work.ExtA : Work.RefrA);
     const double eB = static_cast<double>(absorbance ? Work.ExtB : Work.RefrB);
     const double path1 = f.RefPath;
     const double path = static_cast<double>(Work.CellPath[f.CurRow]);
-    const double a1 = RatioA(1);
-    const double b1 = RatioB(1);
+    const double a1 = RatioA(RowNo(1));
+    const double b1 = RatioB(RowNo(1));
     const double ea = eA * RatioA(f.CurRow);
     const double eb = eB * RatioB(f.CurRow);
     const double path3 = path1 * path1 * path1;
@@ -52,21 +55,21 @@ void LoadMolarFactors(FitFrame& f) {
     f.gBB = 2.0 * eb * path;
 }
 
-void LoadGeometry(FitFrame& f, long set) {
-    f.CurSet = ToInt16(set);
-    f.CurRow = Work.SetRow[set];
-    f.FirstRow = Work.SetRow[1];
+void LoadGeometry(FitFrame& f, SetNo set) {
+    f.CurSet = set;
+    f.CurRow = RowOf(set);
+    f.FirstRow = RowOf(SetNo(1));
     f.ConstraintsOn = static_cast<std::int16_t>(Work.ConstraintFlags & ConcentrationBit);
-    f.SetBase = ToInt16(SlotA(set));
+    f.SetBase = SlotA(set);
     f.RefPath = static_cast<double>(Work.CellPath[f.FirstRow]);
     f.SigmaScale = static_cast<double>(Work.SetSigmaScale[set]);
     const double signal = static_cast<double>(Work.SetSignalScale[set]);
     f.ScaleA = Divide(signal * RatioA(f.CurRow), RatioA(f.FirstRow));
     f.ScaleB = Divide(signal * RatioB(f.CurRow), RatioB(f.FirstRow));
-    const long leader = LeaderOf(set);
-    f.LeadA = ToInt16(LeadSlotA(set));
-    f.LeadB = ToInt16(LeadSlotB(set));
-    f.TieX = leader > 0 ? ReferenceX(RowNo(f.CurRow)) - ReferenceX(RowOf(SetNo(leader))) : 0.0;
+    const SetNo leader = LeaderOf(set);
+    f.LeadA = LeadSlotA(set);
+    f.LeadB = LeadSlotB(set);
+    f.TieX = leader > NoSet ? ReferenceX(f.CurRow) - ReferenceX(RowOf(leader)) : 0.0;
     if (Work.Model > 7) LoadMolarFactors(f);
 }
 
@@ -179,11 +182,12 @@ void LoadComplexes(FitFrame& f) {
 void LoadAssociation(FitFrame& f) {
     const int model = Work.Model;
     const bool separateK = Work.SeparateK != 0;
-    const long base = f.SetBase;
-    f.LnK1 = P(separateK ? base + 1 : 2);
-    f.LnK2 = P(separateK ? base + 2 : 4);
-    f.LnKAB = P(separateK && (model == 8 || model == 9) ? base + 2 : 6);
-    f.Offset = OffsetSlotHoldsConstant(model, separateK) ? 0.0 : P(base + 2);
+    const SlotNo second = SlotB(f.CurSet);
+    const SlotNo third = SlotOffset(f.CurSet);
+    f.LnK1 = P(separateK ? second : SlotNo(2));
+    f.LnK2 = P(separateK ? third : SlotNo(4));
+    f.LnKAB = P(separateK && (model == 8 || model == 9) ? third : SlotNo(6));
+    f.Offset = OffsetSlotHoldsConstant(model, separateK) ? 0.0 : P(third);
     if (model >= 2 && model <= 6) f.K1 = std::exp(f.LnK1);
     if (model == 4 || model == 5) f.K2 = std::exp(f.LnK2);
     LoadComplexes(f);
@@ -210,14 +214,14 @@ void LoadPowers(FitFrame& f) {
     f.PowerM = P(3);
 }
 
-bool IsOwn(const FitFrame& f, long slot) {
+bool IsOwn(const FitFrame& f, SlotNo slot) {
     return slot >= f.SetBase && slot <= f.SetBase + 2;
 }
 
-void RememberFrom(FitFrame& f, long slot) {
+void RememberFrom(FitFrame& f, SlotNo slot) {
     const float value = Work.Parms[slot];
-    if (slot < GlobalSlots) f.From[slot] = value;
-    if (IsOwn(f, slot)) f.From[GlobalSlots + slot - f.SetBase] = value;
+    if (PartOfSlot(slot) == SlotPart::Global) f.From[slot.Number] = value;
+    if (IsOwn(f, slot)) f.From[GlobalSlots + slot.Number - f.SetBase.Number] = value;
     if (slot == f.LeadA) f.From[11] = value;
     if (slot == f.LeadB) f.From[12] = value;
 }
@@ -230,12 +234,12 @@ void LoadConstants(FitFrame& f) {
     LoadConcentrations(f);
     LoadAssociation(f);
     std::copy_n(Work.Parms.Data(), 8, f.From);
-    std::copy_n(Work.Parms.Data() + f.SetBase, 3, f.From + 8);
+    std::copy_n(Work.Parms.Data() + f.SetBase.Number, 3, f.From + 8);
     f.From[11] = Work.Parms[f.LeadA];
     f.From[12] = Work.Parms[f.LeadB];
 }
 
-void LoadFrame(FitFrame& f, long set) {
+void LoadFrame(FitFrame& f, SetNo set) {
     LoadGeometry(f, set);
     LoadConstants(f);
     f.LastN = f.LastM = f.LastTotal = 0.0;
@@ -243,16 +247,17 @@ void LoadFrame(FitFrame& f, long set) {
 
 bool FrameIsCurrent(const FitFrame& f) {
     return std::equal(f.From, f.From + 8, Work.Parms.Data()) &&
-           std::equal(f.From + 8, f.From + 11, Work.Parms.Data() + f.SetBase) &&
+           std::equal(f.From + 8, f.From + 11, Work.Parms.Data() + f.SetBase.Number) &&
            f.From[11] == Work.Parms[f.LeadA] && f.From[12] == Work.Parms[f.LeadB];
 }
 
-void StepFrame(FitFrame& stepped, const FitFrame& base, long slot) {
+void StepFrame(FitFrame& stepped, const FitFrame& base, SlotNo slot) {
     stepped = base;
     const bool own = IsOwn(base, slot);
-    if (slot >= GlobalSlots && !own && slot != base.LeadA && slot != base.LeadB) return;
+    const bool global = PartOfSlot(slot) == SlotPart::Global;
+    if (!global && !own && slot != base.LeadA && slot != base.LeadB) return;
     RememberFrom(stepped, slot);
-    switch (slot) {
+    switch (slot.Number) {
     case 0:
     case 5:
         LoadMasses(stepped);
@@ -268,8 +273,8 @@ void StepFrame(FitFrame& stepped, const FitFrame& base, long slot) {
     default:
         break;
     }
-    if (slot >= GlobalSlots) LoadConcentrations(stepped);
-    if (slot < GlobalSlots || (own && slot != base.SetBase)) LoadAssociation(stepped);
+    if (!global) LoadConcentrations(stepped);
+    if (global || (own && slot != base.SetBase)) LoadAssociation(stepped);
 }
 
 } // namespace Quillon

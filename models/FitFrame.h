@@ -16,19 +16,21 @@
 // coefficients). The constants follow from the parameters as well; StepFrame derives again exactly those
 // that a stepped slot touches. Work.Parms is single precision and is widened as it is read.
 
+#include "workspace/records/Counts.h"
+
 #include <cstdint>
 
 namespace Quillon {
 
 struct FitFrame {
-    std::int16_t CurSet = 0;   // set of the last point
-    std::int16_t CurRow = 0;   // SetRow of that set
-    std::int16_t FirstRow = 0; // SetRow of set 1
+    SetNo CurSet;   // set of the last point
+    RowNo CurRow;   // of that set
+    RowNo FirstRow; // of set 1
     std::int16_t ConstraintsOn = 0;
-    std::int16_t SetBase = 0; // first slot of the set
+    SlotNo SetBase; // first slot of the set
     // The slots that stand for ln c of A and B: the set's own, or those of the set that it follows, TieX cm^2
     // further in at the reference radius (models/SharedConcentrations.h).
-    std::int16_t LeadA = 0, LeadB = 0;
+    SlotNo LeadA, LeadB;
     double TieX = 0.0;
 
     // Geometry. Signals per 1 molar of a species in the set's own cell (g...), factors from products of
@@ -61,7 +63,7 @@ struct FitFrame {
 };
 
 // Fills geometry and constants for a set at the current Work.Parms and resets the start values.
-void LoadFrame(FitFrame& frame, long set);
+void LoadFrame(FitFrame& frame, SetNo set);
 
 // Derives the constants again for the current Work.Parms, all of them.
 void LoadConstants(FitFrame& frame);
@@ -71,6 +73,6 @@ bool FrameIsCurrent(const FitFrame& frame);
 
 // The base frame with one slot of Work.Parms stepped, the stepped value being in Work.Parms already: derives
 // what that slot touches and nothing else.
-void StepFrame(FitFrame& stepped, const FitFrame& base, long slot);
+void StepFrame(FitFrame& stepped, const FitFrame& base, SlotNo slot);
 
 } // namespace Quillon

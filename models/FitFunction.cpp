@@ -7,7 +7,7 @@
 #include "models/NonIdeal.h"
 #include "models/SharedConcentrations.h"
 #include "models/Species.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 
@@ -17,15 +17,15 @@ namespace {
 
 thread_local FitFrame Base;    // at the unstepped parameters, of the set of the last point
 thread_local FitFrame Stepped; // at the parameters with one slot stepped
-thread_local std::int16_t SteppedSlot = -1;
+thread_local SlotNo SteppedSlot = NoSlot;
 
 // The frame for the point's set at the present Work.Parms; newSet tells that the set has just begun.
-FitFrame& FrameFor(long set, bool newSet) {
+FitFrame& FrameFor(SetNo set, bool newSet) {
     if (newSet) {
         LoadFrame(Base, set);
         return Base;
     }
-    if (SteppedSlot < 0) {
+    if (SteppedSlot == NoSlot) {
         if (!FrameIsCurrent(Base)) LoadConstants(Base);
         return Base;
     }
@@ -60,10 +60,10 @@ double NonIdealSignal(FitFrame& f, double a, double measured, bool newSet) {
 }
 
 double ValueAt(long point) {
-    const long set = Work.PtSet[point];
+    const SetNo set = SetOfPoint(point);
     // The frame is refreshed before a pseudo-point answers as well, so that the next set begins afresh.
-    const bool newSet = set != Base.CurSet || (point == 1 && SteppedSlot < 0);
-    if (Work.PtX[point] == PointMarker) {
+    const bool newSet = set != Base.CurSet || (point == 1 && SteppedSlot == NoSlot);
+    if (IsPseudoPoint(point)) {
         if (newSet) LoadFrame(Base, set);
         return ConstraintValue(set, point);
     }
@@ -79,11 +79,11 @@ double ValueAt(long point) {
 }
 
 // The function with one slot stepped by h, and the parameter put back.
-double SteppedValue(long point, long slot, double h) {
+double SteppedValue(long point, SlotNo slot, double h) {
     float& parm = Work.Parms[slot];
     const float saved = parm;
     parm = ToSingle(static_cast<double>(saved) + h);
-    SteppedSlot = ToInt16(slot);
+    SteppedSlot = slot;
     const double value = FitFunction(point);
     parm = saved;
     return value;
@@ -91,17 +91,17 @@ double SteppedValue(long point, long slot, double h) {
 
 // dy/dp = (y(p + h) - y(p)) / h. The stepped value is that of a single, the divisor the step that was asked
 // for, so that the quotient errs by the rounding of p over h, below 1e-5 with the steps of DerivStep.
-void NumericDeriv(long point, long slot, double fittedValue) {
+void NumericDeriv(long point, SlotNo slot, double fittedValue) {
     const double h = DerivStep(slot);
-    Work.Deriv[Work.FreeMap[slot]] = Divide(SteppedValue(point, slot, h) - fittedValue, h);
+    Work.Deriv[FreePosOf(slot)] = Divide(SteppedValue(point, slot, h) - fittedValue, h);
 }
 
 } // namespace
 
-std::int16_t DerivParm() {
+SlotNo DerivParm() {
     return SteppedSlot;
 }
-void SetDerivParm(std::int16_t slot) {
+void SetDerivParm(SlotNo slot) {
     SteppedSlot = slot;
 }
 
@@ -113,7 +113,7 @@ double FitFunction(long point) {
     } catch (const RuntimeError&) {
         failed = true;
     }
-    SteppedSlot = -1;
+    SteppedSlot = NoSlot;
     if (!failed && std::isfinite(y)) return y;
     NoteFunctionError();
     return 0.0;
@@ -124,7 +124,7 @@ void NoteFunctionError() {
     Work.Outcome = FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit"};
 }
 
-double DerivStep(long slot) {
+double DerivStep(SlotNo slot) {
     const double p = static_cast<double>(Work.Parms[slot]);
     switch (RuleOfSlot(slot).Holds) {
     case Quantity::Mass:
@@ -134,35 +134,35 @@ double DerivStep(long slot) {
     case Quantity::Virial:
         return p == 0.0 ? 0.0004 : p * 0.02; // away from an ideal start
     case Quantity::Constant:
-        return slot == 2 || slot == 4 || slot == 6 ? 0.06 : 0.02;
+        return slot == SlotNo(2) || slot == SlotNo(4) || slot == SlotNo(6) ? 0.06 : 0.02;
     default:
         return 0.02;
     }
 }
 
-SlotDeriv DerivKind(long slot, long set, bool pseudoPoint) {
+SlotDeriv DerivKind(SlotNo slot, SetNo set, bool pseudoPoint) {
     const SlotPart part = PartOfSlot(slot);
     if (part == SlotPart::Global) return SlotDeriv::Numeric;
     // Concentrations: those of the set, or of the set that it follows.
     if (part == SlotPart::A) return slot == LeadSlotA(set) ? SlotDeriv::Numeric : SlotDeriv::Zero;
     if (part == SlotPart::B) return slot == LeadSlotB(set) ? SlotDeriv::Numeric : SlotDeriv::Zero;
-    const long owner = SetOfSlot(slot);
+    const SetNo owner = SetOfSlot(slot);
     if (owner == set && Work.SeparateK) return SlotDeriv::Numeric;
     if (pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
     if (owner == set) return SlotDeriv::One;
     // The offset of another set is this one's as well when it is tied to it.
-    const long link = Work.OffsetLink[Work.SetRow[set]];
-    const bool tied = link > 0 && Work.SetOfRow[link] == owner;
+    const RowNo link(Work.OffsetLink[RowOf(set)]);
+    const bool tied = link > NoRow && SetOf(link) == owner;
     return tied && !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0) ? SlotDeriv::One
                                                                              : SlotDeriv::Zero;
 }
 
 void CalcDerivs(long point, double fittedValue) {
-    const long set = Work.PtSet[point];
-    const bool pseudoPoint = Work.PtX[point] == PointMarker;
-    for (long slot = 0; slot < Work.NumParms; ++slot) {
-        const long place = Work.FreeMap[slot];
-        if (place < 0) continue;
+    const SetNo set = SetOfPoint(point);
+    const bool pseudoPoint = IsPseudoPoint(point);
+    for (const SlotNo slot : EachSlot()) {
+        if (!IsFitted(slot)) continue;
+        const FreePos place = FreePosOf(slot);
         switch (DerivKind(slot, set, pseudoPoint)) {
         case SlotDeriv::Numeric:
             NumericDeriv(point, slot, fittedValue);
@@ -181,7 +181,7 @@ void CalcDerivs(long point, double fittedValue) {
 void ResetFitFunction() {
     Base = FitFrame{};
     Stepped = FitFrame{};
-    SteppedSlot = -1;
+    SteppedSlot = NoSlot;
     ResetConstraintSums();
 }
 

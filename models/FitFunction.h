@@ -2,7 +2,7 @@
 // The fitted function and its derivatives, point by point: the definition that every faster road has to
 // meet bit for bit.
 
-#include <cstdint>
+#include "workspace/records/Counts.h"
 
 namespace Quillon {
 
@@ -14,21 +14,21 @@ double FitFunction(long point);
 // step of each slot, exactly 1 for a zero offset, 0 for the slots of other sets but those that it follows.
 void CalcDerivs(long point, double fittedValue);
 
-// The slot being stepped during a derivative, -1 when the function runs at the unstepped parameters. The
-// sums of concentration constraints are kept by it; FitFunction puts it back to -1.
-std::int16_t DerivParm();
-void SetDerivParm(std::int16_t slot);
+// The slot being stepped during a derivative, NoSlot when the function runs at the unstepped parameters. The
+// sums of concentration constraints are kept by it; FitFunction puts it back.
+SlotNo DerivParm();
+void SetDerivParm(SlotNo slot);
 
 // How the derivative by a fitted slot comes about at the points of a set.
 enum class SlotDeriv { Numeric, One, Zero };
-SlotDeriv DerivKind(long slot, long set, bool pseudoPoint);
+SlotDeriv DerivKind(SlotNo slot, SetNo set, bool pseudoPoint);
 
 // Notes an arithmetic fault inside the function: sets Work.AbortFit and Work.FunctionFailed, and the sentence
 // for the user in Work.Outcome.
 void NoteFunctionError();
 
 // The step of the forward difference of a slot, before the addition in single precision.
-double DerivStep(long slot);
+double DerivStep(SlotNo slot);
 
 // Forgets everything that is kept between calls; run at the start of each fit.
 void ResetFitFunction();

@@ -4,36 +4,32 @@
 #include "models/ModelTable.h"
 #include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Quillon {
 
 namespace {
 
-double RatioA(long row) {
+double RatioA(RowNo row) {
     return static_cast<double>(Work.ExtinctionRatio[0][row]);
 }
-double RatioB(long row) {
+double RatioB(RowNo row) {
     return static_cast<double>(Work.ExtinctionRatio[1][row]);
 }
 
-// The last measured point of a set: pseudo-points of constraints stand behind it and are no data.
-long LastTruePoint(long first, long last) {
-    while (last > first && Work.PtX[last] == PointMarker)
-        --last;
-    return last;
-}
-
-// ln of the signal at the reference radius of a set with the points first..last.
-double LnReferenceSignal(long set, long first, long last) {
+// ln of the signal at the reference radius of a set, from its readings.
+double LnReferenceSignal(SetNo set) {
+    const long first = FirstPointOf(set);
+    const long last = std::max(first, LastTruePointOf(set));
     long i = FindFirstAtLeast(Work.PtX, first, last, 0.0F);
     for (; i <= last; ++i)
         if (Work.PtY[i] > 0.0F) return std::log(static_cast<double>(Work.PtY[i]));
     const double d = static_cast<double>(Work.PtY[last]) - static_cast<double>(Work.PtY[first]);
     if (d == 0.0)
-        RaiseError("set " + std::to_string(set) + " (" + Work.SetLabel[set] +
+        RaiseError("set " + std::to_string(set.Number) + " (" + Work.SetLabel[set] +
                    "): no value above 0, so that there is nothing to guess its concentrations from");
     return d < 0.0 ? std::log(0.1) : Ln(d);
 }
@@ -67,9 +63,9 @@ double LnMonomerA(const ModelTraits& traits, double L, double eA, double eB, dou
     }
 }
 
-void GuessHetero(long set, const ModelTraits& traits, double L) {
-    const long row = Work.SetRow[set];
-    const long first = Work.SetRow[1];
+void GuessHetero(SetNo set, const ModelTraits& traits, double L) {
+    const RowNo row = RowOf(set);
+    const RowNo first = RowOf(SetNo(1));
     // [decision: guesses-by-extinction]
     const double eA = static_cast<double>(Work.ExtA) * Divide(RatioA(row), RatioA(first));
     const double eB = static_cast<double>(Work.ExtB) * Divide(RatioB(row), RatioB(first));
@@ -78,7 +74,7 @@ void GuessHetero(long set, const ModelTraits& traits, double L) {
     Work.Parms[SlotB(set)] = ToSingle(static_cast<double>(a) + Ln(Divide(eB, eA)));
 }
 
-void GuessSet(long set, double L) {
+void GuessSet(SetNo set, double L) {
     const ModelTraits& traits = TraitsOfModel();
     float& a = Work.Parms[SlotA(set)];
     float& b = Work.Parms[SlotB(set)];
@@ -110,21 +106,17 @@ void AskOffsets() {
     if (!AskYesNo("Do you also want the baseline offsets reset to zero?", Work.ProgramName, BoxAnswer::No,
                   BoxIcon::Information))
         return;
-    for (long s = 1; s <= Work.NumSets; ++s)
-        Work.Parms[SlotOffset(s)] = 0.0F;
+    for (const SetNo set : EachSet())
+        Work.Parms[SlotOffset(set)] = 0.0F;
 }
 
 } // namespace
 
 void InitialGuesses(bool newSituation) {
     Work.FitValid = Work.FitDone = FlagFalse;
-    long p = 1;
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const long q = LastTruePoint(p, p + Work.SetPts[s] - 1);
-        const long row = Work.SetRow[s];
-        const double scale = static_cast<double>(Work.SetSignalScale[s]) * RatioA(row);
-        GuessSet(s, LnReferenceSignal(s, p, q) + Ln(Divide(RatioA(Work.SetRow[1]), scale)));
-        p += Work.SetPts[s];
+    for (const SetNo set : EachSet()) {
+        const double scale = static_cast<double>(Work.SetSignalScale[set]) * RatioA(RowOf(set));
+        GuessSet(set, LnReferenceSignal(set) + Ln(Divide(RatioA(RowOf(SetNo(1))), scale)));
     }
     ApplyConcentrationLinks();
     if (newSituation) AskOffsets();

@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/ModelTable.h"
+#include "models/SharedConcentrations.h"
 #include "models/SpeciesAtPoint.h"
 #include "workspace/records/Roads.h"
 
@@ -14,14 +15,6 @@ namespace {
 
 constexpr double StepWidth = 0.001; // cm
 constexpr double WidestCell = 20.0; // cm; a rotor has less, and the count of steps is a 16-bit number
-
-// r^2/2 at the reference of the set: the mean of both ends of its range.
-double ReferenceOf(long set) {
-    const RowNo row = RowOf(SetNo(set));
-    const double r1 = Work.ScanRadius[row][Work.FitRange[0][row]];
-    const double r2 = Work.ScanRadius[row][Work.FitRange[1][row]];
-    return (r1 * r1 + r2 * r2) / 4.0;
-}
 
 double WidthOf(float inner, float outer) {
     return static_cast<double>(outer) - static_cast<double>(inner);
@@ -71,9 +64,9 @@ SpeciesColumns SignalsAt(SpeciesPlan& plan, const std::vector<double>& radii, do
     return signals;
 }
 
-std::vector<double> MeanSignals(SpeciesPlan& plan, long set, float inner, float outer) {
+std::vector<double> MeanSignals(SpeciesPlan& plan, SetNo set, float inner, float outer) {
     std::vector<double> means;
-    for (const std::vector<double>& column : SignalsAt(plan, RadiiOf(inner, outer), ReferenceOf(set)))
+    for (const std::vector<double>& column : SignalsAt(plan, RadiiOf(inner, outer), ReferenceX(RowOf(set))))
         means.push_back(MeanOf(column));
     return means;
 }
@@ -121,7 +114,7 @@ IntegratedRow ComponentRow(const Means& means, const SpeciesPlan& plan, bool ofA
         const MonomerCount n = MonomersIn(plan.Kind[k]);
         return ofA ? n.A : n.B;
     };
-    const long row = plan.Frame.CurRow;
+    const RowNo row = plan.Frame.CurRow;
     const auto part = [&](std::size_t k) {
         const MonomerCount n = MonomersIn(plan.Kind[k]);
         const double a = n.A * SignalOfUnit(SpeciesKind::MonomerA, SpeciesUnit::Molar, row);
@@ -153,7 +146,7 @@ void CheckCellWidth(float inner, float outer) {
     StepsOf(WidthOf(inner, outer));
 }
 
-IntegratedSet IntegrateCell(long set, float inner, float outer, SpeciesUnit unit) {
+IntegratedSet IntegrateCell(SetNo set, float inner, float outer, SpeciesUnit unit) {
     SpeciesPlan plan = PlanSpecies(set, SpeciesUnit::Signal);
     Means means;
     means.Signal = MeanSignals(plan, set, inner, outer);

@@ -10,6 +10,8 @@
 // of the cell in full, which is some parts in a thousand for a steep species. Outside of the fitting range
 // the model is extrapolated.
 
+#include "workspace/records/Counts.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,6 +43,6 @@ void CheckCellWidth(float inner, float outer);
 // The mean concentrations of a set between two radii in cm, at the current Work.Parms; shares are taken in
 // unit. A RuntimeError in words: a width that rounds to no step ("Division by zero") or is that of no cell, a
 // model that is beyond the range of numbers between the radii, or that has no non-ideal solution there.
-IntegratedSet IntegrateCell(long set, float inner, float outer, SpeciesUnit unit);
+IntegratedSet IntegrateCell(SetNo set, float inner, float outer, SpeciesUnit unit);
 
 } // namespace Quillon

@@ -12,15 +12,15 @@ namespace Quillon {
 
 namespace {
 
-std::string LinkText(const LinkBoxes& boxes, long set) {
+std::string LinkText(const LinkBoxes& boxes, SetNo set) {
     return boxes.Links[set] == 0 ? "" : std::to_string(boxes.Links[set]);
 }
 
 // A set that follows another one has nothing of its own to give.
-bool MakesChain(const LinkBoxes& boxes, long set, long other) {
+bool MakesChain(const LinkBoxes& boxes, SetNo set, SetNo other) {
     if (boxes.Links[other] != 0) return true;
-    for (long s = 1; s <= Work.NumSets; ++s)
-        if (s != set && boxes.Links[s] == set) return true;
+    for (const SetNo follower : EachSet())
+        if (follower != set && SetNo(boxes.Links[follower]) == set) return true;
     return false;
 }
 
@@ -41,7 +41,7 @@ LinkBoxes LoadLinkBoxes(const PerRow<std::int16_t>& links, const LinkWords& word
         boxes.SetName.push_back(Captioned(Work.SetLabel[set]));
         boxes.LinkNum.push_back(Captioned("", words.ToolTip));
         const std::int16_t link = links[RowOf(set)];
-        if (link > 0) boxes.Links[set.Number] = Work.SetOfRow[link];
+        if (link > 0) boxes.Links[set] = Work.SetOfRow[link];
     }
     boxes.OldLinks = boxes.Links;
     ShowLinks(boxes);
@@ -49,17 +49,17 @@ LinkBoxes LoadLinkBoxes(const PerRow<std::int16_t>& links, const LinkWords& word
 }
 
 void ShowLinks(LinkBoxes& boxes) {
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         LinkBoxOf(boxes, set).Text = LinkText(boxes, set);
 }
 
-Control& LinkBoxOf(LinkBoxes& boxes, long set) {
-    return boxes.LinkNum.at(static_cast<std::size_t>(set - 1));
+Control& LinkBoxOf(LinkBoxes& boxes, SetNo set) {
+    return boxes.LinkNum.at(static_cast<std::size_t>(set.Number - 1));
 }
 
-int LinkBoxKey(LinkBoxes& boxes, long set, int key, FormState& state, Control& ok) {
+int LinkBoxKey(LinkBoxes& boxes, SetNo set, int key, FormState& state, Control& ok) {
     Control& box = LinkBoxOf(boxes, set);
-    if (key == KeyReturn) state.FocusOn = set < Work.NumSets ? &LinkBoxOf(boxes, set + 1) : &ok;
+    if (key == KeyReturn) state.FocusOn = set.Number < Work.NumSets ? &LinkBoxOf(boxes, set + 1) : &ok;
     if (key != ' ') return WholeNumberBoxKey(box, key);
     box.Text.clear();
     box.SelStart = box.SelLength = 0;
@@ -67,18 +67,18 @@ int LinkBoxKey(LinkBoxes& boxes, long set, int key, FormState& state, Control& o
     return 0;
 }
 
-bool LeaveLinkBox(LinkBoxes& boxes, long set, FormState& state, const LinkWords& words) {
+bool LeaveLinkBox(LinkBoxes& boxes, SetNo set, FormState& state, const LinkWords& words) {
     Control& box = LinkBoxOf(boxes, set);
     if (LeaveNumberBox(box, LinkText(boxes, set)) != BoxLeft::Altered) return true;
     const float number = std::nearbyint(NumValue(box.Text));
     if (number < 0.0F || number > static_cast<float>(Work.NumSets))
         return RefuseNumber(box, state, "Invalid data set number entered!");
-    const std::int16_t other = ToInt16(static_cast<double>(number));
+    const SetNo other(ToInt16(static_cast<double>(number)));
     if (other == set && *words.OfItself) return RefuseNumber(box, state, words.OfItself);
     const std::int16_t former = boxes.Links[set];
     boxes.Links[set] = 0;
-    const bool chain = other != 0 && MakesChain(boxes, set, other);
-    boxes.Links[set] = chain ? former : other;
+    const bool chain = other != NoSet && MakesChain(boxes, set, other);
+    boxes.Links[set] = chain ? former : ToInt16(other.Number);
     if (chain) Tell("You cannot link this set to a set already linked!", words.Title, BoxIcon::Warning);
     box.Text = LinkText(boxes, set);
     return !chain;
@@ -87,9 +87,9 @@ bool LeaveLinkBox(LinkBoxes& boxes, long set, FormState& state, const LinkWords&
 bool StoreLinks(const LinkBoxes& boxes, PerRow<std::int16_t>& links) {
     bool any = false;
     for (const SetNo set : EachSet()) {
-        const std::int16_t other = boxes.Links[set.Number];
-        links[RowOf(set)] = other == 0 ? std::int16_t{0} : Work.SetRow[other];
-        any |= other != 0;
+        const SetNo other(boxes.Links[set]);
+        links[RowOf(set)] = other == NoSet ? std::int16_t{0} : Work.SetRow[other];
+        any |= other != NoSet;
     }
     return any;
 }

@@ -3,7 +3,7 @@
 // the set that it follows, or nothing.
 //
 // A tie is kept by rows of the data set table, the boxes work with sets. All control arrays have one entry
-// for each set, that of set 1 at place 0; functions take the number of the set, from 1. A set that follows
+// for each set, that of set 1 at place 0. A set that follows
 // another one cannot be followed itself.
 
 #include "platform/Arrays.h"
@@ -16,10 +16,10 @@
 namespace Quillon {
 
 struct LinkBoxes {
-    std::vector<Control> SetNumber;         // "1", "2", ...
-    std::vector<Control> SetName;           // labels of the sets
-    std::vector<Control> LinkNum;           // number of the set that is followed; empty for none
-    OneBased<std::int16_t> Links, OldLinks; // by set, now and when the form was loaded; 0 for none
+    std::vector<Control> SetNumber;       // "1", "2", ...
+    std::vector<Control> SetName;         // labels of the sets
+    std::vector<Control> LinkNum;         // number of the set that is followed; empty for none
+    PerSet<std::int16_t> Links, OldLinks; // now and when the form was loaded; 0 for none
 };
 
 // What a form says of its links.
@@ -35,15 +35,15 @@ LinkBoxes LoadLinkBoxes(const PerRow<std::int16_t>& links, const LinkWords& word
 
 void ShowLinks(LinkBoxes& boxes); // brings the texts up to Links
 
-Control& LinkBoxOf(LinkBoxes& boxes, long set);
+Control& LinkBoxOf(LinkBoxes& boxes, SetNo set);
 
 // Digits; a blank empties the box, Enter goes to the next one and behind the last one to ok.
-int LinkBoxKey(LinkBoxes& boxes, long set, int key, FormState& state, Control& ok);
+int LinkBoxKey(LinkBoxes& boxes, SetNo set, int key, FormState& state, Control& ok);
 
 // A box is left: takes its link, 0 or nothing for none. False when it is refused, which has then been told,
 // and the former link stands: the number of no set, a set tied to itself, and a chain (a link to a set that
 // has one, or of a set that another one follows).
-bool LeaveLinkBox(LinkBoxes& boxes, long set, FormState& state, const LinkWords& words);
+bool LeaveLinkBox(LinkBoxes& boxes, SetNo set, FormState& state, const LinkWords& words);
 
 // Writes the links of the sets in the fit to their rows; true when there is any.
 bool StoreLinks(const LinkBoxes& boxes, PerRow<std::int16_t>& links);

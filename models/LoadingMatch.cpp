@@ -2,7 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/LoadingUnits.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -10,21 +10,19 @@ namespace {
 
 constexpr const char* SharePicture = "#0.00%";
 
-float Loading(std::size_t species, long row) {
+float Loading(std::size_t species, RowNo row) {
     return species == 0 ? Work.ConcConstraintA[row] : Work.ConcConstraintB[row];
 }
 
-float Tolerance(std::size_t species, long row) {
+float Tolerance(std::size_t species, RowNo row) {
     return species == 0 ? Work.ConcToleranceA[row] : Work.ConcToleranceB[row];
 }
 
 // The pseudo-point of a constrained species: the last point of the set, or the one before it for A where B
 // has one as well.
-long PseudoPoint(std::size_t species, long set) {
-    long last = 0;
-    for (long s = 1; s <= set; ++s)
-        last += Work.SetPts[s];
-    return species == 0 && LoadingConstrains(1, Work.SetRow[set]) ? last - 1 : last;
+long PseudoPoint(std::size_t species, SetNo set) {
+    const long last = LastPointOf(set);
+    return species == 0 && LoadingConstrains(1, RowOf(set)) ? last - 1 : last;
 }
 
 double FractionOf(long point) {
@@ -34,12 +32,12 @@ double FractionOf(long point) {
 
 } // namespace
 
-bool LoadingConstrains(std::size_t species, long row) {
+bool LoadingConstrains(std::size_t species, RowNo row) {
     return (Work.ConstraintFlags & ConcentrationBit) && Loading(species, row) > 0.0F;
 }
 
-LoadingMatch MatchOfLoading(std::size_t species, long set) {
-    const long row = Work.SetRow[set];
+LoadingMatch MatchOfLoading(std::size_t species, SetNo set) {
+    const RowNo row = RowOf(set);
     const double factor = LoadingFactor(species, row);
     const double loading = static_cast<double>(Loading(species, row));
     LoadingMatch match;

@@ -9,17 +9,18 @@
 
 namespace Quillon {
 
-double LoadingFactor(std::size_t species, long row) {
-    if (Work.ConcUnits != 1 && Work.ConcUnits != 2) return 1.0;
+double LoadingFactor(std::size_t species, RowNo row) {
+    if (Work.ConcUnits != ConcUnit::Weight && Work.ConcUnits != ConcUnit::Mole) return 1.0;
     const float absorptivity = species == 0 ? Work.AbsorpA : Work.AbsorpB;
     const float extinction = species == 0 ? Work.ExtA : Work.ExtB;
-    const double coefficient = static_cast<double>(Work.ConcUnits == 1 ? absorptivity : extinction);
+    const double coefficient =
+        static_cast<double>(Work.ConcUnits == ConcUnit::Weight ? absorptivity : extinction);
     return Divide(1.0, coefficient * static_cast<double>(Work.CellPath[row]) *
                            static_cast<double>(Work.ExtinctionRatio[species][row]));
 }
 
 const char* LoadingPicture() {
-    return Work.ConcUnits == 2 ? "0.000E+00" : "#0.0000";
+    return Work.ConcUnits == ConcUnit::Mole ? "0.000E+00" : "#0.0000";
 }
 
 const char* LoadingUnit() {

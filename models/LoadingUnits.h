@@ -3,6 +3,8 @@
 // a coefficient of absorbance data leads from there to the unit in force they are shown in that unit, in all
 // other units as the signals that they are.
 
+#include "workspace/records/Counts.h"
+
 #include <cstddef>
 #include <string>
 
@@ -10,7 +12,7 @@ namespace Quillon {
 
 // Shown value over signal, for species A (0) or B (1) of a row. A coefficient, path or ratio of 0 is the
 // run-time error "Division by zero".
-double LoadingFactor(std::size_t species, long row);
+double LoadingFactor(std::size_t species, RowNo row);
 
 // Number picture of a shown loading.
 const char* LoadingPicture();

@@ -26,9 +26,10 @@ void RemoveOffsetLinks() {
 
 // Slots of the sets that have become constants start from the common ones.
 void SeedSeparateConstants() {
-    for (long slot = GlobalSlots; slot < NumSlots(Work.MaxSets); ++slot) {
+    for (const SlotNo slot : AllSlots()) {
         const SlotRule& rule = RuleOfSlot(slot);
-        if (rule.Holds == Quantity::Constant) Work.Parms[slot] = Work.Parms[rule.Common];
+        const bool ofSet = PartOfSlot(slot) != SlotPart::Global;
+        if (ofSet && rule.Holds == Quantity::Constant) Work.Parms[slot] = Work.Parms[rule.Common];
     }
 }
 
@@ -71,10 +72,10 @@ bool CheckModelChoice() {
 
 void AnnounceHeteroModel(std::int16_t oldModel) {
     if (!TraitsOfModel().Hetero || Work.Model == oldModel) return;
-    if (Work.ConcUnits == 1 || Work.ConcUnits == 4) {
+    if (Work.ConcUnits == ConcUnit::Weight || Work.ConcUnits == ConcUnit::FringeWeight) {
         Tell("Please note that for this model you CANNOT use mg/mL units", BoxTitle, BoxIcon::Information);
         BuildParmScale(); // of the new model, in the units in which its bounds stand
-        Work.ConcUnits = Work.ConcUnits == 1 ? 0 : 3;
+        Work.ConcUnits = Work.ConcUnits == ConcUnit::Weight ? ConcUnit::Absorbance : ConcUnit::Fringes;
         RefreshUnits();
         return;
     }
@@ -91,8 +92,8 @@ void AdoptModel(std::int16_t oldSeparateK, bool chosen) {
         for (std::int16_t& flag : Work.FreeMap)
             flag = 0;
         if (!Work.SeparateK)
-            for (long s = 1; s <= Work.MaxSets; ++s)
-                Work.FreeMap[SlotOffset(s)] = SlotHeld;
+            for (SetNo set(1); set <= SetNo(Work.MaxSets); ++set)
+                Work.FreeMap[SlotOffset(set)] = SlotHeld;
     }
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     Work.FitTitle = ModelFitTitle();

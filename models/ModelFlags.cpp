@@ -3,18 +3,18 @@
 #include "models/Catalogue.h"
 #include "models/ModelTable.h"
 #include "models/SharedConcentrations.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
 namespace {
 
-void HideWithValue(long slot, float value) {
+void HideWithValue(SlotNo slot, float value) {
     Work.FreeMap[slot] = SlotUnused;
     Work.Parms[slot] = value;
 }
 
-void FlagSlot(long slot) {
+void FlagSlot(SlotNo slot) {
     const SlotRule& rule = RuleOfSlot(slot);
     std::int16_t& flag = Work.FreeMap[slot];
     switch (rule.Use) {
@@ -46,20 +46,20 @@ void FlagSlot(long slot) {
 // Without zero offsets there is nothing to tie: a link waits for another model.
 void FlagOffsetLinks() {
     const bool offsets = !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const long link = offsets ? Work.OffsetLink[Work.SetRow[s]] : 0;
-        if (link != 0) {
-            Work.FreeMap[SlotOffset(s)] = SlotTied;
-            const long other = Work.SetOfRow[link];
-            if (other > 0) Work.FreeMap[SlotOffset(other)] = 0;
-        } else if (Work.FreeMap[SlotOffset(s)] == SlotTied) {
-            Work.FreeMap[SlotOffset(s)] = SlotHeld;
+    for (const SetNo set : EachSet()) {
+        const RowNo link = offsets ? RowNo(Work.OffsetLink[RowOf(set)]) : NoRow;
+        std::int16_t& flag = Work.FreeMap[SlotOffset(set)];
+        if (link != NoRow) {
+            flag = SlotTied;
+            if (SetOf(link) > NoSet) Work.FreeMap[SlotOffset(SetOf(link))] = 0;
+        } else if (flag == SlotTied) {
+            flag = SlotHeld;
         }
     }
 }
 
 // A set that follows another one has no concentrations to fit. One that does no longer has them fitted again.
-void FlagShared(long slot, long lead) {
+void FlagShared(SlotNo slot, SlotNo lead) {
     std::int16_t& flag = Work.FreeMap[slot];
     if (flag == SlotUnused) return;
     if (lead != slot)
@@ -69,16 +69,16 @@ void FlagShared(long slot, long lead) {
 }
 
 void FlagConcentrationLinks() {
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        FlagShared(SlotA(s), LeadSlotA(s));
-        FlagShared(SlotB(s), LeadSlotB(s));
+    for (const SetNo set : EachSet()) {
+        FlagShared(SlotA(set), LeadSlotA(set));
+        FlagShared(SlotB(set), LeadSlotB(set));
     }
 }
 
 } // namespace
 
 void ApplyModelFlags() {
-    for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot)
+    for (const SlotNo slot : AllSlots())
         FlagSlot(slot);
     FlagOffsetLinks();
     FlagConcentrationLinks();
@@ -86,7 +86,7 @@ void ApplyModelFlags() {
 
 void CopySharedConstants() {
     const ModelTraits& traits = TraitsOfModel();
-    if (traits.SharedTo >= 0) Work.Parms[traits.SharedTo] = Work.Parms[traits.SharedFrom];
+    if (traits.SharedTo != NoSlot) Work.Parms[traits.SharedTo] = Work.Parms[traits.SharedFrom];
 }
 
 } // namespace Quillon

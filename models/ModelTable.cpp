@@ -1,6 +1,6 @@
 #include "models/ModelTable.h"
 
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -91,9 +91,9 @@ constexpr SlotRule Zero{"Zero Offset, set ", Quantity::Offset, SlotUnit::Signal,
 
 // --- the columns of separate constants -------------------------------------------------------------------
 
-constexpr SlotRule OfEachSet(SlotRule rule, const char* name, std::int16_t common) {
+constexpr SlotRule OfEachSet(SlotRule rule, const char* name, long common) {
     rule.Name = name;
-    rule.Common = common;
+    rule.Common = SlotNo(common);
     return rule;
 }
 // The global slot whose constant each set has for itself.
@@ -130,12 +130,12 @@ constexpr ModelSlots OwnKAB(ModelSlots slots) {
 }
 // Models without separate constants: which slots are put back when the option of the model before goes.
 constexpr ModelSlots NoneInB(ModelSlots slots) {
-    slots.OfSet[1].Common = 2;
+    slots.OfSet[1].Common = SlotNo(2);
     return slots;
 }
 constexpr ModelSlots NoneInOffset(ModelSlots slots) {
     slots.OfSet[2].Holds = Quantity::Unread;
-    slots.OfSet[2].Common = 6;
+    slots.OfSet[2].Common = SlotNo(6);
     return slots;
 }
 
@@ -211,9 +211,9 @@ constexpr ModelTraits WithGeneral(ModelTraits traits, std::int16_t model) {
 constexpr ModelTraits Hetero(FirstGuess guess, std::array<double, 4> guessK) {
     return {.OffsetGoes = true, .TwoSpecies = true, .Hetero = true, .Guess = guess, .GuessK = guessK};
 }
-constexpr ModelTraits Sharing(ModelTraits traits, std::int16_t from, std::int16_t to) {
-    traits.SharedFrom = from;
-    traits.SharedTo = to;
+constexpr ModelTraits Sharing(ModelTraits traits, long from, long to) {
+    traits.SharedFrom = SlotNo(from);
+    traits.SharedTo = SlotNo(to);
     return traits;
 }
 constexpr ModelTraits Single() {
@@ -269,14 +269,14 @@ const ModelSlots& SlotsOfModel(int model, bool separateK) {
     return (separateK ? SeparateTable : Table)[RowOf(model)];
 }
 
-const SlotRule& RuleOfSlot(int model, bool separateK, long slot) {
+const SlotRule& RuleOfSlot(int model, bool separateK, SlotNo slot) {
     const ModelSlots& slots = SlotsOfModel(model, separateK);
     const SlotPart part = PartOfSlot(slot);
-    if (part == SlotPart::Global) return slots.Global[static_cast<std::size_t>(slot)];
+    if (part == SlotPart::Global) return slots.Global[static_cast<std::size_t>(slot.Number)];
     return slots.OfSet[static_cast<std::size_t>(part)];
 }
 
-const SlotRule& RuleOfSlot(long slot) {
+const SlotRule& RuleOfSlot(SlotNo slot) {
     return RuleOfSlot(Work.Model, Work.SeparateK != 0, slot);
 }
 

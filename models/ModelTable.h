@@ -6,6 +6,8 @@
 // A model has a second column of slots for separate constants: no slot is added for them, a set's own slots
 // change hands (ln c(B) or the zero offset give way to ln K) and the global constant is empty.
 
+#include "workspace/records/Counts.h"
+
 #include <array>
 #include <cstdint>
 
@@ -78,7 +80,7 @@ struct SlotRule {
     float Standard = 0.0F; // what stands for a value that nobody has set, exactly 0
     SlotBounds Bounds = SlotBounds::Usual;
     float Lower = 0.0F, Upper = 0.0F; // user units
-    std::int16_t Common = -1; // a set's slot: the global slot whose constant the set has for itself; -1 none
+    SlotNo Common = NoSlot;           // a set's slot: the global slot whose constant the set has for itself
 };
 
 // True when the displayed value is internal plus ParmScale, false when it is internal times ParmScale.
@@ -116,8 +118,8 @@ struct ModelTraits {
     bool CooperativityNote = false; // tells what cooperativity means in weight units
     bool GivesBaseline = false;     // its fitted curve may be written as a baseline
     std::int16_t General = 0;       // the model that it is with other stoichiometries than the fixed ones
-    std::int16_t SharedFrom = -1;   // a slot that stands for two bonds,
-    std::int16_t SharedTo = -1;     // and the slot that shows the second one after a fit
+    SlotNo SharedFrom = NoSlot;     // a slot that stands for two bonds,
+    SlotNo SharedTo = NoSlot;       // and the slot that shows the second one after a fit
     FirstGuess Guess = FirstGuess::Kept;
     std::array<double, 4> GuessK{}; // how often the constants of slots 6, 7, 4, 2 enter the guess
 };
@@ -131,8 +133,8 @@ inline constexpr int LastReservedModel = 24;
 const ModelSlots& SlotsOfModel(int model, bool separateK);
 
 // The rule of a slot (from 0, global or of a set).
-const SlotRule& RuleOfSlot(int model, bool separateK, long slot);
-const SlotRule& RuleOfSlot(long slot); // in Work.Model with Work.SeparateK
+const SlotRule& RuleOfSlot(int model, bool separateK, SlotNo slot);
+const SlotRule& RuleOfSlot(SlotNo slot); // in Work.Model with Work.SeparateK
 
 const ModelTraits& TraitsOfModel(int model);
 const ModelTraits& TraitsOfModel(); // of Work.Model

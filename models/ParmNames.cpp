@@ -2,7 +2,7 @@
 
 #include "models/ModelTable.h"
 #include "models/ParmScale.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -47,18 +47,18 @@ const char* WordOf(SlotUnit unit) {
 
 const char* MassQuantity() {
     switch (Work.MassUnits) {
-    case 1:
+    case MassUnit::Buoyant:
         return "Mb ";
-    case 2:
+    case MassUnit::Molar:
         return "MW ";
     default:
         return "Sigma ";
     }
 }
 
-std::string NameOf(const SlotRule& rule, long slot) {
+std::string NameOf(const SlotRule& rule, SlotNo slot) {
     if (rule.Holds == Quantity::Mass) return std::string(MassQuantity()) + rule.Name;
-    return slot < GlobalSlots ? rule.Name : rule.Name + std::to_string(SetOfSlot(slot));
+    return SetOfSlot(slot) == NoSet ? rule.Name : rule.Name + std::to_string(SetOfSlot(slot).Number);
 }
 
 const char* PictureOf(Quantity holds) {
@@ -79,7 +79,7 @@ const char* PictureOf(Quantity holds) {
 void BuildParmNames() {
     Work.ParmName.Recreate(Work.MaxParms - 1);
     Work.ParmTitle.Recreate(Work.MaxParms - 1);
-    for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot) {
+    for (const SlotNo slot : AllSlots()) {
         const SlotRule& rule = RuleOfSlot(slot);
         Work.ParmName[slot] = NameOf(rule, slot);
         Work.ParmTitle[slot] = WordOf(rule.Unit);
@@ -88,7 +88,7 @@ void BuildParmNames() {
 
 void BuildParmFormats() {
     Work.ParmFormat.Recreate(Work.MaxParms - 1, PictureOf(Quantity::Constant));
-    for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot)
+    for (const SlotNo slot : AllSlots())
         Work.ParmFormat[slot] = PictureOf(RuleOfSlot(slot).Holds);
 }
 

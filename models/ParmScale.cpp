@@ -1,7 +1,7 @@
 #include "models/ParmScale.h"
 
 #include "models/ModelTable.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -17,12 +17,12 @@ struct FirstSet {
 };
 
 FirstSet ReadFirstSet() {
-    if (!Work.DataChosen || Work.NumSets < 1 || Work.SetRow[1] < 1) {
+    if (!Work.DataChosen || Work.NumSets < 1 || RowOf(SetNo(1)) < RowNo(1)) {
         Work.CellPath[1] = 1.2F;
         return {static_cast<double>(Work.CellPath[1]), static_cast<double>(Work.ExtinctionRatio[0][1]),
                 static_cast<double>(Work.ExtinctionRatio[1][1]), ReferenceRT, ReferenceOmega};
     }
-    const long row = Work.SetRow[1];
+    const RowNo row = RowOf(SetNo(1));
     const double kelvin = static_cast<double>(Work.ScanTemperature[row]) + 273.15;
     const double omega = static_cast<double>(Work.ScanRPM[row]) * 3.14159265358979 / 30.0;
     return {static_cast<double>(Work.CellPath[row]), static_cast<double>(Work.ExtinctionRatio[0][row]),
@@ -43,10 +43,10 @@ void ScaleMasses(Scales& scales, const FirstSet& first) {
     const auto molar = [&](float vbar) {
         return ToSingle(Divide(first.RT, w2 * (1.0 - density * static_cast<double>(vbar)) * 1000.0));
     };
-    if (Work.MassUnits == 2) {
+    if (Work.MassUnits == MassUnit::Molar) {
         scales.MassA = molar(Work.VbarA);
         scales.MassB = molar(Work.VbarB);
-    } else if (Work.MassUnits == 1) {
+    } else if (Work.MassUnits == MassUnit::Buoyant) {
         scales.MassA = scales.MassB = ToSingle(Divide(first.RT, w2 * 1000.0));
     }
 }
@@ -61,13 +61,13 @@ UnitFactors FactorsOf(const FirstSet& first) {
         return UnitFactors{static_cast<double>(a) * scaleA, static_cast<double>(b) * scaleB};
     };
     switch (Work.ConcUnits) {
-    case 1:
+    case ConcUnit::Weight:
         return pair(Work.AbsorpA, Work.AbsorpB, first.RatioA * first.Path, first.RatioB * first.Path);
-    case 2:
+    case ConcUnit::Mole:
         return pair(Work.ExtA, Work.ExtB, first.RatioA * first.Path, first.RatioB * first.Path);
-    case 4:
+    case ConcUnit::FringeWeight:
         return pair(Work.FringeMassA, Work.FringeMassB, first.Path, first.Path);
-    case 5:
+    case ConcUnit::FringeMole:
         return pair(Work.RefrA, Work.RefrB, first.Path, first.Path);
     default:
         return {};
@@ -78,17 +78,18 @@ void ScaleConstants(Scales& scales, const FirstSet& first, const UnitFactors& u)
     const int units = Work.ConcUnits;
     const double n = static_cast<double>(Work.Parms[1]);
     const double m = static_cast<double>(Work.Parms[3]);
-    if (units == 0 || units == 3) {
+    if (units == ConcUnit::Absorbance || units == ConcUnit::Fringes) {
         // [decision: fringe-constants]
         scales.Mixed = ToSingle(-Ln(static_cast<double>(Work.ExtA) * first.RatioA *
                                     static_cast<double>(Work.ExtB) * first.RatioB * first.Path * first.Path));
         return;
     }
-    const bool molar = units == 2 || units == 5;
+    const bool molar = units == ConcUnit::Mole || units == ConcUnit::FringeMole;
     scales.OneToN = ToSingle((n - 1.0) * Ln(u.A) - (molar ? Ln(n) : 0.0));
     // [decision: second-oligomer-by-b]
     // In mg/mL of interference data the second oligomer goes by the coefficient of species B.
-    scales.OneToM = ToSingle((m - 1.0) * Ln(units == 4 ? u.B : u.A) - (molar ? Ln(m) : 0.0));
+    scales.OneToM =
+        ToSingle((m - 1.0) * Ln(units == ConcUnit::FringeWeight ? u.B : u.A) - (molar ? Ln(m) : 0.0));
 }
 
 Scales ScalesInForce() {
@@ -129,27 +130,27 @@ float ScaleOf(SlotScale rule, const Scales& scales) {
 } // namespace
 
 bool MassInKiloDalton() {
-    return Work.MassUnits != 0;
+    return Work.MassUnits != MassUnit::Sigma;
 }
 
-bool IsAdditiveSlot(long slot) {
+bool IsAdditiveSlot(SlotNo slot) {
     return IsAdditive(RuleOfSlot(slot).Holds);
 }
 
-float ToUserUnits(long slot, float internal) {
+float ToUserUnits(SlotNo slot, float internal) {
     const double p = static_cast<double>(internal);
     const double scale = static_cast<double>(Work.ParmScale[slot]);
     return ToSingle(IsAdditiveSlot(slot) ? p + scale : p * scale);
 }
 
-float ToInternal(long slot, float displayed) {
+float ToInternal(SlotNo slot, float displayed) {
     const double v = static_cast<double>(displayed);
     const double scale = static_cast<double>(Work.ParmScale[slot]);
     return ToSingle(IsAdditiveSlot(slot) ? v - scale : Divide(v, scale));
 }
 
 void FillStandardParms() {
-    for (long slot = 0; slot < GlobalSlots; ++slot) {
+    for (const SlotNo slot : EachGlobalSlot()) {
         const float standard = RuleOfSlot(slot).Standard;
         if (standard != 0.0F && Work.Parms[slot] == 0.0F) Work.Parms[slot] = standard;
     }
@@ -159,7 +160,7 @@ void BuildParmScale() {
     FillStandardParms();
     Work.ParmScale.Recreate(Work.MaxParms - 1, 1.0F);
     const Scales scales = ScalesInForce();
-    for (long slot = 0; slot < NumSlots(Work.MaxSets); ++slot)
+    for (const SlotNo slot : AllSlots())
         Work.ParmScale[slot] = ScaleOf(RuleOfSlot(slot).Scale, scales);
 }
 

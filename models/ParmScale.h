@@ -14,15 +14,17 @@
 //
 // Sigma is that of T. Svedberg and K. O. Pedersen, The Ultracentrifuge (Clarendon Press, 1940), part I.
 
+#include "workspace/records/Counts.h"
+
 namespace Quillon {
 
 // True for slots whose displayed value is internal + ParmScale, false where it is internal * ParmScale.
-bool IsAdditiveSlot(long slot);
+bool IsAdditiveSlot(SlotNo slot);
 
 // A value of a slot in user units from its internal value, and back, with Work.ParmScale. The work is
 // double precision; the results are rounded to single.
-float ToUserUnits(long slot, float internal);
-float ToInternal(long slot, float displayed);
+float ToUserUnits(SlotNo slot, float internal);
+float ToInternal(SlotNo slot, float displayed);
 
 // Rebuilds Work.ParmScale from units, coefficients, first set and model. Fills masses and stoichiometries
 // that are exactly 0 with their standard values first. A coefficient that is not positive where a logarithm

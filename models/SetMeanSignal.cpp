@@ -1,24 +1,18 @@
 #include "models/SetMeanSignal.h"
 
 #include "models/Catalogue.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
-double SetMeanSignal(long set) {
-    long first = 1;
-    for (long s = 1; s < set; ++s)
-        first += Work.SetPts[s];
+double SetMeanSignal(SetNo set) {
     double sum = 0.0;
-    long count = 0;
-    for (long p = first; p < first + Work.SetPts[set]; ++p)
-        if (Work.PtX[p] != PointMarker) {
-            sum += static_cast<double>(Work.PtY[p]);
-            ++count;
-        }
+    const long last = LastTruePointOf(set);
+    for (long p = FirstPointOf(set); p <= last; ++p)
+        sum += static_cast<double>(Work.PtY[p]);
     const bool noOffset = OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
     const double offset = noOffset ? 0.0 : static_cast<double>(Work.Parms[SlotOffset(set)]);
-    return Divide(sum, static_cast<double>(count)) - offset;
+    return Divide(sum, static_cast<double>(TruePointsOf(set))) - offset;
 }
 
 } // namespace Quillon

@@ -4,7 +4,7 @@
 #include "models/FormControls.h"
 #include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ namespace {
 constexpr LinkWords Words{"Enter the data set # whose concentrations this set shares", "Share Concentrations",
                           "A set has its own concentrations anyway."};
 
-bool LeaveBox(long set) {
+bool LeaveBox(SetNo set) {
     return LeaveLinkBox(ShareForm.Boxes, set, ShareForm.State, Words);
 }
 
@@ -39,7 +39,7 @@ void TakeProposal() {
     const std::vector<ConcentrationTie> ties = ProposedTies();
     ShareForm.Boxes.Links.Recreate(Work.NumSets);
     for (const ConcentrationTie& tie : ties)
-        ShareForm.Boxes.Links[tie.Follower] = ToInt16(tie.Leader);
+        ShareForm.Boxes.Links[tie.Follower] = ToInt16(tie.Leader.Number);
     ShareForm.Note.Text =
         ties.empty()
             ? "There is nothing to propose: no two sets are of one cell, channel and speed and of "
@@ -73,15 +73,15 @@ void LoadShareForm() {
     ShareForm.State.Shown = true;
 }
 
-void ShareFormGotFocus(long set) {
+void ShareFormGotFocus(SetNo set) {
     NumGotFocus(LinkBoxOf(ShareForm.Boxes, set));
 }
 
-int ShareFormKeyPress(long set, int key) {
+int ShareFormKeyPress(SetNo set, int key) {
     return LinkBoxKey(ShareForm.Boxes, set, key, ShareForm.State, ShareForm.OkButton);
 }
 
-void ShareFormLostFocus(long set) {
+void ShareFormLostFocus(SetNo set) {
     LeaveBox(set);
 }
 
@@ -106,7 +106,7 @@ void ShareFormOkButton() {
         Work.AbortFit = FlagFalse;
         ShowLinks(ShareForm.Boxes);
     }
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         if (!LeaveBox(set)) return;
     ShareForm.State.Shown = false;
 }

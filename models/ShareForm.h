@@ -7,6 +7,7 @@
 
 #include "models/LinkBoxes.h"
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 namespace Quillon {
 
@@ -29,9 +30,9 @@ void ShareConcentrationsDialog();
 
 void LoadShareForm(); // fills the form from the workspace
 
-void ShareFormGotFocus(long set);
-int ShareFormKeyPress(long set, int key); // digits; a blank empties the box, Enter goes to the next one
-void ShareFormLostFocus(long set); // takes the tie; one that makes no sense is told (models/LinkBoxes.h)
+void ShareFormGotFocus(SetNo set);
+int ShareFormKeyPress(SetNo set, int key); // digits; a blank empties the box, Enter goes to the next one
+void ShareFormLostFocus(SetNo set); // takes the tie; one that makes no sense is told (models/LinkBoxes.h)
 
 void ShareFormProposeButton(); // fills the boxes with the ties that the scans suggest; the form stays
 void ShareFormCancelButton();  // removes every tie; the form stays

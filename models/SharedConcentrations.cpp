@@ -11,15 +11,16 @@ namespace Quillon {
 
 namespace {
 
-long LinkedSet(long set) {
+SetNo LinkedSet(SetNo set) {
     const Workspace& w = Work; // the thread's own is looked up once
-    const long link = w.ConcLink[w.SetRow[set]];
-    return link < 1 || link > w.MaxSets || w.SetOfRow[link] == set ? 0 : w.SetOfRow[link];
+    const RowNo link(w.ConcLink[RowNo(w.SetRow[set])]);
+    if (link < RowNo(1) || link > RowNo(w.MaxSets)) return NoSet;
+    const SetNo linked(w.SetOfRow[link]);
+    return linked == set ? NoSet : linked;
 }
 
-bool SharesB(long set) {
-    const long slot = SlotB(set);
-    return RuleOfSlot(slot).Holds == Quantity::LnSignal;
+bool SharesB(SetNo set) {
+    return RuleOfSlot(SlotB(set)).Holds == Quantity::LnSignal;
 }
 
 bool IsDigit(char c) {
@@ -86,19 +87,19 @@ bool SeesSameMolecules(RowNo a, RowNo b) {
 
 } // namespace
 
-long LeaderOf(long set) {
-    const long leader = LinkedSet(set);
-    return leader > 0 && LinkedSet(leader) == 0 ? leader : 0;
+SetNo LeaderOf(SetNo set) {
+    const SetNo leader = LinkedSet(set);
+    return leader > NoSet && LinkedSet(leader) == NoSet ? leader : NoSet;
 }
 
-long LeadSlotA(long set) {
-    const long leader = LeaderOf(set);
-    return SlotA(leader > 0 ? leader : set);
+SlotNo LeadSlotA(SetNo set) {
+    const SetNo leader = LeaderOf(set);
+    return SlotA(leader > NoSet ? leader : set);
 }
 
-long LeadSlotB(long set) {
-    const long leader = SharesB(set) ? LeaderOf(set) : 0;
-    return SlotB(leader > 0 ? leader : set);
+SlotNo LeadSlotB(SetNo set) {
+    const SetNo leader = SharesB(set) ? LeaderOf(set) : NoSet;
+    return SlotB(leader > NoSet ? leader : set);
 }
 
 double ReferenceX(RowNo row) {
@@ -108,8 +109,8 @@ double ReferenceX(RowNo row) {
 }
 
 void ApplyConcentrationLinks() {
-    for (long set = 1; set <= Work.NumSets; ++set) {
-        if (LeaderOf(set) == 0) continue;
+    for (const SetNo set : EachSet()) {
+        if (LeaderOf(set) == NoSet) continue;
         FitFrame frame;
         LoadFrame(frame, set);
         Work.Parms[SlotA(set)] = ToSingle(frame.LnA);
@@ -119,21 +120,21 @@ void ApplyConcentrationLinks() {
 
 std::vector<std::string> ConcentrationLinkLines() {
     std::vector<std::string> lines;
-    for (long set = 1; set <= Work.NumSets; ++set)
-        if (const long leader = LeaderOf(set); leader > 0)
-            lines.push_back("Ln c of set " + std::to_string(set) + " was held = to that of set " +
-                            std::to_string(leader) + ", at the same radius");
+    for (const SetNo set : EachSet())
+        if (const SetNo leader = LeaderOf(set); leader > NoSet)
+            lines.push_back("Ln c of set " + std::to_string(set.Number) + " was held = to that of set " +
+                            std::to_string(leader.Number) + ", at the same radius");
     return lines;
 }
 
 std::vector<ConcentrationTie> ProposedTies() {
     std::vector<ConcentrationTie> ties;
-    const auto follows = [&](long set) {
+    const auto follows = [&](SetNo set) {
         return std::any_of(ties.begin(), ties.end(), [&](const auto& tie) { return tie.Follower == set; });
     };
-    for (long set = 2; set <= Work.NumSets; ++set)
-        for (long leader = 1; leader < set; ++leader)
-            if (!follows(leader) && SeesSameMolecules(RowOf(SetNo(leader)), RowOf(SetNo(set)))) {
+    for (const SetNo set : EachSet())
+        for (SetNo leader(1); leader < set; ++leader)
+            if (!follows(leader) && SeesSameMolecules(RowOf(leader), RowOf(set))) {
                 ties.push_back({set, leader});
                 break;
             }

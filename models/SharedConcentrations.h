@@ -17,13 +17,13 @@
 
 namespace Quillon {
 
-// The set whose concentrations this one shares; 0 for a set that has its own. A link to a row outside the
+// The set whose concentrations this one shares; NoSet for a set that has its own. A link to a row outside the
 // fit, to the set itself or to a set that follows another one counts for none.
-long LeaderOf(long set);
+SetNo LeaderOf(SetNo set);
 
 // The slot that stands for ln c(A), for ln c(B) of a set: its own or its leader's.
-long LeadSlotA(long set);
-long LeadSlotB(long set);
+SlotNo LeadSlotA(SetNo set);
+SlotNo LeadSlotB(SetNo set);
 
 // r0^2/2 at the reference radius of a row's fitting range, cm^2: the mean of the two ends in r^2/2.
 double ReferenceX(RowNo row);
@@ -37,7 +37,7 @@ std::vector<std::string> ConcentrationLinkLines();
 
 // A tie between sets of the fit.
 struct ConcentrationTie {
-    long Follower{}, Leader{};
+    SetNo Follower, Leader;
     bool operator==(const ConcentrationTie&) const = default;
 };
 

@@ -4,7 +4,7 @@
 #include "models/LoadingMatch.h"
 #include "models/LoadingUnits.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <string>
 
@@ -26,7 +26,7 @@ SpeciesColumns ColumnsOf(std::size_t species) {
 }
 
 // Adds the row of a set to the columns of a species; answers its share of the sum of squares.
-double AddRow(std::size_t species, long set) {
+double AddRow(std::size_t species, SetNo set) {
     const SpeciesColumns column = ColumnsOf(species);
     const LoadingMatch match = MatchOfLoading(species, set);
     column.Conc.push_back(Captioned(match.Specified));
@@ -66,8 +66,8 @@ void LoadShowConstraintForm() {
     ShowConstraintForm = ShowConstraintFormRecord{};
     NameControls();
     double total = 0.0;
-    for (long set = 1; set <= Work.NumSets; ++set) {
-        ShowConstraintForm.SetLabel.push_back(Captioned("Set " + std::to_string(set) + ":"));
+    for (const SetNo set : EachSet()) {
+        ShowConstraintForm.SetLabel.push_back(Captioned("Set " + std::to_string(set.Number) + ":"));
         total += AddRow(0, set);
         total += AddRow(1, set);
     }

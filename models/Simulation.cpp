@@ -3,7 +3,7 @@
 #include "models/FitFunction.h"
 #include "models/Random.h"
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 #include <limits>
@@ -49,7 +49,7 @@ void AddNoise(OneBased<float>& values, double level) {
     RestartRandom();
     std::int16_t seed = 1;
     for (long p = 1; p <= values.Hi(); ++p)
-        if (Work.PtX[p] != PointMarker)
+        if (!IsPseudoPoint(p))
             values[p] = ToSingle(static_cast<double>(values[p]) + GaussianNoise(seed) * level);
 }
 

@@ -76,11 +76,11 @@ std::string ExpNoteText(SpeciesUnit unit) {
 void ShowMeasured(SetNo set) {
     auto& f = SpecForm;
     const SpeciesUnit unit = MeasuredUnit();
-    const double one = SignalOfUnit(SpeciesKind::MonomerA, unit, RowOf(set).Number);
+    const double one = SignalOfUnit(SpeciesKind::MonomerA, unit, RowOf(set));
     f.ExpHead.Text = ExpHeadText(unit);
     f.ExpNote.Text = ExpNoteText(unit);
     f.ExpAverage.Text = NoNumber; // where the coefficient is 0
-    f.ExpAverage.Text = ShownNumber(Divide(SetMeanSignal(set.Number), one), unit);
+    f.ExpAverage.Text = ShownNumber(Divide(SetMeanSignal(set), one), unit);
 }
 
 // --- the table -------------------------------------------------------------------------------------------
@@ -90,7 +90,7 @@ float RadiusOf(SpecRadius radius) {
 }
 
 IntegratedSet Integrated(SetNo set) {
-    return IntegrateCell(set.Number, RadiusOf(SpecRadius::Inner), RadiusOf(SpecRadius::Outer), ChosenUnit());
+    return IntegrateCell(set, RadiusOf(SpecRadius::Inner), RadiusOf(SpecRadius::Outer), ChosenUnit());
 }
 
 SetNo ChosenSet() {
@@ -213,9 +213,9 @@ void IntegrateSpecies() {
     if (!SpecForm.Failure.Text.empty()) Tell(SpecForm.Failure.Text, Work.ProgramName, BoxIcon::Warning);
 }
 
-void SpecFormSetList(long set) {
-    if (set < 1 || set > Work.NumSets || set == SpecForm.SetList.Value) return;
-    SpecForm.SetList.Value = ToInt16(set);
+void SpecFormSetList(SetNo set) {
+    if (set < SetNo(1) || set > SetNo(Work.NumSets) || set == ChosenSet()) return;
+    SpecForm.SetList.Value = ToInt16(set.Number);
     IntegrateSpecies();
 }
 

@@ -4,6 +4,7 @@
 // analysis stay.
 
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 #include <vector>
@@ -41,7 +42,7 @@ void LoadSpecForm();
 // "* * *".
 void IntegrateSpecies();
 
-void SpecFormSetList(long set); // a row was chosen
+void SpecFormSetList(SetNo set); // a row was chosen
 void SpecFormUnit(Control& option);
 void SpecFormRangeButton();
 Control& SpecFormBox(SpecRadius radius);

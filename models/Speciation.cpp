@@ -2,7 +2,7 @@
 
 #include "models/ModelTable.h"
 #include "platform/RuntimeError.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,7 +55,7 @@ Power PowersOf(SignalProduct product, const FitFrame& frame) {
 
 MassAction ReadMassAction() {
     const SpeciesUnit unit = SpeciationUnit();
-    const SpeciesPlan plan = PlanSpecies(1, unit);
+    const SpeciesPlan plan = PlanSpecies(SetNo(1), unit);
     MassAction action;
     for (std::size_t k = 0; k < static_cast<std::size_t>(plan.Count); ++k) {
         Power power = PowersOf(plan.Product[k], plan.Frame);
@@ -143,7 +143,7 @@ SpeciesUnit SpeciationUnit() {
     return TraitsOfModel().TwoSpecies ? SpeciesUnit::Molar : UnitInForce();
 }
 
-LoadedMonomers MeanMonomers(long set) {
+LoadedMonomers MeanMonomers(SetNo set) {
     const MassAction action = ReadMassAction();
     const SpeciesColumns columns = SpeciesOfSet(set, SpeciationUnit());
     LoadedMonomers mean;
@@ -169,11 +169,11 @@ SpeciationCurve ComputeSpeciation() {
     const MassAction action = ReadMassAction();
     LoadedMonomers all;
     double lowest = 0.0, highest = 0.0;
-    for (long set = 1; set <= Work.NumSets; ++set) {
+    for (const SetNo set : EachSet()) {
         const LoadedMonomers mean = MeanMonomers(set);
         all.A += mean.A;
         all.B += mean.B;
-        lowest = set == 1 ? mean.Sum() : std::min(lowest, mean.Sum());
+        lowest = set == SetNo(1) ? mean.Sum() : std::min(lowest, mean.Sum());
         highest = std::max(highest, mean.Sum());
     }
     if (!(lowest > 0.0) || !std::isfinite(highest)) RaiseError("a set has no concentration");

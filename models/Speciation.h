@@ -15,6 +15,7 @@
 // signals and weights of a species are those of its monomers.
 
 #include "models/SpeciesAtPoint.h"
+#include "workspace/records/Counts.h"
 
 #include <vector>
 
@@ -31,7 +32,7 @@ struct LoadedMonomers {
 SpeciesUnit SpeciationUnit();
 
 // What the mean of a set's true points holds, as the fit has it: as near as the data come to what was loaded.
-LoadedMonomers MeanMonomers(long set);
+LoadedMonomers MeanMonomers(SetNo set);
 
 // The part of all monomers that each species has at a loading above 0, in order of SpeciesOfModel; they add
 // up to 1.

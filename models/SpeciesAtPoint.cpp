@@ -4,7 +4,7 @@
 #include "models/ModelTable.h"
 #include "models/NonIdeal.h"
 #include "models/Species.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 #include <limits>
@@ -159,12 +159,10 @@ void FillColumn(std::vector<double>& out, const Monomers& m, SignalProduct produ
     }
 }
 
-std::vector<double> TrueX(long set) {
-    long first = 1;
-    for (long s = 1; s < set; ++s)
-        first += Work.SetPts[s];
+std::vector<double> TrueX(SetNo set) {
     std::vector<double> x;
-    for (long p = first; p < first + Work.SetPts[set] && Work.PtX[p] != PointMarker; ++p)
+    const long last = LastTruePointOf(set);
+    for (long p = FirstPointOf(set); p <= last; ++p)
         x.push_back(static_cast<double>(Work.PtX[p]));
     return x;
 }
@@ -198,7 +196,7 @@ bool SpeciesHaveUnit(SpeciesUnit unit) {
     return unit != SpeciesUnit::Weight || !TraitsOfModel().TwoSpecies;
 }
 
-double SignalOfUnit(SpeciesKind kind, SpeciesUnit unit, long row) {
+double SignalOfUnit(SpeciesKind kind, SpeciesUnit unit, RowNo row) {
     if (unit == SpeciesUnit::Signal) return 1.0;
     const bool fringes = ByRefractivity();
     const double path = static_cast<double>(Work.CellPath[row]);
@@ -212,7 +210,7 @@ double SignalOfUnit(SpeciesKind kind, SpeciesUnit unit, long row) {
     return (n.A * eA * ratioA + n.B * eB * ratioB) * path;
 }
 
-SpeciesPlan PlanSpecies(long set, SpeciesUnit unit) {
+SpeciesPlan PlanSpecies(SetNo set, SpeciesUnit unit) {
     if (!SpeciesHaveUnit(unit))
         RaiseError("species of a model with two kinds of monomers have no concentration in mg/mL; choose "
                    "signal or molar units");
@@ -237,7 +235,7 @@ bool EvaluateSpecies(SpeciesPlan& plan, std::span<const double> x, SpeciesColumn
     return solved;
 }
 
-SpeciesColumns SpeciesOfSet(long set, SpeciesUnit unit) {
+SpeciesColumns SpeciesOfSet(SetNo set, SpeciesUnit unit) {
     SpeciesPlan plan = PlanSpecies(set, unit);
     const std::vector<double> x = TrueX(set);
     SpeciesColumns values;
@@ -250,7 +248,7 @@ SpeciesColumns SpeciesOfSet(long set, SpeciesUnit unit) {
 }
 
 std::vector<float> SpeciesAtPoint(long point) {
-    SpeciesPlan plan = PlanSpecies(Work.PtSet[point], UnitInForce());
+    SpeciesPlan plan = PlanSpecies(SetOfPoint(point), UnitInForce());
     const double x = static_cast<double>(Work.PtX[point]);
     SpeciesColumns values;
     EvaluateSpecies(plan, {&x, 1}, values);

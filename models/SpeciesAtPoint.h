@@ -15,6 +15,7 @@
 
 #include "models/FitFrame.h"
 #include "models/SpeciesList.h"
+#include "workspace/records/Counts.h"
 
 #include <array>
 #include <span>
@@ -32,7 +33,7 @@ SpeciesUnit UnitInForce();
 bool SpeciesHaveUnit(SpeciesUnit unit);
 
 // The signal that one unit of a species shows in the cell of a row; 1 for signals.
-double SignalOfUnit(SpeciesKind kind, SpeciesUnit unit, long row);
+double SignalOfUnit(SpeciesKind kind, SpeciesUnit unit, RowNo row);
 
 // The products of the monomer signals a and b, and of the powers of a, that species go by.
 enum class SignalProduct { A, B, PowerN, PowerM, AB, ABB, BB, AAB, AABB };
@@ -50,7 +51,7 @@ struct SpeciesPlan {
 
 // Prepares a set of the fit. A coefficient or path of 0 is the run-time error "Division by zero", a unit that
 // the model refuses one that says so.
-SpeciesPlan PlanSpecies(long set, SpeciesUnit unit);
+SpeciesPlan PlanSpecies(SetNo set, SpeciesUnit unit);
 
 // Values by species, then by point.
 using SpeciesColumns = std::vector<std::vector<double>>;
@@ -61,7 +62,7 @@ using SpeciesColumns = std::vector<std::vector<double>>;
 bool EvaluateSpecies(SpeciesPlan& plan, std::span<const double> x, SpeciesColumns& values);
 
 // The species at all true points of a set; values beyond singles are the run-time error "Overflow".
-SpeciesColumns SpeciesOfSet(long set, SpeciesUnit unit);
+SpeciesColumns SpeciesOfSet(SetNo set, SpeciesUnit unit);
 
 // The species at a true point of the fit (1..NumPts), in the unit in force, as singles.
 std::vector<float> SpeciesAtPoint(long point);

@@ -94,6 +94,13 @@ public:
 
     T& operator()(long i, long j) { return Items[Offset(i, j)]; }
     const T& operator()(long i, long j) const { return Items[Offset(i, j)]; }
+    // Rows and columns that count the same.
+    template <class Kind> T& operator()(Ordinal<Kind> i, Ordinal<Kind> j) {
+        return Items[Offset(i.Number, j.Number)];
+    }
+    template <class Kind> const T& operator()(Ordinal<Kind> i, Ordinal<Kind> j) const {
+        return Items[Offset(i.Number, j.Number)];
+    }
 
     // The first element of row i.
     T* Row(long i) { return Items.data() + (i - Lo) * (LastColumn - Lo + 1); }

@@ -178,11 +178,12 @@ void AddLimits(const MolarConstant& k, DerivedConstant& derived) {
     if (!Work.FitDone || !IsFitted(k.Constant)) return;
     const long place = FreePosOf(k.Constant).Number;
     if (Work.LimitsDone && !HasFittedStoichiometry(k)) {
-        if (LimitFound(place, false) && LimitFound(place, true)) AddSearchedLimits(k, derived);
+        if (LimitFound(FreePos(place), false) && LimitFound(FreePos(place), true))
+            AddSearchedLimits(k, derived);
         return;
     }
     const bool none =
-        HasNoError(place) || (HasFittedStoichiometry(k) && HasNoError(FreePosOf(k.Stoichiometry).Number));
+        HasNoError(FreePos(place)) || (HasFittedStoichiometry(k) && HasNoError(FreePosOf(k.Stoichiometry)));
     if (!none) AddErrors(k, derived);
 }
 
@@ -194,10 +195,10 @@ std::string UnitOf(double bonds) {
 
 DerivedConstant Derive(SlotNo slot, ConstantKind kind) {
     DerivedConstant derived;
-    const std::int16_t common = RuleOfSlot(slot.Number).Common;
+    const SlotNo common = RuleOfSlot(slot).Common;
     derived.Slot = slot.Number;
     derived.Name = Work.ParmName[slot];
-    derived.Convention = ConstantConvention(Work.Model, common >= 0 ? common : slot.Number);
+    derived.Convention = ConstantConvention(Work.Model, common != NoSlot ? common : slot);
     derived.Reason = ReasonAgainst(kind);
     if (!derived.Reason.empty()) return derived;
     try {
@@ -251,7 +252,7 @@ double MeanKelvin() {
     return 273.15 + (Work.NumSets > 0 ? sum / Work.NumSets : 20.0);
 }
 
-std::string ConstantConvention(int model, long slot) {
+std::string ConstantConvention(int model, SlotNo slot) {
     constexpr const char* LikeSites = "intrinsic, of each of two like sites: [AB] = 2 K [A][B]";
     constexpr const char* FirstSite = "intrinsic, of the first of two unlike sites";
     constexpr const char* SecondSite = "intrinsic, of the second of two unlike sites";
@@ -261,7 +262,7 @@ std::string ConstantConvention(int model, long slot) {
     constexpr const char* Complex = "macroscopic, A + B = AB";
     constexpr const char* Factor = "cooperativity, a factor without a unit";
     const bool unlike = model == 10 || model == 13 || model == 14 || model == 22;
-    switch (slot) {
+    switch (slot.Number) {
     case 2:
         if (model == 2 || model == 4) return "macroscopic, 2 A = A2";
         if (model <= 6) return "macroscopic, N A = A(N)";
@@ -287,7 +288,7 @@ std::string ConstantConvention(int model, long slot) {
 std::vector<DerivedConstant> DerivedConstants() {
     std::vector<DerivedConstant> all;
     for (const SlotNo slot : EachSlot()) {
-        const ConstantKind kind = KindOf(RuleOfSlot(slot.Number));
+        const ConstantKind kind = KindOf(RuleOfSlot(slot));
         const bool used = Work.FreeMap[slot] >= 0 || Work.FreeMap[slot] == SlotHeld;
         if (used && kind != ConstantKind::None) all.push_back(Derive(slot, kind));
     }

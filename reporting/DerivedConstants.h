@@ -16,6 +16,8 @@
 //
 // (C. Tanford, Physical Chemistry of Macromolecules, Wiley 1961, chapter 8.)
 
+#include "workspace/records/Counts.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,7 +54,7 @@ std::vector<DerivedConstant> DerivedConstants();
 std::vector<std::string> DerivedLines();
 
 // What the constant of a global slot means in a model: which reaction, and whether it counts sites.
-std::string ConstantConvention(int model, long slot);
+std::string ConstantConvention(int model, SlotNo slot);
 
 // The mean temperature of the sets of the fit, in kelvin.
 double MeanKelvin();

@@ -59,13 +59,6 @@ PerSet<std::vector<double>> ResidualsBySet() {
     return sets;
 }
 
-long TruePointsOf(SetNo set) {
-    long count = 0;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        count += Work.PtSet[p] == set.Number && Work.PtX[p] != PointMarker;
-    return count;
-}
-
 void AddStatistics(MeasuredSet& m, const std::vector<double>& residuals) {
     if (residuals.empty()) return;
     double squares = 0.0, sum = 0.0;
@@ -81,7 +74,7 @@ void AddStatistics(MeasuredSet& m, const std::vector<double>& residuals) {
 
 void AddPopulations(MeasuredSet& m) {
     try {
-        const LoadedMonomers loaded = MeanMonomers(m.Set.Number);
+        const LoadedMonomers loaded = MeanMonomers(m.Set);
         m.Populations = Populations(loaded);
         m.Total = loaded.Sum();
     } catch (const RuntimeError&) {

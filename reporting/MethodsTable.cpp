@@ -113,8 +113,8 @@ const char* StateOf(SlotNo slot) {
 std::optional<double> LimitOf(SlotNo slot, bool upper) {
     if (!IsFitted(slot) || !Work.LimitsDone) return std::nullopt;
     const FreePos place = FreePosOf(slot);
-    if (!LimitFound(place.Number, upper)) return std::nullopt;
-    return static_cast<double>(ToUserUnits(slot.Number, Work.ParmLimits[upper ? 1 : 0][place]));
+    if (!LimitFound(place, upper)) return std::nullopt;
+    return static_cast<double>(ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place]));
 }
 
 std::vector<ParameterRow> ParameterRows() {
@@ -125,9 +125,9 @@ std::vector<ParameterRow> ParameterRows() {
         if (Work.FreeMap[slot] == SlotUnused) continue;
         ParameterRow row{
             slot, StateOf(slot), std::nullopt, std::nullopt, LimitOf(slot, false), LimitOf(slot, true), {}};
-        row.Value = static_cast<double>(ToUserUnits(slot.Number, Work.Parms[slot]));
-        const bool sure = IsFitted(slot) && Work.FitDone && !HasNoError(FreePosOf(slot).Number);
-        if (sure) row.Error = static_cast<double>(DisplayedError(FreePosOf(slot).Number));
+        row.Value = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
+        const bool sure = IsFitted(slot) && Work.FitDone && !HasNoError(FreePosOf(slot));
+        if (sure) row.Error = static_cast<double>(DisplayedError(FreePosOf(slot)));
         for (const DerivedConstant& k : derived)
             if (k.Slot == slot.Number && k.Value) row.Derived = k;
         rows.push_back(row);
@@ -145,11 +145,15 @@ std::optional<double> RootOf(const std::optional<ConstantTerms>& terms) {
 }
 
 Cells ExactParameter(const ParameterRow& row) {
-    Cells cells{std::to_string(row.Slot.Number), Work.ParmName[row.Slot],
-                Work.ParmTitle[row.Slot],        row.State,
-                ExactSingle(row.Value),          ExactSingle(row.Error),
-                ExactSingle(row.Lower),          ExactSingle(row.Upper),
-                ParmNote(row.Slot.Number)};
+    Cells cells{std::to_string(row.Slot.Number),
+                Work.ParmName[row.Slot],
+                Work.ParmTitle[row.Slot],
+                row.State,
+                ExactSingle(row.Value),
+                ExactSingle(row.Error),
+                ExactSingle(row.Lower),
+                ExactSingle(row.Upper),
+                ParmNote(row.Slot)};
     if (!row.Derived) {
         cells.resize(std::size(ParameterColumns));
         return cells;

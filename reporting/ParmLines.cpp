@@ -5,7 +5,7 @@
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
 #include "reporting/Statistics.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr double MarginInBlanks = 3.5;
 
-std::string UserUnitsText(long slot, float internal) {
+std::string UserUnitsText(SlotNo slot, float internal) {
     return FormatNumber(static_cast<double>(ToUserUnits(slot, internal)), Work.ParmFormat[slot]);
 }
 
@@ -23,14 +23,14 @@ struct NamedText {
     std::string Name, Text;
 };
 
-std::string ErrorOfFit(long freePosition) {
+std::string ErrorOfFit(FreePos freePosition) {
     if (HasNoError(freePosition)) return "not determined";
     const double error = static_cast<double>(DisplayedError(freePosition));
-    return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[Work.FreeIndex[freePosition]]));
+    return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[SlotOf(freePosition)]));
 }
 
-std::string LimitsOfSearch(long freePosition) {
-    const long slot = Work.FreeIndex[freePosition];
+std::string LimitsOfSearch(FreePos freePosition) {
+    const SlotNo slot = SlotOf(freePosition);
     const auto limit = [&](bool upper) {
         if (!LimitFound(freePosition, upper)) return std::string("not found");
         return WithLeadingZero(UserUnitsText(slot, Work.ParmLimits[upper ? 1 : 0][freePosition]));
@@ -68,35 +68,35 @@ std::string WithLeadingZero(std::string text) {
     return text;
 }
 
-std::string FittedName(long freePosition) {
-    const long slot = Work.FreeIndex[freePosition];
+std::string FittedName(FreePos freePosition) {
+    const SlotNo slot = SlotOf(freePosition);
     const std::string& title = Work.ParmTitle[slot];
     return title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + "  (" + title + ") ";
 }
 
-std::string ParmValueText(long slot) {
+std::string ParmValueText(SlotNo slot) {
     return UserUnitsText(slot, Work.Parms[slot]);
 }
 
-std::string AccuracyText(long freePosition) {
+std::string AccuracyText(FreePos freePosition) {
     return Work.LimitsDone ? LimitsOfSearch(freePosition) : ErrorOfFit(freePosition);
 }
 
-std::string WholeAccuracyText(long freePosition) {
+std::string WholeAccuracyText(FreePos freePosition) {
     const std::string error = ErrorOfFit(freePosition);
     return Work.LimitsDone ? error + "  " + LimitsOfSearch(freePosition) : error;
 }
 
-std::vector<std::string> FittedLines(const TextMeasure& measure, std::string (*accuracy)(long)) {
+std::vector<std::string> FittedLines(const TextMeasure& measure, std::string (*accuracy)(FreePos)) {
     std::vector<NamedText> rows;
-    for (long a = 0; a < Work.NumFree; ++a)
-        rows.push_back({FittedName(a), ParmValueText(Work.FreeIndex[a]) + "  " + accuracy(a)});
+    for (const FreePos a : EachFree())
+        rows.push_back({FittedName(a), ParmValueText(SlotOf(a)) + "  " + accuracy(a)});
     return InColumns(rows, measure);
 }
 
 std::vector<std::string> HeldLines(const TextMeasure& measure) {
     std::vector<NamedText> rows;
-    for (long slot = 0; slot < Work.NumParms; ++slot) {
+    for (const SlotNo slot : EachSlot()) {
         if (Work.FreeMap[slot] != SlotHeld) continue;
         const std::string& title = Work.ParmTitle[slot];
         rows.push_back({title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + " (" + title + ")",
@@ -108,25 +108,25 @@ std::vector<std::string> HeldLines(const TextMeasure& measure) {
 std::vector<std::string> OffsetLinkLines() {
     std::vector<std::string> lines;
     if (!(Work.ConstraintFlags & OffsetBit)) return lines;
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const long followed = Work.OffsetLink[Work.SetRow[s]];
-        if (followed > 0)
-            lines.push_back("Zero offset for set " + std::to_string(s) + " was held = to set " +
-                            std::to_string(Work.SetOfRow[followed]));
+    for (const SetNo set : EachSet()) {
+        const RowNo followed(Work.OffsetLink[RowOf(set)]);
+        if (followed > NoRow)
+            lines.push_back("Zero offset for set " + std::to_string(set.Number) + " was held = to set " +
+                            std::to_string(SetOf(followed).Number));
     }
     return lines;
 }
 
 namespace {
 
-bool LacksALimit(long place) {
+bool LacksALimit(FreePos place) {
     return Work.LimitsDone && !(LimitFound(place, false) && LimitFound(place, true));
 }
 
 // Of parameters without a limit, each reason once, since one direction often concerns several of them.
 void AddLimitReasons(std::vector<std::string>& lines) {
-    for (long a = 0; a < Work.NumFree; ++a) {
-        if (!LacksALimit(a) || a > Work.LimitReason.Hi() || Work.LimitReason[a].empty()) continue;
+    for (const FreePos a : EachFree()) {
+        if (!LacksALimit(a) || a.Number > Work.LimitReason.Hi() || Work.LimitReason[a].empty()) continue;
         const std::string line = "A limit was not found: " + Work.LimitReason[a];
         if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(line);
     }
@@ -134,12 +134,12 @@ void AddLimitReasons(std::vector<std::string>& lines) {
 
 } // namespace
 
-std::string ParmNote(long slot) {
-    const long place = Work.FreeMap[slot];
-    if (place < 0 || !Work.FitDone) return "";
+std::string ParmNote(SlotNo slot) {
+    if (!IsFitted(slot) || !Work.FitDone) return "";
+    const FreePos place = FreePosOf(slot);
     if (HasNoError(place)) return "not determined by the data";
     if (LacksALimit(place)) return "limit not found";
-    if (place <= Work.AtBound.Hi() && Work.AtBound[place] != 0)
+    if (place.Number <= Work.AtBound.Hi() && Work.AtBound[place] != 0)
         return Work.AtBound[place] < 0 ? "at its lower bound" : "at its upper bound";
     return IsUndetermined(place) ? "error larger than the value" : "";
 }

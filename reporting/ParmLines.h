@@ -6,6 +6,8 @@
 // the measured width is reached, so the functions take the font as a measuring function; on fixed-pitch
 // paper the width of a text is its length.
 
+#include "workspace/records/Counts.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -27,22 +29,22 @@ std::string PadToWidth(std::string text, double width, const TextMeasure& measur
 std::string WithLeadingZero(std::string text);
 
 // The free position's name, with its unit behind it as "  (unit) " where it has one.
-std::string FittedName(long freePosition);
+std::string FittedName(FreePos freePosition);
 
 // The value of a slot in user units and in the slot's picture.
-std::string ParmValueText(long slot);
+std::string ParmValueText(SlotNo slot);
 
 // How sure the value is: "+/-  0.31", or with LimitsDone "[ 41.9, 43.2 ]", in user units; "not determined"
 // without an error.
-std::string AccuracyText(long freePosition);
+std::string AccuracyText(FreePos freePosition);
 
 // The error alone, and with LimitsDone the limits behind it: what a report says, which has room for both.
-std::string WholeAccuracyText(long freePosition);
+std::string WholeAccuracyText(FreePos freePosition);
 
 // One line for each free position: name column, value, and how sure it is as accuracy says. The column is as
 // wide as the widest name and three and a half blanks.
 std::vector<std::string> FittedLines(const TextMeasure& measure = CountCharacters,
-                                     std::string (*accuracy)(long freePosition) = AccuracyText);
+                                     std::string (*accuracy)(FreePos freePosition) = AccuracyText);
 
 // One line for each slot in use that is held: name and unit, value.
 std::vector<std::string> HeldLines(const TextMeasure& measure = CountCharacters);
@@ -52,7 +54,7 @@ std::vector<std::string> OffsetLinkLines();
 
 // What is to be said of a fitted slot beside its value and error, in a few words: not determined, at a bound,
 // an error larger than the value, a limit that was not found. Empty for most.
-std::string ParmNote(long slot);
+std::string ParmNote(SlotNo slot);
 
 // What is to be said of the fit that stands before its numbers are believed: that it is no minimum, what the
 // data do not determine. Empty for most; whole sentences.

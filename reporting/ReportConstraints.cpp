@@ -6,7 +6,7 @@
 #include "models/LoadingUnits.h"
 #include "models/SharedConcentrations.h"
 #include "reporting/ParmLines.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -22,8 +22,8 @@ std::string Row(const std::vector<std::string>& cells) {
     return line;
 }
 
-std::string MatchLine(long set, std::size_t species, const LoadingMatch& match) {
-    return Row({"Set " + std::to_string(set) + (species == 0 ? ", A" : ", B"), match.Specified,
+std::string MatchLine(SetNo set, std::size_t species, const LoadingMatch& match) {
+    return Row({"Set " + std::to_string(set.Number) + (species == 0 ? ", A" : ", B"), match.Specified,
                 match.Tolerance + "%", match.Found, match.Difference, match.Share});
 }
 
@@ -31,9 +31,9 @@ void PrintMatches(std::vector<std::string>& lines) {
     lines.push_back(std::string("Match of Fit to Concentration Constraints (") + LoadingUnit() + ")");
     lines.push_back(Row({"", "Specified", "Tolerance", "Fit", "Difference", "Variance"}));
     double all = 0.0;
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         for (const std::size_t species : {0U, 1U}) {
-            if (!LoadingConstrains(species, Work.SetRow[set])) continue;
+            if (!LoadingConstrains(species, RowOf(set))) continue;
             const LoadingMatch match = MatchOfLoading(species, set);
             lines.push_back(MatchLine(set, species, match));
             all += match.Fraction;

@@ -69,8 +69,8 @@ NamedFiles NameFiles(const Lines& paths, const std::string& commonPrefix) {
 
 NamedFiles ScanNames() {
     Lines paths;
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const long row = Work.SetRow[s];
+    for (const SetNo set : EachSet()) {
+        const RowNo row = RowOf(set);
         paths.push_back(JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]));
     }
     return NameFiles(paths, Work.LabelPrefix);
@@ -79,21 +79,20 @@ NamedFiles ScanNames() {
 // By set, NoBaseline for a set without one.
 NamedFiles BaselineNames() {
     Lines paths;
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const long row = Work.SetRow[s];
-        if (HasBaseline(RowNo(row)))
-            paths.push_back(JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]));
+    for (const SetNo set : EachSet()) {
+        const RowNo row = RowOf(set);
+        if (HasBaseline(row)) paths.push_back(JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]));
     }
     NamedFiles files = NameFiles(paths, "");
-    for (long s = 1; s <= Work.NumSets; ++s)
-        if (!HasBaseline(RowOf(SetNo(s)))) files.Names.insert(files.Names.begin() + (s - 1), NoBaseline);
+    for (const SetNo set : EachSet())
+        if (!HasBaseline(RowOf(set))) files.Names.insert(files.Names.begin() + (set.Number - 1), NoBaseline);
     return files;
 }
 
 // --- data sets ---------------------------------------------------------------------------------------------
 
 // The range in radius, its points and the place where the set's concentrations are told.
-std::string RangeText(long row) {
+std::string RangeText(RowNo row) {
     const long first = Work.FitRange[0][row];
     const long last = Work.FitRange[1][row];
     const OneBased<float>& radius = Work.ScanRadius[row];
@@ -105,14 +104,14 @@ std::string RangeText(long row) {
            FormatNumber((r1 * r1 + r2 * r2) / 4.0, "0.0000");
 }
 
-std::string ChannelText(long row) {
+std::string ChannelText(RowNo row) {
     const int channel = Work.DataChannel[row];
     return channel > 0 ? std::string(" Channel ") + static_cast<char>('A' + channel - 1) : "";
 }
 
-void PrintBaseline(Lines& lines, long row, const std::string& name, int columns) {
+void PrintBaseline(Lines& lines, RowNo row, const std::string& name, int columns) {
     lines.push_back("   Baseline subtracted from file: " + name);
-    if (!HasBaseline(RowNo(row)) || !Work.BaselineShifted[row]) return;
+    if (!HasBaseline(row) || !Work.BaselineShifted[row]) return;
     const std::string shift = Picture(Work.BaselineShift[row], "0.000###") + " cm";
     const std::string behind = lines.back() + ", shifted " + shift;
     if (static_cast<int>(behind.size()) <= columns)
@@ -129,7 +128,7 @@ std::string ReferenceText() {
 }
 
 // Only where there is something to tell. [decision: extinction-that-differs]
-void PrintExtinction(Lines& lines, long row) {
+void PrintExtinction(Lines& lines, RowNo row) {
     const float a = Work.ExtinctionRatio[0][row];
     const float b = Work.ExtinctionRatio[1][row];
     const bool otherWavelength = std::abs(Work.ScanWavelength[row] - CoefficientWavelength()) > 1.0F;
@@ -142,11 +141,11 @@ void PrintExtinction(Lines& lines, long row) {
 void PrintSets(Lines& lines, int columns) {
     const NamedFiles scans = ScanNames();
     const NamedFiles baselines = BaselineNames();
-    for (long s = 1; s <= Work.NumSets; ++s) {
-        const long row = Work.SetRow[s];
-        const std::size_t i = static_cast<std::size_t>(s - 1);
-        lines.push_back("Set " + std::to_string(s) + ", file = " + scans.Names[i] + ChannelText(row) +
-                        RangeText(row));
+    for (const SetNo set : EachSet()) {
+        const RowNo row = RowOf(set);
+        const std::size_t i = static_cast<std::size_t>(set.Number - 1);
+        lines.push_back("Set " + std::to_string(set.Number) + ", file = " + scans.Names[i] +
+                        ChannelText(row) + RangeText(row));
         lines.push_back("   Comment: " + Work.ScanComment[row]);
         PrintBaseline(lines, row, baselines.Names[i], columns);
         PrintExtinction(lines, row);
@@ -161,14 +160,14 @@ void PrintSets(Lines& lines, int columns) {
 
 void PrintMassConstants(Lines& lines) {
     const std::string density = " and solvent density = " + Picture(Work.SolventDensity, "0.000000");
-    if (Work.MassUnits == 2 && HasTwoSpecies()) {
+    if (Work.MassUnits == MassUnit::Molar && HasTwoSpecies()) {
         lines.push_back("Molecular weight values assume solute A vbar = " + Picture(Work.VbarA, "0.00000"));
         lines.push_back("   and solute B vbar = " + Picture(Work.VbarB, "0.00000") + density);
-    } else if (Work.MassUnits == 2) {
+    } else if (Work.MassUnits == MassUnit::Molar) {
         lines.push_back("Molecular weight values assume solute vbar = " + Picture(Work.VbarA, "0.00000") +
                         density);
-    } else if (Work.MassUnits == 0) {
-        const long row = Work.SetRow[1];
+    } else if (Work.MassUnits == MassUnit::Sigma) {
+        const RowNo row = RowOf(SetNo(1));
         lines.push_back("Sigma values are referenced to " + Picture(Work.ScanRPM[row], "##,###") +
                         " RPM and " + Picture(Work.ScanTemperature[row], "#0.000") + " degrees");
     }
@@ -197,22 +196,22 @@ void PrintCoefficient(Lines& lines, const Coefficient& c) {
 
 void PrintConcentrationConstants(Lines& lines) {
     switch (Work.ConcUnits) {
-    case 1:
+    case ConcUnit::Weight:
         return PrintCoefficient(
             lines, {"Concentrations are based on an absorptivity of ", Work.AbsorpA, Work.AbsorpB, "#0.000"});
-    case 2:
+    case ConcUnit::Mole:
         return PrintCoefficient(lines, {"Concentrations are based on an extinction coefficient of ",
                                         Work.ExtA, Work.ExtB, "0.000E+00"});
-    case 4:
+    case ConcUnit::FringeWeight:
         return PrintCoefficient(lines, {"Concentrations are based on a solute dn/dc of ", Work.FringeMassA,
                                         Work.FringeMassB, "0.000"});
-    case 5:
+    case ConcUnit::FringeMole:
         return PrintCoefficient(
             lines, {"Concentrations are based on a solute dn/dc of ", Work.RefrA, Work.RefrB, "0.000E+00"});
     default:
         lines.push_back(std::string("Concentrations are in ") +
-                        (Work.ConcUnits == 3 ? "fringe" : "absorbance") + " units for a " +
-                        Picture(Work.CellPath[Work.SetRow[1]], "0.00") + " cm pathlength");
+                        (Work.ConcUnits == ConcUnit::Fringes ? "fringe" : "absorbance") + " units for a " +
+                        Picture(Work.CellPath[RowOf(SetNo(1))], "0.00") + " cm pathlength");
     }
 }
 

@@ -1,7 +1,7 @@
 #include "reporting/Statistics.h"
 
 #include "models/ParmScale.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,13 +76,13 @@ double RoundSignificant(double value, int digits) {
     return places >= 0 ? std::round(value * scale) / scale : std::round(value / scale) * scale;
 }
 
-double StandardError(long freePosition) {
+double StandardError(FreePos freePosition) {
     return std::sqrt(std::abs(Work.NormMatrix(freePosition, freePosition))) *
            static_cast<double>(Work.RmsResidual);
 }
 
-float DisplayedError(long freePosition) {
-    const long slot = Work.FreeIndex[freePosition];
+float DisplayedError(FreePos freePosition) {
+    const SlotNo slot = SlotOf(freePosition);
     const double value = static_cast<double>(Work.Parms[slot]);
     const double error = StandardError(freePosition);
     const double shown = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
@@ -95,8 +95,8 @@ void ComputeCorrelations(std::int16_t& highCount, std::int16_t& veryHighCount) {
     highCount = 0;
     veryHighCount = 0;
     Work.CorrMatrix.Recreate(Work.NumFree - 1, Work.NumFree - 1);
-    for (long a = 0; a < Work.NumFree; ++a)
-        for (long b = 0; b <= a; ++b) {
+    for (const FreePos a : EachFree())
+        for (FreePos b(0); b <= a; ++b) {
             const double product = Work.NormMatrix(a, a) * Work.NormMatrix(b, b);
             const float c = product > 0.0 ? ToSingle(Work.NormMatrix(a, b) / std::sqrt(product)) : 0.0F;
             Work.CorrMatrix(a, b) = c;

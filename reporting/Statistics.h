@@ -3,6 +3,8 @@
 
 #include "chart/scale/AxisScale.h" // LogBase10, which displays and charts share
 
+#include "workspace/records/Counts.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -22,11 +24,11 @@ double RunsZOf(const std::vector<double>& residuals);
 double RoundSignificant(double value, int digits);
 
 // The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
-double StandardError(long freePosition);
+double StandardError(FreePos freePosition);
 
 // The error of free position a in user units: the wider of the two sides, since most parameters are
 // logarithms.
-float DisplayedError(long freePosition);
+float DisplayedError(FreePos freePosition);
 
 // Fills the lower triangle of Work.CorrMatrix from NormMatrix, the inverse at the solution, and counts the
 // pairs above HighCorrelation and VeryHighCorrelation in magnitude. A pair above the second one counts as

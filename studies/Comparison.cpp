@@ -30,7 +30,7 @@ std::string AsSentence(const std::string& text) {
 bool OffsetsAreZero() {
     for (const SetNo set : EachSet()) {
         const SlotNo slot = SlotOffset(set);
-        const bool offset = RuleOfSlot(slot.Number).Holds == Quantity::Offset;
+        const bool offset = RuleOfSlot(slot).Holds == Quantity::Offset;
         if (offset && (Work.FreeMap[slot] != SlotHeld || Work.Parms[slot] != 0.0F)) return false;
     }
     return true;

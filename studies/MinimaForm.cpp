@@ -68,7 +68,7 @@ void NameControls() {
 
 void NameColumns() {
     MinimaForm.Columns = {"Sum of Squares", "RMS Residual", "Times Met", ""};
-    for (const long slot : MinimumSlots())
+    for (const SlotNo slot : MinimumSlots())
         MinimaForm.Columns.push_back(ParmCaption(slot));
 }
 
@@ -76,7 +76,7 @@ std::vector<std::string> RowOf(const Minimum& minimum) {
     std::vector<std::string> row = {FormatNumber(minimum.Fit.SumSq, "#.######E-##"),
                                     FormatNumber(static_cast<double>(minimum.Fit.RmsResidual), "#.####E-##"),
                                     std::to_string(minimum.Count), minimum.IsOwn ? "your fit" : ""};
-    const std::vector<long> slots = MinimumSlots();
+    const std::vector<SlotNo> slots = MinimumSlots();
     for (std::size_t i = 0; i < slots.size(); ++i)
         row.push_back(ParmText(slots[i], minimum.Values[i]));
     return row;

@@ -43,8 +43,8 @@ double Freedom() {
 std::vector<double> ErrorsOfMinimum() {
     const double variance = std::max(Work.SumSq / Freedom(), LeastVariance());
     std::vector<double> errors;
-    for (const long slot : MinimumSlots()) {
-        const long a = Work.FreeMap[slot];
+    for (const SlotNo slot : MinimumSlots()) {
+        const FreePos a = FreePosOf(slot);
         const bool none = HasNoError(a);
         errors.push_back(none ? std::numeric_limits<double>::infinity()
                               : std::sqrt(std::fabs(Work.NormMatrix(a, a)) * variance));
@@ -91,7 +91,7 @@ Bottom FindBottom() {
         // A step beyond the range of a single: the last place is the best one.
     }
     bottom.SumSq = Work.SumSq;
-    for (const long slot : MinimumSlots())
+    for (const SlotNo slot : MinimumSlots())
         bottom.Values.push_back(static_cast<double>(Work.Parms[slot]));
     return bottom;
 }
@@ -102,7 +102,7 @@ std::optional<FitEnding> TakeEnding(bool minimum) {
     ending.Minimum = minimum;
     if (!minimum) return ending;
     ending.Fit = Work;
-    for (const long slot : MinimumSlots())
+    for (const SlotNo slot : MinimumSlots())
         ending.Values.push_back(ToUserUnits(slot, Work.Parms[slot]));
     ending.Place = FindBottom();
     if (Work.AbortFit && !Work.FunctionFailed) return std::nullopt;
@@ -226,10 +226,10 @@ bool CanRestart() {
            Work.SeparateK == Work.LastSeparateK && MarksAreThoseOfTheFit();
 }
 
-std::vector<long> MinimumSlots() {
-    std::vector<long> slots;
-    for (long slot = 0; slot < GlobalSlots; ++slot)
-        if (Work.FreeMap[slot] >= 0) slots.push_back(slot);
+std::vector<SlotNo> MinimumSlots() {
+    std::vector<SlotNo> slots;
+    for (const SlotNo slot : EachGlobalSlot())
+        if (IsFitted(slot)) slots.push_back(slot);
     return slots;
 }
 

@@ -59,6 +59,6 @@ const Minimum& BestMinimum(const MinimaMet& met);
 void TakeMinimum(const Minimum& minimum);
 
 // The parameters by which minima are told apart: the fitted slots before slot 8, in rising order.
-std::vector<long> MinimumSlots();
+std::vector<SlotNo> MinimumSlots();
 
 } // namespace Quillon

@@ -130,7 +130,7 @@ Draw FitDraw() {
     if (!draw.Converged) return draw;
     CopySharedConstants();
     for (const FreePos a : EachFree())
-        draw.Values.push_back(static_cast<double>(ToUserUnits(SlotOf(a).Number, Work.Parms[SlotOf(a)])));
+        draw.Values.push_back(static_cast<double>(ToUserUnits(SlotOf(a), Work.Parms[SlotOf(a)])));
     draw.Derived = DerivedValues();
     return draw;
 }

@@ -44,7 +44,7 @@ std::string ResamplingHead(const Resampling& resampling) {
            (resampling.Failed > 0 ? ", " + std::to_string(resampling.Failed) + " of which failed" : "");
 }
 
-std::string SpreadText(long slot, double displayed) {
+std::string SpreadText(SlotNo slot, double displayed) {
     if (std::fabs(displayed) > static_cast<double>(std::numeric_limits<float>::max())) return "-";
     return ParmText(slot, static_cast<float>(displayed));
 }
@@ -54,8 +54,9 @@ std::vector<std::string> ResamplingLines(const Resampling& resampling) {
     lines.push_back("  in brackets what " + FormatNumber(resampling.Choice.Level, "#0.0%") +
                     " of them lie in");
     for (std::size_t a = 0; a < resampling.Spreads.size(); ++a)
-        lines.push_back(SpreadLine(ParmCaption(resampling.Slots[a]), resampling.Spreads[a],
-                                   [&](double value) { return SpreadText(resampling.Slots[a], value); }));
+        lines.push_back(
+            SpreadLine(ParmCaption(SlotNo(resampling.Slots[a])), resampling.Spreads[a],
+                       [&](double value) { return SpreadText(SlotNo(resampling.Slots[a]), value); }));
     for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i) {
         const DerivedQuantity& quantity = resampling.Derived[i];
         const std::string unit = quantity.Unit.empty() ? "" : " (" + quantity.Unit + ")";

@@ -2,6 +2,7 @@
 // A resampling in lines of text, for reports and for the form.
 
 #include "studies/Resampling.h"
+#include "workspace/records/Counts.h"
 
 #include <string>
 #include <vector>
@@ -16,7 +17,7 @@ const char* KindName(ResampleKind kind);
 std::string ResamplingHead(const Resampling& resampling);
 
 // A value of a fitted slot in its picture.
-std::string SpreadText(long slot, double displayed);
+std::string SpreadText(SlotNo slot, double displayed);
 
 // The whole: the head, a line for each parameter and each derived quantity with its limits, how well these
 // are known.

@@ -45,7 +45,7 @@ bool MoveShape() {
     for (const FreePos a : EachFree()) {
         const SlotNo slot = SlotOf(a);
         float& parm = Work.Parms[slot];
-        const Quantity holds = RuleOfSlot(slot.Number).Holds;
+        const Quantity holds = RuleOfSlot(slot).Holds;
         if (holds == Quantity::Constant)
             Shift(parm, shifts.Of(slot));
         else if (holds == Quantity::Mass || holds == Quantity::Stoichiometry)
@@ -59,14 +59,14 @@ bool MoveShape() {
 
 void MoveSignals() {
     for (const FreePos a : EachFree())
-        if (RuleOfSlot(SlotOf(a).Number).Holds == Quantity::LnSignal)
+        if (RuleOfSlot(SlotOf(a)).Holds == Quantity::LnSignal)
             Shift(Work.Parms[SlotOf(a)], Between(-SignalReach, SignalReach));
 }
 
 // The guesses read the common constants; where each set has its own, the first set's stand for them.
 void ShowOwnConstants() {
     for (SlotNo slot = SlotA(SetNo(1)); slot <= SlotOffset(SetNo(1)); ++slot)
-        if (const std::int16_t common = RuleOfSlot(slot.Number).Common; common >= 0)
+        if (const SlotNo common = RuleOfSlot(slot).Common; common != NoSlot)
             Work.Parms[common] = Work.Parms[slot];
 }
 
@@ -87,8 +87,7 @@ void GuessSignals() {
     const PerSlot<float> guessed = Work.Parms;
     Work.Parms = moved;
     for (const FreePos a : EachFree())
-        if (RuleOfSlot(SlotOf(a).Number).Holds == Quantity::LnSignal)
-            Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
+        if (RuleOfSlot(SlotOf(a)).Holds == Quantity::LnSignal) Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
 }
 
 void MoveStart() {

@@ -20,7 +20,7 @@ namespace Quillon {
 namespace {
 
 const SlotRule& RuleIn(const Workspace& w, SlotNo slot) {
-    return RuleOfSlot(w.Model, w.SeparateK != 0, slot.Number);
+    return RuleOfSlot(w.Model, w.SeparateK != 0, slot);
 }
 
 bool InUse(const Workspace& w, SlotNo slot) {
@@ -73,10 +73,11 @@ void CarryConstants(const Workspace& own) {
         const SlotRule& now = RuleIn(Work, slot);
         const SlotRule& then = RuleIn(own, slot);
         const bool ofSet = PartOfSlot(slot) != SlotPart::Global;
-        if (ofSet && now.Holds == Quantity::Constant && then.Holds != Quantity::Constant && now.Common >= 0)
+        if (ofSet && now.Holds == Quantity::Constant && then.Holds != Quantity::Constant &&
+            now.Common != NoSlot)
             Work.Parms[slot] = own.Parms[now.Common];
-        if (ofSet && SetOfSlot(slot).Number == 1 && then.Holds == Quantity::Constant && !Work.SeparateK &&
-            then.Common >= 0)
+        if (ofSet && SetOfSlot(slot) == SetNo(1) && then.Holds == Quantity::Constant && !Work.SeparateK &&
+            then.Common != NoSlot)
             Work.Parms[then.Common] = own.Parms[slot];
     }
 }
@@ -161,7 +162,7 @@ std::vector<std::vector<SlotNo>> NewConstants(const Workspace& contained) {
         if (rule.Holds != Quantity::Constant || !IsFitted(slot) || MeansTheSame(contained, Work, slot))
             continue;
         const SlotPart part = PartOfSlot(slot);
-        const bool common = rule.Common >= 0 && InUse(contained, SlotNo(rule.Common));
+        const bool common = rule.Common != NoSlot && InUse(contained, rule.Common);
         if (part == SlotPart::Global)
             found.push_back({slot});
         else if (!common) // else each set starts with the constant of all
@@ -227,7 +228,8 @@ void StartFromFit(const Workspace& contained) {
             Work.Parms[slot] = contained.Parms[slot];
         else if (rule.Holds == Quantity::LnSignal && PartOfSlot(slot) == SlotPart::B)
             StartSignalOfB(slot);
-        else if (rule.Holds == Quantity::Constant && rule.Common >= 0 && PartOfSlot(slot) != SlotPart::Global)
+        else if (rule.Holds == Quantity::Constant && rule.Common != NoSlot &&
+                 PartOfSlot(slot) != SlotPart::Global)
             Work.Parms[slot] = contained.Parms[rule.Common];
         else if (rule.Holds == Quantity::Virial)
             Work.Parms[slot] = 0.0F;

@@ -13,6 +13,7 @@
 #include "models/SpeciesAtPoint.h"
 #include "platform/Platform.h"
 #include "tests/support/ModelCases.h"
+#include "workspace/records/Roads.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -68,7 +69,7 @@ template <class Task> double Best(Task&& work) {
 }
 
 void PassOfSpecies() {
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         SpeciesOfSet(set, SpeciesUnit::Signal);
 }
 

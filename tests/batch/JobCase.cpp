@@ -98,7 +98,8 @@ std::string ParameterTextOf(const Workspace& truth) {
     std::string text = "[parameters]\n";
     for (long slot = 0; slot < truth.NumParms; ++slot)
         if (Work.FreeMap[slot] != SlotUnused && Work.FreeMap[slot] != SlotTied)
-            text += std::to_string(slot) + " = " + ShortestText(ToUserUnits(slot, truth.Parms[slot])) +
+            text += std::to_string(slot) + " = " +
+                    ShortestText(ToUserUnits(SlotNo(slot), truth.Parms[slot])) +
                     (truth.FreeMap[slot] >= 0 ? " fit\n" : " hold\n");
     return text;
 }

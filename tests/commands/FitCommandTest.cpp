@@ -53,7 +53,7 @@ void CancelDialog() {
 void AcceptWithCommonHeld() {
     std::vector<FitChoice> choices = FitChoices();
     for (FitChoice& choice : choices)
-        if (choice.Slot == 1 || choice.Slot == 3) choice.Check = FitCheckNo;
+        if (choice.Slot == SlotNo(1) || choice.Slot == SlotNo(3)) choice.Check = FitCheckNo;
     EXPECT_TRUE(AssignFreePositions(choices));
 }
 
@@ -293,7 +293,7 @@ TEST(ParmChanged, ATenthIsTheLimit) {
         Work.ParmsSave[2] = saved;
         Work.Parms[2] = now;
         bool answer = false;
-        ParmChanged(2, answer);
+        ParmChanged(SlotNo(2), answer);
         return answer;
     };
     EXPECT_FALSE(changed(0.0F, 0.1F));
@@ -307,7 +307,7 @@ TEST(ParmChanged, ATenthIsTheLimit) {
     EXPECT_TRUE(changed(-10.0F, 10.0F));
     bool stays = true;
     Work.Parms[2] = Work.ParmsSave[2];
-    ParmChanged(2, stays);
+    ParmChanged(SlotNo(2), stays);
     EXPECT_TRUE(stays);
 }
 

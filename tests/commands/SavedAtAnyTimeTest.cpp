@@ -161,19 +161,19 @@ protected:
     void PlayConcentrations() {
         const long set = 1 + Below(Work.NumSets);
         const ConcInput input = Chance(2) ? ConcInput::ConcA : ConcInput::VarA;
-        ConcFormGotFocus(input, set);
-        ConcFormBox(input, set).Text = std::to_string(Below(20));
-        ConcFormLostFocus(input, set);
+        ConcFormGotFocus(input, SetNo(set));
+        ConcFormBox(input, SetNo(set)).Text = std::to_string(Below(20));
+        ConcFormLostFocus(input, SetNo(set));
         if (Chance(5)) ConcFormClearAllButton();
         if (Chance(5)) ConcFormCancelButton();
         ConcFormOkButton();
     }
     void PlayOffsets() {
         const long set = 1 + Below(Work.NumSets);
-        BaseFormGotFocus(set);
+        BaseFormGotFocus(SetNo(set));
         BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)].Text =
             std::to_string(Below(Work.NumSets + 1));
-        BaseFormLostFocus(set);
+        BaseFormLostFocus(SetNo(set));
         if (Chance(5)) BaseFormCancelButton();
         BaseFormOkButton();
     }

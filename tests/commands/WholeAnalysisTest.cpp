@@ -118,9 +118,9 @@ TEST_F(WholeAnalysis, FindsMassAndConstantOfMonomerAndDimer) {
     RunMainCommand("FitPause"); // the iteration starts by itself
     ExpectGuessQuestions();
     script.ExpectModal(GetGuessName, [] {
-        ASSERT_EQ(GetGuess.GuessRows[0], 0);
+        ASSERT_EQ(GetGuess.GuessRows[0], SlotNo(0));
         for (std::size_t row = 0; row < GetGuess.GuessRows.size(); ++row) {
-            const std::int16_t slot = GetGuess.GuessRows[row];
+            const long slot = GetGuess.GuessRows[row].Number;
             GetGuess.FitCheck[row].Value = slot == 0 || slot == 2 || slot >= 8 ? 1 : 0;
             if (GetGuess.FitCheck[row].Enabled) GetGuessFitCheck(static_cast<int>(row));
         }
@@ -137,7 +137,7 @@ TEST_F(WholeAnalysis, FindsMassAndConstantOfMonomerAndDimer) {
     const double omega = 10000 * std::numbers::pi / 30;
     const double buoyancy = 1 - static_cast<double>(Work.VbarA) * static_cast<double>(Work.SolventDensity);
     const double kDa = Sigma * 83144710.0 * 293.15 / (buoyancy * omega * omega) / 1000;
-    EXPECT_NEAR(ToUserUnits(0, Work.Parms[0]), kDa, 0.005 * kDa);
+    EXPECT_NEAR(ToUserUnits(SlotNo(0), Work.Parms[0]), kDa, 0.005 * kDa);
     EXPECT_NEAR(Work.Parms[2], std::log(Constant), 0.05);
     EXPECT_LT(Work.RmsResidual, 1e-4F);
     EXPECT_FALSE(Results.ParmsFit.Text.empty());

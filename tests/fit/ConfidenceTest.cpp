@@ -389,11 +389,11 @@ TEST_F(TwoLevels, ADirectionWithoutAnEndLeavesTheOthersTheirLimits) {
     Search();
     ASSERT_EQ(Work.LimitsDone, FlagTrue);
     ExpectFitAsBefore(before);
-    EXPECT_TRUE(LimitFound(0, false));
-    EXPECT_TRUE(LimitFound(0, true));
+    EXPECT_TRUE(LimitFound(FreePos(0), false));
+    EXPECT_TRUE(LimitFound(FreePos(0), true));
     EXPECT_NEAR(Limit(1, 0) - Limit(0, 0), 2.0 * Reach(1.0, 0.0), 4.0 * Tolerance);
-    EXPECT_FALSE(LimitFound(1, false));
-    EXPECT_FALSE(LimitFound(1, true));
+    EXPECT_FALSE(LimitFound(FreePos(1), false));
+    EXPECT_FALSE(LimitFound(FreePos(1), true));
     EXPECT_EQ(Work.LimitReason[0], "");
     EXPECT_EQ(Work.LimitReason[1], "The data do not determine Zero Offset, set 2. Hold it.");
 }
@@ -515,7 +515,7 @@ TEST_F(ConfidenceTest, EndPointsOfModelsReachTheRatio) {
             bool atBound = false;
             for (long k = 0; k < Work.NumParms; ++k) {
                 there[static_cast<std::size_t>(k)] = Work.ConfTrace(k, end);
-                const float user = ToUserUnits(k, Work.ConfTrace(k, end));
+                const float user = ToUserUnits(SlotNo(k), Work.ConfTrace(k, end));
                 if (Work.FreeMap[k] >= 0)
                     atBound = atBound || user == Work.Bounds[0][k] || user == Work.Bounds[1][k];
             }

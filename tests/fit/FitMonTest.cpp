@@ -151,14 +151,14 @@ TEST_F(Monitor, SecondPageShowsTheOtherRows) {
 
 TEST_F(Monitor, BoundWarningOfAHiddenRowWaitsForItsPage) {
     LoadWithRows(40);
-    ShowBoundWarning(3, true);
-    ShowBoundWarning(35, true);
+    ShowBoundWarning(FreePos(3), true);
+    ShowBoundWarning(FreePos(35), true);
     EXPECT_TRUE(FitMon.BoundWarning[3].Visible);
     EXPECT_FALSE(FitMon.BoundWarning[35].Visible);
     FitMonPage2();
     EXPECT_FALSE(FitMon.BoundWarning[3].Visible);
     EXPECT_TRUE(FitMon.BoundWarning[35].Visible);
-    ShowBoundWarning(35, false);
+    ShowBoundWarning(FreePos(35), false);
     EXPECT_FALSE(FitMon.BoundWarning[35].Visible);
     FitMonPage2();
     EXPECT_TRUE(FitMon.BoundWarning[3].Visible);
@@ -184,7 +184,7 @@ TEST_F(Monitor, UnloadedMonitorTakesNothing) {
     MonitorStatus("one");
     MonitorAlpha();
     UpdateMonitor();
-    ShowBoundWarning(0, true);
+    ShowBoundWarning(FreePos(0), true);
     EXPECT_FALSE(FitMon.Loaded);
     EXPECT_EQ(FitMon.StatusText.Text, "");
 }
@@ -396,7 +396,7 @@ TEST_F(Monitor, BoundWarningsComeAndGoWithTheChecks) {
     EXPECT_TRUE(shown);
     // Inside again: the next check takes the mark away.
     LoadFitMon();
-    ShowBoundWarning(0, true);
+    ShowBoundWarning(FreePos(0), true);
     Work.Bounds[1][SlotOffset(1)] = 10.0F;
     CalcSumSq();
     Work.Increment[0] = 0.0;

@@ -27,13 +27,13 @@ TEST(FreeMap, ChoicesFollowTheMap) {
     Work.FreeMap[10] = SlotTied;
     const std::vector<FitChoice> choices = FitChoices();
     ASSERT_EQ(choices.size(), 4U);
-    EXPECT_EQ(choices[0].Slot, 0);
+    EXPECT_EQ(choices[0].Slot, SlotNo(0));
     EXPECT_EQ(choices[0].Check, FitCheckYes);
-    EXPECT_EQ(choices[1].Slot, 2);
+    EXPECT_EQ(choices[1].Slot, SlotNo(2));
     EXPECT_EQ(choices[1].Check, FitCheckNo);
-    EXPECT_EQ(choices[2].Slot, 8);
+    EXPECT_EQ(choices[2].Slot, SlotNo(8));
     EXPECT_EQ(choices[2].Check, FitCheckYes);
-    EXPECT_EQ(choices[3].Slot, 10);
+    EXPECT_EQ(choices[3].Slot, SlotNo(10));
     EXPECT_EQ(choices[3].Check, FitCheckGrey);
 }
 
@@ -41,8 +41,11 @@ TEST(FreeMap, FittedOnesAreNumberedInTheirOrder) {
     Script script;
     Fresh();
     Work.FreeMap[10] = SlotTied;
-    const bool assigned = AssignFreePositions(
-        {{0, FitCheckNo}, {2, FitCheckYes}, {8, FitCheckYes}, {9, FitCheckNo}, {10, FitCheckGrey}});
+    const bool assigned = AssignFreePositions({{SlotNo(0), FitCheckNo},
+                                               {SlotNo(2), FitCheckYes},
+                                               {SlotNo(8), FitCheckYes},
+                                               {SlotNo(9), FitCheckNo},
+                                               {SlotNo(10), FitCheckGrey}});
     EXPECT_TRUE(assigned);
     EXPECT_EQ(Work.NumFree, 2);
     EXPECT_EQ(Work.FreeMap[0], SlotHeld);
@@ -69,7 +72,7 @@ TEST(FreeMap, NothingToFitIsRefusedWithABeep) {
     script.ExpectMessage(BoxRequest{"There is nothing to do!  You must fit at least one parameter", "Quillon",
                                     BoxIcon::Question, BoxButtons::Ok, BoxAnswer::Ok},
                          BoxAnswer::Ok);
-    EXPECT_FALSE(AssignFreePositions({{0, FitCheckNo}, {10, FitCheckGrey}}));
+    EXPECT_FALSE(AssignFreePositions({{SlotNo(0), FitCheckNo}, {SlotNo(10), FitCheckGrey}}));
     EXPECT_EQ(script.Beeps, 1);
     EXPECT_TRUE(Work == before);
 }
@@ -80,7 +83,7 @@ TEST(FreeMap, ChoicesThatAreAllGreyChangeNothing) {
     Work.FreeMap[10] = SlotTied;
     Work.NumFree = 3;
     const Workspace before = Work;
-    EXPECT_TRUE(AssignFreePositions({{10, FitCheckGrey}}));
+    EXPECT_TRUE(AssignFreePositions({{SlotNo(10), FitCheckGrey}}));
     EXPECT_TRUE(Work == before);
 }
 

@@ -56,7 +56,8 @@ struct GuessForm : testing::Test {
 TEST_F(GuessForm, ListsWhatTheModelUses) {
     LoadGetGuess();
     EXPECT_EQ(GetGuess.State.Caption, "Quillon - Parameter Guesses and Fit Control");
-    EXPECT_EQ(GetGuess.GuessRows, (std::vector<std::int16_t>{0, 1, 7, 8, 9, 10}));
+    EXPECT_EQ(GetGuess.GuessRows,
+              (std::vector<SlotNo>{SlotNo(0), SlotNo(1), SlotNo(7), SlotNo(8), SlotNo(9), SlotNo(10)}));
     EXPECT_EQ(GetGuess.ParameterName[0].Text, "P0  (sigma)");
     EXPECT_EQ(GetGuess.ParameterName[1].Text, "P1");
     EXPECT_EQ(GetGuess.Guess[0].Text, "1.500");

@@ -330,14 +330,14 @@ TEST_F(RescueFitTest, WhatIsKeptOfAFailureIsMarkedAtItsBounds) {
     for (const std::uint64_t seed : {1, 2, 3, 4}) {
         LoadRobustnessCase(ModelCaseNamed("Model08"), seed);
         StartFarOff(3.0, seed);
-        Work.Bounds[1][6] = ToUserUnits(6, Work.Parms[6]) - 1.0F; // below the start
+        Work.Bounds[1][6] = ToUserUnits(SlotNo(6), Work.Parms[6]) - 1.0F; // below the start
         Work.MaxIterations = 3;
         const PerSlot<float> start = Work.Parms;
         RunFit();
         RescueFit(start);
         for (long a = 0; a < Work.NumFree; ++a) {
             if (Work.AtBound[a] == 0) continue;
-            EXPECT_TRUE(StandsAtBound(Work.FreeIndex[a], Work.AtBound[a] > 0 ? 1 : 0))
+            EXPECT_TRUE(StandsAtBound(SlotNo(Work.FreeIndex[a]), Work.AtBound[a] > 0 ? 1 : 0))
                 << "seed " << seed << ", slot " << Work.FreeIndex[a];
         }
     }

@@ -19,9 +19,9 @@ bool IsOffset(long slot) {
 
 void MoveFarOff(long slot, double reach, NoiseSource& random) {
     float& p = Work.Parms[slot];
-    if (IsOffset(slot) || (slot == 7 && !IsAdditiveSlot(7)))
+    if (IsOffset(slot) || (slot == 7 && !IsAdditiveSlot(SlotNo(7))))
         p = 0.0F; // as the program starts offsets and virial coefficients
-    else if (!IsAdditiveSlot(slot))
+    else if (!IsAdditiveSlot(SlotNo(slot)))
         p *= static_cast<float>(0.7 + 0.7 * random.Uniform());
     else
         p += static_cast<float>(reach * (2.0 * random.Uniform() - 1.0));

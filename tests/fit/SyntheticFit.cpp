@@ -165,7 +165,7 @@ void MoveAwayFromTruth() {
             p += 0.1F * sign;
         else if (slot == 7 && Work.Model < 10)
             p *= 0.7F;
-        else if (!IsAdditiveSlot(slot))
+        else if (!IsAdditiveSlot(SlotNo(slot)))
             p = 0.0F;
         else
             p += (slot < 8 ? 0.3F : 0.1F) * sign;

@@ -238,7 +238,7 @@ TEST_F(GuessesAtTheWindow, AValueBeyondItsBoundIsAskedAboutAndThenGoesBack) {
         const std::string before = GetGuess.Guess[0].Text;
         Enter(GetGuess.Guess[0], "31");
         player.ExpectMessage("The value of " + Work.ParmName[0] + " is above the current upper bound of " +
-                                 ParmText(0, Work.Bounds[1][0]) +
+                                 ParmText(SlotNo(0), Work.Bounds[1][0]) +
                                  ".  Do you want to use the new value anyway?",
                              "No");
         Player::Click(GetGuess.OkButton); // which is not pressed by this click
@@ -299,7 +299,7 @@ TEST_F(FormsAtTheWindows, ConcentrationConstraintsAreTakenByOkAndByTheCloseButto
     for (const Way way : {Way::Ok, Way::CloseButton}) {
         UseSimulatedData();
         player.Expect(ConcFormName, [way] {
-            Enter(ConcFormBox(ConcInput::ConcA, 1), "0.3");
+            Enter(ConcFormBox(ConcInput::ConcA, SetNo(1)), "0.3");
             Leave(ConcFormName, way, ConcForm.OkButton, ConcForm.CancelButton);
         });
         player.ClickMenu("SetConcConstraint");
@@ -311,7 +311,7 @@ TEST_F(FormsAtTheWindows, ConcentrationConstraintsAreTakenByOkAndByTheCloseButto
 
 TEST_F(FormsAtTheWindows, CancelTakesConcentrationConstraintsBackAndTheFormStays) {
     player.Expect(ConcFormName, [] {
-        Enter(ConcFormBox(ConcInput::ConcA, 1), "0.3");
+        Enter(ConcFormBox(ConcInput::ConcA, SetNo(1)), "0.3");
         Player::Click(ConcForm.CancelButton);
         EXPECT_TRUE(ConcForm.State.Shown);
         EXPECT_EQ(Work.ConcConstraintA[1], 0.0F);

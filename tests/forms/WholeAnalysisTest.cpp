@@ -44,7 +44,7 @@ struct WholeAnalysisAtTheWindows : testing::Test {
         EXPECT_EQ(Work.NumSets, 3);
         EXPECT_EQ(Work.NumFree, 8); // mass, constant, and loading and offset of each set
         // Noise of 0.001 on signals up to 1 at some 240 points leaves per cents of doubt about the mass.
-        EXPECT_NEAR(ToUserUnits(0, Work.Parms[0]), TrueMass, 0.04 * TrueMass);
+        EXPECT_NEAR(ToUserUnits(SlotNo(0), Work.Parms[0]), TrueMass, 0.04 * TrueMass);
         EXPECT_NEAR(Work.Parms[2], std::log(TrueConstant), 0.3);
         EXPECT_NEAR(Work.RmsResidual, 0.001F, 0.0002F);
     }
@@ -101,7 +101,7 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheMouse) {
     player.ExpectMessage(NewOffsets, "No");
     player.Expect(GetGuessName, [] {
         for (std::size_t row = 0; row < GetGuess.GuessRows.size(); ++row) {
-            const std::int16_t slot = GetGuess.GuessRows[row];
+            const long slot = GetGuess.GuessRows[row].Number;
             const bool wanted = slot == 0 || slot == 2 || slot >= 8;
             if (GetGuess.FitCheck[row].Enabled && (GetGuess.FitCheck[row].Value == 1) != wanted)
                 Player::Click(GetGuess.FitCheck[row]);
@@ -176,7 +176,7 @@ TEST_F(WholeAnalysisAtTheWindows, WithTheKeyboardAlone) {
     player.ExpectMessage(NewOffsets, "Escape");
     player.Expect(GetGuessName, [] {
         for (std::size_t row = 0; row < GetGuess.GuessRows.size(); ++row) {
-            const std::int16_t slot = GetGuess.GuessRows[row];
+            const long slot = GetGuess.GuessRows[row].Number;
             const bool wanted = slot == 0 || slot == 2 || slot >= 8;
             if (!GetGuess.FitCheck[row].Enabled || (GetGuess.FitCheck[row].Value == 1) == wanted) continue;
             Player::Press(Qt::Key_Tab, Qt::ShiftModifier);

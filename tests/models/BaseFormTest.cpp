@@ -27,10 +27,10 @@ void StartFourSets() {
 }
 
 void Enter(long set, const std::string& keys) {
-    BaseFormGotFocus(set);
+    BaseFormGotFocus(SetNo(set));
     TypeInto(BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)], keys,
-             [&](int key) { return BaseFormKeyPress(set, key); });
-    BaseFormLostFocus(set);
+             [&](int key) { return BaseFormKeyPress(SetNo(set), key); });
+    BaseFormLostFocus(SetNo(set));
 }
 
 std::string Shown() {
@@ -83,7 +83,7 @@ TEST(BaseForm, RefusesNumbersOfNoSet) {
         script.ExpectMessage({NoSuchSet, "Quillon", BoxIcon::Warning, BoxButtons::Ok, BoxAnswer::Ok},
                              BoxAnswer::Ok);
         BaseForm.Boxes.LinkNum[1].Text = text; // pasted
-        BaseFormLostFocus(2);
+        BaseFormLostFocus(SetNo(2));
         EXPECT_EQ(script.Beeps, 1);
         EXPECT_EQ(BaseForm.State.FocusOn, &BaseForm.Boxes.LinkNum[1]);
         EXPECT_EQ(BaseForm.Boxes.Links[2], 1); // the former link stands
@@ -123,8 +123,8 @@ TEST(BaseForm, ASetMayFollowItself) {
     LoadBaseForm();
     Enter(3, "3");
     EXPECT_EQ(Shown(), "--3-");
-    BaseFormGotFocus(3); // a visit changes nothing
-    BaseFormLostFocus(3);
+    BaseFormGotFocus(SetNo(3)); // a visit changes nothing
+    BaseFormLostFocus(SetNo(3));
     Enter(3, "1"); // its own former link is no chain
     EXPECT_EQ(Shown(), "--1-");
 }
@@ -142,7 +142,7 @@ TEST(BaseForm, EnterGoesDownTheColumnToOk) {
     StartFourSets();
     LoadBaseForm();
     for (long set = 1; set <= 4; ++set) {
-        EXPECT_EQ(BaseFormKeyPress(set, '\r'), '\r');
+        EXPECT_EQ(BaseFormKeyPress(SetNo(set), '\r'), '\r');
         EXPECT_EQ(BaseForm.State.FocusOn,
                   set == 4 ? &BaseForm.OkButton : &BaseForm.Boxes.LinkNum[static_cast<std::size_t>(set)]);
     }

@@ -43,39 +43,40 @@ void StartTwoLoadings(int model) {
 }
 
 void Enter(ConcInput input, long set, const std::string& keys) {
-    ConcFormGotFocus(input, set);
-    TypeInto(ConcFormBox(input, set), keys, [&](int key) { return ConcFormKeyPress(input, set, key); });
-    ConcFormLostFocus(input, set);
+    ConcFormGotFocus(input, SetNo(set));
+    TypeInto(ConcFormBox(input, SetNo(set)), keys,
+             [&](int key) { return ConcFormKeyPress(input, SetNo(set), key); });
+    ConcFormLostFocus(input, SetNo(set));
 }
 
 TEST(SetMeanSignal, LeavesOutOffsetAndPseudoPoints) {
     StartTwoLoadings(1);
     Work.Parms[SlotOffset(1)] = 0.25F;
-    EXPECT_NEAR(SetMeanSignal(1), 2.0 / 3 - 0.25, 1e-7);
-    EXPECT_NEAR(SetMeanSignal(2), 0.3, 1e-7);
+    EXPECT_NEAR(SetMeanSignal(SetNo(1)), 2.0 / 3 - 0.25, 1e-7);
+    EXPECT_NEAR(SetMeanSignal(SetNo(2)), 0.3, 1e-7);
     // A pseudo-point behind set 1.
     Work.SetPts[1] = 4;
     Work.PtX.Recreate(6);
     Work.PtX[4] = PointMarker;
     Work.PtY.Recreate(6, 1.0F);
     Work.PtY[4] = 1000.0F;
-    EXPECT_NEAR(SetMeanSignal(1), 0.75, 1e-7);
-    EXPECT_NEAR(SetMeanSignal(2), 1.0, 1e-7);
+    EXPECT_NEAR(SetMeanSignal(SetNo(1)), 0.75, 1e-7);
+    EXPECT_NEAR(SetMeanSignal(SetNo(2)), 1.0, 1e-7);
 }
 
 TEST(SetMeanSignal, AConstantInTheSlotOfTheOffsetIsNoOffset) {
     StartTwoLoadings(9);
     Work.Parms[SlotOffset(1)] = 3.5F;
     Work.SeparateK = FlagTrue;
-    EXPECT_NEAR(SetMeanSignal(1), 2.0 / 3, 1e-7);
+    EXPECT_NEAR(SetMeanSignal(SetNo(1)), 2.0 / 3, 1e-7);
     Work.SeparateK = FlagFalse;
-    EXPECT_NEAR(SetMeanSignal(1), 2.0 / 3 - 3.5, 1e-6);
+    EXPECT_NEAR(SetMeanSignal(SetNo(1)), 2.0 / 3 - 3.5, 1e-6);
 }
 
 TEST(SetMeanSignal, OfNoPointsIsAnError) {
     StartTwoLoadings(1);
     Work.SetPts[2] = 0;
-    EXPECT_THROW(SetMeanSignal(2), RuntimeError);
+    EXPECT_THROW(SetMeanSignal(SetNo(2)), RuntimeError);
 }
 
 TEST(ConcForm, ReadsAsDesigned) {
@@ -148,7 +149,7 @@ TEST(ConcForm, EnterGoesAlongTheShownBoxesToOk) {
     LoadConcForm();
     auto& f = ConcForm;
     const auto behind = [&](ConcInput input, long set) {
-        ConcFormKeyPress(input, set, '\r');
+        ConcFormKeyPress(input, SetNo(set), '\r');
         return f.State.FocusOn;
     };
     EXPECT_EQ(behind(ConcInput::ConcA, 1), &f.VarA[0]);
@@ -231,7 +232,7 @@ TEST(ConcForm, TextThatIsNoNumberRemovesTheConstraint) {
     Work.ConcConstraintA[3] = 0.25F;
     LoadConcForm();
     ConcForm.ConcA[0].Text = "some";
-    ConcFormLostFocus(ConcInput::ConcA, 1);
+    ConcFormLostFocus(ConcInput::ConcA, SetNo(1));
     EXPECT_EQ(Work.ConcConstraintA[3], 0.0F);
     EXPECT_EQ(ConcForm.ConcA[0].Text, "0.0000");
 }
@@ -241,8 +242,8 @@ TEST(ConcForm, AVisitKeepsTheDigitsThatAreNotShown) {
     StartTwoLoadings(1);
     Work.ConcConstraintA[3] = 0.123456F;
     LoadConcForm();
-    ConcFormGotFocus(ConcInput::ConcA, 1);
-    ConcFormLostFocus(ConcInput::ConcA, 1);
+    ConcFormGotFocus(ConcInput::ConcA, SetNo(1));
+    ConcFormLostFocus(ConcInput::ConcA, SetNo(1));
     EXPECT_EQ(Work.ConcConstraintA[3], 0.123456F);
 }
 

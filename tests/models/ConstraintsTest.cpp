@@ -71,8 +71,8 @@ TEST(ConcentrationConstraint, OfBAloneIsTheFirstPseudoPoint) {
     }
     EXPECT_NEAR(FitFunction(4), sum / 3 / 0.5, 1e-7);
     EXPECT_NEAR(Work.ConstraintFit[1][1], sum / 3, 1e-7);
-    EXPECT_EQ(ConstraintSumA(-1), 0.0); // both are cleared
-    EXPECT_EQ(ConstraintSumB(-1), 0.0);
+    EXPECT_EQ(ConstraintSumA(SlotNo(-1)), 0.0); // both are cleared
+    EXPECT_EQ(ConstraintSumB(SlotNo(-1)), 0.0);
 }
 
 TEST(ConcentrationConstraint, SecondPseudoPointStillFindsItsSum) {
@@ -131,7 +131,7 @@ TEST(ConcentrationConstraint, NeedsItsFlag) {
     Work.ConstraintFlags = 0;
     ResetFitFunction();
     TruePoints();
-    EXPECT_EQ(ConstraintSumA(-1), 0.0); // nothing is summed up while no constraint is in force
+    EXPECT_EQ(ConstraintSumA(SlotNo(-1)), 0.0); // nothing is summed up while no constraint is in force
 }
 
 TEST(ConcentrationConstraint, RawScanGivesTheWeight) {

@@ -311,7 +311,7 @@ TEST(FitFunction, PutsTheSteppedSlotBack) {
     Script script;
     Work = HandWorkspace(1);
     ResetFitFunction();
-    SetDerivParm(3);
+    SetDerivParm(SlotNo(3));
     FitFunction(1);
     EXPECT_EQ(DerivParm(), -1);
 }
@@ -334,27 +334,27 @@ TEST(CalcDerivs, StepsAreThoseOfTheSlots) {
     Work.Parms[1] = 3.0F;
     Work.Parms[3] = 4.0F;
     Work.Parms[5] = 5.0F;
-    EXPECT_DOUBLE_EQ(DerivStep(0), 0.02);
-    EXPECT_DOUBLE_EQ(DerivStep(5), 0.05);
-    EXPECT_DOUBLE_EQ(DerivStep(1), 0.06);
-    EXPECT_DOUBLE_EQ(DerivStep(3), 0.08);
+    EXPECT_DOUBLE_EQ(DerivStep(SlotNo(0)), 0.02);
+    EXPECT_DOUBLE_EQ(DerivStep(SlotNo(5)), 0.05);
+    EXPECT_DOUBLE_EQ(DerivStep(SlotNo(1)), 0.06);
+    EXPECT_DOUBLE_EQ(DerivStep(SlotNo(3)), 0.08);
     for (const long slot : {2L, 4L, 6L})
-        EXPECT_EQ(DerivStep(slot), 0.06);
+        EXPECT_EQ(DerivStep(SlotNo(slot)), 0.06);
     for (const long slot : {8L, 9L, 13L, 61L})
-        EXPECT_EQ(DerivStep(slot), 0.02);
+        EXPECT_EQ(DerivStep(SlotNo(slot)), 0.02);
     for (const int model : {1, 5, 9}) {
         Work.Model = ToInt16(model);
         Work.Parms[7] = 0.0F;
-        EXPECT_EQ(DerivStep(7), 0.0004) << model;
+        EXPECT_EQ(DerivStep(SlotNo(7)), 0.0004) << model;
         Work.Parms[7] = -0.5F;
-        EXPECT_DOUBLE_EQ(DerivStep(7), -0.01) << model;
+        EXPECT_DOUBLE_EQ(DerivStep(SlotNo(7)), -0.01) << model;
     }
     for (const int model : {10, 22}) {
         Work.Model = ToInt16(model);
         Work.Parms[7] = 0.0F;
-        EXPECT_EQ(DerivStep(7), 0.02) << model;
+        EXPECT_EQ(DerivStep(SlotNo(7)), 0.02) << model;
         Work.Parms[7] = 5.0F;
-        EXPECT_EQ(DerivStep(7), 0.02) << model;
+        EXPECT_EQ(DerivStep(SlotNo(7)), 0.02) << model;
     }
 }
 
@@ -477,7 +477,7 @@ TEST_P(FunctionCase, BlocksGiveTheSameBitsAsPoints) {
     PointBlock block;
     long first = 1;
     for (long set = 1; set <= Work.NumSets; ++set) {
-        PlanSet(plan, set, true);
+        PlanSet(plan, SetNo(set), true);
         const long beyond = first + Work.SetPts[set];
         while (first < beyond) {
             long count = 1;
@@ -491,7 +491,7 @@ TEST_P(FunctionCase, BlocksGiveTheSameBitsAsPoints) {
                 std::vector<double> columns(static_cast<std::size_t>(Work.NumFree), 0.0);
                 for (int k = 0; k < plan.Count; ++k) {
                     const auto column = static_cast<std::size_t>(k);
-                    columns[static_cast<std::size_t>(plan.FreePosition[column])] =
+                    columns[static_cast<std::size_t>(plan.FreePosition[column].Number)] =
                         block.Column[column][static_cast<std::size_t>(i)];
                 }
                 for (std::size_t k = 0; k < columns.size(); ++k)

@@ -50,7 +50,7 @@ TEST(Integration, OfASingleSpeciesIsTheClosedForm) {
     for (const float sigma : {0.001F, 0.3F, 1.5F, 4.0F}) {
         for (const auto& [inner, outer] : {std::pair{5.6F, 7.3F}, {6.8F, 7.2F}, {6.0F, 6.0015F}}) {
             Work = OneCell(1, sigma);
-            const IntegratedSet found = IntegrateCell(1, inner, outer, SpeciesUnit::Signal);
+            const IntegratedSet found = IntegrateCell(SetNo(1), inner, outer, SpeciesUnit::Signal);
             const double expected = MeanOfExponential(sigma, -0.7F, inner, outer);
             ASSERT_EQ(found.Rows.size(), 2U);
             EXPECT_NEAR(*found.Rows[1].Signal / expected, 1.0, 1e-7) << sigma << " " << inner;
@@ -63,7 +63,7 @@ TEST(Integration, OfADimerIsTheClosedFormToo) {
     Script script;
     Work = OneCell(2, 2.0F);
     Work.Parms[2] = 1.1F;
-    const IntegratedSet found = IntegrateCell(1, 5.6F, 7.3F, SpeciesUnit::Signal);
+    const IntegratedSet found = IntegrateCell(SetNo(1), 5.6F, 7.3F, SpeciesUnit::Signal);
     const double dimer = MeanOfExponential(4.0, 2 * -0.7F + 1.1F, 5.6F, 7.3F);
     EXPECT_NEAR(*found.Rows[2].Signal / dimer, 1.0, 1e-7);
 }
@@ -121,7 +121,7 @@ TEST_P(IntegrationCase, IsAFineQuadratureOverTheEquations) {
     for (const long set : {1L, static_cast<long>(Work.NumSets)}) {
         const float inner = 6.2F, outer = 7.2F;
         std::map<std::string, Real> expected = ReferenceMeans(set, inner, outer);
-        const IntegratedSet found = IntegrateCell(set, inner, outer, SpeciesUnit::Signal);
+        const IntegratedSet found = IntegrateCell(SetNo(set), inner, outer, SpeciesUnit::Signal);
         std::map<std::string, Real> sums;
         double shares = 0.0;
         for (const IntegratedRow& row : found.Rows) {
@@ -140,7 +140,7 @@ TEST(Integration, TotalsOfTwoComponentsCountTheirMonomers) {
     Script script;
     ModelCase c = ModelCaseNamed("Model20");
     Work = SimulatedWorkspace(c);
-    const IntegratedSet found = IntegrateCell(4, 6.0F, 7.2F, SpeciesUnit::Molar);
+    const IntegratedSet found = IntegrateCell(SetNo(4), 6.0F, 7.2F, SpeciesUnit::Molar);
     ASSERT_EQ(found.Rows.size(), 9U);
     EXPECT_EQ(found.Rows[0].Label, "Total");
     EXPECT_EQ(found.Rows[1].Label, "Total A");
@@ -157,7 +157,7 @@ TEST(Integration, TotalsOfTwoComponentsCountTheirMonomers) {
     EXPECT_NEAR(signal(1) / (a * c.ExtA * c.Sets[3].RatioA * path), 1.0, 1e-6);
     EXPECT_NEAR(signal(2) / (b * c.ExtB * c.Sets[3].RatioB * path), 1.0, 1e-6);
     EXPECT_FALSE(found.Rows[0].Weight || found.Rows[3].Weight);
-    EXPECT_EQ(IntegrateCell(4, 6.0F, 7.2F, SpeciesUnit::Signal).Rows[0].Label, "Total Signal");
+    EXPECT_EQ(IntegrateCell(SetNo(4), 6.0F, 7.2F, SpeciesUnit::Signal).Rows[0].Label, "Total Signal");
 }
 
 TEST(Integration, OfOneComponentCountsMonomersBesideSpecies) {
@@ -165,7 +165,7 @@ TEST(Integration, OfOneComponentCountsMonomersBesideSpecies) {
     Work = OneCell(4, 1.5F);
     Work.Parms[3] = 4.0F;
     Work.ExtA = 40000.0F;
-    const IntegratedSet found = IntegrateCell(1, 6.0F, 7.2F, SpeciesUnit::Molar);
+    const IntegratedSet found = IntegrateCell(SetNo(1), 6.0F, 7.2F, SpeciesUnit::Molar);
     const double monomers = *found.Rows[1].Molar + 2 * *found.Rows[2].Molar + 4 * *found.Rows[3].Molar;
     EXPECT_NEAR(*found.MonomerMolar / monomers, 1.0, 1e-12);
     EXPECT_NEAR(*found.Rows[0].Signal / 40000.0 / monomers, 1.0, 1e-6); // what was loaded, by its signal
@@ -174,7 +174,7 @@ TEST(Integration, OfOneComponentCountsMonomersBesideSpecies) {
 
 std::string FailureOf(float inner, float outer) {
     try {
-        IntegrateCell(1, inner, outer, SpeciesUnit::Signal);
+        IntegrateCell(SetNo(1), inner, outer, SpeciesUnit::Signal);
     } catch (const RuntimeError& error) {
         return error.Text;
     }
@@ -219,7 +219,7 @@ TEST(Integration, RefusesAUnitWithoutItsCoefficient) {
     Script script;
     Work = OneCell(1, 1.5F);
     Work.ExtA = 0.0F;
-    const IntegratedSet found = IntegrateCell(1, 6.0F, 7.0F, SpeciesUnit::Molar);
+    const IntegratedSet found = IntegrateCell(SetNo(1), 6.0F, 7.0F, SpeciesUnit::Molar);
     EXPECT_FALSE(found.Rows[1].Molar || found.Rows[1].Share);
     EXPECT_TRUE(found.Rows[1].Signal && found.Rows[1].Weight);
 }

@@ -109,8 +109,8 @@ TEST(ModelTable, SignsAndSteps) {
         for (const float virial : {0.0F, 0.25F}) {
             Work.Parms[7] = virial;
             for (long slot = 0; slot < Work.MaxParms; ++slot) {
-                EXPECT_EQ(IsAdditiveSlot(slot), LadderIsAdditive(slot)) << slot;
-                EXPECT_EQ(DerivStep(slot), LadderDerivStep(slot)) << slot;
+                EXPECT_EQ(IsAdditiveSlot(SlotNo(slot)), LadderIsAdditive(slot)) << slot;
+                EXPECT_EQ(DerivStep(SlotNo(slot)), LadderDerivStep(slot)) << slot;
             }
         }
     });
@@ -147,7 +147,8 @@ TEST(ModelTable, StandardValues) {
     const float standard[] = {1.5F, 2.0F, 0.0F, 2.0F, 0.0F, 3.0F, 0.0F, 0.0F};
     for (int model = 1; model <= LastReservedModel; ++model)
         for (long slot = 0; slot < 8; ++slot)
-            EXPECT_EQ(RuleOfSlot(model, false, slot).Standard, standard[slot]) << model << " " << slot;
+            EXPECT_EQ(RuleOfSlot(model, false, SlotNo(slot)).Standard, standard[slot])
+                << model << " " << slot;
 }
 
 TEST(ModelTable, OptionsAndKindsOfModels) {
@@ -162,8 +163,8 @@ TEST(ModelTable, OptionsAndKindsOfModels) {
         EXPECT_EQ(traits.CooperativityNote, model == 11) << model;
         EXPECT_EQ(traits.GivesBaseline, model == 1) << model;
         EXPECT_EQ(traits.General, model == 2 ? 3 : model == 4 ? 5 : 0) << model;
-        EXPECT_EQ(traits.SharedTo, model == 18 ? 2 : model == 21 ? 7 : -1) << model;
-        EXPECT_EQ(traits.SharedFrom, model == 18 ? 4 : model == 21 ? 6 : -1) << model;
+        EXPECT_EQ(traits.SharedTo.Number, model == 18 ? 2 : model == 21 ? 7 : -1) << model;
+        EXPECT_EQ(traits.SharedFrom.Number, model == 18 ? 4 : model == 21 ? 6 : -1) << model;
     }
 }
 
@@ -192,14 +193,14 @@ TEST(ModelTable, SharesOfConstantsInTheGuess) {
 // A set's own constant goes by its global slot, whichever way the option is switched.
 TEST(ModelTable, SlotsOfSetsThatChangeHands) {
     for (int model = 1; model <= LastReservedModel; ++model) {
-        EXPECT_EQ(RuleOfSlot(model, true, SlotA(2)).Common, -1) << model;
-        EXPECT_EQ(RuleOfSlot(model, true, SlotB(2)).Common, model <= 6 ? 2 : -1) << model;
-        EXPECT_EQ(RuleOfSlot(model, true, SlotOffset(2)).Common, model == 4 || model == 5 ? 4
-                                                                 : model > 6              ? 6
-                                                                                          : -1)
+        EXPECT_EQ(RuleOfSlot(model, true, SlotA(SetNo(2))).Common, NoSlot) << model;
+        EXPECT_EQ(RuleOfSlot(model, true, SlotB(SetNo(2))).Common, model <= 6 ? SlotNo(2) : NoSlot) << model;
+        EXPECT_EQ(RuleOfSlot(model, true, SlotOffset(SetNo(2))).Common.Number, model == 4 || model == 5 ? 4
+                                                                               : model > 6              ? 6
+                                                                                                        : -1)
             << model;
         for (long slot = 0; slot < 11; ++slot)
-            EXPECT_EQ(RuleOfSlot(model, false, slot).Common, -1) << model;
+            EXPECT_EQ(RuleOfSlot(model, false, SlotNo(slot)).Common, NoSlot) << model;
     }
 }
 

@@ -179,13 +179,13 @@ TEST(UserUnits, AdditiveSlots) {
             Work.Model = ToInt16(model);
             Work.SeparateK = Flag(separate);
             for (const long slot : {0L, 1L, 3L, 5L})
-                EXPECT_FALSE(IsAdditiveSlot(slot)) << model;
+                EXPECT_FALSE(IsAdditiveSlot(SlotNo(slot))) << model;
             for (const long slot : {2L, 4L, 6L, 8L, 9L, 59L, 60L})
-                EXPECT_TRUE(IsAdditiveSlot(slot)) << model;
-            EXPECT_EQ(IsAdditiveSlot(7), model > 9) << model;
+                EXPECT_TRUE(IsAdditiveSlot(SlotNo(slot))) << model;
+            EXPECT_EQ(IsAdditiveSlot(SlotNo(7)), model > 9) << model;
             const bool constant = separate && (model == 4 || model == 5 || model > 6);
-            EXPECT_EQ(IsAdditiveSlot(10), constant) << model;
-            EXPECT_EQ(IsAdditiveSlot(61), constant) << model;
+            EXPECT_EQ(IsAdditiveSlot(SlotNo(10)), constant) << model;
+            EXPECT_EQ(IsAdditiveSlot(SlotNo(61)), constant) << model;
         }
 }
 
@@ -193,10 +193,10 @@ TEST(UserUnits, ThereAndBack) {
     Work = FreshWorkspace();
     Work.ParmScale[0] = 21.2F;
     Work.ParmScale[2] = -3.5F;
-    EXPECT_FLOAT_EQ(ToUserUnits(0, 2.0F), 42.4F);
-    EXPECT_FLOAT_EQ(ToInternal(0, 42.4F), 2.0F);
-    EXPECT_FLOAT_EQ(ToUserUnits(2, 1.0F), -2.5F);
-    EXPECT_FLOAT_EQ(ToInternal(2, -2.5F), 1.0F);
+    EXPECT_FLOAT_EQ(ToUserUnits(SlotNo(0), 2.0F), 42.4F);
+    EXPECT_FLOAT_EQ(ToInternal(SlotNo(0), 42.4F), 2.0F);
+    EXPECT_FLOAT_EQ(ToUserUnits(SlotNo(2), 1.0F), -2.5F);
+    EXPECT_FLOAT_EQ(ToInternal(SlotNo(2), -2.5F), 1.0F);
 }
 
 TEST(UserUnits, AMassOf42kDaIsItsSigma) {
@@ -208,8 +208,8 @@ TEST(UserUnits, AMassOf42kDaIsItsSigma) {
     BuildParmScale();
     const double omega = 20000 * 3.14159265358979 / 30;
     const double sigma = 42000 * (1 - 0.735 * 1.003994) * omega * omega / (R * 293.15);
-    EXPECT_NEAR(ToInternal(0, 42.0F), sigma, 2e-5);
-    EXPECT_NEAR(ToUserUnits(0, static_cast<float>(sigma)), 42.0, 4e-4);
+    EXPECT_NEAR(ToInternal(SlotNo(0), 42.0F), sigma, 2e-5);
+    EXPECT_NEAR(ToUserUnits(SlotNo(0), static_cast<float>(sigma)), 42.0, 4e-4);
 }
 
 TEST(RefreshUnits, BoundsKeepTheirInternalValue) {
@@ -231,7 +231,7 @@ TEST(RefreshUnits, BoundsKeepTheirInternalValue) {
     // A change of vbar shows the bound in other kDa, its sigma unchanged.
     Work.VbarA = 0.70F;
     RefreshUnits();
-    EXPECT_NEAR(ToInternal(0, Work.Bounds[0][0]), 0.5, 1e-6);
+    EXPECT_NEAR(ToInternal(SlotNo(0), Work.Bounds[0][0]), 0.5, 1e-6);
 }
 
 TEST(RefreshUnits, BoundsOfAMassCrossedWhenASampleBeganToFloat) {
@@ -245,7 +245,7 @@ TEST(RefreshUnits, BoundsOfAMassCrossedWhenASampleBeganToFloat) {
     ASSERT_LT(Work.ParmScale[0], 0.0F);
     EXPECT_EQ(Work.Bounds[0][0], 0.1F); // a floating sample has a mass, too
     EXPECT_EQ(Work.Bounds[1][0], 1e9F);
-    EXPECT_LT(ToInternal(0, Work.Bounds[0][0]), 0.0F);
+    EXPECT_LT(ToInternal(SlotNo(0), Work.Bounds[0][0]), 0.0F);
     // The range of sigma stays when masses are shown without the bracket.
     Work.MassUnits = 1;
     RefreshUnits();

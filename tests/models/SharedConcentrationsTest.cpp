@@ -124,13 +124,13 @@ TEST(SharedConcentrations, BlocksGiveTheSameBitsAsPoints) {
             PointBlock block;
             std::vector<double> blocks;
             for (const long set : {1L, 2L}) {
-                PlanSet(plan, set, true);
+                PlanSet(plan, SetNo(set), true);
                 EvaluateBlock(block, plan, 1 + (set - 1) * PointsOfSet, PointsOfSet);
                 for (std::size_t i = 0; i < static_cast<std::size_t>(PointsOfSet); ++i) {
                     blocks.push_back(block.Value[i]);
                     std::vector<double> row(static_cast<std::size_t>(Work.NumFree), 0.0);
                     for (std::size_t k = 0; k < static_cast<std::size_t>(plan.Count); ++k)
-                        row[static_cast<std::size_t>(plan.FreePosition[k])] = block.Column[k][i];
+                        row[static_cast<std::size_t>(plan.FreePosition[k].Number)] = block.Column[k][i];
                     blocks.insert(blocks.end(), row.begin(), row.end());
                 }
             }
@@ -174,21 +174,21 @@ TEST(SharedConcentrations, AreWrittenToBeShown) {
 
 TEST(SharedConcentrations, ChainsAndLinksOutOfTheFitCountForNone) {
     StartPair(7);
-    EXPECT_EQ(LeaderOf(2), 1);
-    EXPECT_EQ(LeaderOf(1), 0);
+    EXPECT_EQ(LeaderOf(SetNo(2)), SetNo(1));
+    EXPECT_EQ(LeaderOf(SetNo(1)), NoSet);
     Work.ConcLink[1] = 2; // each follows the other
-    EXPECT_EQ(LeaderOf(1), 0);
-    EXPECT_EQ(LeaderOf(2), 0);
+    EXPECT_EQ(LeaderOf(SetNo(1)), NoSet);
+    EXPECT_EQ(LeaderOf(SetNo(2)), NoSet);
     Work.ConcLink[1] = 0;
     Work.ConcLink[2] = 2;
-    EXPECT_EQ(LeaderOf(2), 0);
+    EXPECT_EQ(LeaderOf(SetNo(2)), NoSet);
     Work.ConcLink[2] = 9;
-    EXPECT_EQ(LeaderOf(2), 0);
+    EXPECT_EQ(LeaderOf(SetNo(2)), NoSet);
 }
 
 TEST(SharedConcentrations, TiesAreProposedForOneCellAtOneSpeedAndTwoWavelengths) {
     StartPair(7);
-    EXPECT_EQ(ProposedTies(), (std::vector<ConcentrationTie>{{2, 1}}));
+    EXPECT_EQ(ProposedTies(), (std::vector<ConcentrationTie>{{SetNo(2), SetNo(1)}}));
     Work.ScanWavelength[2] = 275.5F; // within what a monochromator returns to
     EXPECT_TRUE(ProposedTies().empty());
     Work.ScanWavelength[2] = 275.0F;
@@ -237,10 +237,10 @@ std::string ShownLinks() {
 }
 
 void Enter(long set, const std::string& keys) {
-    ShareFormGotFocus(set);
+    ShareFormGotFocus(SetNo(set));
     TypeInto(ShareForm.Boxes.LinkNum[static_cast<std::size_t>(set - 1)], keys,
-             [&](int key) { return ShareFormKeyPress(set, key); });
-    ShareFormLostFocus(set);
+             [&](int key) { return ShareFormKeyPress(SetNo(set), key); });
+    ShareFormLostFocus(SetNo(set));
 }
 
 TEST(ShareForm, ProposesTheTiesOfTheScansAndOkTakesThem) {
@@ -255,7 +255,7 @@ TEST(ShareForm, ProposesTheTiesOfTheScansAndOkTakesThem) {
     });
     ShareConcentrationsDialog();
     EXPECT_EQ(Work.ConcLink[2], 1);
-    EXPECT_EQ(LeaderOf(2), 1);
+    EXPECT_EQ(LeaderOf(SetNo(2)), SetNo(1));
 }
 
 TEST(ShareForm, TheWindowsOwnWayOutTiesNothing) {

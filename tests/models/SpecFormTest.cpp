@@ -64,8 +64,8 @@ TEST_F(SpecFormCase, ReadsAsDesigned) {
 TEST_F(SpecFormCase, ShowsTheMeansWithTheirParts) {
     Open("Model02");
     SpecFormRangeButton();
-    const IntegratedSet found =
-        IntegrateCell(1, NumValue(SpecForm.Inner.Text), NumValue(SpecForm.Outer.Text), SpeciesUnit::Signal);
+    const IntegratedSet found = IntegrateCell(SetNo(1), NumValue(SpecForm.Inner.Text),
+                                              NumValue(SpecForm.Outer.Text), SpeciesUnit::Signal);
     EXPECT_EQ(Row(0), "Total: " + Shown(*found.Rows[0].Signal, "0.0000", " AU"));
     EXPECT_EQ(Row(1), "Monomer: " + Shown(*found.Rows[1].Signal, "0.0000", " AU") +
                           FormatNumber(*found.Rows[1].Share, " (#0.0%)"));
@@ -87,9 +87,9 @@ TEST_F(SpecFormCase, ShowsTheMeansWithTheirParts) {
 
 TEST_F(SpecFormCase, ShowsWhatWasMeasured) {
     Open("Model01");
-    EXPECT_EQ(SpecForm.ExpAverage.Text, Shown(SetMeanSignal(1), "0.0000", " AU"));
+    EXPECT_EQ(SpecForm.ExpAverage.Text, Shown(SetMeanSignal(SetNo(1)), "0.0000", " AU"));
     SpecFormUnit(SpecForm.UseMolar);
-    const double molar = SetMeanSignal(1) / (static_cast<double>(Work.ExtA) * Work.CellPath[1]);
+    const double molar = SetMeanSignal(SetNo(1)) / (static_cast<double>(Work.ExtA) * Work.CellPath[1]);
     EXPECT_EQ(SpecForm.ExpAverage.Text, Shown(molar, "0.000E+00", " M"));
 }
 
@@ -139,7 +139,7 @@ TEST_F(SpecFormCase, ARefusedRadiusStoodBesideTheNumbersOfAnother) {
     Enter(SpecRadius::Outer, "6.5");
     EXPECT_EQ(SpecForm.Outer.Text, "7.3");
     EXPECT_NE(SpecForm.SpecConc[0].Text, before);
-    const IntegratedSet found = IntegrateCell(1, 6.5F, 7.3F, SpeciesUnit::Signal);
+    const IntegratedSet found = IntegrateCell(SetNo(1), 6.5F, 7.3F, SpeciesUnit::Signal);
     EXPECT_EQ(Row(0), "Total: " + Shown(*found.Rows[0].Signal, "0.0000", " AU"));
 }
 
@@ -188,7 +188,7 @@ TEST_F(SpecFormCase, IsShownByTheCommand) {
     Open("Model01");
     script.ExpectModal(SpecFormName, [] {
         EXPECT_TRUE(SpecForm.State.Shown);
-        SpecFormSetList(3);
+        SpecFormSetList(SetNo(3));
         EXPECT_EQ(SpecForm.SetList.Value, 3);
         SpecFormExitButton();
     });

@@ -45,7 +45,7 @@ TEST(Speciation, CurveGoesFarBeyondTheSetsOnBothSides) {
     Work = Dimers();
     const SpeciationCurve curve = ComputeSpeciation();
     EXPECT_EQ(curve.ShareOfB, 0.0);
-    const double first = MeanMonomers(1).Sum(), second = MeanMonomers(2).Sum();
+    const double first = MeanMonomers(SetNo(1)).Sum(), second = MeanMonomers(SetNo(2)).Sum();
     EXPECT_NEAR(curve.Totals.front(), std::min(first, second) / 100.0, 1e-9 * first);
     EXPECT_NEAR(curve.Totals.back() / (std::max(first, second) * 100.0), 1.0, 1e-9);
     EXPECT_GT(curve.Parts[0].front(), curve.Parts[0].back());
@@ -73,7 +73,7 @@ TEST(Speciation, PartsAddUpToOneInEveryModel) {
     for (const ModelCase& each : ModelCases()) {
         Work = SimulatedWorkspace(each);
         if (Work.NonIdeal || Work.SeparateK) continue;
-        const std::vector<double> parts = Populations(MeanMonomers(1));
+        const std::vector<double> parts = Populations(MeanMonomers(SetNo(1)));
         EXPECT_NEAR(std::accumulate(parts.begin(), parts.end(), 0.0), 1.0, 1e-12) << each.Name;
         for (const double part : parts)
             EXPECT_GE(part, 0.0) << each.Name;

@@ -102,7 +102,7 @@ long FirstPoint(long set) {
 
 void ExpectReferenceSpecies(long set) {
     const RealVector parms = ReferenceParms(Work);
-    const SpeciesColumns columns = SpeciesOfSet(set, UnitInForce());
+    const SpeciesColumns columns = SpeciesOfSet(SetNo(set), UnitInForce());
     ASSERT_EQ(columns.size(), SpeciesNames().size());
     for (std::size_t i = 0; i < columns[0].size(); i += 3) {
         const long point = FirstPoint(set) + static_cast<long>(i);
@@ -140,7 +140,7 @@ TEST_P(SpeciesCase, AreThoseOfTheEquationsInAllUnits) {
 TEST_P(SpeciesCase, SignalsAndOffsetAddUpToTheFittedFunction) {
     ResetFitFunction();
     for (long set = 1; set <= Work.NumSets; ++set) {
-        const SpeciesColumns columns = SpeciesOfSet(set, SpeciesUnit::Signal);
+        const SpeciesColumns columns = SpeciesOfSet(SetNo(set), SpeciesUnit::Signal);
         const bool noOffset = OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
         for (std::size_t i = 0; i < columns[0].size(); ++i) {
             double sum = noOffset ? 0.0 : static_cast<double>(Work.Parms[SlotOffset(set)]);
@@ -345,7 +345,7 @@ TEST(Species, BeyondTheRangeOfSinglesAreAnErrorAndNoInfinity) {
     Work = HandWorkspace(2);
     Work.Parms[SlotA(1)] = 60.0F; // e^60 a fits, its square times the constant does not
     EXPECT_THROW(SpeciesAtPoint(2), RuntimeError);
-    EXPECT_THROW(SpeciesOfSet(1, SpeciesUnit::Signal), RuntimeError);
+    EXPECT_THROW(SpeciesOfSet(SetNo(1), SpeciesUnit::Signal), RuntimeError);
 }
 
 TEST(Species, OfFringesGoByTheirRefractivities) {
@@ -361,7 +361,8 @@ TEST(Species, OfFringesGoByTheirRefractivities) {
     // With fringes and units of signals alone, the scans say whose coefficients are meant.
     Work.ConcUnits = ConcUnit::Absorbance;
     Work.InterferenceData = FlagTrue;
-    EXPECT_FLOAT_EQ(static_cast<float>(SignalOfUnit(SpeciesKind::MonomerA, SpeciesUnit::Molar, 1)), 4.0F);
+    EXPECT_FLOAT_EQ(static_cast<float>(SignalOfUnit(SpeciesKind::MonomerA, SpeciesUnit::Molar, RowNo(1))),
+                    4.0F);
 }
 
 TEST(Species, WithoutACoefficientAreADivisionByZero) {

@@ -290,7 +290,7 @@ TEST(DefineUnitsDialog, FromSigmaToTrueMass) {
     // sigma = M (1 - vbar rho) w^2 / (R T) at 20,000 rpm and 20 degrees
     const double omega = 20000 * 3.14159265358979 / 30;
     const double mass = 1.5 * 83144710.0 * 293.15 / ((1 - 0.73) * omega * omega) / 1000;
-    EXPECT_NEAR(ToUserUnits(0, Work.Parms[0]), mass, 1e-5 * mass);
+    EXPECT_NEAR(ToUserUnits(SlotNo(0), Work.Parms[0]), mass, 1e-5 * mass);
     // The bounds of sigma, 0.02 to 30, as masses.
     EXPECT_NEAR(Work.Bounds[0][0], mass * 0.02 / 1.5, 1e-5 * mass);
     EXPECT_NEAR(Work.Bounds[1][0], mass * 30 / 1.5, 1e-5 * mass * 20);

@@ -140,10 +140,10 @@ TEST(DerivedConstants, HeldOnesHaveNoLimits) {
 TEST(DerivedConstants, EveryModelSaysWhatItsConstantsCount) {
     for (int model = 2; model <= 22; ++model)
         for (const long slot : {2L, 4L, 6L, 7L}) {
-            const SlotRule& rule = RuleOfSlot(model, false, slot);
+            const SlotRule& rule = RuleOfSlot(model, false, SlotNo(slot));
             const bool shown = rule.Use != SlotUse::Hidden && rule.Use != SlotUse::HiddenZero;
             if (rule.Holds != Quantity::Constant || !shown) continue;
-            const std::string words = ConstantConvention(model, slot);
+            const std::string words = ConstantConvention(model, SlotNo(slot));
             const bool known = words.starts_with("macroscopic") || words.starts_with("intrinsic") ||
                                words.starts_with("cooperativity");
             EXPECT_TRUE(known) << model << " slot " << slot << ": " << words;

@@ -115,7 +115,7 @@ TEST(Results, ALimitThatWasNotFoundSaysSoAndWhy) {
     EXPECT_EQ(Results.Warning.Text, "A limit was not found: The data do not determine Ln K(1>N). Hold it.");
     EXPECT_EQ(Results.Warning.ForeColor, RedColor);
     EXPECT_TRUE(Results.Warning.Visible);
-    EXPECT_EQ(ParmNote(Work.FreeIndex[1]), "limit not found");
+    EXPECT_EQ(ParmNote(SlotNo(Work.FreeIndex[1])), "limit not found");
 }
 
 TEST(Results, AFitThatIsNoMinimumSaysSoInRed) {
@@ -131,7 +131,7 @@ TEST(Results, AFitThatIsNoMinimumSaysSoInRed) {
     Work.NormMatrix(1, 1) = 0.0;
     FillResults();
     EXPECT_NE(Results.ParmsFit.Text.find("3.2500  not determined"), std::string::npos);
-    EXPECT_EQ(ParmNote(Work.FreeIndex[1]), "not determined by the data");
+    EXPECT_EQ(ParmNote(SlotNo(Work.FreeIndex[1])), "not determined by the data");
 }
 
 TEST(Results, NamesAreBroughtToACommonWidthInAProportionalFont) {
@@ -145,12 +145,12 @@ TEST(Results, NamesAreBroughtToACommonWidthInAProportionalFont) {
     };
     int widest = 0;
     for (long a = 0; a < 4; ++a)
-        widest = std::max(widest, narrowBlanks(FittedName(a)));
+        widest = std::max(widest, narrowBlanks(FittedName(FreePos(a))));
     const std::vector<std::string> lines = FittedLines(narrowBlanks);
     ASSERT_EQ(lines.size(), 4U);
     for (long a = 0; a < 4; ++a) {
         const std::string& line = lines[static_cast<std::size_t>(a)];
-        const std::string rest = ParmValueText(Work.FreeIndex[a]) + "  " + AccuracyText(a);
+        const std::string rest = ParmValueText(SlotNo(Work.FreeIndex[a])) + "  " + AccuracyText(FreePos(a));
         ASSERT_TRUE(line.ends_with(rest));
         const int column = narrowBlanks(line.substr(0, line.size() - rest.size()));
         EXPECT_GE(column, widest + 10.5);

@@ -134,22 +134,22 @@ TEST(Statistics, LogBase10IsSingleAndNeverFails) {
 TEST(Statistics, StandardErrorIsRootOfTheDiagonalTimesRms) {
     Script script;
     Work = HandBuiltFit();
-    EXPECT_DOUBLE_EQ(StandardError(0), 0.125);
-    EXPECT_DOUBLE_EQ(StandardError(1), 0.25);
-    EXPECT_DOUBLE_EQ(StandardError(2), 0.5);
-    EXPECT_DOUBLE_EQ(StandardError(3), 0.0625);
+    EXPECT_DOUBLE_EQ(StandardError(FreePos(0)), 0.125);
+    EXPECT_DOUBLE_EQ(StandardError(FreePos(1)), 0.25);
+    EXPECT_DOUBLE_EQ(StandardError(FreePos(2)), 0.5);
+    EXPECT_DOUBLE_EQ(StandardError(FreePos(3)), 0.0625);
     Work.NormMatrix(2, 2) = -4.0; // a diagonal that rounding made negative counts by its magnitude
-    EXPECT_DOUBLE_EQ(StandardError(2), 1.0);
+    EXPECT_DOUBLE_EQ(StandardError(FreePos(2)), 1.0);
 }
 
 TEST(Statistics, DisplayedErrorIsInUserUnits) {
     Script script;
     Work = HandBuiltFit();
-    EXPECT_FLOAT_EQ(DisplayedError(0), 3.75F);   // factor 30
-    EXPECT_FLOAT_EQ(DisplayedError(1), 0.25F);   // an addend does not stretch
-    EXPECT_FLOAT_EQ(DisplayedError(3), 0.0625F); // factor 1
-    Work.ParmScale[0] = -30.0F;                  // a floating particle
-    EXPECT_FLOAT_EQ(DisplayedError(0), 3.75F);
+    EXPECT_FLOAT_EQ(DisplayedError(FreePos(0)), 3.75F);   // factor 30
+    EXPECT_FLOAT_EQ(DisplayedError(FreePos(1)), 0.25F);   // an addend does not stretch
+    EXPECT_FLOAT_EQ(DisplayedError(FreePos(3)), 0.0625F); // factor 1
+    Work.ParmScale[0] = -30.0F;                           // a floating particle
+    EXPECT_FLOAT_EQ(DisplayedError(FreePos(0)), 3.75F);
 }
 
 TEST(Statistics, DisplayedErrorIsTheWiderSide) {
@@ -162,7 +162,7 @@ TEST(Statistics, DisplayedErrorIsTheWiderSide) {
     Work.RmsResidual = 1.0F;
     const double error = 0.6 * std::ldexp(1.0, -19);
     Work.NormMatrix(1, 1) = error * error;
-    EXPECT_EQ(DisplayedError(1), std::ldexp(1.0F, -19));
+    EXPECT_EQ(DisplayedError(FreePos(1)), std::ldexp(1.0F, -19));
 }
 
 TEST(Statistics, AnErrorBeyondSingleIsTold) {
@@ -170,7 +170,7 @@ TEST(Statistics, AnErrorBeyondSingleIsTold) {
     Work = HandBuiltFit();
     Work.NormMatrix(0, 0) = 1e100;
     try {
-        DisplayedError(0);
+        DisplayedError(FreePos(0));
         FAIL() << "no error";
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Text, "Overflow");

@@ -21,7 +21,7 @@ namespace {
 void LoadHeldCase(const char* name) {
     LoadCase(ModelCaseNamed(name));
     for (const SlotNo slot : EachSlot()) {
-        const SlotUse use = RuleOfSlot(slot.Number).Use;
+        const SlotUse use = RuleOfSlot(slot).Use;
         const bool used = use != SlotUse::Hidden && use != SlotUse::HiddenZero && use != SlotUse::HiddenAsN &&
                           (use != SlotUse::WhenNonIdeal || Work.NonIdeal);
         if (used && Work.FreeMap[slot] == SlotUnused) Work.FreeMap[slot] = SlotHeld;

@@ -179,7 +179,7 @@ TEST(RestartStart, MovesWhatIsFittedWithinItsReach) {
         for (const SlotNo slot : EachSlot()) {
             const double by = static_cast<double>(Work.Parms[slot]) - static_cast<double>(start[slot]);
             const double factor = static_cast<double>(Work.Parms[slot]) / static_cast<double>(start[slot]);
-            const Quantity holds = RuleOfSlot(slot.Number).Holds;
+            const Quantity holds = RuleOfSlot(slot).Holds;
             if (holds == Quantity::Constant && IsFitted(slot)) {
                 EXPECT_LE(std::fabs(by), 4.0 + 1e-5);
             } else if ((holds == Quantity::Mass || holds == Quantity::Stoichiometry) && IsFitted(slot)) {

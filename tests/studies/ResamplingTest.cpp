@@ -109,7 +109,7 @@ TEST(Resampling, OfWellDeterminedParametersScattersByTheLinearErrors) {
     ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
     for (long a = 0; a < Work.NumFree; ++a) {
         const auto place = static_cast<std::size_t>(a);
-        const double error = static_cast<double>(DisplayedError(a));
+        const double error = static_cast<double>(DisplayedError(FreePos(a)));
         EXPECT_NEAR(result.Spreads[place].Sd / error, 1.0, 0.15) << result.Names[place];
         for (long b = 0; b < a; ++b)
             EXPECT_NEAR(result.Correlations[place][static_cast<std::size_t>(b)],
@@ -210,7 +210,7 @@ TEST(Resampling, InBlocksCoversWhereNeighboursGoTogetherAndLinearErrorsDoNot) {
             const Spread& spread = result.Spreads[static_cast<std::size_t>(a)];
             const auto value = static_cast<double>(truth.Parms[Work.FreeIndex[a]]);
             const double off = static_cast<double>(Work.Parms[Work.FreeIndex[a]]) - value;
-            linear += std::fabs(off) < 1.96 * StandardError(a);
+            linear += std::fabs(off) < 1.96 * StandardError(FreePos(a));
             blocks += spread.Lower < value && value < spread.Upper;
             ++all;
         }

@@ -67,5 +67,44 @@ TEST(Counts, WalksGoOverWhatTheAnalysisHas) {
     EXPECT_EQ(count, 18 * 19 / 2);
 }
 
+// Two readings and a loading, one reading, a loading alone, three readings.
+TEST(Counts, PointsOfASetEndWithItsPseudoPoints) {
+    Work = FreshWorkspace();
+    Work.NumSets = 4;
+    Work.SetPts.Recreate(4);
+    Work.PtX.Recreate(8, 0.5F);
+    Work.PtSet.Recreate(8);
+    const std::int16_t points[] = {3, 1, 1, 3};
+    long point = 0;
+    for (const SetNo set : EachSet()) {
+        Work.SetPts[set] = points[set.Number - 1];
+        for (int i = 0; i < points[set.Number - 1]; ++i)
+            Work.PtSet[++point] = static_cast<std::int16_t>(set.Number);
+    }
+    Work.PtX[3] = Work.PtX[5] = PointMarker;
+    const long first[] = {1, 4, 5, 6}, lastTrue[] = {2, 4, 4, 8}, last[] = {3, 4, 5, 8};
+    for (const SetNo set : EachSet()) {
+        const auto i = static_cast<std::size_t>(set.Number - 1);
+        EXPECT_EQ(FirstPointOf(set), first[i]);
+        EXPECT_EQ(LastTruePointOf(set), lastTrue[i]);
+        EXPECT_EQ(LastPointOf(set), last[i]);
+        EXPECT_EQ(TruePointsOf(set), lastTrue[i] - first[i] + 1);
+        EXPECT_EQ(SetOfPoint(first[i]), set);
+        EXPECT_TRUE(IsPseudoPoint(last[i]) == (set == SetNo(1) || set == SetNo(3)));
+    }
+}
+
+TEST(Counts, ARowWithoutARangeHasNoPoints) {
+    Work = FreshWorkspace();
+    Work.FitRange[0][2] = 5;
+    Work.FitRange[1][2] = 9;
+    EXPECT_EQ(PointsInRange(RowNo(2)), 5);
+    Work.FitRange[1][2] = 4;
+    EXPECT_EQ(PointsInRange(RowNo(2)), 0);
+    EXPECT_FALSE(HasScan(RowNo(2)));
+    Work.ScanFile[2] = "00001.RA1";
+    EXPECT_TRUE(HasScan(RowNo(2)));
+}
+
 } // namespace
 } // namespace Quillon

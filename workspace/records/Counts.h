@@ -21,6 +21,11 @@ using SetNo = Ordinal<struct SetKind>;
 using SlotNo = Ordinal<struct SlotKind>;
 using FreePos = Ordinal<struct FreeKind>;
 
+// Of what is none: no row, no set, no slot.
+inline constexpr RowNo NoRow{0};
+inline constexpr SetNo NoSet{0};
+inline constexpr SlotNo NoSlot{-1};
+
 template <class T> using PerRow = BasedArray<T, 1, RowKind>;
 template <class T> using PerSet = BasedArray<T, 1, SetKind>;
 template <class T> using PerSlot = BasedArray<T, 0, SlotKind>;
@@ -29,6 +34,10 @@ template <class T> using PerFree = BasedArray<T, 0, FreeKind>;
 inline constexpr long GlobalSlots = 8; // slots 0..7 are common to all sets
 inline constexpr long SlotsPerSet = 3;
 inline constexpr std::int16_t StandardMaxSets = 18; // two pages of nine rows
+
+inline constexpr OrdinalRange<struct SlotKind> EachGlobalSlot() {
+    return {SlotNo(0), SlotNo(GlobalSlots - 1)};
+}
 
 // The slots in use with so many sets; the highest one is one less.
 inline constexpr long NumSlots(long sets) {

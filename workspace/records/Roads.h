@@ -1,11 +1,11 @@
 #pragma once
-// The roads between rows, sets, slots and free positions of the open analysis, and walks over them.
+// The roads between rows, sets, slots, free positions and points of the open analysis, and walks over them.
 
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
 
-// The row of a set; row 0 behind NumSets. The set of a row; set 0 outside the fit.
+// The row of a set; NoRow behind NumSets. The set of a row; NoSet outside the fit.
 inline RowNo RowOf(SetNo set) {
     return RowNo(Work.SetRow[set]);
 }
@@ -24,11 +24,39 @@ inline FreePos FreePosOf(SlotNo fitted) {
     return FreePos(Work.FreeMap[fitted]);
 }
 
+inline bool IsInUse(SlotNo slot) {
+    return Work.FreeMap[slot] != SlotUnused;
+}
+
+// Whether a row of the table holds a scan, and one to be subtracted from it.
+inline bool HasScan(RowNo row) {
+    return !Work.ScanFile[row].empty();
+}
 inline bool HasBaseline(RowNo row) {
     return Work.BaselineFile[row] != NoBaseline;
 }
 
-// All rows of the table, all sets of the fit, all slots in use, all free positions, each in rising order.
+// The readings in the fitting range of a row, both ends included; below 1 without a range.
+inline long PointsInRange(RowNo row) {
+    return Work.FitRange[1][row] - Work.FitRange[0][row] + 1;
+}
+
+// Points of the fit lie set by set, in each set the readings first, then the pseudo-points of its loadings.
+// The set of a point; the first and last point of a set, the last reading among them (below the first one
+// in a set without any), and how many readings there are.
+inline SetNo SetOfPoint(long point) {
+    return SetNo(Work.PtSet[point]);
+}
+inline bool IsPseudoPoint(long point) {
+    return Work.PtX[point] == PointMarker;
+}
+long FirstPointOf(SetNo set);
+long LastPointOf(SetNo set);
+long LastTruePointOf(SetNo set);
+long TruePointsOf(SetNo set);
+
+// All rows of the table, all sets of the fit, all slots in use, all that a table full of sets would use, all
+// free positions, each in rising order.
 inline OrdinalRange<RowKind> EachRow() {
     return {RowNo(1), RowNo(Work.MaxSets)};
 }
@@ -37,6 +65,9 @@ inline OrdinalRange<SetKind> EachSet() {
 }
 inline OrdinalRange<SlotKind> EachSlot() {
     return {SlotNo(0), SlotNo(Work.NumParms - 1)};
+}
+inline OrdinalRange<SlotKind> AllSlots() {
+    return {SlotNo(0), SlotNo(NumSlots(Work.MaxSets) - 1)};
 }
 inline OrdinalRange<FreeKind> EachFree() {
     return {FreePos(0), FreePos(Work.NumFree - 1)};
