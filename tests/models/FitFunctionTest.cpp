@@ -303,7 +303,7 @@ TEST(FitFunction, OverflowStopsTheFitWithItsSentence) {
         EXPECT_NE(Work.AbortFit, 0) << model;
         EXPECT_EQ(Work.Outcome,
                   (FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit"}));
-        EXPECT_EQ(DerivParm(), -1);
+        EXPECT_EQ(DerivParm(), NoSlot);
     }
 }
 
@@ -313,7 +313,7 @@ TEST(FitFunction, PutsTheSteppedSlotBack) {
     ResetFitFunction();
     SetDerivParm(SlotNo(3));
     FitFunction(1);
-    EXPECT_EQ(DerivParm(), -1);
+    EXPECT_EQ(DerivParm(), NoSlot);
 }
 
 // --- derivatives ------------------------------------------------------------------------------------------
