@@ -172,7 +172,7 @@ TEST(ReportPage, AnIntervalStaysInOnePiece) {
                   (Pieces{"Ln c, set 8   -12.2910  +/-  0.0120", "      [ -12.3185, -12.2732 ]"}))
             << columns;
     EXPECT_EQ(WrapLine(line, 60), Pieces{line});
-    EXPECT_EQ(WrapLine("[ -12.3185, -12.2732 ]", 15), (Pieces{"[ -12.3185,", "      -12.2732 ]"}))
+    EXPECT_EQ(WrapLine("[ -12.3185, -12.2732 ]", 16), (Pieces{"[ -12.3185,", "      -12.2732 ]"}))
         << "at need";
 }
 
