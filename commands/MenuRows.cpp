@@ -10,6 +10,8 @@
 #include "commands/TableForm.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
+#include "fit/NoiseForm.h"
+#include "fit/NoiseWeights.h"
 #include "graphs/FigureForm.h"
 #include "graphs/FitGraphs.h"
 #include "graphs/MassGraphs.h"
@@ -79,6 +81,9 @@ bool ConcentrationsConstrained() {
 }
 bool OffsetsConstrained() {
     return (Work.ConstraintFlags & OffsetBit) != 0;
+}
+bool SetsAreWeighted() {
+    return SetsHaveNoise();
 }
 bool ConcentrationsShared() {
     for (const RowNo row : EachRow())
@@ -157,6 +162,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "SetConcConstraint", "&Constrain Concentrations...", SetConcConstraint, DataAndModel, ConcentrationsConstrained},
         {Analysis, "SetBaseConstraint", "C&onstrain Zero Offsets...", SetBaseConstraint, SeveralSets, OffsetsConstrained},
         {Analysis, "ShareConcentrations", "Share Conce&ntrations...", ShareConcentrations, SeveralSets, ConcentrationsShared},
+        {Analysis, "SetNoise", "Noise of Da&ta Sets...", NoiseDialog, SeveralSets, SetsAreWeighted},
         {Analysis, "DoIntegrate", "&Integrate Over Cell...", IntegrateDialog, DataAndModel},
         {Analysis, "AlterBounds", "Alter Parameter &Bounds...", BoundsDialog, DataAndModel},
         {Analysis, "DoSimulate", "&Simulate...", SimulateCommand, DataAndModel},
