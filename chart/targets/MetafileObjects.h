@@ -11,9 +11,11 @@
 
 namespace Quillon {
 
+// A font by the family whose widths texts are measured with. Lengths are device units: the em, and from the
+// top of the tallest letter to the bottom of the lowest. Angle: degrees counterclockwise, 0 to 359.
 struct EmfFont {
     const BaseFont* Base = &BaseFontFor("Arial", false);
-    int Em = 12, Height = 13, Angle = 0; // Angle is one of 0 to 359
+    int Em = 12, Height = 13, Angle = 0;
 };
 
 // What the records so far have brought into force; 0 before the first selection.
@@ -23,9 +25,10 @@ struct EmfSelection {
     bool Exclusive = false; // the draw mode of pens and brushes
 };
 
+// What has been made, each with its number from 1: the place in the table that a reader builds.
 struct EmfObjects {
     EmfSelection Now;
-    std::uint32_t Count = 0;
+    std::uint32_t Count = 0;                           // made so far; the header of the file tells it
     std::map<std::pair<Rgb, int>, std::uint32_t> Pens; // by colour and width
     std::map<Rgb, std::uint32_t> Brushes;
     std::map<std::tuple<const BaseFont*, int, int>, std::uint32_t> Fonts; // by family, em and angle

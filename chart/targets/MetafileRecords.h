@@ -10,6 +10,8 @@
 
 namespace Quillon {
 
+// The numbers of the records in the published format of enhanced metafiles (version 1.0 of its header with
+// both extensions).
 enum class EmfType : std::uint32_t {
     Header = 1,
     Polygon = 3,
@@ -42,32 +44,35 @@ enum class EmfType : std::uint32_t {
     MakeGeometricPen = 95
 };
 
-// The fields of a record, appended one after another.
+// The fields of a record, appended one after another, the lowest byte of each first. Each call gives the
+// fields back, so that a record reads as one line.
 struct EmfFields {
     std::string Bytes;
 
-    EmfFields& Word(std::uint32_t value);
-    EmfFields& Signed(int value);
-    EmfFields& Short(std::uint16_t value);
-    EmfFields& Single(float value);
-    EmfFields& Byte(std::uint8_t value);
-    EmfFields& Rect(const DeviceRect& rect);
-    EmfFields& Point(DevicePoint point);
-    EmfFields& Color(Rgb color);
+    EmfFields& Word(std::uint32_t value);    // 32 bits: flags, counts, numbers of objects
+    EmfFields& Signed(int value);            // 32 bits, two's complement: lengths and places in device units
+    EmfFields& Short(std::uint16_t value);   // 16 bits: characters, and places of points that fit
+    EmfFields& Single(float value);          // 32 bits, IEEE 754
+    EmfFields& Byte(std::uint8_t value);     // attributes of fonts
+    EmfFields& Rect(const DeviceRect& rect); // left, top, right, bottom, both corners included
+    EmfFields& Point(DevicePoint point);     // x, y, each 32 bits
+    EmfFields& Color(Rgb color);             // red in the lowest byte, then green and blue
     EmfFields& Wide(const std::string& latin1, std::size_t length); // 16-bit characters, filled up with zeros
     EmfFields& Pad();                                               // to a whole word
 };
 
+// Records one behind the other, as a file has them.
 struct EmfRecords {
     std::string Bytes;
-    int Count = 0;
+    int Count = 0; // the header of the file tells it
 };
 
 // Appends a record: type, size, fields.
 void AppendRecord(EmfRecords& records, EmfType type, const EmfFields& fields = {});
 void AppendRecord(EmfRecords& records, EmfType type, std::uint32_t onlyField);
 
-// A polyline or polygon, with 16-bit points where all of them fit.
+// A polyline or polygon, with 16-bit points where all of them fit. bounds: what it covers, which readers may
+// use to pass over what is out of sight; device units, both corners included.
 void AppendPoints(EmfRecords& records, bool closed, const DeviceRect& bounds,
                   const std::vector<DevicePoint>& points);
 
