@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 namespace Quillon {
@@ -84,7 +85,9 @@ void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
         const double took = TimeOf([&] { RescueFit(start); });
         if (nearTime > 0.0) ++t.Rescues, t.NearTime += nearTime, t.RescueTime += took;
     } else {
-        const double took = TimeOf([&] { FindLowerMinimum(start); });
+        std::optional<Workspace> lower;
+        const double took = TimeOf([&] { lower = FindLowerMinimum(start); });
+        if (lower) Work = *lower;
         if (nearTime > 0.0) t.LookNearTime += nearTime, t.LookTime += took;
     }
     const Stand stand = StandOfFit(least);

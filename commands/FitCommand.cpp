@@ -13,6 +13,7 @@
 #include "workspace/records/Roads.h"
 
 #include <cmath>
+#include <optional>
 
 namespace Quillon {
 
@@ -174,22 +175,20 @@ void RescueAndTell(const PerSlot<float>& start, const FitProgress& progress) {
     if (!(told && cancelled)) TellEnd(Work.Outcome);
 }
 
-// The fit as it was, and that it is not the lowest one.
-void KeepFit(const Workspace& own, double lowerSum) {
-    const auto mode = Work.RescueMode;
-    Work = own;
-    Work.RescueMode = mode;
-    std::string& reason = Work.Outcome.Reason;
-    reason += (reason.empty() ? "" : " ") + LowerMinimumText(lowerSum);
-}
-
 // [decision: converged-stands]
 void OfferLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
     if (Work.RescueMode == Rescue::Never) return;
-    const Workspace own = Work;
-    if (!FindLowerMinimum(start, progress) || Work.RescueMode == Rescue::Always) return;
-    const double lowerSum = Work.SumSq;
-    if (!AgreesToDampedSteps(LowerMinimumQuestion(own.SumSq, lowerSum))) KeepFit(own, lowerSum);
+    std::optional<Workspace> lower = FindLowerMinimum(start, progress);
+    if (!lower) return;
+    const bool taken = Work.RescueMode == Rescue::Always ||
+                       AgreesToDampedSteps(LowerMinimumQuestion(Work.SumSq, lower->SumSq));
+    lower->RescueMode = Work.RescueMode; // which the answer may have changed
+    if (taken) {
+        Work = *lower;
+        return;
+    }
+    std::string& reason = Work.Outcome.Reason;
+    reason += (reason.empty() ? "" : " ") + LowerMinimumText(lower->SumSq);
 }
 
 void RunAndTell(const FitProgress& progress) {

@@ -20,6 +20,8 @@
 #include "fit/FitProgress.h"
 #include "workspace/records/Workspace.h"
 
+#include <optional>
+
 namespace Quillon {
 
 // The whole loop from the present Parms. True when converged: FitDone is then set, NormMatrix holds the
@@ -50,9 +52,9 @@ bool RescueFit(const PerSlot<float>& start, const FitProgress& progress = {});
 // Behind a fit that has converged: whether a minimum with a lower sum (by more than a thousandth) is found
 // along the roads of RescueFit. Looked for where the model has two species, whose proportion in a set can be
 // caught the wrong way round, and where the fit leaves half as much again as the noise that the data show by
-// themselves; costs a pass otherwise. True with the fit at the lower minimum in Work, Rescued set; false with
-// Work as it was, but for Work.AbortFit after a cancel.
-bool FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress = {});
+// themselves; next to nothing is spent otherwise. The analysis with the fit there, Rescued set, or nothing;
+// Work stays as it is, but for Work.AbortFit after a cancel.
+std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress = {});
 
 // The damped search by itself, from the present Parms, put back into their bounds. It leaves the best place
 // that it has met in Parms and SumSq, never a worse one than the start; a sum that is not finite or a fitted

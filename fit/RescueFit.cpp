@@ -13,6 +13,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace Quillon {
@@ -180,9 +181,9 @@ bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
 
 } // namespace
 
-bool FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
+std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
     const bool single = !TraitsOfModel().TwoSpecies;
-    if (single || Work.Outcome.End != FitEnd::Converged || IsDownToNoise(Work)) return false;
+    if (single || Work.Outcome.End != FitEnd::Converged || IsDownToNoise(Work)) return std::nullopt;
     const ProgressInUse inUse(progress);
     const Workspace own = Work;
     Workspace best = own;
@@ -191,10 +192,10 @@ bool FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) 
         if (IsCancelled() || IsDownToNoise(best)) break;
     }
     const bool cancelled = IsCancelled();
-    const bool lower = !cancelled && IsLowerMinimum(best, own);
-    Work = lower ? best : own;
-    if (cancelled) Work.AbortFit = FlagTrue;
-    return lower;
+    Work = own;
+    Work.AbortFit = Flag(cancelled);
+    if (cancelled || !IsLowerMinimum(best, own)) return std::nullopt;
+    return best;
 }
 
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {

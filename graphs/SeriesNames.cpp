@@ -22,7 +22,8 @@ std::string RangeText(long set) {
     return radius(0) + "-" + radius(1) + " cm";
 }
 
-// What the sets whose file bears the same name as that of a set differ in from it.
+// What the sets whose file bears the same name as that of a set differ in from it. Names are compared as they
+// are shown: letters beyond Latin-1 are question marks there.
 struct Repetition {
     bool Speed = false, Wavelength = false;
     bool WholeLabel = false;        // another set has the label too
@@ -32,14 +33,15 @@ struct Repetition {
 Repetition RepetitionOf(long set) {
     Repetition found;
     const long row = Work.SetRow[set];
-    const std::string name = FileTitle(Work.SetLabel[set]);
+    const auto shown = [](long of) { return Latin1Text(Work.SetLabel[of]); };
+    const std::string label = shown(set);
     for (long other = 1; other <= Work.NumSets; ++other) {
-        if (other == set || FileTitle(Work.SetLabel[other]) != name) continue;
+        if (other == set || FileTitle(shown(other)) != FileTitle(label)) continue;
         const long otherRow = Work.SetRow[other];
         found.Speed |= Work.ScanRPM[row] != Work.ScanRPM[otherRow];
         found.Wavelength |=
             std::fabs(Work.ScanWavelength[row] - Work.ScanWavelength[otherRow]) > SameWavelength;
-        if (Work.SetLabel[other] != Work.SetLabel[set]) continue;
+        if (shown(other) != label) continue;
         found.WholeLabel = true;
         found.WholeLabelInRange |= RangeText(other) == RangeText(set);
     }

@@ -143,7 +143,8 @@ void LoadCaught() {
         StartFromDefaults();
         const Workspace start = Work;
         RunFit();
-        const bool caught = Work.Outcome.End == FitEnd::Converged && FindLowerMinimum(start.Parms);
+        const bool caught =
+            Work.Outcome.End == FitEnd::Converged && FindLowerMinimum(start.Parms).has_value();
         Work = start;
         if (!caught) continue;
         Work.DataChosen = Work.ModelChosen = FlagTrue;

@@ -52,6 +52,15 @@ TEST_F(SeriesNames, SetsOfOneScanAreToldApartByTheirRange) {
     EXPECT_EQ(All(), (Names{"00001.RA1, set 1", "00001.RA1, set 2", "00002.RA1"}));
 }
 
+// Two Greek names were two question marks in a legend.
+TEST_F(SeriesNames, NamesThatAreShownAlikeAreToldApart) {
+    Label("\xCE\xB1.RA1", "\xCE\xB2.RA1", "00002.RA1"); // alpha, beta
+    Speed(16000, 16000, 16000);
+    EXPECT_EQ(All(), (Names{"?.RA1, 6.50-6.75 cm", "?.RA1, 6.75-6.88 cm", "00002.RA1"}));
+    Speed(16000, 20000, 16000);
+    EXPECT_EQ(SeriesName(2).substr(0, 17), "?.RA1, 20000 rpm,");
+}
+
 TEST_F(SeriesNames, AreThoseOfTheLegends) {
     Label("a/1.RA1", "b/1.RA1", "c\xC3\xB6.RA1"); // the last one in UTF-8
     Speed(1000, 2000, 3000);
