@@ -166,8 +166,8 @@ inline int ShownRows(std::size_t rows) {
     return static_cast<int>(std::max<std::size_t>(rows, 6));
 }
 
-// What does not fit the screen scrolls; a field that gets the focus comes into sight. With the window named
-// whose layout it was, the order of its fields for Tab stays.
+// What does not fit the screen scrolls; a field that gets the focus comes into sight with the label before
+// it. With the window named whose layout it was, the order of its fields for Tab stays.
 inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
     auto* inside = new QWidget(window);
     inside->setLayout(layout);
@@ -176,7 +176,8 @@ inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
-        if (now && area->isAncestorOf(now)) area->ensureWidgetVisible(now);
+        constexpr int label = 120, line = 40; // pixels
+        if (now && area->isAncestorOf(now)) area->ensureWidgetVisible(now, label, line);
     });
     return area;
 }
