@@ -1,5 +1,7 @@
 // The program as it is started from a terminal.
 
+#include <QImage>
+
 #include <sys/wait.h>
 
 #include <gtest/gtest.h>
@@ -46,6 +48,13 @@ TEST(ProgramStart, WithoutADisplayItAborted) {
     EXPECT_TRUE(end.Out.starts_with("quillon: there is no display to open a window on (")) << end.Out;
     EXPECT_TRUE(end.Out.ends_with("). quillon-fit runs fits without one.\n")) << end.Out;
     EXPECT_EQ(end.Out.find('\n'), end.Out.size() - 1) << end.Out;
+}
+
+TEST(ProgramStart, WindowsHaveTheProgramsIcon) {
+    const QImage icon(":/quillon-128.png");
+    EXPECT_EQ(icon.size(), QSize(128, 128));
+    EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0); // round corners
+    EXPECT_EQ(icon.pixelColor(64, 12).alpha(), 255);
 }
 
 TEST(ProgramStart, AnOptionThatNobodyKnowsIsNoFolder) {
