@@ -1,5 +1,6 @@
 #include "reporting/Results.h"
 
+#include "fit/NoiseWeights.h"
 #include "fit/WaitForm.h"
 #include "input/NUMINPUT.h"
 #include "models/SharedConcentrations.h"
@@ -72,6 +73,7 @@ void FillConstraints() {
     std::vector<std::string> ties = OffsetLinkLines();
     for (const std::string& line : ConcentrationLinkLines())
         ties.push_back(line);
+    if (SetsHaveNoise()) ties.push_back("Data sets are weighted by their noise; sums are in units of set 1.");
     Results.ConstraintText.Text = JoinLines(ties);
     Results.ConstraintText.Visible = !Results.ConstraintText.Text.empty();
     Results.ShowConstraintButton.Visible = Work.ConstraintFlags != 0;
