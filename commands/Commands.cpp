@@ -16,6 +16,7 @@
 #include "scandata/SaveScans.h"
 #include "scandata/Temperatures.h"
 #include "studies/MinimaForm.h"
+#include "studies/StudyForm.h"
 #include "workspace/records/Workspace.h"
 
 #include <new>
@@ -43,6 +44,12 @@ bool IsSameModel(const Workspace& before) {
     return Work.Model == before.Model && Work.NonIdeal == before.NonIdeal &&
            Work.SeparateK == before.SeparateK && Work.OffsetLink == before.OffsetLink &&
            Work.ConstraintFlags == before.ConstraintFlags;
+}
+
+void RunStudyForm(StudyKind kind) {
+    LoadStudyForm(kind);
+    Host.ShowModal(StudyFormName);
+    if (StudyForm.Taken) ShowResults();
 }
 
 } // namespace
@@ -156,6 +163,16 @@ void SearchMinima() {
     LoadMinimaForm();
     Host.ShowModal(MinimaFormName);
     if (MinimaForm.Taken) ShowResults();
+}
+
+void CompareModelsCommand() {
+    RunStudyForm(StudyKind::Compare);
+}
+void ProfileCommand() {
+    RunStudyForm(StudyKind::Profile);
+}
+void ResampleCommand() {
+    RunStudyForm(StudyKind::Resample);
 }
 
 void HelpOn(const std::string& form) {

@@ -28,6 +28,11 @@ void ShareConcentrations();
 void Covariance();
 void SearchMinima();
 
+// The studies: their form, and the results behind it when one was taken.
+void CompareModelsCommand();
+void ProfileCommand();
+void ResampleCommand();
+
 // Celsius or kelvin, for the ratio of temperatures that sigma of a set follows; saved as the default. Where
 // it changes sets of the open fit these are built anew, after a question when a finished fit is lost by it.
 void ToggleTemperatureScale();

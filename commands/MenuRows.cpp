@@ -28,6 +28,7 @@
 #include "persistence/Defaults.h"
 #include "persistence/FitFile.h"
 #include "studies/OtherMinima.h"
+#include "studies/StudyForm.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {
@@ -64,6 +65,15 @@ bool MatchStands() {
 }
 bool ResidualsAreABaseline() {
     return Work.NumSets == 1 && TraitsOfModel().GivesBaseline && Work.FitDone != 0;
+}
+bool MayCompare() {
+    return CanStudy(StudyKind::Compare);
+}
+bool MayProfile() {
+    return CanStudy(StudyKind::Profile);
+}
+bool MayResample() {
+    return CanStudy(StudyKind::Resample);
 }
 // From the first finished fit on, and never disabled again.
 bool MayBeSaved() {
@@ -169,6 +179,9 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "BringBackMeasured", "Bring Bac&k Measured Data", BringBackMeasuredData, MeasuredDataKept},
         {Analysis, "DoShowConstraint", "Sho&w Match to Conc. Constraints...", ShowConstraintMatch, MatchStands, Plain, NewGroup},
         {Analysis, "Covariance", "&List Parameter Cross-Correlations...", Covariance, ResultsStand},
+        {Analysis, "CompareModels", "Compare Mode&ls...", CompareModelsCommand, MayCompare, Plain, NewGroup},
+        {Analysis, "ProfileParameter", "&Profile of a Parameter...", ProfileCommand, MayProfile},
+        {Analysis, "ResampleFit", "Resa&mple...", ResampleCommand, MayResample},
 
         {Graphs, "GraphData", "&Data Included in Fit", GraphData, DataChosen},
         {Graphs, "GraphFunc", "&Fitted Function", GraphFunc, FitIsValid},

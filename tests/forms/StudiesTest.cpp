@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "studies/MinimaForm.h"
+#include "studies/StudyForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
 #include "workspace/records/Workspace.h"
@@ -47,6 +48,22 @@ TEST_F(MinimaAtTheWindow, SearchFillsTheTableOnTheDesktopsThreads) {
     });
     player.ClickMenu("SearchMinima");
     EXPECT_TRUE(Work == own);
+}
+
+// The list is typed and the table is filled; nothing is taken.
+TEST_F(MinimaAtTheWindow, AComparisonIsTypedAndFillsItsTable) {
+    const std::int16_t model = Work.Model;
+    player.Expect(StudyFormName, [] {
+        Player::TabTo(StudyForm.Inputs[0].Box);
+        Player::Type("1, 2");
+        Player::Click(StudyForm.RunButton);
+        auto* table = Player::Window(StudyFormName)->findChild<QTableWidget*>("Study");
+        ASSERT_EQ(table->rowCount(), 2);
+        ASSERT_EQ(table->columnCount(), static_cast<int>(StudyForm.Columns.size()));
+        Player::Click(StudyForm.CloseButton);
+    });
+    player.ClickMenu("CompareModels");
+    EXPECT_EQ(Work.Model, model);
 }
 
 // Pieces on this thread, with the user's click between the second one and the third.

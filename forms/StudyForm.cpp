@@ -1,0 +1,138 @@
+// Comparison of models, profile of a parameter, resampling.
+#include "studies/StudyForm.h"
+#include "forms/ChartPieces.h"
+#include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QProgressBar>
+#include <QTableWidget>
+
+namespace Quillon {
+
+namespace {
+
+StudyInput& InputAt(std::size_t i) {
+    return StudyForm.Inputs[i];
+}
+
+QWidget* MakeBox(Binder& bind, std::size_t i) {
+    const int input = static_cast<int>(i);
+    const ControlRef box = [i]() -> Control& { return InputAt(i).Box; };
+    if (!InputAt(i).Box.Items.empty()) {
+        QComboBox* list = MakeCombo(bind, box, [input](int row) { StudyFormListRow(input, row); });
+        bind.Also([list, i] { list->setEnabled(InputAt(i).Box.Enabled); });
+        return list;
+    }
+    return MakeField(bind, box,
+                     {[input] { StudyFormGotFocus(input); },
+                      [input](int key) { return StudyFormKeyPress(input, key); },
+                      [input] { StudyFormLostFocus(input); },
+                      {}},
+                     10);
+}
+
+// Two questions a line; one that stands alone has the whole line.
+QGridLayout* MakeInputs(Binder& bind) {
+    auto* grid = new QGridLayout;
+    for (std::size_t i = 0; i < StudyForm.Inputs.size(); ++i) {
+        QLabel* label = MakeLabel(bind, [i]() -> Control& { return InputAt(i).Label; });
+        QWidget* box = MakeBox(bind, i);
+        label->setBuddy(box);
+        const int row = static_cast<int>(i / 2), column = static_cast<int>(i % 2) * 2;
+        grid->addWidget(label, row, column);
+        grid->addWidget(box, row, column + 1);
+        grid->setColumnStretch(column + 1, 1);
+    }
+    return grid;
+}
+
+void FillTable(QTableWidget& table) {
+    const auto& rows = StudyForm.Rows;
+    QStringList heads;
+    for (const std::string& head : StudyForm.Columns)
+        heads << ShownText(head);
+    table.setColumnCount(static_cast<int>(heads.size()));
+    table.setHorizontalHeaderLabels(heads);
+    table.setRowCount(static_cast<int>(rows.size()));
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        for (std::size_t j = 0; j < rows[i].size(); ++j)
+            table.setItem(static_cast<int>(i), static_cast<int>(j),
+                          new QTableWidgetItem(ShownText(rows[i][j])));
+    table.resizeColumnsToContents();
+}
+
+QTableWidget* MakeTable(Binder& bind) {
+    auto* table = new QTableWidget(0, 0);
+    table->setObjectName("Study");
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
+    table->setMinimumHeight(200);
+    QObject::connect(table, &QTableWidget::currentCellChanged, table, [](int row, int, int former, int) {
+        if (row != former && !FormsRefreshing()) RunHandler([row] { StudyFormRow(row); });
+    });
+    QObject::connect(table, &QTableWidget::cellDoubleClicked, table,
+                     [](int, int) { RunHandler(StudyFormTakeButton); });
+    QObject::connect(table->horizontalHeader(), &QHeaderView::sectionClicked, table,
+                     [](int column) { RunHandler([column] { StudyFormSort(column); }); });
+    bind.Also([table, shown = std::vector<std::vector<std::string>>{},
+               heads = std::vector<std::string>{}]() mutable {
+        if (shown != StudyForm.Rows || heads != StudyForm.Columns) FillTable(*table);
+        shown = StudyForm.Rows;
+        heads = StudyForm.Columns;
+        if (table->currentRow() != StudyForm.Chosen && StudyForm.Chosen >= 0)
+            table->selectRow(StudyForm.Chosen);
+    });
+    return table;
+}
+
+QProgressBar* MakeBar(Binder& bind) {
+    auto* bar = new QProgressBar;
+    bar->setRange(0, 1000);
+    bar->setTextVisible(false);
+    bind.Also([bar] { bar->setValue(static_cast<int>(StudyForm.Fraction * 1000.0)); });
+    return bar;
+}
+
+QWidget* MakeStudyForm(QWidget* parent) {
+    auto* form = new FormDialog(StudyForm.State, StudyFormCloseButton, parent);
+    Binder& bind = form->Bind;
+    auto* top = new QHBoxLayout;
+    top->addLayout(MakeInputs(bind), 1);
+    auto* buttons = new QVBoxLayout;
+    buttons->addWidget(MakeButton(
+        bind, []() -> Control& { return StudyForm.RunButton; }, StudyFormRunButton, true));
+    buttons->addWidget(MakeButton(
+        bind, []() -> Control& { return StudyForm.StopButton; }, StudyFormStopButton));
+    buttons->addStretch(1);
+    top->addLayout(buttons);
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return StudyForm.Head; }, true));
+    all->addLayout(top);
+    all->addWidget(MakeBar(bind));
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return StudyForm.Progress; }, true));
+    all->addWidget(MakeTable(bind), 1);
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return StudyForm.Notes; }, true));
+    all->addLayout(
+        ButtonRow({MakeButton(
+                       bind, []() -> Control& { return StudyForm.TakeButton; }, StudyFormTakeButton),
+                   MakeButton(
+                       bind, []() -> Control& { return StudyForm.CopyButton; }, StudyFormCopyButton)},
+                  {MakeCancel(
+                      bind, []() -> Control& { return StudyForm.CloseButton; }, StudyFormCloseButton)}));
+    form->resize(ForFont(900, 520));
+    return form;
+}
+
+const FormWindow Registered(StudyFormName, MakeStudyForm);
+
+} // namespace
+
+} // namespace Quillon

@@ -1,0 +1,196 @@
+#include "studies/StudyForm.h"
+
+#include "input/NUMINPUT.h"
+#include "models/FormControls.h"
+#include "platform/Platform.h"
+#include "studies/StudyKinds.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace Quillon {
+
+StudyFormRecord StudyForm;
+
+namespace {
+
+std::vector<int> Order; // the rows of the table by their places in the study
+int SortedBy = -1;
+bool Backwards = false;
+
+const StudyBehindForm& Study() {
+    return StudyOf(StudyForm.Kind);
+}
+
+void ShowRunning(bool running) {
+    StudyForm.RunButton.Enabled = !running;
+    StudyForm.StopButton.Enabled = running;
+    for (StudyInput& input : StudyForm.Inputs)
+        input.Box.Enabled = !running;
+    StudyForm.CopyButton.Enabled = !running && !StudyForm.Rows.empty();
+    StudyForm.State.FocusOn = running ? &StudyForm.StopButton : &StudyForm.RunButton;
+}
+
+void ClearTable() {
+    StudyForm.Columns.clear();
+    StudyForm.Rows.clear();
+    StudyForm.Notes.Text.clear();
+    Order.clear();
+    SortedBy = -1;
+    Backwards = false;
+    StudyFormRow(-1);
+}
+
+void ShowFound() {
+    ClearTable();
+    Study().Show();
+    Order.resize(StudyForm.Rows.size());
+    std::iota(Order.begin(), Order.end(), 0);
+    StudyFormRow(StudyForm.Rows.empty() ? -1 : 0);
+}
+
+// The row of the study behind a row of the table.
+int StudyRow(int row) {
+    return row >= 0 && row < static_cast<int>(Order.size()) ? Order[static_cast<std::size_t>(row)] : -1;
+}
+
+// What is not there stands last, numbers go by their value, everything else by its letters.
+bool ComesBefore(const std::string& a, const std::string& b) {
+    if (a.empty() || b.empty()) return !a.empty() && b.empty();
+    std::size_t usedA = 0, usedB = 0;
+    const double x = NumericPrefix(a, &usedA), y = NumericPrefix(b, &usedB);
+    if (usedA > 0 && usedB > 0 && x != y) return x < y;
+    return a < b;
+}
+
+void Leave() {
+    Study().Forget();
+    StudyForm.State.Shown = false;
+}
+
+std::string LineOf(const std::vector<std::string>& fields) {
+    std::string line;
+    for (const std::string& field : fields)
+        line += (&field == &fields.front() ? "" : "\t") + field;
+    return line + "\n";
+}
+
+} // namespace
+
+void LoadStudyForm(StudyKind kind) {
+    StudyForm = StudyFormRecord{};
+    StudyForm.Kind = kind;
+    const StudyBehindForm& study = Study();
+    study.Forget();
+    StudyForm.State.Caption = study.Caption;
+    StudyForm.Head = Captioned(study.Head);
+    study.AddInputs();
+    StudyForm.RunButton = Captioned(study.Run);
+    StudyForm.StopButton = Captioned("S&top");
+    StudyForm.TakeButton = Captioned(study.Take);
+    StudyForm.TakeButton.Visible = !StudyForm.TakeButton.Text.empty();
+    StudyForm.CopyButton = Captioned("C&opy Table");
+    StudyForm.CloseButton = Captioned("Clos&e");
+    ClearTable();
+    ShowRunning(false);
+    StudyForm.State.Shown = true;
+}
+
+void StudyFormGotFocus(int input) {
+    Control& box = StudyForm.Inputs[static_cast<std::size_t>(input)].Box;
+    box.SelStart = 0;
+    box.SelLength = static_cast<std::int32_t>(box.Text.size());
+}
+
+int StudyFormKeyPress(int input, int key) {
+    if (key != KeyReturn) return key;
+    const auto next = static_cast<std::size_t>(input) + 1;
+    StudyForm.State.FocusOn =
+        next < StudyForm.Inputs.size() ? &StudyForm.Inputs[next].Box : &StudyForm.RunButton;
+    return 0;
+}
+
+void StudyFormLostFocus(int) {} // what stands in the boxes is judged when the study is run
+
+void StudyFormListRow(int input, int row) {
+    StudyForm.Inputs[static_cast<std::size_t>(input)].Box.Value = static_cast<std::int16_t>(row);
+}
+
+void StudyFormRunButton() {
+    if (!StudyForm.RunButton.Enabled) return;
+    ClearTable();
+    Work.AbortFit = FlagFalse;
+    ShowRunning(true);
+    try {
+        Study().RunStudy([](const std::string& text, double fraction) {
+            StudyForm.Progress.Text = text;
+            StudyForm.Fraction = fraction;
+        });
+        ShowFound();
+    } catch (const RuntimeError& error) {
+        Host.Beep();
+        Tell(error.Text, Work.ProgramName, BoxIcon::Warning);
+    }
+    Work.AbortFit = FlagFalse;
+    ShowRunning(false);
+}
+
+void StudyFormStopButton() {
+    Work.AbortFit = FlagTrue;
+}
+
+void StudyFormRow(int row) {
+    StudyForm.Chosen = row;
+    const int place = StudyRow(row);
+    StudyForm.TakeButton.Enabled = !StudyForm.Rows.empty() && Study().MayTake(place);
+    StudyForm.Notes.Text = StudyForm.Rows.empty() ? "" : Study().NotesOf(place);
+}
+
+void StudyFormSort(int column) {
+    const auto place = static_cast<std::size_t>(column);
+    if (column < 0 || place >= StudyForm.Columns.size()) return;
+    Backwards = SortedBy == column && !Backwards;
+    SortedBy = column;
+    const int marked = StudyRow(StudyForm.Chosen);
+    std::vector<std::size_t> rows(Order.size());
+    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    std::stable_sort(rows.begin(), rows.end(), [&](std::size_t a, std::size_t b) {
+        const std::string& x = StudyForm.Rows[a][place];
+        const std::string& y = StudyForm.Rows[b][place];
+        return Backwards && !x.empty() && !y.empty() ? ComesBefore(y, x) : ComesBefore(x, y);
+    });
+    std::vector<std::vector<std::string>> sorted;
+    std::vector<int> order;
+    for (const std::size_t row : rows) {
+        sorted.push_back(StudyForm.Rows[row]);
+        order.push_back(Order[row]);
+    }
+    StudyForm.Rows = std::move(sorted);
+    Order = std::move(order);
+    const auto found = std::find(Order.begin(), Order.end(), marked);
+    StudyFormRow(found == Order.end() ? -1 : static_cast<int>(found - Order.begin()));
+}
+
+void StudyFormTakeButton() {
+    if (!StudyForm.TakeButton.Enabled) return;
+    Study().TakeRow(StudyRow(StudyForm.Chosen));
+    StudyForm.Taken = true;
+    Leave();
+}
+
+void StudyFormCopyButton() {
+    std::string text = LineOf(StudyForm.Columns);
+    for (const std::vector<std::string>& row : StudyForm.Rows)
+        text += LineOf(row);
+    Host.SetClipboardText(text);
+}
+
+void StudyFormCloseButton() {
+    if (StudyForm.StopButton.Enabled)
+        StudyFormStopButton();
+    else
+        Leave();
+}
+
+} // namespace Quillon

@@ -1,0 +1,66 @@
+#pragma once
+// The form of the studies that answer with a table, as data: comparison of models, profile of a parameter,
+// resampling. Which of them it shows is chosen as it is loaded. The user's own fit stays as it is until a
+// result is taken.
+
+#include "platform/Controls.h"
+
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+inline constexpr const char* StudyFormName = "StudyForm"; // of the form, for the seam
+
+enum class StudyKind { Compare, Profile, Resample };
+
+// A question that the study needs answered: a text box, or a list where Box has Items (Value is the place of
+// the chosen one).
+struct StudyInput {
+    Control Label, Box;
+};
+
+struct StudyFormRecord {
+    FormState State;
+    StudyKind Kind = StudyKind::Compare;
+    Control Head; // what the study does
+    std::vector<StudyInput> Inputs;
+    Control RunButton, StopButton; // one of them is enabled
+    double Fraction = 0.0;
+    Control Progress; // "312 of 1000 fits, 4 s left", then what was found
+    std::vector<std::string> Columns;
+    std::vector<std::vector<std::string>> Rows;
+    int Chosen = -1; // the row that is marked
+    Control Notes;   // of the marked row, or of the whole
+    Control TakeButton, CopyButton, CloseButton;
+    bool Taken = false; // the form was left by taking a result
+};
+
+// The one form of the process.
+extern StudyFormRecord StudyForm;
+
+// True when the study can be run on the analysis that stands.
+bool CanStudy(StudyKind kind);
+
+// Fills the form for a study. CanStudy has to hold.
+void LoadStudyForm(StudyKind kind);
+
+// A text box: its text is as the user has left it and is checked when the study is run. A list: the row that
+// the user takes.
+void StudyFormGotFocus(int input);
+int StudyFormKeyPress(int input, int key);
+void StudyFormLostFocus(int input);
+void StudyFormListRow(int input, int row);
+
+// Runs the study, serving events meanwhile, and fills the table; what cannot be read is told and takes the
+// focus. Stop ends it, and the table then holds what there is.
+void StudyFormRunButton();
+void StudyFormStopButton();
+
+void StudyFormRow(int row);     // marks a row, from 0
+void StudyFormSort(int column); // sorts the rows by a column, and backwards when it is sorted by it already
+void StudyFormTakeButton();     // the marked result becomes the fit, and the form closes
+void StudyFormCopyButton();     // the table as text on the clipboard
+void StudyFormCloseButton();    // closes; while a study runs, stops it
+
+} // namespace Quillon

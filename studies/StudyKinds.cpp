@@ -1,0 +1,365 @@
+#include "studies/StudyKinds.h"
+
+#include "fit/ParmRows.h"
+#include "input/NUMINPUT.h"
+#include "models/Catalogue.h"
+#include "models/FormControls.h"
+#include "models/ModelTable.h"
+#include "studies/Comparison.h"
+#include "studies/OtherMinima.h"
+#include "studies/ProfileMap.h"
+#include "studies/Resampling.h"
+#include "studies/ResamplingLines.h"
+#include "studies/StudyProgress.h"
+#include "workspace/records/Roads.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+using Told = std::function<void(const std::string& text, double fraction)>;
+
+// What each of them has found.
+Comparison Compared;
+Profile Profiled;
+ProfileMap Mapped;
+bool IsMap = false;
+Resampling Resampled;
+
+// --- inputs ----------------------------------------------------------------------------------------------
+
+void AddText(const char* label, const std::string& text, const char* tip) {
+    StudyForm.Inputs.push_back({Captioned(label), Captioned(text, tip)});
+}
+
+void AddList(const char* label, std::vector<std::string> items, const char* tip) {
+    StudyInput input{Captioned(label), Captioned("", tip)};
+    input.Box.Items = std::move(items);
+    StudyForm.Inputs.push_back(input);
+}
+
+const Control& Box(std::size_t input) {
+    return StudyForm.Inputs[input].Box;
+}
+
+// A whole number of an input.
+long WholeOf(std::size_t input, long least, long most) {
+    const std::string& text = Box(input).Text;
+    long number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, number);
+    if (failure != std::errc{} || stop != end || number < least || number > most)
+        RaiseError("Enter a number from " + std::to_string(least) + " to " + std::to_string(most) + ".");
+    return number;
+}
+
+// A level, 0 to 1 without its ends, in either decimal mark.
+double LevelOf(const std::string& text) {
+    std::size_t used = 0;
+    const double level = NumericPrefix(text, &used);
+    if (used == 0 || text.find_first_not_of(' ', used) != std::string::npos || !(level > 0.0 && level < 1.0))
+        RaiseError("Enter a level between 0 and 1.");
+    return level;
+}
+
+// Levels between commas.
+std::vector<double> LevelsOf(std::string_view text) {
+    std::vector<double> levels;
+    for (;;) {
+        const std::size_t comma = std::min(text.find(','), text.size());
+        std::string_view part = text.substr(0, comma);
+        while (part.starts_with(' '))
+            part.remove_prefix(1);
+        levels.push_back(LevelOf(std::string(part)));
+        if (comma == text.size()) return levels;
+        text.remove_prefix(comma + 1);
+    }
+}
+
+std::vector<std::string> FittedCaptions() {
+    std::vector<std::string> captions;
+    for (const FreePos a : EachFree())
+        captions.push_back(ParmCaption(SlotOf(a).Number));
+    return captions;
+}
+
+std::string Number(const std::optional<double>& value, const char* picture) {
+    return value ? FormatNumber(*value, picture) : "";
+}
+
+std::string Joined(const std::vector<std::string>& sentences) {
+    std::string text;
+    for (const std::string& sentence : sentences)
+        text += (text.empty() ? "" : " ") + sentence;
+    return text;
+}
+
+// --- comparison of models --------------------------------------------------------------------------------
+
+// The models of one species, or those of two that associate in the simpler ways; the own one among them.
+std::string UsualModels() {
+    std::string list = TraitsOfModel().TwoSpecies ? "7, 8, 9, 10, 11, 12" : "1, 2, 3, 4, 6";
+    const ModelVariant own = VariantOfWork();
+    for (const ModelVariant& variant : ReadVariants(list))
+        if (variant == own) return list;
+    return list + ", " + VariantText(own);
+}
+
+void AddCompareInputs() {
+    AddText("&Models:", UsualModels(),
+            "Numbers between commas, with options: 2+nonideal, 4+separate-k; all for all 22");
+}
+
+std::vector<ModelVariant> ChosenModels() {
+    const std::string& text = Box(0).Text;
+    if (text != "all") return ReadVariants(text);
+    std::vector<ModelVariant> all;
+    for (int model = 1; model <= LastModelNumber; ++model)
+        all.push_back({ToInt16(model), false, false});
+    return all;
+}
+
+void RunCompare(const Told& told) {
+    const std::vector<ModelVariant> list = ChosenModels();
+    const StudyProgress progress = StartProgress(static_cast<long>(list.size()), "models");
+    Compared = CompareModels(
+        list, [&](long done) { told(ProgressText(progress, done), ProgressFraction(progress, done)); });
+}
+
+void ShowCompare() {
+    StudyForm.Columns = {"Model",   "Name", "Fitted", "Sum of Squares", "RMS Residual", "Runs Z",
+                         "Against", "F",    "p",      "Delta AICc",     "Delta BIC",    "Weight"};
+    for (const ComparedModel& row : Compared.Rows) {
+        const auto fit = [&](const std::string& text) { return row.HasFit ? text : std::string(); };
+        StudyForm.Rows.push_back(
+            {VariantText(row.Variant) + (row.IsOwn ? " (yours)" : ""), ModelReportName(row.Variant.Model),
+             fit(std::to_string(row.Free)), fit(FormatNumber(row.SumSq, "#.######E-##")),
+             fit(FormatNumber(row.Rms, "#.####E-##")), Number(row.RunsZ, "#0.00"), row.Reference,
+             Number(row.F, "#0.00"), Number(row.P, "0.0E-##"), Number(row.DeltaAicc, "#0.00"),
+             Number(row.DeltaBic, "#0.00"), Number(row.Weight, "0.0000")});
+    }
+    StudyForm.Progress.Text = Compared.Complete ? "All models have been fitted." : "Stopped before the end.";
+}
+
+const ComparedModel* ComparedRow(int row) {
+    const auto place = static_cast<std::size_t>(row);
+    return row >= 0 && place < Compared.Rows.size() ? &Compared.Rows[place] : nullptr;
+}
+
+bool MayTakeCompared(int row) {
+    const ComparedModel* chosen = ComparedRow(row);
+    return chosen && chosen->HasFit && !chosen->IsOwn;
+}
+
+void TakeComparedRow(int row) {
+    TakeCompared(*ComparedRow(row));
+}
+
+std::string CompareNotes(int row) {
+    const ComparedModel* chosen = ComparedRow(row);
+    if (chosen && !chosen->Notes.empty()) return VariantText(chosen->Variant) + ": " + chosen->Notes;
+    return "F, AICc, BIC and weights take the residuals for independent. A runs Z above 2 says that they are "
+           "not: "
+           "then differences of a few units say nothing.";
+}
+
+void ForgetCompared() {
+    Compared = Comparison{};
+}
+
+// --- profile and map -------------------------------------------------------------------------------------
+
+void AddProfileInputs() {
+    AddList("&Parameter:", FittedCaptions(), "Held at each value while the others are fitted again");
+    std::vector<std::string> second = FittedCaptions();
+    second.insert(second.begin(), "(none)");
+    AddList("&Second one:", second, "For a map of two parameters");
+    AddText("&Levels:", "0.683, 0.95", "Of the limits, between commas");
+    AddText("&Values:", "25", "Of the parameter; of a map as many for each");
+}
+
+void RunProfileStudy(const Told& told) {
+    ProfileChoice choice;
+    choice.Levels = LevelsOf(Box(2).Text);
+    choice.Steps = WholeOf(3, FewestSteps, LargestSteps);
+    const long first = SlotOf(FreePos(Box(0).Value)).Number;
+    IsMap = Box(1).Value > 0;
+    const long second = IsMap ? SlotOf(FreePos(Box(1).Value - 1)).Number : first;
+    if (IsMap && second == first) RaiseError("A map needs two different parameters.");
+    StudyProgress progress = StartProgress(0, "values");
+    const auto tell = [&](long done, long all) {
+        progress.All = all;
+        told(ProgressText(progress, done), ProgressFraction(progress, done));
+    };
+    if (IsMap)
+        Mapped = MapParameters(first, second, choice, tell);
+    else
+        Profiled = ProfileParameter(first, choice, tell);
+}
+
+std::string RatioText(double ratio) {
+    return std::isfinite(ratio) ? FormatNumber(ratio, "#0.00000") : "";
+}
+
+std::string SumText(double sum) {
+    return std::isfinite(sum) ? FormatNumber(sum, "#.######E-##") : "";
+}
+
+void ShowMap() {
+    StudyForm.Columns = {ParmCaption(Mapped.Slots[0]), ParmCaption(Mapped.Slots[1]), "Sum of Squares",
+                         "Ratio", ""};
+    for (std::size_t i = 0; i < Mapped.Values[0].size() && Mapped.Complete; ++i)
+        for (std::size_t j = 0; j < Mapped.Values[1].size(); ++j) {
+            const ProfilePoint& point = Mapped.At(i, j);
+            StudyForm.Rows.push_back({SpreadText(Mapped.Slots[0], Mapped.Values[0][i]),
+                                      SpreadText(Mapped.Slots[1], Mapped.Values[1][j]), SumText(point.SumSq),
+                                      RatioText(point.Ratio), point.Converged ? "" : "not converged"});
+        }
+    StudyForm.Progress.Text = Mapped.Complete ? "All pairs have been fitted." : "Stopped before the end.";
+}
+
+// "95.0%: 1.234 to 1.567"
+std::string LimitsText(const Profile& profile, const ProfileLimits& limits) {
+    const auto shown = [&](const std::optional<double>& limit) {
+        return limit ? SpreadText(profile.Slot, *limit) : std::string("(not reached)");
+    };
+    return FormatNumber(limits.Level, "#0.0%") + ": " + shown(limits.Lower) + " to " + shown(limits.Upper);
+}
+
+void ShowProfile() {
+    if (IsMap) return ShowMap();
+    StudyForm.Columns = {ParmCaption(Profiled.Slot), "Sum of Squares", "Ratio", ""};
+    for (const ProfilePoint& point : Profiled.Points)
+        StudyForm.Rows.push_back({SpreadText(Profiled.Slot, point.Value), SumText(point.SumSq),
+                                  RatioText(point.Ratio), point.Converged ? "" : "not converged"});
+    std::string text;
+    for (const ProfileLimits& limits : Profiled.Limits)
+        text += (text.empty() ? "" : "; ") + LimitsText(Profiled, limits);
+    StudyForm.Progress.Text = Profiled.Complete ? text : "Stopped before the end.";
+}
+
+const std::optional<Workspace>& BetterFit() {
+    return IsMap ? Mapped.Better : Profiled.Better;
+}
+
+bool MayTakeBetter(int) {
+    return BetterFit().has_value();
+}
+
+void TakeBetter(int) {
+    Work = *BetterFit();
+}
+
+std::string ProfileNotes(int) {
+    if (!IsMap) return Joined(Profiled.Notes);
+    std::string text = Mapped.Better ? "A lower minimum was met on the way; the map starts from it. " : "";
+    for (const ProfileLimits& level : Mapped.Levels)
+        text += "The region of " + FormatNumber(level.Level, "#0.0%") + " has ratios up to " +
+                RatioText(level.Ratio) + ". ";
+    return text;
+}
+
+void ForgetProfile() {
+    Profiled = Profile{};
+    Mapped = ProfileMap{};
+    IsMap = false;
+}
+
+// --- resampling ------------------------------------------------------------------------------------------
+
+void AddResampleInputs() {
+    AddText("&Fits:", "200", "How many; 1000 give limits that a paper can print");
+    AddList("&Data:", {"Gaussian noise of each set", "residuals in blocks along the radius"},
+            "What is added to the fitted values");
+    AddText("&Level:", "0.95", "Part of the fits between the limits");
+    AddText("See&d:", "1", "The same seed gives the same fits; another one gives others");
+}
+
+void RunResample(const Told& told) {
+    ResampleChoice choice;
+    choice.Count = WholeOf(0, 1, LargestResampleCount);
+    choice.Kind = Box(1).Value == 1 ? ResampleKind::Residuals : ResampleKind::Parametric;
+    choice.Level = LevelOf(Box(2).Text);
+    choice.Seed = static_cast<std::uint64_t>(WholeOf(3, 0, 2147483647));
+    const StudyProgress progress = StartProgress(choice.Count, "fits");
+    Resampled = Resample(
+        choice, [&](long done) { told(ProgressText(progress, done), ProgressFraction(progress, done)); });
+}
+
+template <class Show>
+std::vector<std::string> SpreadRow(const std::string& name, const Spread& spread, Show&& show) {
+    return {name,
+            show(spread.Mean),
+            FormatNumber(spread.Sd, "#.##E-##"),
+            show(spread.Median),
+            show(spread.Lower),
+            show(spread.Upper)};
+}
+
+std::string PlainText(double value) {
+    return std::isfinite(value) ? FormatNumber(value, "#.####E-##") : "";
+}
+
+void ShowResample() {
+    StudyForm.Columns = {"Quantity", "Mean", "S.D.", "Median", "Lower", "Upper"};
+    for (std::size_t a = 0; a < Resampled.Spreads.size(); ++a)
+        StudyForm.Rows.push_back(
+            SpreadRow(ParmCaption(Resampled.Slots[a]), Resampled.Spreads[a],
+                      [&](double value) { return SpreadText(Resampled.Slots[a], value); }));
+    for (std::size_t i = 0; i < Resampled.DerivedSpreads.size(); ++i) {
+        const DerivedQuantity& quantity = Resampled.Derived[i];
+        const std::string unit = quantity.Unit.empty() ? "" : "  (" + quantity.Unit + ")";
+        StudyForm.Rows.push_back(SpreadRow(quantity.Name + ", " + quantity.Quantity + unit,
+                                           Resampled.DerivedSpreads[i], PlainText));
+    }
+    StudyForm.Progress.Text =
+        ResamplingHead(Resampled) + (Resampled.Complete ? "." : ". Stopped before the end.");
+}
+
+std::string ResampleNotes(int) {
+    return QuantileText(Resampled);
+}
+
+bool TakesNothing(int) {
+    return false;
+}
+
+void TakeNothing(int) {}
+
+void ForgetResampled() {
+    Resampled = Resampling{};
+}
+
+constexpr StudyBehindForm Behind[] = {
+    {"Compare Models",
+     "Each model is fitted to the same points, with masses, offsets and constants held where your fit holds "
+     "them. Your "
+     "fit stays as it is until you take another one.",
+     "&Compare", "Ta&ke This Fit", AddCompareInputs, RunCompare, ShowCompare, MayTakeCompared,
+     TakeComparedRow, CompareNotes, ForgetCompared},
+    {"Profile of a Parameter",
+     "The parameter is held at each of many values, and the others are fitted again: how far can it move "
+     "before the "
+     "data object?",
+     "Pro&file", "Ta&ke the Lower Minimum", AddProfileInputs, RunProfileStudy, ShowProfile, MayTakeBetter,
+     TakeBetter, ProfileNotes, ForgetProfile},
+    {"Resample",
+     "The fit is repeated on data that could have been measured just as well, and its values are seen to "
+     "scatter.",
+     "&Resample", "", AddResampleInputs, RunResample, ShowResample, TakesNothing, TakeNothing, ResampleNotes,
+     ForgetResampled}};
+
+} // namespace
+
+const StudyBehindForm& StudyOf(StudyKind kind) {
+    return Behind[static_cast<std::size_t>(kind)];
+}
+
+bool CanStudy(StudyKind kind) {
+    return kind == StudyKind::Compare ? CanRestart() : CanRestart() && CanResample();
+}
+
+} // namespace Quillon

@@ -1,0 +1,29 @@
+#pragma once
+// What the form of the studies shows, runs and takes, study by study. Shared by its own files.
+
+#include "studies/StudyForm.h"
+
+#include <functional>
+
+namespace Quillon {
+
+// One study behind the form.
+struct StudyBehindForm {
+    const char* Caption;
+    const char* Head;
+    const char* Run;     // caption of its button
+    const char* Take;    // caption of the button that takes a result; "" none
+    void (*AddInputs)(); // into StudyForm.Inputs
+    // Runs with the inputs as they stand. What cannot be read of them is a RuntimeError, before anything
+    // runs.
+    void (*RunStudy)(const std::function<void(const std::string& text, double fraction)>& told);
+    void (*Show)();                  // table, notes and progress from what was found
+    bool (*MayTake)(int row);        // the row in the order of the study
+    void (*TakeRow)(int row);        // makes it the fit
+    std::string (*NotesOf)(int row); // of a row, -1 for the whole
+    void (*Forget)();                // results are whole analyses
+};
+
+const StudyBehindForm& StudyOf(StudyKind kind);
+
+} // namespace Quillon

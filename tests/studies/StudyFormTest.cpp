@@ -1,0 +1,126 @@
+// The form of the studies: what it asks, shows, sorts and takes.
+#include "studies/StudyForm.h"
+#include "SimulatedCase.h"
+#include "fit/GNLLSQ.h"
+#include "platform/Platform.h"
+#include "tests/support/ScriptedPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace Quillon {
+namespace {
+
+void OpenOnFit(const char* name, StudyKind kind) {
+    LoadCase(ModelCaseNamed(name));
+    RunFit();
+    ASSERT_TRUE(CanStudy(kind));
+    LoadStudyForm(kind);
+}
+
+TEST(StudyForm, ComparesAndTakesTheRowThatIsMarked) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    const Workspace own = Work;
+    EXPECT_FALSE(StudyForm.TakeButton.Enabled);
+    EXPECT_FALSE(StudyForm.StopButton.Enabled);
+    StudyForm.Inputs[0].Box.Text = "1, 2";
+    StudyFormRunButton();
+    EXPECT_TRUE(Work == own);
+    ASSERT_EQ(StudyForm.Rows.size(), 2U);
+    for (const auto& row : StudyForm.Rows)
+        EXPECT_EQ(row.size(), StudyForm.Columns.size());
+    EXPECT_EQ(StudyForm.Rows[1][0], "2 (yours)");
+    StudyFormRow(1);
+    EXPECT_FALSE(StudyForm.TakeButton.Enabled); // it is the fit already
+    StudyFormSort(11);                          // the weight: the dimer has all of it
+    EXPECT_EQ(StudyForm.Rows[0][0], "1");
+    EXPECT_EQ(StudyForm.Chosen, 1) << "the mark stays with its row";
+    StudyFormSort(11);
+    EXPECT_EQ(StudyForm.Rows[0][0], "2 (yours)");
+    StudyFormRow(1);
+    ASSERT_TRUE(StudyForm.TakeButton.Enabled);
+    StudyFormTakeButton();
+    EXPECT_TRUE(StudyForm.Taken);
+    EXPECT_FALSE(StudyForm.State.Shown);
+    EXPECT_EQ(Work.Model, 1);
+}
+
+TEST(StudyForm, TellsAListThatIsNone) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    StudyForm.Inputs[0].Box.Text = "1, 23";
+    script.ExpectMessage("'23' is no model; they are 1 to 22");
+    StudyFormRunButton();
+    EXPECT_TRUE(StudyForm.Rows.empty());
+    EXPECT_TRUE(StudyForm.RunButton.Enabled);
+}
+
+TEST(StudyForm, ProfilesTheChosenParameterWithItsLimits) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Profile);
+    ASSERT_EQ(StudyForm.Inputs.size(), 4U);
+    EXPECT_EQ(StudyForm.Inputs[0].Box.Items.size(), static_cast<std::size_t>(Work.NumFree));
+    StudyFormListRow(0, 1); // ln K
+    StudyForm.Inputs[3].Box.Text = "5";
+    StudyFormRunButton();
+    ASSERT_EQ(StudyForm.Rows.size(), 5U);
+    EXPECT_EQ(StudyForm.Columns[0], "Ln K(1>N)  (AU^1-N)");
+    EXPECT_TRUE(StudyForm.Progress.Text.starts_with("68.3%: ")) << StudyForm.Progress.Text;
+    EXPECT_NE(StudyForm.Progress.Text.find("; 95.0%: "), std::string::npos);
+    StudyFormListRow(1, 2); // the same once more
+    script.ExpectMessage("A map needs two different parameters.");
+    StudyFormRunButton();
+    StudyFormListRow(1, 1);
+    StudyForm.Inputs[3].Box.Text = "3";
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Rows.size(), 9U);
+}
+
+TEST(StudyForm, ResamplesAndTakesNothing) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Resample);
+    StudyForm.Inputs[0].Box.Text = "12";
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Rows.size(), static_cast<std::size_t>(Work.NumFree) + 3U);
+    EXPECT_TRUE(StudyForm.Progress.Text.starts_with("12 fits to resampled data (parametric, seed 1)"));
+    EXPECT_FALSE(StudyForm.TakeButton.Visible);
+    StudyForm.Inputs[0].Box.Text = "many";
+    script.ExpectMessage("Enter a number from 1 to 100000.");
+    StudyFormRunButton();
+    StudyFormCloseButton();
+    EXPECT_FALSE(StudyForm.State.Shown);
+}
+
+TEST(StudyForm, AStopShowsWhatThereIsAndTheFormStays) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Resample);
+    StudyForm.Inputs[0].Box.Text = "200";
+    script.DuringEvents = [] {
+        if (StudyForm.Progress.Text.starts_with("3 of 200 fits") && StudyForm.StopButton.Enabled)
+            StudyFormCloseButton();
+    };
+    StudyFormRunButton();
+    EXPECT_TRUE(StudyForm.State.Shown);
+    EXPECT_TRUE(StudyForm.Progress.Text.starts_with("3 fits")) << StudyForm.Progress.Text;
+    EXPECT_NE(StudyForm.Progress.Text.find("Stopped before the end."), std::string::npos);
+    EXPECT_EQ(Work.AbortFit, 0);
+}
+
+TEST(StudyForm, CopiesItsTable) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    StudyForm.Inputs[0].Box.Text = "2";
+    StudyFormRunButton();
+    Host.SetClipboardText = [&](const std::string& text) {
+        script.ClipboardHolds = text;
+        return true;
+    };
+    StudyFormCopyButton();
+    EXPECT_TRUE(script.ClipboardHolds.starts_with("Model\tName\tFitted\t")) << script.ClipboardHolds;
+    EXPECT_EQ(std::count(script.ClipboardHolds.begin(), script.ClipboardHolds.end(), '\n'), 2);
+}
+
+} // namespace
+} // namespace Quillon
