@@ -232,15 +232,15 @@ std::array<Side, 2> SidesOf(const Base& base, long slot) {
         sides[i].Direction = i == 0 ? -1.0 : 1.0;
         sides[i].Way = {minimum};
         if (!base.Fit.BoundsActive) continue;
-        const double bound = static_cast<double>(ToInternal(slot, base.Fit.Bounds[i][slot]));
+        const double bound = static_cast<double>(ToInternal(SlotNo(slot), base.Fit.Bounds[i][slot]));
         sides[i].Bound = std::max(0.0, sides[i].Direction * (bound - minimum.At));
     }
     return sides;
 }
 
 // The error of a fitted slot, or a step that is one for a parameter of its size where it has none.
-double ErrorOf(long slot) {
-    const long place = Work.FreeMap[slot];
+double ErrorOf(SlotNo slot) {
+    const FreePos place = FreePosOf(slot);
     const double error = HasNoError(place) ? 0.0 : StandardError(place);
     if (error > 0.0 && std::isfinite(error)) return error;
     return IsAdditiveSlot(slot) ? 1.0
@@ -303,7 +303,7 @@ Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
                      const std::vector<double>& ratios, const std::function<void(long)>& told) {
     Profiled result;
     result.Sides = SidesOf(base, slot);
-    const Walk walk{base, *std::max_element(ratios.begin(), ratios.end()), ErrorOf(slot)};
+    const Walk walk{base, *std::max_element(ratios.begin(), ratios.end()), ErrorOf(SlotNo(slot))};
     std::atomic<long> steps{0};
     std::array<double, 2> reach{};
     const auto sideOf = [&](long number) -> Side& { return result.Sides[static_cast<std::size_t>(number)]; };
@@ -328,7 +328,7 @@ Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
 
 ProfilePoint PointOf(const Base& base, long slot, const Place& place) {
     ProfilePoint point;
-    point.Value = static_cast<double>(ToUserUnits(slot, static_cast<float>(place.At)));
+    point.Value = static_cast<double>(ToUserUnits(SlotNo(slot), static_cast<float>(place.At)));
     point.SumSq = place.End.SumSq;
     point.Ratio = place.End.SumSq / base.SumSq;
     point.Converged = place.End.Converged;
@@ -345,7 +345,7 @@ void FillProfile(Profile& profile, const Base& base, const Profiled& found) {
         profile.Points.push_back(PointOf(base, slot, place));
     const auto shown = [&](std::size_t side, std::size_t i) -> std::optional<double> {
         if (i >= found.Limits[side].size() || !found.Limits[side][i]) return std::nullopt;
-        return static_cast<double>(ToUserUnits(slot, static_cast<float>(*found.Limits[side][i])));
+        return static_cast<double>(ToUserUnits(SlotNo(slot), static_cast<float>(*found.Limits[side][i])));
     };
     for (std::size_t i = 0; i < profile.Limits.size(); ++i) {
         profile.Limits[i].Lower = shown(0, i);
@@ -355,12 +355,13 @@ void FillProfile(Profile& profile, const Base& base, const Profiled& found) {
 
 // The rigorous limits of the results, where they were searched at one of the levels.
 void CompareWithSearch(Profile& profile) {
-    const long place = Work.FreeMap[profile.Slot];
+    const FreePos place = FreePosOf(SlotNo(profile.Slot));
     if (!Work.LimitsDone) return;
     for (const ProfileLimits& limits : profile.Limits) {
         if (std::fabs(limits.Level - static_cast<double>(Work.LimitsLevel)) > 1e-4) continue;
         const auto searched = [&](bool upper) {
-            return static_cast<double>(ToUserUnits(profile.Slot, Work.ParmLimits[upper ? 1 : 0][place]));
+            return static_cast<double>(
+                ToUserUnits(SlotNo(profile.Slot), Work.ParmLimits[upper ? 1 : 0][place]));
         };
         constexpr double Clearly = 0.02; // of the distance from the minimum
         const auto narrower = [&](bool upper, const std::optional<double>& limit) {
@@ -445,7 +446,7 @@ Profile ProfileParameter(long slot, const ProfileChoice& choice,
             return LowestOf(found.Sides).Parms;
         });
     if (!base) return profile;
-    profile.MinimumValue = static_cast<double>(ToUserUnits(slot, base->Fit.Parms[slot]));
+    profile.MinimumValue = static_cast<double>(ToUserUnits(SlotNo(slot), base->Fit.Parms[slot]));
     profile.MinimumSumSq = base->SumSq;
     profile.Complete = found.Complete;
     FillProfile(profile, *base, found);

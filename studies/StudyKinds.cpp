@@ -82,7 +82,7 @@ std::vector<double> LevelsOf(std::string_view text) {
 std::vector<std::string> FittedCaptions() {
     std::vector<std::string> captions;
     for (const FreePos a : EachFree())
-        captions.push_back(ParmCaption(SlotOf(a).Number));
+        captions.push_back(ParmCaption(SlotOf(a)));
     return captions;
 }
 
@@ -209,14 +209,15 @@ std::string SumText(double sum) {
 }
 
 void ShowMap() {
-    StudyForm.Columns = {ParmCaption(Mapped.Slots[0]), ParmCaption(Mapped.Slots[1]), "Sum of Squares",
-                         "Ratio", ""};
+    StudyForm.Columns = {ParmCaption(SlotNo(Mapped.Slots[0])), ParmCaption(SlotNo(Mapped.Slots[1])),
+                         "Sum of Squares", "Ratio", ""};
     for (std::size_t i = 0; i < Mapped.Values[0].size() && Mapped.Complete; ++i)
         for (std::size_t j = 0; j < Mapped.Values[1].size(); ++j) {
             const ProfilePoint& point = Mapped.At(i, j);
-            StudyForm.Rows.push_back({SpreadText(Mapped.Slots[0], Mapped.Values[0][i]),
-                                      SpreadText(Mapped.Slots[1], Mapped.Values[1][j]), SumText(point.SumSq),
-                                      RatioText(point.Ratio), point.Converged ? "" : "not converged"});
+            StudyForm.Rows.push_back({SpreadText(SlotNo(Mapped.Slots[0]), Mapped.Values[0][i]),
+                                      SpreadText(SlotNo(Mapped.Slots[1]), Mapped.Values[1][j]),
+                                      SumText(point.SumSq), RatioText(point.Ratio),
+                                      point.Converged ? "" : "not converged"});
         }
     StudyForm.Progress.Text = Mapped.Complete ? "All pairs have been fitted." : "Stopped before the end.";
 }
@@ -224,16 +225,16 @@ void ShowMap() {
 // "95.0%: 1.234 to 1.567"
 std::string LimitsText(const Profile& profile, const ProfileLimits& limits) {
     const auto shown = [&](const std::optional<double>& limit) {
-        return limit ? SpreadText(profile.Slot, *limit) : std::string("(not reached)");
+        return limit ? SpreadText(SlotNo(profile.Slot), *limit) : std::string("(not reached)");
     };
     return FormatNumber(limits.Level, "#0.0%") + ": " + shown(limits.Lower) + " to " + shown(limits.Upper);
 }
 
 void ShowProfile() {
     if (IsMap) return ShowMap();
-    StudyForm.Columns = {ParmCaption(Profiled.Slot), "Sum of Squares", "Ratio", ""};
+    StudyForm.Columns = {ParmCaption(SlotNo(Profiled.Slot)), "Sum of Squares", "Ratio", ""};
     for (const ProfilePoint& point : Profiled.Points)
-        StudyForm.Rows.push_back({SpreadText(Profiled.Slot, point.Value), SumText(point.SumSq),
+        StudyForm.Rows.push_back({SpreadText(SlotNo(Profiled.Slot), point.Value), SumText(point.SumSq),
                                   RatioText(point.Ratio), point.Converged ? "" : "not converged"});
     std::string text;
     for (const ProfileLimits& limits : Profiled.Limits)
@@ -307,8 +308,8 @@ void ShowResample() {
     StudyForm.Columns = {"Quantity", "Mean", "S.D.", "Median", "Lower", "Upper"};
     for (std::size_t a = 0; a < Resampled.Spreads.size(); ++a)
         StudyForm.Rows.push_back(
-            SpreadRow(ParmCaption(Resampled.Slots[a]), Resampled.Spreads[a],
-                      [&](double value) { return SpreadText(Resampled.Slots[a], value); }));
+            SpreadRow(ParmCaption(SlotNo(Resampled.Slots[a])), Resampled.Spreads[a],
+                      [&](double value) { return SpreadText(SlotNo(Resampled.Slots[a]), value); }));
     for (std::size_t i = 0; i < Resampled.DerivedSpreads.size(); ++i) {
         const DerivedQuantity& quantity = Resampled.Derived[i];
         const std::string unit = quantity.Unit.empty() ? "" : "  (" + quantity.Unit + ")";

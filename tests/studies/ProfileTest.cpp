@@ -91,7 +91,7 @@ TEST(Profile, LimitsOfACurvedParameterStandWhereALeastSumSaysSo) {
     const double least = static_cast<double>(FitReference(Work).End.SumSq);
     for (const double limit : {*profile.Limits[0].Lower, *profile.Limits[0].Upper}) {
         Workspace held = Work;
-        held.Parms[2] = ToInternal(2, static_cast<float>(limit));
+        held.Parms[2] = ToInternal(SlotNo(2), static_cast<float>(limit));
         held.FreeMap[2] = SlotHeld;
         held.NumFree = 0;
         for (long slot = 0; slot < held.NumParms; ++slot) {
@@ -175,8 +175,8 @@ TEST(ProfileMaps, AreTheSameForAnyNumberOfThreadsAndCanBeCancelled) {
 TEST(Profile, EndsAtABound) {
     Script script;
     FitCase("Model02");
-    const float error = static_cast<float>(StandardError(Work.FreeMap[2]));
-    Work.Bounds[1][2] = ToUserUnits(2, Work.Parms[2] + 0.5F * error);
+    const float error = static_cast<float>(StandardError(FreePosOf(SlotNo(2))));
+    Work.Bounds[1][2] = ToUserUnits(SlotNo(2), Work.Parms[2] + 0.5F * error);
     const Profile profile = ProfileParameter(2, {{0.95}, 11}, {});
     ASSERT_FALSE(profile.Points.empty());
     EXPECT_LE(profile.Points.back().Value, static_cast<double>(Work.Bounds[1][2]) * (1 + 1e-6));
@@ -227,7 +227,7 @@ TEST(Profile, LimitsCoverTheTruth) {
         Work.Parms = truth.Parms;
         RunFit();
         const Profile profile = ProfileParameter(2, {{0.683}, 5}, {});
-        const double shown = static_cast<double>(ToUserUnits(2, static_cast<float>(value)));
+        const double shown = static_cast<double>(ToUserUnits(SlotNo(2), static_cast<float>(value)));
         covered += profile.Limits[0].Lower && profile.Limits[0].Upper && *profile.Limits[0].Lower < shown &&
                    shown < *profile.Limits[0].Upper;
     }
