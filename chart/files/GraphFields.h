@@ -215,30 +215,36 @@ inline bool FrontStands(const GraphContents& graph) {
            IsChoice(style.PageHalf);
 }
 
+// Reads the fields before SymbolSize, which is found already, two bytes behind their places; where they make
+// no sense there either they stay as they are in use.
+inline void ReadFrontLater(GraphReader later, const ChartStyle& present, GraphContents& graph) {
+    ChartModule& m = graph.Module;
+    const float found = m.Style.SymbolSize;
+    later.At += 2;
+    FrontFields(later, graph);
+    if (FrontStands(graph)) return;
+    m.Style = present;
+    m.Style.SymbolSize = found;
+    m.GraphHeld = m.GraphDrawn = FlagTrue;
+    graph.ZoomState = 0;
+}
+
 // A header that is two bytes longer, as an early writer had it, shows by a SymbolSize that is none: the right
-// one stands two bytes behind its place. Where the two bytes stand is not known. The fields before are taken
-// from their places or from two bytes behind them, wherever they make sense, and else stay as they are in
-// use. [decision: longer-header]
+// one stands two bytes behind its place. Where the two bytes stand is not known: the fields before are taken
+// from their places where they make sense. [decision: longer-header]
 inline void Front(GraphWriter& s, const GraphContents& graph) {
     FrontFields(s, graph);
 }
 inline void Front(GraphReader& s, GraphContents& graph) {
     const ChartStyle present = graph.Module.Style;
-    GraphReader later = s;
+    const GraphReader start = s;
+    float& size = graph.Module.Style.SymbolSize;
     FrontFields(s, graph);
-    if (IsSymbolSize(graph.Module.Style.SymbolSize)) return;
+    if (IsSymbolSize(size)) return;
     s.At -= 2;
-    s.Value("SymbolSize", graph.Module.Style.SymbolSize);
-    const float found = graph.Module.Style.SymbolSize;
-    if (!IsSymbolSize(found)) GraphReader::Damaged("SymbolSize");
-    if (FrontStands(graph)) return;
-    later.At += 2;
-    FrontFields(later, graph);
-    if (FrontStands(graph)) return;
-    graph.Module.Style = present;
-    graph.Module.Style.SymbolSize = found;
-    graph.Module.GraphHeld = graph.Module.GraphDrawn = FlagTrue;
-    graph.ZoomState = 0;
+    s.Value("SymbolSize", size);
+    if (!IsSymbolSize(size)) GraphReader::Damaged("SymbolSize");
+    if (!FrontStands(graph)) ReadFrontLater(start, present, graph);
 }
 
 template <class Stream, class Style> void SizeFields(Stream& s, Style& style) {
