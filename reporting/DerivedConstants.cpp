@@ -59,12 +59,6 @@ float MolarCoefficient(bool b, const Workspace& of) {
     return b ? of.ExtB : of.ExtA;
 }
 
-// Whoever shows moles has settled it; else the value that a program starts with is nobody's.
-bool IsGiven(bool b) {
-    const float coefficient = MolarCoefficient(b, Work);
-    return coefficient > 0.0F && (ShowsMoles() || coefficient != MolarCoefficient(b, Workspace{}));
-}
-
 // ln of the signal of 1 mol/L in the cell of the first set.
 double LnSignalOfMolar(bool b) {
     const RowNo first = RowOf(SetNo(1));
@@ -77,8 +71,8 @@ std::string ReasonAgainst(ConstantKind kind) {
     if (kind == ConstantKind::Factor) return "";
     const bool needsA = kind != ConstantKind::SignalDimer;
     const bool needsB = kind == ConstantKind::SignalDimer || kind == ConstantKind::Molar;
-    const bool lacksA = needsA && !IsGiven(false);
-    const bool lacksB = needsB && !IsGiven(true);
+    const bool lacksA = needsA && !MolarCoefficientIsGiven(false);
+    const bool lacksB = needsB && !MolarCoefficientIsGiven(true);
     if (!lacksA && !lacksB) return "";
     const std::string what = GoesByFringes() ? "molar dn/dc" : "molar extinction coefficient";
     if (!needsB) return "no " + what + " is given";
@@ -244,6 +238,11 @@ std::string LineOf(const DerivedConstant& k) {
 }
 
 } // namespace
+
+bool MolarCoefficientIsGiven(bool ofB) {
+    const float coefficient = MolarCoefficient(ofB, Work);
+    return coefficient > 0.0F && (ShowsMoles() || coefficient != MolarCoefficient(ofB, Workspace{}));
+}
 
 double MeanKelvin() {
     double sum = 0.0;

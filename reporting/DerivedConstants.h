@@ -56,6 +56,10 @@ std::vector<std::string> DerivedLines();
 // What the constant of a global slot means in a model: which reaction, and whether it counts sites.
 std::string ConstantConvention(int model, SlotNo slot);
 
+// Whether a molar coefficient of A (or of B) stands that somebody has set: a program that knows nothing of
+// the sample starts with one, too. Whoever shows concentrations in mol/L has settled it.
+bool MolarCoefficientIsGiven(bool ofB);
+
 // The mean temperature of the sets of the fit, in kelvin.
 double MeanKelvin();
 

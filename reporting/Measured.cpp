@@ -2,8 +2,10 @@
 
 #include "fit/NoiseWeights.h"
 #include "input/NUMINPUT.h"
+#include "models/ModelTable.h"
 #include "models/Speciation.h"
 #include "platform/Paths.h"
+#include "reporting/DerivedConstants.h"
 #include "reporting/Statistics.h"
 #include "scandata/ScanWriter.h"
 #include "workspace/records/Roads.h"
@@ -72,7 +74,14 @@ void AddStatistics(MeasuredSet& m, const std::vector<double>& residuals) {
     if (residuals.size() > 1) m.RunsZ = RunsZOf(residuals);
 }
 
+// Molar totals need coefficients that somebody has set.
+bool TotalsAreKnown() {
+    if (SpeciationUnit() != SpeciesUnit::Molar) return true;
+    return MolarCoefficientIsGiven(false) && (!TraitsOfModel().TwoSpecies || MolarCoefficientIsGiven(true));
+}
+
 void AddPopulations(MeasuredSet& m) {
+    if (!TotalsAreKnown()) return;
     try {
         const LoadedMonomers loaded = MeanMonomers(m.Set);
         m.Populations = Populations(loaded);
