@@ -328,8 +328,8 @@ TEST(FigureScales, ZeroIsAnEndWhereDataBeginThere) {
 TEST(FigureScales, LargeAndSmallNumbersHaveExponents) {
     EXPECT_EQ(Scaled({0.0, 2.4e6}, 40.0).TicFormat, TicFormats::Exponential);
     EXPECT_EQ(Scaled({0.0, 3e-5}, 40.0).TicFormat, TicFormats::Exponential);
-    EXPECT_EQ(Scaled({0.0, 99000.0}, 40.0).TicFormat, TicFormats::Decimal);
-    EXPECT_EQ(Scaled({0.0, 99000.0}, 40.0).Decimals, 0);
+    EXPECT_EQ(Scaled({0.0, 90000.0}, 40.0).TicFormat, TicFormats::Decimal);
+    EXPECT_EQ(Scaled({0.0, 90000.0}, 40.0).Decimals, 0);
 }
 
 TEST(FigureScales, PanelsShareTheRangeOfXAndTheWidestScaleOfResiduals) {
