@@ -2,6 +2,9 @@
 #include "fit/NoiseWeights.h"
 
 #include "fit/GNLLSQ.h"
+#include "models/DefaultBounds.h"
+#include "models/ParmNames.h"
+#include "models/ParmScale.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ReferenceFit.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -28,7 +31,11 @@ Workspace ThreeSets() {
     Workspace w = SimulatedWorkspace(theCase);
     w.MonitorMode = 0;
     w.ConvergenceLimit = 1e-4F;
-    return w;
+    Work = w;
+    BuildParmNames();
+    BuildParmScale();
+    SetDefaultBounds();
+    return Work;
 }
 
 void AddNoise(Workspace& w, std::uint64_t seed) {
