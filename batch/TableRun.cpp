@@ -80,6 +80,9 @@ void CheckRowsApart(const Options& options, const JobTable& table, const std::ve
         if (!WhyRowIsNone(row).empty()) continue;
         for (const std::string& path : PathsOf(OptionsOfRow(options, row))) {
             if (path == "-") FailTable("beside a table, outputs of its rows go to files");
+            for (const std::string& other : {options.Table, options.Summary})
+                if (IsSameOutput(path, other))
+                    FailTable("row " + std::to_string(number) + " would write over " + other);
             const auto [entry, isNew] = taken.emplace(path, number);
             if (!isNew)
                 FailTable("rows " + std::to_string(entry->second) + " and " + std::to_string(number) +

@@ -154,6 +154,8 @@ TEST_F(Tables, WhatIsWrongWithTheRecipeIsToldBeforeAnyFit) {
     };
     told({"--results", Path("{NOWHERE}.json")}, "{NOWHERE} is no column of");
     told({"--results", Path("same.json")}, "rows 1 and 2 would both write");
+    told({"--points", Path("{SECOND}{START}.csv"), "--summary", Path("set2.txt0.5.csv")},
+         "row 1 would write over");
     told({"--rows", "4-9"}, "--rows ends with 9, the table has 5");
     const std::string table = ReadWholeFile(Path("rows.csv"));
     TheScript.MakeFile("rows.csv", "SECOND,START,N\nset2.txt,1,1\n");
