@@ -13,6 +13,7 @@ namespace Quillon {
 
 namespace {
 
+// [decision: rows-are-processes]
 // A process that works on every so manieth piece, and what has come from it so far.
 struct Worker {
     pid_t Process = -1;

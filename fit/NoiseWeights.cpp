@@ -34,6 +34,7 @@ PerSet<SetSum> SumsBySet() {
 } // namespace
 
 bool SetsHaveNoise() {
+    // [decision: noise-for-all-or-none]
     for (const SetNo set : EachSet())
         if (!(NoiseOf(set) > 0.0)) return false;
     return Work.NumSets > 0;

@@ -118,6 +118,7 @@ ConstantTerms TermsOf(const MolarConstant& k, double lnK, double lnRoot) {
     return terms;
 }
 
+// [decision: each-its-own-limit]
 // The same numbers, each from the side of ln K that makes it the lower (or upper) one.
 ConstantTerms LimitOf(const MolarConstant& k, double lnKThisSide, double lnKOtherSide, double lnRoot) {
     ConstantTerms terms = TermsOf(k, lnKThisSide, lnRoot);
@@ -240,6 +241,7 @@ std::string LineOf(const DerivedConstant& k) {
 } // namespace
 
 bool MolarCoefficientIsGiven(bool ofB) {
+    // [decision: standard-is-not-given]
     const float coefficient = MolarCoefficient(ofB, Work);
     return coefficient > 0.0F && (ShowsMoles() || coefficient != MolarCoefficient(ofB, Workspace{}));
 }
