@@ -189,7 +189,7 @@ void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
     }
     std::vector<FitChoice> choices = FitChoices();
     MarkChoices(choices, listed);
-    if (!AssignFreePositions(choices)) Work.AbortFit = FlagTrue;
+    if (!AssignFreePositions(choices)) GetGuess.Answer = DialogAnswer::Cancel;
 }
 
 } // namespace Quillon

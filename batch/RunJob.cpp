@@ -75,7 +75,7 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
             TakeListedParms(job, listed);
         } catch (const RuntimeError& error) {
             jobError = error;
-            Work.AbortFit = FlagTrue;
+            GetGuess.Answer = DialogAnswer::Cancel;
         }
     };
     const FitProgress progress = BatchProgress();

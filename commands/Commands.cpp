@@ -6,6 +6,7 @@
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
+#include "models/NumberBox.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
@@ -63,6 +64,7 @@ void RunCommand(const std::function<void()>& command) {
         TellCommandError(ErrorText::OutOfMemory);
     }
     Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     Host.SetPointer(Pointer::Standard);
     SetMenuStatus();
 }
@@ -72,16 +74,14 @@ void ReadData() {
 }
 
 void ReadScans(const std::vector<std::string>& paths) {
-    OpenFileForm(paths);
-    ReadDataReturn();
+    ReadDataReturn(OpenFileForm(paths));
 }
 
-void ReadDataReturn() {
-    if (Work.AbortFit != 2)
+void ReadDataReturn(DialogAnswer answer) {
+    if (answer == DialogAnswer::Cancel)
         Work.NewData = FlagFalse;
     else
         Work.FitDone = Work.FitValid = FlagFalse; // the points of the fit are others now
-    Work.AbortFit = FlagFalse;
     SetMenuStatus();
     Host.ShowForm(AnalmenuName);
 }
@@ -107,8 +107,7 @@ void MenuExit() {
 
 void DoModelSet() {
     const Workspace before = Work;
-    SelectModel(true);
-    if (Work.AbortFit) return; // a cancelled dialog leaves the fit standing
+    if (SelectModel(true) == DialogAnswer::Cancel) return; // a cancelled dialog leaves the fit standing
     if ((before.FitDone || before.FitValid) && IsSameModel(before))
         Work = before; // and so does the model that stood
     else

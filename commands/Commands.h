@@ -2,6 +2,8 @@
 // The commands behind the main window's menu items, those that are more than one call of another folder:
 // errors and the menu's state are RunCommand's business.
 
+#include "models/DialogAnswer.h"
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -12,9 +14,9 @@ namespace Quillon {
 // recomputes the menu.
 void RunCommand(const std::function<void()>& command);
 
-void ReadData(); // opens the data set table; FileForm's return runs ReadDataReturn
+void ReadData(); // opens the data set table; its answer goes to ReadDataReturn
 void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it
-void ReadDataReturn();
+void ReadDataReturn(DialogAnswer answer);
 void ToggleNameConvention();
 void SaveDefaults();
 void WriteBaseline();

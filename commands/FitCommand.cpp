@@ -98,14 +98,12 @@ bool PrepareFit() {
     ApplyModelFlags();
     ApplyConcentrationLinks(); // the guesses show what a follower has
     TellOfCooperativity();
-    GuessesDialog(false);
+    const DialogAnswer answer = GuessesDialog(false);
     OfferGuessesForNewConstants();
     RefineModel();
     if (Work.ConstraintFlags & OffsetBit) ApplyOffsetLinks();
     ApplyConcentrationLinks();
-    if (!Work.AbortFit) return true;
-    Work.AbortFit = 0;
-    return false;
+    return answer == DialogAnswer::Ok;
 }
 
 void RememberOptions() {

@@ -37,8 +37,7 @@ std::optional<OneBased<float>> EnteredCurve() {
     Host.HideForm(ChartsName);
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     ApplyModelFlags();
-    GuessesDialog(true);
-    if (Work.AbortFit) return std::nullopt;
+    if (GuessesDialog(true) == DialogAnswer::Cancel) return std::nullopt;
     ApplyOffsetLinks();
     ApplyConcentrationLinks();
     BuildParmScale();

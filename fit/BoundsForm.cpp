@@ -1,6 +1,7 @@
 #include "fit/BoundsForm.h"
 
 #include "input/NUMINPUT.h"
+#include "models/NumberBox.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -80,23 +81,17 @@ void BoundsFormGotFocus(BoundSide side, int row) {
 
 int BoundsFormKeyPress(BoundSide side, int row, int key) {
     if (key == KeyReturn || key == KeyTab) GoBehind(side, row);
-    if (key == KeyEscape) Work.AbortFit = FlagTrue;
-    return NumKeyPress(Field(side, row), key);
+    return NumberBoxKey(Field(side, row), key);
 }
 
 void BoundsFormLostFocus(BoundSide side, int row) {
     Control& field = Field(side, row);
-    NumLostFocus(field);
-    if (!BoundsForm.State.Shown) return; // the form goes: AbortFit is its answer, no Esc
-    const std::string current = BoundText(side, row);
-    if (Work.AbortFit) {
-        field.Text = current;
-        Work.AbortFit = FlagFalse;
-    } else if (field.Text != current) { // an unaltered field keeps the digits that its picture does not show
-        // [decision: crossed-bounds]
-        Work.Bounds[Side(side)][row] = NumValue(field.Text);
-        field.Text = BoundText(side, row);
-    }
+    if (!BoundsForm.State.Shown) return NumLostFocus(field); // the form goes
+    // An unaltered field keeps the digits that its picture does not show.
+    if (LeaveNumberBox(field, BoundText(side, row)) != BoxLeft::Altered) return;
+    // [decision: crossed-bounds]
+    Work.Bounds[Side(side)][SlotNo(row)] = NumValue(field.Text);
+    field.Text = BoundText(side, row);
 }
 
 void BoundsFormOkButton() {
@@ -104,7 +99,7 @@ void BoundsFormOkButton() {
 }
 
 void BoundsFormCancelButton() {
-    Work.AbortFit = FlagTrue;
+    BoundsForm.Answer = DialogAnswer::Cancel;
     BoundsForm.State.Shown = false;
 }
 
@@ -118,9 +113,8 @@ void BoundsDialog() {
     const auto kept = Work.Bounds;
     LoadBoundsForm();
     Host.ShowModal(BoundsFormName);
-    if (!Work.AbortFit) return;
-    Work.Bounds = kept;
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
+    if (BoundsForm.Answer == DialogAnswer::Cancel) Work.Bounds = kept;
 }
 
 } // namespace Quillon

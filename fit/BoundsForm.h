@@ -3,6 +3,7 @@
 // is taken as entered. Rows count from 0 and are the parameter slots.
 
 #include "fit/ParmRows.h"
+#include "models/DialogAnswer.h"
 #include "platform/Controls.h"
 
 #include <vector>
@@ -16,6 +17,7 @@ struct BoundsFormRecord {
     std::vector<Control> ParameterName, LowerB, UpperB;
     Control ParameterHead, LowerHead, UpperHead;
     Control OkButton, CancelButton, Page2;
+    DialogAnswer Answer = DialogAnswer::Ok;
     RowLayout Layout;
     int Page = 0;
 };

@@ -3,6 +3,7 @@
 #include "fit/FreeMap.h"
 #include "fit/GuessesDialog.h"
 #include "input/NUMINPUT.h"
+#include "models/NumberBox.h"
 #include "models/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
@@ -89,13 +90,10 @@ void GoBehind(int row) {
 }
 
 // The check that every numeric field makes when it is left: true when the user took the entry back with Esc.
-// A field that is left because the form goes stores nothing: AbortFit is then the answer of the form.
+// A field that is left because the form goes stores nothing.
 bool TakenBack(Control& field, const std::string& current) {
+    if (GetGuess.State.Shown) return LeaveNumberBox(field, current) == BoxLeft::Undone;
     NumLostFocus(field);
-    if (!GetGuess.State.Shown) return true;
-    if (!Work.AbortFit) return false;
-    field.Text = current;
-    Work.AbortFit = FlagFalse;
     return true;
 }
 
@@ -103,11 +101,6 @@ bool AcceptBeyond(SlotNo slot, const char* which, float bound) {
     return AskYesNo("The value of " + Work.ParmName[slot] + which + ParmText(slot, bound) +
                         ".  Do you want to use the new value anyway?",
                     Work.ProgramName + " - Parameter Out of Bounds", BoxAnswer::No, BoxIcon::Warning);
-}
-
-int KeyOf(Control& field, int key) {
-    if (key == KeyEscape) Work.AbortFit = FlagTrue; // the field's leaving undoes the entry
-    return NumKeyPress(field, key);
 }
 
 } // namespace
@@ -153,7 +146,7 @@ void GetGuessGotFocus(int row) {
 
 int GetGuessKeyPress(int row, int key) {
     if (key == KeyReturn || key == KeyTab) GoBehind(row);
-    return KeyOf(GetGuess.Guess[Place(row)], key);
+    return NumberBoxKey(GetGuess.Guess[Place(row)], key);
 }
 
 void GetGuessLostFocus(int row) {
@@ -187,7 +180,7 @@ void GetGuessConvergenceGotFocus() {
 
 int GetGuessConvergenceKeyPress(int key) {
     if (key == KeyReturn || key == KeyTab) GetGuess.State.FocusOn = &GetGuess.AccuracyInput;
-    return KeyOf(GetGuess.ConvergenceInput, key);
+    return NumberBoxKey(GetGuess.ConvergenceInput, key);
 }
 
 void GetGuessConvergenceLostFocus() {
@@ -205,7 +198,7 @@ void GetGuessAccuracyGotFocus() {
 }
 
 int GetGuessAccuracyKeyPress(int key) {
-    const int taken = KeyOf(GetGuess.AccuracyInput, key);
+    const int taken = NumberBoxKey(GetGuess.AccuracyInput, key);
     if (key == KeyReturn || key == KeyTab) {
         GetGuess.State.FocusOn = nullptr;
         GetGuessAccuracyLostFocus();
@@ -233,7 +226,7 @@ void GetGuessOkButton() {
 }
 
 void GetGuessCancelButton() {
-    Work.AbortFit = FlagTrue;
+    GetGuess.Answer = DialogAnswer::Cancel;
     GetGuess.State.Shown = false;
 }
 

@@ -3,6 +3,7 @@
 // them are fitted, and the two convergence inputs. Rows count from 0.
 
 #include "fit/ParmRows.h"
+#include "models/DialogAnswer.h"
 #include "platform/Controls.h"
 
 #include <vector>
@@ -19,6 +20,7 @@ struct GetGuessForm {
     Control ConvergenceLabel, ConvergenceInput, AccuracyLabel, AccuracyInput;
     Control ParameterHead, ValueHead, FitHead;
     Control OkButton, CancelButton, Page2;
+    DialogAnswer Answer = DialogAnswer::Ok;
     RowLayout Layout;
     int Page = 0; // shown: 0 or 1
 };

@@ -1,7 +1,7 @@
 #include "fit/GuessesDialog.h"
 
 #include "fit/GetGuess.h"
-
+#include "models/NumberBox.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 
@@ -15,7 +15,7 @@ bool GuessesValuesOnly() {
     return ValuesOnly;
 }
 
-void GuessesDialog(bool valuesOnly) {
+DialogAnswer GuessesDialog(bool valuesOnly) {
     Work.ParmsSave.Recreate(Work.NumParms - 1);
     for (const SlotNo slot : EachSlot())
         Work.ParmsSave[slot] = Work.Parms[slot];
@@ -26,10 +26,12 @@ void GuessesDialog(bool valuesOnly) {
     Host.ShowModal(GetGuessName);
     ValuesOnly = false;
 
-    if (!Work.AbortFit) return;
+    ForgetTakenBack();
+    if (GetGuess.Answer == DialogAnswer::Ok) return DialogAnswer::Ok;
     for (const SlotNo slot : EachSlot())
         Work.Parms[slot] = Work.ParmsSave[slot];
     Work.ConvergenceLimit = keptLimit;
+    return DialogAnswer::Cancel;
 }
 
 } // namespace Quillon

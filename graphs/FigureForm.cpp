@@ -182,7 +182,7 @@ void FigureDialog() {
     LoadFigureForm();
     Host.ShowModal(FigureFormName);
     LastChoice = FigureForm.Choice;
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
 }
 
 } // namespace Quillon

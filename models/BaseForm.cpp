@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"
 #include "models/FormControls.h"
+#include "models/NumberBox.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 
@@ -67,22 +68,19 @@ void BaseFormLostFocus(SetNo set) {
 }
 
 void BaseFormCancelButton() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     BaseForm.Boxes.Links.Recreate(Work.NumSets);
     ShowLinks(BaseForm.Boxes);
 }
 
 void BaseFormResetButton() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     BaseForm.Boxes.Links = BaseForm.Boxes.OldLinks;
     ShowLinks(BaseForm.Boxes);
 }
 
 void BaseFormOkButton() {
-    if (Work.AbortFit) { // Esc in the box that Enter then left
-        Work.AbortFit = FlagFalse;
-        ShowLinks(BaseForm.Boxes);
-    }
+    if (ForgetTakenBack()) ShowLinks(BaseForm.Boxes); // Esc in the box that Enter then left
     for (const SetNo set : EachSet())
         if (!LeaveBox(set)) return;
     BaseForm.State.Shown = false;
@@ -91,7 +89,7 @@ void BaseFormOkButton() {
 void BaseConstraintDialog() {
     LoadBaseForm();
     Host.ShowModal(BaseFormName);
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     TakeLinks();
 }
 

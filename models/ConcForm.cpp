@@ -213,7 +213,7 @@ void ConcFormLostFocus(ConcInput input, SetNo set) {
 }
 
 void ConcFormClearAllButton() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     for (float& value : Work.ConcConstraintA)
         value = 0.0F;
     for (float& value : Work.ConcConstraintB)
@@ -226,7 +226,7 @@ void ConcFormClearAllButton() {
 }
 
 void ConcFormCancelButton() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     Work.ConcConstraintA = Former.ConcA;
     Work.ConcConstraintB = Former.ConcB;
     Work.ConcToleranceA = Former.ToleranceA;
@@ -235,10 +235,7 @@ void ConcFormCancelButton() {
 }
 
 void ConcFormOkButton() {
-    if (Work.AbortFit) { // Esc in the box that Enter then left
-        Work.AbortFit = FlagFalse;
-        ShowStored();
-    }
+    if (ForgetTakenBack()) ShowStored(); // Esc in the box that Enter then left
     for (const SetNo set : EachSet())
         for (const ConcInput input : AllInputs)
             if (!IsTaken(input, set) && !LeaveBox(input, set)) return;
@@ -257,7 +254,7 @@ void WarnOfConstraintCoefficients() {
 void ConcConstraintDialog() {
     LoadConcForm();
     Host.ShowModal(ConcFormName);
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     const int others = Work.ConstraintFlags & ~ConcentrationBit;
     Work.ConstraintFlags = ToInt16(others | (AnyConstraint() ? ConcentrationBit : 0));
     WarnOfConstraintCoefficients();

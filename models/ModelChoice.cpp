@@ -104,21 +104,20 @@ void AdoptModel(std::int16_t oldSeparateK, bool chosen) {
     if (chosen) ApplyModelFlags();
 }
 
-void SelectModel(bool showDialog) {
+DialogAnswer SelectModel(bool showDialog) {
     FillModelNames();
     if (!showDialog) {
         AdoptModel(Work.SeparateK, false);
-        return;
+        return DialogAnswer::Ok;
     }
     const Workspace before = Work;
     Work.ModelChosen = FlagFalse;
     do {
         LoadModelForm();
         Host.ShowModal(ModelFormName);
-        if (Work.AbortFit) {
+        if (ModelForm.Answer == DialogAnswer::Cancel) {
             Work = before;
-            Work.AbortFit = FlagTrue;
-            return;
+            return DialogAnswer::Cancel;
         }
     } while (!CheckModelChoice());
     try {
@@ -131,6 +130,7 @@ void SelectModel(bool showDialog) {
         throw;
     }
     Work.ModelChosen = FlagTrue;
+    return DialogAnswer::Ok;
 }
 
 } // namespace Quillon

@@ -1,6 +1,8 @@
 #pragma once
 // What the choice of a model brings with it: the checks of the dialog, and everything re-derived after it.
 
+#include "models/DialogAnswer.h"
+
 #include <cstdint>
 
 namespace Quillon {
@@ -14,9 +16,9 @@ void AnnounceHeteroModel(std::int16_t oldModel);
 
 // Re-derives everything that hangs on the model: NumParms, FitTitle, names, formats, scale. With showDialog
 // the model dialog is loaded and shown first (form "ModelForm"), again and again until its choice stands. A
-// cancelled dialog leaves the workspace as it was, but for Work.AbortFit, which is set for the caller to
-// clear. A RuntimeError (a coefficient without a logarithm) leaves the workspace as it was, too.
-void SelectModel(bool showDialog);
+// cancelled dialog leaves the workspace as it was and is the answer. A RuntimeError (a coefficient without a
+// logarithm) leaves the workspace as it was, too.
+DialogAnswer SelectModel(bool showDialog);
 
 // The tail of SelectModel for a choice that has been made: oldSeparateK is what stood before, chosen tells
 // that the dialog made the choice. That resets the fit flags of all MaxSets sets, since a set may come into

@@ -103,7 +103,7 @@ void ModelFormOkButton() {
 }
 
 void ModelFormCancelButton() {
-    Work.AbortFit = FlagTrue;
+    ModelForm.Answer = DialogAnswer::Cancel;
     ModelForm.State.Shown = false;
 }
 

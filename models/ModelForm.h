@@ -4,6 +4,7 @@
 // The choice stays in the form until OK writes it to the workspace; whether it stands is for SelectModel to
 // say, which shows the form again when it does not.
 
+#include "models/DialogAnswer.h"
 #include "platform/Controls.h"
 
 #include <cstdint>
@@ -22,6 +23,7 @@ struct ModelFormRecord {
     Control Ideal, NonIdeal;
     Control SameK, UniqueK;
     Control OkButton, CancelButton;
+    DialogAnswer Answer = DialogAnswer::Ok;
     std::int16_t ChosenModel = 0; // number of the chosen row
 };
 
@@ -39,6 +41,6 @@ void ModelFormNonIdealClick(bool nonIdeal);   // "Ideal" or "Non-ideal"
 void ModelFormSeparateKClick(bool separateK); // the same constants for all sets, or each set its own
 
 void ModelFormOkButton();     // writes Work.Model, Work.NonIdeal and Work.SeparateK and closes
-void ModelFormCancelButton(); // sets Work.AbortFit and closes; closing the window is the same
+void ModelFormCancelButton(); // closes; closing the window is the same
 
 } // namespace Quillon

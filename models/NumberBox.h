@@ -7,8 +7,8 @@
 
 namespace Quillon {
 
-// A key typed into the box: answers the one that is taken, 0 for none. Esc sets Work.AbortFit, which the
-// leaving of the box takes back.
+// A key typed into the box: answers the one that is taken, 0 for none. Esc takes the entry back, which the
+// leaving of the box carries out.
 int NumberBoxKey(Control& box, int key);
 
 // The same for a box that takes a whole number.
@@ -22,5 +22,13 @@ enum class BoxLeft {
 
 // The box is left. storedText is the stored value as the box shows it.
 BoxLeft LeaveNumberBox(Control& box, const std::string& storedText);
+
+// True from Esc in the box that has the focus until it is left. There is one focus, so there is one such
+// state.
+bool EntryIsTakenBack();
+
+// Ends that state and answers what it was: for a button that comes before the box is left, and for a form
+// that begins or ends.
+bool ForgetTakenBack();
 
 } // namespace Quillon

@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/FormControls.h"
+#include "models/NumberBox.h"
 #include "models/SharedConcentrations.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
@@ -55,7 +56,7 @@ bool AnyLink() {
 }
 
 void ShowFormerLinks() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     ShareForm.Note.Text.clear();
     ShareForm.Boxes.Links = ShareForm.Boxes.OldLinks;
     ShowLinks(ShareForm.Boxes);
@@ -86,12 +87,12 @@ void ShareFormLostFocus(SetNo set) {
 }
 
 void ShareFormProposeButton() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     TakeProposal();
 }
 
 void ShareFormCancelButton() {
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     ShareForm.Note.Text.clear();
     ShareForm.Boxes.Links.Recreate(Work.NumSets);
     ShowLinks(ShareForm.Boxes);
@@ -102,10 +103,7 @@ void ShareFormResetButton() {
 }
 
 void ShareFormOkButton() {
-    if (Work.AbortFit) { // Esc in the box that Enter then left
-        Work.AbortFit = FlagFalse;
-        ShowLinks(ShareForm.Boxes);
-    }
+    if (ForgetTakenBack()) ShowLinks(ShareForm.Boxes); // Esc in the box that Enter then left
     for (const SetNo set : EachSet())
         if (!LeaveBox(set)) return;
     ShareForm.State.Shown = false;
@@ -119,7 +117,7 @@ void ShareFormClose() {
 void ShareConcentrationsDialog() {
     LoadShareForm();
     Host.ShowModal(ShareFormName);
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     StoreLinks(ShareForm.Boxes, Work.ConcLink);
 }
 

@@ -189,7 +189,7 @@ void SigmaCalcFormExitButton() {
 void SigmaCalculatorDialog() {
     LoadSigmaCalcForm();
     Host.ShowModal(SigmaCalcFormName);
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
 }
 
 } // namespace Quillon

@@ -286,7 +286,7 @@ void SpecFormExitButton() {
 void IntegrateDialog() {
     LoadSpecForm();
     Host.ShowModal(SpecFormName);
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
 }
 
 } // namespace Quillon

@@ -200,10 +200,7 @@ void UnitsFormLostFocus(UnitsInput input, std::size_t species) {
 }
 
 void UnitsFormOkButton() {
-    if (Work.AbortFit) { // Esc in the box that Enter then left
-        Work.AbortFit = FlagFalse;
-        ShowCoefficients();
-    }
+    if (ForgetTakenBack()) ShowCoefficients(); // Esc in the box that Enter then left
     bool accepted = true;
     VisitBoxes([&](UnitsInput input, std::size_t species) {
         if (accepted) accepted = LeaveBox(input, species);
@@ -212,7 +209,7 @@ void UnitsFormOkButton() {
 }
 
 void UnitsFormCancelButton() {
-    Work.AbortFit = FlagTrue;
+    UnitsForm.Answer = DialogAnswer::Cancel;
     UnitsForm.State.Shown = false;
 }
 
@@ -220,9 +217,9 @@ void DefineUnitsDialog() {
     const Workspace before = Work;
     LoadUnitsForm();
     Host.ShowModal(UnitsFormName);
-    if (Work.AbortFit) {
+    ForgetTakenBack();
+    if (UnitsForm.Answer == DialogAnswer::Cancel) {
         Work = before;
-        Work.AbortFit = FlagFalse;
         return;
     }
     try {

@@ -5,6 +5,7 @@
 // DefineUnitsDialog takes them all back when the form was cancelled. Scale, names and bounds follow when the
 // form was accepted.
 
+#include "models/DialogAnswer.h"
 #include "platform/Controls.h"
 
 #include <cstdint>
@@ -32,12 +33,13 @@ struct UnitsFormRecord {
     std::vector<Control> RefExtInput, RefExtLabel;             // fringes L/(mol cm)
     Control RefractivityNote;
     Control OkButton, CancelButton;
+    DialogAnswer Answer = DialogAnswer::Ok;
 };
 
 extern UnitsFormRecord UnitsForm;
 
 // The command: loads the form, shows it modally ("UnitsForm"), then refreshes the units. A cancelled form
-// leaves the workspace as it was and Work.AbortFit clear. A RuntimeError (a coefficient that makes no scale,
+// leaves the workspace as it was. A RuntimeError (a coefficient that makes no scale,
 // as a density times v-bar of exactly 1 with true molar masses) leaves the workspace as it was, too, and is
 // for the caller to tell.
 void DefineUnitsDialog();
@@ -61,6 +63,6 @@ void UnitsFormLostFocus(UnitsInput input, std::size_t species);
 
 // Takes the boxes as they stand and closes, unless one of them holds a value of 0 or below.
 void UnitsFormOkButton();
-void UnitsFormCancelButton(); // sets Work.AbortFit and closes; closing the window is the same
+void UnitsFormCancelButton(); // closes; closing the window is the same
 
 } // namespace Quillon

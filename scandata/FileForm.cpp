@@ -254,13 +254,13 @@ void StartFileForm() {
     AskedForScan = false;
 }
 
-void OpenFileForm(const std::vector<std::string>& scans) {
+DialogAnswer OpenFileForm(const std::vector<std::string>& scans) {
     if (Work.DataDirectory.empty()) FindDataDirectory();
-    Work.AbortFit = FlagFalse;
     LoadFileForm();
     FileForm.Waiting = scans;
     if (!scans.empty()) FileForm.Timer1 = AskedForScan = true;
     Host.ShowModal(FileFormName);
+    return FileForm.Answer;
 }
 
 } // namespace Quillon

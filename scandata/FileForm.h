@@ -6,6 +6,7 @@
 // What the user does in it: scandata/FileFormEvents.h, with files scandata/FileFormScans.h, by the menu of a
 // line scandata/FileFormMenu.h; one step back: scandata/TableUndo.h.
 
+#include "models/DialogAnswer.h"
 #include "platform/Controls.h"
 #include "workspace/records/Counts.h"
 
@@ -34,13 +35,13 @@ struct FileFormRecord {
         CellBox, ChannelBox, CellPath, ExtinctionButton, SaveButton, HelpButton;
     Control NewFileButton, SubtractBlankButton, RangeButton, LogPlot, CopyFile, ClearFiles, Page2, WriteData;
     Control OkButton, CancelButton, UndoButton, Hint;
-    Control Changed; // what the latest command has changed
+    DialogAnswer Answer = DialogAnswer::Cancel; // Ok once the table has been accepted
+    Control Changed;                            // what the latest command has changed
 };
 extern FileFormRecord FileForm;
 
-// Opens the form and returns when it is closed: Work.AbortFit is then 2 after OK, 1 after Cancel. scans are
-// read into it as soon as it shows (Timer1).
-void OpenFileForm(const std::vector<std::string>& scans = {});
+// Opens the form and answers how it was closed. scans are read into it as soon as it shows (Timer1).
+DialogAnswer OpenFileForm(const std::vector<std::string>& scans = {});
 
 // The program starts: the next opening of the form without accepted data asks for a scan at once (Timer1).
 void StartFileForm();

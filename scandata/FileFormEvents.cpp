@@ -33,8 +33,8 @@ std::size_t At(int line) {
     return static_cast<std::size_t>(line);
 }
 
-void Close(std::int16_t answer) {
-    Work.AbortFit = answer;
+void Close(DialogAnswer answer) {
+    FileForm.Answer = answer;
     Work.CurrentPage = 0;
     FileForm.State.Shown = false;
 }
@@ -281,23 +281,23 @@ void FileFormOkButton() {
     Work.DataChosen = FlagTrue;
     Work.NewData = FileForm.FormChanged;
     FileForm.FormChanged = 0;
-    Close(2);
+    Close(DialogAnswer::Ok);
 }
 
 void FileFormCancelButton() {
-    if (FileForm.CancelButton.Enabled) Close(1);
+    if (FileForm.CancelButton.Enabled) Close(DialogAnswer::Cancel);
 }
 
 void FileFormCloseBox() {
     if (GiveBackEmptiedTable())
-        Close(1);
+        Close(DialogAnswer::Cancel);
     else
         FileFormOkButton();
 }
 
 void FileFormEscape() {
     if (GiveBackEmptiedTable())
-        Close(1);
+        Close(DialogAnswer::Cancel);
     else
         FileFormCancelButton();
 }

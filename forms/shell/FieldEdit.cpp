@@ -1,7 +1,7 @@
 // Text boxes under the rules of a form.
 #include "forms/shell/Binding.h"
 #include "input/NUMINPUT.h"
-#include "workspace/records/Workspace.h"
+#include "models/NumberBox.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -129,7 +129,7 @@ bool FieldEdit::Escape() {
 // A form that keeps the former value gives it back when the field is left: left and entered at once, so that
 // the user sees it and the request does not stay behind.
 void FieldEdit::TakeBack() {
-    if (!Work.AbortFit) return;
+    if (!EntryIsTakenBack()) return;
     const QString entry = AtEntry;
     Leave();
     if (hasFocus()) Enter();

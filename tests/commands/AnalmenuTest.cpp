@@ -352,7 +352,7 @@ TEST_F(MainWindow, AcceptedTableEndsTheFitAndACancelledOneDoesNot) {
     EXPECT_EQ(Work.NewData, 0);
     EXPECT_EQ(Work.AbortFit, 0);
     script.ExpectModal(FileFormName, [] {
-        Work.AbortFit = 2;
+        FileForm.Answer = DialogAnswer::Ok;
         Work.NewData = 1;
         FileForm.State.Shown = false;
     });
@@ -365,7 +365,7 @@ TEST_F(MainWindow, AcceptedTableEndsTheFitAndACancelledOneDoesNot) {
 
 TEST_F(MainWindow, CancelledModelDialogLeavesTheFit) {
     Work.FitDone = FlagTrue;
-    script.ExpectModal(ModelFormName, [] { Work.AbortFit = FlagTrue; });
+    script.ExpectModal(ModelFormName, [] { ModelFormCancelButton(); });
     RunMainCommand("DoModelSet");
     EXPECT_EQ(Work.FitDone, FlagTrue);
     EXPECT_EQ(Work.AbortFit, 0);

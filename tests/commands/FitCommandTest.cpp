@@ -46,7 +46,7 @@ void Accept() {
     EXPECT_TRUE(AssignFreePositions(FitChoices()));
 }
 void CancelDialog() {
-    Work.AbortFit = FlagTrue;
+    GetGuessCancelButton();
 }
 
 // Only the masses' and stoichiometries' marks that the experiment fits.

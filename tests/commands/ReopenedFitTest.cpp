@@ -173,7 +173,7 @@ TEST_P(ReopenedFits, KeepTheirConstantsWhateverTheSessionFittedBefore) {
         Host.ShowModal = [&](const std::string& form) {
             if (form != GetGuessName) return;
             ++dialogs;
-            Work.AbortFit = FlagTrue; // Cancel
+            GetGuessCancelButton();
         };
         RunMainCommand("FitData"); // asks nothing: nothing has changed since that fit
         EXPECT_EQ(dialogs, 1);

@@ -144,7 +144,7 @@ protected:
         std::vector<FitChoice> choices = FitChoices();
         for (FitChoice& choice : choices)
             if (Chance(6)) choice.Check = choice.Check == FitCheckNo ? FitCheckYes : FitCheckNo;
-        if (Chance(5) || !AssignFreePositions(choices)) Work.AbortFit = FlagTrue;
+        if (Chance(5) || !AssignFreePositions(choices)) GetGuessCancelButton();
     }
     void PlayModel() {
         if (Calm) return ModelFormRowDoubleClick(1);

@@ -217,7 +217,7 @@ TEST_F(Simulate, CancelledValuesLeaveAllAsItWas) {
         Workspace before = Work;
         Answer(overwrite, "0.1", [] {
             Work.Parms[0] *= 2.0F;
-            Work.AbortFit = FlagTrue;
+            GetGuessCancelButton();
         });
         SimulateCommand();
         EXPECT_EQ(Work.PtY, before.PtY);

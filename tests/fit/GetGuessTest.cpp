@@ -3,6 +3,7 @@
 
 #include "fit/FreeMap.h"
 #include "fit/GuessesDialog.h"
+#include "models/NumberBox.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
 #include "workspace/records/Workspace.h"
@@ -85,7 +86,7 @@ TEST_F(GuessForm, ReducedFormEditsValuesOnly) {
                      GetGuess.ConvergenceLabel.Visible || GetGuess.AccuracyLabel.Visible);
         GetGuessOkButton();
     });
-    GuessesDialog(true);
+    EXPECT_EQ(GuessesDialog(true), DialogAnswer::Ok);
     EXPECT_FALSE(GuessesValuesOnly());
     EXPECT_EQ(Work.AbortFit, 0);
 }
@@ -130,7 +131,7 @@ TEST_F(GuessForm, EscapeTakesAnEntryBack) {
     Enters(0, std::string("9") + static_cast<char>(Esc));
     EXPECT_EQ(GetGuess.Guess[0].Text, "1.500");
     EXPECT_EQ(Work.Parms[0], 1.5F);
-    EXPECT_EQ(Work.AbortFit, 0);
+    EXPECT_FALSE(EntryIsTakenBack());
 }
 
 TEST_F(GuessForm, TabAndEnterLeadOn) {
@@ -220,8 +221,7 @@ TEST_F(GuessForm, CancelBringsValuesAndLimitBackButNotThePrecision) {
         GetGuessAccuracyLostFocus();
         GetGuessCancelButton();
     });
-    GuessesDialog(false);
-    EXPECT_EQ(Work.AbortFit, FlagTrue);
+    EXPECT_EQ(GuessesDialog(false), DialogAnswer::Cancel);
     EXPECT_EQ(Work.Parms[0], 1.5F);
     EXPECT_EQ(Work.ConvergenceLimit, 0.05F);
     EXPECT_FLOAT_EQ(Work.ParmsAccuracy, 0.01F);
@@ -238,8 +238,7 @@ TEST_F(GuessForm, AFieldLeftByTheCancelledFormIsNoUndo) {
         GetGuessConvergenceLostFocus();
         GetGuessAccuracyLostFocus();
     });
-    GuessesDialog(false);
-    EXPECT_EQ(Work.AbortFit, FlagTrue);
+    EXPECT_EQ(GuessesDialog(false), DialogAnswer::Cancel);
     EXPECT_EQ(Work.Parms[0], 1.5F);
     EXPECT_EQ(Work.ConvergenceLimit, 0.05F);
     EXPECT_EQ(Work.ParmsAccuracy, 0.001F);

@@ -190,9 +190,7 @@ TEST(SelectModel, CancelRestoresEverything) {
             ModelFormCancelButton();
             EXPECT_FALSE(ModelForm.State.Shown);
         });
-        SelectModel(true);
-        EXPECT_EQ(Work.AbortFit, -1); // for the caller
-        Work.AbortFit = FlagFalse;
+        EXPECT_EQ(SelectModel(true), DialogAnswer::Cancel);
         EXPECT_TRUE(Work == before);
     }
 }
@@ -210,9 +208,8 @@ TEST(SelectModel, CancelAfterARefusalRestoresTheOptionsToo) {
         EXPECT_EQ(ModelForm.Ideal.Value, -1); // the option went off
         ModelFormCancelButton();
     });
-    SelectModel(true);
+    EXPECT_EQ(SelectModel(true), DialogAnswer::Cancel);
     EXPECT_EQ(script.Beeps, 1);
-    Work.AbortFit = FlagFalse;
     EXPECT_TRUE(Work == before);
 }
 

@@ -1,5 +1,6 @@
 // The sigma calculator.
 #include "models/SigmaCalcForm.h"
+#include "models/NumberBox.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
@@ -205,17 +206,17 @@ TEST(SigmaCalcForm, EscapeUndoesABox) {
     Type(In::MW, "40");
     EXPECT_EQ(TextOf(In::Sigma), "0.486");
     Type(In::MW, "\x1b");
-    Work.AbortFit = FlagFalse;
+    ForgetTakenBack();
     Enter(In::MW, "20");
     SigmaCalcFormGotFocus(In::MW);
     SigmaCalcFormBox(In::MW).Text = "40";
     SigmaCalcFormChange(In::MW);
     SigmaCalcFormKeyPress(In::MW, 27);
-    EXPECT_EQ(Work.AbortFit, -1);
+    EXPECT_TRUE(EntryIsTakenBack());
     SigmaCalcFormLostFocus(In::MW);
     EXPECT_EQ(TextOf(In::MW), "20.000");
     EXPECT_EQ(TextOf(In::Sigma), "0.243");
-    EXPECT_EQ(Work.AbortFit, 0);
+    EXPECT_FALSE(EntryIsTakenBack());
 }
 
 TEST(SigmaCalcForm, EnterGoesDownTheBoxes) {

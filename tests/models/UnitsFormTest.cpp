@@ -1,6 +1,7 @@
 // The units dialog, and the way of the bounds through a change of units.
 #include "models/UnitsForm.h"
 #include "input/NUMINPUT.h"
+#include "models/NumberBox.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -222,9 +223,9 @@ TEST(UnitsForm, EscapeUndoesABox) {
     EXPECT_EQ(UnitsForm.VBarInput[0].ForeColor, StandardEditColor);
     TypeInto(UnitsForm.VBarInput[0], "-9\x1b",
              [](int key) { return UnitsFormKeyPress(UnitsInput::VBar, 0, key); });
-    EXPECT_EQ(Work.AbortFit, -1);
+    EXPECT_TRUE(EntryIsTakenBack());
     UnitsFormLostFocus(UnitsInput::VBar, 0);
-    EXPECT_EQ(Work.AbortFit, 0);
+    EXPECT_FALSE(EntryIsTakenBack());
     EXPECT_EQ(UnitsForm.VBarInput[0].Text, "0.73000");
     EXPECT_EQ(UnitsForm.VBarInput[0].ForeColor, DefaultColor);
     EXPECT_EQ(Work.VbarA, 0.730F);
@@ -240,10 +241,10 @@ TEST(UnitsForm, OkTakesTheBoxThatIsBeingEdited) {
     EXPECT_FALSE(UnitsForm.State.Shown);
     LoadUnitsForm();
     UnitsForm.VBarInput[0].Text = "0.6";
-    Work.AbortFit = FlagTrue; // Esc, then OK
+    UnitsFormKeyPress(UnitsInput::VBar, 0, KeyEscape);
     UnitsFormOkButton();
     EXPECT_EQ(Work.VbarA, 0.7F);
-    EXPECT_EQ(Work.AbortFit, 0);
+    EXPECT_FALSE(EntryIsTakenBack());
 }
 
 TEST(UnitsForm, EnterInABoxIsOk) {

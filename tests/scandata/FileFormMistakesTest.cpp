@@ -99,7 +99,7 @@ TEST_F(Mistakes, AnEmptiedTableGivesBackWhatItHeldWhenItWasOpened) {
         FileFormClearFiles();
         wayOut();
         EXPECT_FALSE(FileForm.State.Shown);
-        EXPECT_EQ(Work.AbortFit, 1);
+        EXPECT_EQ(FileForm.Answer, DialogAnswer::Cancel);
         EXPECT_EQ(Work.ScanFile, opened.ScanFile);
         EXPECT_TRUE(Work.ScanValue == opened.ScanValue);
         EXPECT_EQ(Work.DataChosen, opened.DataChosen);

@@ -384,7 +384,7 @@ TEST_F(TableTest, OkRefusesAnEmptyTableAndOneWithoutChecks) {
     EXPECT_FALSE(FileForm.State.Shown);
     EXPECT_EQ(Work.DataChosen, FlagTrue);
     EXPECT_EQ(Work.NewData, 1);
-    EXPECT_EQ(Work.AbortFit, 2);
+    EXPECT_EQ(FileForm.Answer, DialogAnswer::Ok);
     EXPECT_EQ(Work.NumPts, 141);
 }
 
@@ -395,7 +395,7 @@ TEST_F(TableTest, CancelClosesAnUnchangedTableOnly) {
     FileForm.CancelButton.Enabled = true;
     FileFormCancelButton();
     EXPECT_FALSE(FileForm.State.Shown);
-    EXPECT_EQ(Work.AbortFit, 1);
+    EXPECT_EQ(FileForm.Answer, DialogAnswer::Cancel);
 }
 
 TEST_F(TableTest, CancelledBaselineDialogTakesTheBaselineOff) {
