@@ -142,6 +142,13 @@ std::string Painted(const GraphOption& option) {
     return bytes;
 }
 
+// The graph at hand by the ending of its file.
+std::string BytesOf(const GraphOption& option) {
+    const std::string ending = GraphEnding(option);
+    const bool numbers = ending == "grf" || ending == "dat" || ending == "csv";
+    return numbers ? GraphAs(ending) : Painted(option);
+}
+
 } // namespace
 
 std::vector<std::string> GraphKinds() {
@@ -181,13 +188,22 @@ void CheckGraphModel(const GraphOption& option, int model) {
     FailGraph(option, "--mass-species B: the model has no species B");
 }
 
+std::string GraphBytesOf(const std::string& name, const std::string& path,
+                         const std::function<bool()>& make) {
+    const FigureChart chart;
+    GraphOption option;
+    option.Kind = name;
+    option.Path = path;
+    if (!make()) RaiseError(name + "=" + path + ": it could not be drawn");
+    TellStatus();
+    return BytesOf(option);
+}
+
 std::string GraphBytes(const GraphOption& option) {
     const FigureChart chart;
     if (option.Kind == FigureKind) return Figure(option);
     Make(option);
-    const std::string ending = GraphEnding(option);
-    const bool numbers = ending == "grf" || ending == "dat" || ending == "csv";
-    return numbers ? GraphAs(ending) : Painted(option);
+    return BytesOf(option);
 }
 
 } // namespace Quillon

@@ -8,6 +8,7 @@
 #include "batch/GraphOption.h"
 #include "platform/PictureFile.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -34,5 +35,8 @@ void CheckGraphModel(const GraphOption& option, int model);
 
 // The graph as the bytes of its file. A graph that cannot be drawn is a RuntimeError.
 std::string GraphBytes(const GraphOption& option);
+
+// The same of a graph that make builds as the builders of graphs/ do; name is what messages call it.
+std::string GraphBytesOf(const std::string& name, const std::string& path, const std::function<bool()>& make);
 
 } // namespace Quillon

@@ -11,7 +11,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* Endings[] = {"csv", "json"};
+constexpr const char* Endings[] = {"csv", "json", "svg", "png", "pdf", "emf", "dat", "grf"};
 
 long ReadSlot(const std::string& whole, std::string_view text) {
     long slot = 0;
@@ -39,7 +39,8 @@ ProfileOption ParseProfileOption(const std::string& text) {
     option.Path = text.substr(equals + 1);
     const std::string ending = PathEnding(option.Path);
     if (option.Path != "-" && std::find(std::begin(Endings), std::end(Endings), ending) == std::end(Endings))
-        RaiseError("--profile: " + Quoted(option.Path) + " ends with none of .csv and .json");
+        RaiseError("--profile: " + Quoted(option.Path) +
+                   " ends with none of .csv, .json, .svg, .png, .pdf, .emf, .dat and .grf");
     return option;
 }
 

@@ -22,6 +22,7 @@
 #include "commands/AnalysisJob.h"
 #include "commands/HtmlReport.h"
 #include "commands/PrintedReport.h"
+#include "commands/StudyGraphs.h"
 #include "files/WriteWhole.h"
 #include "persistence/FitFile.h"
 #include "platform/Paths.h"
@@ -97,6 +98,16 @@ void WriteOutput(const Output& output) {
     }
 }
 
+// So do pictures of profiles.
+void CheckProfileFormats(const Options& options) {
+    for (const ProfileOption& profile : options.Profiles) {
+        GraphOption graph;
+        graph.Kind = "profile";
+        graph.Path = profile.Path;
+        CheckGraphFormat(graph);
+    }
+}
+
 // Pages need the module that makes PDF files: seen before a fit, not after it.
 void CheckReportFormat(const Options& options) {
     OpenToolkitPicture = LoadedPicture;
@@ -118,11 +129,16 @@ std::string HtmlBytes() {
 }
 
 // A profile or a map, by the ending of its file.
-std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const std::string& path) {
-    const bool json = PathEnding(path) == "json";
-    if (const ProfileMap* map = std::get_if<ProfileMap>(&study)) return json ? MapJson(*map) : MapCsv(*map);
-    const Profile& profile = std::get<Profile>(study);
-    return json ? ProfileJson(profile) : ProfileCsv(profile);
+std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const ProfileOption& option) {
+    const std::string ending = PathEnding(option.Path);
+    const auto bytes = [&](const auto& found, const auto& csv, const auto& json) {
+        if (ending == "json") return json(found);
+        if (ending == "csv" || option.Path == "-") return csv(found);
+        return GraphBytesOf("--profile " + ProfileName(option), option.Path,
+                            [&] { return MakeGraphOf(found); });
+    };
+    if (const ProfileMap* map = std::get_if<ProfileMap>(&study)) return bytes(*map, MapCsv, MapJson);
+    return bytes(std::get<Profile>(study), ProfileCsv, ProfileJson);
 }
 
 // What the studies of a run add to its report.
@@ -188,7 +204,7 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         outputs.push_back({options.Compare, CompareTable(*end.Studies.Compared, options.Compare)});
     for (std::size_t i = 0; i < end.Studies.Profiles.size(); ++i)
         outputs.push_back(
-            {options.Profiles[i].Path, ProfileBytes(end.Studies.Profiles[i], options.Profiles[i].Path)});
+            {options.Profiles[i].Path, ProfileBytes(end.Studies.Profiles[i], options.Profiles[i])});
     if (end.Studies.Resampled && !options.Draws.empty())
         outputs.push_back({options.Draws, DrawsCsv(*end.Studies.Resampled)});
     if (!options.Results.empty())
@@ -212,6 +228,7 @@ int RunOptions(const Options& options, const JobRow* row, RunEnd& end) {
     CheckGraphFilesStay(options);
     for (const GraphOption& graph : options.Graphs)
         CheckGraphFormat(graph);
+    CheckProfileFormats(options);
     CheckReportFormat(options);
     end = options.JobPath.empty() ? NothingToRun() : RunJobOrFit(options, row);
     std::vector<Output> outputs;

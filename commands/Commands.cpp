@@ -3,6 +3,7 @@
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
+#include "commands/StudyGraphs.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
 #include "models/ConcForm.h"
@@ -49,6 +50,7 @@ bool IsSameModel(const Workspace& before) {
 
 void RunStudyForm(StudyKind kind) {
     LoadStudyForm(kind);
+    StudyForm.Draw = GraphStudy;
     Host.ShowModal(StudyFormName);
     if (StudyForm.Taken) ShowResults();
 }

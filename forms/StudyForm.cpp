@@ -124,6 +124,8 @@ QWidget* MakeStudyForm(QWidget* parent) {
         ButtonRow({MakeButton(
                        bind, []() -> Control& { return StudyForm.TakeButton; }, StudyFormTakeButton),
                    MakeButton(
+                       bind, []() -> Control& { return StudyForm.GraphButton; }, StudyFormGraphButton),
+                   MakeButton(
                        bind, []() -> Control& { return StudyForm.CopyButton; }, StudyFormCopyButton)},
                   {MakeCancel(
                       bind, []() -> Control& { return StudyForm.CloseButton; }, StudyFormCloseButton)}));

@@ -28,7 +28,7 @@ void ShowRunning(bool running) {
     StudyForm.StopButton.Enabled = running;
     for (StudyInput& input : StudyForm.Inputs)
         input.Box.Enabled = !running;
-    StudyForm.CopyButton.Enabled = !running && !StudyForm.Rows.empty();
+    StudyForm.CopyButton.Enabled = StudyForm.GraphButton.Enabled = !running && !StudyForm.Rows.empty();
     StudyForm.State.FocusOn = running ? &StudyForm.StopButton : &StudyForm.RunButton;
 }
 
@@ -90,6 +90,8 @@ void LoadStudyForm(StudyKind kind) {
     StudyForm.StopButton = Captioned("S&top");
     StudyForm.TakeButton = Captioned(study.Take);
     StudyForm.TakeButton.Visible = !StudyForm.TakeButton.Text.empty();
+    StudyForm.GraphButton = Captioned("&Graph");
+    StudyForm.GraphButton.Visible = kind != StudyKind::Compare;
     StudyForm.CopyButton = Captioned("C&opy Table");
     StudyForm.CloseButton = Captioned("Clos&e");
     ClearTable();
@@ -177,6 +179,14 @@ void StudyFormTakeButton() {
     Study().TakeRow(StudyRow(StudyForm.Chosen));
     StudyForm.Taken = true;
     Leave();
+}
+
+int MarkedStudyRow() {
+    return StudyRow(StudyForm.Chosen);
+}
+
+void StudyFormGraphButton() {
+    if (StudyForm.GraphButton.Enabled && StudyForm.Draw) StudyForm.Draw();
 }
 
 void StudyFormCopyButton() {

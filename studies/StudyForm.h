@@ -32,8 +32,9 @@ struct StudyFormRecord {
     std::vector<std::vector<std::string>> Rows;
     int Chosen = -1; // the row that is marked
     Control Notes;   // of the marked row, or of the whole
-    Control TakeButton, CopyButton, CloseButton;
-    bool Taken = false; // the form was left by taking a result
+    Control TakeButton, GraphButton, CopyButton, CloseButton;
+    bool Taken = false;       // the form was left by taking a result
+    void (*Draw)() = nullptr; // draws what stands in the table; set by whoever shows the form
 };
 
 // The one form of the process.
@@ -60,6 +61,7 @@ void StudyFormStopButton();
 void StudyFormRow(int row);     // marks a row, from 0
 void StudyFormSort(int column); // sorts the rows by a column, and backwards when it is sorted by it already
 void StudyFormTakeButton();     // the marked result becomes the fit, and the form closes
+void StudyFormGraphButton();    // the curve, the contours, or the histogram of the marked row
 void StudyFormCopyButton();     // the table as text on the clipboard
 void StudyFormCloseButton();    // closes; while a study runs, stops it
 

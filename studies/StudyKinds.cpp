@@ -359,6 +359,18 @@ const StudyBehindForm& StudyOf(StudyKind kind) {
     return Behind[static_cast<std::size_t>(kind)];
 }
 
+const Profile& FoundProfile() {
+    return Profiled;
+}
+
+const ProfileMap* FoundMap() {
+    return IsMap ? &Mapped : nullptr;
+}
+
+const Resampling& FoundResampling() {
+    return Resampled;
+}
+
 bool CanStudy(StudyKind kind) {
     return kind == StudyKind::Compare ? CanRestart() : CanRestart() && CanResample();
 }

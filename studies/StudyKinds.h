@@ -1,6 +1,8 @@
 #pragma once
 // What the form of the studies shows, runs and takes, study by study. Shared by its own files.
 
+#include "studies/ProfileMap.h"
+#include "studies/Resampling.h"
 #include "studies/StudyForm.h"
 
 #include <functional>
@@ -25,5 +27,13 @@ struct StudyBehindForm {
 };
 
 const StudyBehindForm& StudyOf(StudyKind kind);
+
+// What the form shows, for its graphs. The map is nullptr unless one was made last.
+const Profile& FoundProfile();
+const ProfileMap* FoundMap();
+const Resampling& FoundResampling();
+
+// The marked row in the order of the study, -1 without one.
+int MarkedStudyRow();
 
 } // namespace Quillon

@@ -139,6 +139,16 @@ TEST(BatchProfile, OfTwoIsAMap) {
     EXPECT_EQ(LinesOf(end.Out)[0], "slot_1,slot_2,value_1,value_2,sum_of_squares,ratio,converged");
 }
 
+TEST(BatchProfile, IsDrawnByTheEnding) {
+    Script script;
+    const std::string job = StudyJob(script, "[profile]\nsteps = 5\n");
+    const std::string curve = script.Directory() + "/p.svg", map = script.Directory() + "/m.svg";
+    const ProgramEnd end = RunInside({job, "--profile", "2=" + curve, "--profile", "0,2=" + map});
+    ASSERT_EQ(end.Status, 0) << end.Err;
+    EXPECT_NE(ReadWholeFile(curve).find("Sum of Squares over the Lowest"), std::string::npos);
+    EXPECT_NE(ReadWholeFile(map).find("95.0%"), std::string::npos);
+}
+
 TEST(BatchProfile, RefusesWhatIsNoFittedParameter) {
     Script script;
     const std::string job = StudyJob(script, "");
