@@ -365,6 +365,8 @@ std::vector<NamedOutput> OutputsOf(const Options& options) {
 void ForEachOutput(Options& options, const std::function<void(std::string&)>& change) {
     for (const FileOption& option : FileOptions)
         if (std::string& path = options.*option.Target; !path.empty()) change(path);
+    for (ProfileOption& profile : options.Profiles)
+        change(profile.Path);
     for (GraphOption& graph : options.Graphs)
         change(graph.Path);
 }
