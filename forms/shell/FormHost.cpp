@@ -27,6 +27,10 @@ std::map<std::string, Registered>& Registry() {
     return forms;
 }
 
+// The window above which the latest modal one stood: until the system has made a window the active one again,
+// what the same command shows next belongs above this one.
+QPointer<QWidget> Behind;
+
 Registered* Find(const std::string& name) {
     const auto found = Registry().find(name);
     if (found != Registry().end()) return &found->second;
@@ -56,6 +60,7 @@ QWidget* FrontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
     QWidget* active = QApplication::activeWindow();
     if (active && active->isVisible()) return active;
+    if (Behind && Behind->isVisible()) return Behind;
     for (const auto& [name, form] : Registry())
         if (form.Window && form.Window->isVisible()) return form.Window;
     return nullptr;
@@ -90,7 +95,8 @@ void ShowFormModally(const std::string& name) {
     // The engine holds one graph: the chart window that stands would show one that is gone.
     const QPointer<QWidget> standing = form->Window;
     if (standing) standing->hide();
-    const QPointer<QWidget> window = form->Make(FrontWindow());
+    const QPointer<QWidget> front = FrontWindow();
+    const QPointer<QWidget> window = form->Make(front);
     window->setObjectName(QString::fromStdString(name));
     form->Window = window;
     form->Modal = true;
@@ -102,6 +108,7 @@ void ShowFormModally(const std::string& name) {
     form->Modal = false;
     form->Window = standing;
     delete window.data();
+    Behind = front;
 }
 
 namespace {

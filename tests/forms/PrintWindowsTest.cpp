@@ -8,6 +8,7 @@
 #include "fit/GNLLSQ.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPrinter.h"
+#include "forms/shell/FormHost.h"
 #include "forms/surfaces/Pictures.h"
 #include "persistence/FitFile.h"
 #include "platform/Narrow.h"
@@ -155,6 +156,20 @@ TEST_F(PrintWindows, ACancelOfAShortJobWasNotHeardBetweenTwoServices) {
     EXPECT_FALSE(PrintGraph(PrintModes::FromMenu));
     EXPECT_EQ(printer.Done.back(), "abort");
     EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(PrintWindows, WhatPrintingShowsStoodAboveTheMainWindowWhichThenHadTheFocus) {
+    player.ClickMenu("GraphOverlay");
+    const QWidget* above = nullptr;
+    const auto begin = Host.Printer.Begin;
+    Host.Printer.Begin = [&](const std::string& title) {
+        above = FrontWindow(); // the options have just been closed
+        return begin(title);
+    };
+    player.Expect(PrintGrFormName, [] { Player::Click(PrintGrForm.PrintButton); });
+    PrintFromGraphWindow();
+    EXPECT_EQ(printer.Done.back(), "end");
+    EXPECT_EQ(above, Player::Window(ChartsName));
 }
 
 TEST_F(PrintWindows, AHeldPageIsPrintedAtTheEndOfTheProgram) {
