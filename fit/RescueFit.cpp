@@ -13,6 +13,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -169,11 +170,48 @@ bool TryAttempt(int attempt, const PerSlot<float>& start, Workspace& best, const
     return !IsCancelled();
 }
 
-// The roads to other minima from one that has been reached, the shortest one first.
-constexpr int LookedAlong[] = {LastAttempt, 1, 3};
+// The roads to other minima from one that has been reached, the shortest one first, and that one once more
+// from where the others have led.
+constexpr int LookedAlong[] = {LastAttempt, 1, 3, LastAttempt};
 
 // Of the sum of squares; what is found below that is another minimum.
 constexpr double MuchLower = 0.999;
+
+// Sums of squared residuals and their number, of a set or of all.
+struct Residuals {
+    double SumSq = 0.0;
+    double Count = 0.0;
+
+    void Add(double residual) {
+        SumSq += residual * residual;
+        Count += 1.0;
+    }
+    // Four standard deviations beyond the noise: of the mean of so many squares, 2 / n, and of the noise as
+    // the data show it, in which the median of N squares counts for 9 / N.
+    bool StandOut(double noise, double points) const {
+        constexpr double Deviations = 4.0;
+        const double spread = std::sqrt(2.0 / Count + 9.0 / points);
+        return Count > 0.0 && SumSq > (1.0 + Deviations * spread) * noise * Count;
+    }
+};
+
+// True when all points together, or those of one set, lie further from the fit than their noise: a set that
+// is caught hardly shows in the sum of many.
+bool LeavesMoreThanNoise(const Workspace& fit) {
+    Residuals all;
+    std::vector<Residuals> sets(static_cast<std::size_t>(fit.NumSets) + 1);
+    for (long p = 1; p <= fit.NumPts; ++p) {
+        if (fit.PtX[p] == PointMarker) continue;
+        const double residual = NoiseWeight(SetNo(fit.PtSet[p])) *
+                                (static_cast<double>(fit.PtY[p]) - static_cast<double>(fit.PtFit[p]));
+        all.Add(residual);
+        sets[static_cast<std::size_t>(fit.PtSet[p])].Add(residual);
+    }
+    const double noise = std::max(NoiseVariance(), LeastVariance());
+    return all.StandOut(noise, all.Count) || std::any_of(sets.begin(), sets.end(), [&](const Residuals& set) {
+               return set.StandOut(noise, all.Count);
+           });
+}
 
 bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
     return found.Outcome.End == FitEnd::Converged && found.SumSq < MuchLower * own.SumSq;
@@ -183,13 +221,13 @@ bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
 
 std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
     const bool single = !TraitsOfModel().TwoSpecies;
-    if (single || Work.Outcome.End != FitEnd::Converged || IsDownToNoise(Work)) return std::nullopt;
+    if (single || Work.Outcome.End != FitEnd::Converged || !LeavesMoreThanNoise(Work)) return std::nullopt;
     const ProgressInUse inUse(progress);
     const Workspace own = Work;
     Workspace best = own;
     for (const int attempt : LookedAlong) {
         TryAttempt(attempt, start, best, progress);
-        if (IsCancelled() || IsDownToNoise(best)) break;
+        if (IsCancelled() || !LeavesMoreThanNoise(best)) break;
     }
     const bool cancelled = IsCancelled();
     Work = own;
