@@ -11,7 +11,7 @@
 #include "reporting/MethodsTable.h"
 #include "reporting/ParmLines.h"
 #include "reporting/Report.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -71,7 +71,7 @@ std::vector<std::string> Notes() {
     std::vector<std::string> notes = FitWarningLines();
     for (const std::string& line : ConstantWarnings())
         notes.push_back(line);
-    for (long slot = 0; slot < Work.NumParms; ++slot)
+    for (const SlotNo slot : EachSlot())
         if (const std::string note = ParmNote(slot); !note.empty())
             notes.push_back(Work.ParmName[slot] + ": " + note);
     return notes;
