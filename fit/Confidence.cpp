@@ -83,7 +83,9 @@ float Shortfall(float alpha, float target) {
     return q > 0.0 ? FarBeyond : -FarBeyond;
 }
 
-// The increment of one standard deviation along an axis of the error ellipsoid.
+// The increment of one standard deviation along an axis of the error ellipsoid: the eigenvector times
+// s sqrt(eigenvalue) of the inverse normal matrix, s the root mean square residual. Elements below a
+// thousandth of the axis count as none.
 void SetAxisIncrement(long axis, double sign, double eigenvalue) {
     const double length = std::sqrt(std::fabs(eigenvalue)) * static_cast<double>(Work.RmsResidual);
     for (const FreePos b : EachFree()) {
@@ -144,6 +146,8 @@ std::string WalkTo(long end, float guess, const Walk& walk) {
 // All end points; false when cancelled.
 bool WalkAxes(Walk& walk, const std::function<void(double)>& progress) {
     const double p = static_cast<double>(Work.ConfidenceLevel);
+    // In standard deviations: 1.96 of a normal distribution at 95%, and half a unit for each factor e in 1 -
+    // p.
     const auto guess = static_cast<float>(1.96 - 0.5 * std::log((1.0 - p) / 0.05));
     const long ends = 2L * Work.NumFree;
     for (long end = 0; end < ends; ++end) {

@@ -9,7 +9,8 @@ namespace Quillon {
 
 namespace {
 
-// The angle that takes A(p, q) to zero; pi/4 for equal diagonal elements.
+// The angle that takes A(p, q) to zero, tan 2t = 2 A(p, q) / (A(p, p) - A(q, q)); pi/4 for equal diagonal
+// elements.
 double RotationAngle(const ZeroBasedMatrix<double>& A, long p, long q) {
     const double difference = A(p, p) - A(q, q);
     if (difference == 0.0) return A(p, q) > 0.0 ? std::numbers::pi / 4.0 : -std::numbers::pi / 4.0;
@@ -41,6 +42,7 @@ void JacobiEigen(ZeroBasedMatrix<double>& A, ZeroBased<double>& values, ZeroBase
     vectors.Recreate(last, last);
     for (long i = 0; i <= last; ++i)
         vectors(i, i) = 1.0;
+    // Convergence is quadratic: ten sweeps are many, a hundred never come about.
     for (int sweep = 0; sweep < 100; ++sweep) {
         bool turned = false;
         for (long p = 0; p < last; ++p)

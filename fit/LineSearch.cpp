@@ -19,7 +19,9 @@ constexpr double SmallestAlpha = 0.001;
 // What the last stage has to do: the sum of squares at its step may be known already.
 enum class Tail { Evaluate, SumKnown };
 
-// The step recovers from iteration to iteration: a good one returns to the full step at once.
+// The step recovers from iteration to iteration: a good one returns to the full step at once, one that had to
+// be halved three times and more (below a quarter) in steps of two halvings, and one at the smallest steps
+// begins where a full step is three iterations away.
 void RecoverAlpha() {
     if (Work.Alpha >= 0.25)
         Work.Alpha = 1.0;
@@ -77,6 +79,7 @@ bool TakeInterpolatedStep(double S0, const TrialStep& before, Tail& tail) {
     const double smallest = S0 - (B * 0.25 * B) / A;
     CheckFinite(am);
     CheckFinite(smallest);
+    // Beyond the last trial the parabola is a guess, and a step a tenth of the smallest one is none.
     if (std::fabs(am) > a2 || !(smallest < s2) || std::fabs(am) <= 0.0001) {
         Work.Alpha = a2;
         tail = Tail::SumKnown;

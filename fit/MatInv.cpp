@@ -117,6 +117,8 @@ Decomposition Factor(ZeroBasedMatrix<double>& A) {
     return d;
 }
 
+// Forward: B(q) += multiplier(q, k) B(k) in the order of the stages; backward: X(k) = (B(k) - sum over j > k
+// of U(k, j) X(j)) / U(k, k) (Forsythe and Moler, section 9).
 void Solve(const Decomposition& d, ZeroBased<double>& B, const ZeroBasedMatrix<double>& A,
            ZeroBased<double>& X) {
     for (long k = d.Lo; k < d.Hi; ++k) {

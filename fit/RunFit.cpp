@@ -170,7 +170,8 @@ void InvertNormalMatrix() {
 }
 
 // |S0 - S| / S < limit / (n - m): with the limit of 0.05, a change below a twentieth of what one degree of
-// freedom contributes.
+// freedom contributes. The first iteration compares with a sum that nothing has been fitted to, and a step
+// that ended at a bound was not free to lower the sum: neither tells.
 bool FitConverged() {
     if (Work.SumSq <= 0.0) return false;
     const auto rel = static_cast<float>(std::fabs(Work.LastSumSq - Work.SumSq) / Work.SumSq);

@@ -42,7 +42,8 @@ struct Equations {
     }
 };
 
-// Model 1, where c1 is all of ct: plain fixed-point steps c1 <- a exp(e c1), to 1e-8.
+// Model 1, where c1 is all of ct: plain fixed-point steps c1 <- a exp(e c1), to 1e-8. From the point before
+// it takes a few passes; what needs a hundred does not contract, and is left to the bracketed search.
 bool MonomerPasses(const Equations& q, Trial& t) {
     for (int pass = 0; pass <= 100; ++pass) {
         // [decision: attraction-is-positive]
