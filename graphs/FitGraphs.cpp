@@ -4,7 +4,7 @@
 #include "graphs/PickSet.h"
 #include "graphs/SeriesNames.h"
 #include "graphs/SpecialOptions.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -14,8 +14,8 @@ constexpr const char* LogOption = "Convert Y Scale to Natural Log";
 
 // A series of the graph from the points of a set; pseudo-points and the place behind the set stay missing.
 void FillSeries(SetTable& x, SetTable& y, long series, long set, const OneBased<float>& values) {
-    const long first = FirstPointOf(set);
-    const long n = TruePointsOf(set);
+    const long first = FirstPointOf(SetNo(set));
+    const long n = TruePointsOf(SetNo(set));
     for (long i = 1; i <= n; ++i) {
         x(i, series) = Work.PtX[first + i - 1];
         y(i, series) = values[first + i - 1];

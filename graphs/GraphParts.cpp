@@ -46,21 +46,6 @@ std::pair<long, long> SetsOf(long set) {
     return {1, Work.NumSets};
 }
 
-long FirstPointOf(long set) {
-    long first = 1;
-    for (long s = 1; s < set; ++s)
-        first += Work.SetPts[s];
-    return first;
-}
-
-long TruePointsOf(long set) {
-    const long first = FirstPointOf(set);
-    long n = Work.SetPts[set];
-    while (n > 0 && Work.PtX[first + n - 1] == PointMarker)
-        --n;
-    return n;
-}
-
 long LongestSet(long first, long last) {
     long longest = 0;
     for (long s = first; s <= last; ++s)

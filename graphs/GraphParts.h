@@ -25,12 +25,6 @@ void CopyOppositeAxes(GraphSpec& spec);
 // The sets that a graph shows: all, or the one.
 std::pair<long, long> SetsOf(long set);
 
-// Point number of the first point of a set.
-long FirstPointOf(long set);
-
-// True points of a set: its pseudo-points stand behind them.
-long TruePointsOf(long set);
-
 // The longest of the sets first..last, in points.
 long LongestSet(long first, long last);
 

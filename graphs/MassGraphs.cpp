@@ -35,9 +35,9 @@ std::vector<MassPoint> PointsOf(long set, bool ofFit) {
     const RowNo row = RowOf(SetNo(set));
     const OneBased<float>& values = ofFit ? Work.PtFit : Work.PtY;
     const double offset = OffsetOf(set);
-    const long first = FirstPointOf(set);
+    const long first = FirstPointOf(SetNo(set));
     std::vector<MassPoint> points;
-    for (long i = 0; i < TruePointsOf(set); ++i) {
+    for (long i = 0; i < TruePointsOf(SetNo(set)); ++i) {
         const double r = Work.ScanRadius[row][Work.FitRange[0][row] + i];
         const double value = static_cast<double>(values[first + i]) - offset;
         points.push_back({r * r / 2.0, r, value, value > 0.0 ? std::log(value) : 0.0});
@@ -157,7 +157,7 @@ MassSeries CollectCurves(MassAxis axis, long set, const MassChoice& choice) {
         RaiseError("no window has only positive signals; a smaller window or another zero offset may help");
     const std::string window = std::to_string(choice.Points);
     if (set == 0) RaiseError("no data set has " + window + " points, the length of the window");
-    RaiseError("data set " + std::to_string(set) + " has " + std::to_string(TruePointsOf(set)) +
+    RaiseError("data set " + std::to_string(set) + " has " + std::to_string(TruePointsOf(SetNo(set))) +
                " points, and a window takes " + window);
 }
 
@@ -206,7 +206,7 @@ bool MassesAreBuoyant() {
 long MostMassPoints() {
     long most = 0;
     for (const SetNo set : EachSet())
-        most = std::max(most, TruePointsOf(set.Number));
+        most = std::max(most, TruePointsOf(set));
     return most;
 }
 

@@ -7,7 +7,7 @@
 #include "graphs/SpecialOptions.h"
 #include "input/NUMINPUT.h"
 #include "reporting/Statistics.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,8 +33,8 @@ float RmsOfFit() {
 float LargestResidual(long first, long last) {
     float largest = 0.0F;
     for (long s = first; s <= last; ++s) {
-        const long p = FirstPointOf(s);
-        for (long i = 0; i < TruePointsOf(s); ++i)
+        const long p = FirstPointOf(SetNo(s));
+        for (long i = 0; i < TruePointsOf(SetNo(s)); ++i)
             largest = std::max(largest, std::fabs(Work.PtResid[p + i]));
     }
     return largest;
@@ -100,8 +100,8 @@ SpreadScale ScaleOfSpread(float step) {
     double low = -1.0;
     double high = Work.NumSets;
     for (long k = 1; k <= Work.NumSets; ++k) {
-        const long p = FirstPointOf(k);
-        for (long i = 0; i < TruePointsOf(k); ++i) {
+        const long p = FirstPointOf(SetNo(k));
+        for (long i = 0; i < TruePointsOf(SetNo(k)); ++i) {
             const double steps = static_cast<double>(Work.PtResid[p + i]) / static_cast<double>(step);
             low = std::min(low, std::floor(static_cast<double>(k - 1) + steps));
             high = std::max(high, std::ceil(static_cast<double>(k - 1) + steps));
@@ -130,8 +130,8 @@ void ShowPicked(ResidualAxis axis) {
 } // namespace
 
 double RmsOfSet(long set) {
-    const long first = FirstPointOf(set);
-    const long n = TruePointsOf(set);
+    const long first = FirstPointOf(SetNo(set));
+    const long n = TruePointsOf(SetNo(set));
     double sum = 0.0;
     for (long i = 0; i < n; ++i)
         sum += static_cast<double>(Work.PtResid[first + i]) * static_cast<double>(Work.PtResid[first + i]);
@@ -175,9 +175,9 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
     SetTable y(LongestSet(first, last), last - first + 1);
     std::vector<std::string> names;
     for (long k = first; k <= last; ++k) {
-        const long p = FirstPointOf(k);
+        const long p = FirstPointOf(SetNo(k));
         const long series = k - first + 1;
-        for (long i = 0; i < TruePointsOf(k); ++i) {
+        for (long i = 0; i < TruePointsOf(SetNo(k)); ++i) {
             x(i + 1, series) = Abscissa(axis, k, p + i, i);
             y(i + 1, series) = static_cast<float>(k - 1) * step + Work.PtResid[p + i];
         }

@@ -5,7 +5,7 @@
 #include "graphs/SeriesNames.h"
 #include "graphs/SpecialOptions.h"
 #include "models/SpeciesAtPoint.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -97,7 +97,7 @@ SetLook LookOf(std::size_t column, long set) {
 
 void FillSet(SpeciesSeries& series, SpeciesGraph kind, long set, long place) {
     const SpeciesColumns columns = ShownColumns(kind, set);
-    const long first = FirstPointOf(set);
+    const long first = FirstPointOf(SetNo(set));
     for (std::size_t k = 0; k < columns.size(); ++k) {
         const long s = (place - 1) * static_cast<long>(columns.size()) + static_cast<long>(k) + 1;
         for (std::size_t i = 0; i < columns[k].size(); ++i) {
