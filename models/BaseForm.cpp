@@ -80,10 +80,7 @@ void BaseFormResetButton() {
 }
 
 void BaseFormOkButton() {
-    if (ForgetTakenBack()) ShowLinks(BaseForm.Boxes); // Esc in the box that Enter then left
-    for (const SetNo set : EachSet())
-        if (!LeaveBox(set)) return;
-    BaseForm.State.Shown = false;
+    AcceptLinkBoxes(BaseForm.Boxes, BaseForm.State, Words);
 }
 
 void BaseConstraintDialog() {

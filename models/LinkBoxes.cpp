@@ -84,6 +84,13 @@ bool LeaveLinkBox(LinkBoxes& boxes, SetNo set, FormState& state, const LinkWords
     return !chain;
 }
 
+void AcceptLinkBoxes(LinkBoxes& boxes, FormState& state, const LinkWords& words) {
+    if (ForgetTakenBack()) ShowLinks(boxes); // Esc in the box that Enter then left
+    for (const SetNo set : EachSet())
+        if (!LeaveLinkBox(boxes, set, state, words)) return;
+    state.Shown = false;
+}
+
 bool StoreLinks(const LinkBoxes& boxes, PerRow<std::int16_t>& links) {
     bool any = false;
     for (const SetNo set : EachSet()) {

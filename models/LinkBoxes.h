@@ -45,6 +45,9 @@ int LinkBoxKey(LinkBoxes& boxes, SetNo set, int key, FormState& state, Control& 
 // has one, or of a set that another one follows).
 bool LeaveLinkBox(LinkBoxes& boxes, SetNo set, FormState& state, const LinkWords& words);
 
+// OK: all boxes are left, and the form closes unless one of them is refused.
+void AcceptLinkBoxes(LinkBoxes& boxes, FormState& state, const LinkWords& words);
+
 // Writes the links of the sets in the fit to their rows; true when there is any.
 bool StoreLinks(const LinkBoxes& boxes, PerRow<std::int16_t>& links);
 

@@ -103,10 +103,7 @@ void ShareFormResetButton() {
 }
 
 void ShareFormOkButton() {
-    if (ForgetTakenBack()) ShowLinks(ShareForm.Boxes); // Esc in the box that Enter then left
-    for (const SetNo set : EachSet())
-        if (!LeaveBox(set)) return;
-    ShareForm.State.Shown = false;
+    AcceptLinkBoxes(ShareForm.Boxes, ShareForm.State, Words);
 }
 
 void ShareFormClose() {
