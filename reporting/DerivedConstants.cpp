@@ -3,6 +3,7 @@
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
+#include "models/ConstantConvention.h"
 #include "models/ModelTable.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Roads.h"
@@ -251,39 +252,6 @@ double MeanKelvin() {
     for (const SetNo set : EachSet())
         sum += static_cast<double>(Work.ScanTemperature[RowOf(set)]);
     return 273.15 + (Work.NumSets > 0 ? sum / Work.NumSets : 20.0);
-}
-
-std::string ConstantConvention(int model, SlotNo slot) {
-    constexpr const char* LikeSites = "intrinsic, of each of two like sites: [AB] = 2 K [A][B]";
-    constexpr const char* FirstSite = "intrinsic, of the first of two unlike sites";
-    constexpr const char* SecondSite = "intrinsic, of the second of two unlike sites";
-    constexpr const char* DimerB = "macroscopic, 2 B = B2";
-    constexpr const char* Pair = "macroscopic, 2 AB = ABBA";
-    constexpr const char* Second = "intrinsic, AB + B = ABB: [ABB] = 2 K [AB][B]";
-    constexpr const char* Complex = "macroscopic, A + B = AB";
-    constexpr const char* Factor = "cooperativity, a factor without a unit";
-    const bool unlike = model == 10 || model == 13 || model == 14 || model == 22;
-    switch (slot.Number) {
-    case 2:
-        if (model == 2 || model == 4) return "macroscopic, 2 A = A2";
-        if (model <= 6) return "macroscopic, N A = A(N)";
-        return model == 14 ? Factor : DimerB;
-    case 4:
-        if (model == 4) return "macroscopic, 4 A = A4";
-        if (model == 5) return "macroscopic, M A = A(M)";
-        if (model == 15) return Pair;
-        if (model == 16 || model == 19) return std::string(Second) + "; the same number for 2 AB = ABBA";
-        if (model == 18) return std::string(Second) + "; the same number for 2 B = B2";
-        return Second;
-    case 6:
-        if (unlike) return FirstSite;
-        return model == 9 || model == 11 || model == 12 || model == 21 ? LikeSites : Complex;
-    case 7:
-        if (model == 11) return Factor;
-        return unlike ? SecondSite : Pair;
-    default:
-        return "";
-    }
 }
 
 std::vector<DerivedConstant> DerivedConstants() {

@@ -53,9 +53,6 @@ std::vector<DerivedConstant> DerivedConstants();
 // The same for reports: two lines for each constant that has a value, none for others.
 std::vector<std::string> DerivedLines();
 
-// What the constant of a global slot means in a model: which reaction, and whether it counts sites.
-std::string ConstantConvention(int model, SlotNo slot);
-
 // Whether a molar coefficient of A (or of B) stands that somebody has set: a program that knows nothing of
 // the sample starts with one, too. Whoever shows concentrations in mol/L has settled it.
 bool MolarCoefficientIsGiven(bool ofB);

@@ -2,6 +2,7 @@
 #include "reporting/DerivedConstants.h"
 
 #include "HandBuiltFit.h"
+#include "models/ConstantConvention.h"
 #include "models/ModelTable.h"
 #include "tests/support/ScriptedPlatform.h"
 
