@@ -141,7 +141,8 @@ TEST(PaperReport, ErrorsAndLimitsAreWrappedWholeOnNarrowPaper) {
     Work.ParmLimits[0].Recreate(3, -0.5F);
     Work.ParmLimits[1].Recreate(3, 0.25F);
     std::vector<std::string> whole;
-    for (const std::string& line : PrintReport({200, 0}).front())
+    const PageLines wide = PrintReport({200, 0}).front();
+    for (const std::string& line : wide)
         if (line.find("+/-") != std::string::npos) {
             EXPECT_NE(line.find("[ "), std::string::npos) << line;
             EXPECT_TRUE(line.ends_with(" ]")) << line;
@@ -152,7 +153,8 @@ TEST(PaperReport, ErrorsAndLimitsAreWrappedWholeOnNarrowPaper) {
         for (const float size : {20.0F, 30.0F}) {
             const int columns = PaperOf(NamedPaper(name), size).Columns;
             std::string all;
-            for (const std::string& line : PrintReport({columns, 0}).front()) {
+            const PageLines narrow = PrintReport({columns, 0}).front();
+            for (const std::string& line : narrow) {
                 EXPECT_LE(static_cast<int>(line.size()), columns);
                 all += Squeezed(line);
             }
