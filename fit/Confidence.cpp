@@ -2,6 +2,7 @@
 
 #include "fit/FDistribution.h"
 #include "fit/GNLLSQ.h"
+#include "fit/JacobiEigen.h"
 #include "fit/Undetermined.h"
 #include "models/Constraints.h"
 #include "platform/Platform.h"

@@ -32,8 +32,4 @@ void ConfidenceSearch(const std::function<void(double fraction)>& progress);
 // cancelled; a RuntimeError without a root.
 float FindRatioRoot(float guess, float target);
 
-// Eigenvalues and eigenvectors of a symmetric matrix by Jacobi rotations. Column k of vectors belongs to
-// values(k). A is used up.
-void JacobiEigen(ZeroBasedMatrix<double>& A, ZeroBased<double>& values, ZeroBasedMatrix<double>& vectors);
-
 } // namespace Quillon

@@ -1,6 +1,4 @@
-// Eigenvalues of a symmetric matrix by cyclic Jacobi rotations (G. H. Golub, C. F. Van Loan, Matrix
-// Computations, section on Jacobi methods).
-#include "fit/Confidence.h"
+#include "fit/JacobiEigen.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,6 +1,6 @@
 #include "fit/Undetermined.h"
 
-#include "fit/Confidence.h"
+#include "fit/JacobiEigen.h"
 #include "models/Constraints.h"
 #include "models/FitFunction.h"
 #include "models/ModelTable.h"
