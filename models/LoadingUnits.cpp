@@ -24,9 +24,9 @@ const char* LoadingPicture() {
 }
 
 const char* LoadingUnit() {
-    if (Work.ConcUnits == 1) return "mg/mL";
-    if (Work.ConcUnits == 2) return "molar";
-    return Work.ConcUnits == 0 ? "AU" : "fringes";
+    if (Work.ConcUnits == ConcUnit::Weight) return "mg/mL";
+    if (Work.ConcUnits == ConcUnit::Mole) return "molar";
+    return Work.ConcUnits == ConcUnit::Absorbance ? "AU" : "fringes";
 }
 
 std::string LoadingHead(const std::string& caption) {

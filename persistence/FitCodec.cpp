@@ -84,7 +84,7 @@ void CompleteModelList(Workspace& w) {
 bool Modernise(Workspace& w, double version) {
     const bool gone = TranslateModel(w);
     CompleteModelList(w);
-    if (version <= 3.2 && w.MassUnits == -1) w.MassUnits = 2;
+    if (version <= 3.2 && w.MassUnits == -1) w.MassUnits = MassUnit::Molar;
     if (!(w.ParmsAccuracy >= 0.0001F && w.ParmsAccuracy < 0.1F)) w.ParmsAccuracy = 0.001F;
     return gone;
 }

@@ -79,7 +79,9 @@ void ReadModelAndUnits(const SettingsReader& ini) {
     Work.SeparateK = ini.Boolean(IniKey::SplitKs, "False");
     Work.ConcUnits = Choice(ini.Integer(IniKey::ConcentrationUnits, "0"), 0, 5, 0);
     const std::string mass = StrippedCapitals(ini.Text(IniKey::MassUnits, "False"));
-    Work.MassUnits = mass == "TRUE" ? 2 : mass == "BUOYANT" ? 1 : 0;
+    Work.MassUnits = mass == "TRUE"      ? MassUnit::Molar
+                     : mass == "BUOYANT" ? MassUnit::Buoyant
+                                         : MassUnit::Sigma;
 }
 
 void ReadCells(const SettingsReader& ini) {

@@ -211,7 +211,9 @@ void AskModelAndUnits() {
     if (!Agreed("Do you want to save the present fitting model and units mode (sigma vs. MW, AU vs. mg/mL, "
                 "etc.) as the default values?"))
         return;
-    const char* const mass = Work.MassUnits == 2 ? "True" : Work.MassUnits == 1 ? "Buoyant" : "False";
+    const char* const mass = Work.MassUnits == MassUnit::Molar     ? "True"
+                             : Work.MassUnits == MassUnit::Buoyant ? "Buoyant"
+                                                                   : "False";
     WriteProgram({{IniKey::FitModelNumber, std::to_string(Work.Model)},
                   {IniKey::ConcentrationUnits, std::to_string(Work.ConcUnits)},
                   {IniKey::MassUnits, mass},
