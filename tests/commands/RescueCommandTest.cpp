@@ -141,6 +141,8 @@ void LoadCaught() {
         ASSERT_LT(seed, 20U) << "none is caught";
         LoadMixture({9, 1}, seed);
         StartFromDefaults();
+        ApplyModelFlags();
+        Accept();
         const Workspace start = Work;
         RunFit();
         const bool caught =
