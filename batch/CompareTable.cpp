@@ -17,7 +17,7 @@ struct Cell {
 };
 
 Cell TextCell(const char* name, const std::string& text) {
-    return {name, CsvField(text), JsonString(text)};
+    return {name, text, JsonString(text)};
 }
 Cell CountCell(const char* name, bool exists, long value) {
     const std::string text = std::to_string(value);

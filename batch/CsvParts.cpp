@@ -10,11 +10,4 @@ std::string CsvField(const std::string& text) {
     return quoted + "\"";
 }
 
-std::string CsvLine(const std::vector<std::string>& fields) {
-    std::string line;
-    for (const std::string& field : fields)
-        line += (&field == &fields.front() ? "" : ",") + field;
-    return line + "\n";
-}
-
 } // namespace Quillon

@@ -1,23 +1,20 @@
 #pragma once
-// Pieces of CSV texts (RFC 4180, lines end with LF).
+// Cells of CSV texts; their lines are made by CsvLine, which quotes what has to be.
 
 #include "batch/Numbers.h"
+#include "input/Csv.h"
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace Quillon {
 
-// A field; one with what parts fields or lines stands in quotes.
+// A cell of a line that is put together by hand: one with what parts cells or lines stands in quotes.
 std::string CsvField(const std::string& text);
 
 // A number by its shortest text, empty without one.
 template <class T> std::string CsvNumber(const std::optional<T>& value) {
     return value ? ShortestText(*value) : "";
 }
-
-// A line of fields, as they stand: what may need quotes has been through CsvField.
-std::string CsvLine(const std::vector<std::string>& fields);
 
 } // namespace Quillon

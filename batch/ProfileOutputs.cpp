@@ -46,7 +46,7 @@ std::string NoteList(const std::vector<std::string>& notes) {
 std::string ProfileCsv(const Profile& profile) {
     std::string text = "slot,name,value,sum_of_squares,ratio,converged\n";
     for (const ProfilePoint& point : profile.Points) {
-        std::vector<std::string> fields{std::to_string(profile.Slot), CsvField(profile.Name),
+        std::vector<std::string> fields{std::to_string(profile.Slot), profile.Name,
                                         ShortestText(point.Value)};
         AddEnd(fields, point);
         text += CsvLine(fields);
