@@ -170,8 +170,11 @@ std::vector<std::string> MeasuredLines() {
         for (const std::string& line : {ConditionsOf(m), CellOf(m), HistoryOf(m), QualityOf(m)})
             lines.push_back(line);
         if (m.Total && m.Populations.size() > 1) lines.push_back(PopulationsOf(m));
-        if (!m.Sha256.empty()) lines.push_back("   SHA-256 " + m.Sha256);
-        if (!m.BaselineSha256.empty()) lines.push_back("   baseline SHA-256 " + m.BaselineSha256);
+        if (!m.Sha256.empty())
+            lines.push_back("SHA-256 " + m.Sha256); // as wide as a sheet with large letters
+        if (m.BaselineSha256.empty()) continue;
+        lines.push_back("   SHA-256 of the baseline:");
+        lines.push_back("   " + m.BaselineSha256);
     }
     return lines;
 }
