@@ -181,7 +181,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "Covariance", "&List Parameter Cross-Correlations...", Covariance, ResultsStand},
         {Analysis, "CompareModels", "Compare Mode&ls...", CompareModelsCommand, MayCompare, Plain, NewGroup},
         {Analysis, "ProfileParameter", "&Profile of a Parameter...", ProfileCommand, MayProfile},
-        {Analysis, "ResampleFit", "Resa&mple...", ResampleCommand, MayResample},
+        {Analysis, "ResampleFit", "Resample...", ResampleCommand, MayResample},
 
         {Graphs, "GraphData", "&Data Included in Fit", GraphData, DataChosen},
         {Graphs, "GraphFunc", "&Fitted Function", GraphFunc, FitIsValid},

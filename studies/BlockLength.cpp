@@ -47,7 +47,11 @@ long BlockLength(const std::vector<double>& residuals) {
     const std::size_t longest =
         std::min(residuals.size() - 1, static_cast<std::size_t>(std::sqrt(n)) + 1 + inARow);
     const std::vector<double> R = Autocovariances(residuals, longest);
-    if (!(R[0] > 0.0) || longest <= inARow) return 1;
+    double square = 0.0;
+    for (const double e : residuals)
+        square += e * e / n;
+    constexpr double Rounding = 1e-12; // of their size: residuals that are all alike
+    if (!(R[0] > Rounding * square) || longest <= inARow) return 1;
     const std::size_t m = LagOfLast(R, 2.0 * std::sqrt(std::log10(n) / n), inARow);
     if (m == 0) return 1;
     const std::size_t M = std::min(2 * m, longest);
