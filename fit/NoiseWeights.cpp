@@ -9,8 +9,10 @@ namespace Quillon {
 
 namespace {
 
+// A set that has no row has none.
 double NoiseOf(SetNo set) {
-    return static_cast<double>(Work.SetNoise[RowOf(set)]);
+    const RowNo row = RowOf(set);
+    return row.Number > 0 ? static_cast<double>(Work.SetNoise[row]) : 0.0;
 }
 
 // Sums of squared residuals of true points and how many there are, by set.
