@@ -100,7 +100,7 @@ TEST(NoiseJob, SavedFitsKeepIt) {
     EXPECT_EQ(again["sets"][1]["noise"].Number, before["sets"][1]["noise"].Number);
     EXPECT_EQ(again["sets"][1]["sha256"].Text, before["sets"][1]["sha256"].Text);
     const ProgramEnd refit = RunInside({saved, "--refit", "--results", "-", "--quiet"});
-    EXPECT_NEAR(ReadJson(refit.Out)["sum_of_squares"].Number / before["sum_of_squares"].Number, 1.0, 1e-6);
+    EXPECT_NEAR(ReadJson(refit.Out)["sum_of_squares"].Number / before["sum_of_squares"].Number, 1.0, 1e-4);
 }
 
 } // namespace
