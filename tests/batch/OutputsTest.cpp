@@ -96,9 +96,9 @@ TEST_F(BatchOutputs, SetsTellWhatWasMeasured) {
     EXPECT_EQ(set["file"].Text, "set5.txt");
     EXPECT_EQ(set["sha256"].Text, Sha256(ReadWholeFile(Path("set5.txt"))));
     EXPECT_TRUE(set["baseline_sha256"].IsNull());
-    EXPECT_EQ(set["speed_rpm"].Number, static_cast<double>(Truth.ScanRPM[row]));
-    EXPECT_EQ(set["temperature_c"].Number, static_cast<double>(Truth.ScanTemperature[row]));
-    EXPECT_EQ(set["path_cm"].Number, static_cast<double>(Truth.CellPath[row]));
+    EXPECT_EQ(static_cast<float>(set["speed_rpm"].Number), Truth.ScanRPM[row]);
+    EXPECT_EQ(static_cast<float>(set["temperature_c"].Number), Truth.ScanTemperature[row]);
+    EXPECT_EQ(static_cast<float>(set["path_cm"].Number), Truth.CellPath[row]);
     EXPECT_EQ(set["optics"].Text, "absorbance");
     EXPECT_TRUE(set["noise"].IsNull());
     double sum = 0.0;
