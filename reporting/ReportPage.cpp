@@ -73,18 +73,18 @@ std::string Printable(std::string text) {
 // "=" and within an interval only at need.
 enum class BreakQuality { None, Poor, Fair, Good };
 
-// True between the brackets of an interval, "[ 1.2, 3.4 ]".
+// True between the brackets of an interval, "[ 1.2, 3.4 ]" or "[1.2, 3.4]".
 bool WithinInterval(const std::string& text, std::size_t blank) {
-    const std::size_t open = text.rfind("[ ", blank);
-    return open != std::string::npos && open < blank && text.find(" ]", open) != std::string::npos &&
-           text.find(" ]", open) >= blank;
+    const std::size_t open = text.rfind('[', blank);
+    const std::size_t close = open == std::string::npos ? open : text.find(']', open);
+    return close != std::string::npos && close > blank;
 }
 
 BreakQuality QualityOfBreak(const std::string& text, std::size_t blank) {
     const std::size_t last = text.find_last_not_of(' ', blank);
     const std::size_t next = text.find_first_not_of(' ', blank);
     if (WithinInterval(text, blank)) return BreakQuality::Poor;
-    if (next != std::string::npos && text.compare(next, 2, "[ ") == 0) return BreakQuality::Good;
+    if (next != std::string::npos && text[next] == '[') return BreakQuality::Good;
     if (text[last] == ',' || text[last] == ';') return BreakQuality::Good;
     if (text[last] == '=' || (next != std::string::npos && text[next] == '=')) return BreakQuality::Poor;
     return BreakQuality::Fair;

@@ -171,6 +171,8 @@ TEST(ReportPage, AnIntervalStaysInOnePiece) {
         EXPECT_EQ(WrapLine(line, columns),
                   (Pieces{"Ln c, set 8   -12.2910  +/-  0.0120", "      [ -12.3185, -12.2732 ]"}))
             << columns;
+    EXPECT_EQ(WrapLine("Delta G = -23.93 [-24.45, -23.59] kJ/mol", 30),
+              (Pieces{"Delta G = -23.93", "      [-24.45, -23.59] kJ/mol"}));
     EXPECT_EQ(WrapLine(line, 60), Pieces{line});
     EXPECT_EQ(WrapLine("[ -12.3185, -12.2732 ]", 16), (Pieces{"[ -12.3185,", "      -12.2732 ]"}))
         << "at need";
