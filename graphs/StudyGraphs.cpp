@@ -20,6 +20,24 @@ GraphSpec StartStudy(const std::string& xTitle, const std::string& yTitle) {
     return spec;
 }
 
+// A round step, 1, 2 or 5 times a power of ten, that goes into a range five to ten times or so.
+double RoundStep(double range) {
+    const double power = std::pow(10.0, std::floor(std::log10(range / 5.0)));
+    const double part = range / 5.0 / power;
+    return power * (part >= 5.0 ? 5.0 : part >= 2.0 ? 2.0 : 1.0);
+}
+
+// The scale of an axis over so much and no more, from one round number to another: an axis that chooses for
+// itself leaves a narrow range in a corner.
+void Cover(GraphAxis& axis, double low, double high) {
+    if (!(high > low) || !std::isfinite(high - low)) return;
+    const double step = RoundStep(high - low);
+    const int decimals = std::clamp(-static_cast<int>(std::floor(std::log10(step) + 1e-9)), 0, 7);
+    ImposeScale(axis, false, static_cast<float>(std::floor(low / step + 1e-9) * step),
+                static_cast<float>(std::ceil(high / step - 1e-9) * step), decimals);
+    axis.TicInterval = static_cast<float>(step);
+}
+
 GraphMark UprightAt(double x) {
     constexpr std::int16_t upTheScale = 3;
     GraphMark mark;
@@ -101,6 +119,11 @@ bool MakeProfileGraph(const ProfileCurve& curve) {
     }
     GraphSpec spec = StartStudy(curve.Parameter, "Sum of Squares over the Lowest");
     std::vector<GraphMark> marks;
+    double highest = 1.0;
+    for (const double ratio : curve.Ratios)
+        if (std::isfinite(ratio)) highest = std::max(highest, ratio);
+    if (points > 0) Cover(spec.AxisX1, curve.Values.front(), curve.Values.back());
+    Cover(spec.AxisY1, 1.0, highest);
     for (const double level : curve.Levels)
         marks.push_back(LineAt(static_cast<float>(level)));
     return HandOver(spec, x, y, {curve.Parameter}, {}, marks);
@@ -136,6 +159,7 @@ bool MakeHistogramGraph(const Histogram& histogram) {
         Fill(x, y, 1, ++point, bars.Edges[i + 1], 0.0);
     }
     GraphSpec spec = StartStudy(histogram.Quantity, "Fits");
+    Cover(spec.AxisX1, bars.Edges.front(), bars.Edges.back());
     return HandOver(spec, x, y, {histogram.Quantity}, {},
                     {UprightAt(histogram.Lower), UprightAt(histogram.Upper)});
 }
@@ -173,6 +197,8 @@ bool MakeContourGraph(const ContourMap& map) {
         }
     }
     GraphSpec spec = StartStudy(map.Parameters[0], map.Parameters[1]);
+    Cover(spec.AxisX1, map.Values[0].front(), map.Values[0].back());
+    Cover(spec.AxisY1, map.Values[1].front(), map.Values[1].back());
     return HandOver(spec, x, y, map.Names, {}, {EllipseAt(map)});
 }
 
