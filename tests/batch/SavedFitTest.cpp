@@ -49,7 +49,11 @@ TEST_F(SavedFits, TheResultsAreThoseOfTheJobButForItsIterationsAndItsCheck) {
     fitted.replace(from, fitted.find(',', from) - from, "null");
     const auto check = fitted.find("\"check\": ") + 9;
     fitted.replace(check, fitted.find('}', check) + 1 - check, "null");
-    EXPECT_EQ(ReadWholeFile(Place("b.json")), fitted);
+    std::string restored = ReadWholeFile(Place("b.json"));
+    const std::string folder = std::string(QUILLON_SOURCE) + "/examples/single-species/";
+    for (auto at = restored.find(folder); at != std::string::npos; at = restored.find(folder, at))
+        restored.erase(at, folder.size()); // a job names its scans as seen from its own folder
+    EXPECT_EQ(restored, fitted);
 }
 
 TEST_F(SavedFits, SavedAgainFromARestoredFitTheBytesStand) {

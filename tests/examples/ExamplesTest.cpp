@@ -240,7 +240,8 @@ std::vector<double> MeasuredValues(const std::string& csv) {
 std::string ListedValues(const std::string& results) {
     std::string list = "\n[parameters]\n";
     const std::string mark = "{\"slot\": ";
-    for (auto at = results.find(mark); at != std::string::npos; at = results.find(mark, at + 1)) {
+    const auto end = results.find("\n  ]", results.find("\"parameters\": ["));
+    for (auto at = results.find(mark); at < end; at = results.find(mark, at + 1)) {
         const std::string entry = results.substr(at, results.find('}', at) - at);
         if (entry.find("\"state\": \"tied\"") != std::string::npos) continue;
         const auto value = entry.find("\"value\": ") + 9;
