@@ -223,20 +223,20 @@ template <class Term> std::string Limited(const DerivedConstant& k, Term&& term,
     return text;
 }
 
-std::string LineOf(const DerivedConstant& k) {
-    std::string line = "    " + k.Name + ": ";
+// One number a line: with its limits each is as wide as the list of parameters in the window of results.
+void AddLinesOf(const DerivedConstant& k, std::vector<std::string>& lines) {
+    const auto add = [&](const std::string& name, auto&& term, const char* picture, const char* unit) {
+        lines.push_back("      " + name + " = " + Limited(k, term, picture) + unit);
+    };
+    lines.push_back("    " + k.Name + ": " + k.Convention);
     if (k.Value->KdRoot)
-        line += std::string(k.Bonds == 1.0 ? "Kd" : "Kd^(1/bonds)") + " = " +
-                Limited(
-                    k, [](const ConstantTerms& t) { return t.KdRoot.value_or(0.0); }, "0.000E-00") +
-                " mol/L, ";
-    return line + "log10 K = " +
-           Limited(
-               k, [](const ConstantTerms& t) { return t.Log10K; }, "#0.000") +
-           ", Delta G = " +
-           Limited(
-               k, [](const ConstantTerms& t) { return t.DeltaG; }, "#0.00") +
-           " kJ/mol";
+        add(
+            k.Bonds == 1.0 ? "Kd" : "Kd^(1/bonds)",
+            [](const ConstantTerms& t) { return t.KdRoot.value_or(0.0); }, "0.000E-00", " mol/L");
+    add(
+        "log10 K", [](const ConstantTerms& t) { return t.Log10K; }, "#0.000", "");
+    add(
+        "Delta G", [](const ConstantTerms& t) { return t.DeltaG; }, "#0.00", " kJ/mol");
 }
 
 } // namespace
@@ -267,15 +267,13 @@ std::vector<DerivedConstant> DerivedConstants() {
 std::vector<std::string> DerivedLines() {
     std::vector<std::string> lines;
     for (const DerivedConstant& k : DerivedConstants()) {
-        if (!k.Value) continue;
-        lines.push_back(LineOf(k));
-        lines.push_back("      " + k.Convention);
+        if (k.Value) AddLinesOf(k, lines);
     }
     if (lines.empty()) return lines;
-    const bool searched = Work.LimitsDone != 0;
-    lines.insert(lines.begin(), "Association constants in mol/L at " +
-                                    FormatNumber(MeanKelvin() - 273.15, "#0.0") + " degrees C, with " +
-                                    (searched ? "confidence limits:" : "standard errors:"));
+    const std::string heads[] = {"Association constants in mol/L at " +
+                                     FormatNumber(MeanKelvin() - 273.15, "#0.0") + " degrees C,",
+                                 Work.LimitsDone != 0 ? "with confidence limits:" : "with standard errors:"};
+    lines.insert(lines.begin(), std::begin(heads), std::end(heads));
     return lines;
 }
 

@@ -50,7 +50,7 @@ struct DerivedConstant {
 // All association constants that are fitted or held, by slot. Expects a fit that stands.
 std::vector<DerivedConstant> DerivedConstants();
 
-// The same for reports: two lines for each constant that has a value, none for others.
+// The same for reports: a few lines for each constant that has a value, none for others.
 std::vector<std::string> DerivedLines();
 
 // Whether a molar coefficient of A (or of B) stands that somebody has set: a program that knows nothing of
