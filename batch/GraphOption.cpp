@@ -27,11 +27,15 @@ long ReadSet(const std::string& text) {
     return set;
 }
 
-void CheckKind(const std::string& kind) {
+bool IsKind(const std::string& kind) {
     const std::vector<std::string> known = GraphKinds();
-    if (std::find(known.begin(), known.end(), kind) != known.end()) return;
+    return std::find(known.begin(), known.end(), kind) != known.end();
+}
+
+void CheckKind(const std::string& kind) {
+    if (IsKind(kind)) return;
     std::string list;
-    for (const std::string& each : known)
+    for (const std::string& each : GraphKinds())
         list += (list.empty() ? "" : ", ") + each;
     RaiseError("--graph: " + Quoted(kind) + " is none of the kinds " + list);
 }
@@ -60,10 +64,21 @@ void CheckPath(const GraphOption& option) {
                    " ends with none of .svg, .png, .pdf, .emf, .dat, .csv and .grf, which choose the format");
 }
 
+// The equals sign between what is drawn and its file: the first one, but behind a graph file whose name has
+// some of its own.
+std::size_t SignBetween(const std::string& text) {
+    const std::size_t first = text.find('=');
+    const std::string what = text.substr(0, first);
+    if (IsKind(what.substr(0, what.find(':')))) return first;
+    for (std::size_t sign = first; sign != std::string::npos; sign = text.find('=', sign + 1))
+        if (NamesGraphFile(text.substr(0, sign))) return sign;
+    return first;
+}
+
 } // namespace
 
 GraphOption ParseGraphOption(const std::string& text) {
-    const std::size_t equals = text.find('=');
+    const std::size_t equals = SignBetween(text);
     if (equals == std::string::npos) RaiseError("--graph needs KIND=FILE, not " + Quoted(text));
     const std::string what = text.substr(0, equals);
     const std::size_t colon = what.find(':');

@@ -4,6 +4,7 @@
 #include "batch/OneLine.h"
 #include "batch/OutputPlaces.h"
 #include "batch/SavedFit.h"
+#include "chart/files/GraphFile.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "reporting/MethodsTable.h"
@@ -214,6 +215,8 @@ void TakeJob(Options& options, const std::string& argument) {
     if (!options.Merge.empty()) return options.Parts.push_back(argument);
     if (!options.JobPath.empty()) FailOptions("a second job file " + Quoted(argument));
     if (argument.empty()) FailOptions("the job file has no name");
+    if (NamesGraphFile(argument))
+        FailOptions(Quoted(argument) + " is a graph file, which --graph " + argument + "=FILE draws");
     options.JobPath = argument;
 }
 

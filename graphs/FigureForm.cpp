@@ -1,6 +1,7 @@
 #include "graphs/FigureForm.h"
 
 #include "chart/files/Exchange.h"
+#include "chart/files/GraphFile.h"
 #include "graphs/Figure.h"
 #include "input/NUMINPUT.h"
 #include "models/FormControls.h"
@@ -162,15 +163,13 @@ std::string FigurePreview(double dotsPerInch) {
 }
 
 void FigureFormSaveButton() {
-    const FileAnswer answer = Host.AskFile(RequestForFile());
-    if (answer.Cancelled) return;
+    const std::string path = ChosenFile(RequestForFile());
+    if (path.empty()) return;
     try {
-        const std::string ending = EndingOf(answer.Path);
-        Host.WriteFile(answer.Path, FigureBytes(FigureForm.Choice, ending, FigureDots, OpenPictureAs));
-        FigureForm.Note.Text = "Written to " + answer.Path;
+        Host.WriteFile(path, FigureBytes(FigureForm.Choice, EndingOf(path), FigureDots, OpenPictureAs));
+        FigureForm.Note.Text = "Written to " + path;
     } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text + "' occurred while writing " + answer.Path, Work.ProgramName,
-             BoxIcon::Warning);
+        Tell("Error '" + error.Text + "' occurred while writing " + path, Work.ProgramName, BoxIcon::Warning);
     }
 }
 

@@ -172,7 +172,9 @@ bool TakeLength(std::size_t place) {
     const bool typed = text != FormatNumber(static_cast<double>(length), "0.000");
     const float value = typed ? NumValue(text) : length;
     const bool margin = place < GraphHeight;
-    if (!margin && value <= 0.0F) return Refuse(place, "A size must be greater than zero.");
+    // A size that is not in use may be nothing: its field is closed, and nobody could mend it.
+    if (!margin && form.PageCustom.Value != 0 && value <= 0.0F)
+        return Refuse(place, "A size must be greater than zero.");
     if (margin && value < BorderOf(place)) {
         length = BorderOf(place);
         return Refuse(place, BorderNote);

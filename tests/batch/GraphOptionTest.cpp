@@ -48,6 +48,23 @@ TEST(GraphOptions, AGraphFileNeedsNoJob) {
         EXPECT_THROW(ParseOptions({"--graph", "a.grf=b.svg", more}), RuntimeError) << more;
 }
 
+TEST(GraphOptions, AGraphFileInPlaceOfAJobIsToldHowItIsDrawn) {
+    try {
+        ParseOptions({"a.GRF"});
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Text, Told("'a.GRF' is a graph file, which --graph a.GRF=FILE draws"));
+    }
+}
+
+TEST(GraphOptions, TheNameOfAGraphFileMayHaveAnEqualsSign) {
+    const GraphOption option = ParseGraphOption("c=1/run=2.grf=a=b.svg");
+    EXPECT_EQ(option.Source, "c=1/run=2.grf");
+    EXPECT_EQ(option.Path, "a=b.svg");
+    EXPECT_EQ(ParseGraphOption("overlay=a.grf").Source, "");
+    EXPECT_EQ(ParseGraphOption("data:2=a.grf=b.svg").Path, "a.grf=b.svg");
+}
+
 TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
     EXPECT_EQ(GraphKinds(), (std::vector<std::string>{
                                 "data", "function", "overlay", "residuals", "residuals-y", "residuals-r",

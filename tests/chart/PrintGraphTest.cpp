@@ -406,10 +406,19 @@ TEST_F(PrintGraphTest, MarginsThatMeetAndSizesOfNothingAreRefused) {
     EXPECT_TRUE(PrintGrForm.State.Shown);
     EXPECT_EQ(Chart.Style.LeftMargin, 1.0F);
     PrintGrForm.Length[LeftEdge].Text = "1";
+    PrintGrSizeClick(&PrintGrFormRecord::PageCustom);
     PrintGrForm.Length[GraphWidth].Text = "0";
     Outside.ExpectMessage("A size must be greater than zero.");
     PrintGrOkButton();
     EXPECT_TRUE(PrintGrForm.State.Shown);
+}
+
+TEST_F(PrintGraphTest, ASizeOfNothingThatIsNotInUseStoodInTheWayOfEveryPage) {
+    Chart.Style.CustomWidth = Chart.Style.CustomHeight = 0.0F; // as chart.ini and graph files may have it
+    LoadPrintGrForm(false);
+    PrintGrOkButton();
+    EXPECT_FALSE(PrintGrForm.State.Shown);
+    EXPECT_EQ(Chart.Style.CustomWidth, 0.0F);
 }
 
 TEST_F(PrintGraphTest, TheOptionsComeFromTheStyleAndGoBackToIt) {

@@ -450,6 +450,8 @@ TEST_F(FigureFormTest, TheFileIsWrittenWholeAndAFailureIsTold) {
     FigureFormSaveButton();
     Outside.ExpectFile("Quillon - Save Figure", "");
     FigureFormSaveButton();
+    Outside.ExpectFile("Quillon - Save Figure", " "); // nothing was typed
+    FigureFormSaveButton();
 }
 
 TEST_F(FigureFormTest, WithoutAPictureTheNoteSaysWhy) {
