@@ -126,8 +126,8 @@ std::string ParameterLines(const std::vector<ListedParm>& listed) {
 
 std::string NewJob(const Job& job, const std::string& text, const std::vector<ListedParm>& listed) {
     std::string result = "; simulated; the starting values are the true ones\n";
-    const double noise = static_cast<double>(job.Simulation.Noise);
-    result += "; noise " + ShortestText(noise) + ", seed " + std::to_string(job.Simulation.Seed) + "\n";
+    result += "; noise " + ShortestText(job.Simulation.Noise) + ", seed " +
+              std::to_string(job.Simulation.Seed) + "\n";
     result += "[fit]\n" + LinesOfSection(job, text, "fit") + "guesses = no\n";
     result += "\n[constants]\n" + LinesOfSection(job, text, "constants");
     for (const JobSet& set : job.Sets) {

@@ -97,12 +97,29 @@ SetNo ChosenSet() {
     return SetNo(SpecForm.SetList.Value);
 }
 
+// The rows of the model, without numbers.
+void NameRows() {
+    auto& f = SpecForm;
+    f.SpecName.clear();
+    f.SpecConc.clear();
+    const auto add = [&](const char* label) {
+        f.SpecName.push_back(Captioned(label));
+        f.SpecConc.push_back(Captioned(NoNumber));
+    };
+    const bool two = TraitsOfModel().TwoSpecies;
+    add(two && ChosenUnit() == SpeciesUnit::Signal ? "Total Signal" : "Total");
+    if (two) {
+        add("Total A");
+        add("Total B");
+    }
+    for (const ListedSpecies& each : SpeciesOfModel(Work.Model))
+        add(each.Label);
+}
+
 // What the form shows where it has no numbers.
 void Blank() {
-    auto& f = SpecForm;
-    for (Control& cell : f.SpecConc)
-        cell.Text = NoNumber;
-    f.MonomerTotal.Text.clear();
+    NameRows();
+    SpecForm.MonomerTotal.Text.clear();
 }
 
 void ShowIntegrated(const IntegratedSet& found) {
@@ -150,22 +167,6 @@ void NameControls() {
     f.ExitButton = Captioned("&Exit");
 }
 
-// The rows of the model, before there are numbers.
-void NameRows() {
-    auto& f = SpecForm;
-    const auto add = [&](const char* label) {
-        f.SpecName.push_back(Captioned(label));
-        f.SpecConc.push_back(Captioned(NoNumber));
-    };
-    add("Total");
-    if (TraitsOfModel().TwoSpecies) {
-        add("Total A");
-        add("Total B");
-    }
-    for (const ListedSpecies& each : SpeciesOfModel(Work.Model))
-        add(each.Label);
-}
-
 void ChooseUnit(const Control& option) {
     auto& f = SpecForm;
     for (Control* each : {&f.UseAU, &f.UseMg, &f.UseMolar})
@@ -198,7 +199,6 @@ Control& SpecFormBox(SpecRadius radius) {
 void LoadSpecForm() {
     SpecForm = SpecFormRecord{};
     NameControls();
-    NameRows();
     for (const SetNo set : EachSet())
         SpecForm.SetList.Items.push_back("Set " + std::to_string(set.Number) + " - " + Work.SetLabel[set]);
     SpecForm.SetList.Value = 1;

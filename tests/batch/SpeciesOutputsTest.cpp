@@ -189,6 +189,8 @@ TEST_F(SpeciesOutputs, NoiseFollowsTheSeed) {
     EXPECT_NE(none, one);
     EXPECT_EQ(one, bytes("c", "[simulation]\nnoise = 0.005\nseed = 1\n"));
     EXPECT_NE(one, bytes("d", "[simulation]\nnoise = 0.005\nseed = 2\n"));
+    EXPECT_NE(Text("d/simulated.job").find("\n; noise 0.005, seed 2\n"), std::string::npos)
+        << "the noise had digits that nobody wrote";
 }
 
 TEST_F(SpeciesOutputs, SimulatedScansScatterByTheNoiseOfTheJob) {

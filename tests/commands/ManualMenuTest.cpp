@@ -1,4 +1,5 @@
-// The page of the main window against its menu, both ways.
+// The page of the main window against its menu, both ways, and the ways through menus on every other page.
+#include "chart/Charts.h"
 #include "commands/Analmenu.h"
 #include "help/Manual.h"
 #include "workspace/records/Workspace.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -47,6 +49,41 @@ TEST(ManualOfTheMenu, ListsEveryItemUnderItsMenuAndNoOther) {
     Work = FreshWorkspace();
     LoadAnalmenu();
     EXPECT_EQ(ItemsOfThePage(), ItemsOfTheMenu());
+}
+
+// The items of the graph window that pages lead to; some of them have no record of their own.
+void AddGraphWindow(Items& items) {
+    const ChartsForm form;
+    for (const MenuItem& item : {form.SaveAs, form.WriteData, form.WriteMetafile, form.Print})
+        items["File"].insert(Plain(item.Text));
+    for (const MenuItem& item : {form.LastZoom, form.AutoScale, form.AutoX, form.AutoY, form.EditHorz,
+                                 form.EditVert, form.RoundOnZoom, form.ShowCursor})
+        items["Scale"].insert(Plain(item.Text));
+    for (const MenuItem& item : {form.mnuEditTitles, form.DeleteTitles, form.mnuEditLegend, form.ShowLegend,
+                                 form.ShowGrids, form.AlterColors, form.LineWidths, form.SymbolSize})
+        items["Style"].insert(Plain(item.Text));
+    items["File"].insert({"Save Graph...", "Restore Graph..."});
+    items["Scale"].insert("Separate Data Sets");
+}
+
+TEST(ManualOfTheMenu, WaysThroughMenusLeadToItems) {
+    Script script;
+    Work = FreshWorkspace();
+    LoadAnalmenu();
+    Items items = ItemsOfTheMenu();
+    AddGraphWindow(items);
+    static const std::regex Way(R"(\*([A-Z][a-z]+) > ([^*]+)\*)");
+    int ways = 0;
+    for (const ManualPage& page : ManualPages()) {
+        std::string text = page.Text;
+        std::replace(text.begin(), text.end(), '\n', ' '); // a way may go over the end of a line
+        for (auto at = std::sregex_iterator(text.begin(), text.end(), Way); at != std::sregex_iterator();
+             ++at) {
+            ++ways;
+            EXPECT_TRUE(items[(*at)[1].str()].contains((*at)[2].str())) << page.Path << " " << at->str();
+        }
+    }
+    EXPECT_GT(ways, 40);
 }
 
 } // namespace

@@ -152,6 +152,17 @@ TEST_F(SpecFormCase, WithoutACoefficientTheMeasuredMeanStayedInItsFormerUnit) {
     EXPECT_EQ(SpecForm.SpecConc[1].Text, "* * *");
 }
 
+TEST_F(SpecFormCase, ATotalWithoutNumbersKeptTheNameOfTheFormerUnit) {
+    Open("Model20");
+    Work.Parms[0] = 200.0F;
+    script.AnswerAllMessages(BoxAnswer::Ok);
+    SpecFormUnit(SpecForm.UseMolar);
+    EXPECT_EQ(Row(0), "Total: * * *");
+    EXPECT_EQ(SpecForm.SpecName.size(), 9U);
+    LoadSpecForm(); // in signal units from the start
+    EXPECT_EQ(Row(0), "Total Signal: * * *");
+}
+
 TEST_F(SpecFormCase, TellsAWidthThatIsNoStep) {
     Open("Model01");
     Enter(SpecRadius::Inner, "6.9");
