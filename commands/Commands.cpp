@@ -9,11 +9,9 @@
 #include "models/ConcForm.h"
 #include "models/NumberBox.h"
 #include "models/SEDEQ3.h"
-#include "models/Simulation.h"
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
-#include "reporting/Statistics.h"
 #include "scandata/DataDirectory.h"
 #include "scandata/FileForm.h"
 #include "scandata/FitData.h"
@@ -21,11 +19,9 @@
 #include "scandata/Temperatures.h"
 #include "studies/MinimaForm.h"
 #include "studies/StudyForm.h"
-#include "workspace/records/Roads.h"
+#include "workspace/records/Workspace.h"
 
 #include <new>
-#include <utility>
-#include <vector>
 
 namespace Quillon {
 
@@ -35,30 +31,6 @@ void TellCommandError(const std::string& text) {
     Tell("Error '" + text + "' occurred in this command.", Work.ProgramName, BoxIcon::Warning);
 }
 
-std::vector<float> FittedReadings(const Workspace& w) {
-    std::vector<float> values;
-    for (long p = 1; p <= w.NumPts && p <= w.PtFit.Hi(); ++p)
-        if (w.PtX[p] != PointMarker) values.push_back(w.PtFit[p]);
-    return values;
-}
-
-// The fitted values where the points stand now: those of loadings come and go between the sets. Readings keep
-// theirs, which need not be the model's own (noise of a simulation).
-void CarryFittedValues(const Workspace& before) {
-    const std::vector<float> readings = FittedReadings(before);
-    if (!Work.FitValid || readings.empty()) return;
-    OneBased<float> values;
-    if (!SimulateSignals(values)) { // has told why
-        Work.FitValid = FlagFalse;
-        return;
-    }
-    std::size_t next = 0;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        if (!IsPseudoPoint(p) && next < readings.size()) values[p] = readings[next++];
-    Work.PtFit = std::move(values);
-    CalcResiduals();
-}
-
 // A form of constraints: what it has changed makes other points of the fit; closed unchanged it leaves the
 // fit standing.
 void Constrain(void (*dialog)()) {
@@ -66,7 +38,6 @@ void Constrain(void (*dialog)()) {
     dialog();
     if (Work == before) return;
     BuildFitData();
-    CarryFittedValues(before);
     Work.NewData = Changed::Constraints;
 }
 

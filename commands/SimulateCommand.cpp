@@ -66,8 +66,7 @@ void TakeRms() {
     Work.RmsResidual = freedom > 0 ? ToSingle(std::sqrt(sum / freedom)) : 0.0F;
 }
 
-// A finished fit does not stand for other parameters or constraints than its own, nor beside a curve with
-// noise.
+// A finished fit does not stand for other parameters than its own, nor beside a curve with noise.
 void LetFitGo() {
     Work.FitDone = Work.LimitsDone = FlagFalse;
     TakeRms();
@@ -136,14 +135,15 @@ void AskAndSimulate(const Workspace& before) {
     const std::optional<double> noise = AskNoise();
     std::optional<OneBased<float>> curve = EnteredCurve();
     Work.AbortFit = FlagFalse;
-    if (!curve) return;
-    const bool other = ParmsChanged() || noise.value_or(0.0) != 0.0 || before.NewData == Changed::Constraints;
-    AddNoise(*curve, noise.value_or(0.0));
-    if (overwrite) {
-        Overwrite(std::move(*curve), before);
-    } else {
-        TakeCurve(std::move(*curve));
-        if (other) LetFitGo();
+    if (curve) {
+        const bool changed = ParmsChanged();
+        AddNoise(*curve, noise.value_or(0.0));
+        if (overwrite) {
+            Overwrite(std::move(*curve), before);
+        } else {
+            TakeCurve(std::move(*curve));
+            if (changed || noise.value_or(0.0) != 0.0) LetFitGo();
+        }
     }
     Work.NewData = Changed::Nothing;
 }

@@ -13,9 +13,9 @@ namespace Quillon {
 //                 data can be brought back (commands/MeasuredData.h).
 //
 // Pseudo-points of constraints take neither signal nor noise; overwritten data only bring the weight with
-// them that data preparation gives them. Work.NewData is 0 afterwards. A cancelled values form, or a fault in
-// the model (told), leaves data and fit as they were, Work.NewData with them, and adds no noise. A
-// RuntimeError on the way (noise beyond singles) leaves everything as it was.
+// them that data preparation gives them. A cancelled values form, or a fault in the model (told), leaves data
+// and fit as they were and adds no noise. Work.NewData is 0 afterwards. A RuntimeError on the way (noise
+// beyond singles) leaves everything as it was.
 void SimulateCommand();
 
 } // namespace Quillon

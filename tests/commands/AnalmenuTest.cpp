@@ -414,31 +414,6 @@ TEST_F(MainWindow, AConstraintThatIsChangedAsksForAnotherFit) {
     EXPECT_FALSE(MainItem("ReviewFit").Enabled);
 }
 
-// Points of loadings stand between those of the sets: with one more of them the fitted curves of all sets
-// behind it were those of the readings before.
-TEST_F(MainWindow, ALoadingShiftedTheFittedCurvesOfTheSetsBehindIt) {
-    LoadFit("Model08");
-    BuildFitData();
-    Work.PtFit = Work.PtY; // marks each reading by its own value
-    const long before = Work.NumPts;
-    const long row = Work.SetRow[1];
-    for (const float loading : {0.5F, 0.0F}) { // comes, and goes
-        script.ExpectModal(ConcFormName, [row, loading] {
-            Work.ConcConstraintA[row] = loading;
-            Work.ConcToleranceA[row] = 0.05F;
-        });
-        script.AnswerAllMessages(BoxAnswer::Ok);
-        RunMainCommand("SetConcConstraint");
-        ASSERT_EQ(Work.NumPts, before + (loading > 0.0F ? 1 : 0));
-        ASSERT_EQ(Work.PtFit.Hi(), Work.NumPts);
-        for (long p = 1; p <= Work.NumPts; ++p)
-            if (Work.PtX[p] != PointMarker) {
-                ASSERT_EQ(Work.PtFit[p], Work.PtY[p]) << p;
-            }
-        EXPECT_EQ(Work.FitValid, FlagTrue);
-    }
-}
-
 TEST_F(MainWindow, TheSameModelChosenOnceMoreLostTheFit) {
     LoadFit("Model08");
     Work.FreeMap[SlotOffset(1)] = SlotHeld;

@@ -229,19 +229,6 @@ TEST_F(Simulate, CancelledValuesLeaveAllAsItWas) {
     }
 }
 
-TEST_F(Simulate, AFitUnderFormerConstraintsStoodForTheNewOnes) {
-    Work.NewData = Changed::Constraints;
-    Answer(false, nullptr, [] { GetGuessCancelButton(); });
-    SimulateCommand();
-    EXPECT_EQ(Work.NewData, Changed::Constraints);
-    EXPECT_EQ(Work.FitDone, FlagTrue);
-    Answer(false, nullptr); // a curve at the values of that fit, and no fit of the points as they are
-    SimulateCommand();
-    EXPECT_EQ(Work.NewData, Changed::Nothing);
-    EXPECT_EQ(Work.FitDone, 0);
-    EXPECT_EQ(Work.FitValid, FlagTrue);
-}
-
 TEST_F(Simulate, CancelledNoiseIsNone) {
     Outside.ExpectMessage(OverwriteAsk, BoxAnswer::No);
     Outside.ExpectMessage(NoiseAsk, BoxAnswer::Yes);
