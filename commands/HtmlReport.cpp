@@ -24,6 +24,7 @@ constexpr const char* Style =
     "table{border-collapse:collapse;margin:1em 0;font-size:90%}\n"
     "caption{text-align:left;font-weight:bold;padding:.3em 0}\n"
     "th,td{border:1px solid #999;padding:.2em .5em;text-align:left}\n"
+    "td{white-space:nowrap}\n"
     "figure{margin:1em 0}figure svg{max-width:100%;height:auto}\n"
     ".tables{overflow-x:auto}.warning{border-left:4px solid #d55e00;padding-left:.7em}\n"
     "pre{font-size:80%;overflow-x:auto}\n";

@@ -98,6 +98,12 @@ bool ReadProgress(const std::string& line, double& done, double& all) {
     return one.ptr == text + of && two.ptr == end && second > 0;
 }
 
+// Every fit answers these two; of a thousand rows they would hide what has failed.
+bool IsRoutine(const std::string& line) {
+    return line.ends_with("Do you want new guesses for the concentrations? Answer: Yes") ||
+           line.ends_with("Do you also want the baseline offsets reset to zero? Answer: No");
+}
+
 std::string EndText(int status) {
     switch (status) {
     case 0:
@@ -178,6 +184,7 @@ void TableFormTold(const std::string& line) {
         TableForm.Fraction = done / all;
         return;
     }
+    if (IsRoutine(line)) return;
     TableForm.Lines.push_back(line);
     if (TableForm.Lines.size() > MostLines) TableForm.Lines.erase(TableForm.Lines.begin());
 }

@@ -48,18 +48,31 @@ QGridLayout* MakeInputs(Binder& bind) {
     return grid;
 }
 
+// Whether nothing but numbers stands in a column.
+bool HoldsNumbers(std::size_t column) {
+    for (const std::vector<std::string>& row : StudyForm.Rows)
+        if (row[column].find_first_not_of("0123456789+-.E") != std::string::npos) return false;
+    return true;
+}
+
+void FillColumn(QTableWidget& table, std::size_t column) {
+    const Qt::Alignment side = HoldsNumbers(column) ? Qt::AlignRight : Qt::AlignLeft;
+    for (std::size_t i = 0; i < StudyForm.Rows.size(); ++i) {
+        auto* item = new QTableWidgetItem(ShownText(StudyForm.Rows[i][column]));
+        item->setTextAlignment(side | Qt::AlignVCenter);
+        table.setItem(static_cast<int>(i), static_cast<int>(column), item);
+    }
+}
+
 void FillTable(QTableWidget& table) {
-    const auto& rows = StudyForm.Rows;
     QStringList heads;
     for (const std::string& head : StudyForm.Columns)
         heads << ShownText(head);
     table.setColumnCount(static_cast<int>(heads.size()));
     table.setHorizontalHeaderLabels(heads);
-    table.setRowCount(static_cast<int>(rows.size()));
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        for (std::size_t j = 0; j < rows[i].size(); ++j)
-            table.setItem(static_cast<int>(i), static_cast<int>(j),
-                          new QTableWidgetItem(ShownText(rows[i][j])));
+    table.setRowCount(static_cast<int>(StudyForm.Rows.size()));
+    for (std::size_t column = 0; column < StudyForm.Columns.size(); ++column)
+        FillColumn(table, column);
     table.resizeColumnsToContents();
 }
 
@@ -71,6 +84,7 @@ QTableWidget* MakeTable(Binder& bind) {
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setTabKeyNavigation(false);
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
+    table->verticalHeader()->hide(); // numbers of lines would be read as those of models
     table->setMinimumHeight(200);
     QObject::connect(table, &QTableWidget::currentCellChanged, table, [](int row, int, int former, int) {
         if (row != former && !FormsRefreshing()) RunHandler([row] { StudyFormRow(row); });
@@ -129,7 +143,7 @@ QWidget* MakeStudyForm(QWidget* parent) {
                        bind, []() -> Control& { return StudyForm.CopyButton; }, StudyFormCopyButton)},
                   {MakeCancel(
                       bind, []() -> Control& { return StudyForm.CloseButton; }, StudyFormCloseButton)}));
-    form->resize(ForFont(900, 520));
+    form->resize(ForFont(1000, 520));
     return form;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "reporting/DerivedConstants.h"
+#include "reporting/ReportPage.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
 
@@ -56,13 +57,23 @@ bool LimitsStand() {
     return Work.LimitsDone && Work.LimitsLevel == Work.ConfidenceLevel;
 }
 
+// In lines of a length that the list shows without scrolling.
+std::vector<std::string> DerivedInTheList() {
+    constexpr int ColumnsOfTheList = 56;
+    std::vector<std::string> lines;
+    for (const std::string& line : DerivedLines())
+        for (std::string& piece : WrapLine(line, ColumnsOfTheList))
+            lines.push_back(std::move(piece));
+    return lines;
+}
+
 void FillParameters(const TextMeasure& measure) {
     Results.Label2.Text = Work.LimitsDone
                               ? "Value and " + FormatNumber(static_cast<double>(Work.LimitsLevel), "#0.0%") +
                                     " Confidence Interval:"
                               : "Value and Estimated Standard Error";
     Results.ParmsFit.Text = JoinLines(FittedLines(measure));
-    if (const std::string derived = JoinLines(DerivedLines()); !derived.empty())
+    if (const std::string derived = JoinLines(DerivedInTheList()); !derived.empty())
         Results.ParmsFit.Text += "\n\n" + derived;
     Results.ParmsConst.Text = JoinLines(HeldLines(measure));
     if (Results.ParmsConst.Text.empty()) Results.ParmsConst.Text = "No parameters held constant.";

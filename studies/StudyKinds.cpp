@@ -13,8 +13,10 @@
 #include "studies/StudyProgress.h"
 #include "workspace/records/Roads.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 namespace Quillon {
 
@@ -129,6 +131,16 @@ void RunCompare(const Told& told) {
         list, [&](long done) { told(ProgressText(progress, done), ProgressFraction(progress, done)); });
 }
 
+// A line without numbers is not left without a word; its reason stands in the notes when it is marked.
+std::string EndOfComparison() {
+    const auto fitted = std::count_if(Compared.Rows.begin(), Compared.Rows.end(),
+                                      [](const ComparedModel& row) { return row.HasFit; });
+    const auto all = std::ssize(Compared.Rows);
+    if (fitted == all) return "All models have been fitted.";
+    return std::to_string(fitted) + " of " + std::to_string(all) +
+           " models could be fitted. Mark a line without a sum of squares to read why.";
+}
+
 void ShowCompare() {
     StudyForm.Columns = {"Model",   "Name", "Fitted", "Sum of Squares", "RMS Residual", "Runs Z",
                          "Against", "F",    "p",      "Delta AICc",     "Delta BIC",    "Weight"};
@@ -136,12 +148,12 @@ void ShowCompare() {
         const auto fit = [&](const std::string& text) { return row.HasFit ? text : std::string(); };
         StudyForm.Rows.push_back(
             {VariantText(row.Variant) + (row.IsOwn ? " (yours)" : ""), ModelReportName(row.Variant.Model),
-             fit(std::to_string(row.Free)), fit(FormatNumber(row.SumSq, "#.######E-##")),
-             fit(FormatNumber(row.Rms, "#.####E-##")), Number(row.RunsZ, "#0.00"), row.Reference,
+             fit(std::to_string(row.Free)), fit(FormatNumber(row.SumSq, "0.000000E-##")),
+             fit(FormatNumber(row.Rms, "0.0000E-##")), Number(row.RunsZ, "#0.00"), row.Reference,
              Number(row.F, "#0.00"), Number(row.P, "0.0E-##"), Number(row.DeltaAicc, "#0.00"),
              Number(row.DeltaBic, "#0.00"), Number(row.Weight, "0.0000")});
     }
-    StudyForm.Progress.Text = Compared.Complete ? "All models have been fitted." : "Stopped before the end.";
+    StudyForm.Progress.Text = Compared.Complete ? EndOfComparison() : "Stopped before the end.";
 }
 
 const ComparedModel* ComparedRow(int row) {
@@ -205,7 +217,7 @@ std::string RatioText(double ratio) {
 }
 
 std::string SumText(double sum) {
-    return std::isfinite(sum) ? FormatNumber(sum, "#.######E-##") : "";
+    return std::isfinite(sum) ? FormatNumber(sum, "0.000000E-##") : "";
 }
 
 void ShowMap() {
@@ -294,14 +306,14 @@ template <class Show>
 std::vector<std::string> SpreadRow(const std::string& name, const Spread& spread, Show&& show) {
     return {name,
             show(spread.Mean),
-            FormatNumber(spread.Sd, "#.##E-##"),
+            FormatNumber(spread.Sd, "0.00E-##"),
             show(spread.Median),
             show(spread.Lower),
             show(spread.Upper)};
 }
 
 std::string PlainText(double value) {
-    return std::isfinite(value) ? FormatNumber(value, "#.####E-##") : "";
+    return std::isfinite(value) ? FormatNumber(value, "0.0000E-##") : "";
 }
 
 void ShowResample() {

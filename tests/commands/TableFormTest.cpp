@@ -67,6 +67,15 @@ TEST_F(TableForms, ShowsWhatIsTold) {
     EXPECT_EQ(TableForm.Progress.Text, "No summary was written.");
 }
 
+// The two questions of every fit hid the rows that had failed; an answer that is not routine is told.
+TEST_F(TableForms, LeavesTheRoutineOfEveryFitOut) {
+    TableFormTold("row 7: Do you want new guesses for the concentrations? Answer: Yes");
+    TableFormTold("row 7: Do you also want the baseline offsets reset to zero? Answer: No");
+    EXPECT_TRUE(TableForm.Lines.empty());
+    TableFormTold("row 8: Do you want to use the new value anyway? Answer: Yes");
+    EXPECT_EQ(TableForm.Lines.size(), 1U);
+}
+
 TEST_F(TableForms, ClosingStopsFirst) {
     Choose();
     TableFormRunButton();

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace Quillon {
 namespace {
 
@@ -55,6 +57,23 @@ TEST(Results, FittedParametersWithErrors) {
                                      "Ln K(1>N)  (AU^1-N)          3.2500  +/-  0.2500\n"
                                      "Ln c(A,mon), set 1  (AU)     -1.0000  +/-  0.5000\n"
                                      "Zero Offset, set 1  (AU)     -.2500  +/-  0.0625");
+}
+
+// The constants ran twice as wide as the list and had to be scrolled for.
+TEST(Results, DerivedConstantsAreBrokenToTheWidthOfTheList) {
+    Script script;
+    Work = HandBuiltFit();
+    Work.ExtA = 30000.0F;
+    Work.CellPath[1] = 1.2F;
+    FillResults();
+    const std::string& text = Results.ParmsFit.Text;
+    ASSERT_NE(text.find("Kd = "), std::string::npos) << text;
+    ASSERT_NE(text.find("Delta G = "), std::string::npos) << text;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        EXPECT_LE(end - start, 56U) << text.substr(start, end - start);
+        start = end + 1;
+    }
 }
 
 TEST(Results, FittedParametersWithLimits) {

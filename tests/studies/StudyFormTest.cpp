@@ -47,6 +47,23 @@ TEST(StudyForm, ComparesAndTakesTheRowThatIsMarked) {
     EXPECT_EQ(Work.Model, 1);
 }
 
+// A model without a fit was told as fitted: "All models have been fitted." stood above an empty line.
+TEST(StudyForm, CountsTheModelsThatCouldBeFitted) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    Work.ExtB = 0.0F;
+    Work.ConcUnits = 2;
+    StudyForm.Inputs[0].Box.Text = "2, 8";
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Progress.Text,
+              "1 of 2 models could be fitted. Mark a line without a sum of squares to read why.");
+    StudyFormRow(1);
+    EXPECT_TRUE(StudyForm.Notes.Text.starts_with("8: ")) << StudyForm.Notes.Text;
+    StudyForm.Inputs[0].Box.Text = "1, 2";
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Progress.Text, "All models have been fitted.");
+}
+
 TEST(StudyForm, TellsAListThatIsNone) {
     Script script;
     OpenOnFit("Model02", StudyKind::Compare);
