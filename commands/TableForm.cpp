@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace Quillon {
 
@@ -16,6 +17,10 @@ namespace {
 
 constexpr const char* ProgramBeside = "quillon-fit";
 constexpr std::size_t MostLines = 500; // the last ones stay
+
+// The summary in the form has been named by hand and no run has written it yet: it may be meant for a table
+// that is still to be chosen.
+bool SummaryWaits = false;
 
 Control Captioned(const std::string& text) {
     Control control;
@@ -137,6 +142,7 @@ void LoadTableForm() {
     TableForm.Summary.Path.Text = before.Summary.Path.Text;
     TableForm.State.FocusOn = &TableForm.Job.Button;
     TableForm.State.Shown = true;
+    SummaryWaits = false;
     ShowState();
 }
 
@@ -148,9 +154,10 @@ void RunTableOfFits() {
 void TableFormFileButton(TableFile file) {
     const FileAnswer answer = Host.AskFile(RequestFor(file));
     if (answer.Cancelled) return;
-    TableFormFile(file).Path.Text = answer.Path;
-    if (file == TableFile::Table && TableForm.Summary.Path.Text.empty())
-        TableForm.Summary.Path.Text = SummaryBeside(answer.Path);
+    const std::string former = std::exchange(TableFormFile(file).Path.Text, answer.Path);
+    if (file == TableFile::Summary) SummaryWaits = true;
+    if (file == TableFile::Table && answer.Path != former && !SummaryWaits)
+        TableForm.Summary.Path.Text = SummaryBeside(answer.Path); // that of the former table stays as it is
     ShowState();
 }
 
@@ -164,7 +171,10 @@ void TableFormRunButton() {
         TableRunner.Start &&
         TableRunner.Start(program, {TableForm.Job.Path.Text, "--table", TableForm.Table.Path.Text,
                                     "--summary", TableForm.Summary.Path.Text});
-    if (!TableForm.Running) TableForm.Progress.Text = program + " cannot be started.";
+    if (TableForm.Running)
+        SummaryWaits = false;
+    else
+        TableForm.Progress.Text = program + " cannot be started.";
     ShowState();
 }
 

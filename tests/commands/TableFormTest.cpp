@@ -89,6 +89,27 @@ TEST_F(TableForms, ClosingStopsFirst) {
     EXPECT_EQ(TableForm.Job.Path.Text, "/data/recipe.job") << "kept for the next time";
 }
 
+TEST_F(TableForms, AnotherTableWouldHaveBeenWrittenOverTheSummaryOfTheFormerOne) {
+    const auto choose = [this](TableFile file, const std::string& path) {
+        TheScript.ExpectFile(
+            file == TableFile::Table ? "Quillon - Table of Fits" : "Quillon - Summary of a Table", path);
+        TableFormFileButton(file);
+        return TableForm.Summary.Path.Text;
+    };
+    Choose();
+    EXPECT_EQ(choose(TableFile::Table, "/data/dimers.csv"), "/data/dimers-summary.csv");
+    EXPECT_EQ(choose(TableFile::Summary, "/data/mine.csv"), "/data/mine.csv");
+    EXPECT_EQ(choose(TableFile::Table, "/data/cells.csv"), "/data/mine.csv") << "named for this table";
+    TableFormRunButton();
+    TableFormEnded(0);
+    EXPECT_EQ(choose(TableFile::Table, "/data/cells.csv"), "/data/mine.csv") << "the same table";
+    EXPECT_EQ(choose(TableFile::Table, "/data/dimers.csv"), "/data/dimers-summary.csv");
+
+    choose(TableFile::Summary, "/data/mine.csv");
+    LoadTableForm();
+    EXPECT_EQ(choose(TableFile::Table, "/other/cells.csv"), "/other/cells-summary.csv") << "opened again";
+}
+
 TEST_F(TableForms, AProgramThatIsNotThereIsSaid) {
     Choose();
     TableRunner.Start = [](const std::string&, const std::vector<std::string>&) { return false; };
