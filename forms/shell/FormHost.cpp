@@ -27,8 +27,9 @@ std::map<std::string, Registered>& Registry() {
     return forms;
 }
 
-// The window above which the latest modal one stood: until the system has made a window the active one again,
-// what the same command shows next belongs above this one.
+// The window above which the latest modal one stands or stood: from when that has closed until the system has
+// made a window the active one again, this one is in front, and what the same command shows next belongs
+// above it.
 QPointer<QWidget> Behind;
 
 Registered* Find(const std::string& name) {
@@ -100,6 +101,7 @@ void ShowFormModally(const std::string& name) {
     window->setObjectName(QString::fromStdString(name));
     form->Window = window;
     form->Modal = true;
+    Behind = front;
     RefreshForms();
     if (auto* dialog = qobject_cast<QDialog*>(window.data())) {
         const ModalWait wait(dialog);
@@ -108,7 +110,7 @@ void ShowFormModally(const std::string& name) {
     form->Modal = false;
     form->Window = standing;
     delete window.data();
-    Behind = front;
+    Behind = front; // again, after windows that stood above this one
 }
 
 namespace {
