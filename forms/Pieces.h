@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -166,8 +167,9 @@ inline int ShownRows(std::size_t rows) {
     return static_cast<int>(std::max<std::size_t>(rows, 6));
 }
 
-// What does not fit the screen scrolls; a field that gets the focus comes into sight with the label before
-// it. With the window named whose layout it was, the order of its fields for Tab stays.
+// What does not fit the screen scrolls; a field that gets the focus comes into sight with as much of the
+// label before it as there is room for. With the window named whose layout it was, the order of its fields
+// for Tab stays.
 inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
     auto* inside = new QWidget(window);
     inside->setLayout(layout);
@@ -177,7 +179,14 @@ inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
     area->setFrameShape(QFrame::NoFrame);
     QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
         constexpr int label = 120, line = 40; // pixels
-        if (now && area->isAncestorOf(now)) area->ensureWidgetVisible(now, label, line);
+        const QWidget* all = area->widget();
+        if (!now || !all || !all->isAncestorOf(now)) return;
+        area->ensureWidgetVisible(now, 0, line);
+        // What was seen is where the cursor stands: the whole field, and its beginning rather than its end.
+        const int left = now->mapTo(all, QPoint(0, 0)).x();
+        const int right = left + now->width() - area->viewport()->width();
+        QScrollBar* bar = area->horizontalScrollBar();
+        bar->setValue(std::min(std::max(bar->value(), right), std::max(left - label, std::min(left, right))));
     });
     return area;
 }

@@ -80,6 +80,7 @@ QLayout* TakeFoot(QLayout& rows, int width) {
 // Everything scrolls but the way out.
 void Scroll(QDialog& window, int width) {
     QLayout* rows = window.layout();
+    QWidget* const first = window.focusWidget(); // what gets another parent loses the focus
     const QMargins margins = rows->contentsMargins();
     rows->setSizeConstraint(QLayout::SetDefaultConstraint);
     QLayout* foot = TakeFoot(*rows, width - margins.left() - margins.right());
@@ -92,6 +93,7 @@ void Scroll(QDialog& window, int width) {
         whole->addLayout(foot);
     }
     window.setMinimumSize(0, 0);
+    if (first) first->setFocus();
 }
 
 // The toolkit's own dialogs see to their size themselves.

@@ -1,5 +1,6 @@
 // Windows against the screen and the font: 1024 by 768 pixels, and letters larger than usual.
 #include "forms/shell/WindowSizes.h"
+#include "chart/dialogs/PrintGrForm.h"
 #include "commands/Analmenu.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
@@ -19,6 +20,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -133,6 +135,28 @@ TEST_F(WindowSizes, ALargerFontCutTheForms) {
         Open(player, "ReviewFit", ResultsName);
         Open(player, "Covariance", CorrelationName);
     }
+}
+
+TEST_F(WindowSizes, AFormThatScrollsOpenedAtAButtonToTheRightOfItsFirstField) {
+    UseFinishedFit();
+    player.ClickMenu("GraphOverlay");
+    ScaleForms(200);
+    player.Expect(PrintGrFormName, [] {
+        const auto* area = Player::Window(PrintGrFormName)->findChild<QScrollArea*>();
+        ASSERT_NE(area, nullptr);
+        EXPECT_GT(area->horizontalScrollBar()->maximum(), 0) << "all of it fits";
+        EXPECT_EQ(QApplication::focusWidget(), Player::Widget(PrintGrForm.Length[LeftEdge]));
+        EXPECT_EQ(area->horizontalScrollBar()->value(), 0);
+        // One further to the right comes into sight whole.
+        QWidget* height = Player::Widget(PrintGrForm.Length[GraphHeight]);
+        PrintGrSizeClick(&PrintGrFormRecord::PageCustom);
+        RefreshForms();
+        height->setFocus(Qt::TabFocusReason);
+        Player::Serve();
+        EXPECT_EQ(height->visibleRegion().boundingRect().size(), height->size());
+        Player::Click(PrintGrForm.CancelButton);
+    });
+    EXPECT_FALSE(AskPrintOptions());
 }
 
 TEST_F(WindowSizes, TheScalingOfFormsChangedNothing) {
