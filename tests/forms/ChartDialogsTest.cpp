@@ -9,6 +9,7 @@
 #include "chart/dialogs/TitleOptsForm.h"
 #include "chart/files/GraphFile.h"
 #include "chart/hand/ScaleType.h"
+#include "forms/shell/Binding.h"
 #include "graphs/FigureForm.h"
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
@@ -295,8 +296,7 @@ TEST_F(ChartDialogs, WhatNeedsAGraphIsOffWithoutOne) {
     for (const bool held : {true, false}) {
         Chart.GraphHeld = Flag(held);
         ChartMenuStatus(Charts);
-        QTest::mouseMove(Canvas(), {100, held ? 100 : 120}); // brings the window up to its record
-        Player::Serve();
+        RefreshForms(); // as at the end of every command
         for (const MenuItem* item : needing) {
             ASSERT_NE(actionOf(*item), nullptr) << item->Text;
             EXPECT_EQ(actionOf(*item)->isEnabled(), held) << item->Text;
