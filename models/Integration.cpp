@@ -39,7 +39,7 @@ std::vector<double> RadiiOf(float inner, float outer) {
     return radii;
 }
 
-// Simpson's rule over the whole of equal steps, divided by the width.
+// Simpson's rule over the whole of equal steps, divided by the width. [decision: mean-by-simpson]
 double MeanOf(const std::vector<double>& values) {
     const std::size_t last = values.size() - 1;
     double sum = values[0] + values[last];

@@ -54,6 +54,7 @@ std::string ShownRow(const IntegratedRow& row, SpeciesUnit unit) {
 // --- what was measured -----------------------------------------------------------------------------------
 
 // A mixture has no one coefficient that leads from its signal to a concentration.
+// [decision: measured-stays-signal]
 SpeciesUnit MeasuredUnit() {
     return TraitsOfModel().TwoSpecies ? SpeciesUnit::Signal : ChosenUnit();
 }
