@@ -20,6 +20,10 @@ using Fields = std::vector<PastedField>;
 
 constexpr std::string_view Delimiters = "\t;,";
 
+// Places of a table, points by sets. Beyond it stands a long first line over many short ones: gigabytes of
+// gaps.
+constexpr long MostPlaces = 20'000'000;
+
 std::vector<std::string> LinesOf(const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < text.size();) {
@@ -177,6 +181,7 @@ PastedData ReadPastedText(const std::string& text) {
     if (lines.empty()) RaiseError("there are no numbers");
     const long points = ToInt16(lines.size());
     const long sets = ToInt16(first.size() / 2);
+    if (points * sets > MostPlaces) RaiseError("there are too many numbers");
     data.X.Recreate(points, sets);
     data.Y.Recreate(points, sets);
     for (long point = 1; point <= points; ++point)

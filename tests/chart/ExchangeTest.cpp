@@ -154,6 +154,15 @@ TEST_F(ExchangeTest, APasteOverAGraphOfLooksShowsTheNewSets) {
     EXPECT_TRUE(Chart.Looks == SetLooks{});
 }
 
+TEST_F(ExchangeTest, AWideFirstLineOverManyShortOnesIsNoTableOfGaps) {
+    std::string text = "1\t2";
+    for (int pair = 1; pair < 2000; ++pair)
+        text += "\t1\t2";
+    for (int line = 1; line < 20000; ++line)
+        text += "\n1\t2";
+    EXPECT_EQ(Refusal(text), "there are too many numbers");
+}
+
 TEST_F(ExchangeTest, MoreLinesThanAGraphHasPointsAreRefused) {
     PlotTwo();
     const std::string before = GraphFileBytes();
