@@ -81,8 +81,8 @@ bool Ask(const std::function<bool()>& dialog) {
     EndHeldPage(); // its printer is not to be changed below it
     try {
         return dialog();
-    } catch (const RuntimeError&) {
-        TellPrinterSetupFailure();
+    } catch (const RuntimeError& error) {
+        TellPrinterSetupFailure(error.Text);
         return false;
     }
 }

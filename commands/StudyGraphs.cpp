@@ -5,6 +5,7 @@
 #include "graphs/StudyGraphs.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+#include "studies/StudyForm.h"
 #include "studies/StudyKinds.h"
 
 #include <cmath>

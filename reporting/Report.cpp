@@ -8,6 +8,8 @@
 #include "reporting/DerivedConstants.h"
 #include "reporting/Measured.h"
 #include "reporting/ParmLines.h"
+#include "reporting/ReportConstraints.h"
+#include "reporting/ReportModel.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
 

@@ -22,10 +22,6 @@ std::string TextOfPages(const std::vector<PageLines>& pages);
 std::string ReportText(const ReportPaper& paper = StandardPaper(),
                        const std::vector<std::string>& further = {});
 
-// The parts, before they are wrapped and paged. The width decides what shares a line with what.
-std::vector<std::string> PrintModelText(int columns);
-std::vector<std::string> PrintConstraintText();
-
 // The left part of the footer: program, version, the day of the run, the fit file's name.
 std::string ReportFooter();
 

@@ -1,6 +1,4 @@
-// The report's last part: how well the fit met the concentration constraints, and which zero offsets were
-// tied.
-#include "reporting/Report.h"
+#include "reporting/ReportConstraints.h"
 
 #include "models/LoadingMatch.h"
 #include "models/LoadingUnits.h"

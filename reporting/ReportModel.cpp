@@ -1,5 +1,4 @@
-// The report's first part: model, data sets, and the constants that its numbers are based on.
-#include "reporting/Report.h"
+#include "reporting/ReportModel.h"
 
 #include "input/NUMINPUT.h"
 #include "models/Catalogue.h"

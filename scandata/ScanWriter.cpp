@@ -140,14 +140,16 @@ bool WriteResiduals(const std::string& path, SetNo k, int cell, bool offsetInclu
     Work.AbortFit = FlagFalse;
     ForgetModelState();
     std::string lines;
+    std::string reason; // of a fault outside the function, a paragraph of its own
     bool computed = false;
     try {
         lines = ResidualLines(k, before);
         computed = Work.AbortFit == FlagFalse;
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         NoteFunctionError();
+        reason = "\n\nThe residuals of set " + std::to_string(k.Number) + " ended with '" + error.Text + "'.";
     }
-    if (!computed) Tell(Work.Outcome.Sentence, Work.ProgramName, BoxIcon::Stop);
+    if (!computed) Tell(Work.Outcome.Sentence + reason, Work.ProgramName, BoxIcon::Stop);
     Work.Parms[SlotOffset(k)] = offset;
     Work.AbortFit = abort;
     Work.FunctionFailed = failed;

@@ -1,5 +1,4 @@
-// The length of blocks in which residuals go together.
-#include "studies/Resampling.h"
+#include "studies/BlockLength.h"
 
 #include <algorithm>
 #include <cmath>

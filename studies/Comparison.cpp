@@ -232,6 +232,17 @@ void FitRow(ComparedModel& row, const Workspace* contained) {
     FillRow(row);
 }
 
+// A row that breaks off in arithmetic outside its fits says so; nothing half filled can be taken from it.
+void FitRowOrSayWhy(ComparedModel& row, const Workspace* contained) {
+    try {
+        FitRow(row, contained);
+    } catch (const RuntimeError& error) {
+        row.HasFit = row.Minimum = row.IsOwn = false;
+        row.RunsZ.reset();
+        AddNote(row.Notes, AsSentence(error.Text));
+    }
+}
+
 // --- the statistics --------------------------------------------------------------------------------------
 
 void CompareWithReference(ComparedModel& row, const ComparedModel& reference) {
@@ -292,7 +303,7 @@ bool FitDepth(std::vector<Planned>& plan, long depth, long before, const std::fu
         [&](long number) {
             Planned& each = plan[places[static_cast<std::size_t>(number)]];
             const ComparedModel* reference = each.Reference ? &plan[*each.Reference].Row : nullptr;
-            FitRow(each.Row, reference && reference->HasFit ? &reference->Fit : nullptr);
+            FitRowOrSayWhy(each.Row, reference && reference->HasFit ? &reference->Fit : nullptr);
             if (Work.AbortFit && !each.Row.HasFit) each.Row.Notes = NotReached;
         },
         [&](long done) {

@@ -73,7 +73,7 @@ bool RunOnCopies(long count, std::uint64_t seed, const std::function<void(long n
         try {
             piece(number);
         } catch (const RuntimeError&) {
-            // What it has not handed over is missing.
+            // What it has not handed over is missing; a piece whose reason somebody reads keeps it itself.
         }
     };
     Host.RunPieces(count, onCopy, [&](long done) {

@@ -82,6 +82,7 @@ struct Side {
     double Bound = Infinite; // distance of the bound from the minimum, internal units
     bool Others = true;      // something else is fitted
     bool Lower = false;      // a better minimum was met, where the side stops
+    std::string Broken;      // why the side broke off in arithmetic; "" where it did not
     std::vector<Place> Way;  // met so far, outwards; the minimum first
 };
 
@@ -299,6 +300,15 @@ void FitGrid(const Walk& walk, Side& side, double spacing, long count, std::vect
     }
 }
 
+// The points that a side has come to stand, and it says why there are no more.
+template <class Step> void KeepReason(Side& side, Step&& step) {
+    try {
+        step();
+    } catch (const RuntimeError& error) {
+        side.Broken = error.Text;
+    }
+}
+
 Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
                      const std::vector<double>& ratios, const std::function<void(long)>& told) {
     Profiled result;
@@ -308,19 +318,23 @@ Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
     std::array<double, 2> reach{};
     const auto sideOf = [&](long number) -> Side& { return result.Sides[static_cast<std::size_t>(number)]; };
     result.Complete = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool others) {
-        sideOf(number).Others = others;
-        if (sideOf(number).Bound > 0.0) reach[static_cast<std::size_t>(number)] = Reach(walk, sideOf(number));
+        Side& side = sideOf(number);
+        side.Others = others;
+        KeepReason(side, [&] {
+            if (side.Bound > 0.0) reach[static_cast<std::size_t>(number)] = Reach(walk, side);
+        });
     });
     result.Lower = result.Sides[0].Lower || result.Sides[1].Lower;
     if (!result.Complete || result.Lower || reach[0] + reach[1] <= 0.0) return result;
     const Grid grid = GridOf(choice.Steps, reach[0], reach[1], result.Sides[0].Bound, result.Sides[1].Bound);
     result.Complete = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool) {
         const auto i = static_cast<std::size_t>(number);
-        FitGrid(walk, sideOf(number), grid.Spacing, number == 0 ? grid.Below : grid.Above, result.Grids[i],
-                steps);
-        for (const double ratio : ratios)
-            result.Limits[i].push_back(sideOf(number).Lower ? std::nullopt
-                                                            : LimitOf(walk, sideOf(number), ratio));
+        Side& side = sideOf(number);
+        KeepReason(side, [&] {
+            FitGrid(walk, side, grid.Spacing, number == 0 ? grid.Below : grid.Above, result.Grids[i], steps);
+            for (const double ratio : ratios)
+                result.Limits[i].push_back(side.Lower ? std::nullopt : LimitOf(walk, side, ratio));
+        });
     });
     result.Lower = result.Sides[0].Lower || result.Sides[1].Lower;
     return result;
@@ -351,6 +365,10 @@ void FillProfile(Profile& profile, const Base& base, const Profiled& found) {
         profile.Limits[i].Lower = shown(0, i);
         profile.Limits[i].Upper = shown(1, i);
     }
+    for (std::size_t side = 0; side < 2; ++side)
+        if (const std::string& why = found.Sides[side].Broken; !why.empty())
+            profile.Notes.push_back(std::string("Towards ") + (side == 0 ? "lower" : "higher") +
+                                    " values the profile broke off: " + why + ".");
 }
 
 // The rigorous limits of the results, where they were searched at one of the levels.

@@ -8,6 +8,7 @@
 #include "models/Random.h"
 #include "platform/Platform.h"
 #include "reporting/DerivedConstants.h"
+#include "studies/BlockLength.h"
 #include "studies/Copies.h"
 #include "workspace/records/Roads.h"
 

@@ -3,6 +3,8 @@
 #include "input/NUMINPUT.h"
 #include "models/FormControls.h"
 #include "platform/Platform.h"
+#include "studies/OtherMinima.h"
+#include "studies/Resampling.h"
 #include "studies/StudyKinds.h"
 #include "workspace/records/Workspace.h"
 
@@ -77,6 +79,10 @@ std::string LineOf(const std::vector<std::string>& fields) {
 }
 
 } // namespace
+
+bool CanStudy(StudyKind kind) {
+    return kind == StudyKind::Compare ? CanRestart() : CanRestart() && CanResample();
+}
 
 void LoadStudyForm(StudyKind kind) {
     StudyForm = StudyFormRecord{};

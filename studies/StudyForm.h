@@ -59,6 +59,7 @@ void StudyFormRunButton();
 void StudyFormStopButton();
 
 void StudyFormRow(int row);     // marks a row, from 0
+int MarkedStudyRow();           // the marked row in the order of the study, -1 without one
 void StudyFormSort(int column); // sorts the rows by a column, and backwards when it is sorted by it already
 void StudyFormTakeButton();     // the marked result becomes the fit, and the form closes
 void StudyFormGraphButton();    // the curve, the contours, or the histogram of the marked row

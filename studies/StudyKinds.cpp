@@ -383,8 +383,4 @@ const Resampling& FoundResampling() {
     return Resampled;
 }
 
-bool CanStudy(StudyKind kind) {
-    return kind == StudyKind::Compare ? CanRestart() : CanRestart() && CanResample();
-}
-
 } // namespace Quillon

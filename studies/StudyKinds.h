@@ -33,7 +33,4 @@ const Profile& FoundProfile();
 const ProfileMap* FoundMap();
 const Resampling& FoundResampling();
 
-// The marked row in the order of the study, -1 without one.
-int MarkedStudyRow();
-
 } // namespace Quillon

@@ -50,11 +50,12 @@ void TellPrintFailure(const std::string& reason) {
          ProgramTitle(), BoxIcon::Warning);
 }
 
-void TellPrinterSetupFailure() {
+void TellPrinterSetupFailure(const std::string& reason) {
     Tell("Error during printer setup. The driver for the selected printer may be incompatible with the "
          "runtime layer (a platform problem) and this prevents this printer from being selected here. Use "
          "Control Panel to change the default printer to the one you want and then printing should work with "
-         "that printer.",
+         "that printer.\n\nThe dialog ended with '" +
+             reason + "'.",
          ProgramTitle(), BoxIcon::Warning);
 }
 

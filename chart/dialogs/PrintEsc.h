@@ -29,8 +29,8 @@ struct PrintEscScope {
 // Lets pending events run; true when the job is to be given up.
 bool PrintingCancelled();
 
-// Tells why a job has stopped, and that a dialog of the printer has failed.
+// Tells why a job has stopped, and why a dialog of the printer has failed.
 void TellPrintFailure(const std::string& reason);
-void TellPrinterSetupFailure();
+void TellPrinterSetupFailure(const std::string& reason);
 
 } // namespace Quillon

@@ -260,8 +260,8 @@ void ChangePrinter(const std::function<bool()>& dialog) {
     EndHeldPage(); // its printer is not to be changed below it
     try {
         dialog();
-    } catch (const RuntimeError&) {
-        TellPrinterSetupFailure();
+    } catch (const RuntimeError& error) {
+        TellPrinterSetupFailure(error.Text);
     }
     const bool color = PrintGrForm.Printer.HasColor;
     PrintGrForm.Printer = Host.Printer.Current();

@@ -3,6 +3,7 @@
 
 #include "chart/draw/DrawGraph.h"
 #include "chart/files/GraphFile.h"
+#include "chart/files/PastedText.h"
 #include "chart/hand/ChartMarkers.h"
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"

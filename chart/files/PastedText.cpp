@@ -1,5 +1,5 @@
-// Columns of numbers from a text that another program has put on the clipboard.
-#include "chart/files/Exchange.h"
+#include "chart/files/PastedText.h"
+
 #include "input/NUMINPUT.h"
 #include "platform/Narrow.h"
 #include "platform/RuntimeError.h"

@@ -2,6 +2,7 @@
 #include "chart/files/Exchange.h"
 #include "ChartBench.h"
 #include "chart/files/GraphFile.h"
+#include "chart/files/PastedText.h"
 #include "chart/hand/ChartMarkers.h"
 #include "chart/hand/ChartScale.h"
 #include "chart/records/Cycles.h"

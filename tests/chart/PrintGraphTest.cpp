@@ -465,7 +465,7 @@ TEST_F(PrintGraphTest, APrinterDialogThatFailsIsTold) {
         "Error during printer setup. The driver for the selected printer may be incompatible with the "
         "runtime layer (a platform problem) and this prevents this printer from being selected here. Use "
         "Control Panel to change the default printer to the one you want and then printing should work with "
-        "that printer.");
+        "that printer.\n\nThe dialog ended with 'no driver'.");
     PrintGrPSetup();
     Printer.DialogFails.clear();
     PrintGrForm.UseBW.Value = 1;

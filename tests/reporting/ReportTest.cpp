@@ -2,6 +2,8 @@
 #include "reporting/Report.h"
 
 #include "HandBuiltFit.h"
+#include "reporting/ReportConstraints.h"
+#include "reporting/ReportModel.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>

@@ -6,6 +6,7 @@
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
 #include "reporting/Statistics.h"
+#include "studies/BlockLength.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Roads.h"
 
