@@ -11,7 +11,10 @@ struct Place {
     std::string_view InTheJob;
 };
 
-constexpr Place Places[] = {{"on the Units form", "in [constants]"}};
+constexpr Place Places[] = {
+    {"on the Units form", "in [constants]"},
+    {"Search for Other Minima.", "restarts = 6 in [fit] searches for others."},
+};
 
 } // namespace
 

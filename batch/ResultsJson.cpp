@@ -3,6 +3,7 @@
 #include "batch/JsonParts.h"
 #include "batch/ResamplingOutputs.h"
 #include "fit/Confidence.h"
+#include "fit/Misfit.h"
 #include "fit/Undetermined.h"
 #include "models/Catalogue.h"
 #include "models/ParmScale.h"
@@ -41,6 +42,11 @@ std::string CheckObject() {
     const auto& d = Work.Outcome.ExpectedDecrease;
     return InlineObject({JsonMember("expected_decrease", d ? JsonNumber(*d) : JsonNull),
                          JsonMember("minimum", JsonFlag(Work.Outcome.End == FitEnd::Converged))});
+}
+
+std::string RemarkText() {
+    const std::string misfit = MisfitText();
+    return misfit.empty() ? JsonNull : JsonString(misfit);
 }
 
 std::string ConfidenceObject() {
@@ -142,6 +148,7 @@ std::string ResultsJson(const std::string& message, const MinimaMet* starts, con
         JsonMember("iterations", HasBeenRun() ? std::to_string(Work.Iteration) : JsonNull),
         JsonMember("check", CheckObject()),
         JsonMember("rescued", JsonFlag(Work.Outcome.Rescued)),
+        JsonMember("remark", RemarkText()),
         JsonMember("model", ModelObject()),
         JsonMember("sum_of_squares", JsonExisting(Work.FitValid != 0, [] { return Work.SumSq; })),
         JsonMember("rms_residual", JsonExisting(finished, [] { return Work.RmsResidual; })),

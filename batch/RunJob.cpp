@@ -1,6 +1,7 @@
 #include "batch/RunJob.h"
 
 #include "batch/BatchPlatform.h"
+#include "batch/ConsoleText.h"
 #include "batch/JobData.h"
 #include "batch/JobParameters.h"
 #include "batch/Restarts.h"
@@ -8,6 +9,7 @@
 #include "fit/Confidence.h"
 #include "fit/FreeMap.h"
 #include "fit/GetGuess.h"
+#include "fit/Misfit.h"
 #include "fit/NoiseWeights.h"
 #include "input/NUMINPUT.h"
 #include "models/ConcForm.h"
@@ -114,6 +116,11 @@ void SearchLimits(RunEnd& end) {
     WriteFailure(end.Message);
 }
 
+// A remark, and no failure: what is systematic in real scans stays so with the right model.
+void TellMisfit() {
+    if (const std::string misfit = MisfitText(); !misfit.empty()) WriteConsole(ConsoleText(misfit));
+}
+
 void LeaveIncomplete(RunEnd& end, const char* message) {
     end.Complete = false;
     if (end.Message.empty()) end.Message = message;
@@ -134,7 +141,10 @@ RunEnd EndOfFit() {
     RunEnd end;
     end.HasFit = Work.FitDone != 0;
     end.Converged = end.Complete = Work.Outcome.End == FitEnd::Converged;
-    if (end.Converged) return end;
+    if (end.Converged) {
+        TellMisfit();
+        return end;
+    }
     const bool told = Work.Outcome.End != FitEnd::Cancelled && !Console.LastTold.empty();
     end.Message = told ? Console.LastTold : Work.Outcome.Sentence;
     WriteEnd(end.Message, told);

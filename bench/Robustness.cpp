@@ -84,7 +84,8 @@ void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
         Work.AbortFit = FlagFalse;
         const double took = TimeOf([&] { RescueFit(start); });
         if (nearTime > 0.0) ++t.Rescues, t.NearTime += nearTime, t.RescueTime += took;
-    } else {
+    }
+    if (Work.Outcome.End == FitEnd::Converged) {
         std::optional<Workspace> lower;
         const double took = TimeOf([&] { lower = FindLowerMinimum(start); });
         if (lower) Work = *lower;

@@ -2,6 +2,7 @@
 
 #include "commands/Commands.h"
 
+#include "fit/Misfit.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -74,7 +75,8 @@ std::string FitStateText() {
     const std::string end = Work.Outcome.End == FitEnd::StoppedShort ? Work.Outcome.Sentence
                             : Work.Outcome.Rescued                   ? "converged, with damped steps"
                                                                      : "converged";
-    return end + "; rms residual " + FormatNumber(static_cast<double>(Work.RmsResidual), "0.000E-##");
+    return end + "; rms residual " + FormatNumber(static_cast<double>(Work.RmsResidual), "0.000E-##") +
+           MisfitStateText();
 }
 
 bool MayEnd() {

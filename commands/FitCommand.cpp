@@ -164,10 +164,17 @@ bool WantsRescue(const FitOutcome& outcome) {
     return Work.RescueMode == Rescue::Always;
 }
 
+// Behind a search that was wanted nothing is asked again.
+void TakeLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
+    if (Work.AbortFit) return;
+    if (const std::optional<Workspace> lower = FindLowerMinimum(start, progress)) Work = *lower;
+}
+
 void RescueAndTell(const PerSlot<float>& start, const FitProgress& progress) {
     if (!WantsRescue(Work.Outcome)) return;
     const bool told = Work.RescueMode == Rescue::Ask;
     RescueFit(start, progress);
+    TakeLowerMinimum(start, progress);
     // A cancel may have led back to the fit that was told in the question.
     const bool cancelled = Work.AbortFit && !Work.FunctionFailed;
     if (!(told && cancelled)) TellEnd(Work.Outcome);

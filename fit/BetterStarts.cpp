@@ -13,9 +13,12 @@
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <optional>
+#include <vector>
 
 namespace Quillon {
 
@@ -170,6 +173,11 @@ void TryProportions(const PerSlot<float>& from, BestSets& best) {
     }
 }
 
+// A failure in arithmetic raises the flag as well.
+bool WasCancelled() {
+    return Work.AbortFit && !Work.FunctionFailed;
+}
+
 // Runs find on Work with a start, and puts everything back; what find gives, or the start where it fails.
 template <class Find> PerSlot<float> Aside(const PerSlot<float>& start, Find&& find) {
     const Workspace kept = Work;
@@ -183,13 +191,77 @@ template <class Find> PerSlot<float> Aside(const PerSlot<float>& start, Find&& f
     } catch (const RuntimeError&) {
         // Data without a logarithm, or constants beyond the range of a single: the start as it was.
     }
-    const bool cancelled = Work.AbortFit && !Work.FunctionFailed;
+    const bool cancelled = WasCancelled();
     Work = kept;
     if (cancelled) {
         Work.AbortFit = FlagTrue;
         Work.FunctionFailed = FlagFalse;
     }
     return found;
+}
+
+// --- starts somewhere else
+
+// By how much the constants are moved, in turn, and the factor of the masses.
+struct Move {
+    double Even, Odd, Factor;
+};
+constexpr std::array<Move, MovedStarts> Moves{{{4.0, 4.0, 1.0},
+                                               {-4.0, -4.0, 1.0},
+                                               {4.0, -4.0, 1.0},
+                                               {-4.0, 4.0, 1.0},
+                                               {0.0, 0.0, 0.75},
+                                               {0.0, 0.0, 1.33}}};
+
+// Numbers the kinds of constants as they are met: a global one is a kind, and so are those of the sets.
+class KindsOfConstants {
+public:
+    std::size_t Of(SlotNo slot) {
+        const SlotPart part = PartOfSlot(slot);
+        const long key = part == SlotPart::Global ? slot.Number : -1 - static_cast<long>(part);
+        const auto known = std::find(Met.begin(), Met.end(), key);
+        const auto number = static_cast<std::size_t>(known - Met.begin());
+        if (known == Met.end()) Met.push_back(key);
+        return number;
+    }
+    std::size_t Count() const { return Met.size(); }
+
+private:
+    std::vector<long> Met;
+};
+
+// Moves Work.Parms; false when nothing is moved, or no other way than by a move that both constants share.
+bool MoveShape(const Move& move) {
+    KindsOfConstants kinds;
+    bool moved = false;
+    for (const FreePos a : EachFree()) {
+        const SlotNo slot = SlotOf(a);
+        const SlotRule& rule = RuleOfSlot(slot);
+        double value = static_cast<double>(Work.Parms[slot]);
+        if (rule.Holds == Quantity::Constant && rule.Scale != SlotScale::Zero)
+            value += kinds.Of(slot) % 2 == 0 ? move.Even : move.Odd;
+        else if (rule.Holds == Quantity::Mass)
+            value *= move.Factor;
+        const float single = ToSingle(value);
+        moved = moved || single != Work.Parms[slot];
+        Work.Parms[slot] = single;
+    }
+    return moved && (move.Even == move.Odd || kinds.Count() > 1);
+}
+
+// Fitted concentrations as they are read off the data at the constants of Work. A model without a guess of
+// its own binds as the one before it does, but for one constant.
+void GuessConcentrations() {
+    const PerSlot<float> moved = Work.Parms;
+    const std::int16_t model = Work.Model;
+    if (TraitsOfModel().Guess == FirstGuess::Kept && model > 1)
+        Work.Model = static_cast<std::int16_t>(model - 1);
+    InitialGuesses(false);
+    Work.Model = model;
+    const PerSlot<float> guessed = Work.Parms;
+    Work.Parms = moved;
+    for (const FreePos a : EachFree())
+        if (RuleOfSlot(SlotOf(a)).Holds == Quantity::LnSignal) Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
 }
 
 } // namespace
@@ -207,6 +279,17 @@ PerSlot<float> BestOfEachSet(const PerSlot<float>& from) {
         TryProportions(from, best);
         return TotalOf(best) < WorthTrying * before ? best.Parms : from;
     });
+}
+
+PerSlot<float> MovedStart(const PerSlot<float>& start, int number) {
+    const Move& move = Moves.at(static_cast<std::size_t>(number - 1));
+    const PerSlot<float> moved = Aside(start, [&] {
+        if (!MoveShape(move)) return start;
+        GuessConcentrations();
+        KeepHeld(start);
+        return Work.Parms;
+    });
+    return moved == start || WasCancelled() ? moved : BestOfEachSet(moved);
 }
 
 } // namespace Quillon

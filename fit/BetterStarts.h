@@ -19,6 +19,14 @@ PerSlot<float> VisibleStart(const PerSlot<float>& start);
 // have one proportion. from itself where that lowers the sum of squares by less than a thousandth.
 PerSlot<float> BestOfEachSet(const PerSlot<float>& from);
 
-// Both leave Work as it was, but for Work.AbortFit after a cancel.
+// start with its shape moved: fitted constants by 4 up or down, alike or one against the other, or masses by
+// a quarter down or a third up, and the best concentrations of each set that go with it (BestOfEachSet).
+// Constants that each set has for itself move together; cooperativity, held and tied parameters stay. number
+// from 1 to MovedStarts. start itself where the model has nothing that this number moves, or nothing can be
+// read off the data.
+inline constexpr int MovedStarts = 6;
+PerSlot<float> MovedStart(const PerSlot<float>& start, int number);
+
+// All leave Work as it was, but for Work.AbortFit after a cancel.
 
 } // namespace Quillon

@@ -49,11 +49,12 @@ inline constexpr const char* CancelledText = "The fit was cancelled"; // the sen
 // iteration.
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress = {});
 
-// Behind a fit that has converged: whether a minimum with a lower sum (by more than a thousandth) is found
-// along the roads of RescueFit. Looked for where the model has two species, whose proportion in a set can be
-// caught the wrong way round, and where the fit, or a set of it, leaves clearly more than the noise that the
-// data show by themselves; next to nothing is spent otherwise. The analysis with the fit there, Rescued set,
-// or nothing; Work stays as it is, but for Work.AbortFit after a cancel.
+// Behind a fit that has converged, by itself or rescued: whether a minimum with a lower sum (by more than a
+// thousandth) is found along the roads of RescueFit, where it has not been along them, and from starts with
+// other constants and masses (fit/BetterStarts.h). Looked for where the fit, or a set of it, leaves clearly
+// more than the noise that the data show by themselves (fit/Misfit.h), and until it is reached; next to
+// nothing is spent otherwise. The analysis with the fit there, Rescued set, or nothing; Work stays as it is,
+// but for Work.AbortFit after a cancel.
 std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress = {});
 
 // The damped search by itself, from the present Parms, put back into their bounds. It leaves the best place

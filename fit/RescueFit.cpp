@@ -3,7 +3,7 @@
 #include "fit/Bounds.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
-#include "fit/NoiseWeights.h"
+#include "fit/Misfit.h"
 #include "fit/NormalEquations.h"
 #include "models/BlockFunction.h"
 #include "models/FitFunction.h"
@@ -13,7 +13,6 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -81,33 +80,6 @@ bool Attempt(DampedWay way, const PerSlot<float>& start, const FitProgress& prog
     return true;
 }
 
-// The square of how far point p lies from the line between its neighbours, in variances of a point; below 0
-// where it has no two.
-double ShareOfNoise(long p) {
-    if (Work.PtSet[p - 1] != Work.PtSet[p + 1] || Work.PtX[p + 1] == PointMarker) return -1.0;
-    const double before = static_cast<double>(Work.PtX[p] - Work.PtX[p - 1]);
-    const double both = static_cast<double>(Work.PtX[p + 1] - Work.PtX[p - 1]);
-    if (!(before >= 0.0 && both > before)) return -1.0;
-    const double w = before / both;
-    const double line =
-        (1.0 - w) * static_cast<double>(Work.PtY[p - 1]) + w * static_cast<double>(Work.PtY[p + 1]);
-    const double off = NoiseWeight(SetNo(Work.PtSet[p])) * (static_cast<double>(Work.PtY[p]) - line);
-    return off * off / (1.0 + w * w + (1.0 - w) * (1.0 - w));
-}
-
-// The variance of the noise, from the median of what stands out between two neighbours: where the signal
-// bends, few points do.
-double NoiseVariance() {
-    std::vector<double> shares;
-    for (long p = 2; p < Work.NumPts; ++p)
-        if (const double share = ShareOfNoise(p); share >= 0.0) shares.push_back(share);
-    if (shares.empty()) return 0.0;
-    const auto middle = shares.begin() + static_cast<std::ptrdiff_t>(shares.size() / 2);
-    std::nth_element(shares.begin(), middle, shares.end());
-    constexpr double MedianOfChiSquare = 0.4549; // of one degree of freedom
-    return *middle / MedianOfChiSquare;
-}
-
 // A minimum that leaves more than the noise may be one of several.
 bool IsDownToNoise(const Workspace& fit) {
     constexpr double Allowed = 1.5; // of a few hundred points the ratio scatters by a tenth
@@ -143,10 +115,12 @@ void KeepBestOnCancel(const Workspace& best) {
     Work.FitValid = Work.FitDone = FlagFalse;
 }
 
-// Where an attempt starts. What the user gave comes first; what may be better known comes behind it.
+// Where an attempt starts. What the user gave comes first; what may be better known comes behind it, and
+// behind the last attempt of a rescue the starts that are moved away.
 constexpr int LastAttempt = 4;
 PerSlot<float> StartOf(int attempt, const PerSlot<float>& start, const Workspace& best) {
     if (attempt <= 2) return start;
+    if (attempt > LastAttempt) return MovedStart(start, attempt - LastAttempt);
     return attempt == 3 ? VisibleStart(start) : BestOfEachSet(best.Parms);
 }
 
@@ -158,60 +132,41 @@ int NextAttempt(int attempt, const Workspace& best) {
     return TraitsOfModel().TwoSpecies && attempt < LastAttempt ? LastAttempt : LastAttempt + 1;
 }
 
+// True where there is no better start, or no other one.
+bool IsNothingNew(int attempt, const PerSlot<float>& from, const PerSlot<float>& start,
+                  const Workspace& best) {
+    if (attempt == LastAttempt) return from == best.Parms && best.FitDone;
+    return attempt > LastAttempt && from == start;
+}
+
 // One attempt, its end in best where that is better. False when nothing more is to be tried: after a cancel,
 // and where there is no value or no better start.
 bool TryAttempt(int attempt, const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
     const PerSlot<float> from = StartOf(attempt, start, best);
     if (IsCancelled()) return false;
-    const bool nothingNew = attempt == LastAttempt && from == best.Parms && best.FitDone;
-    if (nothingNew || !Attempt(attempt == 2 ? DampedWay::Plain : DampedWay::Guided, from, progress))
+    if (IsNothingNew(attempt, from, start, best) ||
+        !Attempt(attempt == 2 ? DampedWay::Plain : DampedWay::Guided, from, progress))
         return false;
     if (!IsCancelled() && IsBetter(Work, best)) best = Work;
     return !IsCancelled();
 }
 
-// The roads to other minima from one that has been reached, the shortest one first, and that one once more
-// from where the others have led.
-constexpr int LookedAlong[] = {LastAttempt, 1, 3, LastAttempt};
+// The roads to other minima from one that has been reached, the shortest ones first. A rescued fit has been
+// along the first ones. For each one moved start, and at last the best of each set once more from where the
+// others have led.
+std::vector<int> RoadsFrom(const Workspace& own) {
+    std::vector<int> roads{LastAttempt};
+    const bool twoSpecies = TraitsOfModel().TwoSpecies;
+    if (!own.Outcome.Rescued) roads.push_back(1);
+    if (!own.Outcome.Rescued && twoSpecies) roads.insert(roads.end(), {3, LastAttempt});
+    for (int move = 1; move <= MovedStarts; ++move)
+        roads.push_back(LastAttempt + move);
+    if (twoSpecies) roads.push_back(LastAttempt);
+    return roads;
+}
 
 // Of the sum of squares; what is found below that is another minimum.
 constexpr double MuchLower = 0.999;
-
-// Sums of squared residuals and their number, of a set or of all.
-struct Residuals {
-    double SumSq = 0.0;
-    double Count = 0.0;
-
-    void Add(double residual) {
-        SumSq += residual * residual;
-        Count += 1.0;
-    }
-    // Four standard deviations beyond the noise: of the mean of so many squares, 2 / n, and of the noise as
-    // the data show it, in which the median of N squares counts for 9 / N.
-    bool StandOut(double noise, double points) const {
-        constexpr double Deviations = 4.0;
-        const double spread = std::sqrt(2.0 / Count + 9.0 / points);
-        return Count > 0.0 && SumSq > (1.0 + Deviations * spread) * noise * Count;
-    }
-};
-
-// True when all points together, or those of one set, lie further from the fit than their noise: a set that
-// is caught hardly shows in the sum of many.
-bool LeavesMoreThanNoise(const Workspace& fit) {
-    Residuals all;
-    std::vector<Residuals> sets(static_cast<std::size_t>(fit.NumSets) + 1);
-    for (long p = 1; p <= fit.NumPts; ++p) {
-        if (fit.PtX[p] == PointMarker) continue;
-        const double residual = NoiseWeight(SetNo(fit.PtSet[p])) *
-                                (static_cast<double>(fit.PtY[p]) - static_cast<double>(fit.PtFit[p]));
-        all.Add(residual);
-        sets[static_cast<std::size_t>(fit.PtSet[p])].Add(residual);
-    }
-    const double noise = std::max(NoiseVariance(), LeastVariance());
-    return all.StandOut(noise, all.Count) || std::any_of(sets.begin(), sets.end(), [&](const Residuals& set) {
-               return set.StandOut(noise, all.Count);
-           });
-}
 
 bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
     return found.Outcome.End == FitEnd::Converged && found.SumSq < MuchLower * own.SumSq;
@@ -220,12 +175,11 @@ bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
 } // namespace
 
 std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
-    const bool single = !TraitsOfModel().TwoSpecies;
-    if (single || Work.Outcome.End != FitEnd::Converged || !LeavesMoreThanNoise(Work)) return std::nullopt;
+    if (Work.Outcome.End != FitEnd::Converged || !LeavesMoreThanNoise(Work)) return std::nullopt;
     const ProgressInUse inUse(progress);
     const Workspace own = Work;
     Workspace best = own;
-    for (const int attempt : LookedAlong) {
+    for (const int attempt : RoadsFrom(own)) {
         TryAttempt(attempt, start, best, progress);
         if (IsCancelled() || !LeavesMoreThanNoise(best)) break;
     }

@@ -1,6 +1,7 @@
 #include "reporting/ParmLines.h"
 
 #include "fit/Confidence.h"
+#include "fit/Misfit.h"
 #include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
 #include "models/ParmScale.h"
@@ -148,6 +149,7 @@ std::vector<std::string> FitWarningLines() {
     std::vector<std::string> lines;
     if (Work.Outcome.End == FitEnd::StoppedShort) lines.push_back(Work.Outcome.Sentence + ".");
     if (Work.FitDone && !Work.Outcome.Reason.empty()) lines.push_back(Work.Outcome.Reason);
+    if (const std::string misfit = MisfitText(); !misfit.empty()) lines.push_back(misfit);
     if (Work.FitDone) AddLimitReasons(lines);
     return lines;
 }

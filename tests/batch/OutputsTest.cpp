@@ -67,10 +67,11 @@ protected:
 };
 
 TEST_F(BatchOutputs, MembersStandInTheirOrder) {
-    EXPECT_EQ(Results.Names, (std::vector<std::string>{
-                                 "program", "version", "converged", "message", "iterations", "check",
-                                 "rescued", "model", "sum_of_squares", "rms_residual", "degrees_of_freedom",
-                                 "runs_z", "confidence", "parameters", "correlations", "sets", "derived"}));
+    EXPECT_EQ(Results.Names,
+              (std::vector<std::string>{"program", "version", "converged", "message", "iterations", "check",
+                                        "rescued", "remark", "model", "sum_of_squares", "rms_residual",
+                                        "degrees_of_freedom", "runs_z", "confidence", "parameters",
+                                        "correlations", "sets", "derived"}));
     EXPECT_EQ(Results["model"].Names, (std::vector<std::string>{"number", "name", "nonideal", "separate_k"}));
     EXPECT_EQ(Results["confidence"].Names, (std::vector<std::string>{"level", "ratio", "searched"}));
     EXPECT_EQ(Results["parameters"][0].Names,

@@ -85,6 +85,24 @@ TEST_F(RescueJob, AStopOnTheWayHasItsNumbersAndStatus2) {
     EXPECT_LT(Results()["sum_of_squares"].Number, 0.01 * stopped["sum_of_squares"].Number);
 }
 
+// One species fitted to a monomer and its dimer: the curve was far from the data, and nothing told.
+TEST_F(RescueJob, AWrongModelIsRemarkedOnAndNoFailure) {
+    const std::string job = Take("monomer-dimer");
+    const std::string remark = "The fit leaves more than the noise of the data";
+    const ProgramEnd right = Run(job);
+    EXPECT_EQ(right.Status, 0);
+    EXPECT_EQ(right.Err.find(remark), std::string::npos) << right.Err;
+    EXPECT_TRUE(Results()["remark"].IsNull());
+
+    const ProgramEnd wrong = Run(With(job, "model = 2", "model = 1"));
+    EXPECT_EQ(wrong.Status, 0);
+    EXPECT_NE(wrong.Err.find(remark), std::string::npos) << wrong.Err;
+    EXPECT_NE(wrong.Err.find("restarts = 6 in [fit] searches for others."), std::string::npos) << wrong.Err;
+    EXPECT_TRUE(Results()["converged"].Flag);
+    EXPECT_TRUE(Results()["remark"].Text.starts_with(remark));
+    EXPECT_NE(Report().find("    Warning -- The fit leaves more than the noise of the"), std::string::npos);
+}
+
 TEST_F(RescueJob, TheExamplesAreTheSameToTheByteWithAndWithoutIt) {
     for (const char* example : Examples) {
         const std::string job = Take(example);

@@ -200,6 +200,7 @@ TEST(BatchRunEnd, NobodyIsSentToAForm) {
     EXPECT_EQ(end.Err.find("form."), std::string::npos) << end.Err;
     EXPECT_EQ(ConsoleText("A on the Units form. B on the Units form, C"),
               "A in [constants]. B in [constants], C");
+    EXPECT_EQ(ConsoleText("Search for Other Minima."), "restarts = 6 in [fit] searches for others.");
 }
 
 TEST(BatchRunEnd, AQuestionForATextIsToldWithItsAnswer) {
