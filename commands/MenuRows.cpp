@@ -1,4 +1,5 @@
 #include "commands/MenuRows.h"
+#include "chart/files/GraphFile.h"
 
 #include "commands/Analmenu.h"
 #include "commands/AnalysisJob.h"
@@ -125,6 +126,9 @@ constexpr bool (*Plain)() = nullptr;
 void DoFitRestore() {
     RestoreFit();
 }
+void OpenGraph() { // the graph window has the same item, but opens with a graph alone
+    if (RestoreChosenGraph()) Host.ShowForm(ChartsName);
+}
 void FitData() {
     FitDataCommand();
 }
@@ -161,6 +165,7 @@ std::vector<MenuRow> AllRows() {
         {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
         {File, "SaveJob", "Save as &Job...", SaveAsJob, JobGivesTheFit},
         {File, "RunTable", "Run a Table of &Fits...", RunTableOfFits, Always},
+        {File, "OpenGraph", "Show Saved &Graph...", OpenGraph, Always},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
 
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},

@@ -334,10 +334,14 @@ bool RestoreGraphFile(const std::string& path) {
     return true;
 }
 
-void DoRestoreGraph() {
-    if (!MayBeReplaced()) return;
+bool RestoreChosenGraph() {
+    if (!MayBeReplaced()) return false;
     const std::string path = ChosenFile(RequestFor(" - Restore Graph from Disk"));
-    if (!path.empty()) RestoreGraphFile(path);
+    return !path.empty() && RestoreGraphFile(path);
+}
+
+void DoRestoreGraph() {
+    RestoreChosenGraph();
 }
 
 } // namespace Quillon

@@ -83,6 +83,9 @@ bool SaveGraphFile(const std::string& path);
 // Asks for a file and shows the graph in it. While the graph at hand is waited for, that is told instead.
 void DoRestoreGraph();
 
+// The same, with an answer: true when another graph stands.
+bool RestoreChosenGraph();
+
 // Shows the graph in a file: what stands behind DoRestoreGraph, the command line and a dropped file. False
 // when the file was refused or the user did not want it; the graph at hand then is as it was.
 bool RestoreGraphFile(const std::string& path);

@@ -1,5 +1,6 @@
 // The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
 #include "commands/Analmenu.h"
+#include "chart/files/GraphFile.h"
 #include "models/SEDEQ3.h"
 
 #include "commands/Commands.h"
@@ -16,6 +17,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 #include <stdexcept>
@@ -38,11 +40,12 @@ struct MainWindow : testing::Test {
 
 TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
-    EXPECT_EQ(Enabled(), (std::set<std::string>{
-                             "ReadData", "NewNameConvention", "DoFitRestore", "SaveDefaults", "RunTable",
-                             "MenuExit", "DoModelSet", "UseResiduals", "UseOverlay", "ResidualsSpread",
-                             "FitPause", "AlwaysRescue", "AbsoluteTemperature", "SetConfidence",
-                             "mnuSigmaCalculator", "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
+    EXPECT_EQ(Enabled(),
+              (std::set<std::string>{"ReadData", "NewNameConvention", "DoFitRestore", "SaveDefaults",
+                                     "RunTable", "OpenGraph", "MenuExit", "DoModelSet", "UseResiduals",
+                                     "UseOverlay", "ResidualsSpread", "FitPause", "AlwaysRescue",
+                                     "AbsoluteTemperature", "SetConfidence", "mnuSigmaCalculator",
+                                     "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
@@ -175,6 +178,18 @@ TEST_F(MainWindow, AHugeFileOnTheCommandLineIsToldAndNotRead) {
         EXPECT_NE(script.Asked[0].find("it is larger than 256 MB"), std::string::npos) << script.Asked[0];
         std::filesystem::remove(path);
     }
+}
+
+// The graph window has an item for it, but does not open before there is a graph.
+TEST_F(MainWindow, ASavedGraphCouldBeShownByTheCommandLineAlone) {
+    const std::string path = script.MakeFile("kept.grf", GraphFileBytes());
+    const auto shown = [&] { return std::count(script.Forms.begin(), script.Forms.end(), "show Charts"); };
+    script.ExpectFile("Quillon - Restore Graph from Disk", "");
+    RunMainCommand("OpenGraph");
+    EXPECT_EQ(shown(), 0);
+    script.ExpectFile("Quillon - Restore Graph from Disk", path);
+    RunMainCommand("OpenGraph");
+    EXPECT_EQ(shown(), 1);
 }
 
 TEST_F(MainWindow, WhatIsNotOpenedBesideTheFirstArgumentIsTold) {
