@@ -1,5 +1,6 @@
 #include "commands/MenuRows.h"
 #include "chart/files/GraphFile.h"
+#include "chart/hand/Charts.h"
 
 #include "commands/Analmenu.h"
 #include "commands/AnalysisJob.h"
