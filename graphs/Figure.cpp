@@ -11,7 +11,7 @@
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "reporting/Statistics.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,9 +25,9 @@ constexpr std::int16_t Nowhere = 0; // AutoPlace of a legend that has its own pl
 
 // --- names ---------------------------------------------------------------------------------------------
 
-std::string PlainName(long set) {
-    const long row = Work.SetRow[set];
-    std::string name = Latin1Text(FileTitle(Work.SetLabel[set]));
+std::string PlainName(SetNo set) {
+    const RowNo row = RowOf(set);
+    std::string name = Latin1Text(FileTitle(Work.SetLabel[set.Number]));
     const int channel = Work.DataChannel[row];
     const bool told = name.find(" Ch ") != std::string::npos; // labels that were not changed tell it
     if (channel >= 1 && channel <= 4 && !told)
@@ -35,15 +35,15 @@ std::string PlainName(long set) {
     return name;
 }
 
-std::string Speed(long set) {
-    return SingleText(Work.ScanRPM[Work.SetRow[set]]) + " rpm";
+std::string Speed(SetNo set) {
+    return SingleText(Work.ScanRPM[RowOf(set)]) + " rpm";
 }
 
 // The number of a set that is called as another one; "" where it is not.
-std::string NumberText(long set) {
-    for (long other = 1; other <= Work.NumSets; ++other)
+std::string NumberText(SetNo set) {
+    for (const SetNo other : EachSet())
         if (other != set && PlainName(other) == PlainName(set) && Speed(other) == Speed(set))
-            return ", set " + std::to_string(set);
+            return ", set " + std::to_string(set.Number);
     return "";
 }
 
@@ -78,8 +78,8 @@ PartText UpperText(const Figure& figure, std::size_t place) {
     if (figure.Texts.Heads == 1) {
         text.Head1 = FigureName(set) + ", " + FigureRms(set);
     } else {
-        text.Head1 = PlainName(set) + NumberText(set);
-        text.Head2 = Speed(set) + ", " + FigureRms(set);
+        text.Head1 = PlainName(SetNo(set)) + NumberText(SetNo(set));
+        text.Head2 = Speed(SetNo(set)) + ", " + FigureRms(set);
     }
     return text;
 }
@@ -97,9 +97,9 @@ void PlaceLegendBox(const Figure& figure) {
     legend.Where = figure.Texts.LegendBeside ? LegendPlaces::Right : LegendPlaces::Below;
     legend.AutoPlace = Nowhere;
     legend.Box = figure.Paper.Box(place);
-    const auto [first, last] = SetsOf(figure.Choice.Set);
-    for (long set = first; set <= last; ++set) // of data and curve the first one names both
-        Chart.SetNames[2 * (set - first) + 1] = FigureName(set) + ", " + FigureRms(set);
+    const SetRange sets = SetsOf(figure.Choice.Set);
+    for (const SetNo set : sets) // of data and curve the first one names both
+        Chart.SetNames[2 * PlaceIn(sets, set) - 1] = FigureName(set.Number) + ", " + FigureRms(set.Number);
 }
 
 // Lays the lower graph of a cell out, and the upper one over its scale of X; each is then shown by what is
@@ -244,12 +244,13 @@ bool IsFigureEnding(const std::string& ending) {
     return ending == "svg" || ending == "pdf" || ending == "png" || ending == "emf";
 }
 
-std::string FigureName(long set) {
+std::string FigureName(long number) {
+    const SetNo set(number);
     return PlainName(set) + ", " + Speed(set) + NumberText(set);
 }
 
 std::string FigureRms(long set) {
-    const double rms = RmsOfSet(set);
+    const double rms = RmsOfSet(SetNo(set));
     const bool plain = rms == 0.0 || (rms >= 0.001 && rms < 1000.0);
     return "rms " + (plain ? TwoDigits(rms) : FormatNumber(rms, "0.0E-##"));
 }

@@ -8,7 +8,7 @@
 #include "graphs/GraphParts.h"
 #include "graphs/ResidualGraphs.h"
 #include "platform/RuntimeError.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,8 +56,7 @@ void Require(bool made) {
 // Symbols are small where those of the longest set would run into one: of one size in all panels.
 double SymbolOf(const Page& page, const GraphBox& frame) {
     const double across = page.Millimetres(frame.X2 - frame.X1);
-    return static_cast<double>(LongestSet(1, Work.NumSets)) > DensePoints * across ? SmallSymbol
-                                                                                   : SymbolLength;
+    return static_cast<double>(LongestSet(EachSet())) > DensePoints * across ? SmallSymbol : SymbolLength;
 }
 
 } // namespace

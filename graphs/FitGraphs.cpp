@@ -13,9 +13,9 @@ namespace {
 constexpr const char* LogOption = "Convert Y Scale to Natural Log";
 
 // A series of the graph from the points of a set; pseudo-points and the place behind the set stay missing.
-void FillSeries(SetTable& x, SetTable& y, long series, long set, const OneBased<float>& values) {
-    const long first = FirstPointOf(SetNo(set));
-    const long n = TruePointsOf(SetNo(set));
+void FillSeries(SetTable& x, SetTable& y, long series, SetNo set, const OneBased<float>& values) {
+    const long first = FirstPointOf(set);
+    const long n = TruePointsOf(set);
     for (long i = 1; i <= n; ++i) {
         x(i, series) = Work.PtX[first + i - 1];
         y(i, series) = values[first + i - 1];
@@ -51,14 +51,14 @@ void ShowPicked(FitGraph kind) {
 
 bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
     GraphSpec spec = StartFitGraph(kind, limits);
-    const auto [first, last] = SetsOf(set);
+    const SetRange sets = SetsOf(set);
     const bool overlay = kind == FitGraph::Overlay;
-    const long series = (last - first + 1) * (overlay ? 2 : 1);
-    SetTable x(LongestSet(first, last), series);
-    SetTable y(LongestSet(first, last), series);
+    const long series = CountOf(sets) * (overlay ? 2 : 1);
+    SetTable x(LongestSet(sets), series);
+    SetTable y(LongestSet(sets), series);
     std::vector<std::string> names;
-    for (long k = first; k <= last; ++k) {
-        const long i = k - first + 1;
+    for (const SetNo k : sets) {
+        const long i = PlaceIn(sets, k);
         if (overlay) {
             FillSeries(x, y, 2 * i - 1, k, Work.PtY);
             FillSeries(x, y, 2 * i, k, Work.PtFit);
@@ -69,10 +69,10 @@ bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
             names.push_back(SeriesName(k));
         } else {
             FillSeries(x, y, i, k, Work.PtFit);
-            names.push_back("Set " + std::to_string(k));
+            names.push_back("Set " + std::to_string(k.Number));
         }
     }
-    const bool made = HandOver(spec, x, y, names, LooksOfSets(first, last, overlay ? 2 : 1));
+    const bool made = HandOver(spec, x, y, names, LooksOfSets(sets, overlay ? 2 : 1));
     OfferLogOption(limits.YLog ? "" : LogOption); // the values on a log axis are logarithms already
     return made;
 }

@@ -1,7 +1,7 @@
 #include "graphs/GraphParts.h"
 
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,22 +41,22 @@ void CopyOppositeAxes(GraphSpec& spec) {
     copy(spec.AxisY2, spec.AxisY1);
 }
 
-std::pair<long, long> SetsOf(long set) {
-    if (set > 0) return {set, set};
-    return {1, Work.NumSets};
+SetRange SetsOf(long set) {
+    if (set > 0) return {SetNo(set), SetNo(set)};
+    return EachSet();
 }
 
-long LongestSet(long first, long last) {
+long LongestSet(const SetRange& sets) {
     long longest = 0;
-    for (long s = first; s <= last; ++s)
-        longest = std::max<long>(longest, Work.SetPts[s]);
+    for (const SetNo set : sets)
+        longest = std::max<long>(longest, Work.SetPts[set]);
     return longest;
 }
 
-SetLooks LooksOfSets(long first, long last, int times) {
+SetLooks LooksOfSets(const SetRange& sets, int times) {
     SetLooks looks;
-    for (long set = first; set <= last; ++set)
-        looks.Numbers.insert(looks.Numbers.end(), static_cast<std::size_t>(times), ToInt16(set));
+    for (const SetNo set : sets)
+        looks.Numbers.insert(looks.Numbers.end(), static_cast<std::size_t>(times), ToInt16(set.Number));
     return looks;
 }
 

@@ -3,10 +3,10 @@
 
 #include "chart/CHART.h"
 #include "chart/records/SetLooks.h"
+#include "workspace/records/Counts.h"
 
 #include <cstddef>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace Quillon {
@@ -22,15 +22,24 @@ void ImposeScale(GraphAxis& axis, bool log, float low, float high, int decimals)
 // The second axis of each pair repeats the first without labels.
 void CopyOppositeAxes(GraphSpec& spec);
 
-// The sets that a graph shows: all, or the one.
-std::pair<long, long> SetsOf(long set);
+// The sets that a graph shows: the one, or all (0).
+using SetRange = OrdinalRange<SetKind>;
+SetRange SetsOf(long set);
 
-// The longest of the sets first..last, in points.
-long LongestSet(long first, long last);
+// How many sets these are, and the place of one among them, from 1.
+inline long PlaceIn(const SetRange& sets, SetNo set) {
+    return set.Number - sets.First.Number + 1;
+}
+inline long CountOf(const SetRange& sets) {
+    return PlaceIn(sets, sets.Last);
+}
 
-// The looks of series that show the data sets first..last, each of them several times in a row: a set has the
-// colour, symbol and dash of its number in every graph.
-SetLooks LooksOfSets(long first, long last, int times = 1);
+// The longest of the sets, in points.
+long LongestSet(const SetRange& sets);
+
+// The looks of series that show data sets, each of them several times in a row: a set has the colour, symbol
+// and dash of its number in every graph.
+SetLooks LooksOfSets(const SetRange& sets, int times = 1);
 
 // A line across the graph at a height, black and as wide as the data lines.
 GraphMark LineAt(float y);

@@ -26,18 +26,18 @@ struct MassPoint {
     double X, Radius, Value, Ln;
 };
 
-double OffsetOf(long set) {
+double OffsetOf(SetNo set) {
     const bool none = OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0);
     return none ? 0.0 : static_cast<double>(Work.Parms[SlotOffset(set)]);
 }
 
-std::vector<MassPoint> PointsOf(long set, bool ofFit) {
-    const RowNo row = RowOf(SetNo(set));
+std::vector<MassPoint> PointsOf(SetNo set, bool ofFit) {
+    const RowNo row = RowOf(set);
     const OneBased<float>& values = ofFit ? Work.PtFit : Work.PtY;
     const double offset = OffsetOf(set);
-    const long first = FirstPointOf(SetNo(set));
+    const long first = FirstPointOf(set);
     std::vector<MassPoint> points;
-    for (long i = 0; i < TruePointsOf(SetNo(set)); ++i) {
+    for (long i = 0; i < TruePointsOf(set); ++i) {
         const double r = Work.ScanRadius[row][Work.FitRange[0][row] + i];
         const double value = static_cast<double>(values[first + i]) - offset;
         points.push_back({r * r / 2.0, r, value, value > 0.0 ? std::log(value) : 0.0});
@@ -71,8 +71,8 @@ WindowLine LineThrough(const MassPoint* p, std::size_t n) {
 }
 
 // Mass over slope, for a set.
-double MassOfSlope(long set) {
-    const RowNo row = RowOf(SetNo(set));
+double MassOfSlope(SetNo set) {
+    const RowNo row = RowOf(set);
     const double omega = static_cast<double>(Work.ScanRPM[row]) / 30.0 * 3.14159265358979;
     const double rt = GasConstant * (static_cast<double>(Work.ScanTemperature[row]) + 273.15);
     const double buoyancy = 1.0 - static_cast<double>(Work.SolventDensity) * static_cast<double>(Work.VbarA);
@@ -80,8 +80,8 @@ double MassOfSlope(long set) {
 }
 
 // What a unit of concentration of the chosen species shows in a set. Signals are those of the first set.
-double SignalOfConcentration(long set, bool speciesB) {
-    const long row = Work.SetRow[set];
+double SignalOfConcentration(SetNo set, bool speciesB) {
+    const RowNo row = RowOf(set);
     const std::size_t column = speciesB ? 1 : 0;
     const double ratio = static_cast<double>(Work.ExtinctionRatio[column][row]);
     const double path = static_cast<double>(Work.CellPath[row]);
@@ -94,16 +94,16 @@ double SignalOfConcentration(long set, bool speciesB) {
     }
     case SpeciesUnit::Molar:
         return SignalOfUnit(speciesB ? SpeciesKind::MonomerB : SpeciesKind::MonomerA, SpeciesUnit::Molar,
-                            RowNo(row));
+                            row);
     default:
         return Divide(static_cast<double>(Work.SetSignalScale[set]) * ratio,
-                      static_cast<double>(Work.ExtinctionRatio[column][Work.SetRow[1]]));
+                      static_cast<double>(Work.ExtinctionRatio[column][RowOf(SetNo(1))]));
     }
 }
 
 // The middle of the range of a set, cm.
-double CentreOf(long set) {
-    const RowNo row = RowOf(SetNo(set));
+double CentreOf(SetNo set) {
+    const RowNo row = RowOf(set);
     const double inner = Work.ScanRadius[row][Work.FitRange[0][row]];
     const double outer = Work.ScanRadius[row][Work.FitRange[1][row]];
     return (inner + outer) / 2.0;
@@ -146,9 +146,8 @@ struct MassSeries {
 
 MassSeries CollectCurves(MassAxis axis, long set, const MassChoice& choice) {
     MassSeries series;
-    const auto [first, last] = SetsOf(set);
-    for (long k = first; k <= last; ++k) {
-        series.Curves.push_back(ApparentMasses(axis, k, choice));
+    for (const SetNo k : SetsOf(set)) {
+        series.Curves.push_back(ApparentMasses(axis, k.Number, choice));
         series.Longest = std::max(series.Longest, series.Curves.back().X.size());
         series.LeftOut += series.Curves.back().LeftOut;
     }
@@ -210,7 +209,8 @@ long MostMassPoints() {
     return most;
 }
 
-MassCurve ApparentMasses(MassAxis axis, long set, const MassChoice& choice) {
+MassCurve ApparentMasses(MassAxis axis, long number, const MassChoice& choice) {
+    const SetNo set(number);
     MassCurve curve;
     const std::vector<MassPoint> points = PointsOf(set, choice.OfFit);
     const auto n = static_cast<std::size_t>(choice.Points);
@@ -235,7 +235,7 @@ MassCurve ApparentMasses(MassAxis axis, long set, const MassChoice& choice) {
 
 bool MakeMassGraph(MassAxis axis, long set, const MassChoice& choice) {
     const MassSeries series = CollectCurves(axis, set, choice);
-    const auto [first, last] = SetsOf(set);
+    const SetRange sets = SetsOf(set);
     GraphSpec spec = StartGraph(PlotStyles::SymbolsOnly);
     spec.SymbolMode = 1;
     spec.Title1.Text = std::string("Apparent mass of ") + (choice.OfFit ? "the fit" : "the data") + ", " +
@@ -244,18 +244,19 @@ bool MakeMassGraph(MassAxis axis, long set, const MassChoice& choice) {
     spec.AxisX1.Title.Text = AbscissaTitle(axis);
     spec.AxisY1.Title.Text = MassTitle();
     spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
-    SetTable x(static_cast<long>(series.Longest), last - first + 1);
-    SetTable y(static_cast<long>(series.Longest), last - first + 1);
+    SetTable x(static_cast<long>(series.Longest), CountOf(sets));
+    SetTable y(static_cast<long>(series.Longest), CountOf(sets));
     std::vector<std::string> names;
-    for (long k = first; k <= last; ++k) {
-        const MassCurve& curve = series.Curves[static_cast<std::size_t>(k - first)];
+    for (const SetNo k : sets) {
+        const long place = PlaceIn(sets, k);
+        const MassCurve& curve = series.Curves[static_cast<std::size_t>(place - 1)];
         for (std::size_t i = 0; i < curve.X.size(); ++i) {
-            x(static_cast<long>(i) + 1, k - first + 1) = ToSingle(curve.X[i]);
-            y(static_cast<long>(i) + 1, k - first + 1) = ToSingle(curve.Mass[i]);
+            x(static_cast<long>(i) + 1, place) = ToSingle(curve.X[i]);
+            y(static_cast<long>(i) + 1, place) = ToSingle(curve.Mass[i]);
         }
         names.push_back(SeriesName(k));
     }
-    const bool made = HandOver(spec, x, y, names, LooksOfSets(first, last));
+    const bool made = HandOver(spec, x, y, names, LooksOfSets(sets));
     OfferLogOption("");
     Charts.StatusLine.Text = LeftOutText(series.LeftOut);
     return made;

@@ -30,11 +30,11 @@ float RmsOfFit() {
     return freedom > 0 ? static_cast<float>(std::sqrt(sum / freedom)) : 0.0F;
 }
 
-float LargestResidual(long first, long last) {
+float LargestResidual(const SetRange& sets) {
     float largest = 0.0F;
-    for (long s = first; s <= last; ++s) {
-        const long p = FirstPointOf(SetNo(s));
-        for (long i = 0; i < TruePointsOf(SetNo(s)); ++i)
+    for (const SetNo set : sets) {
+        const long p = FirstPointOf(set);
+        for (long i = 0; i < TruePointsOf(set); ++i)
             largest = std::max(largest, std::fabs(Work.PtResid[p + i]));
     }
     return largest;
@@ -42,10 +42,10 @@ float LargestResidual(long first, long last) {
 
 // The value of a point on the chosen axis. A point's x holds the radius only relative to its set: the radius
 // itself stands in the scan.
-float Abscissa(ResidualAxis axis, long set, long point, long place) {
+float Abscissa(ResidualAxis axis, SetNo set, long point, long place) {
     if (axis == ResidualAxis::X) return Work.PtX[point];
     if (axis == ResidualAxis::Fitted) return Work.PtFit[point];
-    const long row = Work.SetRow[set];
+    const RowNo row = RowOf(set);
     return Work.ScanRadius[row][Work.FitRange[0][row] + place];
 }
 
@@ -55,11 +55,11 @@ std::string AxisTitle(ResidualAxis axis) {
 }
 
 void SetTitles(GraphSpec& spec, long set) {
-    const double rms = set > 0 ? RmsOfSet(set) : static_cast<double>(RmsOfFit());
+    const double rms = set > 0 ? RmsOfSet(SetNo(set)) : static_cast<double>(RmsOfFit());
     const std::string number = FormatNumber(rms, "0.000E-##");
     const std::string what = set > 0 ? "RMS deviation for set " + std::to_string(set) + " = " + number
                                      : "RMS residual = " + number;
-    const std::string origin = set > 0 ? SeriesName(set) : Latin1Text(Work.LabelPrefix);
+    const std::string origin = set > 0 ? SeriesName(SetNo(set)) : Latin1Text(Work.LabelPrefix);
     const std::string behind = origin.empty() ? "" : "; data from " + origin;
     if (what.size() + behind.size() <= LongestTitle) {
         spec.Title1.Text = what + behind;
@@ -99,22 +99,23 @@ struct SpreadScale {
 SpreadScale ScaleOfSpread(float step) {
     double low = -1.0;
     double high = Work.NumSets;
-    for (long k = 1; k <= Work.NumSets; ++k) {
-        const long p = FirstPointOf(SetNo(k));
-        for (long i = 0; i < TruePointsOf(SetNo(k)); ++i) {
+    for (const SetNo k : EachSet()) {
+        const long p = FirstPointOf(k);
+        for (long i = 0; i < TruePointsOf(k); ++i) {
             const double steps = static_cast<double>(Work.PtResid[p + i]) / static_cast<double>(step);
-            low = std::min(low, std::floor(static_cast<double>(k - 1) + steps));
-            high = std::max(high, std::ceil(static_cast<double>(k - 1) + steps));
+            low = std::min(low, std::floor(static_cast<double>(k.Number - 1) + steps));
+            high = std::max(high, std::ceil(static_cast<double>(k.Number - 1) + steps));
         }
     }
     return {static_cast<float>(low) * step, static_cast<float>(high) * step};
 }
 
 // Where the residuals of each set are zero: one line for all, unless they stand above each other.
-std::vector<GraphMark> ZeroLines(long first, long last, float step) {
+std::vector<GraphMark> ZeroLines(const SetRange& sets, float step) {
     std::vector<GraphMark> lines{LineAt(0.0F)};
-    for (long k = first + 1; k <= last && step > 0.0F; ++k)
-        lines.push_back(LineAt(static_cast<float>(k - 1) * step));
+    if (!(step > 0.0F)) return lines;
+    for (const SetNo k : SetRange{sets.First + 1, sets.Last})
+        lines.push_back(LineAt(static_cast<float>(k.Number - 1) * step));
     return lines;
 }
 
@@ -129,9 +130,9 @@ void ShowPicked(ResidualAxis axis) {
 
 } // namespace
 
-double RmsOfSet(long set) {
-    const long first = FirstPointOf(SetNo(set));
-    const long n = TruePointsOf(SetNo(set));
+double RmsOfSet(SetNo set) {
+    const long first = FirstPointOf(set);
+    const long n = TruePointsOf(set);
     double sum = 0.0;
     for (long i = 0; i < n; ++i)
         sum += static_cast<double>(Work.PtResid[first + i]) * static_cast<double>(Work.PtResid[first + i]);
@@ -155,8 +156,8 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
     CalcResiduals();
     GraphSpec spec = StartGraph(PlotStyles::SymbolsOnly);
     spec.SymbolMode = 1;
-    const auto [first, last] = SetsOf(set);
-    const float rms = std::fabs(set > 0 ? static_cast<float>(RmsOfSet(set)) : RmsOfFit());
+    const SetRange sets = SetsOf(set);
+    const float rms = std::fabs(set > 0 ? static_cast<float>(RmsOfSet(SetNo(set))) : RmsOfFit());
     const float scale = rms == 0.0F ? 1.0F : rms;
     const bool spread = set == 0 && Work.SpreadResiduals && Work.NumSets > 1;
     const float step = spread ? SpreadStep(scale) : 0.0F;
@@ -168,22 +169,22 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
         const SpreadScale scaled = ScaleOfSpread(step);
         ScaleAxis(spec.AxisY1, scaled.Low, scaled.High, step);
     } else {
-        const float limit = ResidualLimit(scale, LargestResidual(first, last));
+        const float limit = ResidualLimit(scale, LargestResidual(sets));
         ScaleAxis(spec.AxisY1, -limit, limit, limit / 2.0F);
     }
-    SetTable x(LongestSet(first, last), last - first + 1);
-    SetTable y(LongestSet(first, last), last - first + 1);
+    SetTable x(LongestSet(sets), CountOf(sets));
+    SetTable y(LongestSet(sets), CountOf(sets));
     std::vector<std::string> names;
-    for (long k = first; k <= last; ++k) {
-        const long p = FirstPointOf(SetNo(k));
-        const long series = k - first + 1;
-        for (long i = 0; i < TruePointsOf(SetNo(k)); ++i) {
+    for (const SetNo k : sets) {
+        const long p = FirstPointOf(k);
+        const long series = PlaceIn(sets, k);
+        for (long i = 0; i < TruePointsOf(k); ++i) {
             x(i + 1, series) = Abscissa(axis, k, p + i, i);
-            y(i + 1, series) = static_cast<float>(k - 1) * step + Work.PtResid[p + i];
+            y(i + 1, series) = static_cast<float>(k.Number - 1) * step + Work.PtResid[p + i];
         }
         names.push_back(SeriesName(k));
     }
-    const bool made = HandOver(spec, x, y, names, LooksOfSets(first, last), ZeroLines(first, last, step));
+    const bool made = HandOver(spec, x, y, names, LooksOfSets(sets), ZeroLines(sets, step));
     OfferLogOption("");
     return made;
 }

@@ -1,6 +1,8 @@
 #pragma once
 // Residuals against the fit's x, against the fitted value and against radius.
 
+#include "workspace/records/Counts.h"
+
 namespace Quillon {
 
 enum class ResidualAxis { X, Fitted, Radius };
@@ -18,7 +20,7 @@ void GraphResidSetY();
 void GraphResidualsRSet();
 
 // The root mean square of the residuals of a set in Work.PtResid, in signal units.
-double RmsOfSet(long set);
+double RmsOfSet(SetNo set);
 
 // The distance between the zero lines of separated sets, for a root mean square of the residuals.
 float SpreadStep(float rms);

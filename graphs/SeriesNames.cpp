@@ -4,7 +4,7 @@
 #include "graphs/Latin1.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <cmath>
 
@@ -14,8 +14,8 @@ namespace {
 
 constexpr float SameWavelength = 1.0F; // nm; the monochromator repeats itself no better
 
-std::string RangeText(long set) {
-    const long row = Work.SetRow[set];
+std::string RangeText(SetNo set) {
+    const RowNo row = RowOf(set);
     const auto radius = [row](std::size_t end) {
         return FormatNumber(static_cast<double>(Work.ScanRadius[row][Work.FitRange[end][row]]), "0.00");
     };
@@ -30,14 +30,14 @@ struct Repetition {
     bool WholeLabelInRange = false; // and the same range
 };
 
-Repetition RepetitionOf(long set) {
+Repetition RepetitionOf(SetNo set) {
     Repetition found;
-    const long row = Work.SetRow[set];
-    const auto shown = [](long of) { return Latin1Text(Work.SetLabel[of]); };
+    const RowNo row = RowOf(set);
+    const auto shown = [](SetNo of) { return Latin1Text(Work.SetLabel[of.Number]); };
     const std::string label = shown(set);
-    for (long other = 1; other <= Work.NumSets; ++other) {
+    for (const SetNo other : EachSet()) {
         if (other == set || FileTitle(shown(other)) != FileTitle(label)) continue;
-        const long otherRow = Work.SetRow[other];
+        const RowNo otherRow = RowOf(other);
         found.Speed |= Work.ScanRPM[row] != Work.ScanRPM[otherRow];
         found.Wavelength |=
             std::fabs(Work.ScanWavelength[row] - Work.ScanWavelength[otherRow]) > SameWavelength;
@@ -50,16 +50,16 @@ Repetition RepetitionOf(long set) {
 
 } // namespace
 
-std::string SeriesName(long set) {
-    std::string name = Latin1Text(Work.SetLabel[set]);
+std::string SeriesName(SetNo set) {
+    std::string name = Latin1Text(Work.SetLabel[set.Number]);
     const Repetition repeated = RepetitionOf(set);
-    const long row = Work.SetRow[set];
+    const RowNo row = RowOf(set);
     if (repeated.Speed)
         name += ", " + SingleText(Work.ScanRPM[row]) + " rpm";
     else if (repeated.Wavelength)
         name += ", " + SingleText(Work.ScanWavelength[row]) + " nm";
     if (!repeated.WholeLabel) return name;
-    return name + ", " + (repeated.WholeLabelInRange ? "set " + std::to_string(set) : RangeText(set));
+    return name + ", " + (repeated.WholeLabelInRange ? "set " + std::to_string(set.Number) : RangeText(set));
 }
 
 std::string WithPath(const std::string& text, const std::string& path) {

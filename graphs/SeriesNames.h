@@ -1,6 +1,8 @@
 #pragma once
 // What titles and legends call the data of a graph: text of a graph is Latin-1, while labels are paths.
 
+#include "workspace/records/Counts.h"
+
 #include <string>
 
 namespace Quillon {
@@ -8,7 +10,7 @@ namespace Quillon {
 // The name of a set's data: its label. Where the file's name occurs in several sets, what tells them apart
 // stands behind it: the speed ("00012.RA1, 12000 rpm"), or the wavelength where the speeds are one; and where
 // the whole label occurs again, the range of radii ("00012.RA1, 5.85-6.30 cm"), or at last the set's number.
-std::string SeriesName(long set);
+std::string SeriesName(SetNo set);
 
 // "Data from: " and the common path of all labels; "" when they have none, since a title that names nothing
 // is not worth its place.

@@ -64,9 +64,9 @@ void Divide(SpeciesColumns& columns, const std::vector<double>& total) {
 }
 
 // The columns that a set shows: its species, behind them the total.
-SpeciesColumns ShownColumns(SpeciesGraph kind, long set) {
+SpeciesColumns ShownColumns(SpeciesGraph kind, SetNo set) {
     const SpeciesUnit unit = UnitInForce();
-    SpeciesColumns columns = SpeciesOfSet(SetNo(set), unit);
+    SpeciesColumns columns = SpeciesOfSet(set, unit);
     const bool fractions = kind == SpeciesGraph::Fraction;
     std::vector<double> total = Sum(columns, !fractions && unit == SpeciesUnit::Molar);
     if (fractions)
@@ -82,8 +82,8 @@ struct SpeciesSeries {
     SetLooks Looks;
 };
 
-void AddNames(SpeciesSeries& series, SpeciesGraph kind, long set, bool oneSet) {
-    const std::string number = std::to_string(set);
+void AddNames(SpeciesSeries& series, SpeciesGraph kind, SetNo set, bool oneSet) {
+    const std::string number = std::to_string(set.Number);
     for (const std::string& name : SpeciesNames())
         series.Names.push_back(oneSet ? name : name + " set " + number);
     if (kind == SpeciesGraph::Fraction) return;
@@ -91,13 +91,13 @@ void AddNames(SpeciesSeries& series, SpeciesGraph kind, long set, bool oneSet) {
 }
 
 // The total has a colour of its own, behind those of the species.
-SetLook LookOf(std::size_t column, long set) {
-    return {static_cast<std::int16_t>(column), static_cast<std::int16_t>(set - 1)};
+SetLook LookOf(std::size_t column, long place) {
+    return {static_cast<std::int16_t>(column), static_cast<std::int16_t>(place - 1)};
 }
 
-void FillSet(SpeciesSeries& series, SpeciesGraph kind, long set, long place) {
+void FillSet(SpeciesSeries& series, SpeciesGraph kind, SetNo set, long place) {
     const SpeciesColumns columns = ShownColumns(kind, set);
-    const long first = FirstPointOf(SetNo(set));
+    const long first = FirstPointOf(set);
     for (std::size_t k = 0; k < columns.size(); ++k) {
         const long s = (place - 1) * static_cast<long>(columns.size()) + static_cast<long>(k) + 1;
         for (std::size_t i = 0; i < columns[k].size(); ++i) {
@@ -115,21 +115,19 @@ void FillLegend(SetLooks& looks, SpeciesGraph kind) {
     for (const std::string& name : SpeciesNames())
         looks.Legend.push_back({name, {color++, 0}});
     if (kind == SpeciesGraph::Concentration) looks.Legend.push_back({TotalName(), {color, 0}});
-    for (long set = 1; set <= Work.NumSets; ++set)
-        looks.Legend.push_back({SeriesName(set), {-1, static_cast<std::int16_t>(set - 1)}});
+    for (const SetNo set : EachSet())
+        looks.Legend.push_back({SeriesName(set), {-1, static_cast<std::int16_t>(set.Number - 1)}});
 }
 
 SpeciesSeries CollectSeries(SpeciesGraph kind, long set) {
-    const auto [first, last] = SetsOf(set);
+    const SetRange shown = SetsOf(set);
     const long each = SpeciesOfModel(Work.Model).Count + (kind == SpeciesGraph::Concentration ? 1 : 0);
-    const long sets = last - first + 1;
-    SpeciesSeries series{SetTable(LongestSet(first, last), sets * each),
-                         SetTable(LongestSet(first, last), sets * each),
-                         {},
-                         {}};
+    const long sets = CountOf(shown);
+    SpeciesSeries series{
+        SetTable(LongestSet(shown), sets * each), SetTable(LongestSet(shown), sets * each), {}, {}};
     const bool oneSet = set > 0;
-    for (long k = first; k <= last; ++k) {
-        FillSet(series, kind, k, k - first + 1);
+    for (const SetNo k : shown) {
+        FillSet(series, kind, k, PlaceIn(shown, k));
         AddNames(series, kind, k, oneSet);
     }
     if (!oneSet && sets > 1) FillLegend(series.Looks, kind);
@@ -138,7 +136,7 @@ SpeciesSeries CollectSeries(SpeciesGraph kind, long set) {
 
 // The lines of one set go by species: the title says which set it is.
 std::string TitleFor(long set) {
-    return set > 0 ? Work.FitTitle + ", " + SeriesName(set) : Work.FitTitle;
+    return set > 0 ? Work.FitTitle + ", " + SeriesName(SetNo(set)) : Work.FitTitle;
 }
 
 void Show(SpeciesGraph kind, long set) {

@@ -10,7 +10,9 @@ namespace {
 
 struct SeriesNames : GraphBench {
     SeriesNames() { FillThreeSets(); }
-    static std::vector<std::string> All() { return {SeriesName(1), SeriesName(2), SeriesName(3)}; }
+    static std::vector<std::string> All() {
+        return {SeriesName(SetNo(1)), SeriesName(SetNo(2)), SeriesName(SetNo(3))};
+    }
     static void Label(const char* one, const char* two, const char* three) {
         Work.SetLabel[1] = one;
         Work.SetLabel[2] = two;
@@ -58,7 +60,7 @@ TEST_F(SeriesNames, NamesThatAreShownAlikeAreToldApart) {
     Speed(16000, 16000, 16000);
     EXPECT_EQ(All(), (Names{"?.RA1, 6.50-6.75 cm", "?.RA1, 6.75-6.88 cm", "00002.RA1"}));
     Speed(16000, 20000, 16000);
-    EXPECT_EQ(SeriesName(2).substr(0, 17), "?.RA1, 20000 rpm,");
+    EXPECT_EQ(SeriesName(SetNo(2)).substr(0, 17), "?.RA1, 20000 rpm,");
 }
 
 TEST_F(SeriesNames, AreThoseOfTheLegends) {
