@@ -21,6 +21,13 @@ std::vector<double> RatiosOf(const std::vector<ProfileLimits>& levels) {
     return ratios;
 }
 
+std::vector<std::string> NamesOf(const std::vector<ProfileLimits>& levels) {
+    std::vector<std::string> names;
+    for (const ProfileLimits& level : levels)
+        names.push_back(FormatNumber(level.Level, "#0.0%"));
+    return names;
+}
+
 // The values of a quantity in the fits that have converged.
 std::vector<double> ValuesOf(const Resampling& resampling, std::size_t quantity) {
     std::vector<double> values;
@@ -56,6 +63,7 @@ bool MakeGraphOf(const Profile& profile) {
         curve.Ratios.push_back(point.Ratio);
     }
     curve.Levels = RatiosOf(profile.Limits);
+    curve.Names = NamesOf(profile.Limits);
     return MakeProfileGraph(curve);
 }
 
@@ -67,8 +75,7 @@ bool MakeGraphOf(const ProfileMap& map) {
     for (const ProfilePoint& point : map.Points)
         contours.Ratios.push_back(point.Ratio);
     contours.Levels = RatiosOf(map.Levels);
-    for (const ProfileLimits& level : map.Levels)
-        contours.Names.push_back(FormatNumber(level.Level, "#0.0%"));
+    contours.Names = NamesOf(map.Levels);
     contours.Minimum = map.Minimum;
     return MakeContourGraph(contours);
 }

@@ -52,6 +52,15 @@ void Fill(SetTable& x, SetTable& y, long series, long point, double atX, double 
     y(point, series) = static_cast<float>(atY);
 }
 
+// The line of a level is a set of its own, behind that of the curve, so that the legend can name it.
+void FillLevels(const ProfileCurve& curve, SetTable& x, SetTable& y) {
+    for (long k = 1; k <= std::ssize(curve.Levels); ++k) {
+        const double level = curve.Levels[static_cast<std::size_t>(k - 1)];
+        Fill(x, y, 1 + k, 1, curve.Values.front(), level);
+        Fill(x, y, 1 + k, 2, curve.Values.back(), level);
+    }
+}
+
 double QuartileOf(const std::vector<double>& rising, double p) {
     const double place = p * static_cast<double>(rising.size() - 1);
     const auto below = static_cast<std::size_t>(place);
@@ -111,22 +120,22 @@ GraphMark EllipseAt(const ContourMap& map) {
 } // namespace
 
 bool MakeProfileGraph(const ProfileCurve& curve) {
-    const long points = std::ssize(curve.Values);
-    SetTable x(points, 1), y(points, 1);
+    const long points = std::ssize(curve.Values), levels = std::ssize(curve.Levels);
+    SetTable x(std::max(points, 2L), 1 + levels), y(std::max(points, 2L), 1 + levels);
     for (long i = 1; i <= points; ++i) {
         const auto place = static_cast<std::size_t>(i - 1);
         if (std::isfinite(curve.Ratios[place])) Fill(x, y, 1, i, curve.Values[place], curve.Ratios[place]);
     }
     GraphSpec spec = StartStudy(curve.Parameter, "Sum of Squares over the Lowest");
-    std::vector<GraphMark> marks;
     double highest = 1.0;
     for (const double ratio : curve.Ratios)
         if (std::isfinite(ratio)) highest = std::max(highest, ratio);
     if (points > 0) Cover(spec.AxisX1, curve.Values.front(), curve.Values.back());
     Cover(spec.AxisY1, 1.0, highest);
-    for (const double level : curve.Levels)
-        marks.push_back(LineAt(static_cast<float>(level)));
-    return HandOver(spec, x, y, {curve.Parameter}, {}, marks);
+    if (points > 0) FillLevels(curve, x, y);
+    std::vector<std::string> names{curve.Parameter};
+    names.insert(names.end(), curve.Names.begin(), curve.Names.end());
+    return HandOver(spec, x, y, names, {}, {});
 }
 
 HistogramBars BarsOf(const std::vector<double>& values) {

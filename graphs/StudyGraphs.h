@@ -13,7 +13,8 @@ namespace Quillon {
 struct ProfileCurve {
     std::string Parameter; // title of the x axis
     std::vector<double> Values, Ratios;
-    std::vector<double> Levels; // ratios
+    std::vector<double> Levels;     // ratios
+    std::vector<std::string> Names; // of the levels, one for each, for the legend
 };
 bool MakeProfileGraph(const ProfileCurve& curve);
 
