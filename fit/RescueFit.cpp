@@ -168,6 +168,14 @@ std::vector<int> RoadsFrom(const Workspace& own) {
 // Of the sum of squares; what is found below that is another minimum.
 constexpr double MuchLower = 0.999;
 
+// So many roads that lead back to the lowest minimum so far tell that the model, and no place, is the reason.
+constexpr int EnoughBack = 4;
+
+bool LeadsBack(double lowest) {
+    return Work.Outcome.End == FitEnd::Converged && Work.SumSq >= MuchLower * lowest &&
+           MuchLower * Work.SumSq <= lowest;
+}
+
 bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
     return found.Outcome.End == FitEnd::Converged && found.SumSq < MuchLower * own.SumSq;
 }
@@ -179,9 +187,11 @@ std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const Fit
     const ProgressInUse inUse(progress);
     const Workspace own = Work;
     Workspace best = own;
+    int back = 0;
     for (const int attempt : RoadsFrom(own)) {
-        TryAttempt(attempt, start, best, progress);
-        if (IsCancelled() || !LeavesMoreThanNoise(best)) break;
+        const double before = best.SumSq;
+        if (TryAttempt(attempt, start, best, progress) && LeadsBack(before)) ++back;
+        if (back == EnoughBack || IsCancelled() || !LeavesMoreThanNoise(best)) break;
     }
     const bool cancelled = IsCancelled();
     Work = own;
