@@ -182,11 +182,13 @@ inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
         const QWidget* all = area->widget();
         if (!now || !all || !all->isAncestorOf(now)) return;
         area->ensureWidgetVisible(now, 0, line);
-        // What was seen is where the cursor stands: the whole field, and its beginning rather than its end.
-        const int left = now->mapTo(all, QPoint(0, 0)).x();
-        const int right = left + now->width() - area->viewport()->width();
+        // That was the cursor's place. A field is seen whole, unless it is a wide text; its label
+        // stays in sight where both have room.
+        const int left = now->mapTo(all, QPoint(0, 0)).x(), room = area->viewport()->width();
+        const int right = left + now->width() - room;
         QScrollBar* bar = area->horizontalScrollBar();
-        bar->setValue(std::min(std::max(bar->value(), right), std::max(left - label, std::min(left, right))));
+        const int seen = 2 * now->width() > room ? bar->value() : std::max(bar->value(), right);
+        bar->setValue(std::min(seen, std::max(left - label, std::min(left, right))));
     });
     return area;
 }

@@ -43,6 +43,15 @@ bool Fits(QSize size, QSize room) {
     return size.width() <= room.width() && size.height() <= room.height();
 }
 
+// What a window of a width needs: lines that wrap are higher than its least size tells.
+QSize LeastSize(const QWidget& window, int width) {
+    const QLayout* layout = window.layout();
+    if (!layout) return window.minimumSize();
+    const QSize least = layout->totalMinimumSize();
+    if (!layout->hasHeightForWidth()) return least;
+    return least.expandedTo({0, layout->totalMinimumHeightForWidth(std::max(width, least.width()))});
+}
+
 // The row of buttons at the foot of a window, which may be the last of several; null where the last row is
 // none.
 QHBoxLayout* FootOf(QLayout& rows) {
@@ -115,9 +124,9 @@ public:
 private:
     static void Keep(QDialog& window) {
         const QSize room = RoomFor(window);
-        const QSize needed = window.layout() ? window.layout()->totalMinimumSize() : window.minimumSize();
+        const QSize needed = LeastSize(window, std::min(window.width(), room.width()));
         if (window.layout() && !Fits(needed, room)) Scroll(window, room.width());
-        if (!Fits(window.size(), room)) window.resize(window.size().boundedTo(room));
+        window.resize(window.size().expandedTo({0, needed.height()}).boundedTo(room));
     }
 };
 

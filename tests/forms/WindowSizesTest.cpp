@@ -4,6 +4,7 @@
 #include "commands/Analmenu.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
+#include "forms/shell/ChartBox.h"
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "reporting/Results.h"
@@ -157,6 +158,24 @@ TEST_F(WindowSizes, AFormThatScrollsOpenedAtAButtonToTheRightOfItsFirstField) {
         Player::Click(PrintGrForm.CancelButton);
     });
     EXPECT_FALSE(AskPrintOptions());
+}
+
+TEST_F(WindowSizes, LongWarningsPushedTheLegendOutOfTheResults) {
+    UseFinishedFit();
+    for (int i = 0; i < 12; ++i)
+        Work.Outcome.Reason += "A reason that takes about a line of the form by itself, this being one. ";
+    player.Expect(ResultsName, [] {
+        const QWidget* window = Player::Window(ResultsName);
+        EXPECT_TRUE(IsOnScreen(*window));
+        const ChartPicture* graph = nullptr;
+        for (const QWidget* widget : window->findChildren<QWidget*>())
+            if (const auto* picture = dynamic_cast<const ChartPicture*>(widget)) graph = picture;
+        ASSERT_NE(graph, nullptr);
+        EXPECT_EQ(graph->visibleRegion().boundingRect().size(), graph->size());
+        EXPECT_LT(PlaceOf(*graph).bottom(), PlaceOf(*Player::Widget(Results.OkButton)).top());
+        Player::Click(Results.OkButton);
+    });
+    player.ClickMenu("ReviewFit");
 }
 
 TEST_F(WindowSizes, TheScalingOfFormsChangedNothing) {
