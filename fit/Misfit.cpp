@@ -16,6 +16,15 @@ namespace Quillon {
 
 namespace {
 
+// One place for each set that the points name, and place 0. While sets come and go the table of data sets may
+// count fewer.
+std::size_t Places(const Workspace& fit) {
+    long last = fit.NumSets;
+    for (long p = 1; p <= fit.NumPts; ++p)
+        last = std::max(last, static_cast<long>(fit.PtSet[p]));
+    return static_cast<std::size_t>(last) + 1;
+}
+
 // --- the noise
 
 // The square of how far point p lies from the line between its neighbours, in variances of a point; below 0
@@ -44,7 +53,7 @@ double VarianceOf(Shares shares) {
 
 // By set from 1; what belongs to all stands at 0.
 std::vector<Shares> SharesOfNoise() {
-    std::vector<Shares> shares(static_cast<std::size_t>(Work.NumSets) + 1);
+    std::vector<Shares> shares(Places(Work));
     for (long p = 2; p < Work.NumPts; ++p)
         if (const double share = ShareOfNoise(p); share >= 0.0) {
             shares[0].push_back(share);
@@ -71,7 +80,7 @@ struct Residuals {
 
 // By set from 1, those of all at 0.
 std::vector<Residuals> ResidualsOf(const Workspace& fit) {
-    std::vector<Residuals> left(static_cast<std::size_t>(fit.NumSets) + 1);
+    std::vector<Residuals> left(Places(fit));
     for (long p = 1; p <= fit.NumPts; ++p) {
         if (fit.PtX[p] == PointMarker) continue;
         const double residual = NoiseWeight(SetNo(fit.PtSet[p])) *

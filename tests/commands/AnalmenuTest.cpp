@@ -1,6 +1,7 @@
 // The main window: what its menu holds, when items are enabled and checked, what its commands reset, the end.
 #include "commands/Analmenu.h"
 #include "chart/files/GraphFile.h"
+#include "chart/records/ChartSeams.h"
 #include "models/SEDEQ3.h"
 
 #include "commands/Commands.h"
@@ -12,6 +13,7 @@
 #include "scandata/FileFormEvents.h"
 #include "scandata/FitData.h"
 #include "tests/support/ModelCases.h"
+#include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -182,6 +184,9 @@ TEST_F(MainWindow, AHugeFileOnTheCommandLineIsToldAndNotRead) {
 
 // The graph window has an item for it, but does not open before there is a graph.
 TEST_F(MainWindow, ASavedGraphCouldBeShownByTheCommandLineAlone) {
+    RecordingSurface screen;
+    Chart = ChartModule{};
+    SetScreenSurface(screen.Surface());
     const std::string path = script.MakeFile("kept.grf", GraphFileBytes());
     const auto shown = [&] { return std::count(script.Forms.begin(), script.Forms.end(), "show Charts"); };
     script.ExpectFile("Quillon - Restore Graph from Disk", "");
@@ -190,6 +195,7 @@ TEST_F(MainWindow, ASavedGraphCouldBeShownByTheCommandLineAlone) {
     script.ExpectFile("Quillon - Restore Graph from Disk", path);
     RunMainCommand("OpenGraph");
     EXPECT_EQ(shown(), 1);
+    Seams = ChartSeams{};
 }
 
 TEST_F(MainWindow, WhatIsNotOpenedBesideTheFirstArgumentIsTold) {
