@@ -7,6 +7,7 @@
 #include "files/ReadWhole.h"
 #include "files/RunPieces.h"
 #include "files/Sha256.h"
+#include "files/WalkFiles.h"
 #include "files/WriteWhole.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
@@ -173,6 +174,8 @@ void InstallBatchPlatform() {
     p.Sha256 = Sha256;
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
+    p.WalkFiles = WalkFiles;
+    p.MakeFolder = MakeFolder;
     p.DirectoryExists = IsDirectory;
     p.IsThisProgram = IsThisProgram;
     p.HoldFile = HoldFile;

@@ -84,6 +84,22 @@ struct ColorAnswer {
     std::uint32_t Color{};
 };
 
+// A file that a walk over a folder or an archive meets.
+struct MetFile {
+    std::string Name;       // its path below the folder or in the archive, with "/" between its parts
+    std::string_view Start; // its first bytes: 4096, or all of a shorter file
+
+    // All of its bytes, which may be asked for once and during the call alone. More than 64 MB are a
+    // RuntimeError, and so is a file that cannot be read to its end.
+    std::function<std::string()> Whole;
+};
+
+// One that the walk leaves alone, and why: "a link", "its name leads out of the folder".
+struct PassedFile {
+    std::string Name;
+    std::string Why;
+};
+
 struct ClockTime {
     int Year{}, Month{}, Day{}, Hour{}, Minute{}, Second{};
 };
@@ -148,6 +164,18 @@ struct Platform {
     // The names in a directory that match a pattern with "*" and "?", without regard to case; sorted.
     std::function<std::vector<std::string>(const std::string& directory, const std::string& pattern)>
         ListFiles;
+
+    // Walks over the files of a folder and all below it, by name, or over those of an archive (.tar, .tar.gz,
+    // .zip, told by its content) in its order; each is opened once and nothing is written. Hands back what
+    // was left alone. At most 20,000 files, and of an archive 20,000 entries and 2 GB in all: beyond that, and
+    // for a place that cannot be read to its end, a RuntimeError in words. What meet throws is thrown here.
+    // Harmless filling: there is nothing.
+    std::function<std::vector<PassedFile>(const std::string& place,
+                                          const std::function<void(const MetFile& file)>& meet)>
+        WalkFiles;
+
+    // Makes a folder where nothing stands under its name and its parent is there; a RuntimeError otherwise.
+    std::function<void(const std::string& path)> MakeFolder;
 
     std::function<std::vector<std::string>()> FileRoots; // where a search over all drives looks
     std::function<std::string()> WorkingDirectory;       // at the start of the program
@@ -223,6 +251,10 @@ inline void InstallPlatform(Platform filling) {
     orElse(filling.RemoveFile, [](const std::string&) {});
     orElse(filling.ListFiles,
            [](const std::string&, const std::string&) { return std::vector<std::string>{}; });
+    orElse(filling.WalkFiles, [](const std::string&, const std::function<void(const MetFile&)>&) {
+        return std::vector<PassedFile>{};
+    });
+    orElse(filling.MakeFolder, [](const std::string&) {});
     orElse(filling.FileRoots, [] { return std::vector<std::string>{}; });
     orElse(filling.WorkingDirectory, [] { return std::string{}; });
     orElse(filling.ConfigDirectory, [] { return std::string{}; });

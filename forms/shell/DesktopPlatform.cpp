@@ -7,6 +7,7 @@
 #include "files/ReadWhole.h"
 #include "files/RunPieces.h"
 #include "files/Sha256.h"
+#include "files/WalkFiles.h"
 #include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPrinter.h"
@@ -336,6 +337,8 @@ void InstallDesktopPlatform() {
     p.Sha256 = Sha256;
     p.WriteFile = WriteWhole;
     p.FileExists = IsFile;
+    p.WalkFiles = WalkFiles;
+    p.MakeFolder = MakeFolder;
     p.DirectoryExists = IsDirectory;
     p.IsThisProgram = IsThisProgram;
     p.HoldFile = HoldFile;

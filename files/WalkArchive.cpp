@@ -1,0 +1,139 @@
+// Archives come from strangers and from broken transfers. Only two formats are read and one way of packing,
+// by the library's own code: others would start programs. What is unpacked is counted byte by byte, whatever
+// the headers claim, also of entries that nobody wants.
+#include "files/FileStep.h"
+#include "files/WalkFiles.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <memory>
+
+namespace Quillon {
+
+namespace {
+
+using OpenArchive = std::unique_ptr<archive, int (*)(archive*)>;
+
+constexpr std::size_t BlockSize = 65536;
+
+[[noreturn]] void RaiseDamaged(archive* in) {
+    const char* words = archive_error_string(in);
+    RaiseError(std::string("the archive is damaged or ends too early") +
+               (words ? std::string(": ") + words : ""));
+}
+
+// The bytes of one entry, taken block by block.
+struct EntryBytes {
+    archive* In;
+    std::size_t& Unpacked; // of the whole archive
+    std::string Bytes{};
+    bool Ended = false;
+    bool TooLarge = false;
+
+    // A block that claims to stand far behind the last one is a hole, which unpacks to nothing but zeros.
+    void Take(const void* block, std::size_t size, la_int64_t offset) {
+        Unpacked += size;
+        if (Unpacked > LargestArchive) RaiseError("it unpacks to more than 2 GB");
+        const bool behind = offset >= 0 && static_cast<std::size_t>(offset) >= Bytes.size();
+        const std::size_t end = static_cast<std::size_t>(offset) + size;
+        if (TooLarge || !behind || end > LargestMet || end < size) {
+            TooLarge = true;
+            return Bytes.clear();
+        }
+        Bytes.resize(static_cast<std::size_t>(offset), '\0');
+        Bytes.append(static_cast<const char*>(block), size);
+    }
+
+    // Reads on until so many bytes are there, or to the end.
+    void ReadUpTo(std::size_t least) {
+        while (!Ended && (TooLarge || Bytes.size() < least)) {
+            const void* block = nullptr;
+            std::size_t size = 0;
+            la_int64_t offset = 0;
+            const int status = archive_read_data_block(In, &block, &size, &offset);
+            if (status == ARCHIVE_EOF)
+                Ended = true;
+            else if (status < ARCHIVE_WARN)
+                RaiseDamaged(In);
+            else
+                Take(block, size, offset);
+        }
+    }
+
+    std::string Whole() {
+        ReadUpTo(LargestMet + 1);
+        if (TooLarge) RaiseError("it is larger than 64 MB");
+        return Bytes;
+    }
+
+    // The rest is unpacked and counted, but not kept.
+    void PassOver() {
+        TooLarge = true;
+        Bytes.clear();
+        ReadUpTo(LargestMet + 1);
+    }
+};
+
+OpenArchive Open(const std::string& path) {
+    OpenArchive in(archive_read_new(), archive_read_free);
+    if (!in) RaiseError(ErrorText::OutOfMemory);
+    archive_read_support_filter_gzip(in.get());
+    archive_read_support_format_tar(in.get());
+    archive_read_support_format_zip(in.get());
+    if (archive_read_open_filename(in.get(), path.c_str(), BlockSize) != ARCHIVE_OK) {
+        const int error = archive_errno(in.get());
+        if (error == ENOENT || error == EACCES) RaiseReadError(error);
+        RaiseError("it is neither a folder nor an archive (.tar.gz, .zip) that can be read");
+    }
+    if (archive_filter_count(in.get()) > 2) // one of them hands the bytes of the file on
+        RaiseError("the archive is packed several times over");
+    return in;
+}
+
+// Why an entry is left alone; "" for a file.
+std::string WhyPassed(archive_entry* entry, const std::string& name) {
+    if (archive_entry_hardlink(entry) || archive_entry_symlink(entry) ||
+        archive_entry_filetype(entry) == AE_IFLNK)
+        return "a link";
+    if (archive_entry_filetype(entry) != AE_IFREG) return "neither a file nor a folder";
+    if (!StaysBelow(name)) return "its name leads out of the folder";
+    return archive_entry_is_encrypted(entry) ? "it is encrypted" : "";
+}
+
+std::string NameOf(archive_entry* entry) {
+    const char* name = archive_entry_pathname(entry);
+    return name ? name : "";
+}
+
+} // namespace
+
+std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& meet) {
+    const OpenArchive in = Open(path);
+    std::vector<PassedFile> passed;
+    std::size_t unpacked = 0;
+    archive_entry* entry = nullptr;
+    for (long count = 1;; ++count) {
+        const int status = archive_read_next_header(in.get(), &entry);
+        if (status == ARCHIVE_EOF) break;
+        if (status < ARCHIVE_WARN)
+            RaiseError(count == 1 ? "it is neither a folder nor an archive (.tar.gz, .zip) that can be read"
+                                  : "the archive is damaged or ends too early");
+        if (count > MostMet) RaiseError("it holds more than 20000 entries");
+        EntryBytes bytes{in.get(), unpacked};
+        const std::string name = NameOf(entry);
+        const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
+        const std::string why = isFolder ? "" : WhyPassed(entry, name);
+        if (!isFolder && why.empty()) {
+            bytes.ReadUpTo(StartOfFile);
+            const std::string start = bytes.Bytes.substr(0, StartOfFile);
+            meet({name, start, [&] { return bytes.Whole(); }});
+        } else if (!why.empty()) {
+            passed.push_back({name, why});
+        }
+        bytes.PassOver();
+    }
+    return passed;
+}
+
+} // namespace Quillon
