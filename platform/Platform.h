@@ -167,9 +167,9 @@ struct Platform {
 
     // Walks over the files of a folder and all below it, by name, or over those of an archive (.tar, .tar.gz,
     // .zip, told by its content) in its order; each is opened once and nothing is written. Hands back what
-    // was left alone. At most 20,000 files, and of an archive 20,000 entries and 2 GB in all: beyond that, and
-    // for a place that cannot be read to its end, a RuntimeError in words. What meet throws is thrown here.
-    // Harmless filling: there is nothing.
+    // was left alone. At most 20,000 files, and of an archive 20,000 entries and 2 GB in all: beyond that,
+    // and for a place that cannot be read to its end, a RuntimeError in words. What meet throws is thrown
+    // here. Harmless filling: there is nothing.
     std::function<std::vector<PassedFile>(const std::string& place,
                                           const std::function<void(const MetFile& file)>& meet)>
         WalkFiles;
