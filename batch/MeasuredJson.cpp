@@ -50,7 +50,8 @@ std::vector<std::string> ScanMembers(const MeasuredSet& m) {
             JsonMember("runs_z", JsonNumber(m.RunsZ)),
             JsonMember("noise", m.Noise > 0.0F ? JsonNumber(m.Noise) : JsonNull),
             JsonMember("mean_total", JsonNumber(m.Total)),
-            JsonMember("populations", PopulationsObject(m))};
+            JsonMember("populations", PopulationsObject(m)),
+            JsonMember("note", TextOrNull(m.Note))};
 }
 
 std::string SetObject(const MeasuredSet& m, const FilesAsWritten& files) {

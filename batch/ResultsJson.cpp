@@ -7,7 +7,7 @@
 #include "fit/Undetermined.h"
 #include "models/Catalogue.h"
 #include "models/ParmScale.h"
-#include "reporting/ParmLines.h"
+#include "reporting/FitNotes.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Roads.h"
 
@@ -65,7 +65,7 @@ const char* StateName(std::int16_t map) {
 }
 
 std::string NoteText(SlotNo slot) {
-    const std::string note = ParmNote(slot);
+    const std::string note = ParameterNote(slot);
     return note.empty() ? JsonNull : JsonString(note);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "reporting/ConstantWarnings.h"
 #include "reporting/DerivedConstants.h"
+#include "reporting/FitNotes.h"
 #include "reporting/Measured.h"
 #include "reporting/MethodsTable.h"
 #include "reporting/ParmLines.h"
@@ -67,14 +68,13 @@ std::string Tables() {
     return "<div class=\"tables\">\n" + HtmlTable(ParametersTable()) + HtmlTable(SetsTable()) + "</div>\n";
 }
 
-// What is to be known before the numbers are believed, and of single parameters.
+// What is to be known before the numbers are believed, and of single parameters and sets.
 std::vector<std::string> Notes() {
     std::vector<std::string> notes = FitWarningLines();
     for (const std::string& line : ConstantWarnings())
         notes.push_back(line);
-    for (const SlotNo slot : EachSlot())
-        if (const std::string note = ParmNote(slot); !note.empty())
-            notes.push_back(Work.ParmName[slot] + ": " + note);
+    for (const std::string& line : NoteLines())
+        notes.push_back(line);
     return notes;
 }
 

@@ -6,11 +6,10 @@
 #include "models/Speciation.h"
 #include "platform/Paths.h"
 #include "reporting/DerivedConstants.h"
+#include "reporting/FitNotes.h"
 #include "reporting/Statistics.h"
 #include "scandata/ScanWriter.h"
 #include "workspace/records/Roads.h"
-
-#include <cmath>
 
 namespace Quillon {
 
@@ -51,27 +50,13 @@ void AddRange(MeasuredSet& m) {
     m.Outer = radius[last];
 }
 
-// Residuals of the true points of each set, in their order.
-PerSet<std::vector<double>> ResidualsBySet() {
-    PerSet<std::vector<double>> sets(Work.NumSets);
-    for (long p = 1; p <= Work.NumPts; ++p)
-        if (Work.PtX[p] != PointMarker && p <= Work.PtFit.Hi())
-            sets[SetNo(Work.PtSet[p])].push_back(static_cast<double>(Work.PtY[p]) -
-                                                 static_cast<double>(Work.PtFit[p]));
-    return sets;
-}
-
-void AddStatistics(MeasuredSet& m, const std::vector<double>& residuals) {
-    if (residuals.empty()) return;
-    double squares = 0.0, sum = 0.0;
-    for (const double r : residuals) {
-        squares += r * r;
-        sum += r;
-    }
-    const auto n = static_cast<double>(residuals.size());
-    m.Rms = std::sqrt(squares / n);
-    m.MeanResidual = sum / n;
-    if (residuals.size() > 1) m.RunsZ = RunsZOf(residuals);
+void AddStatistics(MeasuredSet& m) {
+    const SetQuality quality = QualityOfSet(m.Set);
+    m.Points = quality.Points;
+    m.Rms = quality.Rms;
+    m.MeanResidual = quality.Mean;
+    m.RunsZ = quality.RunsZ;
+    m.Note = SetNote(m.Set);
 }
 
 // Molar totals need coefficients that somebody has set.
@@ -146,17 +131,14 @@ std::string PopulationsOf(const MeasuredSet& m) {
 } // namespace
 
 std::vector<MeasuredSet> MeasuredSets() {
-    const PerSet<std::vector<double>> residuals =
-        Work.FitValid ? ResidualsBySet() : PerSet<std::vector<double>>(0);
     std::vector<MeasuredSet> sets;
     for (const SetNo set : EachSet()) {
         MeasuredSet m;
         m.Set = set;
         m.Row = RowOf(set);
-        m.Points = TruePointsOf(set);
         AddScan(m);
         AddRange(m);
-        if (set.Number <= residuals.Hi()) AddStatistics(m, residuals[set]);
+        AddStatistics(m);
         if (Work.FitValid) AddPopulations(m);
         sets.push_back(m);
     }

@@ -29,6 +29,7 @@ struct MeasuredSet {
     float Noise = 0.0F;               // that the set is weighted by; 0 for none
     long Points = 0;
     std::optional<double> Rms, MeanResidual, RunsZ;
+    std::string Note; // as SetNote says it
     // The mean concentration of all monomers over the fitted range, in the unit of speciation, and the part
     // of them that each species has where mass action is left to itself at that concentration, in order of
     // SpeciesOfModel. Empty where a coefficient or a concentration is missing.

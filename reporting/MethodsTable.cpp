@@ -10,6 +10,7 @@
 #include "models/ParmScale.h"
 #include "platform/Paths.h"
 #include "reporting/DerivedConstants.h"
+#include "reporting/FitNotes.h"
 #include "reporting/Measured.h"
 #include "reporting/ParmLines.h"
 #include "reporting/Statistics.h"
@@ -145,15 +146,11 @@ std::optional<double> RootOf(const std::optional<ConstantTerms>& terms) {
 }
 
 Cells ExactParameter(const ParameterRow& row) {
-    Cells cells{std::to_string(row.Slot.Number),
-                Work.ParmName[row.Slot],
-                Work.ParmTitle[row.Slot],
-                row.State,
-                ExactSingle(row.Value),
-                ExactSingle(row.Error),
-                ExactSingle(row.Lower),
-                ExactSingle(row.Upper),
-                ParmNote(row.Slot)};
+    Cells cells{std::to_string(row.Slot.Number), Work.ParmName[row.Slot],
+                Work.ParmTitle[row.Slot],        row.State,
+                ExactSingle(row.Value),          ExactSingle(row.Error),
+                ExactSingle(row.Lower),          ExactSingle(row.Upper),
+                ParameterNote(row.Slot)};
     if (!row.Derived) {
         cells.resize(std::size(ParameterColumns));
         return cells;

@@ -118,11 +118,11 @@ std::vector<std::string> OffsetLinkLines() {
     return lines;
 }
 
-namespace {
-
 bool LacksALimit(FreePos place) {
     return Work.LimitsDone && !(LimitFound(place, false) && LimitFound(place, true));
 }
+
+namespace {
 
 // Of parameters without a limit, each reason once, since one direction often concerns several of them.
 void AddLimitReasons(std::vector<std::string>& lines) {
@@ -134,16 +134,6 @@ void AddLimitReasons(std::vector<std::string>& lines) {
 }
 
 } // namespace
-
-std::string ParmNote(SlotNo slot) {
-    if (!IsFitted(slot) || !Work.FitDone) return "";
-    const FreePos place = FreePosOf(slot);
-    if (HasNoError(place)) return "not determined by the data";
-    if (LacksALimit(place)) return "limit not found";
-    if (place.Number <= Work.AtBound.Hi() && Work.AtBound[place] != 0)
-        return Work.AtBound[place] < 0 ? "at its lower bound" : "at its upper bound";
-    return IsUndetermined(place) ? "error larger than the value" : "";
-}
 
 std::vector<std::string> FitWarningLines() {
     std::vector<std::string> lines;

@@ -52,9 +52,8 @@ std::vector<std::string> HeldLines(const TextMeasure& measure = CountCharacters)
 // One line for each set whose zero offset is tied to that of another.
 std::vector<std::string> OffsetLinkLines();
 
-// What is to be said of a fitted slot beside its value and error, in a few words: not determined, at a bound,
-// an error larger than the value, a limit that was not found. Empty for most.
-std::string ParmNote(SlotNo slot);
+// True when limits have been searched and one of the two of a free position was not found.
+bool LacksALimit(FreePos place);
 
 // What is to be said of the fit that stands before its numbers are believed: that it is no minimum, what the
 // data do not determine. Empty for most; whole sentences.

@@ -6,6 +6,7 @@
 #include "reporting/ConstantWarnings.h"
 #include "reporting/Correlation.h"
 #include "reporting/DerivedConstants.h"
+#include "reporting/FitNotes.h"
 #include "reporting/Measured.h"
 #include "reporting/ParmLines.h"
 #include "reporting/ReportConstraints.h"
@@ -59,6 +60,8 @@ void PrintStatistics(ReportPages& report) {
 void PrintWarnings(ReportPages& report) {
     for (const std::string& line : FitWarningLines())
         ReportLineFeed(report, "    Warning -- " + line);
+    for (const std::string& line : NoteLines())
+        ReportLineFeed(report, "    Note -- " + line);
     if (Work.Outcome.Rescued) ReportLineFeed(report, "    minimum found by a search with damped steps");
 }
 

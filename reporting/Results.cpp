@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "reporting/Correlation.h"
 #include "reporting/DerivedConstants.h"
+#include "reporting/FitNotes.h"
 #include "reporting/ReportPage.h"
 #include "reporting/Statistics.h"
 #include "workspace/records/Workspace.h"
@@ -57,14 +58,14 @@ bool LimitsStand() {
     return Work.LimitsDone && Work.LimitsLevel == Work.ConfidenceLevel;
 }
 
-// In lines of a length that the list shows without scrolling.
-std::vector<std::string> DerivedInTheList() {
+// Behind the parameters, in lines of a length that the list shows without scrolling.
+void AddToTheList(const std::vector<std::string>& block) {
     constexpr int ColumnsOfTheList = 56;
     std::vector<std::string> lines;
-    for (const std::string& line : DerivedLines())
+    for (const std::string& line : block)
         for (std::string& piece : WrapLine(line, ColumnsOfTheList))
             lines.push_back(std::move(piece));
-    return lines;
+    if (!lines.empty()) Results.ParmsFit.Text += "\n\n" + JoinLines(lines);
 }
 
 void FillParameters(const TextMeasure& measure) {
@@ -73,8 +74,8 @@ void FillParameters(const TextMeasure& measure) {
                                     " Confidence Interval:"
                               : "Value and Estimated Standard Error";
     Results.ParmsFit.Text = JoinLines(FittedLines(measure));
-    if (const std::string derived = JoinLines(DerivedInTheList()); !derived.empty())
-        Results.ParmsFit.Text += "\n\n" + derived;
+    AddToTheList(DerivedLines());
+    AddToTheList(NoteLines());
     Results.ParmsConst.Text = JoinLines(HeldLines(measure));
     if (Results.ParmsConst.Text.empty()) Results.ParmsConst.Text = "No parameters held constant.";
     Results.ComputeConfidence.Enabled = !LimitsStand();

@@ -5,6 +5,7 @@
 
 #include "HandBuiltFit.h"
 #include "reporting/Correlation.h"
+#include "reporting/FitNotes.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -134,7 +135,7 @@ TEST(Results, ALimitThatWasNotFoundSaysSoAndWhy) {
     EXPECT_EQ(Results.Warning.Text, "A limit was not found: The data do not determine Ln K(1>N). Hold it.");
     EXPECT_EQ(Results.Warning.ForeColor, RedColor);
     EXPECT_TRUE(Results.Warning.Visible);
-    EXPECT_EQ(ParmNote(SlotNo(Work.FreeIndex[1])), "limit not found");
+    EXPECT_EQ(ParameterNote(SlotNo(Work.FreeIndex[1])), "limit not found");
 }
 
 TEST(Results, AFitThatIsNoMinimumSaysSoInRed) {
@@ -150,7 +151,7 @@ TEST(Results, AFitThatIsNoMinimumSaysSoInRed) {
     Work.NormMatrix(1, 1) = 0.0;
     FillResults();
     EXPECT_NE(Results.ParmsFit.Text.find("3.2500  not determined"), std::string::npos);
-    EXPECT_EQ(ParmNote(SlotNo(Work.FreeIndex[1])), "not determined by the data");
+    EXPECT_EQ(ParameterNote(SlotNo(Work.FreeIndex[1])), "not determined by the data");
 }
 
 TEST(Results, NamesAreBroughtToACommonWidthInAProportionalFont) {
