@@ -27,6 +27,8 @@ std::string MainMenuCaption(MainMenu menu) {
     switch (menu) {
     case MainMenu::File:
         return "&File";
+    case MainMenu::Edit:
+        return "&Edit";
     case MainMenu::Analysis:
         return "&Analysis";
     case MainMenu::Graphs:
@@ -60,7 +62,7 @@ void SetMenuStatus() {
 
 void RunMainCommand(const std::string& name) {
     const MainMenuItem& item = Find(name);
-    if (item.Item.Enabled) RunCommand(item.Row.Command);
+    if (item.Item.Enabled) RunCommand(item.Row.Command, item.Row.Caption);
 }
 
 std::string DataStateText() {

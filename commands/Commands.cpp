@@ -3,6 +3,7 @@
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
+#include "commands/History.h"
 #include "commands/StudyGraphs.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
@@ -57,7 +58,7 @@ void RunStudyForm(StudyKind kind) {
 
 } // namespace
 
-void RunCommand(const std::function<void()>& command) {
+void RunCommand(const std::function<void()>& command, const std::string& caption) {
     try {
         command();
     } catch (const RuntimeError& error) {
@@ -68,6 +69,7 @@ void RunCommand(const std::function<void()>& command) {
     Work.AbortFit = FlagFalse;
     ForgetTakenBack();
     Host.SetPointer(Pointer::Standard);
+    NoteHistory(caption);
     SetMenuStatus();
 }
 

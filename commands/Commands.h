@@ -10,9 +10,10 @@
 
 namespace Quillon {
 
-// Runs a command, tells a run-time error that reaches it, clears a cancel flag that is left over and
-// recomputes the menu.
-void RunCommand(const std::function<void()>& command);
+// Runs a command, tells a run-time error that reaches it, clears a cancel flag that is left over, notes the
+// history under the caption given and recomputes the menu. Everything that a user starts from a window beside
+// the others comes through here.
+void RunCommand(const std::function<void()>& command, const std::string& caption = "");
 
 void ReadData(); // opens the data set table; its answer goes to ReadDataReturn
 void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it

@@ -6,6 +6,7 @@
 #include "commands/AnalysisJob.h"
 #include "commands/Commands.h"
 #include "commands/FitCommand.h"
+#include "commands/History.h"
 #include "commands/HtmlReport.h"
 #include "commands/MeasuredData.h"
 #include "commands/SimulateCommand.h"
@@ -32,6 +33,8 @@
 #include "studies/OtherMinima.h"
 #include "studies/StudyForm.h"
 #include "workspace/records/Roads.h"
+
+#include <string_view>
 
 namespace Quillon {
 
@@ -155,7 +158,7 @@ constexpr bool NewGroup = true;
 // clang-format off
 std::vector<MenuRow> AllRows() {
     constexpr MainMenu File = MainMenu::File, Analysis = MainMenu::Analysis, Graphs = MainMenu::Graphs;
-    constexpr MainMenu Preferences = MainMenu::Preferences, Help = MainMenu::Help;
+    constexpr MainMenu Preferences = MainMenu::Preferences, Help = MainMenu::Help, Edit = MainMenu::Edit;
     return {
         {File, "ReadData", "&Read/change data sets...", ReadData, Always},
         {File, "NewNameConvention", "&Use New File Naming Convention", ToggleNameConvention, Always, NewNames},
@@ -168,6 +171,9 @@ std::vector<MenuRow> AllRows() {
         {File, "RunTable", "Run a Table of &Fits...", RunTableOfFits, Always},
         {File, "OpenGraph", "Show Saved &Graph...", OpenGraph, Always},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
+
+        {Edit, "Undo", "&Undo", UndoCommand, CanUndo},
+        {Edit, "Redo", "&Redo", RedoCommand, CanRedo},
 
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},
         {Analysis, "DefineUnits", "&Define Units...", DefineUnitsDialog, DataChosen},
@@ -225,10 +231,28 @@ std::vector<MenuRow> AllRows() {
 }
 // clang-format on
 
+// Habits of every desktop, and the ones that a fit is looked at with.
+struct ItemKeys {
+    const char* Name;
+    const char* Keys;
+};
+constexpr ItemKeys KeysOfItems[] = {
+    {"DoFitRestore", "Ctrl+O"}, {"DoFitSave", "Ctrl+S"},          {"MenuExit", "Ctrl+Q"},
+    {"Undo", "Ctrl+Z"},         {"Redo", "Ctrl+Y; Ctrl+Shift+Z"}, {"FitData", "F5"},
+    {"ReviewFit", "F6"},        {"GraphOverlay", "F7"},           {"GraphResiduals", "F8"}};
+
+std::vector<MenuRow> RowsWithKeys() {
+    std::vector<MenuRow> rows = AllRows();
+    for (MenuRow& row : rows)
+        for (const ItemKeys& item : KeysOfItems)
+            if (std::string_view(row.Name) == item.Name) row.Keys = item.Keys;
+    return rows;
+}
+
 } // namespace
 
 const std::vector<MenuRow>& MenuRows() {
-    static const std::vector<MenuRow> rows = AllRows();
+    static const std::vector<MenuRow> rows = RowsWithKeys();
     return rows;
 }
 

@@ -6,7 +6,7 @@
 
 namespace Quillon {
 
-enum class MainMenu { File, Analysis, Graphs, Preferences, Help };
+enum class MainMenu { File, Edit, Analysis, Graphs, Preferences, Help };
 
 struct MenuRow {
     MainMenu Menu{};
@@ -16,6 +16,7 @@ struct MenuRow {
     bool (*EnabledWhen)() = nullptr; // asked after every command; without it the item is always enabled
     bool (*CheckedWhen)() = nullptr; // likewise; without it the item has no check mark
     bool NewGroup = false;           // a line stands above it
+    const char* Keys = "";           // that run it from the main window: "Ctrl+Y; Ctrl+Shift+Z"
 };
 
 const std::vector<MenuRow>& MenuRows();

@@ -4,6 +4,7 @@
 #include "chart/files/GraphFile.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
+#include "commands/History.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
 #include "persistence/FitFile.h"
@@ -66,9 +67,11 @@ void SizeWorkspace() {
 }
 
 void OpenGraph(const std::string& path) {
-    RunCommand([&] {
-        if (RestoreGraphFile(path)) Host.ShowForm(ChartsName);
-    });
+    RunCommand(
+        [&] {
+            if (RestoreGraphFile(path)) Host.ShowForm(ChartsName);
+        },
+        "Show Saved Graph");
 }
 
 // A report or a saved fit that names "00012.RA1" alone tells nobody which of all of them it was.
@@ -133,6 +136,8 @@ void StartQuillon(const std::string& argument) {
     LoadAnalmenu();
     if (kind == ArgumentKind::Fit)
         RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
+    StartHistory();
+    SetMenuStatus();
 }
 
 void OpenArguments(const std::vector<std::string>& arguments) {
@@ -146,7 +151,7 @@ void OpenArguments(const std::vector<std::string>& arguments) {
         else
             TellNotOpened(arguments[i]);
     }
-    if (!scans.empty()) RunCommand([&] { ReadScans(scans); });
+    if (!scans.empty()) RunCommand([&] { ReadScans(scans); }, "Read scans");
 }
 
 std::string DesktopHelp() {
@@ -170,7 +175,7 @@ std::string DesktopVersion() {
 }
 
 void RunRecentFile(long item) {
-    RunCommand([item] { ChooseRecentFile(item); });
+    RunCommand([item] { ChooseRecentFile(item); }, "Restore recent fit");
 }
 
 } // namespace Quillon

@@ -11,4 +11,8 @@ namespace Quillon {
 // seconds of waiting, and where the folder or its file system allows no lock: work then goes on without.
 std::shared_ptr<void> HoldFile(const std::string& path);
 
+// The same without waiting: empty at once when another copy, or this one, holds the file. The lock ends with
+// the process, however that ends.
+std::shared_ptr<void> HoldFileNow(const std::string& path);
+
 } // namespace Quillon

@@ -81,8 +81,8 @@ private:
     }
 
     void BuildMenus() {
-        for (const auto menu :
-             {MainMenu::File, MainMenu::Analysis, MainMenu::Graphs, MainMenu::Preferences, MainMenu::Help}) {
+        for (const auto menu : {MainMenu::File, MainMenu::Edit, MainMenu::Analysis, MainMenu::Graphs,
+                                MainMenu::Preferences, MainMenu::Help}) {
             QMenu* bar = menuBar()->addMenu(ShownText(MainMenuCaption(menu)));
             bar->setToolTipsVisible(true);
             for (const MainMenuItem& item : Analmenu.Items)
@@ -97,6 +97,7 @@ private:
         QAction* action = menu->addAction(ShownText(item.Item.Text));
         action->setCheckable(item.Row.CheckedWhen != nullptr);
         action->setObjectName(item.Row.Name);
+        action->setShortcuts(QKeySequence::listFromString(item.Row.Keys));
         const std::string name = item.Row.Name;
         connect(action, &QAction::triggered, this, [name] { RunWhenIdle([&] { RunMainCommand(name); }); });
         Actions.push_back({name, action});

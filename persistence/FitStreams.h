@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <concepts>
@@ -47,7 +48,14 @@ public:
     }
     template <class T, long Lo, class Kind>
     void Array(const char* name, const BasedArray<T, Lo, Kind>& a, long low, long high, bool = true) {
-        for (long i = low; i <= high; ++i)
+        long first = low;
+        if constexpr (std::is_arithmetic_v<T> && std::endian::native == std::endian::little)
+            if (const long held = std::min(high, a.Hi()); held >= low) { // as it stands in memory
+                Bytes.append(reinterpret_cast<const char*>(a.Data() + (low - Lo)),
+                             static_cast<std::size_t>(held - low + 1) * sizeof(T));
+                first = held + 1;
+            }
+        for (long i = first; i <= high; ++i)
             Value(name, i <= a.Hi() ? a[i] : T{});
     }
     void Square(const char* name, const ZeroBasedMatrix<double>& m, long n, bool = true) {

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -201,6 +202,16 @@ struct Platform {
     // to be asked for again meanwhile.
     std::function<std::shared_ptr<void>(const std::string& path)> HoldFile;
 
+    // The same without waiting, for as long as a program runs: empty when another copy holds the file, and
+    // where nobody can be kept out.
+    std::function<std::shared_ptr<void>(const std::string& path)> HoldFileNow;
+
+    // Local time at which a file was last written; unset when there is none. Harmless filling: unset.
+    std::function<std::optional<ClockTime>(const std::string& path)> FileTime;
+
+    // Where a running program keeps what must outlast its own death, of this user alone; "" for nowhere.
+    std::function<std::string()> StateDirectory;
+
     // The character that the system writes between whole part and fraction: '.' or ','.
     std::function<char()> DecimalMark;
 
@@ -266,6 +277,9 @@ inline void InstallPlatform(Platform filling) {
     orElse(filling.StartProgram, [](const std::string&, const std::string&) { return false; });
     orElse(filling.IsThisProgram, [](const std::string&) { return false; });
     orElse(filling.HoldFile, [](const std::string&) { return std::shared_ptr<void>{}; });
+    orElse(filling.HoldFileNow, [](const std::string&) { return std::shared_ptr<void>{}; });
+    orElse(filling.FileTime, [](const std::string&) { return std::optional<ClockTime>{}; });
+    orElse(filling.StateDirectory, [] { return std::string{}; });
     orElse(filling.DecimalMark, [] { return '.'; });
     orElse(filling.RunPieces,
            [](long count, const std::function<void(long)>& piece, const std::function<void(long)>& watch) {

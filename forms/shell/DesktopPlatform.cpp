@@ -237,10 +237,13 @@ FileAnswer AskForFile(const FileRequest& request) {
     return answer;
 }
 
+ClockTime AsClock(const QDateTime& at) {
+    return {at.date().year(), at.date().month(),  at.date().day(),
+            at.time().hour(), at.time().minute(), at.time().second()};
+}
+
 ClockTime Now() {
-    const QDateTime now = QDateTime::currentDateTime();
-    return {now.date().year(), now.date().month(),  now.date().day(),
-            now.time().hour(), now.time().minute(), now.time().second()};
+    return AsClock(QDateTime::currentDateTime());
 }
 
 // The engine asks every few microseconds; a window that follows thirty times a second follows at once. A
@@ -265,6 +268,23 @@ std::string ConfigFolder() {
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/quillon";
     QDir().mkpath(folder);
     return PathBytes(folder);
+}
+
+// Beside the settings where these have a folder named for them, as tests do. The toolkit does not know this
+// folder before version 6.7.
+std::string StateFolder() {
+    const QString named = qEnvironmentVariable("QUILLON_CONFIG"),
+                  state = qEnvironmentVariable("XDG_STATE_HOME");
+    QString folder = QDir::homePath() + "/.local/state/quillon";
+    if (QDir::isAbsolutePath(state)) folder = state + "/quillon";
+    if (!named.isEmpty()) folder = named + "/state";
+    return QDir().mkpath(folder) ? PathBytes(folder) : "";
+}
+
+std::optional<ClockTime> TimeOfFile(const std::string& path) {
+    const QDateTime at = QFileInfo(PathText(path)).lastModified();
+    if (!at.isValid()) return std::nullopt;
+    return AsClock(at.toLocalTime());
 }
 
 std::vector<std::string> NamesIn(const std::string& directory, const std::string& pattern) {
@@ -342,6 +362,9 @@ void InstallDesktopPlatform() {
     p.DirectoryExists = IsDirectory;
     p.IsThisProgram = IsThisProgram;
     p.HoldFile = HoldFile;
+    p.HoldFileNow = HoldFileNow;
+    p.FileTime = TimeOfFile;
+    p.StateDirectory = StateFolder;
     p.RemoveFile = [](const std::string& path) { QFile::remove(PathText(path)); };
     p.ListFiles = NamesIn;
     p.FileRoots = Roots;

@@ -2,6 +2,7 @@
 // was saved is what a restore brings back. The user here is random and the same in every run.
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/History.h"
 #include "commands/StartUp.h"
 #include "fit/BoundsForm.h"
 #include "fit/FreeMap.h"
@@ -234,6 +235,43 @@ TEST_P(SavedAtAnyTime, WhatCanBeSavedIsSavedAndComesBack) {
     EXPECT_GT(Saved, 100);
     EXPECT_GT(Restored, 10);
     EXPECT_GE(run.size(), 10U) << "the user did too little";
+}
+
+TEST_P(SavedAtAnyTime, UndoneToTheStartAndRedoneToTheEndTheBytesAreThose) {
+    StartQuillon("");
+    const std::string first = EncodeFit(Work);
+    Work.PauseBeforeFit = 0;
+    FitCalmly();
+    const char* const commands[] = {"ReadData",
+                                    "DoModelSet",
+                                    "DefineUnits",
+                                    "FitData",
+                                    "SetConcConstraint",
+                                    "SetBaseConstraint",
+                                    "UseOverlay",
+                                    "ResidualsSpread",
+                                    "Undo",
+                                    "AlterBounds",
+                                    "DoInitGuesses",
+                                    "UseResiduals",
+                                    "GraphFunc",
+                                    "Redo",
+                                    "GraphData",
+                                    "FitData"};
+    for (int step = 0; step < 200; ++step)
+        RunMainCommand(commands[Below(std::size(commands))]);
+    while (MainItem("Redo").Enabled)
+        RunMainCommand("Redo");
+    const std::string last = EncodeFit(Work);
+    const std::size_t steps = History.Steps.size();
+    EXPECT_GT(steps, 20U) << "the user did too little";
+    for (std::size_t n = 1; n < steps; ++n)
+        RunMainCommand("Undo");
+    EXPECT_FALSE(MainItem("Undo").Enabled);
+    EXPECT_TRUE(EncodeFit(Work) == first);
+    for (std::size_t n = 1; n < steps; ++n)
+        RunMainCommand("Redo");
+    EXPECT_TRUE(EncodeFit(Work) == last);
 }
 
 } // namespace

@@ -123,6 +123,23 @@ TEST(FileLocks, ACopyThatDiesOrHangsStopsNobody) {
     ::close(ends[1]);
 }
 
+TEST(FileLocks, OneThatIsWantedAtOnceWaitsForNobodyAndEndsWithItsProcess) {
+    Script script;
+    const std::string path = script.MakeFile("session.quil", "");
+    EXPECT_EQ(InChild([&] {
+                  const std::shared_ptr<void> hold = HoldFileNow(path);
+                  if (!hold || HoldFileNow(path)) ::_exit(1); // nor is it given twice
+                  ::raise(SIGKILL);
+              }),
+              SIGKILL);
+    const std::shared_ptr<void> hold = HoldFileNow(path);
+    EXPECT_NE(hold, nullptr);
+    EXPECT_EQ(InChild([&] {
+                  if (HoldFileNow(path)) ::_exit(1);
+              }),
+              0);
+}
+
 TEST(FileLocks, AFolderThatIsNotThereHasNone) {
     Script script;
     EXPECT_EQ(HoldFile(script.Directory() + "/none/QUILLON.ini"), nullptr);
