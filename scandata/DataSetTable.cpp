@@ -24,14 +24,9 @@ void RadiiOf(RowNo row, long code, long channel, float& inner, float& outer) {
     if (code < LongColumn || code > ShortColumn)
         RaiseError(RowName(row) + ": its centerpiece has no channels");
     if (channel < 1 || channel > 4) RaiseError(RowName(row) + ": its channel is none of A to D");
-    const double speed = Work.ScanRPM[row];
-    const double stretch = speed * speed * Work.RotorExpansion;
-    if (!(stretch < LargestRadius))
+    if (!ChannelRadiiAt(static_cast<int>(code), static_cast<int>(channel), Work.ScanRPM[row], inner, outer))
         RaiseError(RowName(row) + ": at a rotor speed of " + SingleText(Work.ScanRPM[row]) +
                    " rpm its channels have no place");
-    const long place = code - LongColumn + 2 * (channel - 1);
-    inner = ToSingle(stretch + Work.ChannelRadii[place]);
-    outer = ToSingle(stretch + Work.ChannelRadii[place + OuterRadii]);
 }
 
 // The outermost two points between two radii; false, and both as they were, where there are none.
@@ -80,6 +75,18 @@ void SearchArray(const OneBased<float>& values, long first, long last, float tar
             result = i;
             return;
         }
+}
+
+bool ChannelRadiiAt(int code, int channel, float rpm, float& inner, float& outer) {
+    inner = outer = 0.0F;
+    const double speed = rpm;
+    const double stretch = speed * speed * Work.RotorExpansion;
+    const bool known = (code == LongColumn || code == ShortColumn) && channel >= 1 && channel <= 4;
+    if (!known || !(stretch < LargestRadius)) return false;
+    const long place = code - LongColumn + 2 * (channel - 1);
+    inner = ToSingle(stretch + Work.ChannelRadii[place]);
+    outer = ToSingle(stretch + Work.ChannelRadii[place + OuterRadii]);
+    return true;
 }
 
 void ChannelRadiiOf(RowNo row, int channel, float& inner, float& outer) {

@@ -24,6 +24,10 @@ void SearchArray(const OneBased<float>& values, long first, long last, float tar
 // outside 1..4 and a speed at which the cell has no place are run-time errors in words.
 void ChannelRadiiOf(RowNo row, int channel, float& inner, float& outer);
 
+// The same for any speed in rpm and a centerpiece code. False, and both 0, for a code, a channel or a speed
+// that has no radii.
+bool ChannelRadiiAt(int code, int channel, float rpm, float& inner, float& outer);
+
 // True when the scan of a row has a point between the radii of a channel (1..4); first and last are then the
 // outermost two.
 bool PointsOfChannel(RowNo row, int channel, long& first, long& last);

@@ -1,0 +1,219 @@
+#include "runs/Approach.h"
+
+#include "runs/ReadRun.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr double MostSquares = 3.0;          // of the noise, between scans that agree
+constexpr std::size_t FewestOfVelocity = 10; // scans
+constexpr std::size_t TailOfVelocity = 3;    // differences that are looked at
+constexpr double VelocityStep = 20.0;        // times the noise
+constexpr long FewestReadings = 3;
+
+double Reading(const RunScan& scan, long p) {
+    return static_cast<double>(scan.Readings[p]);
+}
+
+bool IsWithin(float radius, float inner, float outer) {
+    return radius >= inner && radius <= outer;
+}
+
+// The readings of a scan at rising radii, interpolated linearly; none outside its reach.
+struct Interpolation {
+    const RunScan& Scan;
+    long At = 1; // the first point at or beyond the latest radius
+
+    std::optional<double> operator()(float radius) {
+        const OneBased<float>& radii = Scan.Radii;
+        if (At > 1 && radii[At - 1] >= radius) At = 1; // radii that fall
+        while (At <= radii.Hi() && radii[At] < radius)
+            ++At;
+        if (At > radii.Hi()) return At = 1, std::nullopt;
+        if (radii[At] == radius) return Reading(Scan, At);
+        if (At == 1) return {};
+        const double from = static_cast<double>(radii[At - 1]);
+        const double share = (static_cast<double>(radius) - from) / (static_cast<double>(radii[At]) - from);
+        return Reading(Scan, At - 1) + share * (Reading(Scan, At) - Reading(Scan, At - 1));
+    }
+};
+
+double Median(std::vector<double> numbers) {
+    if (numbers.empty()) return 0.0;
+    const std::size_t middle = numbers.size() / 2;
+    std::nth_element(numbers.begin(), numbers.begin() + static_cast<std::ptrdiff_t>(middle), numbers.end());
+    if (numbers.size() % 2 == 1) return numbers[middle];
+    const double below =
+        *std::max_element(numbers.begin(), numbers.begin() + static_cast<std::ptrdiff_t>(middle));
+    return (below + numbers[middle]) / 2.0;
+}
+
+// A group while it is judged: by channel, noise of each scan and the typical one.
+struct Judgement {
+    const SortedRun& Run;
+    RunGroup& Group;
+    std::vector<std::vector<std::optional<double>>> Noise{}; // by channel and scan
+    std::vector<double> Typical{};                           // by channel
+
+    const RunScan& Scan(std::size_t i) const { return Run.Scans[Group.Scans[i]]; }
+    std::size_t Count() const { return Group.Scans.size(); }
+    const RunChannel& Column(std::size_t c) const { return Group.Channels[c]; }
+
+    void MeasureNoise() {
+        for (const RunChannel& column : Group.Channels) {
+            std::vector<double> known;
+            Noise.emplace_back();
+            for (std::size_t i = 0; i < Count(); ++i) {
+                Noise.back().push_back(NoiseBetween(Scan(i), column.Inner, column.Outer));
+                if (Noise.back().back()) known.push_back(*Noise.back().back());
+            }
+            Typical.push_back(Median(known));
+        }
+    }
+
+    // The difference of two scans in the channel where it is largest against the noise.
+    struct Difference {
+        std::size_t Channel = 0;
+        std::optional<double> Rms; // none: they share no readings in one of them
+        bool Agrees = false;
+    };
+    Difference Between(std::size_t last, std::size_t i) const {
+        Difference worst;
+        double largest = -1.0;
+        for (std::size_t c = 0; c < Typical.size(); ++c) {
+            const auto rms = RmsFrom(Scan(last), Scan(i), Column(c).Inner, Column(c).Outer);
+            if (!rms) return {c, {}, false};
+            const double squares = *rms * *rms, limit = MostSquares * Typical[c] * Typical[c];
+            const double ratio = limit > 0.0 ? squares / limit : squares > 0.0 ? HUGE_VAL : 0.0;
+            if (ratio <= largest) continue;
+            largest = ratio;
+            worst = {c, rms, squares <= limit};
+        }
+        return worst;
+    }
+
+    // The last scan may be the one that is disturbed: those before it agree with each other, not with it.
+    std::size_t FindLast() const {
+        const std::size_t n = Count();
+        if (n < 3 || Between(n - 1, n - 2).Agrees || Between(n - 1, n - 3).Agrees) return n - 1;
+        return Between(n - 2, n - 3).Agrees ? n - 2 : n - 1;
+    }
+
+    void Compare() {
+        Group.Judged.assign(Count(), {});
+        Group.Last = FindLast();
+        std::vector<bool> agrees(Count());
+        for (std::size_t i = 0; i < Count(); ++i) {
+            const Difference difference = Between(Group.Last, i);
+            agrees[i] = difference.Agrees;
+            Group.Judged[i].Rms = difference.Rms;
+            Group.Judged[i].Noise = Noise[difference.Channel][i];
+        }
+        Answer(agrees);
+    }
+
+    void Answer(const std::vector<bool>& agrees) {
+        if (Count() == 1) return;
+        bool all = true;
+        for (std::size_t i = Group.Last + 1; i-- > 0;) {
+            all = all && agrees[i];
+            const bool between = i > 0 && i < Group.Last && agrees[i - 1] && agrees[i + 1];
+            Group.Judged[i].Answer = all                     ? AtEquilibrium::Yes
+                                     : !agrees[i] && between ? AtEquilibrium::Outlier
+                                                             : AtEquilibrium::No;
+        }
+        for (std::size_t i = Group.Last + 1; i < Count(); ++i)
+            Group.Judged[i].Answer = AtEquilibrium::Outlier;
+    }
+
+    // The readings still move from scan to scan as no sample near its equilibrium does.
+    bool IsVelocity() const {
+        const std::size_t n = Count();
+        if (n < FewestOfVelocity) return false;
+        for (std::size_t i = n - 1 - TailOfVelocity; i < n - 1; ++i) {
+            const Difference difference = Between(n - 1, i);
+            if (!difference.Rms || !(*difference.Rms > VelocityStep * Typical[difference.Channel]))
+                return false;
+        }
+        return true;
+    }
+};
+
+void JudgeGroup(SortedRun& run, RunGroup& group, const ApproachRange& range) {
+    group.Last = group.Scans.size() - 1;
+    group.Judged.assign(group.Scans.size(), {});
+    if (group.Optics == ScanOptics::Wavelength) return; // it has no radii
+    group.Channels = ChannelsOf(run.Scans[group.Scans.back()], range);
+    Judgement judgement{run, group};
+    judgement.MeasureNoise();
+    const bool velocity = IsForEquilibrium(group.Optics) && judgement.IsVelocity();
+    judgement.Compare();
+    if (!velocity) return;
+    group.Optics = ScanOptics::Velocity;
+    for (const std::size_t i : group.Scans)
+        run.Scans[i].Optics = ScanOptics::Velocity;
+}
+
+std::string NameInGroup(const RunScan& scan) {
+    return scan.Name.Scan ? std::to_string(*scan.Name.Scan) : ShownName(scan.File);
+}
+
+} // namespace
+
+std::optional<double> NoiseBetween(const RunScan& scan, float inner, float outer) {
+    double sum = 0.0;
+    long count = 0;
+    for (long p = 2; p < scan.Radii.Hi(); ++p) {
+        if (!IsWithin(scan.Radii[p - 1], inner, outer) || !IsWithin(scan.Radii[p + 1], inner, outer))
+            continue;
+        const double bend = Reading(scan, p - 1) - 2.0 * Reading(scan, p) + Reading(scan, p + 1);
+        sum += bend * bend;
+        ++count;
+    }
+    if (count + 2 < FewestReadings) return {};
+    return count == 0 ? std::nullopt : std::optional(std::sqrt(sum / (6.0 * static_cast<double>(count))));
+}
+
+std::optional<double> RmsFrom(const RunScan& last, const RunScan& scan, float inner, float outer) {
+    Interpolation reading{scan};
+    double sum = 0.0;
+    long count = 0;
+    for (long p = 1; p <= last.Radii.Hi(); ++p) {
+        if (!IsWithin(last.Radii[p], inner, outer)) continue;
+        const std::optional<double> other = reading(last.Radii[p]);
+        if (!other) continue;
+        const double difference = *other - Reading(last, p);
+        sum += difference * difference;
+        ++count;
+    }
+    if (count < FewestReadings) return {};
+    return std::sqrt(sum / static_cast<double>(count));
+}
+
+void JudgeRun(SortedRun& run, const ApproachRange& range) {
+    for (RunGroup& group : run.Groups)
+        JudgeGroup(run, group, range);
+}
+
+std::string ApproachText(const SortedRun& run, const RunGroup& group) {
+    if (!HasLast(group)) return OpticsWord(group.Optics);
+    if (group.Scans.size() == 1) return "one scan only";
+    std::string text = "not yet at equilibrium";
+    std::string outliers;
+    for (std::size_t i = group.Scans.size(); i-- > 0;) {
+        const std::string name = NameInGroup(run.Scans[group.Scans[i]]);
+        if (group.Judged[i].Answer == AtEquilibrium::Yes && i < group.Last)
+            text = "at equilibrium since scan " + name;
+        if (group.Judged[i].Answer == AtEquilibrium::Outlier)
+            outliers = name + (outliers.empty() ? "" : ", ") + outliers;
+    }
+    if (outliers.empty()) return text;
+    const bool many = outliers.find(", ") != std::string::npos;
+    return text + (many ? "; scans " + outliers + " stand out" : "; scan " + outliers + " stands out");
+}
+
+} // namespace Quillon
