@@ -1,6 +1,7 @@
 #include "commands/Analmenu.h"
 
 #include "commands/Commands.h"
+#include "commands/Workbench.h"
 
 #include "fit/Misfit.h"
 #include "input/NUMINPUT.h"
@@ -33,6 +34,8 @@ std::string MainMenuCaption(MainMenu menu) {
         return "&Analysis";
     case MainMenu::Graphs:
         return "&Graphs";
+    case MainMenu::View:
+        return "&View";
     case MainMenu::Preferences:
         return "&Preferences";
     default:
@@ -46,6 +49,7 @@ void LoadAnalmenu() {
     Analmenu.State.Shown = true;
     for (const MenuRow& row : MenuRows())
         Analmenu.Items.push_back({row, MenuItem{row.Caption, false, false, true}});
+    LoadWorkbench();
     SetMenuStatus();
 }
 
@@ -58,6 +62,7 @@ void SetMenuStatus() {
         item.Item.Enabled = item.Row.EnabledWhen == nullptr || item.Row.EnabledWhen();
         item.Item.Checked = item.Row.CheckedWhen != nullptr && item.Row.CheckedWhen();
     }
+    FillWorkbench();
 }
 
 void RunMainCommand(const std::string& name) {

@@ -33,7 +33,8 @@ std::string MainMenuCaption(MainMenu menu);
 // The item of a name; a name that no row has is a logic error of the caller.
 MenuItem& MainItem(const std::string& name);
 
-// Recomputes what is enabled and checked from the state of the workspace. Run at the end of every command.
+// Recomputes what is enabled and checked from the state of the workspace, and with it what stands below the
+// menu (commands/Workbench.h). Run at the end of every command.
 void SetMenuStatus();
 
 // The data of the analysis, as the main window shows them: "3 data sets, 420 points".

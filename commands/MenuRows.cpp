@@ -11,6 +11,7 @@
 #include "commands/MeasuredData.h"
 #include "commands/SimulateCommand.h"
 #include "commands/TableForm.h"
+#include "commands/Workbench.h"
 #include "fit/BoundsForm.h"
 #include "fit/ConfidenceInput.h"
 #include "fit/NoiseForm.h"
@@ -159,6 +160,7 @@ constexpr bool NewGroup = true;
 std::vector<MenuRow> AllRows() {
     constexpr MainMenu File = MainMenu::File, Analysis = MainMenu::Analysis, Graphs = MainMenu::Graphs;
     constexpr MainMenu Preferences = MainMenu::Preferences, Help = MainMenu::Help, Edit = MainMenu::Edit;
+    constexpr MainMenu View = MainMenu::View;
     return {
         {File, "ReadData", "&Read/change data sets...", ReadData, Always},
         {File, "NewNameConvention", "&Use New File Naming Convention", ToggleNameConvention, Always, NewNames},
@@ -214,6 +216,11 @@ std::vector<MenuRow> AllRows() {
         {Graphs, "GraphSpeciesSet", "Species Co&ncentration (1 set)...", GraphSpeciesSet, FitIsValid},
         {Graphs, "GraphSpeciesFractionSet", "Species Fraction (1 s&et)...", GraphSpeciesFractionSet, FitIsValid},
         {Graphs, "GraphFigure", "&Figure for Publication...", FigureDialog, ResidualsStand, Plain, NewGroup},
+
+        {View, "ShowSteps", "&Steps", ToggleStepsPane, Always, StepsPaneShown},
+        {View, "ShowGraphs", "&Data and Residuals", ToggleGraphsPane, Always, GraphsPaneShown},
+        {View, "ShowParameters", "&Parameters", ToggleParametersPane, Always, ParametersPaneShown},
+        {View, "ResetLayout", "&Reset Layout", ResetLayout, Always, Plain, NewGroup},
 
         {Preferences, "UseResiduals", "Use &Residual Plot in Reports", UseResiduals, Always, ReportsResiduals},
         {Preferences, "UseOverlay", "Use Data+Fit &Overlay Plot in Reports", UseOverlay, Always, ReportsOverlay},

@@ -6,7 +6,7 @@
 
 namespace Quillon {
 
-enum class MainMenu { File, Edit, Analysis, Graphs, Preferences, Help };
+enum class MainMenu { File, Edit, Analysis, Graphs, View, Preferences, Help };
 
 struct MenuRow {
     MainMenu Menu{};

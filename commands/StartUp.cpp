@@ -5,6 +5,7 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/History.h"
+#include "commands/Workbench.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
 #include "persistence/FitFile.h"
@@ -96,8 +97,16 @@ void TellNotOpened(const std::string& path) {
          Work.ProgramName, BoxIcon::Warning);
 }
 
-// The first argument, but for what StartQuillon has opened.
-void OpenFirst(const std::string& path, ArgumentKind kind) {
+void OpenFit(const std::string& path) {
+    RunCommand([&] { ReadFitFile(path, false); }, "Open fit");
+}
+
+// Whether the start of the program has opened fits and folders itself.
+enum class Opened { AtStart, Now };
+
+void OpenFirst(const std::string& path, ArgumentKind kind, Opened when) {
+    if (when == Opened::Now && kind == ArgumentKind::Fit) return OpenFit(path);
+    if (when == Opened::Now && kind == ArgumentKind::Folder) return OpenScansIn(path);
     switch (kind) {
     case ArgumentKind::Graph:
         return OpenGraph(path);
@@ -108,6 +117,21 @@ void OpenFirst(const std::string& path, ArgumentKind kind) {
     default:
         return;
     }
+}
+
+// Scans all together, whatever stands between them; of the rest the first alone.
+void OpenAll(const std::vector<std::string>& paths, Opened when) {
+    std::vector<std::string> scans;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const ArgumentKind kind = KindOfArgument(paths[i]);
+        if (kind == ArgumentKind::Scan)
+            scans.push_back(WholePath(paths[i]));
+        else if (i == 0 || kind == ArgumentKind::Missing)
+            OpenFirst(paths[i], kind, when);
+        else
+            TellNotOpened(paths[i]);
+    }
+    if (!scans.empty()) RunCommand([&] { ReadScans(scans); }, "Read scans");
 }
 
 } // namespace
@@ -141,17 +165,11 @@ void StartQuillon(const std::string& argument) {
 }
 
 void OpenArguments(const std::vector<std::string>& arguments) {
-    std::vector<std::string> scans;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const ArgumentKind kind = KindOfArgument(arguments[i]);
-        if (kind == ArgumentKind::Scan)
-            scans.push_back(WholePath(arguments[i]));
-        else if (i == 0 || kind == ArgumentKind::Missing)
-            OpenFirst(arguments[i], kind);
-        else
-            TellNotOpened(arguments[i]);
-    }
-    if (!scans.empty()) RunCommand([&] { ReadScans(scans); }, "Read scans");
+    OpenAll(arguments, Opened::AtStart);
+}
+
+void OpenDropped(const std::vector<std::string>& paths) {
+    OpenAll(paths, Opened::Now);
 }
 
 std::string DesktopHelp() {

@@ -22,6 +22,10 @@ void StartQuillon(const std::string& argument);
 // window. A job, a name that leads nowhere, and what cannot be opened beside the first argument are told.
 void OpenArguments(const std::vector<std::string>& arguments);
 
+// What is dropped on the main window: the same, and a saved fit is restored, a folder asked for the scans in
+// it that are to be opened.
+void OpenDropped(const std::vector<std::string>& paths);
+
 // What "quillon --help" and "quillon --version" print, with their line ends.
 std::string DesktopHelp();
 std::string DesktopVersion();

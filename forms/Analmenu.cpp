@@ -1,21 +1,27 @@
-// The main window: the menu, and below it where the analysis stands.
+// The main window: the menu, and below it the workbench.
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"
+#include "commands/Workbench.h"
 #include "fit/FitMon.h"
 #include "fit/WaitForm.h"
 #include "forms/Pieces.h"
+#include "forms/shell/Dropped.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/MenuKeys.h"
-#include "input/NUMINPUT.h"
-#include "models/Catalogue.h"
+#include "forms/workbench/StartPage.h"
+#include "forms/workbench/StepsPane.h"
 #include "persistence/Filelist.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDockWidget>
+#include <QDragEnterEvent>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -23,39 +29,40 @@ namespace Quillon {
 
 namespace {
 
-QString YesOr(const std::string& text, const char* otherwise) {
-    return text.empty() ? QString(otherwise) : ShownText(text);
-}
+// A pane of the workbench: its own button hides it as the menu does.
+class PaneDock : public QDockWidget {
+public:
+    PaneDock(BenchPane pane, QWidget* content) : Pane(pane) {
+        const PaneState& state = Workbench.Panes[static_cast<std::size_t>(pane)];
+        setObjectName(state.Key); // by which the toolkit knows it again
+        setWindowTitle(state.Caption);
+        setWidget(content);
+    }
 
-// A few lines that say where the analysis stands and what comes next.
-QString StateOfTheAnalysis() {
-    QString data = "no data sets yet: File > Read/change data sets...";
-    if (Work.DataChosen) data = ShownText(DataStateText());
-    QString model = "not chosen yet: Analysis > Define Model...";
-    if (Work.ModelChosen) model = YesOr(ModelDialogName(Work.Model), "none");
-    QString fit = YesOr(FitStateText(), "none yet");
-    if (FitStateText().empty() && Work.ModelChosen && Work.DataChosen) fit = "ready: Analysis > Fit Data...";
-    return QString(
-               "<table cellpadding='4'><tr><td>Data:</td><td>%1</td></tr><tr><td>Model:</td><td>%2</td></tr>"
-               "<tr><td>Fit:</td><td>%3</td></tr></table>")
-        .arg(data.toHtmlEscaped(), model.toHtmlEscaped(), fit.toHtmlEscaped());
-}
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore();
+        RunHandler([this] { ShowPane(Pane, false); });
+    }
+
+private:
+    BenchPane Pane;
+};
 
 class MainWindow : public QMainWindow {
 public:
     explicit MainWindow(QWidget* parent) : QMainWindow(parent), Bind(this, &Analmenu.State) {
         BuildMenus();
-        auto* state = new QLabel;
-        state->setTextFormat(Qt::RichText);
-        state->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-        state->setMargin(16);
-        setCentralWidget(state);
+        setCentralWidget(MakeStartPage(Bind));
+        BuildPanes();
+        setAcceptDrops(true);
         TakePlace();
-        Bind.Also([this, state] {
-            const QString text = StateOfTheAnalysis();
-            if (state->text() != text && !HandlerAtWork()) state->setText(text); // between two commands
+        Bind.Also([this] {
             RefreshMenus();
-            if (Analmenu.Ended) QApplication::exit(0); // the question has been asked
+            if (!HandlerAtWork()) RefreshPanes(); // between two commands
+            if (!Analmenu.Ended) return;          // the question has been asked
+            KeepLayout(saveState().toHex().toStdString());
+            QApplication::exit(0);
         });
     }
 
@@ -72,6 +79,18 @@ protected:
         if (Analmenu.Ended) event->accept();
     }
 
+    // Files and folders, as the command line takes them.
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        if (!HandlerAtWork() && !LocalPaths(event->mimeData()).empty()) event->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* event) override {
+        const std::vector<std::string> paths = LocalPaths(event->mimeData());
+        if (paths.empty()) return;
+        event->acceptProposedAction();
+        // Whoever dragged them waits until this returns, and a window may open by them.
+        QTimer::singleShot(0, this, [paths] { RunWhenIdle([&] { OpenDropped(paths); }); });
+    }
+
 private:
     // Across the top of the screen: the windows of the analysis open below and before it.
     void TakePlace() {
@@ -80,9 +99,35 @@ private:
         resize(screen.width(), std::min(780, screen.height()));
     }
 
+    void BuildPanes() {
+        setDockNestingEnabled(true);
+        Panes = {new PaneDock(BenchPane::Steps, MakeStepsPane(Bind))};
+        PlacePanes();
+        restoreState(QByteArray::fromHex(QByteArray::fromStdString(Workbench.Layout)));
+        RefreshPanes();
+    }
+
+    // Where they come to stand by themselves.
+    void PlacePanes() {
+        for (PaneDock* pane : Panes) {
+            pane->setFloating(false);
+            addDockWidget(Qt::LeftDockWidgetArea, pane);
+        }
+        TimesReset = Workbench.TimesReset;
+    }
+
+    void RefreshPanes() {
+        if (TimesReset != Workbench.TimesReset) PlacePanes();
+        for (std::size_t i = 0; i < Panes.size(); ++i) {
+            const bool seen = PaneIsSeen(static_cast<BenchPane>(i));
+            if (Panes[i]->isHidden() == seen) Panes[i]->setVisible(seen);
+        }
+        if (centralWidget()->isHidden() == Workbench.Starts) centralWidget()->setVisible(Workbench.Starts);
+    }
+
     void BuildMenus() {
         for (const auto menu : {MainMenu::File, MainMenu::Edit, MainMenu::Analysis, MainMenu::Graphs,
-                                MainMenu::Preferences, MainMenu::Help}) {
+                                MainMenu::View, MainMenu::Preferences, MainMenu::Help}) {
             QMenu* bar = menuBar()->addMenu(ShownText(MainMenuCaption(menu)));
             bar->setToolTipsVisible(true);
             for (const MainMenuItem& item : Analmenu.Items)
@@ -134,6 +179,8 @@ private:
     Binder Bind;
     std::vector<NamedAction> Actions;
     std::vector<QAction*> Recent;
+    std::vector<PaneDock*> Panes; // by BenchPane
+    int TimesReset = 0;
 };
 
 QWidget* MakeAnalmenu(QWidget* parent) {

@@ -13,6 +13,7 @@ inline constexpr const char* FitSettings = "gnllsq";
 inline constexpr const char* Program = "quillon";
 inline constexpr const char* ProgramLocations = "Program Locations";
 inline constexpr const char* RecentFiles = "File MRU";
+inline constexpr const char* Desktop = "Desktop"; // where windows and panes stand
 } // namespace IniSection
 
 inline std::string IniFileName() {

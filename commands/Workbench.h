@@ -1,0 +1,85 @@
+#pragma once
+// What stands below the menu of the main window, as data: the four steps of an analysis with their state in
+// words, the page that stands there before there are data, and which panes are shown. It follows the
+// workspace with the menu: SetMenuStatus fills it.
+
+#include "platform/Controls.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+// --- the four steps --------------------------------------------------------------------------------------
+
+enum class StepState { Waits, Next, Done }; // for another step; to be done now; done, and may be done anew
+
+struct BenchStep {
+    Control Button;           // enabled as the menu's item is
+    Control State;            // in words: "9 data sets, 420 points"
+    const char* Command = ""; // the menu's item that it runs
+    StepState Progress = StepState::Waits;
+};
+
+// --- panes -----------------------------------------------------------------------------------------------
+
+enum class BenchPane : std::size_t { Steps, Graphs, Parameters };
+inline constexpr std::size_t BenchPanes = 3;
+
+struct PaneState {
+    const char* Key = "";     // in the ini file
+    const char* Caption = ""; // of its frame
+    bool Shown = true;        // as the user wants it
+};
+
+// --- the whole -------------------------------------------------------------------------------------------
+
+struct WorkbenchForm {
+    std::array<BenchStep, 4> Steps; // data, model, units, fit
+    std::array<PaneState, BenchPanes> Panes;
+    std::string Layout; // where the panes stand, as whoever shows them writes it; "" as they come
+    int TimesReset = 0; // of the layout: whoever shows it starts afresh when this changes
+
+    bool Starts = true; // the start page stands in place of graphs and parameters
+    Control Title, Hint;
+    Control OpenScans, OpenFit;
+    Control RecentHead;
+    std::vector<Control> Recent; // a button for each place of the list; the whole path is its tip
+};
+extern WorkbenchForm Workbench;
+
+// At the start of the program: which panes are shown, and where, from the ini file.
+void LoadWorkbench();
+
+// Brings the record up to the workspace.
+void FillWorkbench();
+
+// True when a pane is to be seen: the user wants it, and there is something in it.
+bool PaneIsSeen(BenchPane pane);
+
+void BenchStepButton(std::size_t step);
+void BenchOpenScans(); // asks for scans, several at once, and opens the table with them
+void BenchOpenFit();
+void BenchRecentButton(std::size_t place); // from 0
+
+// The same, beginning in a folder, which then is that of the data.
+void OpenScansIn(const std::string& folder);
+
+// A pane is shown or hidden, by the menu or by its own button, and is so at the next start.
+void ShowPane(BenchPane pane, bool shown);
+void ToggleStepsPane();
+void ToggleGraphsPane();
+void ToggleParametersPane();
+bool StepsPaneShown();
+bool GraphsPaneShown();
+bool ParametersPaneShown();
+
+// All panes, where they come to stand by themselves.
+void ResetLayout();
+
+// The user has arranged the panes; kept for the next start.
+void KeepLayout(const std::string& layout);
+
+} // namespace Quillon
