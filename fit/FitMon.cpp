@@ -163,7 +163,6 @@ void OpenFitMonitor() {
     if (!Work.PauseBeforeFit) FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
     if (Work.PauseBeforeFit) MonitorStatus("waiting for input");
     Host.ShowForm(FitMonName);
-    Host.HideForm(AnalmenuName);
 }
 
 void CloseFitMonitor() {

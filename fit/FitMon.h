@@ -33,8 +33,9 @@ struct FitMonForm {
 // The one monitor of the process.
 extern FitMonForm FitMon;
 
-// Opens the monitor for a fit, as MonitorMode and the wish to pause say, and hides the main window. Without a
-// monitor (Monitor::None) nothing is shown. CloseFitMonitor undoes it, whatever has become of the fit.
+// Opens the monitor for a fit, as MonitorMode and the wish to pause say. The main window stays in its place
+// and takes no commands meanwhile. Without a monitor (Monitor::None) nothing is shown. CloseFitMonitor undoes
+// it, whatever has become of the fit, and brings the main window forward. [decision: main-window-stays]
 void OpenFitMonitor();
 void CloseFitMonitor();
 

@@ -2,6 +2,7 @@
 
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "fit/FitMon.h"
 #include "forms/shell/Binding.h"
 #include "help/HelpForm.h"
 
@@ -69,10 +70,11 @@ QWidget* FrontWindow() {
 
 namespace {
 
-// A graph stays above the main window, which takes the whole width of the screen. The manual belongs to the
-// window that it was asked for in: beside a modal one nothing else could be read.
+// Graph and monitor stay above the main window, which takes the whole width of the screen. The manual belongs
+// to the window that it was asked for in: beside a modal one nothing else could be read.
 QWidget* ParentOf(const std::string& name) {
-    return name == ChartsName ? OpenForm(AnalmenuName) : name == HelpFormName ? FrontWindow() : nullptr;
+    if (name == ChartsName || name == FitMonName) return OpenForm(AnalmenuName);
+    return name == HelpFormName ? FrontWindow() : nullptr;
 }
 
 // A window that stands beside a modal one takes no clicks.
@@ -113,32 +115,13 @@ void ShowFormModally(const std::string& name) {
     Behind = front; // again, after windows that stood above this one
 }
 
-namespace {
-
-// Window managers look for the window above which another one stays when that is mapped: a graph that has
-// outlived its main window's absence is mapped anew.
-void KeepGraphAbove() {
-    QWidget* graph = OpenForm(ChartsName);
-    if (!graph || !graph->isVisible() || Find(ChartsName)->Modal) return;
-    const QPoint place = graph->pos();
-    graph->hide();
-    graph->move(place);
-    graph->setAttribute(Qt::WA_ShowWithoutActivating);
-    graph->show();
-    graph->setAttribute(Qt::WA_ShowWithoutActivating, false);
-}
-
-} // namespace
-
 void ShowFormModeless(const std::string& name) {
     if (QWidget* open = OpenForm(name); open && name == HelpFormName && IsBlocked(open)) delete open;
     MakeForm(name);
     Registered* form = Find(name);
     if (!form || form->Modal) return;
     RefreshForms();
-    const bool returns = name == AnalmenuName && !form->Window->isVisible();
     form->Window->show();
-    if (returns) KeepGraphAbove();
     form->Window->raise();
     form->Window->activateWindow();
 }

@@ -43,11 +43,13 @@ struct MainWindow : testing::Test {
 TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
     EXPECT_EQ(Enabled(),
-              (std::set<std::string>{"ReadData", "NewNameConvention", "DoFitRestore", "SaveDefaults",
-                                     "RunTable", "OpenGraph", "MenuExit", "DoModelSet", "UseResiduals",
-                                     "UseOverlay", "ResidualsSpread", "FitPause", "AlwaysRescue",
-                                     "AbsoluteTemperature", "SetConfidence", "mnuSigmaCalculator",
-                                     "mnuHelpContents", "mnuHelpIndex", "AboutBox"}));
+              (std::set<std::string>{
+                  "ReadData",        "NewNameConvention",   "DoFitRestore",    "SaveDefaults",
+                  "RunTable",        "OpenGraph",           "MenuExit",        "DoModelSet",
+                  "UseResiduals",    "UseOverlay",          "ResidualsSpread", "FitPause",
+                  "AlwaysRescue",    "AbsoluteTemperature", "SetConfidence",   "mnuSigmaCalculator",
+                  "mnuHelpContents", "mnuHelpIndex",        "AboutBox",        "ShowSteps",
+                  "ShowGraphs",      "ShowParameters",      "ResetLayout"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }

@@ -224,7 +224,7 @@ TEST_F(Monitor, FreeRunShowsNeitherStartNorStepAndCloses) {
     EXPECT_TRUE(Fit());
     EXPECT_TRUE(seen);
     EXPECT_FALSE(FitMon.Loaded);
-    EXPECT_EQ(Outside.Forms, (Texts{"show FitMon", "hide Analmenu", "hide FitMon", "show Analmenu"}));
+    EXPECT_EQ(Outside.Forms, (Texts{"show FitMon", "hide FitMon", "show Analmenu"}));
     EXPECT_EQ(Work.MonitorMode, 1);
 }
 
