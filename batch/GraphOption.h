@@ -8,6 +8,10 @@
 
 namespace Quillon {
 
+// By which sets are told apart (chart/records/Palettes.h). Unsaid: the safe table, and that of its file in a
+// graph that comes from one.
+enum class GraphColors { Unsaid, Safe, Classic };
+
 struct GraphOption {
     std::string Kind;   // "data", "overlay", ...; of a graph file its path
     std::string Source; // the graph file that is drawn; empty: a graph of the fit
@@ -15,6 +19,7 @@ struct GraphOption {
     std::string Path;
     MassChoice Mass;     // of mass-c and mass-r
     FigureChoice Figure; // of figure
+    GraphColors Colors = GraphColors::Unsaid;
 };
 
 // Reads what stands behind --graph. What ends with ".grf" before the first "=" is a graph file. A kind that

@@ -58,9 +58,9 @@ constexpr GraphKind Kinds[] = {
 // A chart of its own, gone with the graph. Builders plot on the picture box: one as large as the figure, on
 // which text is measured and nothing is drawn.
 struct FigureChart {
-    FigureChart() {
+    explicit FigureChart(GraphColors colors) {
         Chart = ChartModule{};
-        BeginWithSafeColors(true);
+        BeginWithColors(colors);
         ReadChartDefaults();
         Chart.Style.SymbolWidth = SymbolTwips;
         Chart.Style.Clearance = Clearance;
@@ -76,13 +76,14 @@ struct FigureChart {
     FigureChart& operator=(const FigureChart&) = delete;
 };
 
-// A graph file is taken as it is.
+// A graph file is taken as it is, but for colours that were asked for.
 void MakeFromFile(const GraphOption& option) {
     try {
         const std::string bytes = Host.ReadFile(option.Source);
         const std::string foreign = ForeignGraphText(ReadGraphHeader(bytes));
         AdoptGraph(bytes);
         if (!foreign.empty()) WriteConsole(option.Source + ": " + foreign);
+        if (option.Colors != GraphColors::Unsaid) TakeStandardColors();
     } catch (const RuntimeError& error) {
         FailGraph(option, error.Text);
     }
@@ -188,9 +189,9 @@ void CheckGraphModel(const GraphOption& option, int model) {
     FailGraph(option, "--mass-species B: the model has no species B");
 }
 
-std::string GraphBytesOf(const std::string& name, const std::string& path,
+std::string GraphBytesOf(const std::string& name, const std::string& path, GraphColors colors,
                          const std::function<bool()>& make) {
-    const FigureChart chart;
+    const FigureChart chart(colors);
     GraphOption option;
     option.Kind = name;
     option.Path = path;
@@ -199,8 +200,12 @@ std::string GraphBytesOf(const std::string& name, const std::string& path,
     return BytesOf(option);
 }
 
+void BeginWithColors(GraphColors colors) {
+    BeginWithSafeColors(colors != GraphColors::Classic);
+}
+
 std::string GraphBytes(const GraphOption& option) {
-    const FigureChart chart;
+    const FigureChart chart(option.Colors);
     if (option.Kind == FigureKind) return Figure(option);
     Make(option);
     return BytesOf(option);

@@ -37,6 +37,10 @@ void CheckGraphModel(const GraphOption& option, int model);
 std::string GraphBytes(const GraphOption& option);
 
 // The same of a graph that make builds as the builders of graphs/ do; name is what messages call it.
-std::string GraphBytesOf(const std::string& name, const std::string& path, const std::function<bool()>& make);
+std::string GraphBytesOf(const std::string& name, const std::string& path, GraphColors colors,
+                         const std::function<bool()>& make);
+
+// Tables of colours begin with the ones chosen, from now on: for what draws graphs by itself, as reports do.
+void BeginWithColors(GraphColors colors);
 
 } // namespace Quillon

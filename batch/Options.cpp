@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <charconv>
 #include <initializer_list>
+#include <iterator>
 
 namespace Quillon {
 
@@ -160,6 +161,10 @@ constexpr ValueOption ValueOptions[] = {
      [](Options& o, const std::string& v) {
          o.Figure.PanelPerSet = IsSecond("--figure-panels", v, "all", "sets");
      }},
+    {"--colors",
+     [](Options& o, const std::string& v) {
+         o.Colors = IsSecond("--colors", v, "safe", "classic") ? GraphColors::Classic : GraphColors::Safe;
+     }},
     {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
     {"--table", [](Options& o, const std::string& v) { TakeOnce(o.Table, "--table", v); }},
     {"--rows", [](Options& o, const std::string& v) { o.Rows = ReadRows(v); }},
@@ -287,6 +292,19 @@ bool WantsFigure(const Options& options) {
     return HasGraph(options, {FigureKind});
 }
 
+// A file that colours show in: the numbers of a graph have none.
+bool HasColors(const std::string& path) {
+    constexpr const char* pictures[] = {"svg", "emf", "png", "pdf", "grf"};
+    return std::find(std::begin(pictures), std::end(pictures), PathEnding(path)) != std::end(pictures);
+}
+
+bool WantsPicture(const Options& options) {
+    const auto shows = [](const auto& output) { return HasColors(output.Path); };
+    return std::any_of(options.Graphs.begin(), options.Graphs.end(), shows) ||
+           std::any_of(options.Profiles.begin(), options.Profiles.end(), shows) ||
+           !options.ReportGraph.empty() || WantsReportHtml(options);
+}
+
 // A text report, named or not, or pages.
 bool WantsReport(const Options& options) {
     if (WantsReportHtml(options)) return false; // it has no paper
@@ -320,6 +338,7 @@ constexpr Companion Companions[] = {
     {"--mass-species", WantsMassesByConcentration, "--graph mass-c=FILE"},
     {"--figure-size", WantsFigure, "--graph figure=FILE"},
     {"--figure-panels", WantsFigure, "--graph figure=FILE"},
+    {"--colors", WantsPicture, "a picture: --graph KIND=FILE"},
     {"--cell", WantsIntegration, "--integrate FILE"},
     {"--rows", WantsTable, "--table FILE"},
     {"--restarts", WantsRefit, "--refit; a job has restarts in [fit]"},
@@ -404,6 +423,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     for (GraphOption& graph : options.Graphs) {
         graph.Mass = options.Mass;
         graph.Figure = options.Figure;
+        graph.Colors = options.Colors;
     }
     if (!options.Table.empty() && options.Summary.empty()) options.Summary = "-";
     if (OutputsOf(options).empty() && options.Simulate.empty()) options.Report = "-";
@@ -452,6 +472,8 @@ std::string HelpText() {
            "                  width of a figure, or WIDTHxHEIGHT; 85 without it\n"
            "  --figure-panels sets\n"
            "                  a panel for each data set; all: one for all of them\n"
+           "  --colors safe   by which data sets are told apart: safe, for colour-blind\n"
+           "                  readers too, or classic, the fourteen of former versions\n"
            "  --integrate FILE\n"
            "                  mean concentration of each species over the cell, as CSV\n"
            "  --cell INNER,OUTER\n"

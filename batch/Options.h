@@ -38,17 +38,18 @@ struct Options {
     std::vector<ProfileOption> Profiles;
     long Resample = 0; // how many of them; 0 none
     std::vector<GraphOption> Graphs;
-    std::string Paper;              // of the report; empty: a4 for pages, text that both a4 and letter hold
-    std::string ReportGraph;        // "residuals" or "overlay" behind it; empty: none
-    CellRadii Cell;                 // of Integrate
-    MassChoice Mass;                // of the mass graphs
-    FigureChoice Figure;            // of the figures
-    std::vector<std::string> Given; // the options with a value that were named, "--cell"
-    int Threads = 0;                // fits at a time; 0 as many as the machine has cores
-    bool Refit = false;             // a saved fit is fitted again
-    long Restarts = 0;              // random starts behind that
-    bool Quiet = false;             // no progress
-    bool Help = false;              // asked for; nothing else counts then
+    std::string Paper;       // of the report; empty: a4 for pages, text that both a4 and letter hold
+    std::string ReportGraph; // "residuals" or "overlay" behind it; empty: none
+    CellRadii Cell;          // of Integrate
+    MassChoice Mass;         // of the mass graphs
+    FigureChoice Figure;     // of the figures
+    GraphColors Colors = GraphColors::Unsaid; // of all pictures
+    std::vector<std::string> Given;           // the options with a value that were named, "--cell"
+    int Threads = 0;                          // fits at a time; 0 as many as the machine has cores
+    bool Refit = false;                       // a saved fit is fitted again
+    long Restarts = 0;                        // random starts behind that
+    bool Quiet = false;                       // no progress
+    bool Help = false;                        // asked for; nothing else counts then
     bool Version = false;
 };
 

@@ -18,7 +18,6 @@
 #include "batch/Studies.h"
 #include "batch/TableRun.h"
 #include "chart/files/Exchange.h"
-#include "chart/records/Palettes.h"
 #include "commands/AnalysisJob.h"
 #include "commands/HtmlReport.h"
 #include "commands/PrintedReport.h"
@@ -120,21 +119,23 @@ void CheckReportFormat(const Options& options) {
 }
 
 // Drawn as --graph figure draws it.
-std::string HtmlBytes() {
+std::string HtmlBytes(GraphColors colors) {
     GraphOption figure;
     figure.Kind = FigureKind;
     figure.Path = "figure.svg";
     figure.Figure.Width = TwoColumns;
+    figure.Colors = colors;
     return HtmlReport(GraphBytes(figure));
 }
 
 // A profile or a map, by the ending of its file.
-std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const ProfileOption& option) {
+std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const ProfileOption& option,
+                         GraphColors colors) {
     const std::string ending = PathEnding(option.Path);
     const auto bytes = [&](const auto& found, const auto& csv, const auto& json) {
         if (ending == "json") return json(found);
         if (ending == "csv" || option.Path == "-") return csv(found);
-        return GraphBytesOf("--profile " + ProfileName(option), option.Path,
+        return GraphBytesOf("--profile " + ProfileName(option), option.Path, colors,
                             [&] { return MakeGraphOf(found); });
     };
     if (const ProfileMap* map = std::get_if<ProfileMap>(&study)) return bytes(*map, MapCsv, MapJson);
@@ -150,7 +151,7 @@ std::vector<std::string> StudyLines(const RunEnd& end) {
 }
 
 std::string ReportBytes(const Options& options, const RunEnd& end) {
-    if (WantsReportHtml(options)) return HtmlBytes();
+    if (WantsReportHtml(options)) return HtmlBytes(options.Colors);
     const std::vector<std::string> further = StudyLines(end);
     PrinterState printer;
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
@@ -158,7 +159,7 @@ std::string ReportBytes(const Options& options, const RunEnd& end) {
         return ReportText(options.Paper.empty() ? StandardPaper() : PaperOf(printer.Page), further);
     PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty(), further);
     report.Overlay = options.ReportGraph == "overlay";
-    BeginWithSafeColors(true); // as the graphs of --graph
+    BeginWithColors(options.Colors); // as the graphs of --graph
     return ReportPdf(report);
 }
 
@@ -203,8 +204,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     if (end.Studies.Compared)
         outputs.push_back({options.Compare, CompareTable(*end.Studies.Compared, options.Compare)});
     for (std::size_t i = 0; i < end.Studies.Profiles.size(); ++i)
-        outputs.push_back(
-            {options.Profiles[i].Path, ProfileBytes(end.Studies.Profiles[i], options.Profiles[i])});
+        outputs.push_back({options.Profiles[i].Path,
+                           ProfileBytes(end.Studies.Profiles[i], options.Profiles[i], options.Colors)});
     if (end.Studies.Resampled && !options.Draws.empty())
         outputs.push_back({options.Draws, DrawsCsv(*end.Studies.Resampled)});
     if (!options.Results.empty())

@@ -47,17 +47,22 @@ QComboBox* MakeCombo(Binder& bind, ControlRef control, std::function<void(int)> 
     return box;
 }
 
+QIcon Swatch(ChartColor color) {
+    QPixmap swatch(SwatchSize);
+    swatch.fill(OnScreen(color));
+    QPainter painter(&swatch);
+    painter.setPen(Qt::gray);
+    painter.drawRect(0, 0, swatch.width() - 1, swatch.height() - 1);
+    painter.end();
+    QIcon icon(swatch);
+    icon.addPixmap(swatch, QIcon::Selected); // else the style tints it with the colour of what is chosen
+    return icon;
+}
+
 void DressColors(QComboBox* box) {
-    for (int row = 0; row < box->count(); ++row) {
-        QPixmap swatch(28, 14);
-        swatch.fill(OnScreen(ColorOfRow(row)));
-        QPainter painter(&swatch);
-        painter.setPen(Qt::gray); // black on a dark desktop and white on a light one have an edge
-        painter.drawRect(0, 0, swatch.width() - 1, swatch.height() - 1);
-        painter.end();
-        box->setItemIcon(row, swatch);
-    }
-    box->setIconSize({28, 14});
+    for (int row = 0; row < box->count(); ++row)
+        box->setItemIcon(row, Swatch(ColorOfRow(row)));
+    box->setIconSize(SwatchSize);
 }
 
 void DressFonts(QComboBox* box) {

@@ -1,7 +1,11 @@
 #pragma once
 // Widgets that the dialogs of the chart share.
 
+#include "chart/records/Colors.h"
 #include "forms/Pieces.h"
+
+#include <QIcon>
+#include <QSize>
 
 #include <functional>
 
@@ -13,6 +17,11 @@ namespace Quillon {
 // The wheel leaves it alone: it belongs to whatever scrolls behind the list. dress is run on new items.
 QComboBox* MakeCombo(Binder& bind, ControlRef control, std::function<void(int)> chosen,
                      std::function<void(QComboBox*)> dress = {});
+
+// A colour as it will be drawn, 28 by 14 pixels, with an edge so that it shows on a ground of its own kind.
+// The row that is chosen in a list shows it as it is, too.
+QIcon Swatch(ChartColor color);
+inline constexpr QSize SwatchSize{28, 14};
 
 // Each colour as a swatch before its name, and each font in its own letters: for MakeCombo.
 void DressColors(QComboBox* box);

@@ -64,6 +64,7 @@ QWidget* CustomSize(Binder& bind) {
     AddLength(bind, grid, 1, GraphWidth);
     grid->addWidget(Option(bind, &PrintGrFormRecord::CustGraph, PrintGrCustGraphClick), 2, 0, 1, 2);
     grid->addWidget(Option(bind, &PrintGrFormRecord::CustAxes, PrintGrCustAxesClick), 3, 0, 1, 2);
+    grid->setRowStretch(4, 1);
     grid->setColumnStretch(2, 1);
     return frame;
 }

@@ -6,25 +6,14 @@
 
 #include <QComboBox>
 #include <QListWidget>
-#include <QPainter>
 
 namespace Quillon {
 
 namespace {
 
-// A colour as it will be drawn, with an edge on grounds of its own kind.
-QIcon Swatch(ChartColor color) {
-    QPixmap swatch(40, 14);
-    swatch.fill(QColor::fromRgb(ToRgb(color)));
-    QPainter painter(&swatch);
-    painter.setPen(Qt::gray);
-    painter.drawRect(0, 0, swatch.width() - 1, swatch.height() - 1);
-    return swatch;
-}
-
 QListWidget* ColorRows(Binder& bind) {
     auto* list = new QListWidget;
-    list->setIconSize({40, 14});
+    list->setIconSize(SwatchSize);
     list->setMinimumHeight(14 * (list->fontMetrics().lineSpacing() + 4));
     bind.List(
         list, []() -> Control& { return SetColorForm.Rows; }, 0, SetColorRowClick);

@@ -10,6 +10,7 @@
 #include "fit/GetGuess.h"
 #include "forms/HelpForm.h"
 #include "forms/shell/Binding.h"
+#include "forms/shell/ButtonStyle.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"
 #include "forms/surfaces/Pictures.h"
@@ -44,6 +45,7 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     OpenToolkitPicture = [](const std::string& kind, const PictureRequest& request) {
         return kind == "png" ? OpenPng(request) : OpenPdf(request);
     };
+    ShowButtonsAsWords();
     KeepWindowsOnScreen();
     StartQuillon(argument);
     ScaleForms(Work.FormScalingPercent);

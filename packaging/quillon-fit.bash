@@ -22,6 +22,7 @@ _quillon_fit() {
     --mass-species) words='A B' ;;
     --figure-size) words='85 170' ;;
     --figure-panels) words='all sets' ;;
+    --colors) words='safe classic' ;;
     --paper) words='a4 letter a4-landscape letter-landscape' ;;
     --report-graph) words='residuals overlay' ;;
     --cell | --mass-points | --resample | --restarts | --rows | --threads) return ;;

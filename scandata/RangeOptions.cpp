@@ -2,6 +2,7 @@
 
 #include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "chart/hand/ScaleType.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -109,7 +110,7 @@ void OfferRangeOptions() {
 void StoredYToLog() {
     ChangeValues(Chart.DataY, Logarithm);
     GraphTitle& title = Chart.Spec.AxisY1.Title;
-    title.Text = "Ln (" + title.Text.Str() + ")";
+    title.Text = LnTitle(title.Text);
 }
 
 void ConvertRangeGraphToLog() {

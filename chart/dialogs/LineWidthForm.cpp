@@ -147,7 +147,7 @@ void ChangeSymbolSize() {
     if (!GraphMayChange()) return;
     const InputAnswer answer =
         Host.AskText({"Input the desired symbol size as a fraction of the diagonal across the graph axes.",
-                      ProgramTitle(), SingleText(Chart.Style.SymbolSize)});
+                      "Symbol Size", SingleText(Chart.Style.SymbolSize)});
     if (answer.Cancelled || answer.Text.empty()) return;
     const float typed = NumValue(answer.Text);
     if (!IsNumeric(answer.Text) || !(typed >= 0.0F && typed <= LargestSymbolSize))

@@ -6,6 +6,7 @@
 #include "chart/records/ChartState.h"
 #include "chart/records/Colors.h"
 #include "chart/records/Cycles.h"
+#include "chart/records/Palettes.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 
@@ -33,10 +34,11 @@ std::vector<std::string> JustifyNames() {
 std::string ColorName(ChartColor color) {
     for (int i = 0; i < static_cast<int>(BasicNames.size()); ++i)
         if (BasicColor(i) == color) return BasicNames[static_cast<std::size_t>(i)];
-    std::string text = "#";
+    std::string code = "#";
     for (int shift = 20; shift >= 0; shift -= 4)
-        text += "0123456789ABCDEF"[(ToRgb(color) >> shift) & 0xF];
-    return text;
+        code += "0123456789ABCDEF"[(ToRgb(color) >> shift) & 0xF];
+    const std::string name = SafeColorName(color);
+    return name.empty() ? code : name + " (" + code + ")";
 }
 
 std::vector<std::string> ColorListNames() {

@@ -12,10 +12,10 @@ namespace Quillon {
 // The six ways to justify a title, in the order of GraphTitle::Justify.
 std::vector<std::string> JustifyNames();
 
-// The colours of the table in force, in the order of the cycle: a name, or "#RRGGBB" for one that has none.
+// The colours of the table in force, in the order of the cycle, by ColorName.
 std::vector<std::string> ColorListNames();
 
-// "Dark Blue", or "#RRGGBB" for a colour that has no name.
+// "Dark Blue" for a basic colour, "Vermilion (#BB5702)" for one of the safe palette, "#RRGGBB" for another.
 std::string ColorName(ChartColor color);
 
 // The row of a cycle index in the list of colours, and the colour of a row.

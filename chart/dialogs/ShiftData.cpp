@@ -67,7 +67,7 @@ void Choose(ShiftBy by) {
     form.ByConstant.Value = Flag(by == ShiftBy::Constant);
     form.ByPercent.Value = Flag(by == ShiftBy::Percent);
     form.SetNum.Enabled = form.ValueBox.Enabled = by == ShiftBy::Variable;
-    form.SetLabel.Enabled = form.ValueLabel.Enabled = by == ShiftBy::Variable;
+    form.SetLabel.Enabled = form.SetName.Enabled = form.ValueLabel.Enabled = by == ShiftBy::Variable;
     form.ValueInput.Enabled = by == ShiftBy::Constant;
     form.PercentInput.Enabled = by == ShiftBy::Percent;
 }

@@ -8,6 +8,7 @@
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"
 #include "chart/layout/Layout.h"
+#include "chart/layout/LegendLayout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartDefaults.h"
 #include "input/NUMINPUT.h"
@@ -164,26 +165,26 @@ bool Welcome(const GraphFileHeader& header) {
 }
 
 // The frame is kept where the graph comes back to a box like the one that it left.
-void SuitTheBox(const GraphBox& formerView, std::int16_t savedW, std::int16_t savedH) {
+void SuitTheBox(const GraphBox& formerView, const GraphState& saved) {
     GraphSpec& spec = Chart.Spec;
     const GraphState& state = Chart.State;
-    if (spec.View == formerView && state.DeviceW == savedW && state.DeviceH == savedH) return;
+    if (spec.View == formerView && state.DeviceW == saved.DeviceW && state.DeviceH == saved.DeviceH) return;
     spec.Relayout = 1;
     for (GraphBox* box : {&spec.View, &spec.Frame})
         box->X1 = box->Y1 = box->X2 = box->Y2 = 0;
     ReadView(spec.View);
+    CarryLegend(saved);
 }
 
 // Takes the graph to the picture box. No room in it is a RuntimeError: what cannot be seen replaces nothing.
 // [decision: restore-needs-room]
 void TakeToBox(ChartModule&& module, const GraphBox& formerView) {
-    const std::int16_t savedW = module.State.DeviceW;
-    const std::int16_t savedH = module.State.DeviceH;
+    const GraphState saved = module.State;
     Chart = std::move(module);
     Chart.State.IniRead = 1;
     Chart.Spec.Device = "0";
     SelectTarget(Chart.Spec);
-    SuitTheBox(formerView, savedW, savedH);
+    SuitTheBox(formerView, saved);
     Replot();
     if (Chart.GraphStatus >= GraphStatuses::Stop) RaiseError("the graph has no room");
 }

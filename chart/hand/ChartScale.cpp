@@ -247,8 +247,7 @@ void ToggleRainbow() {
 void ToggleClassicColors() {
     if (Chart.Painting != 0) return;
     Remember("ClassicColors", Kept.ClassicColors);
-    Chart.Style.ScreenColors = Chart.Style.PrintColors = StandardColors();
-    BuildCyclesOfNewColors();
+    TakeStandardColors();
     RedrawChart();
 }
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 namespace Quillon {
 
@@ -30,10 +29,9 @@ std::string WithoutLn(const std::string& title) {
     return title.substr(begin, title.size() - begin - 1);
 }
 
-// A title that is too long gives way at its end: the bracket is closed.
+// No title stays none.
 std::string WithLn(const std::string& title) {
-    if (title.empty()) return title;
-    return (LnBegin + title).substr(0, LongestTitle - 1) + LnEnd;
+    return title.empty() ? title : LnTitle(title);
 }
 
 void BracketTitle(GraphTitle& title, LnTitles& titles) {
@@ -110,6 +108,10 @@ void MoveNotes(bool alongX, const GraphAxis& from, const GraphAxis& to, float lo
 }
 
 } // namespace
+
+std::string LnTitle(const std::string& title) {
+    return (LnBegin + title).substr(0, LongestTitle - 1) + LnEnd;
+}
 
 bool SameScaleType(const GraphAxis& one, const GraphAxis& other) {
     return one.ScaleType == other.ScaleType && (!IsLogarithmic(one) || one.LogBase == other.LogBase);

@@ -7,6 +7,7 @@
 #include "chart/records/Records.h"
 
 #include <cstdint>
+#include <string>
 
 namespace Quillon {
 
@@ -18,6 +19,10 @@ bool SameScaleType(const GraphAxis& one, const GraphAxis& other);
 // where the number has no logarithm.
 double NumberAt(const GraphAxis& axis, double place);
 double PlaceOf(const GraphAxis& axis, double number);
+
+// "Ln (" and ")" around the title of an axis. A title that is too long for both gives way at its end, so that
+// the bracket is closed.
+std::string LnTitle(const std::string& title);
 
 // Brings the scale of an axis into another kind: the limits stay at the same places of the data. Where the
 // limits have no logarithm, or the range no length, the axis gets an autorange. Tics and format of the labels

@@ -1,5 +1,7 @@
 #include "chart/records/Palettes.h"
 
+#include "chart/records/ChartState.h"
+#include "chart/records/Cycles.h"
 #include "chart/records/Kept.h"
 #include "platform/Narrow.h"
 
@@ -19,12 +21,22 @@ constexpr ChartColor FromRgb(std::int32_t rgb) {
     return (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
 }
 
-// black, blue, orange, bluish green, reddish purple, vermilion, sky blue, brown
+struct NamedColor {
+    ChartColor Color;
+    const char* Name;
+};
+
+// Behind black.
+constexpr NamedColor SafeColors[] = {
+    {FromRgb(0x0072B2), "Blue"},         {FromRgb(0xD47E12), "Orange"},
+    {FromRgb(0x009E73), "Bluish Green"}, {FromRgb(0xC17CA8), "Reddish Purple"},
+    {FromRgb(0xBB5702), "Vermilion"},    {FromRgb(0x0998F4), "Sky Blue"},
+    {FromRgb(0x8A744C), "Brown"}};
+
 std::vector<ChartColor> Safe() {
-    std::vector<ChartColor> colors;
-    for (const std::int32_t rgb :
-         {0x000000, 0x0072B2, 0xD47E12, 0x009E73, 0xC17CA8, 0xBB5702, 0x0998F4, 0x8A744C})
-        colors.push_back(FromRgb(rgb));
+    std::vector<ChartColor> colors{BasicColor(0)};
+    for (const NamedColor& each : SafeColors)
+        colors.push_back(each.Color);
     return colors;
 }
 
@@ -35,12 +47,23 @@ const std::vector<Palette>& Palettes() {
     return palettes;
 }
 
+std::string SafeColorName(ChartColor color) {
+    for (const NamedColor& each : SafeColors)
+        if (each.Color == color) return each.Name;
+    return "";
+}
+
 void BeginWithSafeColors(bool safe) {
     Kept.ClassicColors = Flag(!safe);
 }
 
 const std::vector<ChartColor>& StandardColors() {
     return Palettes()[Kept.ClassicColors != 0 ? 0 : 1].Colors;
+}
+
+void TakeStandardColors() {
+    Chart.Style.ScreenColors = Chart.Style.PrintColors = StandardColors();
+    BuildCyclesOfNewColors();
 }
 
 } // namespace Quillon

@@ -3,6 +3,7 @@
 
 #include "chart/records/Colors.h"
 
+#include <string>
 #include <vector>
 
 namespace Quillon {
@@ -20,10 +21,17 @@ struct Palette {
 // of which orange, sky blue, vermilion and purple had to be made darker. [decision: safe-colors]
 const std::vector<Palette>& Palettes();
 
+// What a colour of the safe palette is called, "Sky Blue"; "" for another colour, and for black, which is a
+// basic one.
+std::string SafeColorName(ChartColor color);
+
 // Says which of them tables begin with where chart.ini does not: before the first graph.
 void BeginWithSafeColors(bool safe);
 
 // The colours that a table begins with while Kept.ClassicColors is as it is.
 const std::vector<ChartColor>& StandardColors();
+
+// The tables of the graph at hand become those, for screen and print, and its cycles go by them.
+void TakeStandardColors();
 
 } // namespace Quillon

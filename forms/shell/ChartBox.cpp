@@ -2,6 +2,7 @@
 
 #include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "chart/layout/LegendLayout.h"
 #include "forms/shell/Binding.h"
 
 #include <QMouseEvent>
@@ -149,7 +150,9 @@ void ChartCanvas::LayOutAgain() {
     Chart.Spec.View.Color = 15;
     Chart.Spec.Relayout = 1;
     Chart.Spec.Device = "0";
+    const GraphState former = Chart.State;
     SelectTarget(Chart.Spec);
+    CarryLegend(former);
     RunSoon(this, RedrawChart);
     update();
 }

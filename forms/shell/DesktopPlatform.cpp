@@ -119,7 +119,7 @@ void LetGoOfButtons() {
 // The button out of a chain of questions, which Esc and closing the box press; nullptr where there is none.
 const QAbstractButton* AddWayOut(QMessageBox& box, const std::string& caption) {
     if (caption.empty()) return nullptr;
-    QPushButton* const button = box.addButton(ShownText(caption), QMessageBox::DestructiveRole);
+    QPushButton* const button = box.addButton(ShownText(caption), QMessageBox::ActionRole);
     box.setEscapeButton(button);
     return button;
 }

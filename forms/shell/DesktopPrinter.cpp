@@ -53,10 +53,11 @@ PageEdges EdgesOf(const QMarginsF& points) {
 PrinterPage PageOf(const QPrinter& printer) {
     QPageLayout layout = printer.pageLayout();
     layout.setUnits(QPageLayout::Point);
-    const QRectF paper = layout.fullRect(QPageLayout::Point);
+    // The sheet's own size: the toolkit rounds points, and A4 is no whole number of them.
+    const QRectF paper = layout.fullRect(QPageLayout::Millimeter);
     PrinterPage page;
-    page.Width = paper.width() / PointsPerInch;
-    page.Height = paper.height() / PointsPerInch;
+    page.Width = paper.width() / MillimetresPerInch;
+    page.Height = paper.height() / MillimetresPerInch;
     page.Margin = EdgesOf(layout.margins(QPageLayout::Point));
     if (!IsFile(printer)) page.Border = EdgesOf(layout.minimumMargins());
     return page;

@@ -107,6 +107,30 @@ std::vector<std::vector<float>> Numbers(const std::string& text) {
     return lines;
 }
 
+// The stroke of the second curve's symbols, say.
+bool HasColor(const std::string& svg, const char* color) {
+    return svg.find(color) != std::string::npos;
+}
+
+TEST_F(GraphFiles, ClassicColoursAreThoseOfTheStatedTable) {
+    const auto drawn = [this](const std::string& what, std::vector<std::string> further) {
+        further.insert(further.end(), {"--graph", what + "=" + Path("c.svg")});
+        const ProgramEnd end = RunInside(further);
+        EXPECT_EQ(end.Status, 0) << end.Err;
+        return ReadWholeFile(Path("c.svg"));
+    };
+    for (const std::string kind : {"overlay", "figure"}) {
+        const std::string classic = drawn(kind, {Saved(), "--colors", "classic"});
+        EXPECT_TRUE(HasColor(classic, "#0000ff")) << kind; // blue, as the second of 14
+        EXPECT_FALSE(HasColor(classic, "#0072b2")) << kind;
+        EXPECT_FALSE(HasColor(drawn(kind, {Saved()}), "#0000ff")) << kind; // the run before leaves nothing
+    }
+    WriteWholeFile(Path("kept.grf"), Graph("overlay", "grf"));
+    EXPECT_TRUE(HasColor(drawn(Path("kept.grf"), {}), "#0072b2"));
+    EXPECT_EQ(drawn(Path("kept.grf"), {"--colors", "classic"}),
+              drawn("overlay", {Saved(), "--colors", "classic"}));
+}
+
 // Of these the graphs of species and masses have lines for what the sets hold, and sets by looks.
 const char* const KindsOfTheModel[] = {"species", "species-fraction", "mass-c", "mass-r", "species:2"};
 

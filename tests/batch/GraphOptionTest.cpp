@@ -89,6 +89,24 @@ TEST(GraphOptions, FiguresHaveASizeAndPanels) {
     EXPECT_THROW(ParseOptions({"a.job", "--graph", "figure=a.svg", "--figure-panels", "one"}), RuntimeError);
 }
 
+TEST(GraphOptions, ColoursAreThoseOfAllPictures) {
+    EXPECT_EQ(ParseOptions({"a.job", "--graph", "data=a.svg"}).Graphs.at(0).Colors, GraphColors::Unsaid);
+    const Options classic = ParseOptions(
+        {"a.job", "--graph", "data=a.svg", "--graph=b.grf=b.pdf", "--graph=data=a.csv", "--colors=classic"});
+    for (const GraphOption& graph : classic.Graphs)
+        EXPECT_EQ(graph.Colors, GraphColors::Classic);
+    for (const std::vector<std::string>& picture :
+         std::vector<std::vector<std::string>>{{"--graph", "a.grf=a.grf.emf"},
+                                               {"--profile", "1=a.svg"},
+                                               {"--report", "a.html"},
+                                               {"--report", "a.pdf", "--report-graph", "overlay"}}) {
+        std::vector<std::string> arguments{"a.job", "--colors", "safe"};
+        arguments.insert(arguments.end(), picture.begin(), picture.end());
+        EXPECT_EQ(ParseOptions(arguments).Colors, GraphColors::Safe);
+    }
+    EXPECT_THROW(ParseOptions({"a.job", "--graph", "data=a.svg", "--colors", "dark"}), RuntimeError);
+}
+
 TEST(GraphOptions, MistakesAreOneLine) {
     const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r, species, "
                               "species-fraction, speciation, mass-c, mass-r, figure";

@@ -84,6 +84,8 @@ TEST(BatchOptions, AnOptionWithoutTheOutputThatItShapesWasPassedOverInSilence) {
         {{"--figure-size", "170"}, "--figure-size goes with --graph figure=FILE"},
         {{"--figure-panels", "all", "--graph", "overlay=a.svg"},
          "--figure-panels goes with --graph figure=FILE"},
+        {{"--colors", "classic", "--graph", "overlay=a.csv"},
+         "--colors goes with a picture: --graph KIND=FILE"},
     };
     for (auto [arguments, sentence] : forgotten) {
         arguments.insert(arguments.begin(), "a.job");

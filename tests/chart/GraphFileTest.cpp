@@ -252,6 +252,24 @@ TEST_F(GraphFileTest, ABoxOfAnotherSizeGivesTheGraphAFrameOfItsOwn) {
     EXPECT_LT(Chart.Spec.Frame.Y2, 400);
 }
 
+TEST_F(GraphFileTest, ALegendAtAPlaceOfItsOwnStoodOutsideOfASmallerBox) {
+    PlotRich();
+    Chart.Spec.Legend.AutoPlace = 0;
+    Chart.Spec.Legend.Box = {400, 150, 600, 300, 15, {}};
+    const std::string saved = GraphFileBytes();
+    AdoptGraph(saved);
+    EXPECT_EQ(Chart.Spec.Legend.Box.X2, 600) << "a box of the same size";
+    const int width = Screen.Width - 1, height = Screen.Height - 1; // of the views, as they count
+    Screen.Width = 500;
+    Screen.Height = 400;
+    AdoptGraph(saved);
+    const GraphBox& box = Chart.Spec.Legend.Box;
+    EXPECT_NEAR(box.X1, 400.0 * 499 / width, 0.5);
+    EXPECT_NEAR(box.Y1, 150.0 * 399 / height, 0.5);
+    EXPECT_NEAR(box.X2, 600.0 * 499 / width, 0.5);
+    EXPECT_NEAR(box.Y2, 300.0 * 399 / height, 0.5);
+}
+
 TEST_F(GraphFileTest, TheCommandsAskForTheFile) {
     PlotRich();
     const std::string path = Outside.Directory() + "/kept.grf";

@@ -37,6 +37,16 @@ TEST_F(SetColorTest, ListsTheTableOfTheScreen) {
     EXPECT_EQ(Form.Palette.Value, 2);
 }
 
+TEST_F(SetColorTest, SafeColoursWereToldByCodesAlone) {
+    LoadSetColor();
+    SetColorPaletteClick(1);
+    EXPECT_EQ(Form.Rows.Items,
+              (std::vector<std::string>{"1 - Black", "2 - Blue (#0072B2)", "3 - Orange (#D47E12)",
+                                        "4 - Bluish Green (#009E73)", "5 - Reddish Purple (#C17CA8)",
+                                        "6 - Vermilion (#BB5702)", "7 - Sky Blue (#0998F4)",
+                                        "8 - Brown (#8A744C)"}));
+}
+
 TEST_F(SetColorTest, AChangeIsSeenAtOnceAndStaysWithOk) {
     Outside.ExpectModal(SetColorName, [this] {
         SetColorRowClick(1);

@@ -11,6 +11,7 @@
 #include "chart/hand/ScaleType.h"
 #include "forms/shell/Binding.h"
 #include "graphs/FigureForm.h"
+#include "platform/Platform.h"
 #include "scandata/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
@@ -24,12 +25,18 @@
 #include <QFile>
 #include <QImage>
 #include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace Quillon {
 namespace {
@@ -255,6 +262,38 @@ TEST_F(ChartDialogs, ColoursAreSeenAtOnceAndKeptByOkAlone) {
         EXPECT_EQ(Chart.Style.ScreenColors.size(), way == Way::Ok ? 14U : 3U);
         EXPECT_EQ(Chart.State.NColors, way == Way::Ok ? 14 : 3);
     }
+}
+
+TEST_F(ChartDialogs, TheChosenColourWasTintedByTheHighlight) {
+    player.Expect(SetColorName, [] {
+        const auto* list = qobject_cast<QListWidget*>(Player::Widget(SetColorForm.Rows));
+        ASSERT_NE(list, nullptr);
+        const QIcon swatch = list->item(0)->icon();
+        const auto image = [&](QIcon::Mode mode) { return swatch.pixmap(list->iconSize(), mode).toImage(); };
+        EXPECT_EQ(image(QIcon::Selected).pixelColor(10, 7), QColor(Qt::black));
+        EXPECT_EQ(image(QIcon::Selected), image(QIcon::Normal));
+        Player::Press(Qt::Key_Escape);
+    });
+    Run(Charts.AlterColors);
+}
+
+TEST_F(ChartDialogs, TheWayOutOfAChainOfQuestionsStoodBetweenYesAndNo) {
+    QStringList order;
+    QTimer::singleShot(0, qApp, [&order] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        QList<QAbstractButton*> buttons = box->buttons();
+        std::sort(buttons.begin(), buttons.end(), [](auto* a, auto* b) { return a->x() < b->x(); });
+        for (const QAbstractButton* button : buttons) {
+            order << button->text().remove('&');
+            EXPECT_TRUE(button->icon().isNull()) << order.last().toStdString(); // as in the forms
+        }
+    });
+    player.ExpectMessage("Do you?", "Cancel");
+    Host.MessageBoxAnswer(
+        {"Do you?", "Quillon", BoxIcon::Question, BoxButtons::YesNoCancel, BoxAnswer::Cancel, WayOutCaption});
+    ASSERT_EQ(order.size(), 4);
+    EXPECT_EQ(std::abs(order.indexOf("Yes") - order.indexOf("No")), 1) << order.join(" ").toStdString();
 }
 
 TEST_F(ChartDialogs, ACopiedGraphIsOnTheClipboardInAllKinds) {

@@ -4,6 +4,7 @@
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGrForm.h"
 #include "chart/dialogs/PrintGraph.h"
+#include "chart/targets/PaperNote.h"
 #include "commands/ReportPreview.h"
 #include "fit/GNLLSQ.h"
 #include "forms/StartDesktop.h"
@@ -384,6 +385,7 @@ TEST_F(PrintWindows, WithoutAPrinterAGraphBecomesAPdfOnA4) {
     EXPECT_DOUBLE_EQ(pdf.PageWidth, 595.0);
     EXPECT_DOUBLE_EQ(pdf.PageHeight, 842.0);
     EXPECT_NE(TextOf(pdf).find("Absorbance\n"), std::string::npos) << TextOf(pdf);
+    EXPECT_EQ(PaperNote(Host.Printer.Current(), InInches), "A PDF file, paper 8.27 x 11.69 inches");
     player.GiveFile(""); // no file is given: nothing is printed, and nothing is told
     EXPECT_FALSE(PrintGraph(PrintModes::FromMenu));
 }

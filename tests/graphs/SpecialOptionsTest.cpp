@@ -57,6 +57,13 @@ TEST_F(SpecialOptions, LogarithmOfYLeavesXAlone) {
     EXPECT_NE(Screen.FindText("Ln (Absorbance)"), nullptr);
 }
 
+TEST_F(SpecialOptions, TheBracketOfALongTitleWasCutOff) {
+    MakeFitGraph(FitGraph::Data, 0, {});
+    Chart.Spec.AxisY1.Title.Text = std::string(76, 'W');
+    ConvertYToLog();
+    EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Ln (" + std::string(75, 'W') + ")");
+}
+
 TEST_F(SpecialOptions, WhatIsNotAboveZeroHasNoLogarithm) {
     Work.PtFit[2] = 0.0F;
     Work.PtFit[3] = -0.5F;
