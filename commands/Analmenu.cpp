@@ -1,6 +1,7 @@
 #include "commands/Analmenu.h"
 
 #include "commands/Commands.h"
+#include "commands/SavedState.h"
 #include "commands/Workbench.h"
 
 #include "fit/Misfit.h"
@@ -45,12 +46,12 @@ std::string MainMenuCaption(MainMenu menu) {
 
 void LoadAnalmenu() {
     Analmenu = AnalmenuForm{};
-    Analmenu.State.Caption = Work.ProgramName + " " + Work.ProgramVersion;
     Analmenu.State.Shown = true;
     for (const MenuRow& row : MenuRows())
         Analmenu.Items.push_back({row, MenuItem{row.Caption, false, false, true}});
     LoadWorkbench();
     SetMenuStatus();
+    Analmenu.State.Caption = MainCaption();
 }
 
 MenuItem& MainItem(const std::string& name) {
@@ -87,11 +88,14 @@ std::string FitStateText() {
 }
 
 bool MayEnd() {
-    if (!MainItem("DoFitSave").Enabled) return true;
-    const BoxRequest question{"This will end " + Work.ProgramName +
-                                  ".  Remember, you may want to save the last fit to disk.",
-                              Work.ProgramName, BoxIcon::Warning, BoxButtons::OkCancel, BoxAnswer::Ok};
-    return Host.MessageBoxAnswer(question) == BoxAnswer::Ok;
+    if (!IsUnsaved()) return true;
+    BoxRequest question{"This will end " + Work.ProgramName +
+                            ".  Remember, you may want to save the last fit to disk.",
+                        Work.ProgramName, BoxIcon::Warning, BoxButtons::YesNoCancel, BoxAnswer::Yes};
+    question.YesCaption = "&Save";
+    question.NoCaption = "OK";
+    const BoxAnswer answer = Host.MessageBoxAnswer(question);
+    return answer == BoxAnswer::Yes ? SaveFitAgain() : answer == BoxAnswer::No;
 }
 
 } // namespace Quillon

@@ -48,7 +48,8 @@ std::string FitStateText();
 // nothing; a name that no row has is a logic error of the caller.
 void RunMainCommand(const std::string& name);
 
-// The user wants to end the program. Asks when a fit may not have been saved; true when it may end.
+// The user wants to end the program. Asks where something is unsaved (commands/SavedState.h), with a way to
+// save it; true when the program may end.
 bool MayEnd();
 
 } // namespace Quillon

@@ -4,6 +4,7 @@
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
 #include "commands/History.h"
+#include "commands/SavedState.h"
 #include "commands/StudyGraphs.h"
 #include "help/HelpForm.h"
 #include "models/BaseForm.h"
@@ -71,6 +72,7 @@ void RunCommand(const std::function<void()>& command, const std::string& caption
     Host.SetPointer(Pointer::Standard);
     NoteHistory(caption);
     SetMenuStatus();
+    Analmenu.State.Caption = MainCaption();
 }
 
 void ReadData() {

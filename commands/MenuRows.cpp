@@ -9,7 +9,9 @@
 #include "commands/History.h"
 #include "commands/HtmlReport.h"
 #include "commands/MeasuredData.h"
+#include "commands/SavedState.h"
 #include "commands/SimulateCommand.h"
+#include "commands/StartUp.h"
 #include "commands/TableForm.h"
 #include "commands/Workbench.h"
 #include "fit/BoundsForm.h"
@@ -128,8 +130,11 @@ constexpr bool (*Plain)() = nullptr;
 
 // --- commands of one line --------------------------------------------------------------------------------
 
-void DoFitRestore() {
-    RestoreFit();
+void DoFitSave() {
+    SaveFitAs();
+}
+void DoSaveAgain() {
+    SaveFitAgain();
 }
 void OpenGraph() { // the graph window has the same item, but opens with a graph alone
     if (RestoreChosenGraph()) Host.ShowForm(ChartsName);
@@ -162,10 +167,12 @@ std::vector<MenuRow> AllRows() {
     constexpr MainMenu Preferences = MainMenu::Preferences, Help = MainMenu::Help, Edit = MainMenu::Edit;
     constexpr MainMenu View = MainMenu::View;
     return {
+        {File, "OpenAnything", "&Open...", OpenAnything, Always},
         {File, "ReadData", "&Read/change data sets...", ReadData, Always},
         {File, "NewNameConvention", "&Use New File Naming Convention", ToggleNameConvention, Always, NewNames},
-        {File, "DoFitSave", "&Save current fit to disk...", SaveFit, MayBeSaved, Plain, NewGroup},
-        {File, "DoFitRestore", "R&estore saved fit from disk...", DoFitRestore, Always},
+        {File, "DoFitSave", "&Save current fit to disk...", DoFitSave, MayBeSaved, Plain, NewGroup},
+        {File, "SaveAgain", "Save to Its &File", DoSaveAgain, IsUnsaved},
+        {File, "DoFitRestore", "R&estore saved fit from disk...", RestoreFitCommand, Always},
         {File, "SaveDefaults", "Save program &defaults...", SaveDefaults, Always, Plain, NewGroup},
         {File, "WriteBaseline", "Wri&te Baseline from Residuals...", WriteBaseline, ResidualsAreABaseline},
         {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
@@ -243,10 +250,11 @@ struct ItemKeys {
     const char* Name;
     const char* Keys;
 };
-constexpr ItemKeys KeysOfItems[] = {
-    {"DoFitRestore", "Ctrl+O"}, {"DoFitSave", "Ctrl+S"},          {"MenuExit", "Ctrl+Q"},
-    {"Undo", "Ctrl+Z"},         {"Redo", "Ctrl+Y; Ctrl+Shift+Z"}, {"FitData", "F5"},
-    {"ReviewFit", "F6"},        {"GraphOverlay", "F7"},           {"GraphResiduals", "F8"}};
+constexpr ItemKeys KeysOfItems[] = {{"OpenAnything", "Ctrl+O"}, {"DoFitSave", "Ctrl+Shift+S"},
+                                    {"SaveAgain", "Ctrl+S"},    {"MenuExit", "Ctrl+Q"},
+                                    {"Undo", "Ctrl+Z"},         {"Redo", "Ctrl+Y; Ctrl+Shift+Z"},
+                                    {"FitData", "F5"},          {"ReviewFit", "F6"},
+                                    {"GraphOverlay", "F7"},     {"GraphResiduals", "F8"}};
 
 std::vector<MenuRow> RowsWithKeys() {
     std::vector<MenuRow> rows = AllRows();

@@ -5,6 +5,7 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/History.h"
+#include "commands/SavedState.h"
 #include "commands/Workbench.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
@@ -98,7 +99,7 @@ void TellNotOpened(const std::string& path) {
 }
 
 void OpenFit(const std::string& path) {
-    RunCommand([&] { ReadFitFile(path, false); }, "Open fit");
+    RunCommand([&] { NoteRestored(ReadFitFile(path, false)); }, "Open fit");
 }
 
 // Whether the start of the program has opened fits and folders itself.
@@ -148,6 +149,7 @@ ArgumentKind KindOfArgument(const std::string& argument) {
 
 void StartQuillon(const std::string& argument) {
     Work = FreshWorkspace();
+    ForgetSaved();
     Work.WorkDirectory = Host.WorkingDirectory();
     const ArgumentKind kind = KindOfArgument(argument);
     if (kind == ArgumentKind::Folder || kind == ArgumentKind::Missing) Work.DataDirectory = argument;
@@ -159,7 +161,7 @@ void StartQuillon(const std::string& argument) {
     StartFileForm();
     LoadAnalmenu();
     if (kind == ArgumentKind::Fit)
-        RunCommand([&] { Analmenu.Ended = ReadFitFile(argument, true).EndProgram; });
+        RunCommand([&] { Analmenu.Ended = NoteRestored(ReadFitFile(argument, true)).EndProgram; });
     StartHistory();
     SetMenuStatus();
 }
@@ -170,6 +172,18 @@ void OpenArguments(const std::vector<std::string>& arguments) {
 
 void OpenDropped(const std::vector<std::string>& paths) {
     OpenAll(paths, Opened::Now);
+}
+
+void OpenAnything() {
+    FileRequest request;
+    request.Title = Work.ProgramName + " - Open";
+    request.Filter =
+        "all files (*.*)|*.*|saved fits (*.quil,*.fit)|*.quil;*.fit|scans (*.R*,*.IP*)|*.R*;*.IP*|"
+        "graphs (*.grf)|*.grf";
+    request.Directory = Work.DataDirectory;
+    request.Several = true;
+    const FileAnswer answer = Host.AskFile(request);
+    if (!answer.Cancelled) OpenDropped(answer.Paths);
 }
 
 std::string DesktopHelp() {
@@ -193,7 +207,7 @@ std::string DesktopVersion() {
 }
 
 void RunRecentFile(long item) {
-    RunCommand([item] { ChooseRecentFile(item); }, "Restore recent fit");
+    RunCommand([item] { NoteRestored(ChooseRecentFile(item)); }, "Restore recent fit");
 }
 
 } // namespace Quillon

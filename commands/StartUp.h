@@ -26,6 +26,9 @@ void OpenArguments(const std::vector<std::string>& arguments);
 // it that are to be opened.
 void OpenDropped(const std::vector<std::string>& paths);
 
+// Asks for files and opens them as those that are dropped.
+void OpenAnything();
+
 // What "quillon --help" and "quillon --version" print, with their line ends.
 std::string DesktopHelp();
 std::string DesktopVersion();

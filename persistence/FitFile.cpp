@@ -18,6 +18,7 @@ namespace {
 
 constexpr const char* FitFilter = "fit save files (*.quil,*.fit)|*.quil;*.fit|all files (*.*)|*.*";
 constexpr const char* FitExtension = "quil";
+constexpr const char* OwnEnding = ".quil";
 
 // The hourglass for as long as a command works.
 struct BusyPointer {
@@ -140,6 +141,32 @@ void WriteBusy(const std::string& path) {
     Host.ServeEvents();
 }
 
+// True when the analysis stands in the file; a failure is told.
+bool SaveTo(const std::string& path) {
+    try {
+        WriteBusy(path);
+        AddRecentFile(path);
+        return true;
+    } catch (const RuntimeError& error) {
+        Tell("Error '" + error.Text + " 'occurred while saving fit data and parameters --- terminating\n\n" +
+                 path,
+             Work.ProgramName, BoxIcon::Warning);
+        return false;
+    }
+}
+
+// The file that the analysis came from, or the first of "fit1.quil", "fit2.quil" that the folder does not
+// have.
+std::string ProposedName() {
+    if (!Work.FitFile.empty() && Host.DirectoryExists(DirectoryOf(Work.FitFile))) return Work.FitFile;
+    constexpr int most = 999;
+    int n = 1;
+    const auto name = [&n] { return "fit" + std::to_string(n) + OwnEnding; };
+    while (n < most && Host.FileExists(JoinPath(Work.DataDirectory, name())))
+        ++n;
+    return name();
+}
+
 } // namespace
 
 std::string FitFileBytes() {
@@ -172,17 +199,14 @@ AdoptedFit AdoptFit(const std::string& bytes, const std::string& path) {
     return {fit.ModelGone};
 }
 
-void SaveFit() {
-    const std::string path = AskFitFile(FitRequest(" - Save Fit Data & Parameters", "*.quil", true));
-    if (path.empty()) return;
-    try {
-        WriteBusy(path);
-        AddRecentFile(path);
-    } catch (const RuntimeError& error) {
-        Tell("Error '" + error.Text + " 'occurred while saving fit data and parameters --- terminating\n\n" +
-                 path,
-             Work.ProgramName, BoxIcon::Warning);
-    }
+bool SaveFit() {
+    const std::string path = AskFitFile(FitRequest(" - Save Fit Data & Parameters", ProposedName(), true));
+    return !path.empty() && SaveTo(path);
+}
+
+bool SaveFitToItsFile() {
+    const bool ours = Work.FitFile.ends_with(OwnEnding) && Host.FileExists(Work.FitFile);
+    return ours ? SaveTo(Work.FitFile) : SaveFit();
 }
 
 RestoreOutcome RestoreFit() {

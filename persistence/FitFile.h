@@ -43,8 +43,12 @@ struct RestoreOutcome {
     bool EndProgram = false; // handed over, and this process was started for the sake of that file
 };
 
-// The command "save": asks for a file and writes it.
-void SaveFit();
+// The command "save": asks for a file, proposing a name, and writes it. True when the analysis stands there.
+bool SaveFit();
+
+// Writes to the file of the analysis, Work.FitFile, where that is there and named as this program names its
+// files; otherwise as SaveFit.
+bool SaveFitToItsFile();
 
 // The command "restore": asks for a file and reads it. Clears AbortFit again.
 RestoreOutcome RestoreFit();

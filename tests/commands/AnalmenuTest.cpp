@@ -5,6 +5,7 @@
 #include "models/SEDEQ3.h"
 
 #include "commands/Commands.h"
+#include "commands/History.h"
 #include "commands/StartUp.h"
 #include "files/ReadWhole.h"
 #include "persistence/Defaults.h"
@@ -39,6 +40,19 @@ struct MainWindow : testing::Test {
     }
     static bool On(const std::string& name) { return MainItem(name).Enabled; }
 };
+
+// A fit of two wavelengths that stands.
+void LoadFit(const char* name) {
+    Work = SimulatedWorkspace(ModelCaseNamed(name));
+    Work.DataChosen = Work.ModelChosen = FlagTrue;
+    Work.LastModel = Work.Model;
+    BuildParmNames();
+    BuildParmFormats();
+    BuildParmScale();
+    SetDefaultBounds();
+    Work.FitDone = Work.FitValid = FlagTrue;
+    SetMenuStatus();
+}
 
 TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
@@ -198,6 +212,19 @@ TEST_F(MainWindow, ASavedGraphCouldBeShownByTheCommandLineAlone) {
     RunMainCommand("OpenGraph");
     EXPECT_EQ(shown(), 1);
     Seams = ChartSeams{};
+}
+
+TEST_F(MainWindow, OpenTakesAFitAsWellAsAGraph) {
+    LoadFit("Model08");
+    const std::string path = script.MakeFile("kept.quil", EncodeFit(Work));
+    StartQuillon("");
+    script.ExpectFile("Quillon - Open", path);
+    RunMainCommand("OpenAnything");
+    EXPECT_EQ(Work.Model, 8);
+    EXPECT_EQ(Analmenu.State.Caption, "kept.quil - Quillon");
+    EXPECT_EQ(History.Steps.back().Command, "Open fit");
+    script.ExpectFile("Quillon - Open", "");
+    RunMainCommand("OpenAnything");
 }
 
 TEST_F(MainWindow, WhatIsNotOpenedBesideTheFirstArgumentIsTold) {
@@ -393,19 +420,6 @@ TEST_F(MainWindow, CancelledModelDialogLeavesTheFit) {
     EXPECT_EQ(Work.AbortFit, 0);
 }
 
-// A fit of two wavelengths that stands.
-void LoadFit(const char* name) {
-    Work = SimulatedWorkspace(ModelCaseNamed(name));
-    Work.DataChosen = Work.ModelChosen = FlagTrue;
-    Work.LastModel = Work.Model;
-    BuildParmNames();
-    BuildParmFormats();
-    BuildParmScale();
-    SetDefaultBounds();
-    Work.FitDone = Work.FitValid = FlagTrue;
-    SetMenuStatus();
-}
-
 TEST_F(MainWindow, ConstraintFormsClosedUnchangedLostTheFit) {
     LoadFit("Model08");
     const Workspace before = Work;
@@ -483,20 +497,66 @@ TEST_F(MainWindow, ErrorsAreToldAndLeaveTheWorkspaceUsable) {
     EXPECT_EQ(Work.AbortFit, 0);
 }
 
-TEST_F(MainWindow, EndAsksOnceAFitCouldBeSaved) {
+TEST_F(MainWindow, EndAsksWhileSomethingIsUnsaved) {
     RunMainCommand("MenuExit");
     EXPECT_TRUE(Analmenu.Ended);
-    Work.FitDone = FlagTrue;
-    SetMenuStatus();
-    const std::string question =
-        "This will end Quillon.  Remember, you may want to save the last fit to disk.";
-    script.ExpectMessage({question, "Quillon", BoxIcon::Warning, BoxButtons::OkCancel, BoxAnswer::Ok},
-                         BoxAnswer::Cancel);
+    LoadFit("Model08");
+    BoxRequest question{"This will end Quillon.  Remember, you may want to save the last fit to disk.",
+                        "Quillon", BoxIcon::Warning, BoxButtons::YesNoCancel, BoxAnswer::Yes};
+    script.ExpectMessage(question, BoxAnswer::Cancel);
     RunMainCommand("MenuExit");
     EXPECT_FALSE(Analmenu.Ended);
-    script.ExpectMessage(question, BoxAnswer::Ok);
+    script.ExpectMessage(question, BoxAnswer::No);
     RunMainCommand("MenuExit");
     EXPECT_TRUE(Analmenu.Ended);
+}
+
+TEST_F(MainWindow, SaveInTheQuestionAtTheEndSavesAndEndsOnlyWhenItCould) {
+    LoadFit("Model08");
+    const std::string question =
+        "This will end Quillon.  Remember, you may want to save the last fit to disk.";
+    script.ExpectMessage(question, BoxAnswer::Yes);
+    script.ExpectFile("Quillon - Save Fit Data & Parameters", "");
+    RunMainCommand("MenuExit");
+    EXPECT_FALSE(Analmenu.Ended);
+    const std::string path = script.Directory() + "/fit1.quil";
+    script.ExpectMessage(question, BoxAnswer::Yes);
+    script.ExpectFile("Quillon - Save Fit Data & Parameters", path);
+    RunMainCommand("MenuExit");
+    EXPECT_TRUE(Analmenu.Ended);
+    EXPECT_EQ(ReadWhole(path), EncodeFit(Work));
+}
+
+TEST_F(MainWindow, TheTitleHasTheFileAndAStarForWhatIsNotSaved) {
+    EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
+    LoadFit("Model08");
+    RunCommand([] {});
+    EXPECT_EQ(Analmenu.State.Caption, "untitled* - Quillon");
+    script.ExpectFile("Quillon - Save Fit Data & Parameters", script.Directory() + "/fit1.quil");
+    RunMainCommand("SaveAgain");
+    EXPECT_EQ(Analmenu.State.Caption, "fit1.quil - Quillon");
+    EXPECT_FALSE(MainItem("SaveAgain").Enabled);
+    RunMainCommand("UseOverlay");
+    EXPECT_EQ(Analmenu.State.Caption, "fit1.quil* - Quillon");
+    RunMainCommand("Undo");
+    EXPECT_EQ(Analmenu.State.Caption, "fit1.quil - Quillon");
+    RunMainCommand("MenuExit"); // and nothing is asked
+    EXPECT_TRUE(Analmenu.Ended);
+    RunMainCommand("Redo");
+    RunMainCommand("SaveAgain"); // nor here
+    EXPECT_EQ(ReadWhole(script.Directory() + "/fit1.quil"), EncodeFit(Work));
+}
+
+TEST_F(MainWindow, ARestoredFitIsSavedUntilItIsChanged) {
+    LoadFit("Model08");
+    const std::string path = script.MakeFile("kept.quil", EncodeFit(Work));
+    StartQuillon(path);
+    EXPECT_EQ(Analmenu.State.Caption, "kept.quil - Quillon");
+    EXPECT_FALSE(MainItem("Undo").Enabled);
+    RunRecentFile(1);
+    EXPECT_EQ(Analmenu.State.Caption, "kept.quil - Quillon");
+    RunMainCommand("DoInitGuesses");
+    EXPECT_EQ(Analmenu.State.Caption, "kept.quil* - Quillon");
 }
 
 } // namespace

@@ -67,7 +67,7 @@ TEST_F(FitCommands, SaveWritesTheFileTheUserNames) {
     EXPECT_EQ(mnuRecentFile[1].Path, In("a fit.quil"));
     EXPECT_EQ(Request.Filter, "fit save files (*.quil,*.fit)|*.quil;*.fit|all files (*.*)|*.*");
     EXPECT_EQ(Request.DefaultType, "quil");
-    EXPECT_EQ(Request.Name, "*.quil");
+    EXPECT_EQ(Request.Name, "fit1.quil");
     EXPECT_EQ(Request.Directory, "/data");
     EXPECT_TRUE(Request.Save);
     EXPECT_EQ(Pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Standard}));
@@ -82,6 +82,33 @@ TEST_F(FitCommands, ACancelledSaveDoesNothing) {
     Host.AskFile = [](const FileRequest&) { return FileAnswer{false, "", "", {}}; }; // OK without a name
     SaveFit();
     EXPECT_TRUE(Pointers.empty());
+}
+
+TEST_F(FitCommands, ASaveProposesTheFileOfTheAnalysisOrAFreeName) {
+    Work = SampleFit();
+    Work.FitFile.clear();
+    Work.DataDirectory = Scripted.Directory();
+    Scripted.MakeFile("fit1.quil", "");
+    Scripted.ExpectFile(SaveTitle, "");
+    EXPECT_FALSE(SaveFit());
+    EXPECT_EQ(Request.Name, "fit2.quil");
+    Work.FitFile = In("mine.quil");
+    Scripted.ExpectFile(SaveTitle, "");
+    EXPECT_FALSE(SaveFit());
+    EXPECT_EQ(Request.Name, In("mine.quil"));
+}
+
+TEST_F(FitCommands, ASaveToItsFileAsksOnlyWhereThereIsNone) {
+    Work = SampleFit();
+    Work.FitFile = In("gone.quil");
+    Scripted.ExpectFile(SaveTitle, In("fit.quil"));
+    EXPECT_TRUE(SaveFitToItsFile());
+    Work.ScanComment[1] = "changed";
+    EXPECT_TRUE(SaveFitToItsFile()); // nothing is asked
+    EXPECT_EQ(ReadWholeFile(In("fit.quil")), BytesByHand(Work));
+    Work.FitFile = Scripted.MakeFile("old.fit", ""); // it may be another program's
+    Scripted.ExpectFile(SaveTitle, "");
+    EXPECT_FALSE(SaveFitToItsFile());
 }
 
 TEST_F(FitCommands, SaveServesEventsOnTheWay) {
