@@ -63,7 +63,7 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
                   "UseResiduals",    "UseOverlay",          "ResidualsSpread", "FitPause",
                   "AlwaysRescue",    "AbsoluteTemperature", "SetConfidence",   "mnuSigmaCalculator",
                   "mnuHelpContents", "mnuHelpIndex",        "AboutBox",        "ShowSteps",
-                  "ShowGraphs",      "ShowParameters",      "ResetLayout"}));
+                  "ShowGraphs",      "ShowParameters",      "ResetLayout",     "OpenAnything"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
