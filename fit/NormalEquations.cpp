@@ -129,7 +129,7 @@ double VarianceOfAPoint() {
 } // namespace
 
 double LeastVariance() {
-    const double floor = 1e-6 * LargestSignal();
+    const double floor = RoundingOfSingles * LargestSignal();
     return floor * floor;
 }
 

@@ -32,8 +32,10 @@ NormalEquations TakeNormalEquations();
 PerFree<double> DampedStep(const NormalEquations& equations, double damping,
                            MovedParms parms = MovedParms::All);
 
-// (1e-6 of the largest signal)^2, the least variance of a point that counts as noise: singles do not know a
-// signal better.
+// Singles, rounded parameters among them, do not know a signal better than by this share of it.
+inline constexpr double RoundingOfSingles = 1e-6;
+
+// (RoundingOfSingles of the largest signal)^2, the least variance of a point that counts as noise.
 double LeastVariance();
 
 // The largest element of the diagonal, the measure of dampings; 0 for none.

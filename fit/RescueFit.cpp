@@ -84,7 +84,7 @@ bool Attempt(DampedWay way, const PerSlot<float>& start, const FitProgress& prog
 bool IsDownToNoise(const Workspace& fit) {
     constexpr double Allowed = 1.5; // of a few hundred points the ratio scatters by a tenth
     const double freedom = static_cast<double>(fit.NumPts - fit.NumFree);
-    return fit.SumSq < Allowed * std::max(NoiseVariance(), LeastVariance()) * freedom;
+    return fit.SumSq < Allowed * NoiseVariance(fit) * freedom && !LeavesMoreThanNoise(fit);
 }
 
 // True when a is the better end: a minimum before anything else, then the lower sum.

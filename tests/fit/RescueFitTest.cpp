@@ -4,6 +4,7 @@
 #include "fit/BetterStarts.h"
 #include "fit/Bounds.h"
 #include "fit/GNLLSQ.h"
+#include "fit/LongWaves.h"
 #include "fit/Misfit.h"
 #include "fit/NormalEquations.h"
 #include "fit/Undetermined.h"
@@ -18,7 +19,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <utility>
+#include <vector>
 
 namespace Quillon {
 namespace {
@@ -255,6 +258,69 @@ TEST_F(RescueFitTest, ASetOfMoreNoiseThanOthersIsNoMisfit) {
     FitZigzags({{0.01}, {0.05}, {0.01}, {0.01}, {0.01}, {0.01}}, 60);
     EXPECT_TRUE(LeavesMoreThanNoise(Work)) << "which costs a look";
     EXPECT_EQ(MisfitText(), "");
+}
+
+// A trend of three tenths of the variance of the noise: with 360 points the sum of squares is 1.7 standard
+// deviations too high, and the six long waves of each set are three times too high.
+TEST_F(RescueFitTest, AMisfitInLongWavesWasLostInTheSum) {
+    const auto fit = [](double share) {
+        const double trend = std::sqrt(share * 0.01 * 0.01 * 12.0 / (60.0 * 60.0 - 1.0));
+        FitZigzags(std::vector<Zigzag>(6, {0.01, trend}), 60);
+    };
+    fit(0.3);
+    EXPECT_TRUE(LeavesMoreThanNoise(Work));
+    EXPECT_TRUE(MisfitText().starts_with(
+        "The fit leaves more than the noise of the data (long waves in the residuals 1.8"))
+        << MisfitText();
+    EXPECT_NE(MisfitText().find(", noise 1.0"), std::string::npos) << MisfitText();
+    fit(0.03);
+    EXPECT_FALSE(LeavesMoreThanNoise(Work));
+    EXPECT_EQ(MisfitText(), "");
+}
+
+// A cosine of the third wave over 40 points, of the height 0.5 on a level of 2: squares of 40 * 0.5^2 / 2 and
+// 40 * 2^2, and nothing elsewhere.
+TEST(LongWaves, ACosineIsItsOwnWave) {
+    std::vector<double> residuals;
+    for (int i = 0; i < 40; ++i)
+        residuals.push_back(2.0 + 0.5 * std::cos(std::numbers::pi * 3.0 * (i + 0.5) / 40.0));
+    const Waves waves = WavesOf(residuals);
+    EXPECT_NEAR(waves.Long.Sum, 160.0 + 5.0, 1e-10);
+    EXPECT_NEAR(waves.Middle.Sum, 0.0, 1e-10);
+    EXPECT_NEAR(waves.Others.Sum, 0.0, 1e-10);
+    EXPECT_EQ(waves.Long.Count, 6.0);
+    EXPECT_EQ(waves.Middle.Count, 24.0);
+    EXPECT_EQ(waves.Others.Count, 34.0);
+    const Waves few = WavesOf({1.0, -1.0, 1.0});
+    EXPECT_EQ(few.Long.Count + few.Others.Count, 3.0);
+    EXPECT_NEAR(few.Long.Sum + few.Others.Sum, 3.0, 1e-12) << "all squares are somewhere";
+}
+
+// Points of the F distribution from tables: 5%, 1% and 0.1%.
+TEST(LongWaves, DeviationsAreThoseOfTheFDistribution) {
+    const auto deviations = [](double ratio, double above, double below) {
+        return DeviationsAbove({ratio * above, above}, {below, below});
+    };
+    EXPECT_NEAR(deviations(2.348, 10.0, 20.0), 1.645, 0.02);
+    EXPECT_NEAR(deviations(3.368, 10.0, 20.0), 2.326, 0.02);
+    EXPECT_NEAR(deviations(5.075, 10.0, 20.0), 3.090, 0.03);
+    EXPECT_NEAR(deviations(2.254, 6.0, 60.0), 1.645, 0.02);
+    EXPECT_EQ(DeviationsAbove({0.0, 6.0}, {1.0, 10.0}), 0.0);
+    EXPECT_TRUE(std::isinf(DeviationsAbove({1.0, 6.0}, {0.0, 10.0})));
+}
+
+// Readings that bend between neighbours by far more than their noise: the noise was read as their bend, and a
+// fit many times above it said nothing.
+TEST_F(RescueFitTest, ASteepSignalHidItsNoise) {
+    FitZigzags({{0.01}}, 100);
+    const double noise = NoiseVariance(Work);
+    EXPECT_NEAR(noise, 0.02 * 0.02 / (1.5 * 0.4549), 1e-6);
+    for (long p = 1; p <= Work.NumPts; ++p) {
+        const float steep = std::exp(0.08F * static_cast<float>(p));
+        Work.PtY[p] += steep;
+        Work.PtFit[p] += steep;
+    }
+    EXPECT_NEAR(NoiseVariance(Work), noise, 0.1 * noise);
 }
 
 TEST_F(RescueFitTest, AHandfulOfPointsTellsNoNoise) {

@@ -1,0 +1,69 @@
+#include "fit/LongWaves.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numbers>
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::size_t LongOnes = 6;
+constexpr std::size_t UpToMiddle = 30;
+
+using Amplitudes = std::array<double, UpToMiddle>;
+
+// The sums of r_i cos(k x_i), each cosine from the two before it: cos k x = 2 cos x cos (k-1) x - cos (k-2)
+// x.
+Amplitudes SumsOfCosines(const std::vector<double>& residuals, std::size_t waves) {
+    Amplitudes sums{};
+    const double step = std::numbers::pi / static_cast<double>(residuals.size());
+    for (std::size_t i = 0; i < residuals.size(); ++i) {
+        const double first = std::cos(step * (static_cast<double>(i) + 0.5));
+        double before = first, now = 1.0; // cos(-x) and cos 0
+        for (std::size_t k = 0; k < waves; ++k) {
+            sums[k] += residuals[i] * now;
+            const double next = 2.0 * first * now - before;
+            before = now;
+            now = next;
+        }
+    }
+    return sums;
+}
+
+double SumOfSquares(const std::vector<double>& residuals) {
+    double sum = 0.0;
+    for (const double r : residuals)
+        sum += r * r;
+    return sum;
+}
+
+} // namespace
+
+Waves WavesOf(const std::vector<double>& residuals) {
+    const std::size_t points = residuals.size();
+    const std::size_t longOnes = std::min(LongOnes, points / 4);
+    const std::size_t known = std::min(UpToMiddle, points);
+    const Amplitudes sums = SumsOfCosines(residuals, known);
+    const auto n = static_cast<double>(points);
+    Waves waves;
+    for (std::size_t k = 0; k < known; ++k)
+        (k < longOnes ? waves.Long : waves.Middle).Add({sums[k] * sums[k] * (k == 0 ? 1.0 : 2.0) / n, 1.0});
+    waves.Others.Sum = std::max(0.0, SumOfSquares(residuals) - waves.Long.Sum);
+    waves.Others.Count = n - waves.Long.Count;
+    return waves;
+}
+
+double DeviationsAbove(const WaveSquares& squares, const WaveSquares& noise) {
+    if (!(squares.Sum > 0.0) || !(noise.Count > 0.0)) return 0.0;
+    if (!(noise.Sum > 0.0)) return std::numeric_limits<double>::infinity();
+    const double own = 2.0 / (9.0 * squares.Count);
+    const double others = 2.0 / (9.0 * noise.Count);
+    const double root = std::cbrt(squares.Mean() / noise.Mean());
+    return ((1.0 - others) * root - (1.0 - own)) / std::sqrt(others * root * root + own);
+}
+
+} // namespace Quillon
