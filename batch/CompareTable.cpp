@@ -1,10 +1,10 @@
 #include "batch/CompareTable.h"
 
-#include "batch/CsvParts.h"
-#include "batch/JsonParts.h"
-#include "batch/OneLine.h"
-#include "batch/OutputPlaces.h"
-#include "models/Catalogue.h"
+#include "batch/console/OneLine.h"
+#include "batch/options/OutputPlaces.h"
+#include "batch/outputs/CsvParts.h"
+#include "batch/outputs/JsonParts.h"
+#include "models/table/Catalogue.h"
 
 namespace Quillon {
 

@@ -7,7 +7,7 @@
 // a row for each model, in the order of the list; in JSON the record {"models": [...]} with the same members.
 // What does not exist is empty, in JSON null; yes and no are true and false there.
 
-#include "studies/Comparison.h"
+#include "studies/methods/Comparison.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "batch/Studies.h"
 
-#include "batch/BatchPlatform.h"
-#include "studies/ResamplingLines.h"
+#include "batch/console/BatchPlatform.h"
 #include "studies/StudyProgress.h"
+#include "studies/methods/ResamplingLines.h"
 
 namespace Quillon {
 

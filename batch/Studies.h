@@ -1,8 +1,8 @@
 #pragma once
 // The studies that options ask for: many fits behind the one of the job (studies/).
 
-#include "batch/Options.h"
-#include "batch/RunJob.h"
+#include "batch/job/RunJob.h"
+#include "batch/options/Options.h"
 
 namespace Quillon {
 

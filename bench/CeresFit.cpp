@@ -3,8 +3,8 @@
 // compares against. For model 4 and 8 with sets of equal size, everything but the masses of model 8 fitted.
 #include "bench/Problem.h"
 #include "fit/GNLLSQ.h"
-#include "models/FitFunction.h"
 #include "models/SEDEQ3.h"
+#include "models/function/FitFunction.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 

@@ -5,7 +5,7 @@
 #include "tests/fit/Robustness.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
-#include "studies/OtherMinima.h"
+#include "studies/methods/OtherMinima.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

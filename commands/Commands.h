@@ -2,7 +2,7 @@
 // The commands behind the main window's menu items, those that are more than one call of another folder:
 // errors and the menu's state are RunCommand's business.
 
-#include "models/DialogAnswer.h"
+#include "models/forms/DialogAnswer.h"
 
 #include <functional>
 #include <string>

@@ -1,10 +1,10 @@
 #include "commands/FitCommand.h"
 
 #include "commands/WithoutEffect.h"
-#include "fit/FitMon.h"
 #include "fit/GNLLSQ.h"
-#include "fit/GuessesDialog.h"
 #include "fit/Undetermined.h"
+#include "fit/forms/FitMon.h"
+#include "fit/forms/GuessesDialog.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Defaults.h"

@@ -1,8 +1,8 @@
 #include "commands/History.h"
 
-#include "models/FitFunction.h"
+#include "models/function/FitFunction.h"
 #include "persistence/FitCodec.h"
-#include "scandata/BaselineAt.h"
+#include "scandata/table/BaselineAt.h"
 
 #include <new>
 #include <utility>

@@ -4,7 +4,7 @@
 #include "commands/History.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "scandata/TableRows.h"
+#include "scandata/table/TableRows.h"
 #include "workspace/records/Workspace.h"
 
 #include <map>

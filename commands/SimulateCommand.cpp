@@ -2,15 +2,15 @@
 
 #include "chart/CHART.h"
 #include "chart/Charts.h"
-#include "commands/MeasuredData.h"
-#include "fit/GuessesDialog.h"
-#include "graphs/FitGraphs.h"
+#include "commands/export/MeasuredData.h"
+#include "fit/forms/GuessesDialog.h"
+#include "graphs/kinds/FitGraphs.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
-#include "models/Simulation.h"
+#include "models/function/Simulation.h"
 #include "platform/Platform.h"
-#include "reporting/Statistics.h"
-#include "scandata/FitData.h"
+#include "reporting/values/Statistics.h"
+#include "scandata/table/FitData.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>

@@ -10,7 +10,7 @@ namespace Quillon {
 //     overwriting Work.PtY and the scans of the sets, over their fitting ranges, are the simulated values; a
 //                 set with a baseline loses it, which is told: the values hold none. The fit and its limits
 //                 are gone, and the points are prepared anew. Work.PtFit equals the new data. The measured
-//                 data can be brought back (commands/MeasuredData.h).
+//                 data can be brought back (commands/export/MeasuredData.h).
 //
 // Pseudo-points of constraints take neither signal nor noise; overwritten data only bring the weight with
 // them that data preparation gives them. A cancelled values form, or a fault in the model (told), leaves data

@@ -12,8 +12,8 @@
 #include "persistence/FitFile.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
-#include "scandata/DataDirectory.h"
-#include "scandata/FileForm.h"
+#include "scandata/forms/DataDirectory.h"
+#include "scandata/forms/FileForm.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "chart/Charts.h"
 #include "fit/ParmRows.h"
-#include "graphs/StudyGraphs.h"
+#include "graphs/kinds/StudyGraphs.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "studies/StudyForm.h"

@@ -1,14 +1,14 @@
 #pragma once
 // The graphs of what a study has found: what stands in the form of the studies, and the files of quillon-fit.
 
-#include "studies/ProfileMap.h"
-#include "studies/Resampling.h"
+#include "studies/methods/ProfileMap.h"
+#include "studies/methods/Resampling.h"
 
 #include <cstddef>
 
 namespace Quillon {
 
-// Each builds its graph without showing it (graphs/StudyGraphs.h); false when the chart refused it.
+// Each builds its graph without showing it (graphs/kinds/StudyGraphs.h); false when the chart refused it.
 bool MakeGraphOf(const Profile& profile);
 bool MakeGraphOf(const ProfileMap& map);
 

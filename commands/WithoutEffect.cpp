@@ -1,7 +1,7 @@
 #include "commands/WithoutEffect.h"
 
-#include "fit/FreeMap.h"
 #include "fit/Undetermined.h"
+#include "fit/equations/FreeMap.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

@@ -3,14 +3,14 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
-#include "models/Catalogue.h"
-#include "models/FormControls.h"
+#include "models/forms/FormControls.h"
+#include "models/table/Catalogue.h"
 #include "persistence/Filelist.h"
 #include "persistence/WindowPlaces.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
-#include "scandata/DataDirectory.h"
-#include "scandata/FileForm.h"
+#include "scandata/forms/DataDirectory.h"
+#include "scandata/forms/FileForm.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

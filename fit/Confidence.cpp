@@ -1,10 +1,10 @@
 #include "fit/Confidence.h"
 
-#include "fit/FDistribution.h"
 #include "fit/GNLLSQ.h"
-#include "fit/JacobiEigen.h"
 #include "fit/Undetermined.h"
-#include "models/Constraints.h"
+#include "fit/equations/FDistribution.h"
+#include "fit/equations/JacobiEigen.h"
+#include "models/function/Constraints.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

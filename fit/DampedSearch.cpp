@@ -14,13 +14,13 @@
 // them again before it counts as failed, as constrained methods correct a step back onto a bent constraint
 // (R. Fletcher, Practical Methods of Optimization, 2nd ed. 1987, section 14.4). docs/robustness.md has what
 // each brings.
-#include "fit/Bounds.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
-#include "fit/NoiseWeights.h"
-#include "fit/NormalEquations.h"
-#include "models/Constraints.h"
-#include "models/SharedConcentrations.h"
+#include "fit/equations/Bounds.h"
+#include "fit/equations/NoiseWeights.h"
+#include "fit/equations/NormalEquations.h"
+#include "models/function/Constraints.h"
+#include "models/function/SharedConcentrations.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 

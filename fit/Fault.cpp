@@ -1,13 +1,13 @@
 #include "fit/Fault.h"
 
 #include "fit/GNLLSQ.h"
-#include "fit/NormalEquations.h"
 #include "fit/ParmRows.h"
 #include "fit/Undetermined.h"
+#include "fit/equations/NormalEquations.h"
 #include "input/NUMINPUT.h"
-#include "models/FitFunction.h"
-#include "models/ModelTable.h"
-#include "models/SharedConcentrations.h"
+#include "models/function/FitFunction.h"
+#include "models/function/SharedConcentrations.h"
+#include "models/table/ModelTable.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Roads.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the engine tells of its work while it works: a record of functions that whoever watches fills. The
-// monitor's filling writes labels and waits for buttons (fit/FitMon.h), that of quillon-fit writes a line for
-// each iteration, a test counts. The engine itself shows nothing.
+// monitor's filling writes labels and waits for buttons (fit/forms/FitMon.h), that of quillon-fit writes a
+// line for each iteration, a test counts. The engine itself shows nothing.
 //
 // All of them are called on the thread of the fit, between two passes over the points, with the state in the
 // workspace: Iteration, Alpha, SumSq, Parms, AtBound. They may serve events and set Work.AbortFit, which the

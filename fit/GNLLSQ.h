@@ -1,13 +1,13 @@
 #pragma once
 // The nonlinear least squares engine: a global Gauss-Newton fit of all points of all sets, which
-// are weighted alike, or set by set by their noise (fit/NoiseWeights.h).
+// are weighted alike, or set by set by their noise (fit/equations/NoiseWeights.h).
 //
 // An iteration forms the normal equations of the linearised problem (AccumulateSums), inverts the normal
-// matrix (InvertNormalMatrix, fit/MatInv.h) and searches along the increment for a step (AdjustIncrement):
-// the full step, halvings, a parabola through the trials, a reversal, a random shortening. Parameters live
-// in Work.Parms in single precision, so that every step loses digits when it is stored; sums, matrices and
-// derivatives are double. Bounds are enforced at each step (fit/Bounds.h), limits by the rigorous search come
-// from fit/Confidence.h.
+// matrix (InvertNormalMatrix, fit/equations/MatInv.h) and searches along the increment for a step
+// (AdjustIncrement): the full step, halvings, a parabola through the trials, a reversal, a random shortening.
+// Parameters live in Work.Parms in single precision, so that every step loses digits when it is stored; sums,
+// matrices and derivatives are double. Bounds are enforced at each step (fit/equations/Bounds.h), limits by
+// the rigorous search come from fit/Confidence.h.
 //
 // The method: H. O. Hartley, Technometrics 3 (1961) 269 (Gauss-Newton with a step along the increment by
 // interpolation); P. R. Bevington, Data Reduction and Error Analysis for the Physical Sciences (1969),
@@ -30,8 +30,8 @@ namespace Quillon {
 // to clear. Work.Outcome tells which and why; the caller tells the user, and shows the results.
 //
 // A fit that has converged is checked: where the normal equations still promise a decrease of more than
-// LargestExpectedDecrease (fit/NormalEquations.h) its outcome is FitEnd::StoppedShort. It has results all the
-// same.
+// LargestExpectedDecrease (fit/equations/NormalEquations.h) its outcome is FitEnd::StoppedShort. It has
+// results all the same.
 bool RunFit(const FitProgress& progress = {});
 
 inline constexpr double LargestExpectedDecrease = 1.0;

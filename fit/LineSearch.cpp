@@ -1,9 +1,9 @@
 // The search for a step along the increment.
-#include "fit/Bounds.h"
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
-#include "models/Constraints.h"
-#include "models/SharedConcentrations.h"
+#include "fit/equations/Bounds.h"
+#include "models/function/Constraints.h"
+#include "models/function/SharedConcentrations.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

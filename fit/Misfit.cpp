@@ -1,8 +1,8 @@
 #include "fit/Misfit.h"
 
 #include "fit/LongWaves.h"
-#include "fit/NoiseWeights.h"
-#include "fit/NormalEquations.h"
+#include "fit/equations/NoiseWeights.h"
+#include "fit/equations/NormalEquations.h"
 #include "input/NUMINPUT.h"
 #include "workspace/records/Roads.h"
 #include "workspace/records/Workspace.h"

@@ -11,7 +11,7 @@
 // mean of n squares, and sqrt(9 / N) of the noise, which N points tell. They stand out as well where they run
 // in long waves that noise does not have (fit/LongWaves.h), which tells of a sum that is a tenth too high
 // where the mean square tells of one that is half too high. Points count with the weight of their set
-// (fit/NoiseWeights.h); pseudo-points do not. Fewer than twenty points tell nothing.
+// (fit/equations/NoiseWeights.h); pseudo-points do not. Fewer than twenty points tell nothing.
 
 #include <string>
 
@@ -20,7 +20,7 @@ namespace Quillon {
 struct Workspace;
 
 // The variance of a point, in signal units of the first set squared, by the data in Work and the fitted
-// values of fit; at least what singles know (LeastVariance, fit/NormalEquations.h).
+// values of fit; at least what singles know (LeastVariance, fit/equations/NormalEquations.h).
 double NoiseVariance(const Workspace& fit);
 
 // Of a fit of the data in Work: true when all points together, or those of one set, lie further from it than

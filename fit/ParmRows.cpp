@@ -1,7 +1,7 @@
 #include "fit/ParmRows.h"
 
 #include "input/NUMINPUT.h"
-#include "models/ParmScale.h"
+#include "models/table/ParmScale.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

@@ -1,7 +1,7 @@
 // The passes over all points: normal equations, sum of squares.
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
-#include "fit/NoiseWeights.h"
+#include "fit/equations/NoiseWeights.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"

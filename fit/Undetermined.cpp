@@ -1,9 +1,9 @@
 #include "fit/Undetermined.h"
 
-#include "fit/JacobiEigen.h"
-#include "models/Constraints.h"
-#include "models/FitFunction.h"
-#include "models/ModelTable.h"
+#include "fit/equations/JacobiEigen.h"
+#include "models/function/Constraints.h"
+#include "models/function/FitFunction.h"
+#include "models/table/ModelTable.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Roads.h"
 

@@ -6,7 +6,7 @@
 // ellipsoid; P. E. Gill, W. Murray, M. H. Wright, Practical Optimization, 1981, section 8.2.2); its elements
 // above a third of the largest are named.
 
-#include "fit/NormalEquations.h"
+#include "fit/equations/NormalEquations.h"
 
 #include <string>
 #include <vector>

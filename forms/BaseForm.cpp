@@ -1,5 +1,5 @@
 // Which sets share their zero offset.
-#include "models/BaseForm.h"
+#include "models/forms/BaseForm.h"
 #include "forms/LinkGrid.h"
 #include "forms/shell/FormHost.h"
 

@@ -1,5 +1,5 @@
 // The bounds of parameters.
-#include "fit/BoundsForm.h"
+#include "fit/forms/BoundsForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

@@ -17,7 +17,7 @@
 #include "forms/shell/MenuKeys.h"
 #include "forms/shell/WindowSizes.h"
 #include "platform/Platform.h"
-#include "scandata/RangeBar.h"
+#include "scandata/range/RangeBar.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 // Constraints on concentrations.
-#include "models/ConcForm.h"
+#include "models/forms/ConcForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

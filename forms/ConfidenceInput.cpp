@@ -1,5 +1,5 @@
 // The level of confidence.
-#include "fit/ConfidenceInput.h"
+#include "fit/forms/ConfidenceInput.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

@@ -1,5 +1,5 @@
 // The correlations of the parameters of a fit.
-#include "reporting/Correlation.h"
+#include "reporting/values/Correlation.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

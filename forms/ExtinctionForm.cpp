@@ -1,5 +1,5 @@
 // The relative extinction coefficients of a data set.
-#include "scandata/ExtinctionForm.h"
+#include "scandata/reader/ExtinctionForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

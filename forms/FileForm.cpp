@@ -1,13 +1,13 @@
 // The table of data sets.
-#include "scandata/FileForm.h"
+#include "scandata/forms/FileForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/MenuKeys.h"
-#include "scandata/FileFormChannels.h"
-#include "scandata/FileFormEvents.h"
-#include "scandata/FileFormMenu.h"
-#include "scandata/FileFormScans.h"
-#include "scandata/TableUndo.h"
+#include "scandata/forms/FileFormChannels.h"
+#include "scandata/forms/FileFormEvents.h"
+#include "scandata/forms/FileFormMenu.h"
+#include "scandata/forms/FileFormScans.h"
+#include "scandata/forms/TableUndo.h"
 #include "workspace/records/Workspace.h"
 
 #include <QContextMenuEvent>

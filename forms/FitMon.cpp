@@ -1,5 +1,5 @@
 // The monitor of a fit.
-#include "fit/FitMon.h"
+#include "fit/forms/FitMon.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "workspace/records/Workspace.h"

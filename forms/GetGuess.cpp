@@ -1,5 +1,5 @@
 // Guesses, and what is fitted.
-#include "fit/GetGuess.h"
+#include "fit/forms/GetGuess.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

@@ -1,5 +1,5 @@
 // What a scan file says of itself.
-#include "scandata/InfoBox.h"
+#include "scandata/forms/InfoBox.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

@@ -2,7 +2,7 @@
 // The rows of a form that ties sets to others: number, name and box of each set.
 
 #include "forms/Pieces.h"
-#include "models/LinkBoxes.h"
+#include "models/forms/LinkBoxes.h"
 
 namespace Quillon {
 

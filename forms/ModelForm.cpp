@@ -1,5 +1,5 @@
 // Choosing the model.
-#include "models/ModelForm.h"
+#include "models/forms/ModelForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

@@ -1,5 +1,5 @@
 // The noise that each data set is weighted by.
-#include "fit/NoiseForm.h"
+#include "fit/forms/NoiseForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

@@ -1,5 +1,5 @@
 // Which set of the fit a graph shows.
-#include "graphs/PickSet.h"
+#include "graphs/kinds/PickSet.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

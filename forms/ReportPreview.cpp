@@ -1,5 +1,5 @@
 // The pages of the report before they are printed.
-#include "commands/ReportPreview.h"
+#include "commands/export/ReportPreview.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

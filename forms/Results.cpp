@@ -1,15 +1,15 @@
 // The results of a fit.
 #include "reporting/Results.h"
 #include "chart/CHART.h"
-#include "commands/ReportPreview.h"
-#include "fit/WaitForm.h"
+#include "commands/export/ReportPreview.h"
+#include "fit/forms/WaitForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"
-#include "graphs/FitGraphs.h"
-#include "graphs/ResidualGraphs.h"
-#include "models/ShowConstraintForm.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/ResidualGraphs.h"
+#include "models/forms/ShowConstraintForm.h"
 #include "workspace/records/Workspace.h"
 
 #include <QPlainTextEdit>

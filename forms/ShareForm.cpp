@@ -1,5 +1,5 @@
 // Which sets share their concentrations.
-#include "models/ShareForm.h"
+#include "models/forms/ShareForm.h"
 #include "forms/LinkGrid.h"
 #include "forms/shell/FormHost.h"
 

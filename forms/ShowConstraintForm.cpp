@@ -1,5 +1,5 @@
 // How the fit meets the concentration constraints.
-#include "models/ShowConstraintForm.h"
+#include "models/forms/ShowConstraintForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

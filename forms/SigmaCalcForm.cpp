@@ -1,5 +1,5 @@
 // The rotor speed calculator.
-#include "models/SigmaCalcForm.h"
+#include "models/forms/SigmaCalcForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

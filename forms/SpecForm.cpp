@@ -1,5 +1,5 @@
 // Concentrations of the species, integrated over the cell.
-#include "models/SpecForm.h"
+#include "models/forms/SpecForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

@@ -1,5 +1,5 @@
 // Units and coefficients.
-#include "models/UnitsForm.h"
+#include "models/forms/UnitsForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

@@ -1,5 +1,5 @@
 // The progress of a search.
-#include "fit/WaitForm.h"
+#include "fit/forms/WaitForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 

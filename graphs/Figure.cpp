@@ -4,13 +4,13 @@
 #include "chart/pens/Fonts.h"
 #include "graphs/FigureGraphs.h"
 #include "graphs/FigureScales.h"
-#include "graphs/GraphParts.h"
-#include "graphs/Latin1.h"
-#include "graphs/ResidualGraphs.h"
+#include "graphs/kinds/GraphParts.h"
+#include "graphs/kinds/Latin1.h"
+#include "graphs/kinds/ResidualGraphs.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "reporting/Statistics.h"
+#include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>

@@ -4,9 +4,9 @@
 #include "chart/pens/BaseFonts.h"
 #include "chart/pens/Pens.h"
 #include "chart/targets/SvgFile.h"
-#include "graphs/FitGraphs.h"
-#include "graphs/GraphParts.h"
-#include "graphs/ResidualGraphs.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/GraphParts.h"
+#include "graphs/kinds/ResidualGraphs.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Roads.h"
 

@@ -1,7 +1,7 @@
 #include "graphs/FigureScales.h"
 
 #include "chart/scale/Tics.h"
-#include "graphs/GraphParts.h"
+#include "graphs/kinds/GraphParts.h"
 #include "platform/Narrow.h"
 
 #include <algorithm>

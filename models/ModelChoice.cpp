@@ -1,12 +1,12 @@
 #include "models/ModelChoice.h"
 
-#include "models/Catalogue.h"
-#include "models/DefaultBounds.h"
 #include "models/ModelFlags.h"
-#include "models/ModelForm.h"
-#include "models/ModelTable.h"
-#include "models/ParmNames.h"
-#include "models/ParmScale.h"
+#include "models/forms/ModelForm.h"
+#include "models/table/Catalogue.h"
+#include "models/table/DefaultBounds.h"
+#include "models/table/ModelTable.h"
+#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the choice of a model brings with it: the checks of the dialog, and everything re-derived after it.
 
-#include "models/DialogAnswer.h"
+#include "models/forms/DialogAnswer.h"
 
 #include <cstdint>
 

@@ -1,8 +1,8 @@
 #include "models/ModelFlags.h"
 
-#include "models/Catalogue.h"
-#include "models/ModelTable.h"
-#include "models/SharedConcentrations.h"
+#include "models/function/SharedConcentrations.h"
+#include "models/table/Catalogue.h"
+#include "models/table/ModelTable.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {

@@ -1,7 +1,7 @@
 #include "persistence/FitCodec.h"
 
 #include "input/NUMINPUT.h"
-#include "models/Catalogue.h"
+#include "models/table/Catalogue.h"
 #include "persistence/FitCheck.h"
 #include "persistence/FitExtension.h"
 #include "persistence/FitFields.h"

@@ -2,13 +2,13 @@
 
 #include "fit/Confidence.h"
 #include "input/NUMINPUT.h"
-#include "models/FitFunction.h"
+#include "models/function/FitFunction.h"
 #include "persistence/Filelist.h"
 #include "persistence/SisterProgram.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
-#include "scandata/BaselineAt.h"
-#include "scandata/FitData.h"
+#include "scandata/table/BaselineAt.h"
+#include "scandata/table/FitData.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 // from there. Reading trusts nothing: before anything is made as large as a file says, the bytes for it must
 // be there, and whatever is wrong is a RuntimeError.
 
-#include "models/Catalogue.h"
+#include "models/table/Catalogue.h"
 #include "persistence/FitCheck.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"

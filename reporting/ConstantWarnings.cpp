@@ -1,7 +1,7 @@
 #include "reporting/ConstantWarnings.h"
 
-#include "models/ModelTable.h"
-#include "scandata/Temperatures.h"
+#include "models/table/ModelTable.h"
+#include "scandata/table/Temperatures.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {

@@ -1,9 +1,9 @@
 #include "reporting/ReportConstraints.h"
 
-#include "models/LoadingMatch.h"
-#include "models/LoadingUnits.h"
-#include "models/SharedConcentrations.h"
-#include "reporting/ParmLines.h"
+#include "models/function/SharedConcentrations.h"
+#include "models/table/LoadingMatch.h"
+#include "models/table/LoadingUnits.h"
+#include "reporting/values/ParmLines.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {

@@ -1,9 +1,9 @@
 #include "reporting/ReportModel.h"
 
 #include "input/NUMINPUT.h"
-#include "models/Catalogue.h"
-#include "models/CoefficientWavelength.h"
-#include "models/ModelTable.h"
+#include "models/table/Catalogue.h"
+#include "models/table/CoefficientWavelength.h"
+#include "models/table/ModelTable.h"
 #include "platform/Paths.h"
 #include "workspace/records/Roads.h"
 

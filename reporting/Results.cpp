@@ -1,15 +1,15 @@
 #include "reporting/Results.h"
 
-#include "fit/NoiseWeights.h"
-#include "fit/WaitForm.h"
+#include "fit/equations/NoiseWeights.h"
+#include "fit/forms/WaitForm.h"
 #include "input/NUMINPUT.h"
-#include "models/SharedConcentrations.h"
+#include "models/function/SharedConcentrations.h"
 #include "platform/Platform.h"
-#include "reporting/Correlation.h"
-#include "reporting/DerivedConstants.h"
-#include "reporting/FitNotes.h"
 #include "reporting/ReportPage.h"
-#include "reporting/Statistics.h"
+#include "reporting/values/Correlation.h"
+#include "reporting/values/DerivedConstants.h"
+#include "reporting/values/FitNotes.h"
+#include "reporting/values/Statistics.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

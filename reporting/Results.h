@@ -4,7 +4,7 @@
 // whoever shows the form.
 
 #include "platform/Controls.h"
-#include "reporting/ParmLines.h"
+#include "reporting/values/ParmLines.h"
 
 #include <string>
 

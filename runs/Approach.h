@@ -30,7 +30,7 @@ std::optional<double> RmsFrom(const RunScan& last, const RunScan& scan, float in
 // within the radii of a centerpiece's channels (Work.ChannelRadii) two or more steady stretches are parted by
 // breaks of the signal; those that hold no sample are left out: signal within 3 times the noise of nothing,
 // and no more spread than twice the noise. Else one column, over the stretch that is proposed as a fitting
-// range (scandata/ProposeRange.h), or where there is none over the whole scan.
+// range (scandata/range/ProposeRange.h), or where there is none over the whole scan.
 std::vector<RunChannel> ChannelsOf(const RunScan& scan, const ApproachRange& range);
 
 // Fills Channels, Last and Judged of every group. Several channels are judged each and the worst counts; its

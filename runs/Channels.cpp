@@ -1,7 +1,7 @@
 // Which columns a scan holds is nowhere written: instruments scan a cell from end to end.
 #include "runs/Approach.h"
-#include "scandata/DataSetTable.h"
-#include "scandata/ProposeRange.h"
+#include "scandata/range/ProposeRange.h"
+#include "scandata/table/DataSetTable.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "input/PlainNumber.h"
 #include "platform/Paths.h"
-#include "scandata/ScanLines.h"
+#include "scandata/reader/ScanLines.h"
 
 #include <cmath>
 #include <functional>

@@ -2,10 +2,10 @@
 
 #include "fit/ParmRows.h"
 #include "input/NUMINPUT.h"
-#include "models/FormControls.h"
-#include "models/NumberBox.h"
+#include "models/forms/FormControls.h"
+#include "models/forms/NumberBox.h"
 #include "platform/Platform.h"
-#include "studies/OtherMinima.h"
+#include "studies/methods/OtherMinima.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,11 +1,11 @@
 #include "studies/StudyForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/FormControls.h"
+#include "models/forms/FormControls.h"
 #include "platform/Platform.h"
-#include "studies/OtherMinima.h"
-#include "studies/Resampling.h"
 #include "studies/StudyKinds.h"
+#include "studies/methods/OtherMinima.h"
+#include "studies/methods/Resampling.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

@@ -2,15 +2,15 @@
 
 #include "fit/ParmRows.h"
 #include "input/NUMINPUT.h"
-#include "models/Catalogue.h"
-#include "models/FormControls.h"
-#include "models/ModelTable.h"
-#include "studies/Comparison.h"
-#include "studies/OtherMinima.h"
-#include "studies/ProfileMap.h"
-#include "studies/Resampling.h"
-#include "studies/ResamplingLines.h"
+#include "models/forms/FormControls.h"
+#include "models/table/Catalogue.h"
+#include "models/table/ModelTable.h"
 #include "studies/StudyProgress.h"
+#include "studies/methods/Comparison.h"
+#include "studies/methods/OtherMinima.h"
+#include "studies/methods/ProfileMap.h"
+#include "studies/methods/Resampling.h"
+#include "studies/methods/ResamplingLines.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>

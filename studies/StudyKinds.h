@@ -1,9 +1,9 @@
 #pragma once
 // What the form of the studies shows, runs and takes, study by study. Shared by its own files.
 
-#include "studies/ProfileMap.h"
-#include "studies/Resampling.h"
 #include "studies/StudyForm.h"
+#include "studies/methods/ProfileMap.h"
+#include "studies/methods/Resampling.h"
 
 #include <functional>
 

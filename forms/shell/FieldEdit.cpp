@@ -1,7 +1,7 @@
 // Text boxes under the rules of a form.
 #include "forms/shell/Binding.h"
 #include "input/NUMINPUT.h"
-#include "models/NumberBox.h"
+#include "models/forms/NumberBox.h"
 
 #include <QApplication>
 #include <QKeyEvent>

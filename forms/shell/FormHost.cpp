@@ -2,7 +2,7 @@
 
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
-#include "fit/FitMon.h"
+#include "fit/forms/FitMon.h"
 #include "forms/shell/Binding.h"
 #include "help/HelpForm.h"
 

@@ -1,6 +1,6 @@
 // Graphs that quillon-fit writes: each kind in each format that needs no toolkit, read back and held against
 // the points of the same fit.
-#include "graphs/Latin1.h"
+#include "graphs/kinds/Latin1.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/ProgramRun.h"
 #include "tests/chart/MetafileReader.h"

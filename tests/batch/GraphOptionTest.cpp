@@ -1,6 +1,6 @@
 // The option --graph KIND[:n]=FILE.
-#include "batch/Graphs.h"
-#include "batch/Options.h"
+#include "batch/graphs/Graphs.h"
+#include "batch/options/Options.h"
 
 #include "platform/RuntimeError.h"
 

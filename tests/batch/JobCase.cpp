@@ -1,8 +1,8 @@
 #include "tests/batch/JobCase.h"
 
-#include "batch/Numbers.h"
+#include "batch/outputs/Numbers.h"
 #include "models/ModelFlags.h"
-#include "models/ParmScale.h"
+#include "models/table/ParmScale.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
 // The job file's parser: what every key means, and every way to get one wrong. An error is one line that
 // names file, line, section and key.
-#include "batch/JobFile.h"
+#include "batch/job/JobFile.h"
 
 #include "platform/RuntimeError.h"
 

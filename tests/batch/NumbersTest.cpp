@@ -1,6 +1,6 @@
 // Numbers for other programs: read back, they have the same bits; texts are JSON strings in UTF-8.
-#include "batch/Numbers.h"
-#include "batch/JsonString.h"
+#include "batch/outputs/Numbers.h"
+#include "batch/outputs/JsonString.h"
 
 #include <gtest/gtest.h>
 

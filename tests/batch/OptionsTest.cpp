@@ -1,5 +1,5 @@
 // The command line of quillon-fit.
-#include "batch/Options.h"
+#include "batch/options/Options.h"
 
 #include "platform/RuntimeError.h"
 

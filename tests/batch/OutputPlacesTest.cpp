@@ -1,5 +1,5 @@
 // Outputs and inputs of one run: what was measured is never written over, and no output by another.
-#include "batch/PictureLoader.h"
+#include "batch/graphs/PictureLoader.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/ProgramRun.h"
 

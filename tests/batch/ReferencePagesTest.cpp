@@ -1,10 +1,10 @@
 // The reference pages of the manual against the program: every key, option, graph and model
 // stands in them, and what they show is taken.
-#include "batch/Graphs.h"
-#include "batch/JobFile.h"
-#include "batch/JobKeys.h"
-#include "batch/Options.h"
-#include "models/Catalogue.h"
+#include "batch/graphs/Graphs.h"
+#include "batch/job/JobFile.h"
+#include "batch/job/JobKeys.h"
+#include "batch/options/Options.h"
+#include "models/table/Catalogue.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -1,8 +1,8 @@
 // Restarts of a job.
-#include "batch/Restarts.h"
-#include "batch/BatchPlatform.h"
-#include "batch/JobFile.h"
-#include "batch/RunJob.h"
+#include "batch/job/Restarts.h"
+#include "batch/console/BatchPlatform.h"
+#include "batch/job/JobFile.h"
+#include "batch/job/RunJob.h"
 #include "platform/Platform.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"

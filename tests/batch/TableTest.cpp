@@ -1,5 +1,5 @@
 // Tables of fits: what each row gives is what it gives alone, whatever stands beside it.
-#include "batch/RowWorkers.h"
+#include "batch/table/RowWorkers.h"
 #include "input/Csv.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"

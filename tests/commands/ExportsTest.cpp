@@ -1,6 +1,6 @@
 // The analysis in files for others: methods tables, the report as a document, the job.
-#include "commands/AnalysisJob.h"
-#include "commands/HtmlReport.h"
+#include "commands/export/AnalysisJob.h"
+#include "commands/export/HtmlReport.h"
 #include "input/Csv.h"
 #include "reporting/MethodsTable.h"
 #include "tests/reporting/HandBuiltFit.h"

@@ -3,7 +3,7 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/StartUp.h"
-#include "models/FitFunction.h"
+#include "models/function/FitFunction.h"
 #include "persistence/FitCodec.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -2,7 +2,7 @@
 // enabled, walked through every state that a rule looks at.
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"
-#include "models/ModelTable.h"
+#include "models/table/ModelTable.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

@@ -9,7 +9,7 @@
 #include "files/WriteWhole.h"
 #include "persistence/Filelist.h"
 #include "platform/Paths.h"
-#include "scandata/SaveScans.h"
+#include "scandata/reader/SaveScans.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -1,12 +1,12 @@
 // The report on paper and in files, and its preview as data.
-#include "commands/PrintedReport.h"
+#include "commands/export/PrintedReport.h"
 
 #include "chart/CHART.h"
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/dialogs/PrintGraph.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
-#include "commands/ReportPreview.h"
+#include "commands/export/ReportPreview.h"
 #include "persistence/FitFile.h"
 #include "reporting/Report.h"
 #include "tests/reporting/HandBuiltFit.h"

@@ -2,10 +2,10 @@
 #include "commands/SimulateCommand.h"
 
 #include "chart/CHART.h"
-#include "commands/MeasuredData.h"
-#include "fit/GetGuess.h"
+#include "commands/export/MeasuredData.h"
+#include "fit/forms/GetGuess.h"
 #include "models/SEDEQ3.h"
-#include "scandata/FitData.h"
+#include "scandata/table/FitData.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -3,9 +3,9 @@
 #include "commands/Workbench.h"
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"
-#include "models/ModelForm.h"
+#include "models/forms/ModelForm.h"
 #include "persistence/Filelist.h"
-#include "scandata/FileForm.h"
+#include "scandata/forms/FileForm.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

@@ -1,6 +1,6 @@
 // The form "Parameter Bounds".
-#include "fit/BoundsForm.h"
-#include "models/NumberBox.h"
+#include "fit/forms/BoundsForm.h"
+#include "models/forms/NumberBox.h"
 
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"

@@ -1,7 +1,7 @@
 // The form "Probability for Confidence Intervals", and what the window of the search shows.
-#include "fit/ConfidenceInput.h"
+#include "fit/forms/ConfidenceInput.h"
 
-#include "fit/WaitForm.h"
+#include "fit/forms/WaitForm.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
 #include "workspace/records/Workspace.h"

@@ -2,8 +2,8 @@
 #include "fit/Confidence.h"
 
 #include "SyntheticFit.h"
-#include "fit/FDistribution.h"
 #include "fit/GNLLSQ.h"
+#include "fit/equations/FDistribution.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ReferenceModel.h"

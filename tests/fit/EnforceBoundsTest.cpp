@@ -1,8 +1,8 @@
 // Putting parameters back onto their bounds.
-#include "fit/Bounds.h"
+#include "fit/equations/Bounds.h"
 
 #include "SyntheticFit.h"
-#include "fit/FitMon.h"
+#include "fit/forms/FitMon.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

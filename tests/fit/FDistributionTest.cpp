@@ -1,5 +1,5 @@
 // The F distribution against published tables, closed forms and a quadrature of its density.
-#include "fit/FDistribution.h"
+#include "fit/equations/FDistribution.h"
 
 #include "platform/RuntimeError.h"
 #include "tests/support/RealMatrix.h"

@@ -1,5 +1,5 @@
 // The fit monitor: its layout, what the engine writes into it, what its buttons do to a running fit.
-#include "fit/FitMon.h"
+#include "fit/forms/FitMon.h"
 
 #include "SyntheticFit.h"
 #include "fit/GNLLSQ.h"

@@ -1,7 +1,7 @@
 // From the marks "Fit this parameter?" to the order of the normal matrix; the way into the dialog and back.
-#include "fit/FreeMap.h"
-#include "fit/GetGuess.h"
-#include "fit/GuessesDialog.h"
+#include "fit/equations/FreeMap.h"
+#include "fit/forms/GetGuess.h"
+#include "fit/forms/GuessesDialog.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

@@ -1,9 +1,9 @@
 // The form "Parameter Guesses and Fit Control": its rows, what it refuses, what OK makes of its marks.
-#include "fit/GetGuess.h"
+#include "fit/forms/GetGuess.h"
 
-#include "fit/FreeMap.h"
-#include "fit/GuessesDialog.h"
-#include "models/NumberBox.h"
+#include "fit/equations/FreeMap.h"
+#include "fit/forms/GuessesDialog.h"
+#include "models/forms/NumberBox.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
 #include "workspace/records/Workspace.h"

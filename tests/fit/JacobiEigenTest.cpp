@@ -1,5 +1,5 @@
 // Eigenvalues and eigenvectors against closed forms and their own equation.
-#include "fit/JacobiEigen.h"
+#include "fit/equations/JacobiEigen.h"
 
 #include "tests/support/RealMatrix.h"
 

@@ -2,8 +2,8 @@
 // of 1/2, each 1/4 away from it, so that the sum at the level p is 1/4 + 4 (p - 1/2)^2. All numbers are
 // chosen so that singles and doubles hold them exactly.
 #include "SyntheticFit.h"
-#include "fit/Bounds.h"
 #include "fit/GNLLSQ.h"
+#include "fit/equations/Bounds.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

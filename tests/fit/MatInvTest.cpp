@@ -1,5 +1,5 @@
 // Matrix inversion against closed forms, exact rational inverses and an elimination in long double.
-#include "fit/MatInv.h"
+#include "fit/equations/MatInv.h"
 
 #include "platform/RuntimeError.h"
 #include "tests/support/RealMatrix.h"

@@ -1,7 +1,7 @@
 // The form that weighs sets by their noise.
-#include "fit/NoiseForm.h"
+#include "fit/forms/NoiseForm.h"
 
-#include "fit/NoiseWeights.h"
+#include "fit/equations/NoiseWeights.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/Simulate.h"
 #include "tests/support/TypeInto.h"

@@ -1,11 +1,11 @@
 // Sets of different noise: what the weights are, and that the stated errors cover with them.
-#include "fit/NoiseWeights.h"
+#include "fit/equations/NoiseWeights.h"
 
 #include "fit/GNLLSQ.h"
-#include "models/DefaultBounds.h"
-#include "models/ParmNames.h"
-#include "models/ParmScale.h"
 #include "models/SEDEQ3.h"
+#include "models/table/DefaultBounds.h"
+#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "tests/support/ReferenceFit.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/Simulate.h"

@@ -1,9 +1,9 @@
 // The program's own simulation, fitted back: the parameters scatter about the truth by their stated errors.
 #include "SyntheticFit.h"
 #include "fit/GNLLSQ.h"
-#include "models/Random.h"
 #include "models/SEDEQ3.h"
-#include "models/Simulation.h"
+#include "models/function/Random.h"
+#include "models/function/Simulation.h"
 #include "platform/Platform.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"

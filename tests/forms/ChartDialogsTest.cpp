@@ -12,7 +12,7 @@
 #include "forms/shell/Binding.h"
 #include "graphs/FigureForm.h"
 #include "platform/Platform.h"
-#include "scandata/FileForm.h"
+#include "scandata/forms/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
 #include "workspace/records/Workspace.h"

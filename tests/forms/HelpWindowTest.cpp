@@ -1,5 +1,5 @@
 // The manual at its window: from the menu, by F1 in a form, its lists, links and pictures.
-#include "fit/GetGuess.h"
+#include "fit/forms/GetGuess.h"
 #include "forms/shell/FormHost.h"
 #include "help/HelpForm.h"
 #include "tests/forms/Player.h"

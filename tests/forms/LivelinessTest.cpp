@@ -1,8 +1,8 @@
 // The largest fit that the table allows keeps its window alive and ends soon after Cancel. Counted in passes
 // over the points and in services of the event queue: how long those take is the machine's matter.
 #include "commands/Analmenu.h"
-#include "fit/FitMon.h"
 #include "fit/GNLLSQ.h"
+#include "fit/forms/FitMon.h"
 #include "forms/shell/Binding.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"

@@ -5,8 +5,8 @@
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
-#include "fit/FitMon.h"
-#include "fit/WaitForm.h"
+#include "fit/forms/FitMon.h"
+#include "fit/forms/WaitForm.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPlatform.h"

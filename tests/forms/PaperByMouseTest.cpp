@@ -2,9 +2,9 @@
 // fits.
 #include "chart/hand/Charts.h"
 #include "commands/Analmenu.h"
-#include "commands/ReportPreview.h"
 #include "commands/TableForm.h"
-#include "fit/NoiseForm.h"
+#include "commands/export/ReportPreview.h"
+#include "fit/forms/NoiseForm.h"
 #include "forms/shell/Binding.h"
 #include "reporting/Results.h"
 #include "tests/forms/Player.h"

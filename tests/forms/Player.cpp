@@ -2,8 +2,8 @@
 
 #include "chart/dialogs/PrintEsc.h"
 #include "commands/Analmenu.h"
-#include "fit/FitMon.h"
-#include "fit/WaitForm.h"
+#include "fit/forms/FitMon.h"
+#include "fit/forms/WaitForm.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPlatform.h"

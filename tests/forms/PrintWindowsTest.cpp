@@ -5,7 +5,7 @@
 #include "chart/dialogs/PrintGrForm.h"
 #include "chart/dialogs/PrintGraph.h"
 #include "chart/targets/PaperNote.h"
-#include "commands/ReportPreview.h"
+#include "commands/export/ReportPreview.h"
 #include "fit/GNLLSQ.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPrinter.h"

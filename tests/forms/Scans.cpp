@@ -1,14 +1,14 @@
 #include "tests/forms/Scans.h"
 
 #include "commands/Analmenu.h"
-#include "fit/FitMon.h"
-#include "fit/FreeMap.h"
 #include "fit/GNLLSQ.h"
+#include "fit/equations/FreeMap.h"
+#include "fit/forms/FitMon.h"
 #include "forms/shell/Binding.h"
 #include "models/SEDEQ3.h"
 #include "platform/Narrow.h"
-#include "scandata/FitData.h"
-#include "scandata/ScanWriter.h"
+#include "scandata/reader/ScanWriter.h"
+#include "scandata/table/FitData.h"
 #include "tests/support/Simulate.h"
 #include "workspace/records/Workspace.h"
 

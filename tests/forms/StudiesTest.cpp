@@ -1,7 +1,7 @@
 // Studies and shared concentrations at their windows.
 #include "commands/Analmenu.h"
 #include "forms/shell/Binding.h"
-#include "models/ShareForm.h"
+#include "models/forms/ShareForm.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "studies/MinimaForm.h"

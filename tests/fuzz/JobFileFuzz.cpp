@@ -1,5 +1,5 @@
 // Any bytes as a job file: a job, or one line that says why not.
-#include "batch/JobFile.h"
+#include "batch/job/JobFile.h"
 #include "platform/RuntimeError.h"
 
 #include <cstdint>

@@ -1,13 +1,13 @@
 // Any bytes at all as a fit save file, of which everything is then shown: results, correlations, report,
 // graphs. A file that is accepted may hold any numbers; what cannot be worked out is told as a run-time
 // error.
-#include "graphs/FitGraphs.h"
-#include "graphs/ResidualGraphs.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/ResidualGraphs.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
-#include "reporting/Correlation.h"
 #include "reporting/Report.h"
 #include "reporting/Results.h"
+#include "reporting/values/Correlation.h"
 #include "workspace/records/Workspace.h"
 
 #include <cstdint>

@@ -5,8 +5,8 @@
 // test drives it with inputs of its own. A violation stops the program.
 
 #include "platform/Platform.h"
-#include "scandata/FitData.h"
-#include "scandata/ScanReader.h"
+#include "scandata/reader/ScanReader.h"
+#include "scandata/table/FitData.h"
 #include "workspace/records/Workspace.h"
 
 #include <cmath>

@@ -8,7 +8,7 @@
 #include "chart/pens/BaseFonts.h"
 #include "chart/records/Kept.h"
 #include "chart/records/SetLooks.h"
-#include "graphs/FitGraphs.h"
+#include "graphs/kinds/FitGraphs.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>

@@ -1,13 +1,13 @@
 // Data, fitted function and overlay as they are handed to the chart.
-#include "graphs/FitGraphs.h"
-#include "graphs/PickSet.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/PickSet.h"
 
 #include "GraphBench.h"
 #include "chart/pens/Pens.h"
 #include "chart/pens/Symbols.h"
-#include "graphs/GraphParts.h"
-#include "graphs/ResidualGraphs.h"
-#include "graphs/SeriesNames.h"
+#include "graphs/kinds/GraphParts.h"
+#include "graphs/kinds/ResidualGraphs.h"
+#include "graphs/kinds/SeriesNames.h"
 
 #include <cmath>
 

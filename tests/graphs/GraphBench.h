@@ -3,7 +3,7 @@
 // surface.
 
 #include "chart/CHART.h"
-#include "graphs/PickSet.h"
+#include "graphs/kinds/PickSet.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"

@@ -1,6 +1,6 @@
 // Apparent masses: one species is a level line, monomer - dimer its local slope, each window a least squares
 // line in long double; and the questions.
-#include "graphs/MassGraphs.h"
+#include "graphs/kinds/MassGraphs.h"
 
 #include "GraphBench.h"
 #include "models/SEDEQ3.h"

@@ -1,5 +1,5 @@
 // The form that asks for a data set.
-#include "graphs/PickSet.h"
+#include "graphs/kinds/PickSet.h"
 
 #include "GraphBench.h"
 

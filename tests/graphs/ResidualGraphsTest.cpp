@@ -1,6 +1,6 @@
 // Residuals of one set and of all, about one zero line and separated.
-#include "graphs/ResidualGraphs.h"
-#include "graphs/PickSet.h"
+#include "graphs/kinds/ResidualGraphs.h"
+#include "graphs/kinds/PickSet.h"
 
 #include "GraphBench.h"
 

@@ -1,9 +1,9 @@
 // How legends and titles name the data.
-#include "graphs/SeriesNames.h"
+#include "graphs/kinds/SeriesNames.h"
 
 #include "GraphBench.h"
-#include "graphs/FitGraphs.h"
-#include "graphs/ResidualGraphs.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/ResidualGraphs.h"
 
 namespace Quillon {
 namespace {

@@ -1,9 +1,9 @@
 // What the chart window can do with the graph at hand.
-#include "graphs/SpecialOptions.h"
+#include "graphs/kinds/SpecialOptions.h"
 
 #include "GraphBench.h"
-#include "graphs/FitGraphs.h"
-#include "graphs/ResidualGraphs.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/ResidualGraphs.h"
 
 #include <cmath>
 

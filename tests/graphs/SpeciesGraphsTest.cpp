@@ -1,16 +1,16 @@
 // The graphs of species: what they show, how lines are told apart, and that they add up to the fit.
-#include "graphs/SpeciesGraphs.h"
-#include "graphs/PickSet.h"
+#include "graphs/kinds/SpeciesGraphs.h"
+#include "graphs/kinds/PickSet.h"
 
 #include "GraphBench.h"
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Pens.h"
 #include "chart/pens/Symbols.h"
 #include "chart/records/SetLooks.h"
-#include "graphs/FitGraphs.h"
-#include "graphs/SpecialOptions.h"
+#include "graphs/kinds/FitGraphs.h"
+#include "graphs/kinds/SpecialOptions.h"
 #include "models/SEDEQ3.h"
-#include "models/SpeciesAtPoint.h"
+#include "models/species/SpeciesAtPoint.h"
 #include "tests/support/ModelCases.h"
 
 #include <cmath>

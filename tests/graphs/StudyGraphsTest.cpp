@@ -1,5 +1,5 @@
 // Pictures of studies: bars and contours against what they should be.
-#include "graphs/StudyGraphs.h"
+#include "graphs/kinds/StudyGraphs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The form for zero offset constraints.
-#include "models/BaseForm.h"
-#include "models/NumberBox.h"
+#include "models/forms/BaseForm.h"
 #include "models/SEDEQ3.h"
+#include "models/forms/NumberBox.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"

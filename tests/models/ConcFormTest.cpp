@@ -1,8 +1,8 @@
 // The form for concentration constraints, the form that shows how the fit met them, and the mean signal.
-#include "models/ConcForm.h"
-#include "models/NumberBox.h"
+#include "models/forms/ConcForm.h"
 #include "models/SEDEQ3.h"
-#include "models/ShowConstraintForm.h"
+#include "models/forms/NumberBox.h"
+#include "models/forms/ShowConstraintForm.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"

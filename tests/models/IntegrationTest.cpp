@@ -1,7 +1,7 @@
 // Mean concentrations over a cell against closed forms and a fine quadrature over the reference models.
-#include "models/Integration.h"
+#include "models/species/Integration.h"
 #include "models/SEDEQ3.h"
-#include "models/SpeciesAtPoint.h"
+#include "models/species/SpeciesAtPoint.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ReferenceModel.h"

@@ -1,5 +1,5 @@
 // The model dialog, and what a choice brings with it.
-#include "models/ModelForm.h"
+#include "models/forms/ModelForm.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -1,7 +1,7 @@
 // Normal deviates: by hand from a scripted stream, and their distribution.
-#include "models/Random.h"
+#include "models/function/Random.h"
 
-#include "models/Simulation.h"
+#include "models/function/Simulation.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 

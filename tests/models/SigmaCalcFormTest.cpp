@@ -1,7 +1,7 @@
 // The sigma calculator.
-#include "models/SigmaCalcForm.h"
-#include "models/NumberBox.h"
+#include "models/forms/SigmaCalcForm.h"
 #include "models/SEDEQ3.h"
+#include "models/forms/NumberBox.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
 #include "workspace/records/Workspace.h"

@@ -1,7 +1,7 @@
 #include "SlotLadders.h"
 
-#include "models/Catalogue.h"
-#include "models/ParmScale.h"
+#include "models/table/Catalogue.h"
+#include "models/table/ParmScale.h"
 #include "workspace/records/Workspace.h"
 
 #include <initializer_list>

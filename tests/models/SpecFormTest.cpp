@@ -1,5 +1,5 @@
 // The form of integrated concentrations: what it shows, its units and radii, what it refuses and tells.
-#include "models/SpecForm.h"
+#include "models/forms/SpecForm.h"
 
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"

@@ -1,7 +1,7 @@
 // Populations against mass action by hand: quadratic equations, and totals that come back.
-#include "models/Speciation.h"
+#include "models/species/Speciation.h"
 
-#include "models/ModelTable.h"
+#include "models/table/ModelTable.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/Simulate.h"

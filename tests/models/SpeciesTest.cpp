@@ -1,6 +1,6 @@
 // The species of all models against the reference model, in all units, and what has to hold between them.
 #include "models/SEDEQ3.h"
-#include "models/SpeciesAtPoint.h"
+#include "models/species/SpeciesAtPoint.h"
 #include "tests/support/HandValues.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ModelFixtures.h"

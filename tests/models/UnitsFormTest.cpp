@@ -1,8 +1,8 @@
 // The units dialog, and the way of the bounds through a change of units.
-#include "models/UnitsForm.h"
+#include "models/forms/UnitsForm.h"
 #include "input/NUMINPUT.h"
-#include "models/NumberBox.h"
 #include "models/SEDEQ3.h"
+#include "models/forms/NumberBox.h"
 #include "tests/support/ModelFixtures.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"

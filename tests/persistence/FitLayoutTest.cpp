@@ -1,7 +1,7 @@
 // The layout of the save file, byte for byte, against a writer that shares nothing with the program's own.
 #include "SampleFit.h"
 
-#include "models/Catalogue.h"
+#include "models/table/Catalogue.h"
 #include "persistence/FitFile.h"
 #include "platform/RuntimeError.h"
 

@@ -1,7 +1,7 @@
 // Files of older versions: what the gates change, and what the old model numbers mean.
 #include "SampleFit.h"
 
-#include "models/Catalogue.h"
+#include "models/table/Catalogue.h"
 #include "persistence/FitFile.h"
 #include "platform/RuntimeError.h"
 

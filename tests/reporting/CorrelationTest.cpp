@@ -1,5 +1,5 @@
 // The table of cross-correlations as data, and the report's list.
-#include "reporting/Correlation.h"
+#include "reporting/values/Correlation.h"
 
 #include "HandBuiltFit.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -1,9 +1,9 @@
 // Kd, log10 K and Delta G against mass action: concentrations that fulfil it, put in by hand.
-#include "reporting/DerivedConstants.h"
+#include "reporting/values/DerivedConstants.h"
 
 #include "HandBuiltFit.h"
-#include "models/ConstantConvention.h"
-#include "models/ModelTable.h"
+#include "models/table/ConstantConvention.h"
+#include "models/table/ModelTable.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // What is said of single parameters and data sets after a fit.
 
-#include "reporting/FitNotes.h"
+#include "reporting/values/FitNotes.h"
 
 #include "HandBuiltFit.h"
 

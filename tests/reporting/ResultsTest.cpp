@@ -1,11 +1,11 @@
 // The results window and the lines it shares with the report, word for word.
 #include "reporting/Results.h"
 #include "fit/Confidence.h"
-#include "fit/WaitForm.h"
+#include "fit/forms/WaitForm.h"
 
 #include "HandBuiltFit.h"
-#include "reporting/Correlation.h"
-#include "reporting/FitNotes.h"
+#include "reporting/values/Correlation.h"
+#include "reporting/values/FitNotes.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Residuals, runs test, errors and correlations against hand-worked numbers.
-#include "reporting/Statistics.h"
+#include "reporting/values/Statistics.h"
 
 #include "HandBuiltFit.h"
 #include "platform/RuntimeError.h"

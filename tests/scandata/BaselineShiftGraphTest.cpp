@@ -1,5 +1,5 @@
 // The graph on which a baseline is shifted by eye: its titles, its keys, its failures.
-#include "scandata/BaselineShiftGraph.h"
+#include "scandata/range/BaselineShiftGraph.h"
 
 #include "ScanFixture.h"
 #include "chart/CHART.h"

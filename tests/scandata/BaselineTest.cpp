@@ -1,7 +1,7 @@
 // The baseline at a radius, and its shift.
-#include "scandata/BaselineAt.h"
-#include "scandata/BaselineShift.h"
-#include "scandata/FitData.h"
+#include "scandata/range/BaselineShift.h"
+#include "scandata/table/BaselineAt.h"
+#include "scandata/table/FitData.h"
 
 #include "ScanFixture.h"
 

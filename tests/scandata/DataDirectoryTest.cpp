@@ -1,5 +1,5 @@
 // The search for the directory where the file dialogs start. Today is the 21st of April 2020.
-#include "scandata/DataDirectory.h"
+#include "scandata/forms/DataDirectory.h"
 
 #include "ScanFixture.h"
 

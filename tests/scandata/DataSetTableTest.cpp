@@ -1,5 +1,5 @@
 // The rules of the data set table: search, channels, ranges, constraints of a row.
-#include "scandata/DataSetTable.h"
+#include "scandata/table/DataSetTable.h"
 
 #include "ScanFixture.h"
 

@@ -1,6 +1,6 @@
 // The comparison of wavelengths after a read.
-#include "scandata/ExtinctionForm.h"
-#include "scandata/ExtinctionRatios.h"
+#include "scandata/reader/ExtinctionForm.h"
+#include "scandata/reader/ExtinctionRatios.h"
 
 #include "ScanFixture.h"
 

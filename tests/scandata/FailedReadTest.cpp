@@ -1,7 +1,7 @@
 // Files that cannot be read into a line of the table: the line goes on with what it held.
 #include "ScanFixture.h"
-#include "scandata/FileForm.h"
-#include "scandata/FileFormScans.h"
+#include "scandata/forms/FileForm.h"
+#include "scandata/forms/FileFormScans.h"
 
 namespace Quillon {
 namespace {

@@ -3,12 +3,12 @@
 #include "ScanFixture.h"
 #include "chart/CHART.h"
 #include "chart/Charts.h"
-#include "scandata/FileForm.h"
-#include "scandata/FileFormChannels.h"
-#include "scandata/FileFormEvents.h"
-#include "scandata/FileFormMenu.h"
-#include "scandata/FileFormScans.h"
-#include "scandata/TableUndo.h"
+#include "scandata/forms/FileForm.h"
+#include "scandata/forms/FileFormChannels.h"
+#include "scandata/forms/FileFormEvents.h"
+#include "scandata/forms/FileFormMenu.h"
+#include "scandata/forms/FileFormScans.h"
+#include "scandata/forms/TableUndo.h"
 #include "tests/support/RecordingSurface.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // The table of data sets with both pages in use: eighteen sets and no nineteenth.
-#include "scandata/FileForm.h"
+#include "scandata/forms/FileForm.h"
 
 #include "ScanFixture.h"
-#include "scandata/FileFormEvents.h"
-#include "scandata/FileFormScans.h"
+#include "scandata/forms/FileFormEvents.h"
+#include "scandata/forms/FileFormScans.h"
 
 namespace Quillon {
 namespace {

@@ -1,16 +1,16 @@
 // The table of data sets: what its lines show, refuse and say, without a window.
-#include "scandata/FileForm.h"
+#include "scandata/forms/FileForm.h"
 
 #include "ScanFixture.h"
 #include "chart/CHART.h"
 #include "chart/Charts.h"
-#include "scandata/BaselineShiftGraph.h"
-#include "scandata/ExtinctionForm.h"
-#include "scandata/FileFormChannels.h"
-#include "scandata/FileFormEvents.h"
-#include "scandata/FileFormScans.h"
-#include "scandata/InfoBox.h"
-#include "scandata/SaveScans.h"
+#include "scandata/forms/FileFormChannels.h"
+#include "scandata/forms/FileFormEvents.h"
+#include "scandata/forms/FileFormScans.h"
+#include "scandata/forms/InfoBox.h"
+#include "scandata/range/BaselineShiftGraph.h"
+#include "scandata/reader/ExtinctionForm.h"
+#include "scandata/reader/SaveScans.h"
 #include "tests/support/RecordingSurface.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 // What becomes of the fitted parameters when the table is rearranged.
-#include "scandata/DataSetTable.h"
-#include "scandata/FitData.h"
+#include "scandata/table/DataSetTable.h"
+#include "scandata/table/FitData.h"
 
 #include "ScanFixture.h"
 

@@ -1,8 +1,8 @@
 // The flat vectors of the fit: x, y, scales, labels, pseudo-points.
-#include "scandata/FitData.h"
+#include "scandata/table/FitData.h"
 
 #include "ScanFixture.h"
-#include "scandata/Temperatures.h"
+#include "scandata/table/Temperatures.h"
 
 #include <cmath>
 

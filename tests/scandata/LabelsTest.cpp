@@ -1,5 +1,5 @@
 // The common directory of the labels.
-#include "scandata/Labels.h"
+#include "scandata/table/Labels.h"
 
 #include <gtest/gtest.h>
 

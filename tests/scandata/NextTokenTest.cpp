@@ -1,5 +1,5 @@
 // The tokeniser of point lines, position by position.
-#include "scandata/ScanReader.h"
+#include "scandata/reader/ScanReader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Lines of points by the fast road and by the exact one: the same points, or the exact one alone.
 #include "platform/RuntimeError.h"
-#include "scandata/ScanLines.h"
+#include "scandata/reader/ScanLines.h"
 
 #include <gtest/gtest.h>
 

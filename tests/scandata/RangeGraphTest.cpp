@@ -1,12 +1,12 @@
 // The graph on which a fitting range is chosen, its markers and the options that the chart window offers on
 // it.
-#include "scandata/RangeGraph.h"
+#include "scandata/range/RangeGraph.h"
 
 #include "ScanFixture.h"
 #include "chart/CHART.h"
 #include "chart/Charts.h"
-#include "scandata/RangeBar.h"
-#include "scandata/RangeOptions.h"
+#include "scandata/range/RangeBar.h"
+#include "scandata/range/RangeOptions.h"
 #include "tests/support/RecordingSurface.h"
 
 #include <cmath>

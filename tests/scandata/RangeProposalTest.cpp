@@ -1,7 +1,7 @@
 // Ranges proposed from a scan, and what is said against the one that was chosen.
 #include "ScanFixture.h"
-#include "scandata/ProposeRange.h"
-#include "scandata/RangeDoubts.h"
+#include "scandata/range/ProposeRange.h"
+#include "scandata/range/RangeDoubts.h"
 
 #include <cmath>
 #include <random>

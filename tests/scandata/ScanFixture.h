@@ -1,7 +1,7 @@
 #pragma once
 // Scans as text, and a workspace to read them into.
 
-#include "scandata/ScanReader.h"
+#include "scandata/reader/ScanReader.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

@@ -1,9 +1,9 @@
 // Written scans: names, header, and the way back through the reader.
-#include "scandata/ScanWriter.h"
+#include "scandata/reader/ScanWriter.h"
 
 #include "ScanFixture.h"
-#include "models/FitFunction.h"
-#include "scandata/FitData.h"
+#include "models/function/FitFunction.h"
+#include "scandata/table/FitData.h"
 
 #include <bit>
 #include <cmath>

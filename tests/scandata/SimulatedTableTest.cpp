@@ -1,7 +1,7 @@
 // The simulated experiments of the tests fill the flat vectors by their own hand; building them from the
 // table gives the same, for every model, option and kind of constraint.
 #include "models/SEDEQ3.h"
-#include "scandata/FitData.h"
+#include "scandata/table/FitData.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 

@@ -1,10 +1,10 @@
 // Rows of the table moved, copied and emptied, and the commands that do the same to many of them.
-#include "scandata/TableRows.h"
+#include "scandata/table/TableRows.h"
 
 #include "ScanFixture.h"
-#include "scandata/AdoptScan.h"
-#include "scandata/DataSetTable.h"
-#include "scandata/TableCommands.h"
+#include "scandata/forms/TableCommands.h"
+#include "scandata/reader/AdoptScan.h"
+#include "scandata/table/DataSetTable.h"
 #include "workspace/records/Roads.h"
 
 #include <cstdio>

@@ -1,5 +1,5 @@
 // Free-format input: lines, items, quotes and the end of the text.
-#include "scandata/TextItems.h"
+#include "scandata/reader/TextItems.h"
 
 #include "platform/RuntimeError.h"
 

@@ -1,6 +1,6 @@
 // Comparison of models: which contains which, the statistics, and that a fit finds what a comparison asks
 // for.
-#include "studies/Comparison.h"
+#include "studies/methods/Comparison.h"
 #include "SimulatedCase.h"
 #include "files/RunPieces.h"
 #include "fit/GNLLSQ.h"

@@ -1,5 +1,5 @@
 // Pieces of work on copies of the analysis.
-#include "studies/Copies.h"
+#include "studies/methods/Copies.h"
 #include "SimulatedCase.h"
 #include "files/RunPieces.h"
 #include "platform/Platform.h"

@@ -3,7 +3,7 @@
 #include "SimulatedCase.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
-#include "studies/OtherMinima.h"
+#include "studies/methods/OtherMinima.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/TypeInto.h"
 

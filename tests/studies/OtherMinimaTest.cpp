@@ -1,10 +1,10 @@
 // Other minima of an analysis: random starts, what they come to, and what is taken of it.
-#include "studies/OtherMinima.h"
+#include "studies/methods/OtherMinima.h"
 #include "SimulatedCase.h"
 #include "files/RunPieces.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
-#include "studies/RestartStart.h"
+#include "studies/methods/RestartStart.h"
 #include "tests/support/ReferenceFit.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Roads.h"

@@ -1,12 +1,12 @@
 // Resampling: quantiles and block lengths by hand, spreads against closed forms, coverage.
-#include "studies/Resampling.h"
+#include "studies/methods/Resampling.h"
 #include "SimulatedCase.h"
 #include "files/RunPieces.h"
-#include "fit/FreeMap.h"
 #include "fit/GNLLSQ.h"
+#include "fit/equations/FreeMap.h"
 #include "platform/Platform.h"
-#include "reporting/Statistics.h"
-#include "studies/BlockLength.h"
+#include "reporting/values/Statistics.h"
+#include "studies/methods/BlockLength.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Roads.h"
 

@@ -253,7 +253,8 @@ struct Workspace {
 Workspace FreshWorkspace();
 
 // The analysis: one for each thread, so that fits of copies can run side by side. The program has one thread,
-// and its instance is the open analysis; others work on a copy that they were given (studies/Copies.h).
+// and its instance is the open analysis; others work on a copy that they were given
+// (studies/methods/Copies.h).
 extern thread_local Workspace Work;
 
 } // namespace Quillon

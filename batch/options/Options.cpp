@@ -1,0 +1,522 @@
+#include "batch/options/Options.h"
+
+#include "batch/console/OneLine.h"
+#include "batch/graphs/Graphs.h"
+#include "batch/job/SavedFit.h"
+#include "batch/options/OutputPlaces.h"
+#include "chart/files/GraphFile.h"
+#include "platform/Paths.h"
+#include "platform/RuntimeError.h"
+#include "reporting/MethodsTable.h"
+#include "reporting/PaperReport.h"
+#include "studies/methods/OtherMinima.h"
+#include "studies/methods/Resampling.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <charconv>
+#include <initializer_list>
+#include <iterator>
+
+namespace Quillon {
+
+namespace {
+
+[[noreturn]] void FailOptions(const std::string& reason) {
+    RaiseError("quillon-fit: " + OneLine(reason) + " (quillon-fit --help tells more)");
+}
+
+// An option that names a file, and where the file goes.
+struct FileOption {
+    const char* Name;
+    std::string Options::*Target;
+};
+
+constexpr FileOption FileOptions[] = {
+    {"--report", &Options::Report},   {"--results", &Options::Results},     {"--points", &Options::Points},
+    {"--save", &Options::Save},       {"--integrate", &Options::Integrate}, {"--compare", &Options::Compare},
+    {"--methods", &Options::Methods}, {"--write-job", &Options::WriteJob},  {"--summary", &Options::Summary},
+    {"--draws", &Options::Draws}};
+
+const FileOption* FindFileOption(const std::string& name) {
+    for (const FileOption& option : FileOptions)
+        if (name == option.Name) return &option;
+    return nullptr;
+}
+
+struct Switch {
+    const char* Name;
+    bool Options::*Target;
+};
+
+constexpr Switch Switches[] = {{"--quiet", &Options::Quiet},
+                               {"--refit", &Options::Refit},
+                               {"--help", &Options::Help},
+                               {"--version", &Options::Version}};
+
+bool TakeSwitch(Options& options, const std::string& argument) {
+    for (const Switch& each : Switches)
+        if (argument == each.Name) return options.*each.Target = true;
+    return false;
+}
+
+void TakeFile(Options& options, const FileOption& option, const std::string& file) {
+    if (file.empty()) FailOptions(std::string("no file behind ") + option.Name);
+    std::string& target = options.*option.Target;
+    if (!target.empty()) FailOptions(std::string(option.Name) + " stands twice");
+    target = file;
+}
+
+long ReadWindow(const std::string& text) {
+    long points = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, points);
+    if (failure != std::errc{} || stop != end || points < FewestMassPoints || points > 32767)
+        RaiseError("--mass-points needs a number from " + std::to_string(FewestMassPoints) + " on, not " +
+                   Quoted(text));
+    return points;
+}
+
+long ReadRestarts(const std::string& text) {
+    long restarts = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, restarts);
+    if (failure != std::errc{} || stop != end || restarts < 1 || restarts > LargestRestarts)
+        RaiseError("--restarts needs a number from 1 to " + std::to_string(LargestRestarts) + ", not " +
+                   Quoted(text));
+    return restarts;
+}
+
+constexpr int MostThreads = 1024;
+
+int ReadThreads(const std::string& text) {
+    int threads = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, threads);
+    if (failure != std::errc{} || stop != end || threads < 1 || threads > MostThreads)
+        RaiseError("--threads needs a number from 1 to " + std::to_string(MostThreads) + ", not " +
+                   Quoted(text));
+    return threads;
+}
+
+bool TakeRow(std::string_view& text, long& row) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, row);
+    text = std::string_view(stop, static_cast<std::size_t>(end - stop));
+    return failure == std::errc{} && row >= 1;
+}
+
+// "12-40", or "12" alone.
+RowRange ReadRows(const std::string& text) {
+    std::string_view rest = text;
+    RowRange rows;
+    bool good = TakeRow(rest, rows.First);
+    rows.Last = rows.First;
+    if (good && rest.starts_with('-')) {
+        rest.remove_prefix(1);
+        good = TakeRow(rest, rows.Last);
+    }
+    if (!good || !rest.empty() || rows.Last < rows.First)
+        RaiseError("--rows needs rows as 1-100, not " + Quoted(text));
+    return rows;
+}
+
+void TakeOnce(std::string& target, const char* option, const std::string& value) {
+    if (value.empty()) RaiseError(std::string("no file behind ") + option);
+    if (!target.empty()) RaiseError(std::string(option) + " stands twice");
+    target = value;
+}
+
+long ReadResample(const std::string& text) {
+    long count = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, count);
+    if (failure != std::errc{} || stop != end || count < 1 || count > LargestResampleCount)
+        RaiseError("--resample needs a number from 1 to " + std::to_string(LargestResampleCount) + ", not " +
+                   Quoted(text));
+    return count;
+}
+
+// The place of text among two words.
+bool IsSecond(const char* option, const std::string& text, const char* first, const char* second) {
+    if (text == first || text == second) return text == second;
+    RaiseError(std::string(option) + " is " + first + " or " + second + ", not " + Quoted(text));
+}
+
+// An option with a value that is no file.
+struct ValueOption {
+    const char* Name;
+    void (*Take)(Options& options, const std::string& value);
+};
+
+constexpr ValueOption ValueOptions[] = {
+    {"--graph", [](Options& o, const std::string& v) { o.Graphs.push_back(ParseGraphOption(v)); }},
+    {"--mass-points", [](Options& o, const std::string& v) { o.Mass.Points = ReadWindow(v); }},
+    {"--mass-of",
+     [](Options& o, const std::string& v) { o.Mass.OfFit = IsSecond("--mass-of", v, "data", "fit"); }},
+    {"--mass-species",
+     [](Options& o, const std::string& v) { o.Mass.SpeciesB = IsSecond("--mass-species", v, "A", "B"); }},
+    {"--figure-size", [](Options& o, const std::string& v) { ReadFigureSize(v, o.Figure); }},
+    {"--figure-panels",
+     [](Options& o, const std::string& v) {
+         o.Figure.PanelPerSet = IsSecond("--figure-panels", v, "all", "sets");
+     }},
+    {"--colors",
+     [](Options& o, const std::string& v) {
+         o.Colors = IsSecond("--colors", v, "safe", "classic") ? GraphColors::Classic : GraphColors::Safe;
+     }},
+    {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
+    {"--table", [](Options& o, const std::string& v) { TakeOnce(o.Table, "--table", v); }},
+    {"--rows", [](Options& o, const std::string& v) { o.Rows = ReadRows(v); }},
+    {"--merge", [](Options& o, const std::string& v) { TakeOnce(o.Merge, "--merge", v); }},
+    {"--restarts", [](Options& o, const std::string& v) { o.Restarts = ReadRestarts(v); }},
+    {"--threads", [](Options& o, const std::string& v) { o.Threads = ReadThreads(v); }},
+    {"--paper",
+     [](Options& o, const std::string& v) {
+         NamedPaper(v); // a name that is none is told now
+         o.Paper = v;
+     }},
+    {"--report-graph",
+     [](Options& o, const std::string& v) {
+         o.ReportGraph = IsSecond("--report-graph", v, "residuals", "overlay") ? "overlay" : "residuals";
+     }},
+    {"--profile", [](Options& o, const std::string& v) { o.Profiles.push_back(ParseProfileOption(v)); }},
+    {"--resample", [](Options& o, const std::string& v) { o.Resample = ReadResample(v); }},
+    {"--simulate", [](Options& o, const std::string& v) {
+         if (v.empty()) RaiseError("no folder behind --simulate");
+         if (!o.Simulate.empty()) RaiseError("--simulate stands twice");
+         o.Simulate = v;
+     }}};
+
+const ValueOption* FindValueOption(const std::string& name) {
+    for (const ValueOption& option : ValueOptions)
+        if (name == option.Name) return &option;
+    return nullptr;
+}
+
+// Takes the option at place, and what it names behind it; place moves on to the last argument taken.
+void TakeOption(Options& options, const std::vector<std::string>& arguments, std::size_t& place) {
+    const std::string& argument = arguments[place];
+    const std::size_t equals = argument.find('=');
+    const std::string name = argument.substr(0, equals);
+    const FileOption* option = FindFileOption(name);
+    const ValueOption* other = FindValueOption(name);
+    if (!option && !other) FailOptions("unknown option " + Quoted(argument));
+    std::string value;
+    if (equals != std::string::npos)
+        value = argument.substr(equals + 1);
+    else if (place + 1 < arguments.size() && !arguments[place + 1].starts_with("--"))
+        value = arguments[++place];
+    if (option) return TakeFile(options, *option, value);
+    options.Given.push_back(name);
+    try {
+        other->Take(options, value);
+    } catch (const RuntimeError& error) {
+        FailOptions(error.Text);
+    }
+}
+
+void TakeJob(Options& options, const std::string& argument) {
+    if (!options.Merge.empty()) return options.Parts.push_back(argument);
+    if (!options.JobPath.empty()) FailOptions("a second job file " + Quoted(argument));
+    if (argument.empty()) FailOptions("the job file has no name");
+    if (NamesGraphFile(argument))
+        FailOptions(Quoted(argument) + " is a graph file, which --graph " + argument + "=FILE draws");
+    options.JobPath = argument;
+}
+
+// Nothing but pictures of graph files is wanted.
+bool NeedsNoFit(const Options& options) {
+    const bool ofFit = !options.Report.empty() || !options.Results.empty() || !options.Points.empty() ||
+                       !options.Save.empty() || !options.Integrate.empty() || options.Refit ||
+                       !options.Compare.empty() || !options.Methods.empty() || !options.WriteJob.empty() ||
+                       !options.Table.empty() || options.Resample > 0 || !options.Profiles.empty();
+    return !ofFit && !options.Graphs.empty() &&
+           std::all_of(options.Graphs.begin(), options.Graphs.end(),
+                       [](const GraphOption& graph) { return !graph.Source.empty(); });
+}
+
+void CheckOutputs(const Options& options) {
+    const std::vector<NamedOutput> outputs = OutputsOf(options);
+    for (const NamedOutput& a : outputs)
+        for (const NamedOutput& b : outputs)
+            if (&a < &b && IsSameOutput(a.Path, b.Path))
+                FailOptions(a.Option + " and " + b.Option + " name the same file");
+}
+
+void CheckSimulation(const Options& options) {
+    if (options.Simulate.empty()) return;
+    if (NamesSavedFit(options.JobPath)) FailOptions("--simulate goes with a job, not with a saved fit");
+    if (!OutputsOf(options).empty())
+        FailOptions("--simulate fits nothing: " + OutputsOf(options).front().Option + " does not go with it");
+}
+
+void CheckTable(const Options& options) {
+    if (options.Table.empty()) return;
+    if (NamesSavedFit(options.JobPath)) FailOptions("--table goes with a job, not with a saved fit");
+    if (!options.Simulate.empty()) FailOptions("--table does not go with --simulate");
+}
+
+void CheckMerge(const Options& options) {
+    if (options.Merge == "-") FailOptions("--merge needs the name of a file");
+    if (!options.JobPath.empty() || !OutputsOf(options).empty() || options.Given.size() > 1)
+        FailOptions("--merge goes with nothing but parts of a summary behind it");
+    if (options.Parts.empty()) FailOptions("--merge " + options.Merge + " names no parts");
+}
+
+// A name that is no table's is told now.
+void CheckMethods(const Options& options) {
+    if (options.Methods.empty()) return;
+    try {
+        MethodsFormatOf(options.Methods);
+    } catch (const RuntimeError& error) {
+        FailOptions("--methods " + options.Methods + ": " + error.Text);
+    }
+}
+
+bool HasGraph(const Options& options, std::initializer_list<const char*> kinds) {
+    for (const GraphOption& graph : options.Graphs)
+        if (std::find(kinds.begin(), kinds.end(), graph.Kind) != kinds.end()) return true;
+    return false;
+}
+
+bool WantsMasses(const Options& options) {
+    return HasGraph(options, {"mass-c", "mass-r"});
+}
+
+bool WantsMassesByConcentration(const Options& options) {
+    return HasGraph(options, {"mass-c"});
+}
+
+bool WantsFigure(const Options& options) {
+    return HasGraph(options, {FigureKind});
+}
+
+// A file that colours show in: the numbers of a graph have none.
+bool HasColors(const std::string& path) {
+    constexpr const char* pictures[] = {"svg", "emf", "png", "pdf", "grf"};
+    return std::find(std::begin(pictures), std::end(pictures), PathEnding(path)) != std::end(pictures);
+}
+
+bool WantsPicture(const Options& options) {
+    const auto shows = [](const auto& output) { return HasColors(output.Path); };
+    return std::any_of(options.Graphs.begin(), options.Graphs.end(), shows) ||
+           std::any_of(options.Profiles.begin(), options.Profiles.end(), shows) ||
+           !options.ReportGraph.empty() || WantsReportHtml(options);
+}
+
+// A text report, named or not, or pages.
+bool WantsReport(const Options& options) {
+    if (WantsReportHtml(options)) return false; // it has no paper
+    return !options.Report.empty() || (OutputsOf(options).empty() && options.Simulate.empty());
+}
+
+bool WantsTable(const Options& options) {
+    return !options.Table.empty();
+}
+
+bool WantsIntegration(const Options& options) {
+    return !options.Integrate.empty();
+}
+
+bool WantsRefit(const Options& options) {
+    return options.Refit;
+}
+
+// An option that shapes an output, and the output that has to stand beside it.
+struct Companion {
+    const char* Name;
+    bool (*HasOutput)(const Options& options);
+    const char* Output;
+};
+
+constexpr Companion Companions[] = {
+    {"--paper", WantsReport, "--report FILE"},
+    {"--report-graph", WantsReportPdf, "--report FILE.pdf"},
+    {"--mass-points", WantsMasses, "--graph mass-c=FILE or mass-r=FILE"},
+    {"--mass-of", WantsMasses, "--graph mass-c=FILE or mass-r=FILE"},
+    {"--mass-species", WantsMassesByConcentration, "--graph mass-c=FILE"},
+    {"--figure-size", WantsFigure, "--graph figure=FILE"},
+    {"--figure-panels", WantsFigure, "--graph figure=FILE"},
+    {"--colors", WantsPicture, "a picture: --graph KIND=FILE"},
+    {"--cell", WantsIntegration, "--integrate FILE"},
+    {"--rows", WantsTable, "--table FILE"},
+    {"--restarts", WantsRefit, "--refit; a job has restarts in [fit]"},
+};
+
+// What would shape nothing is a slip of the hand: the output was forgotten, or misspelt as another one.
+void CheckCompanions(const Options& options) {
+    for (const Companion& each : Companions) {
+        const auto& given = options.Given;
+        if (std::find(given.begin(), given.end(), each.Name) != given.end() && !each.HasOutput(options))
+            FailOptions(std::string(each.Name) + " goes with " + each.Output);
+    }
+}
+
+void CheckStudyFiles(const Options& options) {
+    const std::string ending = PathEnding(options.Compare);
+    if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
+        FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
+    if (!options.Draws.empty() && options.Resample == 0) FailOptions("--draws goes with --resample");
+    if (options.Resample > 0 && !options.Simulate.empty())
+        FailOptions("--simulate fits nothing: --resample does not go with it");
+}
+
+} // namespace
+
+bool WantsReportHtml(const Options& options) {
+    return PathEnding(options.Report) == "html";
+}
+
+bool WantsReportPdf(const Options& options) {
+    return PathEnding(options.Report) == "pdf";
+}
+
+std::vector<NamedOutput> OutputsOf(const Options& options) {
+    std::vector<NamedOutput> outputs;
+    for (const FileOption& option : FileOptions)
+        if (const std::string& path = options.*option.Target; !path.empty())
+            outputs.push_back({option.Name, path});
+    for (const ProfileOption& profile : options.Profiles)
+        outputs.push_back({"--profile " + ProfileName(profile), profile.Path});
+    for (const GraphOption& graph : options.Graphs)
+        outputs.push_back({"--graph " + GraphName(graph), graph.Path});
+    return outputs;
+}
+
+void ForEachOutput(Options& options, const std::function<void(std::string&)>& change) {
+    for (const FileOption& option : FileOptions)
+        if (std::string& path = options.*option.Target; !path.empty()) change(path);
+    for (ProfileOption& profile : options.Profiles)
+        change(profile.Path);
+    for (GraphOption& graph : options.Graphs)
+        change(graph.Path);
+}
+
+Options ParseOptions(const std::vector<std::string>& arguments) {
+    Options options;
+    bool named = true; // until "--"
+    for (std::size_t place = 0; place < arguments.size(); ++place) {
+        const std::string& argument = arguments[place];
+        if (named && argument == "--")
+            named = false;
+        else if (!named || !argument.starts_with('-') || argument == "-")
+            TakeJob(options, argument);
+        else if (!TakeSwitch(options, argument))
+            TakeOption(options, arguments, place);
+    }
+    if (options.Help || options.Version) return options;
+    if (!options.Merge.empty()) {
+        CheckMerge(options);
+        return options;
+    }
+    if (options.JobPath.empty() && !NeedsNoFit(options)) FailOptions("no job file is named");
+    CheckOutputs(options);
+    if (options.Save == "-") FailOptions("--save needs the name of a file");
+    if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
+    CheckSimulation(options);
+    CheckStudyFiles(options);
+    CheckTable(options);
+    CheckMethods(options);
+    if (!options.Summary.empty() && options.Table.empty()) FailOptions("--summary goes with --table FILE");
+    CheckCompanions(options);
+    for (GraphOption& graph : options.Graphs) {
+        graph.Mass = options.Mass;
+        graph.Figure = options.Figure;
+        graph.Colors = options.Colors;
+    }
+    if (!options.Table.empty() && options.Summary.empty()) options.Summary = "-";
+    if (OutputsOf(options).empty() && options.Simulate.empty()) options.Report = "-";
+    return options;
+}
+
+std::string HelpText() {
+    return "usage: quillon-fit JOB [options]\n"
+           "\n"
+           "Runs one global fit of sedimentation equilibrium scans from a job file, or\n"
+           "restores a saved fit (.quil, .fit).\n"
+           "\n"
+           "  --report FILE   the text report; - is standard output, which is also\n"
+           "                  where it goes when no output is named; a FILE that ends\n"
+           "                  with .pdf gets it as pages\n"
+           "                  with .html as one document with figure and tables\n"
+           "  --paper a4      the paper of the report, whose lines and pages it then has:\n"
+           "                  a4, letter, a4-landscape or letter-landscape\n"
+           "  --report-graph residuals\n"
+           "                  a graph on a page behind those of a .pdf: residuals or\n"
+           "                  overlay\n"
+           "  --results FILE  the results as JSON\n"
+           "  --points FILE   the points of the fit as CSV\n"
+           "  --save FILE     a fit save file\n"
+           "  --graph KIND=FILE\n"
+           "                  a graph, as often as wanted. KIND is data, function,\n"
+           "                  overlay, residuals (against x), residuals-y (against the\n"
+           "                  fitted value), residuals-r (against radius), species,\n"
+           "                  species-fraction, speciation (species against total\n"
+           "                  concentration), mass-c (apparent mass against\n"
+           "                  concentration), mass-r (against radius) or figure (data\n"
+           "                  with fit above residuals, as for print); KIND:2 shows\n"
+           "                  data set 2 alone. The ending of FILE chooses: .svg, .png,\n"
+           "                  .pdf, .emf, .dat or .csv for the numbers, or .grf for a graph\n"
+           "                  file, which the graph window opens\n"
+           "  --graph GRAPH.grf=FILE\n"
+           "                  a graph from a graph file; no JOB is needed for it\n"
+           "  --mass-points N\n"
+           "                  radial points for each apparent mass, 10 or more; 20\n"
+           "                  without it\n"
+           "  --mass-of data  apparent masses of the data, or of the fit\n"
+           "  --mass-species A\n"
+           "                  the species, A or B, whose coefficients turn signals into\n"
+           "                  concentrations in mass-c\n"
+           "  --figure-size MM\n"
+           "                  width of a figure, or WIDTHxHEIGHT; 85 without it\n"
+           "  --figure-panels sets\n"
+           "                  a panel for each data set; all: one for all of them\n"
+           "  --colors safe   by which data sets are told apart: safe, for colour-blind\n"
+           "                  readers too, or classic, the fourteen of former versions\n"
+           "  --integrate FILE\n"
+           "                  mean concentration of each species over the cell, as CSV\n"
+           "  --cell INNER,OUTER\n"
+           "                  radii of the cell for --integrate, cm; 5.6,7.3 without it\n"
+           "  --compare FILE  every model of the job's section [compare], fitted to the same\n"
+           "                  points: a table as CSV or, by the ending, JSON\n"
+           "  --methods FILE  what was measured and found, as tables: .csv, .html, .tex\n"
+           "                  or .md\n"
+           "  --write-job FILE\n"
+           "                  the analysis as a job that gives the same fit\n"
+           "  --table FILE    the job as a recipe: for each row of the CSV one fit, with\n"
+           "                  {NAME} in the job and in outputs replaced by the column NAME\n"
+           "  --summary FILE  a line for each row; - or nothing: standard output\n"
+           "  --rows A-B      these rows of the table alone\n"
+           "  --merge OUT PART...\n"
+           "                  no fit: the summaries of parts of a table, put together\n"
+           "  --profile SLOT=FILE\n"
+           "                  the sum of squares along one fitted parameter, the others\n"
+           "                  refitted at each value: .csv, .json, or a graph by the\n"
+           "                  ending; SLOT,SLOT=FILE a map of two. As often as wanted\n"
+           "  --resample N    N fits to resampled data; how their values scatter goes into\n"
+           "                  report and results\n"
+           "  --draws FILE    each of these fits, as CSV\n"
+           "  --simulate FOLDER\n"
+           "                  no fit: what the model gives at the values of the job, as\n"
+           "                  scans in an empty or new folder, with a job that fits them\n"
+           "  --refit         fit a restored analysis again\n"
+           "  --restarts N    behind --refit: so many fits from random starts, whose\n"
+           "                  lowest minimum is the result\n"
+           "  --threads N     fits at a time, as many as the machine has cores without\n"
+           "                  it; the results are the same for any number\n"
+           "  --quiet         failures alone on standard error\n"
+           "  --help          this text\n"
+           "  --version       the program's version\n"
+           "\n"
+           "Exit status: 0 the fit converged and all was written; 1 the command line, the\n"
+           "job or a file is bad; 2 the fit did not converge (of the outputs --results\n"
+           "alone is written then).\n";
+}
+
+std::string VersionText() {
+    const Workspace fresh;
+    return "quillon-fit, " + fresh.ProgramName + " " + fresh.ProgramVersion + "\n";
+}
+
+} // namespace Quillon

@@ -1,0 +1,97 @@
+#include "batch/outputs/ResamplingOutputs.h"
+
+#include "batch/outputs/CsvParts.h"
+#include "batch/outputs/JsonParts.h"
+#include "studies/methods/ResamplingLines.h"
+
+namespace Quillon {
+
+namespace {
+
+void AddSpread(std::vector<std::string>& members, const Spread& spread) {
+    const auto add = [&](const char* name, double value) {
+        members.push_back(JsonMember(name, JsonNumber(value)));
+    };
+    add("mean", spread.Mean);
+    add("sd", spread.Sd);
+    add("median", spread.Median);
+    add("lower", spread.Lower);
+    add("upper", spread.Upper);
+    add("lower_error", spread.LowerError);
+    add("upper_error", spread.UpperError);
+}
+
+std::string ParameterRecord(const Resampling& resampling, std::size_t place) {
+    std::vector<std::string> members{JsonMember("slot", std::to_string(resampling.Slots[place])),
+                                     JsonMember("name", JsonString(resampling.Names[place]))};
+    AddSpread(members, resampling.Spreads[place]);
+    return InlineObject(members);
+}
+
+std::string DerivedRecord(const DerivedQuantity& quantity, const Spread& spread) {
+    std::vector<std::string> members{
+        JsonMember("slot", std::to_string(quantity.Slot)), JsonMember("name", JsonString(quantity.Name)),
+        JsonMember("quantity", JsonString(quantity.Quantity)), JsonMember("unit", JsonString(quantity.Unit))};
+    AddSpread(members, spread);
+    return InlineObject(members);
+}
+
+std::string WholeNumbers(const std::vector<long>& numbers) {
+    std::vector<std::string> items;
+    for (const long number : numbers)
+        items.push_back(std::to_string(number));
+    return InlineList(items);
+}
+
+std::string CorrelationsRecord(const Resampling& resampling) {
+    if (resampling.Correlations.empty()) return JsonNull;
+    std::vector<std::string> rows;
+    for (const std::vector<double>& row : resampling.Correlations) {
+        std::vector<std::string> items;
+        for (const double value : row)
+            items.push_back(JsonNumber(value));
+        rows.push_back(InlineList(items));
+    }
+    return InlineObject(
+        {JsonMember("slots", WholeNumbers(resampling.Slots)), JsonMember("matrix", InlineList(rows))});
+}
+
+} // namespace
+
+std::string ResamplingJson(const Resampling& resampling) {
+    std::vector<std::string> parameters, derived;
+    for (std::size_t a = 0; a < resampling.Spreads.size(); ++a)
+        parameters.push_back(ParameterRecord(resampling, a));
+    for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i)
+        derived.push_back(DerivedRecord(resampling.Derived[i], resampling.DerivedSpreads[i]));
+    const std::string known = QuantileText(resampling);
+    const std::string blocks =
+        resampling.BlockLengths.empty() ? JsonNull : WholeNumbers(resampling.BlockLengths);
+    return InlineObject({JsonMember("kind", JsonString(KindName(resampling.Choice.Kind))),
+                         JsonMember("count", std::to_string(resampling.Choice.Count)),
+                         JsonMember("failed", std::to_string(resampling.Failed)),
+                         JsonMember("seed", std::to_string(resampling.Choice.Seed)),
+                         JsonMember("level", JsonNumber(resampling.Choice.Level)),
+                         JsonMember("block_lengths", blocks), JsonMember("parameters", JsonList(parameters)),
+                         JsonMember("correlations", CorrelationsRecord(resampling)),
+                         JsonMember("derived", JsonList(derived)),
+                         JsonMember("limits", known.empty() ? JsonNull : JsonString(known))});
+}
+
+std::string DrawsCsv(const Resampling& resampling) {
+    std::string text = "draw,converged,sum_of_squares";
+    for (const long slot : resampling.Slots)
+        text += ",slot_" + std::to_string(slot);
+    text += "\n";
+    for (std::size_t i = 0; i < resampling.Draws.size(); ++i) {
+        const Draw& draw = resampling.Draws[i];
+        std::vector<std::string> fields{std::to_string(i + 1), draw.Converged ? "yes" : "no",
+                                        draw.Converged ? ShortestText(draw.SumSq) : ""};
+        for (std::size_t a = 0; a < resampling.Slots.size(); ++a)
+            fields.push_back(draw.Converged ? ShortestText(draw.Values[a]) : "");
+        text += CsvLine(fields);
+    }
+    return text;
+}
+
+} // namespace Quillon

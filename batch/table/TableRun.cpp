@@ -1,0 +1,331 @@
+#include "batch/table/TableRun.h"
+
+#include "batch/console/BatchPlatform.h"
+#include "batch/console/OneLine.h"
+#include "batch/job/JobFile.h"
+#include "batch/options/OutputPlaces.h"
+#include "batch/outputs/Numbers.h"
+#include "batch/table/RowWorkers.h"
+#include "batch/table/Summary.h"
+#include "files/RunPieces.h"
+#include "fit/Undetermined.h"
+#include "models/table/ModelTable.h"
+#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
+#include "platform/Platform.h"
+#include "reporting/values/Statistics.h"
+#include "workspace/records/Roads.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace Quillon {
+
+namespace {
+
+constexpr const char* ErrorBehind = " error";
+
+[[noreturn]] void FailTable(const std::string& reason) {
+    RaiseError("quillon-fit: " + OneLine(reason));
+}
+
+std::string LoadText(const std::string& path) {
+    try {
+        return Host.ReadFile(path);
+    } catch (const RuntimeError& error) {
+        RaiseError(OneLine(path + ": " + error.Text));
+    }
+}
+
+// --- the recipe ------------------------------------------------------------------------------------------
+
+// The options of the run of one row.
+Options OptionsOfRow(Options options, const JobRow& row) {
+    ForEachOutput(options, [&](std::string& path) { path = Filled(path, row); });
+    options.Table.clear();
+    options.Summary.clear();
+    return options;
+}
+
+std::vector<std::string> PathsOf(Options options) {
+    options.Summary.clear();
+    std::vector<std::string> paths;
+    for (const NamedOutput& output : OutputsOf(options))
+        paths.push_back(output.Path);
+    return paths;
+}
+
+void CheckPlaceholders(const Options& options, const std::string& job, const JobTable& table) {
+    bool any = false;
+    for (const JobValue& value : ValuesOfJob(job)) {
+        any |= NamesAColumn(value.Text, table);
+        if (const std::string unknown = UnknownColumn(value.Text, table); !unknown.empty())
+            RaiseError(OneLine(options.JobPath + ":" + std::to_string(value.Line) + ": {" + unknown +
+                               "} is no column of " + table.Path));
+    }
+    for (const std::string& path : PathsOf(options)) {
+        any |= NamesAColumn(path, table);
+        if (const std::string unknown = UnknownColumn(path, table); !unknown.empty())
+            FailTable(path + ": {" + unknown + "} is no column of " + table.Path);
+    }
+    if (!any) RaiseError(OneLine(options.JobPath + ": names no column of " + table.Path + " in braces"));
+}
+
+// Two rows that write one file would leave the work of one.
+void CheckRowsApart(const Options& options, const JobTable& table, const std::vector<long>& rows) {
+    std::map<std::string, long> taken;
+    for (const long number : rows) {
+        const JobRow row{&table, number};
+        if (!WhyRowIsNone(row).empty()) continue;
+        for (const std::string& path : PathsOf(OptionsOfRow(options, row))) {
+            if (path == "-") FailTable("beside a table, outputs of its rows go to files");
+            for (const std::string& other : {options.Table, options.Summary})
+                if (IsSameOutput(path, other))
+                    FailTable("row " + std::to_string(number) + " would write over " + other);
+            const auto [entry, isNew] = taken.emplace(path, number);
+            if (!isNew)
+                FailTable("rows " + std::to_string(entry->second) + " and " + std::to_string(number) +
+                          " would both write " + path);
+        }
+    }
+}
+
+// The names that the parameters of a model have, and those of their errors.
+void AddParmNames(const Job& job, std::set<std::string>& names) {
+    Work = FreshWorkspace();
+    Work.Model = job.Model;
+    Work.SeparateK = Flag(job.SeparateK);
+    Work.NonIdeal = Flag(job.NonIdeal);
+    Work.MassUnits = job.MassUnits;
+    BuildParmNames();
+    for (const SlotNo slot : EachGlobalSlot()) {
+        const SlotUse use = RuleOfSlot(slot).Use;
+        if (use == SlotUse::Hidden || use == SlotUse::HiddenZero || use == SlotUse::HiddenAsN) continue;
+        names.insert(Work.ParmName[slot]);
+        names.insert(Work.ParmName[slot] + ErrorBehind);
+    }
+}
+
+// A row whose job is none fails by itself, later.
+void CheckColumns(const std::string& text, const std::string& path, const JobTable& table,
+                  const std::vector<long>& rows) {
+    std::set<std::string> names{SummaryRow};
+    names.insert(std::begin(SummaryFields), std::end(SummaryFields));
+    for (const long number : rows) {
+        const JobRow row{&table, number};
+        if (!WhyRowIsNone(row).empty()) continue;
+        try {
+            AddParmNames(ParseJob(text, path, &row), names);
+        } catch (const RuntimeError&) {
+            continue; // told with its row
+        }
+    }
+    for (const std::string& head : table.Heads)
+        if (names.contains(head))
+            RaiseError(OneLine(table.Path + ": the column " + head + " is one of the summary as well"));
+}
+
+std::vector<long> WantedRows(const Options& options, const JobTable& table) {
+    const auto count = static_cast<long>(table.Rows.size());
+    const RowRange wanted = options.Rows.value_or(RowRange{1, count});
+    if (wanted.Last > count)
+        FailTable("--rows ends with " + std::to_string(wanted.Last) + ", the table has " +
+                  std::to_string(count));
+    std::vector<long> rows;
+    for (long row = wanted.First; row <= wanted.Last; ++row)
+        rows.push_back(row);
+    return rows;
+}
+
+// --- one row ---------------------------------------------------------------------------------------------
+
+std::string YesNo(bool value) {
+    return value ? "yes" : "no";
+}
+
+std::string RunsText() {
+    try {
+        RunsTest();
+        return ShortestText(Work.RunsZ);
+    } catch (const RuntimeError&) {
+        return ""; // of too few points
+    }
+}
+
+void AddParameters(SummaryLine& line) {
+    for (const SlotNo slot : EachGlobalSlot()) {
+        if (!IsInUse(slot)) continue;
+        const bool stands = Work.FitDone != 0;
+        const bool sure = stands && IsFitted(slot) && !HasNoError(FreePosOf(slot));
+        const std::string& name = Work.ParmName[slot];
+        line.Values.emplace_back(name, stands ? ShortestText(ToUserUnits(slot, Work.Parms[slot])) : "");
+        line.Values.emplace_back(name + ErrorBehind,
+                                 sure ? ShortestText(DisplayedError(FreePosOf(slot))) : "");
+    }
+}
+
+void AddFit(SummaryLine& line, int status, const RunEnd& end) {
+    const bool stands = Work.FitDone != 0;
+    line.Fields = {std::to_string(status),
+                   end.Message,
+                   YesNo(end.Converged),
+                   YesNo(Work.Outcome.End == FitEnd::Converged),
+                   stands ? ShortestText(Work.SumSq) : "",
+                   stands ? ShortestText(Work.RmsResidual) : "",
+                   std::to_string(Work.NumPts - Work.NumFree),
+                   stands ? RunsText() : ""};
+    AddParameters(line);
+}
+
+CsvCells FailedFields(const std::string& reason) {
+    CsvCells fields(std::size(SummaryFields));
+    fields[0] = "1";
+    fields[1] = OneLine(reason);
+    fields[2] = fields[3] = "no";
+    return fields;
+}
+
+CsvCells CarriedCells(const JobRow& row) {
+    CsvCells cells = row.Cells();
+    cells.resize(row.Table->Heads.size());
+    return cells;
+}
+
+// A console as a run of its own has it, whose lines name the row.
+void StartConsole(const Options& options, long row, int threads) {
+    const auto write = Console.WriteLine;
+    InstallBatchPlatform();
+    Console.Quiet = options.Quiet;
+    Console.Threads = threads;
+    Console.WriteLine = [row, write](const std::string& line) {
+        write("row " + std::to_string(row) + ": " + line);
+    };
+}
+
+SummaryLine RunRow(const Options& options, const JobRow& row, const RowRun& run) {
+    SummaryLine line{row.Number, CarriedCells(row), {}, {}};
+    std::string reason = WhyRowIsNone(row);
+    if (reason.empty()) {
+        try {
+            RunEnd end;
+            const int status = run(OptionsOfRow(options, row), row, end);
+            AddFit(line, status, end);
+            return line;
+        } catch (const std::bad_alloc&) {
+            reason = ErrorText::OutOfMemory;
+        } catch (const RuntimeError& error) {
+            reason = error.Text;
+        }
+    }
+    WriteFailure(reason);
+    line.Fields = FailedFields(reason);
+    return line;
+}
+
+// --- all rows --------------------------------------------------------------------------------------------
+
+// A line between processes: fields, then names and values by turns.
+std::string Packed(const SummaryLine& line) {
+    CsvCells cells = line.Fields;
+    for (const auto& [name, value] : line.Values) {
+        cells.push_back(name);
+        cells.push_back(value);
+    }
+    return CsvLine(cells);
+}
+
+SummaryLine Unpacked(const std::string& text, const JobRow& row) {
+    SummaryLine line{row.Number, CarriedCells(row), {}, {}};
+    if (text.empty()) {
+        line.Fields = FailedFields("the program has ended while it ran this row");
+        return line;
+    }
+    const CsvCells cells = ParseCsv(text).front();
+    const auto fields = static_cast<std::ptrdiff_t>(std::size(SummaryFields));
+    line.Fields.assign(cells.begin(), cells.begin() + fields);
+    for (std::size_t i = std::size(SummaryFields); i + 1 < cells.size(); i += 2)
+        line.Values.emplace_back(cells[i], cells[i + 1]);
+    return line;
+}
+
+constexpr const char* NotRun = "-"; // of a row that Ctrl-C came before
+
+std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, const std::vector<long>& rows,
+                                 const RowRun& run) {
+    const int processes = options.Threads > 0 ? options.Threads : CoresOfMachine();
+    const int within = processes > 1 ? 1 : options.Threads; // the rows take the cores
+    const BatchConsole console = Console;
+    WatchInterrupt();
+    long told = 0;
+    const std::vector<std::string> packed = RunInProcesses(
+        processes, std::ssize(rows),
+        [&](long i) -> std::string {
+            if (Interrupted()) return NotRun;
+            Console = console;
+            const JobRow row{&table, rows[static_cast<std::size_t>(i)]};
+            StartConsole(options, row.Number, within);
+            const std::string line = Packed(RunRow(options, row, run));
+            return Interrupted() ? NotRun : line;
+        },
+        [&](long done) {
+            Console = console;
+            if (done > told)
+                WriteProgress(std::to_string(done) + " of " + std::to_string(rows.size()) + " rows");
+            told = done;
+        },
+        Interrupted);
+    if (Interrupted() || std::find(packed.begin(), packed.end(), NotRun) != packed.end())
+        FailTable("the table was cancelled, nothing is written");
+    std::vector<SummaryLine> lines;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        lines.push_back(Unpacked(packed[i], {&table, rows[i]}));
+    return lines;
+}
+
+bool HasFailed(const SummaryLine& line) {
+    return line.Fields.front() != "0";
+}
+
+void CheckInputs(const Options& options) {
+    for (const std::string& input : {options.JobPath, options.Table})
+        if (const std::string output = OutputOver(options, input, false); !output.empty())
+            RaiseError(OneLine(input + ": " + output + " would write over it"));
+}
+
+} // namespace
+
+std::string RunTable(const Options& options, const RowRun& run, int& status) {
+    const JobTable table = ParseJobTable(LoadText(options.Table), options.Table);
+    const std::string text = LoadText(options.JobPath);
+    CheckInputs(options);
+    CheckPlaceholders(options, text, table);
+    const std::vector<long> rows = WantedRows(options, table);
+    CheckRowsApart(options, table, rows);
+    CheckColumns(text, options.JobPath, table, rows);
+    const std::vector<SummaryLine> lines = RunRows(options, table, rows, run);
+    status = std::any_of(lines.begin(), lines.end(), HasFailed) ? 2 : 0;
+    return SummaryText(table.Heads, lines);
+}
+
+std::string MergedSummary(const std::vector<std::string>& paths) {
+    std::vector<SummaryPart> parts;
+    for (const std::string& path : paths) {
+        parts.push_back(ParseSummary(LoadText(path), path));
+        if (parts.back().Columns != parts.front().Columns)
+            RaiseError(OneLine(path + ": the columns are not those of " + paths.front()));
+    }
+    std::vector<SummaryLine> lines;
+    for (const SummaryPart& part : parts)
+        lines.insert(lines.end(), part.Lines.begin(), part.Lines.end());
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const SummaryLine& a, const SummaryLine& b) { return a.Row < b.Row; });
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const long due = static_cast<long>(i) + 1;
+        if (lines[i].Row < due) FailTable("--merge: row " + std::to_string(lines[i].Row) + " stands twice");
+        if (lines[i].Row > due) FailTable("--merge: row " + std::to_string(due) + " is missing");
+    }
+    return SummaryText(parts.front().Columns, lines);
+}
+
+} // namespace Quillon

@@ -1,0 +1,56 @@
+#pragma once
+// The form "Parameter Guesses and Fit Control" as data: every parameter of the model in user units, which of
+// them are fitted, and the two convergence inputs. Rows count from 0.
+
+#include "fit/ParmRows.h"
+#include "models/forms/DialogAnswer.h"
+#include "platform/Controls.h"
+
+#include <vector>
+
+namespace Quillon {
+
+inline constexpr const char* GetGuessName = "GetGuess"; // of the form, for the seam
+
+struct GetGuessForm {
+    FormState State;
+    std::vector<SlotNo> GuessRows; // slot of each row
+    std::vector<Control> ParameterName, Guess, FitCheck;
+    Control frmConvControl; // the frame "Convergence Control"
+    Control ConvergenceLabel, ConvergenceInput, AccuracyLabel, AccuracyInput;
+    Control ParameterHead, ValueHead, FitHead;
+    Control OkButton, CancelButton, Page2;
+    DialogAnswer Answer = DialogAnswer::Ok;
+    RowLayout Layout;
+    int Page = 0; // shown: 0 or 1
+};
+extern GetGuessForm GetGuess;
+
+// True when a value of a slot, in user units, lies within its bounds or the user wants it nevertheless.
+bool AcceptAgainstBounds(SlotNo slot, float v);
+
+// Fills the form for the present parameters; reduced to values under GuessesDialog(true).
+void LoadGetGuess();
+
+// The mark "Fit this parameter?" of a row was clicked; its Value is already the new one.
+void GetGuessFitCheck(int row);
+
+// A value field. KeyPress gives the key that is taken, 0 for none; Esc asks for an undo, Enter and Tab lead
+// on.
+void GetGuessGotFocus(int row);
+int GetGuessKeyPress(int row, int key);
+void GetGuessLostFocus(int row);
+
+// The convergence inputs.
+void GetGuessConvergenceGotFocus();
+int GetGuessConvergenceKeyPress(int key);
+void GetGuessConvergenceLostFocus();
+void GetGuessAccuracyGotFocus();
+int GetGuessAccuracyKeyPress(int key);
+void GetGuessAccuracyLostFocus();
+
+void GetGuessOkButton(); // refuses when nothing is to be fitted
+void GetGuessCancelButton();
+void GetGuessPage2();
+
+} // namespace Quillon

@@ -1,0 +1,85 @@
+#include "graphs/kinds/GraphParts.h"
+
+#include "platform/Platform.h"
+#include "workspace/records/Roads.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+GraphSpec StartGraph(int plotStyle) {
+    Chart.GraphHeld = FlagFalse;
+    GraphSpec spec;
+    GraphInit(spec, GraphTypes::XYPlot, plotStyle);
+    spec.Legend.Show = 1;
+    return spec;
+}
+
+void ImposeScale(GraphAxis& axis, bool log, float low, float high, int decimals) {
+    axis.ScaleMode = low == high ? ScaleModes::Autorange : ScaleModes::Manual;
+    axis.Min = low;
+    axis.Max = high;
+    axis.FirstTic = low;
+    axis.TicInterval = (high - low) / 10.0F;
+    axis.Decimals = ToInt16(std::abs(decimals));
+    const bool imposed = axis.ScaleMode == ScaleModes::Manual; // an autorange finds its own format
+    axis.TicFormat = imposed && decimals < 0 ? TicFormats::Exponential : TicFormats::Decimal;
+    if (!log) return;
+    axis.ScaleType = ScaleTypes::Logarithmic;
+    axis.TicInterval = 3.0F;
+}
+
+void CopyOppositeAxes(GraphSpec& spec) {
+    const auto copy = [](GraphAxis& to, const GraphAxis& from) {
+        to = from;
+        to.Title.Text = "";
+        to.TicMode = TicModes::MarksOnly;
+        to.Grid = 0;
+    };
+    copy(spec.AxisX2, spec.AxisX1);
+    copy(spec.AxisY2, spec.AxisY1);
+}
+
+SetRange SetsOf(long set) {
+    if (set > 0) return {SetNo(set), SetNo(set)};
+    return EachSet();
+}
+
+long LongestSet(const SetRange& sets) {
+    long longest = 0;
+    for (const SetNo set : sets)
+        longest = std::max<long>(longest, Work.SetPts[set]);
+    return longest;
+}
+
+SetLooks LooksOfSets(const SetRange& sets, int times) {
+    SetLooks looks;
+    for (const SetNo set : sets)
+        looks.Numbers.insert(looks.Numbers.end(), static_cast<std::size_t>(times), ToInt16(set.Number));
+    return looks;
+}
+
+GraphMark LineAt(float y) {
+    constexpr std::int16_t acrossTheScale = 4;
+    GraphMark mark;
+    mark.Kind = acrossTheScale;
+    mark.Y1 = y;
+    return mark;
+}
+
+bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
+              SetLooks looks, const std::vector<GraphMark>& marks) {
+    CopyOppositeAxes(spec);
+    Chart.GraphHeld = FlagTrue;
+    NextLooks = std::move(looks);
+    PlotSets(spec, x, y, static_cast<int>(x.Points()), 1, static_cast<int>(x.Sets()), names, {}, marks);
+    ChartMenuStatus(Charts);
+    return Chart.GraphStatus < GraphStatuses::Stop;
+}
+
+void ShowCharts() {
+    Host.ShowForm(ChartsName);
+}
+
+} // namespace Quillon

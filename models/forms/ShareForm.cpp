@@ -1,0 +1,121 @@
+#include "models/forms/ShareForm.h"
+
+#include "input/NUMINPUT.h"
+#include "models/forms/FormControls.h"
+#include "models/forms/NumberBox.h"
+#include "models/function/SharedConcentrations.h"
+#include "platform/Platform.h"
+#include "workspace/records/Roads.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+ShareFormRecord ShareForm;
+
+namespace {
+
+constexpr LinkWords Words{"Enter the data set # whose concentrations this set shares", "Share Concentrations",
+                          "A set has its own concentrations anyway."};
+
+bool LeaveBox(SetNo set) {
+    return LeaveLinkBox(ShareForm.Boxes, set, ShareForm.State, Words);
+}
+
+void NameControls() {
+    ShareForm.State.Caption = "Share Concentrations";
+    ShareForm.Head = Captioned(
+        "Data set number X sees the same molecules as set Y, so that its concentrations are those of "
+        "set Y at the same radius: (enter 0 or space to remove a tie)");
+    ShareForm.XLabel = Captioned("Set X:");
+    ShareForm.YLabel = Captioned("Set Y:");
+    ShareForm.OkButton = Captioned("&OK");
+    ShareForm.ProposeButton = Captioned(
+        "&Propose", "Ties sets of one cell, channel and speed whose wavelengths are 5 nm or more apart");
+    ShareForm.CancelButton = Captioned("&Cancel All Ties");
+    ShareForm.ResetButton = Captioned("&Return to Previous Ties");
+}
+
+void TakeProposal() {
+    const std::vector<ConcentrationTie> ties = ProposedTies();
+    ShareForm.Boxes.Links.Recreate(Work.NumSets);
+    for (const ConcentrationTie& tie : ties)
+        ShareForm.Boxes.Links[tie.Follower] = ToInt16(tie.Leader.Number);
+    ShareForm.Note.Text =
+        ties.empty()
+            ? "There is nothing to propose: no two sets are of one cell, channel and speed and of "
+              "wavelengths 5 nm or more apart."
+            : "Proposed: sets of one cell, channel and speed whose wavelengths are 5 nm or more apart. "
+              "OK ties them.";
+    ShowLinks(ShareForm.Boxes);
+}
+
+bool AnyLink() {
+    const auto& links = ShareForm.Boxes.Links;
+    return std::any_of(links.begin(), links.end(), [](std::int16_t link) { return link != 0; });
+}
+
+void ShowFormerLinks() {
+    ForgetTakenBack();
+    ShareForm.Note.Text.clear();
+    ShareForm.Boxes.Links = ShareForm.Boxes.OldLinks;
+    ShowLinks(ShareForm.Boxes);
+}
+
+} // namespace
+
+void LoadShareForm() {
+    ShareForm = ShareFormRecord{};
+    NameControls();
+    ShareForm.Boxes = LoadLinkBoxes(Work.ConcLink, Words);
+    if (!AnyLink()) TakeProposal();
+    ShareForm.State.FocusOn =
+        ShareForm.Boxes.LinkNum.empty() ? &ShareForm.OkButton : &ShareForm.Boxes.LinkNum.front();
+    ShareForm.State.Shown = true;
+}
+
+void ShareFormGotFocus(SetNo set) {
+    NumGotFocus(LinkBoxOf(ShareForm.Boxes, set));
+}
+
+int ShareFormKeyPress(SetNo set, int key) {
+    return LinkBoxKey(ShareForm.Boxes, set, key, ShareForm.State, ShareForm.OkButton);
+}
+
+void ShareFormLostFocus(SetNo set) {
+    LeaveBox(set);
+}
+
+void ShareFormProposeButton() {
+    ForgetTakenBack();
+    TakeProposal();
+}
+
+void ShareFormCancelButton() {
+    ForgetTakenBack();
+    ShareForm.Note.Text.clear();
+    ShareForm.Boxes.Links.Recreate(Work.NumSets);
+    ShowLinks(ShareForm.Boxes);
+}
+
+void ShareFormResetButton() {
+    ShowFormerLinks();
+}
+
+void ShareFormOkButton() {
+    AcceptLinkBoxes(ShareForm.Boxes, ShareForm.State, Words);
+}
+
+void ShareFormClose() {
+    ShowFormerLinks();
+    ShareForm.State.Shown = false;
+}
+
+void ShareConcentrationsDialog() {
+    LoadShareForm();
+    Host.ShowModal(ShareFormName);
+    ForgetTakenBack();
+    StoreLinks(ShareForm.Boxes, Work.ConcLink);
+}
+
+} // namespace Quillon

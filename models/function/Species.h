@@ -1,0 +1,240 @@
+#pragma once
+// The arithmetic of all models at a point: the signal, and the shares of it that count for species A and B,
+// from the monomer signals a and b and the powers of a. Every road through the models (point by point, in
+// blocks, stepped or not) goes through these few lines, so that all of them give the same bits.
+
+#include "models/function/FitFrame.h"
+
+#include <cmath>
+
+namespace Quillon {
+
+// Models that share one shape of sum.
+enum class ModelFamily {
+    Monomer,      // 1, and numbers without a model of their own
+    Oligomer,     // 2, 3: a and a^N
+    TwoOligomers, // 4, 5: a, a^N and a^M
+    Inactive,     // 6: a, a^N and an inactive monomer
+    TwoMonomers,  // 7
+    Complex,      // 8: AB
+    TwoComplexes, // 9 to 11, 14: AB, AB2
+    SignalDimer,  // 12, 13: AB, AB2 and B2 as a signal
+    Dimer,        // 15: AB, ABBA
+    DimerABB,     // 16, 17: AB, AB2, ABBA
+    DimerABBBB,   // 18 to 20: AB, AB2, B2, ABBA
+    TwoSites      // 21, 22: AB, AB2, A2B, B2, ABBA
+};
+
+constexpr ModelFamily FamilyOf(int model) {
+    switch (model) {
+    case 2:
+    case 3:
+        return ModelFamily::Oligomer;
+    case 4:
+    case 5:
+        return ModelFamily::TwoOligomers;
+    case 6:
+        return ModelFamily::Inactive;
+    case 7:
+        return ModelFamily::TwoMonomers;
+    case 8:
+        return ModelFamily::Complex;
+    case 9:
+    case 10:
+    case 11:
+    case 14:
+        return ModelFamily::TwoComplexes;
+    case 12:
+    case 13:
+        return ModelFamily::SignalDimer;
+    case 15:
+        return ModelFamily::Dimer;
+    case 16:
+    case 17:
+        return ModelFamily::DimerABB;
+    case 18:
+    case 19:
+    case 20:
+        return ModelFamily::DimerABBBB;
+    case 21:
+    case 22:
+        return ModelFamily::TwoSites;
+    default:
+        return ModelFamily::Monomer;
+    }
+}
+
+// Calls work with the family as a constant of the compiler, so that loops inside are made for one shape.
+template <ModelFamily F> struct FamilyTag { static constexpr ModelFamily Value = F; };
+template <class Work1> void WithFamily(ModelFamily family, Work1&& work) {
+    switch (family) {
+    case ModelFamily::Monomer:
+        return work(FamilyTag<ModelFamily::Monomer>{});
+    case ModelFamily::Oligomer:
+        return work(FamilyTag<ModelFamily::Oligomer>{});
+    case ModelFamily::TwoOligomers:
+        return work(FamilyTag<ModelFamily::TwoOligomers>{});
+    case ModelFamily::Inactive:
+        return work(FamilyTag<ModelFamily::Inactive>{});
+    case ModelFamily::TwoMonomers:
+        return work(FamilyTag<ModelFamily::TwoMonomers>{});
+    case ModelFamily::Complex:
+        return work(FamilyTag<ModelFamily::Complex>{});
+    case ModelFamily::TwoComplexes:
+        return work(FamilyTag<ModelFamily::TwoComplexes>{});
+    case ModelFamily::SignalDimer:
+        return work(FamilyTag<ModelFamily::SignalDimer>{});
+    case ModelFamily::Dimer:
+        return work(FamilyTag<ModelFamily::Dimer>{});
+    case ModelFamily::DimerABB:
+        return work(FamilyTag<ModelFamily::DimerABB>{});
+    case ModelFamily::DimerABBBB:
+        return work(FamilyTag<ModelFamily::DimerABBBB>{});
+    case ModelFamily::TwoSites:
+        return work(FamilyTag<ModelFamily::TwoSites>{});
+    }
+}
+
+// Which species a family has.
+constexpr bool HasPowerN(ModelFamily f) {
+    return f == ModelFamily::Oligomer || f == ModelFamily::TwoOligomers || f == ModelFamily::Inactive;
+}
+constexpr bool HasPowerM(ModelFamily f) {
+    return f == ModelFamily::TwoOligomers;
+}
+constexpr bool HasB(ModelFamily f) {
+    return f >= ModelFamily::Inactive;
+}
+constexpr bool HasAB(ModelFamily f) {
+    return f >= ModelFamily::Complex;
+}
+constexpr bool HasABB(ModelFamily f) {
+    return f >= ModelFamily::TwoComplexes && f != ModelFamily::Dimer;
+}
+constexpr bool HasBB(ModelFamily f) {
+    return f == ModelFamily::SignalDimer || f == ModelFamily::DimerABBBB || f == ModelFamily::TwoSites;
+}
+constexpr bool HasABBA(ModelFamily f) {
+    return f >= ModelFamily::Dimer;
+}
+constexpr bool HasAAB(ModelFamily f) {
+    return f == ModelFamily::TwoSites;
+}
+
+// a^n. An integral stoichiometry is a product: exact in its operations and far quicker than pow.
+inline double IntegralPower(double a, int n) {
+    switch (n) {
+    case 1:
+        return a;
+    case 2:
+        return a * a;
+    case 3:
+        return a * a * a;
+    case 4:
+        return (a * a) * (a * a);
+    default:
+        break;
+    }
+    double result = 1.0;
+    for (double square = a; n > 0; n /= 2, square *= square)
+        if (n % 2) result *= square;
+    return result;
+}
+inline bool IsIntegralPower(double n) {
+    return n >= 1.0 && n <= 100.0 && n == std::floor(n);
+}
+inline double MonomerPower(double a, double n) {
+    return IsIntegralPower(n) ? IntegralPower(a, static_cast<int>(n)) : std::pow(a, n);
+}
+
+// Factors of the sums, from a frame: signals of the products of a and b, and what of them counts for the
+// units of A and of B.
+struct SpeciesFactors {
+    double A{}, B{}, N{}, M{}, Offset{};                    // monomers, oligomers
+    double AB{}, ABB{}, BB{}, AAB{}, ABBA{};                // signals of the complexes
+    double AofAB{}, AofABB{}, AofAAB{}, AofABBA{};          // units of A in them
+    double BofAB{}, BofABB{}, BofBB{}, BofAAB{}, BofABBA{}; // units of B in them
+};
+
+template <ModelFamily F> SpeciesFactors FactorsOf(const FitFrame& f) {
+    SpeciesFactors s;
+    s.A = f.ScaleA;
+    s.B = f.ScaleB;
+    s.N = f.K1;
+    s.M = f.K2;
+    s.Offset = f.Offset;
+    s.AB = f.gAB * f.cAB;
+    s.ABB = f.gABB * f.cABB;
+    s.AAB = f.gAAB * f.cAAB;
+    s.ABBA = 2.0 * f.gAB * f.cABBA;
+    s.BB = F == ModelFamily::SignalDimer ? f.cBB : 2.0 * f.gB * f.cBB;
+    s.AofAB = f.gA * f.cAB;
+    s.AofABB = f.gA * f.cABB;
+    s.AofAAB = 2.0 * f.gA * f.cAAB;
+    s.AofABBA = 2.0 * f.gA * f.cABBA;
+    s.BofAB = f.gB * f.cAB;
+    s.BofABB = f.gBB * f.cABB;
+    s.BofBB = s.BB;
+    s.BofAAB = f.gB * f.cAAB;
+    s.BofABBA = 2.0 * f.gB * f.cABBA;
+    return s;
+}
+
+// The signal at a point of an ideal model. an, am: a^N and a^M where the family has them.
+template <ModelFamily F>
+inline double SignalAt(const SpeciesFactors& s, double a, double b, double an, double am) {
+    double sum = 0.0;
+    if constexpr (HasPowerM(F))
+        sum = s.A * (s.N * an + s.M * am);
+    else if constexpr (HasPowerN(F))
+        sum = s.A * (s.N * an);
+    if constexpr (HasAB(F)) {
+        const double p = a * b;
+        sum = s.AB * p;
+        if constexpr (HasABB(F)) sum += s.ABB * (p * b);
+        if constexpr (HasBB(F)) sum += s.BB * (b * b);
+        if constexpr (HasAAB(F)) sum += s.AAB * (p * a);
+        if constexpr (HasABBA(F)) sum += s.ABBA * (p * p);
+    }
+    if constexpr (HasB(F)) sum += s.B * b;
+    return sum + s.A * a + s.Offset;
+}
+
+// The signal of all units of A and of all units of B at a point, without the offset.
+struct UnitSignals {
+    double A{}, B{};
+};
+template <ModelFamily F>
+inline UnitSignals UnitsAt(const SpeciesFactors& s, double a, double b, double an, double am) {
+    UnitSignals u;
+    u.A = s.A * a;
+    if constexpr (HasPowerM(F))
+        u.A += s.A * (s.N * an + s.M * am);
+    else if constexpr (HasPowerN(F))
+        u.A += s.A * (s.N * an);
+    if constexpr (F == ModelFamily::Inactive)
+        u.A += s.B * b; // the inactive monomer counts as A
+    else if constexpr (HasB(F))
+        u.B = s.B * b;
+    if constexpr (HasAB(F)) {
+        const double p = a * b;
+        u.A += s.AofAB * p;
+        u.B += s.BofAB * p;
+        if constexpr (HasABB(F)) {
+            u.A += s.AofABB * (p * b);
+            u.B += s.BofABB * (p * b);
+        }
+        if constexpr (HasBB(F)) u.B += s.BofBB * (b * b);
+        if constexpr (HasAAB(F)) {
+            u.A += s.AofAAB * (p * a);
+            u.B += s.BofAAB * (p * a);
+        }
+        if constexpr (HasABBA(F)) {
+            u.A += s.AofABBA * (p * p);
+            u.B += s.BofABBA * (p * p);
+        }
+    }
+    return u;
+}
+
+} // namespace Quillon

@@ -1,0 +1,164 @@
+#include "reporting/values/Measured.h"
+
+#include "fit/equations/NoiseWeights.h"
+#include "input/NUMINPUT.h"
+#include "models/species/Speciation.h"
+#include "models/table/ModelTable.h"
+#include "platform/Paths.h"
+#include "reporting/values/DerivedConstants.h"
+#include "reporting/values/FitNotes.h"
+#include "reporting/values/Statistics.h"
+#include "scandata/reader/ScanWriter.h"
+#include "workspace/records/Roads.h"
+
+namespace Quillon {
+
+namespace {
+
+std::string ChannelName(RowNo row) {
+    const int channel = Work.DataChannel[row];
+    return channel > 0 ? std::string(1, static_cast<char>('A' + channel - 1)) : "";
+}
+
+void AddScan(MeasuredSet& m) {
+    const RowNo row = m.Row;
+    m.File = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
+    m.Sha256 = Work.ScanSha256[row];
+    if (HasBaseline(row)) {
+        m.Baseline = JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]);
+        m.BaselineSha256 = Work.BaselineSha256[row];
+    }
+    m.Cell = CellNumberOf(Work.ScanFile[row]);
+    m.Channel = ChannelName(row);
+    m.Optics = Work.InterferenceData ? "interference" : "absorbance";
+    m.Rpm = Work.ScanRPM[row];
+    m.Celsius = Work.ScanTemperature[row];
+    m.Wavelength = Work.ScanWavelength[row];
+    m.Omega2t = Work.ScanOmega2t[row];
+    m.Seconds = Work.ScanTime[row];
+    m.Averaged = Work.ScansAveraged[row];
+    m.Path = Work.CellPath[row];
+    if (SetsHaveNoise()) m.Noise = Work.SetNoise[row];
+}
+
+void AddRange(MeasuredSet& m) {
+    const long first = Work.FitRange[0][m.Row];
+    const long last = Work.FitRange[1][m.Row];
+    const OneBased<float>& radius = Work.ScanRadius[m.Row];
+    if (first < 1 || last < first || last > radius.Hi()) return;
+    m.Inner = radius[first];
+    m.Outer = radius[last];
+}
+
+void AddStatistics(MeasuredSet& m) {
+    const SetQuality quality = QualityOfSet(m.Set);
+    m.Points = quality.Points;
+    m.Rms = quality.Rms;
+    m.MeanResidual = quality.Mean;
+    m.RunsZ = quality.RunsZ;
+    m.Note = SetNote(m.Set);
+}
+
+// Molar totals need coefficients that somebody has set.
+bool TotalsAreKnown() {
+    if (SpeciationUnit() != SpeciesUnit::Molar) return true;
+    return MolarCoefficientIsGiven(false) && (!TraitsOfModel().TwoSpecies || MolarCoefficientIsGiven(true));
+}
+
+void AddPopulations(MeasuredSet& m) {
+    if (!TotalsAreKnown()) return;
+    try {
+        const LoadedMonomers loaded = MeanMonomers(m.Set);
+        m.Populations = Populations(loaded);
+        m.Total = loaded.Sum();
+    } catch (const RuntimeError&) {
+        m.Populations.clear(); // the set is told without them
+    }
+}
+
+std::string Picture(float value, const char* picture) {
+    return FormatNumber(static_cast<double>(value), picture);
+}
+
+std::string ConditionsOf(const MeasuredSet& m) {
+    const std::string line =
+        "   " + Picture(m.Rpm, "#####0") + " rpm, " + Picture(m.Celsius, "#0.0") + " degrees C, " + m.Optics;
+    return m.Wavelength > 0.0F ? line + " at " + Picture(m.Wavelength, "##0") + " nm" : line;
+}
+
+std::string CellOf(const MeasuredSet& m) {
+    std::string line = "   path " + Picture(m.Path, "0.00##") + " cm";
+    if (m.Cell > 0) line += ", cell " + std::to_string(m.Cell);
+    if (!m.Channel.empty()) line += ", channel " + m.Channel;
+    line += ", " + std::to_string(m.Averaged) + (m.Averaged == 1 ? " reading" : " readings") + " averaged";
+    return m.Noise > 0.0F ? line + ", weighted by a noise of " + SingleText(m.Noise) : line;
+}
+
+std::string HistoryOf(const MeasuredSet& m) {
+    return "   after " + std::to_string(m.Seconds) + " s, omega^2*t = " + Picture(m.Omega2t, "0.000E+00") +
+           " /s";
+}
+
+std::string QualityOf(const MeasuredSet& m) {
+    std::string line = "   " + std::to_string(m.Points) + " points";
+    if (!m.Rms) return line;
+    line += ", rms " + FormatNumber(*m.Rms, "0.000E-00") + ", mean residual " +
+            FormatNumber(*m.MeanResidual, "0.00E-00");
+    return m.RunsZ ? line + ", runs Z = " + SingleText(ToSingle(RoundSignificant(*m.RunsZ, 3))) : line;
+}
+
+const char* UnitOfTotals() {
+    switch (SpeciationUnit()) {
+    case SpeciesUnit::Weight:
+        return " mg/mL";
+    case SpeciesUnit::Molar:
+        return " mol/L of monomers";
+    default:
+        return Work.InterferenceData ? " fringes" : " AU";
+    }
+}
+
+std::string PopulationsOf(const MeasuredSet& m) {
+    std::string line = "   mean " + FormatNumber(*m.Total, "0.000E-00") + UnitOfTotals() + ":";
+    std::size_t k = 0;
+    for (const std::string& name : SpeciesNames()) {
+        line += (k > 0 ? ", " : " ") + name + " " + FormatNumber(m.Populations[k], "#0.0%");
+        ++k;
+    }
+    return line;
+}
+
+} // namespace
+
+std::vector<MeasuredSet> MeasuredSets() {
+    std::vector<MeasuredSet> sets;
+    for (const SetNo set : EachSet()) {
+        MeasuredSet m;
+        m.Set = set;
+        m.Row = RowOf(set);
+        AddScan(m);
+        AddRange(m);
+        AddStatistics(m);
+        if (Work.FitValid) AddPopulations(m);
+        sets.push_back(m);
+    }
+    return sets;
+}
+
+std::vector<std::string> MeasuredLines() {
+    std::vector<std::string> lines;
+    for (const MeasuredSet& m : MeasuredSets()) {
+        lines.push_back("Set " + std::to_string(m.Set.Number) + ":");
+        for (const std::string& line : {ConditionsOf(m), CellOf(m), HistoryOf(m), QualityOf(m)})
+            lines.push_back(line);
+        if (m.Total && m.Populations.size() > 1) lines.push_back(PopulationsOf(m));
+        if (!m.Sha256.empty())
+            lines.push_back("SHA-256 " + m.Sha256); // as wide as a sheet with large letters
+        if (m.BaselineSha256.empty()) continue;
+        lines.push_back("   SHA-256 of the baseline:");
+        lines.push_back("   " + m.BaselineSha256);
+    }
+    return lines;
+}
+
+} // namespace Quillon

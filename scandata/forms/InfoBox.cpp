@@ -1,0 +1,55 @@
+#include "scandata/forms/InfoBox.h"
+
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+namespace Quillon {
+
+InfoBoxForm InfoBox;
+
+namespace {
+
+constexpr std::size_t LineLength = 60;
+
+// A long comment is broken at the last blank that fits, or hard where there is none.
+std::string Broken(std::string rest) {
+    std::string text;
+    while (rest.size() > LineLength) {
+        std::size_t at = rest.rfind(' ', LineLength);
+        if (at == std::string::npos || at == 0) at = LineLength;
+        text += rest.substr(0, at) + "\n";
+        rest.erase(0, rest[at] == ' ' ? at + 1 : at);
+    }
+    return text + rest;
+}
+
+} // namespace
+
+void LoadInfoBox(RowNo row) {
+    InfoBox = InfoBoxForm{};
+    InfoBox.State.Caption = Work.ScanFile[row];
+    const double seconds = static_cast<double>(Work.ScanTime[row]);
+    InfoBox.Line[0].Text = Broken("Comment= " + Work.ScanComment[row]);
+    InfoBox.Line[1].Text =
+        "RPM= " + SingleText(Work.ScanRPM[row]) + "            Temp=" + SingleText(Work.ScanTemperature[row]);
+    InfoBox.Line[2].Text =
+        "Time= " + std::to_string(Work.ScanTime[row]) + "s (" + FormatNumber(seconds / 60.0, "#0.0") +
+        " min)     omega^2*t= " + FormatNumber(static_cast<double>(Work.ScanOmega2t[row]), "0.00##E-00");
+    InfoBox.Line[3].Text = "Wavelength=" + SingleText(Work.ScanWavelength[row]) +
+                           "      Scans Averaged=" + std::to_string(Work.ScansAveraged[row]);
+    InfoBox.OkButton.Text = "OK";
+    InfoBox.State.FocusOn = &InfoBox.OkButton;
+    InfoBox.State.Shown = true;
+}
+
+void ShowInfoBox(RowNo row) {
+    LoadInfoBox(row);
+    Host.ShowModal(InfoBoxName);
+}
+
+void InfoBoxOkButton() {
+    InfoBox.State.Shown = false;
+}
+
+} // namespace Quillon

@@ -1,0 +1,122 @@
+#include "scandata/range/RangeGraph.h"
+
+#include "chart/CHART.h"
+#include "chart/Charts.h"
+#include "chart/scale/Tics.h"
+#include "input/NUMINPUT.h"
+#include "platform/Platform.h"
+#include "scandata/range/RangeBar.h"
+#include "scandata/range/RangeOptions.h"
+#include "workspace/records/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quillon {
+
+namespace {
+
+constexpr const char* Instruction =
+    "Drag the green markers to designate the data region to be fitted; hit ENTER when done";
+
+// Limits of the signal within the present range, with a little room: what lies outside, between the columns
+// of a cell, may be ten times as large and would press the data flat.
+void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
+    float lo = MissingValue;
+    float hi = MissingValue;
+    for (long p = first; p <= last; ++p) {
+        const float v = y(p, 1);
+        if (v == MissingValue) continue;
+        lo = lo == MissingValue ? v : std::min(lo, v);
+        hi = hi == MissingValue ? v : std::max(hi, v);
+    }
+    if (lo == MissingValue || lo == hi) {
+        axis.ScaleMode = ScaleModes::Autorange;
+        return;
+    }
+    const float room = 0.15F * (hi - lo);
+    const double step = RoundStep(static_cast<double>(hi - lo) / 5.0);
+    axis.ScaleMode = ScaleModes::Manual;
+    axis.TicInterval = static_cast<float>(step);
+    axis.Min = axis.FirstTic = static_cast<float>(step * std::floor(static_cast<double>(lo - room) / step));
+    axis.Max = static_cast<float>(step * std::ceil(static_cast<double>(hi + room) / step));
+    axis.Decimals = ToInt16(std::max(0.0, std::ceil(-std::log10(step) - 1e-9)));
+}
+
+void Draw(RowNo row) {
+    const long n = Work.ScanPoints[row];
+    Chart.GraphHeld = FlagFalse;
+    GraphSpec spec;
+    GraphInit(spec, GraphTypes::XYPlot, PlotStyles::SymbolsOnly);
+    spec.SymbolMode = 1;
+    spec.Title1.Text = RangeGraphIsLog ? "ln(c) vs. r^2 / 2 Plot" : Work.ScanFile[row];
+    spec.AxisX1.Title.Text = RangeGraphIsLog ? "Radius Squared / 2" : "Radius";
+    spec.AxisY1.Title.Text = RangeGraphIsLog ? "ln(" + Work.DataTypeName + ")" : Work.DataTypeName;
+    spec.AxisX1.ScaleMode = ScaleModes::Autorange;
+    SetTable x(n, 1);
+    SetTable y(n, 1);
+    for (long p = 1; p <= n; ++p) {
+        const float v = RangeOrdinate(Work.ScanValue[row][p]);
+        y(p, 1) = v;
+        x(p, 1) = v == MissingValue ? MissingValue : RangeAbscissa(Work.ScanRadius[row][p]);
+    }
+    LimitToRange(spec.AxisY1, y, Work.FitRange[0][row], Work.FitRange[1][row]);
+    spec.AxisX2 = spec.AxisX1;
+    spec.AxisY2 = spec.AxisY1;
+    spec.AxisX2.TicMode = spec.AxisY2.TicMode = TicModes::MarksOnly;
+    spec.AxisX2.Title.Text = spec.AxisY2.Title.Text = "";
+    Chart.GraphHeld = FlagTrue;
+    PlotSets(spec, x, y, static_cast<int>(n), 1, 1, {Work.ScanFile[row]}, {}, {});
+    ChartMenuStatus(Charts);
+}
+
+// Return is refused, and the graph stays, where the markers leave no range.
+bool EndsOnKey(int code, int) {
+    return code == KeyEscape || (code == KeyReturn && RangeMayBeTaken());
+}
+
+void Open(RowNo row) {
+    RangeGraphIsLog = Work.RangeLogPlot != 0;
+    Draw(row);
+    OfferRangeOptions();
+    PlaceMarkers(RangeAbscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
+                 RangeAbscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
+    OpenRangeBar(row);
+    Charts.StatusLine.Text = Instruction;
+    Charts.KeyCode = 0;
+    Charts.Needed = Charts.ClosesAsEscape = Charts.WashOutside = true;
+    Charts.Shown = true;
+    Charts.EndsOnKey = EndsOnKey;
+}
+
+void Close() {
+    Charts.EndsOnKey = nullptr;
+    Charts.Needed = Charts.Shown = Charts.ClosesAsEscape = Charts.WashOutside = false;
+    Charts.StatusLine.Text.clear();
+    CloseRangeBar();
+    RemoveMarkers();
+    ClearSpecialOptions();
+    Chart.GraphHeld = FlagFalse; // a graph shown otherwise is made afresh
+    ClearZoom();
+    ChartMenuStatus(Charts);
+    Work.AbortFit = FlagFalse;
+}
+
+} // namespace
+
+bool SelectRange(RowNo row) {
+    if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
+    Open(row);
+    Host.ShowModal(ChartsName);
+    RecordMarkers();
+    const PointRange range = MarkedPoints();
+    const bool accepted = Charts.KeyCode == KeyReturn && range.First > 0;
+    if (accepted) {
+        Work.FitRange[0][row] = ToInt16(range.First);
+        Work.FitRange[1][row] = ToInt16(range.Last);
+    }
+    Close();
+    return accepted;
+}
+
+} // namespace Quillon

@@ -1,0 +1,228 @@
+#include "scandata/reader/ScanLines.h"
+
+#include "input/NUMINPUT.h"
+#include "input/PlainNumber.h"
+
+#include <algorithm>
+
+namespace Quillon {
+
+namespace {
+
+constexpr std::string_view PointSeparators = "\t ,";
+constexpr std::size_t PrefixLength = 3;      // type letter, blank, cell number
+constexpr std::size_t LongestShown = 60;     // characters of a line that a message quotes
+constexpr float LargestRadius = 100.0F;      // cm; no rotor is that wide
+constexpr float LongestWavelength = 2000.0F; // nm
+constexpr const char* TooLarge = "a number that is too large for its field";
+
+std::string ShownText(std::string_view text) {
+    std::string shown(text.substr(0, LongestShown));
+    for (char& c : shown)
+        if (static_cast<unsigned char>(c) < 32 || c == 127) c = ' ';
+    return shown + (text.size() > LongestShown ? "..." : "");
+}
+
+// Why an item holds no second number.
+const char* WhyNoValue(const TextItems& file, std::size_t place, std::string_view item) {
+    const std::string_view line = LineAt(file, place).Text;
+    if (item.empty() && line.find(',') == std::string_view::npos)
+        return "an empty line within the list of points";
+    if (line.find(',') == std::string_view::npos) return "a radius without a value";
+    return line.find('.') == std::string_view::npos
+               ? "a decimal comma; numbers in a scan have a decimal point"
+               : "a comma between the numbers of a point; they are parted by blanks";
+}
+
+PointLine ReadPointItem(TextItems& file, std::size_t place) {
+    const std::string_view item = WithoutLeadingBlanks(ReadTextItem(file));
+    std::string_view rest = item;
+    PointLine point;
+    long position = 1;
+    point.Radius = SingleOf(NumberOf(TokenAt(position, rest, PointSeparators)));
+    const auto goOn = [&] {
+        rest = WithoutLeadingBlanks(rest.substr(static_cast<std::size_t>(position) - 1));
+        position = 1;
+    };
+    if (position == 0) RaiseError(WhyNoValue(file, place, item)); // a radius alone is no point
+    goOn();
+    if (rest.empty()) RaiseError(WhyNoValue(file, place, item)); // nor is one with a blank behind it
+    point.Value = SingleOf(NumberOf(TokenAt(position, rest, PointSeparators)));
+    if (position != 0) {
+        goOn();
+        const std::string_view deviation = TokenAt(position, rest, PointSeparators);
+        point.Excluded = deviation.starts_with('-') && NumberOf(deviation) < 0.0; // nothing else counts
+    }
+    return point;
+}
+
+bool EndsLine(char c) {
+    return c == '\n' || c == '\r';
+}
+
+void SkipBlanks(const char*& at, const char* end) {
+    while (at < end && *at == ' ')
+        ++at;
+}
+
+// The end of the line, with what may stand behind the third number; false where a comma ends the item before.
+bool SkipToLineEnd(const char*& at, const char* end) {
+    while (at < end && !EndsLine(*at) && *at != ',')
+        ++at;
+    return at == end || EndsLine(*at);
+}
+
+// Ordinary numbers between blanks, up to the end of the line.
+bool TakePlainNumbers(const char*& at, const char* end, double& radius, double& value, bool& excluded) {
+    SkipBlanks(at, end);
+    if (!TakePlainNumber(at, end, radius) || at == end || *at != ' ') return false;
+    SkipBlanks(at, end);
+    if (!TakePlainNumber(at, end, value)) return false;
+    if (at < end && *at != ' ') return EndsLine(*at);
+    SkipBlanks(at, end);
+    if (at < end && *at == '-') {
+        double deviation = 0.0;
+        if (!TakePlainNumber(at, end, deviation)) return false;
+        if (at < end && *at != ' ' && !EndsLine(*at)) return false;
+        excluded = deviation < 0.0;
+    }
+    return SkipToLineEnd(at, end);
+}
+
+} // namespace
+
+void RaiseAt(const TextItems& file, std::size_t place, const std::string& why) {
+    const TextLine line = LineAt(file, place);
+    RaiseError("line " + std::to_string(line.Number) + ", '" + ShownText(line.Text) + "': " + why);
+}
+
+void TakeFrom(const TextItems& file, std::size_t place, const std::function<void()>& take) {
+    try {
+        take();
+    } catch (const RuntimeError& error) {
+        RaiseAt(file, place, error.Text);
+    }
+}
+
+void RaiseTooLarge() {
+    RaiseError(TooLarge);
+}
+
+double NumberOf(std::string_view text) {
+    try {
+        return NumericPrefix(text);
+    } catch (const RuntimeError& error) {
+        RaiseError(std::string(TooLarge) + " (" + error.Text + ")");
+    }
+}
+
+float SingleOf(double value) {
+    const float single = static_cast<float>(value);
+    if (!std::isfinite(single)) RaiseTooLarge();
+    return single;
+}
+
+std::string_view TokenAt(long& position, std::string_view text, std::string_view separators) {
+    const std::size_t start =
+        std::min(position < 1 ? std::size_t{0} : static_cast<std::size_t>(position) - 1, text.size());
+    const std::size_t found = text.find_first_of(separators, start);
+    position = found == std::string_view::npos ? 0 : static_cast<long>(found) + 2;
+    return text.substr(start, found == std::string_view::npos ? found : found - start);
+}
+
+std::string_view ReadCommentLine(TextItems& file) {
+    if (file.Text.empty()) RaiseError("the file is empty");
+    return ReadTextLine(file);
+}
+
+HeaderFields StartHeader(std::string_view line, bool endsAtComma) {
+    if (line.size() < PrefixLength)
+        RaiseError(endsAtComma ? CommaInHeader : "the parameter line is shorter than type and cell");
+    return {WithoutLeadingBlanks(line.substr(PrefixLength))};
+}
+
+double NextHeaderField(HeaderFields& header) {
+    header.Width = header.Rest.find(' ') + 1;
+    const double value = NumberOf(header.Rest.substr(0, header.Width));
+    header.Rest = WithoutLeadingBlanks(header.Rest.substr(header.Width));
+    return value;
+}
+
+double LastHeaderField(const HeaderFields& header) {
+    return NumberOf(header.Rest.substr(0, header.Width));
+}
+
+bool TakePlainPoint(TextItems& file, PointLine& point) {
+    const char* const start = file.Text.data();
+    const char* const end = start + file.Text.size();
+    const char* at = start + file.Place;
+    double radius = 0.0, value = 0.0;
+    bool excluded = false;
+    if (!TakePlainNumbers(at, end, radius, value, excluded)) return false;
+    const PointLine read{static_cast<float>(radius), static_cast<float>(value), excluded};
+    if (!std::isfinite(read.Radius) || !std::isfinite(read.Value)) return false;
+    if (at < end && *at == '\r') ++at;
+    if (at < end && *at == '\n') ++at; // of a "\r" before it, or alone
+    file.Place = static_cast<std::size_t>(at - start);
+    file.AfterComma = false;
+    point = read;
+    return true;
+}
+
+PointList ReadPoints(TextItems& file, const std::function<bool(long i, const PointLine& point)>& store) {
+    if (NoItemLeft(file)) RaiseError("the file ends before its first point");
+    PointList list;
+    long next = 1;
+    do {
+        list.LastPlace = file.Place;
+        PointLine point;
+        if (!TakePlainPoint(file, point))
+            TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace); });
+        list.Terminated = point.Radius == 0.0F;
+        if (!point.Excluded && list.NoRadius == 0.0F &&
+            !(point.Radius >= 0.0F && point.Radius <= LargestRadius)) {
+            list.NoRadius = point.Radius;
+            list.NoRadiusPlace = list.LastPlace;
+        }
+        if (point.Excluded)
+            ++list.Excluded;
+        else
+            TakeFrom(file, list.LastPlace, [&] { list.TooMany = !store(next++, point); });
+    } while (!list.TooMany && !list.Terminated && !NoItemLeft(file));
+    // [decision: terminator-counts]
+    list.Points = list.Terminated && !list.TooMany ? next - 2 : next - 1;
+    return list;
+}
+
+void RequirePoints(const TextItems& file, const PointList& list) {
+    if (list.Points > 0) return;
+    if (list.Terminated)
+        RaiseAt(file, list.LastPlace, "a radius of 0 ends the list of points before the first one");
+    RaiseError("there are no points: all " + std::to_string(list.Excluded) +
+               " are excluded by a negative third number");
+}
+
+void RequireRadii(const TextItems& file, const PointList& list) {
+    if (list.NoRadius == 0.0F) return;
+    const bool wavelength = list.NoRadius > LargestRadius && list.NoRadius <= LongestWavelength;
+    RaiseAt(file, list.NoRadiusPlace,
+            SingleText(list.NoRadius) + " is no radius in cm" +
+                (wavelength ? "; this is a wavelength scan" : ""));
+}
+
+std::string RemarkOnRest(const TextItems& file, const PointList& list) {
+    if (!list.Terminated) return "";
+    TextItems rest = file;
+    long lines = 0;
+    while (!NoItemLeft(rest)) {
+        rest.AfterComma = false;
+        if (!WithoutBlanks(ReadTextLine(rest)).empty()) ++lines;
+    }
+    if (lines == 0) return "";
+    const TextLine line = LineAt(file, list.LastPlace);
+    return "line " + std::to_string(line.Number) + ", '" + ShownText(line.Text) +
+           "': a radius of 0 ends the list of points, and " + std::to_string(lines) +
+           (lines == 1 ? " line" : " lines") + " behind it " + (lines == 1 ? "is" : "are") + " not read";
+}
+
+} // namespace Quillon

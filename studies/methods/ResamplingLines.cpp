@@ -1,0 +1,70 @@
+#include "studies/methods/ResamplingLines.h"
+
+#include "fit/ParmRows.h"
+#include "input/NUMINPUT.h"
+#include "reporting/values/ParmLines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Quillon {
+
+namespace {
+
+// "blocks of 1 to 7 points"
+std::string BlocksText(const std::vector<long>& lengths) {
+    const auto [least, most] = std::minmax_element(lengths.begin(), lengths.end());
+    const std::string first = *least == *most ? "" : std::to_string(*least) + " to ";
+    return "blocks of " + first + std::to_string(*most) + (*most == 1 ? " point" : " points");
+}
+
+// Values of a line behind its name: "42.51, median 42.49 [ 41.90, 43.11 ], s.d. 0.31".
+template <class Show> std::string SpreadLine(const std::string& name, const Spread& spread, Show&& show) {
+    return "    " + name + ": mean " + show(spread.Mean) + ", median " + show(spread.Median) + " [ " +
+           show(spread.Lower) + ", " + show(spread.Upper) + " ], s.d. " + FormatNumber(spread.Sd, "#.##E+##");
+}
+
+std::string PlainText(double value) {
+    return std::isfinite(value) ? FormatNumber(value, "#.####E+##") : "-";
+}
+
+} // namespace
+
+const char* KindName(ResampleKind kind) {
+    return kind == ResampleKind::Parametric ? "parametric" : "residuals";
+}
+
+std::string ResamplingHead(const Resampling& resampling) {
+    std::string text =
+        std::to_string(resampling.Ended) + " fits to resampled data (" + KindName(resampling.Choice.Kind);
+    if (!resampling.BlockLengths.empty()) text += " in " + BlocksText(resampling.BlockLengths);
+    text += ", seed " + std::to_string(resampling.Choice.Seed) + ")";
+    return text +
+           (resampling.Failed > 0 ? ", " + std::to_string(resampling.Failed) + " of which failed" : "");
+}
+
+std::string SpreadText(SlotNo slot, double displayed) {
+    if (std::fabs(displayed) > static_cast<double>(std::numeric_limits<float>::max())) return "-";
+    return ParmText(slot, static_cast<float>(displayed));
+}
+
+std::vector<std::string> ResamplingLines(const Resampling& resampling) {
+    std::vector<std::string> lines{ResamplingHead(resampling) + ";"};
+    lines.push_back("  in brackets what " + FormatNumber(resampling.Choice.Level, "#0.0%") +
+                    " of them lie in");
+    for (std::size_t a = 0; a < resampling.Spreads.size(); ++a)
+        lines.push_back(
+            SpreadLine(ParmCaption(SlotNo(resampling.Slots[a])), resampling.Spreads[a],
+                       [&](double value) { return SpreadText(SlotNo(resampling.Slots[a]), value); }));
+    for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i) {
+        const DerivedQuantity& quantity = resampling.Derived[i];
+        const std::string unit = quantity.Unit.empty() ? "" : " (" + quantity.Unit + ")";
+        lines.push_back(SpreadLine(quantity.Name + ", " + quantity.Quantity + unit,
+                                   resampling.DerivedSpreads[i], PlainText));
+    }
+    if (const std::string known = QuantileText(resampling); !known.empty()) lines.push_back("  " + known);
+    return lines;
+}
+
+} // namespace Quillon
