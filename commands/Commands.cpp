@@ -50,6 +50,15 @@ bool IsSameModel(const Workspace& before) {
            Work.ConstraintFlags == before.ConstraintFlags;
 }
 
+int CommandsAtWork = 0; // within one another
+
+struct OneMoreAtWork {
+    OneMoreAtWork() { ++CommandsAtWork; }
+    ~OneMoreAtWork() { --CommandsAtWork; }
+    OneMoreAtWork(const OneMoreAtWork&) = delete;
+    OneMoreAtWork& operator=(const OneMoreAtWork&) = delete;
+};
+
 void RunStudyForm(StudyKind kind) {
     LoadStudyForm(kind);
     StudyForm.Draw = GraphStudy;
@@ -60,6 +69,7 @@ void RunStudyForm(StudyKind kind) {
 } // namespace
 
 void RunCommand(const std::function<void()>& command, const std::string& caption) {
+    const OneMoreAtWork work;
     try {
         command();
     } catch (const RuntimeError& error) {
@@ -73,6 +83,10 @@ void RunCommand(const std::function<void()>& command, const std::string& caption
     NoteHistory(caption);
     SetMenuStatus();
     Analmenu.State.Caption = MainCaption();
+}
+
+bool CommandAtWork() {
+    return CommandsAtWork > 0;
 }
 
 void ReadData() {

@@ -15,6 +15,9 @@ namespace Quillon {
 // the others comes through here.
 void RunCommand(const std::function<void()>& command, const std::string& caption = "");
 
+// True while one runs: events that are served within it find an analysis that may be half done.
+bool CommandAtWork();
+
 void ReadData(); // opens the data set table; its answer goes to ReadDataReturn
 void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it
 void ReadDataReturn(DialogAnswer answer);

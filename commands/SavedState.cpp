@@ -1,12 +1,15 @@
 #include "commands/SavedState.h"
 
-#include "commands/Analmenu.h"
 #include "commands/History.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+<<<<<<< HEAD
 #include "scandata/table/TableRows.h"
+=======
+>>>>>>> 5da3069 (An analysis that is not saved outlives the program's death: kept every two seconds, offered at the next start)
 #include "workspace/records/Workspace.h"
 
+#include <algorithm>
 #include <map>
 
 namespace Quillon {
@@ -15,13 +18,15 @@ namespace {
 
 std::map<std::string, std::string> InFiles; // path to the bytes of the analysis that stands there
 
-bool HoldsWork() {
-    return Work.DataChosen != 0 || Work.FitDone != 0 || MainItem("DoFitSave").Enabled || !TableIsEmpty();
+bool HoldsWork(const Workspace& analysis) {
+    return analysis.DataChosen != 0 || analysis.FitDone != 0 ||
+           std::any_of(analysis.ScanFile.begin(), analysis.ScanFile.end(),
+                       [](const std::string& file) { return !file.empty(); });
 }
 
-bool StandsInItsFile() {
-    const auto file = InFiles.find(Work.FitFile);
-    return !Work.FitFile.empty() && file != InFiles.end() && file->second == BytesToCompare();
+bool StandsInItsFile(const Workspace& analysis, const std::string& bytes) {
+    const auto file = InFiles.find(analysis.FitFile);
+    return !analysis.FitFile.empty() && file != InFiles.end() && file->second == bytes;
 }
 
 } // namespace
@@ -41,10 +46,15 @@ void ForgetSaved() {
 
 bool IsUnsaved() {
     try {
-        return HoldsWork() && !StandsInItsFile();
+        return HoldsWork(Work) && !StandsInItsFile(Work, BytesToCompare());
     } catch (const RuntimeError&) { // what no file takes stands in none
         return true;
     }
+}
+
+bool StepIsUnsaved() {
+    const Workspace& step = History.Steps.at(History.Place).Analysis.Small;
+    return HoldsWork(step) && !StandsInItsFile(step, History.Bytes);
 }
 
 std::string MainCaption() {

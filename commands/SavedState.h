@@ -21,6 +21,9 @@ void ForgetSaved();
 // taken back is none.
 bool IsUnsaved();
 
+// The same of the step of the history that the command at work began with.
+bool StepIsUnsaved();
+
 // The caption of the main window: the program and its version; with a file or something unsaved
 // "fit1.quil - Quillon", "fit1.quil* - Quillon", "untitled* - Quillon".
 std::string MainCaption();

@@ -1,5 +1,6 @@
 // The main window: the menu, and below it the workbench.
 #include "commands/Analmenu.h"
+#include "commands/Sessions.h"
 #include "commands/StartUp.h"
 #include "commands/Workbench.h"
 #include "fit/forms/FitMon.h"
@@ -57,6 +58,9 @@ public:
         BuildPanes();
         setAcceptDrops(true);
         TakePlace();
+        auto* keeper = new QTimer(this);
+        connect(keeper, &QTimer::timeout, this, KeepSession);
+        keeper->start(SecondsBetweenKeeps * 1000);
         Bind.Also([this] {
             RefreshMenus();
             if (!HandlerAtWork()) RefreshPanes(); // between two commands

@@ -5,6 +5,7 @@
 #include "chart/files/Exchange.h"
 #include "chart/records/Palettes.h"
 #include "commands/Analmenu.h"
+#include "commands/Sessions.h"
 #include "commands/StartUp.h"
 #include "fit/forms/BoundsForm.h"
 #include "fit/forms/GetGuess.h"
@@ -60,12 +61,15 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     ListenForHelp();
     std::vector<std::string> arguments = others;
     arguments.insert(arguments.begin(), argument);
+    BeginSession();
     if (!Analmenu.Ended) OpenArguments(arguments);
+    if (!Analmenu.Ended) OfferSessions();
     RefreshForms();
 }
 
 void EndDesktop() {
     EndHeldPage();
+    EndSession();
     UnloadForms();
 }
 
