@@ -3,10 +3,6 @@
 #include "commands/History.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-<<<<<<< HEAD
-#include "scandata/table/TableRows.h"
-=======
->>>>>>> 5da3069 (An analysis that is not saved outlives the program's death: kept every two seconds, offered at the next start)
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/Paths.h"
-#include "scandata/FileForm.h"
+#include "scandata/forms/FileForm.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
