@@ -9,6 +9,9 @@
 #include "forms/shell/Dropped.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/MenuKeys.h"
+#include "forms/workbench/GraphPane.h"
+#include "forms/workbench/Idle.h"
+#include "forms/workbench/ParameterPane.h"
 #include "forms/workbench/StartPage.h"
 #include "forms/workbench/StepsPane.h"
 #include "persistence/Filelist.h"
@@ -63,9 +66,9 @@ public:
         keeper->start(SecondsBetweenKeeps * 1000);
         Bind.Also([this] {
             RefreshMenus();
-            if (!HandlerAtWork()) RefreshPanes(); // between two commands
-            if (!Analmenu.Ended) return;          // the question has been asked
-            KeepLayout(saveState().toHex().toStdString());
+            if (MayFollowAnalysis()) RefreshPanes();
+            if (!Analmenu.Ended) return; // the question has been asked
+            KeepArrangement();
             QApplication::exit(0);
         });
     }
@@ -105,28 +108,50 @@ private:
 
     void BuildPanes() {
         setDockNestingEnabled(true);
-        Panes = {new PaneDock(BenchPane::Steps, MakeStepsPane(Bind))};
+        Panes = {new PaneDock(BenchPane::Steps, MakeStepsPane(Bind)),
+                 new PaneDock(BenchPane::Graphs, MakeGraphPane(Bind)),
+                 new PaneDock(BenchPane::Parameters, MakeParameterPane(Bind))};
         PlacePanes();
         restoreState(QByteArray::fromHex(QByteArray::fromStdString(Workbench.Layout)));
         RefreshPanes();
     }
 
-    // Where they come to stand by themselves.
+    PaneDock* Dock(BenchPane pane) const { return Panes[static_cast<std::size_t>(pane)]; }
+
+    // Where they come to stand by themselves: the steps to the left, the graphs above the parameters.
     void PlacePanes() {
         for (PaneDock* pane : Panes) {
             pane->setFloating(false);
-            addDockWidget(Qt::LeftDockWidgetArea, pane);
+            addDockWidget(pane == Dock(BenchPane::Steps) ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea,
+                          pane);
         }
+        splitDockWidget(Dock(BenchPane::Graphs), Dock(BenchPane::Parameters), Qt::Vertical);
         TimesReset = Workbench.TimesReset;
     }
 
+    // Most of the window to the graphs, unless the user has arranged the panes.
+    void SizePanes() {
+        QDockWidget* const steps = Dock(BenchPane::Steps);
+        const int across = steps->sizeHint().width();
+        resizeDocks({steps, Dock(BenchPane::Graphs)}, {across, width() - across}, Qt::Horizontal);
+        resizeDocks({Dock(BenchPane::Graphs), Dock(BenchPane::Parameters)}, {3, 1}, Qt::Vertical);
+    }
+
     void RefreshPanes() {
-        if (TimesReset != Workbench.TimesReset) PlacePanes();
+        const bool reset = TimesReset != Workbench.TimesReset;
+        if (reset) PlacePanes();
+        const bool begun = !Workbench.Starts && !centralWidget()->isHidden();
+        if (centralWidget()->isHidden() == Workbench.Starts) centralWidget()->setVisible(Workbench.Starts);
         for (std::size_t i = 0; i < Panes.size(); ++i) {
             const bool seen = PaneIsSeen(static_cast<BenchPane>(i));
             if (Panes[i]->isHidden() == seen) Panes[i]->setVisible(seen);
         }
-        if (centralWidget()->isHidden() == Workbench.Starts) centralWidget()->setVisible(Workbench.Starts);
+        if (reset || (begun && Workbench.Layout.empty())) SizePanes();
+    }
+
+    // At the end of the program; of the start page alone there is nothing to be kept.
+    void KeepArrangement() {
+        if (!Workbench.Starts) KeepLayout(saveState().toHex().toStdString());
     }
 
     void BuildMenus() {

@@ -1,7 +1,6 @@
 #include "chart/draw/Legend.h"
 
 #include "chart/draw/Titles.h"
-#include "chart/layout/LegendLayout.h"
 #include "chart/pens/DashLine.h"
 #include "chart/pens/Fonts.h"
 #include "chart/pens/Pens.h"
@@ -27,7 +26,25 @@ void DrawArea(int set, const DeviceRect& place) {
     DashRectangle(place);
 }
 
-void DrawSample(const LegendEntry& entry, int left, int top) {
+Rgb TextColorOf(const LegendEntry& entry) {
+    const std::int16_t color = Chart.Spec.Legend.TextColor;
+    if (color >= 0) return CycleColor(color);
+    return SetColor(std::max({entry.SymbolSet, entry.AreaSet, entry.SymbolSet > 0 ? 0 : entry.LineSet}));
+}
+
+void DrawEntry(const LegendEntry& entry, int left, int top) {
+    const GraphLegend& legend = Chart.Spec.Legend;
+    const LegendSpace& space = Chart.Layout.Legend;
+    DrawLegendSample(entry, left, top);
+    const TextSize font = SelectFont(legend.Font, Chart.Layout.Sizes.Legend, 0);
+    TargetSurface().SetTextColor(TextColorOf(entry));
+    DrawTextLine(entry.Name, left + space.SampleWidth + space.Gap,
+                 top + (space.EntryHeight - font.Height) / 2, 0, font);
+}
+
+} // namespace
+
+void DrawLegendSample(const LegendEntry& entry, int left, int top) {
     const LegendSpace& space = Chart.Layout.Legend;
     const int right = left + space.SampleWidth - 1;
     const int middle = top + space.EntryHeight / 2;
@@ -45,24 +62,6 @@ void DrawSample(const LegendEntry& entry, int left, int top) {
         DrawPoint((left + right) / 2, middle, code);
     }
 }
-
-Rgb TextColorOf(const LegendEntry& entry) {
-    const std::int16_t color = Chart.Spec.Legend.TextColor;
-    if (color >= 0) return CycleColor(color);
-    return SetColor(std::max({entry.SymbolSet, entry.AreaSet, entry.SymbolSet > 0 ? 0 : entry.LineSet}));
-}
-
-void DrawEntry(const LegendEntry& entry, int left, int top) {
-    const GraphLegend& legend = Chart.Spec.Legend;
-    const LegendSpace& space = Chart.Layout.Legend;
-    DrawSample(entry, left, top);
-    const TextSize font = SelectFont(legend.Font, Chart.Layout.Sizes.Legend, 0);
-    TargetSurface().SetTextColor(TextColorOf(entry));
-    DrawTextLine(entry.Name, left + space.SampleWidth + space.Gap,
-                 top + (space.EntryHeight - font.Height) / 2, 0, font);
-}
-
-} // namespace
 
 void DrawLegend() {
     if (!HasLegend()) return;

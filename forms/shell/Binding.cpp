@@ -102,6 +102,19 @@ QString WithoutAccessKey(const std::string& text) {
     return ShownText(plain);
 }
 
+QString WrappedTip(const std::string& text) {
+    constexpr std::size_t longest = 60; // letters of a line
+    std::string wrapped = text;
+    std::size_t begin = 0;
+    while (wrapped.size() - begin > longest) {
+        const std::size_t blank = wrapped.rfind(' ', begin + longest);
+        if (blank == std::string::npos || blank <= begin) break;
+        wrapped[blank] = '\n';
+        begin = blank + 1;
+    }
+    return ShownText(wrapped);
+}
+
 bool HandlerAtWork() {
     return HandlersAtWork > 0;
 }
@@ -265,24 +278,6 @@ void Binder::ObeyFocus() {
             return;
         }
 }
-
-namespace {
-
-// Tool tips of plain text are shown as one line however long it is.
-QString WrappedTip(const std::string& text) {
-    constexpr std::size_t longest = 60; // letters of a line
-    std::string wrapped = text;
-    std::size_t begin = 0;
-    while (wrapped.size() - begin > longest) {
-        const std::size_t blank = wrapped.rfind(' ', begin + longest);
-        if (blank == std::string::npos || blank <= begin) break;
-        wrapped[blank] = '\n';
-        begin = blank + 1;
-    }
-    return ShownText(wrapped);
-}
-
-} // namespace
 
 void Binder::Refresh() {
     if (Refreshing) return;

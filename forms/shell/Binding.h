@@ -29,6 +29,8 @@ using ControlRef = std::function<Control&()>;
 QString ShownText(const std::string& text); // Latin-1
 std::string RecordText(const QString& text);
 QString WithoutAccessKey(const std::string& text);
+// A tip in lines: one of plain text is shown as a single one however long it is.
+QString WrappedTip(const std::string& text);
 
 // What a text box tells its form. Key gets a character code (8, 9, 13 and 27 for the control keys) and gives
 // the one that is taken, 0 for none.

@@ -1,0 +1,178 @@
+#include "forms/workbench/GraphPane.h"
+
+#include "chart/records/ChartState.h"
+#include "commands/Analmenu.h"
+#include "forms/Pieces.h"
+#include "forms/shell/ChartBox.h"
+#include "forms/workbench/Idle.h"
+#include "graphs/BenchGraphs.h"
+#include "workspace/records/Workspace.h"
+
+#include <QListWidget>
+#include <QPainter>
+#include <QSplitter>
+#include <QTimer>
+#include <QToolTip>
+
+namespace Quillon {
+
+namespace {
+
+// --- the graphs --------------------------------------------------------------------------------------------
+
+class BenchCanvas : public QWidget {
+public:
+    BenchCanvas() {
+        setMinimumSize(240, 180);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        setMouseTracking(true);
+        setFocusPolicy(Qt::StrongFocus);
+        setAccessibleName("Data with curves, and residuals");
+        setAccessibleDescription("Enter opens the graph window");
+    }
+    QSize sizeHint() const override { return {640, 480}; }
+    void PaintAnew() {
+        Stale = true;
+        update();
+    }
+
+protected:
+    // Painted when it is looked at. While the graph window paints, the picture that stands has to do.
+    void paintEvent(QPaintEvent*) override {
+        if (Stale && Chart.Painting == 0) {
+            Stale = false;
+            Box.Fit(*this);
+            const auto letters = static_cast<int>(fontMetrics().height() * devicePixelRatioF());
+            PaintBenchGraphs(Box.Surface(), letters);
+        } else if (Stale) {
+            QTimer::singleShot(50, this, [this] { update(); });
+        }
+        QPainter painter(this);
+        painter.save();
+        painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
+        painter.drawImage(0, 0, Box.Image());
+        painter.restore();
+        if (!hasFocus()) return;
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+    void resizeEvent(QResizeEvent*) override { Stale = true; }
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+        return true; // it comes with the pointer, below
+    }
+    void mouseMoveEvent(QMouseEvent* event) override {
+        constexpr double reach = 8.0; // pixels
+        if (!MayFollowAnalysis()) return;
+        const QPoint at = (event->position() * devicePixelRatioF()).toPoint();
+        const BenchPoint point = BenchPointAt(at.x(), at.y(), static_cast<int>(reach * devicePixelRatioF()));
+        if (point.Set == NoSet) return QToolTip::hideText();
+        QToolTip::showText(event->globalPosition().toPoint(), ShownText(BenchPointText(point)), this);
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        Open(IsInResiduals(static_cast<int>(event->position().y() * devicePixelRatioF())));
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (enter) return Open(event->modifiers().testFlag(Qt::ShiftModifier));
+        QWidget::keyPressEvent(event);
+    }
+
+private:
+    static void Open(bool residuals) {
+        const char* graph = residuals && BenchGraphs.HasResiduals ? "GraphResiduals"
+                            : BenchGraphs.HasCurves               ? "GraphOverlay"
+                                                                  : "GraphData";
+        RunWhenIdle([graph] { RunMainCommand(graph); });
+    }
+    PaintedImage Box;
+    bool Stale = true;
+};
+
+// --- the legend --------------------------------------------------------------------------------------------
+
+// A sample of a set as the engine paints it, with a little of the canvas around.
+QIcon SampleOf(const QWidget& widget, SetNo set) {
+    QWidget place;
+    place.resize(widget.fontMetrics().lineSpacing() * 5 / 2, widget.fontMetrics().lineSpacing());
+    PaintedImage image;
+    image.Fit(place);
+    PaintBenchSample(image.Surface(), set);
+    return QPixmap::fromImage(image.Image().copy());
+}
+
+class BenchLegend : public QListWidget {
+public:
+    BenchLegend() {
+        setAccessibleName("Data sets: Space hides and shows one");
+        setSelectionMode(NoSelection);
+        setFrameShape(QFrame::NoFrame);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+        connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Toggle(row(item)); });
+    }
+    QSize sizeHint() const override {
+        return {sizeHintForColumn(0) + 2 * frameWidth() + 24, QListWidget::sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override { return {60, 60}; }
+    void Fill() {
+        const int current = currentRow();
+        clear();
+        setIconSize({fontMetrics().lineSpacing() * 5 / 2, fontMetrics().lineSpacing()});
+        for (std::size_t i = 0; i < BenchGraphs.Legend.size(); ++i)
+            Add(BenchGraphs.Legend[i], SetNo(static_cast<long>(i) + 1));
+        setCurrentRow(std::min(std::max(current, 0), count() - 1));
+        updateGeometry();
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Space) return Toggle(currentRow());
+        QListWidget::keyPressEvent(event);
+    }
+
+private:
+    void Add(const Control& entry, SetNo set) {
+        auto* item = new QListWidgetItem(SampleOf(*this, set), ShownText(entry.Text), this);
+        item->setToolTip(WrappedTip(entry.ToolTip));
+        const bool shown = entry.Value != 0;
+        item->setData(Qt::AccessibleTextRole, shown ? item->text() : item->text() + ", hidden");
+        if (shown) return;
+        QFont font = item->font();
+        font.setStrikeOut(true);
+        item->setFont(font);
+        item->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
+    }
+    static void Toggle(int row) {
+        if (row < 0 || row >= Work.NumSets) return;
+        RunWhenIdle([row] { ToggleBenchSet(SetNo(row + 1)); });
+    }
+};
+
+} // namespace
+
+QWidget* MakeGraphPane(Binder& bind) {
+    auto* canvas = new BenchCanvas;
+    auto* legend = new BenchLegend;
+    auto* split = new QSplitter;
+    split->addWidget(canvas);
+    split->addWidget(legend);
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 0);
+    split->setChildrenCollapsible(false);
+    auto* pane = new QWidget;
+    auto* all = new QVBoxLayout(pane);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->addWidget(split, 1);
+    all->addWidget(CenteredLabel(bind, []() -> Control& { return BenchGraphs.Remark; }));
+    bind.Also([canvas, legend, built = 0]() mutable {
+        if (!MayFollowAnalysis() || Chart.Painting != 0) return;
+        FollowAnalysis();
+        if (built == BenchGraphs.Builds) return;
+        built = BenchGraphs.Builds;
+        canvas->PaintAnew();
+        legend->Fill();
+    });
+    return pane;
+}
+
+} // namespace Quillon

@@ -1,0 +1,444 @@
+#include "graphs/BenchGraphs.h"
+
+#include "chart/CHART.h"
+#include "chart/draw/Legend.h"
+#include "chart/layout/LegendLayout.h"
+#include "chart/pens/Pens.h"
+#include "chart/records/Kept.h"
+#include "chart/scale/AxisScale.h"
+#include "chart/scale/Mapping.h"
+#include "graphs/Figure.h"
+#include "graphs/FitGraphs.h"
+#include "graphs/GraphParts.h"
+#include "graphs/ResidualGraphs.h"
+#include "input/NUMINPUT.h"
+#include "models/FormControls.h"
+#include "platform/Narrow.h"
+#include "platform/Platform.h"
+#include "reporting/FitNotes.h"
+#include "workspace/records/Roads.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace Quillon {
+
+BenchGraphsRecord BenchGraphs;
+
+namespace {
+
+constexpr double UpperPart = 0.7; // of the height of both frames
+
+// --- one's own charts --------------------------------------------------------------------------------------
+
+// While it lives the engine is lent to the workbench: it paints on a surface of the workbench, asks nobody
+// and serves no events.
+class Lent {
+public:
+    explicit Lent(const DrawingSurface& surface)
+        : FormerChart(std::move(Chart)), FormerSeams(Seams), FormerWindow(std::move(Charts)),
+          FormerKept(Kept), FormerEvents(std::exchange(Host.ServeEvents, [] {})),
+          FormerPointer(std::exchange(Host.SetPointer, [](Pointer) {})) {
+        Chart = ChartModule{};
+        Charts = ChartsForm{};
+        Seams.KeepsPicture = FlagFalse;
+        Seams.CancelFlag = nullptr;
+        Seams.NewGraph = nullptr;
+        SetScreenSurface(surface);
+    }
+    ~Lent() {
+        Chart = std::move(FormerChart);
+        Seams = std::move(FormerSeams);
+        Charts = std::move(FormerWindow);
+        Kept = std::move(FormerKept);
+        Host.ServeEvents = std::move(FormerEvents);
+        Host.SetPointer = std::move(FormerPointer);
+    }
+    Lent(const Lent&) = delete;
+    Lent& operator=(const Lent&) = delete;
+
+private:
+    ChartModule FormerChart;
+    ChartSeams FormerSeams;
+    ChartsForm FormerWindow;
+    ChartKept FormerKept;
+    std::function<void()> FormerEvents;
+    std::function<void(Pointer)> FormerPointer;
+};
+
+// Works on one of the two graphs as the graph at hand.
+template <class Piece> void With(ChartModule& module, const Piece& work) {
+    Chart = std::move(module);
+    work();
+    module = std::move(Chart);
+    Chart = ChartModule{};
+}
+
+// A surface that measures nothing and shows nothing, for building: the layout comes with the painting.
+DrawingSurface NoSurface() {
+    constexpr int side = 1000;
+    DrawingSurface s;
+    s.Width = s.Height = [] { return side; };
+    s.DotsPerInchX = s.DotsPerInchY = [] { return 96.0; };
+    s.HasColor = [] { return true; };
+    s.SetPen = [](const SurfacePen&) {};
+    s.SetBrush = [](const SurfaceBrush&) {};
+    s.SetFont = [](const SurfaceFont&) {};
+    s.SetTextColor = [](Rgb) {};
+    s.Line = [](int, int, int, int) {};
+    s.Polyline = s.Polygon = [](const std::vector<DevicePoint>&) {};
+    s.Rectangle = s.Ellipse = s.SetClip = [](const DeviceRect&) {};
+    s.PieSlice = [](DevicePoint, int, int, double, double) {};
+    s.Text = [](int, int, const std::string&) {};
+    s.Measure = [](const std::string& text) { return TextSize{static_cast<int>(text.size()) * 6, 12, 3}; };
+    s.ClearClip = s.Refresh = [] {};
+    return s;
+}
+
+// --- what is shown -----------------------------------------------------------------------------------------
+
+// A number that changes with everything that goes in (FNV-1a, by words of 32 bits).
+class Digest {
+public:
+    void Add(std::uint32_t word) { Value = (Value ^ word) * 1099511628211U; }
+    void Add(std::int16_t word) { Add(static_cast<std::uint32_t>(word)); }
+    void Add(float value) {
+        std::uint32_t word = 0;
+        std::memcpy(&word, &value, sizeof word);
+        Add(word);
+    }
+    void Add(const std::string& text) {
+        for (const char c : text)
+            Add(static_cast<std::uint32_t>(static_cast<unsigned char>(c)));
+        Add(static_cast<std::uint32_t>(text.size()));
+    }
+    template <class List> void AddAll(const List& list) {
+        for (const auto& one : list)
+            Add(one);
+    }
+    std::uint64_t Value = 14695981039346656037U;
+};
+
+void AddSets(Digest& digest) {
+    for (const SetNo set : EachSet()) {
+        const RowNo row = RowOf(set);
+        digest.Add(Work.SetRow[set]);
+        digest.Add(Work.SetPts[set]);
+        digest.Add(Work.SetLabel[set]);
+        digest.Add(Work.ScanRPM[row]);
+        digest.Add(Work.DataChannel[row]);
+        digest.Add(Flag(IsLeftOut(set)));
+    }
+}
+
+std::uint64_t ContentsNow() {
+    Digest digest;
+    for (const std::int16_t word :
+         {Work.NumSets, Work.NumPts, Work.FitValid, Work.NewData, Work.SpreadResiduals, Work.DataChosen,
+          Kept.ClassicColors, Kept.DarkCanvas})
+        digest.Add(word);
+    digest.Add(Work.DataTypeName);
+    digest.Add(Work.XAxisTitle);
+    AddSets(digest);
+    digest.AddAll(Work.PtX);
+    digest.AddAll(Work.PtY);
+    if (Work.FitValid) digest.AddAll(Work.PtFit);
+    return digest.Value;
+}
+
+// --- building ----------------------------------------------------------------------------------------------
+
+// Takes the points of a set out of the graph at hand, where each set has so many columns.
+void LeaveOut(SetNo set, long columns) {
+    for (long column = columns * (set.Number - 1) + 1; column <= columns * set.Number; ++column)
+        for (SetTable* table : {&Chart.DataX, &Chart.DataY})
+            std::fill_n(table->Set(column), table->Points(), MissingValue);
+}
+
+// What the pair needs no title and no legend for: it has its own.
+void StripTexts(const char* left) {
+    GraphSpec& spec = Chart.Spec;
+    spec.Title1.Text = spec.Title2.Text = "";
+    spec.Legend.Show = 0;
+    if (left != nullptr) spec.AxisY1.Title.Text = left;
+    CopyOppositeAxes(spec);
+}
+
+// Builds a graph without painting it.
+ChartModule Built(long columns, const char* left, bool (*make)()) {
+    Chart = ChartModule{};
+    Chart.Painting = FlagTrue;
+    make();
+    Chart.Painting = FlagFalse;
+    if (Chart.DataY.Empty()) return {};
+    for (const SetNo set : EachSet())
+        if (IsLeftOut(set)) LeaveOut(set, columns);
+    StripTexts(left);
+    return std::exchange(Chart, ChartModule{});
+}
+
+bool MakeOverlay() {
+    return MakeFitGraph(FitGraph::Overlay, 0, {});
+}
+bool MakeData() {
+    return MakeFitGraph(FitGraph::Data, 0, {});
+}
+bool MakeResiduals() {
+    return MakeResidualGraph(ResidualAxis::X, 0);
+}
+
+void BuildGraphs() {
+    const Lent lent(NoSurface());
+    BenchGraphs.Upper = BenchGraphs.HasCurves ? Built(2, nullptr, MakeOverlay) : Built(1, nullptr, MakeData);
+    BenchGraphs.Lower = BenchGraphs.HasResiduals ? Built(1, "Residual", MakeResiduals) : ChartModule{};
+}
+
+// --- the legend --------------------------------------------------------------------------------------------
+
+std::string PointsText(SetNo set) {
+    const long points = TruePointsOf(set);
+    return std::to_string(points) + (points == 1 ? " point" : " points");
+}
+
+std::string NoteOf(SetNo set) {
+    const std::string note = BenchGraphs.HasResiduals ? SetNote(set) : "";
+    return note.empty() ? "" : "; " + note;
+}
+
+void FillLegend() {
+    BenchGraphs.Legend.clear();
+    for (const SetNo set : EachSet()) {
+        const std::string rms = BenchGraphs.HasResiduals ? ", " + FigureRms(set.Number) : "";
+        const bool leftOut = IsLeftOut(set);
+        Control entry = Captioned(FigureName(set.Number));
+        entry.Value = leftOut ? 0 : 1;
+        entry.ToolTip = Work.SetLabel[set] + ", " + PointsText(set) + rms + NoteOf(set) +
+                        (leftOut ? ". A click shows it." : ". A click hides it.");
+        BenchGraphs.Legend.push_back(entry);
+    }
+}
+
+void FillRemark() {
+    BenchGraphs.Remark = Captioned(BenchGraphs.HasCurves
+                                       ? "Data or constraints have changed: residuals come with the next fit."
+                                       : "Curves and residuals come with the fit.");
+    BenchGraphs.Remark.Visible = !BenchGraphs.HasResiduals;
+}
+
+// --- layout ------------------------------------------------------------------------------------------------
+
+struct PairLayout {
+    const DrawingSurface& Surface;
+    int Letters{};
+    int Width{}, Height{}; // of the surface
+    bool Pair = false;     // both graphs are there
+};
+
+double DiagonalOf(const GraphBox& box) {
+    return std::max(std::trunc(std::hypot(box.X2 - box.X1, box.Y2 - box.Y1)), 1.0);
+}
+
+GraphBox ViewFrom(const PairLayout& pair, int top, int bottom) {
+    GraphBox view = DefaultBox();
+    view.X1 = 0;
+    view.X2 = ToInt16(pair.Width - 1);
+    view.Y1 = ToInt16(top);
+    view.Y2 = ToInt16(bottom);
+    return view;
+}
+
+// Lays the graph at hand out in a view, with a frame of its own choice or one that is given.
+void LayOut(const PairLayout& pair, const GraphBox& view, const GraphBox* frame) {
+    GraphSpec& spec = Chart.Spec;
+    spec.View = view;
+    spec.Device = "0";
+    spec.Relayout = frame == nullptr ? 1 : 0;
+    if (frame != nullptr) spec.Frame = *frame;
+    const auto size = static_cast<float>(pair.Letters / DiagonalOf(view));
+    for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2})
+        axis->Title.Size = axis->LabelSize = size;
+    SelectTarget(spec);
+    Replot();
+}
+
+// What stands around the frame of the graph at hand, in its view.
+struct Margins {
+    int Left{}, Right{}, Top{}, Bottom{};
+};
+Margins MarginsOf() {
+    const GraphBox& view = Chart.Spec.View;
+    const GraphBox& frame = Chart.Spec.Frame;
+    return {frame.X1 - view.X1, view.X2 - frame.X2, frame.Y1 - view.Y1, view.Y2 - frame.Y2};
+}
+
+// Symbols and tics of the lower graph are as large as those of the upper one, though its frame is smaller.
+void MatchSizes(const GraphBox& upper, const GraphBox& lower) {
+    const auto larger = static_cast<float>(DiagonalOf(upper) / DiagonalOf(lower));
+    ChartStyle& style = BenchGraphs.Lower.Style;
+    style.TicSize = BenchGraphs.Upper.Style.TicSize * larger;
+    style.SymbolSize = BenchGraphs.Upper.Style.SymbolSize * larger;
+}
+
+Margins Measured(const PairLayout& pair, ChartModule& module, int top, int bottom) {
+    Margins margins;
+    With(module, [&] {
+        Chart.Spec.AxisX1.ScaleMode = ScaleModes::Autorange;
+        LayOut(pair, ViewFrom(pair, top, bottom), nullptr);
+        margins = MarginsOf();
+    });
+    return margins;
+}
+
+// The frames one above the other, of one width, in the proportion of the pair.
+void LayOutPair(const PairLayout& pair) {
+    const int half = static_cast<int>(UpperPart * pair.Height);
+    BenchGraphs.Upper.Spec.AxisX1.TicMode = TicModes::MarksOnly;
+    BenchGraphs.Upper.Spec.AxisX1.Title.Text = "";
+    const Margins up = Measured(pair, BenchGraphs.Upper, 0, half);
+    const Margins low = Measured(pair, BenchGraphs.Lower, half + 1, pair.Height - 1);
+    const int frames = pair.Height - up.Top - up.Bottom - low.Top - low.Bottom;
+    GraphBox upper = DefaultBox();
+    upper.X1 = ToInt16(std::max(up.Left, low.Left));
+    upper.X2 = ToInt16(pair.Width - 1 - std::max(up.Right, low.Right));
+    upper.Y1 = ToInt16(up.Top);
+    upper.Y2 = ToInt16(up.Top + UpperPart * frames);
+    GraphBox lower = upper;
+    lower.Y1 = ToInt16(upper.Y2 + up.Bottom + low.Top);
+    lower.Y2 = ToInt16(pair.Height - 1 - low.Bottom);
+    const int between = upper.Y2 + up.Bottom;
+    MatchSizes(upper, lower);
+    With(BenchGraphs.Upper, [&] { LayOut(pair, ViewFrom(pair, 0, between), &upper); });
+    With(BenchGraphs.Lower, [&] {
+        Chart.Spec.AxisX1.ScaleMode = ScaleModes::Zoomed; // one x axis
+        const GraphAxis& x = BenchGraphs.Upper.Spec.AxisX1;
+        Chart.Spec.AxisX1.Min = x.Min;
+        Chart.Spec.AxisX1.Max = x.Max;
+        LayOut(pair, ViewFrom(pair, between + 1, pair.Height - 1), &lower);
+    });
+}
+
+// --- points under the pointer ------------------------------------------------------------------------------
+
+struct Nearest {
+    BenchPoint Found;
+    double Distance; // squared
+};
+
+// Looks through the series of the graph at hand that show points: every columns-th one.
+void LookThrough(long columns, bool residuals, int x, int y, Nearest& nearest) {
+    SetFrameMapping();
+    const double byX = DrawDivisor(Chart.Spec.AxisX1, Chart.LoadFactorX);
+    const double byY = DrawDivisor(Chart.Spec.AxisY1, Chart.LoadFactorY);
+    for (const SetNo set : EachSet()) {
+        const long column = columns * (set.Number - 1) + 1;
+        for (long i = 1; column <= Chart.DataX.Sets() && i <= TruePointsOf(set); ++i) {
+            const float px = Chart.DataX(i, column), py = Chart.DataY(i, column);
+            if (px == MissingValue || py == MissingValue) continue;
+            const double distance = std::pow(MapX(static_cast<double>(px) / byX) - x, 2) +
+                                    std::pow(MapY(static_cast<double>(py) / byY) - y, 2);
+            if (distance > nearest.Distance) continue;
+            nearest = {{set, FirstPointOf(set) + i - 1, residuals}, distance};
+        }
+    }
+}
+
+std::string Told(const char* what, double value, const char* picture) {
+    return std::string(what) + " " + FormatNumber(value, picture);
+}
+
+} // namespace
+
+bool IsLeftOut(SetNo set) {
+    const auto found = BenchGraphs.LeftOut.find(RowOf(set).Number);
+    return found != BenchGraphs.LeftOut.end() && found->second == Work.SetLabel[set];
+}
+
+void ToggleBenchSet(SetNo set) {
+    const long row = RowOf(set).Number;
+    if (IsLeftOut(set))
+        BenchGraphs.LeftOut.erase(row);
+    else
+        BenchGraphs.LeftOut[row] = Work.SetLabel[set];
+}
+
+bool FollowAnalysis() {
+    const std::uint64_t now = ContentsNow();
+    if (now == BenchGraphs.Contents && BenchGraphs.Builds > 0) return false;
+    BenchGraphs.Contents = now;
+    ++BenchGraphs.Builds;
+    const bool data = Work.DataChosen != 0 && Work.NumSets > 0;
+    BenchGraphs.HasCurves = data && Work.FitValid != 0;
+    BenchGraphs.HasResiduals = BenchGraphs.HasCurves && Work.NewData == Changed::Nothing;
+    BenchGraphs.Upper = BenchGraphs.Lower = ChartModule{};
+    BenchGraphs.Legend.clear();
+    FillRemark();
+    if (!data) return true;
+    BuildGraphs();
+    FillLegend();
+    return true;
+}
+
+void PaintBenchGraphs(const DrawingSurface& surface, int letters) {
+    const Lent lent(surface);
+    surface.ClearClip();
+    surface.SetPen({false, 0, 1});
+    surface.SetBrush({BrushKind::Solid, CanvasColor()});
+    surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
+    if (BenchGraphs.Upper.DataY.Empty()) return;
+    const bool both = !BenchGraphs.Lower.DataY.Empty();
+    const PairLayout pair{surface, letters, surface.Width(), surface.Height(), both};
+    if (both)
+        LayOutPair(pair);
+    else
+        Measured(pair, BenchGraphs.Upper, 0, pair.Height - 1);
+    With(BenchGraphs.Upper, DrawGraph);
+    if (both) With(BenchGraphs.Lower, DrawGraph);
+}
+
+void PaintBenchSample(const DrawingSurface& surface, SetNo set) {
+    const Lent lent(surface);
+    surface.SetPen({false, 0, 1});
+    surface.SetBrush({BrushKind::Solid, CanvasColor()});
+    surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
+    const int series = static_cast<int>(BenchGraphs.HasCurves ? 2 * set.Number - 1 : set.Number);
+    if (series > BenchGraphs.Upper.DataY.Sets()) return;
+    With(BenchGraphs.Upper, [&] {
+        const LegendSpace former = Chart.Layout.Legend;
+        Chart.Layout.Legend.SampleWidth = ToInt16(surface.Width());
+        Chart.Layout.Legend.EntryHeight = ToInt16(surface.Height());
+        SelectTarget(Chart.Spec);
+        DrawLegendSample({BenchGraphs.HasCurves ? series + 1 : 0, series, 0, ""}, 0, 0);
+        Chart.Layout.Legend = former;
+    });
+}
+
+bool IsInResiduals(int y) {
+    return !BenchGraphs.Lower.DataY.Empty() && y >= BenchGraphs.Lower.Spec.View.Y1;
+}
+
+BenchPoint BenchPointAt(int x, int y, int reach) {
+    Nearest nearest{{}, static_cast<double>(reach) * reach};
+    const Lent lent(Seams.PicBox);
+    if (IsInResiduals(y))
+        With(BenchGraphs.Lower, [&] { LookThrough(1, true, x, y, nearest); });
+    else if (!BenchGraphs.Upper.DataY.Empty())
+        With(BenchGraphs.Upper, [&] { LookThrough(BenchGraphs.HasCurves ? 2 : 1, false, x, y, nearest); });
+    return nearest.Found;
+}
+
+std::string BenchPointText(const BenchPoint& point) {
+    if (point.Set == NoSet) return "";
+    const RowNo row = RowOf(point.Set);
+    const long place = point.Point - FirstPointOf(point.Set);
+    std::string text = FigureName(point.Set.Number) + "\n";
+    text +=
+        Told("radius", static_cast<double>(Work.ScanRadius[row][Work.FitRange[0][row] + place]), "0.0000");
+    text += " cm, " + Told("signal", static_cast<double>(Work.PtY[point.Point]), "0.0000");
+    if (BenchGraphs.HasResiduals)
+        text += ", " + Told("residual", static_cast<double>(Work.PtResid[point.Point]), "0.0000");
+    return text;
+}
+
+} // namespace Quillon

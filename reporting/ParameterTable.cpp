@@ -1,0 +1,74 @@
+#include "reporting/ParameterTable.h"
+
+#include "fit/Confidence.h"
+#include "fit/Undetermined.h"
+#include "input/NUMINPUT.h"
+#include "models/ParmScale.h"
+#include "reporting/FitNotes.h"
+#include "reporting/ParmLines.h"
+#include "reporting/Statistics.h"
+#include "workspace/records/Roads.h"
+
+namespace Quillon {
+
+namespace {
+
+std::string NameText(SlotNo slot) {
+    const std::string& unit = Work.ParmTitle[slot];
+    return unit.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + " (" + unit + ")";
+}
+
+std::string ErrorText(SlotNo slot) {
+    if (!IsFitted(slot) || !Work.FitDone) return "";
+    const FreePos place = FreePosOf(slot);
+    if (HasNoError(place)) return "not determined";
+    return WithLeadingZero(FormatNumber(static_cast<double>(DisplayedError(place)), Work.ParmFormat[slot]));
+}
+
+std::string LimitText(SlotNo slot, bool upper) {
+    if (!IsFitted(slot) || !Work.FitDone || !Work.LimitsDone) return "";
+    const FreePos place = FreePosOf(slot);
+    if (!LimitFound(place, upper)) return "not found";
+    const float limit = ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place]);
+    return WithLeadingZero(FormatNumber(static_cast<double>(limit), Work.ParmFormat[slot]));
+}
+
+std::string StateText(SlotNo slot) {
+    if (IsFitted(slot)) return "fitted";
+    return Work.FreeMap[slot] == SlotTied ? "tied" : "held";
+}
+
+ParameterRow RowFor(SlotNo slot) {
+    return {slot,
+            {NameText(slot), WithLeadingZero(ParmValueText(slot)), ErrorText(slot), LimitText(slot, false),
+             LimitText(slot, true), StateText(slot), ParameterNote(slot)}};
+}
+
+std::string Line(const std::array<std::string, ParameterHeads.size()>& cells) {
+    std::string line;
+    for (const std::string& cell : cells)
+        line += (line.empty() ? "" : "\t") + cell; // a name is never empty
+    return line + "\n";
+}
+
+} // namespace
+
+std::vector<ParameterRow> ParameterRows() {
+    std::vector<ParameterRow> rows;
+    if (!Work.FitDone && !Work.FitValid) return rows;
+    for (const SlotNo slot : EachSlot())
+        if (IsInUse(slot)) rows.push_back(RowFor(slot));
+    return rows;
+}
+
+std::string ParameterText(const std::vector<ParameterRow>& rows, const std::vector<std::size_t>& places) {
+    std::string text;
+    for (const char* head : ParameterHeads)
+        text += (text.empty() ? "" : "\t") + std::string(head);
+    text += "\n";
+    for (const std::size_t place : places)
+        text += Line(rows[place].Cells);
+    return text;
+}
+
+} // namespace Quillon
