@@ -21,7 +21,7 @@ namespace {
 
 constexpr const char* LayoutKey = "Layout";
 
-PaneState& StateOf(BenchPane pane) {
+PaneState& StateOf(PaneKind pane) {
     return Workbench.Panes[static_cast<std::size_t>(pane)];
 }
 
@@ -79,7 +79,7 @@ void NameStep(std::size_t place, const char* caption, const char* command, const
 }
 
 void SetStep(std::size_t place, const std::string& words, bool done) {
-    BenchStep& step = Workbench.Steps[place];
+    WorkStep& step = Workbench.Steps[place];
     step.State.Text = AsCaption(words);
     step.Button.Enabled = MainItem(step.Command).Enabled;
     step.Progress = done ? StepState::Done : StepState::Waits;
@@ -89,7 +89,7 @@ void SetStep(std::size_t place, const std::string& words, bool done) {
 // them.
 void MarkNextStep() {
     for (const std::size_t place : {std::size_t{0}, std::size_t{1}, std::size_t{3}}) {
-        BenchStep& step = Workbench.Steps[place];
+        WorkStep& step = Workbench.Steps[place];
         if (step.Progress == StepState::Done) continue;
         step.Progress = StepState::Next;
         return;
@@ -150,11 +150,11 @@ void FillWorkbench() {
     FillRecent();
 }
 
-bool PaneIsSeen(BenchPane pane) {
-    return StateOf(pane).Shown && (pane == BenchPane::Steps || !Workbench.Starts);
+bool PaneIsSeen(PaneKind pane) {
+    return StateOf(pane).Shown && (pane == PaneKind::Steps || !Workbench.Starts);
 }
 
-void BenchStepButton(std::size_t step) {
+void StepButton(std::size_t step) {
     RunMainCommand(Workbench.Steps[step].Command);
 }
 
@@ -170,43 +170,43 @@ void OpenScansIn(const std::string& folder) {
     if (!answer.Cancelled) RunCommand([&] { ReadScans(answer.Paths); }, "Read scans");
 }
 
-void BenchOpenScans() {
+void OpenScansButton() {
     OpenScansIn("");
 }
 
-void BenchOpenFit() {
+void OpenFitButton() {
     RunMainCommand("DoFitRestore");
 }
 
-void BenchRecentButton(std::size_t place) {
+void RecentFitButton(std::size_t place) {
     RunRecentFile(static_cast<long>(place) + 1);
 }
 
 // --- panes -----------------------------------------------------------------------------------------------
 
-void ShowPane(BenchPane pane, bool shown) {
+void ShowPane(PaneKind pane, bool shown) {
     StateOf(pane).Shown = shown;
     KeepPlaces({{StateOf(pane).Key, shown ? "True" : "False"}});
     SetMenuStatus();
 }
 
 void ToggleStepsPane() {
-    ShowPane(BenchPane::Steps, !StepsPaneShown());
+    ShowPane(PaneKind::Steps, !StepsPaneShown());
 }
 void ToggleGraphsPane() {
-    ShowPane(BenchPane::Graphs, !GraphsPaneShown());
+    ShowPane(PaneKind::Graphs, !GraphsPaneShown());
 }
 void ToggleParametersPane() {
-    ShowPane(BenchPane::Parameters, !ParametersPaneShown());
+    ShowPane(PaneKind::Parameters, !ParametersPaneShown());
 }
 bool StepsPaneShown() {
-    return StateOf(BenchPane::Steps).Shown;
+    return StateOf(PaneKind::Steps).Shown;
 }
 bool GraphsPaneShown() {
-    return StateOf(BenchPane::Graphs).Shown;
+    return StateOf(PaneKind::Graphs).Shown;
 }
 bool ParametersPaneShown() {
-    return StateOf(BenchPane::Parameters).Shown;
+    return StateOf(PaneKind::Parameters).Shown;
 }
 
 void ResetLayout() {

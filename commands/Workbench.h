@@ -16,7 +16,7 @@ namespace Quillon {
 
 enum class StepState { Waits, Next, Done }; // for another step; to be done now; done, and may be done anew
 
-struct BenchStep {
+struct WorkStep {
     Control Button;           // enabled as the menu's item is
     Control State;            // in words: "9 data sets, 420 points"
     const char* Command = ""; // the menu's item that it runs
@@ -25,8 +25,8 @@ struct BenchStep {
 
 // --- panes -----------------------------------------------------------------------------------------------
 
-enum class BenchPane : std::size_t { Steps, Graphs, Parameters };
-inline constexpr std::size_t BenchPanes = 3;
+enum class PaneKind : std::size_t { Steps, Graphs, Parameters };
+inline constexpr std::size_t PaneKinds = 3;
 
 struct PaneState {
     const char* Key = "";     // in the ini file
@@ -37,8 +37,8 @@ struct PaneState {
 // --- the whole -------------------------------------------------------------------------------------------
 
 struct WorkbenchForm {
-    std::array<BenchStep, 4> Steps; // data, model, units, fit
-    std::array<PaneState, BenchPanes> Panes;
+    std::array<WorkStep, 4> Steps; // data, model, units, fit
+    std::array<PaneState, PaneKinds> Panes;
     std::string Layout; // where the panes stand, as whoever shows them writes it; "" as they come
     int TimesReset = 0; // of the layout: whoever shows it starts afresh when this changes
 
@@ -57,18 +57,18 @@ void LoadWorkbench();
 void FillWorkbench();
 
 // True when a pane is to be seen: the user wants it, and there is something in it.
-bool PaneIsSeen(BenchPane pane);
+bool PaneIsSeen(PaneKind pane);
 
-void BenchStepButton(std::size_t step);
-void BenchOpenScans(); // asks for scans, several at once, and opens the table with them
-void BenchOpenFit();
-void BenchRecentButton(std::size_t place); // from 0
+void StepButton(std::size_t step);
+void OpenScansButton(); // asks for scans, several at once, and opens the table with them
+void OpenFitButton();
+void RecentFitButton(std::size_t place); // from 0
 
 // The same, beginning in a folder, which then is that of the data.
 void OpenScansIn(const std::string& folder);
 
 // A pane is shown or hidden, by the menu or by its own button, and is so at the next start.
-void ShowPane(BenchPane pane, bool shown);
+void ShowPane(PaneKind pane, bool shown);
 void ToggleStepsPane();
 void ToggleGraphsPane();
 void ToggleParametersPane();

@@ -36,7 +36,7 @@ namespace {
 // A pane of the workbench: its own button hides it as the menu does.
 class PaneDock : public QDockWidget {
 public:
-    PaneDock(BenchPane pane, QWidget* content) : Pane(pane) {
+    PaneDock(PaneKind pane, QWidget* content) : Pane(pane) {
         const PaneState& state = Workbench.Panes[static_cast<std::size_t>(pane)];
         setObjectName(state.Key); // by which the toolkit knows it again
         setWindowTitle(state.Caption);
@@ -50,7 +50,7 @@ protected:
     }
 
 private:
-    BenchPane Pane;
+    PaneKind Pane;
 };
 
 class MainWindow : public QMainWindow {
@@ -108,33 +108,33 @@ private:
 
     void BuildPanes() {
         setDockNestingEnabled(true);
-        Panes = {new PaneDock(BenchPane::Steps, MakeStepsPane(Bind)),
-                 new PaneDock(BenchPane::Graphs, MakeGraphPane(Bind)),
-                 new PaneDock(BenchPane::Parameters, MakeParameterPane(Bind))};
+        Panes = {new PaneDock(PaneKind::Steps, MakeStepsPane(Bind)),
+                 new PaneDock(PaneKind::Graphs, MakeGraphPane(Bind)),
+                 new PaneDock(PaneKind::Parameters, MakeParameterPane(Bind))};
         PlacePanes();
         restoreState(QByteArray::fromHex(QByteArray::fromStdString(Workbench.Layout)));
         RefreshPanes();
     }
 
-    PaneDock* Dock(BenchPane pane) const { return Panes[static_cast<std::size_t>(pane)]; }
+    PaneDock* Dock(PaneKind pane) const { return Panes[static_cast<std::size_t>(pane)]; }
 
     // Where they come to stand by themselves: the steps to the left, the graphs above the parameters.
     void PlacePanes() {
         for (PaneDock* pane : Panes) {
             pane->setFloating(false);
-            addDockWidget(pane == Dock(BenchPane::Steps) ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea,
+            addDockWidget(pane == Dock(PaneKind::Steps) ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea,
                           pane);
         }
-        splitDockWidget(Dock(BenchPane::Graphs), Dock(BenchPane::Parameters), Qt::Vertical);
+        splitDockWidget(Dock(PaneKind::Graphs), Dock(PaneKind::Parameters), Qt::Vertical);
         TimesReset = Workbench.TimesReset;
     }
 
     // Most of the window to the graphs, unless the user has arranged the panes.
     void SizePanes() {
-        QDockWidget* const steps = Dock(BenchPane::Steps);
+        QDockWidget* const steps = Dock(PaneKind::Steps);
         const int across = steps->sizeHint().width();
-        resizeDocks({steps, Dock(BenchPane::Graphs)}, {across, width() - across}, Qt::Horizontal);
-        resizeDocks({Dock(BenchPane::Graphs), Dock(BenchPane::Parameters)}, {3, 1}, Qt::Vertical);
+        resizeDocks({steps, Dock(PaneKind::Graphs)}, {across, width() - across}, Qt::Horizontal);
+        resizeDocks({Dock(PaneKind::Graphs), Dock(PaneKind::Parameters)}, {3, 1}, Qt::Vertical);
     }
 
     void RefreshPanes() {
@@ -143,7 +143,7 @@ private:
         const bool begun = !Workbench.Starts && !centralWidget()->isHidden();
         if (centralWidget()->isHidden() == Workbench.Starts) centralWidget()->setVisible(Workbench.Starts);
         for (std::size_t i = 0; i < Panes.size(); ++i) {
-            const bool seen = PaneIsSeen(static_cast<BenchPane>(i));
+            const bool seen = PaneIsSeen(static_cast<PaneKind>(i));
             if (Panes[i]->isHidden() == seen) Panes[i]->setVisible(seen);
         }
         if (reset || (begun && Workbench.Layout.empty())) SizePanes();
@@ -208,7 +208,7 @@ private:
     Binder Bind;
     std::vector<NamedAction> Actions;
     std::vector<QAction*> Recent;
-    std::vector<PaneDock*> Panes; // by BenchPane
+    std::vector<PaneDock*> Panes; // by PaneKind
     int TimesReset = 0;
 };
 

@@ -5,7 +5,7 @@
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/workbench/Idle.h"
-#include "graphs/BenchGraphs.h"
+#include "graphs/GraphPair.h"
 #include "workspace/records/Workspace.h"
 
 #include <QListWidget>
@@ -20,9 +20,9 @@ namespace {
 
 // --- the graphs --------------------------------------------------------------------------------------------
 
-class BenchCanvas : public QWidget {
+class PairCanvas : public QWidget {
 public:
-    BenchCanvas() {
+    PairCanvas() {
         setMinimumSize(240, 180);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         setMouseTracking(true);
@@ -43,7 +43,7 @@ protected:
             Stale = false;
             Box.Fit(*this);
             const auto letters = static_cast<int>(fontMetrics().height() * devicePixelRatioF());
-            PaintBenchGraphs(Box.Surface(), letters);
+            PaintGraphPair(Box.Surface(), letters);
         } else if (Stale) {
             QTimer::singleShot(50, this, [this] { update(); });
         }
@@ -65,9 +65,9 @@ protected:
         constexpr double reach = 8.0; // pixels
         if (!MayFollowAnalysis()) return;
         const QPoint at = (event->position() * devicePixelRatioF()).toPoint();
-        const BenchPoint point = BenchPointAt(at.x(), at.y(), static_cast<int>(reach * devicePixelRatioF()));
+        const PairPoint point = PairPointAt(at.x(), at.y(), static_cast<int>(reach * devicePixelRatioF()));
         if (point.Set == NoSet) return QToolTip::hideText();
-        QToolTip::showText(event->globalPosition().toPoint(), ShownText(BenchPointText(point)), this);
+        QToolTip::showText(event->globalPosition().toPoint(), ShownText(PairPointText(point)), this);
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         Open(IsInResiduals(static_cast<int>(event->position().y() * devicePixelRatioF())));
@@ -80,9 +80,9 @@ protected:
 
 private:
     static void Open(bool residuals) {
-        const char* graph = residuals && BenchGraphs.HasResiduals ? "GraphResiduals"
-                            : BenchGraphs.HasCurves               ? "GraphOverlay"
-                                                                  : "GraphData";
+        const char* graph = residuals && GraphPair.HasResiduals ? "GraphResiduals"
+                            : GraphPair.HasCurves               ? "GraphOverlay"
+                                                                : "GraphData";
         RunWhenIdle([graph] { RunMainCommand(graph); });
     }
     PaintedImage Box;
@@ -97,13 +97,13 @@ QIcon SampleOf(const QWidget& widget, SetNo set) {
     place.resize(widget.fontMetrics().lineSpacing() * 5 / 2, widget.fontMetrics().lineSpacing());
     PaintedImage image;
     image.Fit(place);
-    PaintBenchSample(image.Surface(), set);
+    PaintSetSample(image.Surface(), set);
     return QPixmap::fromImage(image.Image().copy());
 }
 
-class BenchLegend : public QListWidget {
+class PairLegend : public QListWidget {
 public:
-    BenchLegend() {
+    PairLegend() {
         setAccessibleName("Data sets: Space hides and shows one");
         setSelectionMode(NoSelection);
         setFrameShape(QFrame::NoFrame);
@@ -118,8 +118,8 @@ public:
         const int current = currentRow();
         clear();
         setIconSize({fontMetrics().lineSpacing() * 5 / 2, fontMetrics().lineSpacing()});
-        for (std::size_t i = 0; i < BenchGraphs.Legend.size(); ++i)
-            Add(BenchGraphs.Legend[i], SetNo(static_cast<long>(i) + 1));
+        for (std::size_t i = 0; i < GraphPair.Legend.size(); ++i)
+            Add(GraphPair.Legend[i], SetNo(static_cast<long>(i) + 1));
         setCurrentRow(std::min(std::max(current, 0), count() - 1));
         updateGeometry();
     }
@@ -144,15 +144,15 @@ private:
     }
     static void Toggle(int row) {
         if (row < 0 || row >= Work.NumSets) return;
-        RunWhenIdle([row] { ToggleBenchSet(SetNo(row + 1)); });
+        RunWhenIdle([row] { ToggleSet(SetNo(row + 1)); });
     }
 };
 
 } // namespace
 
 QWidget* MakeGraphPane(Binder& bind) {
-    auto* canvas = new BenchCanvas;
-    auto* legend = new BenchLegend;
+    auto* canvas = new PairCanvas;
+    auto* legend = new PairLegend;
     auto* split = new QSplitter;
     split->addWidget(canvas);
     split->addWidget(legend);
@@ -163,12 +163,12 @@ QWidget* MakeGraphPane(Binder& bind) {
     auto* all = new QVBoxLayout(pane);
     all->setContentsMargins(0, 0, 0, 0);
     all->addWidget(split, 1);
-    all->addWidget(CenteredLabel(bind, []() -> Control& { return BenchGraphs.Remark; }));
+    all->addWidget(CenteredLabel(bind, []() -> Control& { return GraphPair.Remark; }));
     bind.Also([canvas, legend, built = 0]() mutable {
         if (!MayFollowAnalysis() || Chart.Painting != 0) return;
         FollowAnalysis();
-        if (built == BenchGraphs.Builds) return;
-        built = BenchGraphs.Builds;
+        if (built == GraphPair.Builds) return;
+        built = GraphPair.Builds;
         canvas->PaintAnew();
         legend->Fill();
     });

@@ -37,7 +37,7 @@ std::vector<QPushButton*> RecentRows(Binder& bind) {
     std::vector<QPushButton*> rows;
     for (std::size_t i = 0; i < Workbench.Recent.size(); ++i)
         rows.push_back(PageButton(
-            bind, [i]() -> Control& { return Workbench.Recent[i]; }, [i] { BenchRecentButton(i); }));
+            bind, [i]() -> Control& { return Workbench.Recent[i]; }, [i] { RecentFitButton(i); }));
     return rows;
 }
 
@@ -52,9 +52,9 @@ QWidget* MakeStartPage(Binder& bind) {
     column->addSpacing(12);
     auto* open = new QHBoxLayout;
     open->addWidget(PageButton(
-        bind, []() -> Control& { return Workbench.OpenScans; }, BenchOpenScans));
+        bind, []() -> Control& { return Workbench.OpenScans; }, OpenScansButton));
     open->addWidget(PageButton(
-        bind, []() -> Control& { return Workbench.OpenFit; }, BenchOpenFit));
+        bind, []() -> Control& { return Workbench.OpenFit; }, OpenFitButton));
     open->addStretch(1);
     column->addLayout(open);
     column->addWidget(MakeLabel(

@@ -58,8 +58,7 @@ QWidget* MakeStepsPane(Binder& bind) {
         auto* mark = new StepMark(i);
         bind.Also([mark] { mark->update(); });
         QPushButton* button = MakeButton(bind, [i]() -> Control& { return Workbench.Steps[i].Button; }, {});
-        QObject::connect(button, &QPushButton::clicked, button,
-                         [i] { RunWhenIdle([i] { BenchStepButton(i); }); });
+        QObject::connect(button, &QPushButton::clicked, button, [i] { RunWhenIdle([i] { StepButton(i); }); });
         QLabel* state = MakeLabel(
             bind, [i]() -> Control& { return Workbench.Steps[i].State; }, true);
         state->setAlignment(Qt::AlignTop | Qt::AlignLeft);

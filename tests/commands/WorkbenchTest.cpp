@@ -38,8 +38,8 @@ TEST_F(WorkbenchCase, AtTheStartDataComeNext) {
     EXPECT_TRUE(Workbench.Steps[0].Button.Enabled);
     EXPECT_FALSE(Workbench.Steps[3].Button.Enabled);
     EXPECT_TRUE(Workbench.Starts);
-    EXPECT_TRUE(PaneIsSeen(BenchPane::Steps));
-    EXPECT_FALSE(PaneIsSeen(BenchPane::Graphs)); // there is nothing in it yet
+    EXPECT_TRUE(PaneIsSeen(PaneKind::Steps));
+    EXPECT_FALSE(PaneIsSeen(PaneKind::Graphs)); // there is nothing in it yet
 }
 
 TEST_F(WorkbenchCase, BehindDataComesTheModelAndThenTheFit) {
@@ -49,7 +49,7 @@ TEST_F(WorkbenchCase, BehindDataComesTheModelAndThenTheFit) {
     EXPECT_EQ(Progress(0), StepState::Done);
     EXPECT_EQ(Progress(1), StepState::Next);
     EXPECT_FALSE(Workbench.Starts);
-    EXPECT_TRUE(PaneIsSeen(BenchPane::Graphs));
+    EXPECT_TRUE(PaneIsSeen(PaneKind::Graphs));
     Work.ModelChosen = FlagTrue;
     Work.NonIdeal = FlagTrue;
     Work.MassUnits = MassUnit::Molar;
@@ -77,8 +77,8 @@ TEST_F(WorkbenchCase, AFitThatDataHaveLeftBehindIsToBeDoneAgain) {
 
 TEST_F(WorkbenchCase, AStepIsTheItemOfTheMenu) {
     script.ExpectModal(ModelFormName, ModelFormCancelButton);
-    BenchStepButton(1);
-    BenchStepButton(3); // not yet
+    StepButton(1);
+    StepButton(3); // not yet
 }
 
 TEST_F(WorkbenchCase, PanesAreFoundAgainAsTheyWereLeft) {
@@ -86,22 +86,22 @@ TEST_F(WorkbenchCase, PanesAreFoundAgainAsTheyWereLeft) {
     KeepLayout("00ff");
     EXPECT_FALSE(MainItem("ShowSteps").Checked);
     StartQuillon("");
-    EXPECT_FALSE(PaneIsSeen(BenchPane::Steps));
+    EXPECT_FALSE(PaneIsSeen(PaneKind::Steps));
     EXPECT_TRUE(GraphsPaneShown());
     EXPECT_EQ(Workbench.Layout, "00ff");
     const int before = Workbench.TimesReset;
     RunMainCommand("ResetLayout");
-    EXPECT_TRUE(PaneIsSeen(BenchPane::Steps));
+    EXPECT_TRUE(PaneIsSeen(PaneKind::Steps));
     EXPECT_TRUE(MainItem("ShowSteps").Checked);
     EXPECT_GT(Workbench.TimesReset, before);
     StartQuillon("");
-    EXPECT_TRUE(PaneIsSeen(BenchPane::Steps));
+    EXPECT_TRUE(PaneIsSeen(PaneKind::Steps));
     EXPECT_EQ(Workbench.Layout, "");
 }
 
 TEST_F(WorkbenchCase, APlaceThatCannotBeKeptIsNoMatter) {
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Permission denied"); };
-    ShowPane(BenchPane::Parameters, false);
+    ShowPane(PaneKind::Parameters, false);
     EXPECT_FALSE(ParametersPaneShown());
     EXPECT_TRUE(script.Asked.empty());
 }
@@ -124,12 +124,12 @@ TEST_F(WorkbenchCase, RecentFitsAreCalledByTheirNamesAndTellTheirPaths) {
 
 TEST_F(WorkbenchCase, ScansAreAskedForBeforeTheTableOpens) {
     script.ExpectFile("Quillon - Open Scans", "");
-    BenchOpenScans(); // cancelled: no table
+    OpenScansButton(); // cancelled: no table
     script.ExpectFiles("Quillon - Open Scans", {"/data/1.RA1", "/data/2.RA1"});
     script.ExpectModal(FileFormName, [] {
         EXPECT_EQ(FileForm.Waiting, (std::vector<std::string>{"/data/1.RA1", "/data/2.RA1"}));
     });
-    BenchOpenScans();
+    OpenScansButton();
 }
 
 TEST_F(WorkbenchCase, AFolderThatIsDroppedIsAskedForItsScans) {

@@ -18,7 +18,7 @@
 
 namespace Quillon {
 
-struct BenchGraphsRecord {
+struct GraphPairRecord {
     ChartModule Upper, Lower;    // data with curves, residuals; without data where there is nothing to show
     bool HasCurves = false;      // a fitted function stands at all points
     bool HasResiduals = false;   // and belongs to the data as they are
@@ -28,7 +28,7 @@ struct BenchGraphsRecord {
     std::uint64_t Contents = 0;          // of what was shown last
     int Builds = 0;                      // how often the graphs were built
 };
-extern BenchGraphsRecord BenchGraphs;
+extern GraphPairRecord GraphPair;
 
 // Brings the record up to the analysis. False when nothing has changed since the last time: there is nothing
 // to paint anew. Residuals are filled in (Work.PtResid). A graph that cannot be built is empty.
@@ -36,26 +36,26 @@ bool FollowAnalysis();
 
 // Lays both graphs out on a surface and paints them, with letters so many units high. Nobody is asked and no
 // events are served meanwhile.
-void PaintBenchGraphs(const DrawingSurface& surface, int letters);
+void PaintGraphPair(const DrawingSurface& surface, int letters);
 
 // Shows a set or leaves it out; the next FollowAnalysis builds the graphs without it.
-void ToggleBenchSet(SetNo set);
+void ToggleSet(SetNo set);
 bool IsLeftOut(SetNo set);
 
 // Paints what stands before a set's name in a legend, symbol and line, over the whole of a small surface.
-void PaintBenchSample(const DrawingSurface& surface, SetNo set);
+void PaintSetSample(const DrawingSurface& surface, SetNo set);
 
 // The point of a set that is shown nearest to a place within reach; Set is NoSet without one.
-struct BenchPoint {
+struct PairPoint {
     SetNo Set = NoSet;
     long Point = 0; // of the fit, from 1
     bool OfResidual = false;
-    bool operator==(const BenchPoint&) const = default;
+    bool operator==(const PairPoint&) const = default;
 };
-BenchPoint BenchPointAt(int x, int y, int reach);
+PairPoint PairPointAt(int x, int y, int reach);
 
 // What is told of it: file, channel and speed, then radius, signal, and what the fit leaves of it.
-std::string BenchPointText(const BenchPoint& point);
+std::string PairPointText(const PairPoint& point);
 
 // True when a place is in the lower graph.
 bool IsInResiduals(int y);

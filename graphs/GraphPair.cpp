@@ -1,4 +1,4 @@
-#include "graphs/BenchGraphs.h"
+#include "graphs/GraphPair.h"
 
 #include "chart/CHART.h"
 #include "chart/draw/Legend.h"
@@ -25,7 +25,7 @@
 
 namespace Quillon {
 
-BenchGraphsRecord BenchGraphs;
+GraphPairRecord GraphPair;
 
 namespace {
 
@@ -191,8 +191,8 @@ bool MakeResiduals() {
 
 void BuildGraphs() {
     const Lent lent(NoSurface());
-    BenchGraphs.Upper = BenchGraphs.HasCurves ? Built(2, nullptr, MakeOverlay) : Built(1, nullptr, MakeData);
-    BenchGraphs.Lower = BenchGraphs.HasResiduals ? Built(1, "Residual", MakeResiduals) : ChartModule{};
+    GraphPair.Upper = GraphPair.HasCurves ? Built(2, nullptr, MakeOverlay) : Built(1, nullptr, MakeData);
+    GraphPair.Lower = GraphPair.HasResiduals ? Built(1, "Residual", MakeResiduals) : ChartModule{};
 }
 
 // --- the legend --------------------------------------------------------------------------------------------
@@ -203,28 +203,28 @@ std::string PointsText(SetNo set) {
 }
 
 std::string NoteOf(SetNo set) {
-    const std::string note = BenchGraphs.HasResiduals ? SetNote(set) : "";
+    const std::string note = GraphPair.HasResiduals ? SetNote(set) : "";
     return note.empty() ? "" : "; " + note;
 }
 
 void FillLegend() {
-    BenchGraphs.Legend.clear();
+    GraphPair.Legend.clear();
     for (const SetNo set : EachSet()) {
-        const std::string rms = BenchGraphs.HasResiduals ? ", " + FigureRms(set.Number) : "";
+        const std::string rms = GraphPair.HasResiduals ? ", " + FigureRms(set.Number) : "";
         const bool leftOut = IsLeftOut(set);
         Control entry = Captioned(FigureName(set.Number));
         entry.Value = leftOut ? 0 : 1;
         entry.ToolTip = Work.SetLabel[set] + ", " + PointsText(set) + rms + NoteOf(set) +
                         (leftOut ? ". A click shows it." : ". A click hides it.");
-        BenchGraphs.Legend.push_back(entry);
+        GraphPair.Legend.push_back(entry);
     }
 }
 
 void FillRemark() {
-    BenchGraphs.Remark = Captioned(BenchGraphs.HasCurves
-                                       ? "Data or constraints have changed: residuals come with the next fit."
-                                       : "Curves and residuals come with the fit.");
-    BenchGraphs.Remark.Visible = !BenchGraphs.HasResiduals;
+    GraphPair.Remark =
+        Captioned(GraphPair.HasCurves ? "Data or constraints have changed: residuals come with the next fit."
+                                      : "Curves and residuals come with the fit.");
+    GraphPair.Remark.Visible = !GraphPair.HasResiduals;
 }
 
 // --- layout ------------------------------------------------------------------------------------------------
@@ -276,9 +276,9 @@ Margins MarginsOf() {
 // Symbols and tics of the lower graph are as large as those of the upper one, though its frame is smaller.
 void MatchSizes(const GraphBox& upper, const GraphBox& lower) {
     const auto larger = static_cast<float>(DiagonalOf(upper) / DiagonalOf(lower));
-    ChartStyle& style = BenchGraphs.Lower.Style;
-    style.TicSize = BenchGraphs.Upper.Style.TicSize * larger;
-    style.SymbolSize = BenchGraphs.Upper.Style.SymbolSize * larger;
+    ChartStyle& style = GraphPair.Lower.Style;
+    style.TicSize = GraphPair.Upper.Style.TicSize * larger;
+    style.SymbolSize = GraphPair.Upper.Style.SymbolSize * larger;
 }
 
 Margins Measured(const PairLayout& pair, ChartModule& module, int top, int bottom) {
@@ -294,10 +294,10 @@ Margins Measured(const PairLayout& pair, ChartModule& module, int top, int botto
 // The frames one above the other, of one width, in the proportion of the pair.
 void LayOutPair(const PairLayout& pair) {
     const int half = static_cast<int>(UpperPart * pair.Height);
-    BenchGraphs.Upper.Spec.AxisX1.TicMode = TicModes::MarksOnly;
-    BenchGraphs.Upper.Spec.AxisX1.Title.Text = "";
-    const Margins up = Measured(pair, BenchGraphs.Upper, 0, half);
-    const Margins low = Measured(pair, BenchGraphs.Lower, half + 1, pair.Height - 1);
+    GraphPair.Upper.Spec.AxisX1.TicMode = TicModes::MarksOnly;
+    GraphPair.Upper.Spec.AxisX1.Title.Text = "";
+    const Margins up = Measured(pair, GraphPair.Upper, 0, half);
+    const Margins low = Measured(pair, GraphPair.Lower, half + 1, pair.Height - 1);
     const int frames = pair.Height - up.Top - up.Bottom - low.Top - low.Bottom;
     GraphBox upper = DefaultBox();
     upper.X1 = ToInt16(std::max(up.Left, low.Left));
@@ -309,10 +309,10 @@ void LayOutPair(const PairLayout& pair) {
     lower.Y2 = ToInt16(pair.Height - 1 - low.Bottom);
     const int between = upper.Y2 + up.Bottom;
     MatchSizes(upper, lower);
-    With(BenchGraphs.Upper, [&] { LayOut(pair, ViewFrom(pair, 0, between), &upper); });
-    With(BenchGraphs.Lower, [&] {
+    With(GraphPair.Upper, [&] { LayOut(pair, ViewFrom(pair, 0, between), &upper); });
+    With(GraphPair.Lower, [&] {
         Chart.Spec.AxisX1.ScaleMode = ScaleModes::Zoomed; // one x axis
-        const GraphAxis& x = BenchGraphs.Upper.Spec.AxisX1;
+        const GraphAxis& x = GraphPair.Upper.Spec.AxisX1;
         Chart.Spec.AxisX1.Min = x.Min;
         Chart.Spec.AxisX1.Max = x.Max;
         LayOut(pair, ViewFrom(pair, between + 1, pair.Height - 1), &lower);
@@ -322,7 +322,7 @@ void LayOutPair(const PairLayout& pair) {
 // --- points under the pointer ------------------------------------------------------------------------------
 
 struct Nearest {
-    BenchPoint Found;
+    PairPoint Found;
     double Distance; // squared
 };
 
@@ -351,28 +351,28 @@ std::string Told(const char* what, double value, const char* picture) {
 } // namespace
 
 bool IsLeftOut(SetNo set) {
-    const auto found = BenchGraphs.LeftOut.find(RowOf(set).Number);
-    return found != BenchGraphs.LeftOut.end() && found->second == Work.SetLabel[set];
+    const auto found = GraphPair.LeftOut.find(RowOf(set).Number);
+    return found != GraphPair.LeftOut.end() && found->second == Work.SetLabel[set];
 }
 
-void ToggleBenchSet(SetNo set) {
+void ToggleSet(SetNo set) {
     const long row = RowOf(set).Number;
     if (IsLeftOut(set))
-        BenchGraphs.LeftOut.erase(row);
+        GraphPair.LeftOut.erase(row);
     else
-        BenchGraphs.LeftOut[row] = Work.SetLabel[set];
+        GraphPair.LeftOut[row] = Work.SetLabel[set];
 }
 
 bool FollowAnalysis() {
     const std::uint64_t now = ContentsNow();
-    if (now == BenchGraphs.Contents && BenchGraphs.Builds > 0) return false;
-    BenchGraphs.Contents = now;
-    ++BenchGraphs.Builds;
+    if (now == GraphPair.Contents && GraphPair.Builds > 0) return false;
+    GraphPair.Contents = now;
+    ++GraphPair.Builds;
     const bool data = Work.DataChosen != 0 && Work.NumSets > 0;
-    BenchGraphs.HasCurves = data && Work.FitValid != 0;
-    BenchGraphs.HasResiduals = BenchGraphs.HasCurves && Work.NewData == Changed::Nothing;
-    BenchGraphs.Upper = BenchGraphs.Lower = ChartModule{};
-    BenchGraphs.Legend.clear();
+    GraphPair.HasCurves = data && Work.FitValid != 0;
+    GraphPair.HasResiduals = GraphPair.HasCurves && Work.NewData == Changed::Nothing;
+    GraphPair.Upper = GraphPair.Lower = ChartModule{};
+    GraphPair.Legend.clear();
     FillRemark();
     if (!data) return true;
     BuildGraphs();
@@ -380,55 +380,55 @@ bool FollowAnalysis() {
     return true;
 }
 
-void PaintBenchGraphs(const DrawingSurface& surface, int letters) {
+void PaintGraphPair(const DrawingSurface& surface, int letters) {
     const Lent lent(surface);
     surface.ClearClip();
     surface.SetPen({false, 0, 1});
     surface.SetBrush({BrushKind::Solid, CanvasColor()});
     surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
-    if (BenchGraphs.Upper.DataY.Empty()) return;
-    const bool both = !BenchGraphs.Lower.DataY.Empty();
+    if (GraphPair.Upper.DataY.Empty()) return;
+    const bool both = !GraphPair.Lower.DataY.Empty();
     const PairLayout pair{surface, letters, surface.Width(), surface.Height(), both};
     if (both)
         LayOutPair(pair);
     else
-        Measured(pair, BenchGraphs.Upper, 0, pair.Height - 1);
-    With(BenchGraphs.Upper, DrawGraph);
-    if (both) With(BenchGraphs.Lower, DrawGraph);
+        Measured(pair, GraphPair.Upper, 0, pair.Height - 1);
+    With(GraphPair.Upper, DrawGraph);
+    if (both) With(GraphPair.Lower, DrawGraph);
 }
 
-void PaintBenchSample(const DrawingSurface& surface, SetNo set) {
+void PaintSetSample(const DrawingSurface& surface, SetNo set) {
     const Lent lent(surface);
     surface.SetPen({false, 0, 1});
     surface.SetBrush({BrushKind::Solid, CanvasColor()});
     surface.Rectangle({0, 0, surface.Width() - 1, surface.Height() - 1});
-    const int series = static_cast<int>(BenchGraphs.HasCurves ? 2 * set.Number - 1 : set.Number);
-    if (series > BenchGraphs.Upper.DataY.Sets()) return;
-    With(BenchGraphs.Upper, [&] {
+    const int series = static_cast<int>(GraphPair.HasCurves ? 2 * set.Number - 1 : set.Number);
+    if (series > GraphPair.Upper.DataY.Sets()) return;
+    With(GraphPair.Upper, [&] {
         const LegendSpace former = Chart.Layout.Legend;
         Chart.Layout.Legend.SampleWidth = ToInt16(surface.Width());
         Chart.Layout.Legend.EntryHeight = ToInt16(surface.Height());
         SelectTarget(Chart.Spec);
-        DrawLegendSample({BenchGraphs.HasCurves ? series + 1 : 0, series, 0, ""}, 0, 0);
+        DrawLegendSample({GraphPair.HasCurves ? series + 1 : 0, series, 0, ""}, 0, 0);
         Chart.Layout.Legend = former;
     });
 }
 
 bool IsInResiduals(int y) {
-    return !BenchGraphs.Lower.DataY.Empty() && y >= BenchGraphs.Lower.Spec.View.Y1;
+    return !GraphPair.Lower.DataY.Empty() && y >= GraphPair.Lower.Spec.View.Y1;
 }
 
-BenchPoint BenchPointAt(int x, int y, int reach) {
+PairPoint PairPointAt(int x, int y, int reach) {
     Nearest nearest{{}, static_cast<double>(reach) * reach};
     const Lent lent(Seams.PicBox);
     if (IsInResiduals(y))
-        With(BenchGraphs.Lower, [&] { LookThrough(1, true, x, y, nearest); });
-    else if (!BenchGraphs.Upper.DataY.Empty())
-        With(BenchGraphs.Upper, [&] { LookThrough(BenchGraphs.HasCurves ? 2 : 1, false, x, y, nearest); });
+        With(GraphPair.Lower, [&] { LookThrough(1, true, x, y, nearest); });
+    else if (!GraphPair.Upper.DataY.Empty())
+        With(GraphPair.Upper, [&] { LookThrough(GraphPair.HasCurves ? 2 : 1, false, x, y, nearest); });
     return nearest.Found;
 }
 
-std::string BenchPointText(const BenchPoint& point) {
+std::string PairPointText(const PairPoint& point) {
     if (point.Set == NoSet) return "";
     const RowNo row = RowOf(point.Set);
     const long place = point.Point - FirstPointOf(point.Set);
@@ -436,7 +436,7 @@ std::string BenchPointText(const BenchPoint& point) {
     text +=
         Told("radius", static_cast<double>(Work.ScanRadius[row][Work.FitRange[0][row] + place]), "0.0000");
     text += " cm, " + Told("signal", static_cast<double>(Work.PtY[point.Point]), "0.0000");
-    if (BenchGraphs.HasResiduals)
+    if (GraphPair.HasResiduals)
         text += ", " + Told("residual", static_cast<double>(Work.PtResid[point.Point]), "0.0000");
     return text;
 }
