@@ -3,10 +3,10 @@
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
-#include "models/ParmScale.h"
-#include "reporting/FitNotes.h"
-#include "reporting/ParmLines.h"
-#include "reporting/Statistics.h"
+#include "models/table/ParmScale.h"
+#include "reporting/values/FitNotes.h"
+#include "reporting/values/ParmLines.h"
+#include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {

@@ -1,7 +1,7 @@
 #include "forms/workbench/Idle.h"
 
-#include "fit/FitMon.h"
-#include "fit/WaitForm.h"
+#include "fit/forms/FitMon.h"
+#include "fit/forms/WaitForm.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "reporting/Results.h"
