@@ -1,6 +1,7 @@
 #include "batch/QuillonFit.h"
 
 #include "batch/CompareTable.h"
+#include "batch/SortRun.h"
 #include "batch/Studies.h"
 #include "batch/console/BatchPlatform.h"
 #include "batch/console/OneLine.h"
@@ -273,6 +274,11 @@ int RunMerge(const Options& options) {
     return ExitDone;
 }
 
+int RunSort(const Options& options) {
+    WriteOutput({"-", RunSorting(options)});
+    return ExitDone;
+}
+
 int RunOnce(const Options& options) {
     RunEnd end;
     return RunOptions(options, nullptr, end);
@@ -282,10 +288,11 @@ int RunOnce(const Options& options) {
 int RunNamed(const Options& options) {
     try {
         if (!options.Merge.empty()) return RunMerge(options);
+        if (!options.Sort.Place.empty()) return RunSort(options);
         if (!options.Table.empty()) return RunTableOptions(options);
         return options.Simulate.empty() ? RunOnce(options) : RunSimulation(options);
     } catch (const std::bad_alloc&) {
-        FailFile(options.JobPath, ErrorText::OutOfMemory);
+        FailFile(options.Sort.Place.empty() ? options.JobPath : options.Sort.Place, ErrorText::OutOfMemory);
     }
 }
 

@@ -65,6 +65,11 @@ void NumberHeaders(const SortedRun& run, std::vector<Place>& places) {
     NumberWithin(run, cell, &ScanHead::Rpm, IsSameSpeed, &Place::CellSpeed, places);
 }
 
+// Scans that one rotor made, in the order of their times.
+bool IsOneFolder(const RunScan& a, const RunScan& b) {
+    return DirectoryOf(a.File) == DirectoryOf(b.File) && a.Name.RunId == b.Name.RunId;
+}
+
 // Stays of the rotor at one speed, in the order of time; scans of one time by rising speed.
 void NumberStays(const SortedRun& run, std::vector<Place>& places) {
     auto parts = PartedBy(run, [&](std::size_t i) {
@@ -106,7 +111,7 @@ void Divide(const SortedRun& run, const std::vector<Place>& places, ScanPlaces s
         const auto known = stays.find(folder);
         const bool back = known != stays.end() && known->second != places[i].Stay;
         if (stays.empty() || back) {
-            groups.push_back({scan.Cell, scan.Optics, {}, 0, {}, {}});
+            groups.push_back({scan.Cell, scan.Optics, places[i].Stay, {}, 0, {}, {}});
             stays.clear();
         }
         stays[folder] = places[i].Stay;
@@ -126,8 +131,7 @@ void TellMixed(SortedRun& run) {
         const RunScan& first = run.Scans[run.Groups[g].Scans.front()];
         for (const std::size_t i : run.Groups[g].Scans) {
             const RunScan& scan = run.Scans[i];
-            if (DirectoryOf(scan.File) == DirectoryOf(first.File) && scan.Name.RunId == first.Name.RunId)
-                continue;
+            if (IsOneFolder(scan, first)) continue;
             run.Remarks.push_back("Group " + std::to_string(g + 1) +
                                   " has scans of several folders or runs, " + ShownName(first.File) +
                                   " and " + ShownName(scan.File) +
@@ -146,6 +150,12 @@ bool IsSameWavelength(float a, float b) {
 bool IsSameSpeed(float a, float b) {
     const double higher = static_cast<double>(std::max(std::fabs(a), std::fabs(b)));
     return std::fabs(static_cast<double>(a) - static_cast<double>(b)) <= SpeedGap * higher;
+}
+
+bool IsSameStay(const SortedRun& run, const RunGroup& a, const RunGroup& b) {
+    const RunScan &first = run.Scans[a.Scans.front()], &second = run.Scans[b.Scans.front()];
+    const bool together = IsOneFolder(first, second);
+    return (!together || a.Stay == b.Stay) && IsSameSpeed(first.Head.Rpm, second.Head.Rpm);
 }
 
 void GroupRun(SortedRun& run) {

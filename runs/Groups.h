@@ -13,6 +13,10 @@ namespace Quillon {
 // number and name. What the scans of a group do not have in common is told.
 void GroupRun(SortedRun& run);
 
+// True when two groups were measured during the same stay of the rotor at a speed; of different folders, at
+// the same speed.
+bool IsSameStay(const SortedRun& run, const RunGroup& a, const RunGroup& b);
+
 // True when two wavelengths in nm, or two speeds in rpm, count as the same.
 bool IsSameWavelength(float a, float b);
 bool IsSameSpeed(float a, float b);

@@ -39,13 +39,16 @@ void TellPassed(const std::vector<PassedFile>& passed, SortedRun& run) {
 // Reading goes on behind a bad file; a name is enough to call it one.
 class Reader {
 public:
-    explicit Reader(SortedRun& run) : Run(run) {}
+    Reader(SortedRun& run, bool keepBytes) : Run(run), KeepsBytes(keepBytes) {}
 
     void Meet(const MetFile& file) {
         const bool scan = LooksLikeScan(file.Start);
         if (!scan && ScanNameOf(FileTitle(file.Name)).Type == 0) return;
         try {
-            Take(ReadRunScan(file.Name, file.Whole()));
+            std::string bytes = file.Whole();
+            RunScan read = ReadRunScan(file.Name, bytes);
+            if (KeepsBytes) read.Whole = std::move(bytes);
+            Take(std::move(read));
         } catch (const RuntimeError& error) {
             Run.Remarks.push_back(ShownName(file.Name) + ": it is left alone: " + error.Text);
         }
@@ -84,16 +87,17 @@ private:
     }
 
     SortedRun& Run;
+    bool KeepsBytes;
     std::unordered_multimap<std::uint64_t, std::size_t> ByMark;
     std::vector<std::pair<std::size_t, std::string>> Twins; // the scan kept, the file left out
 };
 
 } // namespace
 
-SortedRun ReadRun(const std::string& place) {
+SortedRun ReadRun(const std::string& place, bool keepBytes) {
     SortedRun run;
     run.Place = place;
-    Reader reader(run);
+    Reader reader(run, keepBytes);
     try {
         TellPassed(Host.WalkFiles(place, [&](const MetFile& file) { reader.Meet(file); }), run);
     } catch (const RuntimeError& error) {

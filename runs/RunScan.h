@@ -41,6 +41,7 @@ struct RunScan {
     OneBased<float> Readings; // signal; of intensities log10(reference / sample), up to its sign
     std::size_t Bytes = 0;    // length of the file
     std::uint64_t Mark = 0;   // a number made of all its bytes
+    std::string Whole;        // all of them, where the caller has asked to keep them
 };
 
 // True when the first bytes of a file are those of a scan: two lines, of which the second begins with a

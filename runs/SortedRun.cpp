@@ -20,8 +20,8 @@ const char* EquilibriumWord(AtEquilibrium answer) {
     return "";
 }
 
-SortedRun SortRun(const std::string& place, const ApproachRange& range) {
-    SortedRun run = ReadRun(place);
+SortedRun SortRun(const std::string& place, const ApproachRange& range, bool keepBytes) {
+    SortedRun run = ReadRun(place, keepBytes);
     GroupRun(run);
     JudgeRun(run, range);
     return run;

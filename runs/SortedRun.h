@@ -36,6 +36,7 @@ struct ScanJudgement {
 struct RunGroup {
     long Cell = 0;
     ScanOptics Optics = ScanOptics::Absorbance;
+    long Stay = 0;                  // of the rotor at a speed, counted over the scans of one folder
     std::vector<std::size_t> Scans; // subscripts in SortedRun::Scans, by time
     std::size_t Last = 0;           // subscript in Scans of the one that all are compared with
     std::vector<RunChannel> Channels;
@@ -63,6 +64,6 @@ struct ApproachRange {
 };
 
 // Reads, groups and judges what lies at a place. Failures are those of ReadRun.
-SortedRun SortRun(const std::string& place, const ApproachRange& range);
+SortedRun SortRun(const std::string& place, const ApproachRange& range, bool keepBytes);
 
 } // namespace Quillon

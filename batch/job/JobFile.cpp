@@ -145,7 +145,10 @@ int Job::LineOf(std::string_view section, std::string_view key) const {
     return place ? place->Line : 0;
 }
 
-Job ParseJob(std::string_view text, const std::string& path, const JobRow* row) {
+namespace {
+
+// The lines of a job, each read by itself.
+Job ReadLines(std::string_view text, const std::string& path, const JobRow* row) {
     JobReader reader;
     reader.Row = row;
     reader.Result.Path = path;
@@ -158,8 +161,26 @@ Job ParseJob(std::string_view text, const std::string& path, const JobRow* row) 
     }
     auto& sets = reader.Result.Sets;
     std::sort(sets.begin(), sets.end(), [](const JobSet& a, const JobSet& b) { return a.Number < b.Number; });
-    CheckJob(reader.Result);
     return std::move(reader.Result);
+}
+
+} // namespace
+
+Job ParseJob(std::string_view text, const std::string& path, const JobRow* row) {
+    Job job = ReadLines(text, path, row);
+    CheckJob(job);
+    return job;
+}
+
+ApproachRange ParseApproachJob(std::string_view text, const std::string& path) {
+    const Job job = ReadLines(text, path, nullptr);
+    for (const JobPlace& place : job.Places)
+        if (place.Section != ApproachSection)
+            FailJob(job, place.Section, place.Key, "a job beside --sort has the section [approach] alone");
+    const ApproachRange& range = job.Approach;
+    if (range.Inner && range.Outer && !(*range.Inner < *range.Outer))
+        FailJob(job, ApproachSection, "outer", "does not lie beyond inner");
+    return range;
 }
 
 std::string JobMessage(const Job& job, std::string_view section, std::string_view key,

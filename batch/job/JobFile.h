@@ -7,6 +7,7 @@
 //     [simulation]   noise and seed of --simulate
 //     [compare]      the models of --compare
 //     [profile]      levels and steps of --profile
+//     [approach]     radii of --sort
 //     [resampling]   kind and level of --resample
 //     [parameters]   "slot or name = value hold|fit lower x upper y"; "internal" before the value says that
 //                    it is the one inside the program, bit for bit
@@ -19,6 +20,7 @@
 // line that names file, line, section and key and says what is wrong, ready to be shown.
 
 #include "batch/job/JobTable.h"
+#include "runs/SortedRun.h"
 #include "studies/methods/ModelVariant.h"
 #include "studies/methods/OtherMinima.h"
 #include "studies/methods/Profile.h"
@@ -33,6 +35,8 @@
 #include <vector>
 
 namespace Quillon {
+
+inline constexpr const char* ApproachSection = "approach";
 
 // Where a section (key "") or a key stands; both in small letters.
 struct JobPlace {
@@ -111,6 +115,7 @@ struct Job {
     std::vector<ModelVariant> Compare; // of [compare]; none without the section
     ProfileChoice Profile;             // of [profile]
     ResampleChoice Resampling;         // of [resampling]; the option has the count, [fit] the seed
+    ApproachRange Approach;            // of [approach]
     std::vector<JobPlace> Places;
 
     const JobSet* FindSet(int number) const;
@@ -121,6 +126,9 @@ struct Job {
 // Reads a job from the text of its file; path is for messages and relative paths. With a row of a table its
 // cells stand in place of the names in braces; without one braces are letters like others.
 Job ParseJob(std::string_view text, const std::string& path, const JobRow* row = nullptr);
+
+// Reads the job that may stand beside --sort: the section [approach] and nothing else.
+ApproachRange ParseApproachJob(std::string_view text, const std::string& path);
 
 // What is to be said of a key of a job, in one line: "fit.job:12: [set 2] inner: reason". The line number is
 // left out when neither section nor key stands in the file, the key when it is empty.

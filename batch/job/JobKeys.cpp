@@ -155,6 +155,11 @@ constexpr FitKey ProfileKeys[] = {
      }},
 };
 
+constexpr FitKey ApproachKeys[] = {
+    {"inner", [](JobReader& r, const std::string& v) { r.Result.Approach.Inner = ReadPositive(r, v); }},
+    {"outer", [](JobReader& r, const std::string& v) { r.Result.Approach.Outer = ReadPositive(r, v); }},
+};
+
 // A section that a fit passes over.
 struct StudySection {
     const char* Name;
@@ -163,7 +168,8 @@ struct StudySection {
 constexpr StudySection StudySections[] = {{"simulation", SimulationKeys},
                                           {"compare", CompareKeys},
                                           {"resampling", ResamplingKeys},
-                                          {"profile", ProfileKeys}};
+                                          {"profile", ProfileKeys},
+                                          {ApproachSection, ApproachKeys}};
 
 const StudySection* FindStudySection(std::string_view name) {
     for (const StudySection& section : StudySections)

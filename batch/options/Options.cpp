@@ -180,6 +180,16 @@ constexpr ValueOption ValueOptions[] = {
      [](Options& o, const std::string& v) {
          o.ReportGraph = IsSecond("--report-graph", v, "residuals", "overlay") ? "overlay" : "residuals";
      }},
+    {"--sort", [](Options& o, const std::string& v) { TakeOnce(o.Sort.Place, "--sort", v); }},
+    {"--job", [](Options& o, const std::string& v) { TakeOnce(o.Sort.Job, "--job", v); }},
+    {"--cells", [](Options& o, const std::string& v) { o.Sort.Choice.Cells = ReadCells(v); }},
+    {"--wavelengths",
+     [](Options& o, const std::string& v) {
+         o.Sort.Choice.Wavelengths = ReadNumberList("--wavelengths", v);
+     }},
+    {"--speeds",
+     [](Options& o, const std::string& v) { o.Sort.Choice.Speeds = ReadNumberList("--speeds", v); }},
+    {"--ratios", [](Options& o, const std::string& v) { o.Sort.Choice.Ratios = ReadRatios(v); }},
     {"--profile", [](Options& o, const std::string& v) { o.Profiles.push_back(ParseProfileOption(v)); }},
     {"--resample", [](Options& o, const std::string& v) { o.Resample = ReadResample(v); }},
     {"--simulate", [](Options& o, const std::string& v) {
@@ -319,6 +329,14 @@ bool WantsIntegration(const Options& options) {
     return !options.Integrate.empty();
 }
 
+bool WantsSorting(const Options& options) {
+    return !options.Sort.Place.empty();
+}
+
+bool WantsSortedJob(const Options& options) {
+    return WantsSorting(options) && !options.Sort.Job.empty();
+}
+
 bool WantsRefit(const Options& options) {
     return options.Refit;
 }
@@ -341,6 +359,11 @@ constexpr Companion Companions[] = {
     {"--colors", WantsPicture, "a picture: --graph KIND=FILE"},
     {"--cell", WantsIntegration, "--integrate FILE"},
     {"--rows", WantsTable, "--table FILE"},
+    {"--job", WantsSorting, "--sort FOLDER"},
+    {"--cells", WantsSorting, "--sort FOLDER"},
+    {"--wavelengths", WantsSorting, "--sort FOLDER"},
+    {"--speeds", WantsSorting, "--sort FOLDER"},
+    {"--ratios", WantsSortedJob, "--sort FOLDER --job FILE"},
     {"--restarts", WantsRefit, "--refit; a job has restarts in [fit]"},
 };
 
@@ -351,6 +374,22 @@ void CheckCompanions(const Options& options) {
         if (std::find(given.begin(), given.end(), each.Name) != given.end() && !each.HasOutput(options))
             FailOptions(std::string(each.Name) + " goes with " + each.Output);
     }
+}
+
+// Beside the run stand its own options alone, and a job with the radii that scans are compared over.
+void CheckSort(const Options& options) {
+    for (const NamedOutput& output : OutputsOf(options))
+        if (!output.Option.starts_with("--graph approach"))
+            FailOptions("--sort fits nothing: " + output.Option + " does not go with it");
+    if (!options.Simulate.empty() || !options.Table.empty() || options.Resample > 0 || options.Refit)
+        FailOptions("--sort fits nothing: what a fit needs does not go with it");
+    if (NamesSavedFit(options.JobPath)) FailOptions("--sort goes with a job, not with a saved fit");
+    if (options.Sort.Job == "-") FailOptions("--job needs the name of a file");
+    if (!options.Sort.Job.empty() && !options.JobPath.empty() &&
+        IsSameOutput(options.Sort.Job, options.JobPath))
+        FailOptions("--job would write over the job beside --sort");
+    CheckOutputs(options);
+    CheckCompanions(options);
 }
 
 void CheckStudyFiles(const Options& options) {
@@ -408,6 +447,10 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Help || options.Version) return options;
     if (!options.Merge.empty()) {
         CheckMerge(options);
+        return options;
+    }
+    if (WantsSorting(options)) {
+        CheckSort(options);
         return options;
     }
     if (options.JobPath.empty() && !NeedsNoFit(options)) FailOptions("no job file is named");
@@ -500,6 +543,20 @@ std::string HelpText() {
            "  --simulate FOLDER\n"
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"
+           "  --sort FOLDER   no fit: the scans in the folder, .tar.gz or .zip of a run as\n"
+           "                  CSV: group, noise, difference from the last one of the group,\n"
+           "                  at equilibrium or not. JOB, which is not needed, has the radii\n"
+           "                  that are compared in its section [approach]\n"
+           "  --job FILE      beside --sort: a job of the last scans; those of an archive are\n"
+           "                  laid into a new folder NAME-scans beside it\n"
+           "  --cells 3,4     these cells of the run alone\n"
+           "  --wavelengths 260,280\n"
+           "                  these wavelengths alone, nm\n"
+           "  --speeds 16000,20000\n"
+           "                  these speeds alone, rpm\n"
+           "  --ratios 260=1.7,230=4:3.5\n"
+           "                  extinction at a wavelength for the job, of both species or of A\n"
+           "                  and B\n"
            "  --refit         fit a restored analysis again\n"
            "  --restarts N    behind --refit: so many fits from random starts, whose\n"
            "                  lowest minimum is the result\n"

@@ -3,6 +3,7 @@
 
 #include "batch/graphs/GraphOption.h"
 #include "batch/options/ProfileOption.h"
+#include "batch/options/SortOptions.h"
 #include "batch/outputs/IntegrateCsv.h"
 
 #include <functional>
@@ -34,6 +35,7 @@ struct Options {
     std::string Merge;              // where parts of a summary go, put together; no job then
     std::vector<std::string> Parts; // of Merge
     std::string Simulate;           // the folder of a simulation; no fit then
+    SortOptions Sort;               // of a run; no fit then
     std::string Draws;              // fits to resampled data, CSV
     std::vector<ProfileOption> Profiles;
     long Resample = 0; // how many of them; 0 none
