@@ -21,6 +21,8 @@
 
 namespace Quillon {
 
+std::function<bool(const std::string& path)> ReadJob;
+
 namespace {
 
 bool EndsWith(const std::string& name, std::string_view ending) { // in small letters
@@ -93,6 +95,11 @@ void TellJob(const std::string& path) {
          Work.ProgramName, BoxIcon::Information);
 }
 
+void OpenJob(const std::string& path) {
+    if (!ReadJob) return TellJob(path);
+    RunCommand([&] { ReadJob(WholePath(path)); }, "Open job");
+}
+
 void TellNotOpened(const std::string& path) {
     Tell(path + " is not opened: several scans can be opened at once, of everything else the first alone.",
          Work.ProgramName, BoxIcon::Warning);
@@ -112,7 +119,7 @@ void OpenFirst(const std::string& path, ArgumentKind kind, Opened when) {
     case ArgumentKind::Graph:
         return OpenGraph(path);
     case ArgumentKind::Job:
-        return TellJob(path);
+        return OpenJob(path);
     case ArgumentKind::Missing:
         return TellMissing(path);
     default:
@@ -187,12 +194,13 @@ void OpenAnything() {
 }
 
 std::string DesktopHelp() {
-    return "usage: quillon [FOLDER | FIT | GRAPH.grf | SCAN...]\n"
+    return "usage: quillon [FOLDER | FIT | JOB.job | GRAPH.grf | SCAN...]\n"
            "\n"
            "Global analysis of sedimentation equilibrium experiments.\n"
            "\n"
            "  FOLDER      where the file dialogs look for scans\n"
            "  FIT         a saved fit (.quil, .fit) is restored\n"
+           "  JOB.job     the analysis of a job, fitted\n"
            "  GRAPH.grf   a graph file is opened in the graph window\n"
            "  SCAN...     scans go into the table of data sets\n"
            "  --help      this text\n"

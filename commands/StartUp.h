@@ -1,6 +1,7 @@
 #pragma once
 // The start of the program, and fits that are opened by their name.
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,10 @@ void StartQuillon(const std::string& argument);
 // Once the windows stand: scans go into the table of data sets, which opens with them, a graph into its
 // window. A job, a name that leads nowhere, and what cannot be opened beside the first argument are told.
 void OpenArguments(const std::vector<std::string>& arguments);
+
+// Makes the analysis that of a job file, fitted as quillon-fit fits it; false when there is none afterwards,
+// which has been told. Filled by the program that reads jobs; without it a job is told how it is run.
+extern std::function<bool(const std::string& path)> ReadJob;
 
 // What is dropped on the main window: the same, and a saved fit is restored, a folder asked for the scans in
 // it that are to be opened.

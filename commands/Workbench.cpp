@@ -2,6 +2,7 @@
 
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
+#include "commands/Examples.h"
 #include "commands/StartUp.h"
 #include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
@@ -124,6 +125,11 @@ void LoadStartPage() {
     Workbench.OpenFit = Captioned("&Open Fit...", "A saved fit with all its data");
     Workbench.RecentHead = Captioned("Recent fits");
     Workbench.Recent.assign(static_cast<std::size_t>(MaxRecentFiles), Control{});
+    Workbench.Examples.clear();
+    for (const Example& example : FoundExamples())
+        Workbench.Examples.push_back(Captioned(AsCaption(example.Caption), example.Job.c_str()));
+    Workbench.ExamplesHead = Captioned("Examples");
+    Workbench.ExamplesHead.Visible = !Workbench.Examples.empty();
     Workbench.Hint = Captioned("Scans, folders, saved fits, jobs and graphs can be dropped on this window.");
 }
 
@@ -180,6 +186,10 @@ void OpenFitButton() {
 
 void RecentFitButton(std::size_t place) {
     RunRecentFile(static_cast<long>(place) + 1);
+}
+
+void ExampleButton(std::size_t place) {
+    OpenDropped({Workbench.Examples[place].ToolTip});
 }
 
 // --- panes -----------------------------------------------------------------------------------------------

@@ -47,6 +47,8 @@ struct WorkbenchForm {
     Control OpenScans, OpenFit;
     Control RecentHead;
     std::vector<Control> Recent; // a button for each place of the list; the whole path is its tip
+    Control ExamplesHead;
+    std::vector<Control> Examples; // a button for each that is there; its job is the tip
 };
 extern WorkbenchForm Workbench;
 
@@ -63,8 +65,9 @@ void StepButton(std::size_t step);
 void OpenScansButton(); // asks for scans, several at once, and opens the table with them
 void OpenFitButton();
 void RecentFitButton(std::size_t place); // from 0
+void ExampleButton(std::size_t place);
 
-// The same, beginning in a folder, which then is that of the data.
+// As OpenScansButton, beginning in a folder, which then is that of the data.
 void OpenScansIn(const std::string& folder);
 
 // A pane is shown or hidden, by the menu or by its own button, and is so at the next start.

@@ -10,6 +10,7 @@
 #include "fit/forms/BoundsForm.h"
 #include "fit/forms/GetGuess.h"
 #include "forms/HelpForm.h"
+#include "forms/OpenJob.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/ButtonStyle.h"
 #include "forms/shell/FormHost.h"
@@ -47,6 +48,7 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
         return kind == "png" ? OpenPng(request) : OpenPdf(request);
     };
     ShowButtonsAsWords();
+    ReadJob = OpenJobFile;
     KeepWindowsOnScreen();
     StartQuillon(argument);
     ScaleForms(Work.FormScalingPercent);

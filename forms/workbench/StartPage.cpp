@@ -41,6 +41,14 @@ std::vector<QPushButton*> RecentRows(Binder& bind) {
     return rows;
 }
 
+std::vector<QPushButton*> ExampleRows(Binder& bind) {
+    std::vector<QPushButton*> rows;
+    for (std::size_t i = 0; i < Workbench.Examples.size(); ++i)
+        rows.push_back(PageButton(
+            bind, [i]() -> Control& { return Workbench.Examples[i]; }, [i] { ExampleButton(i); }));
+    return rows;
+}
+
 } // namespace
 
 QWidget* MakeStartPage(Binder& bind) {
@@ -63,6 +71,10 @@ QWidget* MakeStartPage(Binder& bind) {
     column->addWidget(Heading(
         bind, []() -> Control& { return Workbench.RecentHead; }, 1.1));
     AddRows(column, RecentRows(bind));
+    column->addSpacing(12);
+    column->addWidget(Heading(
+        bind, []() -> Control& { return Workbench.ExamplesHead; }, 1.1));
+    AddRows(column, ExampleRows(bind));
     column->addStretch(1);
     return Scrolled(column);
 }

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace Quillon {
 namespace {
 
@@ -136,6 +138,32 @@ TEST_F(WorkbenchCase, AFolderThatIsDroppedIsAskedForItsScans) {
     script.ExpectFile("Quillon - Open Scans", "");
     OpenDropped({script.Directory()});
     EXPECT_EQ(Work.DataDirectory, script.Directory());
+}
+
+TEST_F(WorkbenchCase, ExamplesAreFoundBesideAnInstalledProgramAndInTheTree) {
+    for (const std::string place : {"/share/quillon/examples", "/examples"}) {
+        const std::string root = "/somewhere";
+        const std::string program = place == "/examples" ? "/somewhere/build/dev/bin" : "/somewhere/bin";
+        Host.ProgramDirectory = [program] { return program; };
+        Host.FileExists = [wanted =
+                               root + place + "/monomer-dimer/monomer-dimer.job"](const std::string& path) {
+            return std::filesystem::path(path).lexically_normal() == wanted;
+        };
+        StartQuillon("");
+        ASSERT_EQ(Workbench.Examples.size(), 1U) << place;
+        EXPECT_TRUE(Workbench.ExamplesHead.Visible);
+        std::string read;
+        ReadJob = [&](const std::string& path) {
+            read = path;
+            return true;
+        };
+        ExampleButton(0);
+        EXPECT_EQ(read, Workbench.Examples[0].ToolTip);
+        ReadJob = nullptr;
+    }
+    Host.FileExists = [](const std::string&) { return false; };
+    StartQuillon("");
+    EXPECT_FALSE(Workbench.ExamplesHead.Visible);
 }
 
 TEST_F(WorkbenchCase, AFitThatIsDroppedIsRestoredOrTold) {
