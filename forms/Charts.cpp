@@ -18,6 +18,7 @@
 #include "forms/shell/WindowSizes.h"
 #include "platform/Platform.h"
 #include "scandata/range/RangeBar.h"
+#include "scandata/range/RangeReadings.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -122,6 +123,13 @@ private:
         row->addWidget(MakeLabel(Bind, []() -> Control& { return RangeBar.Count; }));
         row->addWidget(MakeButton(
             Bind, []() -> Control& { return RangeBar.AutoButton; }, RangeBarAutoButton));
+        row->addSpacing(12);
+        row->addWidget(MakeLabel(Bind, []() -> Control& { return RangeBar.CeilingLabel; }));
+        row->addWidget(MakeField(
+            Bind, []() -> Control& { return RangeBar.Ceiling; },
+            {RangeCeilingGotFocus, RangeCeilingKeyPress, RangeCeilingLostFocus, {}}, 7));
+        row->addWidget(MakeButton(
+            Bind, []() -> Control& { return RangeBar.SpikesButton; }, RangeSpikesButton));
         row->addStretch(1);
         row->addWidget(MakeButton(
             Bind, []() -> Control& { return RangeBar.AcceptButton; }, RangeBarAcceptButton));

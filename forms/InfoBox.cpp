@@ -13,9 +13,12 @@ QWidget* MakeInfoBox(QWidget* parent) {
     auto* all = new QVBoxLayout(form);
     for (std::size_t i = 0; i < InfoBox.Line.size(); ++i)
         all->addWidget(MakeLabel(bind, [i]() -> Control& { return InfoBox.Line[i]; }));
+    all->addWidget(MakeLabel(bind, []() -> Control& { return InfoBox.Intensities; }));
     all->addLayout(
-        ButtonRow({}, {MakeButton(
-                          bind, []() -> Control& { return InfoBox.OkButton; }, InfoBoxOkButton, true)}));
+        ButtonRow({MakeButton(
+                      bind, []() -> Control& { return InfoBox.SwitchButton; }, InfoBoxSwitchButton)},
+                  {MakeButton(
+                      bind, []() -> Control& { return InfoBox.OkButton; }, InfoBoxOkButton, true)}));
     return form;
 }
 

@@ -1,5 +1,6 @@
 #include "persistence/FitExtension.h"
 
+#include "persistence/FitFields.h"
 #include "persistence/FitStreams.h"
 
 #include <algorithm>
@@ -23,6 +24,87 @@ void CheckHashes(const PerRow<std::string>& hashes, const char* name) {
         if (!hash.empty() &&
             (hash.size() != 64 || hash.find_first_not_of("0123456789abcdef") != std::string::npos))
             FitReader::Damaged(name);
+}
+
+// Calls visit(row) for each row with a scan.
+template <class Visit> void EachScan(const Workspace& w, Visit&& visit) {
+    for (RowNo row(1); row.Number <= w.MaxSets; ++row)
+        if (HasScan(w, row.Number)) visit(row);
+}
+
+bool LeavesOut(const Workspace& w) {
+    bool any = false;
+    EachScan(w, [&](RowNo row) { any |= !w.LeftOut[row].empty(); });
+    return any;
+}
+
+// Of each row with a scan the count, then place, reason, radius and value of each reading.
+void WriteLeftOut(FitWriter& s, const Workspace& w) {
+    EachScan(w, [&](RowNo row) {
+        s.Value("LeftOut", ToInt16(w.LeftOut[row].size()));
+        for (const LeftOutReading& out : w.LeftOut[row]) {
+            s.Value("LeftOut", out.Place);
+            s.Value("LeftOut", out.Why);
+            s.Value("LeftOut", out.Radius);
+            s.Value("LeftOut", out.Value);
+        }
+    });
+}
+
+void ReadLeftOut(FitReader& s, Workspace& w) {
+    EachScan(w, [&](RowNo row) {
+        std::int16_t count = 0;
+        s.Value("LeftOut", count);
+        for (std::int16_t i = 0; i < count; ++i) {
+            LeftOutReading out;
+            s.Value("LeftOut", out.Place);
+            s.Value("LeftOut", out.Why);
+            s.Value("LeftOut", out.Radius);
+            s.Value("LeftOut", out.Value);
+            w.LeftOut[row].push_back(out);
+        }
+    });
+}
+
+// The order of each row; then of each intensity scan the count of readings and both columns.
+void WriteIntensities(FitWriter& s, const Workspace& w) {
+    s.Array("IntensityOrder", w.IntensityOrder, 1, w.MaxSets);
+    EachScan(w, [&](RowNo row) {
+        if (w.IntensityOrder[row] == IntensityOrders::None) return;
+        s.Value("Intensity", ToInt16(w.Intensity[0][row].Hi()));
+        for (const PerRow<OneBased<float>>& column : w.Intensity)
+            s.Array("Intensity", column[row], 1, w.Intensity[0][row].Hi());
+    });
+}
+
+void ReadIntensities(FitReader& s, Workspace& w) {
+    s.Array("IntensityOrder", w.IntensityOrder, 1, w.MaxSets);
+    for (const std::int16_t order : w.IntensityOrder)
+        if (order < IntensityOrders::None || order > IntensityOrders::ReferenceFirst)
+            FitReader::Damaged("IntensityOrder");
+    EachScan(w, [&](RowNo row) {
+        if (w.IntensityOrder[row] == IntensityOrders::None) return;
+        std::int16_t count = 0;
+        s.Value("Intensity", count);
+        for (PerRow<OneBased<float>>& column : w.Intensity)
+            s.Array("Intensity", column[row], 1, count);
+    });
+}
+
+// Places of left-out readings are places of the scan, each once, and the columns of intensities are as long.
+void CheckReadings(const Workspace& w) {
+    EachScan(w, [&](RowNo row) {
+        const long readings = w.ScanPoints[row] + static_cast<long>(w.LeftOut[row].size());
+        long before = 0;
+        for (const LeftOutReading& out : w.LeftOut[row]) {
+            if (out.Place <= before || out.Place > readings || out.Why < LeftOutBy::Hand ||
+                out.Why > LeftOutBy::Intensity)
+                FitReader::Damaged("LeftOut");
+            before = out.Place;
+        }
+        if (w.IntensityOrder[row] != IntensityOrders::None && w.Intensity[0][row].Hi() != readings)
+            FitReader::Damaged("Intensity");
+    });
 }
 
 // A member that is kept: Holds tells whether there is anything to keep.
@@ -90,6 +172,16 @@ const std::vector<ExtensionField>& ExtensionFields() {
              for (const float noise : w.SetNoise)
                  if (noise < 0.0F) FitReader::Damaged("SetNoise");
          }},
+        {"LeftOut", [](const Workspace& w) { return LeavesOut(w); }, WriteLeftOut, ReadLeftOut},
+        {"SignalCeiling", [](const Workspace& w) { return HoldsAny(w.SignalCeiling, 0.0F); },
+         [](FitWriter& s, const Workspace& w) { s.Array("SignalCeiling", w.SignalCeiling, 1, w.MaxSets); },
+         [](FitReader& s, Workspace& w) {
+             s.Array("SignalCeiling", w.SignalCeiling, 1, w.MaxSets);
+             for (const float ceiling : w.SignalCeiling)
+                 if (ceiling < 0.0F) FitReader::Damaged("SignalCeiling");
+         }},
+        {"Intensity", [](const Workspace& w) { return HoldsAny(w.IntensityOrder, IntensityOrders::None); },
+         WriteIntensities, ReadIntensities},
     };
     return fields;
 }
@@ -155,6 +247,7 @@ void DecodeExtension(std::string_view bytes, Workspace& analysis) {
         values.Value("name", name);
         ReadField(name, TakeSized(values), analysis);
     }
+    CheckReadings(analysis);
 }
 
 } // namespace Quillon

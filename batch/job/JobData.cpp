@@ -6,7 +6,9 @@
 #include "scandata/range/ProposeRange.h"
 #include "scandata/range/RangeDoubts.h"
 #include "scandata/reader/AdoptScan.h"
+#include "scandata/reader/IntensityScan.h"
 #include "scandata/table/DataSetTable.h"
+#include "scandata/table/LeftOut.h"
 #include "scandata/table/Temperatures.h"
 
 #include <cmath>
@@ -47,15 +49,57 @@ void ReadSetScan(const Job& job, const JobSet& set) {
     CheckHeader(job, set, path);
 }
 
+void TellOfSet(const Job& job, const JobSet& set, const char* key, const std::string& text) {
+    WriteConsole(JobMessage(job, SetSection(set.Number), key, text));
+}
+
+// The columns of intensity scans: as the job says, the others by their scans together.
+void SettleIntensities(const Job& job) {
+    std::vector<RowNo> open;
+    for (const JobSet& set : job.Sets) {
+        const RowNo row(set.Number);
+        const bool intensity = Work.IntensityOrder[row] != IntensityOrders::None;
+        if (set.Intensity == IntensityOrders::None)
+            open.push_back(row);
+        else if (intensity)
+            SetIntensityOrder(row, set.Intensity);
+        else
+            FailJob(job, SetSection(set.Number), "intensity", "the scan holds no intensities");
+    }
+    DecideIntensityOrders(open);
+    for (const JobSet& set : job.Sets)
+        if (const std::string remark = IntensityRemark(RowNo(set.Number)); !remark.empty())
+            TellOfSet(job, set, "file", JobFilePath(job, set.File) + ": " + remark);
+}
+
+std::string CentimetreRange(float inner, float outer) {
+    return SingleText(inner) + " to " + SingleText(outer) + " cm";
+}
+
+std::string ExclusionText(const Exclusion& exclusion) {
+    return exclusion.From == exclusion.To ? SingleText(exclusion.From) + " cm"
+                                          : CentimetreRange(exclusion.From, exclusion.To);
+}
+
+// Before channel and range, which count from the readings that remain.
+void LeaveReadingsOut(const Job& job, const JobSet& set) {
+    const RowNo row(set.Number);
+    for (const Exclusion& exclusion : set.Exclude) {
+        const long met = Exclude(row, exclusion);
+        if (met < 0) FailJob(job, SetSection(set.Number), "exclude", "no reading of the scan is left");
+        if (met == 0)
+            TellOfSet(job, set, "exclude", "the scan has no reading at " + ExclusionText(exclusion));
+    }
+    if (set.Ceiling && !SetCeiling(row, *set.Ceiling))
+        FailJob(job, SetSection(set.Number), "ceiling",
+                "no reading is left: all signals lie above " + SingleText(*set.Ceiling));
+}
+
 // The optics is the same for all sets: the job's word, or the last scan's.
 void SettleOptics(const Job& job) {
     if (job.Data == JobData::ByScans) return;
     Work.InterferenceData = Flag(job.Data == JobData::Interference);
     Work.DataTypeName = Work.InterferenceData ? "Fringes" : "Absorbance";
-}
-
-std::string CentimetreRange(float inner, float outer) {
-    return SingleText(inner) + " to " + SingleText(outer) + " cm";
 }
 
 void ChooseChannel(const Job& job, const JobSet& set) {
@@ -147,12 +191,14 @@ void ReadJobData(const Job& job) {
     Work.IncludeSet[1] = 0; // unless the job has a set 1
     for (const JobSet& set : job.Sets)
         ReadSetScan(job, set);
+    SettleIntensities(job);
     SettleOptics(job);
     for (const JobSet& set : job.Sets) {
-        ChooseChannel(job, set);
-        ChooseRange(job, set);
         if (set.Path) Work.CellPath[set.Number] = *set.Path;
         ReadSetBaseline(job, set);
+        LeaveReadingsOut(job, set);
+        ChooseChannel(job, set);
+        ChooseRange(job, set);
         SetRatios(job, set);
         SetConstraints(set);
     }

@@ -21,6 +21,7 @@
 
 #include "batch/job/JobTable.h"
 #include "runs/SortedRun.h"
+#include "scandata/table/LeftOut.h"
 #include "studies/methods/ModelVariant.h"
 #include "studies/methods/OtherMinima.h"
 #include "studies/methods/Profile.h"
@@ -51,9 +52,12 @@ enum class JobData { ByScans, Absorbance, Interference };
 // One data set; row Number of the data set table.
 struct JobSet {
     int Number{};
-    std::string File;                   // as written
-    std::optional<float> Inner;         // cm
-    std::optional<float> Outer;         // cm
+    std::string File;               // as written
+    std::vector<Exclusion> Exclude; // radii left out, cm
+    std::optional<float> Ceiling;   // fitted signal above which readings are left out
+    IntensityOrders::Code Intensity = IntensityOrders::None; // None: decided by the scans
+    std::optional<float> Inner;                              // cm
+    std::optional<float> Outer;                              // cm
     bool AutoRange = false;             // the range that the program proposes, within the channel
     std::int16_t Samples{};             // CenterpieceType: 1, 3 or 4 samples; 0 the standing one
     std::int16_t Channel{};             // 0 none, 1..4 for A..D

@@ -188,12 +188,40 @@ void ReadCenterpiece(JobReader& reader, JobSet& set, const std::string& value) {
     set.Samples = ToInt16(samples[ReadChoice(reader, value, {"2", "6", "8"})]);
 }
 
+// "6.95-6.97" or "7.01".
+Exclusion ReadExclusion(const JobReader& reader, std::string_view value) {
+    const std::size_t dash = value.find('-');
+    Exclusion exclusion;
+    exclusion.From = ReadPositive(reader, Trim(value.substr(0, dash)));
+    exclusion.To =
+        dash == std::string_view::npos ? exclusion.From : ReadPositive(reader, Trim(value.substr(dash + 1)));
+    if (exclusion.From > exclusion.To) reader.Fail(Quoted(Trim(value)) + " ends before it begins");
+    return exclusion;
+}
+
+void ReadExclusions(JobReader& reader, JobSet& set, const std::string& value) {
+    std::string_view rest = value;
+    for (;;) {
+        const std::size_t comma = std::min(rest.find(','), rest.size());
+        set.Exclude.push_back(ReadExclusion(reader, rest.substr(0, comma)));
+        if (comma == rest.size()) return;
+        rest.remove_prefix(comma + 1);
+    }
+}
+
 constexpr SetKey SetKeys[] = {
     {"file", [](JobReader&, JobSet& s, const std::string& v) { s.File = v; }},
     {"inner", [](JobReader& r, JobSet& s, const std::string& v) { s.Inner = ReadPositive(r, v); }},
     {"outer", [](JobReader& r, JobSet& s, const std::string& v) { s.Outer = ReadPositive(r, v); }},
     {"range",
      [](JobReader& r, JobSet& s, const std::string& v) { s.AutoRange = ReadChoice(r, v, {"auto"}) == 0; }},
+    {"exclude", ReadExclusions},
+    {"ceiling", [](JobReader& r, JobSet& s, const std::string& v) { s.Ceiling = ReadPositive(r, v); }},
+    {"intensity",
+     [](JobReader& r, JobSet& s, const std::string& v) {
+         s.Intensity = static_cast<IntensityOrders::Code>(
+             ReadChoice(r, v, {"auto", "sample-first", "reference-first"}));
+     }},
     {"centerpiece", ReadCenterpiece},
     {"channel",
      [](JobReader& r, JobSet& s, const std::string& v) {

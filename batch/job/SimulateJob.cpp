@@ -75,8 +75,9 @@ bool IsAnyOf(const std::string& key, std::initializer_list<const char*> keys) {
 bool GoesOver(const std::string& section, const std::string& key) {
     if (section == "fit") return key != "guesses";
     if (section == "constants") return true;
-    return section.starts_with("set ") && !IsAnyOf(key, {"file", "inner", "outer", "range", "centerpiece",
-                                                         "channel", "baseline", "baseline-shift"});
+    return section.starts_with("set ") &&
+           !IsAnyOf(key, {"file", "inner", "outer", "range", "centerpiece", "channel", "baseline",
+                          "baseline-shift", "exclude", "ceiling", "intensity"});
 }
 
 // The lines of a section of the job that go over, as they stand.

@@ -54,6 +54,20 @@ std::vector<std::string> ScanMembers(const MeasuredSet& m) {
             JsonMember("note", TextOrNull(m.Note))};
 }
 
+// Radii of the readings that are left out, and how many for which reason.
+std::vector<std::string> LeftOutMembers(const MeasuredSet& m) {
+    std::string radii;
+    for (const float radius : m.LeftOut)
+        radii += (radii.empty() ? "" : ", ") + JsonNumber(radius);
+    return {JsonMember("left_out", "[" + radii + "]"),
+            JsonMember("left_out_by",
+                       InlineObject({JsonMember("exclude", std::to_string(m.LeftOutByHand)),
+                                     JsonMember("ceiling", std::to_string(m.LeftOutByCeiling)),
+                                     JsonMember("intensity", std::to_string(m.LeftOutByIntensity))})),
+            JsonMember("intensity", TextOrNull(m.Columns)),
+            JsonMember("ceiling", m.Ceiling > 0.0F ? JsonNumber(m.Ceiling) : JsonNull)};
+}
+
 std::string SetObject(const MeasuredSet& m, const FilesAsWritten& files) {
     std::vector<std::string> members{
         JsonMember("set", std::to_string(m.Set.Number)), JsonMember("row", std::to_string(m.Row.Number)),
@@ -62,6 +76,8 @@ std::string SetObject(const MeasuredSet& m, const FilesAsWritten& files) {
     for (const std::string& member : FileMembers(m, files))
         members.push_back(member);
     for (const std::string& member : ScanMembers(m))
+        members.push_back(member);
+    for (const std::string& member : LeftOutMembers(m))
         members.push_back(member);
     return InlineObject(members);
 }

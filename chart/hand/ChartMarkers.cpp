@@ -71,6 +71,15 @@ void MoveMarker(int i, int x) {
     if (Charts.OnMarkers) Charts.OnMarkers();
 }
 
+void PlacePoint(PalePoint& point) {
+    const GraphBox& frame = Chart.Spec.Frame;
+    const int x = DeviceX(static_cast<double>(point.X) / Divisor());
+    const int y = DeviceY(static_cast<double>(point.Y) / DrawDivisor(Chart.Spec.AxisY1, Chart.LoadFactorY));
+    const bool inside = x >= frame.X1 && x <= frame.X2 && y >= frame.Y1 && y <= frame.Y2;
+    point.DeviceX = inside ? x : -1;
+    point.DeviceY = inside ? y : -1;
+}
+
 } // namespace
 
 void PlaceMarkers(float first, float second) {
@@ -98,6 +107,8 @@ void RecordMarkers() {
 
 void RepositionMarkers() {
     SetFrameMapping();
+    for (PalePoint& point : Charts.PalePoints)
+        PlacePoint(point);
     for (ChartMarker& m : Charts.Markers)
         m.Device = PlaceOf(m);
     if (Charts.OnMarkers) Charts.OnMarkers();

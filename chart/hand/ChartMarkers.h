@@ -9,7 +9,7 @@ void RemoveMarkers();
 void RecordMarkers(); // keeps the X of each before a redraw
 
 // Shows each marker at its X. One whose X lies outside the scale is shown at the scale's end and keeps its X:
-// a look at a part of the graph moves no marker.
+// a look at a part of the graph moves no marker. Pale points go to their places as well.
 void RepositionMarkers();
 
 // The marker that a press at a place takes hold of: the nearest within reach along X, of several at one place

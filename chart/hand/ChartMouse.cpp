@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace Quillon {
 
@@ -126,6 +127,21 @@ void FollowPointer(int x, int y) {
     Charts.LastY = std::clamp<int>(y, f.Y1, std::max(f.Y1, f.Y2));
 }
 
+// A point under the pointer lies within the box of a click, too.
+void GiveShiftBox() {
+    SetFrameMapping();
+    const auto [left, right] = std::minmax(Charts.ZoomX1, Charts.LastX);
+    const auto [top, bottom] = std::minmax(Charts.ZoomY1, Charts.LastY);
+    const double x = DrawDivisor(Chart.Spec.AxisX1, Chart.LoadFactorX);
+    const double y = DrawDivisor(Chart.Spec.AxisY1, Chart.LoadFactorY);
+    constexpr int reach = ClickSize / 2;
+    const auto stored = [](float value, double divisor) {
+        return FiniteSingle(static_cast<double>(value) * divisor);
+    };
+    Charts.OnShiftBox({stored(ScaleX(left - reach), x), stored(ScaleX(right + reach), x),
+                       stored(ScaleY(bottom + reach), y), stored(ScaleY(top - reach), y)});
+}
+
 } // namespace
 
 void ShowCursorText(float x, float y) {
@@ -133,12 +149,13 @@ void ShowCursorText(float x, float y) {
         "Cursor at " + Position(x, y, RoundedText) + "; right mouse reads exact position";
 }
 
-void ChartMouseDown(int x, int y, int button) {
+void ChartMouseDown(int x, int y, int button, bool shift) {
     if (!GraphMayChange() || !InFrame(x, y)) return;
     if (button != 1) return ReadExactly(x, y);
     Charts.ZoomX1 = Charts.LastX = x;
     Charts.ZoomY1 = Charts.LastY = y;
     Charts.Zooming = true;
+    Charts.ShiftBox = shift && Charts.OnShiftBox;
 }
 
 void ChartMouseMove(int x, int y, int) {
@@ -155,6 +172,7 @@ void ChartMouseUp(int x, int y, int button) {
     FollowPointer(x, y);
     const bool click = std::abs(Charts.LastX - Charts.ZoomX1) <= ClickSize &&
                        std::abs(Charts.LastY - Charts.ZoomY1) <= ClickSize;
+    if (std::exchange(Charts.ShiftBox, false)) return GiveShiftBox();
     if (click) return;
     ZoomTo(ScaleOfBand());
 }

@@ -6,8 +6,9 @@
 namespace Quillon {
 
 // The left button begins a rubber band, a higher one reads an exact position: the nearest point of the data
-// that stands within a few millimetres, or else the place itself.
-void ChartMouseDown(int x, int y, int button);
+// that stands within a few millimetres, or else the place itself. With Shift the rubber band is for whoever
+// made the graph, where that has a use for it (Charts.OnShiftBox).
+void ChartMouseDown(int x, int y, int button, bool shift = false);
 void ChartMouseMove(int x, int y, int buttons);
 void ChartMouseUp(int x, int y, int button); // zooms when a rubber band of more than 8 units was drawn
 

@@ -1,6 +1,7 @@
 #pragma once
 // The window `Charts` as data: the menu items and controls that the engine sets and the zooms it keeps.
 
+#include "chart/hand/ChartScale.h"
 #include "chart/hand/TitleCommands.h"
 #include "platform/Arrays.h"
 #include "platform/Controls.h"
@@ -25,6 +26,12 @@ struct ChartMarker {
     float X{};                        // units of the stored data
     int Device{};                     // device units, within the frame
     std::uint32_t Color = 0x0000C000; // green
+};
+
+// A point beside those of the data: seen, but pale, and none of the graph.
+struct PalePoint {
+    float X{}, Y{};                 // units of the stored data
+    int DeviceX = -1, DeviceY = -1; // -1 outside the frame
 };
 
 inline constexpr const char* ChartsName = "Charts"; // of the form, for the seam
@@ -74,8 +81,13 @@ struct ChartsForm {
         int First = 0, Last = -1; // no group when Last is below First
         int PressX{};             // device units
     } MarkerGroup;
-    int ActiveMarker = 0;            // the one that the arrow keys move
-    bool WashOutside = false;        // what lies outside the two markers is painted grey
+    int ActiveMarker = 0;     // the one that the arrow keys move
+    bool WashOutside = false; // what lies outside the two markers is painted grey
+    std::vector<PalePoint> PalePoints;
+    // What a rectangle that is drawn with Shift is for, told its sides in units of the stored data; a click
+    // is a small one. Without it Shift makes no difference.
+    std::function<void(const ChartScale& box)> OnShiftBox;
+    bool ShiftBox = false;           // the rubber band that is being drawn was begun with Shift
     std::function<void()> OnMarkers; // after markers have moved or come to stand elsewhere
     std::int16_t KeyCode{};          // the last key pressed on the graph, until it is taken
     std::int16_t KeyShift{};         // sum of 1 Shift, 2 Ctrl, 4 Alt

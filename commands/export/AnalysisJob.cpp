@@ -6,6 +6,8 @@
 #include "models/table/ModelTable.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "scandata/reader/IntensityScan.h"
+#include "scandata/table/LeftOut.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -106,6 +108,22 @@ std::string RangeLines(RowNo row) {
     return text + KeyLine("path", Work.CellPath[row]);
 }
 
+std::string ExclusionText(const Exclusion& exclusion) {
+    const std::string from = ShortestText(exclusion.From);
+    return exclusion.From == exclusion.To ? from : from + "-" + ShortestText(exclusion.To);
+}
+
+// What is left out of a scan, and how its columns are taken.
+std::string ReadingLines(RowNo row) {
+    std::string text, radii;
+    if (const std::string order = IntensityOrderWord(row); !order.empty())
+        text += KeyLine("intensity", order);
+    for (const Exclusion& exclusion : ExclusionsOf(row))
+        radii += (radii.empty() ? "" : ", ") + ExclusionText(exclusion);
+    if (!radii.empty()) text += KeyLine("exclude", radii);
+    return Work.SignalCeiling[row] > 0.0F ? text + KeyLine("ceiling", Work.SignalCeiling[row]) : text;
+}
+
 std::string BaselineLines(RowNo row, const JobSettings& settings) {
     if (!HasBaseline(row)) return "";
     std::string text = FileLine("baseline", Work.BaselineDirectory[row], Work.BaselineFile[row], settings);
@@ -133,7 +151,7 @@ std::string SetText(SetNo set, const JobSettings& settings) {
     const RowNo row = RowOf(set);
     std::string text = "\n[set " + std::to_string(row.Number) + "]\n" +
                        FileLine("file", Work.ScanDirectory[row], Work.ScanFile[row], settings) +
-                       RangeLines(row) + BaselineLines(row, settings) +
+                       ReadingLines(row) + RangeLines(row) + BaselineLines(row, settings) +
                        KeyLine("extinction-ratio-a", Work.ExtinctionRatio[0][row]) +
                        KeyLine("extinction-ratio-b", Work.ExtinctionRatio[1][row]) + ConstraintLines(row);
     return SetsHaveNoise() ? text + KeyLine("noise", Work.SetNoise[row]) : text;

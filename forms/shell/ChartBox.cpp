@@ -48,6 +48,14 @@ void PaintWash(QPainter& painter) {
     painter.fillRect(QRect(QPoint(right, frame.Y1), QPoint(frame.X2, frame.Y2)), veil);
 }
 
+void PaintPalePoints(QPainter& painter, double ratio) {
+    const double size = 3.5 * ratio;
+    painter.setBrush(QColor(255, 255, 255, 160));
+    painter.setPen(QPen(QColor(150, 150, 150), ratio));
+    for (const PalePoint& point : Charts.PalePoints)
+        if (point.DeviceX >= 0) painter.drawEllipse(QPointF(point.DeviceX, point.DeviceY), size, size);
+}
+
 // The keys as ChartKey counts them; 0 for those that have no number.
 int ChartKeyCode(const QKeyEvent& event) {
     switch (event.key()) {
@@ -164,6 +172,7 @@ void ChartCanvas::paintEvent(QPaintEvent*) {
     painter.drawImage(0, 0, Box.Image());
     if (Charts.WashOutside && Charts.Markers.size() == 2) PaintWash(painter);
     painter.setRenderHint(QPainter::Antialiasing);
+    PaintPalePoints(painter, ratio);
     for (std::size_t i = 0; i < Charts.Markers.size(); ++i)
         PaintMarker(painter, Charts.Markers[i], ratio, static_cast<int>(i) == Charts.ActiveMarker);
     if (!Charts.Zooming) return;
@@ -189,8 +198,10 @@ void ChartCanvas::mousePressEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
     RunOnGraph([&] {
         const bool left = event->button() == Qt::LeftButton;
-        if (!left || !MarkerPressed(p.x(), p.y(), static_cast<int>(MarkerReach * devicePixelRatioF())))
-            ChartMouseDown(p.x(), p.y(), ButtonNumber(event->button()));
+        const bool shift = event->modifiers().testFlag(Qt::ShiftModifier) && Charts.OnShiftBox;
+        const int reach = static_cast<int>(MarkerReach * devicePixelRatioF());
+        if (!left || shift || !MarkerPressed(p.x(), p.y(), reach))
+            ChartMouseDown(p.x(), p.y(), ButtonNumber(event->button()), shift);
     });
     update();
 }

@@ -8,7 +8,9 @@
 #include "reporting/values/DerivedConstants.h"
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Statistics.h"
+#include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/ScanWriter.h"
+#include "scandata/table/LeftOut.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {
@@ -31,6 +33,7 @@ void AddScan(MeasuredSet& m) {
     m.Cell = CellNumberOf(Work.ScanFile[row]);
     m.Channel = ChannelName(row);
     m.Optics = Work.InterferenceData ? "interference" : "absorbance";
+    m.Columns = IntensityOrderWord(row);
     m.Rpm = Work.ScanRPM[row];
     m.Celsius = Work.ScanTemperature[row];
     m.Wavelength = Work.ScanWavelength[row];
@@ -39,6 +42,15 @@ void AddScan(MeasuredSet& m) {
     m.Averaged = Work.ScansAveraged[row];
     m.Path = Work.CellPath[row];
     if (SetsHaveNoise()) m.Noise = Work.SetNoise[row];
+}
+
+void AddLeftOut(MeasuredSet& m) {
+    m.Ceiling = Work.SignalCeiling[m.Row];
+    for (const LeftOutReading& out : Work.LeftOut[m.Row])
+        m.LeftOut.push_back(out.Radius);
+    m.LeftOutByHand = CountLeftOut(m.Row, LeftOutBy::Hand);
+    m.LeftOutByCeiling = CountLeftOut(m.Row, LeftOutBy::Ceiling);
+    m.LeftOutByIntensity = CountLeftOut(m.Row, LeftOutBy::Intensity);
 }
 
 void AddRange(MeasuredSet& m) {
@@ -128,6 +140,30 @@ std::string PopulationsOf(const MeasuredSet& m) {
     return line;
 }
 
+// Radii by hand, as stretches.
+std::string RadiiByHand(RowNo row) {
+    constexpr std::size_t MostShown = 3;
+    const std::vector<Exclusion> stretches = ExclusionsOf(row);
+    std::string text;
+    for (std::size_t i = 0; i < stretches.size() && i < MostShown; ++i) {
+        text += (i > 0 ? ", " : "") + Picture(stretches[i].From, "0.0000");
+        if (stretches[i].To != stretches[i].From) text += " to " + Picture(stretches[i].To, "0.0000");
+    }
+    return stretches.size() > MostShown ? text + ", ... cm" : text + " cm";
+}
+
+// "   left out: 2 by hand (6.9500, 7.0100 cm), 12 above 1.5"; "" where nothing is.
+std::string LeftOutOf(const MeasuredSet& m) {
+    std::string text;
+    const auto part = [&](long count, const std::string& words) {
+        if (count > 0) text += (text.empty() ? "" : ", ") + std::to_string(count) + words;
+    };
+    part(m.LeftOutByHand, " by hand (" + RadiiByHand(m.Row) + ")");
+    part(m.LeftOutByCeiling, " above " + SingleText(m.Ceiling));
+    part(m.LeftOutByIntensity, " without absorbance");
+    return text.empty() ? "" : "   left out: " + text;
+}
+
 } // namespace
 
 std::vector<MeasuredSet> MeasuredSets() {
@@ -137,6 +173,7 @@ std::vector<MeasuredSet> MeasuredSets() {
         m.Set = set;
         m.Row = RowOf(set);
         AddScan(m);
+        AddLeftOut(m);
         AddRange(m);
         AddStatistics(m);
         if (Work.FitValid) AddPopulations(m);
@@ -151,6 +188,8 @@ std::vector<std::string> MeasuredLines() {
         lines.push_back("Set " + std::to_string(m.Set.Number) + ":");
         for (const std::string& line : {ConditionsOf(m), CellOf(m), HistoryOf(m), QualityOf(m)})
             lines.push_back(line);
+        if (!m.Columns.empty()) lines.push_back("   from intensities, " + m.Columns);
+        if (const std::string out = LeftOutOf(m); !out.empty()) lines.push_back(out);
         if (m.Total && m.Populations.size() > 1) lines.push_back(PopulationsOf(m));
         if (!m.Sha256.empty())
             lines.push_back("SHA-256 " + m.Sha256); // as wide as a sheet with large letters

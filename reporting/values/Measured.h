@@ -27,6 +27,11 @@ struct MeasuredSet {
     float Inner = 0.0F, Outer = 0.0F; // first and last point, cm
     float Path = 0.0F;                // cm
     float Noise = 0.0F;               // that the set is weighted by; 0 for none
+    float Ceiling = 0.0F;             // signal above which readings are left out; 0 for none
+    std::vector<float> LeftOut;       // radii of readings that are left out, by rising place; cm
+    // Of them: by hand, above the ceiling, without an absorbance.
+    long LeftOutByHand = 0, LeftOutByCeiling = 0, LeftOutByIntensity = 0;
+    std::string Columns; // of an intensity scan: "sample-first" or "reference-first"; "" for others
     long Points = 0;
     std::optional<double> Rms, MeanResidual, RunsZ;
     std::string Note; // as SetNote says it

@@ -15,6 +15,7 @@
 #include "scandata/reader/SaveScans.h"
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/FitData.h"
+#include "scandata/table/LeftOut.h"
 #include "scandata/table/OpticsUnits.h"
 #include "scandata/table/TableRows.h"
 #include "scandata/table/Temperatures.h"
@@ -112,7 +113,7 @@ void FileFormTimer1() {
     if (!FileForm.Timer1) return;
     FileForm.Timer1 = false;
     if (FileForm.Waiting.empty()) return FileFormNewFileButton();
-    FileFormReadFiles(std::exchange(FileForm.Waiting, {}));
+    FileFormOpenScans(std::exchange(FileForm.Waiting, {}));
 }
 
 void FileFormCheckFocus(int line) {
@@ -231,7 +232,14 @@ void FileFormSaveButton(int line) {
 
 void FileFormHelpButton(int line) {
     Work.CurrentRow = ToInt16(line);
-    ShowInfoBox(RowOfLine(line));
+    AsOneChange([line] {
+        const RowNo row = RowOfLine(line);
+        const std::int16_t order = Work.IntensityOrder[row];
+        ShowInfoBox(row);
+        if (Work.IntensityOrder[row] == order) return;
+        NoteChange();
+        ShowRowValues(row);
+    });
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];
 }
 
@@ -274,6 +282,7 @@ void FileFormOkButton() {
         Host.Beep();
         return Tell(" You must include at least one data set", Work.ProgramName, BoxIcon::Warning);
     }
+    RenewCeilings();
     if (!RangesAccepted()) return;
     BuildFitData();
     if (OpticsChangedSinceOpening()) UnitsFollowOptics();

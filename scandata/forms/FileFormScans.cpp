@@ -8,10 +8,14 @@
 #include "scandata/forms/FileFormChannels.h"
 #include "scandata/forms/FileFormEvents.h"
 #include "scandata/forms/TableUndo.h"
+#include "scandata/range/FindColumns.h"
 #include "scandata/reader/AdoptScan.h"
+#include "scandata/reader/IntensityScan.h"
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/TableRows.h"
 #include "workspace/records/Roads.h"
+
+#include <algorithm>
 
 namespace Quillon {
 
@@ -209,6 +213,8 @@ struct ReadNotes {
     std::vector<std::string> Failures; // name and reason of each
     std::vector<std::string> Remarks;  // on files that were read
     std::size_t NoLine = 0;            // files for which there was no line
+    long Scans = 0, Columns = 0;       // that were read, and columns proposed in them
+    long NoRoom = 0;                   // columns for which there was no line
 };
 
 void TellNotes(const ReadNotes& notes, const std::string& sentence) {
@@ -225,20 +231,58 @@ void TellNotes(const ReadNotes& notes, const std::string& sentence) {
     if (notes.NoLine > 0)
         paragraph("All data sets hold a scan: " + std::to_string(notes.NoLine) + " of the chosen files " +
                   (notes.NoLine == 1 ? "has" : "have") + " not been read.");
+    if (notes.NoRoom > 0)
+        paragraph("All data sets hold a scan: " + std::to_string(notes.NoRoom) +
+                  (notes.NoRoom == 1 ? " channel has" : " channels have") + " found no line.");
     if (!text.empty()) Tell(text, Work.ProgramName, BoxIcon::Warning);
 }
 
+// A line for each column of the scan in the current line.
+void ProposeColumns(ReadNotes& notes) {
+    const RowNo row = RowOfLine(Work.CurrentRow);
+    const std::vector<ScanColumn> columns = FindColumns(row);
+    if (columns.empty()) return;
+    StoreIncludes();
+    notes.NoRoom += TakeColumns(row, columns);
+    notes.Columns += static_cast<long>(columns.size());
+    ShowPageAgain();
+}
+
+// The columns of intensity scans are those of their group, which is read by now.
+void SettleIntensities(const std::vector<std::string>& paths, ReadNotes& notes) {
+    std::vector<RowNo> read;
+    for (const RowNo row : EachRow())
+        if (Work.IntensityOrder[row] != IntensityOrders::None &&
+            std::find(paths.begin(), paths.end(), JoinPath(Work.ScanDirectory[row], Work.ScanFile[row])) !=
+                paths.end())
+            read.push_back(row);
+    DecideIntensityOrders(read);
+    for (const RowNo row : read)
+        notes.Remarks.push_back(Work.ScanFile[row] + ": " + IntensityRemark(row));
+}
+
+void SayProposed(const ReadNotes& notes) {
+    if (notes.Columns == 0) return;
+    SayChange(std::to_string(notes.Columns - notes.NoRoom) + " data sets of " + std::to_string(notes.Scans) +
+              (notes.Scans == 1 ? " scan" : " scans") +
+              ", channels and ranges proposed: click on a radius to look at a range");
+}
+
 // One file into the current line; the only one has its failure told by itself.
-void ReadHere(const std::string& path, bool alone, ReadNotes& notes) {
+void ReadHere(const std::string& path, bool alone, bool propose, ReadNotes& notes) {
     const ScanReadResult read = AdoptScan(path, RowOfLine(Work.CurrentRow));
-    if (read.Ok) ShowAdopted(read);
+    if (read.Ok) {
+        ShowAdopted(read);
+        ++notes.Scans;
+        if (propose) ProposeColumns(notes);
+    }
     if (!read.Remark.empty()) notes.Remarks.push_back(FileTitle(path) + ": " + read.Remark);
     if (read.Ok) return;
     if (alone) return TellReadFailure(path, read.Failure);
     notes.Failures.push_back(FileTitle(path) + ": " + read.Failure.Reason);
 }
 
-void ReadAll(const std::vector<std::string>& paths) {
+void ReadAll(const std::vector<std::string>& paths, bool propose) {
     ReadNotes notes;
     bool first = true;
     for (std::size_t i = 0; i < paths.size(); ++i) {
@@ -249,8 +293,10 @@ void ReadAll(const std::vector<std::string>& paths) {
             break;
         }
         first = false;
-        ReadHere(paths[i], paths.size() == 1, notes);
+        ReadHere(paths[i], paths.size() == 1, propose, notes);
     }
+    SettleIntensities(paths, notes);
+    SayProposed(notes);
     TellNotes(notes, ScanReadSentence);
 }
 
@@ -293,7 +339,11 @@ void FileFormNewFileButton() {
 }
 
 void FileFormReadFiles(const std::vector<std::string>& paths) {
-    AsOneChange([&] { ReadAll(paths); });
+    AsOneChange([&] { ReadAll(paths, paths.size() > 1); });
+}
+
+void FileFormOpenScans(const std::vector<std::string>& paths) {
+    AsOneChange([&] { ReadAll(paths, true); });
 }
 
 void FileFormSubtractBlankButton() {

@@ -2,6 +2,8 @@
 
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+#include "scandata/reader/IntensityScan.h"
+#include "scandata/table/LeftOut.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -24,6 +26,28 @@ std::string Broken(std::string rest) {
     return text + rest;
 }
 
+std::string SpanText(const char* what, const IntensitySpan& span) {
+    const auto number = [](float value) { return FormatNumber(static_cast<double>(value), "0.###E+00"); };
+    return std::string(what) + "= " + number(span.Mean) + " on average, " + number(span.Lowest) + " to " +
+           number(span.Highest);
+}
+
+void ShowIntensities() {
+    const RowNo row = InfoBox.Row;
+    const bool intensity = Work.IntensityOrder[row] != IntensityOrders::None;
+    InfoBox.Intensities.Visible = InfoBox.SwitchButton.Visible = intensity;
+    if (!intensity) return;
+    const auto [sample, reference] = IntensitySpans(row);
+    const bool first = Work.IntensityOrder[row] == IntensityOrders::SampleFirst;
+    InfoBox.Intensities.Text = std::string("Intensities of the fitting range, the sample in the ") +
+                               (first ? "first" : "second") + " column:\n" + SpanText("Sample", sample) +
+                               "\n" + SpanText("Reference", reference);
+    if (const long out = CountLeftOut(row, LeftOutBy::Intensity); out > 0)
+        InfoBox.Intensities.Text += "\n" + std::to_string(out) +
+                                    (out == 1 ? " reading is" : " readings are") +
+                                    " not above 0 and left out";
+}
+
 } // namespace
 
 void LoadInfoBox(RowNo row) {
@@ -38,6 +62,10 @@ void LoadInfoBox(RowNo row) {
         " min)     omega^2*t= " + FormatNumber(static_cast<double>(Work.ScanOmega2t[row]), "0.00##E-00");
     InfoBox.Line[3].Text = "Wavelength=" + SingleText(Work.ScanWavelength[row]) +
                            "      Scans Averaged=" + std::to_string(Work.ScansAveraged[row]);
+    InfoBox.Row = row;
+    InfoBox.SwitchButton.Text = "&Switch Sample and Reference";
+    InfoBox.SwitchButton.ToolTip = "Take the other column as the sample: each absorbance changes its sign";
+    ShowIntensities();
     InfoBox.OkButton.Text = "OK";
     InfoBox.State.FocusOn = &InfoBox.OkButton;
     InfoBox.State.Shown = true;
@@ -46,6 +74,12 @@ void LoadInfoBox(RowNo row) {
 void ShowInfoBox(RowNo row) {
     LoadInfoBox(row);
     Host.ShowModal(InfoBoxName);
+}
+
+void InfoBoxSwitchButton() {
+    const bool first = Work.IntensityOrder[InfoBox.Row] == IntensityOrders::SampleFirst;
+    SetIntensityOrder(InfoBox.Row, first ? IntensityOrders::ReferenceFirst : IntensityOrders::SampleFirst);
+    ShowIntensities();
 }
 
 void InfoBoxOkButton() {

@@ -4,6 +4,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "scandata/range/RangeOptions.h"
+#include "scandata/range/RangeReadings.h"
 #include "scandata/table/DataSetTable.h"
 #include "workspace/records/Workspace.h"
 
@@ -30,6 +31,12 @@ std::string CountText(long points) {
     return std::to_string(points) + (points == 1 ? " point" : " points");
 }
 
+// Those above a ceiling too, wherever they lie in the scan.
+std::string LeftOutText() {
+    const long out = static_cast<long>(Work.LeftOut[RangeBar.Row].size());
+    return out == 0 ? "" : ", " + std::to_string(out) + " left out";
+}
+
 long CountMarked() {
     const PointRange range = MarkedPoints();
     return range.First == 0 ? 0 : range.Last - range.First + 1;
@@ -43,7 +50,7 @@ void FollowMarkers() {
         if (RangeBar.Radius[side].Tag == text) continue;
         RangeBar.Radius[side].Text = RangeBar.Radius[side].Tag = text;
     }
-    RangeBar.Count.Text = CountText(CountMarked());
+    RangeBar.Count.Text = CountText(CountMarked()) + LeftOutText();
 }
 
 void PutMarker(std::size_t side, float radius) {
@@ -67,8 +74,17 @@ void OpenRangeBar(RowNo row) {
     RangeBar.Radius[0].ToolTip = "The first radius of the range; the marker follows what is typed";
     RangeBar.Radius[1].ToolTip = "The last radius of the range; the marker follows what is typed";
     RangeBar.Count.ToolTip = "How many points of the scan lie in the range";
-    Caption(RangeBar.AutoButton, "A&uto",
-            "Propose a range: the longest stretch of the channel without a break in the signal");
+    Caption(RangeBar.CeilingLabel, "Ceiling", "");
+    RangeBar.Ceiling.ToolTip =
+        "Readings with a higher signal, behind the baseline, are left out; nothing typed: none";
+    RangeBar.Ceiling.Text = RangeBar.Ceiling.Tag =
+        Work.SignalCeiling[row] > 0.0F ? SingleText(Work.SignalCeiling[row]) : "";
+    Caption(RangeBar.SpikesButton, "Sp&ikes...",
+            "Look for readings between the markers that stand out from their neighbours, to leave them out");
+    Caption(
+        RangeBar.AutoButton, "A&uto",
+        "Propose a range: the longest stretch of the channel without a break in the signal; and a ceiling, "
+        "where the noise grows with the signal");
     Caption(RangeBar.AcceptButton, "&Accept", "Take this range (Enter)");
     Caption(RangeBar.CancelButton, "&Cancel", "Leave the range as it was (Esc)");
     RangeBar.Shown = true;
@@ -145,6 +161,9 @@ void RangeBarAutoButton() {
     RepositionMarkers();
     Charts.StatusLine.Text = "Proposed: " + RadiusText(0) + " to " + RadiusText(1) +
                              " cm, the longest stretch without a break; drag the markers to alter it";
+    if (const float ceiling = ProposeRangeCeiling(range.First, range.Last); ceiling > 0.0F)
+        Charts.StatusLine.Text +=
+            ". Above " + SingleText(ceiling) + " the noise grows: proposed as the ceiling";
 }
 
 void RangeBarAcceptButton() {

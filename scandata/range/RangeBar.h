@@ -16,6 +16,7 @@ struct RangeBarRecord {
     RowNo Row;
     std::array<Control, 2> Label, Radius; // inner, outer; cm
     Control Count, AutoButton, AcceptButton, CancelButton;
+    Control CeilingLabel, Ceiling, SpikesButton; // readings left out (scandata/range/RangeReadings.h)
     bool FocusOnGraph = false; // a handler wants the keys to go to the graph; whoever shows the bar obeys
 };
 inline RangeBarRecord RangeBar;
@@ -36,8 +37,8 @@ bool RangeMayBeTaken();
 void RangeBarGotFocus(std::size_t side);
 int RangeBarKeyPress(std::size_t side, int key); // Return takes the radius and leads back to the graph
 void RangeBarLostFocus(std::size_t side);        // takes the radius when it has been changed
-void RangeBarAutoButton();                       // puts the markers where ProposeRange would have them
-void RangeBarAcceptButton();                     // as Return on the graph
-void RangeBarCancelButton();                     // as Escape on the graph
+void RangeBarAutoButton();   // puts the markers where ProposeRange would have them, and proposes a ceiling
+void RangeBarAcceptButton(); // as Return on the graph
+void RangeBarCancelButton(); // as Escape on the graph
 
 } // namespace Quillon

@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeOptions.h"
+#include "scandata/range/RangeReadings.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -44,7 +45,8 @@ void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
 }
 
 void Draw(RowNo row) {
-    const long n = Work.ScanPoints[row];
+    const long points = Work.ScanPoints[row];
+    const long n = ReadingsOf(row); // as many as may come back
     Chart.GraphHeld = FlagFalse;
     GraphSpec spec;
     GraphInit(spec, GraphTypes::XYPlot, PlotStyles::SymbolsOnly);
@@ -55,7 +57,7 @@ void Draw(RowNo row) {
     spec.AxisX1.ScaleMode = ScaleModes::Autorange;
     SetTable x(n, 1);
     SetTable y(n, 1);
-    for (long p = 1; p <= n; ++p) {
+    for (long p = 1; p <= points; ++p) {
         const float v = RangeOrdinate(Work.ScanValue[row][p]);
         y(p, 1) = v;
         x(p, 1) = v == MissingValue ? MissingValue : RangeAbscissa(Work.ScanRadius[row][p]);
@@ -82,6 +84,8 @@ void Open(RowNo row) {
     PlaceMarkers(RangeAbscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
                  RangeAbscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
     OpenRangeBar(row);
+    if (!Work.LeftOut[row].empty()) ShowReadings();
+    Charts.OnShiftBox = ToggleReadings;
     Charts.StatusLine.Text = Instruction;
     Charts.KeyCode = 0;
     Charts.Needed = Charts.ClosesAsEscape = Charts.WashOutside = true;
@@ -95,6 +99,8 @@ void Close() {
     Charts.StatusLine.Text.clear();
     CloseRangeBar();
     RemoveMarkers();
+    Charts.OnShiftBox = nullptr;
+    Charts.PalePoints.clear();
     ClearSpecialOptions();
     Chart.GraphHeld = FlagFalse; // a graph shown otherwise is made afresh
     ClearZoom();
@@ -106,6 +112,7 @@ void Close() {
 
 bool SelectRange(RowNo row) {
     if (Work.ScanFile[row].empty() || Work.ScanPoints[row] < 1) return false;
+    const KeptReadings kept = KeepReadings(row);
     Open(row);
     Host.ShowModal(ChartsName);
     RecordMarkers();
@@ -114,6 +121,8 @@ bool SelectRange(RowNo row) {
     if (accepted) {
         Work.FitRange[0][row] = ToInt16(range.First);
         Work.FitRange[1][row] = ToInt16(range.Last);
+    } else {
+        PutBack(kept);
     }
     Close();
     return accepted;

@@ -34,7 +34,10 @@ const char* WhyNoValue(const TextItems& file, std::size_t place, std::string_vie
                : "a comma between the numbers of a point; they are parted by blanks";
 }
 
-PointLine ReadPointItem(TextItems& file, std::size_t place) {
+constexpr const char* NoSecondReading =
+    "an intensity scan has two readings at each radius, of sample and reference";
+
+PointLine ReadPointItem(TextItems& file, std::size_t place, ThirdNumber third) {
     const std::string_view item = WithoutLeadingBlanks(ReadTextItem(file));
     std::string_view rest = item;
     PointLine point;
@@ -48,8 +51,12 @@ PointLine ReadPointItem(TextItems& file, std::size_t place) {
     goOn();
     if (rest.empty()) RaiseError(WhyNoValue(file, place, item)); // nor is one with a blank behind it
     point.Value = SingleOf(NumberOf(TokenAt(position, rest, PointSeparators)));
-    if (position != 0) {
-        goOn();
+    const bool more = position != 0;
+    if (more) goOn();
+    if (third == ThirdNumber::Reading) {
+        if ((!more || rest.empty()) && point.Radius != 0.0F) RaiseError(NoSecondReading);
+        point.Second = SingleOf(NumberOf(TokenAt(position, rest, PointSeparators)));
+    } else if (more) {
         const std::string_view deviation = TokenAt(position, rest, PointSeparators);
         point.Excluded = deviation.starts_with('-') && NumberOf(deviation) < 0.0; // nothing else counts
     }
@@ -73,18 +80,20 @@ bool SkipToLineEnd(const char*& at, const char* end) {
 }
 
 // Ordinary numbers between blanks, up to the end of the line.
-bool TakePlainNumbers(const char*& at, const char* end, double& radius, double& value, bool& excluded) {
+struct PlainNumbers {
+    double Radius = 0.0, Value = 0.0, Third = 0.0;
+};
+bool TakePlainNumbers(const char*& at, const char* end, ThirdNumber third, PlainNumbers& numbers) {
+    const bool needed = third == ThirdNumber::Reading;
     SkipBlanks(at, end);
-    if (!TakePlainNumber(at, end, radius) || at == end || *at != ' ') return false;
+    if (!TakePlainNumber(at, end, numbers.Radius) || at == end || *at != ' ') return false;
     SkipBlanks(at, end);
-    if (!TakePlainNumber(at, end, value)) return false;
-    if (at < end && *at != ' ') return EndsLine(*at);
+    if (!TakePlainNumber(at, end, numbers.Value)) return false;
+    if (at < end && *at != ' ') return !needed && EndsLine(*at);
     SkipBlanks(at, end);
-    if (at < end && *at == '-') {
-        double deviation = 0.0;
-        if (!TakePlainNumber(at, end, deviation)) return false;
+    if (needed || (at < end && *at == '-')) { // a deviation above 0 says nothing
+        if (!TakePlainNumber(at, end, numbers.Third)) return false;
         if (at < end && *at != ' ' && !EndsLine(*at)) return false;
-        excluded = deviation < 0.0;
     }
     return SkipToLineEnd(at, end);
 }
@@ -152,15 +161,19 @@ double LastHeaderField(const HeaderFields& header) {
     return NumberOf(header.Rest.substr(0, header.Width));
 }
 
-bool TakePlainPoint(TextItems& file, PointLine& point) {
+bool TakePlainPoint(TextItems& file, PointLine& point, ThirdNumber third) {
     const char* const start = file.Text.data();
     const char* const end = start + file.Text.size();
     const char* at = start + file.Place;
-    double radius = 0.0, value = 0.0;
-    bool excluded = false;
-    if (!TakePlainNumbers(at, end, radius, value, excluded)) return false;
-    const PointLine read{static_cast<float>(radius), static_cast<float>(value), excluded};
-    if (!std::isfinite(read.Radius) || !std::isfinite(read.Value)) return false;
+    PlainNumbers numbers;
+    if (!TakePlainNumbers(at, end, third, numbers)) return false;
+    PointLine read{static_cast<float>(numbers.Radius), static_cast<float>(numbers.Value)};
+    if (third == ThirdNumber::Reading)
+        read.Second = static_cast<float>(numbers.Third);
+    else
+        read.Excluded = numbers.Third < 0.0;
+    if (!std::isfinite(read.Radius) || !std::isfinite(read.Value) || !std::isfinite(read.Second))
+        return false;
     if (at < end && *at == '\r') ++at;
     if (at < end && *at == '\n') ++at; // of a "\r" before it, or alone
     file.Place = static_cast<std::size_t>(at - start);
@@ -169,15 +182,16 @@ bool TakePlainPoint(TextItems& file, PointLine& point) {
     return true;
 }
 
-PointList ReadPoints(TextItems& file, const std::function<bool(long i, const PointLine& point)>& store) {
+PointList ReadPoints(TextItems& file, const std::function<bool(long i, const PointLine& point)>& store,
+                     ThirdNumber third) {
     if (NoItemLeft(file)) RaiseError("the file ends before its first point");
     PointList list;
     long next = 1;
     do {
         list.LastPlace = file.Place;
         PointLine point;
-        if (!TakePlainPoint(file, point))
-            TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace); });
+        if (!TakePlainPoint(file, point, third))
+            TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace, third); });
         list.Terminated = point.Radius == 0.0F;
         if (!point.Excluded && list.NoRadius == 0.0F &&
             !(point.Radius >= 0.0F && point.Radius <= LargestRadius)) {

@@ -63,12 +63,17 @@ struct PointLine {
     float Radius{}; // cm
     float Value{};
     bool Excluded = false; // by a negative third number
+    float Second{};        // the second reading, where the third number is one
 };
+
+// What the third number of a point says: the deviation of its value, where a negative one excludes the point,
+// or a second reading at the radius, which every point has to have.
+enum class ThirdNumber { Deviation, Reading };
 
 // Takes the next point when its line is an ordinary one: two or three numbers that TakePlainNumber reads,
 // with blanks between them and no comma up to the line's end. The fast road: one pass over the bytes, no
 // copy, the same bits. False for every other line, with nothing taken.
-bool TakePlainPoint(TextItems& file, PointLine& point);
+bool TakePlainPoint(TextItems& file, PointLine& point, ThirdNumber third = ThirdNumber::Deviation);
 
 // How a list of points ended.
 struct PointList {
@@ -83,7 +88,8 @@ struct PointList {
 
 // Reads point lines to the end of the list, which may not be the end of the file. store(i, point) keeps point
 // i and tells whether i + 1 is still a number that a point may have.
-PointList ReadPoints(TextItems& file, const std::function<bool(long i, const PointLine& point)>& store);
+PointList ReadPoints(TextItems& file, const std::function<bool(long i, const PointLine& point)>& store,
+                     ThirdNumber third = ThirdNumber::Deviation);
 
 // A list without a point is a RuntimeError that says how it came to that.
 void RequirePoints(const TextItems& file, const PointList& list);

@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/reader/ExtinctionRatios.h"
+#include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/ScanLines.h"
 #include "scandata/table/BaselineAt.h"
 #include "scandata/table/DataSetTable.h"
@@ -71,8 +72,17 @@ void DropPixelScale(std::string_view line, RowNo row) {
     Work.ScanComment[row] = line.substr(std::min(start, line.size()));
 }
 
-void TakeScan(RowNo row, long points, const std::string& path, ScanReadResult& result) {
-    CutToLength(Work.ScanRadius[row], Work.ScanValue[row], points);
+// What belongs to the readings of the former scan.
+void ForgetReadings(RowNo row) {
+    Work.LeftOut[row].clear();
+    Work.SignalCeiling[row] = 0.0F;
+    Work.IntensityOrder[row] = IntensityOrders::None;
+    for (PerRow<OneBased<float>>& column : Work.Intensity)
+        column[row].Recreate(0);
+}
+
+void TakeScan(RowNo row, const std::string& path, ScanReadResult& result) {
+    const long points = Work.ScanRadius[row].Hi();
     Work.ScanPoints[row] = ToInt16(points);
     Work.FitRange[0][row] = 1;
     Work.FitRange[1][row] = Work.ScanPoints[row];
@@ -102,6 +112,22 @@ ReadFailure TooManyPoints() {
             "the scan holds more than " + std::to_string(Work.MaxPtsPerSet - 1) + " points"};
 }
 
+PointList ReadRow(TextItems& file, RowNo row) {
+    return ReadPoints(file, [row](long i, const PointLine& point) {
+        StorePoint(Work.ScanRadius[row], Work.ScanValue[row], i, point);
+        // [decision: limit-is-too-many]
+        return i < Work.MaxPtsPerSet;
+    });
+}
+
+PointList ReadIntensities(TextItems& file, std::vector<IntensityReading>& readings) {
+    const auto store = [&](long i, const PointLine& point) {
+        readings.push_back({point.Radius, point.Value, point.Second});
+        return i < Work.MaxPtsPerSet;
+    };
+    return ReadPoints(file, store, ThirdNumber::Reading);
+}
+
 // Header and points of a scan; false when the scan has too many points, a RuntimeError for everything else.
 bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Abscissa abscissa,
                ScanReadResult& result) {
@@ -117,17 +143,19 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     const int oldWavelength = WholeWavelength(Work.ScanWavelength[row]);
     TakeFrom(file, headerPlace, [&] { ReadHeader(StartHeader(header, comma), row, result); });
     Work.CellPath[row] = Work.CellPathlength;
-    const PointList list = ReadPoints(file, [row](long i, const PointLine& point) {
-        StorePoint(Work.ScanRadius[row], Work.ScanValue[row], i, point);
-        // [decision: limit-is-too-many]
-        return i < Work.MaxPtsPerSet;
-    });
+    const bool intensity = IsIntensityScan(header, FileTitle(path));
+    std::vector<IntensityReading> readings;
+    const PointList list = intensity ? ReadIntensities(file, readings) : ReadRow(file, row);
     if (list.TooMany) return false;
     if (list.Points < 1 && comma) RaiseAt(file, headerPlace, CommaInHeader);
     RequirePoints(file, list);
     if (abscissa == Abscissa::Radii) RequireRadii(file, list);
     result.Remark = RemarkOnRest(file, list);
-    TakeScan(row, list.Points, path, result);
+    ForgetReadings(row);
+    if (!intensity) CutToLength(Work.ScanRadius[row], Work.ScanValue[row], list.Points);
+    readings.resize(static_cast<std::size_t>(intensity ? list.Points : 0));
+    if (intensity) TakeIntensities(row, readings);
+    TakeScan(row, path, result);
     Work.ScanSha256[row] = Host.Sha256(bytes);
     Host.SetPointer(Pointer::Standard);
     CompareWavelengths(row, oldWavelength);
@@ -230,7 +258,7 @@ void SettleDataType(const std::string& fileName) {
     };
     if (type == "IP")
         settle(FlagTrue, "Fringes");
-    else if (type == "RA")
+    else if (type == "RA" || type == "RI")
         settle(FlagFalse, "Absorbance");
     else if (type == "FI")
         settle(FlagFalse, "FI");

@@ -8,7 +8,8 @@
 //                P marks interference data; then, parted by blanks: temperature (degrees Celsius), speed
 //                (rpm), time (s), omega squared t, wavelength (nm), scans averaged. A comma ends the line.
 //     then       radius (cm), value, and at will the point's standard deviation, parted by blanks, tabs or
-//                commas. A negative third number excludes the point. A radius of 0 ends the list.
+//                commas. A negative third number excludes the point. A radius of 0 ends the list. In a scan
+//                of intensities (scandata/reader/IntensityScan.h) radius and two intensities.
 //
 // The count of averaged scans is read no wider than the wavelength with the blank behind it. A terminating
 // line with a negative third number costs the last true point, since the terminating line is always counted
@@ -82,8 +83,8 @@ void TellReadFailure(const std::string& path, const ReadFailure& failure);
 // that a line has run out.
 std::string NextToken(long& position, std::string_view text, std::string_view separators);
 
-// Settles the type of data by the file name: characters 3 and 2 from its end in capitals, "IP", "RA", "FI";
-// any other name leaves the type as the reader set it.
+// Settles the type of data by the file name: characters 3 and 2 from its end in capitals, "IP", "RA" or "RI",
+// "FI"; any other name leaves the type as the reader set it.
 void SettleDataType(const std::string& fileName);
 
 } // namespace Quillon

@@ -1,7 +1,7 @@
 #include "scandata/table/BaselineAt.h"
 
 #include "platform/Narrow.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 
@@ -42,6 +42,12 @@ float BaselineAt(float radius, RowNo row) {
     const double y1 = y[i - 2];
     const double y2 = y[i - 1];
     return ToSingle(((radius - x1) * y2 + (x2 - radius) * y1) / (x2 - x1));
+}
+
+double SignalOf(RowNo row, float radius, float value) {
+    if (!HasBaseline(row)) return value;
+    const float shift = Work.BaselineShifted[row] ? Work.BaselineShift[row] : 0.0F;
+    return static_cast<double>(value) - BaselineAt(radius - shift, row);
 }
 
 void ForgetBaselinePlace() {

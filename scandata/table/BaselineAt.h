@@ -9,6 +9,10 @@ namespace Quillon {
 // without baseline points. Quick for rising radii, right for all.
 float BaselineAt(float radius, RowNo row);
 
+// What is fitted of a reading of a row, in double precision: its value less the baseline, shifted where the
+// shift is in force, at its radius.
+double SignalOf(RowNo row, float radius, float value);
+
 // Forgets where the latest call of BaselineAt ended; for whoever replaces the points of a baseline.
 void ForgetBaselinePlace();
 

@@ -275,17 +275,13 @@ void CountPoints(FitBuild& build) {
 void FillTruePoints(FitBuild& build, SetNo k, long& n) {
     const RowNo row(build.SetRow[k]);
     const double x0 = ReferenceX(row);
-    const float shift = Work.BaselineShifted[row] ? Work.BaselineShift[row] : 0.0F;
-    const bool baseline = HasBaseline(row);
     for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p) {
         const float radius = Work.ScanRadius[row][p];
         const double r = radius;
         const float value = Work.ScanValue[row][p];
         ++n;
         build.X[n] = Fitting(r * r / 2.0 - x0, "the square of a radius");
-        build.Y[n] = baseline
-                         ? Fitting(static_cast<double>(value) - BaselineAt(radius - shift, row), "the signal")
-                         : value;
+        build.Y[n] = Fitting(SignalOf(row, radius, value), "the signal");
         build.Set[n] = ToInt16(k.Number);
     }
 }

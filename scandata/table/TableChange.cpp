@@ -31,9 +31,34 @@ std::string Centimetres(const RowPair& pair, std::size_t end) {
     return p < 1 || p > radii.Hi() ? "" : FormatNumber(static_cast<double>(radii[p]), "0.0000");
 }
 
+// What is left out of a scan, or how its intensities are taken, makes no other scan of it.
+bool ReadingsDiffer(const RowPair& pair) {
+    return pair.Differs(&Workspace::LeftOut) || pair.Differs(&Workspace::IntensityOrder);
+}
+
 bool ScanDiffers(const RowPair& pair) {
-    return pair.Differs(&Workspace::ScanFile) || pair.Differs(&Workspace::ScanDirectory) ||
-           pair.Differs(&Workspace::ScanRadius) || pair.Differs(&Workspace::ScanValue);
+    if (pair.Differs(&Workspace::ScanFile) || pair.Differs(&Workspace::ScanDirectory) ||
+        pair.Differs(&Workspace::ScanSha256))
+        return true;
+    return !ReadingsDiffer(pair) &&
+           (pair.Differs(&Workspace::ScanRadius) || pair.Differs(&Workspace::ScanValue));
+}
+
+std::string LeftOutWords(const RowPair& pair) {
+    const std::size_t out = pair.Now(&Workspace::LeftOut).size();
+    if (out == 0) return "no reading left out";
+    return std::to_string(out) + (out == 1 ? " reading" : " readings") + " left out";
+}
+
+std::string CeilingWords(const RowPair& pair) {
+    const float ceiling = pair.Now(&Workspace::SignalCeiling);
+    return ceiling > 0.0F ? "ceiling " + SingleText(ceiling) : "no ceiling";
+}
+
+const char* OrderWords(const RowPair& pair) {
+    return pair.Now(&Workspace::IntensityOrder) == IntensityOrders::ReferenceFirst
+               ? "the second column is the sample"
+               : "the first column is the sample";
 }
 
 const char* CenterpieceWords(int code) {
@@ -80,6 +105,9 @@ std::vector<std::string> PartsOf(const RowPair& pair) {
     part(scan ? channel > 0 : pair.Differs(&Workspace::DataChannel), ChannelWords(channel));
     part(!scan && pair.EitherDiffers(&Workspace::FitRange),
          Centimetres(pair, 0) + " to " + Centimetres(pair, 1) + " cm");
+    part(!scan && pair.Differs(&Workspace::LeftOut), LeftOutWords(pair));
+    part(!scan && pair.Differs(&Workspace::SignalCeiling), CeilingWords(pair));
+    part(!scan && pair.Differs(&Workspace::IntensityOrder), OrderWords(pair));
     part(!scan && pair.Differs(&Workspace::CellPath),
          "path " + SingleText(10.0F * pair.Now(&Workspace::CellPath)) + " mm");
     part(!scan && (pair.Differs(&Workspace::BaselineFile) || pair.Differs(&Workspace::BaselineValue)),

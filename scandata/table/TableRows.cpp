@@ -113,6 +113,8 @@ void CopyRow(RowNo from, RowNo to) {
     CopyEntries(from, to, Work.ScanTemperature, Work.ScanRPM, Work.ScanOmega2t, Work.ScanWavelength,
                 Work.ScanTime, Work.ScansAveraged, Work.ScanPoints, Work.ScanComment, Work.ScanDirectory,
                 Work.ScanFile, Work.ScanSha256, Work.SetNoise);
+    CopyEntries(from, to, Work.LeftOut, Work.SignalCeiling, Work.IntensityOrder, Work.Intensity[0],
+                Work.Intensity[1]);
     CopyEntries(from, to, Work.BaselineFile, Work.BaselineSha256, Work.BaselineDirectory, Work.BaselineRPM,
                 Work.BaselinePoints, Work.BaselineShifted, Work.BaselineShift);
     CopyEntries(from, to, Work.FitRange[0], Work.FitRange[1], Work.ExtinctionRatio[0],

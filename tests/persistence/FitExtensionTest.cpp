@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace Quillon {
 namespace {
 
@@ -66,6 +68,41 @@ TEST(FitExtension, NamesAndVersionsOfLaterProgramsAreSkipped) {
     back.MaxSets = w.MaxSets;
     DecodeExtension(whole.All + later.All + known, back);
     EXPECT_TRUE(back.ConcLink == w.ConcLink);
+}
+
+// A sample with readings left out of row 1, which holds intensities.
+Workspace WithReadingsLeftOut() {
+    Workspace w = SampleFit();
+    w.LeftOut[1] = {{2, LeftOutBy::Hand, 6.5F, 0.25F}, {4, LeftOutBy::Intensity, 6.6F, 0.0F}};
+    w.SignalCeiling[1] = 1.5F;
+    w.IntensityOrder[1] = IntensityOrders::ReferenceFirst;
+    for (PerRow<OneBased<float>>& column : w.Intensity)
+        column[1].Recreate(w.ScanPoints[1] + 2, 9000.0F);
+    return w;
+}
+
+TEST(FitExtension, ReadingsLeftOutAndIntensitiesComeBack) {
+    const Workspace w = WithReadingsLeftOut();
+    const Workspace back = DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis;
+    EXPECT_TRUE(back.LeftOut == w.LeftOut);
+    EXPECT_TRUE(back.SignalCeiling == w.SignalCeiling);
+    EXPECT_TRUE(back.IntensityOrder == w.IntensityOrder);
+    EXPECT_TRUE(back.Intensity == w.Intensity);
+}
+
+TEST(FitExtension, ReadingsLeftOutThatFitNoScanAreDamage) {
+    const auto refused = [](const std::function<void(Workspace&)>& damage) {
+        Workspace w = WithReadingsLeftOut();
+        damage(w);
+        EXPECT_THROW(DecodeFit(EncodeFit(w), FreshWorkspace()), RuntimeError);
+    };
+    refused([](Workspace& w) { w.LeftOut[1][1].Place = 2; });
+    refused([](Workspace& w) { w.LeftOut[1][0].Place = 0; });
+    refused([](Workspace& w) { w.LeftOut[1][1].Place = ToInt16(w.ScanPoints[1] + 3); });
+    refused([](Workspace& w) { w.LeftOut[1][0].Why = 3; });
+    refused([](Workspace& w) { w.SignalCeiling[1] = -1.0F; });
+    refused([](Workspace& w) { w.IntensityOrder[1] = 3; });
+    refused([](Workspace& w) { w.Intensity[0][1].Resize(1); });
 }
 
 TEST(FitExtension, ACutOneIsRefusedAtEveryPlace) {

@@ -5,8 +5,10 @@
 #include "ScanFixture.h"
 #include "chart/CHART.h"
 #include "chart/Charts.h"
+#include "chart/scale/Mapping.h"
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeOptions.h"
+#include "scandata/range/RangeReadings.h"
 #include "tests/support/RecordingSurface.h"
 
 #include <cmath>
@@ -396,6 +398,112 @@ TEST_F(RangeGraphTest, RescalesHalfTheSquare) {
         const float first = HalfSquare(Radius(51)), last = HalfSquare(Radius(81));
         EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Min, first - 0.075F * (last - first));
         EXPECT_FLOAT_EQ(Chart.Spec.AxisX1.Max, last + 0.075F * (last - first));
+    });
+}
+
+// --- readings left out -------------------------------------------------------------------------------------
+
+// Presses with Shift at one place of the data, releases at another.
+void DragWithShift(float x1, float y1, float x2, float y2) {
+    SetFrameMapping();
+    ChartMouseDown(DeviceX(static_cast<double>(x1)), DeviceY(static_cast<double>(y1)), 1, true);
+    ChartMouseMove(DeviceX(static_cast<double>(x2)), DeviceY(static_cast<double>(y2)), 1);
+    ChartMouseUp(DeviceX(static_cast<double>(x2)), DeviceY(static_cast<double>(y2)), 1);
+}
+
+TEST_F(RangeGraphTest, ARectangleWithShiftLeavesReadingsOutAndBringsThemBack) {
+    for (const bool log : {false, true}) {
+        Work.RangeLogPlot = Flag(log);
+        const Workspace before = Work;
+        EXPECT_FALSE(OnGraph(
+            [log] {
+                const ChartScale view = PresentScale();
+                const auto x = [log](float r) { return log ? HalfSquare(r) : r; };
+                const auto y = [log](float v) { return log ? std::log(v) : v; };
+                const auto drag = [&] { DragWithShift(x(6.595F), y(0.52F), x(6.625F), y(0.62F)); };
+                drag(); // 6.60, 6.61, 6.62
+                EXPECT_EQ(Work.ScanPoints[1], 98);
+                EXPECT_EQ(Charts.PalePoints.size(), 3U);
+                EXPECT_GT(Charts.PalePoints[0].DeviceX, 0);
+                EXPECT_EQ(RangeBar.Count.Text, "28 points, 3 left out");
+                EXPECT_EQ(PresentScale(), view) << "no zoom";
+                EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
+                EXPECT_EQ(Chart.DataY(100, 1), MissingValue);
+                drag();
+                EXPECT_EQ(Work.ScanPoints[1], 101);
+                EXPECT_TRUE(Charts.PalePoints.empty());
+                EXPECT_EQ(RangeBar.Count.Text, "31 points");
+                drag();
+            },
+            27));
+        EXPECT_TRUE(Work == before) << "Esc gives back what was left out";
+    }
+}
+
+TEST_F(RangeGraphTest, WhatIsLeftOutIsTakenWithTheRange) {
+    EXPECT_TRUE(OnGraph([] { DragWithShift(6.595F, 0.52F, 6.625F, 0.62F); }));
+    EXPECT_EQ(Work.LeftOut[1].size(), 3U);
+    EXPECT_EQ(Radius(Work.FitRange[0][1]), 6.50F);
+    EXPECT_EQ(Radius(Work.FitRange[1][1]), 6.80F);
+    EXPECT_EQ(Work.FitRange[1][1], 78);
+    OnGraph([] { EXPECT_EQ(Charts.PalePoints.size(), 3U); });
+    EXPECT_TRUE(Charts.PalePoints.empty());
+    EXPECT_FALSE(Charts.OnShiftBox);
+}
+
+TEST_F(RangeGraphTest, AClickWithShiftTakesTheReadingUnderIt) {
+    OnGraph([] {
+        const float x = Radius(60), y = Work.ScanValue[1][60];
+        DragWithShift(x, y, x, y);
+    });
+    ASSERT_EQ(Work.LeftOut[1].size(), 1U);
+    EXPECT_EQ(Work.LeftOut[1][0].Place, 60);
+}
+
+TEST_F(RangeGraphTest, TheLastReadingsStay) {
+    OnGraph([] {
+        DragWithShift(6.0F, -1.0F, 7.0F, 2.0F);
+        ToggleReadings({5.0F, 8.0F, -5.0F, 5.0F});
+        EXPECT_EQ(Charts.StatusLine.Text, "That would leave no reading of the scan");
+    });
+    EXPECT_TRUE(Work.ScanPoints[1] > 0);
+}
+
+TEST_F(RangeGraphTest, ACeilingIsTypedAndTakenOff) {
+    const auto type = [](const std::string& text) {
+        RangeCeilingGotFocus();
+        RangeBar.Ceiling.Text = text;
+        EXPECT_EQ(RangeCeilingKeyPress(13), 0);
+    };
+    EXPECT_TRUE(OnGraph([&] {
+        type("0.705"); // up to point 75
+        EXPECT_EQ(Work.ScanPoints[1], 75);
+        EXPECT_EQ(RangeBar.Ceiling.Text, "0.705");
+        type("0.0001");
+        EXPECT_EQ(RangeBar.Ceiling.Text, "0.705") << "which leaves the five readings below 0 alone";
+    }));
+    EXPECT_EQ(Radius(Work.FitRange[1][1]), 6.74F);
+    EXPECT_TRUE(OnGraph([&] { type(""); }));
+    EXPECT_EQ(Work.ScanPoints[1], 101);
+    EXPECT_EQ(Work.SignalCeiling[1], 0.0F);
+}
+
+TEST_F(RangeGraphTest, SpikesAreProposedAndLeftOutAfterAYes) {
+    Work.ScanValue[1][60] += 0.2F;
+    const auto ask = [this](BoxAnswer answer) {
+        script.ExpectMessage({"1 reading stands out from its neighbours by more than 6 times the "
+                              "scatter:\n\n6.5900 cm\n\nDo you want to leave it out?",
+                              "Quillon", BoxIcon::Question, BoxButtons::YesNo, BoxAnswer::No},
+                             answer);
+        RangeSpikesButton();
+    };
+    OnGraph([&] {
+        ask(BoxAnswer::No);
+        EXPECT_TRUE(Work.LeftOut[1].empty());
+        ask(BoxAnswer::Yes);
+        EXPECT_EQ(Work.LeftOut[1].size(), 1U);
+        RangeSpikesButton();
+        EXPECT_EQ(Charts.StatusLine.Text, "No reading between the markers stands out from its neighbours");
     });
 }
 

@@ -52,6 +52,16 @@ namespace Centerpiece {
 enum Code : std::int16_t { TwoChannel = 1, SixChannel = 3, EightChannel = 4 };
 }
 
+// LeftOut: why a reading of a scan takes no part.
+namespace LeftOutBy {
+enum Code : std::int16_t { Hand, Ceiling, Intensity }; // the user, SignalCeiling, an intensity not above 0
+}
+
+// IntensityOrder: which of the two columns of an intensity scan is the sample's; None for other scans.
+namespace IntensityOrders {
+enum Code : std::int16_t { None, SampleFirst, ReferenceFirst };
+}
+
 // BaselineFile of a row without one.
 inline constexpr const char* NoBaseline = "(none)";
 

@@ -83,6 +83,10 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("FitRange", &Workspace::FitRange);
     visit("ScanRadius", &Workspace::ScanRadius);
     visit("ScanValue", &Workspace::ScanValue);
+    visit("LeftOut", &Workspace::LeftOut);
+    visit("SignalCeiling", &Workspace::SignalCeiling);
+    visit("IntensityOrder", &Workspace::IntensityOrder);
+    visit("Intensity", &Workspace::Intensity);
     visit("BaselinePoints", &Workspace::BaselinePoints);
     visit("BaselineRadius", &Workspace::BaselineRadius);
     visit("BaselineValue", &Workspace::BaselineValue);

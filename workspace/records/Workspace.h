@@ -24,6 +24,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -51,6 +52,15 @@ struct FitOutcome {
     std::optional<double> ExpectedDecrease = std::nullopt;
     bool Rescued = false; // the minimum was found by the damped search
     bool operator==(const FitOutcome&) const = default;
+};
+
+// A reading of a scan that takes no part: it stands in no array of points.
+struct LeftOutReading {
+    std::int16_t Place = 0; // among all readings of the scan as it was read, from 1
+    std::int16_t Why = 0;   // LeftOutBy
+    float Radius = 0.0F;    // cm
+    float Value = 0.0F;     // as ScanValue; 0 where there is none
+    bool operator==(const LeftOutReading&) const = default;
 };
 
 struct Workspace {
@@ -144,6 +154,15 @@ struct Workspace {
     std::array<PerRow<std::int16_t>, 2> FitRange{PerRow<std::int16_t>(Rows), PerRow<std::int16_t>(Rows)};
     PerRow<OneBased<float>> ScanRadius = PerRow<OneBased<float>>(Rows); // row, then point; cm
     PerRow<OneBased<float>> ScanValue = PerRow<OneBased<float>>(Rows);  // absorbance or fringes
+    // Readings that are left out, by rising place. ScanPoints, FitRange, ScanRadius and ScanValue know of the
+    // others only, so that all that goes by points is that of a scan without these lines.
+    PerRow<std::vector<LeftOutReading>> LeftOut = PerRow<std::vector<LeftOutReading>>(Rows);
+    PerRow<float> SignalCeiling =
+        PerRow<float>(Rows); // fitted signal above which readings are left out; 0 none
+    PerRow<std::int16_t> IntensityOrder = PerRow<std::int16_t>(Rows); // IntensityOrders
+    // The two columns of an intensity scan as read, left-out readings included; empty for other scans.
+    std::array<PerRow<OneBased<float>>, 2> Intensity{PerRow<OneBased<float>>(Rows),
+                                                     PerRow<OneBased<float>>(Rows)};
     PerRow<std::int16_t> BaselinePoints = PerRow<std::int16_t>(Rows);
     PerRow<OneBased<float>> BaselineRadius = PerRow<OneBased<float>>(Rows);
     PerRow<OneBased<float>> BaselineValue = PerRow<OneBased<float>>(Rows);
