@@ -33,6 +33,7 @@
 #include "models/table/ModelTable.h"
 #include "persistence/Defaults.h"
 #include "persistence/FitFile.h"
+#include "persistence/SettingsForm.h"
 #include "studies/StudyForm.h"
 #include "studies/methods/OtherMinima.h"
 #include "workspace/records/Roads.h"
@@ -237,6 +238,7 @@ std::vector<MenuRow> AllRows() {
         {Preferences, "AbsoluteTemperature", "Scale Sigma by &Absolute Temperature", ToggleTemperatureScale, Always, ScalesByKelvin},
         {Preferences, "SetConfidence", "Set &Confidence Interval Probability...", ConfidenceDialog, Always, Plain, NewGroup},
         {Preferences, "mnuSigmaCalculator", "&Rotor Speed Calculator...", SigmaCalculatorDialog, Always},
+        {Preferences, "AllSettings", "All Settin&gs...", SettingsDialog, Always, Plain, NewGroup},
 
         {Help, "mnuHelpContents", "&Contents...", ShowHelpContents, Always},
         {Help, "mnuHelpIndex", "&Index...", ShowHelpIndex, Always},
