@@ -120,13 +120,13 @@ void CheckReportFormat(const Options& options) {
 }
 
 // Drawn as --graph figure draws it.
-std::string HtmlBytes(GraphColors colors) {
+std::string HtmlBytes(GraphColors colors, const RunEnd& end) {
     GraphOption figure;
     figure.Kind = FigureKind;
     figure.Path = "figure.svg";
     figure.Figure.Width = TwoColumns;
     figure.Colors = colors;
-    return HtmlReport(GraphBytes(figure));
+    return HtmlReport(GraphBytes(figure), end.Studies.Resampled ? &*end.Studies.Resampled : nullptr);
 }
 
 // A profile or a map, by the ending of its file.
@@ -143,6 +143,17 @@ std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const P
     return bytes(std::get<Profile>(study), ProfileCsv, ProfileJson);
 }
 
+// The slot is that of a fitted parameter; what follows from it may not exist.
+std::string HistogramBytes(const GraphOption& graph, const Resampling& resampled) {
+    const auto place = PlaceOfQuantity(resampled, graph.Slot, graph.Quantity);
+    if (!place)
+        RaiseError("--graph " + GraphName(graph) + "=" + graph.Path +
+                   ": the parameter has no value in molar "
+                   "terms");
+    return GraphBytesOf("--graph " + GraphName(graph), graph.Path, graph.Colors,
+                        [&] { return MakeGraphOf(resampled, *place); });
+}
+
 // What the studies of a run add to its report.
 std::vector<std::string> StudyLines(const RunEnd& end) {
     std::vector<std::string> lines;
@@ -152,7 +163,7 @@ std::vector<std::string> StudyLines(const RunEnd& end) {
 }
 
 std::string ReportBytes(const Options& options, const RunEnd& end) {
-    if (WantsReportHtml(options)) return HtmlBytes(options.Colors);
+    if (WantsReportHtml(options)) return HtmlBytes(options.Colors, end);
     const std::vector<std::string> further = StudyLines(end);
     PrinterState printer;
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
@@ -200,8 +211,13 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
         outputs.push_back({options.Methods, MethodsText(MethodsFormatOf(options.Methods))});
     if (end.HasFit && !options.WriteJob.empty())
         outputs.push_back({options.WriteJob, JobBytes(options, end)});
+    const Resampling* resampled = end.Studies.Resampled ? &*end.Studies.Resampled : nullptr;
     for (const GraphOption& graph : options.Graphs)
-        if (end.HasFit || !graph.Source.empty()) outputs.push_back({graph.Path, GraphBytes(graph)});
+        if (graph.Kind == HistogramKind) {
+            if (resampled) outputs.push_back({graph.Path, HistogramBytes(graph, *resampled)});
+        } else if (end.HasFit || !graph.Source.empty()) {
+            outputs.push_back({graph.Path, GraphBytes(graph)});
+        }
     if (end.Studies.Compared)
         outputs.push_back({options.Compare, CompareTable(*end.Studies.Compared, options.Compare)});
     for (std::size_t i = 0; i < end.Studies.Profiles.size(); ++i)
@@ -210,9 +226,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
     if (end.Studies.Resampled && !options.Draws.empty())
         outputs.push_back({options.Draws, DrawsCsv(*end.Studies.Resampled)});
     if (!options.Results.empty())
-        outputs.push_back(
-            {options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr, end.Files,
-                                          end.Studies.Resampled ? &*end.Studies.Resampled : nullptr)});
+        outputs.push_back({options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr,
+                                                        end.Files, resampled)});
     return outputs;
 }
 

@@ -1,6 +1,7 @@
 #include "batch/Studies.h"
 
 #include "batch/console/BatchPlatform.h"
+#include "batch/graphs/Graphs.h"
 #include "studies/StudyProgress.h"
 #include "studies/methods/ResamplingLines.h"
 
@@ -78,6 +79,13 @@ void CheckProfileSlots(const Options& options) {
                            std::to_string(slot) + " is no fitted parameter");
 }
 
+void CheckHistograms(const Options& options) {
+    for (const GraphOption& graph : options.Graphs)
+        if (graph.Kind == HistogramKind && !CanProfile(graph.Slot))
+            RaiseError("quillon-fit: --graph " + GraphName(graph) + ": slot " + std::to_string(graph.Slot) +
+                       " is no fitted parameter");
+}
+
 void RunProfiles(const Options& options, const Job* job, RunEnd& end) {
     CheckProfileSlots(options);
     for (const ProfileOption& option : options.Profiles)
@@ -101,6 +109,7 @@ void RunStudies(const Options& options, const Job* job, RunEnd& end) {
     if (Interrupted()) return;
     if (job && !options.Compare.empty()) RunComparison(*job, end);
     if (Interrupted() || !FitStands(end)) return;
+    CheckHistograms(options);
     RunProfiles(options, job, end);
     if (Interrupted()) return;
     if (options.Resample > 0) RunResampling(options, job, end);

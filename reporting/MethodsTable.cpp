@@ -265,10 +265,15 @@ std::string SmallEnding(const std::string& path) {
     return ending;
 }
 
-std::string HtmlPage(const std::string& body) {
-    return "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>" +
-           HtmlText(Work.FitTitle) + "</title></head><body>\n" + body + "</body></html>\n";
-}
+constexpr const char* Style =
+    "body{font-family:sans-serif;max-width:60em;margin:2em auto;padding:0 1em;color:#111;background:#fff}\n"
+    "table{border-collapse:collapse;margin:1em 0;font-size:90%}\n"
+    "caption{text-align:left;font-weight:bold;padding:.3em 0}\n"
+    "th,td{border:1px solid #999;padding:.2em .5em;text-align:left}\n"
+    "td{white-space:nowrap}\n"
+    "figure{margin:1em 0}figure svg{max-width:100%;height:auto}\n"
+    ".tables{overflow-x:auto}.warning{border-left:4px solid #d55e00;padding-left:.7em}\n"
+    "pre{font-size:80%;overflow-x:auto}\n";
 
 } // namespace
 
@@ -305,7 +310,8 @@ MethodsFormat MethodsFormatOf(const std::string& path) {
 std::string MethodsText(MethodsFormat format) {
     switch (format) {
     case MethodsFormat::Html:
-        return HtmlPage(HtmlTable(SetsTable()) + HtmlTable(ParametersTable()));
+        return HtmlHead(Work.FitTitle) + "<div class=\"tables\">\n" + HtmlTable(SetsTable()) +
+               HtmlTable(ParametersTable()) + "</div>\n</body>\n</html>\n";
     case MethodsFormat::Latex:
         return LatexTable(SetsTable()) + "\n" + LatexTable(ParametersTable());
     case MethodsFormat::Markdown:
@@ -314,6 +320,14 @@ std::string MethodsText(MethodsFormat format) {
         break;
     }
     return CsvTables();
+}
+
+std::string HtmlHead(const std::string& title) {
+    // The policy says to the browser what this file promises: nothing is run and nothing is fetched.
+    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
+           "'unsafe-inline'\">\n<title>" +
+           HtmlText(title) + "</title>\n<style>\n" + Style + "</style>\n</head>\n<body>\n";
 }
 
 std::string HtmlText(const std::string& text) {

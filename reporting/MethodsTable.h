@@ -34,4 +34,7 @@ std::string MethodsText(MethodsFormat format);
 std::string HtmlTable(const TextTable& table);
 std::string HtmlText(const std::string& text);
 
+// What stands before the body of a document: title, style, and that nothing is run or fetched.
+std::string HtmlHead(const std::string& title);
+
 } // namespace Quillon

@@ -60,10 +60,27 @@ int StudyRow(int row) {
 // What is not there stands last, numbers go by their value, everything else by its letters.
 bool ComesBefore(const std::string& a, const std::string& b) {
     if (a.empty() || b.empty()) return !a.empty() && b.empty();
+    if (a.starts_with('<') != b.starts_with('<')) return a.starts_with('<'); // below what is shown at all
     std::size_t usedA = 0, usedB = 0;
     const double x = NumericPrefix(a, &usedA), y = NumericPrefix(b, &usedB);
     if (usedA > 0 && usedB > 0 && x != y) return x < y;
     return a < b;
+}
+
+void TellOfInput(const std::string& reason) {
+    Host.Beep();
+    Tell(reason, Work.ProgramName, BoxIcon::Warning);
+}
+
+// What cannot be read is told while nothing runs that could be stopped, and the table stays.
+bool InputsAreGood() {
+    try {
+        Study().CheckInputs();
+    } catch (const RuntimeError& error) {
+        TellOfInput(error.Text);
+        return false;
+    }
+    return true;
 }
 
 void Leave() {
@@ -126,10 +143,11 @@ void StudyFormListRow(int input, int row) {
 }
 
 void StudyFormRunButton() {
-    if (!StudyForm.RunButton.Enabled) return;
+    if (!StudyForm.RunButton.Enabled || !InputsAreGood()) return;
     ClearTable();
     Work.AbortFit = FlagFalse;
     ShowRunning(true);
+    std::string failure;
     try {
         Study().RunStudy([](const std::string& text, double fraction) {
             StudyForm.Progress.Text = text;
@@ -137,11 +155,11 @@ void StudyFormRunButton() {
         });
         ShowFound();
     } catch (const RuntimeError& error) {
-        Host.Beep();
-        Tell(error.Text, Work.ProgramName, BoxIcon::Warning);
+        failure = error.Text;
     }
     Work.AbortFit = FlagFalse;
     ShowRunning(false);
+    if (!failure.empty()) TellOfInput(failure);
 }
 
 void StudyFormStopButton() {

@@ -124,6 +124,10 @@ std::vector<ModelVariant> ChosenModels() {
     return all;
 }
 
+void CheckCompare() {
+    ChosenModels();
+}
+
 void RunCompare(const Told& told) {
     const std::vector<ModelVariant> list = ChosenModels();
     const StudyProgress progress = StartProgress(static_cast<long>(list.size()), "models");
@@ -141,6 +145,11 @@ std::string EndOfComparison() {
            " models could be fitted. Mark a line without a sum of squares to read why.";
 }
 
+// A probability too small for a double is none of 0.
+std::string ProbabilityText(const std::optional<double>& p) {
+    return p && *p < 1e-300 ? "< 1E-300" : Number(p, "0.0E-##");
+}
+
 void ShowCompare() {
     StudyForm.Columns = {"Model",   "Name", "Fitted", "Sum of Squares", "RMS Residual", "Runs Z",
                          "Against", "F",    "p",      "Delta AICc",     "Delta BIC",    "Weight"};
@@ -150,7 +159,7 @@ void ShowCompare() {
             {VariantText(row.Variant) + (row.IsOwn ? " (yours)" : ""), ModelReportName(row.Variant.Model),
              fit(std::to_string(row.Free)), fit(FormatNumber(row.SumSq, "0.000000E-##")),
              fit(FormatNumber(row.Rms, "0.0000E-##")), Number(row.RunsZ, "#0.00"), row.Reference,
-             Number(row.F, "#0.00"), Number(row.P, "0.0E-##"), Number(row.DeltaAicc, "#0.00"),
+             Number(row.F, "#0.00"), ProbabilityText(row.P), Number(row.DeltaAicc, "#0.00"),
              Number(row.DeltaBic, "#0.00"), Number(row.Weight, "0.0000")});
     }
     StudyForm.Progress.Text = Compared.Complete ? EndOfComparison() : "Stopped before the end.";
@@ -193,23 +202,39 @@ void AddProfileInputs() {
     AddText("&Values:", "25", "Of the parameter; of a map as many for each");
 }
 
-void RunProfileStudy(const Told& told) {
+// One slot, or the two of a map.
+std::vector<long> ChosenSlots() {
+    std::vector<long> slots{SlotOf(FreePos(Box(0).Value)).Number};
+    if (Box(1).Value > 0) slots.push_back(SlotOf(FreePos(Box(1).Value - 1)).Number);
+    if (slots.size() == 2 && slots[0] == slots[1]) RaiseError("A map needs two different parameters.");
+    return slots;
+}
+
+ProfileChoice ChosenProfile() {
     ProfileChoice choice;
     choice.Levels = LevelsOf(Box(2).Text);
     choice.Steps = WholeOf(3, FewestSteps, LargestSteps);
-    const long first = SlotOf(FreePos(Box(0).Value)).Number;
-    IsMap = Box(1).Value > 0;
-    const long second = IsMap ? SlotOf(FreePos(Box(1).Value - 1)).Number : first;
-    if (IsMap && second == first) RaiseError("A map needs two different parameters.");
+    return choice;
+}
+
+void CheckProfile() {
+    ChosenSlots();
+    ChosenProfile();
+}
+
+void RunProfileStudy(const Told& told) {
+    const std::vector<long> slots = ChosenSlots();
+    const ProfileChoice choice = ChosenProfile();
+    IsMap = slots.size() == 2;
     StudyProgress progress = StartProgress(0, "values");
     const auto tell = [&](long done, long all) {
         progress.All = all;
         told(ProgressText(progress, done), ProgressFraction(progress, done));
     };
     if (IsMap)
-        Mapped = MapParameters(first, second, choice, tell);
+        Mapped = MapParameters(slots[0], slots[1], choice, tell);
     else
-        Profiled = ProfileParameter(first, choice, tell);
+        Profiled = ProfileParameter(slots[0], choice, tell);
 }
 
 std::string RatioText(double ratio) {
@@ -291,12 +316,21 @@ void AddResampleInputs() {
     AddText("See&d:", "1", "The same seed gives the same fits; another one gives others");
 }
 
-void RunResample(const Told& told) {
+ResampleChoice ChosenResampling() {
     ResampleChoice choice;
     choice.Count = WholeOf(0, 1, LargestResampleCount);
     choice.Kind = Box(1).Value == 1 ? ResampleKind::Residuals : ResampleKind::Parametric;
     choice.Level = LevelOf(Box(2).Text);
     choice.Seed = static_cast<std::uint64_t>(WholeOf(3, 0, 2147483647));
+    return choice;
+}
+
+void CheckResample() {
+    ChosenResampling();
+}
+
+void RunResample(const Told& told) {
+    const ResampleChoice choice = ChosenResampling();
     const StudyProgress progress = StartProgress(choice.Count, "fits");
     Resampled = Resample(
         choice, [&](long done) { told(ProgressText(progress, done), ProgressFraction(progress, done)); });
@@ -351,19 +385,19 @@ constexpr StudyBehindForm Behind[] = {
      "Each model is fitted to the same points, with masses, offsets and constants held where your fit holds "
      "them. Your "
      "fit stays as it is until you take another one.",
-     "&Compare", "Ta&ke This Fit", AddCompareInputs, RunCompare, ShowCompare, MayTakeCompared,
+     "&Compare", "Ta&ke This Fit", AddCompareInputs, CheckCompare, RunCompare, ShowCompare, MayTakeCompared,
      TakeComparedRow, CompareNotes, ForgetCompared},
     {"Profile of a Parameter",
      "The parameter is held at each of many values, and the others are fitted again: how far can it move "
      "before the "
      "data object?",
-     "Pro&file", "Ta&ke the Lower Minimum", AddProfileInputs, RunProfileStudy, ShowProfile, MayTakeBetter,
-     TakeBetter, ProfileNotes, ForgetProfile},
+     "Pro&file", "Ta&ke the Lower Minimum", AddProfileInputs, CheckProfile, RunProfileStudy, ShowProfile,
+     MayTakeBetter, TakeBetter, ProfileNotes, ForgetProfile},
     {"Resample",
      "The fit is repeated on data that could have been measured just as well, and its values are seen to "
      "scatter.",
-     "&Resample", "", AddResampleInputs, RunResample, ShowResample, TakesNothing, TakeNothing, ResampleNotes,
-     ForgetResampled}};
+     "&Resample", "", AddResampleInputs, CheckResample, RunResample, ShowResample, TakesNothing, TakeNothing,
+     ResampleNotes, ForgetResampled}};
 
 } // namespace
 

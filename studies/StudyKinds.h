@@ -13,11 +13,11 @@ namespace Quillon {
 struct StudyBehindForm {
     const char* Caption;
     const char* Head;
-    const char* Run;     // caption of its button
-    const char* Take;    // caption of the button that takes a result; "" none
-    void (*AddInputs)(); // into StudyForm.Inputs
-    // Runs with the inputs as they stand. What cannot be read of them is a RuntimeError, before anything
-    // runs.
+    const char* Run;       // caption of its button
+    const char* Take;      // caption of the button that takes a result; "" none
+    void (*AddInputs)();   // into StudyForm.Inputs
+    void (*CheckInputs)(); // what cannot be read of them is a RuntimeError
+    // Runs with the inputs as they stand, which have been checked.
     void (*RunStudy)(const std::function<void(const std::string& text, double fraction)>& told);
     void (*Show)();                  // table, notes and progress from what was found
     bool (*MayTake)(int row);        // the row in the order of the study

@@ -17,6 +17,9 @@ namespace {
 
 constexpr const char* Endings[] = {"svg", "png", "pdf", "emf", "dat", "csv", "grf"};
 
+// What follows from a constant, as results call it.
+constexpr const char* DerivedNames[] = {"log10_k", "kd", "delta_g_kj"};
+
 long ReadSet(const std::string& text) {
     long set = 0;
     const char* end = text.data() + text.size();
@@ -25,6 +28,20 @@ long ReadSet(const std::string& text) {
         RaiseError("--graph: a data set is a number from 1 to " + std::to_string(StandardMaxSets) + ", not " +
                    Quoted(text));
     return set;
+}
+
+// "2", "2,kd"
+void ReadQuantity(const std::string& text, GraphOption& option) {
+    const std::size_t comma = std::min(text.find(','), text.size());
+    const char* end = text.data() + comma;
+    const auto read = std::from_chars(text.data(), end, option.Slot);
+    if (comma < text.size()) option.Quantity = text.substr(comma + 1);
+    const bool known = std::find(std::begin(DerivedNames), std::end(DerivedNames), option.Quantity) !=
+                       std::end(DerivedNames);
+    if (read.ec != std::errc{} || read.ptr != end || option.Slot < 0 || (comma < text.size() && !known))
+        RaiseError("--graph histogram needs the slot of a parameter, and log10_k, kd or delta_g_kj behind a "
+                   "comma for what follows from it, as histogram:2,kd, not " +
+                   Quoted(text));
 }
 
 bool IsKind(const std::string& kind) {
@@ -93,7 +110,11 @@ GraphOption ParseGraphOption(const std::string& text) {
     option.Kind = what.substr(0, colon);
     option.Path = text.substr(equals + 1);
     CheckKind(option.Kind);
-    if (colon != std::string::npos) option.Set = ReadSet(what.substr(colon + 1));
+    const std::string behind = colon == std::string::npos ? "" : what.substr(colon + 1);
+    if (option.Kind == HistogramKind)
+        ReadQuantity(behind, option);
+    else if (colon != std::string::npos)
+        option.Set = ReadSet(behind);
     CheckPath(option);
     CheckFigure(option);
     return option;
@@ -109,6 +130,9 @@ void ReadFigureSize(const std::string& text, FigureChoice& choice) {
 }
 
 std::string GraphName(const GraphOption& option) {
+    if (option.Kind == HistogramKind)
+        return option.Kind + ":" + std::to_string(option.Slot) +
+               (option.Quantity.empty() ? "" : "," + option.Quantity);
     return option.Set == 0 ? option.Kind : option.Kind + ":" + std::to_string(option.Set);
 }
 

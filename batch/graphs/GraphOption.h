@@ -1,5 +1,6 @@
 #pragma once
-// The option --graph KIND[:n]=FILE or --graph GRAPH.grf=FILE, taken apart.
+// The option --graph KIND[:n]=FILE, --graph histogram:SLOT[,QUANTITY]=FILE or --graph GRAPH.grf=FILE, taken
+// apart.
 
 #include "graphs/FigurePlan.h"
 #include "graphs/kinds/MassGraphs.h"
@@ -13,9 +14,11 @@ namespace Quillon {
 enum class GraphColors { Unsaid, Safe, Classic };
 
 struct GraphOption {
-    std::string Kind;   // "data", "overlay", ...; of a graph file its path
-    std::string Source; // the graph file that is drawn; empty: a graph of the fit
-    long Set = 0;       // data set of the fit, counted from 1; 0 all of them
+    std::string Kind;     // "data", "overlay", ...; of a graph file its path
+    std::string Source;   // the graph file that is drawn; empty: a graph of the fit
+    long Set = 0;         // data set of the fit, counted from 1; 0 all of them
+    long Slot = 0;        // of histogram: the fitted parameter,
+    std::string Quantity; // and what follows from it: "log10_k", "kd", "delta_g_kj"; empty: itself
     std::string Path;
     MassChoice Mass;     // of mass-c and mass-r
     FigureChoice Figure; // of figure

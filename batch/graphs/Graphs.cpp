@@ -156,6 +156,7 @@ std::vector<std::string> GraphKinds() {
     std::vector<std::string> names;
     for (const GraphKind& kind : Kinds)
         names.emplace_back(kind.Name);
+    names.emplace_back(HistogramKind);
     names.emplace_back(FigureKind);
     return names;
 }

@@ -17,6 +17,9 @@ namespace Quillon {
 // The kind of several graphs on one page (graphs/Figure.h). It has sizes of its own.
 inline constexpr const char* FigureKind = "figure";
 
+// The kind of a quantity's values in the fits of --resample.
+inline constexpr const char* HistogramKind = "histogram";
+
 // The kinds that there are, in the order in which the help lists them.
 std::vector<std::string> GraphKinds();
 
@@ -33,7 +36,8 @@ void CheckGraphSet(const GraphOption& option, long sets);
 // Coefficients of a species that the model does not have are a RuntimeError, before the fit.
 void CheckGraphModel(const GraphOption& option, int model);
 
-// The graph as the bytes of its file. A graph that cannot be drawn is a RuntimeError.
+// The graph as the bytes of its file. A graph that cannot be drawn is a RuntimeError. Histograms, which count
+// the fits of a study, are made with GraphBytesOf.
 std::string GraphBytes(const GraphOption& option);
 
 // The same of a graph that make builds as the builders of graphs/ do; name is what messages call it.

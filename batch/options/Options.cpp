@@ -315,6 +315,10 @@ bool WantsPicture(const Options& options) {
            !options.ReportGraph.empty() || WantsReportHtml(options);
 }
 
+bool WantsResampling(const Options& options) {
+    return options.Resample > 0;
+}
+
 // A text report, named or not, or pages.
 bool WantsReport(const Options& options) {
     if (WantsReportHtml(options)) return false; // it has no paper
@@ -396,7 +400,9 @@ void CheckStudyFiles(const Options& options) {
     const std::string ending = PathEnding(options.Compare);
     if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
         FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
-    if (!options.Draws.empty() && options.Resample == 0) FailOptions("--draws goes with --resample");
+    if (!options.Draws.empty() && !WantsResampling(options)) FailOptions("--draws goes with --resample");
+    if (HasGraph(options, {HistogramKind}) && !WantsResampling(options))
+        FailOptions("--graph histogram goes with --resample");
     if (options.Resample > 0 && !options.Simulate.empty())
         FailOptions("--simulate fits nothing: --resample does not go with it");
 }
@@ -499,9 +505,12 @@ std::string HelpText() {
            "                  concentration), mass-c (apparent mass against\n"
            "                  concentration), mass-r (against radius) or figure (data\n"
            "                  with fit above residuals, as for print); KIND:2 shows\n"
-           "                  data set 2 alone. The ending of FILE chooses: .svg, .png,\n"
-           "                  .pdf, .emf, .dat or .csv for the numbers, or .grf for a graph\n"
-           "                  file, which the graph window opens\n"
+           "                  data set 2 alone; histogram:SLOT how a fitted parameter\n"
+           "                  lies in the fits of --resample, histogram:SLOT,kd (log10_k,\n"
+           "                  delta_g_kj) what follows from it. The ending of FILE\n"
+           "                  chooses: .svg, .png, .pdf, .emf, .dat or .csv for the\n"
+           "                  numbers, or .grf for a graph file, which the graph window\n"
+           "                  opens\n"
            "  --graph GRAPH.grf=FILE\n"
            "                  a graph from a graph file; no JOB is needed for it\n"
            "  --mass-points N\n"

@@ -12,6 +12,7 @@
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Measured.h"
 #include "reporting/values/ParmLines.h"
+#include "studies/methods/ResamplingLines.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -20,26 +21,8 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* Style =
-    "body{font-family:sans-serif;max-width:60em;margin:2em auto;padding:0 1em;color:#111;background:#fff}\n"
-    "table{border-collapse:collapse;margin:1em 0;font-size:90%}\n"
-    "caption{text-align:left;font-weight:bold;padding:.3em 0}\n"
-    "th,td{border:1px solid #999;padding:.2em .5em;text-align:left}\n"
-    "td{white-space:nowrap}\n"
-    "figure{margin:1em 0}figure svg{max-width:100%;height:auto}\n"
-    ".tables{overflow-x:auto}.warning{border-left:4px solid #d55e00;padding-left:.7em}\n"
-    "pre{font-size:80%;overflow-x:auto}\n";
-
 std::string Element(const char* name, const std::string& text) {
     return "<" + std::string(name) + ">" + HtmlText(text) + "</" + name + ">\n";
-}
-
-std::string Head() {
-    // The policy says to the browser what this file promises: nothing is run and nothing is fetched.
-    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
-           "'unsafe-inline'\">\n" +
-           Element("title", ReportFooter()) + "<style>\n" + Style + "</style>\n</head>\n<body>\n";
 }
 
 // What stands before the picture in a file of its own has no place in a document.
@@ -68,6 +51,15 @@ std::string Tables() {
     return "<div class=\"tables\">\n" + HtmlTable(ParametersTable()) + HtmlTable(SetsTable()) + "</div>\n";
 }
 
+// What a resampling adds: its table with how well the limits are known.
+std::string ResamplingSection(const Resampling* resampled) {
+    if (!resampled || resampled->Spreads.empty()) return "";
+    std::string text = Element("h2", "Resampling") + "<div class=\"tables\">\n" +
+                       HtmlTable(ResamplingTable(*resampled)) + "</div>\n";
+    if (const std::string known = QuantileText(*resampled); !known.empty()) text += Element("p", known);
+    return text;
+}
+
 // What is to be known before the numbers are believed, and of single parameters and sets.
 std::vector<std::string> Notes() {
     std::vector<std::string> notes = FitWarningLines();
@@ -80,14 +72,16 @@ std::vector<std::string> Notes() {
 
 } // namespace
 
-std::string HtmlReport(const std::string& figure) {
+std::string HtmlReport(const std::string& figure, const Resampling* resampled) {
     constexpr ReportPaper OneLongPage{100, 0};
-    const std::vector<PageLines> report = PrintReport(OneLongPage);
-    std::string text = Head() + Element("h1", ModelReportName(Work.Model) + " fit") +
+    const std::vector<PageLines> report =
+        PrintReport(OneLongPage, resampled ? ResamplingLines(*resampled) : std::vector<std::string>{});
+    std::string text = HtmlHead(ReportFooter()) + Element("h1", ModelReportName(Work.Model) + " fit") +
                        Element("p", ReportFooter()) + Paragraphs(Notes()) + InlineFigure(figure) +
                        Element("h2", "Results") + Tables();
     if (const std::vector<std::string> derived = DerivedLines(); !derived.empty())
         text += Element("h2", "Association constants") + Lines(derived);
+    text += ResamplingSection(resampled);
     return text + Element("h2", "What was measured") + Lines(MeasuredLines()) +
            Element("h2", "The whole report") + Lines(report.front()) + "</body>\n</html>\n";
 }

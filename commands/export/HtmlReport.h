@@ -2,13 +2,16 @@
 // The report as one document for a browser: figure, tables, constants, what was measured, notes, and the
 // whole text report behind them. The file stands by itself: no scripts, nothing that is fetched.
 
+#include "studies/methods/Resampling.h"
+
 #include <string>
 
 namespace Quillon {
 
 // The whole document (HTML 5, UTF-8) of the fit that stands, with a figure as the bytes of an SVG file; an
-// empty one leaves the figure out. Without a fit it is a RuntimeError.
-std::string HtmlReport(const std::string& figure);
+// empty one leaves the figure out. With a resampling of that fit, a table of its spreads and its lines in the
+// report. Without a fit it is a RuntimeError.
+std::string HtmlReport(const std::string& figure, const Resampling* resampled = nullptr);
 
 // The same with the figure of the data, the fit and the residuals, two columns wide.
 std::string HtmlReportWithFigure();

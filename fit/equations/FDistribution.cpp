@@ -155,6 +155,10 @@ float FProbability(float f, float n1, float n2) {
         UpperTail(static_cast<double>(f), static_cast<double>(n1), static_cast<double>(n2)));
 }
 
+double FTail(double f, double n1, double n2) {
+    return UpperTail(f, n1, n2);
+}
+
 float FInverse(float alpha, float n1, float n2) {
     if (!(alpha > 0.0F && alpha < 1.0F && n1 >= 1.0F && n2 >= 1.0F)) RaiseError(ErrorText::BadArgument);
     const double p = static_cast<double>(alpha);

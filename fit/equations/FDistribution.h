@@ -3,7 +3,8 @@
 //
 // FProbability is the upper tail Q(F | n1, n2) = I_x(n2/2, n1/2) at x = n2 / (n2 + n1 F), with I the
 // regularised incomplete beta function; FInverse is its inverse in F. Arguments and results are single
-// precision, the work inside is double. Abramowitz & Stegun, Handbook of Mathematical Functions, 26.5, 26.6.
+// precision but for FTail, the work inside is double. Abramowitz & Stegun, Handbook of Mathematical
+// Functions, 26.5, 26.6.
 
 #include <functional>
 
@@ -15,6 +16,9 @@ float FInverse(float alpha, float n1, float n2);
 
 // The upper tail probability of F (0 and above).
 float FProbability(float f, float n1, float n2);
+
+// The same in double precision, which holds tails down to 1e-308: 0 below.
+double FTail(double f, double n1, double n2);
 
 // The regularised incomplete beta function I_x(a, b), 0 <= x <= 1, a and b positive.
 float BetaIncomplete(float a, float b, float x);

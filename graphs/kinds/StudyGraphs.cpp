@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <optional>
 
 namespace Quillon {
 
@@ -87,8 +89,10 @@ double HeightOf(double ratio) {
     return std::isfinite(ratio) ? std::sqrt(std::max(ratio - 1.0, 0.0)) : 1e3;
 }
 
-// Where the level is crossed between two corners, one above and one below.
+// Where the level is crossed between two corners, one above and one below. Cells on both sides of the pair
+// have to come to the same bits.
 std::array<double, 2> Crossing(const Corner& a, const Corner& b) {
+    if (a.X > b.X || a.Y > b.Y) return Crossing(b, a);
     const double share = a.Height / (a.Height - b.Height);
     return {a.X + share * (b.X - a.X), a.Y + share * (b.Y - a.Y)};
 }
@@ -103,6 +107,75 @@ void AddCell(const std::array<Corner, 4>& cell, std::vector<ContourPiece>& piece
     }
     for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
         pieces.push_back({crossings[i][0], crossings[i][1], crossings[i + 1][0], crossings[i + 1][1]});
+}
+
+double LinearAt(const std::vector<double>& at, const std::vector<double>& values, std::size_t cell,
+                double x) {
+    const double share = (x - at[cell]) / (at[cell + 1] - at[cell]);
+    if (share <= 0.0) return values[cell];
+    return share >= 1.0 ? values[cell + 1] : values[cell] + share * (values[cell + 1] - values[cell]);
+}
+
+// The value at x of the cubic through four places (or of what lower order there are places for), around the
+// cell that holds x.
+double CubicAt(const std::vector<double>& at, const std::vector<double>& values, std::size_t cell, double x) {
+    const std::size_t last = at.size() - 1;
+    const std::size_t begin = std::min(cell > 0 ? cell - 1 : 0, last >= 3 ? last - 3 : 0);
+    const std::size_t end = std::min(begin + 3, last);
+    double sum = 0.0;
+    for (std::size_t i = begin; i <= end; ++i) {
+        double weight = 1.0;
+        for (std::size_t j = begin; j <= end; ++j)
+            if (j != i) weight *= (x - at[j]) / (at[i] - at[j]);
+        if (weight != 0.0) sum += weight * values[i];
+    }
+    return std::isfinite(sum) ? sum : LinearAt(at, values, cell, x);
+}
+
+// Every cell of the values in so many parts.
+std::vector<double> Divided(const std::vector<double>& values, std::size_t parts) {
+    std::vector<double> fine;
+    for (std::size_t i = 0; i + 1 < values.size(); ++i)
+        for (std::size_t k = 0; k < parts; ++k)
+            fine.push_back(values[i] +
+                           (values[i + 1] - values[i]) * static_cast<double>(k) / static_cast<double>(parts));
+    fine.push_back(values.back());
+    return fine;
+}
+
+// Rows of a grid along its second axis, each made finer.
+std::vector<double> RefinedRow(const std::vector<double>& at, const std::vector<double>& values,
+                               const std::vector<double>& fine, std::size_t parts) {
+    std::vector<double> row;
+    for (std::size_t k = 0; k < fine.size(); ++k)
+        row.push_back(CubicAt(at, values, std::min(k / parts, at.size() - 2), fine[k]));
+    return row;
+}
+
+// Along the second axis, with the axes exchanged in the result: twice is once for each.
+ContourMap RefinedAcross(const ContourMap& map, std::size_t parts) {
+    const std::size_t rows = map.Values[0].size(), columns = map.Values[1].size();
+    ContourMap fine = map;
+    fine.Values = {Divided(map.Values[1], parts), map.Values[0]};
+    fine.Ratios.assign(fine.Values[0].size() * rows, 0.0);
+    for (std::size_t i = 0; i < rows; ++i) {
+        const auto begin = map.Ratios.begin() + static_cast<std::ptrdiff_t>(i * columns);
+        const std::vector<double> row = RefinedRow(
+            map.Values[1], {begin, begin + static_cast<std::ptrdiff_t>(columns)}, fine.Values[0], parts);
+        for (std::size_t k = 0; k < row.size(); ++k)
+            fine.Ratios[k * rows + i] = std::isfinite(row[k]) ? row[k] : INFINITY;
+    }
+    return fine;
+}
+
+// The points of a map's contour as one series, lifted between two lines by a point that is missing.
+void FillContour(const std::vector<ContourLine>& lines, SetTable& x, SetTable& y, long series) {
+    long point = 0;
+    for (const ContourLine& line : lines) {
+        for (const std::array<double, 2>& at : line)
+            Fill(x, y, series, ++point, at[0], at[1]);
+        ++point;
+    }
 }
 
 GraphMark EllipseAt(const ContourMap& map) {
@@ -187,24 +260,63 @@ std::vector<ContourPiece> ContourPieces(const ContourMap& map, double level) {
     return pieces;
 }
 
+ContourMap RefinedMap(const ContourMap& map, std::size_t cells) {
+    const std::size_t least = std::min(map.Values[0].size(), map.Values[1].size());
+    if (least < 2 || least - 1 >= cells) return map;
+    const std::size_t parts = (cells + least - 2) / (least - 1);
+    return RefinedAcross(RefinedAcross(map, parts), parts);
+}
+
+std::vector<ContourLine> ContourLines(std::vector<ContourPiece> pieces) {
+    std::multimap<std::array<double, 2>, std::size_t> ends; // each end, and the piece that has it
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        ends.emplace(std::array{pieces[i].X1, pieces[i].Y1}, i);
+        ends.emplace(std::array{pieces[i].X2, pieces[i].Y2}, i);
+    }
+    std::vector<bool> used(pieces.size());
+    // The far end of a piece not used yet that has this end; nothing without one.
+    const auto next = [&](const std::array<double, 2>& end) -> std::optional<std::array<double, 2>> {
+        const auto [first, behind] = ends.equal_range(end);
+        for (auto it = first; it != behind; ++it) {
+            if (used[it->second]) continue;
+            used[it->second] = true;
+            const ContourPiece& piece = pieces[it->second];
+            return std::array{piece.X1, piece.Y1} == end ? std::array{piece.X2, piece.Y2}
+                                                         : std::array{piece.X1, piece.Y1};
+        }
+        return std::nullopt;
+    };
+    std::vector<ContourLine> lines;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        if (used[i]) continue;
+        used[i] = true;
+        ContourLine line{{pieces[i].X1, pieces[i].Y1}, {pieces[i].X2, pieces[i].Y2}};
+        for (int side = 0; side < 2; ++side) { // first from its end, then from its beginning
+            while (const auto further = next(line.back()))
+                line.push_back(*further);
+            std::reverse(line.begin(), line.end());
+        }
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
 bool MakeContourGraph(const ContourMap& map) {
-    std::vector<std::vector<ContourPiece>> contours;
+    constexpr std::size_t SmoothCells = 96; // along an axis
+    const ContourMap fine = RefinedMap(map, SmoothCells);
+    std::vector<std::vector<ContourLine>> contours;
     std::size_t longest = 1;
     for (const double level : map.Levels) {
-        contours.push_back(ContourPieces(map, level));
-        longest = std::max(longest, contours.back().size());
+        contours.push_back(ContourLines(ContourPieces(fine, level)));
+        std::size_t points = 0;
+        for (const ContourLine& line : contours.back())
+            points += line.size() + 1;
+        longest = std::max(longest, points);
     }
     const long series = std::ssize(contours);
-    // Between two pieces a point is missing, so that the line is lifted.
-    SetTable x(3 * static_cast<long>(longest), series), y(3 * static_cast<long>(longest), series);
-    for (long k = 1; k <= series; ++k) {
-        long point = 0;
-        for (const ContourPiece& piece : contours[static_cast<std::size_t>(k - 1)]) {
-            Fill(x, y, k, ++point, piece.X1, piece.Y1);
-            Fill(x, y, k, ++point, piece.X2, piece.Y2);
-            ++point;
-        }
-    }
+    SetTable x(static_cast<long>(longest), series), y(static_cast<long>(longest), series);
+    for (long k = 1; k <= series; ++k)
+        FillContour(contours[static_cast<std::size_t>(k - 1)], x, y, k);
     GraphSpec spec = StartStudy(map.Parameters[0], map.Parameters[1]);
     Cover(spec.AxisX1, map.Values[0].front(), map.Values[0].back());
     Cover(spec.AxisY1, map.Values[1].front(), map.Values[1].back());

@@ -35,8 +35,9 @@ struct HistogramBars {
 };
 HistogramBars BarsOf(const std::vector<double>& values);
 
-// A map: for each level the line where the ratio is that of the level, and a small ellipse at the minimum.
-// Ratios: for each value of the first parameter all of the second.
+// A map: for each level the line where the ratio is that of the level, on a grid made finer by cubics where
+// it is coarse, and a small ellipse at the minimum. Ratios: for each value of the first parameter all of the
+// second.
 struct ContourMap {
     std::array<std::string, 2> Parameters;
     std::array<std::vector<double>, 2> Values;
@@ -52,8 +53,18 @@ struct ContourPiece {
     double X1, Y1, X2, Y2;
 };
 
+// The same map on a finer grid, with about so many cells along each axis: between the values of the grid the
+// cubic through the four next to each other, which leaves a paraboloid as it is. Ratios that are not finite
+// stay so in the cells that touch them. A map that is fine enough is given back as it is.
+ContourMap RefinedMap(const ContourMap& map, std::size_t cells);
+
 // The contour of a level, cell by cell, linear along the sides in the root of ratio - 1, in which a map is
 // nearly a cone (W. E. Lorensen and H. E. Cline, Computer Graphics 21 (1987) 163, in two dimensions).
 std::vector<ContourPiece> ContourPieces(const ContourMap& map, double level);
+
+// Pieces in an order in which each begins where the one before has ended, as far as they do: lines of points,
+// closed ones with their first point at the end once more.
+using ContourLine = std::vector<std::array<double, 2>>;
+std::vector<ContourLine> ContourLines(std::vector<ContourPiece> pieces);
 
 } // namespace Quillon

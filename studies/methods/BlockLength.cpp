@@ -67,4 +67,16 @@ long BlockLength(const std::vector<double>& residuals) {
     return static_cast<long>(std::ceil(std::clamp(best, 1.0, most)));
 }
 
+long BlockForLimits(const std::vector<double>& residuals) {
+    const long block = BlockLength(residuals);
+    const long most = std::max(block, static_cast<long>(residuals.size()) / 3);
+    return block == 1 ? 1 : std::min(2 * block, most);
+}
+
+double BlockStretch(long block, long points) {
+    if (block <= 1) return 1.0;
+    const double b = static_cast<double>(block) / static_cast<double>(points);
+    return 1.0 + b * (1.515 + b * (0.212 - b * 0.272));
+}
+
 } // namespace Quillon

@@ -254,8 +254,7 @@ void CompareWithReference(ComparedModel& row, const ComparedModel& reference) {
         AddNote(row.Notes, "No better than " + row.Reference + ", which it contains.");
     if (!row.Minimum) return;
     row.F = std::max(0.0, reference.SumSq - row.SumSq) / more / (row.SumSq / freedom);
-    row.P = static_cast<double>(
-        FProbability(static_cast<float>(*row.F), static_cast<float>(more), static_cast<float>(freedom)));
+    row.P = FTail(*row.F, more, freedom);
 }
 
 using Criterion = std::optional<double> (*)(double sumSq, long points, long free);

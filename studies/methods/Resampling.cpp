@@ -41,9 +41,9 @@ SetNoise NoiseOf(long first, long last, double stretch) {
         squares += e * e;
     }
     noise.Size = stretch * std::sqrt(squares / n);
-    noise.Block = BlockLength(noise.Residuals);
+    noise.Block = BlockForLimits(noise.Residuals);
     for (double& e : noise.Residuals)
-        e = stretch * (e - sum / n);
+        e = stretch * BlockStretch(noise.Block, noise.Count) * (e - sum / n);
     return noise;
 }
 
@@ -246,6 +246,17 @@ Resampling Resample(const ResampleChoice& choice, const std::function<void(long 
         told);
     Summarise(result);
     return result;
+}
+
+std::optional<std::size_t> PlaceOfQuantity(const Resampling& resampling, long slot,
+                                           const std::string& quantity) {
+    const std::vector<long>& slots = resampling.Slots;
+    for (std::size_t a = 0; a < slots.size(); ++a)
+        if (slots[a] == slot && quantity.empty()) return a;
+    for (std::size_t i = 0; i < resampling.Derived.size(); ++i)
+        if (resampling.Derived[i].Slot == slot && resampling.Derived[i].Quantity == quantity)
+            return slots.size() + i;
+    return std::nullopt;
 }
 
 std::string QuantileText(const Resampling& resampling) {

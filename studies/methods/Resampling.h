@@ -5,8 +5,8 @@
 // Parametric: the fitted values with Gaussian noise, of each set's own size s = rms sqrt(n / (n - m)) with n
 // points and m parameters of the fit. Residuals: the fitted values with the residuals of the set, drawn in
 // blocks of neighbours along the radius (H. R. Kuensch, Annals of Statistics 17 (1989) 1217; closed to a
-// circle, so that all residuals are drawn equally often), centred and stretched by the same root. Loading
-// constraints stay as they are.
+// circle, so that all residuals are drawn equally often), centred, and stretched by the same root and by what
+// blocks lose (studies/BlockLength.h). Loading constraints stay as they are.
 //
 // B. Efron and R. J. Tibshirani, An Introduction to the Bootstrap (1993), chapters 6, 9 and 13.
 
@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -76,6 +77,11 @@ bool CanResample();
 // Draws and fits, each from the values of the fit. told(n) after n of them. Work stays as it is, but for
 // Work.AbortFit, which cancels and is left for the caller to clear; what has ended is in the result.
 Resampling Resample(const ResampleChoice& choice, const std::function<void(long done)>& told);
+
+// The place of a quantity where the fitted parameters stand first and what is derived behind them: of a slot,
+// with quantity "" the parameter itself. Nothing where the slot is not fitted or has no value in molar terms.
+std::optional<std::size_t> PlaceOfQuantity(const Resampling& resampling, long slot,
+                                           const std::string& quantity);
 
 // How well the limits are known, in words: "The limits are known to 8% of the standard deviation." and what
 // to do about it where that is too little. Empty where nothing has converged.

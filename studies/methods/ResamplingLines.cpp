@@ -29,6 +29,12 @@ std::string PlainText(double value) {
     return std::isfinite(value) ? FormatNumber(value, "#.####E+##") : "-";
 }
 
+// "Ln K(1>N), kd (mol/L)"
+std::string DerivedName(const DerivedQuantity& quantity) {
+    const std::string unit = quantity.Unit.empty() ? "" : " (" + quantity.Unit + ")";
+    return quantity.Name + ", " + quantity.Quantity + unit;
+}
+
 } // namespace
 
 const char* KindName(ResampleKind kind) {
@@ -49,6 +55,24 @@ std::string SpreadText(SlotNo slot, double displayed) {
     return ParmText(slot, static_cast<float>(displayed));
 }
 
+TextTable ResamplingTable(const Resampling& resampling) {
+    const std::string level = FormatNumber(resampling.Choice.Level, "#0.0%");
+    TextTable table{
+        ResamplingHead(resampling),
+        {"Quantity", "Mean", "Standard deviation", "Median", "Lower, " + level, "Upper, " + level},
+        {}};
+    const auto add = [&](const std::string& name, const Spread& spread, const auto& show) {
+        table.Rows.push_back({name, show(spread.Mean), FormatNumber(spread.Sd, "#.##E+##"),
+                              show(spread.Median), show(spread.Lower), show(spread.Upper)});
+    };
+    for (std::size_t a = 0; a < resampling.Spreads.size(); ++a)
+        add(ParmCaption(SlotNo(resampling.Slots[a])), resampling.Spreads[a],
+            [&](double value) { return SpreadText(SlotNo(resampling.Slots[a]), value); });
+    for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i)
+        add(DerivedName(resampling.Derived[i]), resampling.DerivedSpreads[i], PlainText);
+    return table;
+}
+
 std::vector<std::string> ResamplingLines(const Resampling& resampling) {
     std::vector<std::string> lines{ResamplingHead(resampling) + ";"};
     lines.push_back("  in brackets what " + FormatNumber(resampling.Choice.Level, "#0.0%") +
@@ -58,10 +82,8 @@ std::vector<std::string> ResamplingLines(const Resampling& resampling) {
             SpreadLine(ParmCaption(SlotNo(resampling.Slots[a])), resampling.Spreads[a],
                        [&](double value) { return SpreadText(SlotNo(resampling.Slots[a]), value); }));
     for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i) {
-        const DerivedQuantity& quantity = resampling.Derived[i];
-        const std::string unit = quantity.Unit.empty() ? "" : " (" + quantity.Unit + ")";
-        lines.push_back(SpreadLine(quantity.Name + ", " + quantity.Quantity + unit,
-                                   resampling.DerivedSpreads[i], PlainText));
+        lines.push_back(
+            SpreadLine(DerivedName(resampling.Derived[i]), resampling.DerivedSpreads[i], PlainText));
     }
     if (const std::string known = QuantileText(resampling); !known.empty()) lines.push_back("  " + known);
     return lines;

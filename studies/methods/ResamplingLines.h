@@ -1,6 +1,7 @@
 #pragma once
 // A resampling in lines of text, for reports and for the form.
 
+#include "reporting/MethodsTable.h"
 #include "studies/methods/Resampling.h"
 #include "workspace/records/Counts.h"
 
@@ -18,6 +19,9 @@ std::string ResamplingHead(const Resampling& resampling);
 
 // A value of a fitted slot in its picture.
 std::string SpreadText(SlotNo slot, double displayed);
+
+// The same as a table for documents: a row for each parameter and each derived quantity.
+TextTable ResamplingTable(const Resampling& resampling);
 
 // The whole: the head, a line for each parameter and each derived quantity with its limits, how well these
 // are known.

@@ -66,9 +66,10 @@ TEST(GraphOptions, TheNameOfAGraphFileMayHaveAnEqualsSign) {
 }
 
 TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
-    EXPECT_EQ(GraphKinds(), (std::vector<std::string>{
-                                "data", "function", "overlay", "residuals", "residuals-y", "residuals-r",
-                                "species", "species-fraction", "speciation", "mass-c", "mass-r", "figure"}));
+    EXPECT_EQ(GraphKinds(),
+              (std::vector<std::string>{"data", "function", "overlay", "residuals", "residuals-y",
+                                        "residuals-r", "species", "species-fraction", "speciation", "mass-c",
+                                        "mass-r", "histogram", "figure"}));
     for (const std::string& kind : GraphKinds())
         EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
     for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".csv", ".grf"})
@@ -107,9 +108,23 @@ TEST(GraphOptions, ColoursAreThoseOfAllPictures) {
     EXPECT_THROW(ParseOptions({"a.job", "--graph", "data=a.svg", "--colors", "dark"}), RuntimeError);
 }
 
+TEST(GraphOptions, AHistogramNamesItsQuantity) {
+    const GraphOption itself = ParseGraphOption("histogram:0=a.svg");
+    EXPECT_EQ(itself.Slot, 0);
+    EXPECT_EQ(itself.Quantity, "");
+    const GraphOption kd = ParseGraphOption("histogram:2,kd=a.svg");
+    EXPECT_EQ(kd.Slot, 2);
+    EXPECT_EQ(kd.Quantity, "kd");
+    EXPECT_EQ(GraphName(kd), "histogram:2,kd");
+    for (const char* bad : {"histogram=a.svg", "histogram:=a.svg", "histogram:-1=a.svg", "histogram:2,=a.svg",
+                            "histogram:2,ki=a.svg", "histogram:2kd=a.svg"})
+        EXPECT_NE(MistakeOf(bad).find("needs the slot of a parameter"), std::string::npos) << bad;
+    EXPECT_EQ(MistakeOf("histogram:2=a.svg"), Told("--graph histogram goes with --resample"));
+}
+
 TEST(GraphOptions, MistakesAreOneLine) {
     const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r, species, "
-                              "species-fraction, speciation, mass-c, mass-r, figure";
+                              "species-fraction, speciation, mass-c, mass-r, histogram, figure";
     const std::string endings =
         " ends with none of .svg, .png, .pdf, .emf, .dat, .csv and .grf, which choose the format";
     EXPECT_EQ(MistakeOf("specie=a.svg"), Told("--graph: 'specie' is none of the kinds " + kinds));

@@ -216,6 +216,16 @@ TEST(FProbability, MeetsTheQuadratureOverAGrid) {
         }
 }
 
+// With two degrees of freedom above, the tail is (1 + 2 F / n2)^(-n2 / 2).
+TEST(FProbability, OfADoubleReachesFarBelowASingle) {
+    for (const double f : {1.0, 30.0, 500.0, 3000.0}) {
+        const double n2 = 400.0, tail = std::pow(1.0 + 2.0 * f / n2, -n2 / 2.0);
+        EXPECT_NEAR(FTail(f, 2.0, n2) / tail, 1.0, 1e-7) << f;
+    }
+    EXPECT_GT(FTail(3000.0, 2.0, 400.0), 0.0);
+    EXPECT_LT(FTail(3000.0, 2.0, 400.0), 1e-200);
+}
+
 TEST(FProbability, IsOneAtZeroAndFalls) {
     EXPECT_EQ(FProbability(0.0F, 3.0F, 10.0F), 1.0F);
     float before = 1.0F;

@@ -81,7 +81,7 @@ TEST(OtherMinima, IsTheSameTableWhateverTheNumberOfThreads) {
     Script script;
     FitCase("Model10");
     const MinimaMet loop = SearchOtherMinima({5, 2}, Nothing);
-    for (const int threads : {1, 3}) {
+    for (const int threads : {1, 2, 16}) {
         UseThreads(threads);
         EXPECT_TRUE(SameTable(SearchOtherMinima({5, 2}, Nothing), loop)) << threads;
     }

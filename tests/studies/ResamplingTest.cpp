@@ -68,6 +68,19 @@ TEST(BlockLengths, FollowTheAutocorrelation) {
     EXPECT_LE(BlockLength(white), 5);
     EXPECT_EQ(BlockLength({1.0, -1.0, 1.0}), 1);
     EXPECT_EQ(BlockLength(std::vector<double>(50, 0.7)), 1);
+    EXPECT_EQ(BlockForLimits(running), 2 * BlockLength(running));
+    EXPECT_EQ(BlockForLimits({1.0, -1.0, 1.0}), 1);
+}
+
+// Critical values at 97.5% by the share of the points that a block has: 1.9600 + 2.9694 b + 0.4160 b^2 -
+// 0.5324 b^3 (Kiefer and Vogelsang, table 1).
+TEST(BlockLengths, StretchLimitsByThePublishedCriticalValues) {
+    for (const long block : {5L, 20L, 33L}) {
+        const double b = static_cast<double>(block) / 100.0;
+        const double critical = 1.9600 + 2.9694 * b + 0.4160 * b * b - 0.5324 * b * b * b;
+        EXPECT_NEAR(BlockStretch(block, 100), critical / 1.9600, 1e-3);
+    }
+    EXPECT_EQ(BlockStretch(1, 100), 1.0);
 }
 
 // The variance of a zero offset is that of a point over the count of its points, and offsets of different
@@ -128,7 +141,7 @@ TEST(Resampling, IsTheSameForAnyNumberOfThreadsAndOtherForOtherSeeds) {
         return values;
     };
     const std::vector<double> loop = valuesOf(1);
-    for (const int threads : {1, 3}) {
+    for (const int threads : {1, 2, 16}) {
         Host.RunPieces = [threads](long count, const auto& piece, const auto& watch) {
             RunPieces(threads, count, piece, watch);
         };
@@ -183,13 +196,15 @@ TEST(Resampling, LoadingConstraintsStay) {
 // Readings that go together with their neighbours: noise that is the mean of five independent ones. The
 // linear errors count each reading as one of its own and are too small by the root of 5, so that their 95%
 // hold the truth about 62 times in 100 (a normal deviate within 1.96 / 2.24); blocks see what goes together.
+// Of normal means the same blocks hold 93.3% (20,000 sets of 100 points drawn for it); 500 of them scatter
+// by 1.1%.
 TEST(Resampling, InBlocksCoversWhereNeighboursGoTogetherAndLinearErrorsDoNot) {
     Script script;
     LoadOffsetsAlone();
     const Workspace truth = Work;
     CalcSumSq();
     const OneBased<float> exact = Work.PtFit;
-    constexpr int Experiments = 60;
+    constexpr int Experiments = 100;
     NoiseSource source(11);
     long linear = 0, blocks = 0, all = 0;
     for (int i = 0; i < Experiments; ++i) {
@@ -206,7 +221,7 @@ TEST(Resampling, InBlocksCoversWhereNeighboursGoTogetherAndLinearErrorsDoNot) {
         }
         ASSERT_TRUE(RunFit());
         const Resampling result =
-            Resample({150, ResampleKind::Residuals, 0.95, static_cast<std::uint64_t>(i)}, {});
+            Resample({200, ResampleKind::Residuals, 0.95, static_cast<std::uint64_t>(i)}, {});
         for (long a = 0; a < Work.NumFree; ++a) {
             const Spread& spread = result.Spreads[static_cast<std::size_t>(a)];
             const auto value = static_cast<double>(truth.Parms[Work.FreeIndex[a]]);
@@ -222,7 +237,7 @@ TEST(Resampling, InBlocksCoversWhereNeighboursGoTogetherAndLinearErrorsDoNot) {
     RecordProperty("BlockCoverage", std::to_string(ofBlocks));
     std::printf("coverage at 95%%: linear errors %.3f, blocks %.3f of %ld\n", ofLinear, ofBlocks, all);
     EXPECT_LT(ofLinear, 0.73);
-    EXPECT_GT(ofBlocks, 0.80);
+    EXPECT_GE(ofBlocks, 0.92);
 }
 
 } // namespace

@@ -74,6 +74,38 @@ TEST(StudyForm, TellsAListThatIsNone) {
     EXPECT_TRUE(StudyForm.RunButton.Enabled);
 }
 
+// The message about a wrong list stood over a form that offered to stop a comparison.
+TEST(StudyForm, OffersToStopNothingWhileAWrongInputIsTold) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    StudyForm.Inputs[0].Box.Text = "1, 2";
+    StudyFormRunButton();
+    const auto rows = StudyForm.Rows;
+    ASSERT_EQ(rows.size(), 2U);
+    StudyForm.Inputs[0].Box.Text = "no model";
+    bool told = false;
+    Host.MessageBoxAnswer = [&](const BoxRequest&) {
+        told = true;
+        EXPECT_FALSE(StudyForm.StopButton.Enabled);
+        EXPECT_TRUE(StudyForm.RunButton.Enabled);
+        return BoxAnswer::Ok;
+    };
+    StudyFormRunButton();
+    EXPECT_TRUE(told);
+    EXPECT_EQ(StudyForm.Rows, rows);
+}
+
+// A probability below what a double holds was shown as 0.0E0.
+TEST(StudyForm, AProbabilityIsNeverShownAsNothing) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    StudyForm.Inputs[0].Box.Text = "1, 2";
+    StudyFormRunButton();
+    for (const std::vector<std::string>& row : StudyForm.Rows)
+        EXPECT_TRUE(row[8].empty() || row[8] == "< 1E-300" || row[8].find("E-") != std::string::npos)
+            << row[8];
+}
+
 TEST(StudyForm, ProfilesTheChosenParameterWithItsLimits) {
     Script script;
     OpenOnFit("Model02", StudyKind::Profile);
