@@ -72,17 +72,6 @@ void OfferGuessesForNewConstants() {
         InitialGuesses(false);
 }
 
-// Stoichiometries other than those of the name make it the general model, for good.
-void RefineModel() {
-    const auto altered = [](SlotNo slot) {
-        const SlotRule& rule = RuleOfSlot(slot);
-        return rule.Use == SlotUse::Fixed && Work.Parms[slot] != rule.Value;
-    };
-    if (TraitsOfModel().General != 0 && (altered(SlotNo(1)) || altered(SlotNo(3))))
-        Work.Model = TraitsOfModel().General;
-    Work.FitTitle = ModelDialogName(Work.Model) + " fit";
-}
-
 std::string SumText(double sum) {
     return FormatNumber(sum, "#.######E-##");
 }
@@ -228,6 +217,16 @@ void FitPrepared(const FitProgress* progress) {
 }
 
 } // namespace
+
+void RefineModel() {
+    const auto altered = [](SlotNo slot) {
+        const SlotRule& rule = RuleOfSlot(slot);
+        return rule.Use == SlotUse::Fixed && Work.Parms[slot] != rule.Value;
+    };
+    if (TraitsOfModel().General != 0 && (altered(SlotNo(1)) || altered(SlotNo(3))))
+        Work.Model = TraitsOfModel().General;
+    Work.FitTitle = ModelDialogName(Work.Model) + " fit";
+}
 
 std::string LowerMinimumQuestion(double sum, double lowerSum) {
     return "The fit has converged, with a sum of squares of " + SumText(sum) +

@@ -31,6 +31,10 @@ void FitDataCommand(const FitProgress* progress = nullptr);
 // than a tenth: of the value, or by 0.1 where it was 0. The divisor keeps its sign. Never clears changed.
 void ParmChanged(SlotNo slot, bool& changed);
 
+// Makes the model the general one of its kind where stoichiometries other than those of its name stand, for
+// good; the title of the fit follows.
+void RefineModel();
+
 // Fills the results form from the fit that stands and shows it.
 void ShowResults();
 

@@ -1,7 +1,12 @@
 // Guesses, and what is fitted.
 #include "fit/forms/GetGuess.h"
+#include "chart/records/ChartState.h"
+#include "commands/LiveCurve.h"
 #include "forms/Pieces.h"
+#include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
+
+#include <QPainter>
 
 namespace Quillon {
 
@@ -10,7 +15,7 @@ namespace {
 void AddGuessRow(Binder& bind, QGridLayout* grid, int row) {
     const auto i = static_cast<std::size_t>(row);
     const Cell cell = CellOf(GetGuess.Layout, row);
-    const int column = cell.Block * 4;
+    const int column = cell.Block * 5;
     auto* check = new QCheckBox;
     bind.Check(check, At(GetGuess.FitCheck, i), [row] { GetGuessFitCheck(row); });
     grid->addWidget(KeepPlace(MakeLabel(bind, At(GetGuess.ParameterName, i))), cell.Row + 1, column);
@@ -20,7 +25,9 @@ void AddGuessRow(Binder& bind, QGridLayout* grid, int row) {
                                          [row] { GetGuessLostFocus(row); },
                                          {}})),
                     cell.Row + 1, column + 1);
-    grid->addWidget(KeepPlace(check), cell.Row + 1, column + 2);
+    grid->addWidget(MakeButton(bind, At(GetGuess.Estimate, i), [row] { GetGuessEstimate(row); }),
+                    cell.Row + 1, column + 2);
+    grid->addWidget(KeepPlace(check), cell.Row + 1, column + 3);
 }
 
 QWidget* ConvergenceFrame(Binder& bind) {
@@ -39,23 +46,74 @@ QWidget* ConvergenceFrame(Binder& bind) {
     return frame;
 }
 
+// The curve at the values in the fields, painted anew whenever one of them is another.
+class CurvePicture : public QWidget {
+public:
+    CurvePicture() {
+        setMinimumSize(320, 260);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        setAccessibleName("Data with the curves of these values, and residuals");
+    }
+    QSize sizeHint() const override { return {440, 380}; }
+    void PaintAnew() {
+        Stale = true;
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        if (Stale && Chart.Painting == 0) {
+            Stale = false;
+            Box.Fit(*this);
+            PaintLiveCurve(Box.Surface(), static_cast<int>(fontMetrics().height() * devicePixelRatioF()));
+        }
+        QPainter painter(this);
+        painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
+        painter.drawImage(0, 0, Box.Image());
+    }
+    void resizeEvent(QResizeEvent*) override { Stale = true; }
+
+private:
+    PaintedImage Box;
+    bool Stale = true;
+};
+
+QLayout* CurveColumn(Binder& bind) {
+    auto* picture = new CurvePicture;
+    auto* column = new QVBoxLayout;
+    column->addWidget(picture, 1);
+    column->addWidget(MakeLabel(bind, []() -> Control& { return LiveCurve.Rms; }));
+    StartLiveCurve();
+    bind.Also([picture] {
+        if (FollowGuesses()) picture->PaintAnew();
+    });
+    return column;
+}
+
 QWidget* MakeGetGuess(QWidget* parent) {
     auto* form = new FormDialog(GetGuess.State, GetGuessCancelButton, parent);
     Binder& bind = form->Bind;
     auto* grid = new QGridLayout;
     grid->setVerticalSpacing(3);
     for (int block = 0; block < GetGuess.Layout.Columns(); ++block) {
-        grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.ParameterHead; }), 0, block * 4);
-        grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.ValueHead; }), 0, block * 4 + 1);
-        grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.FitHead; }), 0, block * 4 + 2);
-        if (block > 0) grid->setColumnMinimumWidth(block * 4 - 1, 24);
+        grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.ParameterHead; }), 0, block * 5);
+        grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.ValueHead; }), 0, block * 5 + 1);
+        grid->addWidget(MakeHead(bind, []() -> Control& { return GetGuess.FitHead; }), 0, block * 5 + 3);
+        if (block > 0) grid->setColumnMinimumWidth(block * 5 - 1, 24);
     }
     for (int row = 0; row < GetGuess.Layout.Rows; ++row)
         AddGuessRow(bind, grid, row);
+    auto* fields = new QVBoxLayout;
+    fields->addLayout(grid);
+    fields->addWidget(MakeLabel(
+        bind, []() -> Control& { return GetGuess.Note; }, true));
+    fields->addStretch(1);
+    fields->addWidget(ConvergenceFrame(bind));
+    auto* both = new QHBoxLayout;
+    both->addLayout(fields);
+    both->addLayout(CurveColumn(bind), 1);
     auto* all = new QVBoxLayout(form);
-    all->addLayout(grid);
-    all->addStretch(1);
-    all->addWidget(ConvergenceFrame(bind));
+    all->addLayout(both);
     all->addLayout(
         ButtonRow({MakeButton(
                       bind, []() -> Control& { return GetGuess.Page2; }, GetGuessPage2)},

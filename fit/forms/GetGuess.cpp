@@ -2,11 +2,15 @@
 
 #include "fit/equations/FreeMap.h"
 #include "fit/forms/GuessesDialog.h"
+#include "fit/forms/MassEstimate.h"
 #include "input/NUMINPUT.h"
 #include "models/forms/NumberBox.h"
+#include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
+
+#include <optional>
 
 namespace Quillon {
 
@@ -39,10 +43,15 @@ Control MarkFor(std::int16_t map) {
     return mark;
 }
 
+bool IsMass(SlotNo slot) {
+    return RuleOfSlot(slot).Holds == Quantity::Mass;
+}
+
 void ShowPage() {
     const RowLayout& layout = GetGuess.Layout;
     for (int row = 0; row < RowCount(); ++row) {
         const bool shown = layout.PageOf(row) == GetGuess.Page;
+        GetGuess.Estimate[Place(row)].Visible = shown && IsMass(SlotOfRow(row));
         for (auto* controls : {&GetGuess.ParameterName, &GetGuess.Guess, &GetGuess.FitCheck})
             (*controls)[Place(row)].Visible = shown;
     }
@@ -62,6 +71,11 @@ void FillRows() {
     const std::size_t n = GetGuess.GuessRows.size();
     GetGuess.ParameterName.resize(n);
     GetGuess.Guess.resize(n);
+    GetGuess.Estimate.resize(n, Captioned("Estimate"));
+    for (Control& estimate : GetGuess.Estimate)
+        estimate.ToolTip =
+            "Take the apparent mass that the data show: the slope of ln of the signal, less the "
+            "zero offset, over r^2/2 of each set";
     for (int row = 0; row < RowCount(); ++row) {
         GetGuess.FitCheck.push_back(MarkFor(Work.FreeMap[SlotOfRow(row)]));
         FillRow(row);
@@ -103,6 +117,19 @@ bool AcceptBeyond(SlotNo slot, const char* which, float bound) {
                     Work.ProgramName + " - Parameter Out of Bounds", BoxAnswer::No, BoxIcon::Warning);
 }
 
+// "Apparent masses (kDa): set 1 34.2, set 2 35.0"
+std::string EstimateNote(SlotNo slot, const MassEstimate& estimate) {
+    std::string text =
+        "Apparent " + std::string(MassInKiloDalton() ? "masses (kDa)" : "sigma (1/cm^2)") + ": ";
+    bool first = true;
+    for (const SigmaOfSet& of : estimate.Sets) {
+        text += (first ? "set " : ", set ") + std::to_string(of.Set.Number) + " " +
+                ParmText(slot, ToUserUnits(slot, static_cast<float>(of.Sigma)));
+        first = false;
+    }
+    return text;
+}
+
 } // namespace
 
 bool AcceptAgainstBounds(SlotNo slot, float v) {
@@ -138,6 +165,23 @@ void GetGuessFitCheck(int row) {
     if (mark.Value == FitCheckGrey || !mark.Enabled) return;
     mark.Text = mark.Value == FitCheckYes ? "Yes" : "No";
     GoBehind(row);
+}
+
+void GetGuessEstimate(int row) {
+    const SlotNo slot = SlotOfRow(row);
+    const std::optional<MassEstimate> estimate = EstimateMass();
+    if (!estimate) {
+        Host.Beep();
+        GetGuess.Note.Text =
+            "There is no estimate: no set has a signal above its zero offset that rises outward";
+        return;
+    }
+    GetGuess.Note.Text = EstimateNote(slot, *estimate);
+    const float v = ToUserUnits(slot, static_cast<float>(estimate->Sigma));
+    GetGuess.State.FocusOn = &GetGuess.Guess[Place(row)];
+    if (!AcceptAgainstBounds(slot, v)) return;
+    Work.Parms[slot] = static_cast<float>(estimate->Sigma);
+    FillRow(row);
 }
 
 void GetGuessGotFocus(int row) {

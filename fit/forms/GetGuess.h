@@ -16,7 +16,9 @@ struct GetGuessForm {
     FormState State;
     std::vector<SlotNo> GuessRows; // slot of each row
     std::vector<Control> ParameterName, Guess, FitCheck;
-    Control frmConvControl; // the frame "Convergence Control"
+    std::vector<Control> Estimate; // a button beside each mass, not visible in other rows
+    Control Note;                  // what the latest estimate has found, set by set
+    Control frmConvControl;        // the frame "Convergence Control"
     Control ConvergenceLabel, ConvergenceInput, AccuracyLabel, AccuracyInput;
     Control ParameterHead, ValueHead, FitHead;
     Control OkButton, CancelButton, Page2;
@@ -34,6 +36,10 @@ void LoadGetGuess();
 
 // The mark "Fit this parameter?" of a row was clicked; its Value is already the new one.
 void GetGuessFitCheck(int row);
+
+// The button beside a mass: the apparent mass that the data show (fit/forms/MassEstimate.h) becomes its
+// value, asked about where it lies outside the bounds, and those of all sets are told.
+void GetGuessEstimate(int row);
 
 // A value field. KeyPress gives the key that is taken, 0 for none; Esc asks for an undo, Enter and Tab lead
 // on.

@@ -254,6 +254,12 @@ double MeanKelvin() {
     return 273.15 + (Work.NumSets > 0 ? sum / Work.NumSets : 20.0);
 }
 
+std::optional<DerivedConstant> DerivedConstantOf(SlotNo slot) {
+    const ConstantKind kind = KindOf(RuleOfSlot(slot));
+    if (kind == ConstantKind::None) return std::nullopt;
+    return Derive(slot, kind);
+}
+
 std::vector<DerivedConstant> DerivedConstants() {
     std::vector<DerivedConstant> all;
     for (const SlotNo slot : EachSlot()) {

@@ -47,6 +47,9 @@ struct DerivedConstant {
     std::string Reason;     // why there is no value; empty where there is one
 };
 
+// That of a slot at the present value, fit or none; nothing where the slot holds no association constant.
+std::optional<DerivedConstant> DerivedConstantOf(SlotNo slot);
+
 // All association constants that are fitted or held, by slot. Expects a fit that stands.
 std::vector<DerivedConstant> DerivedConstants();
 
