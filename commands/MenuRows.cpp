@@ -6,6 +6,7 @@
 #include "commands/Commands.h"
 #include "commands/FitCommand.h"
 #include "commands/History.h"
+#include "commands/HistoryForm.h"
 #include "commands/SavedState.h"
 #include "commands/SimulateCommand.h"
 #include "commands/StartUp.h"
@@ -184,6 +185,7 @@ std::vector<MenuRow> AllRows() {
 
         {Edit, "Undo", "&Undo", UndoCommand, CanUndo},
         {Edit, "Redo", "&Redo", RedoCommand, CanRedo},
+        {Edit, "ShowHistory", "&History...", ShowHistory, Always, Plain, NewGroup},
 
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},
         {Analysis, "DefineUnits", "&Define Units...", DefineUnitsDialog, DataChosen},

@@ -63,7 +63,8 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
                   "UseResiduals",    "UseOverlay",          "ResidualsSpread", "FitPause",
                   "AlwaysRescue",    "AbsoluteTemperature", "SetConfidence",   "mnuSigmaCalculator",
                   "mnuHelpContents", "mnuHelpIndex",        "AboutBox",        "ShowSteps",
-                  "ShowGraphs",      "ShowParameters",      "ResetLayout",     "OpenAnything"}));
+                  "ShowGraphs",      "ShowParameters",      "ResetLayout",     "OpenAnything",
+                  "ShowHistory"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }

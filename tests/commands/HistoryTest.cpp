@@ -1,9 +1,10 @@
 // The history of the analysis: what a step back gives, what makes a step, and what the steps have in common.
-#include "commands/History.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
+#include "commands/HistoryForm.h"
 #include "commands/StartUp.h"
 #include "models/function/FitFunction.h"
+#include "models/table/Catalogue.h"
 #include "persistence/FitCodec.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -202,6 +203,73 @@ TEST_F(HistoryOf, StepsShareThePointsThatTheyHaveInCommon) {
     EXPECT_EQ(shared, static_cast<int>(one.Large.size()) - 1);
     EXPECT_TRUE(WholeAnalysis(two) == Work);
     EXPECT_FALSE(WholeAnalysis(one) == Work);
+}
+
+// --- the form --------------------------------------------------------------------------------------------
+
+// A fit of the points at hand with so many parameters.
+void TakeFit(std::int16_t free, double sumSq) {
+    RunCommand(
+        [&] {
+            Work.FitDone = FlagTrue;
+            Work.NumFree = free;
+            Work.SumSq = sumSq;
+            Work.RmsResidual = 0.00398F;
+        },
+        "&Fit Data...");
+}
+
+TEST_F(HistoryOf, TheFormTellsOfEachStepAndADoubleClickGoesThere) {
+    TakeFit(3, 0.5);
+    const std::string fit = EncodeFit(Work);
+    SetMass(2.0F);
+    script.ExpectModal(HistoryFormName, [&] {
+        ASSERT_EQ(HistoryForm.Rows.size(), 3U);
+        EXPECT_EQ(HistoryForm.Rows[0],
+                  (std::vector<std::string>{"", "12:00:00", "Start", ModelDialogName(2), "", ""}));
+        EXPECT_EQ(HistoryForm.Rows[1],
+                  (std::vector<std::string>{"", "12:00:00", "Fit Data", ModelDialogName(2), "3.980E-3",
+                                            std::to_string(Work.NumPts - 3)}));
+        EXPECT_EQ(HistoryForm.Rows[2][0], ">");
+        EXPECT_FALSE(HistoryForm.GoButton.Enabled); // there already
+        HistoryFormGo(1);
+        EXPECT_EQ(HistoryForm.Rows[1][0], ">");
+        HistoryFormMark({0});
+        EXPECT_TRUE(HistoryForm.GoButton.Enabled);
+        HistoryFormCloseButton();
+    });
+    RunMainCommand("ShowHistory");
+    EXPECT_TRUE(EncodeFit(Work) == fit);
+    EXPECT_TRUE(CanRedo());
+    EXPECT_EQ(History.Steps.size(), 3U); // to look at it is no step
+}
+
+// F of 3 and 20 degrees of freedom is exceeded by 4.938 in 1% of cases and by 3.098 in 5% (tables of the F
+// distribution).
+TEST_F(HistoryOf, TwoMarkedFitsGiveTheirFRatio) {
+    Work.NumPts = 25;
+    for (auto* numbers : {&Work.PtX, &Work.PtY, &Work.PtFit})
+        numbers->Resize(25);
+    Work.PtSet.Resize(25);
+    StartHistory();
+    TakeFit(5, 1.0);
+    TakeFit(2, 1.0 + 3.0 * 4.938 / 20.0);
+    TakeFit(2, 1.0);
+    TakeFit(5, 2.0);
+    const auto ratio = [](std::size_t one, std::size_t other) {
+        return FRatioText(History.Steps[one], History.Steps[other]);
+    };
+    for (const std::string& text : {ratio(1, 2), ratio(2, 1)}) {
+        EXPECT_TRUE(text.starts_with("F = 4.938 with 3 and 20 degrees of freedom.")) << text;
+        EXPECT_NE(text.find("as large in 1.0% of experiments"), std::string::npos) << text;
+    }
+    EXPECT_EQ(ratio(1, 4),
+              "F = 2.0, the ratio of the sums of squares of two fits with 20 degrees of freedom each.");
+    EXPECT_EQ(ratio(3, 4),
+              "The fit with more parameters has the larger sum of squares: there is no F ratio.");
+    EXPECT_EQ(ratio(0, 1), "There is no F ratio: not both of them are fits.");
+    RunCommand([] { Work.PtY[1] += 1.0F; });
+    EXPECT_EQ(ratio(1, 5), "There is no F ratio: they are fits of other points.");
 }
 
 } // namespace
