@@ -48,6 +48,9 @@ void Alter(std::string& text) {
 void Alter(FitOutcome& outcome) {
     Alter(outcome.Sentence);
 }
+template <class T> void Alter(std::vector<T>& list) {
+    list.emplace_back();
+}
 template <class T, long Lo, class Kind> void Alter(BasedArray<T, Lo, Kind>& array) {
     if (array.Empty()) array.Recreate(Lo);
     for (T& element : array)
