@@ -4,6 +4,7 @@
 #include "batch/graphs/Graphs.h"
 #include "studies/StudyProgress.h"
 #include "studies/methods/ResamplingLines.h"
+#include "workspace/records/Cancel.h"
 
 namespace Quillon {
 
@@ -26,7 +27,7 @@ std::function<void(long)> ProgressLines(const std::string& study, long all, cons
 void RunComparison(const Job& job, RunEnd& end) {
     Comparison comparison = CompareModels(
         job.Compare, ProgressLines("comparison", static_cast<long>(job.Compare.size()), "models"));
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     if (!comparison.Complete) return LeaveIncomplete(end, "The comparison was cancelled");
     end.Studies.Compared = std::move(comparison);
 }
@@ -37,7 +38,7 @@ void RunResampling(const Options& options, const Job* job, RunEnd& end) {
     choice.Count = options.Resample;
     if (job) choice.Seed = job->Restarts.Seed;
     Resampling resampling = Resample(choice, ProgressLines("resampling", choice.Count, "fits"));
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     if (!resampling.Complete) return LeaveIncomplete(end, "The resampling was cancelled");
     WriteConsole("resampling: " + ResamplingHead(resampling));
     end.Studies.Resampled = std::move(resampling);
@@ -59,7 +60,7 @@ constexpr const char* BetterText =
 void RunProfile(const ProfileOption& option, const ProfileChoice& choice, RunEnd& end) {
     const std::string name = "profile " + ProfileName(option);
     const auto keep = [&](auto study) {
-        Work.AbortFit = FlagFalse;
+        ClearCancel();
         if (!study.Complete) return LeaveIncomplete(end, "The profile was cancelled");
         if (study.Better) WriteFailure(name + BetterText);
         end.Studies.Profiles.push_back(std::move(study));

@@ -6,6 +6,7 @@
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
 #include "studies/methods/OtherMinima.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -81,7 +82,7 @@ void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
     const FitOutcome first = Work.Outcome;
     if (StandOfFit(least) == Stand::Minimum) ++t.Plain;
     if (first.End != FitEnd::Converged) {
-        Work.AbortFit = FlagFalse;
+        ClearCancel();
         const double took = TimeOf([&] { RescueFit(start); });
         if (nearTime > 0.0) ++t.Rescues, t.NearTime += nearTime, t.RescueTime += took;
     }
@@ -103,7 +104,7 @@ void FitAndCount(double least, double nearTime, Tally& t, const char* name) {
 void RestartAndCount(const PerSlot<float>& start, double least, std::uint64_t seed, Tally& t,
                      const char* name) {
     if (Restarts == 0) return;
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     Work.StartParms = start;
     const MinimaMet met = SearchOtherMinima({Restarts, seed}, [](long) {});
     const bool reached = !met.Minima.empty() && met.Minima.front().Fit.SumSq <= 1.001 * least;

@@ -21,6 +21,7 @@
 #include "scandata/table/Temperatures.h"
 #include "studies/MinimaForm.h"
 #include "studies/StudyForm.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <new>
@@ -77,7 +78,7 @@ void RunCommand(const std::function<void()>& command, const std::string& caption
     } catch (const std::bad_alloc&) {
         TellCommandError(ErrorText::OutOfMemory);
     }
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     ForgetTakenBack();
     Host.SetPointer(Pointer::Standard);
     NoteHistory(caption);

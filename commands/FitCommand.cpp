@@ -10,6 +10,7 @@
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -165,7 +166,7 @@ void RescueAndTell(const PerSlot<float>& start, const FitProgress& progress) {
     RescueFit(start, progress);
     TakeLowerMinimum(start, progress);
     // A cancel may have led back to the fit that was told in the question.
-    const bool cancelled = Work.AbortFit && !Work.FunctionFailed;
+    const bool cancelled = IsCancelled();
     if (!(told && cancelled)) TellEnd(Work.Outcome);
 }
 

@@ -11,6 +11,7 @@
 #include "platform/Platform.h"
 #include "reporting/values/Statistics.h"
 #include "scandata/table/FitData.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -134,7 +135,7 @@ void AskAndSimulate(const Workspace& before) {
     SelectModel(false);
     const std::optional<double> noise = AskNoise();
     std::optional<OneBased<float>> curve = EnteredCurve();
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     if (curve) {
         const bool changed = ParmsChanged();
         AddNoise(*curve, noise.value_or(0.0));

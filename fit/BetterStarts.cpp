@@ -10,6 +10,7 @@
 #include "models/function/SharedConcentrations.h"
 #include "models/table/ModelTable.h"
 #include "platform/RuntimeError.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -163,7 +164,7 @@ void TryProportion(double proportion, const PerSlot<float>& from, BestSets& best
     }
     StoreSignals(false);
     if (!Work.FunctionFailed) return;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
 }
 
 void TryProportions(const PerSlot<float>& from, BestSets& best) {
@@ -173,16 +174,11 @@ void TryProportions(const PerSlot<float>& from, BestSets& best) {
     }
 }
 
-// A failure in arithmetic raises the flag as well.
-bool WasCancelled() {
-    return Work.AbortFit && !Work.FunctionFailed;
-}
-
 // Runs find on Work with a start, and puts everything back; what find gives, or the start where it fails.
 template <class Find> PerSlot<float> Aside(const PerSlot<float>& start, Find&& find) {
     const Workspace kept = Work;
     Work.Parms = start;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     PerSlot<float> found = start;
     try {
         Work.AtBound.Recreate(Work.NumFree);
@@ -191,11 +187,11 @@ template <class Find> PerSlot<float> Aside(const PerSlot<float>& start, Find&& f
     } catch (const RuntimeError&) {
         // Data without a logarithm, or constants beyond the range of a single: the start as it was.
     }
-    const bool cancelled = WasCancelled();
+    const bool cancelled = IsCancelled();
     Work = kept;
     if (cancelled) {
-        Work.AbortFit = FlagTrue;
-        Work.FunctionFailed = FlagFalse;
+        ForgetStop(); // a failure from before has been overtaken
+        AskToStop();
     }
     return found;
 }
@@ -289,7 +285,7 @@ PerSlot<float> MovedStart(const PerSlot<float>& start, int number) {
         KeepHeld(start);
         return Work.Parms;
     });
-    return moved == start || WasCancelled() ? moved : BestOfEachSet(moved);
+    return moved == start || IsCancelled() ? moved : BestOfEachSet(moved);
 }
 
 } // namespace Quillon

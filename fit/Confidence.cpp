@@ -6,6 +6,7 @@
 #include "fit/equations/JacobiEigen.h"
 #include "models/function/Constraints.h"
 #include "platform/Platform.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -71,7 +72,7 @@ bool HasSum(float alpha) {
     }
     if (!Work.FunctionFailed) return true;
     Failed = true;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     return false;
 }
 
@@ -285,7 +286,8 @@ float FindRatioRoot(float guess, float target) {
 }
 
 void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
-    Work.AbortFit = Work.LimitsDone = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
+    Work.LimitsDone = FlagFalse;
     FitState kept = KeepFit();
     Walk walk;
     bool ended = false;
@@ -305,7 +307,7 @@ void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
     else if (ended)
         TakeLimits(walk);
     BringBack(kept);
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
 }
 
 } // namespace Quillon

@@ -22,6 +22,7 @@
 #include "models/function/Constraints.h"
 #include "models/function/SharedConcentrations.h"
 #include "platform/RuntimeError.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -64,7 +65,7 @@ template <class Pass> bool Computes(Pass&& pass) {
         computed = false; // a step beyond the range of a single
     }
     if (!Work.FunctionFailed) return computed && !Work.AbortFit;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     Work.Outcome = FitOutcome{};
     return false;
 }

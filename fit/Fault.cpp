@@ -9,6 +9,7 @@
 #include "models/function/SharedConcentrations.h"
 #include "models/table/ModelTable.h"
 #include "platform/RuntimeError.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -54,7 +55,7 @@ std::string Valued(SlotNo slot) {
 bool HasValue(long point) {
     const double value = FitFunction(point);
     const bool failed = Work.FunctionFailed != 0;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     return !failed && FitsASingle(value);
 }
 
@@ -130,7 +131,7 @@ long FaultyDerivative(long point) {
         Work.Deriv[a] = std::numeric_limits<double>::quiet_NaN();
     CalcDerivs(point, FitFunction(point));
     const bool failed = Work.FunctionFailed != 0;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     long first = 0;
     while (first < Work.NumFree && std::fabs(Work.Deriv[first]) < LargestDerivative)
         ++first;
@@ -195,7 +196,7 @@ std::string FirstFault() {
 
 std::string FaultText() {
     const Workspace kept = Work;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     std::string text;
     try {
         text = FirstFault();

@@ -10,6 +10,7 @@
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
 #include "platform/RuntimeError.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -32,7 +33,8 @@ void GoTo(const Reached& place) {
 
 void StartFrom(const PerSlot<float>& start) {
     Work.Parms = start;
-    Work.FitDone = Work.LimitsDone = Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    Work.FitDone = Work.LimitsDone = FlagFalse;
+    ForgetStop();
     Work.AtBound.Recreate(Work.NumFree);
     ResetFitFunction();
     BuildParmScale();
@@ -95,18 +97,13 @@ bool IsBetter(const Workspace& a, const Workspace& b) {
     return a.FitValid && (!b.FitValid || a.SumSq < b.SumSq);
 }
 
-// True when the user wants no more; a failure in arithmetic raises the flag as well.
-bool IsCancelled() {
-    return Work.AbortFit && !Work.FunctionFailed;
-}
-
 // After a cancel: the parameters of the lowest sum so far, with the fit that ended there if one did, that of
 // before the search among them. A pass that was broken off has left no sum.
 void KeepBestOnCancel(const Workspace& best) {
     const bool lower = best.FitValid && !(Work.SumSq < best.SumSq);
     if (lower && best.FitDone) {
         Work = best;
-        Work.AbortFit = FlagTrue;
+        AskToStop();
         return;
     }
     Work.Outcome = FitOutcome{FitEnd::Cancelled, CancelledText};
@@ -195,7 +192,7 @@ std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const Fit
     }
     const bool cancelled = IsCancelled();
     Work = own;
-    Work.AbortFit = Flag(cancelled);
+    HandOnCancel(cancelled);
     if (cancelled || !IsLowerMinimum(best, own)) return std::nullopt;
     return best;
 }

@@ -10,6 +10,7 @@
 #include "models/function/FitFunction.h"
 #include "models/table/ParmScale.h"
 #include "platform/Narrow.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -125,7 +126,7 @@ template <class Step> void Guarded(Step&& work) {
         work();
     } catch (const RuntimeError& error) {
         Conclude(FitEnd::MathError, "Error '" + error.Text + "' occurred during the fit, aborting fit");
-        Work.AbortFit = Work.FunctionFailed = FlagTrue;
+        StopAsFailed();
     }
 }
 

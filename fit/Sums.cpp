@@ -4,6 +4,7 @@
 #include "fit/equations/NoiseWeights.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -221,7 +222,7 @@ template <class Pass> void GuardedPass(Pass&& pass) {
         pass();
     } catch (const RuntimeError&) {
         Work.Outcome = {FitEnd::MathError, "Math Error during sums over data points, aborting fit"};
-        Work.AbortFit = Work.FunctionFailed = FlagTrue;
+        StopAsFailed();
     }
     if (Work.AbortFit)
         ResetConstraintSums();

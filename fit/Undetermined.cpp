@@ -5,6 +5,7 @@
 #include "models/function/FitFunction.h"
 #include "models/table/ModelTable.h"
 #include "platform/RuntimeError.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -123,7 +124,7 @@ std::vector<FreePos> PlacesWithoutEffect() {
         if (!left.empty() && answered) answered = TakeOutMoved(left, p);
     ResetFitFunction();
     ResetConstraintSums();
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     Work.Outcome = outcome;
     return answered && Work.NumPts > 0 ? left : Places{};
 }

@@ -15,6 +15,7 @@
 #include "forms/workbench/StartPage.h"
 #include "forms/workbench/StepsPane.h"
 #include "persistence/Filelist.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -79,7 +80,7 @@ protected:
     void closeEvent(QCloseEvent* event) override {
         event->ignore();
         if (HandlerAtWork()) {
-            if (FitMon.Loaded || WaitForm.State.Shown) Work.AbortFit = FlagTrue;
+            if (FitMon.Loaded || WaitForm.State.Shown) AskToStop();
             return;
         }
         RunHandler([] { Analmenu.Ended = MayEnd(); });

@@ -19,6 +19,7 @@
 #include "platform/Platform.h"
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeReadings.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -59,7 +60,7 @@ public:
         all->addWidget(line);
         Canvas->Changed = [this] {
             if (Modal && !Charts.Shown) done(QDialog::Accepted);
-            if (!HandlerAtWork()) Work.AbortFit = FlagFalse; // Esc found nothing to break off
+            if (!HandlerAtWork()) ClearCancel(); // Esc found nothing to break off
         };
         Bind.Also([this] { Follow(); });
         Modal = Charts.Shown;

@@ -2,6 +2,7 @@
 
 #include "input/IniFile.h"
 #include "persistence/IniAccess.h"
+#include "workspace/records/Cancel.h"
 
 #include <algorithm>
 #include <vector>
@@ -133,7 +134,7 @@ RestoreOutcome ChooseRecentFile(long item) {
     Host.SetPointer(Pointer::Standard);
     if (there) {
         const RestoreOutcome outcome = ReadFitFile(path, false);
-        Work.AbortFit = FlagFalse;
+        ClearCancel();
         return outcome;
     }
     const std::string reason =

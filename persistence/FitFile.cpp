@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "scandata/table/BaselineAt.h"
 #include "scandata/table/FitData.h"
+#include "workspace/records/Cancel.h"
 
 #include <utility>
 
@@ -101,7 +102,7 @@ bool VersionAccepted(const FitFileHeader& header) {
 }
 
 RestoreOutcome GiveUp() {
-    Work.AbortFit = FlagTrue;
+    AskToStop();
     return {};
 }
 
@@ -214,7 +215,7 @@ RestoreOutcome RestoreFit() {
         AskFitFile(FitRequest(" - Restore Fit Data & Parameters", "*.quil;*.fit", false));
     if (path.empty()) return {};
     const RestoreOutcome outcome = ReadFitFile(path, false);
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     return outcome;
 }
 

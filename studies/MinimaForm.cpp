@@ -6,6 +6,7 @@
 #include "models/forms/NumberBox.h"
 #include "platform/Platform.h"
 #include "studies/methods/OtherMinima.h"
+#include "workspace/records/Cancel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -156,17 +157,17 @@ void MinimaFormLostFocus(MinimaInput input) {
 void MinimaFormSearchButton() {
     if (!MinimaForm.SearchButton.Enabled || !LeaveBox(MinimaInput::Count) || !LeaveBox(MinimaInput::Seed))
         return;
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     ShowSearching(true);
     ShowProgress(0);
     Met = SearchOtherMinima(Choice, ShowProgress);
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     ShowSearching(false);
     ShowMinima();
 }
 
 void MinimaFormStopButton() {
-    Work.AbortFit = FlagTrue;
+    AskToStop();
 }
 
 void MinimaFormRow(int row) {

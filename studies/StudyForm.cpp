@@ -6,6 +6,7 @@
 #include "studies/StudyKinds.h"
 #include "studies/methods/OtherMinima.h"
 #include "studies/methods/Resampling.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -145,7 +146,7 @@ void StudyFormListRow(int input, int row) {
 void StudyFormRunButton() {
     if (!StudyForm.RunButton.Enabled || !InputsAreGood()) return;
     ClearTable();
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     ShowRunning(true);
     std::string failure;
     try {
@@ -157,13 +158,13 @@ void StudyFormRunButton() {
     } catch (const RuntimeError& error) {
         failure = error.Text;
     }
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     ShowRunning(false);
     if (!failure.empty()) TellOfInput(failure);
 }
 
 void StudyFormStopButton() {
-    Work.AbortFit = FlagTrue;
+    AskToStop();
 }
 
 void StudyFormRow(int row) {

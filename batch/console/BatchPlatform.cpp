@@ -12,6 +12,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/SplitMix.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <atomic>
@@ -115,7 +116,7 @@ void TellIteration() {
 }
 
 void ServeEvents() {
-    if (Interrupted()) Work.AbortFit = FlagTrue;
+    if (Interrupted()) AskToStop();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "batch/console/BatchPlatform.h"
 #include "input/NUMINPUT.h"
+#include "workspace/records/Cancel.h"
 
 #include <string>
 
@@ -28,7 +29,7 @@ std::string MinimaLine(const MinimaMet& met) {
 std::optional<MinimaMet> RunRestarts(const RestartChoice& choice) {
     if (choice.Count == 0 || Interrupted() || Work.Outcome.End == FitEnd::Cancelled || !CanRestart())
         return std::nullopt;
-    Work.AbortFit = FlagFalse; // of a failure in arithmetic
+    ClearCancel(); // of a failure in arithmetic
     long told = 0;
     MinimaMet met = SearchOtherMinima(choice, [&](long done) {
         if (done > told)
@@ -36,7 +37,7 @@ std::optional<MinimaMet> RunRestarts(const RestartChoice& choice) {
                           " fits");
         told = done;
     });
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     if (!met.Complete) {
         WriteFailure(RestartsCancelledText);
         return met;

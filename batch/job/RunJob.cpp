@@ -18,6 +18,7 @@
 #include "platform/Platform.h"
 #include "scandata/table/FitData.h"
 #include "scandata/table/OpticsUnits.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <optional>
@@ -159,7 +160,7 @@ RunEnd EndOfRestarts(const RestartChoice& choice) {
     end.Restarts = choice;
     end.Starts = std::move(starts);
     if (end.Starts && !end.Starts->Complete) LeaveIncomplete(end, RestartsCancelledText);
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     return end;
 }
 

@@ -4,6 +4,7 @@
 #include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/AnalmenuName.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {
@@ -244,7 +245,7 @@ void FitMonNextIter() {
 }
 
 void FitMonCancelButton() {
-    Work.AbortFit = FlagTrue;
+    AskToStop();
 }
 
 void FitMonPage2() {

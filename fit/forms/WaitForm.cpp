@@ -3,6 +3,7 @@
 #include "fit/Confidence.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -23,7 +24,7 @@ void LoadWaitForm() {
     WaitForm = WaitFormRecord{};
     WaitForm.State.Caption = Work.ProgramName;
     WaitForm.Label1.Text = "This may take a while...";
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     ComputeConfidenceRatio(Work.ConfidenceLevel);
     WaitForm.Label2.Text = "Searching for a " +
                            FormatNumber(static_cast<double>(Work.ConfidenceRatio), "0.00000") +
@@ -39,12 +40,12 @@ void WaitFormTimer1() {
         ConfidenceSearch(ShowProgress);
     else if (Work.LimitsDone)
         ComputeConfidenceRatio(Work.LimitsLevel); // Cancel came first: the limits at hand stay
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     WaitForm.State.Shown = false;
 }
 
 void WaitFormCancelButton() {
-    Work.AbortFit = FlagTrue;
+    AskToStop();
 }
 
 } // namespace Quillon

@@ -7,6 +7,7 @@
 #include "models/function/Species.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ModelTable.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -120,7 +121,7 @@ double FitFunction(long point) {
 }
 
 void NoteFunctionError() {
-    Work.AbortFit = Work.FunctionFailed = FlagTrue;
+    StopAsFailed();
     Work.Outcome = FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit"};
 }
 

@@ -3,6 +3,7 @@
 #include "models/function/FitFunction.h"
 #include "models/function/Random.h"
 #include "platform/Platform.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -33,7 +34,7 @@ void TellFault(FitOutcome former) {
 
 bool SimulateSignals(OneBased<float>& values) {
     FitOutcome former = Work.Outcome;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     ResetFitFunction();
     values.Recreate(Work.NumPts);
     for (long p = 1; p <= Work.NumPts && !Work.AbortFit; ++p)

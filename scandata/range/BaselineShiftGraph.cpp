@@ -7,6 +7,7 @@
 #include "scandata/range/BaselineShift.h"
 #include "scandata/table/BaselineAt.h"
 #include "scandata/table/DataSetTable.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
@@ -102,7 +103,7 @@ void LetGo() {
     Chart.GraphHeld = FlagFalse;
     ClearZoom();
     ChartMenuStatus(Charts);
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeOptions.h"
 #include "scandata/range/RangeReadings.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -105,7 +106,7 @@ void Close() {
     Chart.GraphHeld = FlagFalse; // a graph shown otherwise is made afresh
     ClearZoom();
     ChartMenuStatus(Charts);
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
 }
 
 } // namespace

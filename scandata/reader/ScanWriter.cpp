@@ -4,10 +4,12 @@
 #include "models/function/Constraints.h"
 #include "models/function/FitFunction.h"
 #include "platform/Platform.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 namespace Quillon {
 
@@ -81,6 +83,39 @@ void ForgetModelState() {
     ResetConstraintSums();
 }
 
+// The lines of a set; the reason of a fault outside the function is a paragraph of its own. Nothing behind a
+// fault, which has been told.
+std::optional<std::string> LinesOrFault(SetNo k) {
+    long before = 0;
+    for (SetNo j(1); j < k; ++j)
+        before += Work.SetPts[j];
+    std::string reason;
+    try {
+        std::string lines = ResidualLines(k, before);
+        if (!Work.AbortFit) return lines;
+    } catch (const RuntimeError& error) {
+        NoteFunctionError();
+        reason = "\n\nThe residuals of set " + std::to_string(k.Number) + " ended with '" + error.Text + "'.";
+    }
+    Tell(Work.Outcome.Sentence + reason, Work.ProgramName, BoxIcon::Stop);
+    return std::nullopt;
+}
+
+// The same with the fit as it was afterwards: what is computed for a file is no part of it.
+std::optional<std::string> LinesAside(SetNo k, bool offsetIncluded) {
+    const StopKept kept;
+    const float offset = Work.Parms[SlotOffset(k)];
+    const FitOutcome outcome = Work.Outcome;
+    if (offsetIncluded) Work.Parms[SlotOffset(k)] = 0.0F;
+    ClearCancel();
+    ForgetModelState();
+    std::optional<std::string> lines = LinesOrFault(k);
+    Work.Parms[SlotOffset(k)] = offset;
+    Work.Outcome = outcome;
+    ForgetModelState();
+    return lines;
+}
+
 } // namespace
 
 int CellNumberOf(const std::string& fileName) {
@@ -129,35 +164,10 @@ void WriteScan(const std::string& path, RowNo row, int cell) {
 }
 
 bool WriteResiduals(const std::string& path, SetNo k, int cell, bool offsetIncluded) {
-    long before = 0;
-    for (SetNo j(1); j < k; ++j)
-        before += Work.SetPts[j];
-    const float offset = Work.Parms[SlotOffset(k)];
-    const FitOutcome outcome = Work.Outcome;
-    const std::int16_t abort = Work.AbortFit;
-    const std::int16_t failed = Work.FunctionFailed;
-    if (offsetIncluded) Work.Parms[SlotOffset(k)] = 0.0F;
-    Work.AbortFit = FlagFalse;
-    ForgetModelState();
-    std::string lines;
-    std::string reason; // of a fault outside the function, a paragraph of its own
-    bool computed = false;
-    try {
-        lines = ResidualLines(k, before);
-        computed = Work.AbortFit == FlagFalse;
-    } catch (const RuntimeError& error) {
-        NoteFunctionError();
-        reason = "\n\nThe residuals of set " + std::to_string(k.Number) + " ended with '" + error.Text + "'.";
-    }
-    if (!computed) Tell(Work.Outcome.Sentence + reason, Work.ProgramName, BoxIcon::Stop);
-    Work.Parms[SlotOffset(k)] = offset;
-    Work.AbortFit = abort;
-    Work.FunctionFailed = failed;
-    Work.Outcome = outcome;
-    ForgetModelState();
-    if (!computed) return false;
+    const std::optional<std::string> lines = LinesAside(k, offsetIncluded);
+    if (!lines) return false;
     const char* const comment = offsetIncluded ? "residuals with no offset" : "residuals";
-    Host.WriteFile(path, ScanHeaderText(comment, RowOf(k), cell) + lines);
+    Host.WriteFile(path, ScanHeaderText(comment, RowOf(k), cell) + *lines);
     return true;
 }
 

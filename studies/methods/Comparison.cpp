@@ -8,6 +8,7 @@
 #include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/VariantStart.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -97,10 +98,6 @@ std::vector<Planned> PlanOf(const std::vector<ModelVariant>& list) {
 
 // --- a fit -----------------------------------------------------------------------------------------------
 
-bool IsCancelled() {
-    return Work.AbortFit && !Work.FunctionFailed;
-}
-
 // The lowest end so far: a minimum before what is none.
 struct BestEnd {
     std::optional<Workspace> Fit;
@@ -126,7 +123,7 @@ void FitFromHere(BestEnd& best) {
         RescueFit(start);
     }
     if (IsCancelled()) return;
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     CopySharedConstants();
     best.Take(Work);
 }
@@ -145,7 +142,7 @@ void PushOn(BestEnd& best) {
     Work.StartParms = best.Fit->StartParms;
     if (fitted && !cancelled) best.Take(Work);
     Work = own;
-    Work.AbortFit = Flag(cancelled);
+    HandOnCancel(cancelled);
 }
 
 // The user's own fit as an end of its model; one that was not brought to an end is a start.
@@ -174,7 +171,7 @@ template <class Start> void TryStart(const ModelVariant& variant, BestEnd& best,
     }
     const bool cancelled = IsCancelled();
     Work = own;
-    Work.AbortFit = Flag(cancelled);
+    HandOnCancel(cancelled);
 }
 
 std::string NotesOfFit() {
@@ -206,7 +203,7 @@ void FitRow(ComparedModel& row, const Workspace* contained) {
     if (row.Free == 0) return; // the model could not be taken up
     const ModelVariant& variant = row.Variant;
     BestEnd best;
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     const bool own = variant == VariantOfWork();
     if (own) TakeOwnFit(best);
     const bool ownStands = best.Fit.has_value() && best.Fit->Outcome.End == FitEnd::Converged;

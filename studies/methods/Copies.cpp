@@ -3,6 +3,7 @@
 #include "models/function/FitFunction.h"
 #include "platform/Platform.h"
 #include "platform/SplitMix.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <atomic>
@@ -33,7 +34,7 @@ Platform FillingOfPiece(SplitMix random, const std::atomic<bool>& cancelled) {
     p.Clock = [] { return ClockTime{}; };
     p.Uniform = [random]() mutable { return random.Uniform(); };
     p.ServeEvents = [&cancelled] {
-        if (cancelled) Work.AbortFit = FlagTrue;
+        if (cancelled) AskToStop();
     };
     return p;
 }

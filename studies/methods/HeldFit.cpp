@@ -3,6 +3,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
 #include "models/function/FitFunction.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace Quillon {
 namespace {
 
 void ForgetFit() {
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     Work.FitDone = Work.FitValid = Work.LimitsDone = FlagFalse;
     Work.Outcome = FitOutcome{};
 }
@@ -45,22 +46,18 @@ bool HoldSlots(const std::vector<long>& slots) {
     return others;
 }
 
-bool IsStopped() {
-    return Work.AbortFit && !Work.FunctionFailed;
-}
-
 HeldEnd FitOthers(bool others) {
     ForgetFit();
     HeldEnd end;
     if (!others) {
         end.SumSq = SumHere();
-        end.Ended = !IsStopped();
+        end.Ended = !IsCancelled();
         end.Converged = end.Ended && !Work.FunctionFailed;
         return end;
     }
     const PerSlot<float> start = Work.Parms;
-    if ((!RunFit() || Work.Outcome.End != FitEnd::Converged) && !IsStopped()) RescueFit(start);
-    if (IsStopped()) return end;
+    if ((!RunFit() || Work.Outcome.End != FitEnd::Converged) && !IsCancelled()) RescueFit(start);
+    if (IsCancelled()) return end;
     end.Ended = true;
     end.Converged = Work.FitDone != 0 && Work.Outcome.End == FitEnd::Converged;
     end.SumSq = Work.FitDone ? Work.SumSq : std::numeric_limits<double>::infinity();

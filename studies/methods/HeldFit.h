@@ -24,7 +24,4 @@ struct HeldEnd {
 // none is (others false), the sum of squares alone. The parameters of the end are left in Work.Parms.
 HeldEnd FitOthers(bool others);
 
-// True when the user has asked to stop; a failure in arithmetic raises the flag as well.
-bool IsStopped();
-
 } // namespace Quillon

@@ -8,6 +8,7 @@
 #include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/RestartStart.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -105,13 +106,13 @@ std::optional<FitEnding> TakeEnding(bool minimum) {
     for (const SlotNo slot : MinimumSlots())
         ending.Values.push_back(ToUserUnits(slot, Work.Parms[slot]));
     ending.Place = FindBottom();
-    if (Work.AbortFit && !Work.FunctionFailed) return std::nullopt;
+    if (IsCancelled()) return std::nullopt;
     return ending;
 }
 
 // The user's own fit, which a file may have brought without its end: then the equations tell.
 std::optional<FitEnding> OwnEnding() {
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     bool minimum = Work.FitDone != 0;
     if (minimum && Work.Outcome.End == FitEnd::NotRun) {
         const Workspace fit = Work;
@@ -127,7 +128,7 @@ std::optional<FitEnding> OwnEnding() {
 }
 
 void ForgetFit() {
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     Work.FitDone = Work.FitValid = Work.LimitsDone = FlagFalse;
     Work.Outcome = FitOutcome{};
 }
@@ -141,7 +142,7 @@ std::optional<FitEnding> RestartedEnding() {
     const PerSlot<float> start = Work.Parms;
     RescueFit(start);
     if (Work.Outcome.End == FitEnd::Cancelled) return std::nullopt;
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     CopySharedConstants();
     return TakeEnding(Work.FitDone != 0 && Work.Outcome.End == FitEnd::Converged);
 }

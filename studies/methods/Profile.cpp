@@ -10,6 +10,7 @@
 #include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/HeldFit.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -251,7 +252,7 @@ double ErrorOf(SlotNo slot) {
 // Prepares Work on a copy for fits with slots held at values.
 void TakeBase(const Base& base, std::vector<long> held, bool& others) {
     Work = base.Fit;
-    Work.AbortFit = FlagFalse;
+    ClearCancel();
     others = HoldSlots(held);
 }
 

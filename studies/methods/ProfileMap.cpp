@@ -4,6 +4,7 @@
 #include "models/table/ParmScale.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/HeldFit.h"
+#include "workspace/records/Cancel.h"
 
 #include <algorithm>
 #include <atomic>
@@ -86,7 +87,7 @@ std::vector<MapRow> FitRows(const ProfileMap& map, const Edges& edges,
         static_cast<long>(first.size()), 1,
         [&](long number) {
             const auto i = static_cast<std::size_t>(number);
-            Work.AbortFit = FlagFalse;
+            ClearCancel();
             FitFinely();
             const bool others = HoldSlots({map.Slots[0], map.Slots[1]});
             rows[i] = FitRow(map.Slots, first[i], second, others, steps);
@@ -150,9 +151,9 @@ ProfileMap MapParameters(long slot1, long slot2, const ProfileChoice& choice,
         FillMap(map, edges, rows);
         break;
     }
-    const std::int16_t cancelled = Work.AbortFit;
+    const bool cancelled = Work.AbortFit != 0;
     Work = own;
-    Work.AbortFit = cancelled;
+    HandOnCancel(cancelled);
     return map;
 }
 

@@ -9,6 +9,7 @@
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
 #include "studies/methods/RestartStart.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -104,7 +105,7 @@ void SettleStoichiometries(const Workspace& own) {
 }
 
 void ForgetFit() {
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     Work.FitDone = Work.FitValid = Work.LimitsDone = FlagFalse;
     Work.Outcome = FitOutcome{};
     Work.LastModel = Work.Model;
@@ -120,7 +121,7 @@ double SizeOfSignal(const OneBased<float>* others = nullptr) {
     ResetFitFunction();
     CalcSumSq();
     if (Work.FunctionFailed) {
-        Work.AbortFit = Work.FunctionFailed = FlagFalse;
+        ForgetStop();
         return std::numeric_limits<double>::infinity();
     }
     double sum = 0.0;

@@ -1,0 +1,50 @@
+// Rules of the sources that no compiler holds: who may write what.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The sources of the folders of the programs, by their path in the tree.
+std::vector<std::string> ProgramSources() {
+    std::vector<std::string> files;
+    const fs::path root(QUILLON_SOURCE);
+    for (const char* folder : {"batch", "chart", "commands", "files", "fit", "forms", "graphs", "models",
+                               "persistence", "reporting", "runs", "scandata", "studies", "workspace"})
+        for (const auto& entry : fs::recursive_directory_iterator(root / folder))
+            if (entry.path().extension() == ".cpp" || entry.path().extension() == ".h")
+                files.push_back(fs::relative(entry.path(), root).generic_string());
+    return files;
+}
+
+// The sources with a line that matches.
+std::set<std::string> SourcesWith(const char* pattern) {
+    const std::regex expression(pattern);
+    std::set<std::string> found;
+    for (const std::string& file : ProgramSources()) {
+        std::ifstream in(fs::path(QUILLON_SOURCE) / file);
+        for (std::string line; std::getline(in, line);)
+            if (std::regex_search(line, expression)) found.insert(file);
+    }
+    return found;
+}
+
+using Files = std::set<std::string>;
+
+// A cancel that is raised or cleared in many places is one that somebody forgets to hand on.
+TEST(Sources, CancelFlagIsWrittenAtOneEdge) {
+    EXPECT_EQ(SourcesWith("Work\\.AbortFit\\s*=[^=]"), Files{"workspace/records/Cancel.cpp"});
+    EXPECT_EQ(SourcesWith("&\\s*Work\\.AbortFit"),
+              Files{"forms/StartDesktop.cpp"}); // its place, for the chart
+}
+
+} // namespace
+} // namespace Quillon
