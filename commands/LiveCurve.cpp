@@ -9,6 +9,7 @@
 #include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "reporting/values/LogMeaning.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -67,7 +68,7 @@ void FillTips() {
 // As the fit command takes the values up.
 void Evaluate() {
     Work.FitDone = Work.LimitsDone = Work.FitValid = FlagFalse;
-    Work.AbortFit = Work.FunctionFailed = FlagFalse;
+    ForgetStop();
     Work.NewData = Changed::Nothing;
     RefineModel();
     if (Work.ConstraintFlags & OffsetBit) ApplyOffsetLinks();
