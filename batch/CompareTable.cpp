@@ -5,6 +5,7 @@
 #include "batch/outputs/CsvParts.h"
 #include "batch/outputs/JsonParts.h"
 #include "models/table/Catalogue.h"
+#include "platform/Paths.h"
 
 namespace Quillon {
 
@@ -84,7 +85,7 @@ std::string CompareJson(const Comparison& comparison) {
 }
 
 std::string CompareTable(const Comparison& comparison, const std::string& path) {
-    return PathEnding(path) == "json" ? CompareJson(comparison) : CompareCsv(comparison);
+    return EndingOf(path) == "json" ? CompareJson(comparison) : CompareCsv(comparison);
 }
 
 } // namespace Quillon

@@ -132,7 +132,7 @@ std::string HtmlBytes(GraphColors colors, const RunEnd& end) {
 // A profile or a map, by the ending of its file.
 std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const ProfileOption& option,
                          GraphColors colors) {
-    const std::string ending = PathEnding(option.Path);
+    const std::string ending = EndingOf(option.Path);
     const auto bytes = [&](const auto& found, const auto& csv, const auto& json) {
         if (ending == "json") return json(found);
         if (ending == "csv" || option.Path == "-") return csv(found);

@@ -245,13 +245,11 @@ bool MoveShape(const Move& move) {
     return moved && (move.Even == move.Odd || kinds.Count() > 1);
 }
 
-// Fitted concentrations as they are read off the data at the constants of Work. A model without a guess of
-// its own binds as the one before it does, but for one constant.
+// Fitted concentrations as they are read off the data at the constants of Work.
 void GuessConcentrations() {
     const PerSlot<float> moved = Work.Parms;
     const std::int16_t model = Work.Model;
-    if (TraitsOfModel().Guess == FirstGuess::Kept && model > 1)
-        Work.Model = static_cast<std::int16_t>(model - 1);
+    Work.Model = ToInt16(ModelForGuess(model));
     InitialGuesses(false);
     Work.Model = model;
     const PerSlot<float> guessed = Work.Parms;

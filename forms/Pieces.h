@@ -45,7 +45,7 @@ inline QString InLines(QString text, int letters, int mostLines) {
 
 // The head of a column. A long one is broken by itself rather than wrapped: a wrapped label does not tell the
 // layout how high it becomes.
-inline QLabel* MakeHead(Binder& bind, ControlRef control, int letters = 24, int mostLines = 2) {
+inline QLabel* MakeHead(Binder& bind, const ControlRef& control, int letters = 24, int mostLines = 2) {
     auto* head = new QLabel;
     bind.Visible(head, control);
     bind.Also([head, control, letters, mostLines] {
@@ -142,7 +142,7 @@ inline QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> left, std::initial
 }
 
 // A frame whose title is a control's caption.
-inline QGroupBox* MakeFrame(Binder& bind, ControlRef control) {
+inline QGroupBox* MakeFrame(Binder& bind, const ControlRef& control) {
     auto* frame = new QGroupBox;
     bind.Visible(frame, control);
     bind.Also([frame, control] { frame->setTitle(WithoutAccessKey(control().Text)); });

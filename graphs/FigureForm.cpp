@@ -6,6 +6,7 @@
 #include "input/NUMINPUT.h"
 #include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
+#include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"

@@ -26,6 +26,17 @@ inline std::string FileTitle(std::string_view path) {
     return std::string(path.substr(i));
 }
 
+// What stands behind the last point of a file's name, in small letters; "" where there is none. The folders
+// before it do not count.
+inline std::string EndingOf(std::string_view path) {
+    const std::string title = FileTitle(path);
+    const std::size_t point = title.rfind('.');
+    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
+    for (char& letter : ending)
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    return ending;
+}
+
 // The part of a path before its last separator, without it; "" when there is none. A root ("/", "C:\")
 // keeps its own.
 inline std::string DirectoryOf(std::string_view path) {

@@ -256,15 +256,6 @@ std::string MarkdownTable(const TextTable& table) {
     return text;
 }
 
-std::string SmallEnding(const std::string& path) {
-    const std::string title = FileTitle(path);
-    const std::size_t point = title.rfind('.');
-    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
-    for (char& letter : ending)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return ending;
-}
-
 constexpr const char* Style =
     "body{font-family:sans-serif;max-width:60em;margin:2em auto;padding:0 1em;color:#111;background:#fff}\n"
     "table{border-collapse:collapse;margin:1em 0;font-size:90%}\n"
@@ -299,7 +290,7 @@ TextTable ParametersTable() {
 
 MethodsFormat MethodsFormatOf(const std::string& path) {
     if (path == "-") return MethodsFormat::Csv;
-    const std::string ending = SmallEnding(path);
+    const std::string ending = EndingOf(path);
     if (ending == "csv") return MethodsFormat::Csv;
     if (ending == "html") return MethodsFormat::Html;
     if (ending == "tex") return MethodsFormat::Latex;

@@ -305,7 +305,7 @@ bool WantsFigure(const Options& options) {
 // A file that colours show in: the numbers of a graph have none.
 bool HasColors(const std::string& path) {
     constexpr const char* pictures[] = {"svg", "emf", "png", "pdf", "grf"};
-    return std::find(std::begin(pictures), std::end(pictures), PathEnding(path)) != std::end(pictures);
+    return std::find(std::begin(pictures), std::end(pictures), EndingOf(path)) != std::end(pictures);
 }
 
 bool WantsPicture(const Options& options) {
@@ -397,7 +397,7 @@ void CheckSort(const Options& options) {
 }
 
 void CheckStudyFiles(const Options& options) {
-    const std::string ending = PathEnding(options.Compare);
+    const std::string ending = EndingOf(options.Compare);
     if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
         FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
     if (!options.Draws.empty() && !WantsResampling(options)) FailOptions("--draws goes with --resample");
@@ -410,11 +410,11 @@ void CheckStudyFiles(const Options& options) {
 } // namespace
 
 bool WantsReportHtml(const Options& options) {
-    return PathEnding(options.Report) == "html";
+    return EndingOf(options.Report) == "html";
 }
 
 bool WantsReportPdf(const Options& options) {
-    return PathEnding(options.Report) == "pdf";
+    return EndingOf(options.Report) == "pdf";
 }
 
 std::vector<NamedOutput> OutputsOf(const Options& options) {

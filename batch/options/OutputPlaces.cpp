@@ -28,15 +28,6 @@ std::string Reason(const std::string& output, const std::string& what) {
 
 } // namespace
 
-std::string PathEnding(const std::string& path) {
-    const std::string title = FileTitle(path);
-    const std::size_t point = title.rfind('.');
-    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
-    for (char& letter : ending)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return ending;
-}
-
 std::vector<RunInput> InputsOf(const Job& job) {
     std::vector<RunInput> inputs{{job.Path, "", ""}};
     for (const JobSet& set : job.Sets) {

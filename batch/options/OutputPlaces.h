@@ -16,9 +16,6 @@ struct RunInput {
     std::string Section, Key; // where the job names it; "" the job or the saved fit itself
 };
 
-// What stands behind the last point of a file's name, in small letters; "" without one.
-std::string PathEnding(const std::string& path);
-
 // The scans and baselines of a job, and the job itself.
 std::vector<RunInput> InputsOf(const Job& job);
 

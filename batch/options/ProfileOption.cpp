@@ -2,6 +2,7 @@
 
 #include "batch/console/OneLine.h"
 #include "batch/options/OutputPlaces.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ ProfileOption ParseProfileOption(const std::string& text) {
         RaiseError("--profile: a map needs two different slots, not " + Quoted(text));
     if (equals + 1 >= text.size()) RaiseError("--profile: no file behind " + Quoted(text));
     option.Path = text.substr(equals + 1);
-    const std::string ending = PathEnding(option.Path);
+    const std::string ending = EndingOf(option.Path);
     if (option.Path != "-" && std::find(std::begin(Endings), std::end(Endings), ending) == std::end(Endings))
         RaiseError("--profile: " + Quoted(option.Path) +
                    " ends with none of .csv, .json, .svg, .png, .pdf, .emf, .dat and .grf");

@@ -203,15 +203,6 @@ void WriteTold(const std::string& path, const std::function<std::string()>& byte
 
 } // namespace
 
-std::string EndingOf(const std::string& path) {
-    const std::string title = FileTitle(path);
-    const std::size_t point = title.rfind('.');
-    std::string ending = point == std::string::npos ? "" : title.substr(point + 1);
-    for (char& c : ending)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return ending;
-}
-
 void OfferGraph(const std::function<ClipboardOffer()>& make) {
     if (!GraphMayChange()) return;
     try {

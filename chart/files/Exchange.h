@@ -37,9 +37,6 @@ std::string GraphAs(const std::string& ending);
 // Puts what make gives on the clipboard. A failure of either is told.
 void OfferGraph(const std::function<ClipboardOffer()>& make);
 
-// The ending of a file's name in small letters, without the point; "" where there is none.
-std::string EndingOf(const std::string& path);
-
 // Asks for a file and writes what bytes gives for its ending (small letters). A failure is told, and the file
 // is then what it was.
 struct GraphFileKinds {

@@ -1,4 +1,5 @@
-// Text boxes under the rules of a form.
+#include "forms/shell/FieldEdit.h"
+
 #include "forms/shell/Binding.h"
 #include "input/NUMINPUT.h"
 #include "models/forms/NumberBox.h"

@@ -288,4 +288,8 @@ const ModelTraits& TraitsOfModel() {
     return TraitsOfModel(Work.Model);
 }
 
+int ModelForGuess(int model) {
+    return TraitsOfModel(model).Guess == FirstGuess::Kept && model > 1 ? model - 1 : model;
+}
+
 } // namespace Quillon

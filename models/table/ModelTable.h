@@ -140,4 +140,8 @@ const SlotRule& RuleOfSlot(SlotNo slot); // in Work.Model with Work.SeparateK
 const ModelTraits& TraitsOfModel(int model);
 const ModelTraits& TraitsOfModel(); // of Work.Model
 
+// The model by whose first guess concentrations are read off the data: the model itself; for one that keeps
+// what stands (FirstGuess::Kept) the one before it in the table, which binds alike but for one constant.
+int ModelForGuess(int model);
+
 } // namespace Quillon

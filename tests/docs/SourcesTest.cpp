@@ -46,5 +46,16 @@ TEST(Sources, CancelFlagIsWrittenAtOneEdge) {
               Files{"forms/StartDesktop.cpp"}); // its place, for the chart
 }
 
+// What a model is stands in the table; its arithmetic in the frame of a set and the sums of a point. Files of
+// before know fewer models.
+TEST(Sources, NoneBranchesOnTheModelNumberButTableFrameAndSpecies) {
+    const Files known{"models/function/FitFrame.cpp", "models/function/Species.h",
+                      "models/table/Catalogue.cpp", "models/table/ModelTable.cpp",
+                      "persistence/FitCodec.cpp"};
+    for (const std::string& file : SourcesWith("switch \\((\\w+\\.)?[mM]odel\\)|"
+                                               "\\b[mM]odel *(==|!=|<=|>=|<|>) *([2-9]|[12]\\d)\\b"))
+        EXPECT_TRUE(known.contains(file)) << file;
+}
+
 } // namespace
 } // namespace Quillon

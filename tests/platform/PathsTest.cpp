@@ -55,5 +55,13 @@ TEST(Paths, AbsolutePathsOfEitherKindAreKnown) {
         EXPECT_FALSE(IsAbsolutePath(path)) << path;
 }
 
+TEST(Paths, EndingIsThatOfTheFileInSmallLetters) {
+    EXPECT_EQ(EndingOf("/a/b/Figure.SVG"), "svg");
+    EXPECT_EQ(EndingOf("C:\\run.1\\scan"), ""); // the point of a folder
+    EXPECT_EQ(EndingOf("a.tar.gz"), "gz");
+    EXPECT_EQ(EndingOf("a."), "");
+    EXPECT_EQ(EndingOf(""), "");
+}
+
 } // namespace
 } // namespace Quillon
