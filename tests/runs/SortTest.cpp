@@ -175,8 +175,8 @@ TEST(SortedRuns, OpticsAreToldByNameAndHeader) {
     add("00002.IP1", 'P', radii);
     add("00003.FI1", 'F', radii);
     add("00004.WA1", 'W', {200, 210, 220, 230});
-    add("00005.txt", 'P', radii);
-    add("00006.RA1", 'R', {200, 210, 220, 230}); // nanometres whatever the name says
+    add("00005.txt", 'P', {6.9, 6.91, 6.92, 6.94}); // not a copy of the second one
+    add("00006.RA1", 'R', {200, 210, 220, 230});    // nanometres whatever the name says
     std::map<std::string, ScanOptics> found;
     const SortedRun run = folder.Sort();
     for (const RunScan& scan : run.Scans)
