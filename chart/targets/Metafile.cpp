@@ -238,6 +238,9 @@ void WriteText(Drawing& drawing, int x, int y, const std::string& text) {
     fields.Bytes += letters.Bytes;
     AppendAdvances(fields, drawing.Font, text);
     AppendRecord(drawing.Records, EmfType::WriteText, fields);
+    // Readers exist that take texts which follow each other for a paragraph and set it by rules of their own;
+    // a record between them, of what is in force anyway, keeps each at its place.
+    AppendRecord(drawing.Records, EmfType::SetPolygonFillMode, FillAlternate);
 }
 
 // --- clipping ------------------------------------------------------------------------------------------

@@ -39,6 +39,22 @@ TEST(Metafile, AdvancesAddUpToTheMeasuredWidth) {
     EXPECT_EQ(size.Height, 13);
 }
 
+TEST(Metafile, TextsThatFollowedEachOtherWereTakenForOneParagraph) {
+    const EmfFile file = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                             s.SetFont({"Arial", 12, false, 0});
+                             s.Text(10, 100, "0.1");
+                             s.Text(60, 100, "0.2");
+                             s.Text(30, 120, "Radius");
+                         }).File;
+    constexpr std::uint32_t text = 84; // EMR_EXTTEXTOUTW
+    int texts = 0;
+    for (std::size_t i = 0; i + 1 < file.Records.size(); ++i) {
+        texts += file.Records[i].Type == text ? 1 : 0;
+        EXPECT_FALSE(file.Records[i].Type == text && file.Records[i + 1].Type == text) << i;
+    }
+    EXPECT_EQ(texts, 3);
+}
+
 TEST(Metafile, AnglesAreBroughtIntoOneTurn) {
     const auto escapement = [](int angle) {
         const std::vector<EmfItem> items = DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
