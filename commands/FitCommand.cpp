@@ -1,10 +1,10 @@
 #include "commands/FitCommand.h"
 
-#include "commands/WithoutEffect.h"
 #include "fit/GNLLSQ.h"
 #include "fit/Undetermined.h"
 #include "fit/forms/FitMon.h"
 #include "fit/forms/GuessesDialog.h"
+#include "fit/forms/HoldForm.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Defaults.h"
@@ -203,7 +203,7 @@ void RunUnderMonitor() {
 
 void FitPrepared(const FitProgress* progress) {
     BuildParmScale();
-    OfferToHoldWithoutEffect();
+    if (HoldDialog() == HoldAnswer::Cancel) return;
     RememberOptions();
     Work.FitValid = Work.FitDone = 0;
     ResetFitFunction();

@@ -11,6 +11,7 @@
 #include "fit/equations/FreeMap.h"
 #include "fit/equations/NoiseWeights.h"
 #include "fit/forms/GetGuess.h"
+#include "fit/forms/HoldForm.h"
 #include "input/NUMINPUT.h"
 #include "models/ModelChoice.h"
 #include "models/forms/ConcForm.h"
@@ -73,6 +74,7 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
     std::optional<RuntimeError> jobError;
     Console.NewGuesses = job.Guesses;
     Console.ShowModal = [&](const std::string& form) {
+        if (form == HoldFormName) WriteConsole(ConsoleText(HoldForm.Note.Text));
         if (form != GetGuessName) return;
         try {
             TakeListedParms(job, listed);
@@ -131,6 +133,7 @@ void LeaveIncomplete(RunEnd& end, const char* message) {
 
 void FitAgain() {
     Console.ShowModal = [](const std::string& form) {
+        if (form == HoldFormName) WriteConsole(ConsoleText(HoldForm.Note.Text));
         if (form == GetGuessName) AssignFreePositions(FitChoices());
     };
     const FitProgress progress = BatchProgress();

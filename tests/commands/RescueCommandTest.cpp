@@ -1,10 +1,10 @@
 // What the fit command makes of a fit that did not end at a minimum.
 #include "commands/Analmenu.h"
 #include "commands/FitCommand.h"
-#include "commands/WithoutEffect.h"
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
 #include "fit/forms/GetGuess.h"
+#include "fit/forms/HoldForm.h"
 #include "models/SEDEQ3.h"
 #include "persistence/Defaults.h"
 #include "platform/Platform.h"
@@ -258,22 +258,26 @@ std::string LoadWithoutDimer(Script& script) {
     return "No point depends on " + Work.ParmName[2] + ". Hold it.";
 }
 
-TEST(WithoutEffect, AParameterThatNoPointDependsOnIsNamedBeforeTheFit) {
+TEST(BeforeTheFit, AParameterThatNoPointDependsOnIsNamed) {
     Script script;
     const std::string text = LoadWithoutDimer(script);
-    script.ExpectMessage(
-        {text + "\n\n" + HoldQuestion, "Quillon", BoxIcon::Warning, BoxButtons::YesNo, BoxAnswer::Yes},
-        BoxAnswer::No);
+    script.ExpectModal(HoldFormName, [&] {
+        EXPECT_EQ(HoldForm.Note.Text, text);
+        ASSERT_EQ(HoldForm.HoldCheck.size(), 1U);
+        EXPECT_EQ(HoldForm.HoldCheck[0].Text, Work.ParmName[2]);
+        EXPECT_EQ(HoldForm.HoldCheck[0].Value, 1);
+        HoldFormFitButton();
+    });
     script.ExpectMessage("Singular Matrix - Fit Aborted\n\n" + text);
     script.ExpectMessage(RescueQuestion, BoxAnswer::No);
     FitDataCommand();
     EXPECT_EQ(Work.FitDone, 0);
 }
 
-TEST(WithoutEffect, HeldOnRequestItLeavesTheOthersTheirFit) {
+TEST(BeforeTheFit, HeldOnRequestItLeavesTheOthersTheirFit) {
     Script script;
-    const std::string text = LoadWithoutDimer(script);
-    script.ExpectMessage(text + "\n\n" + HoldQuestion, BoxAnswer::Yes);
+    LoadWithoutDimer(script);
+    script.ExpectModal(HoldFormName, [] { HoldFormHoldButton(); });
     script.ExpectModal(ResultsName, [] {});
     const std::int16_t fitted =
         ToInt16(static_cast<long>(std::count_if(Work.FreeMap.begin(), Work.FreeMap.begin() + Work.NumParms,
@@ -285,6 +289,45 @@ TEST(WithoutEffect, HeldOnRequestItLeavesTheOthersTheirFit) {
     EXPECT_EQ(Work.NumFree, fitted - 1);
     for (long a = 0; a < Work.NumFree; ++a)
         EXPECT_EQ(Work.FreeMap[Work.FreeIndex[a]], a);
+}
+
+TEST(BeforeTheFit, CancelFitsNothingAndHoldsNothing) {
+    Script script;
+    LoadWithoutDimer(script);
+    script.ExpectModal(HoldFormName, [] { HoldFormCancelButton(); });
+    FitDataCommand();
+    EXPECT_EQ(Work.FitDone, 0);
+    EXPECT_GE(Work.FreeMap[2], 0);
+}
+
+// Three readings of one set, and four parameters.
+TEST(BeforeTheFit, PointsThatDoNotSufficeAreCountedAndAllParametersListed) {
+    Script script;
+    Load("Model02");
+    ASSERT_FALSE(LoadHoldForm());
+    Work.NumPts = ToInt16(static_cast<long>(Work.NumFree));
+    ASSERT_TRUE(LoadHoldForm());
+    const std::string count = std::to_string(Work.NumFree);
+    EXPECT_EQ(HoldForm.Note.Text.substr(0, HoldForm.Note.Text.find('\n')),
+              count + " points, " + count + " fitted parameters: hold at least 1.");
+    EXPECT_EQ(HoldForm.HoldCheck.size(), static_cast<std::size_t>(Work.NumFree));
+    for (Control& check : HoldForm.HoldCheck)
+        check.Value = 0;
+    HoldFormCheck(0);
+    EXPECT_FALSE(HoldForm.HoldButton.Enabled);
+    for (Control& check : HoldForm.HoldCheck)
+        check.Value = 1;
+    HoldFormCheck(0);
+    const Workspace before = Work;
+    script.ExpectMessage("There is nothing to do!  You must fit at least one parameter");
+    HoldFormHoldButton(); // nothing would be left to fit
+    EXPECT_TRUE(HoldForm.State.Shown);
+    EXPECT_TRUE(Work == before);
+    HoldForm.HoldCheck.back().Value = 0;
+    HoldFormHoldButton();
+    EXPECT_FALSE(HoldForm.State.Shown);
+    EXPECT_EQ(HoldForm.Answer, HoldAnswer::HoldAndFit);
+    EXPECT_EQ(Work.NumFree, 1);
 }
 
 } // namespace
