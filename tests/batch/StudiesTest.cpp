@@ -1,4 +1,8 @@
 // Studies behind the fit of a job: what is written, and what is refused.
+#include "batch/Studies.h"
+#include "batch/console/BatchPlatform.h"
+#include "batch/job/RunJob.h"
+#include "platform/Platform.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
@@ -8,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <csignal>
 
 namespace Quillon {
 namespace {
@@ -254,6 +259,41 @@ TEST(BatchResampling, RefusesWhatMakesNoSense) {
     EXPECT_EQ(RunInside({job, "--draws", "d.csv"}).Status, 1);
     EXPECT_EQ(RunInside({StudyJob(script, "[resampling]\nlevel = 1\n")}).Status, 1);
     EXPECT_EQ(RunInside({StudyJob(script, "[resampling]\nkind = some\n")}).Status, 1);
+}
+
+// Ctrl-C behind the second fit of each study: the fit stands, and nothing of the study is written.
+TEST(BatchStudies, AnInterruptLeavesTheFitAndNoHalfOfAStudy) {
+    Script script;
+    const std::string path = StudyJob(script, "[compare]\nmodels = 1, 2, 3\n");
+    const std::vector<std::pair<std::vector<std::string>, std::string>> studies{
+        {{"--compare", "c.csv"}, "The comparison was cancelled"},
+        {{"--profile", "2=p.csv"}, "The profile was cancelled"},
+        {{"--profile", "0,2=m.csv"}, "The profile was cancelled"},
+        {{"--resample", "20"}, "The resampling was cancelled"}};
+    for (const auto& [given, message] : studies) {
+        InstallBatchPlatform();
+        Console.WriteLine = [](const std::string&) {};
+        WatchInterrupt();
+        const Job job = ParseJob(ReadWholeFile(path), path);
+        RunEnd end = RunJob(job);
+        ASSERT_TRUE(end.Converged) << end.Message;
+        const Workspace fit = Work;
+        Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
+            for (long number = 0; number < count; ++number) {
+                if (number == 2) std::raise(SIGINT);
+                piece(number);
+                watch(number + 1);
+            }
+        };
+        std::vector<std::string> arguments{path};
+        arguments.insert(arguments.end(), given.begin(), given.end());
+        RunStudies(ParseOptions(arguments), &job, end);
+        EXPECT_FALSE(end.Complete) << message;
+        EXPECT_EQ(end.Message, message);
+        EXPECT_FALSE(end.Studies.Compared || end.Studies.Resampled) << message;
+        EXPECT_TRUE(end.Studies.Profiles.empty()) << message;
+        EXPECT_TRUE(Work == fit) << message;
+    }
 }
 
 } // namespace

@@ -45,6 +45,23 @@ struct Rows : ScanTest {
     using Names = std::vector<std::string>;
 };
 
+// A fit that is opened months later: its scans are read again, and one has been edited meanwhile.
+TEST_F(Rows, AFileThatHasChangedSinceItWasReadIsTold) {
+    const std::string name = "00001.RA1";
+    Adopt(1, name);
+    const std::string first = Work.ScanSha256[1];
+    const std::string path = script.Directory() + "/" + name;
+    EXPECT_EQ(AdoptScan(path, RowNo(1)).Remark, "") << "the same bytes";
+    EXPECT_EQ(Work.ScanSha256[1], first);
+    script.MakeFile(name, ScanText({"6.00 0.100", "6.01 0.101", "6.02 0.102"}));
+    const ScanReadResult again = AdoptScan(path, RowNo(1));
+    EXPECT_NE(again.Remark.find("the file has changed since this analysis read it: its SHA-256 was " +
+                                first.substr(0, 12)),
+              std::string::npos)
+        << again.Remark;
+    EXPECT_NE(Work.ScanSha256[1], first);
+}
+
 TEST_F(Rows, AMovedRowTakesAllItHasAndIsStillTheOneThatOthersName) {
     for (long row = 1; row <= 4; ++row)
         Adopt(row, "0000" + std::to_string(row) + ".RA1");
