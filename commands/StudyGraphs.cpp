@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "studies/StudyForm.h"
 #include "studies/StudyKinds.h"
+#include "studies/methods/ResamplingLines.h"
 
 #include <cmath>
 
@@ -89,12 +90,9 @@ bool MakeGraphOf(const Resampling& resampling, std::size_t quantity) {
     const bool derived = quantity >= parameters;
     const Spread& spread =
         derived ? resampling.DerivedSpreads[quantity - parameters] : resampling.Spreads[quantity];
-    if (derived) {
-        const DerivedQuantity& of = resampling.Derived[quantity - parameters];
-        histogram.Quantity = of.Name + ", " + of.Quantity + (of.Unit.empty() ? "" : "  (" + of.Unit + ")");
-    } else {
-        histogram.Quantity = ParmCaption(SlotNo(resampling.Slots[quantity]));
-    }
+    histogram.Quantity = derived ? QuantityCaption(resampling.Derived[quantity - parameters])
+                                 : ParmCaption(SlotNo(resampling.Slots[quantity]));
+    histogram.Level = FormatNumber(resampling.Choice.Level, "#0.0%");
     histogram.Lower = spread.Lower;
     histogram.Upper = spread.Upper;
     return MakeHistogramGraph(histogram);

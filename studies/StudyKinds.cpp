@@ -151,16 +151,18 @@ std::string ProbabilityText(const std::optional<double>& p) {
 }
 
 void ShowCompare() {
-    StudyForm.Columns = {"Model",   "Name", "Fitted", "Sum of Squares", "RMS Residual", "Runs Z",
-                         "Against", "F",    "p",      "Delta AICc",     "Delta BIC",    "Weight"};
+    StudyForm.Columns = {"Model",        "Name",      "Fitted",  "D.F.", "Sum of Squares",
+                         "RMS Residual", "Runs Z",    "Against", "F",    "p",
+                         "Delta AICc",   "Delta BIC", "Weight",  "Notes"};
     for (const ComparedModel& row : Compared.Rows) {
         const auto fit = [&](const std::string& text) { return row.HasFit ? text : std::string(); };
         StudyForm.Rows.push_back(
             {VariantText(row.Variant) + (row.IsOwn ? " (yours)" : ""), ModelReportName(row.Variant.Model),
-             fit(std::to_string(row.Free)), fit(FormatNumber(row.SumSq, "0.000000E-##")),
-             fit(FormatNumber(row.Rms, "0.0000E-##")), Number(row.RunsZ, "#0.00"), row.Reference,
-             Number(row.F, "#0.00"), ProbabilityText(row.P), Number(row.DeltaAicc, "#0.00"),
-             Number(row.DeltaBic, "#0.00"), Number(row.Weight, "0.0000")});
+             fit(std::to_string(row.Free)), fit(std::to_string(row.Freedom)),
+             fit(FormatNumber(row.SumSq, "0.000000E-##")), fit(FormatNumber(row.Rms, "0.0000E-##")),
+             Number(row.RunsZ, "#0.00"), row.Reference, Number(row.F, "#0.00"), ProbabilityText(row.P),
+             Number(row.DeltaAicc, "#0.00"), Number(row.DeltaBic, "#0.00"), Number(row.Weight, "0.0000"),
+             row.Notes});
     }
     StudyForm.Progress.Text = Compared.Complete ? EndOfComparison() : "Stopped before the end.";
 }
@@ -247,7 +249,7 @@ std::string SumText(double sum) {
 
 void ShowMap() {
     StudyForm.Columns = {ParmCaption(SlotNo(Mapped.Slots[0])), ParmCaption(SlotNo(Mapped.Slots[1])),
-                         "Sum of Squares", "Ratio", ""};
+                         "Sum of Squares", "Ratio", "Notes"};
     for (std::size_t i = 0; i < Mapped.Values[0].size() && Mapped.Complete; ++i)
         for (std::size_t j = 0; j < Mapped.Values[1].size(); ++j) {
             const ProfilePoint& point = Mapped.At(i, j);
@@ -269,7 +271,7 @@ std::string LimitsText(const Profile& profile, const ProfileLimits& limits) {
 
 void ShowProfile() {
     if (IsMap) return ShowMap();
-    StudyForm.Columns = {ParmCaption(SlotNo(Profiled.Slot)), "Sum of Squares", "Ratio", ""};
+    StudyForm.Columns = {ParmCaption(SlotNo(Profiled.Slot)), "Sum of Squares", "Ratio", "Notes"};
     for (const ProfilePoint& point : Profiled.Points)
         StudyForm.Rows.push_back({SpreadText(SlotNo(Profiled.Slot), point.Value), SumText(point.SumSq),
                                   RatioText(point.Ratio), point.Converged ? "" : "not converged"});
@@ -346,10 +348,6 @@ std::vector<std::string> SpreadRow(const std::string& name, const Spread& spread
             show(spread.Upper)};
 }
 
-std::string PlainText(double value) {
-    return std::isfinite(value) ? FormatNumber(value, "0.0000E-##") : "";
-}
-
 void ShowResample() {
     StudyForm.Columns = {"Quantity", "Mean", "S.D.", "Median", "Lower", "Upper"};
     for (std::size_t a = 0; a < Resampled.Spreads.size(); ++a)
@@ -358,9 +356,8 @@ void ShowResample() {
                       [&](double value) { return SpreadText(SlotNo(Resampled.Slots[a]), value); }));
     for (std::size_t i = 0; i < Resampled.DerivedSpreads.size(); ++i) {
         const DerivedQuantity& quantity = Resampled.Derived[i];
-        const std::string unit = quantity.Unit.empty() ? "" : "  (" + quantity.Unit + ")";
-        StudyForm.Rows.push_back(SpreadRow(quantity.Name + ", " + quantity.Quantity + unit,
-                                           Resampled.DerivedSpreads[i], PlainText));
+        StudyForm.Rows.push_back(SpreadRow(QuantityCaption(quantity), Resampled.DerivedSpreads[i],
+                                           [&](double value) { return QuantityText(quantity, value); }));
     }
     StudyForm.Progress.Text =
         ResamplingHead(Resampled) + (Resampled.Complete ? "." : ". Stopped before the end.");

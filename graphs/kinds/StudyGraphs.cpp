@@ -40,14 +40,6 @@ void Cover(GraphAxis& axis, double low, double high) {
     axis.TicInterval = static_cast<float>(step);
 }
 
-GraphMark UprightAt(double x) {
-    constexpr std::int16_t upTheScale = 3;
-    GraphMark mark;
-    mark.Kind = upTheScale;
-    mark.X1 = static_cast<float>(x);
-    return mark;
-}
-
 // One series from points, x and y by turns.
 void Fill(SetTable& x, SetTable& y, long series, long point, double atX, double atY) {
     x(point, series) = static_cast<float>(atX);
@@ -230,8 +222,9 @@ HistogramBars BarsOf(const std::vector<double>& values) {
 
 bool MakeHistogramGraph(const Histogram& histogram) {
     const HistogramBars bars = BarsOf(histogram.Values);
-    const long corners = 4 * std::ssize(bars.Counts);
-    SetTable x(corners, 1), y(corners, 1);
+    const long corners = std::max(4 * std::ssize(bars.Counts), 5L);
+    SetTable x(corners, 2), y(corners, 2);
+    const auto highest = static_cast<double>(*std::max_element(bars.Counts.begin(), bars.Counts.end()));
     long point = 0;
     for (std::size_t i = 0; i < bars.Counts.size(); ++i) {
         const auto height = static_cast<double>(bars.Counts[i]);
@@ -241,9 +234,14 @@ bool MakeHistogramGraph(const Histogram& histogram) {
         Fill(x, y, 1, ++point, bars.Edges[i + 1], 0.0);
     }
     GraphSpec spec = StartStudy(histogram.Quantity, "Fits");
+    for (const double limit : {histogram.Lower, histogram.Upper}) {
+        const long first = limit == histogram.Lower ? 1 : 4; // a point between them is missing
+        Fill(x, y, 2, first, limit, 0.0);
+        Fill(x, y, 2, first + 1, limit, highest);
+    }
     Cover(spec.AxisX1, bars.Edges.front(), bars.Edges.back());
-    return HandOver(spec, x, y, {histogram.Quantity}, {},
-                    {UprightAt(histogram.Lower), UprightAt(histogram.Upper)});
+    Cover(spec.AxisY1, 0.0, highest);
+    return HandOver(spec, x, y, {histogram.Quantity, histogram.Level}, {}, {});
 }
 
 std::vector<ContourPiece> ContourPieces(const ContourMap& map, double level) {

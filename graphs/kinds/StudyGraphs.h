@@ -18,13 +18,15 @@ struct ProfileCurve {
 };
 bool MakeProfileGraph(const ProfileCurve& curve);
 
-// How often a quantity came to lie where, as a line around the bars; lines at the limits. The bars are
+// How often a quantity came to lie where, as a line around the bars; lines at the limits, of a set of their
+// own, so that they have another colour. The bars are
 // 2 (q3 - q1) / cbrt(n) wide with the quartiles q1 and q3 (D. Freedman and P. Diaconis, Zeitschrift fuer
 // Wahrscheinlichkeitstheorie 57 (1981) 453), at least 5 and at most 60 of them.
 struct Histogram {
     std::string Quantity;
     std::vector<double> Values; // in any order, at least one
     double Lower = 0.0, Upper = 0.0;
+    std::string Level; // what lies between them, for the legend: "95.0%"
 };
 bool MakeHistogramGraph(const Histogram& histogram);
 

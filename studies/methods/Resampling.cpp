@@ -184,6 +184,19 @@ void Summarise(Resampling& result) {
     result.Correlations = CorrelationsOf(columns, result.Spreads);
 }
 
+// The errors of the limits as shares of the standard deviation, in root mean square: one limit by itself is
+// known too badly for its own error to say much.
+double LimitsKnownTo(const std::vector<Spread>& spreads) {
+    double squares = 0.0, limits = 0.0;
+    for (const Spread& spread : spreads)
+        if (spread.Sd > 0.0) {
+            for (const double error : {spread.LowerError, spread.UpperError})
+                squares += error * error / (spread.Sd * spread.Sd);
+            limits += 2.0;
+        }
+    return limits > 0.0 ? std::sqrt(squares / limits) : 0.0;
+}
+
 } // namespace
 
 bool CanResample() {
@@ -260,19 +273,16 @@ std::optional<std::size_t> PlaceOfQuantity(const Resampling& resampling, long sl
 }
 
 std::string QuantileText(const Resampling& resampling) {
-    double worst = 0.0;
-    for (const Spread& spread : resampling.Spreads)
-        if (spread.Sd > 0.0)
-            worst = std::max(worst, std::max(spread.LowerError, spread.UpperError) / spread.Sd);
     if (resampling.Spreads.empty()) return "";
+    const double known = LimitsKnownTo(resampling.Spreads);
     const auto fits = static_cast<double>(resampling.Ended - resampling.Failed);
     constexpr double FewestBeyond = 5.0;
     if (fits * (1.0 - resampling.Choice.Level) / 2.0 < FewestBeyond)
         return "Fewer than five fits lie beyond each limit: the limits are no more than a hint. Run more.";
     std::string text =
-        "The limits are known to " + FormatNumber(worst, "#0%") + " of the standard deviation.";
+        "The limits are known to " + FormatNumber(known, "#0%") + " of the standard deviation.";
     constexpr double Enough = 0.15;
-    if (worst > Enough) text += " Four times as many fits halve that.";
+    if (known > Enough) text += " Four times as many fits halve that.";
     return text;
 }
 

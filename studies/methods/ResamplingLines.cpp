@@ -25,14 +25,17 @@ template <class Show> std::string SpreadLine(const std::string& name, const Spre
            show(spread.Lower) + ", " + show(spread.Upper) + " ], s.d. " + FormatNumber(spread.Sd, "#.##E+##");
 }
 
-std::string PlainText(double value) {
-    return std::isfinite(value) ? FormatNumber(value, "#.####E+##") : "-";
-}
+// What results call a quantity, and what readers do.
+struct QuantityName {
+    const char *Name, *Shown, *Picture;
+};
+constexpr QuantityName QuantityNames[] = {
+    {"log10_k", "log10 K", "#0.0000"}, {"kd", "Kd", "#.####E+##"}, {"delta_g_kj", "Delta G", "#0.000"}};
 
-// "Ln K(1>N), kd (mol/L)"
-std::string DerivedName(const DerivedQuantity& quantity) {
-    const std::string unit = quantity.Unit.empty() ? "" : " (" + quantity.Unit + ")";
-    return quantity.Name + ", " + quantity.Quantity + unit;
+const QuantityName& NameOf(const DerivedQuantity& quantity) {
+    for (const QuantityName& name : QuantityNames)
+        if (quantity.Quantity == name.Name) return name;
+    return QuantityNames[0];
 }
 
 } // namespace
@@ -69,8 +72,18 @@ TextTable ResamplingTable(const Resampling& resampling) {
         add(ParmCaption(SlotNo(resampling.Slots[a])), resampling.Spreads[a],
             [&](double value) { return SpreadText(SlotNo(resampling.Slots[a]), value); });
     for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i)
-        add(DerivedName(resampling.Derived[i]), resampling.DerivedSpreads[i], PlainText);
+        add(QuantityCaption(resampling.Derived[i]), resampling.DerivedSpreads[i],
+            [&](double value) { return QuantityText(resampling.Derived[i], value); });
     return table;
+}
+
+std::string QuantityCaption(const DerivedQuantity& quantity) {
+    const std::string unit = quantity.Unit.empty() ? "" : "  (" + quantity.Unit + ")";
+    return quantity.Name + ": " + NameOf(quantity).Shown + unit;
+}
+
+std::string QuantityText(const DerivedQuantity& quantity, double value) {
+    return std::isfinite(value) ? FormatNumber(value, NameOf(quantity).Picture) : "-";
 }
 
 std::vector<std::string> ResamplingLines(const Resampling& resampling) {
@@ -82,8 +95,8 @@ std::vector<std::string> ResamplingLines(const Resampling& resampling) {
             SpreadLine(ParmCaption(SlotNo(resampling.Slots[a])), resampling.Spreads[a],
                        [&](double value) { return SpreadText(SlotNo(resampling.Slots[a]), value); }));
     for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i) {
-        lines.push_back(
-            SpreadLine(DerivedName(resampling.Derived[i]), resampling.DerivedSpreads[i], PlainText));
+        lines.push_back(SpreadLine(QuantityCaption(resampling.Derived[i]), resampling.DerivedSpreads[i],
+                                   [&](double value) { return QuantityText(resampling.Derived[i], value); }));
     }
     if (const std::string known = QuantileText(resampling); !known.empty()) lines.push_back("  " + known);
     return lines;

@@ -23,6 +23,10 @@ std::string SpreadText(SlotNo slot, double displayed);
 // The same as a table for documents: a row for each parameter and each derived quantity.
 TextTable ResamplingTable(const Resampling& resampling);
 
+// A derived quantity and its value as they are shown: "Ln K(1>N): Kd  (mol/L)", "6.158E-6".
+std::string QuantityCaption(const DerivedQuantity& quantity);
+std::string QuantityText(const DerivedQuantity& quantity, double value);
+
 // The whole: the head, a line for each parameter and each derived quantity with its limits, how well these
 // are known.
 std::vector<std::string> ResamplingLines(const Resampling& resampling);

@@ -6,7 +6,9 @@
 #include "commands/export/ReportPreview.h"
 #include "fit/forms/NoiseForm.h"
 #include "forms/shell/Binding.h"
+#include "graphs/FigureForm.h"
 #include "reporting/Results.h"
+#include "studies/StudyForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -57,6 +59,38 @@ TEST_F(PaperByMouse, TablesJobCurveAndDocument) {
     const std::string html = ReadWholeFile(In("report.html"));
     EXPECT_NE(html.find("<svg"), std::string::npos);
     EXPECT_NE(html.find("Delta G"), std::string::npos);
+}
+
+TEST_F(PaperByMouse, ComparisonResamplingAndFigure) {
+    const Workspace own = Work;
+    player.Expect(StudyFormName, [] {
+        Player::TabTo(StudyForm.Inputs[0].Box);
+        Player::Type("1, 2");
+        Player::Click(StudyForm.RunButton);
+        ASSERT_EQ(StudyForm.Rows.size(), 2U);
+        EXPECT_EQ(StudyForm.Rows[1][0], "2 (yours)");
+        Player::Click(StudyForm.CloseButton);
+    });
+    player.ClickMenu("CompareModels");
+    player.Expect(StudyFormName, [] {
+        Player::TabTo(StudyForm.Inputs[0].Box);
+        Player::Type("20");
+        Player::Click(StudyForm.RunButton);
+        EXPECT_NE(StudyForm.Progress.Text.find("20 fits to resampled data"), std::string::npos)
+            << StudyForm.Progress.Text;
+        EXPECT_FALSE(StudyForm.Rows.empty());
+        Player::Click(StudyForm.CloseButton);
+    });
+    player.ClickMenu("ResampleFit");
+    EXPECT_TRUE(Work.Parms == own.Parms);
+    player.Expect(FigureFormName, [&] {
+        Player::Click(FigureForm.OneColumnOption);
+        player.GiveFile(In("figure.svg"));
+        Player::Click(FigureForm.SaveButton);
+        Player::Click(FigureForm.CloseButton);
+    });
+    player.ClickMenu("GraphFigure");
+    EXPECT_NE(ReadWholeFile(In("figure.svg")).find("<svg"), std::string::npos);
 }
 
 TEST_F(PaperByMouse, WeightsFromTheFit) {

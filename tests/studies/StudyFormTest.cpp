@@ -102,8 +102,8 @@ TEST(StudyForm, AProbabilityIsNeverShownAsNothing) {
     StudyForm.Inputs[0].Box.Text = "1, 2";
     StudyFormRunButton();
     for (const std::vector<std::string>& row : StudyForm.Rows)
-        EXPECT_TRUE(row[8].empty() || row[8] == "< 1E-300" || row[8].find("E-") != std::string::npos)
-            << row[8];
+        EXPECT_TRUE(row[9].empty() || row[9] == "< 1E-300" || row[9].find("E-") != std::string::npos)
+            << row[9];
 }
 
 TEST(StudyForm, ProfilesTheChosenParameterWithItsLimits) {
