@@ -52,9 +52,9 @@ QWidget* SmallGraph() {
     box->setMinimumSize(440, 280);
     box->DrawOnce([] {
         if (Work.OverlayPlot)
-            MakeFitGraph(FitGraph::Overlay, 0, {});
+            MakeFitGraph(FitGraph::Overlay, AllSets, {});
         else
-            MakeResidualGraph(ResidualAxis::X, 0);
+            MakeResidualGraph(ResidualAxis::X, AllSets);
     });
     return box;
 }

@@ -62,10 +62,10 @@ struct Figure {
 std::vector<CellGraphs> BuildCells(const FigureChoice& choice) {
     std::vector<CellGraphs> cells;
     if (!choice.PanelPerSet || choice.Set > 0) {
-        cells.push_back(BuildCell(choice.Set));
+        cells.push_back(BuildCell(SetNo(choice.Set)));
         return cells;
     }
-    for (long set = 1; set <= Work.NumSets; ++set)
+    for (const SetNo set : EachSet())
         cells.push_back(BuildCell(set));
     return cells;
 }
@@ -74,12 +74,12 @@ PartText UpperText(const Figure& figure, std::size_t place) {
     PartText text;
     if (figure.Plan.Cells[place].TitleLeft) text.Left = Work.DataTypeName;
     if (figure.Texts.Heads == 0) return text;
-    const long set = figure.Cells[place].Set;
+    const SetNo set = figure.Cells[place].Set;
     if (figure.Texts.Heads == 1) {
         text.Head1 = FigureName(set) + ", " + FigureRms(set);
     } else {
-        text.Head1 = PlainName(SetNo(set)) + NumberText(SetNo(set));
-        text.Head2 = Speed(SetNo(set)) + ", " + FigureRms(set);
+        text.Head1 = PlainName(set) + NumberText(set);
+        text.Head2 = Speed(set) + ", " + FigureRms(set);
     }
     return text;
 }
@@ -97,9 +97,9 @@ void PlaceLegendBox(const Figure& figure) {
     legend.Where = figure.Texts.LegendBeside ? LegendPlaces::Right : LegendPlaces::Below;
     legend.AutoPlace = Nowhere;
     legend.Box = figure.Paper.Box(place);
-    const SetRange sets = SetsOf(figure.Choice.Set);
+    const SetRange sets = SetsOf(SetNo(figure.Choice.Set));
     for (const SetNo set : sets) // of data and curve the first one names both
-        Chart.SetNames[2 * PlaceIn(sets, set) - 1] = FigureName(set.Number) + ", " + FigureRms(set.Number);
+        Chart.SetNames[2 * PlaceIn(sets, set) - 1] = FigureName(set) + ", " + FigureRms(set);
 }
 
 // Lays the lower graph of a cell out, and the upper one over its scale of X; each is then shown by what is
@@ -244,13 +244,12 @@ bool IsFigureEnding(const std::string& ending) {
     return ending == "svg" || ending == "pdf" || ending == "png" || ending == "emf";
 }
 
-std::string FigureName(long number) {
-    const SetNo set(number);
+std::string FigureName(SetNo set) {
     return PlainName(set) + ", " + Speed(set) + NumberText(set);
 }
 
-std::string FigureRms(long set) {
-    const double rms = RmsOfSet(SetNo(set));
+std::string FigureRms(SetNo set) {
+    const double rms = RmsOfSet(set);
     const bool plain = rms == 0.0 || (rms >= 0.001 && rms < 1000.0);
     return "rms " + (plain ? TwoDigits(rms) : FormatNumber(rms, "0.0E-##"));
 }

@@ -5,6 +5,7 @@
 
 #include "graphs/FigurePlan.h"
 #include "platform/PictureFile.h"
+#include "workspace/records/Counts.h"
 
 #include <functional>
 #include <string>
@@ -23,10 +24,10 @@ inline constexpr double FigureDots = 600.0;
 
 // What the legend and the heads of panels call a data set: the name of its file, the channel where one was
 // chosen, the speed, and the set's number where all of these occur twice: "00012.RA1 Ch B, 12000 rpm".
-std::string FigureName(long set);
+std::string FigureName(SetNo set);
 
 // The root mean square of a set's residuals with two digits: "rms 0.0042".
-std::string FigureRms(long set);
+std::string FigureRms(SetNo set);
 
 // The figure of the fit in the workspace as the bytes of a picture. The graph at hand, its window and the
 // settings are afterwards what they were. A size that does not do, a data set that the fit does not have, or

@@ -104,7 +104,7 @@ FigureScope::~FigureScope() {
     Work.SpreadResiduals = FormerSpread;
 }
 
-CellGraphs BuildCell(long set) {
+CellGraphs BuildCell(SetNo set) {
     CellGraphs cell{set, {}, {}};
     Require(MakeFitGraph(FitGraph::Overlay, set, {}));
     Chart.Spec.AxisX1.TicMode = TicModes::MarksOnly;

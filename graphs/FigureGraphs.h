@@ -5,6 +5,7 @@
 #include "chart/CHART.h"
 #include "chart/records/Kept.h"
 #include "graphs/FigurePlan.h"
+#include "graphs/kinds/AllSets.h"
 #include "platform/PictureFile.h"
 
 #include <string>
@@ -45,12 +46,12 @@ private:
 
 // The graphs of a cell before they have their places.
 struct CellGraphs {
-    long Set{}; // 0 all of them
+    SetNo Set = AllSets;
     ChartModule Upper, Lower;
 };
 
-// The overlay and the residuals of a set, or of all with 0. A graph that the chart refuses is a RuntimeError.
-CellGraphs BuildCell(long set);
+// The overlay and the residuals of a set, or of AllSets. A graph that the chart refuses is a RuntimeError.
+CellGraphs BuildCell(SetNo set);
 
 // What a graph shows beside its axes.
 struct PartText {

@@ -180,13 +180,13 @@ ChartModule Built(long columns, const char* left, bool (*make)()) {
 }
 
 bool MakeOverlay() {
-    return MakeFitGraph(FitGraph::Overlay, 0, {});
+    return MakeFitGraph(FitGraph::Overlay, AllSets, {});
 }
 bool MakeData() {
-    return MakeFitGraph(FitGraph::Data, 0, {});
+    return MakeFitGraph(FitGraph::Data, AllSets, {});
 }
 bool MakeResiduals() {
-    return MakeResidualGraph(ResidualAxis::X, 0);
+    return MakeResidualGraph(ResidualAxis::X, AllSets);
 }
 
 void BuildGraphs() {
@@ -210,9 +210,9 @@ std::string NoteOf(SetNo set) {
 void FillLegend() {
     GraphPair.Legend.clear();
     for (const SetNo set : EachSet()) {
-        const std::string rms = GraphPair.HasResiduals ? ", " + FigureRms(set.Number) : "";
+        const std::string rms = GraphPair.HasResiduals ? ", " + FigureRms(set) : "";
         const bool leftOut = IsLeftOut(set);
-        Control entry = Captioned(FigureName(set.Number));
+        Control entry = Captioned(FigureName(set));
         entry.Value = leftOut ? 0 : 1;
         entry.ToolTip = Work.SetLabel[set] + ", " + PointsText(set) + rms + NoteOf(set) +
                         (leftOut ? ". A click shows it." : ". A click hides it.");
@@ -432,7 +432,7 @@ std::string PairPointText(const PairPoint& point) {
     if (point.Set == NoSet) return "";
     const RowNo row = RowOf(point.Set);
     const long place = point.Point - FirstPointOf(point.Set);
-    std::string text = FigureName(point.Set.Number) + "\n";
+    std::string text = FigureName(point.Set) + "\n";
     text +=
         Told("radius", static_cast<double>(Work.ScanRadius[row][Work.FitRange[0][row] + place]), "0.0000");
     text += " cm, " + Told("signal", static_cast<double>(Work.PtY[point.Point]), "0.0000");

@@ -38,18 +38,22 @@ struct GraphKind {
 };
 
 constexpr GraphKind Kinds[] = {
-    {"data", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Data, o.Set, {}); }},
-    {"function", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Function, o.Set, {}); }},
-    {"overlay", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Overlay, o.Set, {}); }},
-    {"residuals", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::X, o.Set); }},
-    {"residuals-y", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::Fitted, o.Set); }},
-    {"residuals-r", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::Radius, o.Set); }},
-    {"species", [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Concentration, o.Set); }},
+    {"data", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Data, SetNo(o.Set), {}); }},
+    {"function", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Function, SetNo(o.Set), {}); }},
+    {"overlay", [](const GraphOption& o) { return MakeFitGraph(FitGraph::Overlay, SetNo(o.Set), {}); }},
+    {"residuals", [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::X, SetNo(o.Set)); }},
+    {"residuals-y",
+     [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::Fitted, SetNo(o.Set)); }},
+    {"residuals-r",
+     [](const GraphOption& o) { return MakeResidualGraph(ResidualAxis::Radius, SetNo(o.Set)); }},
+    {"species",
+     [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Concentration, SetNo(o.Set)); }},
     {"species-fraction",
-     [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Fraction, o.Set); }},
+     [](const GraphOption& o) { return MakeSpeciesGraph(SpeciesGraph::Fraction, SetNo(o.Set)); }},
     {"speciation", [](const GraphOption&) { return MakeSpeciationGraph(); }},
-    {"mass-c", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Concentration, o.Set, o.Mass); }},
-    {"mass-r", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Radius, o.Set, o.Mass); }}};
+    {"mass-c",
+     [](const GraphOption& o) { return MakeMassGraph(MassAxis::Concentration, SetNo(o.Set), o.Mass); }},
+    {"mass-r", [](const GraphOption& o) { return MakeMassGraph(MassAxis::Radius, SetNo(o.Set), o.Mass); }}};
 
 [[noreturn]] void FailGraph(const GraphOption& option, const std::string& reason) {
     RaiseError("--graph " + GraphName(option) + "=" + option.Path + ": " + reason);

@@ -58,7 +58,7 @@ void MakeReportGraph(const DrawingSurface& page, bool overlay) {
     Seams.KeepsPicture = 0;
     SetScreenSurface(WithoutInk(page));
     const bool made =
-        overlay ? MakeFitGraph(FitGraph::Overlay, 0, {}) : MakeResidualGraph(ResidualAxis::X, 0);
+        overlay ? MakeFitGraph(FitGraph::Overlay, AllSets, {}) : MakeResidualGraph(ResidualAxis::X, AllSets);
     if (!made) RaiseError("the graph has no room");
 }
 

@@ -38,18 +38,18 @@ GraphSpec StartFitGraph(FitGraph kind, const GraphLimits& limits) {
     return spec;
 }
 
-void Show(FitGraph kind, long set) {
+void Show(FitGraph kind, SetNo set) {
     if (MakeFitGraph(kind, set, {})) ShowCharts();
 }
 
 void ShowPicked(FitGraph kind) {
-    const long set = PickSet();
-    if (set > 0) Show(kind, set);
+    const SetNo set = PickSet();
+    if (set != NoSet) Show(kind, set);
 }
 
 } // namespace
 
-bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
+bool MakeFitGraph(FitGraph kind, SetNo set, const GraphLimits& limits) {
     GraphSpec spec = StartFitGraph(kind, limits);
     const SetRange sets = SetsOf(set);
     const bool overlay = kind == FitGraph::Overlay;
@@ -80,17 +80,17 @@ bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits) {
 void BuildFitGraph(int mode, bool xLog, bool yLog, float xMin, float xMax, float yMin, float yMax,
                    int xDecimals, int yDecimals) {
     const GraphLimits limits{xLog, yLog, xMin, xMax, yMin, yMax, xDecimals, yDecimals};
-    if (MakeFitGraph(mode == 1 ? FitGraph::Overlay : FitGraph::Function, 0, limits)) ShowCharts();
+    if (MakeFitGraph(mode == 1 ? FitGraph::Overlay : FitGraph::Function, AllSets, limits)) ShowCharts();
 }
 
 void GraphData() {
-    Show(FitGraph::Data, 0);
+    Show(FitGraph::Data, AllSets);
 }
 void GraphFunc() {
-    Show(FitGraph::Function, 0);
+    Show(FitGraph::Function, AllSets);
 }
 void GraphOverlay() {
-    Show(FitGraph::Overlay, 0);
+    Show(FitGraph::Overlay, AllSets);
 }
 void GraphFuncSet() {
     ShowPicked(FitGraph::Function);

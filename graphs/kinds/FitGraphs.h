@@ -2,7 +2,9 @@
 // What the analysis hands to the chart engine: data, fitted function and both together.
 //
 // A builder fills the chart from the flat vectors of the fit and shows the window "Charts". Pseudo-points of
-// constraints never appear. set 0 stands for all sets of the fit.
+// constraints never appear.
+
+#include "graphs/kinds/AllSets.h"
 
 #include <cstdint>
 
@@ -18,8 +20,9 @@ struct GraphLimits {
     int XDecimals = 0, YDecimals = 0;
 };
 
-// Builds the graph without showing its window; false when the chart refused it (Chart.GraphStatus).
-bool MakeFitGraph(FitGraph kind, long set, const GraphLimits& limits);
+// Builds the graph of one set, or of AllSets, without showing its window; false when the chart refused it
+// (Chart.GraphStatus).
+bool MakeFitGraph(FitGraph kind, SetNo set, const GraphLimits& limits);
 
 // The overlay (mode 1) or the fitted function (any other mode) of all sets, shown.
 void BuildFitGraph(int mode, bool xLog, bool yLog, float xMin, float xMax, float yMin, float yMax,

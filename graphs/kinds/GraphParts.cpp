@@ -41,8 +41,8 @@ void CopyOppositeAxes(GraphSpec& spec) {
     copy(spec.AxisY2, spec.AxisY1);
 }
 
-SetRange SetsOf(long set) {
-    if (set > 0) return {SetNo(set), SetNo(set)};
+SetRange SetsOf(SetNo set) {
+    if (set != AllSets) return {set, set};
     return EachSet();
 }
 

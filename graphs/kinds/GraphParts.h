@@ -3,7 +3,7 @@
 
 #include "chart/CHART.h"
 #include "chart/records/SetLooks.h"
-#include "workspace/records/Counts.h"
+#include "graphs/kinds/AllSets.h"
 
 #include <cstddef>
 #include <string>
@@ -22,9 +22,9 @@ void ImposeScale(GraphAxis& axis, bool log, float low, float high, int decimals)
 // The second axis of each pair repeats the first without labels.
 void CopyOppositeAxes(GraphSpec& spec);
 
-// The sets that a graph shows: the one, or all (0).
+// The sets that a graph shows: the one, or those of AllSets.
 using SetRange = OrdinalRange<SetKind>;
-SetRange SetsOf(long set);
+SetRange SetsOf(SetNo set);
 
 // How many sets these are, and the place of one among them, from 1.
 inline long PlaceIn(const SetRange& sets, SetNo set) {

@@ -144,10 +144,10 @@ struct MassSeries {
     long LeftOut = 0;
 };
 
-MassSeries CollectCurves(MassAxis axis, long set, const MassChoice& choice) {
+MassSeries CollectCurves(MassAxis axis, SetNo set, const MassChoice& choice) {
     MassSeries series;
     for (const SetNo k : SetsOf(set)) {
-        series.Curves.push_back(ApparentMasses(axis, k.Number, choice));
+        series.Curves.push_back(ApparentMasses(axis, k, choice));
         series.Longest = std::max(series.Longest, series.Curves.back().X.size());
         series.LeftOut += series.Curves.back().LeftOut;
     }
@@ -155,8 +155,8 @@ MassSeries CollectCurves(MassAxis axis, long set, const MassChoice& choice) {
     if (series.LeftOut > 0)
         RaiseError("no window has only positive signals; a smaller window or another zero offset may help");
     const std::string window = std::to_string(choice.Points);
-    if (set == 0) RaiseError("no data set has " + window + " points, the length of the window");
-    RaiseError("data set " + std::to_string(set) + " has " + std::to_string(TruePointsOf(SetNo(set))) +
+    if (set == AllSets) RaiseError("no data set has " + window + " points, the length of the window");
+    RaiseError("data set " + std::to_string(set.Number) + " has " + std::to_string(TruePointsOf(set)) +
                " points, and a window takes " + window);
 }
 
@@ -193,7 +193,7 @@ void AskAndShow(MassAxis axis) {
         choice.SpeciesB = !AskYesNo("Do you wish to express concentrations from the properties of species A "
                                     "(Yes) or species B (No)?",
                                     Work.ProgramName);
-    if (MakeMassGraph(axis, 0, choice)) ShowCharts();
+    if (MakeMassGraph(axis, AllSets, choice)) ShowCharts();
 }
 
 } // namespace
@@ -209,8 +209,7 @@ long MostMassPoints() {
     return most;
 }
 
-MassCurve ApparentMasses(MassAxis axis, long number, const MassChoice& choice) {
-    const SetNo set(number);
+MassCurve ApparentMasses(MassAxis axis, SetNo set, const MassChoice& choice) {
     MassCurve curve;
     const std::vector<MassPoint> points = PointsOf(set, choice.OfFit);
     const auto n = static_cast<std::size_t>(choice.Points);
@@ -233,7 +232,7 @@ MassCurve ApparentMasses(MassAxis axis, long number, const MassChoice& choice) {
     return curve;
 }
 
-bool MakeMassGraph(MassAxis axis, long set, const MassChoice& choice) {
+bool MakeMassGraph(MassAxis axis, SetNo set, const MassChoice& choice) {
     const MassSeries series = CollectCurves(axis, set, choice);
     const SetRange sets = SetsOf(set);
     GraphSpec spec = StartGraph(PlotStyles::SymbolsOnly);

@@ -10,6 +10,8 @@
 // (Svedberg and Pedersen, The Ultracentrifuge, 1940). c is the signal without the fitted zero offset. Sums
 // are doubles about the middle of each window: the slope is a small difference of large numbers.
 
+#include "graphs/kinds/AllSets.h"
+
 #include <string>
 #include <vector>
 
@@ -32,7 +34,7 @@ struct MassCurve {
     std::vector<double> Mass; // g/mol
     long LeftOut = 0;         // windows with a value that is not positive
 };
-MassCurve ApparentMasses(MassAxis axis, long set, const MassChoice& choice);
+MassCurve ApparentMasses(MassAxis axis, SetNo set, const MassChoice& choice);
 
 // True for buoyant masses: where units show no true ones.
 bool MassesAreBuoyant();
@@ -40,10 +42,10 @@ bool MassesAreBuoyant();
 // The longest window: the points of the longest set.
 long MostMassPoints();
 
-// Builds the graph of one set, or of all with set 0, without showing its window; false when the chart refused
+// Builds the graph of one set, or of AllSets, without showing its window; false when the chart refused
 // it. Sets shorter than the window have no points; when no window is left a RuntimeError says so. How many
 // were left out stands in the status line of the chart window.
-bool MakeMassGraph(MassAxis axis, long set, const MassChoice& choice);
+bool MakeMassGraph(MassAxis axis, SetNo set, const MassChoice& choice);
 
 // The commands: ask for data or fit, for the window and, where it matters, for the species; build and show.
 // A cancelled box ends the command. The window is kept until the program ends.

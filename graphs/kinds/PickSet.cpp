@@ -24,17 +24,17 @@ void PickSetRow(long set) {
 }
 
 void PickSetOkButton() {
-    PickSetWindow.Choice = PickSetWindow.SetList.Value;
+    PickSetWindow.Choice = SetNo(PickSetWindow.SetList.Value);
     PickSetWindow.State.Shown = false;
 }
 
 void PickSetCancelButton() {
-    PickSetWindow.Choice = 0;
+    PickSetWindow.Choice = NoSet;
     PickSetWindow.State.Shown = false;
 }
 
-long PickSet() {
-    if (Work.NumSets == 1) return 1;
+SetNo PickSet() {
+    if (Work.NumSets == 1) return SetNo(1);
     LoadPickSet();
     Host.ShowModal(PickSetName);
     return PickSetWindow.Choice;

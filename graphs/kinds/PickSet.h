@@ -2,6 +2,7 @@
 // The form "Select Data Set for Graph": which set of the fit a graph shows.
 
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 namespace Quillon {
 
@@ -11,12 +12,12 @@ struct PickSetForm {
     FormState State;
     Control SetList; // one row for each fit set
     Control OkButton, CancelButton;
-    long Choice = 0; // the set chosen, 0 when cancelled
+    SetNo Choice = NoSet; // none when cancelled
 };
 extern PickSetForm PickSetWindow;
 
-// Shows the form and gives the choice, 0 when the user cancelled. With one set there is nothing to ask.
-long PickSet();
+// Shows the form and gives the choice, NoSet when the user cancelled. With one set there is nothing to ask.
+SetNo PickSet();
 
 void LoadPickSet();
 void PickSetRow(long set); // a row was chosen

@@ -54,12 +54,13 @@ std::string AxisTitle(ResidualAxis axis) {
     return axis == ResidualAxis::X ? Work.XAxisTitle : Work.DataTypeName;
 }
 
-void SetTitles(GraphSpec& spec, long set) {
-    const double rms = set > 0 ? RmsOfSet(SetNo(set)) : static_cast<double>(RmsOfFit());
+void SetTitles(GraphSpec& spec, SetNo set) {
+    const double rms = set != AllSets ? RmsOfSet(set) : static_cast<double>(RmsOfFit());
     const std::string number = FormatNumber(rms, "0.000E-##");
-    const std::string what = set > 0 ? "RMS deviation for set " + std::to_string(set) + " = " + number
-                                     : "RMS residual = " + number;
-    const std::string origin = set > 0 ? SeriesName(SetNo(set)) : Latin1Text(Work.LabelPrefix);
+    const std::string what = set != AllSets
+                                 ? "RMS deviation for set " + std::to_string(set.Number) + " = " + number
+                                 : "RMS residual = " + number;
+    const std::string origin = set != AllSets ? SeriesName(set) : Latin1Text(Work.LabelPrefix);
     const std::string behind = origin.empty() ? "" : "; data from " + origin;
     if (what.size() + behind.size() <= LongestTitle) {
         spec.Title1.Text = what + behind;
@@ -119,13 +120,13 @@ std::vector<GraphMark> ZeroLines(const SetRange& sets, float step) {
     return lines;
 }
 
-void Show(ResidualAxis axis, long set) {
+void Show(ResidualAxis axis, SetNo set) {
     if (MakeResidualGraph(axis, set)) ShowCharts();
 }
 
 void ShowPicked(ResidualAxis axis) {
-    const long set = PickSet();
-    if (set > 0) Show(axis, set);
+    const SetNo set = PickSet();
+    if (set != NoSet) Show(axis, set);
 }
 
 } // namespace
@@ -152,14 +153,14 @@ float ResidualLimit(float rms, float largest) {
     return static_cast<float>(m * times);
 }
 
-bool MakeResidualGraph(ResidualAxis axis, long set) {
+bool MakeResidualGraph(ResidualAxis axis, SetNo set) {
     CalcResiduals();
     GraphSpec spec = StartGraph(PlotStyles::SymbolsOnly);
     spec.SymbolMode = 1;
     const SetRange sets = SetsOf(set);
-    const float rms = std::fabs(set > 0 ? static_cast<float>(RmsOfSet(SetNo(set))) : RmsOfFit());
+    const float rms = std::fabs(set != AllSets ? static_cast<float>(RmsOfSet(set)) : RmsOfFit());
     const float scale = rms == 0.0F ? 1.0F : rms;
-    const bool spread = set == 0 && Work.SpreadResiduals && Work.NumSets > 1;
+    const bool spread = set == AllSets && Work.SpreadResiduals && Work.NumSets > 1;
     const float step = spread ? SpreadStep(scale) : 0.0F;
     SetTitles(spec, set);
     spec.AxisX1.Title.Text = AxisTitle(axis);
@@ -190,13 +191,13 @@ bool MakeResidualGraph(ResidualAxis axis, long set) {
 }
 
 void GraphResiduals() {
-    Show(ResidualAxis::X, 0);
+    Show(ResidualAxis::X, AllSets);
 }
 void GraphResidualsY() {
-    Show(ResidualAxis::Fitted, 0);
+    Show(ResidualAxis::Fitted, AllSets);
 }
 void GraphResidualsR() {
-    Show(ResidualAxis::Radius, 0);
+    Show(ResidualAxis::Radius, AllSets);
 }
 void GraphResidSet() {
     ShowPicked(ResidualAxis::X);

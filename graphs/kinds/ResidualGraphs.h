@@ -1,15 +1,15 @@
 #pragma once
 // Residuals against the fit's x, against the fitted value and against radius.
 
-#include "workspace/records/Counts.h"
+#include "graphs/kinds/AllSets.h"
 
 namespace Quillon {
 
 enum class ResidualAxis { X, Fitted, Radius };
 
-// Builds the graph of one set, or of all with set 0, without showing its window; false when the chart refused
+// Builds the graph of one set, or of AllSets, without showing its window; false when the chart refused
 // it. With Work.SpreadResiduals the sets of the graph of all sets stand above each other.
-bool MakeResidualGraph(ResidualAxis axis, long set);
+bool MakeResidualGraph(ResidualAxis axis, SetNo set);
 
 // The commands: build and show. The set-wise ones ask for the set by PickSet.
 void GraphResiduals();

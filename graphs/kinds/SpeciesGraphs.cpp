@@ -119,13 +119,13 @@ void FillLegend(SetLooks& looks, SpeciesGraph kind) {
         looks.Legend.push_back({SeriesName(set), {-1, static_cast<std::int16_t>(set.Number - 1)}});
 }
 
-SpeciesSeries CollectSeries(SpeciesGraph kind, long set) {
+SpeciesSeries CollectSeries(SpeciesGraph kind, SetNo set) {
     const SetRange shown = SetsOf(set);
     const long each = SpeciesOfModel(Work.Model).Count + (kind == SpeciesGraph::Concentration ? 1 : 0);
     const long sets = CountOf(shown);
     SpeciesSeries series{
         SetTable(LongestSet(shown), sets * each), SetTable(LongestSet(shown), sets * each), {}, {}};
-    const bool oneSet = set > 0;
+    const bool oneSet = set != AllSets;
     for (const SetNo k : shown) {
         FillSet(series, kind, k, PlaceIn(shown, k));
         AddNames(series, kind, k, oneSet);
@@ -135,29 +135,30 @@ SpeciesSeries CollectSeries(SpeciesGraph kind, long set) {
 }
 
 // The lines of one set go by species: the title says which set it is.
-std::string TitleFor(long set) {
-    return set > 0 ? Work.FitTitle + ", " + SeriesName(SetNo(set)) : Work.FitTitle;
+std::string TitleFor(SetNo set) {
+    return set != AllSets ? Work.FitTitle + ", " + SeriesName(set) : Work.FitTitle;
 }
 
-void Show(SpeciesGraph kind, long set) {
+void Show(SpeciesGraph kind, SetNo set) {
     if (MakeSpeciesGraph(kind, set)) ShowCharts();
 }
 
 void ShowPicked(SpeciesGraph kind) {
-    const long set = PickSet();
-    if (set > 0) Show(kind, set);
+    const SetNo set = PickSet();
+    if (set != NoSet) Show(kind, set);
 }
 
 } // namespace
 
-bool MakeSpeciesGraph(SpeciesGraph kind, long set) {
+bool MakeSpeciesGraph(SpeciesGraph kind, SetNo set) {
     const SpeciesSeries series = CollectSeries(kind, set);
     GraphSpec spec = StartGraph(PlotStyles::Lines);
     spec.SymbolMode = 3;
     spec.Title1.Text = TitleFor(set);
     spec.Title2.Text = DataFrom();
     spec.AxisX1.Title.Text = Work.XAxisTitle;
-    spec.AxisY1.Title.Text = kind == SpeciesGraph::Fraction ? FractionTitle() : ConcentrationTitle(set > 0);
+    spec.AxisY1.Title.Text =
+        kind == SpeciesGraph::Fraction ? FractionTitle() : ConcentrationTitle(set != AllSets);
     spec.AxisX1.ScaleMode = spec.AxisY1.ScaleMode = ScaleModes::Autorange;
     const bool made = HandOver(spec, series.X, series.Y, series.Names, series.Looks);
     OfferLogOption(LogOption);
@@ -165,10 +166,10 @@ bool MakeSpeciesGraph(SpeciesGraph kind, long set) {
 }
 
 void GraphSpecies() {
-    Show(SpeciesGraph::Concentration, 0);
+    Show(SpeciesGraph::Concentration, AllSets);
 }
 void GraphSpeciesFraction() {
-    Show(SpeciesGraph::Fraction, 0);
+    Show(SpeciesGraph::Fraction, AllSets);
 }
 void GraphSpeciesSet() {
     ShowPicked(SpeciesGraph::Concentration);

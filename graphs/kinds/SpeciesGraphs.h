@@ -5,13 +5,15 @@
 // monomers, sum of n_i c_i; parts are those of the plain sum of what is shown and add up to 1. In the graph
 // of all sets the colour tells the species and the dash the set, and the legend names each of them once.
 
+#include "graphs/kinds/AllSets.h"
+
 namespace Quillon {
 
 enum class SpeciesGraph { Concentration, Fraction };
 
-// Builds the graph of one set, or of all with set 0, without showing its window; false when the chart refused
+// Builds the graph of one set, or of AllSets, without showing its window; false when the chart refused
 // it. mg/mL for a model with two kinds of monomers, and values beyond singles, are a RuntimeError.
-bool MakeSpeciesGraph(SpeciesGraph kind, long set);
+bool MakeSpeciesGraph(SpeciesGraph kind, SetNo set);
 
 // The commands: build and show. The set-wise ones ask for the set by PickSet.
 void GraphSpecies();

@@ -243,7 +243,7 @@ TEST_F(FigureTest, ALegendThatDoesNotFitIsToldAndNotCut) {
     Work.SetLabel[2] = std::string(60, 'x');
     EXPECT_THROW(Draw({40.0, 0.0, false, 0}), RuntimeError);
     Draw({120.0, 0.0, false, 0});
-    const DrawnItem* line = Paper.FindText(FigureName(2) + ", rms 0.0078");
+    const DrawnItem* line = Paper.FindText(FigureName(SetNo(2)) + ", rms 0.0078");
     ASSERT_NE(line, nullptr);
     const BaseFont& font = BaseFontFor("Arial", false); // what the figure is laid out with
     const double width = TextEms(font, line->Text) * EmOfHeight(font, line->Font.Height);
@@ -253,12 +253,12 @@ TEST_F(FigureTest, ALegendThatDoesNotFitIsToldAndNotCut) {
 TEST_F(FigureTest, SetsThatAreCalledAlikeAreNumbered) {
     Work.SetLabel[3] = Work.SetLabel[1];
     Work.ScanRPM[3] = Work.ScanRPM[1];
-    EXPECT_EQ(FigureName(1), "00011.RA1, 10000 rpm, set 1");
-    EXPECT_EQ(FigureName(2), "00012.RA1, 11000 rpm");
-    EXPECT_EQ(FigureName(3), "00011.RA1, 10000 rpm, set 3");
+    EXPECT_EQ(FigureName(SetNo(1)), "00011.RA1, 10000 rpm, set 1");
+    EXPECT_EQ(FigureName(SetNo(2)), "00012.RA1, 11000 rpm");
+    EXPECT_EQ(FigureName(SetNo(3)), "00011.RA1, 10000 rpm, set 3");
     Work.DataChannel[3] = 3;
     Work.SetLabel[3] = "00011.RA1 Ch C";
-    EXPECT_EQ(FigureName(3), "00011.RA1 Ch C, 10000 rpm");
+    EXPECT_EQ(FigureName(SetNo(3)), "00011.RA1 Ch C, 10000 rpm");
 }
 
 TEST_F(FigureTest, OneScaleOfXServesBothGraphs) {
@@ -285,7 +285,7 @@ TEST_F(FigureTest, TheRmsHasTwoDigitsWhateverTheyAre) {
     for (const auto& [residual, text] : cases) {
         FillFit({{1, 12, 0}}, residual);
         Draw({85.0, 0.0, false, 0});
-        EXPECT_EQ(FigureRms(1), text);
+        EXPECT_EQ(FigureRms(SetNo(1)), text);
     }
 }
 
@@ -361,15 +361,15 @@ TEST_F(FigureTest, SymbolsAndCurveOfASetHaveItsColour) {
 TEST_F(FigureTest, PanelsShowOneSetEach) {
     Draw({170.0, 0.0, true, 0});
     for (long set = 1; set <= 3; ++set)
-        EXPECT_NE(Paper.FindText(FigureName(set) + ", rms 0.0078"), nullptr) << set;
+        EXPECT_NE(Paper.FindText(FigureName(SetNo(set)) + ", rms 0.0078"), nullptr) << set;
     Draw({85.0, 0.0, false, 2});
-    EXPECT_NE(Paper.FindText(FigureName(2) + ", rms 0.0078"), nullptr);
-    EXPECT_EQ(Paper.FindText(FigureName(1) + ", rms 0.0078"), nullptr);
+    EXPECT_NE(Paper.FindText(FigureName(SetNo(2)) + ", rms 0.0078"), nullptr);
+    EXPECT_EQ(Paper.FindText(FigureName(SetNo(1)) + ", rms 0.0078"), nullptr);
 }
 
 TEST_F(FigureTest, TheGraphAtHandAndTheSettingsStay) {
     Work.SpreadResiduals = FlagTrue;
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, AllSets, {}));
     Chart.Style.SymbolSize = 0.02F;
     Charts.StatusLine.Text = "told";
     PushZoom(0, 1, 2, 3);

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(FitGraphs, OverlayAlternatesDataAndFitOfEachSet) {
     Chart.Style.UseRainbowColors = -1;
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, AllSets, {}));
     ExpectFrameOfAll();
     EXPECT_EQ(Chart.Spec.PlotStyle, 3);
     EXPECT_EQ(Chart.Spec.SymbolMode, 1);
@@ -50,7 +50,7 @@ TEST_F(FitGraphs, OverlayAlternatesDataAndFitOfEachSet) {
 }
 
 TEST_F(FitGraphs, OverlayDrawsOddSeriesAsSymbolsAndEvenOnesAsLines) {
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, AllSets, {}));
     const std::vector<DrawnItem> lines = DataItems("polyline");
     ASSERT_EQ(lines.size(), 3U);
     const std::size_t points[] = {5, 3, 4};
@@ -72,26 +72,26 @@ TEST_F(FitGraphs, OverlayDrawsOddSeriesAsSymbolsAndEvenOnesAsLines) {
 TEST_F(FitGraphs, ASetLooksAlikeInEveryGraph) {
     using Look = std::pair<Rgb, std::int16_t>; // colour and symbol
     const auto lookOf = [](int series) { return Look(SetColor(series), SymbolOf(series)); };
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     const Look looks[] = {lookOf(1), lookOf(2), lookOf(3)};
     EXPECT_NE(looks[1], looks[2]);
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, AllSets, {}));
     for (int k = 1; k <= 3; ++k) {
         EXPECT_EQ(lookOf(2 * k - 1), looks[k - 1]) << k;
         EXPECT_EQ(SetColor(2 * k), looks[k - 1].first) << "the curve of " << k;
     }
     for (const FitGraph kind : {FitGraph::Data, FitGraph::Function, FitGraph::Overlay}) {
-        ASSERT_TRUE(MakeFitGraph(kind, 3, {}));
+        ASSERT_TRUE(MakeFitGraph(kind, SetNo(3), {}));
         EXPECT_EQ(lookOf(1), looks[2]) << "alone";
     }
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     EXPECT_EQ(lookOf(3), looks[2]);
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 2));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, SetNo(2)));
     EXPECT_EQ(lookOf(1), looks[1]);
 }
 
 TEST_F(FitGraphs, OverlayOfOneSetShowsItsMeasuredPointsAlone) {
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 2, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, SetNo(2), {}));
     ASSERT_EQ(Chart.State.Nsets, 2);
     ExpectSeries(1, At(2, Work.PtX), At(2, Work.PtY));
     ExpectSeries(2, At(2, Work.PtX), At(2, Work.PtFit));
@@ -100,13 +100,13 @@ TEST_F(FitGraphs, OverlayOfOneSetShowsItsMeasuredPointsAlone) {
 
 TEST_F(FitGraphs, OverlayOfAFitOfOneSetHasTwoSeries) {
     FillFit({{3, 6, 0}}, 0.25F);
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, AllSets, {}));
     EXPECT_EQ(Chart.State.Nsets, 2);
     EXPECT_EQ(Chart.State.Npts, 6);
 }
 
 TEST_F(FitGraphs, FunctionIsALineForEachSet) {
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, AllSets, {}));
     ExpectFrameOfAll();
     EXPECT_EQ(Chart.Spec.PlotStyle, 1);
     EXPECT_EQ(Chart.Spec.SymbolMode, 3);
@@ -119,14 +119,14 @@ TEST_F(FitGraphs, FunctionIsALineForEachSet) {
 }
 
 TEST_F(FitGraphs, FunctionOfOneSetKeepsItsNumber) {
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 3, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, SetNo(3), {}));
     ASSERT_EQ(Chart.State.Nsets, 1);
     ExpectSeries(1, At(3, Work.PtX), At(3, Work.PtFit));
     EXPECT_EQ(Names(), (std::vector<std::string>{"Set 3"}));
 }
 
 TEST_F(FitGraphs, DataAreSymbols) {
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     ExpectFrameOfAll();
     EXPECT_EQ(Chart.Spec.PlotStyle, 2);
     EXPECT_EQ(Chart.Spec.SymbolMode, 1);
@@ -138,7 +138,7 @@ TEST_F(FitGraphs, DataAreSymbols) {
 }
 
 TEST_F(FitGraphs, OppositeAxesRepeatTheScaleWithoutLabels) {
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     const GraphSpec& spec = Chart.Spec;
     for (const auto& [main, opposite] :
          {std::pair(&spec.AxisX1, &spec.AxisX2), {&spec.AxisY1, &spec.AxisY2}}) {
@@ -160,7 +160,7 @@ TEST_F(FitGraphs, TheFifteenthLineHasTheFirstColourAndADash) {
     FillFit(sets, 0.0F);
     for (float& fit : Work.PtFit)
         fit = 2.0F; // level, so that dashes lie along x
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, AllSets, {}));
     const std::vector<DrawnItem> solid = DataItems("polyline");
     const std::vector<DrawnItem> dashes = DataItems("line");
     ASSERT_EQ(solid.size(), 14U);
@@ -230,7 +230,7 @@ TEST(GraphTitles, ALongPathLosesItsBeginning) {
 
 TEST_F(FitGraphs, ADeepDirectoryIsToldByItsEnd) {
     Work.LabelPrefix = "/" + std::string(70, 'a') + "/run 7/";
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from: .../run 7/");
 }
 
@@ -266,7 +266,7 @@ TEST_F(FitGraphs, CommandsOfOneSetAskWhich) {
 TEST_F(FitGraphs, AGraphThatTheChartRefusesIsNotShown) {
     RemoveScreenSurface();
     Outside.AnswerAllMessages(BoxAnswer::Ok);
-    EXPECT_FALSE(MakeFitGraph(FitGraph::Data, 0, {}));
+    EXPECT_FALSE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     GraphData();
     EXPECT_EQ(Chart.GraphStatus, 195);
     EXPECT_TRUE(Outside.Forms.empty());

@@ -32,7 +32,7 @@ TEST_F(MassGraphs, OfOneSpeciesIsALevelLine) {
     Fit("Model01");
     for (const MassAxis axis : {MassAxis::Concentration, MassAxis::Radius})
         for (long set = 1; set <= Work.NumSets; ++set) {
-            const MassCurve curve = ApparentMasses(axis, set, {true, 60, false});
+            const MassCurve curve = ApparentMasses(axis, SetNo(set), {true, 60, false});
             ASSERT_EQ(static_cast<long>(curve.Mass.size()), Work.SetPts[set] - 59);
             for (const double mass : curve.Mass)
                 EXPECT_NEAR(mass / MolarMass(), 1.0, 1e-6) << "set " << set;
@@ -40,7 +40,7 @@ TEST_F(MassGraphs, OfOneSpeciesIsALevelLine) {
         }
     Work.MassUnits = MassUnit::Sigma;
     const double buoyancy = 1.0 - static_cast<double>(Work.SolventDensity) * static_cast<double>(Work.VbarA);
-    const MassCurve buoyant = ApparentMasses(MassAxis::Radius, 1, {true, 60, false});
+    const MassCurve buoyant = ApparentMasses(MassAxis::Radius, SetNo(1), {true, 60, false});
     Work.MassUnits = MassUnit::Molar;
     EXPECT_NEAR(buoyant.Mass[3] / (MolarMass() * buoyancy), 1.0, 1e-6);
 }
@@ -49,7 +49,7 @@ TEST_F(MassGraphs, OfMonomerDimerIsTheLocalSlope) {
     ModelCase dense = ModelCaseNamed("Model02");
     dense.Sets[0].Points = 1000; // a window is so short that its line is the tangent
     Fit(dense);
-    const MassCurve curve = ApparentMasses(MassAxis::Concentration, 1, {true, 11, false});
+    const MassCurve curve = ApparentMasses(MassAxis::Concentration, SetNo(1), {true, 11, false});
     for (std::size_t i = 0; i < curve.Mass.size(); ++i) {
         // c = m + K m^2 at the mean x of the window: d ln c / dx = sigma (m + 2 K m^2) / c
         double x = 0.0;
@@ -70,7 +70,7 @@ TEST_F(MassGraphs, AreLeastSquaresLinesOfEachWindow) {
     const long set = 2, n = 20;
     const long row = Work.SetRow[set];
     const long first = Work.SetPts[1] + 1;
-    const MassCurve curve = ApparentMasses(MassAxis::Concentration, set, {false, n, false});
+    const MassCurve curve = ApparentMasses(MassAxis::Concentration, SetNo(set), {false, n, false});
     const long double w = Work.ScanRPM[row] / 30.0L * 3.14159265358979L;
     const long double rt = 83144710.0L * (Work.ScanTemperature[row] + 273.15L);
     const long double buoyancy = 1.0L - static_cast<long double>(Work.SolventDensity) * Work.VbarA;
@@ -101,7 +101,7 @@ TEST_F(MassGraphs, StandAtTheMeanRadiusOfTheirWindow) {
     const auto radius = [&](long i) {
         return static_cast<double>(Work.ScanRadius[row][Work.FitRange[0][row] + i]);
     };
-    const MassCurve curve = ApparentMasses(MassAxis::Radius, 1, {true, 10, false});
+    const MassCurve curve = ApparentMasses(MassAxis::Radius, SetNo(1), {true, 10, false});
     double mean = 0.0;
     for (long i = 5; i < 15; ++i)
         mean += radius(i) / 10.0;
@@ -113,20 +113,20 @@ TEST_F(MassGraphs, LeaveOutWindowsThatAreNotPositive) {
     Fit("Model01");
     const long n = Work.SetPts[1];
     Work.PtY[30] = Work.Parms[SlotOffset(1)];
-    const MassCurve curve = ApparentMasses(MassAxis::Radius, 1, {false, 10, false});
+    const MassCurve curve = ApparentMasses(MassAxis::Radius, SetNo(1), {false, 10, false});
     EXPECT_EQ(curve.LeftOut, 10);
     EXPECT_EQ(static_cast<long>(curve.Mass.size()), n - 9 - 10);
     for (const double mass : curve.Mass)
         EXPECT_NEAR(mass / MolarMass(), 1.0, 1e-4);
-    ASSERT_TRUE(MakeMassGraph(MassAxis::Radius, 0, {false, 10, false}));
+    ASSERT_TRUE(MakeMassGraph(MassAxis::Radius, AllSets, {false, 10, false}));
     EXPECT_EQ(Charts.StatusLine.Text,
               "10 windows left out: a signal without its zero offset is not positive there");
-    ASSERT_TRUE(MakeMassGraph(MassAxis::Radius, 0, {true, 10, false}));
+    ASSERT_TRUE(MakeMassGraph(MassAxis::Radius, AllSets, {true, 10, false}));
     EXPECT_EQ(Charts.StatusLine.Text, "");
     for (long p = 1; p <= Work.NumPts; ++p)
         Work.PtY[p] = -1.0F;
     try {
-        MakeMassGraph(MassAxis::Radius, 0, {false, 10, false});
+        MakeMassGraph(MassAxis::Radius, AllSets, {false, 10, false});
         ADD_FAILURE() << "a graph without a point";
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Text,
@@ -136,17 +136,17 @@ TEST_F(MassGraphs, LeaveOutWindowsThatAreNotPositive) {
 
 TEST_F(MassGraphs, SetsShorterThanTheWindowHaveNoPoints) {
     Fit("Model01"); // sets of 100 and of 70 points
-    ASSERT_TRUE(MakeMassGraph(MassAxis::Radius, 0, {true, 90, false}));
+    ASSERT_TRUE(MakeMassGraph(MassAxis::Radius, AllSets, {true, 90, false}));
     EXPECT_EQ(Chart.DataY(1, 4), MissingValue);
     EXPECT_NE(Chart.DataY(1, 1), MissingValue);
-    EXPECT_THROW(MakeMassGraph(MassAxis::Radius, 0, {true, 101, false}), RuntimeError);
+    EXPECT_THROW(MakeMassGraph(MassAxis::Radius, AllSets, {true, 101, false}), RuntimeError);
 }
 
 TEST_F(MassGraphs, AShortSetWasSaidToBeTheLongest) {
     Fit("Model01");
     const auto failure = [](long set, long window) -> std::string {
         try {
-            MakeMassGraph(MassAxis::Radius, set, {true, window, false});
+            MakeMassGraph(MassAxis::Radius, SetNo(set), {true, window, false});
         } catch (const RuntimeError& error) {
             return error.Text;
         }
@@ -159,7 +159,7 @@ TEST_F(MassGraphs, AShortSetWasSaidToBeTheLongest) {
 TEST_F(MassGraphs, TitlesTellUnitsAndKindOfMass) {
     Fit("Model01");
     const auto titles = [](MassAxis axis) {
-        MakeMassGraph(axis, 1, {});
+        MakeMassGraph(axis, SetNo(1), {});
         return Chart.Spec.AxisX1.Title.Text.Str() + "|" + Chart.Spec.AxisY1.Title.Text.Str();
     };
     EXPECT_EQ(titles(MassAxis::Radius),
@@ -178,8 +178,8 @@ TEST_F(MassGraphs, TitlesTellUnitsAndKindOfMass) {
 TEST_F(MassGraphs, ConcentrationsGoByTheSpeciesChosen) {
     Fit("Model08");
     Work.ConcUnits = ConcUnit::Mole;
-    const MassCurve a = ApparentMasses(MassAxis::Concentration, 4, {true, 11, false});
-    const MassCurve b = ApparentMasses(MassAxis::Concentration, 4, {true, 11, true});
+    const MassCurve a = ApparentMasses(MassAxis::Concentration, SetNo(4), {true, 11, false});
+    const MassCurve b = ApparentMasses(MassAxis::Concentration, SetNo(4), {true, 11, true});
     const long row = Work.SetRow[4];
     const double ratio = static_cast<double>(Work.ExtA) * Work.ExtinctionRatio[0][row] /
                          (static_cast<double>(Work.ExtB) * Work.ExtinctionRatio[1][row]);

@@ -26,9 +26,9 @@ TEST_F(PickSetForms, GivesTheRowThatWasChosen) {
         PickSetOkButton();
         EXPECT_FALSE(PickSetWindow.State.Shown);
     });
-    EXPECT_EQ(PickSet(), 2);
+    EXPECT_EQ(PickSet(), SetNo(2));
     Outside.ExpectModal(PickSetName, [] { PickSetOkButton(); });
-    EXPECT_EQ(PickSet(), 1); // the choice of before is not kept
+    EXPECT_EQ(PickSet(), SetNo(1)); // the choice of before is not kept
 }
 
 TEST_F(PickSetForms, RowsThatAreNotThereAreNoChoice) {
@@ -38,7 +38,7 @@ TEST_F(PickSetForms, RowsThatAreNotThereAreNoChoice) {
         PickSetRow(0);
         PickSetOkButton();
     });
-    EXPECT_EQ(PickSet(), 3);
+    EXPECT_EQ(PickSet(), SetNo(3));
 }
 
 TEST_F(PickSetForms, CancelledOrClosedGivesNone) {
@@ -46,14 +46,14 @@ TEST_F(PickSetForms, CancelledOrClosedGivesNone) {
         PickSetRow(2);
         PickSetCancelButton();
     });
-    EXPECT_EQ(PickSet(), 0);
+    EXPECT_EQ(PickSet(), NoSet);
     Outside.ExpectModal(PickSetName, [] { PickSetRow(2); }); // the window was closed
-    EXPECT_EQ(PickSet(), 0);
+    EXPECT_EQ(PickSet(), NoSet);
 }
 
 TEST_F(PickSetForms, AFitOfOneSetLeavesNothingToAsk) {
     FillFit({{7, 4, 0}}, 0.5F);
-    EXPECT_EQ(PickSet(), 1);
+    EXPECT_EQ(PickSet(), SetNo(1));
     EXPECT_TRUE(Outside.Asked.empty());
 }
 

@@ -40,7 +40,7 @@ protected:
 };
 
 TEST_F(ResidualGraphs, AllSetsStandAboutOneZeroLine) {
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     const GraphSpec& spec = Chart.Spec;
     EXPECT_EQ(spec.GraphType, 4);
     EXPECT_EQ(spec.PlotStyle, 2);
@@ -65,31 +65,31 @@ TEST_F(ResidualGraphs, ALineStandsWhereResidualsAreZero) {
         }
         return y;
     };
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, AllSets));
     EXPECT_EQ(heights(), std::vector<float>{0.0F});
     Work.SpreadResiduals = FlagTrue;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     const float step = Chart.Spec.AxisY1.TicInterval;
     EXPECT_EQ(heights(), (std::vector<float>{0.0F, step, 2.0F * step}));
 }
 
 TEST_F(ResidualGraphs, ValuesOnTheOtherAxes) {
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Fitted, AllSets));
     EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Absorbance");
     for (long k = 1; k <= 3; ++k)
         ExpectSeries(k, At(k, Work.PtFit), Residuals(k));
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Radius, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Radius, AllSets));
     EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Radius (cm)");
     for (long k = 1; k <= 3; ++k)
         ExpectSeries(k, Radii(k), Residuals(k));
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Radius, 2));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::Radius, SetNo(2)));
     ASSERT_EQ(Chart.State.Nsets, 1);
     ExpectSeries(1, Radii(2), Residuals(2));
 }
 
 TEST_F(ResidualGraphs, TheGraphOfOneSetTellsItsOwnDeviation) {
     FillThreeSets(0.015625F); // 1/64: exact
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 2));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, SetNo(2)));
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "RMS deviation for set 2 = 1.563E-2; data from 00012.RA1");
     ASSERT_EQ(Chart.State.Nsets, 1);
     ExpectSeries(1, At(2, Work.PtX), Residuals(2));
@@ -99,7 +99,7 @@ TEST_F(ResidualGraphs, TheGraphOfOneSetTellsItsOwnDeviation) {
 
 TEST_F(ResidualGraphs, ALongPathGoesIntoTheSecondTitle) {
     Work.LabelPrefix = "/data/" + std::string(60, 'x') + "/";
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "RMS residual = 7.400E-3");
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from " + Work.LabelPrefix);
 }
@@ -107,31 +107,31 @@ TEST_F(ResidualGraphs, ALongPathGoesIntoTheSecondTitle) {
 TEST_F(ResidualGraphs, ALongNameOfASetGoesThereToo) {
     FillThreeSets(0.015625F);
     Work.SetLabel[2] = std::string(75, 'y') + "/00012.RA1";
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 2));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, SetNo(2)));
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "RMS deviation for set 2 = 1.563E-2");
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from .../00012.RA1");
 }
 
 TEST_F(ResidualGraphs, TheLimitIsOneDigitOfTheRootMeanSquare) {
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0)); // rms 0.0074, residuals up to 0.0078125
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets)); // rms 0.0074, residuals up to 0.0078125
     ExpectScale(Chart.Spec.AxisY1, -0.014F, 0.014F, 0.007F);
     Work.RmsResidual = 0.0096F;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectScale(Chart.Spec.AxisY1, -0.01F, 0.01F, 0.005F);
     Work.RmsResidual = -0.0096F;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectScale(Chart.Spec.AxisY1, -0.01F, 0.01F, 0.005F);
 }
 
 TEST_F(ResidualGraphs, LabelsReadAsWhatTheTicsAre) {
     Work.RmsResidual = 0.0034F; // a limit of three times 0.003, a tic at half of it
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectScale(Chart.Spec.AxisY1, -0.009F, 0.009F, 0.0045F);
     EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 4);
     for (const char* label : {"-0.0090", "-0.0045", "0.0000", "0.0045", "0.0090"})
         EXPECT_NE(Screen.FindText(label), nullptr) << label;
     Work.RmsResidual = 20.0F;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectScale(Chart.Spec.AxisY1, -20.0F, 20.0F, 10.0F);
     EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 0);
 }
@@ -148,17 +148,17 @@ TEST(ResidualLimits, HoldTheLargestResidualInSteps) {
 TEST_F(ResidualGraphs, AStoredZeroIsWorkedOutAfresh) {
     FillFit({{1, 6, 0}, {2, 6, 0}}, 0.5F);
     Work.RmsResidual = 0.0F; // the root of 12 * 0.25 over 12 - 2 is 0.5477
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectScale(Chart.Spec.AxisY1, -0.5F, 0.5F, 0.25F);
     EXPECT_EQ(Chart.Spec.Title1.Text.Str().substr(0, 24), "RMS residual = 5.477E-1;");
     FillFit({{1, 6, 0}, {2, 6, 0}}, 0.0F); // and a perfect fit has none
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectScale(Chart.Spec.AxisY1, -1.0F, 1.0F, 0.5F);
 }
 
 TEST_F(ResidualGraphs, SeparatedSetsStandOneStepApart) {
     Work.SpreadResiduals = -1;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0)); // 4 * 0.0074 is 0.0296: steps of 0.03
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets)); // 4 * 0.0074 is 0.0296: steps of 0.03
     ExpectScale(Chart.Spec.AxisY1, -0.03F, 0.09F, 0.03F);
     EXPECT_EQ(Chart.Spec.AxisY1.Decimals, 2);
     for (long k = 1; k <= 3; ++k)
@@ -167,10 +167,10 @@ TEST_F(ResidualGraphs, SeparatedSetsStandOneStepApart) {
 
 TEST_F(ResidualGraphs, AnOutlierOfASeparatedSetIsSeen) {
     Work.SpreadResiduals = -1;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     const float below = Residuals(1)[0];
     Work.RmsResidual = std::fabs(below) / 4.9F; // the first point lies 4.9 deviations off
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     const GraphAxis& y = Chart.Spec.AxisY1;
     const float step = SpreadStep(Work.RmsResidual);
     EXPECT_EQ(y.TicInterval, step);
@@ -185,12 +185,12 @@ TEST_F(ResidualGraphs, AnOutlierOfASeparatedSetIsSeen) {
 
 TEST_F(ResidualGraphs, OneSetIsNeverSeparated) {
     Work.SpreadResiduals = -1;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 3));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, SetNo(3)));
     ExpectSeries(1, At(3, Work.PtX), Residuals(3));
     FillFit({{1, 5, 0}}, 0.25F);
     Work.SpreadResiduals = -1;
     Work.RmsResidual = 0.3F;
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     ExpectSeries(1, At(1, Work.PtX), Residuals(1));
     ExpectScale(Chart.Spec.AxisY1, -0.3F, 0.3F, 0.15F);
 }
@@ -204,7 +204,7 @@ TEST(ResidualSteps, AreOneDigitOfFourDeviations) {
 
 TEST_F(ResidualGraphs, EverySymbolLiesWithinTheFrame) {
     Work.RmsResidual = 0.001F; // the residuals are eight times as large
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     for (long k = 1; k <= 3; ++k)
         for (const float residual : Residuals(k))
             EXPECT_LE(std::fabs(residual), Chart.Spec.AxisY1.Max);

@@ -66,26 +66,26 @@ TEST_F(SeriesNames, NamesThatAreShownAlikeAreToldApart) {
 TEST_F(SeriesNames, AreThoseOfTheLegends) {
     Label("a/1.RA1", "b/1.RA1", "c\xC3\xB6.RA1"); // the last one in UTF-8
     Speed(1000, 2000, 3000);
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     EXPECT_EQ(Chart.SetNames[1], "a/1.RA1, 1000 rpm");
     EXPECT_EQ(Chart.SetNames[3], "c\xF6.RA1");
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 2));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, SetNo(2)));
     EXPECT_EQ(Chart.SetNames[1], "b/1.RA1, 2000 rpm");
     EXPECT_NE(Chart.Spec.Title1.Text.Str().find("; data from b/1.RA1, 2000 rpm"), std::string::npos);
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, 3, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Overlay, SetNo(3), {}));
     EXPECT_EQ(Chart.SetNames[2], "c\xF6.RA1 (fit)");
 }
 
 // The batch program took "Data from:" with nothing behind it off its pictures; the desktop showed it.
 TEST_F(SeriesNames, ATitleThatNamesNothingIsLeftOut) {
     Work.LabelPrefix = "";
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "");
-    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, 0));
+    ASSERT_TRUE(MakeResidualGraph(ResidualAxis::X, AllSets));
     EXPECT_EQ(Chart.Spec.Title1.Text.Str().find("data from"), std::string::npos);
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "");
     Work.LabelPrefix = "/data/\xC3\xBC/";
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
     EXPECT_EQ(Chart.Spec.Title2.Text.Str(), "Data from: /data/\xFC/");
 }
 

@@ -21,12 +21,12 @@ protected:
 
 TEST_F(SpecialOptions, FitGraphsOfferTheLogarithm) {
     for (const FitGraph kind : {FitGraph::Data, FitGraph::Function, FitGraph::Overlay}) {
-        MakeFitGraph(kind, 0, {});
+        MakeFitGraph(kind, AllSets, {});
         EXPECT_EQ(Charts.SpecialOpts[LogYOption].Text, "Convert Y Scale to Natural Log");
         EXPECT_TRUE(Charts.SpecialOpts[LogYOption].Visible);
         EXPECT_TRUE(Charts.SpecialOpts[LogYOption].Enabled);
     }
-    MakeResidualGraph(ResidualAxis::X, 0);
+    MakeResidualGraph(ResidualAxis::X, AllSets);
     EXPECT_FALSE(Charts.SpecialOpts[LogYOption].Visible);
     EXPECT_FALSE(Charts.SpecialActions[LogYOption]);
 }
@@ -34,13 +34,13 @@ TEST_F(SpecialOptions, FitGraphsOfferTheLogarithm) {
 TEST_F(SpecialOptions, ALogAxisOffersNone) {
     GraphLimits limits;
     limits.YLog = true;
-    MakeFitGraph(FitGraph::Data, 0, limits);
+    MakeFitGraph(FitGraph::Data, AllSets, limits);
     EXPECT_FALSE(Charts.SpecialOpts[LogYOption].Visible);
     EXPECT_FALSE(Charts.SpecialActions[LogYOption]);
 }
 
 TEST_F(SpecialOptions, LogarithmOfYLeavesXAlone) {
-    MakeFitGraph(FitGraph::Overlay, 0, {});
+    MakeFitGraph(FitGraph::Overlay, AllSets, {});
     PushZoom(0, 1, 0, 1);
     const SetTable x = Chart.DataX, y = Chart.DataY;
     Charts.SpecialActions[LogYOption]();
@@ -58,7 +58,7 @@ TEST_F(SpecialOptions, LogarithmOfYLeavesXAlone) {
 }
 
 TEST_F(SpecialOptions, TheBracketOfALongTitleWasCutOff) {
-    MakeFitGraph(FitGraph::Data, 0, {});
+    MakeFitGraph(FitGraph::Data, AllSets, {});
     Chart.Spec.AxisY1.Title.Text = std::string(76, 'W');
     ConvertYToLog();
     EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Ln (" + std::string(75, 'W') + ")");
@@ -67,7 +67,7 @@ TEST_F(SpecialOptions, TheBracketOfALongTitleWasCutOff) {
 TEST_F(SpecialOptions, WhatIsNotAboveZeroHasNoLogarithm) {
     Work.PtFit[2] = 0.0F;
     Work.PtFit[3] = -0.5F;
-    MakeFitGraph(FitGraph::Function, 1, {});
+    MakeFitGraph(FitGraph::Function, SetNo(1), {});
     ConvertYToLog();
     EXPECT_EQ(Chart.DataY(2, 1), MissingValue);
     EXPECT_EQ(Chart.DataY(3, 1), MissingValue);
@@ -75,7 +75,7 @@ TEST_F(SpecialOptions, WhatIsNotAboveZeroHasNoLogarithm) {
 }
 
 TEST_F(SpecialOptions, NothingHappensWithoutAGraph) {
-    MakeFitGraph(FitGraph::Function, 0, {});
+    MakeFitGraph(FitGraph::Function, AllSets, {});
     const SetTable y = Chart.DataY;
     Chart.GraphHeld = 0;
     ConvertYToLog();
@@ -87,9 +87,9 @@ TEST_F(SpecialOptions, NothingHappensWithoutAGraph) {
 }
 
 TEST_F(SpecialOptions, TheNextGraphOffersItAfresh) {
-    MakeFitGraph(FitGraph::Data, 0, {});
+    MakeFitGraph(FitGraph::Data, AllSets, {});
     ConvertYToLog();
-    MakeFitGraph(FitGraph::Data, 0, {});
+    MakeFitGraph(FitGraph::Data, AllSets, {});
     EXPECT_TRUE(Charts.SpecialOpts[LogYOption].Enabled);
     EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Absorbance");
     EXPECT_EQ(Chart.DataY(1, 1), Work.PtY[1]);

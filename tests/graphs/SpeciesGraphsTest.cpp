@@ -39,10 +39,10 @@ TEST_F(SpeciesGraphs, SpeciesAndOffsetAreTheFittedFunction) {
     for (const char* name : {"Model01", "Model04NonIdeal", "Model06", "Model13", "Model22"}) {
         Fit(name);
         const long each = static_cast<long>(SpeciesNames().size()) + 1;
-        ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+        ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets));
         const SetTable x = Chart.DataX, y = Chart.DataY;
         ASSERT_EQ(y.Sets(), each * Work.NumSets);
-        ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
+        ASSERT_TRUE(MakeFitGraph(FitGraph::Function, AllSets, {}));
         for (long k = 1; k <= Work.NumSets; ++k) {
             const double offset = Work.Parms[SlotOffset(k)];
             for (long i = 1; i <= Work.SetPts[k]; ++i) {
@@ -64,7 +64,7 @@ TEST_F(SpeciesGraphs, PartsAddUpToOneInAllUnits) {
         for (std::int16_t units = ConcUnit::Absorbance; units <= ConcUnit::FringeMole; ++units) {
             Work.ConcUnits = units;
             if (!SpeciesHaveUnit(UnitInForce())) continue;
-            ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, 0));
+            ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, AllSets));
             ASSERT_EQ(Chart.DataY.Sets(), each * Work.NumSets) << name << ": a total has no part";
             for (long k = 1; k <= Work.NumSets; ++k)
                 for (long i = 1; i <= Work.SetPts[k]; i += 9) {
@@ -80,14 +80,14 @@ TEST_F(SpeciesGraphs, PartsAddUpToOneInAllUnits) {
 TEST_F(SpeciesGraphs, TheTotalOfMolarValuesCountsMonomers) {
     Fit("Model04");
     Work.ConcUnits = ConcUnit::Mole;
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 2));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, SetNo(2)));
     for (long i = 1; i <= Work.SetPts[2]; i += 5)
         EXPECT_NEAR(YAt(i, 4) / (YAt(i, 1) + 2 * YAt(i, 2) + 4 * YAt(i, 3)), 1.0, 1e-6);
     EXPECT_EQ(Names(), (std::vector<std::string>{"monomer", "dimer", "tetramer", "total conc"}));
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets));
     EXPECT_EQ(Chart.SetNames[4], "total c (monomers), set 1");
     Work.ConcUnits = ConcUnit::Absorbance;
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets));
     EXPECT_EQ(Chart.SetNames[4], "total c, set 1");
     EXPECT_EQ(Chart.SetNames[5], "monomer set 2");
     for (long i = 1; i <= Work.SetPts[1]; i += 5)
@@ -99,11 +99,11 @@ TEST_F(SpeciesGraphs, TitlesNameTheUnit) {
     const auto titles = [&](std::int16_t units) {
         Work.ConcUnits = units;
         std::string all;
-        MakeSpeciesGraph(SpeciesGraph::Concentration, 0);
+        MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets);
         all += YTitle();
-        MakeSpeciesGraph(SpeciesGraph::Concentration, 1);
+        MakeSpeciesGraph(SpeciesGraph::Concentration, SetNo(1));
         all += "|" + YTitle();
-        MakeSpeciesGraph(SpeciesGraph::Fraction, 0);
+        MakeSpeciesGraph(SpeciesGraph::Fraction, AllSets);
         return all + "|" + YTitle();
     };
     EXPECT_EQ(titles(0), "Absorbance|Absorbance|Fraction of Total Absorbance");
@@ -117,15 +117,15 @@ TEST_F(SpeciesGraphs, TitlesNameTheUnit) {
 TEST_F(SpeciesGraphs, OfOneSetSayWhichSetItIs) {
     Fit("Model02");
     Work.FitTitle = "monomer <-> dimer fit";
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, 3));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, SetNo(3)));
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "monomer <-> dimer fit, set3.RA1");
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, 0));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Fraction, AllSets));
     EXPECT_EQ(Chart.Spec.Title1.Text.Str(), "monomer <-> dimer fit");
 }
 
 TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     Fit("Model02EighteenSets");
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets));
     for (long k = 1; k <= 18; ++k) {
         const int first = static_cast<int>(3 * (k - 1));
         EXPECT_EQ(SetColor(first + 1), SetColor(1)) << k;
@@ -147,14 +147,14 @@ TEST_F(SpeciesGraphs, ColourTellsTheSpeciesAndDashTheSet) {
     EXPECT_EQ(SetColor(LegendEntries()[1].LineSet), SetColor(2));
     EXPECT_EQ(SetColor(LegendEntries()[2].LineSet), SetColor(3));
     EXPECT_NE(Screen.FindText("set18.RA1"), nullptr) << "eighteen sets do not fit";
-    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, 0, {}));
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Function, AllSets, {}));
     EXPECT_TRUE(Chart.Looks.Sets.empty()) << "looks outlived their graph";
 }
 
 // There are five dashes: with eighteen sets a few symbols along each line tell apart those that share one.
 TEST_F(SpeciesGraphs, EighteenSetsAreToldApartBySymbolsAndDashes) {
     Fit("Model02EighteenSets");
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets));
     std::set<std::pair<int, int>> looks, legend;
     const std::vector<LegendEntry> entries = LegendEntries();
     for (int k = 0; k < 18; ++k) {
@@ -175,7 +175,7 @@ TEST_F(SpeciesGraphs, EighteenSetsAreToldApartBySymbolsAndDashes) {
 
 TEST_F(SpeciesGraphs, FewSetsAreToldApartByDashesAlone) {
     Fit("Model02");
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 0));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets));
     ASSERT_LE(Work.NumSets, 5);
     EXPECT_TRUE(Screen.OfKind("ellipse").empty() && Screen.OfKind("polygon").empty());
     for (const LegendEntry& entry : LegendEntries())
@@ -184,7 +184,7 @@ TEST_F(SpeciesGraphs, FewSetsAreToldApartByDashesAlone) {
 
 TEST_F(SpeciesGraphs, OfferTheLogarithm) {
     Fit("Model02");
-    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, 1));
+    ASSERT_TRUE(MakeSpeciesGraph(SpeciesGraph::Concentration, SetNo(1)));
     EXPECT_EQ(Charts.SpecialOpts[LogYOption].Text, "Convert Y-Axis to Natural Log");
     const double before = YAt(3, 2);
     Charts.SpecialActions[LogYOption]();
@@ -196,7 +196,7 @@ TEST_F(SpeciesGraphs, OfferTheLogarithm) {
 TEST_F(SpeciesGraphs, InWeightOfTwoKindsOfMonomersAreRefused) {
     Fit("Model08");
     Work.ConcUnits = ConcUnit::Weight;
-    EXPECT_THROW(MakeSpeciesGraph(SpeciesGraph::Concentration, 0), RuntimeError);
+    EXPECT_THROW(MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets), RuntimeError);
 }
 
 TEST_F(SpeciesGraphs, OfOneSetAskForIt) {
