@@ -3,6 +3,7 @@
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
 #include "commands/Examples.h"
+#include "commands/Sessions.h"
 #include "commands/StartUp.h"
 #include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
@@ -118,7 +119,29 @@ void FillRecent() {
     }
 }
 
+constexpr std::size_t SessionRows = 3; // of the latest; the others come up when these are done with
+
+// Files are read for it: at the start, and when one of them has been taken.
+void FillSessions() {
+    const std::vector<RecoverableSession> sessions = RecoverableSessions();
+    Workbench.SessionsHead.Visible = !sessions.empty();
+    for (std::size_t i = 0; i < SessionRows; ++i) {
+        Control& row = Workbench.Sessions[i];
+        row.Visible = Workbench.Discards[i].Visible = i < sessions.size();
+        row.Text = row.Visible ? AsCaption(sessions[i].Text) : "";
+        row.Tag = row.Visible ? sessions[i].Path : "";
+    }
+}
+
+void LoadSessions() {
+    Workbench.SessionsHead = Captioned("Not saved when the program ended");
+    Workbench.Sessions.assign(SessionRows, Control{});
+    Workbench.Discards.assign(SessionRows, Captioned("Discard", "Forget what was kept of it"));
+    FillSessions();
+}
+
 void LoadStartPage() {
+    LoadSessions();
     Workbench.Title = Captioned("Global analysis of sedimentation equilibrium experiments");
     Workbench.OpenScans =
         Captioned("Open &Scans...", "Several at once; they come into the table of data sets");
@@ -186,6 +209,21 @@ void OpenFitButton() {
 
 void RecentFitButton(std::size_t place) {
     RunRecentFile(static_cast<long>(place) + 1);
+}
+
+void SessionButton(std::size_t place) {
+    const std::string path = Workbench.Sessions[place].Tag;
+    RunCommand([&] { RestoreSession(path); }, "Restore session");
+    FillSessions();
+}
+
+void DiscardButton(std::size_t place) {
+    const Control& row = Workbench.Sessions[place];
+    if (!AskYesNo(row.Text + "\n\nIt has not been saved anywhere else. Discard it?", Work.ProgramName,
+                  BoxAnswer::No, BoxIcon::Warning))
+        return;
+    RunCommand([&] { DiscardSession(row.Tag); });
+    FillSessions();
 }
 
 void ExampleButton(std::size_t place) {

@@ -45,6 +45,8 @@ struct WorkbenchForm {
     bool Starts = true; // the start page stands in place of graphs and parameters
     Control Title, Hint;
     Control OpenScans, OpenFit;
+    Control SessionsHead;
+    std::vector<Control> Sessions, Discards; // what a copy of the program has left that died; a row for each
     Control RecentHead;
     std::vector<Control> Recent; // a button for each place of the list; the whole path is its tip
     Control ExamplesHead;
@@ -65,6 +67,8 @@ void StepButton(std::size_t step);
 void OpenScansButton(); // asks for scans, several at once, and opens the table with them
 void OpenFitButton();
 void RecentFitButton(std::size_t place); // from 0
+void SessionButton(std::size_t place);
+void DiscardButton(std::size_t place); // after a question: what was kept is gone then
 void ExampleButton(std::size_t place);
 
 // As OpenScansButton, beginning in a folder, which then is that of the data.

@@ -7,6 +7,7 @@
 #include "commands/Analmenu.h"
 #include "commands/Sessions.h"
 #include "commands/StartUp.h"
+#include "commands/Workbench.h"
 #include "fit/forms/BoundsForm.h"
 #include "fit/forms/GetGuess.h"
 #include "forms/HelpForm.h"
@@ -65,7 +66,7 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     arguments.insert(arguments.begin(), argument);
     BeginSession();
     if (!Analmenu.Ended) OpenArguments(arguments);
-    if (!Analmenu.Ended) OfferSessions();
+    if (!Analmenu.Ended && !Workbench.Starts) OfferSessions(); // the start page has them otherwise
     RefreshForms();
 }
 

@@ -41,6 +41,21 @@ std::vector<QPushButton*> RecentRows(Binder& bind) {
     return rows;
 }
 
+// A session to a line, with the button that discards it behind.
+void AddSessions(Binder& bind, QVBoxLayout* column) {
+    column->addWidget(Heading(
+        bind, []() -> Control& { return Workbench.SessionsHead; }, 1.1));
+    for (std::size_t i = 0; i < Workbench.Sessions.size(); ++i) {
+        auto* row = new QHBoxLayout;
+        row->addWidget(PageButton(
+            bind, [i]() -> Control& { return Workbench.Sessions[i]; }, [i] { SessionButton(i); }));
+        row->addWidget(PageButton(
+            bind, [i]() -> Control& { return Workbench.Discards[i]; }, [i] { DiscardButton(i); }));
+        row->addStretch(1);
+        column->addLayout(row);
+    }
+}
+
 std::vector<QPushButton*> ExampleRows(Binder& bind) {
     std::vector<QPushButton*> rows;
     for (std::size_t i = 0; i < Workbench.Examples.size(); ++i)
