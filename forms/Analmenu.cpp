@@ -9,6 +9,8 @@
 #include "forms/shell/Dropped.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/MenuKeys.h"
+#include "forms/shell/ReaderNames.h"
+#include "forms/shell/WindowPlaces.h"
 #include "forms/workbench/GraphPane.h"
 #include "forms/workbench/Idle.h"
 #include "forms/workbench/ParameterPane.h"
@@ -75,6 +77,14 @@ public:
     }
 
 protected:
+    void showEvent(QShowEvent* event) override {
+        QMainWindow::showEvent(event);
+        if (Placed || event->spontaneous()) return;
+        Placed = true;
+        NameForReaders(*this);
+        PlaceWindow(*this);
+    }
+
     // While a command is at work it cannot be left standing: a fit or a search is cancelled, a question waits
     // for its answer, and the user closes the window again.
     void closeEvent(QCloseEvent* event) override {
@@ -211,6 +221,7 @@ private:
     std::vector<QAction*> Recent;
     std::vector<PaneDock*> Panes; // by PaneKind
     int TimesReset = 0;
+    bool Placed = false;
 };
 
 QWidget* MakeAnalmenu(QWidget* parent) {

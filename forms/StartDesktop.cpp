@@ -15,6 +15,7 @@
 #include "forms/shell/Binding.h"
 #include "forms/shell/ButtonStyle.h"
 #include "forms/shell/FormHost.h"
+#include "forms/shell/WindowPlaces.h"
 #include "forms/shell/WindowSizes.h"
 #include "forms/surfaces/Pictures.h"
 #include "platform/Platform.h"
@@ -51,6 +52,7 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     ShowButtonsAsWords();
     ReadJob = OpenJobFile;
     KeepWindowsOnScreen();
+    LoadPlaces();
     StartQuillon(argument);
     ScaleForms(Work.FormScalingPercent);
     const int rows = RowsThatFit(QApplication::primaryScreen()->availableGeometry().height());
@@ -73,6 +75,8 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
 void EndDesktop() {
     EndHeldPage();
     EndSession();
+    if (QWidget* main = OpenForm(AnalmenuName)) NotePlace(*main);
+    WritePlaces();
     UnloadForms();
 }
 

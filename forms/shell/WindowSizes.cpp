@@ -1,6 +1,8 @@
 #include "forms/shell/WindowSizes.h"
 
 #include "forms/Pieces.h"
+#include "forms/shell/ReaderNames.h"
+#include "forms/shell/WindowPlaces.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -116,8 +118,14 @@ bool IsOfTheToolkit(const QDialog& window) {
 class ScreenKeeper : public QObject {
 public:
     bool eventFilter(QObject* object, QEvent* event) override {
-        auto* window = event->type() == QEvent::Show ? qobject_cast<QDialog*>(object) : nullptr;
-        if (window && window->isWindow() && !event->spontaneous() && !IsOfTheToolkit(*window)) Keep(*window);
+        const bool shows = event->type() == QEvent::Show, hides = event->type() == QEvent::Hide;
+        if ((!shows && !hides) || event->spontaneous()) return false;
+        auto* window = qobject_cast<QDialog*>(object);
+        if (!window || !window->isWindow() || IsOfTheToolkit(*window)) return false;
+        if (hides)
+            NotePlace(*window);
+        else
+            Keep(*window);
         return false;
     }
 
@@ -127,6 +135,8 @@ private:
         const QSize needed = LeastSize(window, std::min(window.width(), room.width()));
         if (window.layout() && !Fits(needed, room)) Scroll(window, room.width());
         window.resize(window.size().expandedTo({0, needed.height()}).boundedTo(room));
+        NameForReaders(window);
+        PlaceWindow(window);
     }
 };
 
