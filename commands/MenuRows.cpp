@@ -4,6 +4,7 @@
 
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
+#include "commands/FitAtOnce.h"
 #include "commands/FitCommand.h"
 #include "commands/History.h"
 #include "commands/HistoryForm.h"
@@ -190,6 +191,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "DoModelSet", "Define &Model...", DoModelSet, Always},
         {Analysis, "DefineUnits", "&Define Units...", DefineUnitsDialog, DataChosen},
         {Analysis, "FitData", "&Fit Data...", FitData, DataAndModel},
+        {Analysis, "FitAtOnce", "Fit at Once", FitAtOnce, DataChosen},
         {Analysis, "ReviewFit", "&Review last fit...", ShowResults, ResultsStand},
         {Analysis, "SearchMinima", "Search for Ot&her Minima...", SearchMinima, CanRestart},
         {Analysis, "DoInitGuesses", "R&e-initialize Concentration Guesses...", DoInitGuesses, DataAndModel, Plain, NewGroup},
@@ -257,8 +259,9 @@ struct ItemKeys {
 constexpr ItemKeys KeysOfItems[] = {{"OpenAnything", "Ctrl+O"}, {"DoFitSave", "Ctrl+Shift+S"},
                                     {"SaveAgain", "Ctrl+S"},    {"MenuExit", "Ctrl+Q"},
                                     {"Undo", "Ctrl+Z"},         {"Redo", "Ctrl+Y; Ctrl+Shift+Z"},
-                                    {"FitData", "F5"},          {"ReviewFit", "F6"},
-                                    {"GraphOverlay", "F7"},     {"GraphResiduals", "F8"}};
+                                    {"FitData", "F5"},          {"FitAtOnce", "Shift+F5"},
+                                    {"ReviewFit", "F6"},        {"GraphOverlay", "F7"},
+                                    {"GraphResiduals", "F8"}};
 
 std::vector<MenuRow> RowsWithKeys() {
     std::vector<MenuRow> rows = AllRows();

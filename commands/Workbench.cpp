@@ -104,6 +104,7 @@ void FillSteps() {
     SetStep(2, UnitWords(), Work.DataChosen != 0);
     SetStep(3, FitWords(), FitStands());
     MarkNextStep();
+    Workbench.AtOnce.Enabled = MainItem("FitAtOnce").Enabled;
 }
 
 // --- the start page --------------------------------------------------------------------------------------
@@ -169,6 +170,8 @@ void LoadWorkbench() {
     NameStep(1, "&Model...", "DoModelSet", "What associates with what");
     NameStep(2, "&Units...", "DefineUnits", "Of masses and concentrations, with the coefficients they need");
     NameStep(3, "Fi&t...", "FitData", "Guesses, what is held, and the fit");
+    Workbench.AtOnce = Captioned("Fit at Once", "With guesses read off the data and all that the model fits; "
+                                                "nothing is asked (Shift+F5)");
     LoadStartPage();
 }
 
@@ -185,6 +188,10 @@ bool PaneIsSeen(PaneKind pane) {
 
 void StepButton(std::size_t step) {
     RunMainCommand(Workbench.Steps[step].Command);
+}
+
+void AtOnceButton() {
+    RunMainCommand("FitAtOnce");
 }
 
 void OpenScansIn(const std::string& folder) {

@@ -38,6 +38,7 @@ struct PaneState {
 
 struct WorkbenchForm {
     std::array<WorkStep, 4> Steps; // data, model, units, fit
+    Control AtOnce;                // the fit without questions
     std::array<PaneState, PaneKinds> Panes;
     std::string Layout; // where the panes stand, as whoever shows them writes it; "" as they come
     int TimesReset = 0; // of the layout: whoever shows it starts afresh when this changes
@@ -64,6 +65,7 @@ void FillWorkbench();
 bool PaneIsSeen(PaneKind pane);
 
 void StepButton(std::size_t step);
+void AtOnceButton();
 void OpenScansButton(); // asks for scans, several at once, and opens the table with them
 void OpenFitButton();
 void RecentFitButton(std::size_t place); // from 0

@@ -67,7 +67,11 @@ QWidget* MakeStepsPane(Binder& bind) {
         grid->addWidget(button, row, 1);
         grid->addWidget(state, row + 1, 1);
     }
-    grid->setRowStretch(static_cast<int>(2 * Workbench.Steps.size()), 1);
+    QPushButton* once = MakeButton(bind, []() -> Control& { return Workbench.AtOnce; }, {});
+    QObject::connect(once, &QPushButton::clicked, once, [] { RunWhenIdle(AtOnceButton); });
+    const int last = static_cast<int>(2 * Workbench.Steps.size());
+    grid->addWidget(once, last, 1);
+    grid->setRowStretch(last + 1, 1);
     return pane;
 }
 

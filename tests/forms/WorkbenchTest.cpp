@@ -1,0 +1,290 @@
+// The workbench at its real window: the start page, the panes, what is dropped, and how many gestures lead
+// to residuals.
+#include "commands/Workbench.h"
+#include "commands/Analmenu.h"
+#include "fit/forms/FitMon.h"
+#include "fit/forms/GetGuess.h"
+#include "forms/shell/Binding.h"
+#include "forms/shell/FormHost.h"
+#include "graphs/GraphPair.h"
+#include "models/forms/ModelForm.h"
+#include "reporting/Results.h"
+#include "scandata/forms/FileForm.h"
+#include "tests/forms/Player.h"
+#include "tests/forms/Scans.h"
+#include "workspace/records/Workspace.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QDockWidget>
+#include <QDropEvent>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <map>
+
+namespace Quillon {
+namespace {
+
+struct WorkbenchAtTheWindow : testing::Test {
+    Player player;
+
+    static QWidget* Main() { return Player::Window(AnalmenuName); }
+    static QDockWidget* Dock(const char* key) { return Main()->findChild<QDockWidget*>(key); }
+    static void ShowFit() {
+        UseFinishedFit();
+        RefreshForms();
+        Player::Serve();
+    }
+    static QListWidget* Legend() { return Dock("ShowGraphs")->findChild<QListWidget*>(); }
+    static QTableWidget* Parameters() { return Dock("ShowParameters")->findChild<QTableWidget*>(); }
+    static void Drop(const std::vector<std::string>& paths) {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const std::string& path : paths)
+            urls << QUrl::fromLocalFile(QString::fromStdString(path));
+        data.setUrls(urls);
+        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(Main(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(Main(), &drop);
+        Player::Serve();
+    }
+};
+
+TEST_F(WorkbenchAtTheWindow, TheStartPageGivesWayToThePanes) {
+    EXPECT_TRUE(Player::Widget(Workbench.OpenScans)->isVisible());
+    EXPECT_TRUE(Dock("ShowSteps")->isVisible());
+    EXPECT_FALSE(Dock("ShowGraphs")->isVisible());
+    ShowFit();
+    EXPECT_FALSE(Player::Widget(Workbench.OpenScans)->isVisible());
+    EXPECT_TRUE(Dock("ShowGraphs")->isVisible());
+    EXPECT_TRUE(Dock("ShowParameters")->isVisible());
+    EXPECT_GT(Dock("ShowGraphs")->width(), Main()->width() / 2);
+    EXPECT_GT(Dock("ShowGraphs")->height(), Main()->height() / 3);
+}
+
+TEST_F(WorkbenchAtTheWindow, AStepOpensItsForm) {
+    player.Expect(ModelFormName, [] { Player::Press(Qt::Key_Escape); });
+    Player::Click(Workbench.Steps[1].Button);
+    EXPECT_FALSE(Player::Widget(Workbench.Steps[3].Button)->isEnabled());
+}
+
+TEST_F(WorkbenchAtTheWindow, APaneIsClosedByItsButtonAndBroughtBackByTheMenu) {
+    ShowFit();
+    Dock("ShowParameters")->close();
+    Player::Serve();
+    EXPECT_FALSE(Dock("ShowParameters")->isVisible());
+    EXPECT_FALSE(ParametersPaneShown());
+    player.ClickMenu("ShowParameters");
+    EXPECT_TRUE(Dock("ShowParameters")->isVisible());
+    auto* main = qobject_cast<QMainWindow*>(Main());
+    main->addDockWidget(Qt::BottomDockWidgetArea, Dock("ShowSteps"));
+    player.ClickMenu("ResetLayout");
+    EXPECT_EQ(main->dockWidgetArea(Dock("ShowSteps")), Qt::LeftDockWidgetArea);
+}
+
+TEST_F(WorkbenchAtTheWindow, AClickInTheLegendHidesASet) {
+    ShowFit();
+    ASSERT_EQ(Legend()->count(), Work.NumSets);
+    const auto click = [] {
+        const QRect place = Legend()->visualItemRect(Legend()->item(1));
+        QTest::mouseClick(Legend()->viewport(), Qt::LeftButton, {}, place.center());
+        Player::Serve();
+    };
+    click();
+    EXPECT_TRUE(IsLeftOut(SetNo(2)));
+    EXPECT_TRUE(Legend()->item(1)->font().strikeOut());
+    click();
+    EXPECT_FALSE(IsLeftOut(SetNo(2)));
+    Legend()->setFocus();
+    Legend()->setCurrentRow(0);
+    Player::Press(Qt::Key_Space);
+    EXPECT_TRUE(IsLeftOut(SetNo(1)));
+    ToggleSet(SetNo(1));
+}
+
+TEST_F(WorkbenchAtTheWindow, ParametersAreCopiedWithTheirHeads) {
+    ShowFit();
+    ASSERT_GT(Parameters()->rowCount(), 3);
+    Parameters()->setFocus();
+    Parameters()->selectRow(1);
+    QTest::keyClick(Parameters(), Qt::Key_C, Qt::ControlModifier);
+    const QStringList lines = QApplication::clipboard()->text().split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[0], "Parameter\tValue\tError\tLower limit\tUpper limit\tState\tNote");
+    EXPECT_EQ(lines[1].section('\t', 0, 0), Parameters()->item(1, 0)->text());
+    EXPECT_EQ(lines[1].count('\t'), 6);
+}
+
+TEST_F(WorkbenchAtTheWindow, PanesStayWhileTheMonitorStands) {
+    UseSimulatedData();
+    Work.LastModel = Work.Model;
+    Work.NewData = Changed::Nothing;
+    Work.PauseBeforeFit = FlagTrue;
+    SetMenuStatus();
+    RefreshForms();
+    player.Expect(GetGuessName, [] { Player::Click(GetGuess.OkButton); });
+    player.Expect(FitMonName, [] {
+        EXPECT_TRUE(Dock("ShowGraphs")->isVisible());
+        Player::Click(FitMon.CancelButton);
+    });
+    Player::Click(Workbench.Steps[3].Button);
+    EXPECT_EQ(Work.Outcome.End, FitEnd::Cancelled);
+}
+
+TEST_F(WorkbenchAtTheWindow, ScansThatAreDroppedComeIntoTheTable) {
+    const std::vector<std::string> paths = WriteScans(player.Directory());
+    UseChannelRadii();
+    player.Expect(FileFormName, [&] {
+        for (int i = 0; i < 1000 && FileForm.Timer1; ++i)
+            QTest::qWait(1);
+        EXPECT_EQ(FileForm.NameBox[0].Text, "00001.RA1");
+        player.ExpectMessage("Do you want to cancel", "Yes");
+        Player::Window(FileFormName)->close();
+    });
+    Drop(paths);
+}
+
+TEST_F(WorkbenchAtTheWindow, AJobThatIsDroppedIsFitted) {
+    Drop({QUILLON_SOURCE "/examples/monomer-dimer/monomer-dimer.job"});
+    EXPECT_EQ(Work.FitDone, FlagTrue) << Work.Outcome.Sentence;
+    EXPECT_EQ(Work.NumSets, 9);
+    EXPECT_EQ(Work.Model, 2);
+    EXPECT_NEAR(Work.Parms[2], 0.0F, 50.0F);
+    EXPECT_EQ(Work.PauseBeforeFit, FlagTrue); // as the user has it, not as the job runs
+    EXPECT_FALSE(GraphPair.Remark.Visible);
+    EXPECT_EQ(Parameters()->rowCount() > 10, true);
+}
+
+TEST_F(WorkbenchAtTheWindow, AJobThatCannotBeReadLeavesTheAnalysis) {
+    ShowFit();
+    const Workspace before = Work;
+    std::FILE* job = std::fopen((player.Directory() + "/bad.job").c_str(), "w");
+    std::fputs("[fit]\nmodel = 99\n", job);
+    std::fclose(job);
+    player.ExpectMessage(player.Directory() + "/bad.job:2: [fit] model: ", "OK");
+    Drop({player.Directory() + "/bad.job"});
+    EXPECT_EQ(Work.FitDone, before.FitDone);
+    EXPECT_EQ(Work.Model, before.Model);
+}
+
+// --- names for screen readers ------------------------------------------------------------------------------
+
+// Controls that take the focus and tell a reader nothing.
+void FindNameless(QAccessibleInterface* at, std::vector<std::string>& nameless) {
+    if (at == nullptr || at->state().invisible) return;
+    if (at->state().focusable && at->text(QAccessible::Name).isEmpty() && at->object() != nullptr &&
+        at->role() != QAccessible::Window && at->role() != QAccessible::Client)
+        nameless.push_back(at->object()->metaObject()->className());
+    for (int i = 0; i < at->childCount() && i < 60; ++i)
+        FindNameless(at->child(i), nameless);
+}
+
+TEST_F(WorkbenchAtTheWindow, EveryControlTellsAReaderItsName) {
+    ShowFit();
+    std::vector<std::string> nameless;
+    FindNameless(QAccessible::queryAccessibleInterface(Main()), nameless);
+    EXPECT_EQ(nameless, std::vector<std::string>{});
+    for (const char* item : {"DoModelSet", "DefineUnits", "AlterBounds", "SetConfidence", "AllSettings",
+                             "mnuSigmaCalculator", "ReadData", "ReviewFit"}) {
+        const std::map<std::string, std::string> forms = {
+            {"DoModelSet", "ModelForm"},     {"DefineUnits", "UnitsForm"},
+            {"AlterBounds", "BoundsForm"},   {"SetConfidence", "ConfidenceInput"},
+            {"AllSettings", "SettingsForm"}, {"mnuSigmaCalculator", "SigmaCalcForm"},
+            {"ReadData", FileFormName},      {"ReviewFit", ResultsName}};
+        const std::string form = forms.at(item);
+        player.Expect(form, [form] {
+            std::vector<std::string> found;
+            FindNameless(QAccessible::queryAccessibleInterface(Player::Window(form)), found);
+            EXPECT_EQ(found, std::vector<std::string>{}) << form;
+            Player::Window(form)->close();
+            Player::Serve();
+        });
+        player.ClickMenu(item);
+    }
+}
+
+// --- gestures ----------------------------------------------------------------------------------------------
+
+// Counts what a user does with the mouse: a click, a double click, a choice in a file dialog (the first file,
+// with Shift the last one, Open; of one file a double click).
+struct Counted {
+    int Gestures = 0;
+    void Click(const Control& control) {
+        ++Gestures;
+        Player::Click(control);
+    }
+    void DoubleClick(const Control& control) {
+        ++Gestures;
+        QTest::mouseDClick(Player::Widget(control), Qt::LeftButton);
+        Player::Serve();
+    }
+};
+
+struct GesturesToResiduals : WorkbenchAtTheWindow {
+    Counted user;
+
+    void Give(const std::vector<std::string>& paths) {
+        user.Gestures += paths.size() > 1 ? 3 : 1;
+        player.GiveFiles(paths);
+    }
+    void AcceptTable(int rows) {
+        player.Expect(FileFormName, [this, rows] {
+            for (int i = 0; i < 2000 && FileForm.Timer1; ++i)
+                QTest::qWait(1);
+            Player::Serve();
+            EXPECT_NE(FileForm.NameBox[static_cast<std::size_t>(rows - 1)].Text, "");
+            user.Click(FileForm.OkButton);
+        });
+    }
+    void SeeResiduals() {
+        player.Expect(ResultsName, [] {
+            EXPECT_TRUE(GraphPair.HasResiduals);
+            EXPECT_TRUE(Dock("ShowGraphs")->isVisible());
+            Player::Click(Results.OkButton);
+        });
+    }
+    static std::string In(const std::string& name) { return QUILLON_SOURCE "/examples/" + name; }
+};
+
+TEST_F(GesturesToResiduals, OfNineSetsOfMonomerAndDimerAreTwelveAtMost) {
+    Give({In("monomer-dimer/00020.RA2"), In("monomer-dimer/00033.RA2"), In("monomer-dimer/00044.RA2")});
+    AcceptTable(9);
+    user.Click(Workbench.OpenScans);
+    EXPECT_EQ(Work.NumSets, 9);
+    player.Expect(ModelFormName, [this] { user.DoubleClick(ModelForm.ModelRow[1]); });
+    user.Click(Workbench.Steps[1].Button);
+    SeeResiduals();
+    player.Expect(FitMonName, [] {});
+    user.Click(Workbench.AtOnce);
+    EXPECT_EQ(Work.FitDone, FlagTrue) << Work.Outcome.Sentence;
+    std::printf("gestures to the residuals of 9 sets of monomer and dimer: %d\n", user.Gestures);
+    EXPECT_LE(user.Gestures, 12);
+}
+
+TEST_F(GesturesToResiduals, OfOneSetOfATwoChannelCellAreSixAtMost) {
+    Give({In("single-species/00024.RA1")});
+    AcceptTable(1);
+    user.Click(Workbench.OpenScans);
+    EXPECT_EQ(Work.NumSets, 1);
+    SeeResiduals();
+    player.Expect(FitMonName, [] {});
+    user.Click(Workbench.AtOnce);
+    EXPECT_EQ(Work.FitDone, FlagTrue) << Work.Outcome.Sentence;
+    std::printf("gestures to the residuals of 1 set of a two-channel scan: %d\n", user.Gestures);
+    EXPECT_LE(user.Gestures, 6);
+}
+
+} // namespace
+} // namespace Quillon
