@@ -31,6 +31,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <optional>
 
 namespace Quillon {
 
@@ -151,13 +152,15 @@ private:
     void RefreshPanes() {
         const bool reset = TimesReset != Workbench.TimesReset;
         if (reset) PlacePanes();
-        const bool begun = !Workbench.Starts && !centralWidget()->isHidden();
-        if (centralWidget()->isHidden() == Workbench.Starts) centralWidget()->setVisible(Workbench.Starts);
+        const bool begun = !Workbench.Starts && StartShown.value_or(true);
+        if (StartShown != Workbench.Starts) centralWidget()->setVisible(Workbench.Starts);
+        StartShown = Workbench.Starts;
         for (std::size_t i = 0; i < Panes.size(); ++i) {
             const bool seen = PaneIsSeen(static_cast<PaneKind>(i));
             if (Panes[i]->isHidden() == seen) Panes[i]->setVisible(seen);
         }
-        if (reset || (begun && Workbench.Layout.empty())) SizePanes();
+        if (reset || (begun && Workbench.Layout.empty()))
+            QTimer::singleShot(0, this, [this] { SizePanes(); }); // once the window has its size
     }
 
     // At the end of the program; of the start page alone there is nothing to be kept.
@@ -221,6 +224,7 @@ private:
     std::vector<QAction*> Recent;
     std::vector<PaneDock*> Panes; // by PaneKind
     int TimesReset = 0;
+    std::optional<bool> StartShown; // the start page; nothing before the first look
     bool Placed = false;
 };
 

@@ -333,7 +333,8 @@ void LookThrough(long columns, bool residuals, int x, int y, Nearest& nearest) {
     const double byY = DrawDivisor(Chart.Spec.AxisY1, Chart.LoadFactorY);
     for (const SetNo set : EachSet()) {
         const long column = columns * (set.Number - 1) + 1;
-        for (long i = 1; column <= Chart.DataX.Sets() && i <= TruePointsOf(set); ++i) {
+        const long points = std::min<long>(TruePointsOf(set), Chart.DataX.Points());
+        for (long i = 1; column <= Chart.DataX.Sets() && i <= points; ++i) {
             const float px = Chart.DataX(i, column), py = Chart.DataY(i, column);
             if (px == MissingValue || py == MissingValue) continue;
             const double distance = std::pow(MapX(static_cast<double>(px) / byX) - x, 2) +
@@ -375,8 +376,10 @@ bool FollowAnalysis() {
     GraphPair.Legend.clear();
     FillRemark();
     if (!data) return true;
+    const OneBased<float> residuals = Work.PtResid; // to look at an analysis changes nothing in it
     BuildGraphs();
     FillLegend();
+    Work.PtResid = residuals;
     return true;
 }
 
@@ -429,7 +432,7 @@ PairPoint PairPointAt(int x, int y, int reach) {
 }
 
 std::string PairPointText(const PairPoint& point) {
-    if (point.Set == NoSet) return "";
+    if (point.Set == NoSet || point.Point > Work.NumPts) return "";
     const RowNo row = RowOf(point.Set);
     const long place = point.Point - FirstPointOf(point.Set);
     std::string text = FigureName(point.Set) + "\n";
@@ -437,7 +440,8 @@ std::string PairPointText(const PairPoint& point) {
         Told("radius", static_cast<double>(Work.ScanRadius[row][Work.FitRange[0][row] + place]), "0.0000");
     text += " cm, " + Told("signal", static_cast<double>(Work.PtY[point.Point]), "0.0000");
     if (GraphPair.HasResiduals)
-        text += ", " + Told("residual", static_cast<double>(Work.PtResid[point.Point]), "0.0000");
+        text += ", " + Told("residual", static_cast<double>(Work.PtY[point.Point] - Work.PtFit[point.Point]),
+                            "0.0000");
     return text;
 }
 

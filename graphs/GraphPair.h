@@ -31,7 +31,7 @@ struct GraphPairRecord {
 extern GraphPairRecord GraphPair;
 
 // Brings the record up to the analysis. False when nothing has changed since the last time: there is nothing
-// to paint anew. Residuals are filled in (Work.PtResid). A graph that cannot be built is empty.
+// to paint anew. The analysis is left as it is. A graph that cannot be built is empty.
 bool FollowAnalysis();
 
 // Lays both graphs out on a surface and paints them, with letters so many units high. Nobody is asked and no

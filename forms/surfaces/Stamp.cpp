@@ -23,6 +23,39 @@ QRect Around(std::span<const DevicePoint> corners) {
     return QRect(QPoint(around.Left, around.Top), QPoint(around.Right, around.Bottom));
 }
 
+// Each of the four bytes of a colour times a / 255, rounded to nearest, two bytes at a time.
+QRgb Times(QRgb color, unsigned a) {
+    const auto rounded = [](unsigned products) {
+        return (products + ((products >> 8U) & 0xFF00FFU) + 0x800080U) >> 8U & 0xFF00FFU;
+    };
+    return rounded((color & 0xFF00FFU) * a) | rounded((color >> 8U & 0xFF00FFU) * a) << 8U;
+}
+
+// The part of a stamp that is to be seen, on an image without transparency.
+void Blend(QImage& image, const QImage& stamp, QPoint corner, const QRect& seen) {
+    for (int y = seen.top(); y <= seen.bottom(); ++y) {
+        auto* to = reinterpret_cast<QRgb*>(image.scanLine(y));
+        const auto* from = reinterpret_cast<const QRgb*>(stamp.constScanLine(y - corner.y()));
+        for (int x = seen.left(); x <= seen.right(); ++x) {
+            const QRgb color = from[x - corner.x()];
+            const unsigned alpha = qAlpha(color);
+            if (alpha == 255U)
+                to[x] = color;
+            else if (alpha != 0U)
+                to[x] = (color + Times(to[x], 255U - alpha)) | 0xFF000000U;
+        }
+    }
+}
+
+// The image that a painter paints on, where its dots can be reached without it: of 32 bits without
+// transparency. Null otherwise.
+QImage* PlainImage(const QPainter& painter) {
+    auto* device = painter.device();
+    if (device->devType() != QInternal::Image) return nullptr;
+    auto* image = static_cast<QImage*>(device);
+    return image->format() == QImage::Format_RGB32 && image->devicePixelRatio() == 1.0 ? image : nullptr;
+}
+
 } // namespace
 
 bool IsSmall(std::span<const DevicePoint> corners) {
@@ -58,7 +91,13 @@ Stamp MakeStamp(std::span<const DevicePoint> corners, bool round, int reach,
 }
 
 void SetDown(QPainter& painter, const Stamp& stamp, DevicePoint first) {
-    painter.drawImage(QPoint(first.X, first.Y) + stamp.Corner, stamp.Picture);
+    const QPoint corner = QPoint(first.X, first.Y) + stamp.Corner;
+    QImage* image = PlainImage(painter);
+    if (image == nullptr) return painter.drawImage(corner, stamp.Picture);
+    // What a painter looks after for each picture takes many times as long as the few dots of a symbol.
+    QRect seen = QRect(corner, stamp.Picture.size()) & image->rect();
+    if (painter.hasClipping()) seen &= painter.clipBoundingRect().toRect();
+    if (!seen.isEmpty()) Blend(*image, stamp.Picture, corner, seen);
 }
 
 } // namespace Quillon

@@ -86,6 +86,13 @@ TEST_F(PairOfGraphs, TheGraphAtHandIsLeftAlone) {
     EXPECT_TRUE(Outside.Asked.empty());
 }
 
+TEST_F(PairOfGraphs, ToLookAtAnAnalysisChangesNothingInIt) {
+    const Workspace before = Work;
+    FollowAnalysis();
+    Paint();
+    EXPECT_TRUE(Work == before);
+}
+
 TEST_F(PairOfGraphs, NothingIsBuiltAnewWhereNothingHasChanged) {
     EXPECT_TRUE(FollowAnalysis());
     EXPECT_FALSE(FollowAnalysis());

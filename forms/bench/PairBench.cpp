@@ -1,0 +1,111 @@
+// How long the workbench takes to show an analysis that has changed, and to paint it again in another size: 9
+// sets of 100 points, and 18 of 1800.
+//
+//     pair-bench [WIDTH HEIGHT [FILE]]      (QT_QPA_PLATFORM=offscreen without a display)
+//
+// Processor time, since a window shares its machine; the best of ten. FILE takes the larger picture.
+#include "forms/surfaces/QtSurface.h"
+#include "graphs/GraphPair.h"
+#include "platform/Narrow.h"
+#include "platform/Platform.h"
+#include "workspace/records/Workspace.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+
+using namespace Quillon;
+
+namespace {
+
+void Wire() {
+    Platform filling;
+    filling.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
+    filling.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
+    filling.WriteFile = [](const std::string&, const std::string&) {};
+    filling.FileExists = filling.DirectoryExists = [](const std::string&) { return false; };
+    filling.Clock = [] { return ClockTime{}; };
+    filling.Uniform = [] { return 0.5F; };
+    InstallPlatform(filling);
+}
+
+// Exponentials with a saw of noise, each set above the other, and the fit of all of them.
+void Fill(long sets, long points) {
+    Work = FreshWorkspace();
+    Work.NumSets = ToInt16(sets);
+    Work.NumPts = ToInt16(static_cast<double>(sets * points));
+    Work.DataChosen = Work.FitDone = Work.FitValid = FlagTrue;
+    Work.SetPts.Recreate(sets);
+    for (OneBased<float>* values : {&Work.PtX, &Work.PtY, &Work.PtFit})
+        values->Recreate(sets * points);
+    Work.PtSet.Recreate(sets * points);
+    for (long set = 1; set <= sets; ++set) {
+        Work.SetRow[set] = Work.SetOfRow[set] = ToInt16(static_cast<double>(set));
+        Work.SetPts[set] = ToInt16(static_cast<double>(points));
+        Work.SetLabel[set] = "/data/run/000" + std::to_string(10 + set) + ".RA1";
+        Work.ScanRPM[set] = 10000.0F + 1000.0F * static_cast<float>(set);
+        for (long i = 1; i <= points; ++i) {
+            const long p = (set - 1) * points + i;
+            const double r = 2.0 * static_cast<double>(i) / static_cast<double>(points) - 1.0;
+            const double fit =
+                0.3 * std::exp(r * (1.0 + 0.1 * static_cast<double>(set))) + 0.05 * static_cast<double>(set);
+            const double noise = 0.01 * (static_cast<double>(p * 7919 % 1000) / 500.0 - 1.0);
+            Work.PtX[p] = static_cast<float>(r);
+            Work.PtY[p] = static_cast<float>(fit + noise);
+            Work.PtFit[p] = static_cast<float>(fit);
+            Work.PtSet[p] = ToInt16(static_cast<double>(set));
+        }
+    }
+    Work.RmsResidual = 0.006F;
+}
+
+double Best(const std::function<void()>& work) {
+    double best = 1e300;
+    for (int run = 0; run < 10; ++run) {
+        const std::clock_t before = std::clock();
+        work();
+        best = std::min(best, 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+    }
+    return best;
+}
+
+void Measure(const DrawingSurface& surface, long sets, long points) {
+    Fill(sets, points);
+    const double look = Best([] { FollowAnalysis(); });
+    const double build = Best([] {
+        Work.PtFit[1] += 1e-5F;
+        FollowAnalysis();
+    });
+    const double paint = Best([&] { PaintGraphPair(surface, 16); });
+    std::printf("%2ld sets of %4ld points: %.2f ms to see that nothing has changed, %.1f ms to build, %.1f "
+                "ms to paint\n",
+                sets, points, look, build, paint);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    Wire();
+    const auto target = std::make_shared<PainterTarget>();
+    target->Width = argc > 2 ? std::atoi(argv[1]) : 800;
+    target->Height = argc > 2 ? std::atoi(argv[2]) : 520;
+    target->Stamps = true; // as a window does
+    target->DotsPerInchX = target->DotsPerInchY = 96;
+    QImage image(target->Width, target->Height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    target->Painter = &painter;
+    const DrawingSurface surface = PainterSurface(target);
+    Measure(surface, 9, 100);
+    Measure(surface, 18, 1800);
+    painter.end();
+    return argc > 3 && !image.save(argv[3]) ? 1 : 0;
+}
