@@ -174,6 +174,25 @@ template <class Start> void TryStart(const ModelVariant& variant, BestEnd& best,
     HandOnCancel(cancelled);
 }
 
+// Behind the best end so far, and behind the user's own fit as well: a row in the wrong minimum ranks its
+// model too low.
+void LookBehind(BestEnd& best) {
+    if (IsCancelled() || !best.Fit) return;
+    const Workspace own = Work;
+    Work = *best.Fit;
+    const bool known = Work.StartParms.Size() == Work.Parms.Size();
+    const PerSlot<float> start = known ? Work.StartParms : Work.Parms;
+    const std::optional<Workspace> lower = FindLowerMinimum(start);
+    const bool cancelled = IsCancelled();
+    if (lower) {
+        Work = *lower;
+        CopySharedConstants();
+        best.Take(Work);
+    }
+    Work = own;
+    Work.AbortFit = Flag(cancelled);
+}
+
 std::string NotesOfFit() {
     std::string notes;
     if (Work.Outcome.End != FitEnd::Converged) AddNote(notes, AsSentence(Work.Outcome.Sentence));
@@ -213,6 +232,7 @@ void FitRow(ComparedModel& row, const Workspace* contained) {
         TryStart(variant, best, [] {
             if (Work.StartParms.Size() == Work.Parms.Size()) Work.Parms = Work.StartParms;
         });
+    LookBehind(best);
     row.IsOwn = ownStands && !IsClearlyLower(*best.Fit, Work);
     if (row.IsOwn)
         TakeOwnFit(best = BestEnd{});

@@ -58,7 +58,8 @@ ModelVariant VariantOfWork();
 // are held where they are held there, at the same values. A mass of B that the user's model does not have is
 // held at the value that stands for it. Starts are the guesses, and the fit of the largest model of the list
 // that is contained in it with its new constants where they just show; the user's own fit is one of the ends
-// of its model. The lowest minimum counts.
+// of its model. Behind the best end of a model a lower minimum is looked for (FindLowerMinimum,
+// fit/GNLLSQ.h), behind the user's own fit as well. The lowest minimum counts.
 Comparison CompareModels(const std::vector<ModelVariant>& list, const std::function<void(long done)>& told);
 
 // AICc and BIC by the formulas above, free without the noise; nothing where they do not exist.

@@ -6,6 +6,7 @@
 #include "files/RunPieces.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
+#include "tests/fit/Robustness.h"
 #include "tests/support/ReferenceFit.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Roads.h"
@@ -19,14 +20,18 @@ namespace Quillon {
 namespace {
 
 // What the simulated experiment does not fit and the model uses is held, as behind the guesses dialog.
-void LoadHeldCase(const char* name) {
-    LoadCase(ModelCaseNamed(name));
+void HoldWhatIsNotFitted() {
     for (const SlotNo slot : EachSlot()) {
         const SlotUse use = RuleOfSlot(slot).Use;
         const bool used = use != SlotUse::Hidden && use != SlotUse::HiddenZero && use != SlotUse::HiddenAsN &&
                           (use != SlotUse::WhenNonIdeal || Work.NonIdeal);
         if (used && Work.FreeMap[slot] == SlotUnused) Work.FreeMap[slot] = SlotHeld;
     }
+}
+
+void LoadHeldCase(const char* name) {
+    LoadCase(ModelCaseNamed(name));
+    HoldWhatIsNotFitted();
 }
 
 void FitCase(const char* name) {
@@ -306,6 +311,33 @@ TEST(Comparison, FindsTheLargerModelFromTheSmallerOne) {
         ASSERT_TRUE(row.Minimum) << name << ": " << row.Notes;
         EXPECT_LE(row.SumSq, least * 1.001) << name;
     }
+}
+
+// The user's fit of a mixture had converged with some sets in the wrong proportion of their species, and its
+// row was ranked by that.
+TEST(Comparison, AFitInTheWrongMinimumWasRankedByIt) {
+    Script script;
+    int wrong = 0;
+    for (std::uint64_t seed = 3; seed <= 8 && wrong == 0; ++seed) {
+        LoadMixture({9, 1}, seed);
+        Work.DataChosen = Work.ModelChosen = FlagTrue;
+        Work.LastModel = Work.Model;
+        HoldWhatIsNotFitted();
+        const double least = static_cast<double>(FitReference(Work).End.SumSq);
+        StartFromDefaults();
+        Work.StartParms = Work.Parms;
+        RunFit();
+        if (Work.Outcome.End != FitEnd::Converged || Work.SumSq <= 1.01 * least) continue;
+        ++wrong;
+        const Workspace own = Work;
+        const ComparedModel row = RowNamed(Compare("9"), "9");
+        EXPECT_TRUE(Work == own);
+        ASSERT_TRUE(row.Minimum) << row.Notes;
+        EXPECT_FALSE(row.IsOwn);
+        EXPECT_LT(row.SumSq, 0.999 * own.SumSq);
+        EXPECT_LE(row.SumSq, 1.001 * least);
+    }
+    EXPECT_EQ(wrong, 1) << "no draw ends in a wrong minimum any more";
 }
 
 } // namespace
