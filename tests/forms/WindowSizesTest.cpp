@@ -5,6 +5,8 @@
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/ChartBox.h"
+#include "forms/shell/WindowPlaces.h"
+#include "persistence/WindowPlaces.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "reporting/values/Correlation.h"
@@ -22,6 +24,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -131,11 +134,47 @@ TEST_F(WindowSizes, ALargerFontCutTheForms) {
         Open(player, "AlterBounds", "BoundsForm");
         Open(player, "SetConfidence", "ConfidenceInput");
         Open(player, "mnuSigmaCalculator", "SigmaCalcForm");
+        Open(player, "AllSettings", "SettingsForm");
         Open(player, "ReadData", FileFormName);
         UseFinishedFit();
         Open(player, "ReviewFit", ResultsName);
         Open(player, "Covariance", CorrelationName);
     }
+}
+
+TEST_F(WindowSizes, TheMainWindowHasItsPanesOnASmallScreen) {
+    UseFinishedFit();
+    RefreshForms();
+    Player::Serve();
+    const QWidget* main = Player::Window(AnalmenuName);
+    EXPECT_TRUE(IsOnScreen(*main));
+    EXPECT_EQ(Cut(*main), std::vector<std::string>{});
+}
+
+// What the user does to a window takes effect once the window manager has placed it.
+TEST_F(WindowSizes, AWindowOpensWhereTheUserHasPutIt) {
+    const QRect wanted(120, 90, 700, 520);
+    player.Expect("ModelForm", [wanted] {
+        QTest::qWait(600);
+        Player::Window("ModelForm")->setGeometry(wanted);
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("DoModelSet");
+    player.Expect("ModelForm", [wanted] {
+        EXPECT_EQ(Player::Window("ModelForm")->geometry(), wanted);
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("DoModelSet");
+    WritePlaces();
+    EXPECT_EQ(KeptPlace("PlaceModelForm"), "120 90 700 520");
+    KeepPlaces({{"PlaceUnitsForm", "9000 -9000 300 200"}}); // of a screen that has gone
+    UseSimulatedData();
+    RefreshForms();
+    player.Expect("UnitsForm", [] {
+        EXPECT_TRUE(IsOnScreen(*Player::Window("UnitsForm")));
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("DefineUnits");
 }
 
 TEST_F(WindowSizes, AFormThatScrollsOpenedAtAButtonToTheRightOfItsFirstField) {
