@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
+#include <QTimer>
 
 #include <cstdio>
 #include <map>
@@ -107,6 +108,8 @@ void ShowFormModally(const std::string& name) {
     RefreshForms();
     if (auto* dialog = qobject_cast<QDialog*>(window.data())) {
         const ModalWait wait(dialog);
+        // What stands behind it may show what it is about, as the graphs of the fit whose results are shown.
+        QTimer::singleShot(0, dialog, [] { RefreshForms(); });
         dialog->exec();
     }
     form->Modal = false;
