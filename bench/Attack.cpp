@@ -10,6 +10,7 @@
 #include "platform/Platform.h"
 #include "tests/fit/Robustness.h"
 #include "tests/support/Simulate.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -43,10 +44,6 @@ double Between(NoiseSource& random, double low, double high) {
 }
 
 // --- the experiment
-
-bool IsConstant(long slot) {
-    return slot == 2 || slot == 4 || slot == 6;
-}
 
 void MoveTruth(ModelCase& c, NoiseSource& random) {
     for (double* lnK : {&c.LnK2, &c.LnK4, &c.LnK6})
@@ -96,7 +93,7 @@ std::optional<std::string> Load(std::uint64_t number) {
 void Fit(const PerSlot<float>& start) {
     RunFit();
     if (Work.Outcome.End != FitEnd::Converged) {
-        Work.AbortFit = FlagFalse;
+        ClearCancel();
         RescueFit(start);
     }
     if (Work.Outcome.End != FitEnd::Converged) return;

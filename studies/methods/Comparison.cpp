@@ -190,7 +190,7 @@ void LookBehind(BestEnd& best) {
         best.Take(Work);
     }
     Work = own;
-    Work.AbortFit = Flag(cancelled);
+    HandOnCancel(cancelled);
 }
 
 std::string NotesOfFit() {
