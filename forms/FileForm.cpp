@@ -120,7 +120,7 @@ public:
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override {
         const bool byKey = event->reason() == QContextMenuEvent::Keyboard; // the line with the focus
-        for (int line = 0; line < FileFormLines; ++line)
+        for (int line = 0; line < FileForm.Lines; ++line)
             if (byKey ? line == Work.CurrentRow : LineRect(line).contains(event->pos())) {
                 const QPoint at = byKey ? mapToGlobal(LineRect(line).center()) : event->globalPos();
                 return MenuOf(line, at);
@@ -130,7 +130,7 @@ protected:
         Marked = Work.CurrentRow;
         // While the ratios of a set are asked for, the current row counts over both pages.
         const QRect line =
-            LineRect(Marked < FileFormLines ? Marked : Marked - FileFormLines * Work.CurrentPage);
+            LineRect(Marked < FileForm.Lines ? Marked : Marked - FileFormLines * Work.CurrentPage);
         if (line.isEmpty()) return;
         QPainter painter(this);
         QColor mark = palette().color(QPalette::Highlight);
@@ -143,7 +143,7 @@ protected:
 
 private:
     QRect LineRect(int line) const {
-        if (line < 0 || line >= FileFormLines) return {}; // on the page that does not show
+        if (line < 0 || line >= FileForm.Lines) return {}; // on the page that does not show
         QRect all;
         for (int column = 0; column < Grid->columnCount(); ++column)
             all |= Grid->cellRect(line + 1, column);
@@ -180,6 +180,7 @@ class TableDialog : public FormDialog {
 public:
     explicit TableDialog(QWidget* parent) : FormDialog(FileForm.State, FileFormCloseBox, parent) {
         setAcceptDrops(true);
+        if (HasRoomForAllLines()) ShowAllLines();
         auto* all = new QVBoxLayout(this);
         all->addWidget(new SheetView(Sheet));
         FillSheet();
@@ -210,6 +211,12 @@ protected:
     }
 
 private:
+    // A line is about as high as two lines of text; head, hint, messages and buttons take as much as fifteen.
+    bool HasRoomForAllLines() const {
+        const int text = fontMetrics().lineSpacing();
+        return screen()->availableGeometry().height() >= AllFileFormLines * (2 * text + 5) + 15 * text;
+    }
+
     // The files are chosen before the main window; the table comes back behind the last. Its modal showing
     // goes on meanwhile, which hide() would end.
     void WriteDataBehindTheTable() {
@@ -228,7 +235,7 @@ private:
         grid->addWidget(MakeHead(
                             Bind, []() -> Control& { return FileForm.PointsHead; }, 8),
                         0, PointsColumn);
-        for (int line = 0; line < FileFormLines; ++line)
+        for (int line = 0; line < FileForm.Lines; ++line)
             AddLine(grid, line);
         for (const int column : {2, 7}) // names of files
             grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("00000000.RA1") * 5 / 4 + 16);

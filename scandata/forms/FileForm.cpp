@@ -112,9 +112,9 @@ void LockRow(std::size_t i) {
     FileForm.NameBox[i].Visible = false;
 }
 
-// Hides and empties the columns of all nine lines, and locks all but the first.
+// Hides and empties the columns of all lines, and locks all but the first.
 void ClearRows() {
-    for (std::size_t i = 0; i < FileFormLines; ++i) {
+    for (std::size_t i = 0; i < AllFileFormLines; ++i) {
         for (auto* column :
              {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.ChannelBox, &FileForm.ShiftBase,
               &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.PointsBox, &FileForm.BlankFile,
@@ -145,7 +145,7 @@ void FillLine(int line) {
     FileForm.NameBox[i].Text = Work.ScanFile[row];
     if (Work.ScanFile[row].empty()) return;
     UnlockRow(line);
-    if (line + 1 < FileFormLines) UnlockRow(line + 1);
+    if (line + 1 < FileForm.Lines) UnlockRow(line + 1);
     FileForm.BlankFile[i].Text = Work.BaselineFile[row];
     FileForm.Check1[i].Value = Work.IncludeSet[row];
     FileForm.CellBox[i].Text = CenterpieceText(Work.CenterpieceType[row]);
@@ -158,6 +158,10 @@ void FillLine(int line) {
 }
 
 } // namespace
+
+bool HasPages() {
+    return FileForm.Lines < AllFileFormLines;
+}
 
 RowNo RowOfLine(int line) {
     return RowNo(line + 1 + FileFormLines * Work.CurrentPage);
@@ -198,7 +202,7 @@ void ShowCenterpiece(int line) {
 }
 
 void ShowRowValues(RowNo row) {
-    const auto i = static_cast<std::size_t>((row.Number - 1) % FileFormLines);
+    const auto i = static_cast<std::size_t>((row.Number - 1) % FileForm.Lines);
     const auto radius = [&](std::size_t end) {
         const long p = Work.FitRange[end][row];
         if (p < 1 || p > Work.ScanRadius[row].Hi()) return std::string();
@@ -218,17 +222,18 @@ void ShowRange(int line, float inner, float outer) {
 
 void FillPage() {
     ClearRows();
-    const int last = std::min<int>(8, Work.CurrentPage == 0 ? Work.HighestSet - 1 : Work.HighestSet - 9);
+    const int last = std::min<int>(FileForm.Lines, Work.HighestSet - FileFormLines * Work.CurrentPage) - 1;
     for (int line = 0; line <= last; ++line)
         FillLine(line);
-    FileForm.Page2.Visible = Work.CurrentPage == 1 || !FileForm.NameBox[8].Text.empty();
+    FileForm.Page2.Visible =
+        HasPages() && (Work.CurrentPage == 1 || !FileForm.NameBox[FileFormLines - 1].Text.empty());
     FileForm.Page2.Text = Work.CurrentPage == 0 ? "Page &2" : "Page &1";
     Work.CurrentRow = 0;
     FileForm.State.FocusOn = &FileForm.Check1[0];
 }
 
 void StoreIncludes() {
-    for (int line = 0; line < FileFormLines; ++line) {
+    for (int line = 0; line < FileForm.Lines; ++line) {
         const RowNo row = RowOfLine(line);
         Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[At(line)].Value;
     }
@@ -238,7 +243,7 @@ void LoadFileForm() {
     FileForm = FileFormRecord{};
     FileForm.State.Caption = "Data Included in Fit";
     NameHeads();
-    for (std::size_t i = 0; i < FileFormLines; ++i)
+    for (std::size_t i = 0; i < AllFileFormLines; ++i)
         NameLine(i);
     NameButtons();
     FileForm.LogPlot.Value = Work.RangeLogPlot ? 1 : 0;
@@ -248,6 +253,13 @@ void LoadFileForm() {
     FileForm.Timer1 = !AskedForScan && !Work.DataChosen;
     if (FileForm.Timer1) AskedForScan = true;
     FileForm.State.Shown = true;
+}
+
+void ShowAllLines() {
+    if (!HasPages()) return;
+    FileForm.Lines = AllFileFormLines;
+    Work.CurrentPage = 0;
+    FillPage();
 }
 
 void StartFileForm() {

@@ -1,6 +1,7 @@
 #pragma once
-// The form "Data Included in Fit" as data: the table of data sets, nine lines to a page. Lines count from 0
-// on the page that shows; the row of a line is line + 1 + 9 * Work.CurrentPage. The form keeps no data of its
+// The form "Data Included in Fit" as data: the table of data sets, nine lines to a page, or all eighteen on
+// one where the screen has room for them. Lines count from 0 on the page that shows; the row of a line is
+// line + 1 + 9 * Work.CurrentPage. The form keeps no data of its
 // own: its columns are the workspace's.
 //
 // What the user does in it: scandata/forms/FileFormEvents.h, with files scandata/forms/FileFormScans.h, by
@@ -17,12 +18,14 @@
 
 namespace Quillon {
 
-inline constexpr int FileFormLines = 9;
+inline constexpr int FileFormLines = 9; // of a page
+inline constexpr int AllFileFormLines = 18;
 
 inline constexpr const char* FileFormName = "FileForm"; // of the form, for the seam
 
 struct FileFormRecord {
-    template <class T> using PerLine = std::array<T, FileFormLines>;
+    template <class T> using PerLine = std::array<T, AllFileFormLines>;
+    int Lines = FileFormLines; // that show: those of a page, or all
     FormState State;
     std::int16_t FormChanged = 0;     // 1 data changed, 2 only ranges or baseline shifts
     std::int16_t CopyRunning = 0;     // flag
@@ -42,6 +45,10 @@ extern FileFormRecord FileForm;
 
 // Opens the form and answers how it was closed. scans are read into it as soon as it shows (Timer1).
 DialogAnswer OpenFileForm(const std::vector<std::string>& scans = {});
+
+// The window has room for all lines: there are no pages then. Called before it is made.
+void ShowAllLines();
+bool HasPages();
 
 // The program starts: the next opening of the form without accepted data asks for a scan at once (Timer1).
 void StartFileForm();

@@ -167,7 +167,7 @@ void FileFormArrowKey(int line, FileFormArrow arrow) {
         if (line > 0) FileForm.State.FocusOn = &FileForm.Check1[At(line - 1)];
         return;
     }
-    const bool open = line + 1 < FileFormLines && FileForm.NameBox[At(line + 1)].Enabled &&
+    const bool open = line + 1 < FileForm.Lines && FileForm.NameBox[At(line + 1)].Enabled &&
                       FileForm.Check1[At(line + 1)].Enabled;
     if (open)
         FileForm.State.FocusOn = &FileForm.Check1[At(line + 1)];
@@ -260,7 +260,8 @@ void FileFormLogPlot() {
 
 void FileFormPage2() {
     StoreIncludes();
-    if (Work.CurrentPage == 0 && !HoldsScan(FileFormLines - 1)) return Host.Beep();
+    const bool none = !HasPages() || (Work.CurrentPage == 0 && !HoldsScan(FileFormLines - 1));
+    if (none) return Host.Beep();
     Work.CurrentPage = Work.CurrentPage == 0 ? 1 : 0;
     const bool cancel = FileForm.CancelButton.Enabled;
     FillPage();

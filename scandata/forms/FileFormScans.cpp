@@ -39,8 +39,8 @@ FileRequest ScanRequest(const char* what) {
 }
 
 void OpenNextLine(int line) {
-    if (line >= FileFormLines - 1)
-        FileForm.Page2.Visible = true;
+    if (line >= FileForm.Lines - 1)
+        FileForm.Page2.Visible = HasPages();
     else
         UnlockRow(line + 1);
 }
@@ -78,11 +78,11 @@ void ShowAdopted(const ScanReadResult& read) {
 
 // The line behind the current one, over the end of page 1. False at the end of the table.
 bool MoveToNextLine() {
-    if (Work.CurrentRow + 1 < FileFormLines) {
+    if (Work.CurrentRow + 1 < FileForm.Lines) {
         ++Work.CurrentRow;
         return true;
     }
-    if (Work.CurrentPage != 0) return false;
+    if (Work.CurrentPage != 0 || !HasPages()) return false;
     FileFormPage2();
     Work.CurrentRow = 0;
     return true;

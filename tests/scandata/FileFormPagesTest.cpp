@@ -89,5 +89,27 @@ TEST_F(TablePages, ClearFilesOnPageTwoComesBackToPageOne) {
     EXPECT_EQ(Work.HighestSet, 11);
 }
 
+TEST_F(TablePages, AllLinesAtOnceHaveNoPages) {
+    ShowAllLines();
+    FileFormReadFiles(Scans(12));
+    EXPECT_EQ(FileForm.NameBox[11].Text, Work.ScanFile[12]);
+    EXPECT_EQ(FileForm.SetBox[17].Text, "18");
+    EXPECT_TRUE(FileForm.NameBox[12].Visible) << "the next one is open";
+    EXPECT_FALSE(FileForm.NameBox[13].Visible);
+    EXPECT_FALSE(FileForm.Page2.Visible);
+    EXPECT_EQ(Work.CurrentPage, 0);
+    FileFormPage2();
+    EXPECT_EQ(Work.CurrentPage, 0);
+    EXPECT_EQ(script.Beeps, 1);
+    FileForm.Check1[10].Value = 0;
+    StoreIncludes();
+    EXPECT_EQ(Work.IncludeSet[11], 0);
+    EXPECT_EQ(Work.IncludeSet[12], 1);
+    ExpectTold("All data sets hold a scan: 1 of the chosen files has not been read.");
+    Work.CurrentRow = 12;
+    FileFormReadFiles(Scans(7));
+    EXPECT_EQ(Work.HighestSet, 18);
+}
+
 } // namespace
 } // namespace Quillon
