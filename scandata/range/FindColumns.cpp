@@ -38,9 +38,13 @@ PointRange ColumnOf(RowNo row, int channel) {
     long first{};
     long last{};
     if (!PointsOfChannel(row, channel, first, last)) return {};
-    const PointRange range = ProposeRange(Work.ScanValue[row], first, last);
+    const OneBased<float>& values = Work.ScanValue[row];
+    const PointRange range = ProposeRange(values, first, last);
     const long points = range.First == 0 ? 0 : range.Last - range.First + 1;
-    return points >= FewestPoints && 2 * points >= last - first + 1 ? range : PointRange{};
+    if (points < FewestPoints || 2 * points < last - first + 1) return {};
+    // A channel of nothing but noise has no break either by its own measure.
+    const double limit = LeastBreakOf(values, 1, Work.ScanPoints[row]);
+    return IsUnbroken(values, range.First, range.Last, limit) ? range : PointRange{};
 }
 
 // The two points at each end that a proposal cuts, and the one at each end that has no second difference.

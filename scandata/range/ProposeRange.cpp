@@ -50,12 +50,26 @@ Run LongestRunBelow(const std::vector<double>& numbers, double limit) {
     return longest;
 }
 
+double LimitOf(const std::vector<double>& differences) {
+    return std::max(TimesQuartile * LowerQuartile(differences), LeastBreak);
+}
+
 } // namespace
+
+double LeastBreakOf(const OneBased<float>& values, long first, long last) {
+    const std::vector<double> differences = SecondDifferences(values, first, last);
+    return differences.empty() ? LeastBreak : LimitOf(differences);
+}
+
+bool IsUnbroken(const OneBased<float>& values, long first, long last, double limit) {
+    const std::vector<double> differences = SecondDifferences(values, first, last);
+    return std::all_of(differences.begin(), differences.end(), [limit](double d) { return d < limit; });
+}
 
 PointRange ProposeRange(const OneBased<float>& values, long first, long last) {
     const std::vector<double> differences = SecondDifferences(values, first, last);
     if (differences.empty()) return {};
-    const double limit = std::max(TimesQuartile * LowerQuartile(differences), LeastBreak);
+    const double limit = LimitOf(differences);
     const Run run = LongestRunBelow(differences, limit);
     const long begin = first + 1 + static_cast<long>(run.Begin) + CutAtEnds;
     const long end = first + static_cast<long>(run.End) - CutAtEnds;

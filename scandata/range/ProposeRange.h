@@ -18,6 +18,12 @@ struct PointRange {
 // at each end. Of runs of the same length the innermost. None when fewer than three points are left.
 PointRange ProposeRange(const OneBased<float>& values, long first, long last);
 
+// Second differences of first..last from this on are a break: the larger of those two.
+double LeastBreakOf(const OneBased<float>& values, long first, long last);
+
+// True when no second difference within first..last reaches a limit.
+bool IsUnbroken(const OneBased<float>& values, long first, long last, double limit);
+
 // The same for a row of the data set table: within its channel, where the scan reaches that, else within the
 // whole scan.
 PointRange ProposeRangeOf(RowNo row);

@@ -8,12 +8,14 @@
 
 namespace Quillon {
 
-// The points of first..last that lie more than 6 robust deviations from a local line, rising. The line of a
-// point goes through its eight nearest neighbours within first..last by the median of their slopes (Sen, J.
-// Am. Stat. Assoc. 63 (1968) 1379), which one spike among them does not move; what all points around it lie
-// off their lines, as on a steep gradient, is taken off. The deviation is 1.4826 times the median of what is
-// left, of all points or of the thirty around it, whichever is more, since noise grows with the signal. At
-// least a ten thousandth of the span of the values counts as noise. None with fewer than 12 points.
+// The points of first..last that lie more than 6 robust deviations from a local line, rising. The gradient
+// goes first, as a polynomial of degree 8 over the stretch that leaves the least sum of absolute values. What
+// is left of a point is held against a line through its eight nearest neighbours by the median of their
+// slopes (Sen, J. Am. Stat. Assoc. 63 (1968) 1379), which a spike or two among them do not move, and divided
+// by what that distance has more noise than a reading, as at the ends, where neighbours stand on one side.
+// The deviation is 1.4826 times the median distance, of all points or of the twenty around it, whichever is
+// more, since noise grows with the signal. At least a ten thousandth of the span of the values counts as
+// noise. None with fewer than 30 points.
 std::vector<long> FindSpikes(const OneBased<float>& radii, const OneBased<float>& values, long first,
                              long last);
 
