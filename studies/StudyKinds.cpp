@@ -363,8 +363,10 @@ void ShowResample() {
         ResamplingHead(Resampled) + (Resampled.Complete ? "." : ". Stopped before the end.");
 }
 
-std::string ResampleNotes(int) {
-    return QuantileText(Resampled);
+std::string ResampleNotes(int row) {
+    const std::string partner = row >= 0 ? PartnerText(Resampled, static_cast<std::size_t>(row)) : "";
+    return Joined(partner.empty() ? std::vector<std::string>{QuantileText(Resampled)}
+                                  : std::vector<std::string>{QuantileText(Resampled), partner});
 }
 
 bool TakesNothing(int) {

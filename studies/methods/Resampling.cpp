@@ -272,6 +272,23 @@ std::optional<std::size_t> PlaceOfQuantity(const Resampling& resampling, long sl
     return std::nullopt;
 }
 
+std::string PartnerText(const Resampling& resampling, std::size_t parameter) {
+    constexpr double Worth = 0.9;
+    const auto& matrix = resampling.Correlations;
+    if (parameter >= matrix.size()) return "";
+    const auto at = [&](std::size_t other) {
+        return other < parameter ? matrix[parameter][other] : matrix[other][parameter];
+    };
+    std::size_t partner = parameter;
+    for (std::size_t other = 0; other < matrix.size(); ++other)
+        if (other != parameter && std::fabs(at(other)) >= Worth &&
+            (partner == parameter || std::fabs(at(other)) > std::fabs(at(partner))))
+            partner = other;
+    if (partner == parameter) return "";
+    return resampling.Names[parameter] + " goes together with " + resampling.Names[partner] +
+           ": correlation " + FormatNumber(at(partner), "0.000") + ".";
+}
+
 std::string QuantileText(const Resampling& resampling) {
     if (resampling.Spreads.empty()) return "";
     const double known = LimitsKnownTo(resampling.Spreads);

@@ -83,6 +83,10 @@ Resampling Resample(const ResampleChoice& choice, const std::function<void(long 
 std::optional<std::size_t> PlaceOfQuantity(const Resampling& resampling, long slot,
                                            const std::string& quantity);
 
+// The parameter that another one goes together with most over the fits, in words: "Ln K(1>N) goes together
+// with Ln c(A,mon), set 7: correlation -0.998." Empty below 0.9, and of one parameter.
+std::string PartnerText(const Resampling& resampling, std::size_t parameter);
+
 // How well the limits are known, in words: "The limits are known to 8% of the standard deviation." and what
 // to do about it where that is too little. Empty where nothing has converged.
 std::string QuantileText(const Resampling& resampling);

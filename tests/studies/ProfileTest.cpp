@@ -1,6 +1,7 @@
 // Profiles: a parabola in closed form, exact limits, coverage of the truth, and what is said beside them.
 #include "SimulatedCase.h"
 #include "files/RunPieces.h"
+#include "fit/Confidence.h"
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
 #include "models/table/ParmScale.h"
@@ -199,6 +200,33 @@ TEST(Profile, StartsAnewFromABetterMinimum) {
     ASSERT_TRUE(profile.Better.has_value());
     EXPECT_NE(profile.Better->FitDone, 0);
     ASSERT_FALSE(profile.Notes.empty());
+}
+
+// Limits that a search has given, half as far from the minimum as the profile's, are told; wider ones are
+// not.
+TEST(Profile, SaysWhereSearchedLimitsAreNarrower) {
+    Script script;
+    FitCase("Model02");
+    const Profile plain = ProfileParameter(2, {{0.95}, 9}, {});
+    ASSERT_TRUE(plain.Limits[0].Lower && plain.Limits[0].Upper);
+    EXPECT_TRUE(plain.Notes.empty());
+    Work.LimitsDone = FlagTrue;
+    Work.LimitsLevel = 0.95F;
+    const FreePos place = FreePosOf(SlotNo(2));
+    for (const double times : {0.5, 1.5}) {
+        for (std::size_t side = 0; side < 2; ++side) {
+            const double limit = side == 0 ? *plain.Limits[0].Lower : *plain.Limits[0].Upper;
+            const double off = static_cast<double>(Work.Parms[2]) -
+                               static_cast<double>(ToUserUnits(SlotNo(2), Work.Parms[2]));
+            Work.ParmLimits[side].Recreate(Work.NumFree - 1, NoLimit);
+            Work.ParmLimits[side][place] = static_cast<float>(
+                plain.MinimumValue + times * (limit - plain.MinimumValue) + off); // ln K, shifted by its unit
+        }
+        const Profile profile = ProfileParameter(2, {{0.95}, 9}, {});
+        const std::string text = "The searched limits of the results at 95.0% are narrower than those of the "
+                                 "profile: these are the ones to give.";
+        EXPECT_EQ(profile.Notes, times < 1.0 ? std::vector<std::string>{text} : std::vector<std::string>{});
+    }
 }
 
 TEST(Profile, ACancelShowsWhatThereIs) {

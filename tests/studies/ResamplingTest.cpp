@@ -83,6 +83,18 @@ TEST(BlockLengths, StretchLimitsByThePublishedCriticalValues) {
     EXPECT_EQ(BlockStretch(1, 100), 1.0);
 }
 
+TEST(Correlations, NameThePartnerThatAParameterGoesTogetherWithMost) {
+    Resampling result;
+    result.Names = {"MW A", "Ln K", "Ln c"};
+    result.Correlations = {{1.0}, {-0.95, 1.0}, {0.97, 0.5, 1.0}};
+    EXPECT_EQ(PartnerText(result, 0), "MW A goes together with Ln c: correlation 0.970.");
+    EXPECT_EQ(PartnerText(result, 1), "Ln K goes together with MW A: correlation -0.950.");
+    EXPECT_EQ(PartnerText(result, 2), "Ln c goes together with MW A: correlation 0.970.");
+    result.Correlations[1][0] = -0.6;
+    EXPECT_EQ(PartnerText(result, 1), "");
+    EXPECT_EQ(PartnerText(result, 3), "") << "a derived quantity";
+}
+
 // The variance of a zero offset is that of a point over the count of its points, and offsets of different
 // sets have nothing in common: 600 fits know a standard deviation to 3% and a correlation to 0.04.
 TEST(Resampling, OfALinearModelHasTheCovarianceInClosedForm) {
