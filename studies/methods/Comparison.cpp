@@ -264,14 +264,14 @@ void FitRowOrSayWhy(ComparedModel& row, const Workspace* contained) {
 
 void CompareWithReference(ComparedModel& row, const ComparedModel& reference) {
     if (!row.HasFit || !reference.Minimum || row.Freedom < 1 || !(row.SumSq > 0.0)) return;
-    const auto more = static_cast<double>(reference.Freedom - row.Freedom);
     const auto freedom = static_cast<double>(row.Freedom);
     constexpr double Gained = 0.05; // of a degree of freedom's share
     if (reference.SumSq - row.SumSq < Gained * row.SumSq / freedom)
         AddNote(row.Notes, "No better than " + row.Reference + ", which it contains.");
     if (!row.Minimum) return;
-    row.F = std::max(0.0, reference.SumSq - row.SumSq) / more / (row.SumSq / freedom);
-    row.P = FTail(*row.F, more, freedom);
+    const NestedTest test = TestNested(reference.SumSq, reference.Freedom, row.SumSq, row.Freedom);
+    row.F = test.F;
+    row.P = test.P;
 }
 
 using Criterion = std::optional<double> (*)(double sumSq, long points, long free);
@@ -335,6 +335,13 @@ long CountOfDepth(const std::vector<Planned>& plan, long depth) {
 
 ModelVariant VariantOfWork() {
     return {Work.Model, Work.NonIdeal != 0, Work.SeparateK != 0};
+}
+
+NestedTest TestNested(double smallSum, long smallFreedom, double largeSum, long largeFreedom) {
+    const auto more = static_cast<double>(smallFreedom - largeFreedom);
+    const auto freedom = static_cast<double>(largeFreedom);
+    const double F = std::max(0.0, smallSum - largeSum) / more / (largeSum / freedom);
+    return {F, FTail(F, more, freedom)};
 }
 
 std::optional<double> CorrectedAic(double sumSq, long points, long free) {

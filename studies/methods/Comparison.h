@@ -62,6 +62,13 @@ ModelVariant VariantOfWork();
 // fit/GNLLSQ.h), behind the user's own fit as well. The lowest minimum counts.
 Comparison CompareModels(const std::vector<ModelVariant>& list, const std::function<void(long done)>& told);
 
+// F by the formula above of a model in a larger one, from their sums of squares and degrees of freedom (the
+// larger one has fewer, at least one, and a sum above 0), and how often chance gains as much.
+struct NestedTest {
+    double F, P;
+};
+NestedTest TestNested(double smallSum, long smallFreedom, double largeSum, long largeFreedom);
+
 // AICc and BIC by the formulas above, free without the noise; nothing where they do not exist.
 std::optional<double> CorrectedAic(double sumSq, long points, long free);
 std::optional<double> BayesianCriterion(double sumSq, long points, long free);

@@ -184,6 +184,22 @@ TEST(WrittenJob, GivesTheSameFitBitForBit) {
     EXPECT_EQ(two.Out, one.Out);
 }
 
+// Of a saved fit the fitted values are the start: nothing is left to be gained.
+TEST(WrittenJob, OfASavedFitStartsFromItsValues) {
+    Script script;
+    const std::string text = JobTextOf(SimulatedWorkspace(SmallCase()), script);
+    const std::string saved = script.Directory() + "/fit.quil", again = script.Directory() + "/again.job";
+    const ProgramEnd one =
+        RunInside({script.MakeFile("first.job", text), "--results", "-", "--save", saved, "--quiet"});
+    ASSERT_EQ(one.Status, 0) << one.Err;
+    ASSERT_EQ(RunInside({saved, "--write-job", again, "--quiet"}).Status, 0);
+    const ProgramEnd two = RunInside({again, "--results", "-", "--quiet"});
+    ASSERT_EQ(two.Status, 0) << two.Err;
+    const JsonValue before = ReadJson(one.Out), after = ReadJson(two.Out);
+    EXPECT_NEAR(after["sum_of_squares"].Number / before["sum_of_squares"].Number, 1.0, 1e-4);
+    EXPECT_LT(after["iterations"].Number, before["iterations"].Number);
+}
+
 TEST(WrittenJob, TakesUpRestartsAndNoise) {
     Script script;
     std::string text = JobTextOf(SimulatedWorkspace(SmallCase()), script);

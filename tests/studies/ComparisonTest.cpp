@@ -135,6 +135,29 @@ TEST(Criteria, AreTheirFormulas) {
     EXPECT_FALSE(BayesianCriterion(0.0, 6, 4).has_value());
 }
 
+// A mean, a line and a parabola through (-2, 1), (-1, 3), (0, 2), (1, 5), (2, 4), done by hand: by orthogonal
+// polynomials the sums are 10, 10 - 8^2 / 10 and that less 2^2 / 14. With one degree of freedom above, P is
+// that of Student's t with 3 or 2 below, with two and two it is 1 / (1 + F) (Abramowitz and Stegun, 26.7.3,
+// 26.7.4 and 26.6.4).
+TEST(Comparison, OfThreeNestedLinearProblemsIsThatByHand) {
+    const double mean = 10.0, line = 3.6, parabola = 3.6 - 4.0 / 14.0;
+    const NestedTest first = TestNested(mean, 4, line, 3);
+    EXPECT_NEAR(first.F, 16.0 / 3.0, 1e-12);
+    const double angle = std::atan(4.0 / 3.0); // of t over the root of 3
+    EXPECT_NEAR(first.P, 1.0 - 2.0 / 3.14159265358979 * (angle + 0.48), 1e-9);
+    const NestedTest second = TestNested(line, 3, parabola, 2);
+    EXPECT_NEAR(second.F, 5.0 / 29.0, 1e-12);
+    EXPECT_NEAR(second.P, 1.0 - std::sqrt(5.0 / 63.0), 1e-9); // t^2 / (t^2 + 2)
+    const NestedTest both = TestNested(mean, 4, parabola, 2);
+    EXPECT_NEAR(both.F, 117.0 / 58.0, 1e-12);
+    EXPECT_NEAR(both.P, 58.0 / 175.0, 1e-9);
+    EXPECT_EQ(TestNested(3.0, 3, 3.1, 2).F, 0.0) << "a larger model that has ended higher";
+    EXPECT_NEAR(CorrectedAic(mean, 5, 1).value(), 5.0 * std::log(2.0) + 4.0 + 12.0 / 2.0, 1e-12);
+    EXPECT_NEAR(CorrectedAic(line, 5, 2).value(), 5.0 * std::log(0.72) + 6.0 + 24.0, 1e-12);
+    EXPECT_FALSE(CorrectedAic(parabola, 5, 3).has_value());
+    EXPECT_NEAR(BayesianCriterion(line, 5, 2).value(), 5.0 * std::log(0.72) + 3.0 * std::log(5.0), 1e-12);
+}
+
 // Every sum is the least one that a dense search in long double finds for that model, within the half share
 // of a degree of freedom (1e-3) by which forward differences rest beside it; from these sums F, the
 // differences and the weights follow by hand.
