@@ -158,9 +158,9 @@ std::string ParameterNote(SlotNo slot) {
 std::string SetNote(SetNo set) {
     const SetQuality quality = QualityOfSet(set);
     if (!quality.Rms || quality.Points < FewestPoints) return "";
-    std::string notes = MeanNote(set, quality);
-    AddNote(notes, RunsNote(quality));
+    std::string notes = RunsNote(quality);
     AddNote(notes, RmsNote(set, quality));
+    AddNote(notes, MeanNote(set, quality)); // which may end with a question
     return notes;
 }
 

@@ -104,6 +104,15 @@ TEST_F(Notes, AMeanResidualAsksForTheZeroOffset) {
     EXPECT_EQ(SetNote(SetNo(2)), "mean residual +0.004");
 }
 
+// "fit its zero offset?; residuals are ..." read badly.
+TEST_F(Notes, AQuestionStandsLast) {
+    GiveResiduals([](long set, long point) {
+        return set == 3 ? (point % 20 < 10 ? 0.018F : -0.002F) : InPairs(point);
+    });
+    EXPECT_EQ(SetNote(SetNo(3)),
+              "residuals are not independent, runs Z = 5.8; mean residual +0.008: fit its zero offset?");
+}
+
 // Standard error of the mean 0.005 / sqrt(40) = 0.00079: 0.002 is 2.5 of them.
 TEST_F(Notes, AMeanResidualWithinItsScatterIsNotTold) {
     GiveResiduals([](long set, long point) { return InPairs(point) * 0.5F - (set == 2 ? 0.002F : 0.0F); });
