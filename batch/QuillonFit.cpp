@@ -290,7 +290,10 @@ int RunMerge(const Options& options) {
 }
 
 int RunSort(const Options& options) {
-    WriteOutput({"-", RunSorting(options)});
+    const SortOutputs outputs = RunSorting(options);
+    for (const auto& [path, bytes] : outputs.Graphs)
+        WriteOutput({path, bytes});
+    WriteOutput({"-", outputs.Csv});
     return ExitDone;
 }
 

@@ -2,10 +2,12 @@
 
 #include "batch/console/BatchPlatform.h"
 #include "batch/console/OneLine.h"
+#include "batch/graphs/Graphs.h"
 #include "batch/job/JobFile.h"
 #include "batch/options/OutputPlaces.h"
 #include "files/FileTarget.h"
 #include "files/WriteWhole.h"
+#include "graphs/kinds/ApproachGraph.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "runs/RunJob.h"
@@ -95,6 +97,19 @@ std::vector<RunSet> SetsForJob(const SortedRun& run, const std::vector<std::size
     return sets;
 }
 
+std::vector<std::pair<std::string, std::string>> GraphsOf(const SortedRun& run, const Options& options) {
+    std::vector<std::pair<std::string, std::string>> graphs;
+    for (const GraphOption& graph : options.Graphs) {
+        const std::string name = "--graph " + GraphName(graph);
+        const auto group = static_cast<std::size_t>(graph.Group);
+        if (group > run.Groups.size())
+            FailFile(name + "=" + graph.Path, "the run has " + std::to_string(run.Groups.size()) + " groups");
+        graphs.emplace_back(graph.Path, GraphBytesOf(name, graph.Path, graph.Colors,
+                                                     [&] { return MakeApproachGraph(run, group - 1); }));
+    }
+    return graphs;
+}
+
 // Groups that an analysis of the equilibrium has no use for.
 void TellOthers(const SortedRun& run, const std::vector<std::size_t>& groups) {
     for (const std::size_t g : groups)
@@ -105,7 +120,10 @@ void TellOthers(const SortedRun& run, const std::vector<std::size_t>& groups) {
 
 } // namespace
 
-std::string RunSorting(const Options& options) {
+SortOutputs RunSorting(const Options& options) {
+    CheckOutputPlaces(options);
+    for (const GraphOption& graph : options.Graphs)
+        CheckGraphFormat(graph);
     Work = FreshWorkspace();
     const SortOptions& sort = options.Sort;
     const ApproachRange range = RangeOfJob(options.JobPath);
@@ -122,7 +140,7 @@ std::string RunSorting(const Options& options) {
         CheckJobPlace(run, sort.Job);
         WriteRunJob(run, sets, sort.Job);
     }
-    return SortCsv(run, groups);
+    return {SortCsv(run, groups), GraphsOf(run, options)};
 }
 
 } // namespace Quillon

@@ -4,13 +4,20 @@
 #include "batch/options/Options.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Quillon {
 
-// Sorts the run that the options name and writes what they want of it: the job with the scans of an archive
-// beside it, graphs of the approach; hands back the CSV. What the user is to be told goes to the console. A
+// What a sorting hands back to be written.
+struct SortOutputs {
+    std::string Csv;
+    std::vector<std::pair<std::string, std::string>> Graphs; // path and bytes
+};
+
+// Sorts the run that the options name, writes the job that they want with the scans of an archive beside it,
+// and makes the CSV and the graphs. What the user is to be told goes to the console. A
 // failure is a RuntimeError with one line; nothing has been written then but complete files.
-std::string RunSorting(const Options& options);
+SortOutputs RunSorting(const Options& options);
 
 } // namespace Quillon

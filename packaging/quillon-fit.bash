@@ -15,7 +15,7 @@ _quillon_fit() {
     local words=
     case $before in
     --graph)
-        words='data= function= overlay= residuals= residuals-y= residuals-r= species= species-fraction= mass-c= mass-r= speciation= figure='
+        words='data= function= overlay= residuals= residuals-y= residuals-r= species= species-fraction= mass-c= mass-r= speciation= figure= histogram: approach:'
         compopt -o nospace 2>/dev/null
         ;;
     --mass-of) words='data fit' ;;
@@ -25,7 +25,7 @@ _quillon_fit() {
     --colors) words='safe classic' ;;
     --paper) words='a4 letter a4-landscape letter-landscape' ;;
     --report-graph) words='residuals overlay' ;;
-    --cell | --mass-points | --resample | --restarts | --rows | --threads) return ;;
+    --cell | --cells | --wavelengths | --speeds | --ratios | --mass-points | --resample | --restarts | --rows | --threads) return ;;
     *)
         if [[ $current == --* ]]; then
             words=$("$program" --help 2>/dev/null | sed -n 's/^  \(--[a-z-]*\).*/\1/p')

@@ -199,6 +199,13 @@ void JudgeRun(SortedRun& run, const ApproachRange& range) {
         JudgeGroup(run, group, range);
 }
 
+double AgreementLimit(const RunGroup& group) {
+    std::vector<double> noise;
+    for (const ScanJudgement& judged : group.Judged)
+        if (judged.Noise) noise.push_back(*judged.Noise);
+    return std::sqrt(MostSquares) * Median(noise);
+}
+
 std::string ApproachText(const SortedRun& run, const RunGroup& group) {
     if (!HasLast(group)) return OpticsWord(group.Optics);
     if (group.Scans.size() == 1) return "one scan only";

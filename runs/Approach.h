@@ -38,6 +38,10 @@ std::vector<RunChannel> ChannelsOf(const RunScan& scan, const ApproachRange& ran
 // the noise becomes one of velocity; groups that measure no equilibrium are not judged.
 void JudgeRun(SortedRun& run, const ApproachRange& range);
 
+// The rms up to which a scan of a judged group agrees with the last one, by the noise of its scans; of
+// several channels whichever noise is told of each.
+double AgreementLimit(const RunGroup& group);
+
 // The verdict on a group in words: "at equilibrium since scan 7", "not yet at equilibrium", "one scan only",
 // with "; scan 9 stands out" behind it. A scan is named by its number, or without one by its file.
 std::string ApproachText(const SortedRun& run, const RunGroup& group);

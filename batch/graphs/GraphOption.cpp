@@ -30,6 +30,14 @@ long ReadSet(const std::string& text) {
     return set;
 }
 
+void ReadGroup(const std::string& text, GraphOption& option) {
+    const char* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, option.Group);
+    if (read.ec != std::errc{} || read.ptr != end || option.Group < 1)
+        RaiseError("--graph approach needs the number of a group of --sort, as approach:2, not " +
+                   Quoted(text));
+}
+
 // "2", "2,kd"
 void ReadQuantity(const std::string& text, GraphOption& option) {
     const std::size_t comma = std::min(text.find(','), text.size());
@@ -113,6 +121,8 @@ GraphOption ParseGraphOption(const std::string& text) {
     const std::string behind = colon == std::string::npos ? "" : what.substr(colon + 1);
     if (option.Kind == HistogramKind)
         ReadQuantity(behind, option);
+    else if (option.Kind == ApproachKind)
+        ReadGroup(behind, option);
     else if (colon != std::string::npos)
         option.Set = ReadSet(behind);
     CheckPath(option);
@@ -133,6 +143,7 @@ std::string GraphName(const GraphOption& option) {
     if (option.Kind == HistogramKind)
         return option.Kind + ":" + std::to_string(option.Slot) +
                (option.Quantity.empty() ? "" : "," + option.Quantity);
+    if (option.Kind == ApproachKind) return option.Kind + ":" + std::to_string(option.Group);
     return option.Set == 0 ? option.Kind : option.Kind + ":" + std::to_string(option.Set);
 }
 

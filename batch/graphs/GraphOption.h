@@ -17,6 +17,7 @@ struct GraphOption {
     std::string Kind;     // "data", "overlay", ...; of a graph file its path
     std::string Source;   // the graph file that is drawn; empty: a graph of the fit
     long Set = 0;         // data set of the fit, counted from 1; 0 all of them
+    long Group = 0;       // of approach: the group of the run, counted from 1
     long Slot = 0;        // of histogram: the fitted parameter,
     std::string Quantity; // and what follows from it: "log10_k", "kd", "delta_g_kj"; empty: itself
     std::string Path;

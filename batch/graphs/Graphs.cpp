@@ -161,6 +161,7 @@ std::vector<std::string> GraphKinds() {
     for (const GraphKind& kind : Kinds)
         names.emplace_back(kind.Name);
     names.emplace_back(HistogramKind);
+    names.emplace_back(ApproachKind);
     names.emplace_back(FigureKind);
     return names;
 }

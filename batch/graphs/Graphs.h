@@ -19,6 +19,7 @@ inline constexpr const char* FigureKind = "figure";
 
 // The kind of a quantity's values in the fits of --resample.
 inline constexpr const char* HistogramKind = "histogram";
+inline constexpr const char* ApproachKind = "approach"; // of the groups of --sort, drawn there
 
 // The kinds that there are, in the order in which the help lists them.
 std::vector<std::string> GraphKinds();

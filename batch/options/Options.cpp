@@ -397,6 +397,7 @@ void CheckSort(const Options& options) {
 }
 
 void CheckStudyFiles(const Options& options) {
+    if (HasGraph(options, {ApproachKind})) FailOptions("--graph approach goes with --sort FOLDER");
     const std::string ending = EndingOf(options.Compare);
     if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
         FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
@@ -505,7 +506,8 @@ std::string HelpText() {
            "                  concentration), mass-c (apparent mass against\n"
            "                  concentration), mass-r (against radius) or figure (data\n"
            "                  with fit above residuals, as for print); KIND:2 shows\n"
-           "                  data set 2 alone; histogram:SLOT how a fitted parameter\n"
+           "                  data set 2 alone; approach:2 the differences of group 2 of\n"
+           "                  --sort from its last scan against time; histogram:SLOT how a fitted parameter\n"
            "                  lies in the fits of --resample, histogram:SLOT,kd (log10_k,\n"
            "                  delta_g_kj) what follows from it. The ending of FILE\n"
            "                  chooses: .svg, .png, .pdf, .emf, .dat or .csv for the\n"

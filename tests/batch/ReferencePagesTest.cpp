@@ -59,6 +59,7 @@ TEST(ReferencePages, NameEveryKey) {
     ExpectKeys("compare", "## Section [compare]");
     ExpectKeys("resampling", "## Section [resampling]");
     ExpectKeys("profile", "## Section [profile]");
+    ExpectKeys("approach", "## Section [approach]");
 }
 
 TEST(ReferencePages, ShowAJobThatIsTaken) {
