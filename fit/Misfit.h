@@ -10,8 +10,9 @@
 // Residuals stand out where their mean square is so many standard deviations above that: sqrt(2 / n) of the
 // mean of n squares, and sqrt(9 / N) of the noise, which N points tell. They stand out as well where they run
 // in long waves that noise does not have (fit/LongWaves.h), which tells of a sum that is a tenth too high
-// where the mean square tells of one that is half too high. Points count with the weight of their set
-// (fit/equations/NoiseWeights.h); pseudo-points do not. Fewer than twenty points tell nothing.
+// where the mean square tells of one that is half too high. Each fitted parameter takes up one of the long
+// waves. Points count with the weight of their set (fit/equations/NoiseWeights.h); pseudo-points do not.
+// Fewer than twenty points tell nothing.
 
 #include <string>
 
@@ -24,14 +25,14 @@ struct Workspace;
 double NoiseVariance(const Workspace& fit);
 
 // Of a fit of the data in Work: true when all points together, or those of one set, lie further from it than
-// their noise by four standard deviations, or in long waves by three and a half. A set that is caught hardly
-// shows in the sum of many. It is asked where looking further costs time and nothing else.
+// their noise by four standard deviations, or in long waves by 3.2. A set that is caught hardly shows in the
+// sum of many. It is asked where looking further costs time and nothing else.
 bool LeavesMoreThanNoise(const Workspace& fit);
 
 // What is to be said of the fit in Work when it has converged at a minimum and leaves more than the noise by
-// five standard deviations, or in long waves by four and a half, where a set that is noisier than others is
-// measured by its own noise: a sentence with both as root mean squares, with the set where only one shows it.
-// Empty for most, and where there is no such fit.
+// five standard deviations, or in long waves by four, where a set that is noisier than others is measured by
+// its own noise: a sentence with both as root mean squares, with the set where only one shows it. Empty for
+// most, and where there is no such fit.
 std::string MisfitText();
 
 // The same in a few words behind the rms residual: ", more than the noise in set 3".
