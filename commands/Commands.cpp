@@ -11,7 +11,9 @@
 #include "models/forms/BaseForm.h"
 #include "models/forms/ConcForm.h"
 #include "models/forms/NumberBox.h"
+#include "models/function/FitFunction.h"
 #include "persistence/Defaults.h"
+#include "persistence/FitCodec.h"
 #include "platform/Platform.h"
 #include "reporting/values/Correlation.h"
 #include "scandata/forms/DataDirectory.h"
@@ -25,6 +27,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <new>
+#include <utility>
 
 namespace Quillon {
 
@@ -59,6 +62,30 @@ struct OneMoreAtWork {
     OneMoreAtWork(const OneMoreAtWork&) = delete;
     OneMoreAtWork& operator=(const OneMoreAtWork&) = delete;
 };
+
+// The table was accepted as it had stood: nothing in a fit file tells the two apart but that the fit has
+// gone.
+bool TableIsAsBefore(const Workspace& before) {
+    if (Work.NewData != Changed::Nothing) return false;
+    Workspace now = Work;
+    for (const auto flag : {&Workspace::FitDone, &Workspace::FitValid, &Workspace::LimitsDone})
+        now.*flag = before.*flag;
+    for (const auto text : {&Workspace::DataDirectory, &Workspace::BaselineDirectoryLast})
+        now.*text = before.*text;
+    now.PtFit = before.PtFit;
+    return EncodeFit(now) == EncodeFit(before);
+}
+
+// The fit that stood before an unchanged table was accepted; where files are looked for stays as it is now.
+void GiveBackFit(Workspace before) {
+    before.DataDirectory = Work.DataDirectory;
+    before.BaselineDirectoryLast = Work.BaselineDirectoryLast;
+    before.ChosenPath = Work.ChosenPath;
+    before.ChosenName = Work.ChosenName;
+    before.NewData = Changed::Nothing;
+    Work = std::move(before);
+    ResetFitFunction();
+}
 
 void RunStudyForm(StudyKind kind) {
     LoadStudyForm(kind);
@@ -95,7 +122,11 @@ void ReadData() {
 }
 
 void ReadScans(const std::vector<std::string>& paths) {
-    ReadDataReturn(OpenFileForm(paths));
+    const Workspace before = Work;
+    const DialogAnswer answer = OpenFileForm(paths);
+    ReadDataReturn(answer);
+    const bool stood = before.FitDone != 0 || before.FitValid != 0;
+    if (answer == DialogAnswer::Ok && stood && TableIsAsBefore(before)) GiveBackFit(before);
 }
 
 void ReadDataReturn(DialogAnswer answer) {

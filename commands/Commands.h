@@ -18,7 +18,9 @@ void RunCommand(const std::function<void()>& command, const std::string& caption
 // True while one runs: events that are served within it find an analysis that may be half done.
 bool CommandAtWork();
 
-void ReadData(); // opens the data set table; its answer goes to ReadDataReturn
+// Opens the data set table; its answer goes to ReadDataReturn. A table that is accepted as it stood leaves
+// the fit standing.
+void ReadData();
 void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it
 void ReadDataReturn(DialogAnswer answer);
 void ToggleNameConvention();

@@ -3,6 +3,7 @@
 #include "workspace/records/Fields.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <type_traits>
 
@@ -13,8 +14,8 @@ namespace {
 template <class T>
 constexpr bool IsLarge =
     std::is_same_v<T, OneBased<float>> || std::is_same_v<T, OneBased<std::int16_t>> ||
-    std::is_same_v<T, PerRow<OneBased<float>>> || std::is_same_v<T, ZeroBasedMatrix<double>> ||
-    std::is_same_v<T, ZeroBasedMatrix<float>>;
+    std::is_same_v<T, PerRow<OneBased<float>>> || std::is_same_v<T, std::array<PerRow<OneBased<float>>, 2>> ||
+    std::is_same_v<T, ZeroBasedMatrix<double>> || std::is_same_v<T, ZeroBasedMatrix<float>>;
 
 // By bits, since 0 equals -0 and what is no number equals nothing.
 template <class Numbers> bool SameNumbers(const Numbers& one, const Numbers& other) {
@@ -30,6 +31,11 @@ bool SameBits(const BasedArray<T, Lo, Kind>& one, const BasedArray<T, Lo, Kind>&
 }
 template <class T, long Lo> bool SameBits(const BasedMatrix<T, Lo>& one, const BasedMatrix<T, Lo>& other) {
     return one.RowHi() == other.RowHi() && one.ColumnHi() == other.ColumnHi() && SameNumbers(one, other);
+}
+
+template <class T, std::size_t N> bool SameBits(const std::array<T, N>& one, const std::array<T, N>& other) {
+    return std::equal(one.begin(), one.end(), other.begin(),
+                      [](const T& a, const T& b) { return SameBits(a, b); });
 }
 
 template <class T> const T& LargeMember(const KeptAnalysis& kept, std::size_t place) {

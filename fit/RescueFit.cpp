@@ -26,8 +26,9 @@ struct Reached {
     double SumSq = 0.0;
 };
 
+// What was put aside before a trial has the slots in use alone: those behind them stay.
 void GoTo(const Reached& place) {
-    Work.Parms = place.Parms;
+    std::copy(place.Parms.begin(), place.Parms.end(), Work.Parms.begin());
     Work.SumSq = place.SumSq;
 }
 

@@ -43,7 +43,7 @@ TEST(AccessKeys, TwoItemsOfAMenuSharedOne) {
     std::map<MainMenu, Captions> menus;
     for (const MainMenuItem& item : Analmenu.Items)
         menus[item.Row.Menu].push_back(item.Item.Text);
-    EXPECT_EQ(menus.size(), 5U);
+    EXPECT_EQ(menus.size(), 7U);
     for (const auto& [menu, captions] : menus) {
         std::set<char> keys;
         for (const std::string& caption : WithOwnAccessKeys(captions)) {

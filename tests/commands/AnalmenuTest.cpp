@@ -64,7 +64,7 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
                   "AlwaysRescue",    "AbsoluteTemperature", "SetConfidence",   "mnuSigmaCalculator",
                   "mnuHelpContents", "mnuHelpIndex",        "AboutBox",        "ShowSteps",
                   "ShowGraphs",      "ShowParameters",      "ResetLayout",     "OpenAnything",
-                  "ShowHistory"}));
+                  "ShowHistory",     "AllSettings"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
@@ -504,6 +504,8 @@ TEST_F(MainWindow, EndAsksWhileSomethingIsUnsaved) {
     LoadFit("Model08");
     BoxRequest question{"This will end Quillon.  Remember, you may want to save the last fit to disk.",
                         "Quillon", BoxIcon::Warning, BoxButtons::YesNoCancel, BoxAnswer::Yes};
+    question.YesCaption = "&Save";
+    question.NoCaption = "OK";
     script.ExpectMessage(question, BoxAnswer::Cancel);
     RunMainCommand("MenuExit");
     EXPECT_FALSE(Analmenu.Ended);
@@ -556,6 +558,7 @@ TEST_F(MainWindow, ARestoredFitIsSavedUntilItIsChanged) {
     EXPECT_FALSE(MainItem("Undo").Enabled);
     RunRecentFile(1);
     EXPECT_EQ(Analmenu.State.Caption, "kept.quil - Quillon");
+    script.AnswerAllMessages(BoxAnswer::Yes);
     RunMainCommand("DoInitGuesses");
     EXPECT_EQ(Analmenu.State.Caption, "kept.quil* - Quillon");
 }

@@ -184,7 +184,9 @@ TEST_F(Sessions, ADeadCopysAnalysisComesBackWholeAndCanBeTakenBack) {
     script.ExpectMessage("Quillon has ended without saving the analysis.\n\n" + sessions[0].Text,
                          BoxAnswer::Yes);
     OfferSessions();
-    EXPECT_TRUE(EncodeFit(Work) == EncodeFit(fit));
+    EXPECT_TRUE(ReadWhole(Path(1)) == EncodeFit(fit));
+    EXPECT_EQ(Work.Parms, fit.Parms);
+    EXPECT_EQ(Work.PtFit, fit.PtFit);
     EXPECT_EQ(Analmenu.State.Caption, "untitled* - Quillon");
     EXPECT_TRUE(MainItem("ReviewFit").Enabled);
     EXPECT_TRUE(fs::exists(Path(1))); // until it is saved, or the program has ended

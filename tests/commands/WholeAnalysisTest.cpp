@@ -145,7 +145,7 @@ TEST_F(WholeAnalysis, FindsMassAndConstantOfMonomerAndDimer) {
                 MainItem("GraphOverlay").Enabled);
 }
 
-TEST_F(WholeAnalysis, OpeningTheTableAgainEndsTheFitOnlyWhenItIsAccepted) {
+TEST_F(WholeAnalysis, OpeningTheTableAgainEndsTheFitOnlyWhenItIsAcceptedWithAChange) {
     ChooseScans();
     Work.FitDone = Work.FitValid = FlagTrue;
     script.ExpectModal(FileFormName, [] {
@@ -157,6 +157,14 @@ TEST_F(WholeAnalysis, OpeningTheTableAgainEndsTheFitOnlyWhenItIsAccepted) {
     RunMainCommand("ReadData");
     EXPECT_EQ(Work.FitDone, FlagTrue);
     script.ExpectModal(FileFormName, [] { FileFormOkButton(); });
+    RunMainCommand("ReadData");
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_TRUE(MainItem("GraphOverlay").Enabled);
+    script.ExpectModal(FileFormName, [] {
+        FileForm.Check1[2].Value = 0;
+        FileFormCheckClick(2);
+        FileFormOkButton();
+    });
     RunMainCommand("ReadData");
     EXPECT_EQ(Work.FitDone, 0);
     EXPECT_FALSE(MainItem("GraphOverlay").Enabled);
