@@ -72,13 +72,12 @@ void ShowOwnConstants() {
 
 } // namespace
 
-// That model binds in the same way but for one constant.
 void GuessSignals() {
     const PerSlot<float> moved = Work.Parms;
     const std::int16_t model = Work.Model;
     try {
         ShowOwnConstants();
-        if (TraitsOfModel().Guess == FirstGuess::Kept) Work.Model = ToInt16(model - 1);
+        Work.Model = ToInt16(ModelForGuess(model));
         InitialGuesses(false);
     } catch (const RuntimeError&) {
         Work.Parms = moved; // no signal above 0 to be read

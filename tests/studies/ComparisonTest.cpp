@@ -2,8 +2,7 @@
 // for.
 #include "studies/methods/Comparison.h"
 #include "Confusions.h"
-#include "SimulatedCase.h"
-#include "files/RunPieces.h"
+#include "FittedCase.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
 #include "tests/fit/Robustness.h"
@@ -34,10 +33,9 @@ void LoadHeldCase(const char* name) {
     HoldWhatIsNotFitted();
 }
 
-void FitCase(const char* name) {
+void FitHeldCase(const char* name) {
     LoadHeldCase(name);
-    RunFit();
-    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged) << Work.Outcome.Sentence;
+    FitLoaded();
 }
 
 Comparison Compare(const char* list) {
@@ -163,7 +161,7 @@ TEST(Comparison, OfThreeNestedLinearProblemsIsThatByHand) {
 // differences and the weights follow by hand.
 TEST(Comparison, TellsNestedModelsApartByLeastSums) {
     Script script;
-    FitCase("Model02");
+    FitHeldCase("Model02");
     const Comparison comparison = Compare("1, 2, 3, 2+nonideal");
     ASSERT_TRUE(comparison.Complete);
     std::vector<double> sums, criteria;
@@ -202,7 +200,7 @@ TEST(Comparison, TellsNestedModelsApartByLeastSums) {
 // whose two tails hold erfc(sqrt(F / 2)) (Abramowitz and Stegun, 26.6.12 and 26.2.29).
 TEST(Comparison, ProbabilityIsThatOfANormalDeviateForManyPoints) {
     Script script;
-    FitCase("Model01");
+    FitHeldCase("Model01");
     const ComparedModel row = RowNamed(Compare("1,2"), "2");
     ASSERT_TRUE(row.F && row.P) << row.Notes;
     EXPECT_NEAR(row.P.value(), std::erfc(std::sqrt(row.F.value() / 2.0)), 0.005);
@@ -211,7 +209,7 @@ TEST(Comparison, ProbabilityIsThatOfANormalDeviateForManyPoints) {
 // A tetramer that is not there: its constant runs off to nothing, where there is no minimum.
 TEST(Comparison, SaysThatALargerModelIsNoBetter) {
     Script script;
-    FitCase("Model02");
+    FitHeldCase("Model02");
     const ComparedModel row = RowNamed(Compare("2, 4"), "4");
     EXPECT_FALSE(row.Minimum);
     EXPECT_NE(row.Notes.find("No better than 2, which it contains."), std::string::npos) << row.Notes;
@@ -222,9 +220,7 @@ TEST(Comparison, SaysThatALargerModelIsNoBetter) {
 // eighteen with that chance each, thirteen or fewer come once in thirty-five times.
 TEST(Comparison, GivesTheModelThatHasMadeTheDataTheLargestWeight) {
     Script script;
-    Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
-        RunPieces(2, count, piece, watch);
-    };
+    UseThreads(2);
     const Confusions confusions = TellModelsApart(3, 1);
     EXPECT_EQ(confusions.All(), 18);
     EXPECT_GE(confusions.Right(), 14);
@@ -232,12 +228,10 @@ TEST(Comparison, GivesTheModelThatHasMadeTheDataTheLargestWeight) {
 
 TEST(Comparison, IsTheSameForAnyNumberOfThreads) {
     Script script;
-    FitCase("Model04");
+    FitHeldCase("Model04");
     const Comparison loop = Compare("1, 2, 3, 4, 5, 1+nonideal");
     for (const int threads : {1, 2, 16}) {
-        Host.RunPieces = [threads](long count, const auto& piece, const auto& watch) {
-            RunPieces(threads, count, piece, watch);
-        };
+        UseThreads(threads);
         const Comparison other = Compare("1, 2, 3, 4, 5, 1+nonideal");
         ASSERT_EQ(other.Rows.size(), loop.Rows.size());
         for (std::size_t i = 0; i < loop.Rows.size(); ++i) {
@@ -250,7 +244,7 @@ TEST(Comparison, IsTheSameForAnyNumberOfThreads) {
 
 TEST(Comparison, LeavesTheUsersFitUntilAnotherOneIsTaken) {
     Script script;
-    FitCase("Model04");
+    FitHeldCase("Model04");
     const Workspace own = Work;
     const Comparison comparison = Compare("2, 4");
     EXPECT_TRUE(Work == own);
@@ -266,7 +260,7 @@ TEST(Comparison, LeavesTheUsersFitUntilAnotherOneIsTaken) {
 // What is held in the user's fit is held in every model, at the same value; what is fitted there is fitted.
 TEST(Comparison, HoldsMassesAndOffsetsAsTheFitDoes) {
     Script script;
-    FitCase("Model08");
+    FitHeldCase("Model08");
     const Comparison comparison = Compare("1, 8, 10");
     for (const ComparedModel& row : comparison.Rows) {
         ASSERT_TRUE(row.HasFit) << row.Notes;
@@ -277,7 +271,7 @@ TEST(Comparison, HoldsMassesAndOffsetsAsTheFitDoes) {
         const bool hasB = row.Variant.Model >= 7;
         EXPECT_TRUE(!hasB || row.Fit.Parms[5] == Work.Parms[5]);
     }
-    FitCase("Model02");
+    FitHeldCase("Model02");
     const ComparedModel single = RowNamed(Compare("1"), "1");
     ASSERT_TRUE(single.HasFit) << single.Notes;
     EXPECT_GE(single.Fit.FreeMap[0], 0);
@@ -286,7 +280,7 @@ TEST(Comparison, HoldsMassesAndOffsetsAsTheFitDoes) {
 
 TEST(Comparison, AModelThatCannotBeTakenUpSaysWhy) {
     Script script;
-    FitCase("Model02");
+    FitHeldCase("Model02");
     Work.ExtB = 0.0F;
     Work.ConcUnits = 2;
     const Comparison comparison = Compare("2, 8");
@@ -299,7 +293,7 @@ TEST(Comparison, AModelThatCannotBeTakenUpSaysWhy) {
 
 TEST(Comparison, AMassThatTheFitDoesNotKnowIsTold) {
     Script script;
-    FitCase("Model02");
+    FitHeldCase("Model02");
     Work.Parms[5] = 0.0F;
     const ComparedModel row = RowNamed(Compare("7"), "7");
     EXPECT_NE(row.Notes.find("The mass of B is not known"), std::string::npos) << row.Notes;
@@ -307,7 +301,7 @@ TEST(Comparison, AMassThatTheFitDoesNotKnowIsTold) {
 
 TEST(Comparison, ACancelShowsWhatThereIs) {
     Script script;
-    FitCase("Model04");
+    FitHeldCase("Model04");
     const Comparison comparison = CompareModels(ReadVariants("1,2,3,4"), [](long done) {
         if (done == 2) Work.AbortFit = FlagTrue;
     });

@@ -1,7 +1,6 @@
 // Other minima of an analysis: random starts, what they come to, and what is taken of it.
 #include "studies/methods/OtherMinima.h"
-#include "SimulatedCase.h"
-#include "files/RunPieces.h"
+#include "FittedCase.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
 #include "studies/methods/RestartStart.h"
@@ -18,19 +17,6 @@ namespace Quillon {
 namespace {
 
 void Nothing(long) {}
-
-// A case that has been fitted from its truth.
-void FitCase(const char* name) {
-    LoadCase(ModelCaseNamed(name));
-    ASSERT_TRUE(RunFit()) << Work.Outcome.Sentence;
-    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged);
-}
-
-void UseThreads(int threads) {
-    Host.RunPieces = [threads](long count, const auto& piece, const auto& watch) {
-        RunPieces(threads, count, piece, watch);
-    };
-}
 
 bool SameTable(const MinimaMet& a, const MinimaMet& b) {
     if (a.Minima.size() != b.Minima.size() || a.Ended != b.Ended || a.Failed != b.Failed) return false;

@@ -1,6 +1,5 @@
 // Profiles: a parabola in closed form, exact limits, coverage of the truth, and what is said beside them.
-#include "SimulatedCase.h"
-#include "files/RunPieces.h"
+#include "FittedCase.h"
 #include "fit/Confidence.h"
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
@@ -21,27 +20,12 @@
 namespace Quillon {
 namespace {
 
-void FitCase(const char* name) {
-    LoadCase(ModelCaseNamed(name));
-    RunFit();
-    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged) << Work.Outcome.Sentence;
-}
-
-// Everything but the zero offsets is held: the sum of squares is a parabola in each of them.
-void FitOffsetsAlone() {
-    LoadCase(ModelCaseNamed("Model01"));
-    std::vector<FitChoice> choices = FitChoices();
-    for (FitChoice& choice : choices)
-        choice.Check = PartOfSlot(choice.Slot) == SlotPart::Offset ? FitCheckYes : FitCheckNo;
-    AssignFreePositions(choices);
-    ASSERT_TRUE(RunFit()) << Work.Outcome.Sentence;
-}
-
 // S(b) = S0 + n (b - b0)^2 with n points in the set; the interval of a level reaches
 // sqrt(S0 F / (ndf n)) to both sides.
 TEST(Profile, OfALinearParameterIsTheParabolaInClosedForm) {
     Script script;
-    FitOffsetsAlone();
+    LoadOffsetsAlone();
+    FitLoaded();
     const long slot = SlotOffset(2L);
     const Profile profile = ProfileParameter(slot, {{0.683, 0.95}, 25}, {});
     ASSERT_TRUE(profile.Complete);
@@ -115,9 +99,7 @@ TEST(Profile, IsTheSameForAnyNumberOfThreadsAndLeavesTheFit) {
     const Profile loop = ProfileParameter(4, {{0.683}, 9}, {});
     EXPECT_TRUE(Work == own);
     for (const int threads : {1, 2, 16}) {
-        Host.RunPieces = [threads](long count, const auto& piece, const auto& watch) {
-            RunPieces(threads, count, piece, watch);
-        };
+        UseThreads(threads);
         const Profile other = ProfileParameter(4, {{0.683}, 9}, {});
         ASSERT_EQ(other.Points.size(), loop.Points.size());
         for (std::size_t i = 0; i < loop.Points.size(); ++i) {
@@ -133,7 +115,8 @@ TEST(Profile, IsTheSameForAnyNumberOfThreadsAndLeavesTheFit) {
 // ratio 1 + 2 F(2, n) / n = level dependent alone: (1 - level)^(-2 / n) in closed form.
 TEST(ProfileMaps, OfTwoLinearParametersAreAParaboloid) {
     Script script;
-    FitOffsetsAlone();
+    LoadOffsetsAlone();
+    FitLoaded();
     const ProfileMap map = MapParameters(SlotOffset(1L), SlotOffset(2L), {{0.95}, 7}, {});
     ASSERT_TRUE(map.Complete);
     ASSERT_EQ(map.Points.size(), 49U);
@@ -156,9 +139,7 @@ TEST(ProfileMaps, AreTheSameForAnyNumberOfThreadsAndCanBeCancelled) {
     const ProfileMap loop = MapParameters(0, 2, {{0.683}, 5}, {});
     ASSERT_TRUE(loop.Complete);
     EXPECT_TRUE(Work == own);
-    Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
-        RunPieces(3, count, piece, watch);
-    };
+    UseThreads(3);
     const ProfileMap other = MapParameters(0, 2, {{0.683}, 5}, {});
     ASSERT_EQ(other.Points.size(), loop.Points.size());
     for (std::size_t i = 0; i < loop.Points.size(); ++i)

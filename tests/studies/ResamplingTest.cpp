@@ -1,7 +1,6 @@
 // Resampling: quantiles and block lengths by hand, spreads against closed forms, coverage.
 #include "studies/methods/Resampling.h"
-#include "SimulatedCase.h"
-#include "files/RunPieces.h"
+#include "FittedCase.h"
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
 #include "platform/Platform.h"
@@ -16,21 +15,6 @@
 
 namespace Quillon {
 namespace {
-
-void FitCase(const char* name) {
-    LoadCase(ModelCaseNamed(name));
-    RunFit();
-    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged) << Work.Outcome.Sentence;
-}
-
-// A linear problem: everything but the zero offsets is held at the truth.
-void LoadOffsetsAlone() {
-    LoadCase(ModelCaseNamed("Model01"));
-    std::vector<FitChoice> choices = FitChoices();
-    for (FitChoice& choice : choices)
-        choice.Check = PartOfSlot(choice.Slot) == SlotPart::Offset ? FitCheckYes : FitCheckNo;
-    AssignFreePositions(choices);
-}
 
 TEST(Quantiles, AreLinearBetweenOrderStatistics) {
     const std::vector<double> values{1.0, 2.0, 4.0, 8.0};
@@ -154,9 +138,7 @@ TEST(Resampling, IsTheSameForAnyNumberOfThreadsAndOtherForOtherSeeds) {
     };
     const std::vector<double> loop = valuesOf(1);
     for (const int threads : {1, 2, 16}) {
-        Host.RunPieces = [threads](long count, const auto& piece, const auto& watch) {
-            RunPieces(threads, count, piece, watch);
-        };
+        UseThreads(threads);
         EXPECT_EQ(valuesOf(1), loop) << threads;
     }
     EXPECT_NE(valuesOf(2), loop);
