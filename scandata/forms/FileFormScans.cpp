@@ -8,6 +8,7 @@
 #include "scandata/forms/FileFormChannels.h"
 #include "scandata/forms/FileFormEvents.h"
 #include "scandata/forms/TableUndo.h"
+#include "scandata/forms/VelocityRun.h"
 #include "scandata/range/FindColumns.h"
 #include "scandata/reader/AdoptScan.h"
 #include "scandata/reader/IntensityScan.h"
@@ -248,17 +249,30 @@ void ProposeColumns(ReadNotes& notes) {
     ShowPageAgain();
 }
 
-// The columns of intensity scans are those of their group, which is read by now.
-void SettleIntensities(const std::vector<std::string>& paths, ReadNotes& notes) {
-    std::vector<RowNo> read;
+std::vector<RowNo> RowsOf(const std::vector<std::string>& paths) {
+    std::vector<RowNo> rows;
     for (const RowNo row : EachRow())
-        if (Work.IntensityOrder[row] != IntensityOrders::None &&
+        if (!Work.ScanFile[row].empty() &&
             std::find(paths.begin(), paths.end(), JoinPath(Work.ScanDirectory[row], Work.ScanFile[row])) !=
                 paths.end())
-            read.push_back(row);
-    DecideIntensityOrders(read);
-    for (const RowNo row : read)
-        notes.Remarks.push_back(Work.ScanFile[row] + ": " + IntensityRemark(row));
+            rows.push_back(row);
+    return rows;
+}
+
+void AddOnce(std::vector<std::string>& remarks, const std::string& remark) {
+    if (std::find(remarks.begin(), remarks.end(), remark) == remarks.end()) remarks.push_back(remark);
+}
+
+// What can be told of scans when all that belong together have been read: the columns of intensities, whether
+// they have settled.
+void LookAtGroups(const std::vector<std::string>& paths, ReadNotes& notes) {
+    const std::vector<RowNo> rows = RowsOf(paths);
+    DecideIntensityOrders(rows);
+    for (const RowNo row : rows)
+        if (const std::string remark = IntensityRemark(row); !remark.empty())
+            AddOnce(notes.Remarks, Work.ScanFile[row] + ": " + remark);
+    for (const std::string& remark : VelocityRemarks(rows))
+        AddOnce(notes.Remarks, remark);
 }
 
 void SayProposed(const ReadNotes& notes) {
@@ -295,7 +309,7 @@ void ReadAll(const std::vector<std::string>& paths, bool propose) {
         first = false;
         ReadHere(paths[i], paths.size() == 1, propose, notes);
     }
-    SettleIntensities(paths, notes);
+    LookAtGroups(paths, notes);
     SayProposed(notes);
     TellNotes(notes, ScanReadSentence);
 }

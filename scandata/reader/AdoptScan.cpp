@@ -30,6 +30,16 @@ std::string ChangedFile(const Workspace& before, const std::string& path, RowNo 
            "... and is " + Work.ScanSha256[row].substr(0, 12) + "...";
 }
 
+void AddRemark(ScanReadResult& result, const std::string& remark) {
+    result.Remark += (result.Remark.empty() || remark.empty() ? "" : "; ") + remark;
+}
+
+// Its units are those of the detector, and they hang on gain and voltage.
+std::string FluorescenceRemark(const ScanReadResult& read) {
+    const bool fluorescence = read.TypeLetter == 'F' || Work.DataTypeName == "FI";
+    return fluorescence ? "a scan of fluorescence; its signal is taken as it stands" : "";
+}
+
 } // namespace
 
 ScanReadResult AdoptScan(const std::string& path, RowNo row) {
@@ -41,10 +51,10 @@ ScanReadResult AdoptScan(const std::string& path, RowNo row) {
         Work = std::move(before);
         return result;
     }
-    if (const std::string changed = ChangedFile(before, path, row); !changed.empty())
-        result.Remark += (result.Remark.empty() ? "" : "; ") + changed;
+    AddRemark(result, ChangedFile(before, path, row));
     NameScan(path, row);
     SettleDataType(Work.ScanFile[row]);
+    AddRemark(result, FluorescenceRemark(result));
     float inner{};
     float outer{};
     SetCenterpiece(row, Work.CellType, inner, outer);

@@ -75,13 +75,6 @@ void PartReadings(RowNo row, const std::vector<IntensityReading>& readings, Inte
     Work.LeftOut[row] = std::move(out);
 }
 
-bool OneGroup(RowNo a, RowNo b) {
-    const float fastest = std::max(Work.ScanRPM[a], Work.ScanRPM[b]);
-    return CellNumberOf(Work.ScanFile[a]) == CellNumberOf(Work.ScanFile[b]) &&
-           std::fabs(Work.ScanRPM[a] - Work.ScanRPM[b]) <= SameSpeed * fastest &&
-           std::fabs(Work.ScanWavelength[a] - Work.ScanWavelength[b]) <= SameWavelength;
-}
-
 // Sample and reference of each point of the range.
 struct Light {
     float Sample, Reference;
@@ -139,6 +132,13 @@ void SetIntensityOrder(RowNo row, IntensityOrders::Code order) {
     if (!SetCeiling(row, Work.SignalCeiling[row])) SetCeiling(row, 0.0F);
 }
 
+bool SameMeasurement(RowNo a, RowNo b) {
+    const float fastest = std::max(Work.ScanRPM[a], Work.ScanRPM[b]);
+    return CellNumberOf(Work.ScanFile[a]) == CellNumberOf(Work.ScanFile[b]) &&
+           std::fabs(Work.ScanRPM[a] - Work.ScanRPM[b]) <= SameSpeed * fastest &&
+           std::fabs(Work.ScanWavelength[a] - Work.ScanWavelength[b]) <= SameWavelength;
+}
+
 void DecideIntensityOrders(const std::vector<RowNo>& rows) {
     std::vector<RowNo> intensity;
     for (const RowNo row : rows)
@@ -146,7 +146,7 @@ void DecideIntensityOrders(const std::vector<RowNo>& rows) {
     for (const RowNo row : intensity) {
         double sum = 0.0;
         for (const RowNo other : intensity)
-            if (OneGroup(row, other)) sum += SumOfLogs(other);
+            if (SameMeasurement(row, other)) sum += SumOfLogs(other);
         SetIntensityOrder(row, OrderOf(sum));
     }
 }

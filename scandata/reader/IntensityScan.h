@@ -34,12 +34,15 @@ void TakeIntensities(RowNo row, const std::vector<IntensityReading>& readings);
 // the row is found anew. Nothing for other scans.
 void SetIntensityOrder(RowNo row, IntensityOrders::Code order);
 
-// Decides the order of intensity scans by the sign of the mean, those of one cell (as their names tell it),
-// speed (to 1%) and wavelength (to 3 nm) together. Other scans among the rows are passed over.
+// True for two rows with scans of one cell (as their names tell it), speed (to 1%) and wavelength (to 3 nm).
+bool SameMeasurement(RowNo a, RowNo b);
+
+// Decides the order of intensity scans by the sign of the mean, those of one measurement together. Other
+// scans among the rows are passed over.
 void DecideIntensityOrders(const std::vector<RowNo>& rows);
 
-// "intensities: the first column is taken as the sample; 3 readings without absorbance are left out", for
-// whoever has just read the scan of a row; "" for other scans.
+// "intensities, taken as absorbance with the sample in the first column; 3 readings that are not above 0 left
+// out", for whoever has just read the scan of a row; "" for other scans.
 std::string IntensityRemark(RowNo row);
 
 // "sample-first" or "reference-first", as a job says it; "" for a row with another scan.

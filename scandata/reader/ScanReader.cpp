@@ -138,7 +138,8 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     const std::size_t headerPlace = file.Place;
     const std::string_view header = ReadTextItem(file);
     const bool comma = file.AfterComma;
-    Work.InterferenceData = Flag(!header.empty() && Capital(header[0]) == 'P');
+    result.TypeLetter = header.empty() ? '\0' : Capital(header[0]);
+    Work.InterferenceData = Flag(result.TypeLetter == 'P');
     DropPixelScale(comment, row);
     const int oldWavelength = WholeWavelength(Work.ScanWavelength[row]);
     TakeFrom(file, headerPlace, [&] { ReadHeader(StartHeader(header, comma), row, result); });

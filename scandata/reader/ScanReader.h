@@ -40,6 +40,7 @@ struct ScanReadResult {
     float LastRadius{};
     float Rpm{};
     float Temperature{}; // degrees Celsius
+    char TypeLetter = 0; // of the parameter line, a capital; 0 without one
     bool Ok = false;
     ReadFailure Failure; // of a read that is not Ok
     std::string Remark;  // on one that is: lines behind the end of the list, which are not read; AdoptScan

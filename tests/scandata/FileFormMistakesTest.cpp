@@ -12,6 +12,7 @@
 #include "tests/support/RecordingSurface.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace Quillon {
@@ -465,6 +466,43 @@ TEST_F(LineMenu, ARefusedCommandLeavesCancelOpen) {
     Run(0, "Channels &A to C of All Scans");
     EXPECT_TRUE(FileForm.CancelButton.Enabled);
     EXPECT_EQ(FileForm.FormChanged, 0);
+}
+
+// --- what is no equilibrium --------------------------------------------------------------------------------
+
+// A boundary that has moved outward by shift since the first scan, at a time of its own.
+std::string MovingBoundary(int number, double shift) {
+    std::vector<std::string> points;
+    for (int i = 580; i <= 720; ++i) {
+        char text[48];
+        std::snprintf(text, sizeof text, "%.2f %.6f", 0.01 * i,
+                      1.0 / (1.0 + std::exp(-(0.01 * i - 6.2 - shift) / 0.1)));
+        points.emplace_back(text);
+    }
+    return ScanText(points, "R 1 20.0 50000 " + std::to_string(1000 * number) + " 9.2280E10 280 1");
+}
+
+TEST_F(Mistakes, TenScansThatHaveNotSettledAreNamedAsAVelocityRun) {
+    const auto scans = [this](double step) {
+        std::vector<std::string> paths;
+        for (int i = 1; i <= 10; ++i)
+            paths.push_back(script.MakeFile("0000" + std::to_string(i - 1) + ".RA1",
+                                            MovingBoundary(i, step * static_cast<double>(i))));
+        return paths;
+    };
+    FileFormReadFiles(scans(0.0)); // the same ten times: nothing moves
+    AskClear(BoxAnswer::Yes);
+    FileFormClearFiles();
+    ExpectTold(
+        "10 scans of cell 1 at 50000 rpm have not settled: this is a velocity run, and none of them is at "
+        "equilibrium");
+    FileFormReadFiles(scans(0.05));
+}
+
+TEST_F(Mistakes, AFluorescenceScanIsNamed) {
+    ExpectTold("00001.FI1: a scan of fluorescence; its signal is taken as it stands");
+    FileFormReadFiles({script.MakeFile("00001.FI1", Text())});
+    EXPECT_EQ(Work.ScanFile[1], "00001.FI1");
 }
 
 } // namespace
