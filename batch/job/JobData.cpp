@@ -5,6 +5,7 @@
 #include "scandata/range/BaselineShift.h"
 #include "scandata/range/ProposeRange.h"
 #include "scandata/range/RangeDoubts.h"
+#include "scandata/range/Spikes.h"
 #include "scandata/reader/AdoptScan.h"
 #include "scandata/reader/IntensityScan.h"
 #include "scandata/table/DataSetTable.h"
@@ -134,6 +135,33 @@ void ChooseRange(const Job& job, const JobSet& set) {
                 "the scan has no points from " + CentimetreRange(inner, outer));
 }
 
+// "6.95, 7.01", as the key takes them.
+std::string RadiiOf(RowNo row, const std::vector<long>& points) {
+    std::string text;
+    for (const long p : points)
+        text += (text.empty() ? "" : ", ") + SingleText(Work.ScanRadius[row][p]);
+    return text;
+}
+
+// What the desktop proposes, for whoever wants to know it; nothing is left out by it.
+void TellProposals(const Job& job, const JobSet& set) {
+    const RowNo row(set.Number);
+    const long first = Work.FitRange[0][row];
+    const long last = Work.FitRange[1][row];
+    if (set.TellSpikes) {
+        const std::vector<long> spikes = FindSpikes(Work.ScanRadius[row], Work.ScanValue[row], first, last);
+        TellOfSet(job, set, "exclude",
+                  spikes.empty() ? "no reading stands out from its neighbours"
+                                 : "readings that stand out from their neighbours: exclude = " +
+                                       RadiiOf(row, spikes) + " leaves them out");
+    }
+    if (!set.TellCeiling) return;
+    const float ceiling = ProposeCeilingOf(row, first, last);
+    TellOfSet(job, set, "ceiling",
+              ceiling > 0.0F ? "the noise grows above: ceiling = " + SingleText(ceiling) + " leaves that out"
+                             : "the noise does not grow with the signal");
+}
+
 // A range is chosen where the job says anything about it, even if that is the whole scan.
 void WarnOfRange(const Job& job, const JobSet& set) {
     const bool chosen = set.Inner || set.Outer || set.Channel > 0 || set.AutoRange;
@@ -199,6 +227,7 @@ void ReadJobData(const Job& job) {
         LeaveReadingsOut(job, set);
         ChooseChannel(job, set);
         ChooseRange(job, set);
+        TellProposals(job, set);
         SetRatios(job, set);
         SetConstraints(set);
     }

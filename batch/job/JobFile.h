@@ -54,7 +54,9 @@ struct JobSet {
     int Number{};
     std::string File;               // as written
     std::vector<Exclusion> Exclude; // radii left out, cm
+    bool TellSpikes = false;        // readings that stand out are told, none is left out
     std::optional<float> Ceiling;   // fitted signal above which readings are left out
+    bool TellCeiling = false;       // the signal above which the noise grows is told
     IntensityOrders::Code Intensity = IntensityOrders::None; // None: decided by the scans
     std::optional<float> Inner;                              // cm
     std::optional<float> Outer;                              // cm

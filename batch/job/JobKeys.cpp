@@ -200,6 +200,8 @@ Exclusion ReadExclusion(const JobReader& reader, std::string_view value) {
 }
 
 void ReadExclusions(JobReader& reader, JobSet& set, const std::string& value) {
+    set.TellSpikes = SmallLetters(value) == "propose";
+    if (set.TellSpikes) return;
     std::string_view rest = value;
     for (;;) {
         const std::size_t comma = std::min(rest.find(','), rest.size());
@@ -216,7 +218,11 @@ constexpr SetKey SetKeys[] = {
     {"range",
      [](JobReader& r, JobSet& s, const std::string& v) { s.AutoRange = ReadChoice(r, v, {"auto"}) == 0; }},
     {"exclude", ReadExclusions},
-    {"ceiling", [](JobReader& r, JobSet& s, const std::string& v) { s.Ceiling = ReadPositive(r, v); }},
+    {"ceiling",
+     [](JobReader& r, JobSet& s, const std::string& v) {
+         s.TellCeiling = SmallLetters(v) == "propose";
+         if (!s.TellCeiling) s.Ceiling = ReadPositive(r, v);
+     }},
     {"intensity",
      [](JobReader& r, JobSet& s, const std::string& v) {
          s.Intensity = static_cast<IntensityOrders::Code>(

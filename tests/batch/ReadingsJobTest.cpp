@@ -133,6 +133,17 @@ TEST_F(ReadingsJob, MistakesAreErrorsOfTheirKey) {
     }
 }
 
+TEST_F(ReadingsJob, ProposalsAreToldAndNothingIsLeftOut) {
+    Truth.ScanValue[1][20] += 0.3F;
+    script.MakeFile("set1.txt", ScanText(Truth, 1));
+    const ProgramEnd end = Fit(JobWith("exclude = propose\nceiling = Propose\n"));
+    EXPECT_NE(end.Err.find("[set 1] exclude: readings that stand out from their neighbours: exclude = 6."),
+              std::string::npos)
+        << end.Err;
+    EXPECT_NE(end.Err.find("[set 1] ceiling: the noise does not grow with the signal"), std::string::npos);
+    EXPECT_TRUE(ReadJson(end.Out)["sets"][0]["left_out"].Items.empty());
+}
+
 TEST_F(ReadingsJob, TheReportSaysWhatIsLeftOut) {
     const std::string job = JobWith("exclude = " + Number(Radius(5)) + "-" + Number(Radius(8)) + "\n");
     const ProgramEnd end = RunInside({job, "--report", "-", "--quiet"});
