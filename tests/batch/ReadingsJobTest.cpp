@@ -14,7 +14,7 @@ namespace Quillon {
 namespace {
 
 ProgramEnd Fit(const std::string& job, const std::vector<std::string>& more = {}) {
-    std::vector<std::string> arguments{job, "--results", "-", "--quiet"};
+    std::vector<std::string> arguments{job, "--results", "-"};
     arguments.insert(arguments.end(), more.begin(), more.end());
     const ProgramEnd end = RunInside(arguments);
     EXPECT_EQ(end.Status, 0) << end.Err;
