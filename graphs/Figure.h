@@ -1,7 +1,8 @@
 #pragma once
 // The figure of a fit as a journal prints it: the data with the fitted curves above, the residuals below, one
 // x axis, and a legend that names file or channel, speed and root mean square of each data set. Text is 6 to
-// 7 points high, lines are a half and three quarters of a point wide, at every size of the page.
+// 7 points high, in a legend that is too wide otherwise down to 5; lines are a half and three quarters of a
+// point wide, at every size of the page.
 
 #include "graphs/FigurePlan.h"
 #include "platform/PictureFile.h"

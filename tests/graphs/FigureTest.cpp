@@ -358,6 +358,31 @@ TEST_F(FigureTest, SymbolsAndCurveOfASetHaveItsColour) {
         EXPECT_EQ(curves.count(symbol.Pen.Color), 1U);
 }
 
+// The width of what an item covers.
+int WidthOf(const DrawnItem& item) {
+    if (item.Points.empty()) return item.Rect.Right - item.Rect.Left;
+    const auto byX = [](DevicePoint a, DevicePoint b) { return a.X < b.X; };
+    const auto [left, right] = std::minmax_element(item.Points.begin(), item.Points.end(), byX);
+    return right->X - left->X;
+}
+
+bool FillsSymbols(const RecordingSurface& surface) {
+    for (const char* kind : {"ellipse", "polygon", "rectangle"})
+        for (const DrawnItem& item : surface.OfKind(kind)) {
+            const bool inked = item.Brush.Kind == BrushKind::Solid && item.Brush.Color != 0xFFFFFF;
+            if (inked && WidthOf(item) < surface.Width / 5) return true;
+        }
+    return false;
+}
+
+// Beside the window's graph a figure has other symbols on purpose: open ones, which do not hide each other.
+TEST_F(FigureTest, SymbolsAreOpenWhereThoseOfTheWindowAreFilled) {
+    ASSERT_TRUE(MakeFitGraph(FitGraph::Data, AllSets, {}));
+    EXPECT_TRUE(FillsSymbols(Screen));
+    Draw({85.0, 0.0, false, 0});
+    EXPECT_FALSE(FillsSymbols(Paper));
+}
+
 TEST_F(FigureTest, PanelsShowOneSetEach) {
     Draw({170.0, 0.0, true, 0});
     for (long set = 1; set <= 3; ++set)

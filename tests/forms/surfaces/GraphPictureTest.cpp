@@ -1,6 +1,7 @@
 // Graphs that quillon-fit writes with the help of the module, where there is no display at all.
 #include "PdfReader.h"
 #include "PixelPicture.h"
+#include "tests/chart/MetafileReader.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -140,6 +141,34 @@ TEST_F(GraphPictures, PngIsTheFigureAt300DotsPerInch) {
     ASSERT_EQ(Run(Path("fit.quil") + " --graph overlay:1=" + Path("one.png")), 0) << Errors;
     EXPECT_GT(InkOf(ImageOf(ReadWholeFile(Path("overlay.png")))).Orange, 1000);
     EXPECT_EQ(InkOf(ImageOf(ReadWholeFile(Path("one.png")))).Orange, 0);
+}
+
+// True where a dot is not white, or one next to it.
+bool HasInk(const QImage& image, DevicePoint at) {
+    for (int y = at.Y - 1; y <= at.Y + 1; ++y)
+        for (int x = at.X - 1; x <= at.X + 1; ++x)
+            if (image.valid(x, y) && ColorAt(image, x, y) != White) return true;
+    return false;
+}
+
+TEST_F(GraphPictures, TheMetafileOfAFigureDrawsWhereItsPngHasInk) {
+    for (const std::string panels : {"all", "sets"}) {
+        ASSERT_EQ(Run(Path("fit.quil") + " --figure-size 170 --figure-panels " + panels +
+                      " --graph figure=" + Path("f.png") + " --graph figure=" + Path("f.emf")),
+                  0)
+            << Errors;
+        const QImage image = ImageOf(ReadWholeFile(Path("f.png")));
+        long points = 0;
+        for (const EmfItem& item : PlayMetafile(ReadMetafile(ReadWholeFile(Path("f.emf"))))) {
+            const bool line = item.Kind == "polyline" || item.Kind == "segments" || item.Kind == "polygon";
+            if (!line || !item.PenVisible) continue;
+            for (const DevicePoint point : item.Points) {
+                ++points;
+                EXPECT_TRUE(HasInk(image, point)) << item.Kind << " " << point.X << "," << point.Y;
+            }
+        }
+        EXPECT_GT(points, 500) << panels;
+    }
 }
 
 TEST_F(GraphPictures, PdfIsOnePageWithItsText) {
