@@ -10,19 +10,20 @@
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <optional>
 #include <utility>
 
 namespace Quillon {
 namespace {
 
+// Of the processor: other programs that run beside this one do not count.
 double Seconds() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
 bool Verbose = false;
