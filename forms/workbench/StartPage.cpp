@@ -83,6 +83,8 @@ QWidget* MakeStartPage(Binder& bind) {
     column->addWidget(MakeLabel(
         bind, []() -> Control& { return Workbench.Hint; }, true));
     column->addSpacing(12);
+    AddSessions(bind, column);
+    column->addSpacing(12);
     column->addWidget(Heading(
         bind, []() -> Control& { return Workbench.RecentHead; }, 1.1));
     AddRows(column, RecentRows(bind));
