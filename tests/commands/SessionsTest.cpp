@@ -4,6 +4,7 @@
 #include "commands/Commands.h"
 #include "commands/History.h"
 #include "commands/StartUp.h"
+#include "commands/Workbench.h"
 #include "files/FileLock.h"
 #include "files/ReadWhole.h"
 #include "files/WriteWhole.h"
@@ -195,6 +196,24 @@ TEST_F(Sessions, ADeadCopysAnalysisComesBackWholeAndCanBeTakenBack) {
     RunMainCommand("Redo");
     EndSession();
     EXPECT_FALSE(fs::exists(Path(1)));
+}
+
+TEST_F(Sessions, TheStartPageHasThem) {
+    EXPECT_FALSE(Workbench.SessionsHead.Visible);
+    DieWithAFit();
+    StartQuillon("");
+    BeginSession();
+    EXPECT_TRUE(Workbench.SessionsHead.Visible);
+    EXPECT_TRUE(Workbench.Sessions[0].Text.starts_with("Restore: 09:38, ")) << Workbench.Sessions[0].Text;
+    EXPECT_FALSE(Workbench.Sessions[1].Visible);
+    script.ExpectMessage(Workbench.Sessions[0].Text + "\n\nIt has not been saved anywhere else. Discard it?",
+                         BoxAnswer::No);
+    DiscardButton(0);
+    EXPECT_TRUE(fs::exists(Path(1)));
+    SessionButton(0);
+    EXPECT_EQ(Work.RmsResidual, 0.00398F);
+    EXPECT_FALSE(Workbench.Starts);
+    EXPECT_FALSE(Workbench.Sessions[0].Visible); // it is this copy's now
 }
 
 TEST_F(Sessions, NoAnswerButDiscardTakesItAway) {
