@@ -115,7 +115,8 @@ private:
     void TakePlace() {
         const QRect screen = QApplication::primaryScreen()->availableGeometry();
         move(screen.topLeft());
-        resize(screen.width(), std::min(780, screen.height()));
+        constexpr int frame = 40; // pixels, of title and edges
+        resize(screen.width(), std::min(780, screen.height() - frame));
     }
 
     void BuildPanes() {

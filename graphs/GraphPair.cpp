@@ -291,6 +291,16 @@ Margins Measured(const PairLayout& pair, ChartModule& module, int top, int botto
     return margins;
 }
 
+// Gives the graph at hand the x axis of the other one, with its tics, which keep clear of their labels.
+void TakeAxis(const GraphAxis& x) {
+    GraphAxis taken = x;
+    taken.ScaleMode = ScaleModes::Manual;
+    taken.TicMode = TicModes::MarksOnly;
+    taken.Title = Chart.Spec.AxisX1.Title;
+    Chart.Spec.AxisX1 = taken;
+    CopyOppositeAxes(Chart.Spec);
+}
+
 // The frames one above the other, of one width, in the proportion of the pair.
 void LayOutPair(const PairLayout& pair) {
     const int half = static_cast<int>(UpperPart * pair.Height);
@@ -309,13 +319,10 @@ void LayOutPair(const PairLayout& pair) {
     lower.Y2 = ToInt16(pair.Height - 1 - low.Bottom);
     const int between = upper.Y2 + up.Bottom;
     MatchSizes(upper, lower);
-    With(GraphPair.Upper, [&] { LayOut(pair, ViewFrom(pair, 0, between), &upper); });
-    With(GraphPair.Lower, [&] {
-        Chart.Spec.AxisX1.ScaleMode = ScaleModes::Zoomed; // one x axis
-        const GraphAxis& x = GraphPair.Upper.Spec.AxisX1;
-        Chart.Spec.AxisX1.Min = x.Min;
-        Chart.Spec.AxisX1.Max = x.Max;
-        LayOut(pair, ViewFrom(pair, between + 1, pair.Height - 1), &lower);
+    With(GraphPair.Lower, [&] { LayOut(pair, ViewFrom(pair, between + 1, pair.Height - 1), &lower); });
+    With(GraphPair.Upper, [&] {
+        TakeAxis(GraphPair.Lower.Spec.AxisX1);
+        LayOut(pair, ViewFrom(pair, 0, between), &upper);
     });
 }
 

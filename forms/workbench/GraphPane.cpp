@@ -6,6 +6,7 @@
 #include "forms/shell/ChartBox.h"
 #include "forms/workbench/Idle.h"
 #include "graphs/GraphPair.h"
+#include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
 #include <QListWidget>
@@ -166,7 +167,12 @@ QWidget* MakeGraphPane(Binder& bind) {
     all->addWidget(CenteredLabel(bind, []() -> Control& { return GraphPair.Remark; }));
     bind.Also([canvas, legend, built = 0]() mutable {
         if (!MayFollowAnalysis() || Chart.Painting != 0) return;
-        FollowAnalysis();
+        try {
+            FollowAnalysis();
+        } catch (const RuntimeError&) { // an analysis that is not whole, say, has no graphs
+            GraphPair.Upper = GraphPair.Lower = ChartModule{};
+            GraphPair.Legend.clear();
+        }
         if (built == GraphPair.Builds) return;
         built = GraphPair.Builds;
         canvas->PaintAnew();

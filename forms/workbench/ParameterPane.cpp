@@ -42,7 +42,11 @@ public:
     QSize minimumSizeHint() const override { return {120, verticalHeader()->defaultSectionSize() * 3}; }
 
     void Follow() {
-        std::vector<ParameterRow> rows = ParameterRows();
+        std::vector<ParameterRow> rows;
+        try {
+            rows = ParameterRows();
+        } catch (const RuntimeError&) { // an analysis that is not whole has no table
+        }
         if (rows == Rows) return;
         Rows = std::move(rows);
         setRowCount(static_cast<int>(Rows.size()));

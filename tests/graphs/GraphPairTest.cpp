@@ -44,6 +44,7 @@ TEST_F(PairOfGraphs, FramesStandAboveEachOtherInSevenPartsToThree) {
         EXPECT_NEAR(HeightOf(up) * 3.0 / 7.0, HeightOf(low), 2.0) << width;
         EXPECT_EQ(GraphPair.Upper.Spec.AxisX1.Min, GraphPair.Lower.Spec.AxisX1.Min);
         EXPECT_EQ(GraphPair.Upper.Spec.AxisX1.Max, GraphPair.Lower.Spec.AxisX1.Max);
+        EXPECT_EQ(GraphPair.Upper.Spec.AxisX1.TicInterval, GraphPair.Lower.Spec.AxisX1.TicInterval);
     }
 }
 
@@ -53,8 +54,13 @@ TEST_F(PairOfGraphs, TheAxisOfXHasLabelsOnce) {
     const auto below = [&](const DrawnItem& item) {
         return item.Points.front().Y > GraphPair.Lower.Spec.Frame.Y2;
     };
-    ASSERT_NE(Picture.FindText(Work.XAxisTitle), nullptr);
-    EXPECT_TRUE(below(*Picture.FindText(Work.XAxisTitle)));
+    int titles = 0; // a title with raised letters is painted piece by piece
+    for (const DrawnItem& item : Picture.OfKind("text"))
+        if (item.Text.find("Ro") != std::string::npos) {
+            ++titles;
+            EXPECT_TRUE(below(item)) << item.Text;
+        }
+    EXPECT_EQ(titles, 1);
     for (const DrawnItem& item : Picture.OfKind("text")) { // between the frames there is no label
         const int y = item.Points.front().Y, x = item.Points.front().X;
         EXPECT_FALSE(y > GraphPair.Upper.Spec.Frame.Y2 + 20 && y < GraphPair.Lower.Spec.Frame.Y1 - 1 &&
