@@ -8,6 +8,7 @@
 #include "commands/FitCommand.h"
 #include "commands/History.h"
 #include "commands/HistoryForm.h"
+#include "commands/ReadRun.h"
 #include "commands/SavedState.h"
 #include "commands/SimulateCommand.h"
 #include "commands/StartUp.h"
@@ -181,6 +182,7 @@ std::vector<MenuRow> AllRows() {
         {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
         {File, "SaveJob", "Save as &Job...", SaveAsJob, JobGivesTheFit},
         {File, "RunTable", "Run a Table of &Fits...", RunTableOfFits, Always},
+        {File, "ReadRun", "Read &a Run...", ReadRunCommand, Always},
         {File, "OpenGraph", "Show Saved &Graph...", OpenGraph, Always},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
 

@@ -117,8 +117,9 @@ std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& mee
         const int status = archive_read_next_header(in.get(), &entry);
         if (status == ARCHIVE_EOF) break;
         if (status < ARCHIVE_WARN)
-            RaiseError(count == 1 ? "it is neither a folder nor an archive (.tar.gz, .zip) that can be read"
-                                  : "the archive is damaged or ends too early");
+            RaiseError(count == 1
+                           ? "it is no archive (.tar.gz, .zip) that can be read, or one that ends too early"
+                           : "the archive is damaged or ends too early");
         if (count > MostMet) RaiseError("it holds more than 20000 entries");
         EntryBytes bytes{in.get(), unpacked};
         const std::string name = NameOf(entry);

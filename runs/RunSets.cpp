@@ -194,8 +194,10 @@ std::vector<std::string> RemarksOnSets(const SortedRun& run, const std::vector<R
                                       [&](float other) { return IsSameWavelength(other, wavelength); });
         if (!sets[i].LacksRatio || told) continue;
         lacking.push_back(wavelength);
-        remarks.push_back("no extinction ratio is given for " + SingleText(wavelength) +
-                          " nm: it is taken as 1 until it is, and its sets share no concentrations");
+        remarks.push_back(
+            "no extinction ratio is given for " + SingleText(wavelength) +
+            " nm (1 for the wavelength in whose signal concentrations are counted): it is taken as 1 "
+            "until it is, and its sets share no concentrations");
     }
     return remarks;
 }
