@@ -6,7 +6,7 @@
 // points and m parameters of the fit. Residuals: the fitted values with the residuals of the set, drawn in
 // blocks of neighbours along the radius (H. R. Kuensch, Annals of Statistics 17 (1989) 1217; closed to a
 // circle, so that all residuals are drawn equally often), centred, and stretched by the same root and by what
-// blocks lose (studies/BlockLength.h). Loading constraints stay as they are.
+// blocks lose (studies/methods/BlockLength.h). Loading constraints stay as they are.
 //
 // B. Efron and R. J. Tibshirani, An Introduction to the Bootstrap (1993), chapters 6, 9 and 13.
 

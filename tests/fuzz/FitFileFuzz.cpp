@@ -1,6 +1,7 @@
 // Any bytes at all as a fit save file: they are refused with a RuntimeError, or they make an analysis that
 // can be used like one of this run. An entry for libFuzzer; tests/persistence drives it with mutations of
 // valid files.
+#include "QuietPlatform.h"
 #include "models/function/FitFunction.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
@@ -22,15 +23,7 @@ void Require(bool holds, const char* what) {
 
 // A platform without files and without a user.
 void InstallQuietPlatform() {
-    Platform p;
-    p.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::No; };
-    p.ReadFile = [](const std::string&) -> std::string { RaiseError(ErrorText::FileNotFound); };
-    p.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::PermissionDenied); };
-    p.FileExists = [](const std::string&) { return false; };
-    p.DirectoryExists = [](const std::string&) { return false; };
-    p.Clock = [] { return ClockTime{}; };
-    p.Uniform = [] { return 0.5F; };
-    InstallPlatform(p);
+    InstallPlatform(QuietPlatform(BoxAnswer::No));
 }
 
 template <class T, long Lo, class Kind> bool Holds(const BasedArray<T, Lo, Kind>& a, long i) {

@@ -1,6 +1,7 @@
 // Any bytes at all as a graph file: they are refused with a RuntimeError and the graph at hand stands as it
 // did, or they make a graph that is drawn, saved and read again. An entry for libFuzzer; tests/chart drives
 // it with mutations of valid files.
+#include "QuietPlatform.h"
 #include "chart/CHART.h"
 #include "chart/files/GraphFile.h"
 #include "platform/Platform.h"
@@ -45,15 +46,7 @@ DrawingSurface BlankSurface() {
 }
 
 void InstallQuietChart() {
-    Platform p;
-    p.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
-    p.ReadFile = [](const std::string&) -> std::string { RaiseError(ErrorText::FileNotFound); };
-    p.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::PermissionDenied); };
-    p.FileExists = [](const std::string&) { return false; };
-    p.DirectoryExists = [](const std::string&) { return false; };
-    p.Clock = [] { return ClockTime{}; };
-    p.Uniform = [] { return 0.5F; };
-    InstallPlatform(p);
+    InstallPlatform(QuietPlatform(BoxAnswer::Ok));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Any bytes at all as the program's two ini files: every setting ends within its limits or at its default,
 // and a value written among them is read again with all else as it was.
+#include "QuietPlatform.h"
 #include "chart/CHART.h"
 #include "chart/CHARTEX.h"
 #include "commands/Analmenu.h"
@@ -27,15 +28,11 @@ void Require(bool holds, const char* what) {
 }
 
 void InstallOneFile() {
-    Platform p;
-    p.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Yes; };
+    Platform p = QuietPlatform(BoxAnswer::Yes);
     p.AskText = [](const InputRequest&) { return InputAnswer{false, "1"}; };
     p.ReadFile = [](const std::string&) { return File; };
     p.WriteFile = [](const std::string&, const std::string& bytes) { File = bytes; };
     p.FileExists = [](const std::string&) { return true; };
-    p.DirectoryExists = [](const std::string&) { return false; };
-    p.Clock = [] { return ClockTime{}; };
-    p.Uniform = [] { return 0.5F; };
     InstallPlatform(p);
 }
 

@@ -1,6 +1,7 @@
 // Any bytes at all as a fit save file, of which everything is then shown: results, correlations, report,
 // graphs. A file that is accepted may hold any numbers; what cannot be worked out is told as a run-time
 // error.
+#include "QuietPlatform.h"
 #include "graphs/kinds/FitGraphs.h"
 #include "graphs/kinds/ResidualGraphs.h"
 #include "persistence/FitFile.h"
@@ -20,15 +21,7 @@ namespace {
 using namespace Quillon;
 
 void InstallQuiet() {
-    Platform p;
-    p.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::No; };
-    p.ReadFile = [](const std::string&) -> std::string { RaiseError(ErrorText::FileNotFound); };
-    p.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::PermissionDenied); };
-    p.FileExists = [](const std::string&) { return false; };
-    p.DirectoryExists = [](const std::string&) { return false; };
-    p.Clock = [] { return ClockTime{2020, 4, 21, 12, 0, 0}; };
-    p.Uniform = [] { return 0.5F; };
-    InstallPlatform(p);
+    InstallPlatform(QuietPlatform(BoxAnswer::No));
 }
 
 template <class Command> void Run(const Command& command) {

@@ -4,6 +4,7 @@
 // The entry point is libFuzzer's, so that `clang++ -fsanitize=fuzzer` makes a program of it; the mutation
 // test drives it with inputs of its own. A violation stops the program.
 
+#include "QuietPlatform.h"
 #include "platform/Platform.h"
 #include "scandata/reader/ScanReader.h"
 #include "scandata/table/FitData.h"
@@ -32,7 +33,7 @@ struct OneFile {
     Platform Former = Host;
 
     explicit OneFile(std::string bytes) : Bytes(std::move(bytes)) {
-        Platform p;
+        Platform p = QuietPlatform(BoxAnswer::Ok);
         p.MessageBoxAnswer = [this](const BoxRequest&) {
             ++Messages;
             return BoxAnswer::Ok;
@@ -40,9 +41,6 @@ struct OneFile {
         p.ReadFile = [this](const std::string&) { return Bytes; };
         p.WriteFile = [](const std::string&, const std::string&) {};
         p.FileExists = [](const std::string&) { return true; };
-        p.DirectoryExists = [](const std::string&) { return false; };
-        p.Clock = [] { return ClockTime{2020, 4, 21, 12, 0, 0}; };
-        p.Uniform = [] { return 0.5F; };
         InstallPlatform(p);
     }
     OneFile(const OneFile&) = delete;
