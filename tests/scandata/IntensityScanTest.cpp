@@ -1,8 +1,8 @@
 // Scans of intensities, against logarithms taken here.
 #include "scandata/reader/IntensityScan.h"
+#include "ScanFixture.h"
 #include "scandata/reader/AdoptScan.h"
 #include "scandata/table/LeftOut.h"
-#include "tests/scandata/ScanFixture.h"
 
 #include <cmath>
 #include <cstdio>

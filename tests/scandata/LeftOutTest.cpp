@@ -1,8 +1,8 @@
 // Readings that are left out, and come back to the bit.
 #include "scandata/table/LeftOut.h"
+#include "ScanFixture.h"
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/TableRows.h"
-#include "tests/scandata/ScanFixture.h"
 
 #include <random>
 
