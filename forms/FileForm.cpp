@@ -211,10 +211,11 @@ protected:
     }
 
 private:
-    // A line is about as high as two lines of text; head, hint, messages and buttons take as much as fifteen.
+    // A line is about as high as two lines of text and a half; head, hint, messages and buttons take as much
+    // as fifteen.
     bool HasRoomForAllLines() const {
         const int text = fontMetrics().lineSpacing();
-        return screen()->availableGeometry().height() >= AllFileFormLines * (2 * text + 5) + 15 * text;
+        return screen()->availableGeometry().height() >= AllFileFormLines * 5 * text / 2 + 15 * text;
     }
 
     // The files are chosen before the main window; the table comes back behind the last. Its modal showing

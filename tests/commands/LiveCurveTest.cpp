@@ -129,6 +129,7 @@ TEST_F(LiveTest, TheApparentSigmaOfOneSpeciesIsItsOwn) {
 
 TEST_F(LiveTest, AMixtureIsHeavierThanItsMonomer) {
     Load(Experiment(2));
+    Work.FreeMap[2] = SlotHeld;
     const std::optional<MassEstimate> estimate = EstimateMass();
     ASSERT_TRUE(estimate.has_value());
     EXPECT_EQ(estimate->Sets.size(), 3U);
