@@ -202,8 +202,6 @@ void RunUnderMonitor() {
 }
 
 void FitPrepared(const FitProgress* progress) {
-    BuildParmScale();
-    if (HoldDialog() == HoldAnswer::Cancel) return;
     RememberOptions();
     Work.FitValid = Work.FitDone = 0;
     ResetFitFunction();
@@ -253,8 +251,16 @@ void ShowResults() {
 }
 
 void FitDataCommand(const FitProgress* progress) {
+    const Workspace before = Work;
     try {
-        if (PrepareFit()) FitPrepared(progress);
+        if (!PrepareFit()) return;
+        BuildParmScale();
+        if (HoldDialog() == HoldAnswer::Cancel) { // a fit that stood still has its own values
+            Work = before;
+            ResetFitFunction();
+            return;
+        }
+        FitPrepared(progress);
     } catch (const RuntimeError& error) {
         if (!Work.FitDone) Work.Outcome = {FitEnd::MathError, error.Text}; // else only showing it failed
         Tell("Error '" + error.Text + "' occurred in the fit command.", Work.ProgramName, BoxIcon::Stop);
