@@ -300,7 +300,7 @@ std::vector<ContourLine> ContourLines(std::vector<ContourPiece> pieces) {
 }
 
 bool MakeContourGraph(const ContourMap& map) {
-    constexpr std::size_t SmoothCells = 96; // along an axis
+    constexpr std::size_t SmoothCells = 288; // along an axis: long thin regions end in a tip
     const ContourMap fine = RefinedMap(map, SmoothCells);
     std::vector<std::vector<ContourLine>> contours;
     std::size_t longest = 1;
