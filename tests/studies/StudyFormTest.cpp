@@ -34,10 +34,10 @@ TEST(StudyForm, ComparesAndTakesTheRowThatIsMarked) {
     EXPECT_EQ(StudyForm.Rows[1][0], "2 (yours)");
     StudyFormRow(1);
     EXPECT_FALSE(StudyForm.TakeButton.Enabled); // it is the fit already
-    StudyFormSort(11);                          // the weight: the dimer has all of it
+    StudyFormSort(12);                          // the weight: the dimer has all of it
     EXPECT_EQ(StudyForm.Rows[0][0], "1");
     EXPECT_EQ(StudyForm.Chosen, 1) << "the mark stays with its row";
-    StudyFormSort(11);
+    StudyFormSort(12);
     EXPECT_EQ(StudyForm.Rows[0][0], "2 (yours)");
     StudyFormRow(1);
     ASSERT_TRUE(StudyForm.TakeButton.Enabled);
