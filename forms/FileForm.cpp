@@ -215,7 +215,10 @@ private:
     // as fifteen.
     bool HasRoomForAllLines() const {
         const int text = fontMetrics().lineSpacing();
-        return screen()->availableGeometry().height() >= AllFileFormLines * 5 * text / 2 + 15 * text;
+        constexpr int leastScreen =
+            960; // pixels: below it the pages leave room for the windows above the table
+        const int room = screen()->availableGeometry().height();
+        return room >= leastScreen && room >= AllFileFormLines * 5 * text / 2 + 15 * text;
     }
 
     // The files are chosen before the main window; the table comes back behind the last. Its modal showing
