@@ -80,13 +80,13 @@ TEST_F(BatchOutputs, MembersStandInTheirOrder) {
     EXPECT_EQ(Results["check"].Names, (std::vector<std::string>{"expected_decrease", "minimum"}));
     EXPECT_EQ(Results["correlations"].Names, (std::vector<std::string>{"slots", "matrix"}));
     EXPECT_EQ(Results["sets"][0].Names,
-              (std::vector<std::string>{"set",           "row",      "label",     "points",
-                                        "rms",           "file",     "sha256",    "baseline_sha256",
-                                        "cell",          "channel",  "speed_rpm", "temperature_c",
-                                        "wavelength_nm", "omega2t",  "time_s",    "averaged",
-                                        "inner_cm",      "outer_cm", "path_cm",   "optics",
-                                        "mean_residual", "runs_z",   "noise",     "mean_total",
-                                        "populations",   "note"}));
+              (std::vector<std::string>{
+                  "set",           "row",           "label",           "points",     "rms",
+                  "file",          "sha256",        "baseline_sha256", "cell",       "channel",
+                  "speed_rpm",     "temperature_c", "wavelength_nm",   "omega2t",    "time_s",
+                  "averaged",      "inner_cm",      "outer_cm",        "path_cm",    "optics",
+                  "mean_residual", "runs_z",        "noise",           "mean_total", "populations",
+                  "note",          "left_out",      "left_out_by",     "intensity",  "ceiling"}));
     EXPECT_EQ(Results["derived"][0].Names,
               (std::vector<std::string>{"slot", "name", "ln_k", "log10_k", "kd", "kd_root", "unit",
                                         "delta_g_kj", "lower", "upper", "convention", "reason"}));
@@ -125,7 +125,8 @@ TEST_F(BatchOutputs, ResultsTellTheFit) {
     EXPECT_LT(Results["check"]["expected_decrease"].Number, 1.0);
     EXPECT_TRUE(Results["check"]["minimum"].Flag);
     EXPECT_FALSE(Results["rescued"].Flag);
-    EXPECT_TRUE(Results["parameters"][0]["note"].IsNull());
+    EXPECT_TRUE(Results["parameters"][0]["note"].Text.starts_with("correlated -0.99"));
+    EXPECT_TRUE(Results["parameters"][1]["note"].IsNull()); // held
     EXPECT_EQ(Results["model"]["number"].Number, 2.0);
     EXPECT_EQ(Results["model"]["name"].Text, "monomer - dimer");
     EXPECT_FALSE(Results["model"]["nonideal"].Flag);
