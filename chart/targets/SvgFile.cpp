@@ -278,7 +278,10 @@ std::string Finish(SvgDrawing& drawing) {
     file += ">\n<title>" + Escaped(description.substr(0, description.find('\0')), false) + "</title>\n";
     if (!drawing.Definitions.empty()) file += "<defs>\n" + drawing.Definitions + "</defs>\n";
     // Flat ends keep the gaps of dashed lines open.
-    file += "<g fill=\"none\" fill-rule=\"evenodd\" stroke-linecap=\"butt\" stroke-linejoin=\"round\">\n";
+    file += "<g fill=\"none\" fill-rule=\"evenodd\" stroke-linecap=\"butt\" stroke-linejoin=\"round\"";
+    // Texts were measured letter by letter: no reader pulls pairs like "To" together. Some know the one, some
+    // the other.
+    file += " style=\"font-kerning:none;font-feature-settings:'kern' 0\">\n";
     return file + std::exchange(drawing.Body, {}) + "</g>\n</svg>\n";
 }
 

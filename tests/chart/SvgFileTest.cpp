@@ -168,6 +168,13 @@ TEST(SvgFile, TextIsTextWithItsFont) {
     EXPECT_EQ(texts[2].Text, "\xCE\xB1\xCE\xB2 \xE2\x88\x9E"); // alpha, beta, a blank, infinity
 }
 
+TEST(SvgFile, ReadersPulledLettersTogetherThatWereMeasuredApart) {
+    const SvgDocument document = DrawOn(Picture(), [](const DrawingSurface& s) { s.Text(10, 20, "Total"); });
+    const std::string style = Only(document, "g").Get("style");
+    EXPECT_NE(style.find("font-kerning:none"), std::string::npos);
+    EXPECT_NE(style.find("font-feature-settings:'kern' 0"), std::string::npos);
+}
+
 TEST(SvgFile, AClipHoldsWhatIsDrawnInIt) {
     const SvgDocument document = DrawOn(Picture(), [](const DrawingSurface& s) {
         s.Line(0, 0, 1, 1);
