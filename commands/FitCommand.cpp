@@ -96,6 +96,12 @@ bool PrepareFit() {
     return answer == DialogAnswer::Ok;
 }
 
+// Nothing was asked and nothing followed from an option: a cancel leaves the fit as it stood.
+bool IsStandingFit(const Workspace& w) {
+    return w.FitDone != 0 && w.NewData == Changed::Nothing && w.Model == w.LastModel &&
+           w.NonIdeal == w.LastNonIdeal && w.SeparateK == w.LastSeparateK;
+}
+
 void RememberOptions() {
     Work.LastNonIdeal = Work.NonIdeal;
     Work.LastModel = Work.Model;
@@ -253,7 +259,10 @@ void ShowResults() {
 void FitDataCommand(const FitProgress* progress) {
     const Workspace before = Work;
     try {
-        if (!PrepareFit()) return;
+        if (!PrepareFit()) {
+            if (IsStandingFit(before)) Work = before;
+            return;
+        }
         BuildParmScale();
         if (HoldDialog() == HoldAnswer::Cancel) { // a fit that stood still has its own values
             Work = before;

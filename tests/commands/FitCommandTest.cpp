@@ -341,6 +341,17 @@ TEST(FitCommand, OtherStoichiometriesMakeTheGeneralModel) {
     EXPECT_EQ(Work.FitTitle, "monomer <-> N-mer <-> M-mer fit");
 }
 
+TEST(FitCommand, ACancelledDialogLostTheRoadsToTheParametersOfTheFitThatStood) {
+    Script script;
+    Load("Model02");
+    Work.FitDone = Work.FitValid = FlagTrue;
+    Work.FreeMap[SlotNo(2)] = SlotHeld; // as that fit was made
+    const Workspace before = Work;
+    script.ExpectModal(GetGuessName, CancelDialog);
+    FitDataCommand();
+    EXPECT_TRUE(Work == before);
+}
+
 TEST(FitCommand, TiedOffsetsFollowBeforeTheFitAndAfterACancel) {
     Script script;
     Load("Model05Linked");
