@@ -63,16 +63,29 @@ struct OneMoreAtWork {
     OneMoreAtWork& operator=(const OneMoreAtWork&) = delete;
 };
 
-// The table was accepted as it had stood: nothing in a fit file tells the two apart but that the fit has
-// gone.
+// What accepting a table brings up to its points: nothing of it is chosen in the table itself.
+void TakeFitAndModel(Workspace& to, const Workspace& from) {
+    for (const auto number : {&Workspace::FitDone, &Workspace::FitValid, &Workspace::LimitsDone,
+                              &Workspace::NumParms, &Workspace::NumFree})
+        to.*number = from.*number;
+    for (const auto slots : {&Workspace::Parms, &Workspace::ParmScale})
+        to.*slots = from.*slots;
+    for (const auto texts : {&Workspace::ParmName, &Workspace::ParmTitle, &Workspace::ParmFormat})
+        to.*texts = from.*texts;
+    to.FreeMap = from.FreeMap;
+    to.FreeIndex = from.FreeIndex;
+    to.Bounds = from.Bounds;
+    to.FitTitle = from.FitTitle;
+    to.PtFit = from.PtFit;
+}
+
+// The table was accepted as it had stood: its bytes and those of its points are the same.
 bool TableIsAsBefore(const Workspace& before) {
     if (Work.NewData != Changed::Nothing) return false;
     Workspace now = Work;
-    for (const auto flag : {&Workspace::FitDone, &Workspace::FitValid, &Workspace::LimitsDone})
-        now.*flag = before.*flag;
+    TakeFitAndModel(now, before);
     for (const auto text : {&Workspace::DataDirectory, &Workspace::BaselineDirectoryLast})
         now.*text = before.*text;
-    now.PtFit = before.PtFit;
     return EncodeFit(now) == EncodeFit(before);
 }
 
