@@ -127,14 +127,14 @@ void FollowPointer(int x, int y) {
     Charts.LastY = std::clamp<int>(y, f.Y1, std::max(f.Y1, f.Y2));
 }
 
-// A point under the pointer lies within the box of a click, too.
-void GiveShiftBox() {
+// A point under the pointer lies within the box of a click.
+void GiveShiftBox(bool click) {
     SetFrameMapping();
     const auto [left, right] = std::minmax(Charts.ZoomX1, Charts.LastX);
     const auto [top, bottom] = std::minmax(Charts.ZoomY1, Charts.LastY);
     const double x = DrawDivisor(Chart.Spec.AxisX1, Chart.LoadFactorX);
     const double y = DrawDivisor(Chart.Spec.AxisY1, Chart.LoadFactorY);
-    constexpr int reach = ClickSize / 2;
+    const int reach = click ? ClickSize / 2 : 0;
     const auto stored = [](float value, double divisor) {
         return FiniteSingle(static_cast<double>(value) * divisor);
     };
@@ -172,7 +172,7 @@ void ChartMouseUp(int x, int y, int button) {
     FollowPointer(x, y);
     const bool click = std::abs(Charts.LastX - Charts.ZoomX1) <= ClickSize &&
                        std::abs(Charts.LastY - Charts.ZoomY1) <= ClickSize;
-    if (std::exchange(Charts.ShiftBox, false)) return GiveShiftBox();
+    if (std::exchange(Charts.ShiftBox, false)) return GiveShiftBox(click);
     if (click) return;
     ZoomTo(ScaleOfBand());
 }
