@@ -69,7 +69,7 @@ TEST(GraphOptions, TheHelpTellsEveryKindAndEnding) {
     EXPECT_EQ(GraphKinds(),
               (std::vector<std::string>{"data", "function", "overlay", "residuals", "residuals-y",
                                         "residuals-r", "species", "species-fraction", "speciation", "mass-c",
-                                        "mass-r", "histogram", "figure"}));
+                                        "mass-r", "histogram", "approach", "figure"}));
     for (const std::string& kind : GraphKinds())
         EXPECT_NE(HelpText().find(kind), std::string::npos) << kind;
     for (const char* ending : {".svg", ".png", ".pdf", ".emf", ".dat", ".csv", ".grf"})
@@ -124,7 +124,7 @@ TEST(GraphOptions, AHistogramNamesItsQuantity) {
 
 TEST(GraphOptions, MistakesAreOneLine) {
     const std::string kinds = "data, function, overlay, residuals, residuals-y, residuals-r, species, "
-                              "species-fraction, speciation, mass-c, mass-r, histogram, figure";
+                              "species-fraction, speciation, mass-c, mass-r, histogram, approach, figure";
     const std::string endings =
         " ends with none of .svg, .png, .pdf, .emf, .dat, .csv and .grf, which choose the format";
     EXPECT_EQ(MistakeOf("specie=a.svg"), Told("--graph: 'specie' is none of the kinds " + kinds));
