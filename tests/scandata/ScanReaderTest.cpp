@@ -256,7 +256,7 @@ TEST_F(ScanReading, AReadOfFewerPointsLeavesNothingOfTheFormerOnes) {
 
 TEST_F(ScanReading, TheTypeLetterTellsInterferenceData) {
     for (const auto& [letter, interference] :
-         std::vector<std::pair<std::string, int>>{{"R", 0}, {"P", -1}, {"r", 0}, {"p", -1}, {"I", 0}}) {
+         std::vector<std::pair<std::string, int>>{{"R", 0}, {"P", -1}, {"r", 0}, {"p", -1}, {"F", 0}}) {
         ASSERT_TRUE(Read(ScanText(ManyPoints(2), letter + " 4 20.0 50000 0003685 9.7819E10 675 50")).Ok);
         EXPECT_EQ(Work.InterferenceData, interference) << letter;
     }
