@@ -78,7 +78,8 @@ int Within(int at, int length, int first, int last) {
 }
 
 void MoveTo(QWidget& window, const Place& place) {
-    const QRect room = window.screen()->availableGeometry();
+    constexpr int edge = 16, title = 40; // pixels, of the frame
+    const QRect room = window.screen()->availableGeometry().adjusted(0, 0, -edge, -title);
     const QSize size = place.Size.expandedTo(window.minimumSize()).boundedTo(room.size());
     window.resize(size);
     window.move(Within(place.At.x(), size.width(), room.left(), room.right()),

@@ -164,8 +164,10 @@ QWidget* MakeGraphPane(Binder& bind) {
     auto* all = new QVBoxLayout(pane);
     all->setContentsMargins(0, 0, 0, 0);
     all->addWidget(split, 1);
-    all->addWidget(CenteredLabel(bind, []() -> Control& { return GraphPair.Remark; }));
-    bind.Also([canvas, legend, built = 0]() mutable {
+    auto* remark = new QLabel;
+    remark->setAlignment(Qt::AlignCenter);
+    all->addWidget(remark);
+    bind.Also([canvas, legend, remark, built = 0]() mutable {
         if (!MayFollowAnalysis() || Chart.Painting != 0) return;
         try {
             FollowAnalysis();
@@ -177,6 +179,9 @@ QWidget* MakeGraphPane(Binder& bind) {
         built = GraphPair.Builds;
         canvas->PaintAnew();
         legend->Fill();
+        remark->setText(
+            ShownText(GraphPair.Remark.Text)); // it follows here: bound, it would come one look late
+        remark->setVisible(GraphPair.Remark.Visible);
     });
     return pane;
 }
