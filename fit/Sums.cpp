@@ -80,16 +80,19 @@ template <class Target> void AddRow(const PointBlock& block, const double* x, in
 // square is 1e77, and does not hide below the sum of a few thousand smaller ones.
 constexpr double SuspiciousSum = 1e70;
 
-// Fitted values, residuals and the sum of squares, point after point.
-void AddSquares(PassScratch& s) {
+// Fitted values, residuals and the sum of squares, point after point. Nearly all fits weigh all sets alike:
+// their pass has no product for it.
+template <bool Weighed> void AddSquares(PassScratch& s) {
     const long n = s.Block.Count;
     Workspace& w = Work; // the thread's own is looked up once
     float* fit = w.PtFit.Data() + (s.Block.First - 1);
     const float* y = w.PtY.Data() + (s.Block.First - 1);
+    const double weight = s.Weight;
     double sum = w.SumSq;
     for (long i = 0; i < n; ++i) {
         const double value = s.Block.Value[static_cast<std::size_t>(i)];
-        const double r = s.Weight * (static_cast<double>(y[i]) - value);
+        double r = static_cast<double>(y[i]) - value;
+        if constexpr (Weighed) r *= weight;
         fit[i] = static_cast<float>(value);
         s.Residual[static_cast<std::size_t>(i)] = r;
         sum += r * r;
@@ -135,7 +138,10 @@ void WeighColumns(PassScratch& s) {
 }
 
 void AddBlock(PassScratch& s, bool withDerivs) {
-    AddSquares(s);
+    if (s.Weight == 1.0)
+        AddSquares<false>(s);
+    else
+        AddSquares<true>(s);
     if (withDerivs) WeighColumns(s);
     if (!(Work.SumSq < SuspiciousSum)) LookForFault(s);
     if (withDerivs && !Work.AbortFit) AddNormalEquations(s);

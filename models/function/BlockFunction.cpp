@@ -208,15 +208,15 @@ void PointByPoint(PointBlock& block, const SetPlan& plan) {
     }
 }
 
-void PlanColumn(SetPlan& plan, SlotNo slot, SlotDeriv kind) {
+void PlanColumn(SetPlan& plan, Workspace& w, FreePos position, SlotNo slot, SlotDeriv kind) {
     const auto k = static_cast<std::size_t>(plan.Count++);
     plan.Slot[k] = slot;
-    plan.FreePosition[k] = FreePosOf(slot);
+    plan.FreePosition[k] = position;
     plan.Constant[k] = kind == SlotDeriv::One;
     if (kind != SlotDeriv::Numeric) return;
     const double h = DerivStep(slot);
     if (h == 0.0) RaiseError(ErrorText::DivisionByZero);
-    float& parm = Work.Parms[slot];
+    float& parm = w.Parms[slot];
     const float saved = parm;
     parm = ToSingle(static_cast<double>(saved) + h);
     plan.Step[k] = h;
@@ -226,10 +226,12 @@ void PlanColumn(SetPlan& plan, SlotNo slot, SlotDeriv kind) {
 
 // The fitted slots whose derivative at true points of the set is not zero, by free position.
 void PlanColumns(SetPlan& plan) {
+    Workspace& w = Work; // the thread's own is looked up once
+    const SetLeads leads = LeadsOf(plan.Set, plan.Base.LeadA, plan.Base.LeadB);
     for (const FreePos position : EachFree()) {
-        const SlotNo slot = SlotOf(position);
-        const SlotDeriv kind = DerivKind(slot, plan.Set, false);
-        if (kind != SlotDeriv::Zero) PlanColumn(plan, slot, kind);
+        const SlotNo slot(w.FreeIndex[position]);
+        const SlotDeriv kind = DerivKind(slot, leads, false);
+        if (kind != SlotDeriv::Zero) PlanColumn(plan, w, position, slot, kind);
     }
 }
 

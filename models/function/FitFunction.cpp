@@ -141,30 +141,26 @@ double DerivStep(SlotNo slot) {
     }
 }
 
-SlotDeriv DerivKind(SlotNo slot, SetNo set, bool pseudoPoint) {
-    const SlotPart part = PartOfSlot(slot);
-    if (part == SlotPart::Global) return SlotDeriv::Numeric;
-    // Concentrations: those of the set, or of the set that it follows.
-    if (part == SlotPart::A) return slot == LeadSlotA(set) ? SlotDeriv::Numeric : SlotDeriv::Zero;
-    if (part == SlotPart::B) return slot == LeadSlotB(set) ? SlotDeriv::Numeric : SlotDeriv::Zero;
-    const SetNo owner = SetOfSlot(slot);
-    if (owner == set && Work.SeparateK) return SlotDeriv::Numeric;
-    if (pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
-    if (owner == set) return SlotDeriv::One;
+SetLeads LeadsOf(SetNo set, SlotNo leadA, SlotNo leadB) {
+    const Workspace& w = Work; // the thread's own is looked up once
+    const bool separate = w.SeparateK != 0;
     // The offset of another set is this one's as well when it is tied to it.
-    const RowNo link(Work.OffsetLink[RowOf(set)]);
-    const bool tied = link > NoRow && SetOf(link) == owner;
-    return tied && !OffsetSlotHoldsConstant(Work.Model, Work.SeparateK != 0) ? SlotDeriv::One
-                                                                             : SlotDeriv::Zero;
+    const RowNo link(w.OffsetLink[RowOf(set)]);
+    const bool tied = link > NoRow && !OffsetSlotHoldsConstant(w.Model, separate);
+    return {set, leadA, leadB, tied ? SetOf(link) : NoSet, separate};
+}
+
+SetLeads LeadsOf(SetNo set) {
+    return LeadsOf(set, LeadSlotA(set), LeadSlotB(set));
 }
 
 void CalcDerivs(long point, double fittedValue) {
-    const SetNo set = SetOfPoint(point);
+    const SetLeads leads = LeadsOf(SetOfPoint(point));
     const bool pseudoPoint = IsPseudoPoint(point);
     for (const SlotNo slot : EachSlot()) {
         if (!IsFitted(slot)) continue;
         const FreePos place = FreePosOf(slot);
-        switch (DerivKind(slot, set, pseudoPoint)) {
+        switch (DerivKind(slot, leads, pseudoPoint)) {
         case SlotDeriv::Numeric:
             NumericDeriv(point, slot, fittedValue);
             break;

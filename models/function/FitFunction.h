@@ -21,7 +21,29 @@ void SetDerivParm(SlotNo slot);
 
 // How the derivative by a fitted slot comes about at the points of a set.
 enum class SlotDeriv { Numeric, One, Zero };
-SlotDeriv DerivKind(SlotNo slot, SetNo set, bool pseudoPoint);
+
+// What decides it, found once for a set and asked for each of its slots: the slots that stand for its
+// concentrations (its own, or those of the set that it follows), the set whose offset is its own too (NoSet:
+// none), and whether its third slot holds a constant of its own.
+struct SetLeads {
+    SetNo Set;
+    SlotNo A, B;
+    SetNo OffsetOf;
+    bool SeparateK;
+};
+SetLeads LeadsOf(SetNo set);
+SetLeads LeadsOf(SetNo set, SlotNo leadA, SlotNo leadB); // where these are known
+
+inline SlotDeriv DerivKind(SlotNo slot, const SetLeads& leads, bool pseudoPoint) {
+    const SlotPart part = PartOfSlot(slot);
+    if (part == SlotPart::Global) return SlotDeriv::Numeric;
+    if (part == SlotPart::A) return slot == leads.A ? SlotDeriv::Numeric : SlotDeriv::Zero;
+    if (part == SlotPart::B) return slot == leads.B ? SlotDeriv::Numeric : SlotDeriv::Zero;
+    const SetNo owner = SetOfSlot(slot);
+    if (owner == leads.Set && leads.SeparateK) return SlotDeriv::Numeric;
+    if (pseudoPoint) return SlotDeriv::Zero; // a constraint excludes offsets, its own and tied ones
+    return owner == leads.Set || owner == leads.OffsetOf ? SlotDeriv::One : SlotDeriv::Zero;
+}
 
 // Notes an arithmetic fault inside the function: sets Work.AbortFit and Work.FunctionFailed, and the sentence
 // for the user in Work.Outcome.
