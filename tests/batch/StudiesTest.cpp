@@ -280,7 +280,7 @@ TEST(BatchStudies, AnInterruptLeavesTheFitAndNoHalfOfAStudy) {
         const Workspace fit = Work;
         Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
             for (long number = 0; number < count; ++number) {
-                if (number == 2) std::raise(SIGINT);
+                if (number == count / 2) std::raise(SIGINT);
                 piece(number);
                 watch(number + 1);
             }
