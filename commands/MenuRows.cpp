@@ -207,7 +207,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "BringBackMeasured", "Bring Bac&k Measured Data", BringBackMeasuredData, MeasuredDataKept},
         {Analysis, "DoShowConstraint", "Sho&w Match to Conc. Constraints...", ShowConstraintMatch, MatchStands, Plain, NewGroup},
         {Analysis, "Covariance", "&List Parameter Cross-Correlations...", Covariance, ResultsStand},
-        {Analysis, "CompareModels", "Compare Mode&ls...", CompareModelsCommand, MayCompare, Plain, NewGroup},
+        {Analysis, "CompareModels", "Comp&are Models...", CompareModelsCommand, MayCompare, Plain, NewGroup},
         {Analysis, "ProfileParameter", "&Profile of a Parameter...", ProfileCommand, MayProfile},
         {Analysis, "ResampleFit", "Resample...", ResampleCommand, MayResample},
 

@@ -54,7 +54,8 @@ QTableWidget* MakeTable(Binder& bind) {
     for (const std::string& head : HistoryForm.Columns)
         heads << ShownText(head);
     table->setHorizontalHeaderLabels(heads);
-    table->horizontalHeader()->setStretchLastSection(true);
+    // The model has the room that is over, as the numbers stand beside their heads then.
+    table->horizontalHeader()->setSectionResizeMode(3, QHeaderView::Stretch);
     QObject::connect(table, &QTableWidget::itemSelectionChanged, table, [table] {
         if (!FormsRefreshing()) RunHandler([rows = MarkedIn(*table)] { HistoryFormMark(rows); });
     });

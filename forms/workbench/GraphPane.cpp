@@ -4,6 +4,7 @@
 #include "commands/Analmenu.h"
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
+#include "forms/workbench/FaintText.h"
 #include "forms/workbench/Idle.h"
 #include "graphs/GraphPair.h"
 #include "platform/RuntimeError.h"
@@ -141,7 +142,7 @@ private:
         QFont font = item->font();
         font.setStrikeOut(true);
         item->setFont(font);
-        item->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
+        item->setForeground(FaintText(palette()));
     }
     static void Toggle(int row) {
         if (row < 0 || row >= Work.NumSets) return;

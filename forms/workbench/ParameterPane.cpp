@@ -1,6 +1,7 @@
 #include "forms/workbench/ParameterPane.h"
 
 #include "forms/Pieces.h"
+#include "forms/workbench/FaintText.h"
 #include "forms/workbench/Idle.h"
 #include "platform/Platform.h"
 #include "reporting/ParameterTable.h"
@@ -77,8 +78,7 @@ private:
         const bool number = column >= 1 && column <= 4;
         item->setTextAlignment((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
         if (static_cast<int>(column) == NoteColumn) item->setToolTip(ShownText(text));
-        if (Rows[row].Cells[5] != "fitted")
-            item->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
+        if (Rows[row].Cells[5] != "fitted") item->setForeground(FaintText(palette()));
         return item;
     }
     // The rows that are marked; all of them where none is.
