@@ -19,7 +19,7 @@ std::string NameText(SlotNo slot) {
 }
 
 std::string ErrorText(SlotNo slot) {
-    if (!IsFitted(slot) || !Work.FitDone) return "";
+    if (!IsFitted(slot) || !Work.FitDone || !HasErrors()) return "";
     const FreePos place = FreePosOf(slot);
     if (HasNoError(place)) return "not determined";
     return WithLeadingZero(FormatNumber(static_cast<double>(DisplayedError(place)), Work.ParmFormat[slot]));

@@ -16,7 +16,8 @@ inline constexpr std::array<const char*, 7> ParameterHeads = {"Parameter",   "Va
 
 struct ParameterRow {
     SlotNo Slot = NoSlot;
-    // In the order of ParameterHeads. A held parameter has no error; limits are those of the search, empty
+    // In the order of ParameterHeads. A held parameter has no error, and
+    // none has one where the inverse at the solution is not there; limits are those of the search, empty
     // before it, "not found" where it found none; State is "fitted", "held" or "tied".
     std::array<std::string, ParameterHeads.size()> Cells;
     bool operator==(const ParameterRow&) const = default;

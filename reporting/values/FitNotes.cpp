@@ -147,6 +147,7 @@ SetQuality QualityOfSet(SetNo set) {
 std::string ParameterNote(SlotNo slot) {
     if (!IsFitted(slot) || !Work.FitDone) return "";
     const FreePos place = FreePosOf(slot);
+    if (!HasErrors()) return BoundNote(place);
     if (HasNoError(place)) return "not determined by the data";
     std::string notes = LacksALimit(place) ? "limit not found" : "";
     AddNote(notes, BoundNote(place));

@@ -76,6 +76,11 @@ double RoundSignificant(double value, int digits) {
     return places >= 0 ? std::round(value * scale) / scale : std::round(value / scale) * scale;
 }
 
+bool HasErrors() {
+    const auto free = static_cast<std::size_t>(std::max<long>(Work.NumFree, 0));
+    return free > 0 && Work.NormMatrix.Size() == free * free;
+}
+
 double StandardError(FreePos freePosition) {
     return std::sqrt(std::abs(Work.NormMatrix(freePosition, freePosition))) *
            static_cast<double>(Work.RmsResidual);

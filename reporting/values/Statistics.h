@@ -23,6 +23,9 @@ double RunsZOf(const std::vector<double>& residuals);
 // value rounded to a number of significant digits, half away from zero; 0 stays 0.
 double RoundSignificant(double value, int digits);
 
+// True when the inverse at the solution stands for all free positions; without it there are no errors.
+bool HasErrors();
+
 // The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
 double StandardError(FreePos freePosition);
 

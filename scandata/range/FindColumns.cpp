@@ -12,12 +12,8 @@ namespace {
 
 constexpr float Margin = 0.05F; // cm that a column may stand beyond the radii of its channel
 constexpr long FewestPoints = 10;
-
-int LastChannel(RowNo row) {
-    const int code = Work.CenterpieceType[row];
-    if (code < Centerpiece::SixChannel) return 0;
-    return code == Centerpiece::EightChannel ? Channel::D : Channel::C;
-}
+constexpr long PartFilled =
+    3; // a column fills this part of its channel, the innermost one mostly less than half
 
 bool LiesInChannel(RowNo row, const PointRange& range, int channel) {
     float inner{};
@@ -28,7 +24,7 @@ bool LiesInChannel(RowNo row, const PointRange& range, int channel) {
 }
 
 bool LiesInOneChannel(RowNo row, const PointRange& range) {
-    for (int channel = Channel::A; channel <= LastChannel(row); ++channel)
+    for (int channel = Channel::A; channel <= LastChannelOf(row); ++channel)
         if (LiesInChannel(row, range, channel)) return true;
     return false;
 }
@@ -39,9 +35,9 @@ PointRange ColumnOf(RowNo row, int channel) {
     long last{};
     if (!PointsOfChannel(row, channel, first, last)) return {};
     const OneBased<float>& values = Work.ScanValue[row];
-    const PointRange range = ProposeRange(values, first, last);
+    const PointRange range = ProposeRangeInChannel(row, channel);
     const long points = range.First == 0 ? 0 : range.Last - range.First + 1;
-    if (points < FewestPoints || 2 * points < last - first + 1) return {};
+    if (points < FewestPoints || PartFilled * points < last - first + 1) return {};
     // A channel of nothing but noise has no break either by its own measure.
     const double limit = LeastBreakOf(values, 1, Work.ScanPoints[row]);
     return IsUnbroken(values, range.First, range.Last, limit) ? range : PointRange{};
@@ -67,7 +63,7 @@ std::vector<ScanColumn> FindColumns(RowNo row) {
     if (longest.First == 0 || IsWithoutBreak(row, longest)) return {};
     if (!LiesInOneChannel(row, longest)) return {{0, longest}};
     std::vector<ScanColumn> columns;
-    for (int channel = Channel::A; channel <= LastChannel(row); ++channel)
+    for (int channel = Channel::A; channel <= LastChannelOf(row); ++channel)
         if (const PointRange range = ColumnOf(row, channel); range.First > 0)
             columns.push_back({channel, range});
     return columns.empty() ? std::vector<ScanColumn>{{0, longest}} : columns;

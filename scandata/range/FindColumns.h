@@ -17,8 +17,8 @@ struct ScanColumn {
 
 // The columns of a row's scan from inside outward, for its centerpiece. Where the longest stretch without a
 // break lies within one channel, those channels count that the stretch without a break inside them fills by
-// half or more, with none by the measure of the whole scan either; where it reaches across channels, or the
-// centerpiece has none, it is the one column. None in a scan without any break: nothing tells where its
+// a third or more, with none by the measure of the whole scan either; where it reaches across channels, or
+// the centerpiece has none, it is the one column. None in a scan without any break: nothing tells where its
 // solution ends.
 std::vector<ScanColumn> FindColumns(RowNo row);
 

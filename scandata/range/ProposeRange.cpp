@@ -54,7 +54,42 @@ double LimitOf(const std::vector<double>& differences) {
     return std::max(TimesQuartile * LowerQuartile(differences), LeastBreak);
 }
 
+// The last point on from p, a step at a time within reach, that does not bend by the limit.
+long Continued(const OneBased<float>& values, long p, long step, const PointRange& reach, double limit) {
+    for (long next = p + step; next > reach.First && next < reach.Last; next += step) {
+        if (!IsUnbroken(values, next - 1, next + 1, limit)) break;
+        p = next;
+    }
+    return p;
+}
+
+// A channel's points and those beside them up to the radii of the channels next to it; those of an innermost
+// or outermost channel up to the end of the scan.
+PointRange ReachOf(RowNo row, int channel, const PointRange& within) {
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    PointRange reach{1, Work.ScanPoints[row]};
+    float inner{};
+    float outer{};
+    if (channel > Channel::A) {
+        ChannelRadiiOf(row, channel - 1, inner, outer);
+        while (reach.First < within.First && radii[reach.First] < outer)
+            ++reach.First;
+    }
+    if (channel < LastChannelOf(row)) {
+        ChannelRadiiOf(row, channel + 1, inner, outer);
+        while (reach.Last > within.Last && radii[reach.Last] > inner)
+            --reach.Last;
+    }
+    return reach;
+}
+
 } // namespace
+
+int LastChannelOf(RowNo row) {
+    const int code = Work.CenterpieceType[row];
+    if (code < Centerpiece::SixChannel) return 0;
+    return code == Centerpiece::EightChannel ? Channel::D : Channel::C;
+}
 
 double LeastBreakOf(const OneBased<float>& values, long first, long last) {
     const std::vector<double> differences = SecondDifferences(values, first, last);
@@ -67,23 +102,38 @@ bool IsUnbroken(const OneBased<float>& values, long first, long last, double lim
 }
 
 PointRange ProposeRange(const OneBased<float>& values, long first, long last) {
-    const std::vector<double> differences = SecondDifferences(values, first, last);
+    return ProposeRangeAcross(values, {first, last}, {first, last});
+}
+
+PointRange ProposeRangeAcross(const OneBased<float>& values, const PointRange& within,
+                              const PointRange& reach) {
+    const std::vector<double> differences = SecondDifferences(values, within.First, within.Last);
     if (differences.empty()) return {};
     const double limit = LimitOf(differences);
     const Run run = LongestRunBelow(differences, limit);
-    const long begin = first + 1 + static_cast<long>(run.Begin) + CutAtEnds;
-    const long end = first + static_cast<long>(run.End) - CutAtEnds;
+    long begin = within.First + 1 + static_cast<long>(run.Begin);
+    long end = within.First + static_cast<long>(run.End);
+    if (end < begin) return {};
+    if (run.Begin == 0) begin = Continued(values, begin, -1, reach, limit);
+    if (run.End == differences.size()) end = Continued(values, end, 1, reach, limit);
+    begin += CutAtEnds;
+    end -= CutAtEnds;
     if (end - begin + 1 < FewestPoints) return {};
     return {begin, end};
 }
 
 PointRange ProposeRangeOf(RowNo row) {
-    long first = 1;
-    long last = Work.ScanPoints[row];
     const int channel = Work.DataChannel[row];
     if (channel > 0 && Work.CenterpieceType[row] >= Centerpiece::SixChannel)
-        PointsOfChannel(row, channel, first, last);
-    return ProposeRange(Work.ScanValue[row], first, last);
+        return ProposeRangeInChannel(row, channel);
+    return ProposeRange(Work.ScanValue[row], 1, Work.ScanPoints[row]);
+}
+
+PointRange ProposeRangeInChannel(RowNo row, int channel) {
+    PointRange within{1, Work.ScanPoints[row]};
+    const PointRange reach =
+        PointsOfChannel(row, channel, within.First, within.Last) ? ReachOf(row, channel, within) : within;
+    return ProposeRangeAcross(Work.ScanValue[row], within, reach);
 }
 
 } // namespace Quillon

@@ -18,14 +18,26 @@ struct PointRange {
 // at each end. Of runs of the same length the innermost. None when fewer than three points are left.
 PointRange ProposeRange(const OneBased<float>& values, long first, long last);
 
+// The same of within; a run that goes up to an end of within, where nothing breaks, is carried on beyond it,
+// within reach (which holds within), as long as the second differences stay below the limit of within.
+PointRange ProposeRangeAcross(const OneBased<float>& values, const PointRange& within,
+                              const PointRange& reach);
+
 // Second differences of first..last from this on are a break: the larger of those two.
 double LeastBreakOf(const OneBased<float>& values, long first, long last);
 
 // True when no second difference within first..last reaches a limit.
 bool IsUnbroken(const OneBased<float>& values, long first, long last, double limit);
 
-// The same for a row of the data set table: within its channel, where the scan reaches that, else within the
-// whole scan.
+// The outermost channel that a row's centerpiece has (1 = A); 0 for one without channels.
+int LastChannelOf(RowNo row);
+
+// The range proposed in a channel (1 = A) of a row whose centerpiece has it; in the whole scan where that
+// does not reach the channel. A channel's radii are those of an average cell, a cell that sits a little off
+// has its columns cut by them: a column goes on beyond, up to the radii of the channels next to it.
+PointRange ProposeRangeInChannel(RowNo row, int channel);
+
+// The same for a row of the data set table: in its channel, without one in the whole scan.
 PointRange ProposeRangeOf(RowNo row);
 
 } // namespace Quillon

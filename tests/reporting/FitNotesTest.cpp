@@ -3,6 +3,7 @@
 #include "reporting/values/FitNotes.h"
 
 #include "HandBuiltFit.h"
+#include "reporting/ParameterTable.h"
 
 #include <gtest/gtest.h>
 
@@ -67,6 +68,24 @@ TEST_F(Notes, OnlyTheHighestPartnerIsNamedAndNoneBelowTheThreshold) {
     EXPECT_EQ(Of(2), ""); // a concentration
     Work.VeryHighCorrelation = 0.996F;
     EXPECT_EQ(Of(0), "");
+}
+
+// The table threw out of the bounds of the matrix.
+TEST_F(Notes, AFitWithoutTheInverseOfItsMatrixHasRowsWithoutErrors) {
+    const std::vector<ParameterRow> whole = ParameterRows();
+    ASSERT_FALSE(whole.empty());
+    EXPECT_NE(whole[0].Cells[2], "");
+    Work.AtBound[1] = 1;
+    for (const ZeroBasedMatrix<double>& left : {ZeroBasedMatrix<double>(), ZeroBasedMatrix<double>(1, 1)}) {
+        Work.NormMatrix = left;
+        const std::vector<ParameterRow> rows = ParameterRows();
+        ASSERT_EQ(rows.size(), whole.size());
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            EXPECT_EQ(rows[i].Cells[1], whole[i].Cells[1]);
+            EXPECT_EQ(rows[i].Cells[2], "");
+        }
+        EXPECT_EQ(Of(1), "at its upper bound");
+    }
 }
 
 TEST_F(Notes, SeveralStandBesideEachOther) {

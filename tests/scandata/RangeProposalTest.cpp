@@ -1,9 +1,13 @@
 // Ranges proposed from a scan, and what is said against the one that was chosen.
 #include "ScanFixture.h"
+#include "scandata/range/FindColumns.h"
 #include "scandata/range/ProposeRange.h"
 #include "scandata/range/RangeDoubts.h"
+#include "scandata/table/DataSetTable.h"
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
 #include <random>
 
 namespace Quillon {
@@ -21,6 +25,23 @@ OneBased<float> Column(double noise, double steepness = 3.0) {
         values[p] = static_cast<float>(signal + normal(random) * (column ? noise : 0.5));
     }
     return values;
+}
+
+bool ReadExample(Script& script, const std::string& folder, const std::string& file) {
+    std::ifstream stream(std::string(QUILLON_SOURCE) + "/examples/" + folder + "/" + file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    const std::string path = script.MakeFile(file, text);
+    Work.ChosenPath = path;
+    Work.ChosenName = file;
+    return !text.empty() && ReadScan(path, RowNo(1)).Ok;
+}
+
+// A range against the row's: within 0.01 cm, by radii that are written with four decimals.
+void ExpectRange(const std::string& file, RowNo row, const PointRange& range) {
+    ASSERT_GT(range.First, 0) << file;
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    EXPECT_NEAR(radii[range.First], radii[Work.FitRange[0][row]], 0.01001) << file;
+    EXPECT_NEAR(radii[range.Last], radii[Work.FitRange[1][row]], 0.01001) << file;
 }
 
 TEST(RangeProposal, IsTheLongestStretchWithoutABreakLessTwoPointsAtEachEnd) {
@@ -57,10 +78,48 @@ TEST(RangeProposal, OfARowKeepsToItsChannel) {
     Work.DataChannel[row] = Channel::B;
     Work.ChannelRadii[2] = 6.195F; // points 20 to 40
     Work.ChannelRadii[10] = 6.405F;
+    Work.ChannelRadii[4] = 6.405F; // where the next one begins
     const PointRange channel = ProposeRangeOf(row);
-    EXPECT_EQ(channel, (PointRange{23, 37}));            // bends are asked of 21..39
+    EXPECT_EQ(channel, (PointRange{23, 37})); // bends are asked of 21..39
+    Work.ChannelRadii[8] = 6.155F;            // channel A ends before point 16, C begins behind point 45
+    Work.ChannelRadii[4] = 6.455F;
+    EXPECT_EQ(ProposeRangeOf(row), (PointRange{19, 42}));
+    Work.ChannelRadii[8] = 6.055F; // the column breaks before A ends: it begins at point 11, bends at 11
+    EXPECT_EQ(ProposeRangeOf(row), (PointRange{14, 42}));
     Work.CenterpieceType[row] = Centerpiece::TwoChannel; // which has no channels
     EXPECT_EQ(ProposeRangeOf(row), whole);
+}
+
+// The innermost column fills less than half of its channel, the second one begins before its channel does.
+TEST(RangeProposal, OfTheExamplesOfMonomerAndDimerIsThatOfTheirJob) {
+    const float inner[] = {5.87F, 6.37F, 6.87F};
+    const float outer[] = {6.12F, 6.62F, 7.12F};
+    for (const std::string file : {"00020.RA2", "00033.RA2", "00044.RA2"}) {
+        Script script;
+        Work = FreshWorkspace();
+        ASSERT_TRUE(ReadExample(script, "monomer-dimer", file));
+        const RowNo row(1);
+        Work.CenterpieceType[row] = Centerpiece::SixChannel;
+        const std::vector<ScanColumn> found = FindColumns(row);
+        ASSERT_EQ(found.size(), 3U) << file;
+        for (std::size_t i = 0; i < 3; ++i) {
+            EXPECT_EQ(found[i].Channel, static_cast<int>(i) + 1);
+            ASSERT_TRUE(SetRadialRange(row, inner[i], outer[i]));
+            ExpectRange(file, row, found[i].Range);
+            Work.DataChannel[row] = static_cast<std::int16_t>(found[i].Channel);
+            EXPECT_EQ(ProposeRangeOf(row), found[i].Range);
+        }
+    }
+}
+
+TEST(RangeProposal, OfTheExamplesOfOneSpeciesIsThatOfTheirJob) {
+    for (const std::string file : {"00012.RA1", "00024.RA1", "00036.RA1"}) {
+        Script script;
+        Work = FreshWorkspace();
+        ASSERT_TRUE(ReadExample(script, "single-species", file));
+        ASSERT_TRUE(SetRadialRange(RowNo(1), 6.79F, 7.14F));
+        ExpectRange(file, RowNo(1), ProposeRangeOf(RowNo(1)));
+    }
 }
 
 // --- jumps -------------------------------------------------------------------------------------------------
