@@ -375,7 +375,12 @@ TEST_F(PrintWindows, APrinterSetToGrayMakesABlackPdf) {
 
 TEST_F(PrintWindows, WithoutAPrinterAGraphBecomesAPdfOnA4) {
     Host.Printer = DesktopPrinter();
-    if (!Host.Printer.Current().Name.empty()) GTEST_SKIP() << "this machine has a printer";
+    // Printers of the machine that runs the test do not count.
+    Host.Printer.Current = [desktop = Host.Printer.Current] {
+        PrinterState state = desktop();
+        if (!state.Name.empty()) state = PrinterState{};
+        return state;
+    };
     player.ClickMenu("GraphOverlay");
     const std::string path = player.Directory() + "/graph.pdf";
     player.GiveFile(path);
