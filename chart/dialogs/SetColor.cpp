@@ -13,6 +13,7 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace Quillon {
 
@@ -20,9 +21,11 @@ SetColorRecord SetColorForm;
 
 namespace {
 
-// The tables as the form found them.
+// The tables, and the cycles of a file that go before them, as the form found them.
 std::vector<ChartColor> FormerScreen, FormerPrint;
+std::optional<StyleCycles> FormerCycles;
 bool Accepted = false;
+bool Changed = false; // something was shown in other colours
 
 std::vector<ChartColor>& Table() {
     return SetColorForm.ForScreen.Value != 0 ? Chart.Style.ScreenColors : Chart.Style.PrintColors;
@@ -49,6 +52,7 @@ void ShowTable() {
 
 // The graph shows what the tables are now.
 void Show() {
+    Changed = true;
     BuildCyclesOfNewColors();
     RedrawChart();
 }
@@ -82,9 +86,10 @@ const std::vector<ChartColor>& ShownColors() {
 
 void LoadSetColor() {
     SetColorForm = SetColorRecord{};
-    Accepted = false;
+    Accepted = Changed = false;
     FormerScreen = Chart.Style.ScreenColors;
     FormerPrint = Chart.Style.PrintColors;
+    FormerCycles = Chart.CyclesOfFile;
     FillCaptions();
     SetColorForm.ForScreen.Value = FlagTrue;
     ShowTable();
@@ -145,11 +150,12 @@ void AlterColors() {
     if (Chart.State.IniRead == 0) ReadChartDefaults();
     LoadSetColor();
     Host.ShowModal(SetColorName);
-    if (Accepted) return;
-    if (Chart.Style.ScreenColors == FormerScreen && Chart.Style.PrintColors == FormerPrint) return;
+    if (Accepted || !Changed) return;
     Chart.Style.ScreenColors = FormerScreen;
     Chart.Style.PrintColors = FormerPrint;
-    Show();
+    Chart.CyclesOfFile = FormerCycles;
+    BuildCycles();
+    RedrawChart();
 }
 
 } // namespace Quillon

@@ -234,7 +234,11 @@ void EditWriteData() {
 }
 
 void EditPasteData() {
-    if (!GraphMayChange() || Charts.Needed) return;
+    if (!GraphMayChange()) return;
+    if (Charts.Needed)
+        return Tell(
+            "The graph in the window is still waited for.  Numbers can be pasted when that has ended.",
+            ProgramTitle(), BoxIcon::Warning);
     const std::string text = Host.ClipboardText();
     if (text.empty()) return Tell("There is no text on the Clipboard.", ProgramTitle(), BoxIcon::Warning);
     ChartModule former = Chart;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace Quillon {
 
@@ -92,6 +93,28 @@ constexpr BaseFont Fonts[] = {{FontClass::Sans, false, "Arial", &SansWidths, 905
                               {FontClass::Symbol, false, "Symbol", &SymbolWidths, 1005, 220},
                               {FontClass::Symbol, false, "Symbol", &SymbolWidths, 1005, 220}};
 
+// The pairs of the kern tables of the sans and serif families, regular and bold, in one.
+struct KernedLetter {
+    char Left;
+    std::string_view Right;
+};
+constexpr KernedLetter KernedLetters[] = {{' ', "ATVWY"},
+                                          {'1', "1"},
+                                          {'A', " TVWYvwy"},
+                                          {'F', " ,.A"},
+                                          {'L', " TVWYy"},
+                                          {'P', " ,.A"},
+                                          {'R', "TVWYy"},
+                                          {'T', " ,-.:;AOaceiorsuwy"},
+                                          {'V', " ,-.:;AOaeioruy"},
+                                          {'W', " ,-.:;Aaeioruy"},
+                                          {'Y', " ,-.:;Aaeiopquv"},
+                                          {'f', "f"},
+                                          {'r', " ,-.cegoq"},
+                                          {'v', ",."},
+                                          {'w', ",."},
+                                          {'y', ",."}};
+
 } // namespace
 
 const BaseFont& BaseFontFor(const std::string& face, bool bold) {
@@ -107,6 +130,20 @@ double TextEms(const BaseFont& font, const std::string& text) {
     for (const char code : text)
         sum += font.Widths == nullptr ? MonoWidth : (*font.Widths)[PrintablePlace(code)];
     return sum / Thousandths;
+}
+
+std::vector<double> LetterPlaces(const BaseFont& font, const std::string& text) {
+    std::vector<double> places;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        places.push_back(TextEms(font, text.substr(0, i)));
+    return places;
+}
+
+bool IsKernedPair(const BaseFont& font, char left, char right) {
+    if (font.Class != FontClass::Sans && font.Class != FontClass::Serif) return false;
+    for (const KernedLetter& kerned : KernedLetters)
+        if (kerned.Left == left) return kerned.Right.find(right) != std::string_view::npos;
+    return false;
 }
 
 TextSize MeasureBaseText(const BaseFont& font, int em, int height, const std::string& text) {

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -35,6 +36,13 @@ int EmOfHeight(const BaseFont& font, int height);
 
 // The width of a text in ems. A control code is as wide as a blank.
 double TextEms(const BaseFont& font, const std::string& text);
+
+// How far each letter of a text begins from the begin of the text, in ems.
+std::vector<double> LetterPlaces(const BaseFont& font, const std::string& text);
+
+// True for two letters that fonts of the family pull together by tables of pairs of their own ("To", "AV",
+// "r,") where a program sets a text by these. The drawing knows of none.
+bool IsKernedPair(const BaseFont& font, char left, char right);
 
 // The size of a text at an em and a height, rounded to device units.
 TextSize MeasureBaseText(const BaseFont& font, int em, int height, const std::string& text);

@@ -223,17 +223,16 @@ std::string WithoutControlCodes(std::string text) {
     return text;
 }
 
-void WriteText(Drawing& drawing, int x, int y, const std::string& text) {
+// What stands in one record: all of it is set by its own advances, or by those of a reader.
+void WritePiece(Drawing& drawing, DevicePoint place, const std::string& text) {
     constexpr std::uint32_t stringOffset = 76; // from the start of the record
-    if (text.empty()) return;
-    UseFont(drawing.Records, drawing.Objects, drawing.Font, drawing.TextColor);
     EmfFields letters;
     letters.Wide(WithoutControlCodes(text), text.size()).Pad();
     const auto scale = [](double dotsPerInch) { return static_cast<float>(2540.0 / dotsPerInch); };
     EmfFields fields;
-    fields.Rect(NoteDrawn(drawing, TextBounds(drawing, x, y, text), 0)).Word(CompatibleMode);
+    fields.Rect(NoteDrawn(drawing, TextBounds(drawing, place.X, place.Y, text), 0)).Word(CompatibleMode);
     fields.Single(scale(drawing.Request.DotsPerInchX)).Single(scale(drawing.Request.DotsPerInchY));
-    fields.Point({x, y}).Word(static_cast<std::uint32_t>(text.size())).Word(stringOffset).Word(0);
+    fields.Point(place).Word(static_cast<std::uint32_t>(text.size())).Word(stringOffset).Word(0);
     fields.Rect({0, 0, -1, -1}).Word(static_cast<std::uint32_t>(stringOffset + letters.Bytes.size()));
     fields.Bytes += letters.Bytes;
     AppendAdvances(fields, drawing.Font, text);
@@ -241,6 +240,34 @@ void WriteText(Drawing& drawing, int x, int y, const std::string& text) {
     // Readers exist that take texts which follow each other for a paragraph and set it by rules of their own;
     // a record between them, of what is in force anyway, keeps each at its place.
     AppendRecord(drawing.Records, EmfType::SetPolygonFillMode, FillAlternate);
+}
+
+// Readers exist that leave the advances aside and pull pairs together: each pair stands in two records. A
+// blank belongs to what is before it.
+bool BeginsPiece(const BaseFont& font, const std::string& text, std::size_t i) {
+    if (text[i] == ' ') return false;
+    if (IsKernedPair(font, text[i - 1], text[i])) return true;
+    return i >= 2 && text[i - 1] == ' ' && IsKernedPair(font, text[i - 2], ' ');
+}
+
+// The place that far along the line.
+DevicePoint Along(const Drawing& drawing, DevicePoint begin, double length) {
+    const double angle = drawing.Font.Angle * std::numbers::pi / 180.0;
+    return {begin.X + static_cast<int>(std::lround(length * std::cos(angle))),
+            begin.Y - static_cast<int>(std::lround(length * std::sin(angle)))};
+}
+
+void WriteText(Drawing& drawing, int x, int y, const std::string& text) {
+    if (text.empty()) return;
+    UseFont(drawing.Records, drawing.Objects, drawing.Font, drawing.TextColor);
+    const BaseFont& font = *drawing.Font.Base;
+    const std::vector<double> places = LetterPlaces(font, text);
+    for (std::size_t begin = 0, end = 1; begin < text.size(); begin = end++) {
+        while (end < text.size() && !BeginsPiece(font, text, end))
+            ++end;
+        WritePiece(drawing, Along(drawing, {x, y}, places[begin] * drawing.Font.Em),
+                   text.substr(begin, end - begin));
+    }
 }
 
 // --- clipping ------------------------------------------------------------------------------------------

@@ -224,10 +224,18 @@ const char* FamiliesOf(FontClass fontClass) {
     }
 }
 
+// A place for each letter: no reader then moves on by widths of its own or pulls pairs like "To" together.
+std::string LettersAt(const SvgDrawing& drawing, double x, const std::string& text) {
+    std::string list;
+    for (const double ems : LetterPlaces(*drawing.Font, text))
+        list += (list.empty() ? "" : " ") + Number(x + ems * drawing.Em);
+    return list;
+}
+
 void WriteText(SvgDrawing& drawing, int x, int y, const std::string& text) {
     if (text.empty()) return;
     const std::string place = Number(x - 0.5) + " " + Number(y - 0.5); // a baseline lies between units
-    drawing.Body += "<text" + Attribute("x", x - 0.5) + Attribute("y", y - 0.5) +
+    drawing.Body += "<text" + Attribute("x", LettersAt(drawing, x - 0.5, text)) + Attribute("y", y - 0.5) +
                     Attribute("font-family", std::string(FamiliesOf(drawing.Font->Class))) +
                     Attribute("font-size", drawing.Em);
     if (drawing.Font->Bold) drawing.Body += Attribute("font-weight", "bold");

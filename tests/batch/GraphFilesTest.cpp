@@ -372,15 +372,14 @@ TEST_F(GraphFiles, MetafileIsTheSamePicture) {
         EXPECT_GE(header.Signed(12), 0);
         EXPECT_LT(header.Signed(16), 1800);
         EXPECT_LT(header.Signed(20), 1350);
-        // Texts and their places are those of the other format.
+        // Texts are those of the other format.
         const SvgDocument svg = ReadSvg(Graph(kind, "svg"));
-        const std::vector<SvgElement> texts = svg.All("text");
-        std::vector<EmfItem> written;
+        std::string texts, written; // some of a metafile stand in pieces
+        for (const SvgElement& text : svg.All("text"))
+            texts += Latin1Text(text.Text);
         for (const EmfItem& item : PlayMetafile(file))
-            if (item.Kind == "text") written.push_back(item);
-        ASSERT_EQ(written.size(), texts.size()) << kind;
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            EXPECT_EQ(written[i].Text, Latin1Text(texts[i].Text));
+            if (item.Kind == "text") written += item.Text;
+        EXPECT_EQ(written, texts) << kind;
         std::size_t polylines = 0;
         for (const EmfItem& item : PlayMetafile(file))
             polylines += item.Kind == "polyline" && item.Clipped && item.Points.size() >= 20 ? 1U : 0U;

@@ -91,6 +91,17 @@ TEST_F(ExchangeTest, AFailedPasteLeavesTheGraph) {
     EXPECT_EQ(GraphFileBytes(), before);
 }
 
+TEST_F(ExchangeTest, APasteIntoAGraphThatIsWaitedForDidNothingAndSaidNothing) {
+    PlotTwo();
+    const std::string stands = GraphFileBytes();
+    Charts.Needed = true;
+    Outside.ExpectMessage(
+        "The graph in the window is still waited for.  Numbers can be pasted when that has ended.");
+    EditPasteData();
+    Charts.Needed = false;
+    EXPECT_EQ(GraphFileBytes(), stands);
+}
+
 TEST_F(ExchangeTest, APasteEndsZoomsMarkersAndOptions) {
     PlotTwo();
     ZoomTo({1.2F, 2.2F, 0.1F, 0.6F});

@@ -11,11 +11,11 @@ TEST(Metafile, TextHasPlaceFontAndAdvances) {
     const std::vector<EmfItem> items = DrawOn(SmallPicture(), [](const DrawingSurface& s) {
                                            s.SetFont({"Arial", 1117, true, 90});
                                            s.SetTextColor(0x0000AA);
-                                           s.Text(40, 250, "Wi\xB5");
+                                           s.Text(40, 250, "Hi\xB5");
                                        }).Items;
     ASSERT_EQ(items.size(), 1U);
     const EmfItem& text = items[0];
-    EXPECT_EQ(text.Text, "Wi\xB5");
+    EXPECT_EQ(text.Text, "Hi\xB5");
     EXPECT_EQ(Pairs(text.Points), (Places{{40, 250}}));
     EXPECT_EQ(text.Face, "Arial");
     EXPECT_EQ(text.FontHeight, -1000); // the em: of 1117 units from the tallest to the lowest letter
@@ -23,11 +23,11 @@ TEST(Metafile, TextHasPlaceFontAndAdvances) {
     EXPECT_EQ(text.Weight, 700);
     EXPECT_EQ(text.CharacterSet, 0);
     EXPECT_EQ(text.TextColor, 0x0000AAU);
-    EXPECT_EQ(text.Advances, (std::vector<int>{944, 278, 576})); // Helvetica bold: W 944, i 278
+    EXPECT_EQ(text.Advances, (std::vector<int>{722, 278, 576})); // Helvetica bold: H 722, i 278
 }
 
 TEST(Metafile, AdvancesAddUpToTheMeasuredWidth) {
-    const std::string text = "0.0012 iiiillllWWW, fitted (AU)";
+    const std::string text = "0.0012 iiiillllMMM, fitted (AU)";
     TextSize size;
     const std::vector<EmfItem> items = DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
                                            s.SetFont({"Times New Roman", 13, false, 0});
@@ -53,6 +53,26 @@ TEST(Metafile, TextsThatFollowedEachOtherWereTakenForOneParagraph) {
         EXPECT_FALSE(file.Records[i].Type == text && file.Records[i + 1].Type == text) << i;
     }
     EXPECT_EQ(texts, 3);
+}
+
+TEST(Metafile, ReadersPulledPairsTogetherThatWereMeasuredApart) {
+    const auto pieces = [](const SurfaceFont& font, const std::string& text) {
+        std::vector<std::pair<std::string, std::pair<int, int>>> found;
+        for (const EmfItem& item : DrawOn(SmallPicture(), [&](const DrawingSurface& s) {
+                                       s.SetFont(font);
+                                       s.Text(100, 200, text);
+                                   }).Items)
+            found.push_back({item.Text, Pairs(item.Points).at(0)});
+        return found;
+    };
+    using Pieces = std::vector<std::pair<std::string, std::pair<int, int>>>;
+    // Helvetica: T 611, A 667, V 667, M 833, a blank 278 thousandths of the em of 100.
+    EXPECT_EQ(pieces({"Arial", 112, false, 0}, "Total"), (Pieces{{"T", {100, 200}}, {"otal", {161, 200}}}));
+    EXPECT_EQ(pieces({"Arial", 112, false, 90}, "AV M"),
+              (Pieces{{"A", {100, 200}}, {"V ", {100, 133}}, {"M", {100, 39}}}));
+    EXPECT_EQ(pieces({"Arial", 112, false, 0}, "Molar Mass").size(), 2U) << "behind the blank of a pair";
+    EXPECT_EQ(pieces({"Courier New", 112, false, 0}, "Total").size(), 1U);
+    EXPECT_EQ(pieces({"Arial", 112, false, 0}, "Radius (cm)").size(), 1U);
 }
 
 TEST(Metafile, AnglesAreBroughtIntoOneTurn) {

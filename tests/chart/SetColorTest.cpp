@@ -78,6 +78,21 @@ TEST_F(SetColorTest, CancelBringsBothTablesBack) {
     EXPECT_EQ(Chart.State.NColors, 14);
 }
 
+TEST_F(SetColorTest, CancelLeftAGraphOfAnEarlyFileInTheColoursOfTheTables) {
+    StyleCycles own = Chart.Cycles;
+    own.Color[1] = 0x00ABCDEF; // blue, green, red
+    Chart.CyclesOfFile = own;
+    BuildCycles();
+    ASSERT_EQ(ColorOfSecondSet(), 0xEFCDABU);
+    Outside.ExpectModal(SetColorName, [this] {
+        SetColorPaletteClick(1);
+        EXPECT_NE(ColorOfSecondSet(), 0xEFCDABU);
+        SetColorCancelButton();
+    });
+    AlterColors();
+    EXPECT_EQ(ColorOfSecondSet(), 0xEFCDABU);
+}
+
 TEST_F(SetColorTest, TablesThatAreSavedAreReadAgainWithTheirLengths) {
     Chart.Style.ScreenColors = {0, 0x0000FF, 0x123456};
     Chart.Style.PrintColors[13] = 0x654321;

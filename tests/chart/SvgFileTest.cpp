@@ -173,6 +173,11 @@ TEST(SvgFile, ReadersPulledLettersTogetherThatWereMeasuredApart) {
     const std::string style = Only(document, "g").Get("style");
     EXPECT_NE(style.find("font-kerning:none"), std::string::npos);
     EXPECT_NE(style.find("font-feature-settings:'kern' 0"), std::string::npos);
+    const SvgDocument places = DrawOn(Picture(), [](const DrawingSurface& s) {
+        s.SetFont({"Arial", 1117, false, 0}); // Helvetica: T 611, o 556 of the em of 1000
+        s.Text(10, 20, "To ");
+    });
+    EXPECT_EQ(Only(places, "text").Get("x"), "9.5 620.5 1176.5");
 }
 
 TEST(SvgFile, AClipHoldsWhatIsDrawnInIt) {
