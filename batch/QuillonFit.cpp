@@ -30,7 +30,7 @@
 #include "reporting/MethodsTable.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
-#include "studies/methods/ResamplingLines.h"
+#include "studies/methods/StudyLines.h"
 #include "workspace/records/Workspace.h"
 
 #include <exception>
@@ -126,12 +126,11 @@ std::string HtmlBytes(GraphColors colors, const RunEnd& end) {
     figure.Path = "figure.svg";
     figure.Figure.Width = TwoColumns;
     figure.Colors = colors;
-    return HtmlReport(GraphBytes(figure), end.Studies.Resampled ? &*end.Studies.Resampled : nullptr);
+    return HtmlReport(GraphBytes(figure), end.Studies);
 }
 
 // A profile or a map, by the ending of its file.
-std::string ProfileBytes(const std::variant<Profile, ProfileMap>& study, const ProfileOption& option,
-                         GraphColors colors) {
+std::string ProfileBytes(const ProfileStudy& study, const ProfileOption& option, GraphColors colors) {
     const std::string ending = EndingOf(option.Path);
     const auto bytes = [&](const auto& found, const auto& csv, const auto& json) {
         if (ending == "json") return json(found);
@@ -154,22 +153,15 @@ std::string HistogramBytes(const GraphOption& graph, const Resampling& resampled
                         [&] { return MakeGraphOf(resampled, *place); });
 }
 
-// What the studies of a run add to its report.
-std::vector<std::string> StudyLines(const RunEnd& end) {
-    std::vector<std::string> lines;
-    if (end.Studies.Resampled) lines = ResamplingLines(*end.Studies.Resampled);
-    if (!lines.empty()) lines.insert(lines.begin(), "");
-    return lines;
-}
-
 std::string ReportBytes(const Options& options, const RunEnd& end) {
     if (WantsReportHtml(options)) return HtmlBytes(options.Colors, end);
-    const std::vector<std::string> further = StudyLines(end);
     PrinterState printer;
     if (!options.Paper.empty()) printer.Page = NamedPaper(options.Paper);
-    if (!WantsReportPdf(options))
-        return ReportText(options.Paper.empty() ? StandardPaper() : PaperOf(printer.Page), further);
-    PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty(), further);
+    if (!WantsReportPdf(options)) {
+        const ReportPaper paper = options.Paper.empty() ? StandardPaper() : PaperOf(printer.Page);
+        return ReportText(paper, StudyLines(end.Studies, paper.Columns));
+    }
+    PrintedReport report = MakePrintedReport(printer, !options.ReportGraph.empty(), end.Studies);
     report.Overlay = options.ReportGraph == "overlay";
     BeginWithColors(options.Colors); // as the graphs of --graph
     return ReportPdf(report);

@@ -134,15 +134,17 @@ QWidget* MakeStudyForm(QWidget* parent) {
     all->addWidget(MakeTable(bind), 1);
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return StudyForm.Notes; }, true));
-    all->addLayout(
-        ButtonRow({MakeButton(
-                       bind, []() -> Control& { return StudyForm.TakeButton; }, StudyFormTakeButton),
-                   MakeButton(
-                       bind, []() -> Control& { return StudyForm.GraphButton; }, StudyFormGraphButton),
-                   MakeButton(
-                       bind, []() -> Control& { return StudyForm.CopyButton; }, StudyFormCopyButton)},
-                  {MakeCancel(
-                      bind, []() -> Control& { return StudyForm.CloseButton; }, StudyFormCloseButton)}));
+    all->addLayout(ButtonRow(
+        {MakeButton(
+             bind, []() -> Control& { return StudyForm.TakeButton; }, StudyFormTakeButton),
+         MakeButton(
+             bind, []() -> Control& { return StudyForm.GraphButton; }, StudyFormGraphButton),
+         MakeButton(
+             bind, []() -> Control& { return StudyForm.CorrelationsButton; }, StudyFormCorrelationsButton),
+         MakeButton(
+             bind, []() -> Control& { return StudyForm.CopyButton; }, StudyFormCopyButton)},
+        {MakeCancel(
+            bind, []() -> Control& { return StudyForm.CloseButton; }, StudyFormCloseButton)}));
     form->resize(ForFont(1000, 520));
     return form;
 }

@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "models/forms/FormControls.h"
 #include "platform/Platform.h"
+#include "reporting/values/Correlation.h"
 #include "studies/StudyKinds.h"
 #include "studies/methods/OtherMinima.h"
 #include "studies/methods/Resampling.h"
@@ -32,6 +33,8 @@ void ShowRunning(bool running) {
     for (StudyInput& input : StudyForm.Inputs)
         input.Box.Enabled = !running;
     StudyForm.CopyButton.Enabled = StudyForm.GraphButton.Enabled = !running && !StudyForm.Rows.empty();
+    StudyForm.CorrelationsButton.Enabled =
+        StudyForm.CopyButton.Enabled && FoundResampling().Correlations.size() > 1;
     StudyForm.State.FocusOn = running ? &StudyForm.StopButton : &StudyForm.RunButton;
 }
 
@@ -116,9 +119,14 @@ void LoadStudyForm(StudyKind kind) {
     StudyForm.TakeButton.Visible = !StudyForm.TakeButton.Text.empty();
     StudyForm.GraphButton = Captioned("&Graph");
     StudyForm.GraphButton.Visible = kind != StudyKind::Compare;
+    StudyForm.CorrelationsButton = Captioned("Correlat&ions...");
+    StudyForm.CorrelationsButton.Visible = kind == StudyKind::Resample;
     StudyForm.CopyButton = Captioned("C&opy Table");
     StudyForm.CloseButton = Captioned("Clos&e");
-    ClearTable();
+    if (study.Recall())
+        ShowFound();
+    else
+        ClearTable();
     ShowRunning(false);
     StudyForm.State.Shown = true;
 }
@@ -212,6 +220,13 @@ int MarkedStudyRow() {
 
 void StudyFormGraphButton() {
     if (StudyForm.GraphButton.Enabled && StudyForm.Draw) StudyForm.Draw();
+}
+
+void StudyFormCorrelationsButton() {
+    if (!StudyForm.CorrelationsButton.Enabled) return;
+    const Resampling& found = FoundResampling();
+    FillCorrelation("Correlations of the Fits to Resampled Data", found.Names, found.Correlations);
+    Host.ShowModal(CorrelationName);
 }
 
 void StudyFormCopyButton() {

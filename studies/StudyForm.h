@@ -32,7 +32,7 @@ struct StudyFormRecord {
     std::vector<std::vector<std::string>> Rows;
     int Chosen = -1; // the row that is marked
     Control Notes;   // of the marked row, or of the whole
-    Control TakeButton, GraphButton, CopyButton, CloseButton;
+    Control TakeButton, GraphButton, CorrelationsButton, CopyButton, CloseButton;
     bool Taken = false;       // the form was left by taking a result
     void (*Draw)() = nullptr; // draws what stands in the table; set by whoever shows the form
 };
@@ -43,7 +43,8 @@ extern StudyFormRecord StudyForm;
 // True when the study can be run on the analysis that stands.
 bool CanStudy(StudyKind kind);
 
-// Fills the form for a study. CanStudy has to hold.
+// Fills the form for a study, with what it found last of the fit that stands
+// (studies/methods/StudyResults.h). CanStudy has to hold.
 void LoadStudyForm(StudyKind kind);
 
 // A text box: its text is as the user has left it and is checked when the study is run. A list: the row that
@@ -63,7 +64,8 @@ int MarkedStudyRow();           // the marked row in the order of the study, -1 
 void StudyFormSort(int column); // sorts the rows by a column, and backwards when it is sorted by it already
 void StudyFormTakeButton();     // the marked result becomes the fit, and the form closes
 void StudyFormGraphButton();    // the curve, the contours, or the histogram of the marked row
-void StudyFormCopyButton();     // the table as text on the clipboard
-void StudyFormCloseButton();    // closes; while a study runs, stops it
+void StudyFormCorrelationsButton(); // of a resampling: the table of all correlations, at its own form
+void StudyFormCopyButton();         // the table as text on the clipboard
+void StudyFormCloseButton();        // closes; while a study runs, stops it
 
 } // namespace Quillon

@@ -6,11 +6,10 @@
 #include "models/table/Catalogue.h"
 #include "models/table/ModelTable.h"
 #include "studies/StudyProgress.h"
-#include "studies/methods/Comparison.h"
 #include "studies/methods/OtherMinima.h"
-#include "studies/methods/ProfileMap.h"
-#include "studies/methods/Resampling.h"
 #include "studies/methods/ResamplingLines.h"
+#include "studies/methods/StudyLines.h"
+#include "studies/methods/StudyResults.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -88,10 +87,6 @@ std::vector<std::string> FittedCaptions() {
     return captions;
 }
 
-std::string Number(const std::optional<double>& value, const char* picture) {
-    return value ? FormatNumber(*value, picture) : "";
-}
-
 std::string Joined(const std::vector<std::string>& sentences) {
     std::string text;
     for (const std::string& sentence : sentences)
@@ -133,6 +128,17 @@ void RunCompare(const Told& told) {
     const StudyProgress progress = StartProgress(static_cast<long>(list.size()), "models");
     Compared = CompareModels(
         list, [&](long done) { told(ProgressText(progress, done), ProgressFraction(progress, done)); });
+    KeepStudy(Compared);
+}
+
+bool RecallCompare() {
+    if (!KeptStudies().Compared) return false;
+    Compared = *KeptStudies().Compared;
+    std::string list;
+    for (const ComparedModel& row : Compared.Rows)
+        list += (list.empty() ? "" : ", ") + VariantText(row.Variant);
+    StudyForm.Inputs[0].Box.Text = list;
+    return true;
 }
 
 // A line without numbers is not left without a word; its reason stands in the notes when it is marked.
@@ -145,25 +151,10 @@ std::string EndOfComparison() {
            " models could be fitted. Mark a line without a sum of squares to read why.";
 }
 
-// A probability too small for a double is none of 0.
-std::string ProbabilityText(const std::optional<double>& p) {
-    return p && *p < 1e-300 ? "< 1E-300" : Number(p, "0.0E-##");
-}
-
 void ShowCompare() {
-    StudyForm.Columns = {"Model",        "Name",      "Fitted",  "D.F.", "Sum of Squares",
-                         "RMS Residual", "Runs Z",    "Against", "F",    "p",
-                         "Delta AICc",   "Delta BIC", "Weight",  "Notes"};
-    for (const ComparedModel& row : Compared.Rows) {
-        const auto fit = [&](const std::string& text) { return row.HasFit ? text : std::string(); };
-        StudyForm.Rows.push_back(
-            {VariantText(row.Variant) + (row.IsOwn ? " (yours)" : ""), ModelReportName(row.Variant.Model),
-             fit(std::to_string(row.Free)), fit(std::to_string(row.Freedom)),
-             fit(FormatNumber(row.SumSq, "0.000000E-##")), fit(FormatNumber(row.Rms, "0.0000E-##")),
-             Number(row.RunsZ, "#0.00"), row.Reference, Number(row.F, "#0.00"), ProbabilityText(row.P),
-             Number(row.DeltaAicc, "#0.00"), Number(row.DeltaBic, "#0.00"), Number(row.Weight, "0.0000"),
-             row.Notes});
-    }
+    TextTable table = ComparisonTable(Compared);
+    StudyForm.Columns = std::move(table.Heads);
+    StudyForm.Rows = std::move(table.Rows);
     StudyForm.Progress.Text = Compared.Complete ? EndOfComparison() : "Stopped before the end.";
 }
 
@@ -184,9 +175,7 @@ void TakeComparedRow(int row) {
 std::string CompareNotes(int row) {
     const ComparedModel* chosen = ComparedRow(row);
     if (chosen && !chosen->Notes.empty()) return VariantText(chosen->Variant) + ": " + chosen->Notes;
-    return "F, AICc, BIC and weights take the residuals for independent. A runs Z above 2 says that they are "
-           "not: "
-           "then differences of a few units say nothing.";
+    return ComparisonPremise();
 }
 
 void ForgetCompared() {
@@ -234,17 +223,36 @@ void RunProfileStudy(const Told& told) {
         told(ProgressText(progress, done), ProgressFraction(progress, done));
     };
     if (IsMap)
-        Mapped = MapParameters(slots[0], slots[1], choice, tell);
+        KeepStudy(Mapped = MapParameters(slots[0], slots[1], choice, tell));
     else
-        Profiled = ProfileParameter(slots[0], choice, tell);
+        KeepStudy(Profiled = ProfileParameter(slots[0], choice, tell));
 }
 
-std::string RatioText(double ratio) {
-    return std::isfinite(ratio) ? FormatNumber(ratio, "#0.00000") : "";
+std::string LevelsText(const std::vector<ProfileLimits>& limits) {
+    std::string text;
+    for (const ProfileLimits& level : limits)
+        text += (text.empty() ? "" : ", ") + SingleText(ToSingle(level.Level));
+    return text;
 }
 
-std::string SumText(double sum) {
-    return std::isfinite(sum) ? FormatNumber(sum, "0.000000E-##") : "";
+void ShowChoice(const std::vector<long>& slots, const std::vector<ProfileLimits>& limits) {
+    const auto place = [](long slot) { return ToInt16(FreePosOf(SlotNo(slot)).Number); };
+    StudyForm.Inputs[0].Box.Value = place(slots[0]);
+    if (slots.size() == 2) StudyForm.Inputs[1].Box.Value = ToInt16(place(slots[1]) + 1);
+    StudyForm.Inputs[2].Box.Text = LevelsText(limits);
+}
+
+// The one that was made last.
+bool RecallProfile() {
+    if (KeptStudies().Profiles.empty()) return false;
+    const ProfileStudy& study = KeptStudies().Profiles.back();
+    IsMap = std::holds_alternative<ProfileMap>(study);
+    if (IsMap)
+        Mapped = std::get<ProfileMap>(study);
+    else
+        Profiled = std::get<Profile>(study);
+    ShowChoice(SlotsOf(study), IsMap ? Mapped.Levels : Profiled.Limits);
+    return true;
 }
 
 void ShowMap() {
@@ -259,14 +267,6 @@ void ShowMap() {
                                       point.Converged ? "" : "not converged"});
         }
     StudyForm.Progress.Text = Mapped.Complete ? "All pairs have been fitted." : "Stopped before the end.";
-}
-
-// "95.0%: 1.234 to 1.567"
-std::string LimitsText(const Profile& profile, const ProfileLimits& limits) {
-    const auto shown = [&](const std::optional<double>& limit) {
-        return limit ? SpreadText(SlotNo(profile.Slot), *limit) : std::string("(not reached)");
-    };
-    return FormatNumber(limits.Level, "#0.0%") + ": " + shown(limits.Lower) + " to " + shown(limits.Upper);
 }
 
 void ShowProfile() {
@@ -294,12 +294,7 @@ void TakeBetter(int) {
 }
 
 std::string ProfileNotes(int) {
-    if (!IsMap) return Joined(Profiled.Notes);
-    std::string text = Mapped.Better ? "A lower minimum was met on the way; the map starts from it. " : "";
-    for (const ProfileLimits& level : Mapped.Levels)
-        text += "The region of " + FormatNumber(level.Level, "#0.0%") + " has ratios up to " +
-                RatioText(level.Ratio) + ". ";
-    return text;
+    return IsMap ? NotesOf(Mapped) : NotesOf(Profiled);
 }
 
 void ForgetProfile() {
@@ -336,6 +331,18 @@ void RunResample(const Told& told) {
     const StudyProgress progress = StartProgress(choice.Count, "fits");
     Resampled = Resample(
         choice, [&](long done) { told(ProgressText(progress, done), ProgressFraction(progress, done)); });
+    KeepStudy(Resampled);
+}
+
+bool RecallResampled() {
+    if (!KeptStudies().Resampled) return false;
+    Resampled = *KeptStudies().Resampled;
+    const ResampleChoice& choice = Resampled.Choice;
+    StudyForm.Inputs[0].Box.Text = std::to_string(choice.Count);
+    StudyForm.Inputs[1].Box.Value = choice.Kind == ResampleKind::Residuals ? 1 : 0;
+    StudyForm.Inputs[2].Box.Text = SingleText(ToSingle(choice.Level));
+    StudyForm.Inputs[3].Box.Text = std::to_string(choice.Seed);
+    return true;
 }
 
 template <class Show>
@@ -384,19 +391,19 @@ constexpr StudyBehindForm Behind[] = {
      "Each model is fitted to the same points, with masses, offsets and constants held where your fit holds "
      "them. Your "
      "fit stays as it is until you take another one.",
-     "&Compare", "Ta&ke This Fit", AddCompareInputs, CheckCompare, RunCompare, ShowCompare, MayTakeCompared,
-     TakeComparedRow, CompareNotes, ForgetCompared},
+     "&Compare", "Ta&ke This Fit", AddCompareInputs, CheckCompare, RunCompare, RecallCompare, ShowCompare,
+     MayTakeCompared, TakeComparedRow, CompareNotes, ForgetCompared},
     {"Profile of a Parameter",
      "The parameter is held at each of many values, and the others are fitted again: how far can it move "
      "before the "
      "data object?",
-     "Pro&file", "Ta&ke the Lower Minimum", AddProfileInputs, CheckProfile, RunProfileStudy, ShowProfile,
-     MayTakeBetter, TakeBetter, ProfileNotes, ForgetProfile},
+     "Pro&file", "Ta&ke the Lower Minimum", AddProfileInputs, CheckProfile, RunProfileStudy, RecallProfile,
+     ShowProfile, MayTakeBetter, TakeBetter, ProfileNotes, ForgetProfile},
     {"Resample",
      "The fit is repeated on data that could have been measured just as well, and its values are seen to "
      "scatter.",
-     "&Resample", "", AddResampleInputs, CheckResample, RunResample, ShowResample, TakesNothing, TakeNothing,
-     ResampleNotes, ForgetResampled}};
+     "&Resample", "", AddResampleInputs, CheckResample, RunResample, RecallResampled, ShowResample,
+     TakesNothing, TakeNothing, ResampleNotes, ForgetResampled}};
 
 } // namespace
 

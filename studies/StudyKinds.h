@@ -19,6 +19,8 @@ struct StudyBehindForm {
     void (*CheckInputs)(); // what cannot be read of them is a RuntimeError
     // Runs with the inputs as they stand, which have been checked.
     void (*RunStudy)(const std::function<void(const std::string& text, double fraction)>& told);
+    // Takes up what is kept of the fit (studies/methods/StudyResults.h), inputs and all; false without any.
+    bool (*Recall)();
     void (*Show)();                  // table, notes and progress from what was found
     bool (*MayTake)(int row);        // the row in the order of the study
     void (*TakeRow)(int row);        // makes it the fit

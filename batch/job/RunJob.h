@@ -3,7 +3,7 @@
 
 #include "batch/job/JobFile.h"
 #include "batch/outputs/MeasuredJson.h"
-#include "batch/outputs/StudyResults.h"
+#include "studies/methods/StudyResults.h"
 
 #include <optional>
 #include <string>

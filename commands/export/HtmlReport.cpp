@@ -12,7 +12,7 @@
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Measured.h"
 #include "reporting/values/ParmLines.h"
-#include "studies/methods/ResamplingLines.h"
+#include "studies/methods/StudyLines.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -51,12 +51,17 @@ std::string Tables() {
     return "<div class=\"tables\">\n" + HtmlTable(ParametersTable()) + HtmlTable(SetsTable()) + "</div>\n";
 }
 
-// What a resampling adds: its table with how well the limits are known.
-std::string ResamplingSection(const Resampling* resampled) {
-    if (!resampled || resampled->Spreads.empty()) return "";
-    std::string text = Element("h2", "Resampling") + "<div class=\"tables\">\n" +
-                       HtmlTable(ResamplingTable(*resampled)) + "</div>\n";
-    if (const std::string known = QuantileText(*resampled); !known.empty()) text += Element("p", known);
+// What the studies of the fit add.
+std::string SectionsOf(const StudyResults& studies) {
+    std::string text;
+    for (const StudySection& section : StudySections(studies)) {
+        text += Element("h2", section.Title) + "<div class=\"tables\">\n";
+        for (const TextTable& table : section.Tables)
+            text += HtmlTable(table);
+        text += "</div>\n";
+        for (const std::string& remark : section.Remarks)
+            text += Element("p", remark);
+    }
     return text;
 }
 
@@ -72,16 +77,15 @@ std::vector<std::string> Notes() {
 
 } // namespace
 
-std::string HtmlReport(const std::string& figure, const Resampling* resampled) {
+std::string HtmlReport(const std::string& figure, const StudyResults& studies) {
     constexpr ReportPaper OneLongPage{100, 0};
-    const std::vector<PageLines> report =
-        PrintReport(OneLongPage, resampled ? ResamplingLines(*resampled) : std::vector<std::string>{});
+    const std::vector<PageLines> report = PrintReport(OneLongPage, StudyLines(studies, OneLongPage.Columns));
     std::string text = HtmlHead(ReportFooter()) + Element("h1", ModelReportName(Work.Model) + " fit") +
                        Element("p", ReportFooter()) + Paragraphs(Notes()) + InlineFigure(figure) +
                        Element("h2", "Results") + Tables();
     if (const std::vector<std::string> derived = DerivedLines(); !derived.empty())
         text += Element("h2", "Association constants") + Lines(derived);
-    text += ResamplingSection(resampled);
+    text += SectionsOf(studies);
     return text + Element("h2", "What was measured") + Lines(MeasuredLines()) +
            Element("h2", "The whole report") + Lines(report.front()) + "</body>\n</html>\n";
 }
@@ -89,7 +93,7 @@ std::string HtmlReport(const std::string& figure, const Resampling* resampled) {
 std::string HtmlReportWithFigure() {
     FigureChoice choice;
     choice.Width = TwoColumns;
-    return HtmlReport(FigureBytes(choice, "svg", FigureDots, OpenPictureAs));
+    return HtmlReport(FigureBytes(choice, "svg", FigureDots, OpenPictureAs), KeptStudies());
 }
 
 void ExportMethodsTable() {

@@ -14,6 +14,7 @@
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
 #include "reporting/Report.h"
+#include "studies/methods/StudyLines.h"
 #include "workspace/records/Workspace.h"
 
 #include <functional>
@@ -104,12 +105,11 @@ bool RunJob(const PrintedReport& report) {
 
 } // namespace
 
-PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph,
-                                const std::vector<std::string>& further) {
+PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph, const StudyResults& studies) {
     PrintedReport report;
     report.Printer = printer;
     report.Paper = PaperOf(printer.Page);
-    report.Pages = PrintReport(report.Paper, further);
+    report.Pages = PrintReport(report.Paper, StudyLines(studies, report.Paper.Columns));
     report.WithGraph = withGraph;
     report.Overlay = Work.OverlayPlot != 0;
     return report;

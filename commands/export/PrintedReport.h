@@ -4,6 +4,7 @@
 
 #include "platform/Printer.h"
 #include "reporting/ReportPage.h"
+#include "studies/methods/StudyResults.h"
 
 #include <string>
 #include <vector>
@@ -18,10 +19,11 @@ struct PrintedReport {
     bool Overlay = false;   // that graph is data and fit, not the residuals
 };
 
-// The report for that printer's paper, with the graph that OverlayPlot chooses. Without a fit that stands it
+// The report for that printer's paper, with the graph that OverlayPlot chooses; studies of the fit have lines
+// behind the rest. Without a fit that stands it
 // is a RuntimeError.
 PrintedReport MakePrintedReport(const PrinterState& printer, bool withGraph,
-                                const std::vector<std::string>& further = {});
+                                const StudyResults& studies = {});
 
 int PageCount(const PrintedReport& report);
 

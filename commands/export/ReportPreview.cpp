@@ -32,7 +32,7 @@ void ShowPage() {
 // The pages for the paper that lies in the printer now.
 void MakePages() {
     ReportPreviewRecord& form = ReportPreview;
-    form.Report = MakePrintedReport(Host.Printer.Current(), form.WithGraph.Value != 0);
+    form.Report = MakePrintedReport(Host.Printer.Current(), form.WithGraph.Value != 0, KeptStudies());
     ++form.Edition;
     form.PrinterNote.Text = PaperNote(form.Report.Printer, InMillimetres);
     ShowPage();

@@ -15,27 +15,46 @@ CorrelationForm Correlation;
 
 namespace {
 
-std::string CoefficientText(float c) {
-    return FormatNumber(static_cast<double>(c), "+0.0000;-0.0000");
-}
+using Triangle = std::vector<std::vector<double>>;
 
 // The table is symmetric, the lower triangle alone is kept.
-float Coefficient(long a, long b) {
-    return a >= b ? Work.CorrMatrix(a, b) : Work.CorrMatrix(b, a);
+double Coefficient(const Triangle& triangle, std::size_t a, std::size_t b) {
+    return a >= b ? triangle[a][b] : triangle[b][a];
 }
 
-CorrelationClass ClassOf(long a, long b) {
-    const float c = std::abs(Coefficient(a, b));
-    if (a == b) return CorrelationClass::Plain; // a parameter with itself says nothing
-    if (c > Work.VeryHighCorrelation) return CorrelationClass::VeryHigh;
-    return c > Work.HighCorrelation ? CorrelationClass::High : CorrelationClass::Plain;
+CorrelationCell CellOf(const Triangle& triangle, std::size_t a, std::size_t b) {
+    const double r = Coefficient(triangle, a, b);
+    CorrelationCell cell{CoefficientText(r)};
+    if (a == b) return cell; // a parameter with itself says nothing
+    if (std::abs(r) > static_cast<double>(Work.VeryHighCorrelation))
+        cell.Class = CorrelationClass::VeryHigh;
+    else if (std::abs(r) > static_cast<double>(Work.HighCorrelation))
+        cell.Class = CorrelationClass::High;
+    return cell;
 }
 
 Control Legend(float threshold, CorrelationClass kind) {
     Control legend;
-    legend.Text = "= Correlation > " + CoefficientText(threshold);
+    legend.Text = "= Correlation > " + CoefficientText(static_cast<double>(threshold));
     legend.BackColor = CorrelationColor(kind);
     return legend;
+}
+
+std::vector<std::string> FittedNames() {
+    std::vector<std::string> names;
+    for (long a = 0; a < Work.NumFree; ++a)
+        names.push_back(Work.ParmName[Work.FreeIndex[a]]);
+    return names;
+}
+
+Triangle FittedTriangle() {
+    Triangle triangle;
+    for (long a = 0; a < Work.NumFree; ++a) {
+        triangle.emplace_back();
+        for (long b = 0; b <= a; ++b)
+            triangle.back().push_back(static_cast<double>(Work.CorrMatrix(a, b)));
+    }
+    return triangle;
 }
 
 std::string RightAligned(const std::string& text, std::size_t width) {
@@ -46,22 +65,39 @@ const std::string ListHead = " Correlation with # ";
 constexpr std::size_t NumberWidth = 3;
 constexpr std::size_t CellWidth = 8;
 
-std::string RowLabel(long a) {
-    return RightAligned(std::to_string(a + 1), NumberWidth) + " " + Work.ParmName[Work.FreeIndex[a]] + " ";
+std::string RowLabel(const std::vector<std::string>& names, std::size_t a) {
+    return RightAligned(std::to_string(a + 1), NumberWidth) + " " + names[a] + " ";
 }
 
-// The columns from first to last of all rows that reach them.
-void AppendGroup(std::vector<std::string>& lines, long first, long last, std::size_t labelWidth) {
-    std::string head = PadToWidth(ListHead, static_cast<double>(labelWidth), CountCharacters);
-    for (long b = first; b <= last; ++b)
+std::string Padded(const std::string& text, std::size_t width) {
+    return PadToWidth(text, static_cast<double>(width), CountCharacters);
+}
+
+// The columns from first to last of all rows that reach them, behind labels.
+void AppendGroup(std::vector<std::string>& lines, const std::vector<std::string>& labels,
+                 const Triangle& triangle, std::size_t first, std::size_t last) {
+    std::string head = labels.back();
+    for (std::size_t b = first; b <= last; ++b)
         head += RightAligned(std::to_string(b + 1), CellWidth);
     lines.push_back(head);
-    for (long a = first; a < Work.NumFree; ++a) {
-        std::string line = PadToWidth(RowLabel(a), static_cast<double>(labelWidth), CountCharacters);
-        for (long b = first; b <= std::min(a, last); ++b)
-            line += RightAligned(CoefficientText(Work.CorrMatrix(a, b)), CellWidth);
+    for (std::size_t a = first; a < triangle.size(); ++a) {
+        std::string line = labels[a];
+        for (std::size_t b = first; b <= std::min(a, last); ++b)
+            line += RightAligned(CoefficientText(triangle[a][b]), CellWidth);
         lines.push_back(line);
     }
+}
+
+// Of the rows, and of the head behind them: all of one width.
+std::vector<std::string> LabelsOf(const std::vector<std::string>& names) {
+    std::vector<std::string> labels;
+    std::size_t width = ListHead.size();
+    for (std::size_t a = 0; a < names.size(); ++a)
+        width = std::max(width, RowLabel(names, a).size());
+    for (std::size_t a = 0; a < names.size(); ++a)
+        labels.push_back(Padded(RowLabel(names, a), width));
+    labels.push_back(Padded(ListHead, width));
+    return labels;
 }
 
 } // namespace
@@ -77,15 +113,19 @@ std::uint32_t CorrelationColor(CorrelationClass kind) {
     }
 }
 
-void FillCorrelation() {
-    ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
+std::string CoefficientText(double coefficient) {
+    return FormatNumber(coefficient, "+0.0000;-0.0000");
+}
+
+void FillCorrelation(const std::string& caption, const std::vector<std::string>& names,
+                     const std::vector<std::vector<double>>& triangle) {
     Correlation = CorrelationForm{};
-    Correlation.Caption = Work.ProgramName + " - Parameter Cross-Correlations";
-    for (long a = 0; a < Work.NumFree; ++a) {
-        Correlation.Names.push_back(Work.ParmName[Work.FreeIndex[a]]);
+    Correlation.Caption = Work.ProgramName + " - " + caption;
+    Correlation.Names = names;
+    for (std::size_t a = 0; a < names.size(); ++a) {
         std::vector<CorrelationCell> row;
-        for (long b = 0; b < Work.NumFree; ++b)
-            row.push_back({CoefficientText(Coefficient(a, b)), ClassOf(a, b)});
+        for (std::size_t b = 0; b < names.size(); ++b)
+            row.push_back(CellOf(triangle, a, b));
         Correlation.Cells.push_back(row);
     }
     Correlation.HighLegend = Legend(Work.HighCorrelation, CorrelationClass::High);
@@ -93,21 +133,29 @@ void FillCorrelation() {
     Correlation.OkButton.Text = "OK";
 }
 
+void FillCorrelation() {
+    ComputeCorrelations(Work.HighCount, Work.VeryHighCount);
+    FillCorrelation("Parameter Cross-Correlations", FittedNames(), FittedTriangle());
+}
+
 void CorrelationOkButton() {
     Host.HideForm(CorrelationName);
 }
 
-std::vector<std::string> CorrelationLines(int columns) {
+std::vector<std::string> TriangleLines(const std::vector<std::string>& names,
+                                       const std::vector<std::vector<double>>& triangle, int columns) {
     std::vector<std::string> lines;
-    if (Work.NumFree < 2) return lines;
-    std::size_t labelWidth = ListHead.size();
-    for (long a = 0; a < Work.NumFree; ++a)
-        labelWidth = std::max(labelWidth, RowLabel(a).size());
-    const long room = columns - static_cast<long>(labelWidth);
-    const long perGroup = std::max(1L, room / static_cast<long>(CellWidth));
-    for (long first = 0; first < Work.NumFree; first += perGroup)
-        AppendGroup(lines, first, std::min<long>(first + perGroup, Work.NumFree) - 1, labelWidth);
+    if (triangle.size() < 2) return lines;
+    const std::vector<std::string> labels = LabelsOf(names);
+    const long room = columns - static_cast<long>(labels.back().size());
+    const auto perGroup = static_cast<std::size_t>(std::max(1L, room / static_cast<long>(CellWidth)));
+    for (std::size_t first = 0; first < triangle.size(); first += perGroup)
+        AppendGroup(lines, labels, triangle, first, std::min(first + perGroup, triangle.size()) - 1);
     return lines;
+}
+
+std::vector<std::string> CorrelationLines(int columns) {
+    return TriangleLines(FittedNames(), FittedTriangle(), columns);
 }
 
 } // namespace Quillon

@@ -37,6 +37,14 @@ inline constexpr const char* WidestCorrelationText = "  +0.0000  ";
 // from green.
 std::uint32_t CorrelationColor(CorrelationClass kind);
 
+// "+0.9712"
+std::string CoefficientText(double coefficient);
+
+// Fills the form with the correlations of any quantities: their names, and a lower triangle with a row for
+// each, which ends with the one of the quantity with itself.
+void FillCorrelation(const std::string& caption, const std::vector<std::string>& names,
+                     const std::vector<std::vector<double>>& triangle);
+
 // Runs ComputeCorrelations, which leaves the counts in the workspace, and fills the form.
 void FillCorrelation();
 void CorrelationOkButton();
@@ -44,5 +52,9 @@ void CorrelationOkButton();
 // The lower triangle of Work.CorrMatrix with a row for each parameter, the columns in groups that fit the
 // width of the paper in characters. Empty with fewer than two fitted parameters.
 std::vector<std::string> CorrelationLines(int columns);
+
+// The same of any quantities and their lower triangle. Empty with fewer than two of them.
+std::vector<std::string> TriangleLines(const std::vector<std::string>& names,
+                                       const std::vector<std::vector<double>>& triangle, int columns);
 
 } // namespace Quillon

@@ -1,8 +1,11 @@
 // The analysis in files for others: methods tables, the report as a document, the job.
 #include "commands/export/AnalysisJob.h"
 #include "commands/export/HtmlReport.h"
+#include "commands/export/PrintedReport.h"
 #include "input/Csv.h"
 #include "reporting/MethodsTable.h"
+#include "reporting/Report.h"
+#include "studies/methods/StudyResults.h"
 #include "tests/reporting/HandBuiltFit.h"
 #include "tests/support/ScriptedPlatform.h"
 
@@ -99,6 +102,39 @@ TEST(HtmlReport, StandsByItself) {
     EXPECT_EQ(text.find("b_<1>"), std::string::npos);
     Work.FitDone = FlagFalse;
     EXPECT_THROW(HtmlReport(""), RuntimeError);
+}
+
+// A resampling that was made at the window was in no document of the desktop.
+TEST(HtmlReport, HoldsTheStudiesThatAreKeptOfTheFit) {
+    Script script;
+    Work = Fit();
+    Comparison comparison;
+    ComparedModel row;
+    row.Variant = {2, false, false};
+    row.HasFit = row.Minimum = row.IsOwn = true;
+    row.SumSq = 0.25;
+    row.Weight = 0.75;
+    comparison.Rows.push_back(row);
+    comparison.Complete = true;
+    KeepStudy(comparison);
+    Profile profile;
+    profile.Slot = 2;
+    profile.MinimumSumSq = 0.25;
+    profile.Limits.push_back({0.95, 1.5, std::nullopt, 4.0});
+    profile.Complete = true;
+    KeepStudy(profile);
+    KeepStudy(profile); // once more takes its place
+    const std::string text = HtmlReport("", KeptStudies());
+    for (const char* word : {"<h2>Comparison of models</h2>", "2 (yours)", "2.500000E-1", "0.7500",
+                             "<h2>Profile of Ln K(1&gt;N)", "(not reached)"})
+        EXPECT_NE(text.find(word), std::string::npos) << word;
+    const std::size_t section = text.find("<h2>Profile of");
+    EXPECT_EQ(text.find("<h2>Profile of", section + 1), std::string::npos);
+    const std::string printed = TextOfPages(MakePrintedReport({}, false, KeptStudies()).Pages);
+    EXPECT_NE(printed.find("Comparison of models:"), std::string::npos);
+    EXPECT_NE(printed.find("95.0%: (not reached) to "), std::string::npos) << printed;
+    Work.Parms[2] += 1.0F;
+    EXPECT_EQ(HtmlReport("", KeptStudies()).find("Comparison of models"), std::string::npos);
 }
 
 TEST(AnalysisJob, FilesBelowTheJobHaveShortNames) {

@@ -3,11 +3,14 @@
 #include "SimulatedCase.h"
 #include "fit/GNLLSQ.h"
 #include "platform/Platform.h"
+#include "reporting/values/Correlation.h"
+#include "studies/methods/StudyLines.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Quillon {
 namespace {
@@ -169,6 +172,93 @@ TEST(StudyForm, CopiesItsTable) {
     StudyFormCopyButton();
     EXPECT_TRUE(script.ClipboardHolds.starts_with("Model\tName\tFitted\t")) << script.ClipboardHolds;
     EXPECT_EQ(std::count(script.ClipboardHolds.begin(), script.ClipboardHolds.end(), '\n'), 2);
+}
+
+// What a window had found was gone when it closed, and no report knew of it.
+TEST(StudyForm, WhatWasFoundIsKeptUntilTheFitIsAnother) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Compare);
+    StudyForm.Inputs[0].Box.Text = "1, 2";
+    StudyFormRunButton();
+    const auto compared = StudyForm.Rows;
+    StudyFormCloseButton();
+    LoadStudyForm(StudyKind::Profile);
+    EXPECT_TRUE(StudyForm.Rows.empty());
+    StudyFormListRow(0, 1);
+    StudyForm.Inputs[3].Box.Text = "5";
+    StudyFormRunButton();
+    StudyFormCloseButton();
+    LoadStudyForm(StudyKind::Resample);
+    StudyForm.Inputs[0].Box.Text = "12";
+    StudyFormRunButton();
+    StudyFormCloseButton();
+
+    EXPECT_TRUE(KeptStudies().Compared && KeptStudies().Resampled);
+    ASSERT_EQ(KeptStudies().Profiles.size(), 1U);
+    LoadStudyForm(StudyKind::Compare);
+    EXPECT_EQ(StudyForm.Rows, compared);
+    EXPECT_EQ(StudyForm.Inputs[0].Box.Text, "1, 2");
+    LoadStudyForm(StudyKind::Profile);
+    EXPECT_EQ(StudyForm.Rows.size(), 5U);
+    EXPECT_EQ(StudyForm.Inputs[0].Box.Value, 1);
+    EXPECT_EQ(StudyForm.Inputs[2].Box.Text, "0.683, 0.95");
+    LoadStudyForm(StudyKind::Resample);
+    EXPECT_EQ(StudyForm.Inputs[0].Box.Text, "12");
+    EXPECT_TRUE(StudyForm.Progress.Text.starts_with("12 fits to resampled data"));
+
+    const Workspace studied = Work;
+    Work.LimitsDone = FlagTrue; // limits that are searched are of the same fit
+    EXPECT_FALSE(KeptStudies().Empty());
+    Work.Parms[2] += 0.5F;
+    EXPECT_TRUE(KeptStudies().Empty());
+    Work = studied;
+    Work.ExtA *= 2.0F;
+    EXPECT_TRUE(KeptStudies().Empty());
+    Work = studied;
+    EXPECT_FALSE(KeptStudies().Empty());
+    Work.FitDone = FlagFalse;
+    EXPECT_TRUE(KeptStudies().Empty());
+}
+
+TEST(StudyForm, AStudyThatWasStoppedIsNotKept) {
+    Script script;
+    OpenOnFit("Model04", StudyKind::Resample);
+    StudyForm.Inputs[0].Box.Text = "200";
+    script.DuringEvents = [] {
+        if (StudyForm.StopButton.Enabled && StudyForm.Fraction > 0.0) StudyFormCloseButton();
+    };
+    StudyFormRunButton();
+    EXPECT_NE(StudyForm.Progress.Text.find("Stopped before the end."), std::string::npos);
+    EXPECT_TRUE(KeptStudies().Empty());
+}
+
+// The table of all correlations: those of the draws by the textbook's formula.
+TEST(StudyForm, ShowsHowResampledValuesGoTogether) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Resample);
+    EXPECT_FALSE(StudyForm.CorrelationsButton.Enabled);
+    StudyForm.Inputs[0].Box.Text = "12";
+    StudyFormRunButton();
+    ASSERT_TRUE(StudyForm.CorrelationsButton.Enabled);
+    script.ExpectModal(CorrelationName, [] {});
+    StudyFormCorrelationsButton();
+    const auto count = static_cast<std::size_t>(Work.NumFree);
+    ASSERT_EQ(Correlation.Cells.size(), count);
+    const Resampling& found = *KeptStudies().Resampled;
+    double sums[5]{};
+    for (const Draw& draw : found.Draws) {
+        const double x = draw.Values[0], y = draw.Values[1];
+        const double terms[]{x, y, x * x, y * y, x * y};
+        for (int i = 0; i < 5; ++i)
+            sums[i] += terms[i] / static_cast<double>(found.Draws.size());
+    }
+    const double r = (sums[4] - sums[0] * sums[1]) /
+                     std::sqrt((sums[2] - sums[0] * sums[0]) * (sums[3] - sums[1] * sums[1]));
+    EXPECT_EQ(Correlation.Cells[0][1].Text, CoefficientText(r));
+    EXPECT_EQ(Correlation.Cells[1][0].Text, CoefficientText(r));
+    const TextTable table = CorrelationsTable(found);
+    EXPECT_EQ(table.Rows[1][1], CoefficientText(r));
+    EXPECT_EQ(table.Rows[0][2], "") << "the lower triangle alone";
 }
 
 } // namespace
