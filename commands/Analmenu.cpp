@@ -1,8 +1,8 @@
 #include "commands/Analmenu.h"
 
 #include "commands/Commands.h"
-#include "commands/SavedState.h"
 #include "commands/Workbench.h"
+#include "commands/history/SavedState.h"
 
 #include "fit/Misfit.h"
 #include "input/NUMINPUT.h"

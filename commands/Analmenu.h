@@ -48,8 +48,8 @@ std::string FitStateText();
 // nothing; a name that no row has is a logic error of the caller.
 void RunMainCommand(const std::string& name);
 
-// The user wants to end the program. Asks where something is unsaved (commands/SavedState.h), with a way to
-// save it; true when the program may end.
+// The user wants to end the program. Asks where something is unsaved (commands/history/SavedState.h), with a
+// way to save it; true when the program may end.
 bool MayEnd();
 
 } // namespace Quillon

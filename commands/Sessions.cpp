@@ -1,8 +1,8 @@
 #include "commands/Sessions.h"
 
 #include "commands/Commands.h"
-#include "commands/History.h"
-#include "commands/SavedState.h"
+#include "commands/history/History.h"
+#include "commands/history/SavedState.h"
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/Paths.h"

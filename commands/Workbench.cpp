@@ -8,7 +8,7 @@
 #include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
 #include "persistence/Filelist.h"
-#include "persistence/WindowPlaces.h"
+#include "persistence/settings/WindowPlaces.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/forms/DataDirectory.h"

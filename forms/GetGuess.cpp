@@ -1,7 +1,7 @@
 // Guesses, and what is fitted.
 #include "fit/forms/GetGuess.h"
 #include "chart/records/ChartState.h"
-#include "commands/LiveCurve.h"
+#include "commands/fitting/LiveCurve.h"
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"

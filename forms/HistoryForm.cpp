@@ -1,5 +1,5 @@
 // What the analysis was after each command.
-#include "commands/HistoryForm.h"
+#include "commands/history/HistoryForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

@@ -1,5 +1,5 @@
 // All settings of the ini file.
-#include "persistence/SettingsForm.h"
+#include "persistence/settings/SettingsForm.h"
 #include "forms/ChartPieces.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"

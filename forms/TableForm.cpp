@@ -1,5 +1,5 @@
 // A table of fits, run by the batch program beside this one.
-#include "commands/TableForm.h"
+#include "commands/studies/TableForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"

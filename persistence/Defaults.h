@@ -4,5 +4,5 @@
 //
 // This header brings both halves; the keys are in DefaultKeys.h.
 
-#include "persistence/ReadDefaults.h"
-#include "persistence/SaveDefaults.h"
+#include "persistence/settings/ReadDefaults.h"
+#include "persistence/settings/SaveDefaults.h"

@@ -1,7 +1,7 @@
 #include "persistence/Filelist.h"
 
 #include "input/IniFile.h"
-#include "persistence/IniAccess.h"
+#include "persistence/settings/IniAccess.h"
 #include "workspace/records/Cancel.h"
 
 #include <algorithm>

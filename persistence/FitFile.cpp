@@ -4,7 +4,7 @@
 #include "input/NUMINPUT.h"
 #include "models/function/FitFunction.h"
 #include "persistence/Filelist.h"
-#include "persistence/SisterProgram.h"
+#include "persistence/settings/SisterProgram.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/table/BaselineAt.h"

@@ -6,7 +6,7 @@
 // ask for the file, talk to the user and take the result into use. A restore that fails leaves the analysis
 // at hand as it was, and a save that fails leaves the former file as it was.
 
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 
 #include <string>
 

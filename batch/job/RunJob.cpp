@@ -5,7 +5,7 @@
 #include "batch/job/JobData.h"
 #include "batch/job/JobParameters.h"
 #include "batch/job/Restarts.h"
-#include "commands/FitCommand.h"
+#include "commands/fitting/FitCommand.h"
 #include "fit/Confidence.h"
 #include "fit/Misfit.h"
 #include "fit/equations/FreeMap.h"

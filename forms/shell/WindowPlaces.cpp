@@ -1,6 +1,6 @@
 #include "forms/shell/WindowPlaces.h"
 
-#include "persistence/WindowPlaces.h"
+#include "persistence/settings/WindowPlaces.h"
 
 #include <QPointer>
 #include <QScreen>

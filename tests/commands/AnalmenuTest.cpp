@@ -5,11 +5,11 @@
 #include "models/SEDEQ3.h"
 
 #include "commands/Commands.h"
-#include "commands/History.h"
 #include "commands/StartUp.h"
+#include "commands/history/History.h"
 #include "files/ReadWhole.h"
 #include "persistence/Defaults.h"
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/FileFormEvents.h"
 #include "scandata/table/FitData.h"

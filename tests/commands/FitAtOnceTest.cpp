@@ -1,5 +1,5 @@
 // The fit without questions.
-#include "commands/FitAtOnce.h"
+#include "commands/fitting/FitAtOnce.h"
 #include "fit/forms/GetGuess.h"
 #include "models/table/DefaultBounds.h"
 #include "models/table/ParmNames.h"

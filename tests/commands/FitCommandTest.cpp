@@ -1,5 +1,5 @@
 // The fit command: what it repairs, asks and resets between model, options, parameters and the iteration.
-#include "commands/FitCommand.h"
+#include "commands/fitting/FitCommand.h"
 #include "fit/forms/GetGuess.h"
 #include "reporting/Results.h"
 

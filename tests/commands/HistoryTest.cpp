@@ -1,11 +1,11 @@
 // The history of the analysis: what a step back gives, what makes a step, and what the steps have in common.
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
-#include "commands/HistoryForm.h"
 #include "commands/StartUp.h"
+#include "commands/history/HistoryForm.h"
 #include "models/function/FitFunction.h"
 #include "models/table/Catalogue.h"
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Fields.h"

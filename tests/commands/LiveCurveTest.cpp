@@ -1,5 +1,5 @@
 // The curve over the data while guesses are typed, apparent masses, what logarithms mean.
-#include "commands/LiveCurve.h"
+#include "commands/fitting/LiveCurve.h"
 
 #include "fit/equations/FreeMap.h"
 #include "fit/forms/GetGuess.h"

@@ -1,6 +1,6 @@
 // What the fit command makes of a fit that did not end at a minimum.
 #include "commands/Analmenu.h"
-#include "commands/FitCommand.h"
+#include "commands/fitting/FitCommand.h"
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
 #include "fit/forms/GetGuess.h"

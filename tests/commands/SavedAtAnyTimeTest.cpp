@@ -2,8 +2,8 @@
 // was saved is what a restore brings back. The user here is random and the same in every run.
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
-#include "commands/History.h"
 #include "commands/StartUp.h"
+#include "commands/history/History.h"
 #include "fit/equations/FreeMap.h"
 #include "fit/forms/BoundsForm.h"
 #include "fit/forms/GetGuess.h"

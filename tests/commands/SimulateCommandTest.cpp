@@ -1,5 +1,5 @@
 // The command Simulate: beside the data and in their place, with and without noise, cancelled and failed.
-#include "commands/SimulateCommand.h"
+#include "commands/fitting/SimulateCommand.h"
 
 #include "chart/CHART.h"
 #include "commands/export/MeasuredData.h"

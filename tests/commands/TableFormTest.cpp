@@ -1,5 +1,5 @@
 // The form that runs a table of fits, without a window and without the program.
-#include "commands/TableForm.h"
+#include "commands/studies/TableForm.h"
 
 #include "tests/support/ScriptedPlatform.h"
 

@@ -1,9 +1,9 @@
 // A window that is opened and left without a change, by whichever way out, leaves the analysis byte for byte
 // as it was, the fit with it, and no step of the history.
 #include "commands/Analmenu.h"
-#include "commands/History.h"
-#include "commands/HistoryForm.h"
 #include "commands/StartUp.h"
+#include "commands/history/History.h"
+#include "commands/history/HistoryForm.h"
 #include "fit/forms/BoundsForm.h"
 #include "fit/forms/ConfidenceInput.h"
 #include "fit/forms/GetGuess.h"
@@ -13,7 +13,7 @@
 #include "models/forms/ModelForm.h"
 #include "models/forms/ShareForm.h"
 #include "models/forms/UnitsForm.h"
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 #include "reporting/Results.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/FileFormEvents.h"

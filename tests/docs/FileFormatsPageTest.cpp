@@ -64,7 +64,8 @@ void Name(std::vector<std::string>& names, const std::string& field) {
 
 TEST(FileFormatsPage, HasTheFieldsOfASavedFitInTheirOrder) {
     std::vector<std::string> walk;
-    for (const std::string& name : Found(TextOf("persistence/FitFields.h"), "s\\.(?!Sizes)\\w+\\(\"?(\\w+)"))
+    for (const std::string& name :
+         Found(TextOf("persistence/codec/FitFields.h"), "s\\.(?!Sizes)\\w+\\(\"?(\\w+)"))
         Name(walk, name == "w" ? "ModelName" : name);
     std::vector<std::string> page;
     for (const std::string& name : FirstColumn(Part("## Saved fits", "### Behind the last field")))
@@ -75,14 +76,15 @@ TEST(FileFormatsPage, HasTheFieldsOfASavedFitInTheirOrder) {
 
 TEST(FileFormatsPage, HasTheValuesBehindTheLastField) {
     const std::vector<std::string> names =
-        Found(TextOf("persistence/FitExtension.cpp"), "\\{\"(\\w+)\",\\s*\\[");
+        Found(TextOf("persistence/codec/FitExtension.cpp"), "\\{\"(\\w+)\",\\s*\\[");
     EXPECT_GE(names.size(), 1U);
     EXPECT_EQ(FirstColumn(Part("### Behind the last field", "## Settings")), names);
 }
 
 TEST(FileFormatsPage, HasTheKeysOfTheSettings) {
     std::set<std::string> code;
-    for (const std::string& key : Found(TextOf("persistence/DefaultKeys.h"), "char\\* \\w+ = \"(\\w+)\""))
+    for (const std::string& key :
+         Found(TextOf("persistence/settings/DefaultKeys.h"), "char\\* \\w+ = \"(\\w+)\""))
         code.insert(key);
     for (const char cell : {'3', '4'})
         for (const char channel : {'A', 'B', 'C', 'D'})

@@ -51,7 +51,7 @@ TEST(Sources, CancelFlagIsWrittenAtOneEdge) {
 // before know fewer models.
 TEST(Sources, NoneBranchesOnTheModelNumberButTableFrameAndSpecies) {
     const Files known{"models/function/FitFrame.cpp", "models/function/Species.h",
-                      "persistence/FitCodec.cpp"};
+                      "persistence/codec/FitCodec.cpp"};
     EXPECT_EQ(SourcesWith("odel", "switch \\((\\w+\\.)?[mM]odel\\)|"
                                   "\\b[mM]odel *(==|!=|<=|>=|<|>) *([2-9]|[12]\\d)\\b"),
               known);

@@ -2,8 +2,8 @@
 // fits.
 #include "chart/hand/Charts.h"
 #include "commands/Analmenu.h"
-#include "commands/TableForm.h"
 #include "commands/export/ReportPreview.h"
+#include "commands/studies/TableForm.h"
 #include "fit/forms/NoiseForm.h"
 #include "forms/shell/Binding.h"
 #include "graphs/FigureForm.h"

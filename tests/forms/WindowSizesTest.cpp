@@ -6,7 +6,7 @@
 #include "forms/shell/Binding.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/WindowPlaces.h"
-#include "persistence/WindowPlaces.h"
+#include "persistence/settings/WindowPlaces.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "reporting/values/Correlation.h"

@@ -1,5 +1,5 @@
 // What stands behind the stated fields of a fit save file.
-#include "persistence/FitExtension.h"
+#include "persistence/codec/FitExtension.h"
 #include "SampleFit.h"
 #include "persistence/FitFile.h"
 

@@ -1,8 +1,8 @@
 // All settings on one form: what it shows, what OK writes, what is refused.
-#include "persistence/SettingsForm.h"
+#include "persistence/settings/SettingsForm.h"
 #include "input/IniFile.h"
-#include "persistence/DefaultKeys.h"
 #include "persistence/Defaults.h"
+#include "persistence/settings/DefaultKeys.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 

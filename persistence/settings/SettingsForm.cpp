@@ -1,11 +1,11 @@
-#include "persistence/SettingsForm.h"
+#include "persistence/settings/SettingsForm.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
 #include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
-#include "persistence/IniAccess.h"
-#include "persistence/ReadDefaults.h"
+#include "persistence/settings/IniAccess.h"
+#include "persistence/settings/ReadDefaults.h"
 
 #include <algorithm>
 

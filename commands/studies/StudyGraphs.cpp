@@ -1,4 +1,4 @@
-#include "commands/StudyGraphs.h"
+#include "commands/studies/StudyGraphs.h"
 
 #include "chart/Charts.h"
 #include "fit/ParmRows.h"

@@ -1,9 +1,9 @@
-#include "persistence/ReadDefaults.h"
+#include "persistence/settings/ReadDefaults.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
-#include "persistence/DefaultKeys.h"
-#include "persistence/IniAccess.h"
+#include "persistence/settings/DefaultKeys.h"
+#include "persistence/settings/IniAccess.h"
 
 #include <algorithm>
 

@@ -5,8 +5,8 @@
 //     text "EXTENSION", i16 version (1), i32 bytes that follow
 //     then for each value: text name, i32 bytes of its value, the value
 //
-// in the encodings of persistence/FitFields.h. A reader skips names that it does not know. To keep another
-// member, add a row to the table in FitExtension.cpp: its name, when it is written, and how.
+// in the encodings of persistence/codec/FitFields.h. A reader skips names that it does not know. To keep
+// another member, add a row to the table in FitExtension.cpp: its name, when it is written, and how.
 
 #include "workspace/records/Workspace.h"
 

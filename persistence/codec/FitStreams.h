@@ -4,7 +4,7 @@
 // be there, and whatever is wrong is a RuntimeError.
 
 #include "models/table/Catalogue.h"
-#include "persistence/FitCheck.h"
+#include "persistence/codec/FitCheck.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 

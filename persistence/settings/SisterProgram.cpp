@@ -1,7 +1,7 @@
-#include "persistence/SisterProgram.h"
+#include "persistence/settings/SisterProgram.h"
 
 #include "input/IniFile.h"
-#include "persistence/IniAccess.h"
+#include "persistence/settings/IniAccess.h"
 
 namespace Quillon {
 

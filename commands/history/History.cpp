@@ -1,7 +1,7 @@
-#include "commands/History.h"
+#include "commands/history/History.h"
 
 #include "models/function/FitFunction.h"
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 #include "scandata/table/BaselineAt.h"
 
 #include <new>

@@ -11,7 +11,7 @@
 // Of fits with as many parameters it is the ratio of their sums, the larger one above, which has no such
 // probability: both are of the same data.
 
-#include "commands/History.h"
+#include "commands/history/History.h"
 #include "platform/Controls.h"
 
 #include <cstddef>

@@ -1,12 +1,12 @@
 #pragma once
 // The history of the analysis: what it was after each command that has changed it, to go back to.
 //
-// A change is a difference in the bytes of the fit file (persistence/FitCodec.h), less the two folders in
-// which the file dialogs start: a window that was opened and closed leaves no step. A step holds the whole
+// A change is a difference in the bytes of the fit file (persistence/codec/FitCodec.h), less the two folders
+// in which the file dialogs start: a window that was opened and closed leaves no step. A step holds the whole
 // analysis, members that no file holds as well; what is set for the program and not for the analysis stays
-// as it is when the user goes back. Steps share what they have in common (commands/KeptAnalysis.h).
+// as it is when the user goes back. Steps share what they have in common (commands/history/KeptAnalysis.h).
 
-#include "commands/KeptAnalysis.h"
+#include "commands/history/KeptAnalysis.h"
 #include "platform/Platform.h"
 
 #include <string>

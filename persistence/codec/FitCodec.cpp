@@ -1,11 +1,11 @@
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 
 #include "input/NUMINPUT.h"
 #include "models/table/Catalogue.h"
-#include "persistence/FitCheck.h"
-#include "persistence/FitExtension.h"
-#include "persistence/FitFields.h"
-#include "persistence/FitStreams.h"
+#include "persistence/codec/FitCheck.h"
+#include "persistence/codec/FitExtension.h"
+#include "persistence/codec/FitFields.h"
+#include "persistence/codec/FitStreams.h"
 
 #include <algorithm>
 #include <array>

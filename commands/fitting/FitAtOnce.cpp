@@ -1,6 +1,6 @@
-#include "commands/FitAtOnce.h"
+#include "commands/fitting/FitAtOnce.h"
 
-#include "commands/FitCommand.h"
+#include "commands/fitting/FitCommand.h"
 #include "fit/forms/GetGuess.h"
 #include "models/ModelChoice.h"
 #include "platform/Platform.h"

@@ -1,6 +1,6 @@
-#include "persistence/WindowPlaces.h"
+#include "persistence/settings/WindowPlaces.h"
 
-#include "persistence/IniAccess.h"
+#include "persistence/settings/IniAccess.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "persistence/SettingRows.h"
+#include "persistence/settings/SettingRows.h"
 
-#include "persistence/DefaultKeys.h"
-#include "persistence/IniAccess.h"
+#include "persistence/settings/DefaultKeys.h"
+#include "persistence/settings/IniAccess.h"
 #include "platform/Narrow.h"
 
 #include <array>

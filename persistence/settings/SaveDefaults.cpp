@@ -1,9 +1,9 @@
-#include "persistence/SaveDefaults.h"
+#include "persistence/settings/SaveDefaults.h"
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
-#include "persistence/DefaultKeys.h"
-#include "persistence/IniAccess.h"
+#include "persistence/settings/DefaultKeys.h"
+#include "persistence/settings/IniAccess.h"
 
 namespace Quillon {
 

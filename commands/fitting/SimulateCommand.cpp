@@ -1,4 +1,4 @@
-#include "commands/SimulateCommand.h"
+#include "commands/fitting/SimulateCommand.h"
 
 #include "chart/CHART.h"
 #include "chart/Charts.h"

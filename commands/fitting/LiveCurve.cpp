@@ -1,6 +1,6 @@
-#include "commands/LiveCurve.h"
+#include "commands/fitting/LiveCurve.h"
 
-#include "commands/FitCommand.h"
+#include "commands/fitting/FitCommand.h"
 #include "fit/GNLLSQ.h"
 #include "fit/ParmRows.h"
 #include "fit/forms/GetGuess.h"

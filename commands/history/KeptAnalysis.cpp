@@ -1,4 +1,4 @@
-#include "commands/KeptAnalysis.h"
+#include "commands/history/KeptAnalysis.h"
 
 #include "workspace/records/Fields.h"
 

@@ -5,7 +5,7 @@
 //
 // All vectors have one entry for each of SettingRows, in their order.
 
-#include "persistence/SettingRows.h"
+#include "persistence/settings/SettingRows.h"
 #include "platform/Controls.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
-#include "persistence/FitExtension.h"
+#include "persistence/codec/FitExtension.h"
 
-#include "persistence/FitFields.h"
-#include "persistence/FitStreams.h"
+#include "persistence/codec/FitFields.h"
+#include "persistence/codec/FitStreams.h"
 
 #include <algorithm>
 #include <functional>

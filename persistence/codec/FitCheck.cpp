@@ -1,4 +1,4 @@
-#include "persistence/FitCheck.h"
+#include "persistence/codec/FitCheck.h"
 
 #include "platform/RuntimeError.h"
 

@@ -1,4 +1,4 @@
-#include "commands/FitCommand.h"
+#include "commands/fitting/FitCommand.h"
 
 #include "fit/GNLLSQ.h"
 #include "fit/Undetermined.h"

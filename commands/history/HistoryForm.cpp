@@ -1,4 +1,4 @@
-#include "commands/HistoryForm.h"
+#include "commands/history/HistoryForm.h"
 
 #include "fit/equations/FDistribution.h"
 #include "input/NUMINPUT.h"

@@ -1,6 +1,6 @@
-#include "commands/SavedState.h"
+#include "commands/history/SavedState.h"
 
-#include "commands/History.h"
+#include "commands/history/History.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"

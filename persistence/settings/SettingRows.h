@@ -1,6 +1,6 @@
 #pragma once
 // The settings of the ini file as a table: what each is called, what it may be, and what it is without a word
-// in the file. Reading at the start (persistence/ReadDefaults.h) goes by the same values.
+// in the file. Reading at the start (persistence/settings/ReadDefaults.h) goes by the same values.
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "commands/TableForm.h"
+#include "commands/studies/TableForm.h"
 
 #include "platform/Paths.h"
 #include "platform/Platform.h"
