@@ -115,8 +115,8 @@ private:
     void TakePlace() {
         const QRect screen = QApplication::primaryScreen()->availableGeometry();
         move(screen.topLeft());
-        constexpr int frame = 40; // pixels, of title and edges
-        resize(screen.width(), std::min(780, screen.height() - frame));
+        constexpr QSize frame(16, 40); // pixels, of title and edges
+        resize(screen.width() - frame.width(), std::min(780, screen.height() - frame.height()));
     }
 
     void BuildPanes() {

@@ -21,6 +21,7 @@ public:
         const int n = static_cast<int>(Correlation.Names.size());
         auto* table = new QTableWidget(n, n);
         table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        table->setTabKeyNavigation(false); // Tab leaves the table
         QStringList names;
         for (const auto& name : Correlation.Names)
             names << ShownText(name);

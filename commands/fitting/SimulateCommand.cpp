@@ -46,10 +46,7 @@ std::optional<OneBased<float>> EnteredCurve() {
     OneBased<float> curve;
     const bool complete = SimulateSignals(curve);
     Host.SetPointer(Pointer::Standard);
-    if (complete) return curve;
-    for (const SlotNo slot : EachSlot()) // the fit stands for the former ones
-        Work.Parms[slot] = Work.ParmsSave[slot];
-    return std::nullopt;
+    return complete ? std::optional(std::move(curve)) : std::nullopt;
 }
 
 // A curve that is no fit: residuals, and what is said of them, are its own.
@@ -145,6 +142,9 @@ void AskAndSimulate(const Workspace& before) {
             TakeCurve(std::move(*curve));
             if (changed || noise.value_or(0.0) != 0.0) LetFitGo();
         }
+    } else { // names, flags and values were brought up to a curve that there is not
+        Work = before;
+        ResetFitFunction();
     }
     Work.NewData = Changed::Nothing;
 }

@@ -43,11 +43,16 @@ struct Nearby {
     }
 };
 
+// A reader finds the label of a field by itself, but not that of a list or a table.
+void NameByBuddy(const QLabel& label, QWidget& widget) {
+    if (qobject_cast<QAbstractItemView*>(&widget)) widget.setAccessibleName(Plain(label));
+}
+
 void NameOne(const QWidget& window, const QList<QLabel*>& labels, QWidget& widget) {
     const QRect place = PlaceIn(window, widget);
     Nearby left, above;
     for (const QLabel* label : labels) {
-        if (label->buddy() == &widget) return; // a reader knows that by itself
+        if (label->buddy() == &widget) return NameByBuddy(*label, widget);
         if (label->isHidden() || Plain(*label).isEmpty()) continue;
         const QRect at = PlaceIn(window, *label);
         const bool oneLine = at.top() <= place.center().y() && at.bottom() >= place.center().y();

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QTableWidget>
 
+#include <algorithm>
 #include <numeric>
 
 namespace Quillon {
@@ -34,7 +35,7 @@ public:
         setWordWrap(false);
         verticalHeader()->hide();
         verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + 6);
-        horizontalHeader()->setStretchLastSection(true);
+        setHorizontalScrollMode(ScrollPerPixel);
         horizontalHeader()->setHighlightSections(false);
     }
     QSize sizeHint() const override {
@@ -56,9 +57,14 @@ public:
                 setItem(static_cast<int>(row), static_cast<int>(column), Cell(row, column));
         for (int column = 0; column < NoteColumn; ++column)
             resizeColumnToContents(column);
+        GiveNotesTheRest();
     }
 
 protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QTableWidget::resizeEvent(event);
+        GiveNotesTheRest();
+    }
     void keyPressEvent(QKeyEvent* event) override {
         if (!event->matches(QKeySequence::Copy)) return QTableWidget::keyPressEvent(event);
         CopySelected();
@@ -72,6 +78,12 @@ protected:
     }
 
 private:
+    // What the other columns leave of the width; a longer note is scrolled to rather than cut.
+    void GiveNotesTheRest() {
+        const int rest = viewport()->width() - horizontalHeader()->sectionPosition(NoteColumn);
+        resizeColumnToContents(NoteColumn);
+        setColumnWidth(NoteColumn, std::max(columnWidth(NoteColumn), rest));
+    }
     QTableWidgetItem* Cell(std::size_t row, std::size_t column) const {
         const std::string& text = Rows[row].Cells[column];
         auto* item = new QTableWidgetItem(ShownText(text));

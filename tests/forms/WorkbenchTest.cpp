@@ -14,7 +14,6 @@
 #include "tests/forms/Scans.h"
 #include "workspace/records/Workspace.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDockWidget>
@@ -30,7 +29,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <map>
 
 namespace Quillon {
 namespace {
@@ -176,43 +174,6 @@ TEST_F(WorkbenchAtTheWindow, AJobThatCannotBeReadLeavesTheAnalysis) {
     Drop({player.Directory() + "/bad.job"});
     EXPECT_EQ(Work.FitDone, before.FitDone);
     EXPECT_EQ(Work.Model, before.Model);
-}
-
-// --- names for screen readers ------------------------------------------------------------------------------
-
-// Controls that take the focus and tell a reader nothing.
-void FindNameless(QAccessibleInterface* at, std::vector<std::string>& nameless) {
-    if (at == nullptr || at->state().invisible) return;
-    if (at->state().focusable && at->text(QAccessible::Name).isEmpty() && at->object() != nullptr &&
-        at->role() != QAccessible::Window && at->role() != QAccessible::StaticText &&
-        at->role() != QAccessible::Client)
-        nameless.push_back(at->object()->metaObject()->className());
-    for (int i = 0; i < at->childCount() && i < 60; ++i)
-        FindNameless(at->child(i), nameless);
-}
-
-TEST_F(WorkbenchAtTheWindow, EveryControlTellsAReaderItsName) {
-    ShowFit();
-    std::vector<std::string> nameless;
-    FindNameless(QAccessible::queryAccessibleInterface(Main()), nameless);
-    EXPECT_EQ(nameless, std::vector<std::string>{});
-    for (const char* item : {"DoModelSet", "DefineUnits", "AlterBounds", "SetConfidence", "AllSettings",
-                             "mnuSigmaCalculator", "ReadData", "ReviewFit"}) {
-        const std::map<std::string, std::string> forms = {
-            {"DoModelSet", "ModelForm"},     {"DefineUnits", "UnitsForm"},
-            {"AlterBounds", "BoundsForm"},   {"SetConfidence", "ConfidenceInput"},
-            {"AllSettings", "SettingsForm"}, {"mnuSigmaCalculator", "SigmaCalcForm"},
-            {"ReadData", FileFormName},      {"ReviewFit", ResultsName}};
-        const std::string form = forms.at(item);
-        player.Expect(form, [form] {
-            std::vector<std::string> found;
-            FindNameless(QAccessible::queryAccessibleInterface(Player::Window(form)), found);
-            EXPECT_EQ(found, std::vector<std::string>{}) << form;
-            Player::Window(form)->close();
-            Player::Serve();
-        });
-        player.ClickMenu(item);
-    }
 }
 
 // --- gestures ----------------------------------------------------------------------------------------------

@@ -1,0 +1,282 @@
+#include "tests/forms/EveryForm.h"
+
+#include "chart/Charts.h"
+#include "chart/dialogs/AxisOptsForm.h"
+#include "chart/dialogs/LegendOptsForm.h"
+#include "chart/dialogs/LineWidthForm.h"
+#include "chart/dialogs/PrintEsc.h"
+#include "chart/dialogs/PrintGrForm.h"
+#include "chart/dialogs/SetColor.h"
+#include "chart/dialogs/ShiftData.h"
+#include "chart/dialogs/TitleOptsForm.h"
+#include "commands/Analmenu.h"
+#include "commands/History.h"
+#include "commands/HistoryForm.h"
+#include "commands/TableForm.h"
+#include "commands/export/ReportPreview.h"
+#include "fit/forms/BoundsForm.h"
+#include "fit/forms/ConfidenceInput.h"
+#include "fit/forms/FitMon.h"
+#include "fit/forms/GetGuess.h"
+#include "fit/forms/HoldForm.h"
+#include "fit/forms/NoiseForm.h"
+#include "fit/forms/WaitForm.h"
+#include "forms/shell/Binding.h"
+#include "forms/shell/FormHost.h"
+#include "graphs/FigureForm.h"
+#include "graphs/kinds/PickSet.h"
+#include "help/HelpForm.h"
+#include "models/SEDEQ3.h"
+#include "models/forms/BaseForm.h"
+#include "models/forms/ConcForm.h"
+#include "models/forms/ModelForm.h"
+#include "models/forms/ShareForm.h"
+#include "models/forms/ShowConstraintForm.h"
+#include "models/forms/SigmaCalcForm.h"
+#include "models/forms/SpecForm.h"
+#include "models/forms/UnitsForm.h"
+#include "models/function/FitFunction.h"
+#include "persistence/SettingsForm.h"
+#include "platform/Platform.h"
+#include "reporting/Results.h"
+#include "reporting/values/Correlation.h"
+#include "scandata/forms/FileForm.h"
+#include "scandata/forms/InfoBox.h"
+#include "scandata/reader/ExtinctionForm.h"
+#include "studies/MinimaForm.h"
+#include "studies/StudyForm.h"
+#include "tests/forms/Scans.h"
+#include "tests/support/ScriptedPrinter.h"
+#include "workspace/records/Codes.h"
+#include "workspace/records/Roads.h"
+#include "workspace/records/Workspace.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+namespace Quillon {
+
+namespace {
+
+using Visit = std::function<void()>;
+using Opening = std::function<void(Player&, const Visit&)>;
+
+// A command of the main window that shows the form at once.
+Opening By(const char* form, const char* item) {
+    return [form, item](Player& player, const Visit& visit) {
+        player.Expect(form, visit);
+        player.ClickMenu(item);
+    };
+}
+
+// What another form leads to, or a command of the chart window.
+Opening By(const char* form, void (*show)()) {
+    return [form, show](Player& player, const Visit& visit) {
+        player.Expect(form, visit);
+        show();
+        Player::Serve();
+    };
+}
+Opening OnGraph(const char* form, void (*show)()) {
+    return [form, show](Player& player, const Visit& visit) {
+        player.ClickMenu("GraphOverlay");
+        By(form, show)(player, visit);
+        Player::Window(ChartsName)->close();
+    };
+}
+
+// A window that stands beside the main one.
+Opening Beside(const char* item) {
+    return [item](Player& player, const Visit& visit) {
+        if (item != nullptr) player.ClickMenu(item);
+        Player::Serve();
+        visit();
+    };
+}
+
+void NoNewGuesses() {
+    Work.LastModel = Work.Model;
+    Work.PauseBeforeFit = FlagTrue;
+}
+
+void OpenMonitor(Player& player, const Visit& visit) {
+    player.Expect(GetGuessName, [] { Player::Click(GetGuess.OkButton); });
+    player.Expect(FitMonName, visit);
+    player.ClickMenu("FitData");
+}
+
+void OpenSearch(Player& player, const Visit& visit) {
+    player.Expect(ResultsName, [&] {
+        player.Expect(WaitFormName, visit);
+        Player::Click(Results.ComputeConfidence);
+        Player::Click(Results.OkButton);
+    });
+    player.ClickMenu("ReviewFit");
+}
+
+void OpenPreview(Player& player, const Visit& visit) {
+    player.Expect(ResultsName, [&] {
+        player.Expect(ReportPreviewName, visit);
+        Player::Click(Results.Command1);
+        Player::Click(Results.OkButton);
+    });
+    player.ClickMenu("ReviewFit");
+}
+
+void OpenPrinting(Player& player, const Visit& visit) {
+    const ScriptedPrinter printer;
+    OpenPreview(player, [&] {
+        const auto serve = Host.ServeEvents;
+        Host.ServeEvents = [] { QTest::qWait(30); }; // a job is over before its window is met
+        player.Expect(PrintEscName, visit);
+        Player::Click(ReportPreview.PrintButton);
+        Host.ServeEvents = serve;
+        if (ReportPreview.State.Shown) Player::Click(ReportPreview.CloseButton);
+    });
+}
+
+// A fit in which more is fitted than there are points.
+void OpenHold(Player& player, const Visit& visit) {
+    const auto points = Work.NumPts;
+    Work.NumPts = 4;
+    ASSERT_TRUE(LoadHoldForm());
+    player.Expect(HoldFormName, visit);
+    Host.ShowModal(HoldFormName);
+    Work.NumPts = points;
+}
+
+void Constrain() {
+    Work.ConstraintFlags = ConcentrationBit;
+    for (const SetNo set : EachSet())
+        Work.ConcConstraintA[RowOf(set)] = 0.25F;
+}
+
+} // namespace
+
+const std::vector<FormOpening>& FormOpenings() {
+    static const std::vector<FormOpening> all = {
+        {AnalmenuName, Beside(nullptr)},
+        {AxisOptsFormName, OnGraph(AxisOptsFormName, EditHorz)},
+        {BaseFormName, By(BaseFormName, "SetBaseConstraint")},
+        {BoundsFormName, By(BoundsFormName, "AlterBounds")},
+        {ChartsName, Beside("GraphResiduals")},
+        {ConcFormName, By(ConcFormName, "SetConcConstraint")},
+        {ConfidenceInputName, By(ConfidenceInputName, "SetConfidence")},
+        {CorrelationName, By(CorrelationName, "Covariance")},
+        {ExtinctionFormName, By(ExtinctionFormName, [] { ShowExtinctionForm(); })},
+        {FigureFormName, By(FigureFormName, "GraphFigure")},
+        {FileFormName, By(FileFormName, "ReadData")},
+        {FitMonName, OpenMonitor, {"Cancel", "Esc", "X"}, NoNewGuesses},   // a fit that was begun
+        {GetGuessName, By(GetGuessName, "FitData"), {"OK"}, NoNewGuesses}, // begins one
+        {HelpFormName, Beside("mnuHelpContents")},
+        {HistoryFormName, By(HistoryFormName, "ShowHistory")},
+        {HoldFormName, OpenHold},
+        {InfoBoxName, By(InfoBoxName, [] { ShowInfoBox(RowNo(1)); })},
+        {LegendOptsFormName, OnGraph(LegendOptsFormName, EditLegend)},
+        {LineWidthFormName, OnGraph(LineWidthFormName, DoLineWidth)},
+        {MinimaFormName, By(MinimaFormName, "SearchMinima")},
+        {ModelFormName, By(ModelFormName, "DoModelSet")},
+        {NoiseFormName, By(NoiseFormName, "SetNoise")},
+        {PickSetName, By(PickSetName, "GraphResidSet")},
+        {PrintEscName, OpenPrinting},
+        {PrintGrFormName, OnGraph(PrintGrFormName, [] { AskPrintOptions(); })},
+        {ReportPreviewName, OpenPreview},
+        {ResultsName, By(ResultsName, "ReviewFit")},
+        {SetColorName, OnGraph(SetColorName, AlterColors)},
+        {SettingsFormName, By(SettingsFormName, "AllSettings")},
+        {ShareFormName, By(ShareFormName, "ShareConcentrations")},
+        {ShiftDataName, OnGraph(ShiftDataName, SeparateBoth)},
+        {ShowConstraintFormName, By(ShowConstraintFormName, "DoShowConstraint"), {}, Constrain},
+        {SigmaCalcFormName, By(SigmaCalcFormName, "mnuSigmaCalculator")},
+        {SpecFormName, By(SpecFormName, "DoIntegrate")},
+        {StudyFormName, By(StudyFormName, "ResampleFit")},
+        {TableFormName, By(TableFormName, "RunTable")},
+        {TitleOptsFormName, OnGraph(TitleOptsFormName, EditTitles)},
+        {UnitsFormName, By(UnitsFormName, "DefineUnits")},
+        {WaitFormName, OpenSearch},
+    };
+    return all;
+}
+
+bool StandsBeside(const std::string& form) {
+    return form == AnalmenuName || form == ChartsName || form == HelpFormName;
+}
+
+namespace {
+
+void CloseForm(const std::string& form) {
+    QWidget* window = OpenForm(form);
+    if (form == AnalmenuName || !window || !window->isVisible()) return;
+    window->close();
+    Player::Serve();
+}
+
+} // namespace
+
+namespace {
+
+// The same for all of them: to fit it anew for each would take longer than all windows do.
+const Workspace& FinishedFit() {
+    static const Workspace fit = [] {
+        UseFinishedFit();
+        UseChannelRadii();
+        Work.DataDirectory = "/data"; // as the start of the program leaves one
+        return Work;
+    }();
+    return fit;
+}
+
+} // namespace
+
+void PrepareFor(const FormOpening& opening) {
+    Work = FinishedFit();
+    ApplyModelFlags();
+    ResetFitFunction();
+    opening.Prepare();
+    NoteHistory("");
+    SetMenuStatus();
+    RefreshForms();
+}
+
+void VisitForm(Player& player, const FormOpening& opening, const std::function<void(QWidget&)>& look) {
+    SCOPED_TRACE(opening.Form);
+    bool seen = false;
+    opening.Open(player, [&] {
+        seen = true;
+        if (QWidget* window = Player::Window(opening.Form)) look(*window);
+        CloseForm(opening.Form);
+    });
+    EXPECT_TRUE(seen) << opening.Form << " was not shown";
+}
+
+namespace {
+
+std::string PlainCaption(const QPushButton& button) {
+    return button.text().remove('&').toStdString();
+}
+
+} // namespace
+
+std::vector<std::string> WaysOutOf(const QWidget& window) {
+    constexpr std::array ways = {"OK", "Cancel", "Close", "Exit"};
+    std::vector<std::string> found;
+    for (const QPushButton* button : window.findChildren<QPushButton*>())
+        if (button->isVisible() && button->isEnabled() && std::ranges::count(ways, PlainCaption(*button)))
+            found.push_back(PlainCaption(*button));
+    return found;
+}
+
+void ClickCaption(QWidget& window, const std::string& caption) {
+    for (QPushButton* button : window.findChildren<QPushButton*>())
+        if (button->isVisible() && PlainCaption(*button) == caption) return Player::Click(button);
+    ADD_FAILURE() << "there is no button " << caption;
+}
+
+} // namespace Quillon

@@ -1,0 +1,39 @@
+#pragma once
+// How each window of the program is opened, for what holds for all of them: a form that is registered and
+// has no row here fails the tests.
+
+#include "tests/forms/Player.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace Quillon {
+
+struct FormOpening {
+    const char* Form;
+    // Runs what shows the window; visit is called while it stands and has to close it, unless it stands
+    // beside the others.
+    std::function<void(Player&, const std::function<void()>& visit)> Open;
+    // Of the ways out those that are there to change the analysis: captions of buttons, "Esc", "X".
+    std::vector<std::string> Changing = {};
+    // What the analysis needs beside a finished fit of three sets.
+    std::function<void()> Prepare = [] {};
+};
+
+const std::vector<FormOpening>& FormOpenings();
+
+// A window that is not waited for: it stays until it is closed, as the main window does.
+bool StandsBeside(const std::string& form);
+
+// A finished fit, and what the window needs.
+void PrepareFor(const FormOpening& opening);
+
+// Opens the window and calls look with it. Whatever look has left open is closed.
+void VisitForm(Player& player, const FormOpening& opening, const std::function<void(QWidget&)>& look);
+
+// The captions of its visible buttons that leave a window: OK, Cancel, Close, Exit, as they are there.
+std::vector<std::string> WaysOutOf(const QWidget& window);
+void ClickCaption(QWidget& window, const std::string& caption);
+
+} // namespace Quillon

@@ -1,0 +1,400 @@
+// What holds for each window of the program: looking at it changes nothing, it fits its screen with every
+// text in sight, and it is worked and read without a mouse.
+#include "tests/forms/EveryForm.h"
+
+#include "commands/Analmenu.h"
+#include "commands/History.h"
+#include "forms/StartDesktop.h"
+#include "forms/shell/Binding.h"
+#include "forms/shell/FieldEdit.h"
+#include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
+#include "persistence/FitCodec.h"
+#include "platform/Platform.h"
+#include "scandata/forms/FileForm.h"
+#include "tests/forms/Scans.h"
+#include "workspace/records/Workspace.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDockWidget>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyleOptionComboBox>
+#include <QTableWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <set>
+
+namespace Quillon {
+namespace {
+
+struct EveryForm : testing::Test {
+    Player player;
+    ~EveryForm() override { ScaleForms(100); }
+};
+
+TEST_F(EveryForm, IsOpenedByTheseTests) {
+    std::vector<std::string> rows;
+    for (const FormOpening& opening : FormOpenings())
+        rows.emplace_back(opening.Form);
+    std::sort(rows.begin(), rows.end());
+    EXPECT_EQ(rows, RegisteredForms());
+}
+
+// --- nothing is lost -------------------------------------------------------------------------------------
+
+struct Bytes {
+    std::string Fit = EncodeFit(Work);
+    std::int16_t Done = Work.FitDone, Limits = Work.LimitsDone;
+    std::size_t Steps = History.Steps.size();
+};
+
+// Empty when nothing has changed, otherwise what has.
+std::string WhatChanged(const Bytes& before, const Bytes& after) {
+    if (before.Fit != after.Fit) return "the analysis";
+    if (before.Done != after.Done) return "the fit";
+    if (before.Limits != after.Limits) return "the limits";
+    return before.Steps != after.Steps ? "the history" : "";
+}
+
+std::string ChangeBy(Player& player, const FormOpening& opening, const std::function<void(QWidget&)>& leave) {
+    PrepareFor(opening);
+    const Bytes before;
+    VisitForm(player, opening, leave);
+    NoteHistory("");
+    return WhatChanged(before, Bytes{});
+}
+
+TEST_F(EveryForm, LeftWithoutAChangeLeavesTheAnalysisByteForByte) {
+    const auto close = [](QWidget& window) {
+        window.close();
+        Player::Serve();
+    };
+    for (const FormOpening& opening : FormOpenings()) {
+        if (std::string(opening.Form) == AnalmenuName) continue; // its X is the end of the program
+        std::vector<std::string> ways;
+        const auto check = [&](const std::string& way, const std::function<void(QWidget&)>& leave) {
+            if (std::ranges::count(opening.Changing, way) > 0) return;
+            EXPECT_EQ(ChangeBy(player, opening, leave), "") << opening.Form << " left by " << way;
+        };
+        PrepareFor(opening);
+        VisitForm(player, opening, [&](QWidget& window) { ways = WaysOutOf(window); });
+        check("X", close);
+        check("Esc", [](QWidget&) { Player::Press(Qt::Key_Escape); });
+        for (const std::string& way : ways)
+            check(way, [way](QWidget& window) { ClickCaption(window, way); });
+    }
+}
+
+// The questions that lead to no form of the program: each is left as it is offered, or given up.
+TEST_F(EveryForm, TheQuestionsBehindTheSavedDefaultsLeaveTheAnalysis) {
+    UseFinishedFit();
+    NoteHistory("");
+    const Bytes before;
+    int asked = 0;
+    Host.MessageBoxAnswer = [&](const BoxRequest& request) {
+        ++asked;
+        return request.Default;
+    };
+    Host.AskText = [&](const InputRequest& request) {
+        ++asked;
+        return InputAnswer{false, request.Default};
+    };
+    player.ClickMenu("SaveDefaults");
+    EXPECT_GT(asked, 10);
+    EXPECT_EQ(WhatChanged(before, Bytes{}), "");
+    Host.AskText = [](const InputRequest&) { return InputAnswer{}; };
+    Host.MessageBoxAnswer = [](const BoxRequest& request) {
+        return request.Buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Cancel;
+    };
+    player.ClickMenu("SaveDefaults");
+    EXPECT_EQ(WhatChanged(before, Bytes{}), "");
+}
+
+TEST_F(EveryForm, ASimulationThatIsGivenUpLeavesTheAnalysis) {
+    UseFinishedFit();
+    NoteHistory("");
+    const Bytes before;
+    for (const bool overwrites : {false, true}) {
+        Host.MessageBoxAnswer = [overwrites](const BoxRequest& request) {
+            return overwrites && request.Text.find("overwrite") != std::string::npos ? BoxAnswer::Yes
+                                                                                     : BoxAnswer::No;
+        };
+        player.Expect("GetGuess", [] { Player::Press(Qt::Key_Escape); });
+        player.ClickMenu("DoSimulate");
+        EXPECT_EQ(WhatChanged(before, Bytes{}), "");
+    }
+}
+
+// --- every screen ----------------------------------------------------------------------------------------
+
+// Widgets that have less room than their text. What scrolls is measured where it would be seen.
+class CutTexts {
+public:
+    explicit CutTexts(const QWidget& window) {
+        for (const auto* widget : window.findChildren<QWidget*>())
+            if (widget->isVisible()) Look(*widget);
+    }
+    std::vector<std::string> Found;
+
+private:
+    void Note(const QWidget& widget, const QString& text, int room, int needed) {
+        if (room >= needed || text.isEmpty()) return;
+        Found.push_back(std::string(widget.metaObject()->className()) + " '" + text.left(60).toStdString() +
+                        "' " + std::to_string(room) + " < " + std::to_string(needed));
+    }
+    void Look(const QWidget& widget) {
+        if (const auto* label = qobject_cast<const QLabel*>(&widget)) return LookAtLabel(*label);
+        if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return LookAtButton(*button);
+        if (const auto* field = qobject_cast<const FieldEdit*>(&widget)) return LookAtField(*field);
+        if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) return LookAtCombo(*combo);
+        if (const auto* frame = qobject_cast<const QGroupBox*>(&widget))
+            return Note(*frame, frame->title(), frame->width(), Advance(*frame, frame->title()));
+        if (const auto* head = qobject_cast<const QHeaderView*>(&widget)) return LookAtHead(*head);
+        if (const auto* table = qobject_cast<const QTableWidget*>(&widget)) return LookAtTable(*table);
+        if (const auto* dock = qobject_cast<const QDockWidget*>(&widget))
+            return Note(*dock, dock->windowTitle(), dock->width(), Advance(*dock, dock->windowTitle()) + 40);
+    }
+    static int Advance(const QWidget& widget, const QString& text) {
+        return widget.fontMetrics().horizontalAdvance(text);
+    }
+    void LookAtLabel(const QLabel& label) {
+        if (label.text().isEmpty()) return;
+        if (label.wordWrap())
+            return Note(label, label.text(), label.height(), label.heightForWidth(label.width()));
+        Note(label, label.text(), label.width(), label.minimumSizeHint().width());
+        Note(label, label.text(), label.height(), label.minimumSizeHint().height());
+    }
+    void LookAtButton(const QAbstractButton& button) {
+        if (button.text().isEmpty()) return;
+        Note(button, button.text(), button.width(), button.minimumSizeHint().width());
+        Note(button, button.text(), button.height(), button.minimumSizeHint().height());
+    }
+    void LookAtField(const FieldEdit& field) { // a path or a title may be longer than its field
+        const QString text = field.text();
+        constexpr int frame = 8, longest = 14;
+        if (text.size() <= longest) Note(field, text, field.width(), Advance(field, text) + frame);
+        Note(field, text, field.height(), field.minimumSizeHint().height());
+    }
+    void LookAtCombo(const QComboBox& combo) {
+        QStyleOptionComboBox option;
+        option.initFrom(&combo);
+        option.editable = combo.isEditable();
+        const QRect room =
+            combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &combo);
+        const int icon = combo.itemIcon(combo.currentIndex()).isNull() ? 0 : combo.iconSize().width() + 4;
+        Note(combo, combo.currentText(), room.width(), Advance(combo, combo.currentText()) + icon);
+    }
+    void LookAtHead(const QHeaderView& head) {
+        if (!head.model()) return;
+        for (int i = 0; i < head.count(); ++i)
+            if (!head.isSectionHidden(i))
+                Note(head, head.model()->headerData(i, head.orientation()).toString(), head.sectionSize(i),
+                     head.orientation() == Qt::Horizontal ? head.sectionSizeHint(i) : 0);
+    }
+    void LookAtTable(const QTableWidget& table) {
+        for (int row = 0; row < table.rowCount(); ++row)
+            for (int column = 0; column < table.columnCount(); ++column)
+                if (const QTableWidgetItem* item = table.item(row, column))
+                    Note(table, item->text(), table.columnWidth(column),
+                         QFontMetrics(item->font()).horizontalAdvance(item->text()));
+    }
+};
+
+std::vector<std::string> OffTheScreen(const QWidget& window) {
+    const QRect screen = window.screen()->availableGeometry();
+    const QRect place(window.mapToGlobal(QPoint(0, 0)), window.size());
+    if (screen.contains(place)) return {};
+    return {"the window of " + std::to_string(place.width()) + " x " + std::to_string(place.height()) +
+            " at " + std::to_string(place.x()) + ", " + std::to_string(place.y())};
+}
+
+// Starts the program anew with letters of a size, as a desktop with such a font does.
+void StartWithLetters(const Player& player, int points) {
+    static const double usual = QFontInfo(QApplication::font()).pointSizeF();
+    const long percent = std::lround(100.0 * points / usual);
+    std::ofstream(player.Directory() + "/config/QUILLON.ini")
+        << "[quillon]\nformscalingpercent=" << percent << "\n";
+    UnloadForms();
+    StartDesktop("");
+    EXPECT_NEAR(QFontInfo(QApplication::font()).pointSizeF(), points, 0.5);
+    Player::Serve();
+}
+
+void ExpectEachFits(Player& player, int points, char mark) {
+    SCOPED_TRACE("letters of " + std::to_string(points) + " points, decimal sign " + mark);
+    Host.DecimalMark = [mark] { return mark; };
+    StartWithLetters(player, points);
+    for (const FormOpening& opening : FormOpenings()) {
+        PrepareFor(opening);
+        VisitForm(player, opening, [&](QWidget& window) {
+            Player::Serve();
+            EXPECT_EQ(CutTexts(window).Found, std::vector<std::string>{}) << opening.Form;
+            EXPECT_EQ(OffTheScreen(window), std::vector<std::string>{}) << opening.Form;
+        });
+    }
+}
+
+TEST_F(EveryForm, FitsItsScreenWithSmallLetters) {
+    ExpectEachFits(player, 9, '.');
+}
+
+TEST_F(EveryForm, FitsItsScreenWithLargeLettersAndCommas) {
+    ExpectEachFits(player, 14, ',');
+}
+
+// --- without a mouse -------------------------------------------------------------------------------------
+
+bool IsControl(const QWidget& widget) {
+    return qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget) ||
+           qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QAbstractItemView*>(&widget) ||
+           qobject_cast<const QPlainTextEdit*>(&widget) || widget.focusPolicy() == Qt::StrongFocus;
+}
+
+// What belongs to another control, or has its command in a menu: the button of a field, of the frame of a
+// pane, a cell in a line of the table of data sets.
+bool IsPartOfAnother(const QWidget& widget) {
+    for (const QWidget* at = widget.parentWidget(); at && !at->isWindow(); at = at->parentWidget())
+        if (qobject_cast<const QComboBox*>(at) || qobject_cast<const QAbstractItemView*>(at)) return true;
+    if (widget.focusPolicy() == Qt::NoFocus && OpenForm(FileFormName)) return true;
+    return qobject_cast<const QDockWidget*>(widget.parentWidget()) ||
+           qobject_cast<const QMenuBar*>(widget.parentWidget()) || qobject_cast<const QMenuBar*>(&widget);
+}
+
+// Of options one is reached by Tab, the others from there by the arrows.
+bool IsOptionBesideAStop(const QWidget& widget, const std::set<const QWidget*>& reached) {
+    if (!qobject_cast<const QRadioButton*>(&widget)) return false;
+    const auto group =
+        widget.parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+    return std::ranges::any_of(group, [&](const QRadioButton* other) { return reached.contains(other); });
+}
+
+// Forwards and back: Tab in a field of values may lead to the next value.
+std::set<const QWidget*> ReachedByTab(QWidget& window) {
+    std::set<const QWidget*> reached;
+    constexpr int most = 40; // presses without meeting anything new: the links of a page of the manual
+    for (const int key : {Qt::Key_Tab, Qt::Key_Backtab})
+        for (int sinceLast = 0; sinceLast < most; ++sinceLast) {
+            QWidget* at = QApplication::focusWidget();
+            if (at && at->window() == &window && reached.insert(at).second) sinceLast = 0;
+            QTest::keyClick(at ? at : &window, static_cast<Qt::Key>(key));
+        }
+    Player::Serve();
+    return reached;
+}
+
+std::string NameOf(const QWidget& widget) {
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    return widget.metaObject()->className() + std::string(" ") +
+           (button ? button->text() : widget.accessibleName()).toStdString();
+}
+
+TEST_F(EveryForm, LeadsToEachOfItsControlsByTab) {
+    for (const FormOpening& opening : FormOpenings()) {
+        PrepareFor(opening);
+        VisitForm(player, opening, [&](QWidget& window) {
+            const std::set<const QWidget*> reached = ReachedByTab(window);
+            std::vector<std::string> missed;
+            for (const QWidget* widget : window.findChildren<QWidget*>())
+                if (widget->window() == &window && widget->isVisible() && widget->isEnabled() &&
+                    IsControl(*widget) && !IsPartOfAnother(*widget) && !reached.contains(widget) &&
+                    !IsOptionBesideAStop(*widget, reached))
+                    missed.push_back(NameOf(*widget));
+            EXPECT_EQ(missed, std::vector<std::string>{}) << opening.Form;
+        });
+    }
+}
+
+TEST_F(EveryForm, HasAMenuForTheCellsOfALineThatTabPassesBy) {
+    UseFinishedFit();
+    player.Expect(FileFormName, [] {
+        Player::TabTo(FileForm.Check1[0]);
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {});
+        QApplication::sendEvent(QApplication::focusWidget(), &menuKey);
+        Player::Serve();
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        EXPECT_GE(menu->actions().size(), 6);
+        QTest::keyClick(menu, Qt::Key_Escape);
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("ReadData");
+}
+
+// Controls that take the focus and tell a reader nothing.
+void FindNameless(QAccessibleInterface* at, std::vector<std::string>& nameless) {
+    if (at == nullptr || at->state().invisible) return;
+    if (at->state().focusable && at->text(QAccessible::Name).isEmpty() && at->object() != nullptr &&
+        at->role() != QAccessible::Window && at->role() != QAccessible::StaticText &&
+        at->role() != QAccessible::Client)
+        nameless.push_back(at->object()->metaObject()->className());
+    for (int i = 0; i < at->childCount() && i < 60; ++i)
+        FindNameless(at->child(i), nameless);
+}
+
+TEST_F(EveryForm, TellsAReaderTheNameOfEachControl) {
+    for (const FormOpening& opening : FormOpenings()) {
+        PrepareFor(opening);
+        VisitForm(player, opening, [&](QWidget& window) {
+            std::vector<std::string> nameless;
+            FindNameless(QAccessible::queryAccessibleInterface(&window), nameless);
+            EXPECT_EQ(nameless, std::vector<std::string>{}) << opening.Form;
+        });
+    }
+}
+
+// The items that Down meets in a menu that its access key has opened.
+std::set<const QAction*> MetByKeys(QMainWindow& main, Qt::Key key) {
+    std::set<const QAction*> met;
+    Player::Press(key, Qt::AltModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (!menu) return met;
+    for (int i = 0; i < 60; ++i) {
+        QTest::keyClick(menu, Qt::Key_Down);
+        if (!menu->activeAction() || !met.insert(menu->activeAction()).second) break;
+    }
+    QTest::keyClick(menu, Qt::Key_Escape);
+    QTest::keyClick(&main, Qt::Key_Escape);
+    Player::Serve();
+    return met;
+}
+
+TEST_F(EveryForm, OffersEachCommandOfItsMenusToTheKeys) {
+    UseFinishedFit();
+    auto* main = qobject_cast<QMainWindow*>(Player::Window(AnalmenuName));
+    for (QAction* bar : main->menuBar()->actions()) {
+        const auto at = bar->text().indexOf('&');
+        ASSERT_GE(at, 0) << bar->text().toStdString();
+        const auto key = static_cast<Qt::Key>(bar->text()[at + 1].toUpper().unicode());
+        const std::set<const QAction*> met = MetByKeys(*main, key);
+        for (const QAction* item : bar->menu()->actions()) {
+            const bool open = item->isVisible() && item->isEnabled() && !item->isSeparator();
+            EXPECT_TRUE(!open || met.contains(item)) << item->text().toStdString();
+        }
+    }
+}
+
+} // namespace
+} // namespace Quillon
