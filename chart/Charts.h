@@ -5,5 +5,6 @@
 #include "chart/hand/ChartMarkers.h"
 #include "chart/hand/ChartMouse.h"
 #include "chart/hand/ChartScale.h"
+#include "chart/hand/ChartWheel.h"
 #include "chart/hand/Charts.h"
 #include "chart/hand/Redraw.h"

@@ -3,6 +3,7 @@
 
 #include "chart/hand/ChartMarkers.h"
 #include "chart/hand/ChartScale.h"
+#include "chart/hand/ChartWheel.h"
 #include "chart/hand/Charts.h"
 #include "chart/hand/Reading.h"
 #include "chart/hand/Redraw.h"
@@ -25,6 +26,7 @@ namespace Quillon {
 
 namespace {
 
+constexpr int MiddleButton = 4;
 constexpr int ClickSize = 8;        // a rubber band no larger than this in both directions was a click
 constexpr double PointReach = 15.0; // points (1/72 inch) within which an exact reading takes a data point
 
@@ -150,6 +152,8 @@ void ShowCursorText(float x, float y) {
 }
 
 void ChartMouseDown(int x, int y, int button, bool shift) {
+    EndDrag(); // one whose end was lost
+    if (button == MiddleButton && BeginDrag(x, y)) return;
     if (!GraphMayChange() || !InFrame(x, y)) return;
     if (button != 1) return ReadExactly(x, y);
     Charts.ZoomX1 = Charts.LastX = x;
@@ -161,11 +165,16 @@ void ChartMouseDown(int x, int y, int button, bool shift) {
 void ChartMouseMove(int x, int y, int) {
     if (!GraphMayChange()) return;
     if (Charts.CapturedMarker >= 0) return MarkerMouseMove(x);
+    if (Charts.Drag.On) return DragTo(x, y);
     FollowPointer(x, y);
     if (!Charts.Zooming && InFrame(x, y)) ReadCursor(x, y);
 }
 
 void ChartMouseUp(int x, int y, int button) {
+    if (button == MiddleButton && Charts.Drag.On) {
+        const bool click = !EndDrag() && GraphMayChange() && InFrame(x, y);
+        return click ? ReadExactly(x, y) : void();
+    }
     if (button != 1 || !Charts.Zooming) return;
     Charts.Zooming = false;
     if (!GraphMayChange()) return;
@@ -184,6 +193,7 @@ void ChartKey(int code, int shift) {
         Charts.Zooming = false;
         return;
     }
+    if (code == KeyEscape && Charts.Drag.On) return DropDrag();
     if (code == KeyEscape && Seams.CancelFlag) *Seams.CancelFlag = FlagTrue;
     MarkerKey(code, shift);
     if (Charts.EndsOnKey && Charts.EndsOnKey(code, shift)) Charts.Shown = false;

@@ -123,6 +123,16 @@ void RoundScale() {
     SetScale(PresentScale());
 }
 
+void TakeWithTics(const ChartScale& scale) {
+    SetScale(scale);
+    SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
+    Replot();
+    ChooseTicsWithin(Chart.Spec.AxisX1, Chart.Spec.AxisX2, Chart.State.KindX);
+    ChooseTicsWithin(Chart.Spec.AxisY1, Chart.Spec.AxisY2, Chart.State.KindY);
+    SetModes(ScaleModes::Manual, ScaleModes::Manual);
+    Replot();
+}
+
 // An axis that gives up its prescale has its kept zooms in the units of before.
 void Convert(OneBased<float>& low, OneBased<float>& high, float before, float now) {
     if (before == now || now == 0.0F) return;
@@ -194,6 +204,17 @@ void ZoomTo(const ChartScale& scale) {
     RedrawAsLaidOut();
 }
 
+void MoveScale(const ChartScale& scale, bool goesOn) {
+    if (!GraphMayChange()) return;
+    if (goesOn)
+        RecordMarkers();
+    else
+        KeepPresent();
+    Charts.Zooms.GaveScale = true;
+    TakeWithTics(scale);
+    RedrawAsLaidOut();
+}
+
 void DoLastZoom() {
     if (!GraphMayChange() || Charts.Zooms.ZoomDepth == 0) return;
     RecordMarkers();
@@ -202,13 +223,7 @@ void DoLastZoom() {
     PopZoom(scale.XMin, scale.XMax, scale.YMin, scale.YMax, depth);
     PopFormat();
     Charts.Zooms.GaveScale = true;
-    SetScale(scale);
-    SetModes(ScaleModes::Zoomed, ScaleModes::Manual);
-    Replot();
-    ChooseTicsWithin(Chart.Spec.AxisX1, Chart.Spec.AxisX2, Chart.State.KindX);
-    ChooseTicsWithin(Chart.Spec.AxisY1, Chart.Spec.AxisY2, Chart.State.KindY);
-    SetModes(ScaleModes::Manual, ScaleModes::Manual);
-    Replot();
+    TakeWithTics(scale);
     RedrawAsLaidOut();
 }
 

@@ -19,6 +19,10 @@ void TakeScale(const ChartScale& scale, bool round);
 // Zooms to a scale and draws; LastZoom leads back. A scale without length is none.
 void ZoomTo(const ChartScale& scale);
 
+// Brings the graph to a scale with tics chosen for it, and draws. goesOn: it is a further step of the zoom
+// before, so that LastZoom leads back to where that began.
+void MoveScale(const ChartScale& scale, bool goesOn);
+
 void DoLastZoom();  // back to the scale before the latest zoom
 void DoAutoScale(); // both axes to the full range
 void DoAutoX();

@@ -126,6 +126,8 @@ void ClearZoom() {
     Charts.LastZoom.Enabled = false;
     Charts.Zooms.ZoomDepth = 0;
     Charts.Zooms.GaveScale = false;
+    Charts.Drag = {};
+    Charts.LeftByWheel.reset();
 }
 
 } // namespace Quillon

@@ -2,6 +2,7 @@
 // The window `Charts` as data: the menu items and controls that the engine sets and the zooms it keeps.
 
 #include "chart/hand/ChartScale.h"
+#include "chart/hand/KeptZoom.h"
 #include "chart/hand/TitleCommands.h"
 #include "platform/Arrays.h"
 #include "platform/Controls.h"
@@ -9,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace Quillon {
@@ -32,6 +34,15 @@ struct ChartMarker {
 struct PalePoint {
     float X{}, Y{};                 // units of the stored data
     int DeviceX = -1, DeviceY = -1; // -1 outside the frame
+};
+
+// The graph is being moved by the pointer.
+struct GraphDrag {
+    bool On = false;
+    bool Moved = false;      // the scale is no longer that of the press
+    int X{}, Y{};            // of the press, device units
+    double UnitX{}, UnitY{}; // axis units in a device unit; 0 for an axis that takes no part
+    ChartScale Begin{};
 };
 
 inline constexpr const char* ChartsName = "Charts"; // of the form, for the seam
@@ -73,6 +84,9 @@ struct ChartsForm {
     bool Zooming = false;       // a rubber band is being drawn, from (ZoomX1, ZoomY1) to (LastX, LastY)
     int ZoomX1{}, ZoomY1{};     // device units
     int LastX = -1, LastY = -1; // the latest position of the pointer
+    GraphDrag Drag;
+    std::optional<ChartScale> LeftByWheel; // while it stands, a turn of the wheel goes on with the zoom
+    KeptZoom FormerZoom;                   // of the graph before the one that is being made
     std::vector<ChartMarker> Markers;
     std::int16_t ZoomState{}; // markers that whoever made the graph has in use
     int CapturedMarker = -1;  // the one that the pointer drags
@@ -122,7 +136,7 @@ void PushZoom(float xmin, float xmax, float ymin, float ymax);
 // An empty stack leaves all as it is.
 void PopZoom(float& xmin, float& xmax, float& ymin, float& ymax, std::int16_t& depth);
 
-// Empties the stack and disables LastZoom.
+// Empties the stack, disables LastZoom and lets go of a graph that is being moved.
 void ClearZoom();
 
 } // namespace Quillon

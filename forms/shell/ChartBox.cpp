@@ -6,6 +6,7 @@
 #include "forms/shell/Binding.h"
 
 #include <QMouseEvent>
+#include <QWheelEvent>
 
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace {
 constexpr int MarkerReach = 5; // pixels on either side of a marker that take hold of it
 
 int ButtonNumber(Qt::MouseButton button) {
-    return button == Qt::LeftButton ? 1 : 2;
+    return button == Qt::LeftButton ? 1 : button == Qt::MiddleButton ? 4 : 2;
 }
 
 // A marker over the frame, with a light edge that keeps it visible on any data. The one that the arrow keys
@@ -208,8 +209,20 @@ void ChartCanvas::mousePressEvent(QMouseEvent* event) {
 
 void ChartCanvas::mouseMoveEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    setCursor(Charts.CapturedMarker >= 0 || MarkerBelow(p) >= 0 ? Qt::SizeHorCursor : Qt::CrossCursor);
+    const bool marker = Charts.CapturedMarker >= 0 || MarkerBelow(p) >= 0;
+    setCursor(Charts.Drag.On ? Qt::ClosedHandCursor : marker ? Qt::SizeHorCursor : Qt::CrossCursor);
     RunOnGraph([&] { ChartMouseMove(p.x(), p.y(), 0); });
+    update();
+}
+
+// An eighth of a degree is the toolkit's unit, and 15 degrees are a notch. What turns finer gives parts of
+// one.
+void ChartCanvas::wheelEvent(QWheelEvent* event) {
+    constexpr double notch = 120.0;
+    const QPoint p = (event->position() * devicePixelRatioF()).toPoint();
+    const double notches = event->angleDelta().y() / notch;
+    if (notches != 0.0) RunOnGraph([&] { ChartWheel(p.x(), p.y(), notches); });
+    event->accept();
     update();
 }
 

@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Quillon {
 
 GraphSpec StartGraph(int plotStyle) {
+    Charts.FormerZoom = ZoomAtHand();
     Chart.GraphHeld = FlagFalse;
     GraphSpec spec;
     GraphInit(spec, GraphTypes::XYPlot, plotStyle);
@@ -79,6 +81,7 @@ bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::
 }
 
 void ShowCharts() {
+    ZoomAgain(std::exchange(Charts.FormerZoom, {}));
     Host.ShowForm(ChartsName);
 }
 

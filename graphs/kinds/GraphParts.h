@@ -49,7 +49,8 @@ GraphMark LineAt(float y);
 bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::vector<std::string>& names,
               SetLooks looks = {}, const std::vector<GraphMark>& marks = {});
 
-// Shows the chart window with the graph that has been made.
+// Shows the chart window with the graph that has been made, zoomed as the one before it where they share an
+// axis.
 void ShowCharts();
 
 } // namespace Quillon

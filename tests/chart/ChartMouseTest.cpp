@@ -124,6 +124,103 @@ TEST_F(ChartMouseTest, ABandWithoutHeightZoomsAlongX) {
     EXPECT_EQ(Chart.Spec.AxisY1.Max, 5.0F);
 }
 
+TEST_F(ChartMouseTest, TheWheelZoomsAboutThePointer) {
+    PlotPlain();
+    const int x = Px(4), y = Py(2);
+    const double placeX = XAt(x), placeY = YAt(y);
+    ChartWheel(x, y, 1);
+    const GraphSpec& s = Chart.Spec;
+    EXPECT_NEAR(s.AxisX1.Max - s.AxisX1.Min, 10 / 1.25, 1e-4);
+    EXPECT_NEAR(s.AxisY1.Max - s.AxisY1.Min, 5 / 1.25, 1e-4);
+    ChartWheel(x, y, 7);
+    EXPECT_NEAR(s.AxisX1.Max - s.AxisX1.Min, 10 / std::pow(1.25, 8), 1e-4);
+    const double unit = (s.AxisX1.Max - s.AxisX1.Min) / static_cast<double>(s.Frame.X2 - s.Frame.X1);
+    EXPECT_NEAR(XAt(x), placeX, unit) << "within a unit of the device";
+    EXPECT_NEAR(YAt(y), placeY, unit);
+    EXPECT_EQ(s.AxisX2.Min, s.AxisX1.Min);
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 1) << "one zoom";
+    DoLastZoom();
+    EXPECT_EQ(s.AxisX1.Min, 0.0F);
+    EXPECT_EQ(s.AxisX1.Max, 10.0F);
+    EXPECT_EQ(s.AxisY1.Max, 5.0F);
+    ChartWheel(x, y, -2); // out
+    EXPECT_NEAR(s.AxisX1.Max - s.AxisX1.Min, 10 * 1.25 * 1.25, 1e-4);
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 1);
+}
+
+TEST_F(ChartMouseTest, OnTheLabelsOfAnAxisTheWheelTurnsThatAxisAlone) {
+    PlotPlain();
+    const GraphBox frame = Chart.Spec.Frame;
+    ChartWheel(Px(4), frame.Y2 + 5, 2);
+    EXPECT_LT(Chart.Spec.AxisX1.Max - Chart.Spec.AxisX1.Min, 8.0F);
+    EXPECT_EQ(Chart.Spec.AxisY1.Min, 0.0F);
+    EXPECT_EQ(Chart.Spec.AxisY1.Max, 5.0F);
+    DoLastZoom();
+    ChartWheel(frame.X1 - 5, Py(2), 2);
+    EXPECT_EQ(Chart.Spec.AxisX1.Max, 10.0F);
+    EXPECT_LT(Chart.Spec.AxisY1.Max - Chart.Spec.AxisY1.Min, 4.0F);
+    DoLastZoom();
+    ChartWheel(frame.X1 - 5, frame.Y2 + 5, 2);
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
+}
+
+TEST_F(ChartMouseTest, TheWheelStopsWhereSinglesEnd) {
+    PlotPlain();
+    for (int i = 0; i < 40; ++i)
+        ChartWheel(Px(4), Py(2), 10);
+    const GraphAxis& x = Chart.Spec.AxisX1;
+    EXPECT_GT(x.Max, x.Min);
+    EXPECT_GT(x.Max - x.Min, 1e-6F);
+    for (int i = 0; i < 80; ++i)
+        ChartWheel(Px(x.Min), Py(Chart.Spec.AxisY1.Min), -10);
+    EXPECT_TRUE(std::isfinite(x.Max - x.Min));
+    EXPECT_EQ(Chart.GraphStatus, 0);
+}
+
+TEST_F(ChartMouseTest, TheMiddleButtonMovesTheGraph) {
+    PlotPlain();
+    ToggleShowCursor();
+    ASSERT_TRUE(Charts.ShowCursor.Checked);
+    const int x = Px(4), y = Py(2);
+    const double unit = 10.0 / (Chart.Spec.Frame.X2 - Chart.Spec.Frame.X1);
+    ChartMouseDown(x, y, 4);
+    ChartMouseMove(x + 2, y, 4);
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 0) << "not yet a move";
+    ChartMouseMove(x + 30, y - 20, 4);
+    ChartMouseMove(x + 50, y, 4);
+    const GraphSpec& s = Chart.Spec;
+    EXPECT_NEAR(s.AxisX1.Min, -50 * unit, 1e-4);
+    EXPECT_NEAR(s.AxisX1.Max, 10 - 50 * unit, 1e-4);
+    EXPECT_NEAR(s.AxisY1.Min, 0.0, 1e-5);
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 1);
+    ChartMouseUp(x + 50, y, 4);
+    EXPECT_TRUE(Line().empty());
+    ChartMouseMove(x + 90, y, 0); // it has been let go
+    EXPECT_NEAR(s.AxisX1.Min, -50 * unit, 1e-4);
+    DoLastZoom();
+    EXPECT_EQ(s.AxisX1.Min, 0.0F);
+    ChartMouseDown(x, y, 4);
+    ChartMouseUp(x, y, 4); // a click reads
+    EXPECT_EQ(Line().rfind("Exactly at", 0), 0U);
+    EXPECT_EQ(s.AxisX1.Max, 10.0F);
+}
+
+TEST_F(ChartMouseTest, EscapePutsAGraphThatIsBeingMovedBack) {
+    std::int16_t cancel = 0;
+    Seams.CancelFlag = &cancel;
+    PlotPlain();
+    ChartMouseDown(Px(4), Py(2), 4);
+    ChartMouseMove(Px(6), Py(3), 4);
+    EXPECT_LT(Chart.Spec.AxisX1.Min, -1.0F);
+    ChartKey(27, 0);
+    EXPECT_EQ(Chart.Spec.AxisX1.Min, 0.0F);
+    EXPECT_EQ(Chart.Spec.AxisX1.Max, 10.0F);
+    EXPECT_EQ(cancel, 0);
+    ChartMouseMove(Px(8), Py(3), 4);
+    EXPECT_EQ(Chart.Spec.AxisX1.Min, 0.0F);
+    Seams.CancelFlag = nullptr;
+}
+
 TEST_F(ChartMouseTest, ABandBeginsInTheFrameAndEndsAtIt) {
     PlotPlain();
     const GraphBox frame = Chart.Spec.Frame;

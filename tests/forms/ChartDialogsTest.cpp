@@ -32,6 +32,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -377,6 +378,33 @@ TEST_F(ChartDialogs, EscDropsARubberBand) {
     QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, {frame.X2 - 40, frame.Y2 - 40});
     EXPECT_EQ(Chart.Spec.AxisX1.Max, before);
     EXPECT_TRUE(Player::Window(ChartsName)->isVisible());
+}
+
+TEST_F(ChartDialogs, TheWheelZoomsAndTheMiddleButtonMoves) {
+    const GraphSpec& spec = Chart.Spec;
+    const float low = spec.AxisX1.Min, high = spec.AxisX1.Max;
+    const QPointF middle((spec.Frame.X1 + spec.Frame.X2) / 2.0, (spec.Frame.Y1 + spec.Frame.Y2) / 2.0);
+    const auto turn = [&](int angle) {
+        QWheelEvent event(middle, Canvas()->mapToGlobal(middle), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(Canvas(), &event);
+        EXPECT_TRUE(event.isAccepted());
+    };
+    turn(120);
+    turn(120);
+    EXPECT_NEAR(spec.AxisX1.Max - spec.AxisX1.Min, (high - low) / 1.5625F, 1e-4F);
+    const QPoint from = middle.toPoint();
+    const float before = spec.AxisX1.Min;
+    QTest::mousePress(Canvas(), Qt::MiddleButton, {}, from);
+    QTest::mouseMove(Canvas(), from + QPoint(40, 0));
+    EXPECT_EQ(Canvas()->cursor().shape(), Qt::ClosedHandCursor);
+    QTest::mouseRelease(Canvas(), Qt::MiddleButton, {}, from + QPoint(40, 0));
+    EXPECT_LT(spec.AxisX1.Min, before);
+    Run(Charts.LastZoom);
+    Run(Charts.LastZoom);
+    EXPECT_EQ(spec.AxisX1.Min, low);
+    EXPECT_EQ(spec.AxisX1.Max, high);
+    EXPECT_FALSE(Charts.LastZoom.Enabled);
 }
 
 TEST_F(ChartDialogs, ALongStatusLineDoesNotWidenTheWindow) {

@@ -1,5 +1,6 @@
 // Residuals of one set and of all, about one zero line and separated.
 #include "graphs/kinds/ResidualGraphs.h"
+#include "graphs/kinds/FitGraphs.h"
 #include "graphs/kinds/PickSet.h"
 
 #include "GraphBench.h"
@@ -221,6 +222,37 @@ TEST_F(ResidualGraphs, CommandsShowTheWindowAndOfferNoOption) {
     EXPECT_EQ(Outside.Forms.size(), 3U);
     for (const MenuItem& item : Charts.SpecialOpts)
         EXPECT_FALSE(item.Visible);
+}
+
+TEST_F(ResidualGraphs, AZoomWasLostWhenTheKindOfGraphChangedOnTheSameAxis) {
+    const GraphSpec& s = Chart.Spec;
+    GraphOverlay();
+    ZoomTo({-0.1F, 0.15F, 1.0F, 2.5F});
+    GraphData(); // both axes are those of the overlay
+    EXPECT_FLOAT_EQ(s.AxisX1.Min, -0.1F);
+    EXPECT_FLOAT_EQ(s.AxisX1.Max, 0.15F);
+    EXPECT_FLOAT_EQ(s.AxisY1.Min, 1.0F);
+    EXPECT_FLOAT_EQ(s.AxisY1.Max, 2.5F);
+    GraphResiduals(); // the one along X
+    EXPECT_FLOAT_EQ(s.AxisX1.Min, -0.1F);
+    EXPECT_FLOAT_EQ(s.AxisX1.Max, 0.15F);
+    const GraphAxis kept = s.AxisY1;
+    DoAutoX();
+    const float whole = s.AxisX1.Max - s.AxisX1.Min;
+    EXPECT_GT(whole, 0.3F);
+    GraphResidualsR(); // none
+    EXPECT_EQ(s.AxisX1.Title.Text.Str(), "Radius (cm)");
+    EXPECT_EQ(kept.Min, s.AxisY1.Min) << "as the graph itself has it";
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
+    GraphOverlay();
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
+    ZoomTo({-0.1F, 0.15F, 1.0F, 2.5F});
+    GraphOverlay();
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 1);
+    DoLastZoom(); // leads to all of it
+    EXPECT_GT(s.AxisX1.Max - s.AxisX1.Min, 0.3F);
+    GraphData();
+    EXPECT_EQ(Charts.Zooms.ZoomDepth, 0);
 }
 
 TEST_F(ResidualGraphs, CommandsOfOneSetAskWhich) {
