@@ -92,7 +92,7 @@ void WriteRunJob(const SortedRun& run, const std::vector<RunSet>& sets, const st
 
 std::vector<RunSet> SetsForJob(const SortedRun& run, const std::vector<std::size_t>& groups,
                                const SortOptions& options) {
-    std::vector<RunSet> sets = PlanSets(run, groups, options.Choice.Ratios);
+    std::vector<RunSet> sets = PlanSets(run, groups, options.Choice);
     if (const std::string why = WhyNoAnalysis(run, sets); !why.empty()) FailFile(run.Place, why);
     return sets;
 }

@@ -45,9 +45,17 @@ constexpr const char* SetColumns[] = {"set",           "file",           "cell",
                                       "rms",           "mean_residual",  "runs_z",  "noise",    "sha256",
                                       "baseline",      "baseline_sha256"};
 
+// All of a mean, between commas.
+std::string AllOf(const std::string& one, const std::vector<std::string>& several) {
+    std::string text;
+    for (const std::string& each : several)
+        text += (text.empty() ? "" : ", ") + each;
+    return several.empty() ? one : text;
+}
+
 Cells ExactSet(const MeasuredSet& m) {
     return {std::to_string(m.Set.Number),
-            m.File,
+            AllOf(m.File, m.Files),
             NumberOrNone(m.Cell),
             m.Channel,
             ShortestText(m.Rpm),
@@ -65,7 +73,7 @@ Cells ExactSet(const MeasuredSet& m) {
             Exact(m.MeanResidual),
             Exact(m.RunsZ),
             m.Noise > 0.0F ? ShortestText(m.Noise) : "",
-            m.Sha256,
+            AllOf(m.Sha256, m.Hashes),
             m.Baseline,
             m.BaselineSha256};
 }
@@ -77,7 +85,8 @@ std::string SignalOf(const MeasuredSet& m) {
 
 Cells ShownSet(const MeasuredSet& m) {
     return {std::to_string(m.Set.Number),
-            FileTitle(m.File),
+            FileTitle(m.File) +
+                (m.Files.empty() ? "" : " (mean of " + std::to_string(m.Files.size()) + " scans)"),
             NumberOrNone(m.Cell) + m.Channel,
             Shown(static_cast<double>(m.Rpm), "#####0"),
             Shown(static_cast<double>(m.Celsius), "#0.0"),

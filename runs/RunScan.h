@@ -2,7 +2,7 @@
 // A scan of a run: what its name and its header say, and its readings.
 
 #include "platform/Arrays.h"
-#include "runs/ScanNames.h"
+#include "scandata/reader/ScanNames.h"
 
 #include <cstdint>
 #include <string>

@@ -133,16 +133,25 @@ std::vector<std::size_t> ChosenGroups(const SortedRun& run, const RunChoice& cho
     return chosen;
 }
 
+std::vector<std::size_t> EqualScans(const RunGroup& group) {
+    std::vector<std::size_t> scans{group.Last};
+    for (std::size_t i = group.Last; i-- > 0 && group.Judged[i].Answer == AtEquilibrium::Yes;)
+        scans.insert(scans.begin(), i);
+    return scans;
+}
+
 std::vector<RunSet> PlanSets(const SortedRun& run, const std::vector<std::size_t>& groups,
-                             const std::vector<WavelengthRatio>& ratios) {
+                             const RunChoice& choice) {
     std::vector<RunSet> sets;
     for (const std::size_t g : groups) {
         const RunGroup& group = run.Groups[g];
         if (!HasLast(group)) continue;
+        const std::vector<std::size_t> scans =
+            choice.Average ? EqualScans(group) : std::vector<std::size_t>{group.Last};
         for (const RunChannel& column : group.Channels)
-            sets.push_back({g, {group.Last}, column, {}, false, 0});
+            sets.push_back({g, scans, column, {}, false, 0});
     }
-    RelateSets(run, sets, ratios);
+    RelateSets(run, sets, choice.Ratios);
     return sets;
 }
 

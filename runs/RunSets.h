@@ -23,6 +23,7 @@ struct RunChoice {
     std::vector<float> Wavelengths; // nm, within 3 nm
     std::vector<float> Speeds;      // rpm, within 1%
     std::vector<WavelengthRatio> Ratios;
+    bool Average = false; // of each group the mean of its last scans that agree, not the last one alone
 };
 
 // The groups chosen, as subscripts in rising order. A cell, wavelength or speed that is not in the run is a
@@ -39,11 +40,16 @@ struct RunSet {
     std::size_t ConcentrationsOf = 0;     // the number of the set that holds the same sample; 0 none
 };
 
-// The sets of groups, each with its last scan: by group, then by channel. Sets of one cell, channel and stay
-// at a speed share the concentrations of the first of them whose extinction is known; one that lacks its
-// ratio shares nothing. Groups that measure no equilibrium give none.
+// The scans of a group that its mean is made of, as subscripts in it: the last one and those before it that
+// agree with it as all between them do. The last one alone where none does.
+std::vector<std::size_t> EqualScans(const RunGroup& group);
+
+// The sets of groups, each with its last scan, or with its equal scans: by group, then by channel. Sets of
+// one cell, channel and stay at a speed share the concentrations of the first of them whose extinction is
+// known; one that lacks its ratio shares nothing. Groups that measure no equilibrium give none. Of choice the
+// ratios and the average count.
 std::vector<RunSet> PlanSets(const SortedRun& run, const std::vector<std::size_t>& groups,
-                             const std::vector<WavelengthRatio>& ratios);
+                             const RunChoice& choice);
 
 // Settles Ratio, LacksRatio and ConcentrationsOf of sets anew, for the order in which they stand.
 void RelateSets(const SortedRun& run, std::vector<RunSet>& sets, const std::vector<WavelengthRatio>& ratios);

@@ -8,6 +8,7 @@
 #include "scandata/range/Spikes.h"
 #include "scandata/reader/AdoptScan.h"
 #include "scandata/reader/IntensityScan.h"
+#include "scandata/reader/MeanScan.h"
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/LeftOut.h"
 #include "scandata/table/Temperatures.h"
@@ -41,13 +42,23 @@ void CheckHeader(const Job& job, const JobSet& set, const std::string& path) {
     if (!(Work.ScanTemperature[set.Number] > -273.15F)) fail("the temperature is below absolute zero");
 }
 
+std::vector<std::string> ScanPathsOf(const Job& job, const JobSet& set) {
+    std::vector<std::string> paths;
+    for (const std::string& name : ScanNamesOf(job, set)) {
+        if (name.empty())
+            FailJob(job, SetSection(set.Number), "file", "there is no name between two of its commas");
+        paths.push_back(JobFilePath(job, name));
+    }
+    return paths;
+}
+
 void ReadSetScan(const Job& job, const JobSet& set) {
-    const std::string path = JobFilePath(job, set.File);
-    const ScanReadResult read = AdoptScan(path, RowNo(set.Number));
-    RequireRead(job, set, "file", path, read.Failure);
+    const MeanReadResult mean = AdoptMean(ScanPathsOf(job, set), RowNo(set.Number));
+    const ScanReadResult& read = mean.Read;
+    RequireRead(job, set, "file", mean.Path, read.Failure);
     if (!read.Remark.empty())
-        WriteConsole(JobMessage(job, SetSection(set.Number), "file", path + ": " + read.Remark));
-    CheckHeader(job, set, path);
+        WriteConsole(JobMessage(job, SetSection(set.Number), "file", mean.Path + ": " + read.Remark));
+    CheckHeader(job, set, mean.Path);
 }
 
 void TellOfSet(const Job& job, const JobSet& set, const char* key, const std::string& text) {
@@ -70,7 +81,7 @@ void SettleIntensities(const Job& job) {
     DecideIntensityOrders(open);
     for (const JobSet& set : job.Sets)
         if (const std::string remark = IntensityRemark(RowNo(set.Number)); !remark.empty())
-            TellOfSet(job, set, "file", JobFilePath(job, set.File) + ": " + remark);
+            TellOfSet(job, set, "file", ScanPathsOf(job, set).back() + ": " + remark);
 }
 
 std::string CentimetreRange(float inner, float outer) {
@@ -228,6 +239,8 @@ void ReadJobData(const Job& job) {
         ChooseChannel(job, set);
         ChooseRange(job, set);
         TellProposals(job, set);
+        if (const std::string remark = MeanRemark(RowNo(set.Number)); !remark.empty())
+            TellOfSet(job, set, "file", remark);
         SetRatios(job, set);
         SetConstraints(set);
     }

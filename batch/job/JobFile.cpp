@@ -6,6 +6,7 @@
 #include "batch/job/JobKeys.h"
 #include "batch/job/JobText.h"
 #include "platform/Paths.h"
+#include "platform/Platform.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -45,6 +46,52 @@ std::string FilledValue(const JobReader& reader, const std::string& value) {
     }
     if (filled.find_first_of("\r\n") != std::string::npos) reader.Fail("the cell holds an end of line");
     return filled;
+}
+
+// Takes the name in quotes at the front off rest, and the comma behind it. True where another one follows.
+bool TakeQuotedFile(const JobReader& reader, std::string_view& rest, JobSet& set) {
+    const std::size_t end = rest.find('"', 1);
+    if (end == std::string_view::npos) reader.Fail("the closing quote is missing");
+    set.Files.push_back(FilledValue(reader, std::string(rest.substr(1, end - 1))));
+    set.File += '"' + set.Files.back() + '"';
+    rest = Trim(rest.substr(end + 1));
+    const bool more = rest.starts_with(',');
+    if (!more && !StartsComment(rest)) reader.Fail("there is text behind the closing quote");
+    if (more) rest.remove_prefix(1);
+    return more;
+}
+
+// The same without quotes. A cell of a table may hold several names.
+bool TakePlainFile(const JobReader& reader, std::string_view& rest, JobSet& set) {
+    const std::string_view text = WithoutComment(rest);
+    const std::size_t comma = text.find(',');
+    const std::string value = FilledValue(reader, std::string(Trim(text.substr(0, comma))));
+    set.File += value;
+    std::string_view names = value;
+    while (true) {
+        const std::size_t end = std::min(names.find(','), names.size());
+        set.Files.emplace_back(Trim(names.substr(0, end)));
+        if (end == names.size()) break;
+        names.remove_prefix(end + 1);
+    }
+    if (comma == std::string_view::npos) return false;
+    rest.remove_prefix(comma + 1);
+    return true;
+}
+
+// The scans of a set: names between commas. A single name stands without its quotes.
+void ReadFiles(const JobReader& reader, std::string_view rest, JobSet& set) {
+    while (true) {
+        rest = Trim(rest);
+        const bool more =
+            rest.starts_with('"') ? TakeQuotedFile(reader, rest, set) : TakePlainFile(reader, rest, set);
+        if (!more) break;
+        set.File += ',';
+        // The blanks behind the comma as they stand: a file may be named so.
+        set.File += rest.substr(0, rest.size() - Trim(rest).size());
+    }
+    if (set.Files.size() == 1) set.File = set.Files.front();
+    if (set.File.empty()) reader.Fail("has no value");
 }
 
 const JobPlace* FindPlace(const Job& job, std::string_view section, std::string_view key) {
@@ -98,14 +145,16 @@ void ReadKeyLine(JobReader& reader, std::string_view line) {
     if (reader.Section.empty()) reader.Fail(Quoted(written) + " stands before the first section");
     if (written.empty()) reader.Fail("there is no key before the =");
     reader.Key = written.size() > 60 ? Quoted(written) : written;
-    const std::string value = FilledValue(reader, ValueText(reader, line.substr(equals + 1)));
-    if (value.empty()) reader.Fail("has no value");
+    const bool isFile = reader.Section.starts_with("set ") && SmallLetters(written) == FileKey;
+    const std::string value = isFile ? "" : FilledValue(reader, ValueText(reader, line.substr(equals + 1)));
+    if (value.empty() && !isFile) reader.Fail("has no value");
     if (reader.Section == "parameters") {
         ReadParameterLine(reader, written, value);
         return;
     }
     reader.Key = SmallLetters(reader.Key);
     NotePlace(reader);
+    if (isFile) return ReadFiles(reader, line.substr(equals + 1), reader.Result.Sets.back());
     if (reader.Section == "fit")
         ReadFitKey(reader, value);
     else if (reader.Section == "constants")
@@ -198,6 +247,11 @@ void FailParameter(const Job& job, const JobParameter& parameter, const std::str
 
 std::string SetSection(int number) {
     return "set " + std::to_string(number);
+}
+
+std::vector<std::string> ScanNamesOf(const Job& job, const JobSet& set) {
+    if (set.Files.size() > 1 && Host.FileExists(JobFilePath(job, set.File))) return {set.File};
+    return set.Files;
 }
 
 std::string JobFilePath(const Job& job, const std::string& path) {

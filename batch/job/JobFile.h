@@ -52,7 +52,8 @@ enum class JobData { ByScans, Absorbance, Interference };
 // One data set; row Number of the data set table.
 struct JobSet {
     int Number{};
-    std::string File;               // as written
+    std::string File;               // as written, one name or several between commas
+    std::vector<std::string> Files; // each of them
     std::vector<Exclusion> Exclude; // radii left out, cm
     bool TellSpikes = false;        // readings that stand out are told, none is left out
     std::optional<float> Ceiling;   // fitted signal above which readings are left out
@@ -150,6 +151,10 @@ std::string JobMessage(const Job& job, std::string_view section, std::string_vie
 
 // "set 3", the section of a set.
 std::string SetSection(int number);
+
+// The scans of a set as written: one, or those that are averaged. An unquoted value with commas that as a
+// whole is a file is that one.
+std::vector<std::string> ScanNamesOf(const Job& job, const JobSet& set);
 
 // A path of the job, relative ones from the directory of the job file.
 std::string JobFilePath(const Job& job, const std::string& path);

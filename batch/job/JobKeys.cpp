@@ -212,7 +212,7 @@ void ReadExclusions(JobReader& reader, JobSet& set, const std::string& value) {
 }
 
 constexpr SetKey SetKeys[] = {
-    {"file", [](JobReader&, JobSet& s, const std::string& v) { s.File = v; }},
+    {FileKey, [](JobReader&, JobSet&, const std::string&) {}}, // a list, read line by line
     {"inner", [](JobReader& r, JobSet& s, const std::string& v) { s.Inner = ReadPositive(r, v); }},
     {"outer", [](JobReader& r, JobSet& s, const std::string& v) { s.Outer = ReadPositive(r, v); }},
     {"range",

@@ -9,6 +9,9 @@
 
 namespace Quillon {
 
+// The key of the scans of a set, whose value is a list of names with and without quotes.
+inline constexpr const char* FileKey = "file";
+
 // Each reads one line of its section into the reader's result. The key is in small letters. What is wrong
 // with the line is a RuntimeError.
 void ReadFitKey(JobReader& reader, const std::string& value);

@@ -184,7 +184,7 @@ RunEnd RunJob(const Job& job) {
     if (job.NoiseFromFit && Work.FitDone && !Interrupted()) WeighByFit();
     RunEnd end = EndOfRestarts(job.Restarts);
     for (const JobSet& set : job.Sets)
-        end.Files[set.Number] = set.File;
+        end.Files[set.Number] = {set.File, ScanNamesOf(job, set)};
     if (end.Complete && job.ConfidenceLimits) SearchLimits(end);
     return end;
 }

@@ -51,6 +51,7 @@ struct Switch {
 
 constexpr Switch Switches[] = {{"--quiet", &Options::Quiet},
                                {"--refit", &Options::Refit},
+                               {"--average", &Options::Average},
                                {"--help", &Options::Help},
                                {"--version", &Options::Version}};
 
@@ -378,6 +379,8 @@ void CheckCompanions(const Options& options) {
         if (std::find(given.begin(), given.end(), each.Name) != given.end() && !each.HasOutput(options))
             FailOptions(std::string(each.Name) + " goes with " + each.Output);
     }
+    if (options.Average && !WantsSortedJob(options))
+        FailOptions("--average goes with --sort FOLDER --job FILE");
 }
 
 // Beside the run stand its own options alone, and a job with the radii that scans are compared over.
@@ -457,6 +460,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         return options;
     }
     if (WantsSorting(options)) {
+        options.Sort.Choice.Average = options.Average;
         CheckSort(options);
         return options;
     }
@@ -568,6 +572,8 @@ std::string HelpText() {
            "  --ratios 260=1.7,230=4:3.5\n"
            "                  extinction at a wavelength for the job, of both species or of A\n"
            "                  and B\n"
+           "  --average       the job takes of each group the mean of its last scans that\n"
+           "                  agree, not the last one alone\n"
            "  --refit         fit a restored analysis again\n"
            "  --restarts N    behind --refit: so many fits from random starts, whose\n"
            "                  lowest minimum is the result\n"

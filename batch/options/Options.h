@@ -50,6 +50,7 @@ struct Options {
     int Threads = 0;                          // fits at a time; 0 as many as the machine has cores
     bool Refit = false;                       // a saved fit is fitted again
     long Restarts = 0;                        // random starts behind that
+    bool Average = false;                     // the job of --sort takes means of the last equal scans
     bool Quiet = false;                       // no progress
     bool Help = false;                        // asked for; nothing else counts then
     bool Version = false;

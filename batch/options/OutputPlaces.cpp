@@ -31,7 +31,8 @@ std::string Reason(const std::string& output, const std::string& what) {
 std::vector<RunInput> InputsOf(const Job& job) {
     std::vector<RunInput> inputs{{job.Path, "", ""}};
     for (const JobSet& set : job.Sets) {
-        inputs.push_back({JobFilePath(job, set.File), SetSection(set.Number), "file"});
+        for (const std::string& name : ScanNamesOf(job, set))
+            inputs.push_back({JobFilePath(job, name), SetSection(set.Number), "file"});
         if (!set.Baseline.empty())
             inputs.push_back({JobFilePath(job, set.Baseline), SetSection(set.Number), "baseline"});
     }

@@ -15,13 +15,30 @@ std::string TextOrNull(const std::string& text) {
     return text.empty() ? JsonNull : JsonString(text);
 }
 
-std::string FileOf(const MeasuredSet& m, const FilesAsWritten& files) {
-    const auto written = files.find(m.Row.Number);
-    return written == files.end() ? m.File : written->second;
+SetFiles FilesOf(const MeasuredSet& m, const FilesAsWritten& files) {
+    if (const auto written = files.find(m.Row.Number); written != files.end()) return written->second;
+    if (m.Files.empty()) return {m.File, {m.File}};
+    SetFiles all{"", m.Files};
+    for (const std::string& file : m.Files)
+        all.Value += (all.Value.empty() ? "" : ", ") + file;
+    return all;
 }
 
-std::vector<std::string> FileMembers(const MeasuredSet& m, const FilesAsWritten& files) {
-    return {JsonMember("file", JsonString(FileOf(m, files))), JsonMember("sha256", TextOrNull(m.Sha256)),
+std::string TextList(const std::vector<std::string>& texts) {
+    std::string list;
+    for (const std::string& text : texts)
+        list += (list.empty() ? "" : ", ") + TextOrNull(text);
+    return "[" + list + "]";
+}
+
+// A mean has a hash for each of its files.
+std::vector<std::string> FileMembers(const MeasuredSet& m, const FilesAsWritten& written) {
+    const SetFiles files = FilesOf(m, written);
+    return {JsonMember("file", JsonString(files.Value)),
+            JsonMember("files", TextList(files.Files)),
+            JsonMember("scans_averaged", std::to_string(files.Files.size())),
+            JsonMember("rms_between", JsonNumber(m.RmsBetween)),
+            JsonMember("sha256", m.Hashes.empty() ? TextOrNull(m.Sha256) : TextList(m.Hashes)),
             JsonMember("baseline_sha256", TextOrNull(m.BaselineSha256)),
             JsonMember("cell", m.Cell > 0 ? std::to_string(m.Cell) : JsonNull),
             JsonMember("channel", TextOrNull(m.Channel))};

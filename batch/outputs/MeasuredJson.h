@@ -4,11 +4,16 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
 // The files of the sets as a job has named them, by row of the table; empty where no job has.
-using FilesAsWritten = std::map<long, std::string>;
+struct SetFiles {
+    std::string Value;              // of the key "file"
+    std::vector<std::string> Files; // the one, or those of a mean
+};
+using FilesAsWritten = std::map<long, SetFiles>;
 
 // "sets": a record for each set: set, row, label, points (true ones), rms, then file, sha256,
 // baseline_sha256, cell, channel, speed_rpm, temperature_c, wavelength_nm, omega2t, time_s, averaged,

@@ -79,11 +79,20 @@ std::string ConstantsSection() {
 // --- [set N] ---------------------------------------------------------------------------------------------
 
 // In quotes, which a name with a quote in it cannot have around it.
-std::string FileLine(const char* key, const std::string& directory, const std::string& name,
-                     const JobSettings& settings) {
+std::string FileText(const std::string& directory, const std::string& name, const JobSettings& settings) {
     std::string path = JoinPath(directory, name);
     if (settings.FileName) path = settings.FileName(path);
-    return KeyLine(key, path.find('"') == std::string::npos ? "\"" + path + "\"" : path);
+    return path.find('"') == std::string::npos ? "\"" + path + "\"" : path;
+}
+
+// The scan of a row, or those whose mean it is.
+std::string ScanLine(RowNo row, const JobSettings& settings) {
+    if (Work.MeanOf[row].empty())
+        return KeyLine("file", FileText(Work.ScanDirectory[row], Work.ScanFile[row], settings));
+    std::string files;
+    for (const MeanPart& part : Work.MeanOf[row])
+        files += (files.empty() ? "" : ", ") + FileText(part.Directory, part.File, settings);
+    return KeyLine("file", files);
 }
 
 // The percentage that is read as this fraction, bit for bit where there is one.
@@ -126,7 +135,8 @@ std::string ReadingLines(RowNo row) {
 
 std::string BaselineLines(RowNo row, const JobSettings& settings) {
     if (!HasBaseline(row)) return "";
-    std::string text = FileLine("baseline", Work.BaselineDirectory[row], Work.BaselineFile[row], settings);
+    std::string text =
+        KeyLine("baseline", FileText(Work.BaselineDirectory[row], Work.BaselineFile[row], settings));
     if (Work.BaselineShifted[row]) text += KeyLine("baseline-shift", Work.BaselineShift[row]);
     return text;
 }
@@ -149,8 +159,7 @@ std::string ConstraintLines(RowNo row) {
 
 std::string SetText(SetNo set, const JobSettings& settings) {
     const RowNo row = RowOf(set);
-    std::string text = "\n[set " + std::to_string(row.Number) + "]\n" +
-                       FileLine("file", Work.ScanDirectory[row], Work.ScanFile[row], settings) +
+    std::string text = "\n[set " + std::to_string(row.Number) + "]\n" + ScanLine(row, settings) +
                        ReadingLines(row) + RangeLines(row) + BaselineLines(row, settings) +
                        KeyLine("extinction-ratio-a", Work.ExtinctionRatio[0][row]) +
                        KeyLine("extinction-ratio-b", Work.ExtinctionRatio[1][row]) + ConstraintLines(row);

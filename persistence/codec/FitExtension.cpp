@@ -19,11 +19,15 @@ bool HoldsAny(const Column& column, const typename std::decay_t<decltype(column[
     return std::any_of(column.begin(), column.end(), [&](const auto& entry) { return entry != none; });
 }
 
+void CheckHash(const std::string& hash, const char* name) {
+    if (!hash.empty() &&
+        (hash.size() != 64 || hash.find_first_not_of("0123456789abcdef") != std::string::npos))
+        FitReader::Damaged(name);
+}
+
 void CheckHashes(const PerRow<std::string>& hashes, const char* name) {
     for (const std::string& hash : hashes)
-        if (!hash.empty() &&
-            (hash.size() != 64 || hash.find_first_not_of("0123456789abcdef") != std::string::npos))
-            FitReader::Damaged(name);
+        CheckHash(hash, name);
 }
 
 // Calls visit(row) for each row with a scan.
@@ -91,7 +95,50 @@ void ReadIntensities(FitReader& s, Workspace& w) {
     });
 }
 
-// Places of left-out readings are places of the scan, each once, and the columns of intensities are as long.
+bool HoldsMeans(const Workspace& w) {
+    bool any = false;
+    EachScan(w, [&](RowNo row) { any |= !w.MeanOf[row].empty(); });
+    return any;
+}
+
+// Of each row with a scan the count of files, each with folder, name, hash and count of readings; behind
+// them, where there are any, the count of readings of the mean and the deviation at each.
+void WriteMeans(FitWriter& s, const Workspace& w) {
+    EachScan(w, [&](RowNo row) {
+        s.Value("MeanOf", ToInt16(w.MeanOf[row].size()));
+        for (const MeanPart& part : w.MeanOf[row]) {
+            s.Value("MeanOf", part.Directory);
+            s.Value("MeanOf", part.File);
+            s.Value("MeanOf", part.Sha256);
+            s.Value("MeanOf", part.Readings);
+        }
+        if (w.MeanOf[row].empty()) return;
+        s.Value("MeanSpread", ToInt16(w.MeanSpread[row].Hi()));
+        s.Array("MeanSpread", w.MeanSpread[row], 1, w.MeanSpread[row].Hi());
+    });
+}
+
+void ReadMeans(FitReader& s, Workspace& w) {
+    EachScan(w, [&](RowNo row) {
+        std::int16_t count = 0;
+        s.Value("MeanOf", count);
+        for (std::int16_t i = 0; i < count; ++i) {
+            MeanPart part;
+            s.Value("MeanOf", part.Directory);
+            s.Value("MeanOf", part.File);
+            s.Value("MeanOf", part.Sha256);
+            s.Value("MeanOf", part.Readings);
+            CheckHash(part.Sha256, "MeanOf");
+            w.MeanOf[row].push_back(part);
+        }
+        if (count <= 0) return;
+        s.Value("MeanSpread", count);
+        s.Array("MeanSpread", w.MeanSpread[row], 1, count);
+    });
+}
+
+// Places of left-out readings are places of the scan, each once; the columns of intensities and the
+// deviations of a mean are as long.
 void CheckReadings(const Workspace& w) {
     EachScan(w, [&](RowNo row) {
         const long readings = w.ScanPoints[row] + static_cast<long>(w.LeftOut[row].size());
@@ -104,6 +151,7 @@ void CheckReadings(const Workspace& w) {
         }
         if (w.IntensityOrder[row] != IntensityOrders::None && w.Intensity[0][row].Hi() != readings)
             FitReader::Damaged("Intensity");
+        if (!w.MeanOf[row].empty() && w.MeanSpread[row].Hi() != readings) FitReader::Damaged("MeanSpread");
     });
 }
 
@@ -182,6 +230,7 @@ const std::vector<ExtensionField>& ExtensionFields() {
          }},
         {"Intensity", [](const Workspace& w) { return HoldsAny(w.IntensityOrder, IntensityOrders::None); },
          WriteIntensities, ReadIntensities},
+        {"MeanOf", HoldsMeans, WriteMeans, ReadMeans},
     };
     return fields;
 }

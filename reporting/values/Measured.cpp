@@ -9,6 +9,7 @@
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Statistics.h"
 #include "scandata/reader/IntensityScan.h"
+#include "scandata/reader/MeanScan.h"
 #include "scandata/reader/ScanWriter.h"
 #include "scandata/table/LeftOut.h"
 #include "workspace/records/Roads.h"
@@ -30,6 +31,11 @@ void AddScan(MeasuredSet& m) {
         m.Baseline = JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]);
         m.BaselineSha256 = Work.BaselineSha256[row];
     }
+    for (const MeanPart& part : Work.MeanOf[row]) {
+        m.Files.push_back(JoinPath(part.Directory, part.File));
+        m.Hashes.push_back(part.Sha256);
+    }
+    m.RmsBetween = RmsBetweenScans(row);
     m.Cell = CellNumberOf(Work.ScanFile[row]);
     m.Channel = ChannelName(row);
     m.Optics = Work.InterferenceData ? "interference" : "absorbance";
@@ -164,6 +170,22 @@ std::string LeftOutOf(const MeasuredSet& m) {
     return text.empty() ? "" : "   left out: " + text;
 }
 
+// What the scan was read from.
+void AddFileLines(const MeasuredSet& m, std::vector<std::string>& lines) {
+    if (!m.Files.empty())
+        lines.push_back("   the mean of " + std::to_string(m.Files.size()) + " scans, rms between them " +
+                        (m.RmsBetween ? FormatNumber(*m.RmsBetween, "0.000E-00") : "not known") + ":");
+    for (std::size_t i = 0; i < m.Files.size(); ++i) {
+        lines.push_back("   " + FileTitle(m.Files[i]));
+        if (!m.Hashes[i].empty()) lines.push_back("SHA-256 " + m.Hashes[i]);
+    }
+    if (m.Files.empty() && !m.Sha256.empty())
+        lines.push_back("SHA-256 " + m.Sha256); // as wide as a sheet with large letters
+    if (m.BaselineSha256.empty()) return;
+    lines.push_back("   SHA-256 of the baseline:");
+    lines.push_back("   " + m.BaselineSha256);
+}
+
 } // namespace
 
 std::vector<MeasuredSet> MeasuredSets() {
@@ -191,11 +213,7 @@ std::vector<std::string> MeasuredLines() {
         if (!m.Columns.empty()) lines.push_back("   from intensities, " + m.Columns);
         if (const std::string out = LeftOutOf(m); !out.empty()) lines.push_back(out);
         if (m.Total && m.Populations.size() > 1) lines.push_back(PopulationsOf(m));
-        if (!m.Sha256.empty())
-            lines.push_back("SHA-256 " + m.Sha256); // as wide as a sheet with large letters
-        if (m.BaselineSha256.empty()) continue;
-        lines.push_back("   SHA-256 of the baseline:");
-        lines.push_back("   " + m.BaselineSha256);
+        AddFileLines(m, lines);
     }
     return lines;
 }

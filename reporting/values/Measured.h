@@ -17,6 +17,10 @@ struct MeasuredSet {
     RowNo Row;
     std::string File, Baseline; // paths; the baseline's "" where there is none
     std::string Sha256, BaselineSha256;
+    // Of a mean of several scans: their paths and hashes in order, the last one's those above, and the rms
+    // between them over the range. Empty for a scan alone.
+    std::vector<std::string> Files, Hashes;
+    std::optional<double> RmsBetween;
     int Cell = 0;        // as the name of the file tells it; 0 where it does not
     std::string Channel; // "A" to "D"; "" for none
     std::string Optics;  // "absorbance" or "interference"

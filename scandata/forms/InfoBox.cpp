@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "scandata/reader/IntensityScan.h"
+#include "scandata/reader/MeanScan.h"
 #include "scandata/table/LeftOut.h"
 #include "workspace/records/Workspace.h"
 
@@ -62,6 +63,8 @@ void LoadInfoBox(RowNo row) {
         " min)     omega^2*t= " + FormatNumber(static_cast<double>(Work.ScanOmega2t[row]), "0.00##E-00");
     InfoBox.Line[3].Text = "Wavelength=" + SingleText(Work.ScanWavelength[row]) +
                            "      Scans Averaged=" + std::to_string(Work.ScansAveraged[row]);
+    if (const std::string mean = MeanRemark(row); !mean.empty())
+        InfoBox.Line[3].Text += "\n" + Broken("This is " + mean);
     InfoBox.Row = row;
     InfoBox.SwitchButton.Text = "&Switch Sample and Reference";
     InfoBox.SwitchButton.ToolTip = "Take the other column as the sample: each absorbance changes its sign";

@@ -42,11 +42,11 @@ std::string FluorescenceRemark(const ScanReadResult& read) {
 
 } // namespace
 
-ScanReadResult AdoptScan(const std::string& path, RowNo row) {
+ScanReadResult AdoptScan(const std::string& path, RowNo row, Ratios ratios) {
     Workspace before = Work;
     Work.ChosenPath = path;
     Work.ChosenName = FileTitle(path);
-    ScanReadResult result = TryReadScan(path, row, Abscissa::Radii);
+    ScanReadResult result = TryReadScan(path, row, Abscissa::Radii, ratios);
     if (!result.Ok) {
         Work = std::move(before);
         return result;

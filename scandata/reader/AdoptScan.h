@@ -12,7 +12,7 @@ namespace Quillon {
 // the range, the type of data settled by the name, HighestSet raised. Work.ChosenPath and ChosenName are
 // those of the file. A scan along wavelengths is none. A failure is handed back untold and leaves the whole
 // workspace as it was.
-ScanReadResult AdoptScan(const std::string& path, RowNo row);
+ScanReadResult AdoptScan(const std::string& path, RowNo row, Ratios ratios = Ratios::Compared);
 
 // Reads the baseline at path for a row and names it there; the row's data count as changed. A failure as
 // above.

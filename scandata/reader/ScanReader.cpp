@@ -79,6 +79,8 @@ void ForgetReadings(RowNo row) {
     Work.IntensityOrder[row] = IntensityOrders::None;
     for (PerRow<OneBased<float>>& column : Work.Intensity)
         column[row].Recreate(0);
+    Work.MeanOf[row].clear();
+    Work.MeanSpread[row].Recreate(0);
 }
 
 void TakeScan(RowNo row, const std::string& path, ScanReadResult& result) {
@@ -129,7 +131,7 @@ PointList ReadIntensities(TextItems& file, std::vector<IntensityReading>& readin
 }
 
 // Header and points of a scan; false when the scan has too many points, a RuntimeError for everything else.
-bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Abscissa abscissa,
+bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Abscissa abscissa, Ratios ratios,
                ScanReadResult& result) {
     TextItems file{bytes};
     const std::string_view comment = ReadCommentLine(file);
@@ -139,6 +141,7 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     const std::string_view header = ReadTextItem(file);
     const bool comma = file.AfterComma;
     result.TypeLetter = header.empty() ? '\0' : Capital(header[0]);
+    result.Cell = header.size() > 2 && header[2] >= '0' && header[2] <= '9' ? header[2] - '0' : 0;
     Work.InterferenceData = Flag(result.TypeLetter == 'P');
     DropPixelScale(comment, row);
     const int oldWavelength = WholeWavelength(Work.ScanWavelength[row]);
@@ -159,7 +162,7 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     TakeScan(row, path, result);
     Work.ScanSha256[row] = Host.Sha256(bytes);
     Host.SetPointer(Pointer::Standard);
-    CompareWavelengths(row, oldWavelength);
+    if (ratios == Ratios::Compared) CompareWavelengths(row, oldWavelength);
     Work.SetChanged[row] = FlagTrue;
     ForgetSetParms(row);
     return true;
@@ -207,10 +210,10 @@ template <class Parse> ReadFailure Attempt(const std::string& path, const char* 
 
 } // namespace
 
-ScanReadResult TryReadScan(const std::string& path, RowNo row, Abscissa abscissa) {
+ScanReadResult TryReadScan(const std::string& path, RowNo row, Abscissa abscissa, Ratios ratios) {
     ScanReadResult result;
     result.Failure = Attempt(path, ScanReadSentence, [&](const std::string& bytes) {
-        return ParseScan(path, bytes, row, abscissa, result);
+        return ParseScan(path, bytes, row, abscissa, ratios, result);
     });
     result.Ok = result.Failure.Kind == ReadFailure::Kinds::None;
     result.Failure.Missing = result.Failure.Kind == ReadFailure::Kinds::NoFile && !Host.FileExists(path);

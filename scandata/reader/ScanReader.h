@@ -41,6 +41,7 @@ struct ScanReadResult {
     float Rpm{};
     float Temperature{}; // degrees Celsius
     char TypeLetter = 0; // of the parameter line, a capital; 0 without one
+    int Cell = 0;        // digit of the parameter line; 0 without one
     bool Ok = false;
     ReadFailure Failure; // of a read that is not Ok
     std::string Remark;  // on one that is: lines behind the end of the list, which are not read; AdoptScan
@@ -54,6 +55,10 @@ inline constexpr const char* ScanReadSentence = "Error during file read, possibl
 // wavelength scan are nanometres.
 enum class Abscissa { Any, Radii };
 
+// Whether a read compares the wavelength with that of row 1, which may ask for extinction ratios, or leaves
+// the ratios of the table as they are: whoever reads knows them.
+enum class Ratios { Compared, Left };
+
 // Reads the scan at path into a row (1..MaxSets) of the table: at most MaxPtsPerSet - 1 points. The range is
 // the whole scan, the row's baseline shift and fit memory are cleared, Work.DataChosen is cleared, NewData
 // set. Uses Work.ChosenPath and ChosenName for ScanDirectory, and the directory of path when the name does
@@ -62,7 +67,8 @@ enum class Abscissa { Any, Radii };
 // After a failure header values and points of the row may be those of the new file in part; ScanPoints and
 // FitRange stay as they were, and the arrays never get shorter than ScanPoints. A file without a single point
 // is a failure. Nothing is told.
-ScanReadResult TryReadScan(const std::string& path, RowNo row, Abscissa abscissa);
+ScanReadResult TryReadScan(const std::string& path, RowNo row, Abscissa abscissa,
+                           Ratios ratios = Ratios::Compared);
 
 // The same with any first numbers, and tells a failure; a file that is not there is told by itself first.
 ScanReadResult ReadScan(const std::string& path, RowNo row);

@@ -4,6 +4,7 @@
 #include "models/function/Constraints.h"
 #include "models/function/FitFunction.h"
 #include "platform/Platform.h"
+#include "scandata/reader/ScanNames.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
@@ -119,6 +120,9 @@ std::optional<std::string> LinesAside(SetNo k, bool offsetIncluded) {
 } // namespace
 
 int CellNumberOf(const std::string& fileName) {
+    // The ending of the newer names is that of all cells.
+    if (const ScanNameFacts facts = ScanNameOf(fileName); facts.HasFields)
+        return static_cast<int>(*facts.Cell);
     const std::size_t place = Work.NameConvention == 1 ? fileName.size() - 1 : 4;
     if (place >= fileName.size()) return 0;
     const char digit = fileName[place];

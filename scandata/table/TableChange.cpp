@@ -38,7 +38,7 @@ bool ReadingsDiffer(const RowPair& pair) {
 
 bool ScanDiffers(const RowPair& pair) {
     if (pair.Differs(&Workspace::ScanFile) || pair.Differs(&Workspace::ScanDirectory) ||
-        pair.Differs(&Workspace::ScanSha256))
+        pair.Differs(&Workspace::ScanSha256) || pair.Differs(&Workspace::MeanOf))
         return true;
     return !ReadingsDiffer(pair) &&
            (pair.Differs(&Workspace::ScanRadius) || pair.Differs(&Workspace::ScanValue));
@@ -59,6 +59,13 @@ const char* OrderWords(const RowPair& pair) {
     return pair.Now(&Workspace::IntensityOrder) == IntensityOrders::ReferenceFirst
                ? "the second column is the sample"
                : "the first column is the sample";
+}
+
+std::string ScanWords(const RowPair& pair) {
+    const std::string& file = pair.Now(&Workspace::ScanFile);
+    if (file.empty()) return "no scan";
+    const std::size_t scans = pair.Now(&Workspace::MeanOf).size();
+    return scans < 2 ? file : "mean of " + std::to_string(scans) + " scans up to " + file;
 }
 
 const char* CenterpieceWords(int code) {
@@ -95,7 +102,7 @@ std::vector<std::string> PartsOf(const RowPair& pair) {
     };
     const bool scan = ScanDiffers(pair);
     const std::string& file = pair.Now(&Workspace::ScanFile);
-    part(scan, file.empty() ? "no scan" : file);
+    part(scan, ScanWords(pair));
     if (file.empty()) return parts;
     part(!scan && pair.Differs(&Workspace::IncludeSet),
          pair.Now(&Workspace::IncludeSet) == 1 ? "in the fit" : "left out of the fit");

@@ -114,7 +114,7 @@ void CopyRow(RowNo from, RowNo to) {
                 Work.ScanTime, Work.ScansAveraged, Work.ScanPoints, Work.ScanComment, Work.ScanDirectory,
                 Work.ScanFile, Work.ScanSha256, Work.SetNoise);
     CopyEntries(from, to, Work.LeftOut, Work.SignalCeiling, Work.IntensityOrder, Work.Intensity[0],
-                Work.Intensity[1]);
+                Work.Intensity[1], Work.MeanOf, Work.MeanSpread);
     CopyEntries(from, to, Work.BaselineFile, Work.BaselineSha256, Work.BaselineDirectory, Work.BaselineRPM,
                 Work.BaselinePoints, Work.BaselineShifted, Work.BaselineShift);
     CopyEntries(from, to, Work.FitRange[0], Work.FitRange[1], Work.ExtinctionRatio[0],

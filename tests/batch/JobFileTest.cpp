@@ -350,5 +350,23 @@ TEST(JobFile, ErrorsStayInOneLine) {
     EXPECT_EQ(error.find('\n'), std::string::npos);
 }
 
+TEST(JobFile, ScansOfAMeanStandBetweenCommas) {
+    const auto files = [](const std::string& value) {
+        return ParseJob("[set 1]\nfile = " + value + "\n", "fit.job").Sets[0];
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(files("a.RA1").Files, (Names{"a.RA1"}));
+    EXPECT_EQ(files("a.RA1, b.RA1,c.RA1 ; the last three").Files, (Names{"a.RA1", "b.RA1", "c.RA1"}));
+    EXPECT_EQ(files("a.RA1, b.RA1,c.RA1 ; the last, three").File, "a.RA1, b.RA1,c.RA1");
+    EXPECT_EQ(files("\"x, y.RA1\"").Files, (Names{"x, y.RA1"}));
+    EXPECT_EQ(files("\"x, y.RA1\"").File, "x, y.RA1");
+    EXPECT_EQ(files("\"x, y.RA1\", z.RA1").Files, (Names{"x, y.RA1", "z.RA1"}));
+    EXPECT_EQ(files("z.RA1,\"x ;y.RA1\" ; two").Files, (Names{"z.RA1", "x ;y.RA1"}));
+    EXPECT_EQ(files("my\"scan.RA1").Files, (Names{"my\"scan.RA1"}));
+    EXPECT_THROW(files("\"a"), RuntimeError);
+    EXPECT_THROW(files("\"a\" b"), RuntimeError);
+    EXPECT_THROW(files("  ; nothing"), RuntimeError);
+}
+
 } // namespace
 } // namespace Quillon

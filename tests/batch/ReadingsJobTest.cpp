@@ -115,6 +115,63 @@ TEST_F(ReadingsJob, WhatMeetsNothingIsTold) {
     EXPECT_NE(end.Err.find("[set 1] exclude: the scan has no reading at 5.8 to 5.85 cm"), std::string::npos);
 }
 
+TEST_F(ReadingsJob, SeveralFilesAreOneMeanInResultsReportSavedFitAndJob) {
+    // Two scans around that of set 1: their mean is that scan.
+    Workspace shifted = Truth;
+    for (const float by : {-0.01F, 0.01F}) {
+        for (long p = 1; p <= Truth.ScanPoints[1]; ++p)
+            shifted.ScanValue[1][p] = Truth.ScanValue[1][p] + by;
+        script.MakeFile(by < 0.0F ? "low.txt" : "high, one.txt", ScanText(shifted, 1));
+    }
+    std::string text = Text;
+    text.replace(text.find("set1.txt"), 8, "low.txt, \"high, one.txt\"");
+    const std::string job = script.MakeFile("mean.job", text), saved = script.Directory() + "/mean.quil";
+    const std::string written = script.Directory() + "/written.job";
+    const ProgramEnd end = Fit(job, {"--save", saved, "--write-job", written, "--report", saved + ".txt"});
+    EXPECT_NE(end.Err.find("[set 1] file: the mean of 2 scans (low.txt, high, one.txt), rms between them"),
+              std::string::npos)
+        << end.Err;
+    const auto expectMean = [](const JsonValue& set) {
+        EXPECT_EQ(set["scans_averaged"].Number, 2.0);
+        ASSERT_EQ(set["files"].Items.size(), 2U);
+        ASSERT_EQ(set["sha256"].Items.size(), 2U);
+        EXPECT_EQ(set["sha256"][0].Text.size(), 64U);
+        EXPECT_NEAR(set["rms_between"].Number, 0.02 / std::sqrt(2.0), 1e-6);
+    };
+    const JsonValue mean = ReadJson(end.Out);
+    expectMean(mean["sets"][0]);
+    EXPECT_EQ(mean["sets"][0]["file"].Text, "low.txt, \"high, one.txt\"");
+    EXPECT_EQ(mean["sets"][0]["files"][1].Text, "high, one.txt");
+    const JsonValue single = ReadJson(Fit(script.MakeFile("single.job", Text)).Out);
+    EXPECT_EQ(single["sets"][0]["files"].Items.size(), 1U);
+    EXPECT_EQ(single["sets"][0]["scans_averaged"].Number, 1.0);
+    EXPECT_TRUE(single["sets"][0]["rms_between"].IsNull());
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NEAR(mean["parameters"][i]["value"].Number, single["parameters"][i]["value"].Number,
+                    1e-4 * std::fabs(single["parameters"][i]["error"].Number) + 1e-6);
+    expectMean(ReadJson(Fit(saved).Out)["sets"][0]);
+    EXPECT_EQ(NumbersOf(Fit(written).Out), NumbersOf(end.Out));
+    const std::string report = ReadWholeFile(saved + ".txt");
+    EXPECT_NE(report.find("the mean of 2 scans, rms between them"), std::string::npos);
+    EXPECT_NE(report.find("high, one.txt"), std::string::npos);
+}
+
+TEST_F(ReadingsJob, AnUnquotedNameWithACommaIsOneFileWhereThereIsOne) {
+    script.MakeFile("set1, again.txt", ScanText(Truth, 1));
+    std::string text = Text;
+    text.replace(text.find("set1.txt"), 8, "set1, again.txt");
+    const JsonValue set = ReadJson(Fit(script.MakeFile("comma.job", text)).Out)["sets"][0];
+    EXPECT_EQ(set["file"].Text, "set1, again.txt");
+    EXPECT_EQ(set["scans_averaged"].Number, 1.0);
+    const ProgramEnd end = RunInside({JobWith("", "plain.job")});
+    EXPECT_EQ(end.Status, 0);
+    text.replace(text.find("set1, again.txt"), 15, "set1.txt,, set1.txt");
+    const ProgramEnd gap = RunInside({script.MakeFile("gap.job", text)});
+    EXPECT_EQ(gap.Status, 1);
+    EXPECT_NE(gap.Err.find("[set 1] file: there is no name between two of its commas"), std::string::npos)
+        << gap.Err;
+}
+
 TEST_F(ReadingsJob, MistakesAreErrorsOfTheirKey) {
     struct Mistake {
         const char *Line, *Reason;

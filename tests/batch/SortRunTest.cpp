@@ -86,6 +86,26 @@ TEST(SortRun, AWavelengthWithoutARatioIsACommentAndSharesNothing) {
     EXPECT_NE(end.Err.find("no extinction ratio is given for 28"), std::string::npos) << end.Err;
 }
 
+TEST(SortRun, AJobOfMeansTakesTheLastScansThatAgree) {
+    Script script;
+    fs::create_directory(script.Directory() + "/run");
+    RunPlan plan;
+    plan.Cells = {1};
+    plan.Speeds = {10000, 14000};
+    WriteRun(MakeRun(plan), script.Directory() + "/run");
+    const ProgramEnd sorted = RunIn(script, {"--sort", "run", "--average", "--job", "run.job"});
+    ASSERT_EQ(sorted.Status, 0) << sorted.Err;
+    std::size_t equal = 0;
+    for (const CsvCells& row : ParseCsv(sorted.Out))
+        if (row[14] == "1" && row[12] == "yes") ++equal;
+    ASSERT_GT(equal, 2U);
+    const JsonValue results = ReadJson(RunIn(script, {"run.job", "--results", "-", "--quiet"}).Out);
+    ASSERT_EQ(results["sets"].Items.size(), 2U);
+    EXPECT_EQ(results["sets"][0]["scans_averaged"].Number, static_cast<double>(equal));
+    EXPECT_NEAR(results["sets"][0]["rms_between"].Number, plan.Noise, 0.3 * plan.Noise);
+    EXPECT_EQ(RunIn(script, {"--sort", "run", "--average"}).Status, 1) << "there is no job";
+}
+
 TEST(SortRun, TheJobBesideItHoldsTheRadiiAlone) {
     Script script;
     fs::create_directory(script.Directory() + "/run");

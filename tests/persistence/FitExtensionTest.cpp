@@ -105,6 +105,20 @@ TEST(FitExtension, ReadingsLeftOutThatFitNoScanAreDamage) {
     refused([](Workspace& w) { w.Intensity[0][1].Resize(1); });
 }
 
+TEST(FitExtension, MeansOfScansComeBackAndThoseThatFitNoScanAreDamage) {
+    Workspace w = WithReadingsLeftOut();
+    w.MeanOf[1] = {{"/data/run", "00001.RA1", std::string(64, 'a'), 10}, {"", "00002.RA1", "", 20}};
+    w.MeanSpread[1].Recreate(w.ScanPoints[1] + 2, 0.004F);
+    const Workspace back = DecodeFit(EncodeFit(w), FreshWorkspace()).Analysis;
+    EXPECT_TRUE(back.MeanOf == w.MeanOf);
+    EXPECT_TRUE(back.MeanSpread == w.MeanSpread);
+    Workspace cut = w;
+    cut.MeanSpread[1].Resize(3);
+    EXPECT_THROW(DecodeFit(EncodeFit(cut), FreshWorkspace()), RuntimeError);
+    w.MeanOf[1][0].Sha256 = "no hash";
+    EXPECT_THROW(DecodeFit(EncodeFit(w), FreshWorkspace()), RuntimeError);
+}
+
 TEST(FitExtension, ACutOneIsRefusedAtEveryPlace) {
     const std::string bytes = ByHand(Shared());
     for (std::size_t size = 1; size < bytes.size(); ++size) {

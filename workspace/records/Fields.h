@@ -87,6 +87,8 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("SignalCeiling", &Workspace::SignalCeiling);
     visit("IntensityOrder", &Workspace::IntensityOrder);
     visit("Intensity", &Workspace::Intensity);
+    visit("MeanOf", &Workspace::MeanOf);
+    visit("MeanSpread", &Workspace::MeanSpread);
     visit("BaselinePoints", &Workspace::BaselinePoints);
     visit("BaselineRadius", &Workspace::BaselineRadius);
     visit("BaselineValue", &Workspace::BaselineValue);

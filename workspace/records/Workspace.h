@@ -63,6 +63,14 @@ struct LeftOutReading {
     bool operator==(const LeftOutReading&) const = default;
 };
 
+// A file whose scan is a part of the mean that a row holds.
+struct MeanPart {
+    std::string Directory, File;
+    std::string Sha256;        // of the file as it was read
+    std::int16_t Readings = 1; // averaged in each of its points, which is its weight
+    bool operator==(const MeanPart&) const = default;
+};
+
 struct Workspace {
     static constexpr long Rows = StandardMaxSets;
     static constexpr long Slots = StandardMaxParms - 1; // highest subscript
@@ -163,6 +171,10 @@ struct Workspace {
     // The two columns of an intensity scan as read, left-out readings included; empty for other scans.
     std::array<PerRow<OneBased<float>>, 2> Intensity{PerRow<OneBased<float>>(Rows),
                                                      PerRow<OneBased<float>>(Rows)};
+    // Of a row whose scan is the mean of several: all its files, that of ScanFile last, and the standard
+    // deviation of one scan at each reading, left-out readings included. Both are empty for a scan alone.
+    PerRow<std::vector<MeanPart>> MeanOf = PerRow<std::vector<MeanPart>>(Rows);
+    PerRow<OneBased<float>> MeanSpread = PerRow<OneBased<float>>(Rows);
     PerRow<std::int16_t> BaselinePoints = PerRow<std::int16_t>(Rows);
     PerRow<OneBased<float>> BaselineRadius = PerRow<OneBased<float>>(Rows);
     PerRow<OneBased<float>> BaselineValue = PerRow<OneBased<float>>(Rows);

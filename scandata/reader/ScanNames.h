@@ -12,6 +12,7 @@
 namespace Quillon {
 
 struct ScanNameFacts {
+    bool HasFields = false;         // a newer name
     std::string RunId;              // of the newer names; "" of the others
     std::optional<long> Cell;       // from 1
     std::optional<long> Scan;       // its number

@@ -1,4 +1,4 @@
-#include "runs/ScanNames.h"
+#include "scandata/reader/ScanNames.h"
 
 #include <charconv>
 #include <vector>
@@ -77,6 +77,7 @@ bool TakeFields(std::string_view stem, ScanNameFacts& facts) {
     if (!found.Cell || *found.Cell == 0 || parts.size() < 3) return false;
     found.RunId =
         std::string(stem.substr(0, static_cast<std::size_t>(parts[runParts].data() - stem.data()) - 1));
+    found.HasFields = true;
     found.Type = facts.Type;
     facts = found;
     return true;
