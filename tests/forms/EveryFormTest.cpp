@@ -3,7 +3,7 @@
 #include "tests/forms/EveryForm.h"
 
 #include "commands/Analmenu.h"
-#include "commands/History.h"
+#include "commands/history/History.h"
 #include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FieldEdit.h"
