@@ -36,7 +36,7 @@
 #include "models/forms/SpecForm.h"
 #include "models/forms/UnitsForm.h"
 #include "models/function/FitFunction.h"
-#include "persistence/SettingsForm.h"
+#include "persistence/settings/SettingsForm.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "reporting/values/Correlation.h"

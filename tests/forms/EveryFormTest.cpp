@@ -9,7 +9,7 @@
 #include "forms/shell/FieldEdit.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/WindowSizes.h"
-#include "persistence/FitCodec.h"
+#include "persistence/codec/FitCodec.h"
 #include "platform/Platform.h"
 #include "scandata/forms/FileForm.h"
 #include "tests/forms/Scans.h"
