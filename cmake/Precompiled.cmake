@@ -1,9 +1,11 @@
 # Headers that nearly every source reads, read once: three quarters of the time of compiling a test went into
-# them. Only with g++, and only for tests and windows: behind a precompiled header the optimiser's warnings cry at
-# sound code of the library's strings.
-option(QUILLON_PRECOMPILED "Read common headers of tests and windows once (g++ only)" ON)
-if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  set(QUILLON_PRECOMPILED OFF)
+# them. With g++ for tests and windows only: behind a precompiled header the optimiser's warnings cry at sound code
+# of the library's strings. So the folders have theirs with the other compiler, and under the sanitizers, where no
+# warning is asked for: those of g++ come from a tree without.
+option(QUILLON_PRECOMPILED "Read common headers of tests and windows once" ON)
+set(QUILLON_PRECOMPILED_FOLDERS ${QUILLON_PRECOMPILED})
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT QUILLON_SANITIZE)
+  set(QUILLON_PRECOMPILED_FOLDERS OFF)
 endif()
 
 set(quillon_common_headers <algorithm> <array> <cmath> <cstdint> <cstdio> <cstdlib> <functional> <limits> <map>
@@ -39,4 +41,15 @@ function(quillon_use_precompiled target name)
   if(QUILLON_PRECOMPILED)
     target_precompile_headers(${target} REUSE_FROM ${name})
   endif()
+endfunction()
+
+# What all folders read. Made by the first folder that asks.
+function(quillon_precompile_folder target)
+  if(NOT QUILLON_PRECOMPILED_FOLDERS)
+    return()
+  endif()
+  if(NOT TARGET quillon_common_headers)
+    quillon_precompile_once(quillon_common_headers HEADERS ${quillon_common_headers})
+  endif()
+  quillon_use_precompiled(${target} quillon_common_headers)
 endfunction()

@@ -318,10 +318,17 @@ Workspace SmallFit() {
     return w;
 }
 
-TEST_F(FitHostile, AHundredThousandMutationsAreRefusedOrUsable) {
+// Instrumented code takes four times as long.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int ManyMutations = 20000;
+#else
+constexpr int ManyMutations = 100000;
+#endif
+
+TEST_F(FitHostile, ManyMutationsAreRefusedOrUsable) {
     Scripted.AnswerAllMessages(BoxAnswer::No);
     Mutator small(EncodeFit(SmallFit()));
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < ManyMutations; ++i) {
         Feed(small.Next());
         Scripted.Asked.clear();
     }
