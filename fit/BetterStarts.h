@@ -12,15 +12,12 @@ namespace Quillon {
 // and so does everything in other models or where the function has no value.
 PerSlot<float> VisibleStart(const PerSlot<float>& start);
 
-// from with the best concentrations that are found for each set while constants and masses stay. Given what
-// the sets share, each is a small problem of its own, which may have two minima (more of A than of B, or the
-// other way round), and a fit of many sets is caught when one of them is. Several proportions are tried for
-// all sets at once, and each set keeps the one with the lowest sum. Models of one species
-// have one proportion. from itself where that lowers the sum of squares by less than a thousandth.
-PerSlot<float> BestOfEachSet(const PerSlot<float>& from);
+// True when visible, a VisibleStart of start, has a constant that much above that of start that its species
+// are hidden in the noise there: the search from start has no slope to follow.
+bool HidesAConstant(const PerSlot<float>& start, const PerSlot<float>& visible);
 
 // start with its shape moved: fitted constants by 4 up or down, alike or one against the other, or masses by
-// a quarter down or a third up, and the best concentrations of each set that go with it (BestOfEachSet).
+// a quarter down or a third up, and the best concentrations of each set that go with it (fit/SetBySet.h).
 // Constants that each set has for itself move together; cooperativity, held and tied parameters stay. number
 // from 1 to MovedStarts. start itself where the model has nothing that this number moves, or nothing can be
 // read off the data.

@@ -211,7 +211,7 @@ DampedEnd SearchDamped(DampedWay way) {
 DampedEnd SearchConcentrations() {
     return SearchBy([](Place& best) {
         const auto settled = [&] {
-            return ExpectedDecrease(best.Equations, MovedParms::Concentrations) < 1.0;
+            return ExpectedDecrease(best.Equations, MovedParms::Concentrations) < SmallDecrease;
         };
         return Descent(best, DampedWay::Plain, MovedParms::Concentrations).Run(settled);
     });

@@ -41,7 +41,9 @@ inline constexpr const char* CancelledText = "The fit was cancelled"; // the sen
 // A fit that did not end at a minimum, once more: the damped search from the starting values, then RunFit
 // from where it ends, which has the last word. Where that is no minimum either, or one that leaves more than
 // the noise of the data, the same again, at most three times: by the other way of the search, from constants
-// that show (fit/BetterStarts.h), and from the best concentrations that each set has by itself. True when the
+// that show (fit/BetterStarts.h), which come first where the start has one that shows nowhere, and from the
+// best concentrations that each set has by itself (fit/SetBySet.h). Behind a minimum that is down to the
+// noise only sets that stand a little above it are tried, for models of two species. True when the
 // fit has results. Work.Outcome is that of the RunFit whose sum is the lower one, with Rescued set when it
 // stands at a minimum; where the function has no value at the start, everything is as it was. A cancel leaves
 // Work.AbortFit and the best parameters that were met on the way: those of a fit that had ended, which then

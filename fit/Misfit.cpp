@@ -268,6 +268,18 @@ bool LeavesMoreThanNoise(const Workspace& fit) {
     });
 }
 
+std::vector<double> DeviationsOfSets(const Workspace& fit) {
+    const std::vector<Residuals> left = ResidualsOf(fit);
+    const double points = left[0].All.Count;
+    std::vector<double> deviations(left.size(), 0.0);
+    if (points < EnoughPoints) return deviations;
+    const double noise = NoiseVariance(fit);
+    for (std::size_t set = 0; set < left.size(); ++set)
+        deviations[set] =
+            std::max(SumDeviations(left[set], noise, points), WaveMisfitOf(left[set], left[0]).Deviations);
+    return deviations;
+}
+
 // [decision: misfit-remark]
 std::string MisfitText() {
     if (!StandsAtMinimum()) return "";

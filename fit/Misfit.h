@@ -15,6 +15,7 @@
 // Fewer than twenty points tell nothing.
 
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -28,6 +29,11 @@ double NoiseVariance(const Workspace& fit);
 // their noise by four standard deviations, or in long waves by 3.2. A set that is caught hardly shows in the
 // sum of many. It is asked where looking further costs time and nothing else.
 bool LeavesMoreThanNoise(const Workspace& fit);
+
+// Of a fit of the data in Work: by how many standard deviations each set lies above the noise, in the mean
+// square or in long waves, whichever is more; by set from 1, all points together at 0. Zeros for fewer than
+// twenty points.
+std::vector<double> DeviationsOfSets(const Workspace& fit);
 
 // What is to be said of the fit in Work when it has converged at a minimum and leaves more than the noise by
 // five standard deviations, or in long waves by four, where a set that is noisier than others is measured by

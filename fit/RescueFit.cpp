@@ -3,6 +3,7 @@
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
 #include "fit/Misfit.h"
+#include "fit/SetBySet.h"
 #include "fit/equations/Bounds.h"
 #include "fit/equations/NormalEquations.h"
 #include "models/function/BlockFunction.h"
@@ -90,6 +91,12 @@ bool IsDownToNoise(const Workspace& fit) {
     return fit.SumSq < Allowed * NoiseVariance(fit) * freedom && !LeavesMoreThanNoise(fit);
 }
 
+// A minimum that is down to the noise leaves nothing to be looked for but a set that is caught in the wrong
+// proportion of its species.
+bool IsGood(const Workspace& fit) {
+    return fit.Outcome.End == FitEnd::Converged && IsDownToNoise(fit);
+}
+
 // True when a is the better end: a minimum before anything else, then the lower sum.
 bool IsBetter(const Workspace& a, const Workspace& b) {
     const bool minimumA = a.Outcome.End == FitEnd::Converged;
@@ -113,53 +120,79 @@ void KeepBestOnCancel(const Workspace& best) {
     Work.FitValid = Work.FitDone = FlagFalse;
 }
 
-// Where an attempt starts. What the user gave comes first; what may be better known comes behind it, and
-// behind the last attempt of a rescue the starts that are moved away.
-constexpr int LastAttempt = 4;
-PerSlot<float> StartOf(int attempt, const PerSlot<float>& start, const Workspace& best) {
-    if (attempt <= 2) return start;
-    if (attempt > LastAttempt) return MovedStart(start, attempt - LastAttempt);
-    return attempt == 3 ? VisibleStart(start) : BestOfEachSet(best.Parms);
+// A way to a minimum: where the search starts, and by which way it goes.
+enum class Road {
+    Guided, // from the user's start
+    Plain,
+    Visible,      // from constants that show
+    EachSet,      // from the best place so far, with the best concentrations that each set has by itself
+    DoubtfulSets, // the same for sets that stand a little above the noise
+    Moved         // from other constants or masses; so many numbers follow
+};
+Road MovedRoad(int number) {
+    return static_cast<Road>(static_cast<int>(Road::Moved) + number);
 }
 
-// What comes behind an attempt. A minimum that is down to the noise leaves nothing to be looked for but a set
-// that is caught in the wrong proportion of its species.
-int NextAttempt(int attempt, const Workspace& best) {
-    const bool good = best.Outcome.End == FitEnd::Converged && IsDownToNoise(best);
-    if (!good) return attempt + 1;
-    return TraitsOfModel().TwoSpecies && attempt < LastAttempt ? LastAttempt : LastAttempt + 1;
+PerSlot<float> StartOf(Road road, const PerSlot<float>& start, const Workspace& best) {
+    switch (road) {
+    case Road::Guided:
+    case Road::Plain:
+        return start;
+    case Road::Visible:
+        return VisibleStart(start);
+    case Road::EachSet:
+        return BestOfEachSet(best.Parms);
+    case Road::DoubtfulSets:
+        return BestOfEachSet(best.Parms, TriedSets::Doubtful);
+    default:
+        return MovedStart(start, static_cast<int>(road) - static_cast<int>(Road::Moved));
+    }
 }
 
 // True where there is no better start, or no other one.
-bool IsNothingNew(int attempt, const PerSlot<float>& from, const PerSlot<float>& start,
-                  const Workspace& best) {
-    if (attempt == LastAttempt) return from == best.Parms && best.FitDone;
-    return attempt > LastAttempt && from == start;
+bool IsNothingNew(Road road, const PerSlot<float>& from, const PerSlot<float>& start, const Workspace& best) {
+    if (road == Road::Guided || road == Road::Plain) return false;
+    if (road == Road::EachSet || road == Road::DoubtfulSets) return from == best.Parms && best.FitDone;
+    return from == start;
 }
 
-// One attempt, its end in best where that is better. False when nothing more is to be tried: after a cancel,
-// and where there is no value or no better start.
-bool TryAttempt(int attempt, const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
-    const PerSlot<float> from = StartOf(attempt, start, best);
-    if (IsCancelled()) return false;
-    if (IsNothingNew(attempt, from, start, best) ||
-        !Attempt(attempt == 2 ? DampedWay::Plain : DampedWay::Guided, from, progress))
-        return false;
-    if (!IsCancelled() && IsBetter(Work, best)) best = Work;
-    return !IsCancelled();
+enum class Tried {
+    Gone,    // to an end
+    Nothing, // no new start
+    Stopped  // cancelled, or the function has no value at the start
+};
+
+// One road, its end in best where that is better.
+Tried TryRoad(Road road, const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
+    const PerSlot<float> from = StartOf(road, start, best);
+    if (IsCancelled()) return Tried::Stopped;
+    if (IsNothingNew(road, from, start, best)) return Tried::Nothing;
+    if (!Attempt(road == Road::Plain ? DampedWay::Plain : DampedWay::Guided, from, progress))
+        return Tried::Stopped;
+    if (IsCancelled()) return Tried::Stopped;
+    if (IsBetter(Work, best)) best = Work;
+    return Tried::Gone;
+}
+
+// What the user gave comes first, unless it has a constant that shows nowhere: no slope leads from there, and
+// the searches would end far from the data at the price of the one that arrives.
+std::vector<Road> RoadsFromStart(const PerSlot<float>& start) {
+    if (HidesAConstant(start, VisibleStart(start)))
+        return {Road::Visible, Road::Guided, Road::Plain, Road::EachSet};
+    return {Road::Guided, Road::Plain, Road::Visible, Road::EachSet};
 }
 
 // The roads to other minima from one that has been reached, the shortest ones first. A rescued fit has been
 // along the first ones. For each one moved start, and at last the best of each set once more from where the
 // others have led.
-std::vector<int> RoadsFrom(const Workspace& own) {
-    std::vector<int> roads{LastAttempt};
+std::vector<Road> RoadsFrom(const Workspace& own) {
+    std::vector<Road> roads{Road::EachSet};
     const bool twoSpecies = TraitsOfModel().TwoSpecies;
-    if (!own.Outcome.Rescued) roads.push_back(1);
-    if (!own.Outcome.Rescued && twoSpecies) roads.insert(roads.end(), {3, LastAttempt});
+    if (!own.Outcome.Rescued) roads.push_back(Road::Guided);
+    if (!own.Outcome.Rescued && twoSpecies) roads.insert(roads.end(), {Road::Visible, Road::EachSet});
     for (int move = 1; move <= MovedStarts; ++move)
-        roads.push_back(LastAttempt + move);
-    if (twoSpecies) roads.push_back(LastAttempt);
+        roads.push_back(MovedRoad(move));
+    if (twoSpecies) roads.push_back(Road::EachSet);
     return roads;
 }
 
@@ -186,9 +219,9 @@ std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const Fit
     const Workspace own = Work;
     Workspace best = own;
     int back = 0;
-    for (const int attempt : RoadsFrom(own)) {
+    for (const Road road : RoadsFrom(own)) {
         const double before = best.SumSq;
-        if (TryAttempt(attempt, start, best, progress) && LeadsBack(before)) ++back;
+        if (TryRoad(road, start, best, progress) == Tried::Gone && LeadsBack(before)) ++back;
         if (back == EnoughBack || IsCancelled() || !LeavesMoreThanNoise(best)) break;
     }
     const bool cancelled = IsCancelled();
@@ -201,9 +234,10 @@ std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const Fit
 bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
     const ProgressInUse inUse(progress);
     Workspace best = Work;
-    int attempt = 1;
-    while (attempt <= LastAttempt && TryAttempt(attempt, start, best, progress))
-        attempt = NextAttempt(attempt, best);
+    for (const Road road : RoadsFromStart(start))
+        if (TryRoad(road, start, best, progress) == Tried::Stopped || IsGood(best)) break;
+    if (!IsCancelled() && IsGood(best) && TraitsOfModel().TwoSpecies)
+        TryRoad(Road::DoubtfulSets, start, best, progress);
     if (IsCancelled())
         KeepBestOnCancel(best);
     else

@@ -5,6 +5,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/LongWaves.h"
 #include "fit/Misfit.h"
+#include "fit/SetBySet.h"
 #include "fit/Undetermined.h"
 #include "fit/equations/Bounds.h"
 #include "fit/equations/NormalEquations.h"
@@ -375,6 +376,73 @@ TEST_F(RescueFitTest, EachSetKeepsTheBestConcentrationsThatItHasByItself) {
     EXPECT_GT(SumAt(wrong), 10.0 * least);
     EXPECT_LT(SumAt(better), 1.05 * least);
     EXPECT_EQ(better[6], wrong[6]) << "constants stay";
+}
+
+// Behind a minimum only sets that stand a little above the noise are tried: one that is caught, and no other.
+TEST_F(RescueFitTest, OfDoubtfulSetsTheOneThatIsCaughtIsFound) {
+    LoadMixture({9, 1}, 7);
+    RunFit();
+    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged);
+    const PerSlot<float> least = Work.Parms;
+    EXPECT_TRUE(BestOfEachSet(least, TriedSets::Doubtful) == least);
+    PerSlot<float> wrong = least;
+    wrong[SlotA(2)] -= 2.0F;
+    wrong[SlotB(2)] += 3.0F;
+    const PerSlot<float> better = BestOfEachSet(wrong, TriedSets::Doubtful);
+    EXPECT_LT(SumAt(better), 1.05 * SumAt(least));
+}
+
+// Sets with one zero offset cannot be looked at apart: a better offset for one is a worse one for another.
+TEST_F(RescueFitTest, SetsWithOneOffsetAreTriedTogether) {
+    LoadRobustnessCase(ModelCaseNamed("Model07Linked"), 1);
+    RunFit();
+    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged);
+    const double least = Work.SumSq;
+    PerSlot<float> wrong = Work.Parms;
+    std::swap(wrong[SlotA(2)], wrong[SlotB(2)]);
+    const PerSlot<float> better = BestOfEachSet(wrong);
+    EXPECT_LT(SumAt(better), SumAt(wrong));
+    EXPECT_LT(SumAt(better), 1.5 * least);
+    Work.Parms = better;
+    ApplyOffsetLinks();
+    EXPECT_TRUE(Work.Parms == better) << "ties hold";
+}
+
+TEST_F(RescueFitTest, AConstantIsHiddenWhereItShowsNowhere) {
+    LoadMixture({8, 1}, 1);
+    const PerSlot<float> truth = Work.Parms;
+    EXPECT_FALSE(HidesAConstant(truth, VisibleStart(truth)));
+    StartFromDefaults();
+    EXPECT_TRUE(HidesAConstant(Work.Parms, VisibleStart(Work.Parms)));
+}
+
+// The points that a fit passes over, in fifties: the host is served once for each.
+long PointsPassed(const auto& fit) {
+    long passed = 0;
+    Host.ServeEvents = [&] { ++passed; };
+    Work.YieldInterval = 50;
+    fit();
+    Host.ServeEvents = [] {};
+    return passed;
+}
+
+TEST_F(RescueFitTest, AMixtureFromDefaultGuessesTookThirtyPlainFits) {
+    for (const Mixture& mixture : {Mixture{9, 2}, Mixture{11, 1}, Mixture{11, 2}}) {
+        LoadMixture(mixture, 2);
+        const Workspace truth = Work;
+        StartFarOff(1.0, 2);
+        const long plain = PointsPassed([] { RunFit(); });
+        ASSERT_EQ(Work.Outcome.End, FitEnd::Converged) << mixture.Model;
+        const double least = Work.SumSq;
+        Work = truth;
+        StartFromDefaults();
+        const PerSlot<float> start = Work.Parms;
+        RunFit();
+        ASSERT_NE(Work.Outcome.End, FitEnd::Converged) << mixture.Model;
+        const long rescued = PointsPassed([&] { RescueFit(start); });
+        EXPECT_LE(rescued, 6 * plain) << mixture.Model;
+        EXPECT_LT(Work.SumSq, 1.001 * least) << mixture.Model;
+    }
 }
 
 TEST_F(RescueFitTest, SharedConcentrationsTellTheConstantBetter) {
