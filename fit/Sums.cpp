@@ -2,8 +2,10 @@
 #include "fit/FitProgress.h"
 #include "fit/GNLLSQ.h"
 #include "fit/equations/NoiseWeights.h"
+#include "fit/equations/Products.h"
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
+#include "platform/VectorWidth.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
@@ -20,7 +22,10 @@ struct PassScratch {
     PointBlock Block;
     double Weight = 1.0; // of the set's residuals
     std::array<double, BlockPoints> Residual;
+    ProductSums Sums;
 };
+static_assert(BlockPoints <= ProductPoints && BlockColumns <= ProductColumns);
+
 PassScratch& Scratch() {
     thread_local PassScratch scratch;
     return scratch;
@@ -34,69 +39,31 @@ void PrepareSums() {
     Work.SumSq = 0.0;
 }
 
-// One row of the normal equations: sum[j] += x * columns[j], point after point, so that each sum grows in the
-// order of the points whatever else is done beside it.
-template <int Width>
-void AddProducts(const double* x, const std::array<const double*, 4>& columns, long n, double* const* sums) {
-    std::array<double, Width> sum;
-    for (std::size_t j = 0; j < Width; ++j)
-        sum[j] = *sums[j];
-    for (long i = 0; i < n; ++i)
-        for (std::size_t j = 0; j < Width; ++j)
-            sum[j] += x[i] * columns[j][i];
-    for (std::size_t j = 0; j < Width; ++j)
-        *sums[j] = sum[j];
-}
-
-// Products of x with the plan's first count columns into target(column).
-template <class Target> void AddRow(const PointBlock& block, const double* x, int count, Target&& target) {
-    const long n = block.Count;
-    for (int first = 0; first < count; first += 4) {
-        std::array<const double*, 4> columns{};
-        std::array<double*, 4> sums{};
-        const int width = std::min(4, count - first);
-        for (int j = 0; j < width; ++j) {
-            columns[static_cast<std::size_t>(j)] = block.Column[static_cast<std::size_t>(first + j)].data();
-            sums[static_cast<std::size_t>(j)] = &target(static_cast<std::size_t>(first + j));
-        }
-        switch (width) {
-        case 4:
-            AddProducts<4>(x, columns, n, sums.data());
-            break;
-        case 3:
-            AddProducts<3>(x, columns, n, sums.data());
-            break;
-        case 2:
-            AddProducts<2>(x, columns, n, sums.data());
-            break;
-        default:
-            AddProducts<1>(x, columns, n, sums.data());
-            break;
-        }
-    }
-}
-
 // Above this the sum of squares is looked into: a fitted value may have left the range of a single, whose
 // square is 1e77, and does not hide below the sum of a few thousand smaller ones.
 constexpr double SuspiciousSum = 1e70;
 
-// Fitted values, residuals and the sum of squares, point after point. Nearly all fits weigh all sets alike:
-// their pass has no product for it.
+// Fitted values and residuals, then the sum of squares, point after point. Nearly all fits weigh all sets
+// alike: their pass has no product for it.
 template <bool Weighed> void AddSquares(PassScratch& s) {
     const long n = s.Block.Count;
     Workspace& w = Work; // the thread's own is looked up once
     float* fit = w.PtFit.Data() + (s.Block.First - 1);
     const float* y = w.PtY.Data() + (s.Block.First - 1);
+    const double* value = s.Block.Value.data();
+    double* residual = s.Residual.data();
     const double weight = s.Weight;
+    OnVectors([=] {
+        for (long i = 0; i < n; ++i) {
+            double r = static_cast<double>(y[i]) - value[i];
+            if constexpr (Weighed) r *= weight;
+            fit[i] = static_cast<float>(value[i]);
+            residual[i] = r;
+        }
+    });
     double sum = w.SumSq;
-    for (long i = 0; i < n; ++i) {
-        const double value = s.Block.Value[static_cast<std::size_t>(i)];
-        double r = static_cast<double>(y[i]) - value;
-        if constexpr (Weighed) r *= weight;
-        fit[i] = static_cast<float>(value);
-        s.Residual[static_cast<std::size_t>(i)] = r;
-        sum += r * r;
-    }
+    for (long i = 0; i < n; ++i)
+        sum += residual[i] * residual[i];
     w.SumSq = sum;
 }
 
@@ -108,25 +75,46 @@ void LookForFault(const PassScratch& s) {
     if (!std::isfinite(Work.SumSq)) RaiseError(ErrorText::Overflow);
 }
 
+ProductOperands OperandsOf(const PassScratch& s) {
+    ProductOperands operands;
+    operands.Count = s.Plan.Count;
+    operands.Points = s.Block.Count;
+    for (std::size_t c = 0; c < static_cast<std::size_t>(s.Plan.Count); ++c)
+        operands.Column[c] = s.Block.Column[c].data();
+    operands.Last = s.Residual.data();
+    return operands;
+}
+
+// Calls with(sum of the block, element of the workspace) for each sum that the set adds to.
+template <class Use> void ForSums(PassScratch& s, Use&& with) {
+    Workspace& w = Work; // the thread's own is looked up once
+    const auto count = static_cast<std::size_t>(s.Plan.Count);
+    for (std::size_t a = 0; a < count; ++a) {
+        const FreePos row = s.Plan.FreePosition[a];
+        with(s.Sums[count][a], w.NormVector[row]);
+        for (std::size_t b = 0; b <= a; ++b)
+            with(s.Sums[a][b], w.NormMatrix(row, s.Plan.FreePosition[b]));
+    }
+}
+
+bool DiagonalIsFinite(const PassScratch& s) {
+    for (std::size_t a = 0; a < static_cast<std::size_t>(s.Plan.Count); ++a)
+        if (!std::isfinite(s.Sums[a][a])) return false;
+    return true;
+}
+
 // The block's share of the normal equations, D^T D and D^T r with D the derivatives of the fitted values by
 // the parameters and r the residuals (Bevington, section 11-5). While the diagonal is finite, so is
 // everything else: no product of two columns sums up to more than the columns with themselves. Pairs with a
 // derivative that is zero by construction would add nothing but zeros, which leave a sum that started at 0 as
 // it is.
-void AddNormalEquations(const PassScratch& s) {
-    const SetPlan& plan = s.Plan;
-    Workspace& w = Work; // the thread's own is looked up once
-    AddRow(s.Block, s.Residual.data(), plan.Count,
-           [&](std::size_t c) -> double& { return w.NormVector[plan.FreePosition[c]]; });
-    for (int a = 0; a < plan.Count; ++a) {
-        const FreePos row = plan.FreePosition[static_cast<std::size_t>(a)];
-        AddRow(s.Block, s.Block.Column[static_cast<std::size_t>(a)].data(), a + 1,
-               [&](std::size_t c) -> double& { return w.NormMatrix(row, plan.FreePosition[c]); });
-        if (std::isfinite(w.NormMatrix(row, row))) continue;
-        LookForFault(s);
-        if (!w.AbortFit) RaiseError(ErrorText::Overflow);
-        return;
-    }
+void AddNormalEquations(PassScratch& s) {
+    ForSums(s, [](double& sum, const double& element) { sum = element; });
+    AddProducts(s.Sums, OperandsOf(s));
+    ForSums(s, [](const double& sum, double& element) { element = sum; });
+    if (DiagonalIsFinite(s)) return;
+    LookForFault(s);
+    if (!Work.AbortFit) RaiseError(ErrorText::Overflow);
 }
 
 // The derivatives have the weight of the residuals.

@@ -1,10 +1,12 @@
 #include "models/function/BlockFunction.h"
 
 #include "models/function/Constraints.h"
+#include "models/function/Exponential.h"
 #include "models/function/FitFunction.h"
 #include "models/function/Species.h"
 #include "models/table/Catalogue.h"
 #include "platform/RuntimeError.h"
+#include "platform/VectorWidth.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -35,11 +37,6 @@ bool AllFinite(const double* v, long n) {
     for (long i = 0; i < n; ++i)
         bad |= ((std::bit_cast<std::uint64_t>(v[i]) >> 52) & 0x7FF) == 0x7FF;
     return bad == 0;
-}
-
-void Exponentials(double* out, const float* x, long n, double sigma, double ln) {
-    for (long i = 0; i < n; ++i)
-        out[i] = std::exp(static_cast<double>(x[i]) * sigma + ln);
 }
 
 // --- the store of exponentials ---------------------------------------------------------------------------
@@ -82,13 +79,15 @@ template <ModelFamily F> bool PowersAreSquares(const FitFrame& f) {
     return HasPowerN(F) && f.PowerN == 2.0 && (!HasPowerM(F) || f.PowerM == 4.0);
 }
 
+void FillPower(Values& out, const double* a, long n, double power) {
+    if (!IsIntegralPower(power)) return RealPowers(out.data(), a, n, power);
+    for (long i = 0; i < n; ++i)
+        out[static_cast<std::size_t>(i)] = IntegralPower(a[i], static_cast<int>(power));
+}
+
 template <ModelFamily F> void FillPowers(OddPowers& out, View& v, const FitFrame& f, long n) {
-    if constexpr (HasPowerN(F))
-        for (long i = 0; i < n; ++i)
-            out.N[static_cast<std::size_t>(i)] = MonomerPower(v.A[i], f.PowerN);
-    if constexpr (HasPowerM(F))
-        for (long i = 0; i < n; ++i)
-            out.M[static_cast<std::size_t>(i)] = MonomerPower(v.A[i], f.PowerM);
+    if constexpr (HasPowerN(F)) FillPower(out.N, v.A, n, f.PowerN);
+    if constexpr (HasPowerM(F)) FillPower(out.M, v.A, n, f.PowerM);
     v.N = out.N.data();
     v.M = out.M.data();
 }
@@ -129,16 +128,18 @@ View SteppedMonomers(const FitFrame& f, const FitFrame& base, const View& own, l
 
 // Calls use(i, an, am) for each point.
 template <ModelFamily F, bool Squares, class Use> void ForPoints(const View& v, long n, Use&& use) {
-    for (long i = 0; i < n; ++i) {
-        if constexpr (!HasPowerN(F)) {
-            use(i, 0.0, 0.0);
-        } else if constexpr (Squares) {
-            const double square = v.A[i] * v.A[i];
-            use(i, square, square * square);
-        } else {
-            use(i, v.N[i], v.M[i]);
+    OnVectors([&] {
+        for (long i = 0; i < n; ++i) {
+            if constexpr (!HasPowerN(F)) {
+                use(i, 0.0, 0.0);
+            } else if constexpr (Squares) {
+                const double square = v.A[i] * v.A[i];
+                use(i, square, square * square);
+            } else {
+                use(i, v.N[i], v.M[i]);
+            }
         }
-    }
+    });
 }
 
 // With constraints in force, the sums of the units under the entry of slot.

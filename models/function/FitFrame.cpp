@@ -1,5 +1,6 @@
 #include "models/function/FitFrame.h"
 
+#include "models/function/Exponential.h"
 #include "models/function/SharedConcentrations.h"
 #include "models/table/Catalogue.h"
 #include "workspace/records/Roads.h"
@@ -120,8 +121,8 @@ void LoadDimerComplexes(FitFrame& f, double K6, double K4, double kABBA, double 
 void LoadComplexes(FitFrame& f) {
     const int model = Work.Model;
     if (model < 8 || model > LastModelNumber) return;
-    const double K6 = std::exp(f.LnKAB);
-    const auto K = [](long slot) { return std::exp(P(slot)); };
+    const double K6 = Exponential(f.LnKAB);
+    const auto K = [](long slot) { return Exponential(P(slot)); };
     switch (model) {
     case 8:
         f.cAB = K6 * f.kAB;
@@ -188,8 +189,8 @@ void LoadAssociation(FitFrame& f) {
     f.LnK2 = P(separateK ? third : SlotNo(4));
     f.LnKAB = P(separateK && (model == 8 || model == 9) ? third : SlotNo(6));
     f.Offset = OffsetSlotHoldsConstant(model, separateK) ? 0.0 : P(third);
-    if (model >= 2 && model <= 6) f.K1 = std::exp(f.LnK1);
-    if (model == 4 || model == 5) f.K2 = std::exp(f.LnK2);
+    if (model >= 2 && model <= 6) f.K1 = Exponential(f.LnK1);
+    if (model == 4 || model == 5) f.K2 = Exponential(f.LnK2);
     LoadComplexes(f);
 }
 

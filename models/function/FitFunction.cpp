@@ -1,6 +1,7 @@
 #include "models/function/FitFunction.h"
 
 #include "models/function/Constraints.h"
+#include "models/function/Exponential.h"
 #include "models/function/FitFrame.h"
 #include "models/function/NonIdeal.h"
 #include "models/function/SharedConcentrations.h"
@@ -38,7 +39,7 @@ FitFrame& FrameFor(SetNo set, bool newSet) {
 // y = sum of the species' signals + offset, from a = exp(x sigma_A + ln c_A) and b = exp(x sigma_B + ln c_B)
 // (Haschemeyer and Bowers, Biochemistry 9 (1970) 435); the sum is that of Species.h.
 template <ModelFamily F> double IdealSignal(const FitFrame& f, double x, double a) {
-    const double b = HasB(F) ? std::exp(x * f.SigmaB + f.LnB) : 0.0;
+    const double b = HasB(F) ? Exponential(x * f.SigmaB + f.LnB) : 0.0;
     const double an = HasPowerN(F) ? MonomerPower(a, f.PowerN) : 0.0;
     const double am = HasPowerM(F) ? MonomerPower(a, f.PowerM) : 0.0;
     const SpeciesFactors s = FactorsOf<F>(f);
@@ -71,7 +72,7 @@ double ValueAt(long point) {
     FitFrame& f = FrameFor(set, newSet);
     if (newSet && f.ConstraintsOn) ClearConstraintSums();
     const double x = static_cast<double>(Work.PtX[point]);
-    const double a = std::exp(x * f.SigmaA + f.LnA);
+    const double a = Exponential(x * f.SigmaA + f.LnA);
     if (Work.NonIdeal && ModelAllowsNonIdeal(Work.Model))
         return NonIdealSignal(f, a, static_cast<double>(Work.PtY[point]), newSet);
     double y = 0.0;

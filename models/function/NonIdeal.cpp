@@ -1,5 +1,6 @@
 #include "models/function/NonIdeal.h"
 
+#include "models/function/Exponential.h"
 #include "models/function/Species.h"
 #include "workspace/records/Workspace.h"
 
@@ -47,7 +48,7 @@ struct Equations {
 bool MonomerPasses(const Equations& q, Trial& t) {
     for (int pass = 0; pass <= 100; ++pass) {
         // [decision: attraction-is-positive]
-        const double m = q.a * std::exp(t.Monomer * q.F.BFactor);
+        const double m = q.a * Exponential(t.Monomer * q.F.BFactor);
         if (!std::isfinite(m)) return false;
         const bool converged = Close(m, t.Monomer, 1e-8);
         t.Monomer = t.PassMonomer = t.Total = m;
@@ -61,11 +62,11 @@ bool OligomerPasses(const Equations& q, Trial& t) {
     const double e = q.F.BFactor;
     for (int pass = 0; pass <= 100; ++pass) {
         Trial next;
-        const double m = q.a * std::exp(t.Total * e);
+        const double m = q.a * Exponential(t.Total * e);
         const double f = t.Total - m - q.Oligomer(m) - q.Second(m);
         next.PassMonomer = m;
         next.Total = t.Total - f / q.Slope(t.Monomer, t.N, t.M);
-        next.Monomer = q.a * std::exp(next.Total * e);
+        next.Monomer = q.a * Exponential(next.Total * e);
         next.N = q.Oligomer(next.Monomer);
         next.M = q.Second(next.Monomer);
         if (!IsFinite(next) || !std::isfinite(m)) return false; // the last finite pass stands
@@ -78,7 +79,7 @@ bool OligomerPasses(const Equations& q, Trial& t) {
 }
 
 Trial TrialAt(const Equations& q, double total) {
-    const double m = q.a * std::exp(total * q.F.BFactor);
+    const double m = q.a * Exponential(total * q.F.BFactor);
     return {m, q.Oligomer(m), q.Second(m), total, m};
 }
 double SlopeAt(const Equations& q, double total) {
@@ -124,7 +125,7 @@ Trial StartOf(const Equations& q, double measured, bool newSet) {
     const FitFrame& f = q.F;
     if (!newSet) return {f.LastMonomer, f.LastN, f.LastM, f.LastTotal, f.LastMonomer};
     Trial t;
-    t.Monomer = q.a * std::exp((measured - f.Offset) * f.BFactor / f.ScaleA);
+    t.Monomer = q.a * Exponential((measured - f.Offset) * f.BFactor / f.ScaleA);
     t.N = q.Oligomer(t.Monomer);
     t.M = q.Second(t.Monomer);
     t.Total = t.N + q.a + t.M;

@@ -3,6 +3,7 @@
 // from the monomer signals a and b and the powers of a. Every road through the models (point by point, in
 // blocks, stepped or not) goes through these few lines, so that all of them give the same bits.
 
+#include "models/function/Exponential.h"
 #include "models/function/FitFrame.h"
 
 #include <cmath>
@@ -121,7 +122,7 @@ constexpr bool HasAAB(ModelFamily f) {
     return f == ModelFamily::TwoSites;
 }
 
-// a^n. An integral stoichiometry is a product: exact in its operations and far quicker than pow.
+// a^n. An integral stoichiometry is a product: exact in its operations and far quicker than a power.
 inline double IntegralPower(double a, int n) {
     switch (n) {
     case 1:
@@ -144,7 +145,7 @@ inline bool IsIntegralPower(double n) {
     return n >= 1.0 && n <= 100.0 && n == std::floor(n);
 }
 inline double MonomerPower(double a, double n) {
-    return IsIntegralPower(n) ? IntegralPower(a, static_cast<int>(n)) : std::pow(a, n);
+    return IsIntegralPower(n) ? IntegralPower(a, static_cast<int>(n)) : RealPower(a, n);
 }
 
 // Factors of the sums, from a frame: signals of the products of a and b, and what of them counts for the

@@ -82,7 +82,7 @@ struct Monomers {
 // True when c satisfies c = a exp(e ct). The passes of the solution end at 1e-7.
 bool Solves(const FitFrame& f, double a, const NonIdealPoint& c) {
     const double total = c.Monomer + (c.SignalN + c.SignalM) / f.ScaleA;
-    return std::fabs(a * std::exp(f.BFactor * total) - c.Monomer) <= 1e-5 * c.Monomer;
+    return std::fabs(a * Exponential(f.BFactor * total) - c.Monomer) <= 1e-5 * c.Monomer;
 }
 
 // Puts the non-ideal monomer in the place of the ideal one.
@@ -108,7 +108,7 @@ bool HasProduct(const SpeciesPlan& plan, SignalProduct product) {
 void Fill(std::vector<double>& out, std::span<const double> x, double sigma, double ln) {
     out.resize(x.size());
     for (std::size_t i = 0; i < x.size(); ++i)
-        out[i] = std::exp(x[i] * sigma + ln);
+        out[i] = Exponential(x[i] * sigma + ln);
 }
 
 void FillPower(std::vector<double>& out, const std::vector<double>& a, double power) {

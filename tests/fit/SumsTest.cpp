@@ -2,6 +2,7 @@
 // every model and option, with constraints, links and any grouping into blocks.
 #include "SyntheticFit.h"
 #include "fit/GNLLSQ.h"
+#include "platform/VectorWidth.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -18,29 +19,37 @@ void ExpectSameBits(double a, double b, const char* what) {
         << what << ": " << a << " " << b;
 }
 
+// The sums of the blocks on the vectors in use against those that the plain loop has left.
+void ExpectSums(const Workspace& plain) {
+    AccumulateSums();
+    ASSERT_FALSE(Work.AbortFit);
+    ExpectSameBits(Work.SumSq, plain.SumSq, "SumSq");
+    EXPECT_TRUE(plain.PtFit == Work.PtFit);
+    for (long a = 0; a < Work.NumFree; ++a) {
+        ExpectSameBits(Work.NormVector[a], plain.NormVector[a], "NormVector");
+        for (long b = 0; b < Work.NumFree; ++b)
+            ExpectSameBits(Work.NormMatrix(a, b), plain.NormMatrix(a, b), "NormMatrix");
+    }
+}
+
+// On the narrowest road and on the widest one that the processor has.
 void ExpectSumsOfPlainLoop() {
     AccumulateSumsPlainly();
     ASSERT_FALSE(Work.AbortFit);
-    const auto matrix = Work.NormMatrix;
-    const auto vector = Work.NormVector;
-    const auto fit = Work.PtFit;
-    const double sum = Work.SumSq;
-    AccumulateSums();
-    ASSERT_FALSE(Work.AbortFit);
-    ExpectSameBits(Work.SumSq, sum, "SumSq");
-    EXPECT_TRUE(fit == Work.PtFit);
-    for (long a = 0; a < Work.NumFree; ++a) {
-        ExpectSameBits(Work.NormVector[a], vector[a], "NormVector");
-        for (long b = 0; b < Work.NumFree; ++b)
-            ExpectSameBits(Work.NormMatrix(a, b), matrix(a, b), "NormMatrix");
+    const Workspace plain = Work;
+    const VectorWidth before = VectorsInUse;
+    for (const VectorWidth width : {VectorWidth::Narrow, WidestVectors()}) {
+        VectorsInUse = width;
+        ExpectSums(plain);
     }
     CalcSumSq();
+    VectorsInUse = before;
     // Without the stepped calls between, the fixed-point steps of model 1 start elsewhere and end within
     // their tolerance of 1e-8 elsewhere.
     if (Work.Model == 1 && Work.NonIdeal)
-        EXPECT_NEAR(Work.SumSq, sum, 1e-6 * sum);
+        EXPECT_NEAR(Work.SumSq, plain.SumSq, 1e-6 * plain.SumSq);
     else
-        ExpectSameBits(Work.SumSq, sum, "CalcSumSq");
+        ExpectSameBits(Work.SumSq, plain.SumSq, "CalcSumSq");
 }
 
 struct SumsCase {
