@@ -11,14 +11,18 @@
 #include "chart/files/DataText.h"
 #include "chart/files/Exchange.h"
 #include "chart/files/GraphFile.h"
+#include "forms/HelpForm.h"
 #include "forms/Pieces.h"
 #include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/MenuKeys.h"
 #include "forms/shell/WindowSizes.h"
+#include "forms/workbench/Idle.h"
+#include "graphs/GraphWindows.h"
 #include "platform/Platform.h"
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeReadings.h"
+#include "workspace/records/AnalmenuName.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
@@ -29,21 +33,27 @@
 #include <QFile>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPointer>
 #include <QTimer>
 #include <QUrl>
+
+#include <map>
 
 namespace Quillon {
 
 namespace {
 
+void ShowFurtherWindows();
+
 class ChartsWindow : public QDialog {
 public:
-    explicit ChartsWindow(QWidget* parent) : QDialog(parent), Bind(this) {
+    // view: null for the chart window itself.
+    ChartsWindow(QWidget* parent, GraphWindow* view) : QDialog(parent), Bind(this), View(view) {
         // A dialog stays above its parent; its frame has the buttons of a window all the same.
         setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
-        Canvas = new ChartCanvas(this);
-        auto* line = MakeLabel(Bind, []() -> Control& { return Charts.StatusLine; });
+        Canvas = new ChartCanvas(this, View);
+        auto* line = MakeLabel(Bind, [this]() -> Control& { return Form().StatusLine; });
         line->setFixedHeight(line->fontMetrics().lineSpacing() + 4);
         line->setSizePolicy(QSizePolicy::Ignored,
                             QSizePolicy::Fixed); // a long text does not widen the window
@@ -56,19 +66,22 @@ public:
         all->setContentsMargins(0, 0, 0, 0);
         all->setMenuBar(BuildMenus());
         all->addWidget(Canvas, 1);
-        if (RangeBar.Shown) all->addWidget(BuildRangeBar());
+        if (View == nullptr && RangeBar.Shown) all->addWidget(BuildRangeBar());
         all->addWidget(line);
         Canvas->Changed = [this] {
             if (Modal && !Charts.Shown) done(QDialog::Accepted);
             if (!HandlerAtWork()) ClearCancel(); // Esc found nothing to break off
         };
         Bind.Also([this] { Follow(); });
-        Modal = Charts.Shown;
+        if (View == nullptr && !Charts.Shown) Bind.Also(ShowFurtherWindows);
+        Modal = View == nullptr && Charts.Shown;
         setWindowTitle(ShownText(Work.ProgramName + " - Graph"));
         setAcceptDrops(true);
         resize(ForFont(900, 620));
         Canvas->setFocus();
     }
+
+    bool IsClosed() const { return Closed; }
 
     void reject() override { Canvas->Key(27, 0); } // Esc
 
@@ -79,15 +92,24 @@ protected:
     }
     void dropEvent(QDropEvent* event) override {
         const std::string path = DroppedGraph(event->mimeData());
-        if (!path.empty()) RunOnGraph([path] { RestoreGraphFile(path); });
+        if (!path.empty()) Canvas->Run([path] { RestoreGraphFile(path); });
     }
     void closeEvent(QCloseEvent* event) override {
+        if (View != nullptr) return CloseView(event);
         if (!ChartsMayClose()) return event->ignore();
         event->accept();
         if (Modal) Canvas->Key(27, 0);
     }
 
 private:
+    // A further window goes with its graph, but not while something is done to that.
+    void CloseView(QCloseEvent* event) {
+        if (HandlerAtWork() || IsInHand(View)) return event->ignore();
+        event->accept();
+        Closed = true;
+        QTimer::singleShot(0, qApp, RefreshForms);
+    }
+
     static std::string DroppedGraph(const QMimeData* data) {
         for (const QUrl& url : data->urls()) {
             const std::string path = QFile::encodeName(url.toLocalFile()).toStdString();
@@ -96,14 +118,14 @@ private:
         return {};
     }
 
-    using ItemRef = std::function<MenuItem&()>;
+    using ItemRef = MenuItem ChartsForm::*;
 
     void Add(QMenu* menu, ItemRef item, void (*command)(), bool checkable = false, QKeySequence key = {}) {
-        QAction* action = menu->addAction(ShownText(item().Text));
+        QAction* action = menu->addAction(ShownText((Form().*item).Text));
         action->setCheckable(checkable);
         action->setShortcut(key);
-        connect(action, &QAction::triggered, this, [command] { RunOnGraph(command); });
-        Items.push_back({action, std::move(item)});
+        connect(action, &QAction::triggered, this, [this, command] { Canvas->Run(command); });
+        Items.push_back({action, item});
     }
 
     // The radii of a fitting range below its graph.
@@ -152,27 +174,27 @@ private:
     QMenuBar* BuildMenus() {
         auto* bar = new QMenuBar;
         QMenu* file = bar->addMenu("&File");
-        file->addAction("&Save Graph...", QKeySequence::Save, this, [] { RunOnGraph(DoSaveGraph); });
-        file->addAction("&Restore Graph...", QKeySequence::Open, this, [] { RunOnGraph(DoRestoreGraph); });
+        Add(file, &ChartsForm::NewWindow, NewGraphWindow, false, QKeySequence::New);
+        file->addAction("&Save Graph...", QKeySequence::Save, this, [this] { Canvas->Run(DoSaveGraph); });
+        file->addAction("&Restore Graph...", QKeySequence::Open, this,
+                        [this] { Canvas->Run(DoRestoreGraph); });
         file->addSeparator();
-        Add(
-            file, []() -> MenuItem& { return Charts.SaveAs; }, SaveGraphAs, false, QKeySequence::SaveAs);
-        Add(
-            file, []() -> MenuItem& { return Charts.WriteData; }, EditWriteData);
-        Add(
-            file, []() -> MenuItem& { return Charts.WriteMetafile; }, WriteMeta);
+        Add(file, &ChartsForm::SaveAs, SaveGraphAs, false, QKeySequence::SaveAs);
+        Add(file, &ChartsForm::WriteData, EditWriteData);
+        Add(file, &ChartsForm::WriteMetafile, WriteMeta);
         file->addSeparator();
-        Add(
-            file, []() -> MenuItem& { return Charts.Print; }, PrintGraphControl, false, QKeySequence::Print);
+        Add(file, &ChartsForm::Print, PrintGraphControl, false, QKeySequence::Print);
         file->addSeparator();
-        file->addAction("Save Graph De&faults...", this, [] { RunOnGraph(SaveChartDefaults); });
+        file->addAction("Save Graph De&faults...", this, [this] { Canvas->Run(SaveChartDefaults); });
         file->addAction("&Close", QKeySequence::Close, this, &QDialog::close);
         BuildEditMenu(bar->addMenu("&Edit"));
         BuildScaleMenu(bar->addMenu("&Scale"));
         BuildStyleMenu(bar->addMenu("S&tyle"));
         Options = bar->addMenu("&Options");
         for (std::size_t i = 0; i < Charts.SpecialOpts.size(); ++i)
-            Specials.push_back(Options->addAction("", this, [i] { RunOnGraph(Charts.SpecialActions[i]); }));
+            Specials.push_back(Options->addAction("", this, [this, i] {
+                Canvas->Run([i] { std::function<void()>(Charts.SpecialActions[i])(); });
+            }));
         for (QMenu* menu : bar->findChildren<QMenu*>()) {
             GiveKeysBack(menu);
             KeepAccessKeysApart(menu);
@@ -181,110 +203,85 @@ private:
     }
 
     void BuildEditMenu(QMenu* edit) {
-        Add(
-            edit, []() -> MenuItem& { return Charts.CopyGraph; }, CopyGraph, false, QKeySequence::Copy);
-        Add(
-            edit, []() -> MenuItem& { return Charts.CopyBitmap; }, CopyBitmap);
-        Add(
-            edit, []() -> MenuItem& { return Charts.CopyMetafile; }, CopyMeta);
+        Add(edit, &ChartsForm::CopyGraph, CopyGraph, false, QKeySequence::Copy);
+        Add(edit, &ChartsForm::CopyBitmap, CopyBitmap);
+        Add(edit, &ChartsForm::CopyMetafile, CopyMeta);
         edit->addSeparator();
-        Add(
-            edit, []() -> MenuItem& { return Charts.CopyData; }, EditCopyData);
-        Add(
-            edit, []() -> MenuItem& { return Charts.CopyHeads; }, EditCopyDataWithHeads);
-        Add(
-            edit, []() -> MenuItem& { return Charts.PasteData; }, EditPasteData, false, QKeySequence::Paste);
+        Add(edit, &ChartsForm::CopyData, EditCopyData);
+        Add(edit, &ChartsForm::CopyHeads, EditCopyDataWithHeads);
+        Add(edit, &ChartsForm::PasteData, EditPasteData, false, QKeySequence::Paste);
     }
 
     void BuildAxesMenu(QMenu* scale) {
-        Add(
-            scale, []() -> MenuItem& { return Charts.EditHorz; }, EditHorz);
-        Add(
-            scale, []() -> MenuItem& { return Charts.EditVert; }, EditVert);
+        Add(scale, &ChartsForm::EditHorz, EditHorz);
+        Add(scale, &ChartsForm::EditVert, EditVert);
         QMenu* apart = scale->addMenu("&Separate Data Sets");
-        Add(
-            apart, []() -> MenuItem& { return Charts.SeparateX; }, SeparateX);
-        Add(
-            apart, []() -> MenuItem& { return Charts.SeparateY; }, SeparateY);
-        Add(
-            apart, []() -> MenuItem& { return Charts.SeparateBoth; }, SeparateBoth);
+        Add(apart, &ChartsForm::SeparateX, SeparateX);
+        Add(apart, &ChartsForm::SeparateY, SeparateY);
+        Add(apart, &ChartsForm::SeparateBoth, SeparateBoth);
         scale->addSeparator();
     }
 
     void BuildScaleMenu(QMenu* scale) {
-        Add(
-            scale, []() -> MenuItem& { return Charts.LastZoom; }, DoLastZoom, false,
-            QKeySequence("Backspace"));
-        Add(
-            scale, []() -> MenuItem& { return Charts.AutoScale; }, DoAutoScale, false, QKeySequence("Home"));
-        Add(
-            scale, []() -> MenuItem& { return Charts.AutoX; }, DoAutoX);
-        Add(
-            scale, []() -> MenuItem& { return Charts.AutoY; }, DoAutoY);
+        Add(scale, &ChartsForm::LastZoom, DoLastZoom, false, QKeySequence("Backspace"));
+        Add(scale, &ChartsForm::AutoScale, DoAutoScale, false, QKeySequence("Home"));
+        Add(scale, &ChartsForm::AutoX, DoAutoX);
+        Add(scale, &ChartsForm::AutoY, DoAutoY);
         scale->addSeparator();
         BuildAxesMenu(scale);
-        Add(
-            scale, []() -> MenuItem& { return Charts.RoundOnZoom; }, ToggleRoundOnZoom, true);
-        Add(
-            scale, []() -> MenuItem& { return Charts.ShowCursor; }, ToggleShowCursor, true);
+        Add(scale, &ChartsForm::RoundOnZoom, ToggleRoundOnZoom, true);
+        Add(scale, &ChartsForm::ShowCursor, ToggleShowCursor, true);
     }
 
     void BuildStyleMenu(QMenu* style) {
         Add(
-            style, []() -> MenuItem& { return Charts.LinePlot; }, [] { SetPlotKind(1, 3); }, true);
+            style, &ChartsForm::LinePlot, [] { SetPlotKind(1, 3); }, true);
         Add(
-            style, []() -> MenuItem& { return Charts.SymbolPlot; }, [] { SetPlotKind(2, 1); }, true);
+            style, &ChartsForm::SymbolPlot, [] { SetPlotKind(2, 1); }, true);
         Add(
-            style, []() -> MenuItem& { return Charts.BothPlot; }, [] { SetPlotKind(1, 1); }, true);
+            style, &ChartsForm::BothPlot, [] { SetPlotKind(1, 1); }, true);
         Add(
-            style, []() -> MenuItem& { return Charts.AltPlot; }, [] { SetPlotKind(3, 1); }, true);
-        Add(
-            style, []() -> MenuItem& { return Charts.DotCenter; }, ToggleDotCenter, true);
+            style, &ChartsForm::AltPlot, [] { SetPlotKind(3, 1); }, true);
+        Add(style, &ChartsForm::DotCenter, ToggleDotCenter, true);
         style->addSeparator();
         Add(
-            style, []() -> MenuItem& { return Charts.ShowLegend; }, [] { ShowLegend(); }, true);
-        Add(
-            style, []() -> MenuItem& { return Charts.ShowGrids; }, ToggleShowGrids, true);
-        Add(
-            style, []() -> MenuItem& { return Charts.UseRainbow; }, ToggleRainbow, true);
-        Add(
-            style, []() -> MenuItem& { return Charts.ClassicColors; }, ToggleClassicColors, true);
-        Add(
-            style, []() -> MenuItem& { return Charts.DarkCanvas; }, ToggleDarkCanvas, true);
+            style, &ChartsForm::ShowLegend, [] { ShowLegend(); }, true);
+        Add(style, &ChartsForm::ShowGrids, ToggleShowGrids, true);
+        Add(style, &ChartsForm::UseRainbow, ToggleRainbow, true);
+        Add(style, &ChartsForm::ClassicColors, ToggleClassicColors, true);
+        Add(style, &ChartsForm::DarkCanvas, ToggleDarkCanvas, true);
         style->addSeparator();
-        Add(
-            style, []() -> MenuItem& { return Charts.mnuEditTitles; }, EditTitles);
-        Add(
-            style, []() -> MenuItem& { return Charts.DeleteTitles; }, [] { DeleteTitles(); });
-        Add(
-            style, []() -> MenuItem& { return Charts.mnuEditLegend; }, EditLegend);
+        Add(style, &ChartsForm::mnuEditTitles, EditTitles);
+        Add(style, &ChartsForm::DeleteTitles, [] { DeleteTitles(); });
+        Add(style, &ChartsForm::mnuEditLegend, EditLegend);
         style->addSeparator();
-        Add(
-            style, []() -> MenuItem& { return Charts.AlterColors; }, AlterColors);
-        Add(
-            style, []() -> MenuItem& { return Charts.LineWidths; }, DoLineWidth);
-        Add(
-            style, []() -> MenuItem& { return Charts.SymbolSize; }, ChangeSymbolSize);
-        style->addAction("Re&fresh", QKeySequence("Ctrl+R"), this, [] { RunOnGraph(DoRefresh); });
+        Add(style, &ChartsForm::AlterColors, AlterColors);
+        Add(style, &ChartsForm::LineWidths, DoLineWidth);
+        Add(style, &ChartsForm::SymbolSize, ChangeSymbolSize);
+        style->addAction("Re&fresh", QKeySequence("Ctrl+R"), this, [this] { Canvas->Run(DoRefresh); });
     }
 
+    ChartsForm& Form() const { return FormOf(View); }
+
     void Follow() {
+        const ChartsForm& form = Form();
+        if (View != nullptr) setWindowTitle(ShownText(Work.ProgramName + " - " + CaptionOf(View)));
         for (const auto& [action, item] : Items) {
-            action->setEnabled(item().Enabled);
-            action->setVisible(item().Visible);
-            action->setChecked(item().Checked);
+            action->setEnabled((form.*item).Enabled);
+            action->setVisible((form.*item).Visible);
+            action->setChecked((form.*item).Checked);
         }
         bool any = false;
         for (std::size_t i = 0; i < Specials.size(); ++i) {
-            const bool offered = static_cast<bool>(Charts.SpecialActions[i]);
+            const bool offered = static_cast<bool>(form.SpecialActions[i]);
             any = any || offered;
             Specials[i]->setVisible(offered);
-            Specials[i]->setEnabled(Charts.SpecialOpts[i].Enabled);
-            Specials[i]->setText(ShownText(Charts.SpecialOpts[i].Text));
+            Specials[i]->setEnabled(form.SpecialOpts[i].Enabled);
+            Specials[i]->setText(ShownText(form.SpecialOpts[i].Text));
         }
         Options->menuAction()->setVisible(any);
         Canvas->Follow();
-        if (isVisible() &&
+        if (View == nullptr && isVisible() &&
             RangeBar.FocusOnGraph) { // the window of other graphs stands hidden behind this one
             Canvas->setFocus();
             RangeBar.FocusOnGraph = false;
@@ -297,6 +294,8 @@ private:
         ItemRef Item;
     };
     Binder Bind;
+    GraphWindow* View;
+    bool Closed = false;
     ChartCanvas* Canvas = nullptr;
     QMenu* Options = nullptr;
     std::vector<BoundItem> Items;
@@ -304,8 +303,31 @@ private:
     bool Modal = false;
 };
 
+// Each further graph has a window above the main one, which is made when the graph is there.
+void ShowFurtherWindows() {
+    static std::map<int, QPointer<ChartsWindow>> shown;
+    for (auto window = shown.begin(); window != shown.end();) {
+        if (window->second && !window->second->IsClosed()) {
+            ++window;
+            continue;
+        }
+        delete window->second.data();
+        CloseGraphWindow(window->first);
+        window = shown.erase(window);
+    }
+    for (GraphWindow& graph : GraphWindows) {
+        if (shown.count(graph.Number) > 0) continue;
+        auto* window = new ChartsWindow(OpenForm(AnalmenuName), &graph);
+        shown[graph.Number] = window;
+        window->setObjectName(QString("Graph%1").arg(graph.Number)); // by which its place is known again
+        window->setProperty(PageProperty, ChartsName);
+        window->show();
+    }
+    if (MayFollowAnalysis()) FollowInGraphWindows();
+}
+
 QWidget* MakeCharts(QWidget* parent) {
-    return new ChartsWindow(parent);
+    return new ChartsWindow(parent, nullptr);
 }
 
 const FormWindow Registered(ChartsName, MakeCharts);

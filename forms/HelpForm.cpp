@@ -217,8 +217,11 @@ const FormWindow Registered(HelpFormName, MakeHelpForm);
 
 // The form that a key is meant for: boxes and lists that open above a form belong to it.
 std::string FormOf(const QWidget* window) {
-    for (; window; window = window->parentWidget())
+    for (; window; window = window->parentWidget()) {
+        const QVariant page = window->property(PageProperty);
+        if (page.isValid()) return page.toString().toStdString();
         if (window->isWindow() && !window->objectName().isEmpty()) return window->objectName().toStdString();
+    }
     return AnalmenuName;
 }
 

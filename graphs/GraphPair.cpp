@@ -8,6 +8,7 @@
 #include "chart/scale/AxisScale.h"
 #include "chart/scale/Mapping.h"
 #include "graphs/Figure.h"
+#include "graphs/kinds/AnalysisDigest.h"
 #include "graphs/kinds/FitGraphs.h"
 #include "graphs/kinds/GraphParts.h"
 #include "graphs/kinds/ResidualGraphs.h"
@@ -20,7 +21,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <utility>
 
 namespace Quillon {
@@ -99,52 +99,13 @@ DrawingSurface NoSurface() {
 
 // --- what is shown -----------------------------------------------------------------------------------------
 
-// A number that changes with everything that goes in (FNV-1a, by words of 32 bits).
-class Digest {
-public:
-    void Add(std::uint32_t word) { Value = (Value ^ word) * 1099511628211U; }
-    void Add(std::int16_t word) { Add(static_cast<std::uint32_t>(word)); }
-    void Add(float value) {
-        std::uint32_t word = 0;
-        std::memcpy(&word, &value, sizeof word);
-        Add(word);
-    }
-    void Add(const std::string& text) {
-        for (const char c : text)
-            Add(static_cast<std::uint32_t>(static_cast<unsigned char>(c)));
-        Add(static_cast<std::uint32_t>(text.size()));
-    }
-    template <class List> void AddAll(const List& list) {
-        for (const auto& one : list)
-            Add(one);
-    }
-    std::uint64_t Value = 14695981039346656037U;
-};
-
-void AddSets(Digest& digest) {
-    for (const SetNo set : EachSet()) {
-        const RowNo row = RowOf(set);
-        digest.Add(Work.SetRow[set]);
-        digest.Add(Work.SetPts[set]);
-        digest.Add(Work.SetLabel[set]);
-        digest.Add(Work.ScanRPM[row]);
-        digest.Add(Work.DataChannel[row]);
-        digest.Add(Flag(IsLeftOut(set)));
-    }
-}
-
 std::uint64_t ContentsNow() {
     Digest digest;
-    for (const std::int16_t word :
-         {Work.NumSets, Work.NumPts, Work.FitValid, Work.NewData, Work.SpreadResiduals, Work.DataChosen,
-          Kept.ClassicColors, Kept.DarkCanvas})
-        digest.Add(word);
-    digest.Add(Work.DataTypeName);
-    digest.Add(Work.XAxisTitle);
-    AddSets(digest);
-    digest.AddAll(Work.PtX);
-    digest.AddAll(Work.PtY);
-    if (Work.FitValid) digest.AddAll(Work.PtFit);
+    digest.Value = DigestOfAnalysis();
+    digest.Add(Kept.ClassicColors);
+    digest.Add(Kept.DarkCanvas);
+    for (const SetNo set : EachSet())
+        digest.Add(Flag(IsLeftOut(set)));
     return digest.Value;
 }
 

@@ -19,22 +19,11 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace Quillon {
 
 namespace {
-
-// The formats of the labels that the kept zooms had, place by place beside Charts.Zooms: a step of one or
-// more chooses no digits, and those of a much finer scale would stay.
-struct AxisFormat {
-    std::int16_t TicFormat{}, Decimals{};
-};
-struct ZoomFormat {
-    AxisFormat X, Y;
-};
-std::array<ZoomFormat, ZoomStack::Deepest + 1> Formats;
 
 AxisFormat FormatOf(const GraphAxis& axis) {
     return {axis.TicFormat, axis.Decimals};
@@ -46,14 +35,16 @@ void TakeFormat(GraphAxis& axis, const AxisFormat& format) {
 }
 
 void PushFormat() {
-    std::copy_backward(Formats.begin() + 1, Formats.end() - 1, Formats.end());
-    Formats[1] = {FormatOf(Chart.Spec.AxisX1), FormatOf(Chart.Spec.AxisY1)};
+    OneBased<ZoomFormat>& formats = Charts.Zooms.Formats;
+    std::copy_backward(formats.begin(), formats.end() - 1, formats.end());
+    formats[1] = {FormatOf(Chart.Spec.AxisX1), FormatOf(Chart.Spec.AxisY1)};
 }
 
 void PopFormat() {
-    TakeFormat(Chart.Spec.AxisX1, Formats[1].X);
-    TakeFormat(Chart.Spec.AxisY1, Formats[1].Y);
-    std::copy(Formats.begin() + 2, Formats.end(), Formats.begin() + 1);
+    OneBased<ZoomFormat>& formats = Charts.Zooms.Formats;
+    TakeFormat(Chart.Spec.AxisX1, formats[1].X);
+    TakeFormat(Chart.Spec.AxisY1, formats[1].Y);
+    std::copy(formats.begin() + 1, formats.end(), formats.begin());
 }
 
 constexpr int FewestTics = 2; // what an axis must show for its scale to be read

@@ -48,8 +48,8 @@ void ChartMenuStatus(ChartsForm& form) {
     form.EditHorz.Enabled = form.EditVert.Enabled = held && spec.GraphType != GraphTypes::Pie;
     form.LineWidths.Enabled = form.SymbolSize.Enabled = held;
     for (MenuItem* item :
-         {&form.SaveAs, &form.WriteData, &form.WriteMetafile, &form.Print, &form.CopyGraph, &form.CopyBitmap,
-          &form.CopyMetafile, &form.CopyData, &form.CopyHeads, &form.PasteData})
+         {&form.NewWindow, &form.SaveAs, &form.WriteData, &form.WriteMetafile, &form.Print, &form.CopyGraph,
+          &form.CopyBitmap, &form.CopyMetafile, &form.CopyData, &form.CopyHeads, &form.PasteData})
         item->Enabled = held;
     form.AlterColors.Enabled = Chart.Style.UseRainbowColors == 0;
     form.SeparateX.Enabled = form.SeparateY.Enabled = form.SeparateBoth.Enabled = several;
@@ -58,6 +58,7 @@ void ChartMenuStatus(ChartsForm& form) {
 void ClearSpecialOptions() {
     Charts.SpecialOpts = {};
     Charts.SpecialActions = {};
+    Charts.Origin = {};
     Charts.OptionWithdrawn = {};
     for (MenuItem& item : Charts.SpecialOpts)
         item.Visible = item.Enabled = false;

@@ -15,11 +15,21 @@
 
 namespace Quillon {
 
+// The formats of the labels that a kept zoom had: a step of one or more chooses no digits, and those of a
+// much finer scale would stay.
+struct AxisFormat {
+    std::int16_t TicFormat{}, Decimals{};
+};
+struct ZoomFormat {
+    AxisFormat X, Y;
+};
+
 // Scales that were left by zooming, the newest first.
 struct ZoomStack {
     static constexpr int Deepest = 10;
     OneBased<float> XMin{Deepest}, XMax{Deepest}, YMin{Deepest}, YMax{Deepest};
     std::int16_t ZoomDepth{};
+    OneBased<ZoomFormat> Formats{Deepest};
     bool GaveScale = false; // the scale at hand is that of a zoom, or of the way back from one
 };
 
@@ -45,6 +55,13 @@ struct GraphDrag {
     ChartScale Begin{};
 };
 
+// How the graph at hand is made again from what it shows.
+struct GraphOrigin {
+    std::string Name;           // "Overlay, set 2"; "" for a graph from elsewhere, as from a file
+    std::function<bool()> Make; // builds it without showing it; false where there is nothing to build it from
+    std::uint64_t Contents = 0; // a number for what it was made from, of whoever made it
+};
+
 inline constexpr const char* ChartsName = "Charts"; // of the form, for the seam
 
 struct ChartsForm {
@@ -60,6 +77,7 @@ struct ChartsForm {
     MenuItem EditVert{"Edit &Vertical Axis...", false, false};
     MenuItem LineWidths{"Line &Widths...", false, false}, SymbolSize{"Symbol Si&ze...", false, false};
     MenuItem AlterColors{"Set C&olors...", false, false};
+    MenuItem NewWindow{"&New Window", false, false};
     MenuItem SaveAs{"Save Graph &As...", false, false}, WriteData{"&Write Data...", false, false};
     MenuItem WriteMetafile{"Write &Metafile...", false, false}, Print{"&Print...", false, false};
     MenuItem CopyGraph{"&Copy Graph", false, false}, CopyBitmap{"Copy &Bitmap", false, false};
@@ -71,6 +89,8 @@ struct ChartsForm {
     std::array<MenuItem, 5> SpecialOpts;
     std::array<std::function<void()>, 5> SpecialActions;
     std::array<bool, 5> OptionWithdrawn{}; // off for as long as SuitSpecialOptions says
+
+    GraphOrigin Origin; // goes with the options
 
     // Scale commands and options of the window itself.
     MenuItem LastZoom{"&Last Zoom", false, false};
@@ -117,7 +137,7 @@ inline ChartsForm Charts;
 // Sets the menu items after the current spec.
 void ChartMenuStatus(ChartsForm& form);
 
-// Withdraws all special options; who makes the next graph offers its own.
+// Withdraws all special options, and how the graph is made; who makes the next graph tells its own.
 void ClearSpecialOptions();
 void OfferSpecialOption(std::size_t place, const std::string& caption, void (*action)());
 

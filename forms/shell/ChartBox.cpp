@@ -6,6 +6,7 @@
 #include "forms/shell/Binding.h"
 
 #include <QMouseEvent>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include <vector>
@@ -22,8 +23,8 @@ int ButtonNumber(Qt::MouseButton button) {
 
 // A marker over the frame, with a light edge that keeps it visible on any data. The one that the arrow keys
 // move has handles at its ends.
-void PaintMarker(QPainter& painter, const ChartMarker& marker, double ratio, bool active) {
-    const GraphBox& frame = Chart.Spec.Frame;
+void PaintMarker(QPainter& painter, const GraphBox& frame, const ChartMarker& marker, double ratio,
+                 bool active) {
     const QColor color = QColor::fromRgb(ToRgb(static_cast<ChartColor>(marker.Color))).darker(130);
     painter.setPen(QPen(QColor(255, 255, 255, 200), 5 * ratio, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(marker.Device, frame.Y1, marker.Device, frame.Y2);
@@ -41,19 +42,18 @@ void PaintMarker(QPainter& painter, const ChartMarker& marker, double ratio, boo
 }
 
 // What lies outside the markers is out of the range: it stays visible below a grey veil.
-void PaintWash(QPainter& painter) {
-    const GraphBox& frame = Chart.Spec.Frame;
-    const auto [left, right] = std::minmax(Charts.Markers[0].Device, Charts.Markers[1].Device);
+void PaintWash(QPainter& painter, const GraphBox& frame, const std::vector<ChartMarker>& markers) {
+    const auto [left, right] = std::minmax(markers[0].Device, markers[1].Device);
     const QColor veil(128, 128, 128, 70);
     painter.fillRect(QRect(QPoint(frame.X1, frame.Y1), QPoint(left, frame.Y2)), veil);
     painter.fillRect(QRect(QPoint(right, frame.Y1), QPoint(frame.X2, frame.Y2)), veil);
 }
 
-void PaintPalePoints(QPainter& painter, double ratio) {
+void PaintPalePoints(QPainter& painter, const std::vector<PalePoint>& points, double ratio) {
     const double size = 3.5 * ratio;
     painter.setBrush(QColor(255, 255, 255, 160));
     painter.setPen(QPen(QColor(150, 150, 150), ratio));
-    for (const PalePoint& point : Charts.PalePoints)
+    for (const PalePoint& point : points)
         if (point.DeviceX >= 0) painter.drawEllipse(QPointF(point.DeviceX, point.DeviceY), size, size);
 }
 
@@ -128,29 +128,44 @@ void RunOnGraph(const std::function<void()>& handler) {
 
 // --- ChartCanvas -------------------------------------------------------------------------------------------
 
-ChartCanvas::ChartCanvas(QWidget* parent) : QWidget(parent) {
+ChartCanvas::ChartCanvas(QWidget* parent, GraphWindow* view) : QWidget(parent), View(view) {
     setMinimumSize(320, 240);
     resize(900, 560); // what the engine measures on before the window is shown
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     Box.Fit(*this);
-    Canvases().push_back(this);
-    SetScreenSurface(Box.Surface());
+    if (View == nullptr) Canvases().push_back(this);
+    SetBoxOf(View, Box.Surface());
 }
 
 ChartCanvas::~ChartCanvas() {
+    if (View != nullptr) return; // its box goes with its graph
     std::erase(Canvases(), this);
     if (Canvases().empty())
         RemoveScreenSurface();
     else
-        SetScreenSurface(Canvases().back()->Box.Surface());
+        SetBoxOf(View, Canvases().back()->Box.Surface());
+}
+
+// Of several chart windows the latest has the graph.
+bool ChartCanvas::OwnsScreen() const {
+    return View != nullptr || Canvases().back() == this;
 }
 
 void ChartCanvas::resizeEvent(QResizeEvent*) {
     Box.Fit(*this);
-    if (Canvases().back() != this) return; // another window has the graph now
-    SetScreenSurface(Box.Surface());
-    LayOutAgain();
+    if (!OwnsScreen()) return;
+    SetBoxOf(View, Box.Surface());
+    LayOutSoon();
+}
+
+// A graph that is not in hand waits until nothing is done to another one.
+void ChartCanvas::LayOutSoon() {
+    if (View == nullptr && IsInHand(View)) return LayOutAgain();
+    if (HandlerAtWork() || Chart.Painting != 0)
+        QTimer::singleShot(50, this, [this] { LayOutSoon(); });
+    else
+        Run([this] { LayOutAgain(); });
 }
 
 void ChartCanvas::LayOutAgain() {
@@ -162,8 +177,19 @@ void ChartCanvas::LayOutAgain() {
     const GraphState former = Chart.State;
     SelectTarget(Chart.Spec);
     CarryLegend(former);
-    RunSoon(this, RedrawChart);
+    if (View == nullptr)
+        RunSoon(this, RedrawChart);
+    else
+        RedrawChart();
     update();
+}
+
+void ChartCanvas::Run(const std::function<void()>& handler) {
+    if (View == nullptr) return RunOnGraph(handler);
+    RunWhenIdle([this, &handler] {
+        const GraphInHand hand(View);
+        handler();
+    });
 }
 
 void ChartCanvas::paintEvent(QPaintEvent*) {
@@ -171,15 +197,17 @@ void ChartCanvas::paintEvent(QPaintEvent*) {
     const double ratio = devicePixelRatioF();
     painter.scale(1.0 / ratio, 1.0 / ratio);
     painter.drawImage(0, 0, Box.Image());
-    if (Charts.WashOutside && Charts.Markers.size() == 2) PaintWash(painter);
+    const ChartsForm& form = FormOf(View);
+    const GraphBox& frame = ModuleOf(View).Spec.Frame;
+    if (form.WashOutside && form.Markers.size() == 2) PaintWash(painter, frame, form.Markers);
     painter.setRenderHint(QPainter::Antialiasing);
-    PaintPalePoints(painter, ratio);
-    for (std::size_t i = 0; i < Charts.Markers.size(); ++i)
-        PaintMarker(painter, Charts.Markers[i], ratio, static_cast<int>(i) == Charts.ActiveMarker);
-    if (!Charts.Zooming) return;
+    PaintPalePoints(painter, form.PalePoints, ratio);
+    for (std::size_t i = 0; i < form.Markers.size(); ++i)
+        PaintMarker(painter, frame, form.Markers[i], ratio, static_cast<int>(i) == form.ActiveMarker);
+    if (!form.Zooming) return;
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
-    const QRect band(QPoint(Charts.ZoomX1, Charts.ZoomY1), QPoint(Charts.LastX, Charts.LastY));
+    const QRect band(QPoint(form.ZoomX1, form.ZoomY1), QPoint(form.LastX, form.LastY));
     painter.setPen(QPen(Qt::white, ratio));
     painter.drawRect(band.normalized());
     painter.setPen(QPen(Qt::black, ratio, Qt::DotLine));
@@ -192,12 +220,13 @@ QPoint ChartCanvas::Device(const QMouseEvent& event) const {
 }
 
 int ChartCanvas::MarkerBelow(const QPoint& p) const {
+    if (!IsInHand(View)) return -1; // markers stand in the chart window alone
     return MarkerAt(p.x(), p.y(), static_cast<int>(MarkerReach * devicePixelRatioF()));
 }
 
 void ChartCanvas::mousePressEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    RunOnGraph([&] {
+    Run([&] {
         const bool left = event->button() == Qt::LeftButton;
         const bool shift = event->modifiers().testFlag(Qt::ShiftModifier) && Charts.OnShiftBox;
         const int reach = static_cast<int>(MarkerReach * devicePixelRatioF());
@@ -209,9 +238,10 @@ void ChartCanvas::mousePressEvent(QMouseEvent* event) {
 
 void ChartCanvas::mouseMoveEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    const bool marker = Charts.CapturedMarker >= 0 || MarkerBelow(p) >= 0;
-    setCursor(Charts.Drag.On ? Qt::ClosedHandCursor : marker ? Qt::SizeHorCursor : Qt::CrossCursor);
-    RunOnGraph([&] { ChartMouseMove(p.x(), p.y(), 0); });
+    const ChartsForm& form = FormOf(View);
+    const bool marker = form.CapturedMarker >= 0 || MarkerBelow(p) >= 0;
+    setCursor(form.Drag.On ? Qt::ClosedHandCursor : marker ? Qt::SizeHorCursor : Qt::CrossCursor);
+    Run([&] { ChartMouseMove(p.x(), p.y(), 0); });
     update();
 }
 
@@ -221,14 +251,14 @@ void ChartCanvas::wheelEvent(QWheelEvent* event) {
     constexpr double notch = 120.0;
     const QPoint p = (event->position() * devicePixelRatioF()).toPoint();
     const double notches = event->angleDelta().y() / notch;
-    if (notches != 0.0) RunOnGraph([&] { ChartWheel(p.x(), p.y(), notches); });
+    if (notches != 0.0) Run([&] { ChartWheel(p.x(), p.y(), notches); });
     event->accept();
     update();
 }
 
 void ChartCanvas::mouseReleaseEvent(QMouseEvent* event) {
     const QPoint p = Device(*event);
-    RunOnGraph([&] {
+    Run([&] {
         if (Charts.CapturedMarker >= 0)
             MarkerMouseUp();
         else
@@ -244,7 +274,7 @@ void ChartCanvas::keyPressEvent(QKeyEvent* event) {
 }
 
 void ChartCanvas::Key(int code, int shift) {
-    RunOnGraph([&] { ChartKey(code, shift); });
+    Run([&] { ChartKey(code, shift); });
     if (Changed) Changed();
     update();
 }

@@ -3,6 +3,7 @@
 
 #include "chart/records/ChartState.h"
 #include "forms/surfaces/QtSurface.h"
+#include "graphs/GraphWindows.h"
 
 #include <QImage>
 #include <QPainter>
@@ -37,14 +38,18 @@ private:
 // between commands.
 void RunOnGraph(const std::function<void()>& handler);
 
-// The picture box of the chart window, with the rubber band and the markers drawn over the picture.
+// The picture box of the chart window, or of a further window of a graph, with the rubber band and the
+// markers drawn over the picture.
 class ChartCanvas : public QWidget {
 public:
-    explicit ChartCanvas(QWidget* parent = nullptr);
+    explicit ChartCanvas(QWidget* parent = nullptr, GraphWindow* view = nullptr);
     ~ChartCanvas() override;
 
     // After the records have changed: shows the picture as it is now.
     void Follow() { update(); }
+
+    // RunOnGraph with the graph of this window in hand.
+    void Run(const std::function<void()>& handler);
 
     // A key on the graph, with the codes of ChartKey. Esc lets go of a rubber band.
     void Key(int code, int shift);
@@ -61,8 +66,11 @@ protected:
 
 private:
     void LayOutAgain();
+    void LayOutSoon();
+    bool OwnsScreen() const;
     QPoint Device(const QMouseEvent& event) const;
     int MarkerBelow(const QPoint& p) const;
+    GraphWindow* View; // null: the chart window
     PaintedImage Box;
 };
 

@@ -38,8 +38,16 @@ GraphSpec StartFitGraph(FitGraph kind, const GraphLimits& limits) {
     return spec;
 }
 
-void Show(FitGraph kind, SetNo set) {
-    if (MakeFitGraph(kind, set, {})) ShowCharts();
+GraphOrigin Origin(FitGraph kind, SetNo set, const GraphLimits& limits) {
+    const char* const name = kind == FitGraph::Data       ? "Data"
+                             : kind == FitGraph::Function ? "Fitted Function"
+                                                          : "Overlay";
+    return OriginOf(name, set, kind == FitGraph::Data ? DataStand : FitStands,
+                    [kind, set, limits] { return MakeFitGraph(kind, set, limits); });
+}
+
+void Show(FitGraph kind, SetNo set, const GraphLimits& limits = {}) {
+    if (MakeFitGraph(kind, set, limits)) ShowCharts(Origin(kind, set, limits));
 }
 
 void ShowPicked(FitGraph kind) {
@@ -80,7 +88,7 @@ bool MakeFitGraph(FitGraph kind, SetNo set, const GraphLimits& limits) {
 void BuildFitGraph(int mode, bool xLog, bool yLog, float xMin, float xMax, float yMin, float yMax,
                    int xDecimals, int yDecimals) {
     const GraphLimits limits{xLog, yLog, xMin, xMax, yMin, yMax, xDecimals, yDecimals};
-    if (MakeFitGraph(mode == 1 ? FitGraph::Overlay : FitGraph::Function, AllSets, limits)) ShowCharts();
+    Show(mode == 1 ? FitGraph::Overlay : FitGraph::Function, AllSets, limits);
 }
 
 void GraphData() {

@@ -1,5 +1,6 @@
 #include "graphs/kinds/GraphParts.h"
 
+#include "graphs/kinds/AnalysisDigest.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 
@@ -80,8 +81,27 @@ bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::
     return Chart.GraphStatus < GraphStatuses::Stop;
 }
 
-void ShowCharts() {
+GraphOrigin OriginOf(const std::string& name, SetNo set, bool (*stands)(),
+                     const std::function<bool()>& make) {
+    const std::string which = set != AllSets ? ", set " + std::to_string(set.Number) : "";
+    return {name + which, [set, stands, make] { return stands() && set.Number <= Work.NumSets && make(); },
+            0};
+}
+
+bool DataStand() {
+    return Work.DataChosen != 0;
+}
+bool FitStands() {
+    return Work.FitValid != 0;
+}
+bool FitOfTheseDataStands() {
+    return Work.FitValid != 0 && Work.NewData == Changed::Nothing;
+}
+
+void ShowCharts(const GraphOrigin& origin) {
     ZoomAgain(std::exchange(Charts.FormerZoom, {}));
+    Charts.Origin = origin;
+    Charts.Origin.Contents = DigestOfAnalysis();
     Host.ShowForm(ChartsName);
 }
 

@@ -2,6 +2,7 @@
 // What the graph builders share.
 
 #include "chart/CHART.h"
+#include "chart/hand/Charts.h"
 #include "chart/records/SetLooks.h"
 #include "graphs/kinds/AllSets.h"
 
@@ -50,7 +51,15 @@ bool HandOver(GraphSpec& spec, const SetTable& x, const SetTable& y, const std::
               SetLooks looks = {}, const std::vector<GraphMark>& marks = {});
 
 // Shows the chart window with the graph that has been made, zoomed as the one before it where they share an
-// axis.
-void ShowCharts();
+// axis. origin: its name, and how it is made again.
+void ShowCharts(const GraphOrigin& origin);
+
+// A graph of one set, or of AllSets, that is made by make for as long as stands says so and there is the set.
+GraphOrigin OriginOf(const std::string& name, SetNo set, bool (*stands)(), const std::function<bool()>& make);
+
+// What graphs need: data; a fit; a fit of the data as they are.
+bool DataStand();
+bool FitStands();
+bool FitOfTheseDataStands();
 
 } // namespace Quillon

@@ -193,7 +193,11 @@ void AskAndShow(MassAxis axis) {
         choice.SpeciesB = !AskYesNo("Do you wish to express concentrations from the properties of species A "
                                     "(Yes) or species B (No)?",
                                     Work.ProgramName);
-    if (MakeMassGraph(axis, AllSets, choice)) ShowCharts();
+    const char* const name =
+        axis == MassAxis::Radius ? "Apparent Molar Mass vs. Radius" : "Apparent Molar Mass vs. Concentration";
+    if (MakeMassGraph(axis, AllSets, choice))
+        ShowCharts(OriginOf(name, AllSets, FitStands,
+                            [axis, choice] { return MakeMassGraph(axis, AllSets, choice); }));
 }
 
 } // namespace

@@ -121,7 +121,12 @@ std::vector<GraphMark> ZeroLines(const SetRange& sets, float step) {
 }
 
 void Show(ResidualAxis axis, SetNo set) {
-    if (MakeResidualGraph(axis, set)) ShowCharts();
+    if (!MakeResidualGraph(axis, set)) return;
+    const char* const name = axis == ResidualAxis::X        ? "Residuals vs. X"
+                             : axis == ResidualAxis::Fitted ? "Residuals vs. Y"
+                                                            : "Residuals vs. radius";
+    ShowCharts(
+        OriginOf(name, set, FitOfTheseDataStands, [axis, set] { return MakeResidualGraph(axis, set); }));
 }
 
 void ShowPicked(ResidualAxis axis) {

@@ -56,7 +56,8 @@ bool MakeSpeciationGraph() {
 
 void GraphSpeciation() {
     try {
-        if (MakeSpeciationGraph()) ShowCharts();
+        if (MakeSpeciationGraph())
+            ShowCharts(OriginOf("Speciation Curve", AllSets, FitStands, MakeSpeciationGraph));
     } catch (const RuntimeError& error) {
         Tell("The speciation curve cannot be drawn: " + error.Text, Work.ProgramName, BoxIcon::Warning);
     }

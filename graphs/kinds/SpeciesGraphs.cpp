@@ -140,7 +140,9 @@ std::string TitleFor(SetNo set) {
 }
 
 void Show(SpeciesGraph kind, SetNo set) {
-    if (MakeSpeciesGraph(kind, set)) ShowCharts();
+    const char* const name = kind == SpeciesGraph::Fraction ? "Species Fraction" : "Species Concentration";
+    if (MakeSpeciesGraph(kind, set))
+        ShowCharts(OriginOf(name, set, FitStands, [kind, set] { return MakeSpeciesGraph(kind, set); }));
 }
 
 void ShowPicked(SpeciesGraph kind) {

@@ -11,6 +11,7 @@
 #include "chart/hand/ScaleType.h"
 #include "forms/shell/Binding.h"
 #include "graphs/FigureForm.h"
+#include "graphs/GraphWindows.h"
 #include "platform/Platform.h"
 #include "scandata/forms/FileForm.h"
 #include "tests/forms/Player.h"
@@ -405,6 +406,47 @@ TEST_F(ChartDialogs, TheWheelZoomsAndTheMiddleButtonMoves) {
     EXPECT_EQ(spec.AxisX1.Min, low);
     EXPECT_EQ(spec.AxisX1.Max, high);
     EXPECT_FALSE(Charts.LastZoom.Enabled);
+}
+
+TEST_F(ChartDialogs, AFurtherWindowHasItsOwnGraphAndFollowsTheFit) {
+    Run(Charts.NewWindow);
+    Player::Serve();
+    ASSERT_EQ(GraphWindows.size(), 1U);
+    GraphWindow& graph = GraphWindows.front();
+    QWidget* window = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->objectName() == "Graph2") window = top;
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->windowTitle().endsWith(" - Graph 2: Overlay"));
+    QWidget* canvas = nullptr;
+    for (QWidget* w : window->findChildren<QWidget*>())
+        if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) canvas = w;
+    ASSERT_NE(canvas, nullptr);
+    const GraphBox& frame = ModuleOf(&graph).Spec.Frame;
+    ASSERT_GT(frame.X2, frame.X1);
+    const QPointF middle((frame.X1 + frame.X2) / 2.0, (frame.Y1 + frame.Y2) / 2.0);
+    QWheelEvent event(middle, canvas->mapToGlobal(middle), {}, {0, 240}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    const GraphAxis whole = Chart.Spec.AxisX1;
+    QApplication::sendEvent(canvas, &event);
+    EXPECT_EQ(Chart.Spec.AxisX1, whole);
+    EXPECT_LT(ModuleOf(&graph).Spec.AxisX1.Max - ModuleOf(&graph).Spec.AxisX1.Min, whole.Max - whole.Min);
+    window->resize(700, 500);
+    Player::Serve();
+    EXPECT_NEAR(ModuleOf(&graph).State.DeviceW, 700, 4);
+    player.ClickMenu("GraphResiduals");
+    EXPECT_EQ(Chart.Spec.AxisY1.Title.Text.Str(), "Y(exp) - Y(fit)");
+    EXPECT_NE(ModuleOf(&graph).Spec.AxisY1.Title.Text.Str(), "Y(exp) - Y(fit)");
+    Work.FitValid = FlagFalse;
+    RefreshForms();
+    EXPECT_TRUE(window->windowTitle().endsWith(" - Graph 2: Overlay, of an older fit"));
+    Work.FitValid = FlagTrue;
+    RefreshForms();
+    EXPECT_TRUE(window->windowTitle().endsWith(" - Graph 2: Overlay"));
+    window->close();
+    Player::Serve();
+    EXPECT_TRUE(GraphWindows.empty());
 }
 
 TEST_F(ChartDialogs, ALongStatusLineDoesNotWidenTheWindow) {
