@@ -18,16 +18,18 @@ void PrintTable(const Confusions& confusions) {
     std::printf("| truth |");
     for (const std::int16_t model : ModelsToTell)
         std::printf(" %d |", model);
-    std::printf(" none | right |\n|---|");
-    for (std::size_t i = 0; i < ModelsToTell.size() + 2; ++i)
+    std::printf(" none | right | open | by BIC |\n|---|");
+    for (std::size_t i = 0; i < ModelsToTell.size() + 4; ++i)
         std::printf("---|");
     std::printf("\n");
     for (std::size_t truth = 0; truth < ModelsToTell.size(); ++truth) {
         std::printf("| %d |", ModelsToTell[truth]);
         for (const int count : confusions.Chosen[truth])
             std::printf(" %d |", count);
-        std::printf(" %d | %.0f%% |\n", confusions.None[truth],
-                    100.0 * confusions.Chosen[truth][truth] / confusions.Draws(truth));
+        const double all = confusions.Draws(truth);
+        std::printf(" %d | %.0f%% | %.0f%% | %.0f%% |\n", confusions.None[truth],
+                    100.0 * confusions.Chosen[truth][truth] / all, 100.0 * confusions.Open[truth] / all,
+                    100.0 * confusions.RightByBic[truth] / all);
     }
     std::printf("\n%d of %d\n", confusions.Right(), confusions.All());
 }

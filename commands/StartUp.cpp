@@ -14,6 +14,7 @@
 #include "platform/Platform.h"
 #include "scandata/forms/DataDirectory.h"
 #include "scandata/forms/FileForm.h"
+#include "studies/methods/StudyResults.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -170,6 +171,7 @@ void StartQuillon(const std::string& argument) {
     if (kind == ArgumentKind::Fit)
         RunCommand([&] { Analmenu.Ended = NoteRestored(ReadFitFile(argument, true)).EndProgram; });
     StartHistory();
+    ForgetStudies();
     SetMenuStatus();
 }
 

@@ -73,4 +73,8 @@ const StudyResults& KeptStudies() {
     return IsOfTheFit() ? Last.Studies : nothing;
 }
 
+void ForgetStudies() {
+    Last = Kept{};
+}
+
 } // namespace Quillon

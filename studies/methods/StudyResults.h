@@ -38,4 +38,7 @@ void KeepStudy(const Resampling& study);
 // was, by Undo or from its file, has its studies again as long as no other one was studied meanwhile.
 const StudyResults& KeptStudies();
 
+// As the program starts: nothing is kept.
+void ForgetStudies();
+
 } // namespace Quillon

@@ -59,6 +59,18 @@ std::size_t Heaviest(const Comparison& comparison) {
     return best;
 }
 
+// Beside the best model by AICc those within so many units have as good a case (K. P. Burnham and D. R.
+// Anderson, Model Selection and Multimodel Inference (2002), section 2.6).
+constexpr double OpenUnits = 2.0;
+
+void Count(const Comparison& comparison, std::size_t truth, Confusions& into) {
+    const std::size_t chosen = Heaviest(comparison);
+    ++(chosen < ModelsToTell.size() ? into.Chosen[truth][chosen] : into.None[truth]);
+    const ComparedModel& row = comparison.Rows[truth];
+    if (chosen != truth && row.DeltaAicc && *row.DeltaAicc <= OpenUnits) ++into.Open[truth];
+    if (row.DeltaBic && *row.DeltaBic == 0.0) ++into.RightByBic[truth];
+}
+
 } // namespace
 
 int Confusions::Draws(std::size_t truth) const {
@@ -88,8 +100,7 @@ Confusions TellModelsApart(int draws, std::uint64_t seed) {
         const ModelCase theCase = CaseOf(ModelsToTell[truth]);
         for (int i = 0; i < draws; ++i) {
             FitDraw(theCase, seed + 1000 * truth + static_cast<std::uint64_t>(i));
-            const std::size_t chosen = Heaviest(CompareModels(AllOfThem(), {}));
-            ++(chosen < ModelsToTell.size() ? confusions.Chosen[truth][chosen] : confusions.None[truth]);
+            Count(CompareModels(AllOfThem(), {}), truth, confusions);
         }
     }
     return confusions;

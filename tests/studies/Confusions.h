@@ -16,6 +16,9 @@ struct Confusions {
     // [truth][chosen], places of ModelsToTell.
     std::array<std::array<int, ModelsToTell.size()>, ModelsToTell.size()> Chosen{};
     std::array<int, ModelsToTell.size()> None{}; // draws in which no model reached a minimum, by truth
+    // Of each truth: draws in which another model was chosen, and the truth lies within two units of its
+    // AICc, so that the weights leave the question open; draws in which BIC is lowest for the truth.
+    std::array<int, ModelsToTell.size()> Open{}, RightByBic{};
 
     int Draws(std::size_t truth) const;
     int Right() const;

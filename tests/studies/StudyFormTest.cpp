@@ -16,6 +16,7 @@ namespace Quillon {
 namespace {
 
 void OpenOnFit(const char* name, StudyKind kind) {
+    ForgetStudies(); // of another test's fit that is the same
     LoadCase(ModelCaseNamed(name));
     RunFit();
     ASSERT_TRUE(CanStudy(kind));
