@@ -1,5 +1,6 @@
 #include "batch/QuillonFit.h"
 
+#include "batch/Calculate.h"
 #include "batch/CompareTable.h"
 #include "batch/SortRun.h"
 #include "batch/Studies.h"
@@ -289,6 +290,11 @@ int RunSort(const Options& options) {
     return ExitDone;
 }
 
+int RunCalculators(const Options& options) {
+    WriteOutput({"-", Calculations(options.Calculate)});
+    return ExitDone;
+}
+
 int RunOnce(const Options& options) {
     RunEnd end;
     return RunOptions(options, nullptr, end);
@@ -298,6 +304,7 @@ int RunOnce(const Options& options) {
 int RunNamed(const Options& options) {
     try {
         if (!options.Merge.empty()) return RunMerge(options);
+        if (WantsCalculation(options.Calculate)) return RunCalculators(options);
         if (!options.Sort.Place.empty()) return RunSort(options);
         if (!options.Table.empty()) return RunTableOptions(options);
         return options.Simulate.empty() ? RunOnce(options) : RunSimulation(options);

@@ -18,6 +18,10 @@ _quillon_fit() {
         words='data= function= overlay= residuals= residuals-y= residuals-r= species= species-fraction= mass-c= mass-r= speciation= figure= histogram: approach:'
         compopt -o nospace 2>/dev/null
         ;;
+    --buffer)
+        words='water NaCl= KCl= MgCl2= CaCl2= NaH2PO4= Na2HPO4= urea= GuHCl= glycerol='
+        compopt -o nospace 2>/dev/null
+        ;;
     --mass-of) words='data fit' ;;
     --mass-species) words='A B' ;;
     --figure-size) words='85 170' ;;
@@ -25,7 +29,7 @@ _quillon_fit() {
     --colors) words='safe classic' ;;
     --paper) words='a4 letter a4-landscape letter-landscape' ;;
     --report-graph) words='residuals overlay' ;;
-    --cell | --cells | --wavelengths | --speeds | --ratios | --mass-points | --resample | --restarts | --rows | --threads) return ;;
+    --cell | --cells | --wavelengths | --speeds | --ratios | --mass-points | --resample | --restarts | --rows | --disulfides | --temperature | --equilibrium-time | --threads) return ;;
     *)
         if [[ $current == --* ]]; then
             words=$("$program" --help 2>/dev/null | sed -n 's/^  \(--[a-z-]*\).*/\1/p')

@@ -128,6 +128,12 @@ void TakeOnce(std::string& target, const char* option, const std::string& value)
     target = value;
 }
 
+void TakeValue(std::string& target, const char* option, const char* what, const std::string& value) {
+    if (value.empty()) RaiseError(std::string(option) + " needs " + what);
+    if (!target.empty()) RaiseError(std::string(option) + " stands twice");
+    target = value;
+}
+
 long ReadResample(const std::string& text) {
     long count = 0;
     const char* const end = text.data() + text.size();
@@ -191,6 +197,18 @@ constexpr ValueOption ValueOptions[] = {
     {"--speeds",
      [](Options& o, const std::string& v) { o.Sort.Choice.Speeds = ReadNumberList("--speeds", v); }},
     {"--ratios", [](Options& o, const std::string& v) { o.Sort.Choice.Ratios = ReadRatios(v); }},
+    {"--vbar",
+     [](Options& o, const std::string& v) { TakeValue(o.Calculate.Chain, "--vbar", "a sequence or file", v); }},
+    {"--buffer",
+     [](Options& o, const std::string& v) {
+         TakeValue(o.Calculate.Buffer, "--buffer", "water or solutes as NaCl=0.15", v);
+     }},
+    {"--equilibrium-time",
+     [](Options& o, const std::string& v) {
+         TakeValue(o.Calculate.Approach, "--equilibrium-time", "mass=50,speed=15000,inner=6.9,outer=7.2", v);
+     }},
+    {"--temperature", [](Options& o, const std::string& v) { o.Calculate.Celsius = ReadCelsius(v); }},
+    {"--disulfides", [](Options& o, const std::string& v) { o.Calculate.Disulfides = ReadDisulfides(v); }},
     {"--profile", [](Options& o, const std::string& v) { o.Profiles.push_back(ParseProfileOption(v)); }},
     {"--resample", [](Options& o, const std::string& v) { o.Resample = ReadResample(v); }},
     {"--simulate", [](Options& o, const std::string& v) {
@@ -342,6 +360,14 @@ bool WantsSortedJob(const Options& options) {
     return WantsSorting(options) && !options.Sort.Job.empty();
 }
 
+bool WantsNumbers(const Options& options) {
+    return WantsCalculation(options.Calculate);
+}
+
+bool WantsChain(const Options& options) {
+    return !options.Calculate.Chain.empty();
+}
+
 bool WantsRefit(const Options& options) {
     return options.Refit;
 }
@@ -369,6 +395,8 @@ constexpr Companion Companions[] = {
     {"--wavelengths", WantsSorting, "--sort FOLDER"},
     {"--speeds", WantsSorting, "--sort FOLDER"},
     {"--ratios", WantsSortedJob, "--sort FOLDER --job FILE"},
+    {"--temperature", WantsNumbers, "--vbar, --buffer or --equilibrium-time"},
+    {"--disulfides", WantsChain, "--vbar SEQ"},
     {"--restarts", WantsRefit, "--refit; a job has restarts in [fit]"},
 };
 
@@ -396,6 +424,15 @@ void CheckSort(const Options& options) {
         IsSameOutput(options.Sort.Job, options.JobPath))
         FailOptions("--job would write over the job beside --sort");
     CheckOutputs(options);
+    CheckCompanions(options);
+}
+
+// Numbers for an experiment that has not been made.
+void CheckCalculation(const Options& options) {
+    if (!options.JobPath.empty() || !OutputsOf(options).empty() || !options.Simulate.empty() ||
+        !options.Table.empty() || options.Resample > 0 || options.Refit || WantsSorting(options))
+        FailOptions(
+            "--vbar, --buffer and --equilibrium-time fit nothing: no job and no output goes with them");
     CheckCompanions(options);
 }
 
@@ -457,6 +494,10 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Help || options.Version) return options;
     if (!options.Merge.empty()) {
         CheckMerge(options);
+        return options;
+    }
+    if (WantsNumbers(options)) {
+        CheckCalculation(options);
         return options;
     }
     if (WantsSorting(options)) {
@@ -574,6 +615,18 @@ std::string HelpText() {
            "                  and B\n"
            "  --average       the job takes of each group the mean of its last scans that\n"
            "                  agree, not the last one alone\n"
+           "  --vbar SEQ      no fit: v-bar, mass and extinction of a protein from its\n"
+           "                  sequence, as CSV; SEQ is letters, or a file with them or in FASTA\n"
+           "  --disulfides N  so many of its cysteines are paired; all without it\n"
+           "  --buffer NaCl=0.15,urea=2\n"
+           "                  no fit: density and viscosity of a buffer, mol/L; glycerol in\n"
+           "                  percent by weight; water by itself\n"
+           "  --equilibrium-time mass=50,speed=15000,inner=6.9,outer=7.2\n"
+           "                  no fit: how long a column takes to equilibrium; mass and vbar as\n"
+           "                  --vbar, density and viscosity as --buffer beside it give them,\n"
+           "                  or named as well; from: the speed before, ratio: f/f0 (1.25),\n"
+           "                  rest: the part that may be missing (0.001)\n"
+           "  --temperature T degrees Celsius of the three; 20 without it\n"
            "  --refit         fit a restored analysis again\n"
            "  --restarts N    behind --refit: so many fits from random starts, whose\n"
            "                  lowest minimum is the result\n"

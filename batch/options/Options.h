@@ -2,6 +2,7 @@
 // The command line of quillon-fit.
 
 #include "batch/graphs/GraphOption.h"
+#include "batch/options/CalculatorOptions.h"
 #include "batch/options/ProfileOption.h"
 #include "batch/options/SortOptions.h"
 #include "batch/outputs/IntegrateCsv.h"
@@ -36,6 +37,7 @@ struct Options {
     std::vector<std::string> Parts; // of Merge
     std::string Simulate;           // the folder of a simulation; no fit then
     SortOptions Sort;               // of a run; no fit then
+    CalculatorOptions Calculate;    // numbers for an experiment; no fit then
     std::string Draws;              // fits to resampled data, CSV
     std::vector<ProfileOption> Profiles;
     long Resample = 0; // how many of them; 0 none

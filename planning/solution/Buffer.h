@@ -1,0 +1,67 @@
+#pragma once
+// Density and viscosity of a buffer from what is dissolved in a litre of it.
+//
+// Density. Volumes add up: a solute of the concentration c (mol/L) and the molar mass M takes the volume
+// c phi, and water the rest,
+//
+//     rho = sum c M + rho_w (1 - sum c phi)
+//
+// Salts: phi = V + S w sqrt(I), with V the volume at infinite dilution, the sum of those of the ions (F. J.
+// Millero, Chem. Rev. 71 (1971) 147, 25 degrees; of Na, K and Cl at 0 and 50 degrees as well, a parabola
+// through the three), I the ionic strength, w = sum n z^2 / 2 of the salt and S = 1.868 mL/mol (mol/L)^-1/2,
+// the limiting slope at 25 degrees (O. Redlich and D. M. Meyer, Chem. Rev. 64 (1964) 221). Urea and
+// guanidinium chloride of the weight fraction W: rho / rho_w = 1 + a W + 0.0330 W^2, a = 0.2658 and 0.2710,
+// 25 degrees (K. Kawahara and C. Tanford, J. Biol. Chem. 241 (1966) 3228). Glycerol: A. Volk and C. J.
+// Kaehler, Experiments in Fluids 59 (2018) 75.
+//
+// Viscosity, relative to water, factors multiplied: salts 1 + sum B c with B of the ions at 25 degrees (H. D.
+// B. Jenkins and Y. Marcus, Chem. Rev. 95 (1995) 2695); urea 1 + 0.0375 c + 0.00315 c^2 + 0.00031 c^3
+// (Kawahara and Tanford); glycerol: N.-S. Cheng, Ind. Eng. Chem. Res. 47 (2008) 3285. That of guanidinium
+// chloride is not told.
+//
+// A solute whose volume is in none of these sources (Tris, HEPES, sucrose) is not in the list: a guess would
+// look like a number. Such a buffer is measured.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Quillon {
+
+// What can be dissolved.
+struct SoluteKind {
+    const char* Name;    // "NaCl", as it is typed; capitals and small letters alike
+    const char* Meaning; // "sodium chloride"
+    const char* Unit;    // of its amount: "mol/L", or "%" by weight
+    double MolarMass;    // g/mol
+    double Most;         // the largest amount that the sources stand for
+    const char* Source;  // of its volume
+};
+const std::vector<SoluteKind>& SoluteKinds();
+
+// So much of a kind, in the unit of the kind.
+struct Solute {
+    std::size_t Kind = 0; // place in SoluteKinds
+    double Amount = 0.0;
+};
+
+// Reads "NaCl=0.15, urea=2"; "" and "water" are pure water. What is not read so, an unknown name, one that
+// stands twice and an amount below 0 or above the most are a RuntimeError in words.
+std::vector<Solute> ReadSolutes(std::string_view text);
+
+// "NaCl, KCl, ...": all names, for messages and tips.
+std::string SoluteNames();
+
+struct BufferValues {
+    double Density = 0.0;            // g/mL
+    double DensityKnownTo = 0.0;     // g/mL: what volumes at 25 degrees and the limiting slope may miss
+    std::optional<double> Viscosity; // mPa s; nothing where a solute's is not known
+    std::string Sources;             // of all that has gone in
+};
+
+// Of a solution at a temperature, degrees Celsius: 0 to 100 for water, 0 to 50 with anything in it. Outside
+// of it is a RuntimeError in words; so is more in a litre than water can hold.
+BufferValues ValuesOfBuffer(const std::vector<Solute>& solutes, double celsius);
+
+} // namespace Quillon
