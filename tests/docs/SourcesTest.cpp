@@ -17,8 +17,9 @@ namespace fs = std::filesystem;
 std::vector<std::string> ProgramSources() {
     std::vector<std::string> files;
     const fs::path root(QUILLON_SOURCE);
-    for (const char* folder : {"batch", "chart", "commands", "files", "fit", "forms", "graphs", "models",
-                               "persistence", "planning", "reporting", "runs", "scandata", "studies", "workspace"})
+    for (const char* folder :
+         {"batch", "chart", "commands", "files", "fit", "forms", "graphs", "models", "persistence",
+          "planning", "reporting", "runs", "scandata", "studies", "workspace"})
         for (const auto& entry : fs::recursive_directory_iterator(root / folder))
             if (entry.path().extension() == ".cpp" || entry.path().extension() == ".h")
                 files.push_back(fs::relative(entry.path(), root).generic_string());
