@@ -1,31 +1,21 @@
 #include "fit/equations/Products.h"
 
+#include "platform/Four.h"
 #include "platform/VectorWidth.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 
 namespace Quillon {
 
 namespace {
 
-// Four doubles in one register, or in two narrow ones.
-using Four [[gnu::vector_size(4 * sizeof(double))]] = double;
-constexpr int Width = 4;
-
 // Rows that are summed at a time: their sums stay in registers, narrow ones included.
 constexpr int RowsAtATime = 6;
 
 using Rows = std::array<const double*, ProductRows>;
+constexpr int Width = VectorLength;
 using Group = std::array<double, ProductPoints * Width>;
-
-[[gnu::always_inline]] inline void Load(Four& four, const double* from) {
-    std::memcpy(&four, from, sizeof four);
-}
-[[gnu::always_inline]] inline void Store(double* to, const Four& four) {
-    std::memcpy(to, &four, sizeof four);
-}
 
 // Four columns point by point.
 void Interleave(Group& group, const double* const* columns, long points) {

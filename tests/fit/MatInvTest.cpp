@@ -2,6 +2,7 @@
 #include "fit/equations/MatInv.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/VectorWidth.h"
 #include "tests/support/RealMatrix.h"
 
 #include <gtest/gtest.h>
@@ -377,6 +378,103 @@ TEST(Invert, RandomMatricesAgainstGaussJordan) {
             SCOPED_TRACE(n);
             ExpectInverse(A);
         }
+}
+
+// --- the same by loops over one element at a time, where nothing is moved but numbers of rows and columns
+
+struct PlainElimination {
+    Matrix A;
+    std::vector<long> Row, Column; // in the order of the pivots
+    std::vector<double> Size;      // of the rows
+
+    explicit PlainElimination(const Matrix& matrix) : A(matrix) {
+        for (long i = 0; i <= A.RowHi(); ++i) {
+            Row.push_back(i);
+            Column.push_back(i);
+            double sum = 0.0;
+            for (long j = 0; j <= A.RowHi(); ++j)
+                sum += std::fabs(A(j, i));
+            Size.push_back(sum);
+        }
+    }
+    double& At(std::size_t i, std::size_t j) { return A(Column[j], Row[i]); }
+
+    void BringUp(std::size_t k) {
+        double best = 0.0;
+        std::size_t row = k, column = k;
+        for (std::size_t i = k; i < Row.size(); ++i)
+            for (std::size_t j = k; j < Row.size(); ++j)
+                if (const double v = std::fabs(At(i, j)) / Size[static_cast<std::size_t>(Row[i])]; v > best) {
+                    best = v;
+                    row = i;
+                    column = j;
+                }
+        std::swap(Row[k], Row[row]);
+        std::swap(Column[k], Column[column]);
+    }
+    void Run() {
+        for (std::size_t k = 0; k + 1 < Row.size(); ++k) {
+            BringUp(k);
+            for (std::size_t i = k + 1; i < Row.size(); ++i) {
+                At(i, k) = -At(i, k) / At(k, k);
+                for (std::size_t j = k + 1; j < Row.size(); ++j)
+                    At(i, j) += At(i, k) * At(k, j);
+            }
+        }
+    }
+    std::vector<double> Solved(std::size_t unit) {
+        std::vector<double> b(Row.size(), 0.0);
+        b[unit] = 1.0;
+        for (std::size_t k = 0; k + 1 < Row.size(); ++k)
+            for (std::size_t i = k + 1; i < Row.size(); ++i)
+                b[i] += At(i, k) * b[k];
+        for (std::size_t k = Row.size(); k-- > 0;) {
+            for (std::size_t j = k + 1; j < Row.size(); ++j)
+                b[k] -= At(k, j) * b[j];
+            b[k] /= At(k, k);
+        }
+        return b;
+    }
+};
+
+void ExpectBitsOfPlainLoops(const Matrix& A) {
+    PlainElimination plain(A);
+    plain.Run();
+    Matrix inverse = A;
+    Decomposition d;
+    Invert(inverse, d);
+    for (std::size_t p = 0; p < plain.Row.size(); ++p) {
+        ASSERT_EQ(d.RowPerm[static_cast<long>(p)], plain.Row[p]);
+        ASSERT_EQ(d.ColPerm[static_cast<long>(p)], plain.Column[p]);
+        const std::vector<double> x = plain.Solved(p);
+        for (std::size_t j = 0; j < x.size(); ++j)
+            ASSERT_EQ(inverse(plain.Row[p], plain.Column[j]), x[j]) << p << " " << j;
+    }
+    Matrix factored = A;
+    Factor(factored);
+    EXPECT_TRUE(factored == plain.A);
+}
+
+// On the narrowest and the widest registers, of orders that fill them and orders that do not; whole numbers
+// give ties between pivots.
+TEST(Invert, HasThePivotsAndTheBitsOfPlainLoopsOnEveryRoad) {
+    std::mt19937 random(17);
+    std::normal_distribution<double> element;
+    const VectorWidth before = VectorsInUse;
+    for (const VectorWidth width : {VectorWidth::Narrow, WidestVectors()})
+        for (const long n : {1L, 2L, 3L, 4L, 5L, 8L, 11L, 22L, 39L})
+            for (const bool whole : {false, true}) {
+                Matrix A(n - 1, n - 1);
+                for (long i = 0; i < n; ++i)
+                    for (long j = 0; j < n; ++j) {
+                        const double v = element(random) * std::exp(0.2 * static_cast<double>(i));
+                        A(i, j) = whole ? std::round(3.0 * element(random)) + (i == j ? 5.0 : 0.0) : v;
+                    }
+                VectorsInUse = width;
+                SCOPED_TRACE(n);
+                ExpectBitsOfPlainLoops(A);
+            }
+    VectorsInUse = before;
 }
 
 TEST(Invert, RandomNormalMatricesOfUnequalScales) {
