@@ -12,6 +12,7 @@
 #include "batch/job/RunJob.h"
 #include "batch/job/SavedFit.h"
 #include "batch/job/SimulateJob.h"
+#include "batch/options/HelpText.h"
 #include "batch/options/Options.h"
 #include "batch/options/OutputPlaces.h"
 #include "batch/outputs/PointsCsv.h"

@@ -61,6 +61,7 @@ void RunProfile(const ProfileOption& option, const ProfileChoice& choice, RunEnd
     const std::string name = "profile " + ProfileName(option);
     const auto keep = [&](auto study) {
         ClearCancel();
+        if (!study.Broken.empty()) return LeaveIncomplete(end, "The profile broke off: " + study.Broken);
         if (!study.Complete) return LeaveIncomplete(end, "The profile was cancelled");
         if (study.Better) WriteFailure(name + BetterText);
         end.Studies.Profiles.push_back(std::move(study));

@@ -7,7 +7,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/Misfit.h"
 #include "fit/equations/NormalEquations.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "tests/fit/Robustness.h"
 #include "tests/support/Simulate.h"
 #include "workspace/records/Cancel.h"
@@ -152,16 +152,7 @@ void Attack(std::uint64_t number, Tally& tally) {
 }
 
 void Quiet() {
-    Platform quiet;
-    quiet.MessageBoxAnswer = [](const BoxRequest& r) {
-        return r.Buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
-    };
-    quiet.ReadFile = [](const std::string&) { return std::string{}; };
-    quiet.WriteFile = [](const std::string&, const std::string&) {};
-    quiet.FileExists = quiet.DirectoryExists = [](const std::string&) { return false; };
-    quiet.Clock = [] { return ClockTime{}; };
-    quiet.Uniform = [] { return 0.5F; };
-    InstallPlatform(quiet);
+    InstallPlatform(QuietPlatform());
 }
 
 void TakeOptions(int argc, char** argv) {

@@ -5,7 +5,7 @@
 #include "tests/studies/Confusions.h"
 
 #include "files/RunPieces.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,15 +36,7 @@ void PrintTable(const Confusions& confusions) {
 
 // Nobody is asked or told, and there are no files.
 void FillQuietPlatform() {
-    Platform quiet;
-    quiet.MessageBoxAnswer = [](const BoxRequest& request) {
-        return request.Buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
-    };
-    quiet.ReadFile = [](const std::string&) { return std::string{}; };
-    quiet.WriteFile = [](const std::string&, const std::string&) {};
-    quiet.FileExists = quiet.DirectoryExists = [](const std::string&) { return false; };
-    quiet.Clock = [] { return ClockTime{}; };
-    quiet.Uniform = [] { return 0.5F; };
+    Platform quiet = QuietPlatform();
     quiet.RunPieces = [](long count, const auto& piece, const auto& watch) {
         RunPieces(CoresOfMachine(), count, piece, watch);
     };

@@ -6,7 +6,7 @@
 #include "bench/OwnFit.h"
 #include "bench/Problem.h"
 #include "fit/GNLLSQ.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -126,16 +126,11 @@ void Growth(Association kind, const char* title) {
 }
 
 void InstallQuietPlatform() {
-    Platform quiet;
+    Platform quiet = QuietPlatform();
     quiet.MessageBoxAnswer = [](const BoxRequest& request) {
         std::printf("  message: %s\n", request.Text.c_str());
         return BoxAnswer::Ok;
     };
-    quiet.ReadFile = [](const std::string&) { return std::string{}; };
-    quiet.WriteFile = [](const std::string&, const std::string&) {};
-    quiet.FileExists = quiet.DirectoryExists = [](const std::string&) { return false; };
-    quiet.Clock = [] { return ClockTime{}; };
-    quiet.Uniform = [] { return 0.5F; };
     InstallPlatform(quiet);
 }
 

@@ -4,7 +4,7 @@
 //     robustness [--seeds N] [--case NAME] [--mixtures N] [--restarts N] [-v]
 #include "tests/fit/Robustness.h"
 #include "fit/GNLLSQ.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "studies/methods/OtherMinima.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
@@ -194,16 +194,7 @@ void TableOfMixtures(int draws) {
 }
 
 void Quiet() {
-    Platform quiet;
-    quiet.MessageBoxAnswer = [](const BoxRequest& r) {
-        return r.Buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
-    };
-    quiet.ReadFile = [](const std::string&) { return std::string{}; };
-    quiet.WriteFile = [](const std::string&, const std::string&) {};
-    quiet.FileExists = quiet.DirectoryExists = [](const std::string&) { return false; };
-    quiet.Clock = [] { return ClockTime{}; };
-    quiet.Uniform = [] { return 0.5F; };
-    InstallPlatform(quiet);
+    InstallPlatform(QuietPlatform());
 }
 
 } // namespace

@@ -126,19 +126,6 @@ bool MoveShape(const Move& move) {
     return moved && (move.Even == move.Odd || kinds.Count() > 1);
 }
 
-// Fitted concentrations as they are read off the data at the constants of Work.
-void GuessConcentrations() {
-    const PerSlot<float> moved = Work.Parms;
-    const std::int16_t model = Work.Model;
-    Work.Model = ToInt16(ModelForGuess(model));
-    InitialGuesses(false);
-    Work.Model = model;
-    const PerSlot<float> guessed = Work.Parms;
-    Work.Parms = moved;
-    for (const FreePos a : EachFree())
-        if (RuleOfSlot(SlotOf(a)).Holds == Quantity::LnSignal) Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
-}
-
 } // namespace
 
 PerSlot<float> VisibleStart(const PerSlot<float>& start) {
@@ -159,7 +146,7 @@ PerSlot<float> MovedStart(const PerSlot<float>& start, int number) {
     const Move& move = Moves.at(static_cast<std::size_t>(number - 1));
     const PerSlot<float> moved = Aside(start, [&] {
         if (!MoveShape(move)) return start;
-        GuessConcentrations();
+        TakeFittedSignals(GuessedParms());
         KeepHeld(start);
         return Work.Parms;
     });

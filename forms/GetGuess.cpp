@@ -1,12 +1,9 @@
 // Guesses, and what is fitted.
 #include "fit/forms/GetGuess.h"
-#include "chart/records/ChartState.h"
 #include "commands/fitting/LiveCurve.h"
 #include "forms/Pieces.h"
-#include "forms/shell/ChartBox.h"
 #include "forms/shell/FormHost.h"
-
-#include <QPainter>
+#include "forms/shell/PaintedView.h"
 
 namespace Quillon {
 
@@ -46,36 +43,14 @@ QWidget* ConvergenceFrame(Binder& bind) {
     return frame;
 }
 
-// The curve at the values in the fields, painted anew whenever one of them is another.
-class CurvePicture : public QWidget {
+// The curve at the values in the fields.
+class CurvePicture : public PaintedView {
 public:
-    CurvePicture() {
+    CurvePicture() : PaintedView(PaintLiveCurve) {
         setMinimumSize(320, 260);
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         setAccessibleName("Data with the curves of these values, and residuals");
     }
     QSize sizeHint() const override { return {440, 380}; }
-    void PaintAnew() {
-        Stale = true;
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        if (Stale && Chart.Painting == 0) {
-            Stale = false;
-            Box.Fit(*this);
-            PaintLiveCurve(Box.Surface(), static_cast<int>(fontMetrics().height() * devicePixelRatioF()));
-        }
-        QPainter painter(this);
-        painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
-        painter.drawImage(0, 0, Box.Image());
-    }
-    void resizeEvent(QResizeEvent*) override { Stale = true; }
-
-private:
-    PaintedImage Box;
-    bool Stale = true;
 };
 
 QLayout* CurveColumn(Binder& bind) {

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <utility>
 
 namespace Quillon {
 
@@ -110,6 +112,22 @@ void AskOffsets() {
         Work.Parms[SlotOffset(set)] = 0.0F;
 }
 
+// Parameters and model of now, which stand again at the end of its life.
+class AsTheyAre {
+public:
+    AsTheyAre() = default;
+    ~AsTheyAre() {
+        Work.Parms = std::move(Parms);
+        Work.Model = Model;
+    }
+    AsTheyAre(const AsTheyAre&) = delete;
+    AsTheyAre& operator=(const AsTheyAre&) = delete;
+
+private:
+    PerSlot<float> Parms = Work.Parms;
+    std::int16_t Model = Work.Model;
+};
+
 } // namespace
 
 void InitialGuesses(bool newSituation) {
@@ -120,6 +138,18 @@ void InitialGuesses(bool newSituation) {
     }
     ApplyConcentrationLinks();
     if (newSituation) AskOffsets();
+}
+
+PerSlot<float> GuessedParms() {
+    const AsTheyAre kept;
+    Work.Model = ToInt16(ModelForGuess(Work.Model));
+    InitialGuesses(false);
+    return Work.Parms;
+}
+
+void TakeFittedSignals(const PerSlot<float>& guessed) {
+    for (const FreePos a : EachFree())
+        if (RuleOfSlot(SlotOf(a)).Holds == Quantity::LnSignal) Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
 }
 
 } // namespace Quillon

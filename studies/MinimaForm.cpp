@@ -91,7 +91,7 @@ std::string Counted(long count, const char* one, const char* several) {
 std::string FoundText() {
     std::string text = Counted(Met.Ended, " fit", " fits") + ": " +
                        Counted(static_cast<long>(Met.Minima.size()), " minimum", " minima");
-    if (Met.Failed > 0) text += ", " + Counted(Met.Failed, " fit", " fits") + " ended at none";
+    if (Met.Failed > 0) text += ", " + Counted(Met.Failed, " fit", " fits") + " ended at none" + Met.Broken;
     return text + (Met.Complete ? "." : ". Stopped before the end.");
 }
 

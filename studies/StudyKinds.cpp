@@ -255,6 +255,11 @@ bool RecallProfile() {
     return true;
 }
 
+// By the user, or by arithmetic.
+std::string WhyUnfinished(const std::string& broken) {
+    return broken.empty() ? "Stopped before the end." : "Broke off: " + broken + ".";
+}
+
 void ShowMap() {
     StudyForm.Columns = {ParmCaption(SlotNo(Mapped.Slots[0])), ParmCaption(SlotNo(Mapped.Slots[1])),
                          "Sum of Squares", "Ratio", "Notes"};
@@ -266,7 +271,7 @@ void ShowMap() {
                                       SumText(point.SumSq), RatioText(point.Ratio),
                                       point.Converged ? "" : "not converged"});
         }
-    StudyForm.Progress.Text = Mapped.Complete ? "All pairs have been fitted." : "Stopped before the end.";
+    StudyForm.Progress.Text = Mapped.Complete ? "All pairs have been fitted." : WhyUnfinished(Mapped.Broken);
 }
 
 void ShowProfile() {
@@ -278,7 +283,7 @@ void ShowProfile() {
     std::string text;
     for (const ProfileLimits& limits : Profiled.Limits)
         text += (text.empty() ? "" : "; ") + LimitsText(Profiled, limits);
-    StudyForm.Progress.Text = Profiled.Complete ? text : "Stopped before the end.";
+    StudyForm.Progress.Text = Profiled.Complete ? text : WhyUnfinished(Profiled.Broken);
 }
 
 const std::optional<Workspace>& BetterFit() {

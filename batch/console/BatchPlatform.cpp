@@ -2,15 +2,12 @@
 
 #include "batch/console/ConsoleText.h"
 #include "batch/console/OneLine.h"
-#include "files/FileLock.h"
-#include "files/FileTarget.h"
-#include "files/ReadWhole.h"
+#include "files/FillFiles.h"
 #include "files/RunPieces.h"
-#include "files/Sha256.h"
-#include "files/WalkFiles.h"
 #include "files/WriteWhole.h"
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
+#include "platform/QuietPlatform.h"
 #include "platform/SplitMix.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
@@ -64,17 +61,6 @@ const char* AnswerName(BoxAnswer answer) {
         return "Cancel";
     default:
         return "OK";
-    }
-}
-
-BoxAnswer NeutralAnswer(BoxButtons buttons) {
-    switch (buttons) {
-    case BoxButtons::Ok:
-        return BoxAnswer::Ok;
-    case BoxButtons::YesNo:
-        return BoxAnswer::No;
-    default:
-        return BoxAnswer::Cancel;
     }
 }
 
@@ -171,15 +157,7 @@ void InstallBatchPlatform() {
     Platform p;
     p.MessageBoxAnswer = AnswerMessage;
     p.AskText = AnswerInput;
-    p.ReadFile = ReadWhole;
-    p.Sha256 = Sha256;
-    p.WriteFile = WriteWhole;
-    p.FileExists = IsFile;
-    p.WalkFiles = WalkFiles;
-    p.MakeFolder = MakeFolder;
-    p.DirectoryExists = IsDirectory;
-    p.IsThisProgram = IsThisProgram;
-    p.HoldFile = HoldFile;
+    FillFiles(p);
     p.Clock = LocalClock;
     p.Uniform = [] { return Generator.Uniform(); };
     p.SeedUniform = SeedUniform;

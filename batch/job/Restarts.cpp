@@ -18,7 +18,7 @@ std::string Counted(long count, const std::string& one, const std::string& sever
 std::string MinimaLine(const MinimaMet& met) {
     std::string line = "restarts: " + Counted(static_cast<long>(met.Minima.size()), "minimum", "minima") +
                        " in " + Counted(met.Ended, "fit", "fits");
-    if (met.Failed > 0) line += ", " + std::to_string(met.Failed) + " of which ended at none";
+    if (met.Failed > 0) line += ", " + std::to_string(met.Failed) + " of which ended at none" + met.Broken;
     if (met.Minima.empty()) return line;
     return line + "; the lowest sum of squares is " +
            FormatNumber(met.Minima.front().Fit.SumSq, "#.######E-##");

@@ -79,7 +79,4 @@ bool WantsReportPdf(const Options& options);
 // True when it goes to a document for a browser.
 bool WantsReportHtml(const Options& options);
 
-std::string HelpText();
-std::string VersionText();
-
 } // namespace Quillon

@@ -7,7 +7,7 @@
 #include "chart/CHART.h"
 #include "forms/surfaces/QtSurface.h"
 #include "platform/Narrow.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -26,14 +26,7 @@ namespace {
 constexpr long Sets = 18, Points = 1500;
 
 void Wire() {
-    Platform filling;
-    filling.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
-    filling.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
-    filling.WriteFile = [](const std::string&, const std::string&) {};
-    filling.FileExists = filling.DirectoryExists = [](const std::string&) { return false; };
-    filling.Clock = [] { return ClockTime{}; };
-    filling.Uniform = [] { return 0.5F; };
-    InstallPlatform(filling);
+    InstallPlatform(QuietPlatform());
 }
 
 // Exponentials with a saw of noise, each set above the other.

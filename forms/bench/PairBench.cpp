@@ -7,7 +7,7 @@
 #include "forms/surfaces/QtSurface.h"
 #include "graphs/GraphPair.h"
 #include "platform/Narrow.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "workspace/records/Workspace.h"
 
 #include <QGuiApplication>
@@ -26,14 +26,7 @@ using namespace Quillon;
 namespace {
 
 void Wire() {
-    Platform filling;
-    filling.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
-    filling.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
-    filling.WriteFile = [](const std::string&, const std::string&) {};
-    filling.FileExists = filling.DirectoryExists = [](const std::string&) { return false; };
-    filling.Clock = [] { return ClockTime{}; };
-    filling.Uniform = [] { return 0.5F; };
-    InstallPlatform(filling);
+    InstallPlatform(QuietPlatform());
 }
 
 // Exponentials with a saw of noise, each set above the other, and the fit of all of them.

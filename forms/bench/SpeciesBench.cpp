@@ -11,7 +11,7 @@
 #include "graphs/kinds/SpeciesGraphs.h"
 #include "models/SEDEQ3.h"
 #include "models/species/SpeciesAtPoint.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "tests/support/ModelCases.h"
 #include "workspace/records/Roads.h"
 
@@ -31,14 +31,7 @@ constexpr std::size_t Sets = 18;
 constexpr int Points = 1500;
 
 void Wire() {
-    Platform filling;
-    filling.MessageBoxAnswer = [](const BoxRequest&) { return BoxAnswer::Ok; };
-    filling.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
-    filling.WriteFile = [](const std::string&, const std::string&) {};
-    filling.FileExists = filling.DirectoryExists = [](const std::string&) { return false; };
-    filling.Clock = [] { return ClockTime{}; };
-    filling.Uniform = [] { return 0.5F; };
-    InstallPlatform(filling);
+    InstallPlatform(QuietPlatform());
 }
 
 void Load(ModelCase theCase) {

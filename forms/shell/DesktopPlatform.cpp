@@ -2,12 +2,8 @@
 
 #include "chart/dialogs/PrintEsc.h"
 #include "chart/records/ChartState.h"
-#include "files/FileLock.h"
-#include "files/FileTarget.h"
-#include "files/ReadWhole.h"
+#include "files/FillFiles.h"
 #include "files/RunPieces.h"
-#include "files/Sha256.h"
-#include "files/WalkFiles.h"
 #include "files/WriteWhole.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/DesktopPrinter.h"
@@ -353,16 +349,7 @@ void InstallDesktopPlatform() {
     p.AskChecked = AskChecked;
     p.AskText = AskForText;
     p.AskFile = AskForFile;
-    p.ReadFile = ReadWhole;
-    p.Sha256 = Sha256;
-    p.WriteFile = WriteWhole;
-    p.FileExists = IsFile;
-    p.WalkFiles = WalkFiles;
-    p.MakeFolder = MakeFolder;
-    p.DirectoryExists = IsDirectory;
-    p.IsThisProgram = IsThisProgram;
-    p.HoldFile = HoldFile;
-    p.HoldFileNow = HoldFileNow;
+    FillFiles(p);
     p.FileTime = TimeOfFile;
     p.StateDirectory = StateFolder;
     p.RemoveFile = [](const std::string& path) { QFile::remove(PathText(path)); };

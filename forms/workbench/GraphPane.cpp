@@ -3,7 +3,7 @@
 #include "chart/records/ChartState.h"
 #include "commands/Analmenu.h"
 #include "forms/Pieces.h"
-#include "forms/shell/ChartBox.h"
+#include "forms/shell/PaintedView.h"
 #include "forms/workbench/FaintText.h"
 #include "forms/workbench/Idle.h"
 #include "graphs/GraphPair.h"
@@ -22,43 +22,25 @@ namespace {
 
 // --- the graphs --------------------------------------------------------------------------------------------
 
-class PairCanvas : public QWidget {
+class PairCanvas : public PaintedView {
 public:
-    PairCanvas() {
+    PairCanvas() : PaintedView(PaintGraphPair) {
         setMinimumSize(240, 180);
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         setMouseTracking(true);
         setFocusPolicy(Qt::StrongFocus);
         setAccessibleName("Data with curves, and residuals");
         setAccessibleDescription("Enter opens the graph window");
     }
     QSize sizeHint() const override { return {640, 480}; }
-    void PaintAnew() {
-        Stale = true;
-        update();
-    }
 
 protected:
-    // Painted when it is looked at. While the graph window paints, the picture that stands has to do.
-    void paintEvent(QPaintEvent*) override {
-        if (Stale && Chart.Painting == 0) {
-            Stale = false;
-            Box.Fit(*this);
-            const auto letters = static_cast<int>(fontMetrics().height() * devicePixelRatioF());
-            PaintGraphPair(Box.Surface(), letters);
-        } else if (Stale) {
-            QTimer::singleShot(50, this, [this] { update(); });
-        }
-        QPainter painter(this);
-        painter.save();
-        painter.scale(1.0 / devicePixelRatioF(), 1.0 / devicePixelRatioF());
-        painter.drawImage(0, 0, Box.Image());
-        painter.restore();
+    void paintEvent(QPaintEvent* event) override {
+        PaintedView::paintEvent(event);
         if (!hasFocus()) return;
+        QPainter painter(this);
         painter.setPen(palette().color(QPalette::Highlight));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
-    void resizeEvent(QResizeEvent*) override { Stale = true; }
     bool event(QEvent* event) override {
         if (event->type() != QEvent::ToolTip) return QWidget::event(event);
         return true; // it comes with the pointer, below
@@ -87,8 +69,6 @@ private:
                                                                 : "GraphData";
         RunWhenIdle([graph] { RunMainCommand(graph); });
     }
-    PaintedImage Box;
-    bool Stale = true;
 };
 
 // --- the legend --------------------------------------------------------------------------------------------

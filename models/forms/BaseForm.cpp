@@ -50,8 +50,7 @@ void LoadBaseForm() {
     BaseForm = BaseFormRecord{};
     NameControls();
     BaseForm.Boxes = LoadLinkBoxes(Work.OffsetLink, Words);
-    BaseForm.State.FocusOn =
-        BaseForm.Boxes.LinkNum.empty() ? &BaseForm.OkButton : &BaseForm.Boxes.LinkNum.front();
+    BaseForm.State.FocusOn = &FirstLinkBox(BaseForm.Boxes, BaseForm.OkButton);
     BaseForm.State.Shown = true;
 }
 
@@ -68,15 +67,11 @@ void BaseFormLostFocus(SetNo set) {
 }
 
 void BaseFormCancelButton() {
-    ForgetTakenBack();
-    BaseForm.Boxes.Links.Recreate(Work.NumSets);
-    ShowLinks(BaseForm.Boxes);
+    ClearLinks(BaseForm.Boxes);
 }
 
 void BaseFormResetButton() {
-    ForgetTakenBack();
-    BaseForm.Boxes.Links = BaseForm.Boxes.OldLinks;
-    ShowLinks(BaseForm.Boxes);
+    ResetLinks(BaseForm.Boxes);
 }
 
 void BaseFormOkButton() {

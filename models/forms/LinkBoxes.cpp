@@ -53,6 +53,22 @@ void ShowLinks(LinkBoxes& boxes) {
         LinkBoxOf(boxes, set).Text = LinkText(boxes, set);
 }
 
+void ClearLinks(LinkBoxes& boxes) {
+    ForgetTakenBack();
+    boxes.Links.Recreate(Work.NumSets);
+    ShowLinks(boxes);
+}
+
+void ResetLinks(LinkBoxes& boxes) {
+    ForgetTakenBack();
+    boxes.Links = boxes.OldLinks;
+    ShowLinks(boxes);
+}
+
+Control& FirstLinkBox(LinkBoxes& boxes, Control& ok) {
+    return boxes.LinkNum.empty() ? ok : boxes.LinkNum.front();
+}
+
 Control& LinkBoxOf(LinkBoxes& boxes, SetNo set) {
     return boxes.LinkNum.at(static_cast<std::size_t>(set.Number - 1));
 }

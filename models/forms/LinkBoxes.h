@@ -35,6 +35,14 @@ LinkBoxes LoadLinkBoxes(const PerRow<std::int16_t>& links, const LinkWords& word
 
 void ShowLinks(LinkBoxes& boxes); // brings the texts up to Links
 
+// No set is tied, or each as it was when the form was loaded. A value that a field has taken back is
+// forgotten with it.
+void ClearLinks(LinkBoxes& boxes);
+void ResetLinks(LinkBoxes& boxes);
+
+// Where a form with these boxes begins: the first of them, ok where there is none.
+Control& FirstLinkBox(LinkBoxes& boxes, Control& ok);
+
 Control& LinkBoxOf(LinkBoxes& boxes, SetNo set);
 
 // Digits; a blank empties the box, Enter goes to the next one and behind the last one to ok.

@@ -56,10 +56,8 @@ bool AnyLink() {
 }
 
 void ShowFormerLinks() {
-    ForgetTakenBack();
     ShareForm.Note.Text.clear();
-    ShareForm.Boxes.Links = ShareForm.Boxes.OldLinks;
-    ShowLinks(ShareForm.Boxes);
+    ResetLinks(ShareForm.Boxes);
 }
 
 } // namespace
@@ -69,8 +67,7 @@ void LoadShareForm() {
     NameControls();
     ShareForm.Boxes = LoadLinkBoxes(Work.ConcLink, Words);
     if (!AnyLink()) TakeProposal();
-    ShareForm.State.FocusOn =
-        ShareForm.Boxes.LinkNum.empty() ? &ShareForm.OkButton : &ShareForm.Boxes.LinkNum.front();
+    ShareForm.State.FocusOn = &FirstLinkBox(ShareForm.Boxes, ShareForm.OkButton);
     ShareForm.State.Shown = true;
 }
 
@@ -92,10 +89,8 @@ void ShareFormProposeButton() {
 }
 
 void ShareFormCancelButton() {
-    ForgetTakenBack();
     ShareForm.Note.Text.clear();
-    ShareForm.Boxes.Links.Recreate(Work.NumSets);
-    ShowLinks(ShareForm.Boxes);
+    ClearLinks(ShareForm.Boxes);
 }
 
 void ShareFormResetButton() {

@@ -315,16 +315,17 @@ bool FitDepth(std::vector<Planned>& plan, long depth, long before, const std::fu
     for (std::size_t i = 0; i < plan.size(); ++i)
         if (plan[i].Depth == depth) places.push_back(i);
     return RunOnCopies(
-        static_cast<long>(places.size()), static_cast<std::uint64_t>(depth) + 1,
-        [&](long number) {
-            Planned& each = plan[places[static_cast<std::size_t>(number)]];
-            const ComparedModel* reference = each.Reference ? &plan[*each.Reference].Row : nullptr;
-            FitRowOrSayWhy(each.Row, reference && reference->HasFit ? &reference->Fit : nullptr);
-            if (Work.AbortFit && !each.Row.HasFit) each.Row.Notes = NotReached;
-        },
-        [&](long done) {
-            if (told) told(before + done);
-        });
+               static_cast<long>(places.size()), static_cast<std::uint64_t>(depth) + 1,
+               [&](long number) {
+                   Planned& each = plan[places[static_cast<std::size_t>(number)]];
+                   const ComparedModel* reference = each.Reference ? &plan[*each.Reference].Row : nullptr;
+                   FitRowOrSayWhy(each.Row, reference && reference->HasFit ? &reference->Fit : nullptr);
+                   if (Work.AbortFit && !each.Row.HasFit) each.Row.Notes = NotReached;
+               },
+               [&](long done) {
+                   if (told) told(before + done);
+               })
+        .Complete;
 }
 
 long CountOfDepth(const std::vector<Planned>& plan, long depth) {

@@ -1,37 +1,22 @@
 #include "studies/methods/Copies.h"
 
 #include "models/function/FitFunction.h"
-#include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "platform/SplitMix.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <atomic>
 #include <utility>
+#include <vector>
 
 namespace Quillon {
 
 namespace {
 
-BoxAnswer AnswerOfNobody(const BoxRequest& request) {
-    switch (request.Buttons) {
-    case BoxButtons::Ok:
-        return BoxAnswer::Ok;
-    case BoxButtons::YesNo:
-        return BoxAnswer::No;
-    default:
-        return BoxAnswer::Cancel;
-    }
-}
-
 // The filling of a piece. cancelled outlives it.
 Platform FillingOfPiece(SplitMix random, const std::atomic<bool>& cancelled) {
-    Platform p;
-    p.MessageBoxAnswer = AnswerOfNobody;
-    p.ReadFile = [](const std::string&) -> std::string { RaiseError("File not found"); };
-    p.WriteFile = [](const std::string&, const std::string&) { RaiseError("Path not found"); };
-    p.FileExists = p.DirectoryExists = [](const std::string&) { return false; };
-    p.Clock = [] { return ClockTime{}; };
+    Platform p = QuietPlatform();
     p.Uniform = [random]() mutable { return random.Uniform(); };
     p.ServeEvents = [&cancelled] {
         if (cancelled) AskToStop();
@@ -60,12 +45,28 @@ private:
     Platform FormerHost;
 };
 
+CopiesEnd EndOf(const std::vector<std::string>& reasons, bool complete) {
+    CopiesEnd end;
+    end.Complete = complete;
+    for (const std::string& reason : reasons) {
+        if (reason.empty()) continue;
+        if (end.Reason.empty()) end.Reason = reason;
+        ++end.Broken;
+    }
+    return end;
+}
+
 } // namespace
 
-bool RunOnCopies(long count, std::uint64_t seed, const std::function<void(long number)>& piece,
-                 const std::function<void(long done)>& told) {
+std::string BrokenText(const CopiesEnd& end) {
+    return end.Broken > 0 ? ", " + std::to_string(end.Broken) + " of them in arithmetic: " + end.Reason : "";
+}
+
+CopiesEnd RunOnCopies(long count, std::uint64_t seed, const std::function<void(long number)>& piece,
+                      const std::function<void(long done)>& told) {
     const Workspace analysis = Work;
     std::atomic<bool> cancelled{false};
+    std::vector<std::string> reasons(static_cast<std::size_t>(count)); // each piece writes its own
     const auto onCopy = [&](long number) {
         if (cancelled) return;
         // Seeds and numbers of pieces are small: no two of them meet.
@@ -73,8 +74,8 @@ bool RunOnCopies(long count, std::uint64_t seed, const std::function<void(long n
         const OnCopy here(analysis, FillingOfPiece(SplitMix::FromSeed(own), cancelled));
         try {
             piece(number);
-        } catch (const RuntimeError&) {
-            // What it has not handed over is missing; a piece whose reason somebody reads keeps it itself.
+        } catch (const RuntimeError& error) {
+            reasons[static_cast<std::size_t>(number)] = error.Text;
         }
     };
     Host.RunPieces(count, onCopy, [&](long done) {
@@ -82,7 +83,7 @@ bool RunOnCopies(long count, std::uint64_t seed, const std::function<void(long n
         Host.ServeEvents();
         if (Work.AbortFit) cancelled = true;
     });
-    return !cancelled;
+    return EndOf(reasons, !cancelled);
 }
 
 } // namespace Quillon

@@ -3,6 +3,7 @@
 #include "fit/GNLLSQ.h"
 #include "fit/equations/FreeMap.h"
 #include "models/function/FitFunction.h"
+#include "studies/methods/ForgetFit.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
@@ -12,12 +13,6 @@
 namespace Quillon {
 
 namespace {
-
-void ForgetFit() {
-    ForgetStop();
-    Work.FitDone = Work.FitValid = Work.LimitsDone = FlagFalse;
-    Work.Outcome = FitOutcome{};
-}
 
 double SumHere() {
     ResetFitFunction();

@@ -7,6 +7,7 @@
 #include "models/table/ParmScale.h"
 #include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
+#include "studies/methods/ForgetFit.h"
 #include "studies/methods/RestartStart.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
@@ -127,12 +128,6 @@ std::optional<FitEnding> OwnEnding() {
     return ending;
 }
 
-void ForgetFit() {
-    ForgetStop();
-    Work.FitDone = Work.FitValid = Work.LimitsDone = FlagFalse;
-    Work.Outcome = FitOutcome{};
-}
-
 std::optional<FitEnding> RestartedEnding() {
     ForgetFit();
     if (Work.StartParms.Size() == Work.Parms.Size()) Work.Parms = Work.StartParms;
@@ -236,7 +231,7 @@ std::vector<SlotNo> MinimumSlots() {
 
 MinimaMet SearchOtherMinima(const RestartChoice& choice, const std::function<void(long done)>& told) {
     std::vector<std::optional<FitEnding>> ends(static_cast<std::size_t>(choice.Count) + 1);
-    const bool complete = RunOnCopies(
+    const CopiesEnd run = RunOnCopies(
         choice.Count + 1, choice.Seed,
         [&](long number) {
             std::optional<FitEnding>& end = ends[static_cast<std::size_t>(number)];
@@ -245,7 +240,8 @@ MinimaMet SearchOtherMinima(const RestartChoice& choice, const std::function<voi
         },
         told);
     MinimaMet met = Gather(ends);
-    met.Complete = complete;
+    met.Complete = run.Complete;
+    met.Broken = BrokenText(run);
     return met;
 }
 

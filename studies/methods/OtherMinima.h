@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace Quillon {
@@ -33,6 +34,7 @@ struct MinimaMet {
     std::vector<Minimum> Minima; // by rising sum of squares
     long Ended = 0;              // fits that have ended, the user's own first one among them
     long Failed = 0;             // of them those that ended at no minimum
+    std::string Broken{};        // of these, what broke off in arithmetic (BrokenText); or ""
     bool Complete = false;       // not cancelled
 };
 

@@ -62,15 +62,17 @@ std::optional<Base> BaseFromHere() {
     return base;
 }
 
-// The base of the user's own fit, or of a better place. Runs on a copy.
-std::optional<Base> FindBase(const PerSlot<float>* place) {
+// The base of the user's own fit, or of a better place. Runs on a copy. Where there is none broken is why, ""
+// after a cancel.
+std::optional<Base> FindBase(const PerSlot<float>* place, std::string& broken) {
     std::optional<Base> base;
-    RunOnCopies(1, 1,
-                [&](long) {
-                    if (place) Work.Parms = *place;
-                    base = BaseFromHere();
-                },
-                {});
+    const CopiesEnd end = RunOnCopies(1, 1,
+                                      [&](long) {
+                                          if (place) Work.Parms = *place;
+                                          base = BaseFromHere();
+                                      },
+                                      {});
+    broken = end.Reason;
     return base;
 }
 
@@ -257,8 +259,9 @@ void TakeBase(const Base& base, std::vector<long> held, bool& others) {
 }
 
 // Runs work(0), work(1), ... side by side on copies with the slots held, told of steps that it counts.
-bool OnHeldCopies(const Base& base, const std::vector<long>& held, long pieces, std::atomic<long>& steps,
-                  const std::function<void(long done)>& told, const std::function<void(long, bool)>& work) {
+CopiesEnd OnHeldCopies(const Base& base, const std::vector<long>& held, long pieces, std::atomic<long>& steps,
+                       const std::function<void(long done)>& told,
+                       const std::function<void(long, bool)>& work) {
     return RunOnCopies(
         pieces, 1,
         [&](long number) {
@@ -285,6 +288,7 @@ struct Profiled {
     std::array<Side, 2> Sides;
     std::array<std::vector<Place>, 2> Grids; // outwards
     std::array<std::vector<std::optional<double>>, 2> Limits;
+    std::string Broken; // why there are no sides
     bool Complete = false, Lower = false;
 };
 
@@ -310,6 +314,13 @@ template <class Step> void KeepReason(Side& side, Step&& step) {
     }
 }
 
+// A side that could not even begin leaves nothing to be shown of either.
+void TakeEnd(Profiled& result, const CopiesEnd& end) {
+    result.Broken = end.Reason;
+    result.Complete = end.Complete && end.Broken == 0;
+    result.Lower = result.Sides[0].Lower || result.Sides[1].Lower;
+}
+
 Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
                      const std::vector<double>& ratios, const std::function<void(long)>& told) {
     Profiled result;
@@ -318,17 +329,17 @@ Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
     std::atomic<long> steps{0};
     std::array<double, 2> reach{};
     const auto sideOf = [&](long number) -> Side& { return result.Sides[static_cast<std::size_t>(number)]; };
-    result.Complete = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool others) {
+    CopiesEnd end = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool others) {
         Side& side = sideOf(number);
         side.Others = others;
         KeepReason(side, [&] {
             if (side.Bound > 0.0) reach[static_cast<std::size_t>(number)] = Reach(walk, side);
         });
     });
-    result.Lower = result.Sides[0].Lower || result.Sides[1].Lower;
+    TakeEnd(result, end);
     if (!result.Complete || result.Lower || reach[0] + reach[1] <= 0.0) return result;
     const Grid grid = GridOf(choice.Steps, reach[0], reach[1], result.Sides[0].Bound, result.Sides[1].Bound);
-    result.Complete = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool) {
+    end = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool) {
         const auto i = static_cast<std::size_t>(number);
         Side& side = sideOf(number);
         KeepReason(side, [&] {
@@ -337,7 +348,7 @@ Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
                 result.Limits[i].push_back(side.Lower ? std::nullopt : LimitOf(walk, side, ratio));
         });
     });
-    result.Lower = result.Sides[0].Lower || result.Sides[1].Lower;
+    TakeEnd(result, end);
     return result;
 }
 
@@ -407,14 +418,17 @@ Workspace BetterFit(const Base& base) {
 }
 
 // Where a better minimum was met, from there; what is told of the rest is told by the caller.
-template <class Study> std::optional<Base> WithBestBase(std::optional<Workspace>& better, Study&& study) {
-    std::optional<Base> base = FindBase(nullptr);
+// Without a base broken is why.
+template <class Study>
+std::optional<Base> WithBestBase(std::optional<Workspace>& better, std::string& broken, Study&& study) {
+    std::optional<Base> base = FindBase(nullptr, broken);
     if (base && base->SumSq < Work.SumSq * (1.0 - 1.0 / static_cast<double>(base->Freedom)))
         better = BetterFit(*base);
+    std::string unreached; // a place that leads nowhere leaves the base that there is
     for (int i = 0; base && i < MostBases; ++i) {
         const std::optional<PerSlot<float>> lower = study(*base, i + 1 == MostBases);
         if (!lower) return base;
-        const std::optional<Base> next = FindBase(&*lower);
+        const std::optional<Base> next = FindBase(&*lower, unreached);
         if (!next || !IsLower(*base, next->SumSq)) return base;
         base = next;
         better = BetterFit(*base);
@@ -456,8 +470,8 @@ Profile ProfileParameter(long slot, const ProfileChoice& choice,
     profile.Name = Work.ParmName[slot];
     profile.Limits = LevelsOf(choice, 1, Work.NumPts - Work.NumFree);
     Profiled found;
-    const std::optional<Base> base =
-        WithBestBase(profile.Better, [&](const Base& from, bool last) -> std::optional<PerSlot<float>> {
+    const std::optional<Base> base = WithBestBase(
+        profile.Better, profile.Broken, [&](const Base& from, bool last) -> std::optional<PerSlot<float>> {
             found = ProfileFrom(from, slot, choice, RatiosOf(profile.Limits), [&](long done) {
                 if (told) told(done, choice.Steps - 1);
             });
@@ -468,6 +482,7 @@ Profile ProfileParameter(long slot, const ProfileChoice& choice,
     profile.MinimumValue = static_cast<double>(ToUserUnits(SlotNo(slot), base->Fit.Parms[slot]));
     profile.MinimumSumSq = base->SumSq;
     profile.Complete = found.Complete;
+    profile.Broken = found.Broken;
     FillProfile(profile, *base, found);
     if (profile.Better)
         profile.Notes.push_back("A lower minimum was met on the way; the profile starts from it.");

@@ -51,7 +51,8 @@ struct Profile {
     std::vector<ProfileLimits> Limits;
     std::optional<Workspace> Better; // a lower minimum that was met on the way: what is told starts from it
     std::vector<std::string> Notes;  // sentences
-    bool Complete = false;           // not cancelled
+    std::string Broken{};            // why it broke off in arithmetic; "" where it did not
+    bool Complete = false;           // neither cancelled nor broken off before its points
 };
 
 // Evenly spread values, the minimum among them, over three errors on both sides, widened until the highest

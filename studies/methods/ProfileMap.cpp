@@ -25,6 +25,7 @@ double LevelOfOne(double ratio, long freedom) {
 struct Edges {
     std::array<Profile, 2> Of;
     bool Complete() const { return Of[0].Complete && Of[1].Complete; }
+    const std::string& Broken() const { return Of[0].Broken.empty() ? Of[1].Broken : Of[0].Broken; }
 };
 
 Edges EdgesOf(const ProfileMap& map, const ProfileChoice& choice) {
@@ -76,14 +77,14 @@ MapRow FitRow(const std::array<long, 2>& slots, const ProfilePoint& start,
     return row;
 }
 
-std::vector<MapRow> FitRows(const ProfileMap& map, const Edges& edges,
+std::vector<MapRow> FitRows(ProfileMap& map, const Edges& edges,
                             const std::function<void(long, long)>& told) {
     const std::vector<ProfilePoint>& first = edges.Of[0].Points;
     const std::vector<ProfilePoint>& second = edges.Of[1].Points;
     std::vector<MapRow> rows(first.size());
     std::atomic<long> steps{0};
     const auto all = static_cast<long>(first.size() * second.size());
-    RunOnCopies(
+    const CopiesEnd end = RunOnCopies(
         static_cast<long>(first.size()), 1,
         [&](long number) {
             const auto i = static_cast<std::size_t>(number);
@@ -95,6 +96,7 @@ std::vector<MapRow> FitRows(const ProfileMap& map, const Edges& edges,
         [&](long) {
             if (told) told(steps, all);
         });
+    map.Broken = end.Reason;
     return rows;
 }
 
@@ -141,7 +143,10 @@ ProfileMap MapParameters(long slot1, long slot2, const ProfileChoice& choice,
         const Edges edges = EdgesOf(map, choice);
         for (const Profile& edge : edges.Of)
             if (edge.Better) map.Better = edge.Better;
-        if (!edges.Complete()) break;
+        if (!edges.Complete()) {
+            map.Broken = edges.Broken();
+            break;
+        }
         const std::vector<MapRow> rows = FitRows(map, edges, told);
         const ProfilePoint* lower = LowerPoint(rows, edges.Of[1].MinimumSumSq, freedom);
         if (lower && i + 1 < MostBases && !Work.AbortFit) {

@@ -20,7 +20,8 @@ struct ProfileMap {
     std::vector<ProfilePoint> Points;  // for each value of the first all of the second; Value is the second's
     std::vector<ProfileLimits> Levels; // level and ratio of each region
     std::optional<Workspace> Better;   // a lower minimum that was met on the way, from which this starts
-    bool Complete = false;             // not cancelled
+    std::string Broken{};              // why it broke off in arithmetic; "" where it did not
+    bool Complete = false;             // neither cancelled nor broken off
 
     const ProfilePoint& At(std::size_t first, std::size_t second) const {
         return Points[first * Values[1].size() + second];

@@ -248,7 +248,7 @@ Resampling Resample(const ResampleChoice& choice, const std::function<void(long 
     if (choice.Kind == ResampleKind::Residuals)
         for (const SetNoise& set : sets)
             result.BlockLengths.push_back(set.Block);
-    result.Complete = RunOnCopies(
+    const CopiesEnd end = RunOnCopies(
         choice.Count, choice.Seed,
         [&](long number) {
             Draw& draw = result.Draws[static_cast<std::size_t>(number)];
@@ -257,6 +257,8 @@ Resampling Resample(const ResampleChoice& choice, const std::function<void(long 
             draw = FitDraw();
         },
         told);
+    result.Complete = end.Complete;
+    result.Broken = BrokenText(end);
     Summarise(result);
     return result;
 }

@@ -64,6 +64,7 @@ struct Resampling {
     std::vector<long> BlockLengths;       // of residuals in blocks, for each set; empty for the other kind
     std::vector<Draw> Draws;              // Choice.Count of them
     long Ended = 0, Failed = 0;           // fits, and those of them that came to no minimum
+    std::string Broken;                   // of these, what broke off in arithmetic (BrokenText); or ""
     std::vector<DerivedQuantity> Derived; // of the fitted constants that have a value in molar terms
     std::vector<Spread> Spreads;          // for each slot; empty where no fit has converged
     std::vector<Spread> DerivedSpreads;   // for each derived quantity

@@ -49,8 +49,9 @@ std::string ResamplingHead(const Resampling& resampling) {
         std::to_string(resampling.Ended) + " fits to resampled data (" + KindName(resampling.Choice.Kind);
     if (!resampling.BlockLengths.empty()) text += " in " + BlocksText(resampling.BlockLengths);
     text += ", seed " + std::to_string(resampling.Choice.Seed) + ")";
-    return text +
-           (resampling.Failed > 0 ? ", " + std::to_string(resampling.Failed) + " of which failed" : "");
+    if (resampling.Failed > 0)
+        text += ", " + std::to_string(resampling.Failed) + " of which failed" + resampling.Broken;
+    return text;
 }
 
 std::string SpreadText(SlotNo slot, double displayed) {

@@ -74,19 +74,14 @@ void ShowOwnConstants() {
 
 void GuessSignals() {
     const PerSlot<float> moved = Work.Parms;
-    const std::int16_t model = Work.Model;
+    PerSlot<float> guessed = moved; // and so it stays where there is no signal above 0 to be read
     try {
         ShowOwnConstants();
-        Work.Model = ToInt16(ModelForGuess(model));
-        InitialGuesses(false);
+        guessed = GuessedParms();
     } catch (const RuntimeError&) {
-        Work.Parms = moved; // no signal above 0 to be read
     }
-    Work.Model = model;
-    const PerSlot<float> guessed = Work.Parms;
     Work.Parms = moved;
-    for (const FreePos a : EachFree())
-        if (RuleOfSlot(SlotOf(a)).Holds == Quantity::LnSignal) Work.Parms[SlotOf(a)] = guessed[SlotOf(a)];
+    TakeFittedSignals(guessed);
 }
 
 void MoveStart() {

@@ -8,6 +8,7 @@
 #include "models/table/DefaultBounds.h"
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
+#include "studies/methods/ForgetFit.h"
 #include "studies/methods/RestartStart.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
@@ -104,10 +105,9 @@ void SettleStoichiometries(const Workspace& own) {
     if (isNew(m)) Work.Parms[m] = Work.Parms[n] + RuleIn(Work, m).Standard;
 }
 
-void ForgetFit() {
-    ForgetStop();
-    Work.FitDone = Work.FitValid = Work.LimitsDone = FlagFalse;
-    Work.Outcome = FitOutcome{};
+// The variant as it stands is the one to be fitted; no fit of it is known.
+void BeginVariant() {
+    ForgetFit();
     Work.LastModel = Work.Model;
     Work.LastNonIdeal = Work.NonIdeal;
     Work.LastSeparateK = Work.SeparateK;
@@ -197,7 +197,7 @@ void StartSignalOfB(SlotNo slot) {
 std::string TakeUpVariant(const ModelVariant& variant) {
     const Workspace own = Work;
     if (variant == ModelVariant{own.Model, own.NonIdeal != 0, own.SeparateK != 0}) {
-        ForgetFit();
+        BeginVariant();
         return "";
     }
     Work.Model = variant.Model;
@@ -216,7 +216,7 @@ std::string TakeUpVariant(const ModelVariant& variant) {
     BuildParmScale();
     if (!AssignFreePositions(FitChoices())) RaiseError("No parameter of this model is fitted.");
     ApplyConcentrationLinks();
-    ForgetFit();
+    BeginVariant();
     return note;
 }
 
@@ -238,13 +238,13 @@ void StartFromFit(const Workspace& contained) {
     ShowNewConstants(contained);
     ApplyConcentrationLinks();
     BuildParmScale();
-    ForgetFit();
+    BeginVariant();
 }
 
 void StartFromGuesses() {
     GuessSignals();
     BuildParmScale();
-    ForgetFit();
+    BeginVariant();
 }
 
 } // namespace Quillon

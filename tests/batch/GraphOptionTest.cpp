@@ -1,5 +1,6 @@
 // The option --graph KIND[:n]=FILE.
 #include "batch/graphs/Graphs.h"
+#include "batch/options/HelpText.h"
 #include "batch/options/Options.h"
 
 #include "platform/RuntimeError.h"

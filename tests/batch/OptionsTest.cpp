@@ -1,5 +1,6 @@
 // The command line of quillon-fit.
 #include "batch/options/Options.h"
+#include "batch/options/HelpText.h"
 
 #include "platform/RuntimeError.h"
 

@@ -3,6 +3,7 @@
 #include "batch/graphs/Graphs.h"
 #include "batch/job/JobFile.h"
 #include "batch/job/JobKeys.h"
+#include "batch/options/HelpText.h"
 #include "batch/options/Options.h"
 #include "models/table/Catalogue.h"
 #include "tests/batch/JsonReader.h"

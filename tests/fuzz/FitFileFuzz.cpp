@@ -1,10 +1,10 @@
 // Any bytes at all as a fit save file: they are refused with a RuntimeError, or they make an analysis that
 // can be used like one of this run. An entry for libFuzzer; tests/persistence drives it with mutations of
 // valid files.
-#include "QuietPlatform.h"
 #include "models/function/FitFunction.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "scandata/table/FitData.h"
 
 #include <cstdint>

@@ -1,10 +1,10 @@
 // Any bytes at all as a graph file: they are refused with a RuntimeError and the graph at hand stands as it
 // did, or they make a graph that is drawn, saved and read again. An entry for libFuzzer; tests/chart drives
 // it with mutations of valid files.
-#include "QuietPlatform.h"
 #include "chart/CHART.h"
 #include "chart/files/GraphFile.h"
 #include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 
 #include <cstdint>
 #include <cstdio>

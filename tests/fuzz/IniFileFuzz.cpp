@@ -1,6 +1,5 @@
 // Any bytes at all as the program's two ini files: every setting ends within its limits or at its default,
 // and a value written among them is read again with all else as it was.
-#include "QuietPlatform.h"
 #include "chart/CHART.h"
 #include "chart/CHARTEX.h"
 #include "commands/Analmenu.h"
@@ -8,6 +7,7 @@
 #include "input/IniFile.h"
 #include "persistence/Filelist.h"
 #include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "workspace/records/Workspace.h"
 
 #include <cstdint>

@@ -1,11 +1,11 @@
 // Any bytes at all as a fit save file, of which everything is then shown: results, correlations, report,
 // graphs. A file that is accepted may hold any numbers; what cannot be worked out is told as a run-time
 // error.
-#include "QuietPlatform.h"
 #include "graphs/kinds/FitGraphs.h"
 #include "graphs/kinds/ResidualGraphs.h"
 #include "persistence/FitFile.h"
 #include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "reporting/Report.h"
 #include "reporting/Results.h"
 #include "reporting/values/Correlation.h"

@@ -4,8 +4,8 @@
 // The entry point is libFuzzer's, so that `clang++ -fsanitize=fuzzer` makes a program of it; the mutation
 // test drives it with inputs of its own. A violation stops the program.
 
-#include "QuietPlatform.h"
 #include "platform/Platform.h"
+#include "platform/QuietPlatform.h"
 #include "scandata/reader/ScanReader.h"
 #include "scandata/table/FitData.h"
 #include "workspace/records/Workspace.h"

@@ -26,7 +26,7 @@ TEST(Copies, ThePieceWorksOnACopyAndTheAnalysisStays) {
         seen[static_cast<std::size_t>(i)] = Work.Parms[0];
         Work.PtY.Recreate(1);
     };
-    EXPECT_TRUE(RunOnCopies(3, 1, spoil, [&](long) { EXPECT_TRUE(Work == before); }));
+    EXPECT_TRUE(RunOnCopies(3, 1, spoil, [&](long) { EXPECT_TRUE(Work == before); }).Complete);
     EXPECT_TRUE(Work == before);
     EXPECT_EQ(seen, (std::vector<float>{100.0F, 101.0F, 102.0F}));
 }
@@ -80,12 +80,13 @@ TEST(Copies, ACancelLeavesOutWhatHasNotBegun) {
     Script script;
     LoadCase(ModelCaseNamed("Model01"));
     int ran = 0;
-    const bool all = RunOnCopies(
+    const CopiesEnd end = RunOnCopies(
         5, 1, [&](long) { ++ran; },
         [&](long done) {
             if (done == 2) Work.AbortFit = FlagTrue;
         });
-    EXPECT_FALSE(all);
+    EXPECT_FALSE(end.Complete);
+    EXPECT_EQ(BrokenText(end), "") << "what was cancelled has not failed";
     EXPECT_EQ(ran, 2);
     EXPECT_EQ(Work.AbortFit, FlagTrue);
 }
@@ -100,7 +101,7 @@ TEST(Copies, ACancelReachesAPieceThatRuns) {
         while (!Work.AbortFit)
             Host.ServeEvents();
     };
-    EXPECT_FALSE(RunOnCopies(1, 1, untilCancelled, [](long) { Work.AbortFit = FlagTrue; }));
+    EXPECT_FALSE(RunOnCopies(1, 1, untilCancelled, [](long) { Work.AbortFit = FlagTrue; }).Complete);
 }
 
 TEST(Copies, AnErrorEndsItsOwnPieceAlone) {
@@ -111,8 +112,24 @@ TEST(Copies, AnErrorEndsItsOwnPieceAlone) {
         if (i == 1) RaiseError("Overflow");
         ++ran;
     };
-    EXPECT_TRUE(RunOnCopies(4, 1, second, Nothing));
+    EXPECT_TRUE(RunOnCopies(4, 1, second, Nothing).Complete);
     EXPECT_EQ(ran, 3);
+}
+
+// Fits that broke off in arithmetic were counted as failed, and nobody could learn why.
+TEST(Copies, ThePiecesThatBrokeOffSayWhy) {
+    Script script;
+    LoadCase(ModelCaseNamed("Model01"));
+    const auto lastTwo = [](long i) {
+        if (i == 2) RaiseError("Overflow");
+        if (i == 3) RaiseError("Division by zero");
+    };
+    const CopiesEnd end = RunOnCopies(4, 1, lastTwo, Nothing);
+    EXPECT_TRUE(end.Complete);
+    EXPECT_EQ(end.Broken, 2);
+    EXPECT_EQ(end.Reason, "Overflow");
+    EXPECT_EQ(BrokenText(end), ", 2 of them in arithmetic: Overflow");
+    EXPECT_EQ(BrokenText(RunOnCopies(2, 1, Nothing, Nothing)), "");
 }
 
 } // namespace
