@@ -134,12 +134,24 @@ void ReadData() {
     ReadScans({});
 }
 
-void ReadScans(const std::vector<std::string>& paths) {
+namespace {
+
+void OpenTable(const std::vector<std::string>& paths, const TableFilling& fill) {
     const Workspace before = Work;
-    const DialogAnswer answer = OpenFileForm(paths);
+    const DialogAnswer answer = OpenFileForm(paths, fill);
     ReadDataReturn(answer);
     const bool stood = before.FitDone != 0 || before.FitValid != 0;
     if (answer == DialogAnswer::Ok && stood && TableIsAsBefore(before)) GiveBackFit(before);
+}
+
+} // namespace
+
+void ReadScans(const std::vector<std::string>& paths) {
+    OpenTable(paths, nullptr);
+}
+
+void FillData(const TableFilling& fill) {
+    OpenTable({}, fill);
 }
 
 void ReadDataReturn(DialogAnswer answer) {

@@ -22,6 +22,7 @@ bool CommandAtWork();
 // the fit standing.
 void ReadData();
 void ReadScans(const std::vector<std::string>& paths); // the same, and these scans are read into it
+void FillData(const std::function<std::vector<std::string>()>& fill); // or its rows are filled by a function
 void ReadDataReturn(DialogAnswer answer);
 void ToggleNameConvention();
 void SaveDefaults();

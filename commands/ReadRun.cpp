@@ -1,20 +1,19 @@
 #include "commands/ReadRun.h"
 
 #include "commands/Commands.h"
-#include "input/NUMINPUT.h"
+#include "commands/RunForm.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
-#include "runs/Approach.h"
+#include "runs/FillTable.h"
 #include "runs/RunJob.h"
+#include "scandata/table/TableRows.h"
 #include "workspace/records/Workspace.h"
 
-#include <numeric>
+#include <map>
 
 namespace Quillon {
 
 namespace {
-
-constexpr std::size_t MostLines = 24; // of a message that a screen still holds
 
 std::string SmallLetters(std::string text) {
     for (char& c : text)
@@ -22,43 +21,39 @@ std::string SmallLetters(std::string text) {
     return text;
 }
 
-std::string GroupLine(const SortedRun& run, const RunGroup& group) {
-    const RunScan& last = LastOf(run, group);
-    const std::size_t scans = group.Scans.size();
-    return "Cell " + std::to_string(group.Cell) + ", " + SingleText(last.Head.Rpm) + " rpm, " +
-           SingleText(last.Head.Wavelength) + " nm: " + std::to_string(scans) +
-           (scans == 1 ? " scan, " : " scans, ") + ApproachText(run, group);
+// A folder for the scans of an archive that is not there yet.
+std::string FreeFolderBeside(const std::string& archive) {
+    const std::string title = FileTitle(archive);
+    const std::string stem = JoinPath(DirectoryOf(archive), title.substr(0, title.find('.')) + "-scans");
+    std::string folder = stem;
+    for (int number = 2; Host.DirectoryExists(folder) || Host.FileExists(folder); ++number)
+        folder = stem + "-" + std::to_string(number);
+    return folder;
 }
 
-// What lies in the run, and what was left alone, as far as a message has room.
-std::string Summary(const SortedRun& run) {
-    std::vector<std::string> lines;
-    for (const RunGroup& group : run.Groups)
-        lines.push_back(GroupLine(run, group));
-    lines.insert(lines.end(), run.Remarks.begin(), run.Remarks.end());
-    std::string text = FileTitle(run.Place) + ": " + std::to_string(run.Scans.size()) + " scans\n";
-    for (std::size_t i = 0; i < lines.size() && i < MostLines; ++i)
-        text += "\n" + lines[i];
-    return lines.size() > MostLines ? text + "\nand " + std::to_string(lines.size() - MostLines) + " more"
-                                    : text;
+// Where the scans of sets can be read one by one: as they are, or out of the archive.
+ScanFilePath PathsOf(const SortedRun& run, const std::vector<RunSet>& sets, bool packed) {
+    if (!packed) return [&run](std::size_t scan) { return JoinPath(run.Place, run.Scans[scan].File); };
+    const std::vector<std::size_t> scans = ScansOf(run, sets);
+    const std::vector<std::string> names = NamesForFolder(run, scans);
+    const std::string folder = FreeFolderBeside(run.Place);
+    LayScans(run, scans, names, folder);
+    std::map<std::size_t, std::string> paths;
+    for (std::size_t i = 0; i < scans.size(); ++i)
+        paths[scans[i]] = JoinPath(folder, names[i]);
+    return [paths](std::size_t scan) { return paths.at(scan); };
 }
 
-// Where the scans of a place can be read one by one: as they are, or out of the archive.
-std::vector<std::string> PathsOf(const SortedRun& run, const std::vector<std::size_t>& scans, bool packed) {
-    std::vector<std::string> names;
-    std::string folder = run.Place;
-    if (packed) {
-        const std::string title = FileTitle(run.Place);
-        folder = JoinPath(DirectoryOf(run.Place), title.substr(0, title.find('.')) + "-scans");
-        names = NamesForFolder(run, scans);
-        LayScans(run, scans, names, folder);
-    } else {
-        for (const std::size_t scan : scans)
-            names.push_back(run.Scans[scan].File);
+SortedRun Sorted(const std::string& place, bool packed) {
+    Host.SetPointer(Pointer::Hourglass);
+    try {
+        SortedRun run = SortRun(place, {}, packed);
+        Host.SetPointer(Pointer::Standard);
+        return run;
+    } catch (const RuntimeError&) {
+        Host.SetPointer(Pointer::Standard);
+        throw;
     }
-    for (std::string& name : names)
-        name = JoinPath(folder, name);
-    return names;
 }
 
 } // namespace
@@ -71,24 +66,16 @@ bool NamesArchive(const std::string& path) {
 
 void ReadRunAt(const std::string& place) {
     const bool packed = !Host.DirectoryExists(place);
-    Host.SetPointer(Pointer::Hourglass);
-    SortedRun run;
-    try {
-        run = SortRun(place, {}, packed);
-    } catch (const RuntimeError&) {
-        Host.SetPointer(Pointer::Standard);
-        throw;
-    }
-    Host.SetPointer(Pointer::Standard);
-    std::vector<std::size_t> groups(run.Groups.size());
-    std::iota(groups.begin(), groups.end(), std::size_t{0});
-    const std::vector<RunSet> sets = PlanSets(run, groups, {});
-    if (const std::string why = WhyNoAnalysis(run, sets); !why.empty())
-        return Tell(Summary(run) + "\n\n" + why + ".", Work.ProgramName, BoxIcon::Information);
-    if (!AskYesNo(Summary(run) + "\n\nRead the last scan of each into the table of data sets?",
+    const SortedRun run = Sorted(place, packed);
+    const std::vector<RunSet> sets = ShowRunForm(run);
+    if (sets.empty()) return;
+    if (!TableIsEmpty() &&
+        !AskYesNo("The table of data sets holds scans. Do you want to replace them by those "
+                  "of the run?",
                   Work.ProgramName))
         return;
-    ReadScans(PathsOf(run, ScansOf(run, sets), packed));
+    const ScanFilePath pathOf = PathsOf(run, sets, packed);
+    FillData([&] { return FillTable(run, sets, pathOf); });
 }
 
 void ReadRunCommand() {

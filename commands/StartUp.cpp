@@ -4,6 +4,7 @@
 #include "chart/files/GraphFile.h"
 #include "commands/Analmenu.h"
 #include "commands/Commands.h"
+#include "commands/ReadRun.h"
 #include "commands/Workbench.h"
 #include "commands/history/History.h"
 #include "commands/history/SavedState.h"
@@ -101,6 +102,10 @@ void OpenJob(const std::string& path) {
     RunCommand([&] { ReadJob(WholePath(path)); }, "Open job");
 }
 
+void OpenRun(const std::string& path) {
+    RunCommand([&] { ReadRunAt(WholePath(path)); }, "Read a run");
+}
+
 void TellNotOpened(const std::string& path) {
     Tell(path + " is not opened: several scans can be opened at once, of everything else the first alone.",
          Work.ProgramName, BoxIcon::Warning);
@@ -115,8 +120,10 @@ enum class Opened { AtStart, Now };
 
 void OpenFirst(const std::string& path, ArgumentKind kind, Opened when) {
     if (when == Opened::Now && kind == ArgumentKind::Fit) return OpenFit(path);
-    if (when == Opened::Now && kind == ArgumentKind::Folder) return OpenScansIn(path);
+    if (when == Opened::Now && kind == ArgumentKind::Folder) return OpenRun(path);
     switch (kind) {
+    case ArgumentKind::Run:
+        return OpenRun(path);
     case ArgumentKind::Graph:
         return OpenGraph(path);
     case ArgumentKind::Job:
@@ -152,6 +159,7 @@ ArgumentKind KindOfArgument(const std::string& argument) {
     if (EndsWith(argument, ".quil") || EndsWith(argument, ".fit")) return ArgumentKind::Fit;
     if (!Host.FileExists(argument)) return ArgumentKind::Missing;
     if (EndsWith(argument, ".job")) return ArgumentKind::Job;
+    if (NamesArchive(argument)) return ArgumentKind::Run;
     return BeginsAsAFit(argument) ? ArgumentKind::Fit : ArgumentKind::Scan;
 }
 
@@ -161,7 +169,8 @@ void StartQuillon(const std::string& argument) {
     Work.WorkDirectory = Host.WorkingDirectory();
     const ArgumentKind kind = KindOfArgument(argument);
     if (kind == ArgumentKind::Folder || kind == ArgumentKind::Missing) Work.DataDirectory = argument;
-    if (kind == ArgumentKind::Scan) Work.DataDirectory = DirectoryOf(WholePath(argument));
+    if (kind == ArgumentKind::Scan || kind == ArgumentKind::Run)
+        Work.DataDirectory = DirectoryOf(WholePath(argument));
     ReadFitDefaults();
     ReadProgramDefaults();
     SizeWorkspace();
@@ -196,7 +205,7 @@ void OpenAnything() {
 }
 
 std::string DesktopHelp() {
-    return "usage: quillon [FOLDER | FIT | JOB.job | GRAPH.grf | SCAN...]\n"
+    return "usage: quillon [FOLDER | FIT | JOB.job | GRAPH.grf | RUN.tar.gz | SCAN...]\n"
            "\n"
            "Global analysis of sedimentation equilibrium experiments.\n"
            "\n"
@@ -204,6 +213,7 @@ std::string DesktopHelp() {
            "  FIT         a saved fit (.quil, .fit) is restored\n"
            "  JOB.job     the analysis of a job, fitted\n"
            "  GRAPH.grf   a graph file is opened in the graph window\n"
+           "  RUN.tar.gz  the archive of a run (.zip too) is sorted, to choose from\n"
            "  SCAN...     scans go into the table of data sets\n"
            "  --help      this text\n"
            "  --version   the program's version\n"

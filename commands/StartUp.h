@@ -8,10 +8,11 @@
 namespace Quillon {
 
 // What an argument of the command line is meant for.
-enum class ArgumentKind { Nothing, Folder, Fit, Graph, Job, Scan, Missing };
+enum class ArgumentKind { Nothing, Folder, Run, Fit, Graph, Job, Scan, Missing };
 
-// By its name where that ends in .quil, .fit, .grf or .job; a file of another name is a fit where it begins
-// as one, and a scan otherwise. Missing: neither a file nor a folder, under a name that says nothing.
+// By its name where that ends in .quil, .fit, .grf or .job, or as an archive of a run does; a file of another
+// name is a fit where it begins as one, and a scan otherwise. Missing: neither a file nor a folder, under a
+// name that says nothing.
 ArgumentKind KindOfArgument(const std::string& argument);
 
 // Start of the program: workspace, ini files, bounds, recent files, menu. argument is the command line's
@@ -20,15 +21,15 @@ ArgumentKind KindOfArgument(const std::string& argument);
 void StartQuillon(const std::string& argument);
 
 // Once the windows stand: scans go into the table of data sets, which opens with them, a graph into its
-// window. A job, a name that leads nowhere, and what cannot be opened beside the first argument are told.
+// window, the archive of a run is sorted. A job, a name that leads nowhere, and what cannot be opened beside
+// the first argument are told.
 void OpenArguments(const std::vector<std::string>& arguments);
 
 // Makes the analysis that of a job file, fitted as quillon-fit fits it; false when there is none afterwards,
 // which has been told. Filled by the program that reads jobs; without it a job is told how it is run.
 extern std::function<bool(const std::string& path)> ReadJob;
 
-// What is dropped on the main window: the same, and a saved fit is restored, a folder asked for the scans in
-// it that are to be opened.
+// What is dropped on the main window: the same, and a saved fit is restored, a folder read as a run.
 void OpenDropped(const std::vector<std::string>& paths);
 
 // Asks for files and opens them as those that are dropped.

@@ -1,4 +1,5 @@
 #include "forms/shell/Binding.h"
+#include "forms/shell/DesktopColor.h"
 
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -21,6 +22,14 @@
 #include <new>
 
 namespace Quillon {
+
+QColor DesktopColor(std::uint32_t color, const QPalette& palette) {
+    QColor c(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
+             static_cast<int>((color >> 16) & 0xFF));
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
+    if (dark && c.lightness() < 150) c = QColor::fromHsl(c.hslHue(), c.hslSaturation(), 208);
+    return c;
+}
 
 namespace {
 
@@ -51,15 +60,6 @@ QColor TextOn(const QColor& back) {
     const double luminance =
         0.2126 * linear(back.redF()) + 0.7152 * linear(back.greenF()) + 0.0722 * linear(back.blueF());
     return luminance > 0.179 ? Qt::black : Qt::white; // where the contrast with both is the same
-}
-
-// A colour of the logic on the desktop's palette: on a dark background dark colours are lifted.
-QColor DesktopColor(std::uint32_t color, const QPalette& palette) {
-    QColor c(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
-             static_cast<int>((color >> 16) & 0xFF));
-    const bool dark = palette.color(QPalette::Window).lightness() < 128;
-    if (dark && c.lightness() < 150) c = QColor::fromHsl(c.hslHue(), c.hslSaturation(), 208);
-    return c;
 }
 
 void Colour(QWidget* widget, const Control& control) {

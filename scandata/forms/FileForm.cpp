@@ -266,11 +266,12 @@ void StartFileForm() {
     AskedForScan = false;
 }
 
-DialogAnswer OpenFileForm(const std::vector<std::string>& scans) {
+DialogAnswer OpenFileForm(const std::vector<std::string>& scans, const TableFilling& fill) {
     if (Work.DataDirectory.empty()) FindDataDirectory();
     LoadFileForm();
     FileForm.Waiting = scans;
-    if (!scans.empty()) FileForm.Timer1 = AskedForScan = true;
+    FileForm.WaitingFill = fill;
+    if (!scans.empty() || fill) FileForm.Timer1 = AskedForScan = true;
     Host.ShowModal(FileFormName);
     return FileForm.Answer;
 }

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,10 @@ inline constexpr int AllFileFormLines = 18;
 
 inline constexpr const char* FileFormName = "FileForm"; // of the form, for the seam
 
+// Fills the rows of the table anew and gives what is to be told, a sentence each. A RuntimeError leaves the
+// table as it was.
+using TableFilling = std::function<std::vector<std::string>()>;
+
 struct FileFormRecord {
     template <class T> using PerLine = std::array<T, AllFileFormLines>;
     int Lines = FileFormLines; // that show: those of a page, or all
@@ -31,6 +36,7 @@ struct FileFormRecord {
     std::int16_t CopyRunning = 0;     // flag
     bool Timer1 = false;              // the form has opened on a fresh workspace: it asks for a scan at once
     std::vector<std::string> Waiting; // scans to be read in place of that question
+    TableFilling WaitingFill;         // or rows to be filled
 
     std::vector<Control> Heads; // of the columns SetBox to CellPath, in their order
     Control PointsHead;
@@ -43,8 +49,9 @@ struct FileFormRecord {
 };
 extern FileFormRecord FileForm;
 
-// Opens the form and answers how it was closed. scans are read into it as soon as it shows (Timer1).
-DialogAnswer OpenFileForm(const std::vector<std::string>& scans = {});
+// Opens the form and answers how it was closed. scans are read into it as soon as it shows (Timer1), or its
+// rows are filled.
+DialogAnswer OpenFileForm(const std::vector<std::string>& scans = {}, const TableFilling& fill = nullptr);
 
 // The window has room for all lines: there are no pages then. Called before it is made.
 void ShowAllLines();

@@ -112,6 +112,7 @@ void TellTemperatureDoubts() {
 void FileFormTimer1() {
     if (!FileForm.Timer1) return;
     FileForm.Timer1 = false;
+    if (FileForm.WaitingFill) return FileFormFill(std::exchange(FileForm.WaitingFill, nullptr));
     if (FileForm.Waiting.empty()) return FileFormNewFileButton();
     FileFormOpenScans(std::exchange(FileForm.Waiting, {}));
 }

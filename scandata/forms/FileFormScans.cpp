@@ -333,7 +333,25 @@ void ClearAll() {
     SayChange("All scans cleared");
 }
 
+void Fill(const TableFilling& fill) {
+    StoreIncludes();
+    ReadNotes notes;
+    notes.Remarks = fill();
+    Work.CurrentPage = 0;
+    Work.NameConvention = 1;
+    if (!Work.ScanDirectory[1].empty()) Work.DataDirectory = Work.ScanDirectory[1];
+    FillPage();
+    NoteChange();
+    SayChange(std::to_string(RowsInFit().size()) +
+              " data sets, channels and ranges proposed: click on a radius to look at a range");
+    TellNotes(notes, ScanReadSentence);
+}
+
 } // namespace
+
+void FileFormFill(const TableFilling& fill) {
+    AsOneChange([&] { Fill(fill); });
+}
 
 void FileFormNewFileButton() {
     const RowNo row = RowOfLine(Work.CurrentRow);

@@ -2,6 +2,8 @@
 // What the user does in the table of data sets with files: reading scans and baselines, copying a line for
 // its next channel, clearing.
 
+#include "scandata/forms/FileForm.h"
+
 #include <string>
 #include <vector>
 
@@ -15,6 +17,9 @@ void FileFormSubtractBlankButton();
 void FileFormCopyFile();
 
 void FileFormClearFiles(); // asks first where a scan is loaded
+
+// Runs what fills the rows, as one change of the table, and tells what it gives in one message.
+void FileFormFill(const TableFilling& fill);
 
 // Reads scans from outside the table, one or several, as below, with channels and ranges proposed.
 void FileFormOpenScans(const std::vector<std::string>& paths);

@@ -134,10 +134,18 @@ TEST_F(WorkbenchCase, ScansAreAskedForBeforeTheTableOpens) {
     OpenScansButton();
 }
 
-TEST_F(WorkbenchCase, AFolderThatIsDroppedIsAskedForItsScans) {
-    script.ExpectFile("Quillon - Open Scans", "");
+TEST_F(WorkbenchCase, AFolderOrAnArchiveThatIsDroppedIsReadAsARun) {
+    std::vector<std::string> walked;
+    Host.WalkFiles = [&](const std::string& place, const auto&) -> std::vector<PassedFile> {
+        walked.push_back(place);
+        RaiseError("there is nothing to be read");
+    };
+    const std::string archive = script.MakeFile("run.zip", "no archive");
+    script.ExpectMessage(script.Directory() + ": there is nothing to be read");
     OpenDropped({script.Directory()});
-    EXPECT_EQ(Work.DataDirectory, script.Directory());
+    script.ExpectMessage(archive + ": there is nothing to be read");
+    OpenDropped({archive});
+    EXPECT_EQ(walked, (std::vector<std::string>{script.Directory(), archive}));
 }
 
 TEST_F(WorkbenchCase, ExamplesAreFoundBesideAnInstalledProgramAndInTheTree) {
