@@ -10,6 +10,7 @@
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "commands/Analmenu.h"
+#include "commands/RunForm.h"
 #include "commands/export/ReportPreview.h"
 #include "commands/history/History.h"
 #include "commands/history/HistoryForm.h"
@@ -40,12 +41,15 @@
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "reporting/values/Correlation.h"
+#include "runs/Approach.h"
+#include "runs/Groups.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/InfoBox.h"
 #include "scandata/reader/ExtinctionForm.h"
 #include "studies/MinimaForm.h"
 #include "studies/StudyForm.h"
 #include "tests/forms/Scans.h"
+#include "tests/support/MadeRun.h"
 #include "tests/support/ScriptedPrinter.h"
 #include "workspace/records/Codes.h"
 #include "workspace/records/Roads.h"
@@ -152,6 +156,22 @@ void OpenHold(Player& player, const Visit& visit) {
     Work.NumPts = points;
 }
 
+// Two cells at two wavelengths, sorted as they are.
+void ShowARun() {
+    RunPlan plan;
+    plan.Wavelengths = {260, 280};
+    plan.ScansPerStage = 4;
+    plan.Points = 40;
+    SortedRun run;
+    run.Place = "run.tar.gz";
+    run.Remarks = {"00099.RA1: it is left alone: the file is empty"};
+    for (const MadeScan& scan : MakeRun(plan))
+        run.Scans.push_back(ReadRunScan(scan.Name, scan.Bytes));
+    GroupRun(run);
+    JudgeRun(run, {});
+    ShowRunForm(run);
+}
+
 void Constrain() {
     Work.ConstraintFlags = ConcentrationBit;
     for (const SetNo set : EachSet())
@@ -189,6 +209,7 @@ const std::vector<FormOpening>& FormOpenings() {
         {PrintGrFormName, OnGraph(PrintGrFormName, [] { AskPrintOptions(); })},
         {ReportPreviewName, OpenPreview},
         {ResultsName, By(ResultsName, "ReviewFit")},
+        {RunFormName, By(RunFormName, ShowARun)},
         {SetColorName, OnGraph(SetColorName, AlterColors)},
         {SettingsFormName, By(SettingsFormName, "AllSettings")},
         {ShareFormName, By(ShareFormName, "ShareConcentrations")},

@@ -2,6 +2,7 @@
 // to residuals.
 #include "commands/Workbench.h"
 #include "commands/Analmenu.h"
+#include "commands/RunForm.h"
 #include "fit/forms/FitMon.h"
 #include "fit/forms/GetGuess.h"
 #include "forms/shell/Binding.h"
@@ -12,6 +13,8 @@
 #include "scandata/forms/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
+#include "tests/support/MadeRun.h"
+#include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -24,11 +27,13 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
+#include <QTreeWidget>
 #include <QUrl>
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 
 namespace Quillon {
 namespace {
@@ -246,6 +251,95 @@ TEST_F(GesturesToResiduals, OfOneSetOfATwoChannelCellAreSixAtMost) {
     EXPECT_EQ(Work.FitDone, FlagTrue) << Work.Outcome.Sentence;
     std::printf("gestures to the residuals of 1 set of a two-channel scan: %d\n", user.Gestures);
     EXPECT_LE(user.Gestures, 6);
+}
+
+// --- a whole run
+// --------------------------------------------------------------------------------------------
+
+struct RunByMouse : GesturesToResiduals {
+    static QTreeWidget* Tree() { return Player::Window(RunFormName)->findChild<QTreeWidget*>("Run"); }
+    // The box of a cell.
+    void Tick(const char* cell) {
+        ++user.Gestures;
+        QTreeWidgetItem* item = Tree()->findItems(cell, Qt::MatchExactly).value(0);
+        ASSERT_NE(item, nullptr) << cell;
+        Tree()->scrollToItem(item);
+        const QRect rect = Tree()->visualItemRect(item);
+        QTest::mouseClick(Tree()->viewport(), Qt::LeftButton, {}, {rect.left() + 9, rect.center().y()});
+        Player::Serve();
+        EXPECT_EQ(item->checkState(0), Qt::Checked) << cell;
+    }
+    // A click into a field and what is typed there.
+    void Enter(const Control& field, const char* text) {
+        user.Click(field);
+        ++user.Gestures;
+        Player::Type(text);
+    }
+    void ChooseTwoCells() {
+        EXPECT_FALSE(RunForm.OkButton.Enabled) << "63 sets";
+        user.Click(RunForm.NoneButton);
+        Tick("Cell 2");
+        Tick("Cell 5");
+        Enter(RunForm.Ratios[1].A, "0.5");
+        Enter(RunForm.Ratios[2].A, "0.3333333");
+        user.Click(RunForm.OkButton);
+    }
+};
+
+// 7 cells, 3 speeds, 3 wavelengths, 10 scans each.
+TEST_F(RunByMouse, From630ScansInAnArchiveToAGlobalFitInLessThanTwentyGestures) {
+    RunPlan plan;
+    plan.Cells = {1, 2, 3, 4, 5, 6, 7};
+    plan.Wavelengths = {230, 260, 280};
+    plan.Wander = 1;
+    plan.Points = 60;
+    const std::vector<MadeScan> made = MakeRun(plan);
+    ASSERT_EQ(made.size(), 630U);
+    const std::string archive = player.Directory() + "/run.tar";
+    WriteWholeFile(archive, ArchiveOf(EntriesOf(made), "tar"));
+    Give({archive});
+    player.Expect(RunFormName, [this] { ChooseTwoCells(); });
+    AcceptTable(18);
+    user.Gestures += 2; // the menu and its item
+    player.ClickMenu("ReadRun");
+    ASSERT_EQ(Work.NumSets, 18);
+    SeeResiduals();
+    user.Click(Workbench.AtOnce);
+    ASSERT_EQ(Work.FitDone, FlagTrue) << Work.Outcome.Sentence;
+    // sigma = M (1 - vbar rho) omega^2 / (R T) of 40 kDa at 10000 rpm, the speed of set 1.
+    const double omega = 10000.0 * 3.14159265358979 / 30.0;
+    const double sigma = 40e3 * (1.0 - 0.735 * 1.004) * omega * omega / (8.3144710e7 * 293.15);
+    EXPECT_NEAR(static_cast<double>(Work.Parms[0]), sigma, 0.05 * sigma);
+    std::printf("gestures from an archive of 630 scans to the residuals of 18 sets: %d\n", user.Gestures);
+    EXPECT_LT(user.Gestures, 20);
+}
+
+TEST_F(RunByMouse, TheTreeIsWorkedWithoutAMouse) {
+    RunPlan plan;
+    plan.Wavelengths = {260, 280};
+    plan.ScansPerStage = 4;
+    plan.Points = 40;
+    const std::string folder = player.Directory() + "/run";
+    std::filesystem::create_directory(folder);
+    WriteRun(MakeRun(plan), folder);
+    player.Expect(RunFormName, [] {
+        Tree()->setFocus();
+        Player::Serve();
+        EXPECT_EQ(RunForm.Lines[0].Ticked, RunLine::All);
+        Player::Press(Qt::Key_Space);
+        EXPECT_EQ(RunForm.Lines[0].Ticked, RunLine::None);
+        Player::Press(Qt::Key_Down);
+        Player::Press(Qt::Key_Space);
+        EXPECT_EQ(RunForm.Lines[1].Ticked, RunLine::All);
+        EXPECT_EQ(RunForm.Lines[0].Ticked, RunLine::Some);
+        Player::TabTo(RunForm.Ratios[1].A);
+        Player::Type("0.5");
+        Player::TabTo(RunForm.CancelButton);
+        EXPECT_EQ(RunForm.Ratios[1].A.Text, "0.5");
+        Player::Press(Qt::Key_Escape);
+    });
+    Drop({folder});
+    EXPECT_TRUE(Work.ScanFile[1].empty());
 }
 
 } // namespace
