@@ -14,6 +14,7 @@
 #include "scandata/reader/IntensityScan.h"
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/TableRows.h"
+#include "scandata/table/Temperatures.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
