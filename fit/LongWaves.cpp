@@ -1,5 +1,8 @@
 #include "fit/LongWaves.h"
 
+#include "platform/Four.h"
+#include "platform/VectorWidth.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -16,22 +19,37 @@ constexpr std::size_t UpToMiddle = 30;
 
 using Amplitudes = std::array<double, UpToMiddle>;
 
-// The sums of r_i cos(k x_i), each cosine from the two before it: cos k x = 2 cos x cos (k-1) x - cos (k-2)
-// x.
-Amplitudes SumsOfCosines(const std::vector<double>& residuals, std::size_t waves) {
-    Amplitudes sums{};
+// Four residuals from a place on, with zeros behind the last one, and cos x of each.
+void TakeFour(const std::vector<double>& residuals, std::size_t first, Four& four, Four& cosines) {
     const double step = std::numbers::pi / static_cast<double>(residuals.size());
-    for (std::size_t i = 0; i < residuals.size(); ++i) {
-        const double first = std::cos(step * (static_cast<double>(i) + 0.5));
-        double before = first, now = 1.0; // cos(-x) and cos 0
-        for (std::size_t k = 0; k < waves; ++k) {
-            sums[k] += residuals[i] * now;
-            const double next = 2.0 * first * now - before;
-            before = now;
-            now = next;
-        }
+    for (std::size_t i = 0; i < VectorLength; ++i) {
+        const bool behind = first + i >= residuals.size();
+        four[i] = behind ? 0.0 : residuals[first + i];
+        cosines[i] = behind ? 0.0 : std::cos(step * (static_cast<double>(first + i) + 0.5));
     }
-    return sums;
+}
+
+// The sums of r_i cos(k x_i), each cosine from the two before it: cos k x = 2 cos x cos (k-1) x - cos (k-2)
+// x. Every fourth residual has a sum of its own.
+Amplitudes SumsOfCosines(const std::vector<double>& residuals, std::size_t waves) {
+    Four sums[UpToMiddle] = {};
+    OnVectors([&] {
+        for (std::size_t i = 0; i < residuals.size(); i += VectorLength) {
+            Four residual, first;
+            TakeFour(residuals, i, residual, first);
+            Four before = first, now = {1.0, 1.0, 1.0, 1.0}; // cos(-x) and cos 0
+            for (std::size_t k = 0; k < waves; ++k) {
+                sums[k] += residual * now;
+                const Four next = 2.0 * first * now - before;
+                before = now;
+                now = next;
+            }
+        }
+    });
+    Amplitudes amplitudes{};
+    for (std::size_t k = 0; k < waves; ++k)
+        amplitudes[k] = (sums[k][0] + sums[k][1]) + (sums[k][2] + sums[k][3]);
+    return amplitudes;
 }
 
 double SumOfSquares(const std::vector<double>& residuals) {

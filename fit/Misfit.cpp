@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -29,16 +30,30 @@ std::size_t Places(const Workspace& fit) {
 
 // --- the noise
 
+// The weights of sets that come one behind the other, each asked for once.
+class Weights {
+public:
+    double Of(std::int16_t set) {
+        if (set != Latest) Weight = NoiseWeight(SetNo(set));
+        Latest = set;
+        return Weight;
+    }
+
+private:
+    std::int16_t Latest = -1;
+    double Weight = 1.0;
+};
+
 // The square of how far point p of values lies from the line between its neighbours, in variances of a point;
 // below 0 where it has no two. values takes the number of a point.
-template <class Values> double ShareOfNoise(long p, Values&& values) {
+template <class Values> double ShareOfNoise(long p, Weights& weights, Values&& values) {
     if (Work.PtSet[p - 1] != Work.PtSet[p + 1] || Work.PtX[p + 1] == PointMarker) return -1.0;
     const double before = static_cast<double>(Work.PtX[p] - Work.PtX[p - 1]);
     const double both = static_cast<double>(Work.PtX[p + 1] - Work.PtX[p - 1]);
     if (!(before >= 0.0 && both > before)) return -1.0;
     const double w = before / both;
     const double line = (1.0 - w) * values(p - 1) + w * values(p + 1);
-    const double off = NoiseWeight(SetNo(Work.PtSet[p])) * (values(p) - line);
+    const double off = weights.Of(Work.PtSet[p]) * (values(p) - line);
     return off * off / (1.0 + w * w + (1.0 - w) * (1.0 - w));
 }
 
@@ -57,8 +72,9 @@ using Variances = std::vector<double>;
 
 template <class Values> Variances VariancesOf(Values&& values) {
     std::vector<Shares> shares(Places(Work));
+    Weights weights;
     for (long p = 2; p < Work.NumPts; ++p)
-        if (const double share = ShareOfNoise(p, values); share >= 0.0) {
+        if (const double share = ShareOfNoise(p, weights, values); share >= 0.0) {
             shares[0].push_back(share);
             shares[static_cast<std::size_t>(Work.PtSet[p])].push_back(share);
         }
@@ -74,11 +90,12 @@ double ResidualAt(const Workspace& fit, long p) {
 
 // Of the readings and of the residuals the lower one: what a steep signal bends within three points is no
 // noise, and what a wrong curve bends there is none either.
-Variances NoiseOf(const Workspace& fit) {
+Variances MeasuredNoise(const Workspace& fit) {
+    const double least = LeastVariance();
     Variances noise = VariancesOf([](long p) { return static_cast<double>(Work.PtY[p]); });
     const Variances left = VariancesOf([&](long p) { return ResidualAt(fit, p); });
     for (std::size_t set = 0; set < noise.size(); ++set)
-        noise[set] = std::max(std::min(noise[set], left[set]), LeastVariance());
+        noise[set] = std::max(std::min(noise[set], left[set]), least);
     return noise;
 }
 
@@ -136,11 +153,12 @@ void TakeUpWaves(std::vector<Residuals>& left, long parameters) {
 }
 
 // By set from 1, those of all at 0.
-std::vector<Residuals> ResidualsOf(const Workspace& fit) {
+std::vector<Residuals> MeasuredResiduals(const Workspace& fit) {
     std::vector<std::vector<PointLeft>> values(Places(fit));
+    Weights weights;
     for (long p = 1; p <= fit.NumPts; ++p) {
         if (fit.PtX[p] == PointMarker) continue;
-        const double weight = NoiseWeight(SetNo(fit.PtSet[p]));
+        const double weight = weights.Of(fit.PtSet[p]);
         values[static_cast<std::size_t>(fit.PtSet[p])].push_back(
             {weight * ResidualAt(fit, p), weight * static_cast<double>(fit.PtY[p])});
     }
@@ -151,6 +169,56 @@ std::vector<Residuals> ResidualsOf(const Workspace& fit) {
     }
     TakeUpWaves(left, fit.NumFree);
     return left;
+}
+
+// --- the fit that stands is asked for its noise by all who tell of it: once for the same points
+
+// All that the measures hang on. The weights are those of the points' sets.
+struct Measured {
+    decltype(Workspace::PtX) X;
+    decltype(Workspace::PtY) Y;
+    decltype(Workspace::PtFit) Fit;
+    decltype(Workspace::PtSet) Set;
+    std::vector<double> WeightOfSet;
+    long Points = -1, Sets = 0, Parameters = 0;
+};
+
+std::vector<double> WeightsOfSets() {
+    std::vector<double> weights;
+    Weights weight;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        if (p == 1 || Work.PtSet[p] != Work.PtSet[p - 1]) weights.push_back(weight.Of(Work.PtSet[p]));
+    return weights;
+}
+
+struct Measures {
+    Measured Of;
+    Variances Noise;
+    std::vector<Residuals> Left;
+};
+thread_local Measures Last;
+
+bool Stands(const Measured& m) {
+    return m.Points == Work.NumPts && m.Sets == Work.NumSets && m.Parameters == Work.NumFree &&
+           m.Fit == Work.PtFit && m.Y == Work.PtY && m.X == Work.PtX && m.Set == Work.PtSet &&
+           m.WeightOfSet == WeightsOfSets();
+}
+
+const Measures& MeasuresOfWork() {
+    if (!Stands(Last.Of))
+        Last = {{Work.PtX, Work.PtY, Work.PtFit, Work.PtSet, WeightsOfSets(), Work.NumPts, Work.NumSets,
+                 Work.NumFree},
+                MeasuredNoise(Work),
+                MeasuredResiduals(Work)};
+    return Last;
+}
+
+Variances NoiseOf(const Workspace& fit) {
+    return &fit == &Work ? MeasuresOfWork().Noise : MeasuredNoise(fit);
+}
+
+std::vector<Residuals> ResidualsOf(const Workspace& fit) {
+    return &fit == &Work ? MeasuresOfWork().Left : MeasuredResiduals(fit);
 }
 
 constexpr double EnoughPoints = 20.0;

@@ -110,18 +110,18 @@ double UnitOf(SetNo set) {
     return noise > 0.0F ? static_cast<double>(noise) : 1.0;
 }
 
-std::string RmsNote(SetNo set, const SetQuality& quality) {
+std::string RmsNote(SetNo set, const PerSet<SetQuality>& qualities) {
     double squares = 0.0;
     long points = 0;
     for (const SetNo other : EachSet()) {
-        const SetQuality its = other == set ? SetQuality{} : QualityOfSet(other);
-        if (!its.Rms) continue;
+        const SetQuality& its = qualities[other];
+        if (other == set || !its.Rms) continue;
         const double rms = *its.Rms / UnitOf(other);
         squares += rms * rms * static_cast<double>(its.Points);
         points += its.Points;
     }
     if (points < FewestPoints || squares == 0.0) return "";
-    const double times = *quality.Rms / UnitOf(set) / std::sqrt(squares / static_cast<double>(points));
+    const double times = *qualities[set].Rms / UnitOf(set) / std::sqrt(squares / static_cast<double>(points));
     return times < RmsToTell ? "" : "rms " + FormatNumber(times, "0.0") + " times that of the other sets";
 }
 
@@ -156,13 +156,24 @@ std::string ParameterNote(SlotNo slot) {
     return notes;
 }
 
-std::string SetNote(SetNo set) {
-    const SetQuality quality = QualityOfSet(set);
+PerSet<SetQuality> QualityOfSets() {
+    PerSet<SetQuality> qualities(Work.NumSets);
+    for (const SetNo set : EachSet())
+        qualities[set] = QualityOfSet(set);
+    return qualities;
+}
+
+std::string SetNote(SetNo set, const PerSet<SetQuality>& qualities) {
+    const SetQuality& quality = qualities[set];
     if (!quality.Rms || quality.Points < FewestPoints) return "";
     std::string notes = RunsNote(quality);
-    AddNote(notes, RmsNote(set, quality));
+    AddNote(notes, RmsNote(set, qualities));
     AddNote(notes, MeanNote(set, quality)); // which may end with a question
     return notes;
+}
+
+std::string SetNote(SetNo set) {
+    return SetNote(set, QualityOfSets());
 }
 
 std::vector<std::string> NoteLines() {
@@ -170,8 +181,9 @@ std::vector<std::string> NoteLines() {
     for (const SlotNo slot : EachSlot())
         if (const std::string note = ParameterNote(slot); !note.empty())
             lines.push_back(Work.ParmName[slot] + ": " + note);
+    const PerSet<SetQuality> qualities = QualityOfSets();
     for (const SetNo set : EachSet())
-        if (const std::string note = SetNote(set); !note.empty())
+        if (const std::string note = SetNote(set, qualities); !note.empty())
             lines.push_back("Set " + std::to_string(set.Number) + ": " + note);
     return lines;
 }

@@ -20,6 +20,9 @@ struct SetQuality {
 };
 SetQuality QualityOfSet(SetNo set);
 
+// Of all sets at once, for those who go through them: a note on one set compares it with all others.
+PerSet<SetQuality> QualityOfSets();
+
 // What is to be said of a slot beside its value and error, in a few words: not determined, at a bound, an
 // error larger than the value, a limit that was not found, and of masses, stoichiometries and constants a
 // correlation above Work.VeryHighCorrelation with what they go together with most ("correlated 0.999 with Ln
@@ -32,6 +35,7 @@ std::string ParameterNote(SlotNo slot);
 // not have them do; an rms of twice that of the other sets. Several are separated by "; ". Empty for
 // most, and where no fitted values stand.
 std::string SetNote(SetNo set);
+std::string SetNote(SetNo set, const PerSet<SetQuality>& qualities); // with those of QualityOfSets
 
 // All of them, parameters first: "MW A mon: error larger than the value", "Set 3: mean residual +0.004: ...".
 std::vector<std::string> NoteLines();

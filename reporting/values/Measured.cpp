@@ -68,13 +68,13 @@ void AddRange(MeasuredSet& m) {
     m.Outer = radius[last];
 }
 
-void AddStatistics(MeasuredSet& m) {
-    const SetQuality quality = QualityOfSet(m.Set);
+void AddStatistics(MeasuredSet& m, const PerSet<SetQuality>& qualities) {
+    const SetQuality& quality = qualities[m.Set];
     m.Points = quality.Points;
     m.Rms = quality.Rms;
     m.MeanResidual = quality.Mean;
     m.RunsZ = quality.RunsZ;
-    m.Note = SetNote(m.Set);
+    m.Note = SetNote(m.Set, qualities);
 }
 
 // Molar totals need coefficients that somebody has set.
@@ -190,6 +190,7 @@ void AddFileLines(const MeasuredSet& m, std::vector<std::string>& lines) {
 
 std::vector<MeasuredSet> MeasuredSets() {
     std::vector<MeasuredSet> sets;
+    const PerSet<SetQuality> qualities = QualityOfSets();
     for (const SetNo set : EachSet()) {
         MeasuredSet m;
         m.Set = set;
@@ -197,7 +198,7 @@ std::vector<MeasuredSet> MeasuredSets() {
         AddScan(m);
         AddLeftOut(m);
         AddRange(m);
-        AddStatistics(m);
+        AddStatistics(m, qualities);
         if (Work.FitValid) AddPopulations(m);
         sets.push_back(m);
     }

@@ -248,6 +248,22 @@ TEST_F(RescueFitTest, AMinimumThatLeavesMoreThanTheNoiseSaidNothing) {
     EXPECT_EQ(MisfitText() + MisfitStateText(), "");
 }
 
+// What was found once serves whoever asks again, and nobody who asks about anything else.
+TEST_F(RescueFitTest, WhatAMinimumLeavesIsThatOfThePointsThatStand) {
+    FitZigzags({{0.01, 0.004}, {0.01, 0.004}}, 100);
+    const std::string text = MisfitText();
+    EXPECT_NE(text, "");
+    const auto fit = Work.PtFit;
+    for (long p = 1; p <= Work.NumPts; ++p)
+        Work.PtFit[p] = Work.PtY[p] - (p % 2 == 0 ? 0.01F : -0.01F);
+    EXPECT_EQ(MisfitText(), "");
+    Work.PtFit = fit;
+    EXPECT_EQ(MisfitText(), text);
+    Work.SetNoise[RowOf(SetNo(1))] = 0.01F;
+    Work.SetNoise[RowOf(SetNo(2))] = 0.02F;
+    EXPECT_NE(MisfitText(), text) << "the second set counts half as much";
+}
+
 TEST_F(RescueFitTest, OneSetThatLeavesMoreThanTheNoiseIsToldByItsNumber) {
     FitZigzags({{0.01}, {0.01, 0.003}, {0.01}, {0.01}, {0.01}, {0.01}}, 60);
     EXPECT_TRUE(MisfitText().starts_with("The fit leaves more than the noise of the data in set 2 (rms "))
