@@ -13,6 +13,7 @@
 #include "models/SEDEQ3.h"
 #include "platform/Platform.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Roads.h"
 #include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>
