@@ -34,9 +34,10 @@ bool Take(const ZoomedAxis& former, const GraphAxis& axis, float loadFactor, flo
     if (!former.Zoomed || !IsSameAxis(former, axis)) return false;
     const double divisor = DrawDivisor(axis, loadFactor);
     const double first = former.Low / divisor, second = former.High / divisor;
-    const auto [shownLow, shownHigh] = std::minmax(static_cast<double>(low), static_cast<double>(high));
-    if (std::max(std::min(first, second), shownLow) >= std::min(std::max(first, second), shownHigh))
-        return false;
+    const double one = low, other = high;
+    const double begin = std::max(std::min(first, second), std::min(one, other));
+    const double end = std::min(std::max(first, second), std::max(one, other));
+    if (begin >= end) return false;
     low = FiniteSingle(first);
     high = FiniteSingle(second);
     return true;
