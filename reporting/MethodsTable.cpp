@@ -1,7 +1,6 @@
 #include "reporting/MethodsTable.h"
 
 #include "fit/Confidence.h"
-#include "fit/Undetermined.h"
 #include "input/Csv.h"
 #include "input/NUMINPUT.h"
 #include "input/ShortestText.h"
@@ -136,8 +135,7 @@ std::vector<ParameterRow> ParameterRows() {
         ParameterRow row{
             slot, StateOf(slot), std::nullopt, std::nullopt, LimitOf(slot, false), LimitOf(slot, true), {}};
         row.Value = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
-        const bool sure = IsFitted(slot) && Work.FitDone && !HasNoError(FreePosOf(slot));
-        if (sure) row.Error = static_cast<double>(DisplayedError(FreePosOf(slot)));
+        if (HasError(slot)) row.Error = static_cast<double>(DisplayedError(FreePosOf(slot)));
         for (const DerivedConstant& k : derived)
             if (k.Slot == slot.Number && k.Value) row.Derived = k;
         rows.push_back(row);

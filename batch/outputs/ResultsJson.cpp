@@ -4,7 +4,6 @@
 #include "batch/outputs/ResamplingOutputs.h"
 #include "fit/Confidence.h"
 #include "fit/Misfit.h"
-#include "fit/Undetermined.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/FitNotes.h"
@@ -83,8 +82,7 @@ std::string ParameterObject(SlotNo slot) {
          JsonMember("state", std::string("\"") + StateName(Work.FreeMap[slot]) + "\""),
          JsonMember("internal", JsonNumber(Work.Parms[slot])),
          JsonMember("value", JsonExisting(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
-         JsonMember("error", JsonExisting(fitted && Work.FitDone && !HasNoError(free),
-                                          [&] { return DisplayedError(free); })),
+         JsonMember("error", JsonExisting(HasError(slot), [&] { return DisplayedError(free); })),
          JsonMember("lower", limit(0)), JsonMember("upper", limit(1)),
          JsonMember("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0)),
          JsonMember("note", NoteText(slot))});

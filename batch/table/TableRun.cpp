@@ -8,7 +8,6 @@
 #include "batch/table/RowWorkers.h"
 #include "batch/table/Summary.h"
 #include "files/RunPieces.h"
-#include "fit/Undetermined.h"
 #include "models/table/ModelTable.h"
 #include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
@@ -157,11 +156,10 @@ void AddParameters(SummaryLine& line) {
     for (const SlotNo slot : EachGlobalSlot()) {
         if (!IsInUse(slot)) continue;
         const bool stands = Work.FitDone != 0;
-        const bool sure = stands && IsFitted(slot) && !HasNoError(FreePosOf(slot));
         const std::string& name = Work.ParmName[slot];
         line.Values.emplace_back(name, stands ? ShortestText(ToUserUnits(slot, Work.Parms[slot])) : "");
         line.Values.emplace_back(name + ErrorBehind,
-                                 sure ? ShortestText(DisplayedError(FreePosOf(slot))) : "");
+                                 HasError(slot) ? ShortestText(DisplayedError(FreePosOf(slot))) : "");
     }
 }
 

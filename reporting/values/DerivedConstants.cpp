@@ -1,7 +1,6 @@
 #include "reporting/values/DerivedConstants.h"
 
 #include "fit/Confidence.h"
-#include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
 #include "models/table/ConstantConvention.h"
 #include "models/table/ModelTable.h"
@@ -178,9 +177,8 @@ void AddLimits(const MolarConstant& k, DerivedConstant& derived) {
             AddSearchedLimits(k, derived);
         return;
     }
-    const bool none =
-        HasNoError(FreePos(place)) || (HasFittedStoichiometry(k) && HasNoError(FreePosOf(k.Stoichiometry)));
-    if (!none) AddErrors(k, derived);
+    if (HasError(k.Constant) && (!HasFittedStoichiometry(k) || HasError(k.Stoichiometry)))
+        AddErrors(k, derived);
 }
 
 std::string UnitOf(double bonds) {

@@ -25,6 +25,7 @@ struct NamedText {
 };
 
 std::string ErrorOfFit(FreePos freePosition) {
+    if (!HasErrors()) return "";
     if (HasNoError(freePosition)) return "not determined";
     const double error = static_cast<double>(DisplayedError(freePosition));
     return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[SlotOf(freePosition)]));

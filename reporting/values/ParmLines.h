@@ -35,7 +35,7 @@ std::string FittedName(FreePos freePosition);
 std::string ParmValueText(SlotNo slot);
 
 // How sure the value is: "+/-  0.31", or with LimitsDone "[ 41.9, 43.2 ]", in user units; "not determined"
-// without an error.
+// without an error, and nothing where the fit came without its inverse.
 std::string AccuracyText(FreePos freePosition);
 
 // The error alone, and with LimitsDone the limits behind it: what a report says, which has room for both.

@@ -1,5 +1,6 @@
 #include "reporting/values/Statistics.h"
 
+#include "fit/Undetermined.h"
 #include "models/table/ParmScale.h"
 #include "workspace/records/Roads.h"
 
@@ -79,6 +80,10 @@ double RoundSignificant(double value, int digits) {
 bool HasErrors() {
     const auto free = static_cast<std::size_t>(std::max<long>(Work.NumFree, 0));
     return free > 0 && Work.NormMatrix.Size() == free * free;
+}
+
+bool HasError(SlotNo slot) {
+    return Work.FitDone != 0 && IsFitted(slot) && HasErrors() && !HasNoError(FreePosOf(slot));
 }
 
 double StandardError(FreePos freePosition) {

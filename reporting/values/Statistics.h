@@ -26,6 +26,10 @@ double RoundSignificant(double value, int digits);
 // True when the inverse at the solution stands for all free positions; without it there are no errors.
 bool HasErrors();
 
+// True when a slot is fitted and the fit that stands gives it an error: there is an inverse, and it says
+// something of the parameter.
+bool HasError(SlotNo slot);
+
 // The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
 double StandardError(FreePos freePosition);
 

@@ -54,7 +54,8 @@ struct PrintWindows : testing::Test {
     }
     ~PrintWindows() override {
         EjectPage = true;
-        Chart.Style = style; // no page of another test is cut in half
+        Chart.Style = style;     // no page of another test is cut in half,
+        Chart.State.IniRead = 0; // and the next graph has its own settings' colours
     }
 
     // The results, with the preview that one of their buttons opens.

@@ -4,6 +4,9 @@
 #include "HandBuiltFit.h"
 #include "models/table/ConstantConvention.h"
 #include "models/table/ModelTable.h"
+#include "reporting/MethodsTable.h"
+#include "reporting/values/ParmLines.h"
+#include "reporting/values/Statistics.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -135,6 +138,22 @@ TEST(DerivedConstants, HeldOnesHaveNoLimits) {
     const DerivedConstant k = DerivedConstants().front();
     EXPECT_TRUE(k.Value);
     EXPECT_FALSE(k.Lower || k.Upper);
+}
+
+// A fit that came without its inverse was asked for errors all the same.
+TEST(DerivedConstants, WithoutTheInverseThereAreNoErrors) {
+    Script script;
+    Work = Fit();
+    const std::string whole = MethodsText(MethodsFormat::Csv);
+    EXPECT_TRUE(HasError(SlotNo(2)));
+    EXPECT_TRUE(DerivedConstants().front().Lower);
+    Work.NormMatrix = {};
+    EXPECT_FALSE(HasError(SlotNo(2)));
+    const DerivedConstant k = DerivedConstants().front();
+    EXPECT_TRUE(k.Value);
+    EXPECT_FALSE(k.Lower || k.Upper);
+    EXPECT_NE(MethodsText(MethodsFormat::Csv), whole);
+    EXPECT_EQ(AccuracyText(FreePos(1)), "");
 }
 
 // Each constant that a model shows says what it counts.
