@@ -145,7 +145,8 @@ QWidget* MakeStudyForm(QWidget* parent) {
              bind, []() -> Control& { return StudyForm.CopyButton; }, StudyFormCopyButton)},
         {MakeCancel(
             bind, []() -> Control& { return StudyForm.CloseButton; }, StudyFormCloseButton)}));
-    form->resize(ForFont(1000, 520));
+    // The table of a comparison has many columns, and the weights stand among the last ones.
+    form->resize(ForFont(StudyForm.Kind == StudyKind::Compare ? 1400 : 1000, 520));
     return form;
 }
 

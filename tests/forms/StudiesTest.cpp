@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QProgressBar>
 #include <QTableWidget>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -64,6 +65,44 @@ TEST_F(MinimaAtTheWindow, AComparisonIsTypedAndFillsItsTable) {
     });
     player.ClickMenu("CompareModels");
     EXPECT_EQ(Work.Model, model);
+}
+
+// A turn of the wheel above whatever can be set, with the focus there and without: what stands in it stays.
+TEST_F(MinimaAtTheWindow, TheWheelChangesNoValue) {
+    const Workspace own = Work;
+    const auto turnAll = [] {
+        for (QWidget* widget : QApplication::activeModalWidget()->findChildren<QWidget*>()) {
+            if (!widget->isVisible() || !widget->isEnabled() || widget->focusPolicy() == Qt::NoFocus)
+                continue;
+            for (const bool withFocus : {false, true}) {
+                if (withFocus) widget->setFocus();
+                const QPointF middle = widget->rect().center();
+                QWheelEvent event(middle, widget->mapToGlobal(middle), {}, {0, -240}, Qt::NoButton,
+                                  Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(widget, &event);
+            }
+        }
+        Player::Serve();
+    };
+    player.Expect(StudyFormName, [&turnAll] {
+        const auto valuesOf = [] {
+            std::vector<std::string> values;
+            for (const StudyInput& input : StudyForm.Inputs)
+                values.push_back(input.Box.Text + "/" + std::to_string(input.Box.Value));
+            return values;
+        };
+        const auto before = valuesOf();
+        turnAll();
+        EXPECT_EQ(valuesOf(), before);
+        Player::Click(StudyForm.CloseButton);
+    });
+    player.ClickMenu("ProfileParameter");
+    player.Expect("SettingsForm", [&turnAll] {
+        turnAll();
+        Player::Press(Qt::Key_Escape);
+    });
+    player.ClickMenu("AllSettings");
+    EXPECT_TRUE(Work == own);
 }
 
 // Pieces on this thread, with the user's click between the second one and the third.
