@@ -219,6 +219,8 @@ std::vector<Output> Render(const Options& options, const RunEnd& end) {
                            ProfileBytes(end.Studies.Profiles[i], options.Profiles[i], options.Colors)});
     if (end.Studies.Resampled && !options.Draws.empty())
         outputs.push_back({options.Draws, DrawsCsv(*end.Studies.Resampled)});
+    if (end.Studies.Resampled && !options.Correlations.empty())
+        outputs.push_back({options.Correlations, CorrelationsCsv(*end.Studies.Resampled)});
     if (!options.Results.empty())
         outputs.push_back({options.Results, ResultsJson(end.Message, end.Starts ? &*end.Starts : nullptr,
                                                         end.Files, resampled)});

@@ -76,6 +76,8 @@ std::string HelpText() {
            "  --resample N    N fits to resampled data; how their values scatter goes into\n"
            "                  report and results\n"
            "  --draws FILE    each of these fits, as CSV\n"
+           "  --correlations FILE\n"
+           "                  how the parameters go together over these fits, as CSV\n"
            "  --simulate FOLDER\n"
            "                  no fit: what the model gives at the values of the job, as\n"
            "                  scans in an empty or new folder, with a job that fits them\n"

@@ -31,11 +31,17 @@ struct FileOption {
     std::string Options::*Target;
 };
 
-constexpr FileOption FileOptions[] = {
-    {"--report", &Options::Report},   {"--results", &Options::Results},     {"--points", &Options::Points},
-    {"--save", &Options::Save},       {"--integrate", &Options::Integrate}, {"--compare", &Options::Compare},
-    {"--methods", &Options::Methods}, {"--write-job", &Options::WriteJob},  {"--summary", &Options::Summary},
-    {"--draws", &Options::Draws}};
+constexpr FileOption FileOptions[] = {{"--report", &Options::Report},
+                                      {"--results", &Options::Results},
+                                      {"--points", &Options::Points},
+                                      {"--save", &Options::Save},
+                                      {"--integrate", &Options::Integrate},
+                                      {"--compare", &Options::Compare},
+                                      {"--methods", &Options::Methods},
+                                      {"--write-job", &Options::WriteJob},
+                                      {"--summary", &Options::Summary},
+                                      {"--draws", &Options::Draws},
+                                      {"--correlations", &Options::Correlations}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -441,6 +447,8 @@ void CheckStudyFiles(const Options& options) {
     if (!options.Compare.empty() && options.Compare != "-" && ending != "csv" && ending != "json")
         FailOptions("--compare writes .csv or .json, not " + Quoted(options.Compare));
     if (!options.Draws.empty() && !WantsResampling(options)) FailOptions("--draws goes with --resample");
+    if (!options.Correlations.empty() && !WantsResampling(options))
+        FailOptions("--correlations goes with --resample");
     if (HasGraph(options, {HistogramKind}) && !WantsResampling(options))
         FailOptions("--graph histogram goes with --resample");
     if (options.Resample > 0 && !options.Simulate.empty())

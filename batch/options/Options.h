@@ -39,6 +39,7 @@ struct Options {
     SortOptions Sort;               // of a run; no fit then
     CalculatorOptions Calculate;    // numbers for an experiment; no fit then
     std::string Draws;              // fits to resampled data, CSV
+    std::string Correlations;       // of those fits, CSV
     std::vector<ProfileOption> Profiles;
     long Resample = 0; // how many of them; 0 none
     std::vector<GraphOption> Graphs;

@@ -56,6 +56,14 @@ std::string CorrelationsRecord(const Resampling& resampling) {
         {JsonMember("slots", WholeNumbers(resampling.Slots)), JsonMember("matrix", InlineList(rows))});
 }
 
+// ",slot_2,slot_8\n"
+std::string SlotHeads(const Resampling& resampling) {
+    std::string text;
+    for (const long slot : resampling.Slots)
+        text += ",slot_" + std::to_string(slot);
+    return text + "\n";
+}
+
 } // namespace
 
 std::string ResamplingJson(const Resampling& resampling) {
@@ -79,16 +87,25 @@ std::string ResamplingJson(const Resampling& resampling) {
 }
 
 std::string DrawsCsv(const Resampling& resampling) {
-    std::string text = "draw,converged,sum_of_squares";
-    for (const long slot : resampling.Slots)
-        text += ",slot_" + std::to_string(slot);
-    text += "\n";
+    std::string text = "draw,converged,sum_of_squares" + SlotHeads(resampling);
     for (std::size_t i = 0; i < resampling.Draws.size(); ++i) {
         const Draw& draw = resampling.Draws[i];
         std::vector<std::string> fields{std::to_string(i + 1), draw.Converged ? "yes" : "no",
                                         draw.Converged ? ShortestText(draw.SumSq) : ""};
         for (std::size_t a = 0; a < resampling.Slots.size(); ++a)
             fields.push_back(draw.Converged ? ShortestText(draw.Values[a]) : "");
+        text += CsvLine(fields);
+    }
+    return text;
+}
+
+std::string CorrelationsCsv(const Resampling& resampling) {
+    std::string text = "slot,name" + SlotHeads(resampling);
+    const std::vector<std::vector<double>>& triangle = resampling.Correlations;
+    for (std::size_t a = 0; a < triangle.size(); ++a) {
+        std::vector<std::string> fields{std::to_string(resampling.Slots[a]), resampling.Names[a]};
+        for (std::size_t b = 0; b < triangle.size(); ++b)
+            fields.push_back(ShortestText(a >= b ? triangle[a][b] : triangle[b][a]));
         text += CsvLine(fields);
     }
     return text;

@@ -18,4 +18,8 @@ namespace Quillon {
 std::string ResamplingJson(const Resampling& resampling);
 std::string DrawsCsv(const Resampling& resampling);
 
+// "slot,name" and a column "slot_N" for each fitted slot; a row for each with its correlations, all of the
+// symmetric table. The head alone where no fit has converged.
+std::string CorrelationsCsv(const Resampling& resampling);
+
 } // namespace Quillon

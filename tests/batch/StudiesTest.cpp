@@ -3,6 +3,7 @@
 #include "batch/console/BatchPlatform.h"
 #include "batch/job/RunJob.h"
 #include "platform/Platform.h"
+#include "reporting/values/Correlation.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
@@ -172,8 +173,9 @@ TEST(BatchResampling, GoesIntoResultsReportAndDraws) {
     Script script;
     const std::string job = StudyJob(script, "[resampling]\nkind = residuals\nlevel = 0.9\n");
     const std::string draws = script.Directory() + "/draws.csv", report = script.Directory() + "/r.txt";
-    const ProgramEnd end =
-        RunInside({job, "--resample", "40", "--draws", draws, "--results", "-", "--report", report});
+    const std::string correlations = script.Directory() + "/c.csv";
+    const ProgramEnd end = RunInside({job, "--resample", "40", "--draws", draws, "--results", "-", "--report",
+                                      report, "--correlations", correlations});
     ASSERT_EQ(end.Status, 0) << end.Err;
     const JsonValue results = ReadJson(end.Out);
     const JsonValue& resampling = results["resampling"];
@@ -203,8 +205,17 @@ TEST(BatchResampling, GoesIntoResultsReportAndDraws) {
         mean += mass / static_cast<double>(masses.size());
     EXPECT_NEAR(resampling["parameters"][0]["mean"].Number, mean, 1e-9 * mean);
     EXPECT_LT(resampling["parameters"][0]["lower"].Number, resampling["parameters"][0]["median"].Number);
-    EXPECT_NE(ReadWholeFile(report).find("40 fits to resampled data (residuals in blocks of "),
-              std::string::npos);
+    const std::string told = ReadWholeFile(report);
+    EXPECT_NE(told.find("40 fits to resampled data (residuals in blocks of "), std::string::npos);
+    // Those of the results, in the report and as a whole table.
+    const std::vector<std::string> table = LinesOf(ReadWholeFile(correlations));
+    ASSERT_EQ(table.size(), 1 + fitted);
+    EXPECT_TRUE(table[0].starts_with("slot,name,slot_0,slot_2,slot_8")) << table[0];
+    const double r = resampling["correlations"]["matrix"][1][0].Number;
+    EXPECT_EQ(std::stod(FieldsOf(table[1])[3]), r);
+    EXPECT_EQ(std::stod(FieldsOf(table[2])[2]), r);
+    EXPECT_EQ(std::stod(FieldsOf(table[2])[3]), 1.0);
+    EXPECT_NE(told.find(CoefficientText(r), told.find("40 fits to resampled data")), std::string::npos);
 }
 
 // Of one constant: log10 K and Delta G go with it, whatever the fit.
@@ -257,6 +268,7 @@ TEST(BatchResampling, RefusesWhatMakesNoSense) {
     for (const char* count : {"0", "-1", "x", "", "100001"})
         EXPECT_EQ(RunInside({job, std::string("--resample=") + count}).Status, 1) << count;
     EXPECT_EQ(RunInside({job, "--draws", "d.csv"}).Status, 1);
+    EXPECT_EQ(RunInside({job, "--correlations", "c.csv"}).Status, 1);
     EXPECT_EQ(RunInside({StudyJob(script, "[resampling]\nlevel = 1\n")}).Status, 1);
     EXPECT_EQ(RunInside({StudyJob(script, "[resampling]\nkind = some\n")}).Status, 1);
 }
