@@ -230,6 +230,7 @@ std::vector<MenuRow> AllRows() {
         {Graphs, "GraphSpeciesSet", "Species Co&ncentration (1 set)...", GraphSpeciesSet, FitIsValid},
         {Graphs, "GraphSpeciesFractionSet", "Species Fraction (1 s&et)...", GraphSpeciesFractionSet, FitIsValid},
         {Graphs, "GraphFigure", "&Figure for Publication...", FigureDialog, ResidualsStand, Plain, NewGroup},
+        {Graphs, "GraphApproach", "Approach to E&quilibrium...", GraphApproach, DataChosen},
 
         {View, "ShowSteps", "&Steps", ToggleStepsPane, Always, StepsPaneShown},
         {View, "ShowGraphs", "&Data and Residuals", ToggleGraphsPane, Always, GraphsPaneShown},

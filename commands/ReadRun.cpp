@@ -2,12 +2,15 @@
 
 #include "commands/Commands.h"
 #include "commands/RunForm.h"
+#include "graphs/kinds/ApproachGraph.h"
+#include "graphs/kinds/GraphParts.h"
+#include "graphs/kinds/PickSet.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "runs/FillTable.h"
 #include "runs/RunJob.h"
 #include "scandata/table/TableRows.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <map>
 
@@ -56,7 +59,32 @@ SortedRun Sorted(const std::string& place, bool packed) {
     }
 }
 
+// The group of a scan by its bare name; what is said where there is none.
+std::size_t GroupOf(const SortedRun& run, const std::string& file) {
+    for (std::size_t group = 0; group < run.Groups.size(); ++group)
+        for (const std::size_t scan : run.Groups[group].Scans)
+            if (FileTitle(run.Scans[scan].File) == file) return group;
+    RaiseError(file + " is in no group of scans in " + run.Place);
+}
+
+bool MakeApproachOf(RowNo row) {
+    const SortedRun run = Sorted(Work.ScanDirectory[row], false);
+    return MakeApproachGraph(run, GroupOf(run, Work.ScanFile[row]));
+}
+
 } // namespace
+
+void GraphApproach() {
+    const SetNo set = PickSet();
+    if (set == NoSet) return;
+    try {
+        if (!MakeApproachOf(RowOf(set))) return;
+        ShowCharts({"Approach to Equilibrium, set " + std::to_string(set.Number), {}, 0});
+    } catch (const RuntimeError& error) {
+        Tell("How the scans came to equilibrium cannot be shown: " + error.Text, Work.ProgramName,
+             BoxIcon::Information);
+    }
+}
 
 bool NamesArchive(const std::string& path) {
     const std::string name = SmallLetters(FileTitle(path));

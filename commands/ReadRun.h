@@ -14,6 +14,11 @@ void ReadRunCommand();
 // RuntimeError.
 void ReadRunAt(const std::string& place);
 
+// The command: how the scans of a set's cell, speed and wavelength came to the last one. Asks for the set,
+// sorts the folder that its scan lies in and shows the graph (graphs/kinds/ApproachGraph.h); why there is
+// none is told.
+void GraphApproach();
+
 // The archives by their endings: .tar, .tar.gz, .tgz, .zip.
 bool NamesArchive(const std::string& path);
 

@@ -1,13 +1,18 @@
 // The folder of a run, read from the main window.
 #include "commands/ReadRun.h"
+#include "chart/CHART.h"
+#include "chart/hand/Charts.h"
 #include "commands/RunForm.h"
 #include "files/WalkFiles.h"
+#include "graphs/kinds/PickSet.h"
 #include "runs/FillTable.h"
+#include "runs/RunSets.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/FileFormEvents.h"
 #include "tests/support/MadeRun.h"
+#include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 #include <gtest/gtest.h>
 
@@ -222,6 +227,42 @@ TEST_F(ReadRun, AScanThatHasGoneLeavesTheTableAsItWas) {
     std::filesystem::remove(pathOf(run.Groups[1].Scans.back()));
     EXPECT_THROW(FillTable(run, sets, pathOf), RuntimeError);
     EXPECT_TRUE(Work == before);
+}
+
+TEST_F(ReadRun, TheApproachOfASetIsDrawnFromTheFolderOfItsScan) {
+    RunPlan plan = PlanOf({1});
+    plan.Wavelengths = {260};
+    const std::string folder = Folder(plan);
+    script.ExpectModal(RunFormName, [] { RunFormOkButton(); });
+    ExpectTable([] {});
+    ReadRunAt(folder);
+    ASSERT_EQ(Work.NumSets, 3); // speeds
+    RecordingSurface screen;
+    SetScreenSurface(screen.Surface());
+    const auto pick = [&] {
+        script.ExpectModal(PickSetName, [] {
+            PickSetRow(2);
+            PickSetOkButton();
+        });
+    };
+    pick();
+    GraphApproach();
+    EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Time (h)");
+    EXPECT_EQ(Chart.DataX.Points(), plan.ScansPerStage - 1); // without the one that all are compared with
+    EXPECT_EQ(Charts.Origin.Name, "Approach to Equilibrium, set 2");
+    const SetNo second{2};
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().filename() != Work.ScanFile[RowOf(second)]) std::filesystem::remove(entry.path());
+    pick();
+    script.ExpectMessage("How the scans came to equilibrium cannot be shown: " +
+                         GroupName(SortRun(folder, {}, false), 0) + ": there are no scans to compare");
+    GraphApproach();
+    Work.ScanFile[RowOf(second)] = "other.RA1";
+    pick();
+    script.ExpectMessage(
+        "How the scans came to equilibrium cannot be shown: other.RA1 is in no group of scans in " + folder);
+    GraphApproach();
+    RemoveScreenSurface();
 }
 
 TEST_F(ReadRun, ArchivesAreKnownByTheirEndings) {
