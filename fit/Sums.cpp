@@ -33,7 +33,7 @@ PassScratch& Scratch() {
 
 void PrepareSums() {
     const long last = Work.NumFree - 1;
-    Work.PtFit.Recreate(Work.NumPts);
+    Work.PtFit.Resize(Work.NumPts);
     Work.NormVector.Recreate(last);
     Work.NormMatrix.Recreate(last, last);
     Work.SumSq = 0.0;
@@ -139,11 +139,18 @@ void AddBlock(PassScratch& s, bool withDerivs) {
 struct SetRun {
     long First, TrueLast, Last;
 };
+// The last point of the set that begins at first: where the table of data sets says, as far as the points do.
+long LastOfSet(const Workspace& w, long first) {
+    const std::int16_t set = w.PtSet[first];
+    const long told = set >= 1 && set <= w.SetPts.Hi() ? first + w.SetPts[SetNo(set)] - 1 : first;
+    long last = told > first && told <= w.NumPts && w.PtSet[told] == set ? told : first;
+    while (last < w.NumPts && w.PtSet[last + 1] == set)
+        ++last;
+    return last;
+}
 SetRun RunFrom(long first) {
     const Workspace& w = Work; // the thread's own is looked up once
-    long last = first;
-    while (last < w.NumPts && w.PtSet[last + 1] == w.PtSet[first])
-        ++last;
+    const long last = LastOfSet(w, first);
     long trueLast = last;
     while (trueLast >= first && w.PtX[trueLast] == PointMarker)
         --trueLast;
