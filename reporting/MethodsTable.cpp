@@ -271,7 +271,10 @@ constexpr const char* Style =
     "td{white-space:nowrap}\n"
     "figure{margin:1em 0}figure svg{max-width:100%;height:auto}\n"
     ".tables{overflow-x:auto}.warning{border-left:4px solid #d55e00;padding-left:.7em}\n"
-    "pre{font-size:80%;overflow-x:auto}\n";
+    "pre{font-size:80%;overflow-x:auto}\n"
+    // Paper does not scroll: nothing of a wide table is cut off there.
+    "@media print{body{margin:0;max-width:none}.tables,pre{overflow:visible}table{font-size:55%}"
+    "th,td{padding:.1em .3em}pre{white-space:pre-wrap}}\n";
 
 } // namespace
 

@@ -6,7 +6,10 @@
 #include "reporting/values/Correlation.h"
 #include "studies/methods/ResamplingLines.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 
 namespace Quillon {
 
@@ -83,8 +86,22 @@ std::string Joined(const std::vector<std::string>& sentences) {
     return text;
 }
 
+// As wide as a page: what follows from other columns is left out, and notes are sentences below.
 StudySection SectionOf(const Comparison& comparison) {
-    return {"Comparison of models", {ComparisonTable(comparison)}, {ComparisonPremise()}};
+    constexpr std::string_view LeftOut[] = {"D.F.", "RMS Residual", "Notes"};
+    const TextTable whole = ComparisonTable(comparison);
+    TextTable table{whole.Caption, {}, std::vector<std::vector<std::string>>(whole.Rows.size())};
+    for (std::size_t column = 0; column < whole.Heads.size(); ++column) {
+        if (std::find(std::begin(LeftOut), std::end(LeftOut), whole.Heads[column]) != std::end(LeftOut))
+            continue;
+        table.Heads.push_back(whole.Heads[column]);
+        for (std::size_t row = 0; row < whole.Rows.size(); ++row)
+            table.Rows[row].push_back(whole.Rows[row][column]);
+    }
+    StudySection section{"Comparison of models", {table}, {ComparisonPremise()}};
+    for (const ComparedModel& row : comparison.Rows)
+        if (!row.Notes.empty()) section.Remarks.push_back(VariantText(row.Variant) + ": " + row.Notes);
+    return section;
 }
 
 StudySection SectionOf(const ProfileStudy& study) {

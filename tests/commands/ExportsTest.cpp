@@ -115,6 +115,10 @@ TEST(HtmlReport, HoldsTheStudiesThatAreKeptOfTheFit) {
     row.SumSq = 0.25;
     row.Weight = 0.75;
     comparison.Rows.push_back(row);
+    row.HasFit = row.IsOwn = false;
+    row.Variant.Model = 4;
+    row.Notes = "Singular Matrix - Fit Aborted.";
+    comparison.Rows.push_back(row);
     comparison.Complete = true;
     KeepStudy(comparison);
     Profile profile;
@@ -126,7 +130,7 @@ TEST(HtmlReport, HoldsTheStudiesThatAreKeptOfTheFit) {
     KeepStudy(profile); // once more takes its place
     const std::string text = HtmlReport("", KeptStudies());
     for (const char* word : {"<h2>Comparison of models</h2>", "2 (yours)", "2.500000E-1", "0.7500",
-                             "<h2>Profile of Ln K(1&gt;N)", "(not reached)"})
+                             "<p>4: Singular Matrix", "<h2>Profile of Ln K(1&gt;N)", "(not reached)"})
         EXPECT_NE(text.find(word), std::string::npos) << word;
     const std::size_t section = text.find("<h2>Profile of");
     EXPECT_EQ(text.find("<h2>Profile of", section + 1), std::string::npos);
