@@ -31,6 +31,10 @@ namespace {
 
 constexpr double UpperPart = 0.7; // of the height of both frames
 
+// The gap between the frame and labels, in heights of a letter: the lowest label of one axis reaches half of
+// one below the corner where the first label of the other stands.
+constexpr double LabelGap = 0.55;
+
 // --- one's own charts --------------------------------------------------------------------------------------
 
 // While it lives the engine is lent to the workbench: it paints on a surface of the workbench, asks nobody
@@ -218,6 +222,8 @@ void LayOut(const PairLayout& pair, const GraphBox& view, const GraphBox* frame)
     spec.Relayout = frame == nullptr ? 1 : 0;
     if (frame != nullptr) spec.Frame = *frame;
     const auto size = static_cast<float>(pair.Letters / DiagonalOf(view));
+    Chart.Style.Clearance =
+        std::max(ChartStyle{}.Clearance, static_cast<float>(LabelGap * pair.Letters / DiagonalOf(view)));
     for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2})
         axis->Title.Size = axis->LabelSize = size;
     SelectTarget(spec);

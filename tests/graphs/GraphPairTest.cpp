@@ -69,6 +69,24 @@ TEST_F(PairOfGraphs, TheAxisOfXHasLabelsOnce) {
     }
 }
 
+TEST_F(PairOfGraphs, LabelsOfTwoAxesTouchedWhereTheyMeet) {
+    FollowAnalysis();
+    for (const auto& [width, height] : {std::pair{800, 600}, std::pair{420, 340}, std::pair{1600, 1200}}) {
+        Paint(width, height);
+        std::vector<DeviceRect> boxes;
+        for (const DrawnItem& item : Picture.OfKind("text"))
+            if (item.Font.Angle == 0 && item.Text.find_first_of("-0123456789") == 0)
+                boxes.push_back(TextBounds(item));
+        ASSERT_GE(boxes.size(), 8U);
+        for (std::size_t i = 0; i < boxes.size(); ++i)
+            for (std::size_t j = 0; j < i; ++j) {
+                const DeviceRect &a = boxes[i], &b = boxes[j];
+                EXPECT_TRUE(a.Right < b.Left || b.Right < a.Left || a.Bottom < b.Top || b.Bottom < a.Top)
+                    << width << ": " << a.Left << "," << a.Top << " and " << b.Left << "," << b.Top;
+            }
+    }
+}
+
 TEST_F(PairOfGraphs, ASetHasOneColourInBoth) {
     FollowAnalysis();
     EXPECT_EQ(GraphPair.Upper.Looks.Numbers, (std::vector<std::int16_t>{1, 1, 2, 2, 3, 3}));
