@@ -9,6 +9,7 @@
 #include "batch/graphs/Graphs.h"
 #include "batch/graphs/PictureLoader.h"
 #include "batch/job/JobFile.h"
+#include "batch/job/PlanJob.h"
 #include "batch/job/RunJob.h"
 #include "batch/job/SavedFit.h"
 #include "batch/job/SimulateJob.h"
@@ -266,6 +267,18 @@ int RunSimulation(const Options& options) {
     return ExitDone;
 }
 
+// The exit status: a design may have no errors, and Ctrl-C may come before the last.
+int RunPlan(const Options& options) {
+    CheckOutputPlaces(options);
+    const Job job = ParseJob(LoadFile(options.JobPath), options.JobPath);
+    CheckInputsStay(options, job);
+    WatchInterrupt();
+    const std::string csv = PlanJob(job);
+    if (csv.empty()) return ExitNoFit;
+    WriteOutput({options.Plan, csv});
+    return ExitDone;
+}
+
 // The summary's place is looked at before the first fit.
 int RunTableOptions(const Options& options) {
     Options summary;
@@ -310,6 +323,7 @@ int RunNamed(const Options& options) {
         if (WantsCalculation(options.Calculate)) return RunCalculators(options);
         if (!options.Sort.Place.empty()) return RunSort(options);
         if (!options.Table.empty()) return RunTableOptions(options);
+        if (!options.Plan.empty()) return RunPlan(options);
         return options.Simulate.empty() ? RunOnce(options) : RunSimulation(options);
     } catch (const std::bad_alloc&) {
         FailFile(options.Sort.Place.empty() ? options.JobPath : options.Sort.Place, ErrorText::OutOfMemory);

@@ -250,6 +250,9 @@ void ProfileCommand() {
 void ResampleCommand() {
     RunStudyForm(StudyKind::Resample);
 }
+void PlanCommand() {
+    RunStudyForm(StudyKind::Plan);
+}
 
 void HelpOn(const std::string& form) {
     const bool waits = form == ChartsName && Charts.Needed;

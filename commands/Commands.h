@@ -41,6 +41,7 @@ void SearchMinima();
 void CompareModelsCommand();
 void ProfileCommand();
 void ResampleCommand();
+void PlanCommand(); // the errors to be expected of the sets as a design
 
 // Celsius or kelvin, for the ratio of temperatures that sigma of a set follows; saved as the default. Where
 // it changes sets of the open fit these are built anew, after a question when a finished fit is lost by it.

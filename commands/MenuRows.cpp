@@ -37,6 +37,7 @@
 #include "persistence/Defaults.h"
 #include "persistence/FitFile.h"
 #include "persistence/settings/SettingsForm.h"
+#include "planning/CalculatorForm.h"
 #include "studies/StudyForm.h"
 #include "studies/methods/OtherMinima.h"
 #include "workspace/records/Roads.h"
@@ -210,6 +211,7 @@ std::vector<MenuRow> AllRows() {
         {Analysis, "CompareModels", "Comp&are Models...", CompareModelsCommand, MayCompare, Plain, NewGroup},
         {Analysis, "ProfileParameter", "&Profile of a Parameter...", ProfileCommand, MayProfile},
         {Analysis, "ResampleFit", "Resample...", ResampleCommand, MayResample},
+        {Analysis, "PlanExperiment", "Plan an Experiment...", PlanCommand, DataAndModel},
 
         {Graphs, "GraphData", "&Data Included in Fit", GraphData, DataChosen},
         {Graphs, "GraphFunc", "&Fitted Function", GraphFunc, FitIsValid},
@@ -245,6 +247,7 @@ std::vector<MenuRow> AllRows() {
         {Preferences, "AbsoluteTemperature", "Scale Sigma by &Absolute Temperature", ToggleTemperatureScale, Always, ScalesByKelvin},
         {Preferences, "SetConfidence", "Set &Confidence Interval Probability...", ConfidenceDialog, Always, Plain, NewGroup},
         {Preferences, "mnuSigmaCalculator", "&Rotor Speed Calculator...", SigmaCalculatorDialog, Always},
+        {Preferences, "mnuCalculators", "Protein, Buffer, Time to Equilibrium...", CalculatorDialog, Always},
         {Preferences, "AllSettings", "All Settin&gs...", SettingsDialog, Always, Plain, NewGroup},
 
         {Help, "mnuHelpContents", "&Contents...", ShowHelpContents, Always},

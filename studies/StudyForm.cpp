@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/forms/FormControls.h"
+#include "planning/design/ExpectedErrors.h"
 #include "platform/Platform.h"
 #include "reporting/values/Correlation.h"
 #include "studies/StudyKinds.h"
@@ -102,6 +103,7 @@ std::string LineOf(const std::vector<std::string>& fields) {
 } // namespace
 
 bool CanStudy(StudyKind kind) {
+    if (kind == StudyKind::Plan) return CanPlan();
     return kind == StudyKind::Compare ? CanRestart() : CanRestart() && CanResample();
 }
 
@@ -118,7 +120,7 @@ void LoadStudyForm(StudyKind kind) {
     StudyForm.TakeButton = Captioned(study.Take);
     StudyForm.TakeButton.Visible = !StudyForm.TakeButton.Text.empty();
     StudyForm.GraphButton = Captioned("&Graph");
-    StudyForm.GraphButton.Visible = kind != StudyKind::Compare;
+    StudyForm.GraphButton.Visible = kind == StudyKind::Profile || kind == StudyKind::Resample;
     StudyForm.CorrelationsButton = Captioned("Correlat&ions...");
     StudyForm.CorrelationsButton.Visible = kind == StudyKind::Resample;
     StudyForm.CopyButton = Captioned("C&opy Table");

@@ -1,7 +1,7 @@
 #pragma once
 // The form of the studies that answer with a table, as data: comparison of models, profile of a parameter,
-// resampling. Which of them it shows is chosen as it is loaded. The user's own fit stays as it is until a
-// result is taken.
+// resampling, plan of an experiment. Which of them it shows is chosen as it is loaded. The user's own fit
+// stays as it is until a result is taken.
 
 #include "platform/Controls.h"
 
@@ -12,7 +12,7 @@ namespace Quillon {
 
 inline constexpr const char* StudyFormName = "StudyForm"; // of the form, for the seam
 
-enum class StudyKind { Compare, Profile, Resample };
+enum class StudyKind { Compare, Profile, Resample, Plan };
 
 // A question that the study needs answered: a text box, or a list where Box has Items (Value is the place of
 // the chosen one).

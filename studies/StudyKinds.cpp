@@ -5,6 +5,7 @@
 #include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ModelTable.h"
+#include "studies/PlanStudy.h"
 #include "studies/StudyProgress.h"
 #include "studies/methods/OtherMinima.h"
 #include "studies/methods/ResamplingLines.h"
@@ -413,7 +414,7 @@ constexpr StudyBehindForm Behind[] = {
 } // namespace
 
 const StudyBehindForm& StudyOf(StudyKind kind) {
-    return Behind[static_cast<std::size_t>(kind)];
+    return kind == StudyKind::Plan ? PlanBehindForm() : Behind[static_cast<std::size_t>(kind)];
 }
 
 const Profile& FoundProfile() {

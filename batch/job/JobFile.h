@@ -8,6 +8,7 @@
 //     [compare]      the models of --compare
 //     [profile]      levels and steps of --profile
 //     [approach]     radii of --sort
+//     [plan]         designs of --plan
 //     [resampling]   kind and level of --resample
 //     [parameters]   "slot or name = value hold|fit lower x upper y"; "internal" before the value says that
 //                    it is the one inside the program, bit for bit
@@ -20,6 +21,7 @@
 // line that names file, line, section and key and says what is wrong, ready to be shown.
 
 #include "batch/job/JobTable.h"
+#include "planning/design/ExpectedErrors.h"
 #include "runs/SortedRun.h"
 #include "scandata/table/LeftOut.h"
 #include "studies/methods/ModelVariant.h"
@@ -123,6 +125,8 @@ struct Job {
     ProfileChoice Profile;             // of [profile]
     ResampleChoice Resampling;         // of [resampling]; the option has the count, [fit] the seed
     ApproachRange Approach;            // of [approach]
+    PlanChoice Plan;                   // of [plan]; the job's own design without the section
+    bool HasPlan = false;              // there is one
     std::vector<JobPlace> Places;
 
     const JobSet* FindSet(int number) const;

@@ -160,16 +160,34 @@ constexpr FitKey ApproachKeys[] = {
     {"outer", [](JobReader& r, const std::string& v) { r.Result.Approach.Outer = ReadPositive(r, v); }},
 };
 
+// Factors between commas; all of the section together are looked at when it is used.
+std::vector<double> ReadFactors(JobReader& reader, std::string_view value) {
+    std::vector<double> factors;
+    reader.Result.HasPlan = true;
+    for (;;) {
+        const std::size_t comma = std::min(value.find(','), value.size());
+        factors.push_back(ReadDouble(reader, Trim(value.substr(0, comma))));
+        if (const std::string why = WhyNoPlan({factors, {1.0}}); !why.empty()) reader.Fail(why);
+        if (comma == value.size()) return factors;
+        value.remove_prefix(comma + 1);
+    }
+}
+
+constexpr FitKey PlanKeys[] = {
+    {"speed-factors",
+     [](JobReader& r, const std::string& v) { r.Result.Plan.SpeedFactors = ReadFactors(r, v); }},
+    {"loading-factors",
+     [](JobReader& r, const std::string& v) { r.Result.Plan.LoadingFactors = ReadFactors(r, v); }},
+};
+
 // A section that a fit passes over.
 struct StudySection {
     const char* Name;
     std::span<const FitKey> Keys;
 };
-constexpr StudySection StudySections[] = {{"simulation", SimulationKeys},
-                                          {"compare", CompareKeys},
-                                          {"resampling", ResamplingKeys},
-                                          {"profile", ProfileKeys},
-                                          {ApproachSection, ApproachKeys}};
+constexpr StudySection StudySections[] = {{"simulation", SimulationKeys},  {"compare", CompareKeys},
+                                          {"resampling", ResamplingKeys},  {"profile", ProfileKeys},
+                                          {ApproachSection, ApproachKeys}, {"plan", PlanKeys}};
 
 const StudySection* FindStudySection(std::string_view name) {
     for (const StudySection& section : StudySections)

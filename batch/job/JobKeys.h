@@ -21,7 +21,7 @@ void ReadSetKey(JobReader& reader, JobSet& set, const std::string& value);
 void ReadParameterLine(JobReader& reader, const std::string& name, const std::string& value);
 
 // True for the name of a section that is for an option of its own and that a fit passes over: [simulation],
-// [compare], [resampling], [profile], [approach].
+// [compare], [resampling], [profile], [approach], [plan].
 bool IsStudySection(std::string_view section);
 
 // The keys of [fit], of [constants], of such a section, or of any set.

@@ -2,7 +2,6 @@
 
 #include "batch/console/BatchPlatform.h"
 #include "batch/console/OneLine.h"
-#include "batch/job/JobParameters.h"
 #include "batch/job/JobText.h"
 #include "batch/job/RunJob.h"
 #include "batch/outputs/Numbers.h"
@@ -147,12 +146,17 @@ std::string NewJob(const Job& job, const std::string& text, const std::vector<Li
 
 } // namespace
 
-std::vector<SimulatedFile> SimulateJob(const Job& job, const std::string& text) {
+std::vector<ListedParm> TakeTruth(const Job& job) {
     PrepareJob(job);
-    const std::vector<ListedParm> listed = FindListedParms(job);
+    std::vector<ListedParm> listed = FindListedParms(job);
     CheckAllListed(job, listed);
     TakeListedValues(job, listed);
     ApplyOffsetLinks();
+    return listed;
+}
+
+std::vector<SimulatedFile> SimulateJob(const Job& job, const std::string& text) {
+    const std::vector<ListedParm> listed = TakeTruth(job);
     OneBased<float> values;
     if (!SimulateSignals(values)) return {};
     Console.Seed = static_cast<std::uint64_t>(job.Simulation.Seed);

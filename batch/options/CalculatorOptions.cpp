@@ -37,7 +37,7 @@ constexpr ApproachWord ApproachWords[] = {
 constexpr const char* Example = "mass=50,speed=15000,inner=6.9,outer=7.2";
 
 [[noreturn]] void Fail(const std::string& reason) {
-    RaiseError("--equilibrium-time " + reason + ", as in " + Example);
+    RaiseError(reason + ", as in " + Example);
 }
 
 const ApproachWord& WordNamed(std::string_view name) {
@@ -46,7 +46,7 @@ const ApproachWord& WordNamed(std::string_view name) {
     std::string all;
     for (const ApproachWord& word : ApproachWords)
         all += (all.empty() ? "" : ", ") + std::string(word.Word);
-    RaiseError("--equilibrium-time knows " + all + ", not " + Quoted(std::string(name)));
+    RaiseError("knows " + all + ", not " + Quoted(std::string(name)));
 }
 
 } // namespace

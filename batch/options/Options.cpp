@@ -41,7 +41,8 @@ constexpr FileOption FileOptions[] = {{"--report", &Options::Report},
                                       {"--write-job", &Options::WriteJob},
                                       {"--summary", &Options::Summary},
                                       {"--draws", &Options::Draws},
-                                      {"--correlations", &Options::Correlations}};
+                                      {"--correlations", &Options::Correlations},
+                                      {"--plan", &Options::Plan}};
 
 const FileOption* FindFileOption(const std::string& name) {
     for (const FileOption& option : FileOptions)
@@ -285,6 +286,16 @@ void CheckSimulation(const Options& options) {
         FailOptions("--simulate fits nothing: " + OutputsOf(options).front().Option + " does not go with it");
 }
 
+void CheckPlan(const Options& options) {
+    if (options.Plan.empty()) return;
+    if (NamesSavedFit(options.JobPath)) FailOptions("--plan goes with a job, not with a saved fit");
+    for (const NamedOutput& output : OutputsOf(options))
+        if (output.Option != "--plan")
+            FailOptions("--plan fits nothing: " + output.Option + " does not go with it");
+    if (!options.Simulate.empty() || !options.Table.empty() || options.Resample > 0)
+        FailOptions("--plan fits nothing: what a fit needs does not go with it");
+}
+
 void CheckTable(const Options& options) {
     if (options.Table.empty()) return;
     if (NamesSavedFit(options.JobPath)) FailOptions("--table goes with a job, not with a saved fit");
@@ -517,6 +528,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (options.Save == "-") FailOptions("--save needs the name of a file");
     if (options.Refit && !NamesSavedFit(options.JobPath)) FailOptions("--refit goes with a saved fit");
     CheckSimulation(options);
+    CheckPlan(options);
     CheckStudyFiles(options);
     CheckTable(options);
     CheckMethods(options);

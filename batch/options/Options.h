@@ -38,6 +38,7 @@ struct Options {
     std::string Simulate;           // the folder of a simulation; no fit then
     SortOptions Sort;               // of a run; no fit then
     CalculatorOptions Calculate;    // numbers for an experiment; no fit then
+    std::string Plan;               // errors to be expected, CSV; no fit then
     std::string Draws;              // fits to resampled data, CSV
     std::string Correlations;       // of those fits, CSV
     std::vector<ProfileOption> Profiles;

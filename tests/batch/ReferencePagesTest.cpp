@@ -61,6 +61,7 @@ TEST(ReferencePages, NameEveryKey) {
     ExpectKeys("resampling", "## Section [resampling]");
     ExpectKeys("profile", "## Section [profile]");
     ExpectKeys("approach", "## Section [approach]");
+    ExpectKeys("plan", "## Section [plan]");
 }
 
 TEST(ReferencePages, ShowAJobThatIsTaken) {

@@ -14,6 +14,7 @@
 #include "models/forms/ShareForm.h"
 #include "models/forms/UnitsForm.h"
 #include "persistence/codec/FitCodec.h"
+#include "planning/CalculatorForm.h"
 #include "reporting/Results.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/FileFormEvents.h"
@@ -59,6 +60,8 @@ const WayOut WaysOut[] = {
     {"CompareModels", "Close", StudyFormCloseButton},
     {"ProfileParameter", "Close", StudyFormCloseButton},
     {"ResampleFit", "Close", StudyFormCloseButton},
+    {"PlanExperiment", "Close", StudyFormCloseButton},
+    {"mnuCalculators", "Close", CalculatorFormCloseButton},
     {"SetConfidence", "Ok", ConfidenceInputOkButton},
     {"SetConfidence", "Cancel", ConfidenceInputCancelButton},
     {"ShowHistory", "Close", HistoryFormCloseButton},

@@ -38,6 +38,7 @@
 #include "models/forms/UnitsForm.h"
 #include "models/function/FitFunction.h"
 #include "persistence/settings/SettingsForm.h"
+#include "planning/CalculatorForm.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "reporting/values/Correlation.h"
@@ -186,6 +187,7 @@ const std::vector<FormOpening>& FormOpenings() {
         {AxisOptsFormName, OnGraph(AxisOptsFormName, EditHorz)},
         {BaseFormName, By(BaseFormName, "SetBaseConstraint")},
         {BoundsFormName, By(BoundsFormName, "AlterBounds")},
+        {CalculatorFormName, By(CalculatorFormName, "mnuCalculators")},
         {ChartsName, Beside("GraphResiduals")},
         {ConcFormName, By(ConcFormName, "SetConcConstraint")},
         {ConfidenceInputName, By(ConfidenceInputName, "SetConfidence")},

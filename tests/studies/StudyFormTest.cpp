@@ -2,6 +2,7 @@
 #include "studies/StudyForm.h"
 #include "SimulatedCase.h"
 #include "fit/GNLLSQ.h"
+#include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 #include "reporting/values/Correlation.h"
 #include "studies/methods/StudyLines.h"
@@ -49,6 +50,29 @@ TEST(StudyForm, ComparesAndTakesTheRowThatIsMarked) {
     EXPECT_TRUE(StudyForm.Taken);
     EXPECT_FALSE(StudyForm.State.Shown);
     EXPECT_EQ(Work.Model, 1);
+}
+
+TEST(StudyForm, PlansDesignsAndLeavesTheAnalysis) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Plan);
+    const Workspace own = Work;
+    EXPECT_FALSE(StudyForm.GraphButton.Visible);
+    EXPECT_FALSE(StudyForm.TakeButton.Visible);
+    EXPECT_EQ(StudyForm.Inputs[0].Box.Text, SingleText(Work.RmsResidual));
+    StudyForm.Inputs[1].Box.Text = "1, 1.2";
+    StudyForm.Inputs[2].Box.Text = "0.5,1";
+    StudyFormRunButton();
+    EXPECT_TRUE(Work == own);
+    ASSERT_EQ(StudyForm.Rows.size(), 4U);
+    EXPECT_EQ(StudyForm.Rows[1][0], "1");
+    EXPECT_EQ(StudyForm.Rows[2][1], "0.5");
+    EXPECT_TRUE(StudyForm.Columns[2].starts_with("Error of "));
+    StudyFormRow(1);
+    EXPECT_NE(StudyForm.Notes.Text.find(" +/- "), std::string::npos) << StudyForm.Notes.Text;
+    script.ExpectMessage("Enter factors between commas, all above 0.");
+    StudyForm.Inputs[2].Box.Text = "1, 0";
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Rows.size(), 4U);
 }
 
 // A model without a fit was told as fitted: "All models have been fitted." stood above an empty line.

@@ -1,0 +1,115 @@
+// What a sequence, a buffer and a column come to.
+#include "planning/CalculatorForm.h"
+#include "forms/Pieces.h"
+#include "forms/shell/FormHost.h"
+#include "forms/shell/WindowSizes.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+
+namespace Quillon {
+
+namespace {
+
+FieldEdit* MakeBox(Binder& bind, std::size_t i) {
+    const auto box = static_cast<CalculatorBox>(i);
+    return MakeField(
+        bind, [i]() -> Control& { return CalculatorForm.Box[i]; },
+        {[box] { CalculatorFormGotFocus(box); },
+         [box](int key) { return CalculatorFormKeyPress(box, key); },
+         [] {},
+         {}},
+        10);
+}
+
+// Sequence and buffer have a line each, numbers share one.
+QGridLayout* MakeBoxes(Binder& bind) {
+    auto* grid = new QGridLayout;
+    int row = 0, column = 0;
+    for (std::size_t i = 0; i < CalculatorBoxes; ++i) {
+        const bool wide = i == static_cast<std::size_t>(CalculatorBox::Chain) ||
+                          i == static_cast<std::size_t>(CalculatorBox::Buffer);
+        if (wide && column > 0) ++row, column = 0;
+        QLabel* label = MakeLabel(bind, [i]() -> Control& { return CalculatorForm.Label[i]; });
+        FieldEdit* field = MakeBox(bind, i);
+        label->setBuddy(field);
+        grid->addWidget(label, row, column);
+        grid->addWidget(field, row, column + 1, 1, wide ? 3 : 1);
+        column += 2;
+        if (wide || column > 2) ++row, column = 0;
+    }
+    grid->addWidget(
+        MakeButton(
+            bind, []() -> Control& { return CalculatorForm.FileButton; }, CalculatorFormFileButton),
+        0, 4);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    return grid;
+}
+
+void FillTable(QTableWidget& table) {
+    const auto& rows = CalculatorForm.Rows;
+    table.setRowCount(static_cast<int>(rows.size()));
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        for (std::size_t j = 0; j < rows[i].size(); ++j) {
+            auto* item = new QTableWidgetItem(ShownText(rows[i][j]));
+            if (j == 1) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            item->setToolTip(ShownText(rows[i][j]));
+            table.setItem(static_cast<int>(i), static_cast<int>(j), item);
+        }
+    table.resizeColumnsToContents();
+}
+
+QTableWidget* MakeTable(Binder& bind) {
+    auto* table = new QTableWidget(0, static_cast<int>(CalculatorForm.Columns.size()));
+    table->setObjectName("Numbers");
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
+    table->verticalHeader()->hide();
+    QStringList heads;
+    for (const std::string& head : CalculatorForm.Columns)
+        heads << ShownText(head);
+    table->setHorizontalHeaderLabels(heads);
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->setMinimumHeight(160);
+    bind.Also([table, shown = std::vector<std::vector<std::string>>{}]() mutable {
+        if (shown != CalculatorForm.Rows) FillTable(*table);
+        shown = CalculatorForm.Rows;
+    });
+    return table;
+}
+
+QWidget* MakeCalculatorForm(QWidget* parent) {
+    auto* form = new FormDialog(CalculatorForm.State, CalculatorFormCloseButton, parent);
+    Binder& bind = form->Bind;
+    auto* all = new QVBoxLayout(form);
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return CalculatorForm.Head; }, true));
+    all->addLayout(MakeBoxes(bind));
+    all->addLayout(ButtonRow({}, {MakeButton(
+                                     bind, []() -> Control& { return CalculatorForm.CalculateButton; },
+                                     CalculatorFormCalculateButton, true)}));
+    all->addWidget(MakeTable(bind), 1);
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return CalculatorForm.Note; }, true));
+    all->addLayout(ButtonRow(
+        {MakeButton(
+             bind, []() -> Control& { return CalculatorForm.UseAButton; },
+             [] { CalculatorFormUseButton(0); }),
+         MakeButton(
+             bind, []() -> Control& { return CalculatorForm.UseBButton; },
+             [] { CalculatorFormUseButton(1); }),
+         MakeButton(
+             bind, []() -> Control& { return CalculatorForm.CopyButton; }, CalculatorFormCopyButton)},
+        {MakeCancel(
+            bind, []() -> Control& { return CalculatorForm.CloseButton; }, CalculatorFormCloseButton)}));
+    form->resize(ForFont(820, 600));
+    return form;
+}
+
+const FormWindow Registered(CalculatorFormName, MakeCalculatorForm);
+
+} // namespace
+
+} // namespace Quillon
