@@ -125,6 +125,7 @@ ProteinValues ValuesOfChains(const std::vector<Sequence>& chains, std::optional<
     double volume = 0.0;
     for (const Sequence& chain : chains)
         AddChain(values, volume, chain);
+    // [decision: cysteines-paired]
     values.Disulfides = disulfides.value_or(values.Cysteines / 2);
     if (values.Disulfides < 0 || 2 * values.Disulfides > values.Cysteines)
         RaiseError("There are " + std::to_string(values.Cysteines) + " cysteines: no more than " +
