@@ -1,9 +1,13 @@
-// The calculators on the command line: the table, what one hands to the next, and what is refused.
+// The calculators on the command line: the table, what one hands to the next, and what is refused; and
+// --plan.
 #include "batch/Calculate.h"
 #include "batch/options/Options.h"
 #include "planning/solution/Sequence.h"
 #include "planning/solution/Water.h"
 #include "platform/Platform.h"
+#include "tests/batch/JobCase.h"
+#include "tests/batch/JsonReader.h"
+#include "tests/batch/ProgramRun.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -100,6 +104,76 @@ TEST(Calculators, SayWhatIsWrong) {
     EXPECT_NE(Refused({"--disulfides", "2", "--buffer", "water"}).find("--disulfides goes with --vbar"),
               std::string::npos);
     EXPECT_NE(Refused({"--vbar"}).find("needs a sequence or file"), std::string::npos);
+}
+
+// --- --plan ----------------------------------------------------------------------------------------------
+
+// The job of a small case with its true values, and what stands behind them.
+std::string PlanFile(Script& script, const std::string& further) {
+    const Workspace truth = SimulatedWorkspace(SmallCase());
+    return script.MakeFile("plan.job", JobTextOf(truth, script) + ParameterTextOf(truth) + further);
+}
+
+// The errors of a plan by slot.
+std::map<long, double> ErrorsOf(const std::string& csv) {
+    std::istringstream text(csv);
+    std::map<long, double> errors;
+    std::string line;
+    std::getline(text, line);
+    while (std::getline(text, line))
+        errors[std::strtol(line.c_str(), nullptr, 10)] =
+            std::strtod(line.c_str() + line.rfind(',') + 1, nullptr);
+    return errors;
+}
+
+// The errors that the fit of the scans reports are those of its rms.
+TEST(PlanOption, GivesTheErrorsThatTheFitOfSuchScansReports) {
+    Script script;
+    const std::string job = PlanFile(script, "[simulation]\nnoise = 0.004\n");
+    const ProgramEnd plan = RunInside({job, "--plan", "-"});
+    EXPECT_EQ(plan.Status, 0) << plan.Err;
+    EXPECT_TRUE(plan.Out.starts_with("slot,name,value,expected_error")) << plan.Out;
+    const auto errors = ErrorsOf(plan.Out);
+    const JsonValue results = ReadJson(RunInside({job, "--results", "-", "--quiet"}).Out);
+    const double scale = results["rms_residual"].Number / 0.004;
+    std::size_t fitted = 0;
+    for (const JsonValue& parm : results["parameters"].Items) {
+        if (parm["state"].Text != "fitted") continue;
+        ++fitted;
+        const auto slot = static_cast<long>(parm["slot"].Number);
+        ASSERT_TRUE(errors.contains(slot)) << slot;
+        EXPECT_NEAR(errors.at(slot) * scale / parm["error"].Number, 1.0, 0.15) << slot;
+    }
+    EXPECT_EQ(errors.size(), fitted);
+}
+
+TEST(PlanOption, MakesADesignOfEachPairOfFactors) {
+    Script script;
+    const std::string job = PlanFile(script, "[simulation]\nnoise = 0.004\n[plan]\nspeed-factors = 1, 1.2\n"
+                                             "loading-factors = 0.5, 1, 2\n");
+    const std::string table = script.Directory() + "/plan.csv";
+    const ProgramEnd end = RunInside({job, "--plan", table});
+    EXPECT_EQ(end.Status, 0) << end.Err;
+    const std::string csv = ReadWholeFile(table);
+    EXPECT_TRUE(csv.starts_with("speed_factor,loading_factor,slot,name,value,expected_error")) << csv;
+    EXPECT_NE(csv.find("\n1.2,0.5,"), std::string::npos) << csv;
+    EXPECT_NE(csv.find("\n1,2,"), std::string::npos) << csv;
+}
+
+TEST(PlanOption, RefusesWhatMakesNoPlan) {
+    Script script;
+    const auto told = [](const std::vector<std::string>& arguments) {
+        const ProgramEnd end = RunInside(arguments);
+        EXPECT_EQ(end.Status, 1);
+        return end.Err;
+    };
+    const std::string silent = PlanFile(script, "");
+    EXPECT_NE(told({silent, "--plan", "-"}).find("--plan needs a noise above 0"), std::string::npos);
+    const std::string wild = PlanFile(script, "[simulation]\nnoise = 0.004\n[plan]\nspeed-factors = 1, 0\n");
+    EXPECT_NE(told({wild, "--plan", "-"}).find("between 0.01 and 100"), std::string::npos);
+    EXPECT_NE(told({"x.quil", "--plan", "-"}).find("goes with a job"), std::string::npos);
+    EXPECT_NE(told({silent, "--plan", "-", "--results", "r.json"}).find("--plan fits nothing"),
+              std::string::npos);
 }
 
 } // namespace
