@@ -30,7 +30,7 @@ void AddInputs() {
     const bool fitted = Work.FitDone != 0 && Work.RmsResidual > 0.0F;
     AddText("&Noise:", SingleText(fitted ? Work.RmsResidual : static_cast<float>(UsualNoise)),
             "Standard deviation of a reading, in units of the signal");
-    AddText("S&peeds times:", "0.8, 1, 1.25", "Factors of all speeds, between commas");
+    AddText("&Speeds times:", "0.8, 1, 1.25", "Factors of all speeds, between commas");
     AddText("&Loadings times:", "0.3, 1, 3", "Factors of all loadings, between commas");
 }
 
