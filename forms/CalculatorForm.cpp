@@ -71,8 +71,9 @@ QTableWidget* MakeTable(Binder& bind) {
     for (const std::string& head : CalculatorForm.Columns)
         heads << ShownText(head);
     table->setHorizontalHeaderLabels(heads);
-    table->horizontalHeader()->setStretchLastSection(true);
-    table->setMinimumHeight(160);
+    table->resizeColumnsToContents();
+    table->setAccessibleName("Numbers with their sources");
+    table->setMinimumHeight(120);
     bind.Also([table, shown = std::vector<std::vector<std::string>>{}]() mutable {
         if (shown != CalculatorForm.Rows) FillTable(*table);
         shown = CalculatorForm.Rows;
@@ -87,14 +88,14 @@ QWidget* MakeCalculatorForm(QWidget* parent) {
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return CalculatorForm.Head; }, true));
     all->addLayout(MakeBoxes(bind));
-    all->addLayout(ButtonRow({}, {MakeButton(
-                                     bind, []() -> Control& { return CalculatorForm.CalculateButton; },
-                                     CalculatorFormCalculateButton, true)}));
     all->addWidget(MakeTable(bind), 1);
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return CalculatorForm.Note; }, true));
     all->addLayout(ButtonRow(
         {MakeButton(
+             bind, []() -> Control& { return CalculatorForm.CalculateButton; }, CalculatorFormCalculateButton,
+             true),
+         MakeButton(
              bind, []() -> Control& { return CalculatorForm.UseAButton; },
              [] { CalculatorFormUseButton(0); }),
          MakeButton(
@@ -104,7 +105,7 @@ QWidget* MakeCalculatorForm(QWidget* parent) {
              bind, []() -> Control& { return CalculatorForm.CopyButton; }, CalculatorFormCopyButton)},
         {MakeCancel(
             bind, []() -> Control& { return CalculatorForm.CloseButton; }, CalculatorFormCloseButton)}));
-    form->resize(ForFont(820, 600));
+    form->resize(ForFont(820, 560));
     return form;
 }
 

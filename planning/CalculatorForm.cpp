@@ -43,16 +43,16 @@ struct BoxName {
 
 constexpr BoxName Names[CalculatorBoxes] = {
     {"&Sequence or file:", "One-letter code, or the name of a file with it, plain or FASTA"},
-    {"&Disulfide bonds:", "Empty: all cysteines are paired; 0 inside of cells"},
     {"&Buffer:",
      "water, or what is dissolved: NaCl=0.15, KH2PO4=0.01 in mol/L, glycerol=10 in percent by weight"},
+    {"&Disulfide bonds:", "Empty: all cysteines are paired; 0 inside of cells"},
     {"&Temperature [degrees C]:", "0 to 100; with anything dissolved to 50"},
     {"&Molar mass [kDa]:", "Empty: that of the sequence"},
+    {"Frictional rat&io:", "f/f0: 1.2 to 1.3 for compact proteins, more for long ones"},
     {"&Rotor speed [rpm]:", "Empty: no time to equilibrium is wanted"},
     {"Speed be&fore [rpm]:", "At which the column was at equilibrium; empty: evenly filled"},
     {"Menis&cus [cm]:", "Inner end of the column"},
-    {"Bott&om [cm]:", "Outer end of the column"},
-    {"Frictional rat&io:", "f/f0: 1.2 to 1.3 for compact proteins, more for long ones"}};
+    {"Bott&om [cm]:", "Outer end of the column"}};
 
 void NameControls() {
     CalculatorForm.State.Caption = "Protein, Buffer, Time to Equilibrium";

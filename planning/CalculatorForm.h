@@ -16,15 +16,15 @@ inline constexpr const char* CalculatorFormName = "CalculatorForm"; // of the fo
 // The text boxes, in the order of the form.
 enum class CalculatorBox {
     Chain,      // letters of a sequence, or the name of a file
-    Disulfides, // bonds; empty: all cysteines are paired
     Buffer,     // NaCl=0.15, ...; empty: none
+    Disulfides, // bonds; empty: all cysteines are paired
     Celsius,
     Mass,   // kDa; empty: that of the protein
+    Ratio,  // f/f0
     Rpm,    // empty: no time is wanted
     Former, // rpm of the speed before; empty: evenly filled
     Inner,  // cm
-    Outer,
-    Ratio // f/f0
+    Outer
 };
 inline constexpr std::size_t CalculatorBoxes = 10;
 
