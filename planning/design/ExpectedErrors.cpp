@@ -141,13 +141,14 @@ Plan PlanExperiment(const PlanChoice& choice, double noise, const std::function<
     const std::vector<Design> designs = DesignsOf(choice);
     Plan plan;
     plan.Designs.resize(designs.size());
-    plan.Complete = RunOnCopies(
+    const CopiesEnd end = RunOnCopies(
         static_cast<long>(designs.size()), 1,
         [&](long number) {
             const auto place = static_cast<std::size_t>(number);
             plan.Designs[place] = PlanOf(designs[place], noise);
         },
         told);
+    plan.Complete = end.Complete;
     return plan;
 }
 
