@@ -289,6 +289,35 @@ struct Sureness {
 constexpr Sureness ForALook{4.0, 3.2};
 constexpr Sureness ForASentence{5.0, 4.0};
 
+// The normal deviate that chance exceeds in a share p of cases, 0 < p < 0.5, to 0.003 (M. Abramowitz and I.
+// A. Stegun, Handbook of Mathematical Functions, 1964, formula 26.2.22).
+double DeviateExceededBy(double p) {
+    const double t = std::sqrt(-2.0 * std::log(p));
+    return t - (2.30753 + 0.27061 * t) / (1.0 + t * (0.99229 + 0.04481 * t));
+}
+
+// One in five fits has a set that stands above it by chance in its sum, however many sets there are.
+Sureness ForAGlance(std::size_t sets) {
+    const double deviate = DeviateExceededBy(0.2 / static_cast<double>(std::max<std::size_t>(sets, 1)));
+    return {deviate, deviate};
+}
+
+// By how many standard deviations a part stands above the noise.
+struct PartAbove {
+    double InSum = 0.0, InWaves = 0.0;
+};
+
+// All together at 0, sets from 1. Nothing stands above it where the points are too few.
+std::vector<PartAbove> PartsAbove(const Workspace& fit, const std::vector<Residuals>& left) {
+    std::vector<PartAbove> parts(left.size());
+    const double points = left[0].All.Count;
+    if (points < EnoughPoints) return parts;
+    const double noise = NoiseVariance(fit);
+    for (std::size_t set = 0; set < left.size(); ++set)
+        parts[set] = {SumDeviations(left[set], noise, points), WaveMisfitOf(left[set], left[0]).Deviations};
+    return parts;
+}
+
 std::optional<Misfit> FindMisfit() {
     const std::vector<Residuals> left = ResidualsOf(Work);
     const double points = left[0].All.Count;
@@ -325,27 +354,26 @@ double NoiseVariance(const Workspace& fit) {
     return NoiseOf(fit)[0];
 }
 
-bool LeavesMoreThanNoise(const Workspace& fit) {
-    const std::vector<Residuals> left = ResidualsOf(fit);
-    const double points = left[0].All.Count;
-    if (points < EnoughPoints) return false;
-    const double noise = NoiseVariance(fit);
-    return std::any_of(left.begin(), left.end(), [&](const Residuals& part) {
-        return SumDeviations(part, noise, points) > ForALook.InSum ||
-               WaveMisfitOf(part, left[0]).Deviations > ForALook.InWaves;
-    });
-}
-
 std::vector<double> DeviationsOfSets(const Workspace& fit) {
     const std::vector<Residuals> left = ResidualsOf(fit);
-    const double points = left[0].All.Count;
-    std::vector<double> deviations(left.size(), 0.0);
-    if (points < EnoughPoints) return deviations;
-    const double noise = NoiseVariance(fit);
-    for (std::size_t set = 0; set < left.size(); ++set)
-        deviations[set] =
-            std::max(SumDeviations(left[set], noise, points), WaveMisfitOf(left[set], left[0]).Deviations);
+    std::vector<double> deviations;
+    for (const PartAbove& part : PartsAbove(fit, left))
+        deviations.push_back(std::max(part.InSum, part.InWaves));
     return deviations;
+}
+
+Doubt DoubtAbout(const Workspace& fit) {
+    const std::vector<PartAbove> parts = PartsAbove(fit, ResidualsOf(fit));
+    const auto any = [&](const Sureness& sure) {
+        return std::any_of(parts.begin(), parts.end(), [&](const PartAbove& part) {
+            return part.InSum > sure.InSum || part.InWaves > sure.InWaves;
+        });
+    };
+    return any(ForALook) ? Doubt::Clear : any(ForAGlance(parts.size() - 1)) ? Doubt::Slight : Doubt::None;
+}
+
+bool LeavesMoreThanNoise(const Workspace& fit) {
+    return DoubtAbout(fit) == Doubt::Clear;
 }
 
 // [decision: misfit-remark]

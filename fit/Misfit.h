@@ -25,6 +25,14 @@ struct Workspace;
 // values of fit; at least what singles know (LeastVariance, fit/equations/NormalEquations.h).
 double NoiseVariance(const Workspace& fit);
 
+// How much there is to be doubted about a fit of the data in Work.
+enum class Doubt {
+    None,
+    Slight, // a set stands above the noise as far as the farthest one of a fit does by chance in one of five
+    Clear   // LeavesMoreThanNoise
+};
+Doubt DoubtAbout(const Workspace& fit);
+
 // Of a fit of the data in Work: true when all points together, or those of one set, lie further from it than
 // their noise by four standard deviations, or in long waves by 3.2. A set that is caught hardly shows in the
 // sum of many. It is asked where looking further costs time and nothing else.

@@ -211,19 +211,43 @@ bool IsLowerMinimum(const Workspace& found, const Workspace& own) {
     return found.Outcome.End == FitEnd::Converged && found.SumSq < MuchLower * own.SumSq;
 }
 
+// One set after the other, since one that is caught may hide another one.
+void FreeCaughtSets(Road road, const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
+    constexpr int MostTimes = 3;
+    for (int i = 0; i < MostTimes; ++i) {
+        const double before = best.SumSq;
+        if (TryRoad(road, start, best, progress) != Tried::Gone) return;
+        if (!(best.SumSq < MuchLower * before)) return;
+    }
+}
+
+// Until the noise is reached, or so many roads have led back.
+void GoAlongRoads(const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
+    int back = 0;
+    for (const Road road : RoadsFrom(best)) {
+        const double before = best.SumSq;
+        if (TryRoad(road, start, best, progress) == Tried::Gone && LeadsBack(before)) ++back;
+        if (back == EnoughBack || IsCancelled() || DoubtAbout(best) < Doubt::Clear) return;
+    }
+}
+
+// What a set may leave by chance is worth no more than its own proportions.
+bool IsWorthAGlance(Doubt doubt) {
+    return doubt == Doubt::Slight && TraitsOfModel().TwoSpecies;
+}
+
 } // namespace
 
 std::optional<Workspace> FindLowerMinimum(const PerSlot<float>& start, const FitProgress& progress) {
-    if (Work.Outcome.End != FitEnd::Converged || !LeavesMoreThanNoise(Work)) return std::nullopt;
+    if (Work.Outcome.End != FitEnd::Converged) return std::nullopt;
+    const Doubt doubt = DoubtAbout(Work);
+    if (doubt != Doubt::Clear && !IsWorthAGlance(doubt)) return std::nullopt;
     const ProgressInUse inUse(progress);
     const Workspace own = Work;
     Workspace best = own;
-    int back = 0;
-    for (const Road road : RoadsFrom(own)) {
-        const double before = best.SumSq;
-        if (TryRoad(road, start, best, progress) == Tried::Gone && LeadsBack(before)) ++back;
-        if (back == EnoughBack || IsCancelled() || !LeavesMoreThanNoise(best)) break;
-    }
+    if (doubt == Doubt::Clear) GoAlongRoads(start, best, progress);
+    if (!IsCancelled() && IsWorthAGlance(DoubtAbout(best)))
+        FreeCaughtSets(Road::EachSet, start, best, progress);
     const bool cancelled = IsCancelled();
     Work = own;
     HandOnCancel(cancelled);
@@ -237,7 +261,7 @@ bool RescueFit(const PerSlot<float>& start, const FitProgress& progress) {
     for (const Road road : RoadsFromStart(start))
         if (TryRoad(road, start, best, progress) == Tried::Stopped || IsGood(best)) break;
     if (!IsCancelled() && IsGood(best) && TraitsOfModel().TwoSpecies)
-        TryRoad(Road::DoubtfulSets, start, best, progress);
+        FreeCaughtSets(Road::DoubtfulSets, start, best, progress);
     if (IsCancelled())
         KeepBestOnCancel(best);
     else

@@ -37,6 +37,13 @@ const char* WhyNoValue(const TextItems& file, std::size_t place, std::string_vie
 constexpr const char* NoSecondReading =
     "an intensity scan has two readings at each radius, of sample and reference";
 
+// A text of which nothing counts as a number.
+bool IsNoNumber(std::string_view text) {
+    std::size_t used = 0;
+    NumericPrefix(text, &used);
+    return used == 0;
+}
+
 PointLine ReadPointItem(TextItems& file, std::size_t place, ThirdNumber third) {
     const std::string_view item = WithoutLeadingBlanks(ReadTextItem(file));
     std::string_view rest = item;
@@ -50,12 +57,16 @@ PointLine ReadPointItem(TextItems& file, std::size_t place, ThirdNumber third) {
     if (position == 0) RaiseError(WhyNoValue(file, place, item)); // a radius alone is no point
     goOn();
     if (rest.empty()) RaiseError(WhyNoValue(file, place, item)); // nor is one with a blank behind it
-    point.Value = SingleOf(NumberOf(TokenAt(position, rest, PointSeparators)));
+    const std::string_view value = TokenAt(position, rest, PointSeparators);
+    point.Value = SingleOf(NumberOf(value));
+    point.NoNumber = IsNoNumber(value);
     const bool more = position != 0;
     if (more) goOn();
     if (third == ThirdNumber::Reading) {
         if ((!more || rest.empty()) && point.Radius != 0.0F) RaiseError(NoSecondReading);
-        point.Second = SingleOf(NumberOf(TokenAt(position, rest, PointSeparators)));
+        const std::string_view second = TokenAt(position, rest, PointSeparators);
+        point.Second = SingleOf(NumberOf(second));
+        point.NoNumber = point.NoNumber || IsNoNumber(second);
     } else if (more) {
         const std::string_view deviation = TokenAt(position, rest, PointSeparators);
         point.Excluded = deviation.starts_with('-') && NumberOf(deviation) < 0.0; // nothing else counts
@@ -193,6 +204,8 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
         if (!TakePlainPoint(file, point, third))
             TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace, third); });
         list.Terminated = point.Radius == 0.0F;
+        if (point.NoNumber && !point.Excluded && !list.Terminated && list.NoNumbers++ == 0)
+            list.NoNumberPlace = list.LastPlace;
         if (!point.Excluded && list.NoRadius == 0.0F &&
             !(point.Radius >= 0.0F && point.Radius <= LargestRadius)) {
             list.NoRadius = point.Radius;
@@ -222,6 +235,16 @@ void RequireRadii(const TextItems& file, const PointList& list) {
     RaiseAt(file, list.NoRadiusPlace,
             SingleText(list.NoRadius) + " is no radius in cm" +
                 (wavelength ? "; this is a wavelength scan" : ""));
+}
+
+std::string RemarkOnReadings(const TextItems& file, const PointList& list) {
+    if (list.NoNumbers == 0) return "";
+    const TextLine line = LineAt(file, list.NoNumberPlace);
+    const long more = list.NoNumbers - 1;
+    return "line " + std::to_string(line.Number) + ", '" + ShownText(line.Text) +
+           "': a reading that is no number counts as 0" +
+           (more == 0 ? ""
+                      : ", and so in " + std::to_string(more) + " more" + (more == 1 ? " line" : " lines"));
 }
 
 std::string RemarkOnRest(const TextItems& file, const PointList& list) {

@@ -64,6 +64,7 @@ struct PointLine {
     float Value{};
     bool Excluded = false; // by a negative third number
     float Second{};        // the second reading, where the third number is one
+    bool NoNumber = false; // a reading is a word, "nan" for one, which counts as 0
 };
 
 // What the third number of a point says: the deviation of its value, where a negative one excludes the point,
@@ -84,6 +85,8 @@ struct PointList {
     std::size_t LastPlace = 0; // where its last item begins
     float NoRadius = 0.0F;     // the first radius that lies in no rotor; 0 without one
     std::size_t NoRadiusPlace = 0;
+    long NoNumbers = 0; // points with a reading that is no number; the first of them
+    std::size_t NoNumberPlace = 0;
 };
 
 // Reads point lines to the end of the list, which may not be the end of the file. store(i, point) keeps point
@@ -96,6 +99,9 @@ void RequirePoints(const TextItems& file, const PointList& list);
 
 // A list with a first number that is no radius in cm is a RuntimeError that says what it may be.
 void RequireRadii(const TextItems& file, const PointList& list);
+
+// What is to be said of readings that are no number, as "nan" is none; "" where all are.
+std::string RemarkOnReadings(const TextItems& file, const PointList& list);
 
 // What is to be said of lines behind the end of a list; "" when nothing but blanks is left.
 std::string RemarkOnRest(const TextItems& file, const PointList& list);

@@ -154,7 +154,9 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     if (list.Points < 1 && comma) RaiseAt(file, headerPlace, CommaInHeader);
     RequirePoints(file, list);
     if (abscissa == Abscissa::Radii) RequireRadii(file, list);
-    result.Remark = RemarkOnRest(file, list);
+    result.Remark = RemarkOnReadings(file, list);
+    if (const std::string rest = RemarkOnRest(file, list); !rest.empty())
+        result.Remark += (result.Remark.empty() ? "" : "; ") + rest;
     ForgetReadings(row);
     if (!intensity) CutToLength(Work.ScanRadius[row], Work.ScanValue[row], list.Points);
     readings.resize(static_cast<std::size_t>(intensity ? list.Points : 0));

@@ -44,8 +44,9 @@ struct ScanReadResult {
     int Cell = 0;        // digit of the parameter line; 0 without one
     bool Ok = false;
     ReadFailure Failure; // of a read that is not Ok
-    std::string Remark;  // on one that is: lines behind the end of the list, which are not read; AdoptScan
-                         // adds that the file is no longer what the row was read from before
+    std::string Remark;  // on one that is: readings that are no number, lines behind the end of the list,
+                         // which are not read; AdoptScan adds that the file is no longer what the row was
+                         // read from before
 };
 
 // The message that a scan ends in whose content is none.

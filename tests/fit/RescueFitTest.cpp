@@ -225,6 +225,41 @@ TEST_F(RescueFitTest, OfDoubtfulSetsTheOneThatIsCaughtIsFound) {
     EXPECT_LT(SumAt(better), 1.05 * SumAt(least));
 }
 
+// One set of fifteen in the wrong proportion: the sum was a hundredth above the lowest one.
+TEST_F(RescueFitTest, ASetThatIsCaughtWithinTheNoiseIsFreedBehindARescue) {
+    for (const std::uint64_t draw : {57, 97}) {
+        LoadMixture({8, 1}, draw);
+        RunFit();
+        const double least = Work.SumSq;
+        StartFromDefaults();
+        const PerSlot<float> start = Work.Parms;
+        RunFit();
+        ASSERT_NE(Work.Outcome.End, FitEnd::Converged) << draw;
+        EXPECT_TRUE(RescueFit(start)) << draw;
+        EXPECT_LT(Work.SumSq, 1.001 * least) << draw;
+    }
+}
+
+// A wave of so many times the noise in the residuals of one set of a hundred points.
+Doubt DoubtWithAWave(double amplitude) {
+    Workspace fit = Work;
+    const auto noise = static_cast<double>(fit.RmsResidual);
+    for (long p = 1; p <= 100; ++p)
+        fit.PtFit[p] += static_cast<float>(amplitude * noise *
+                                           std::cos(std::numbers::pi * static_cast<double>(p) / 50.0));
+    return DoubtAbout(fit);
+}
+
+TEST_F(RescueFitTest, DoubtGrowsWithWhatASetLeaves) {
+    LoadMixture({8, 1}, 7);
+    RunFit();
+    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged);
+    ASSERT_EQ(Work.PtSet[100], 1);
+    EXPECT_EQ(DoubtWithAWave(0.0), Doubt::None);
+    EXPECT_EQ(DoubtWithAWave(0.6), Doubt::Slight);
+    EXPECT_EQ(DoubtWithAWave(1.0), Doubt::Clear);
+}
+
 // Sets with one zero offset cannot be looked at apart: a better offset for one is a worse one for another.
 TEST_F(RescueFitTest, SetsWithOneOffsetAreTriedTogether) {
     LoadRobustnessCase(ModelCaseNamed("Model07Linked"), 1);

@@ -295,6 +295,15 @@ TEST_F(Mistakes, AWavelengthScanIsNone) {
     EXPECT_EQ(Work.ScanPoints[1], 0);
 }
 
+TEST_F(Mistakes, ReadingsThatAreNoNumbersWereZerosInSilence) {
+    ExpectTold(
+        "00001.RA1: line 4, '6.1 nan': a reading that is no number counts as 0, and so in 1 more line");
+    FileFormReadFiles({script.MakeFile(
+        "00001.RA1", ScanText({"6.0 0.1", "6.1 nan", "6.2 0.3", "6.3 -inf", "6.4 inf -1", "6.5 0.4"}))});
+    EXPECT_EQ(Work.ScanPoints[1], 5) << "the excluded one is none";
+    EXPECT_EQ(Work.ScanValue[1][2], 0.0F);
+}
+
 TEST_F(Mistakes, LinesBehindTheEndOfTheListAreToldOf) {
     ExpectTold("00001.RA1: line 5, 'end of part 1': a radius of 0 ends the list of points, and 2 lines "
                "behind it are "
