@@ -173,23 +173,16 @@ std::vector<Residuals> MeasuredResiduals(const Workspace& fit) {
 
 // --- the fit that stands is asked for its noise by all who tell of it: once for the same points
 
-// All that the measures hang on. The weights are those of the points' sets.
+// All that the measures hang on; noises and rows of the sets give their weights.
 struct Measured {
     decltype(Workspace::PtX) X;
     decltype(Workspace::PtY) Y;
     decltype(Workspace::PtFit) Fit;
     decltype(Workspace::PtSet) Set;
-    std::vector<double> WeightOfSet;
+    decltype(Workspace::SetNoise) Noise;
+    decltype(Workspace::SetRow) Row;
     long Points = -1, Sets = 0, Parameters = 0;
 };
-
-std::vector<double> WeightsOfSets() {
-    std::vector<double> weights;
-    Weights weight;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        if (p == 1 || Work.PtSet[p] != Work.PtSet[p - 1]) weights.push_back(weight.Of(Work.PtSet[p]));
-    return weights;
-}
 
 struct Measures {
     Measured Of;
@@ -201,13 +194,13 @@ thread_local Measures Last;
 bool Stands(const Measured& m) {
     return m.Points == Work.NumPts && m.Sets == Work.NumSets && m.Parameters == Work.NumFree &&
            m.Fit == Work.PtFit && m.Y == Work.PtY && m.X == Work.PtX && m.Set == Work.PtSet &&
-           m.WeightOfSet == WeightsOfSets();
+           m.Noise == Work.SetNoise && m.Row == Work.SetRow;
 }
 
 const Measures& MeasuresOfWork() {
     if (!Stands(Last.Of))
-        Last = {{Work.PtX, Work.PtY, Work.PtFit, Work.PtSet, WeightsOfSets(), Work.NumPts, Work.NumSets,
-                 Work.NumFree},
+        Last = {{Work.PtX, Work.PtY, Work.PtFit, Work.PtSet, Work.SetNoise, Work.SetRow, Work.NumPts,
+                 Work.NumSets, Work.NumFree},
                 MeasuredNoise(Work),
                 MeasuredResiduals(Work)};
     return Last;
