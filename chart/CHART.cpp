@@ -81,19 +81,23 @@ void TakeColumns(const GraphSpec& spec, const PlotData& data) {
     Chart.LoadFactorY = LoadDivisor(Chart.Spec.AxisY1);
 }
 
-void TakeData(const GraphSpec& spec, const PlotData& data) {
+void TakeCounts(const PlotData& data) {
     GraphState& state = Chart.State;
+    state.Npts = data.Npts;
+    state.Nsets = ToInt16(data.LastSet - data.FirstSet + 1);
+    state.FirstSet = data.FirstSet;
+    state.LastSet = data.LastSet;
+}
+
+void TakeData(const GraphSpec& spec, const PlotData& data) {
     Chart.Spec = spec;
-    state.MultiSet = data.MultiSet;
+    Chart.State.MultiSet = data.MultiSet;
     SetKinds(Chart.Spec);
     Chart.CatLabels.Recreate(1);
     TakeColumns(spec, data);
     TakeNames(data);
     Chart.Looks = std::exchange(NextLooks, {});
-    state.Npts = data.Npts;
-    state.Nsets = ToInt16(data.LastSet - data.FirstSet + 1);
-    state.FirstSet = data.FirstSet;
-    state.LastSet = data.LastSet;
+    TakeCounts(data);
     TakeNumbers();
     Kept.BoxTable.Recreate(0, 0);
     Kept.ZoomState = 0;

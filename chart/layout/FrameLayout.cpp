@@ -82,6 +82,14 @@ void MeasureSpaces() {
     LayoutLegend();
 }
 
+// The gaps about the titles take what is over, half above them and half below.
+void GiveToTitles(int over) {
+    TitleSpace& titles = Chart.Layout.Titles;
+    titles.Gap1 = Sum(titles.Gap1, over - over / 2);
+    titles.Gap3 = Sum(titles.Gap3, over / 2);
+    titles.Total = Sum(titles.Total, over);
+}
+
 // The room that text takes on each side.
 Margins NeededMargins() {
     const ChartLayout& layout = Chart.Layout;
@@ -105,15 +113,11 @@ Margins NeededMargins() {
 // The same with the least margins.
 Margins ChosenMargins() {
     const GraphState& state = Chart.State;
-    TitleSpace& titles = Chart.Layout.Titles;
     Margins margins = NeededMargins();
     const int across = DeviceUnits(LeastAcross * state.ViewW);
     const int up = DeviceUnits(LeastUp * state.ViewH);
-    if (margins.Top < up) { // the gaps about the titles take what is over
-        const int over = up - margins.Top;
-        titles.Gap1 = Sum(titles.Gap1, over - over / 2);
-        titles.Gap3 = Sum(titles.Gap3, over / 2);
-        titles.Total = Sum(titles.Total, over);
+    if (margins.Top < up) {
+        GiveToTitles(up - margins.Top);
         margins.Top = up;
     }
     margins.Left = std::max(margins.Left, across);
@@ -137,26 +141,29 @@ bool ShrinkAll() {
     return any;
 }
 
+// The frame that these margins leave of the view; false where they leave nothing.
+bool FrameWithin(const Margins& margins) {
+    const GraphState& state = Chart.State;
+    if (margins.Left + margins.Right >= state.ViewW || margins.Top + margins.Bottom >= state.ViewH)
+        return false;
+    GraphBox& frame = Chart.Spec.Frame;
+    frame.X1 = ToInt16(state.ViewLeft + margins.Left);
+    frame.X2 = ToInt16(state.ViewRight - margins.Right);
+    frame.Y1 = ToInt16(state.ViewTop + margins.Top);
+    frame.Y2 = ToInt16(state.ViewBottom - margins.Bottom);
+    return true;
+}
+
 // A frame from the text sizes; text shrinks before it leaves no room at all.
 void ChooseFrame() {
-    const GraphState& state = Chart.State;
-    GraphBox& frame = Chart.Spec.Frame;
-    for (;;) {
+    do {
         MeasureAxes();
         MeasureSpaces();
-        const Margins margins = ChosenMargins();
-        if (margins.Left + margins.Right < state.ViewW && margins.Top + margins.Bottom < state.ViewH) {
-            frame.X1 = ToInt16(state.ViewLeft + margins.Left);
-            frame.X2 = ToInt16(state.ViewRight - margins.Right);
-            frame.Y1 = ToInt16(state.ViewTop + margins.Top);
-            frame.Y2 = ToInt16(state.ViewBottom - margins.Bottom);
-            return;
-        }
-        if (ShrinkAll()) continue;
-        frame.X1 = frame.X2 = frame.Y1 = frame.Y2 = 0;
-        Chart.GraphStatus = GraphStatuses::NoRoom;
-        return;
-    }
+        if (FrameWithin(ChosenMargins())) return;
+    } while (ShrinkAll());
+    GraphBox& frame = Chart.Spec.Frame;
+    frame.X1 = frame.X2 = frame.Y1 = frame.Y2 = 0;
+    Chart.GraphStatus = GraphStatuses::NoRoom;
 }
 
 // Shrinks the text of one side around the frame that stands.
@@ -179,11 +186,17 @@ bool ShrinkSide(int place) {
 void ShareOutTop(int over) {
     const bool placed =
         Chart.Target != Targets::Screen && Chart.Style.AxisFrame != 0 && Chart.Style.PageCustom != 0;
-    if (over <= 0 || placed) return;
-    TitleSpace& titles = Chart.Layout.Titles;
-    titles.Gap1 = Sum(titles.Gap1, over - over / 2);
-    titles.Gap3 = Sum(titles.Gap3, over / 2);
-    titles.Total = Sum(titles.Total, over);
+    if (over > 0 && !placed) GiveToTitles(over);
+}
+
+// Shrinks the text of the sides that need more than the space there is; false where none does or can.
+bool ShrinkWhatNeedsMore(const Margins& need, const Margins& space) {
+    bool shrunk = false;
+    if (need.Top > space.Top) shrunk |= ShrinkSide(TopAxis);
+    if (need.Left > space.Left) shrunk |= ShrinkSide(LeftAxis);
+    if (need.Right > space.Right) shrunk |= ShrinkSide(RightAxis);
+    if (need.Bottom > space.Bottom) shrunk |= ShrinkSide(BottomAxis);
+    return shrunk;
 }
 
 // Keeps the frame of the GraphSpec; the text around it shrinks where there is too little space for it.
@@ -196,14 +209,8 @@ void KeepFrame() {
         MeasureAxes();
         MeasureSpaces();
         const Margins need = NeededMargins();
-        bool shrunk = false;
-        if (need.Top > space.Top) shrunk |= ShrinkSide(TopAxis);
-        if (need.Left > space.Left) shrunk |= ShrinkSide(LeftAxis);
-        if (need.Right > space.Right) shrunk |= ShrinkSide(RightAxis);
-        if (need.Bottom > space.Bottom) shrunk |= ShrinkSide(BottomAxis);
-        if (shrunk) continue;
-        ShareOutTop(space.Top - need.Top);
-        return;
+        if (ShrinkWhatNeedsMore(need, space)) continue;
+        return ShareOutTop(space.Top - need.Top);
     }
 }
 

@@ -102,6 +102,30 @@ LegendEntry EntryOf(int set, bool area) {
     return entry;
 }
 
+// The legend has a box of its own that it keeps to.
+bool StandsFree() {
+    const GraphLegend& legend = Chart.Spec.Legend;
+    return legend.AutoPlace != 1 && legend.Box.X2 > legend.Box.X1 && legend.Box.Y2 > legend.Box.Y1;
+}
+
+// The room that it may take: its own box, or a part of the view beside or below the frame.
+struct LegendRoom {
+    int Width, Height;
+};
+LegendRoom RoomOfLegend() {
+    const GraphBox& box = Chart.Spec.Legend.Box;
+    const GraphState& state = Chart.State;
+    if (StandsFree()) return {box.X2 - box.X1, box.Y2 - box.Y1};
+    if (ToTheRight()) return {DeviceUnits(MostAcross * state.ViewW), state.ViewH};
+    return {state.ViewW, DeviceUnits(MostUp * state.ViewH)};
+}
+
+// Where something of a size begins whose middle is that of the frame's side, within the view.
+std::int16_t BeginOfCentred(int side1, int side2, int size, int view1, int view2) {
+    const int centre = (side1 + side2) / 2;
+    return DeviceUnits(std::clamp<int>(centre - size / 2, view1, std::max<int>(view2 - size + 1, view1)));
+}
+
 } // namespace
 
 bool HasLegend() {
@@ -125,26 +149,17 @@ std::vector<LegendEntry> LegendEntries() {
 void LayoutLegend() {
     LegendSpace& space = Chart.Layout.Legend;
     space = {};
-    const GraphLegend& legend = Chart.Spec.Legend;
     if (!HasLegend()) return;
     const std::vector<LegendEntry> entries = LegendEntries();
-    const int n = static_cast<int>(entries.size());
-    const GraphState& state = Chart.State;
-    const bool free = legend.AutoPlace != 1 && legend.Box.X2 > legend.Box.X1 && legend.Box.Y2 > legend.Box.Y1;
-    int width = ToTheRight() ? DeviceUnits(MostAcross * state.ViewW) : state.ViewW;
-    int height = ToTheRight() ? state.ViewH : DeviceUnits(MostUp * state.ViewH);
-    if (free) {
-        width = legend.Box.X2 - legend.Box.X1;
-        height = legend.Box.Y2 - legend.Box.Y1;
-    }
+    const auto [width, height] = RoomOfLegend();
     for (;;) {
         space = MeasureEntry(entries);
-        Arrange(space, n, width, height);
+        Arrange(space, static_cast<int>(entries.size()), width, height);
         const bool fits = space.Width <= width && space.Height <= height;
-        if (fits || legend.AutoPlace != 1 || !ShrinkSize(Chart.Layout.Sizes.Legend)) break;
+        if (fits || Chart.Spec.Legend.AutoPlace != 1 || !ShrinkSize(Chart.Layout.Sizes.Legend)) break;
     }
     Crop(space, width, height);
-    if (free) space.Width = space.Height = 0; // it takes nothing from the frame
+    if (StandsFree()) space.Width = space.Height = 0; // it takes nothing from the frame
 }
 
 void CarryLegend(const GraphState& from) {
@@ -172,15 +187,9 @@ void PlaceLegend() {
     if (space.Width == 0 || space.Height == 0) return;
     if (ToTheRight()) {
         box.X1 = DeviceUnits(state.ViewRight - space.Width + 1);
-        const int centre = (frame.Y1 + frame.Y2) / 2;
-        const int top = std::clamp<int>(centre - space.Height / 2, state.ViewTop,
-                                        std::max<int>(state.ViewBottom - space.Height + 1, state.ViewTop));
-        box.Y1 = DeviceUnits(top);
+        box.Y1 = BeginOfCentred(frame.Y1, frame.Y2, space.Height, state.ViewTop, state.ViewBottom);
     } else {
-        const int centre = (frame.X1 + frame.X2) / 2;
-        const int left = std::clamp<int>(centre - space.Width / 2, state.ViewLeft,
-                                         std::max<int>(state.ViewRight - space.Width + 1, state.ViewLeft));
-        box.X1 = DeviceUnits(left);
+        box.X1 = BeginOfCentred(frame.X1, frame.X2, space.Width, state.ViewLeft, state.ViewRight);
         box.Y1 = DeviceUnits(state.ViewBottom - space.Height + 1);
     }
     box.X2 = DeviceUnits(box.X1 + space.Width - 1.0);

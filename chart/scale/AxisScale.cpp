@@ -42,20 +42,27 @@ Range RangeOfValues(const SetTable& data) {
     return range;
 }
 
-// The range of the heights of stacks: in each point, the positive values of all sets and the negative ones.
+// The heights of the stacks in a point: of the positive values of all sets, and of the negative ones.
+struct StackHeights {
+    double Up = 0.0, Down = 0.0;
+};
+StackHeights StacksAt(const SetTable& data, long point) {
+    StackHeights stacks;
+    for (long set = 1; set <= data.Sets(); ++set) {
+        const float value = data(point, set);
+        if (value != MissingValue) (value > 0.0F ? stacks.Up : stacks.Down) += value;
+    }
+    return stacks;
+}
+
+// The range of the heights of stacks over all points.
 Range RangeOfStacks(const SetTable& data) {
     const float first = FirstValue(data);
     Range range{first, first};
     for (long point = 1; point <= data.Points(); ++point) {
-        double up = 0.0;
-        double down = 0.0;
-        for (long set = 1; set <= data.Sets(); ++set) {
-            const float value = data(point, set);
-            if (value == MissingValue) continue;
-            (value > 0.0F ? up : down) += value;
-        }
-        range.High = std::max(range.High, FiniteSingle(up));
-        range.Low = std::min(range.Low, FiniteSingle(down));
+        const StackHeights stacks = StacksAt(data, point);
+        range.High = std::max(range.High, FiniteSingle(stacks.Up));
+        range.Low = std::min(range.Low, FiniteSingle(stacks.Down));
     }
     return range;
 }
