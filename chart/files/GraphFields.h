@@ -24,6 +24,7 @@ inline bool IsSymbolSize(float size) {
     return size >= 0.0F && size <= LargestSymbolSize;
 }
 
+// A box in device units, its colour and three words of zero.
 template <class Stream, class Box> void BoxFields(Stream& s, Box& box) {
     s.Value("GraphBox", box.X1);
     s.Value("GraphBox", box.Y1);
@@ -34,6 +35,7 @@ template <class Stream, class Box> void BoxFields(Stream& s, Box& box) {
         s.Value("GraphBox", word);
 }
 
+// A title; Justify is 0 left, 1 centre, 2 right of the frame and 3 to 5 the same of the view.
 template <class Stream, class Title> void TitleFields(Stream& s, Title& title) {
     s.Value("GraphTitle", title.Text);
     s.Value("GraphTitle", title.Font);
@@ -42,6 +44,8 @@ template <class Stream, class Title> void TitleFields(Stream& s, Title& title) {
     s.Value("GraphTitle", title.Justify);
 }
 
+// An axis. On a logarithmic scale Min, Max and FirstTic are logarithms to the base LogBase, on a prescaled
+// one they are in units of Factor; widths are twips.
 template <class Stream, class Axis> void AxisFields(Stream& s, Axis& axis) {
     s.Value("GraphAxis", axis.Show);
     s.Value("GraphAxis", axis.Grid);
@@ -66,6 +70,7 @@ template <class Stream, class Axis> void AxisFields(Stream& s, Axis& axis) {
     s.Value("GraphAxis", axis.TicWidth);
 }
 
+// The legend; its box is in device units of the target that the graph was last laid out for.
 template <class Stream, class Legend> void LegendFields(Stream& s, Legend& legend) {
     s.Value("GraphLegend", legend.Show);
     s.Value("GraphLegend", legend.Where);
@@ -76,6 +81,7 @@ template <class Stream, class Legend> void LegendFields(Stream& s, Legend& legen
     BoxFields(s, legend.Box);
 }
 
+// What makes a graph what it is: GraphSpecBytes of them, whatever the version.
 template <class Stream, class Spec> void SpecFields(Stream& s, Spec& spec) {
     s.Value("GraphSpec", spec.GraphType);
     s.Value("GraphSpec", spec.PlotStyle);
@@ -115,6 +121,8 @@ inline int StateBytes(const GraphReader& s) {
     GraphReader::Damaged("GraphSpec");
 }
 
+// Where the graph stood when it was written: device and view in device units, counts of points and sets from
+// 1, lengths of tics and halves of symbols. All of it is found anew when the graph is laid out.
 template <class Stream, class State> void StateFields(Stream& s, State& state) {
     const int bytes = StateBytes(s);
     s.Value("Busy", state.Busy);
@@ -138,6 +146,7 @@ template <class Stream, class State> void StateFields(Stream& s, State& state) {
         s.Value("GraphState", state.Mouse[i]);
 }
 
+// What text beside an axis takes of the view, outwards from the frame, device units.
 template <class Stream, class Space> void AxisSpaceFields(Stream& s, Space& space) {
     for (auto* word : {&space.TicGap1, &space.TicHeight, &space.TicGap2, &space.TitleGap1, &space.TitleHeight,
                        &space.TitleGap2})
@@ -159,6 +168,8 @@ template <class Stream, class Layout> void LayoutFields(Stream& s, Layout& layou
         s.Value("the layout", *word);
 }
 
+// How a graph lies on paper. Lengths are inches, or centimetres where the style is metric; flags are 0 and
+// -1. What a member holds: chart/records/ChartStyle.h.
 template <class Stream, class Style> void PageFields(Stream& s, Style& style) {
     s.Value("LeftMargin", style.LeftMargin);
     s.Value("RightMargin", style.RightMargin);
@@ -188,6 +199,8 @@ template <class Stream, class Graph> void FrontFields(Stream& s, Graph& graph) {
     s.Value("SymbolSize", m.Style.SymbolSize);
 }
 
+// What such fields can hold: a flag is -1, 0 or 1, a length 0 or a thousandth to a thousand of its unit, a
+// choice one of three singles.
 inline bool IsFlag(std::int16_t flag) {
     return flag >= -1 && flag <= 1;
 }
@@ -247,6 +260,7 @@ inline void Front(GraphReader& s, GraphContents& graph) {
     if (!FrontStands(graph)) ReadFrontLater(start, present, graph);
 }
 
+// Parts of a diagonal, degrees, font codes and twips, each as the style has it.
 template <class Stream, class Style> void SizeFields(Stream& s, Style& style) {
     for (auto* size : {&style.TicSize, &style.Clearance, &style.ArrowAngle, &style.TitleSize,
                        &style.TicFontSize, &style.TitleFont, &style.TicLabelFont, &style.LegendFont,
@@ -254,6 +268,8 @@ template <class Stream, class Style> void SizeFields(Stream& s, Style& style) {
         s.Value("the sizes", *size);
 }
 
+// The target that the graph was laid out for (0 a metafile, 1 the screen, 2 the printer), and the points that
+// fonts keep within.
 template <class Stream, class Graph> void TargetFields(Stream& s, Graph& graph) {
     auto& m = graph.Module;
     // The mapping is worked out in double and kept as singles: it is found anew before anything is drawn.
@@ -274,6 +290,7 @@ template <class Stream, class Graph> void TargetFields(Stream& s, Graph& graph) 
     s.Value("ZoomState", graph.ZoomState);
 }
 
+// The tables of colours, those of the screen first. Version 1.0 had 14 and 7 of them without saying so.
 template <class Stream, class Style> void ColorFields(Stream& s, Style& style) {
     if (s.Version > 1.0) {
         s.UpperIndex("the colours", style.ScreenColors);
@@ -301,6 +318,7 @@ inline void Borders(GraphReader& s, ChartStyle& style) {
     s.Items("BorderStyleOrder", style.BorderStyleOrder);
 }
 
+// The orders in which sets take lines, borders, symbols and hatches: upper indices first, then the items.
 template <class Stream, class Style> void OrderFields(Stream& s, Style& style) {
     s.UpperIndex("LineStyleOrder", style.LineStyleOrder);
     s.UpperIndex("SymbolOrder", style.SymbolOrder);
@@ -331,6 +349,7 @@ inline void FormerCycles(GraphReader& s, ChartModule& m, long upper) {
     take(cycles.Border);
 }
 
+// The cycles by version: their orders since 1.3, before that they themselves, with places 0 to upper.
 template <class Stream, class Module> void CycleFields(Stream& s, Module& m) {
     std::int16_t upper = CycleLen;
     if (s.Version > 1.0) s.Value("the cycles", upper);
@@ -341,6 +360,7 @@ template <class Stream, class Module> void CycleFields(Stream& s, Module& m) {
         FormerCycles(s, m, upper);
 }
 
+// A line, an arrow or an ellipse at a place of the graph, in the units of the stored data.
 template <class Stream, class Mark> void MarkFields(Stream& s, Mark& mark) {
     s.Value("GraphMark", mark.Kind);
     s.Value("GraphMark", mark.Fill);
@@ -352,6 +372,7 @@ template <class Stream, class Mark> void MarkFields(Stream& s, Mark& mark) {
     s.Value("GraphMark", mark.Y2);
 }
 
+// A text on the graph, its place in the units of the stored data.
 template <class Stream, class Note> void NoteFields(Stream& s, Note& note) {
     s.Value("GraphNote", note.Text);
     s.Value("GraphNote", note.Font);

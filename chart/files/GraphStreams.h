@@ -19,15 +19,22 @@
 
 namespace Quillon {
 
+// Both have the same operations under the same names, so that one walk over the fields serves both
+// (chart/files/GraphFields.h). The name that each takes first is what a failure of the reader tells; the
+// writer has no use for it. Counts and bounds are 16-bit words.
+
+// Appends to Bytes. What does not fit into a 16-bit count is the run-time error "Overflow".
 class GraphWriter {
 public:
     std::string Bytes;
     static constexpr bool Reads = false;
     static constexpr double Version = 1.5; // the layout of today
 
+    // A number in its own width, little-endian.
     template <class T>
     requires std::is_arithmetic_v<T>
     void Value(const char*, const T& value) { AppendNumber(Bytes, value); }
+    // A text behind the count of its characters, and one of fixed length with blanks behind it.
     void Value(const char* name, const std::string& text) {
         Value(name, ToInt16(text.size()));
         Bytes += text;
@@ -53,13 +60,15 @@ public:
         for (const T& item : array)
             Value(name, item);
     }
+    // A table as wide as it is high, row by row, its upper bound before it.
     void Square(const char* name, const OneBasedMatrix<float>& table) {
         Value(name, ToInt16(table.RowHi()));
         for (long i = 1; i <= table.RowHi(); ++i)
             for (long j = 1; j <= table.RowHi(); ++j)
                 Value(name, table(i, j));
     }
-    // Points by sets, set after set.
+    // Points by sets, set after set, both from 1: as many as are asked for, whatever the table has. What it
+    // lacks is written as MissingValue.
     void Table(const char* name, const SetTable& table, long points, long sets) {
         for (long set = 1; set <= sets; ++set)
             for (long point = 1; point <= points; ++point)
@@ -68,14 +77,17 @@ public:
     }
 };
 
+// Takes from bytes that outlive it. Too few of them are the run-time error "Input past end of file", a length
+// below 0 is "the file is damaged at NAME".
 class GraphReader {
 public:
     explicit GraphReader(std::string_view bytes) : Bytes(bytes) {}
     static constexpr bool Reads = true;
-    double Version = 0.0;
-    std::size_t At = 0; // bytes taken so far
+    double Version = 0.0; // of the file's layout, set by whoever has read it: 1.0 to 1.5
+    std::size_t At = 0;   // bytes taken so far
 
     std::size_t Left() const { return Bytes.size() - At; }
+    // Looks ahead and takes nothing.
     bool Follows(std::string_view what) const { return Bytes.substr(At, what.size()) == what; }
 
     template <class T>
@@ -95,13 +107,14 @@ public:
         const std::string_view taken = Take(N);
         text = taken.substr(0, taken.find('\0')); // other writers fill up with zeros
     }
+    // Makes the list as long as its upper index says; its items come by Items.
     template <class T> void UpperIndex(const char* name, std::vector<T>& list) {
         std::int16_t upper = 0;
         Value(name, upper);
         if (upper < 0) Damaged(name);
         Standing(list, static_cast<std::size_t>(upper) + 1);
     }
-    // A list whose length is known before it comes.
+    // Makes a list as long as is known before it comes, in items.
     template <class T> void Standing(std::vector<T>& list, std::size_t count) {
         Need(count * sizeof(T));
         list.assign(count, T{});
@@ -110,6 +123,8 @@ public:
         for (T& item : list)
             Value(name, item);
     }
+    // Makes a list of as many records as are counted, each of at least bytesEach bytes; no count makes the
+    // list larger than the file could fill.
     template <class T> void Count(const char* name, std::vector<T>& list, std::size_t bytesEach) {
         const std::size_t count = Bound(name);
         Need(count * bytesEach);
@@ -141,6 +156,7 @@ public:
             }
     }
 
+    // The failures of both kinds; Need asks for so many bytes and takes none.
     [[noreturn]] static void Damaged(const std::string& name) {
         RaiseError("the file is damaged at " + name);
     }
