@@ -248,7 +248,8 @@ TEST_F(ReadRun, TheApproachOfASetIsDrawnFromTheFolderOfItsScan) {
     pick();
     GraphApproach();
     EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Time (h)");
-    EXPECT_EQ(Chart.DataX.Points(), plan.ScansPerStage - 1); // without the one that all are compared with
+    ASSERT_EQ(Chart.DataX.Points(), plan.ScansPerStage);
+    EXPECT_EQ(Chart.DataY(plan.ScansPerStage, 1), 0.0F); // the last one, from itself
     EXPECT_EQ(Charts.Origin.Name, "Approach to Equilibrium, set 2");
     const SetNo second{2};
     for (const auto& entry : std::filesystem::directory_iterator(folder))
