@@ -178,8 +178,20 @@ void LoadWorkbench() {
 void FillWorkbench() {
     if (Workbench.Recent.empty()) return; // no window has been loaded
     FillSteps();
+    FillKeepNote();
     Workbench.Starts = Work.DataChosen == 0;
     FillRecent();
+}
+
+bool FillKeepNote() {
+    const std::string former = Workbench.KeepNote.Text;
+    const std::string& why = SessionFailure();
+    Workbench.KeepNote.Visible = !why.empty();
+    Workbench.KeepNote.Text =
+        why.empty()
+            ? ""
+            : "Should the program die, what is not saved is lost: it could not be kept (" + why + ").";
+    return Workbench.KeepNote.Text != former;
 }
 
 bool PaneIsSeen(PaneKind pane) {

@@ -52,6 +52,8 @@ struct WorkbenchForm {
     std::vector<Control> Recent; // a button for each place of the list; the whole path is its tip
     Control ExamplesHead;
     std::vector<Control> Examples; // a button for each that is there; its job is the tip
+
+    Control KeepNote; // at the foot: why nothing is kept for a restart; hidden while all is well
 };
 extern WorkbenchForm Workbench;
 
@@ -60,6 +62,10 @@ void LoadWorkbench();
 
 // Brings the record up to the workspace.
 void FillWorkbench();
+
+// Brings KeepNote up to the latest attempt to keep the analysis (SessionFailure). True when it says something
+// else than before.
+bool FillKeepNote();
 
 // True when a pane is to be seen: the user wants it, and there is something in it.
 bool PaneIsSeen(PaneKind pane);

@@ -28,6 +28,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -63,10 +64,14 @@ public:
         BuildMenus();
         setCentralWidget(MakeStartPage(Bind));
         BuildPanes();
+        BuildNote();
         setAcceptDrops(true);
         TakePlace();
         auto* keeper = new QTimer(this);
-        connect(keeper, &QTimer::timeout, this, KeepSession);
+        connect(keeper, &QTimer::timeout, this, [] {
+            KeepSession();
+            if (FillKeepNote()) RefreshForms();
+        });
         keeper->start(SecondsBetweenKeeps * 1000);
         Bind.Also([this] {
             RefreshMenus();
@@ -127,6 +132,18 @@ private:
         PlacePanes();
         restoreState(QByteArray::fromHex(QByteArray::fromStdString(Workbench.Layout)));
         RefreshPanes();
+    }
+
+    // A line at the foot that is there only when it has something to say.
+    void BuildNote() {
+        QLabel* note = MakeLabel(
+            Bind, []() -> Control& { return Workbench.KeepNote; }, true);
+        note->setObjectName("KeepNote");
+        statusBar()->setSizeGripEnabled(false);
+        statusBar()->addWidget(note, 1);
+        Bind.Also([bar = statusBar()] {
+            if (bar->isHidden() == Workbench.KeepNote.Visible) bar->setVisible(Workbench.KeepNote.Visible);
+        });
     }
 
     PaneDock* Dock(PaneKind pane) const { return Panes[static_cast<std::size_t>(pane)]; }

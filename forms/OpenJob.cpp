@@ -2,6 +2,8 @@
 
 #include "batch/console/BatchPlatform.h"
 #include "batch/job/RunJob.h"
+#include "fit/forms/FitMon.h"
+#include "workspace/records/Codes.h"
 #include "workspace/records/Workspace.h"
 
 #include <utility>
@@ -10,18 +12,39 @@ namespace Quillon {
 
 namespace {
 
+// The searches behind a fit tell their progress by the monitor, too; its Cancel ends them.
+void ShowInMonitor(const std::string& line) {
+    if (!FitMon.Loaded) {
+        LoadFitMon();
+        FitMon.FitButton.Visible = FitMon.NextIter.Visible = false;
+        Host.ShowForm(FitMonName);
+    }
+    FitMon.StatusText.Text = line;
+    Host.ServeEvents();
+}
+
 // While it lives questions are answered as in a run without anybody to ask, and nothing is written on the
-// console; windows stay alive.
+// console; windows stay alive, and the monitor shows the fit where the user wants one.
 class AsInBatch {
 public:
-    AsInBatch() : Own(Host) {
+    explicit AsInBatch(bool monitored) : Own(Host) {
         InstallBatchPlatform();
         Console.WriteLine = [](const std::string&) {};
+        Console.Monitored = monitored;
+        Console.Progress = [monitored](const std::string& line) {
+            if (monitored) ShowInMonitor(line);
+        };
         Host.ServeEvents = Own.ServeEvents;
+        Host.WaitEvent = Own.WaitEvent;
+        Host.ShowForm = Own.ShowForm;
+        Host.HideForm = Own.HideForm;
         Host.SetPointer = Own.SetPointer;
         Host.ConfigDirectory = Own.ConfigDirectory;
     }
-    ~AsInBatch() { Host = std::move(Own); }
+    ~AsInBatch() {
+        CloseFitMonitor();
+        Host = std::move(Own);
+    }
     AsInBatch(const AsInBatch&) = delete;
     AsInBatch& operator=(const AsInBatch&) = delete;
 
@@ -46,8 +69,8 @@ void KeepProgramSettings(const Workspace& own) {
 }
 
 // The end of the run, or why there was none.
-RunEnd RunQuietly(const std::string& path) {
-    const AsInBatch batch;
+RunEnd RunQuietly(const std::string& path, bool monitored) {
+    const AsInBatch batch(monitored);
     return RunJob(ParseJob(Host.ReadFile(path), path));
 }
 
@@ -57,7 +80,11 @@ bool OpenJobFile(const std::string& path) {
     const Workspace own = Work;
     Host.SetPointer(Pointer::Hourglass);
     try {
-        const RunEnd end = RunQuietly(path);
+        const RunEnd end = RunQuietly(path, own.MonitorMode != Monitor::None);
+        if (!end.HasFit && Work.Outcome.End == FitEnd::Cancelled) { // there is nothing of the job to be seen
+            Work = own;
+            return false;
+        }
         KeepProgramSettings(own);
         if (!end.Complete && !end.Message.empty()) Tell(end.Message, Work.ProgramName, BoxIcon::Warning);
         return end.HasFit;

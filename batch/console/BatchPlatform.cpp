@@ -120,6 +120,7 @@ void WriteEnd(const std::string& message, bool told) {
 }
 
 void WriteProgress(const std::string& line) {
+    if (Console.Progress) return Console.Progress(line);
     if (Console.Quiet) return;
     if (::isatty(STDERR_FILENO) || SecondsNow() - Console.Started > 2.0) WriteConsole(line);
 }

@@ -33,6 +33,8 @@ struct BatchConsole {
     double Started = 0.0;   // seconds of the steady clock at the start of the run
     std::function<void(const std::string& form)> ShowModal; // what stands for the forms
     std::function<void(const std::string& line)> WriteLine; // standard error
+    bool Monitored = false; // a fit is shown by the monitor, where a window stands for the console
+    std::function<void(const std::string& line)> Progress; // what stands for lines of progress, if anything
 };
 
 // The console of the process.

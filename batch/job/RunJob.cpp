@@ -68,6 +68,12 @@ void Prepare(const Job& job) {
     WarnOfConstraintCoefficients();
 }
 
+// On the console, or by the monitor.
+void RunFitTold() {
+    const FitProgress progress = BatchProgress();
+    FitDataCommand(Console.Monitored ? nullptr : &progress);
+}
+
 // Runs the fit command with the job in place of the guesses dialog. An error of the job that shows there is
 // carried across the command, which must not see it.
 void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
@@ -83,8 +89,7 @@ void RunFitCommand(const Job& job, const std::vector<ListedParm>& listed) {
             GetGuess.Answer = DialogAnswer::Cancel;
         }
     };
-    const FitProgress progress = BatchProgress();
-    FitDataCommand(&progress);
+    RunFitTold();
     Console.ShowModal = nullptr;
     if (jobError) throw *jobError;
 }
@@ -99,13 +104,15 @@ void WeighByFit() {
     FitAgain();
 }
 
+// A failure has been told by then, a cancel has not.
 std::string LimitsMessage() {
-    return Interrupted() ? "The search for confidence limits was cancelled"
-                         : "The search for confidence limits failed";
+    return Interrupted() || Console.LastTold.empty() ? "The search for confidence limits was cancelled"
+                                                     : "The search for confidence limits failed";
 }
 
 void SearchLimits(RunEnd& end) {
     int told = -1;
+    Console.LastTold.clear();
     ConfidenceSearch([&](double fraction) {
         Host.ServeEvents(); // passes over few points never do
         const int percent = static_cast<int>(fraction * 100.0);
@@ -136,8 +143,7 @@ void FitAgain() {
         if (form == HoldFormName) WriteConsole(ConsoleText(HoldForm.Note.Text));
         if (form == GetGuessName) AssignFreePositions(FitChoices());
     };
-    const FitProgress progress = BatchProgress();
-    FitDataCommand(&progress);
+    RunFitTold();
     Console.ShowModal = nullptr;
 }
 

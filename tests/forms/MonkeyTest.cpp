@@ -5,6 +5,7 @@
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
 #include "chart/Charts.h"
 #include "commands/Analmenu.h"
+#include "commands/history/History.h"
 #include "fit/forms/FitMon.h"
 #include "fit/forms/WaitForm.h"
 #include "forms/StartDesktop.h"
@@ -68,6 +69,7 @@ private:
     void Look();
     void Step();
     void CheckIdle();
+    void WalkHistory();
     void WatchFor(QWidget* window);
     QWidget* Target();
     void InMenu(QMenu* menu);
@@ -90,6 +92,8 @@ private:
     std::vector<std::string> Scans;
     QPointer<QWidget> Last;
     long StepsInLast = 0;
+    std::string First; // the bytes of the analysis at the start of the program
+    long Commands = 0;
 };
 
 Monkey::Monkey(std::uint64_t seed, long seconds)
@@ -132,9 +136,11 @@ void Monkey::Play() {
     Clock.start();
     while (Clock.elapsed() < Seconds * 1000) {
         StartDesktop(Folder);
+        First = BytesToCompare();
         ++Starts;
         QTimer::singleShot(0, &Here, [this] { Look(); });
         QApplication::exec();
+        if (!HandlerAtWork()) WalkHistory();
         UnloadForms();
     }
 }
@@ -196,6 +202,21 @@ void Monkey::CheckIdle() {
     EXPECT_FALSE(FitMon.Loaded);
 }
 
+// Back to the start and forth to the end: the bytes are those that stood there.
+void Monkey::WalkHistory() {
+    Tell("all steps back and forth");
+    NoteHistory("");
+    while (CanRedo())
+        RunMainCommand("Redo");
+    const std::string last = BytesToCompare();
+    while (CanUndo())
+        RunMainCommand("Undo");
+    EXPECT_TRUE(BytesToCompare() == First) << "Undo does not lead to the start";
+    while (CanRedo())
+        RunMainCommand("Redo");
+    EXPECT_TRUE(BytesToCompare() == last) << "Redo does not lead to the end";
+}
+
 void Monkey::WatchFor(QWidget* window) {
     if (Last != window) {
         Last = window;
@@ -254,6 +275,7 @@ void Monkey::InMainWindow() {
     QAction* item = OneOf(items);
     QAction* fit = main->findChild<QAction*>("FitData"); // which leads through most windows
     if (fit->isEnabled() && Chance(15)) item = fit;
+    if (++Commands % 200 == 0 && !HandlerAtWork()) WalkHistory();
     Tell("command: " + item->objectName().toStdString());
     item->trigger();
 }

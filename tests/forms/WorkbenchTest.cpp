@@ -3,24 +3,28 @@
 #include "commands/Workbench.h"
 #include "commands/Analmenu.h"
 #include "commands/RunForm.h"
+#include "commands/Sessions.h"
 #include "fit/forms/FitMon.h"
 #include "fit/forms/GetGuess.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
 #include "graphs/GraphPair.h"
 #include "models/forms/ModelForm.h"
+#include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "scandata/forms/FileForm.h"
 #include "tests/forms/Player.h"
 #include "tests/forms/Scans.h"
 #include "tests/support/MadeRun.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Codes.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDockWidget>
 #include <QDropEvent>
+#include <QLabel>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMimeData>
@@ -159,6 +163,7 @@ TEST_F(WorkbenchAtTheWindow, ScansThatAreDroppedComeIntoTheTable) {
 }
 
 TEST_F(WorkbenchAtTheWindow, AJobThatIsDroppedIsFitted) {
+    Work.MonitorMode = Monitor::None; // that of a fit of milliseconds is seen by chance
     Drop({QUILLON_SOURCE "/examples/monomer-dimer/monomer-dimer.job"});
     EXPECT_EQ(Work.FitDone, FlagTrue) << Work.Outcome.Sentence;
     EXPECT_EQ(Work.NumSets, 9);
@@ -167,6 +172,77 @@ TEST_F(WorkbenchAtTheWindow, AJobThatIsDroppedIsFitted) {
     EXPECT_EQ(Work.PauseBeforeFit, FlagTrue); // as the user has it, not as the job runs
     EXPECT_FALSE(GraphPair.Remark.Visible);
     EXPECT_EQ(Parameters()->rowCount() > 10, true);
+}
+
+// Whatever serves events waits until the monitor has been met.
+void HoldUntil(const bool& met) {
+    Host.ServeEvents = [&met] {
+        RefreshForms();
+        for (int i = 0; i < 2000 && FitMon.Loaded && !met; ++i)
+            QTest::qWait(1);
+        QApplication::processEvents();
+    };
+}
+
+TEST_F(WorkbenchAtTheWindow, AJobShowedNoProgressAndCouldNotBeCancelled) {
+    ShowFit();
+    const Workspace before = Work;
+    bool met = false;
+    HoldUntil(met);
+    player.Expect(FitMonName, [&] {
+        met = true;
+        EXPECT_EQ(FitMon.ParameterName.size(),
+                  14U); // a constant, nine concentrations, three offsets; the sum
+        Player::Click(FitMon.CancelButton);
+    });
+    Drop({QUILLON_SOURCE "/examples/monomer-dimer/monomer-dimer.job"});
+    EXPECT_TRUE(met);
+    EXPECT_TRUE(Work == before);
+    EXPECT_EQ(OpenForm(FitMonName), nullptr);
+}
+
+TEST_F(WorkbenchAtTheWindow, TheSearchBehindTheFitOfAJobIsCancelledAndTheFitStays) {
+    const std::string job = player.Directory() + "/limits.job";
+    const std::string folder = QUILLON_SOURCE "/examples/single-species/";
+    Host.WriteFile(job, "[fit]\nmodel = 1\nconfidence-limits = yes\n[set 1]\nfile = " + folder +
+                            "00024.RA1\ninner = 6.9\nouter = 7.1\n");
+    bool met = false;
+    HoldUntil(met);
+    player.Expect(FitMonName, [&] { met = true; });
+    player.Expect(FitMonName, [&] {
+        met = true;
+        EXPECT_TRUE(FitMon.StatusText.Text.starts_with("confidence limits ")) << FitMon.StatusText.Text;
+        Player::Click(FitMon.CancelButton);
+    });
+    player.ExpectMessage("The search for confidence limits was cancelled");
+    const auto hide = Host.HideForm;
+    Host.HideForm = [&](const std::string& form) {
+        hide(form);
+        if (form == FitMonName) met = false; // there is a second one
+    };
+    Drop({job});
+    EXPECT_EQ(Work.FitDone, FlagTrue);
+    EXPECT_EQ(Work.LimitsDone, FlagFalse);
+    EXPECT_EQ(Work.AbortFit, FlagFalse);
+}
+
+TEST_F(WorkbenchAtTheWindow, ThatNothingIsKeptForARestartWasToldNowhere) {
+    ShowFit();
+    auto* note = Main()->findChild<QLabel*>("KeepNote");
+    EXPECT_FALSE(note->isVisible());
+    const auto write = Host.WriteFile;
+    Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
+    KeepSession();
+    EXPECT_TRUE(FillKeepNote());
+    EXPECT_FALSE(FillKeepNote());
+    RefreshForms();
+    EXPECT_TRUE(note->isVisible());
+    EXPECT_NE(note->text().indexOf("(Disk full)"), -1) << note->text().toStdString();
+    Host.WriteFile = write;
+    KeepSession();
+    FillKeepNote();
+    RefreshForms();
+    EXPECT_FALSE(note->isVisible());
 }
 
 TEST_F(WorkbenchAtTheWindow, AJobThatCannotBeReadLeavesTheAnalysis) {
