@@ -14,6 +14,8 @@ constexpr std::size_t FewestOfVelocity = 10; // scans
 constexpr std::size_t TailOfVelocity = 3;    // differences that are looked at
 constexpr double VelocityStep = 20.0;        // times the noise
 constexpr long FewestReadings = 3;
+constexpr const char* FastText = "not yet at equilibrium: its last scans differ by more than 20 times the "
+                                 "noise, as those of a velocity run";
 
 double Reading(const RunScan& scan, long p) {
     return static_cast<double>(scan.Readings[p]);
@@ -158,6 +160,16 @@ void JudgeGroup(SortedRun& run, RunGroup& group, const ApproachRange& range) {
         run.Scans[i].Optics = ScanOptics::Velocity;
 }
 
+// Too few scans to be taken for a velocity run, of which the last ones still move as those of one do.
+bool MovesFast(const RunGroup& group) {
+    const std::size_t n = group.Judged.size();
+    if (n < TailOfVelocity || group.Last + 1 != n) return false;
+    const double fast = VelocityStep * AgreementLimit(group) / std::sqrt(MostSquares);
+    for (std::size_t i = n - 1 - std::min(TailOfVelocity, n - 1); i < n - 1; ++i)
+        if (!group.Judged[i].Rms || !(*group.Judged[i].Rms > fast)) return false;
+    return true;
+}
+
 std::string NameInGroup(const RunScan& scan) {
     return scan.Name.Scan ? std::to_string(*scan.Name.Scan) : ShownName(scan.File);
 }
@@ -209,7 +221,7 @@ double AgreementLimit(const RunGroup& group) {
 std::string ApproachText(const SortedRun& run, const RunGroup& group) {
     if (!HasLast(group)) return OpticsWord(group.Optics);
     if (group.Scans.size() == 1) return "one scan only";
-    std::string text = "not yet at equilibrium";
+    std::string text = MovesFast(group) ? FastText : "not yet at equilibrium";
     std::string outliers;
     for (std::size_t i = group.Scans.size(); i-- > 0;) {
         const std::string name = NameInGroup(run.Scans[group.Scans[i]]);

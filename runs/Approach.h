@@ -43,7 +43,8 @@ void JudgeRun(SortedRun& run, const ApproachRange& range);
 double AgreementLimit(const RunGroup& group);
 
 // The verdict on a group in words: "at equilibrium since scan 7", "not yet at equilibrium", "one scan only",
-// with "; scan 9 stands out" behind it. A scan is named by its number, or without one by its file.
+// with "; scan 9 stands out" behind it. A scan is named by its number, or without one by its file. Three to
+// nine scans that move as those of a velocity run do are told so.
 std::string ApproachText(const SortedRun& run, const RunGroup& group);
 
 } // namespace Quillon

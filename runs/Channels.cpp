@@ -42,7 +42,8 @@ Stretch StretchOf(const RunScan& scan, std::int16_t samples, std::int16_t channe
     const PointRange within = PointsBetween(scan, inner, outer);
     stretch.HasPoints = within.First > 0;
     if (!stretch.HasPoints) return stretch;
-    const PointRange steady = ProposeRange(scan.Readings, within.First, within.Last);
+    const PointRange reach = ReachOfChannel({scan.Radii, samples, scan.Head.Rpm}, channel, within);
+    const PointRange steady = ProposeRangeAcross(scan.Readings, within, reach);
     if (steady.First == 0 || scan.Radii[steady.Last] - scan.Radii[steady.First] < ShortestColumn)
         return stretch;
     stretch.Steady = steady;

@@ -2,10 +2,12 @@
 
 #include "input/PlainNumber.h"
 #include "platform/Paths.h"
+#include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/ScanLines.h"
 
 #include <cmath>
 #include <functional>
+#include <vector>
 
 namespace Quillon {
 
@@ -93,33 +95,21 @@ void ReadSignals(TextItems& file, RunScan& scan) {
         RequireRadii(file, list);
 }
 
-// Three numbers of a line: radius and both intensities.
-bool TakeThree(std::string_view line, double (&numbers)[3]) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    for (double& number : numbers) {
-        while (at < end && (*at == ' ' || *at == '\t'))
-            ++at;
-        if (!TakePlainNumber(at, end, number)) return false;
-    }
-    return true;
-}
-
 void ReadIntensities(TextItems& file, RunScan& scan) {
-    file.AfterComma = false;
-    while (!NoItemLeft(file)) {
-        const std::size_t place = file.Place;
-        double numbers[3] = {};
-        if (!TakeThree(ReadTextLine(file), numbers))
-            RaiseAt(file, place, "no radius with the intensities of sample and reference");
-        if (numbers[0] == 0.0) break;
-        if (!(numbers[0] > 0.0 && numbers[0] <= static_cast<double>(LargestRadius)))
-            RaiseAt(file, place, "no radius in cm");
-        if (!(numbers[1] > 0.0 && numbers[2] > 0.0)) continue;
-        if (scan.Radii.Hi() == MostReadings)
-            RaiseError("it holds more than " + std::to_string(MostReadings) + " readings");
-        Keep(scan, SingleOf(numbers[0]), SingleOf(std::log10(numbers[2] / numbers[1])));
-    }
+    std::vector<PointLine> readings;
+    const auto store = [&readings](long i, const PointLine& point) {
+        readings.push_back(point);
+        return i < MostReadings + 1;
+    };
+    const PointList list = ReadPoints(file, store, ThirdNumber::Reading);
+    if (list.TooMany) RaiseError("it holds more than " + std::to_string(MostReadings) + " readings");
+    RequirePoints(file, list);
+    RequireRadii(file, list);
+    readings.resize(static_cast<std::size_t>(list.Points));
+    for (const PointLine& reading : readings)
+        if (HasAbsorbance(reading.Value, reading.Second))
+            Keep(scan, reading.Radius,
+                 AbsorbanceOf(reading.Value, reading.Second, IntensityOrders::SampleFirst));
     if (scan.Radii.Empty()) RaiseError("there is no reading with two intensities above 0");
 }
 

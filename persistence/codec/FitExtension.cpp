@@ -230,7 +230,7 @@ const std::vector<ExtensionField>& ExtensionFields() {
          }},
         {"Intensity", [](const Workspace& w) { return HoldsAny(w.IntensityOrder, IntensityOrders::None); },
          WriteIntensities, ReadIntensities},
-        {"MeanOf", HoldsMeans, WriteMeans, ReadMeans},
+        {"MeanOf", [](const Workspace& w) { return HoldsMeans(w); }, WriteMeans, ReadMeans},
     };
     return fields;
 }

@@ -63,26 +63,6 @@ long Continued(const OneBased<float>& values, long p, long step, const PointRang
     return p;
 }
 
-// A channel's points and those beside them up to the radii of the channels next to it; those of an innermost
-// or outermost channel up to the end of the scan.
-PointRange ReachOf(RowNo row, int channel, const PointRange& within) {
-    const OneBased<float>& radii = Work.ScanRadius[row];
-    PointRange reach{1, Work.ScanPoints[row]};
-    float inner{};
-    float outer{};
-    if (channel > Channel::A) {
-        ChannelRadiiOf(row, channel - 1, inner, outer);
-        while (reach.First < within.First && radii[reach.First] < outer)
-            ++reach.First;
-    }
-    if (channel < LastChannelOf(row)) {
-        ChannelRadiiOf(row, channel + 1, inner, outer);
-        while (reach.Last > within.Last && radii[reach.Last] > inner)
-            --reach.Last;
-    }
-    return reach;
-}
-
 } // namespace
 
 int LastChannelOf(RowNo row) {
@@ -122,6 +102,19 @@ PointRange ProposeRangeAcross(const OneBased<float>& values, const PointRange& w
     return {begin, end};
 }
 
+PointRange ReachOfChannel(const ScanInCell& scan, int channel, const PointRange& within) {
+    PointRange reach{1, scan.Radii.Hi()};
+    float inner{};
+    float outer{};
+    if (channel > Channel::A && ChannelRadiiAt(scan.Samples, channel - 1, scan.Rpm, inner, outer))
+        while (reach.First < within.First && scan.Radii[reach.First] < outer)
+            ++reach.First;
+    if (ChannelRadiiAt(scan.Samples, channel + 1, scan.Rpm, inner, outer))
+        while (reach.Last > within.Last && scan.Radii[reach.Last] > inner)
+            --reach.Last;
+    return reach;
+}
+
 PointRange ProposeRangeOf(RowNo row) {
     const int channel = Work.DataChannel[row];
     if (channel > 0 && Work.CenterpieceType[row] >= Centerpiece::SixChannel)
@@ -131,8 +124,10 @@ PointRange ProposeRangeOf(RowNo row) {
 
 PointRange ProposeRangeInChannel(RowNo row, int channel) {
     PointRange within{1, Work.ScanPoints[row]};
-    const PointRange reach =
-        PointsOfChannel(row, channel, within.First, within.Last) ? ReachOf(row, channel, within) : within;
+    const ScanInCell scan{Work.ScanRadius[row], Work.CenterpieceType[row], Work.ScanRPM[row]};
+    const PointRange reach = PointsOfChannel(row, channel, within.First, within.Last)
+                                 ? ReachOfChannel(scan, channel, within)
+                                 : within;
     return ProposeRangeAcross(Work.ScanValue[row], within, reach);
 }
 

@@ -23,6 +23,18 @@ PointRange ProposeRange(const OneBased<float>& values, long first, long last);
 PointRange ProposeRangeAcross(const OneBased<float>& values, const PointRange& within,
                               const PointRange& reach);
 
+// The radii of a scan, with the code of the centerpiece and the speed that say where its channels lie.
+struct ScanInCell {
+    const OneBased<float>& Radii;
+    int Samples = 0;
+    float Rpm = 0.0F;
+};
+
+// A channel's points (within) and those beside them up to the radii of the channels next to it; those of an
+// innermost or outermost channel up to the end of the scan. The reach of a proposal in a channel: its radii
+// are those of an average cell.
+PointRange ReachOfChannel(const ScanInCell& scan, int channel, const PointRange& within);
+
 // Second differences of first..last from this on are a break: the larger of those two.
 double LeastBreakOf(const OneBased<float>& values, long first, long last);
 

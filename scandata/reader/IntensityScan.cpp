@@ -17,17 +17,6 @@ char Capital(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-bool HasAbsorbance(float first, float second) {
-    return first > 0.0F && second > 0.0F;
-}
-
-float AbsorbanceOf(float first, float second, IntensityOrders::Code order) {
-    const bool sampleFirst = order == IntensityOrders::SampleFirst;
-    const double sample = sampleFirst ? first : second;
-    const double reference = sampleFirst ? second : first;
-    return static_cast<float>(std::log10(reference / sample));
-}
-
 // log10(second / first), summed: positive where the first column is the sample.
 double SumOfLogs(RowNo row) {
     double sum = 0.0;
@@ -102,6 +91,17 @@ IntensitySpan SpanOf(const std::vector<Light>& light, float Light::*side) {
 }
 
 } // namespace
+
+bool HasAbsorbance(float first, float second) {
+    return first > 0.0F && second > 0.0F;
+}
+
+float AbsorbanceOf(float first, float second, IntensityOrders::Code order) {
+    const bool sampleFirst = order == IntensityOrders::SampleFirst;
+    const double sample = static_cast<double>(sampleFirst ? first : second);
+    const double reference = static_cast<double>(sampleFirst ? second : first);
+    return static_cast<float>(std::log10(reference / sample));
+}
 
 bool IsIntensityScan(std::string_view parameterLine, std::string_view fileName) {
     if (!parameterLine.empty() && Capital(parameterLine[0]) == 'I') return true;

@@ -80,13 +80,15 @@ TEST_F(BatchOutputs, MembersStandInTheirOrder) {
     EXPECT_EQ(Results["check"].Names, (std::vector<std::string>{"expected_decrease", "minimum"}));
     EXPECT_EQ(Results["correlations"].Names, (std::vector<std::string>{"slots", "matrix"}));
     EXPECT_EQ(Results["sets"][0].Names,
-              (std::vector<std::string>{
-                  "set",           "row",           "label",           "points",     "rms",
-                  "file",          "sha256",        "baseline_sha256", "cell",       "channel",
-                  "speed_rpm",     "temperature_c", "wavelength_nm",   "omega2t",    "time_s",
-                  "averaged",      "inner_cm",      "outer_cm",        "path_cm",    "optics",
-                  "mean_residual", "runs_z",        "noise",           "mean_total", "populations",
-                  "note",          "left_out",      "left_out_by",     "intensity",  "ceiling"}));
+              (std::vector<std::string>{"set",         "row",       "label",           "points",
+                                        "rms",         "file",      "files",           "scans_averaged",
+                                        "rms_between", "sha256",    "baseline_sha256", "cell",
+                                        "channel",     "speed_rpm", "temperature_c",   "wavelength_nm",
+                                        "omega2t",     "time_s",    "averaged",        "inner_cm",
+                                        "outer_cm",    "path_cm",   "optics",          "mean_residual",
+                                        "runs_z",      "noise",     "mean_total",      "populations",
+                                        "note",        "left_out",  "left_out_by",     "intensity",
+                                        "ceiling"}));
     EXPECT_EQ(Results["derived"][0].Names,
               (std::vector<std::string>{"slot", "name", "ln_k", "log10_k", "kd", "kd_root", "unit",
                                         "delta_g_kj", "lower", "upper", "convention", "reason"}));

@@ -121,7 +121,11 @@ TEST(Approach, TenScansThatMoveByFarMoreThanTheNoiseAreAVelocityRun) {
     EXPECT_EQ(RunOf(shifts).Groups[0].Optics, ScanOptics::Velocity);
     EXPECT_FALSE(HasLast(RunOf(shifts).Groups[0]));
     shifts.pop_back();
-    EXPECT_EQ(RunOf(shifts).Groups[0].Optics, ScanOptics::Absorbance); // nine
+    const SortedRun nine = RunOf(shifts);
+    EXPECT_EQ(nine.Groups[0].Optics, ScanOptics::Absorbance);
+    EXPECT_EQ(ApproachText(nine, nine.Groups[0]),
+              "not yet at equilibrium: its last scans differ by more than 20 times "
+              "the noise, as those of a velocity run");
     shifts = {1, 0.9, 0.8, 0.7, 0.6, 0.5, 0.4, 0.3, 0.2, 0.02, 0};
     EXPECT_EQ(RunOf(shifts).Groups[0].Optics, ScanOptics::Absorbance); // the last step is small
 }
