@@ -23,9 +23,17 @@ constexpr std::size_t BlockSize = 65536;
                (words ? std::string(": ") + words : ""));
 }
 
+// "64 MB", "2 GB"; smaller ones in bytes.
+std::string SizeText(std::size_t bytes) {
+    constexpr std::size_t mega = std::size_t{1} << 20U, giga = std::size_t{1} << 30U;
+    if (bytes >= giga) return std::to_string(bytes / giga) + " GB";
+    return bytes >= mega ? std::to_string(bytes / mega) + " MB" : std::to_string(bytes) + " bytes";
+}
+
 // The bytes of one entry, taken block by block.
 struct EntryBytes {
     archive* In;
+    const WalkLimits& Limits;
     std::size_t& Unpacked; // of the whole archive
     std::string Bytes{};
     bool Ended = false;
@@ -33,11 +41,12 @@ struct EntryBytes {
 
     // A block that claims to stand far behind the last one is a hole, which unpacks to nothing but zeros.
     void Take(const void* block, std::size_t size, la_int64_t offset) {
-        Unpacked += size;
-        if (Unpacked > LargestArchive) RaiseError("it unpacks to more than 2 GB");
         const bool behind = offset >= 0 && static_cast<std::size_t>(offset) >= Bytes.size();
         const std::size_t end = static_cast<std::size_t>(offset) + size;
-        if (TooLarge || !behind || end > LargestMet || end < size) {
+        const bool taken = !TooLarge && behind && end <= Limits.OneFile && end >= size;
+        Unpacked += taken ? end - Bytes.size() : size;
+        if (Unpacked > Limits.Archive) RaiseError("it unpacks to more than " + SizeText(Limits.Archive));
+        if (!taken) {
             TooLarge = true;
             return Bytes.clear();
         }
@@ -62,8 +71,8 @@ struct EntryBytes {
     }
 
     std::string Whole() {
-        ReadUpTo(LargestMet + 1);
-        if (TooLarge) RaiseError("it is larger than 64 MB");
+        ReadUpTo(Limits.OneFile + 1);
+        if (TooLarge) RaiseError("it is larger than " + SizeText(Limits.OneFile));
         return Bytes;
     }
 
@@ -71,7 +80,7 @@ struct EntryBytes {
     void PassOver() {
         TooLarge = true;
         Bytes.clear();
-        ReadUpTo(LargestMet + 1);
+        ReadUpTo(Limits.OneFile + 1);
     }
 };
 
@@ -108,7 +117,7 @@ std::string NameOf(archive_entry* entry) {
 
 } // namespace
 
-std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& meet) {
+std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& meet, const WalkLimits& limits) {
     const OpenArchive in = Open(path);
     std::vector<PassedFile> passed;
     std::size_t unpacked = 0;
@@ -120,8 +129,9 @@ std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& mee
             RaiseError(count == 1
                            ? "it is no archive (.tar.gz, .zip) that can be read, or one that ends too early"
                            : "the archive is damaged or ends too early");
-        if (count > MostMet) RaiseError("it holds more than 20000 entries");
-        EntryBytes bytes{in.get(), unpacked};
+        if (count > limits.Entries)
+            RaiseError("it holds more than " + std::to_string(limits.Entries) + " entries");
+        EntryBytes bytes{in.get(), limits, unpacked};
         const std::string name = NameOf(entry);
         const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
         const std::string why = isFolder ? "" : WhyPassed(entry, name);

@@ -20,6 +20,12 @@ inline constexpr std::size_t LargestMet = std::size_t{64} << 20U; // bytes of on
 inline constexpr std::size_t LargestArchive = std::size_t{2} << 30U; // bytes that an archive may unpack to
 inline constexpr long MostMet = 20000; // files of a folder, entries of an archive
 
+// What a walk over an archive bears; tests make it small.
+struct WalkLimits {
+    std::size_t OneFile = LargestMet, Archive = LargestArchive;
+    long Entries = MostMet;
+};
+
 // The seam's WalkFiles. A place that is no folder is taken for an archive.
 std::vector<PassedFile> WalkFiles(const std::string& place, const MeetFile& meet);
 
@@ -29,8 +35,10 @@ std::vector<PassedFile> WalkFolder(const std::string& folder, const MeetFile& me
 
 // Of an archive, everything that is no file is left alone, and so is an entry whose name leads out of the
 // folder that it would be unpacked into. One that ends too early is a RuntimeError, and so is one that is
-// packed several times over.
-std::vector<PassedFile> WalkArchive(const std::string& archive, const MeetFile& meet);
+// packed several times over, that holds too many entries or unpacks to too much. Holes of sparse entries
+// count as the zeros that they unpack to.
+std::vector<PassedFile> WalkArchive(const std::string& archive, const MeetFile& meet,
+                                    const WalkLimits& limits = {});
 
 // True for a name that stays below the folder that it is put into: no root, no drive, no "..", no byte 0.
 bool StaysBelow(const std::string& name);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <sys/stat.h>
@@ -160,6 +161,86 @@ TEST(WalkArchive, AnEntryThatIsTooLargeIsToldWhereItIsAskedFor) {
         }
     });
     EXPECT_EQ(told, std::vector<std::string>{"big: it is larger than 64 MB"});
+}
+
+TEST(WalkArchive, WhatItUnpacksToIsCountedAlsoWhereNobodyWantsIt) {
+    Script script;
+    WalkLimits limits;
+    limits.Archive = 10000;
+    limits.OneFile = 6000;
+    const auto walk = [&](const std::vector<ArchiveEntry>& entries, const char* kind) -> std::string {
+        try {
+            WalkArchive(
+                script.MakeFile("bomb", ArchiveOf(entries, kind)), [](const MetFile&) {}, limits);
+        } catch (const RuntimeError& error) {
+            return error.Text;
+        }
+        return "";
+    };
+    const std::string zeros(5001, '\0');
+    for (const char* kind : {"tar", "tar.gz", "zip"}) {
+        EXPECT_EQ(walk({{"a", zeros}}, kind), "") << kind;
+        EXPECT_EQ(walk({{"a", zeros}, {"b", zeros}}, kind), "it unpacks to more than 10000 bytes") << kind;
+        EXPECT_EQ(walk({{"../a", zeros}, {"/b", zeros}}, kind), "it unpacks to more than 10000 bytes");
+        EXPECT_EQ(walk({{"a", std::string(10001, '\0')}}, kind), "it unpacks to more than 10000 bytes");
+    }
+    limits.Entries = 2;
+    EXPECT_EQ(walk({{"a", "1"}, {"../b", "2"}, {"c", "3"}}, "zip"), "it holds more than 2 entries");
+}
+
+// The zeros of a hole cost memory and time as others do, though no block brings them.
+TEST(WalkArchive, HolesOfSparseEntriesCountAsTheirZeros) {
+    const auto octal = [](std::string& head, std::size_t at, std::size_t width, std::size_t number) {
+        char text[16];
+        std::snprintf(text, sizeof text, "%0*zo", static_cast<int>(width) - 1, number);
+        head.replace(at, width - 1, text);
+    };
+    // The header of an old sparse entry: one byte of data behind a hole.
+    std::string head(512, '\0');
+    head.replace(0, 4, "hole");
+    octal(head, 100, 8, 0644);
+    octal(head, 124, 12, 1);
+    head[156] = 'S';
+    head.replace(257, 8, "ustar  ");
+    octal(head, 386, 12, 4999); // where it stands
+    octal(head, 398, 12, 1);
+    octal(head, 483, 12, 5000);
+    std::size_t sum = 8 * ' ';
+    for (std::size_t i = 0; i < head.size(); ++i)
+        if (i < 148 || i > 155) sum += static_cast<unsigned char>(head[i]);
+    octal(head, 148, 7, sum);
+    head[155] = ' ';
+    std::string one = head + "x" + std::string(511, '\0');
+    Script script;
+    WalkLimits limits;
+    limits.Archive = 10001;
+    std::vector<std::size_t> sizes;
+    const auto walk = [&](int entries) -> std::string {
+        std::string bytes;
+        for (int i = 0; i < entries; ++i)
+            bytes += one;
+        try {
+            WalkArchive(
+                script.MakeFile("sparse", bytes + std::string(1024, '\0')),
+                [&](const MetFile& file) { sizes.push_back(file.Whole().size()); }, limits);
+        } catch (const RuntimeError& error) {
+            return error.Text;
+        }
+        return "";
+    };
+    EXPECT_EQ(walk(2), "");
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{5000, 5000}));
+    EXPECT_EQ(walk(3), "it unpacks to more than 10001 bytes");
+}
+
+TEST(WalkArchive, NamesThatAreNoUtf8KeepTheirBytes) {
+    Script script;
+    const std::string name = "M\xFCller/\xFF\x80.RA1";
+    for (const char* kind : {"tar", "tar.gz", "zip"}) {
+        const Met met = WalkBytes(script, ArchiveOf({{name, "1"}, {"plain", "2"}}, kind));
+        EXPECT_EQ(met.Error, "") << kind;
+        EXPECT_EQ(met.Names, (std::vector<std::string>{name, "plain"})) << kind;
+    }
 }
 
 TEST(WalkArchive, PackedTwiceIsRefused) {
