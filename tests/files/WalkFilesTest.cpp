@@ -199,9 +199,12 @@ TEST(WalkArchive, HolesOfSparseEntriesCountAsTheirZeros) {
     std::string head(512, '\0');
     head.replace(0, 4, "hole");
     octal(head, 100, 8, 0644);
+    for (const std::size_t field : {108, 116, 329, 337}) // owners and devices
+        octal(head, field, 8, 0);
+    octal(head, 136, 12, 0); // time
     octal(head, 124, 12, 1);
     head[156] = 'S';
-    head.replace(257, 8, "ustar  ");
+    head.replace(257, 7, "ustar  ");
     octal(head, 386, 12, 4999); // where it stands
     octal(head, 398, 12, 1);
     octal(head, 483, 12, 5000);
