@@ -20,7 +20,8 @@ namespace Quillon {
 // True for a parameter line with the type letter I, or a name whose ending begins with "RI", in any case.
 bool IsIntensityScan(std::string_view parameterLine, std::string_view fileName);
 
-// Whether two intensities, of the first and the second column, have an absorbance, and what it is in an order.
+// Whether two intensities, of the first and the second column, have an absorbance, and what it is in an
+// order.
 bool HasAbsorbance(float first, float second);
 float AbsorbanceOf(float first, float second, IntensityOrders::Code order);
 
