@@ -100,7 +100,7 @@ struct Average {
             const bool own = k + 1 == Parts.size() && p > 0; // a radius may stand twice
             const auto first = own ? Along[k][0].Value(p) : Along[k][0](radius);
             const auto second = own ? Along[k][1].Value(p) : Along[k][1](radius);
-            if (!first || !second) return {};
+            if (!first || !second) return {}; // [decision: mean-of-all]
             values.push_back({*first, *second});
         }
         return Of(values);

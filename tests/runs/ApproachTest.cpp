@@ -172,6 +172,26 @@ TEST(Approach, ChannelsOfASixChannelCellAreFoundAndTheWorstCounts) {
     EXPECT_EQ(Answers(run).front(), 'n');
 }
 
+TEST(Approach, AColumnThatTheRadiiOfItsChannelCutIsTakenWhole) {
+    Work = FreshWorkspace();
+    RunPlan plan;
+    plan.Cells = {1};
+    plan.Speeds = {14000};
+    plan.Channels = 3;
+    plan.Points = 500;
+    plan.ScansPerStage = 1;
+    RunScan scan = ReadRunScan("00001.RA1", MakeRun(plan).front().Bytes);
+    for (float& radius : scan.Radii)
+        radius -= 0.06F; // the cell sits off: the channels begin at 5.80, 6.40 and 6.85 cm
+    const std::vector<RunChannel> channels = ChannelsOf(scan, {});
+    ASSERT_EQ(channels.size(), 3U);
+    const double inner[] = {5.81, 6.36, 6.84}, outer[] = {6.03, 6.54, 7.06};
+    for (std::size_t c = 0; c < 3; ++c) {
+        EXPECT_NEAR(static_cast<double>(channels[c].Inner), inner[c], 0.015) << c;
+        EXPECT_NEAR(static_cast<double>(channels[c].Outer), outer[c], 0.015) << c;
+    }
+}
+
 TEST(Approach, AColumnOfOneSampleIsNoCellOfSeveral) {
     Work = FreshWorkspace();
     NoiseSource noise(9);
