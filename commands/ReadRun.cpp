@@ -94,7 +94,12 @@ bool NamesArchive(const std::string& path) {
 
 void ReadRunAt(const std::string& place) {
     const bool packed = !Host.DirectoryExists(place);
-    const SortedRun run = Sorted(place, packed);
+    SortedRun run;
+    try {
+        run = Sorted(place, packed);
+    } catch (const RuntimeError& error) {
+        return Tell(error.Text, Work.ProgramName, BoxIcon::Warning);
+    }
     const std::vector<RunSet> sets = ShowRunForm(run);
     if (sets.empty()) return;
     if (!TableIsEmpty() &&

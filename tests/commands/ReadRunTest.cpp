@@ -125,9 +125,6 @@ TEST_F(ReadRun, TicksOfTheTreeDecide) {
 
 TEST_F(ReadRun, RatiosAreAskedForOnceAndShareConcentrations) {
     RunPlan plan = PlanOf({1});
-    script.ExpectMessage("There is no extinction for 280 nm.\n\nIt is taken as 1 then, and its sets share no "
-                         "concentrations. Do you want to go on without it?",
-                         BoxAnswer::No);
     script.ExpectModal(RunFormName, [] {
         ASSERT_EQ(RunForm.Ratios.size(), 2U);
         EXPECT_EQ(RunForm.Ratios[1].Label.Text, "280 nm");
@@ -140,6 +137,9 @@ TEST_F(ReadRun, RatiosAreAskedForOnceAndShareConcentrations) {
         RunFormOkButton();
         EXPECT_FALSE(RunForm.State.Shown);
     });
+    script.ExpectMessage("There is no extinction for 280 nm.\n\nIt is taken as 1 then, and its sets share no "
+                         "concentrations. Do you want to go on without it?",
+                         BoxAnswer::No);
     ExpectTable([] {});
     ReadRunAt(Archive(plan));
     EXPECT_EQ(Work.NumSets, 6);
@@ -153,13 +153,13 @@ TEST_F(ReadRun, RatiosAreAskedForOnceAndShareConcentrations) {
 }
 
 TEST_F(ReadRun, ARatioThatIsNotAboveZeroIsRefused) {
-    script.ExpectMessage("You must enter a positive, non-zero value for the extinction ratio", BoxAnswer::Ok);
     script.ExpectModal(RunFormName, [] {
         Ratio(1, "0");
         EXPECT_EQ(RunForm.Ratios[1].A.Text, "");
         EXPECT_EQ(RunForm.State.FocusOn, &RunForm.Ratios[1].A);
         RunFormCancelButton();
     });
+    script.ExpectMessage("You must enter a positive, non-zero value for the extinction ratio", BoxAnswer::Ok);
     ReadRunAt(Folder(PlanOf({1})));
 }
 
