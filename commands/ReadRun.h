@@ -10,7 +10,8 @@ void ReadRunCommand();
 
 // Sorts the run at a place, shows it (commands/RunForm.h) and opens the table of data sets with what was
 // ticked; scans that stand in it are replaced after a question. Scans of an archive are laid into a new
-// folder NAME-scans beside it first, or NAME-scans-2 where that is taken. A place that cannot be read is told.
+// folder NAME-scans beside it first, or NAME-scans-2 where that is taken. A place that cannot be read is
+// told.
 void ReadRunAt(const std::string& place);
 
 // The command: how the scans of a set's cell, speed and wavelength came to the last one. Asks for the set,
