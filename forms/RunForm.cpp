@@ -63,7 +63,8 @@ void NameColumns(QTreeWidget& tree) {
     for (const std::string& head : RunForm.Columns)
         heads << ShownText(head);
     tree.setHeaderLabels(heads);
-    tree.header()->setStretchLastSection(true);
+    tree.header()->setStretchLastSection(false);
+    tree.header()->setSectionResizeMode(3, QHeaderView::ResizeToContents); // words of any length
 }
 
 QTreeWidget* MakeTree(Binder& bind) {
@@ -75,7 +76,7 @@ QTreeWidget* MakeTree(Binder& bind) {
     NameColumns(*tree);
     const std::vector<QTreeWidgetItem*> items = FillTree(*tree);
     OpenGroups(items);
-    tree->setColumnWidth(0, tree->fontMetrics().horizontalAdvance(QString(46, 'n')));
+    tree->setColumnWidth(0, tree->fontMetrics().horizontalAdvance(QString(38, 'n')));
     tree->setColumnWidth(1, tree->fontMetrics().horizontalAdvance("000000 scans"));
     tree->setColumnWidth(2, tree->fontMetrics().horizontalAdvance("000.0 h to 000.0 h  "));
     if (!items.empty()) tree->setCurrentItem(items.front());

@@ -211,7 +211,7 @@ const std::vector<FormOpening>& FormOpenings() {
         {PrintGrFormName, OnGraph(PrintGrFormName, [] { AskPrintOptions(); })},
         {ReportPreviewName, OpenPreview},
         {ResultsName, By(ResultsName, "ReviewFit")},
-        {RunFormName, By(RunFormName, ShowARun)},
+        {RunFormName, By(RunFormName, ShowARun), {"OK"}},
         {SetColorName, OnGraph(SetColorName, AlterColors)},
         {SettingsFormName, By(SettingsFormName, "AllSettings")},
         {ShareFormName, By(ShareFormName, "ShareConcentrations")},

@@ -35,7 +35,8 @@ Ended Start(const std::string& arguments, const std::string& environment = "") {
 TEST(ProgramStart, HelpAndVersionWereTakenForFolders) {
     const Ended help = Start("--help");
     EXPECT_EQ(help.Status, 0);
-    EXPECT_TRUE(help.Out.starts_with("usage: quillon [FOLDER | FIT | JOB.job | GRAPH.grf | SCAN...]\n"))
+    EXPECT_TRUE(
+        help.Out.starts_with("usage: quillon [FOLDER | FIT | JOB.job | GRAPH.grf | RUN.tar.gz | SCAN...]\n"))
         << help.Out;
     EXPECT_EQ(Start("-h").Out, help.Out);
     const Ended version = Start("--version");
