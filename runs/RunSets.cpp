@@ -100,22 +100,29 @@ bool IsSameSample(const SortedRun& run, const RunSet& a, const RunSet& b) {
            IsSameStay(run, run.Groups[a.Group], run.Groups[b.Group]);
 }
 
-// How many sets each value brings: "cell 1: 9, cell 2: 9".
-std::string Counts(const SortedRun& run, const std::vector<RunSet>& sets,
+// How many sets each value brings, values that are the same as one: "260 nm: 12, 280 nm: 12".
+std::string Counts(const SortedRun& run, const std::vector<RunSet>& sets, const Criterion& criterion,
                    const std::function<std::string(const RunGroup&)>& nameOf) {
-    std::vector<std::pair<std::string, int>> counts;
+    struct Count {
+        float Value;
+        std::string Name;
+        int Sets;
+    };
+    std::vector<Count> counts;
     for (const RunSet& set : sets) {
-        const std::string name = nameOf(run.Groups[set.Group]);
-        const auto known = std::find_if(counts.begin(), counts.end(),
-                                        [&](const auto& count) { return count.first == name; });
+        const RunGroup& group = run.Groups[set.Group];
+        const float value = criterion.ValueOf(group);
+        const auto known = std::find_if(counts.begin(), counts.end(), [&](const Count& count) {
+            return criterion.IsSame(count.Value, value);
+        });
         if (known == counts.end())
-            counts.emplace_back(name, 1);
+            counts.push_back({value, nameOf(group), 1});
         else
-            ++known->second;
+            ++known->Sets;
     }
     std::string list;
-    for (const auto& [name, count] : counts)
-        list += (list.empty() ? "" : ", ") + name + ": " + std::to_string(count);
+    for (const Count& count : counts)
+        list += (list.empty() ? "" : ", ") + count.Name + ": " + std::to_string(count.Sets);
     return list;
 }
 
@@ -182,11 +189,14 @@ std::string WhyNoAnalysis(const SortedRun& run, const std::vector<RunSet>& sets)
                " absorbances, which one analysis cannot hold: choose by cell or "
                "wavelength";
     if (sets.size() <= StandardMaxSets) return "";
+    const std::vector<Criterion> by = CriteriaOf(run, {}); // cell, wavelength, speed
     return std::to_string(sets.size()) + " sets are more than the " + std::to_string(StandardMaxSets) +
            " of an analysis: choose among them (" +
-           Counts(run, sets, [](const RunGroup& g) { return "cell " + std::to_string(g.Cell); }) + "; " +
-           Counts(run, sets, [&](const RunGroup& g) { return WavelengthText(run, g) + " nm"; }) + "; " +
-           Counts(run, sets, [&](const RunGroup& g) { return SpeedText(run, g) + " rpm"; }) + ")";
+           Counts(run, sets, by[0], [](const RunGroup& g) { return "cell " + std::to_string(g.Cell); }) +
+           "; " +
+           Counts(run, sets, by[1], [&](const RunGroup& g) { return WavelengthText(run, g) + " nm"; }) +
+           "; " + Counts(run, sets, by[2], [&](const RunGroup& g) { return SpeedText(run, g) + " rpm"; }) +
+           ")";
 }
 
 std::vector<std::string> RemarksOnSets(const SortedRun& run, const std::vector<RunSet>& sets) {

@@ -85,6 +85,19 @@ TEST_F(ReadRun, MoreSetsThanTheTableHoldsAreToldWithTheirCounts) {
     EXPECT_TRUE(Work.ScanFile[1].empty());
 }
 
+TEST_F(ReadRun, WavelengthsThatWanderAreCountedAsOne) {
+    RunPlan plan = PlanOf({1, 2, 3, 4});
+    plan.Wander = 1;
+    script.ExpectModal(RunFormName, [] {
+        const std::string& told = RunForm.Count.Text;
+        const std::size_t begin = told.find("cell 4: 6; 26"); // 260 or 261, whichever comes first
+        ASSERT_NE(begin, std::string::npos) << told;
+        EXPECT_EQ(told.substr(begin + 14, 9), " nm: 12, ") << told;
+        RunFormCancelButton();
+    });
+    ReadRunAt(Folder(plan));
+}
+
 TEST_F(ReadRun, TicksOfTheTreeDecide) {
     script.ExpectModal(RunFormName, [] {
         ASSERT_EQ(RunForm.Lines.size(), 2U * (1 + 3 * (1 + 2 * (1 + 4))));
