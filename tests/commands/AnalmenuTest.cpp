@@ -56,15 +56,15 @@ void LoadFit(const char* name) {
 
 TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
     EXPECT_EQ(Analmenu.State.Caption, "Quillon 4.0.0");
-    EXPECT_EQ(Enabled(), (std::set<std::string>{"ReadData",      "NewNameConvention",  "DoFitRestore",
-                                                "SaveDefaults",  "RunTable",           "ReadRun",
-                                                "OpenGraph",     "MenuExit",           "DoModelSet",
-                                                "UseResiduals",  "UseOverlay",         "ResidualsSpread",
-                                                "FitPause",      "AlwaysRescue",       "AbsoluteTemperature",
-                                                "SetConfidence", "mnuSigmaCalculator", "mnuHelpContents",
-                                                "mnuHelpIndex",  "AboutBox",           "ShowSteps",
-                                                "ShowGraphs",    "ShowParameters",     "ResetLayout",
-                                                "OpenAnything",  "ShowHistory",        "AllSettings"}));
+    EXPECT_EQ(
+        Enabled(),
+        (std::set<std::string>{
+            "ReadData",      "NewNameConvention",  "DoFitRestore",    "SaveDefaults", "RunTable",
+            "ReadRun",       "OpenGraph",          "MenuExit",        "DoModelSet",   "UseResiduals",
+            "UseOverlay",    "ResidualsSpread",    "FitPause",        "AlwaysRescue", "AbsoluteTemperature",
+            "SetConfidence", "mnuSigmaCalculator", "mnuHelpContents", "mnuHelpIndex", "AboutBox",
+            "ShowSteps",     "ShowGraphs",         "ShowParameters",  "ResetLayout",  "OpenAnything",
+            "ShowHistory",   "AllSettings",        "mnuCalculators"}));
     EXPECT_EQ(Work.WorkDirectory, script.Directory());
     EXPECT_EQ(Work.DataDirectory, "");
 }
