@@ -60,8 +60,9 @@ std::string BytesToKeep() {
 void Write(const std::string& bytes) {
     try {
         DecodeFit(bytes, Work);
-    } catch (const RuntimeError&) {
-        return; // say, a table that is being filled
+    } catch (const RuntimeError& error) {
+        Own.Failure = error.Text; // the former file stays
+        return;
     }
     try {
         Host.WriteFile(Own.Path, bytes);
@@ -146,8 +147,10 @@ void KeepSession() {
     try {
         const std::string bytes = BytesToKeep();
         if (bytes != Own.Kept) Write(bytes);
-    } catch (const RuntimeError&) { // no file takes it: the former one stays
+    } catch (const RuntimeError& error) {
+        Own.Failure = error.Text; // no file takes it: the former one stays
     } catch (const std::bad_alloc&) {
+        Own.Failure = ErrorText::OutOfMemory;
     }
 }
 

@@ -5,6 +5,7 @@
 #include "commands/Examples.h"
 #include "commands/Sessions.h"
 #include "commands/StartUp.h"
+#include "commands/history/History.h"
 #include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
 #include "persistence/Filelist.h"
@@ -185,12 +186,13 @@ void FillWorkbench() {
 
 bool FillKeepNote() {
     const std::string former = Workbench.KeepNote.Text;
-    const std::string& why = SessionFailure();
-    Workbench.KeepNote.Visible = !why.empty();
-    Workbench.KeepNote.Text =
-        why.empty()
-            ? ""
-            : "Should the program die, what is not saved is lost: it could not be kept (" + why + ").";
+    std::string& note = Workbench.KeepNote.Text;
+    note.clear();
+    if (const std::string& why = SessionFailure(); !why.empty())
+        note = "Should the program die, what is not saved is lost: it could not be kept (" + why + ").";
+    if (const std::string& why = History.Failure; !why.empty())
+        note += (note.empty() ? "" : " ") + ("Undo does not know of the latest change (" + why + ").");
+    Workbench.KeepNote.Visible = !note.empty();
     return Workbench.KeepNote.Text != former;
 }
 

@@ -53,7 +53,7 @@ struct WorkbenchForm {
     Control ExamplesHead;
     std::vector<Control> Examples; // a button for each that is there; its job is the tip
 
-    Control KeepNote; // at the foot: why nothing is kept for a restart; hidden while all is well
+    Control KeepNote; // at the foot: why nothing is kept for a restart or for Undo; hidden while all is well
 };
 extern WorkbenchForm Workbench;
 
@@ -63,8 +63,8 @@ void LoadWorkbench();
 // Brings the record up to the workspace.
 void FillWorkbench();
 
-// Brings KeepNote up to the latest attempt to keep the analysis (SessionFailure). True when it says something
-// else than before.
+// Brings KeepNote up to the latest attempt to keep the analysis (SessionFailure) and to the latest change
+// (History.Failure). True when it says something else than before.
 bool FillKeepNote();
 
 // True when a pane is to be seen: the user wants it, and there is something in it.

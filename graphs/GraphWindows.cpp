@@ -87,19 +87,20 @@ struct Quiet {
     Quiet& operator=(const Quiet&) = delete;
 };
 
-bool MakeAnew(const GraphOrigin& origin) {
+bool MakeAnew(const GraphOrigin& origin, std::string& why) {
     try {
         return origin.Make && origin.Make();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        why = error.Text;
         return false;
     }
 }
 
 // The graph in hand from the analysis as it is; false, and the graph as it was, where that makes none.
-bool Remake(std::uint64_t contents) {
+bool Remake(std::uint64_t contents, std::string& why) {
     const ChartModule former = Chart;
     const ChartsForm form = Charts;
-    if (!MakeAnew(form.Origin)) {
+    if (!MakeAnew(form.Origin, why)) {
         Chart = former;
         Charts = form;
         RedrawChart();
@@ -125,7 +126,8 @@ void FollowAnalysis(GraphWindow& window, std::uint64_t contents) {
     const GraphOrigin& origin = FormOf(&window).Origin;
     if (!origin.Make || origin.Contents == contents) return;
     const GraphInHand hand(&window);
-    window.Older = !Remake(contents);
+    window.WhyOlder.clear();
+    window.Older = !Remake(contents, window.WhyOlder);
     if (window.Older) Charts.Origin.Contents = contents; // it is tried again when the analysis has changed
 }
 
@@ -185,7 +187,8 @@ std::string CaptionOf(const GraphWindow* window) {
     const std::string& name = FormOf(window).Origin.Name;
     std::string caption = "Graph " + std::to_string(window->Number);
     if (!name.empty()) caption += ": " + name;
-    return window->Older ? caption + ", of an older fit" : caption;
+    if (window->Older) caption += ", of an older fit";
+    return window->WhyOlder.empty() ? caption : caption + " (" + window->WhyOlder + ")";
 }
 
 void FollowInGraphWindows() {

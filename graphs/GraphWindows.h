@@ -8,7 +8,7 @@
 //
 // A graph that the analysis has made follows it: when there is another fit or there are other data it is made
 // anew, with the zoom that it had. Where that cannot be, as before the next fit has ended, the picture stays
-// and the window's caption says that it is of an older fit.
+// and the window's caption says that it is of an older fit, with the reason where something went wrong.
 
 #include "chart/hand/Charts.h"
 #include "chart/records/ChartState.h"
@@ -31,9 +31,10 @@ struct GraphAside {
 };
 
 struct GraphWindow {
-    int Number{};     // the chart window is the first
-    GraphAside Aside; // while it is not in hand
-    bool Older = false;
+    int Number{};           // the chart window is the first
+    GraphAside Aside;       // while it is not in hand
+    bool Older = false;     // the picture is of an older fit
+    std::string WhyOlder{}; // what went wrong when it was to be made anew; "" where there is nothing to make
     std::int16_t ClassicColors{}, DarkCanvas{}; // that it was drawn with (ChartKept)
 };
 

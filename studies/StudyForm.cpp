@@ -33,7 +33,10 @@ void ShowRunning(bool running) {
     StudyForm.StopButton.Enabled = running;
     for (StudyInput& input : StudyForm.Inputs)
         input.Box.Enabled = !running;
-    StudyForm.CopyButton.Enabled = StudyForm.GraphButton.Enabled = !running && !StudyForm.Rows.empty();
+    StudyForm.CopyButton.Enabled = !running && !StudyForm.Rows.empty();
+    // The lines of a map that was stopped would go round what was not fitted.
+    StudyForm.GraphButton.Enabled =
+        StudyForm.CopyButton.Enabled && (FoundMap() == nullptr || FoundMap()->Complete);
     StudyForm.CorrelationsButton.Enabled =
         StudyForm.CopyButton.Enabled && FoundResampling().Correlations.size() > 1;
     StudyForm.State.FocusOn = running ? &StudyForm.StopButton : &StudyForm.RunButton;

@@ -264,9 +264,10 @@ std::string WhyUnfinished(const std::string& broken) {
 void ShowMap() {
     StudyForm.Columns = {ParmCaption(SlotNo(Mapped.Slots[0])), ParmCaption(SlotNo(Mapped.Slots[1])),
                          "Sum of Squares", "Ratio", "Notes"};
-    for (std::size_t i = 0; i < Mapped.Values[0].size() && Mapped.Complete; ++i)
+    for (std::size_t i = 0; i < Mapped.Values[0].size() && !Mapped.Points.empty(); ++i)
         for (std::size_t j = 0; j < Mapped.Values[1].size(); ++j) {
             const ProfilePoint& point = Mapped.At(i, j);
+            if (!Mapped.Complete && !std::isfinite(point.SumSq)) continue; // not fitted
             StudyForm.Rows.push_back({SpreadText(SlotNo(Mapped.Slots[0]), Mapped.Values[0][i]),
                                       SpreadText(SlotNo(Mapped.Slots[1]), Mapped.Values[1][j]),
                                       SumText(point.SumSq), RatioText(point.Ratio),

@@ -91,13 +91,15 @@ void StartHistory() {
 
 bool NoteHistory(const std::string& command) {
     if (History.Steps.empty()) return false; // the program is about to start
+    History.Failure.clear();
     try {
         return NoteStep(command);
-    } catch (const RuntimeError&) {
-        return false;
+    } catch (const RuntimeError& error) {
+        History.Failure = error.Text;
     } catch (const std::bad_alloc&) { // the command itself has been done
-        return false;
+        History.Failure = ErrorText::OutOfMemory;
     }
+    return false;
 }
 
 bool CanUndo() {

@@ -28,6 +28,7 @@ struct AnalysisHistory {
     std::vector<HistoryStep> Steps; // the first state, then the oldest step; never empty once started
     std::size_t Place = 0;          // the step that the analysis at hand is
     std::string Bytes;              // of that step, as they are compared
+    std::string Failure;            // why the latest change is no step, so that Undo does not know of it; ""
 };
 extern AnalysisHistory History;
 
@@ -36,7 +37,7 @@ void StartHistory();
 
 // The end of a command: where the analysis is another than the step at hand, it becomes the next step, and
 // those that had been taken back are gone. command: the caption of its menu item. True when it was so. An
-// analysis that cannot be written to a file is no step.
+// analysis that cannot be written to a file is no step, and History.Failure says why.
 bool NoteHistory(const std::string& command);
 
 bool CanUndo();

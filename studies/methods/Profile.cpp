@@ -362,12 +362,19 @@ ProfilePoint PointOf(const Base& base, long slot, const Place& place) {
     return point;
 }
 
+// What a side has to show, outwards: its values, or where it has come to none what it has met on its way.
+std::vector<Place> ShownOf(const Profiled& found, std::size_t side) {
+    if (found.Complete || !found.Grids[side].empty()) return found.Grids[side];
+    return {found.Sides[side].Way.begin() + 1, found.Sides[side].Way.end()};
+}
+
 void FillProfile(Profile& profile, const Base& base, const Profiled& found) {
     const long slot = profile.Slot;
-    for (auto place = found.Grids[0].rbegin(); place != found.Grids[0].rend(); ++place)
+    const std::vector<Place> below = ShownOf(found, 0);
+    for (auto place = below.rbegin(); place != below.rend(); ++place)
         profile.Points.push_back(PointOf(base, slot, *place));
     profile.Points.push_back(PointOf(base, slot, found.Sides[0].Way.front()));
-    for (const Place& place : found.Grids[1])
+    for (const Place& place : ShownOf(found, 1))
         profile.Points.push_back(PointOf(base, slot, place));
     const auto shown = [&](std::size_t side, std::size_t i) -> std::optional<double> {
         if (i >= found.Limits[side].size() || !found.Limits[side][i]) return std::nullopt;

@@ -47,7 +47,7 @@ struct Profile {
     std::string Name;
     double MinimumValue = 0.0; // of the parameter at the lowest sum, units of display
     double MinimumSumSq = 0.0;
-    std::vector<ProfilePoint> Points; // by rising value, the minimum among them; evenly spread
+    std::vector<ProfilePoint> Points; // by rising value, the minimum among them; evenly spread when complete
     std::vector<ProfileLimits> Limits;
     std::optional<Workspace> Better; // a lower minimum that was met on the way: what is told starts from it
     std::vector<std::string> Notes;  // sentences

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <limits>
 
 namespace Quillon {
 
@@ -42,6 +43,14 @@ Edges EdgesOf(const ProfileMap& map, const ProfileChoice& choice) {
     return edges;
 }
 
+// A pair that a cancel has left out.
+ProfilePoint NotFitted(double value) {
+    ProfilePoint point;
+    point.Value = value;
+    point.SumSq = point.Ratio = std::numeric_limits<double>::infinity();
+    return point;
+}
+
 struct MapRow {
     std::vector<ProfilePoint> Points;
     bool Ended = false;
@@ -51,7 +60,8 @@ struct MapRow {
 MapRow FitRow(const std::array<long, 2>& slots, const ProfilePoint& start,
               const std::vector<ProfilePoint>& values, bool others, std::atomic<long>& steps) {
     MapRow row;
-    row.Points.resize(values.size());
+    for (const ProfilePoint& value : values)
+        row.Points.push_back(NotFitted(value.Value));
     std::size_t nearest = 0;
     const auto from = [&](std::size_t i) {
         return std::fabs(values[i].Parms[slots[1]] - start.Parms[slots[1]]);
@@ -63,9 +73,10 @@ MapRow FitRow(const std::array<long, 2>& slots, const ProfilePoint& start,
         Work.Parms[slots[1]] = values[i].Parms[slots[1]];
         BuildParmScale();
         const HeldEnd end = FitOthers(others);
+        if (!end.Ended) return false;
         row.Points[i] = {values[i].Value, end.SumSq, 0.0, end.Converged, Work.Parms};
         ++steps;
-        return end.Ended;
+        return true;
     };
     Work.Parms = start.Parms;
     for (std::size_t i = nearest; i < values.size(); ++i)
@@ -119,9 +130,9 @@ void FillMap(ProfileMap& map, const Edges& edges, const std::vector<MapRow>& row
     }
     map.MinimumSumSq = std::min(edges.Of[0].MinimumSumSq, edges.Of[1].MinimumSumSq);
     map.Complete = std::all_of(rows.begin(), rows.end(), [](const MapRow& row) { return row.Ended; });
-    if (!map.Complete) return;
     for (const MapRow& row : rows)
-        for (ProfilePoint point : row.Points) {
+        for (std::size_t j = 0; j < map.Values[1].size(); ++j) {
+            ProfilePoint point = row.Points.empty() ? NotFitted(map.Values[1][j]) : row.Points[j];
             point.Ratio = point.SumSq / map.MinimumSumSq;
             map.Points.push_back(std::move(point));
         }

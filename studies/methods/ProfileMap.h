@@ -17,7 +17,9 @@ struct ProfileMap {
     std::array<double, 2> Minimum{}; // values at the lowest sum, units of display
     double MinimumSumSq = 0.0;
     std::array<std::vector<double>, 2> Values; // of each of the two, rising, the minimum among them
-    std::vector<ProfilePoint> Points;  // for each value of the first all of the second; Value is the second's
+    // For each value of the first all of the second; Value is the second's. Of a map that is not complete
+    // those that were not fitted have an infinite sum; none at all where it was stopped before the first one.
+    std::vector<ProfilePoint> Points;
     std::vector<ProfileLimits> Levels; // level and ratio of each region
     std::optional<Workspace> Better;   // a lower minimum that was met on the way, from which this starts
     std::string Broken{};              // why it broke off in arithmetic; "" where it did not
@@ -29,8 +31,7 @@ struct ProfileMap {
 };
 
 // choice.Steps values of each, over what the region of the highest level reaches. told(n, all) of the pairs
-// that have been fitted. Otherwise as ProfileParameter. A map that was cancelled has no points. The slots are
-// two different ones.
+// that have been fitted. Otherwise as ProfileParameter. The slots are two different ones.
 ProfileMap MapParameters(long slot1, long slot2, const ProfileChoice& choice,
                          const std::function<void(long done, long all)>& told);
 

@@ -189,8 +189,10 @@ TEST_F(HistoryOf, FiftyStepsAndTheFirstStateStay) {
 TEST_F(HistoryOf, AnAnalysisThatNoFileTakesIsNoStep) {
     RunCommand([] { Work.FitTitle = std::string(40000, 'x'); });
     EXPECT_FALSE(CanUndo());
+    EXPECT_NE(History.Failure, "") << "that Undo does not know of it was told nowhere";
     RunCommand([] { Work.FitTitle = "short"; });
     EXPECT_TRUE(CanUndo());
+    EXPECT_EQ(History.Failure, "");
 }
 
 // --- steps share -----------------------------------------------------------------------------------------

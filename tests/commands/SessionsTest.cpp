@@ -146,6 +146,9 @@ TEST_F(Sessions, AnAnalysisThatCannotComeBackDoesNotTakeThePlaceOfOneThatCan) {
     Work.Parms[0] = std::numeric_limits<float>::quiet_NaN(); // which no reader takes
     KeepSession();
     EXPECT_TRUE(ReadWhole(Path(1)) == whole);
+    EXPECT_NE(SessionFailure(), "") << "that the latest change is not in it was told nowhere";
+    Work.Parms[0] = 1.0F;
+    KeepSession();
     EXPECT_EQ(SessionFailure(), "");
 }
 

@@ -96,6 +96,19 @@ TEST_F(GraphWindowsTest, WhatCannotFollowSaysThatItIsOfAnOlderFit) {
     EXPECT_EQ(CaptionOf(&window), "Graph 2: Overlay, of an older fit");
 }
 
+TEST_F(GraphWindowsTest, WhatWentWrongWhenItWasMadeAnewStandsInTheCaption) {
+    GraphOverlay();
+    GraphWindow& window = Open();
+    FormOf(&window).Origin.Make = []() -> bool { RaiseError("Overflow"); };
+    Work.PtY[PointsOf(1).at(0)] = 1.5F;
+    FollowInGraphWindows();
+    EXPECT_EQ(CaptionOf(&window), "Graph 2: Overlay, of an older fit (Overflow)");
+    FormOf(&window).Origin.Make = [] { return false; };
+    Work.PtY[PointsOf(1).at(0)] = 1.25F;
+    FollowInGraphWindows();
+    EXPECT_EQ(CaptionOf(&window), "Graph 2: Overlay, of an older fit");
+}
+
 TEST_F(GraphWindowsTest, AGraphFromElsewhereStays) {
     GraphOverlay();
     ClearSpecialOptions(); // as behind a file that was shown, or a paste

@@ -153,6 +153,10 @@ TEST(ProfileMaps, AreTheSameForAnyNumberOfThreadsAndCanBeCancelled) {
     const ProfileMap stopped =
         MapParameters(0, 2, {{0.683}, 5}, [](long, long) { Work.AbortFit = FlagTrue; });
     EXPECT_FALSE(stopped.Complete);
+    ASSERT_EQ(stopped.Points.size(), loop.Points.size()) << "what there is was thrown away";
+    for (std::size_t j = 0; j < 5; ++j)
+        EXPECT_EQ(stopped.At(0, j).SumSq, loop.At(0, j).SumSq) << "the row that had ended";
+    EXPECT_FALSE(std::isfinite(stopped.At(4, 4).SumSq));
 }
 
 // A bound that stands before the limit: the profile ends there, and there is no limit.

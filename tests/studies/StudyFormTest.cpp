@@ -185,6 +185,27 @@ TEST(StudyForm, AStopShowsWhatThereIsAndTheFormStays) {
     EXPECT_EQ(Work.AbortFit, 0);
 }
 
+// A map that was stopped showed nothing of what it had.
+TEST(StudyForm, AMapThatIsStoppedShowsThePairsThatItHas) {
+    Script script;
+    OpenOnFit("Model02", StudyKind::Profile);
+    StudyFormListRow(1, 2);
+    StudyForm.Inputs[3].Box.Text = "5";
+    script.DuringEvents = [] {
+        if (StudyForm.Progress.Text.starts_with("5 of 25 values") && StudyForm.StopButton.Enabled)
+            StudyFormStopButton();
+    };
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Rows.size(), 5U);
+    EXPECT_EQ(StudyForm.Progress.Text, "Stopped before the end.");
+    EXPECT_TRUE(StudyForm.CopyButton.Enabled);
+    EXPECT_FALSE(StudyForm.GraphButton.Enabled) << "its lines would go round what was not fitted";
+    script.DuringEvents = {};
+    StudyFormRunButton();
+    EXPECT_EQ(StudyForm.Rows.size(), 25U);
+    EXPECT_TRUE(StudyForm.GraphButton.Enabled);
+}
+
 TEST(StudyForm, CopiesItsTable) {
     Script script;
     OpenOnFit("Model02", StudyKind::Compare);
