@@ -1,8 +1,8 @@
 #include "commands/RunForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
+#include "platform/FormControls.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "runs/Approach.h"

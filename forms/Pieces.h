@@ -1,7 +1,7 @@
 #pragma once
 // Widgets that the windows are made of, bound to their records as they are made.
 
-#include "fit/ParmRows.h"
+#include "fit/forms/RowLayout.h"
 #include "forms/shell/Binding.h"
 
 #include <QApplication>

@@ -13,7 +13,7 @@
 #include "graphs/kinds/GraphParts.h"
 #include "graphs/kinds/ResidualGraphs.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
+#include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 #include "reporting/values/FitNotes.h"

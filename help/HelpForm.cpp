@@ -1,5 +1,6 @@
 #include "help/HelpForm.h"
 
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 
 namespace Quillon {
@@ -7,13 +8,6 @@ namespace Quillon {
 HelpFormRecord HelpForm;
 
 namespace {
-
-Control Captioned(const char* text, const char* toolTip = "") {
-    Control c;
-    c.Text = text;
-    c.ToolTip = toolTip;
-    return c;
-}
 
 std::size_t PlaceOf(HelpPane pane) {
     return static_cast<std::size_t>(pane);

@@ -1,10 +1,10 @@
 #include "planning/CalculatorForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/table/CoefficientWavelength.h"
 #include "models/table/DefaultBounds.h"
 #include "models/table/ParmScale.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

@@ -2,7 +2,7 @@
 
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
-#include "input/NUMINPUT.h"
+#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/ParmLines.h"
@@ -13,24 +13,18 @@ namespace Quillon {
 
 namespace {
 
-std::string NameText(SlotNo slot) {
-    const std::string& unit = Work.ParmTitle[slot];
-    return unit.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + " (" + unit + ")";
-}
-
 std::string ErrorText(SlotNo slot) {
     if (!IsFitted(slot) || !Work.FitDone || !HasErrors()) return "";
     const FreePos place = FreePosOf(slot);
     if (HasNoError(place)) return "not determined";
-    return WithLeadingZero(FormatNumber(static_cast<double>(DisplayedError(place)), Work.ParmFormat[slot]));
+    return WithLeadingZero(ParmText(slot, DisplayedError(place)));
 }
 
 std::string LimitText(SlotNo slot, bool upper) {
     if (!IsFitted(slot) || !Work.FitDone || !Work.LimitsDone) return "";
     const FreePos place = FreePosOf(slot);
     if (!LimitFound(place, upper)) return "not found";
-    const float limit = ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place]);
-    return WithLeadingZero(FormatNumber(static_cast<double>(limit), Work.ParmFormat[slot]));
+    return WithLeadingZero(ParmText(slot, ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place])));
 }
 
 std::string StateText(SlotNo slot) {
@@ -40,7 +34,7 @@ std::string StateText(SlotNo slot) {
 
 ParameterRow RowFor(SlotNo slot) {
     return {slot,
-            {NameText(slot), WithLeadingZero(ParmValueText(slot)), ErrorText(slot), LimitText(slot, false),
+            {ParmCaption(slot, " "), WithLeadingZero(ParmText(slot)), ErrorText(slot), LimitText(slot, false),
              LimitText(slot, true), StateText(slot), ParameterNote(slot)}};
 }
 

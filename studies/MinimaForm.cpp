@@ -1,9 +1,9 @@
 #include "studies/MinimaForm.h"
 
-#include "fit/ParmRows.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
+#include "models/table/ParmNames.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "studies/methods/OtherMinima.h"
 #include "workspace/records/Cancel.h"

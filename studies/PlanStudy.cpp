@@ -1,9 +1,9 @@
 #include "studies/PlanStudy.h"
 
-#include "fit/ParmRows.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
+#include "models/table/ParmNames.h"
 #include "planning/design/ExpectedErrors.h"
+#include "platform/FormControls.h"
 #include "studies/StudyProgress.h"
 #include "workspace/records/Roads.h"
 

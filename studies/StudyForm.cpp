@@ -1,8 +1,8 @@
 #include "studies/StudyForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "planning/design/ExpectedErrors.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "reporting/values/Correlation.h"
 #include "studies/StudyKinds.h"

@@ -1,10 +1,10 @@
 #include "studies/StudyKinds.h"
 
-#include "fit/ParmRows.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ModelTable.h"
+#include "models/table/ParmNames.h"
+#include "platform/FormControls.h"
 #include "studies/PlanStudy.h"
 #include "studies/StudyProgress.h"
 #include "studies/methods/OtherMinima.h"

@@ -15,15 +15,9 @@ namespace Quillon {
 
 namespace {
 
-// The name as the dialogs show it.
-std::string ShownName(SlotNo slot) {
-    const std::string& unit = Work.ParmTitle[slot];
-    return Work.ParmName[slot] + (unit.empty() ? "" : "  (" + unit + ")");
-}
-
 template <class Test> SlotNo FindSlot(Test&& fits) {
     for (const SlotNo slot : EachSlot())
-        if (IsInUse(slot) && (fits(Work.ParmName[slot]) || fits(ShownName(slot)))) return slot;
+        if (IsInUse(slot) && (fits(Work.ParmName[slot]) || fits(ParmCaption(slot)))) return slot;
     return NoSlot;
 }
 

@@ -10,6 +10,7 @@
 #include "chart/scale/AxisScale.h"
 #include "chart/scale/Tics.h"
 #include "input/NUMINPUT.h"
+#include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 

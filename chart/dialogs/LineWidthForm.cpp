@@ -8,6 +8,7 @@
 #include "chart/records/Kept.h"
 #include "chart/targets/PageGeometry.h"
 #include "input/NUMINPUT.h"
+#include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 #include "platform/Printer.h"

@@ -67,13 +67,6 @@ void FillList(Control& list, const std::vector<std::string>& items, int row) {
     list.Value = static_cast<std::int16_t>(std::clamp(row, 0, static_cast<int>(items.size()) - 1));
 }
 
-Control Captioned(const std::string& text, const std::string& tip) {
-    Control control;
-    control.Text = text;
-    control.ToolTip = tip;
-    return control;
-}
-
 void ShowSample(Control& sample, const std::string& text, std::int16_t font, int colorRow) {
     sample.Text = text;
     sample.ForeColor = static_cast<std::uint32_t>(ColorOfRow(colorRow));

@@ -29,9 +29,6 @@ std::int16_t ChosenFont(const Control& list, std::int16_t before);
 // A list box with a row chosen.
 void FillList(Control& list, const std::vector<std::string>& items, int row);
 
-// A label or button.
-Control Captioned(const std::string& text, const std::string& tip = "");
-
 // Shows a text as it will look: Text, ForeColor, and the face in Tag, with " Bold" behind it where it is
 // bold.
 void ShowSample(Control& sample, const std::string& text, std::int16_t font, int colorRow);

@@ -2,6 +2,7 @@
 
 #include "chart/dialogs/OptionLists.h"
 #include "chart/records/ChartSeams.h"
+#include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 

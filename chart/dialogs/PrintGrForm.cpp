@@ -9,6 +9,7 @@
 #include "chart/targets/PageGeometry.h"
 #include "chart/targets/PaperNote.h"
 #include "input/NUMINPUT.h"
+#include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 

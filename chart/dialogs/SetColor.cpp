@@ -9,6 +9,7 @@
 #include "chart/records/Cycles.h"
 #include "chart/records/Palettes.h"
 #include "input/IniFile.h"
+#include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 

@@ -8,6 +8,7 @@
 #include "chart/records/ChartState.h"
 #include "chart/records/Records.h"
 #include "input/NUMINPUT.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 
 namespace Quillon {

@@ -2,10 +2,10 @@
 
 #include "commands/fitting/FitCommand.h"
 #include "fit/GNLLSQ.h"
-#include "fit/ParmRows.h"
 #include "fit/forms/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
+#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "reporting/values/LogMeaning.h"

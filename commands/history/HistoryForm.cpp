@@ -2,8 +2,8 @@
 
 #include "fit/equations/FDistribution.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 

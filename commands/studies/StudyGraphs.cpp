@@ -1,9 +1,9 @@
 #include "commands/studies/StudyGraphs.h"
 
 #include "chart/Charts.h"
-#include "fit/ParmRows.h"
 #include "graphs/kinds/StudyGraphs.h"
 #include "input/NUMINPUT.h"
+#include "models/table/ParmNames.h"
 #include "platform/Platform.h"
 #include "studies/StudyForm.h"
 #include "studies/StudyKinds.h"

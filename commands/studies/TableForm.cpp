@@ -1,5 +1,6 @@
 #include "commands/studies/TableForm.h"
 
+#include "platform/FormControls.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
@@ -21,12 +22,6 @@ constexpr std::size_t MostLines = 500; // the last ones stay
 // The summary in the form has been named by hand and no run has written it yet: it may be meant for a table
 // that is still to be chosen.
 bool SummaryWaits = false;
-
-Control Captioned(const std::string& text) {
-    Control control;
-    control.Text = text;
-    return control;
-}
 
 void FillCaptions(TableFormRecord& form) {
     form.State.Caption = Work.ProgramName + " - Run a Table of Fits";

@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/forms/NumberBox.h"
+#include "models/table/ParmNames.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 

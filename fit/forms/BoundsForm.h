@@ -2,7 +2,7 @@
 // The form "Parameter Bounds" as data: lower and upper bound of every parameter in user units. A crossed pair
 // is taken as entered. Rows count from 0 and are the parameter slots.
 
-#include "fit/ParmRows.h"
+#include "fit/forms/RowLayout.h"
 #include "models/forms/DialogAnswer.h"
 #include "platform/Controls.h"
 

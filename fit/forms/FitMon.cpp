@@ -1,7 +1,8 @@
 #include "fit/forms/FitMon.h"
 
 #include "input/NUMINPUT.h"
-#include "models/table/ParmScale.h"
+#include "models/table/ParmNames.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/AnalmenuName.h"
 #include "workspace/records/Cancel.h"
@@ -18,18 +19,6 @@ constexpr int RowsOfAPage = 32;
 // A fitted parameter's row of the monitor.
 std::size_t RowOf(FreePos freePosition) {
     return static_cast<std::size_t>(freePosition.Number);
-}
-
-std::string ValueText(FreePos freePosition) {
-    const SlotNo k = SlotOf(freePosition);
-    return FormatNumber(static_cast<double>(ToUserUnits(k, Work.Parms[k])), Work.ParmFormat[k]);
-}
-
-Control Captioned(const char* text, const char* toolTip = "") {
-    Control c;
-    c.Text = text;
-    c.ToolTip = toolTip;
-    return c;
 }
 
 void LayOut() {
@@ -200,7 +189,7 @@ void LoadFitMon() {
     FitMon.BoundWarning.assign(rows, warning);
     for (const FreePos a : EachFree()) {
         FitMon.ParameterName[RowOf(a)].Text = Work.ParmName[SlotOf(a)];
-        FitMon.CurValue[RowOf(a)].Text = ValueText(a);
+        FitMon.CurValue[RowOf(a)].Text = ParmText(SlotOf(a));
     }
     FitMon.ParameterName.back().Text = "Sum (Errors)^2";
     ShowRows();
@@ -215,7 +204,7 @@ void UpdateMonitor() {
     for (const FreePos a : EachFree()) {
         const std::size_t i = RowOf(a);
         FitMon.PrevValue[i].Text = FitMon.CurValue[i].Text;
-        FitMon.CurValue[i].Text = ValueText(a);
+        FitMon.CurValue[i].Text = ParmText(SlotOf(a));
     }
 }
 

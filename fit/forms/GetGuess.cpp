@@ -6,7 +6,9 @@
 #include "input/NUMINPUT.h"
 #include "models/forms/NumberBox.h"
 #include "models/table/ModelTable.h"
+#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 
@@ -26,12 +28,6 @@ SlotNo SlotOfRow(int row) {
 }
 int RowCount() {
     return static_cast<int>(GetGuess.GuessRows.size());
-}
-
-Control Captioned(const char* text) {
-    Control c;
-    c.Text = text;
-    return c;
 }
 
 // Caption and state of the mark, by what FreeMap says of the slot.

@@ -2,9 +2,10 @@
 // The form "Parameter Guesses and Fit Control" as data: every parameter of the model in user units, which of
 // them are fitted, and the two convergence inputs. Rows count from 0.
 
-#include "fit/ParmRows.h"
+#include "fit/forms/RowLayout.h"
 #include "models/forms/DialogAnswer.h"
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 
 #include "fit/Undetermined.h"
 #include "fit/equations/FreeMap.h"
-#include "models/forms/FormControls.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

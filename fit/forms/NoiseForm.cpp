@@ -2,8 +2,8 @@
 
 #include "fit/equations/NoiseWeights.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

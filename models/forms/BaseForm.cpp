@@ -1,9 +1,9 @@
 #include "models/forms/BaseForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
 #include "models/table/Catalogue.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

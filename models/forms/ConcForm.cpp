@@ -1,11 +1,11 @@
 #include "models/forms/ConcForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
 #include "models/function/SetMeanSignal.h"
 #include "models/table/LoadingUnits.h"
 #include "models/table/ModelTable.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

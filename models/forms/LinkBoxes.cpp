@@ -1,8 +1,8 @@
 #include "models/forms/LinkBoxes.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

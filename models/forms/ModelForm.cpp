@@ -1,7 +1,7 @@
 #include "models/forms/ModelForm.h"
 
-#include "models/forms/FormControls.h"
 #include "models/table/Catalogue.h"
+#include "platform/FormControls.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

@@ -1,9 +1,9 @@
 #include "models/forms/ShareForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
 #include "models/function/SharedConcentrations.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

@@ -1,8 +1,8 @@
 #include "models/forms/ShowConstraintForm.h"
 
-#include "models/forms/FormControls.h"
 #include "models/table/LoadingMatch.h"
 #include "models/table/LoadingUnits.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

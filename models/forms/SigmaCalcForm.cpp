@@ -1,8 +1,8 @@
 #include "models/forms/SigmaCalcForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 

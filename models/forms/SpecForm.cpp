@@ -1,12 +1,12 @@
 #include "models/forms/SpecForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
 #include "models/function/SetMeanSignal.h"
 #include "models/species/Integration.h"
 #include "models/species/SpeciesAtPoint.h"
 #include "models/table/ModelTable.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 

@@ -1,11 +1,11 @@
 #include "models/forms/UnitsForm.h"
 
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
 #include "models/table/CoefficientWavelength.h"
 #include "models/table/DefaultBounds.h"
 #include "models/table/ModelTable.h"
+#include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 

@@ -1,5 +1,6 @@
 #include "models/table/ParmNames.h"
 
+#include "input/NUMINPUT.h"
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
 #include "workspace/records/Roads.h"
@@ -90,6 +91,19 @@ void BuildParmFormats() {
     Work.ParmFormat.Recreate(Work.MaxParms - 1, PictureOf(Quantity::Constant));
     for (const SlotNo slot : AllSlots())
         Work.ParmFormat[slot] = PictureOf(RuleOfSlot(slot).Holds);
+}
+
+std::string ParmCaption(SlotNo slot, const char* between) {
+    const std::string& unit = Work.ParmTitle[slot];
+    return Work.ParmName[slot] + (unit.empty() ? "" : between + ("(" + unit + ")"));
+}
+
+std::string ParmText(SlotNo slot, float displayed) {
+    return FormatNumber(static_cast<double>(displayed), Work.ParmFormat[slot]);
+}
+
+std::string ParmText(SlotNo slot) {
+    return ParmText(slot, ToUserUnits(slot, Work.Parms[slot]));
 }
 
 } // namespace Quillon

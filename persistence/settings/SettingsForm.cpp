@@ -2,10 +2,10 @@
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
-#include "models/forms/FormControls.h"
 #include "models/forms/NumberBox.h"
 #include "persistence/settings/IniAccess.h"
 #include "persistence/settings/ReadDefaults.h"
+#include "platform/FormControls.h"
 
 #include <algorithm>
 

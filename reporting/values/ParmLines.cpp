@@ -4,6 +4,7 @@
 #include "fit/Misfit.h"
 #include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
+#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
@@ -16,10 +17,6 @@ namespace {
 
 constexpr double MarginInBlanks = 3.5;
 
-std::string UserUnitsText(SlotNo slot, float internal) {
-    return FormatNumber(static_cast<double>(ToUserUnits(slot, internal)), Work.ParmFormat[slot]);
-}
-
 struct NamedText {
     std::string Name, Text;
 };
@@ -27,15 +24,15 @@ struct NamedText {
 std::string ErrorOfFit(FreePos freePosition) {
     if (!HasErrors()) return "";
     if (HasNoError(freePosition)) return "not determined";
-    const double error = static_cast<double>(DisplayedError(freePosition));
-    return "+/-  " + WithLeadingZero(FormatNumber(error, Work.ParmFormat[SlotOf(freePosition)]));
+    return "+/-  " + WithLeadingZero(ParmText(SlotOf(freePosition), DisplayedError(freePosition)));
 }
 
 std::string LimitsOfSearch(FreePos freePosition) {
     const SlotNo slot = SlotOf(freePosition);
     const auto limit = [&](bool upper) {
         if (!LimitFound(freePosition, upper)) return std::string("not found");
-        return WithLeadingZero(UserUnitsText(slot, Work.ParmLimits[upper ? 1 : 0][freePosition]));
+        return WithLeadingZero(
+            ParmText(slot, ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][freePosition])));
     };
     return "[ " + limit(false) + ", " + limit(true) + " ]";
 }
@@ -72,12 +69,7 @@ std::string WithLeadingZero(std::string text) {
 
 std::string FittedName(FreePos freePosition) {
     const SlotNo slot = SlotOf(freePosition);
-    const std::string& title = Work.ParmTitle[slot];
-    return title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + "  (" + title + ") ";
-}
-
-std::string ParmValueText(SlotNo slot) {
-    return UserUnitsText(slot, Work.Parms[slot]);
+    return ParmCaption(slot) + (Work.ParmTitle[slot].empty() ? "" : " ");
 }
 
 std::string AccuracyText(FreePos freePosition) {
@@ -92,18 +84,14 @@ std::string WholeAccuracyText(FreePos freePosition) {
 std::vector<std::string> FittedLines(const TextMeasure& measure, std::string (*accuracy)(FreePos)) {
     std::vector<NamedText> rows;
     for (const FreePos a : EachFree())
-        rows.push_back({FittedName(a), ParmValueText(SlotOf(a)) + "  " + accuracy(a)});
+        rows.push_back({FittedName(a), ParmText(SlotOf(a)) + "  " + accuracy(a)});
     return InColumns(rows, measure);
 }
 
 std::vector<std::string> HeldLines(const TextMeasure& measure) {
     std::vector<NamedText> rows;
-    for (const SlotNo slot : EachSlot()) {
-        if (Work.FreeMap[slot] != SlotHeld) continue;
-        const std::string& title = Work.ParmTitle[slot];
-        rows.push_back({title.empty() ? Work.ParmName[slot] : Work.ParmName[slot] + " (" + title + ")",
-                        ParmValueText(slot)});
-    }
+    for (const SlotNo slot : EachSlot())
+        if (Work.FreeMap[slot] == SlotHeld) rows.push_back({ParmCaption(slot, " "), ParmText(slot)});
     return InColumns(rows, measure);
 }
 

@@ -31,9 +31,6 @@ std::string WithLeadingZero(std::string text);
 // The free position's name, with its unit behind it as "  (unit) " where it has one.
 std::string FittedName(FreePos freePosition);
 
-// The value of a slot in user units and in the slot's picture.
-std::string ParmValueText(SlotNo slot);
-
 // How sure the value is: "+/-  0.31", or with LimitsDone "[ 41.9, 43.2 ]", in user units; "not determined"
 // without an error, and nothing where the fit came without its inverse.
 std::string AccuracyText(FreePos freePosition);

@@ -1,8 +1,8 @@
 #include "studies/methods/StudyLines.h"
 
-#include "fit/ParmRows.h"
 #include "input/NUMINPUT.h"
 #include "models/table/Catalogue.h"
+#include "models/table/ParmNames.h"
 #include "reporting/values/Correlation.h"
 #include "studies/methods/ResamplingLines.h"
 

@@ -4,6 +4,7 @@
 #include "fit/forms/WaitForm.h"
 
 #include "HandBuiltFit.h"
+#include "models/table/ParmNames.h"
 #include "reporting/values/Correlation.h"
 #include "reporting/values/FitNotes.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -170,7 +171,7 @@ TEST(Results, NamesAreBroughtToACommonWidthInAProportionalFont) {
     ASSERT_EQ(lines.size(), 4U);
     for (long a = 0; a < 4; ++a) {
         const std::string& line = lines[static_cast<std::size_t>(a)];
-        const std::string rest = ParmValueText(SlotNo(Work.FreeIndex[a])) + "  " + AccuracyText(FreePos(a));
+        const std::string rest = ParmText(SlotNo(Work.FreeIndex[a])) + "  " + AccuracyText(FreePos(a));
         ASSERT_TRUE(line.ends_with(rest));
         const int column = narrowBlanks(line.substr(0, line.size() - rest.size()));
         EXPECT_GE(column, widest + 10.5);

@@ -9,7 +9,7 @@
 namespace Quillon {
 
 // A control with a caption or text, and what is said when the pointer rests on it.
-inline Control Captioned(const std::string& text, const char* toolTip = "") {
+inline Control Captioned(const std::string& text, const std::string& toolTip = "") {
     Control c;
     c.Text = text;
     c.ToolTip = toolTip;

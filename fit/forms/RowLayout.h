@@ -1,18 +1,7 @@
 #pragma once
-// Rows of parameters in forms: their captions, and how they fall into columns and pages.
-
-#include "workspace/records/Counts.h"
-
-#include <string>
+// How the rows of a form with one row for each parameter fall into columns and pages.
 
 namespace Quillon {
-
-// The name of a slot with its unit in parentheses behind it, when it has one: "Ln K(1>N)  (AU^1-N)".
-std::string ParmCaption(SlotNo slot);
-
-// A value of a slot in user units, in the slot's number picture.
-std::string ParmText(SlotNo slot);                  // of Work.Parms
-std::string ParmText(SlotNo slot, float displayed); // of a value in user units
 
 // How rows that do not fit one column are spread: two columns, then two pages.
 struct RowLayout {
