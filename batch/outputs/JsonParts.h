@@ -22,20 +22,27 @@ template <class T> std::string JsonNumber(const std::optional<T>& value) {
     return value ? JsonNumber(*value) : JsonNull;
 }
 
-// The value of a calculation; null where it does not exist.
-template <class Calculation> std::string JsonExisting(bool exists, Calculation&& calculate) {
-    if (!exists) return JsonNull;
-    try {
-        return JsonNumber(calculate());
-    } catch (const RuntimeError&) {
-        return JsonNull;
-    }
-}
-
 std::string JsonFlag(bool value);
 
 // "name": value. The value is JSON already.
 std::string JsonMember(const std::string& name, const std::string& value);
+
+// Why values are null that should have been there: members, a value's name with its reason.
+using JsonReasons = std::vector<std::string>;
+
+// The value of a calculation; null where there is none to be made (exists false), and null with its reason
+// noted where that goes wrong.
+template <class Calculation>
+std::string JsonExisting(const std::string& name, bool exists, Calculation&& calculate,
+                         JsonReasons& reasons) {
+    if (!exists) return JsonNull;
+    try {
+        return JsonNumber(calculate());
+    } catch (const RuntimeError& error) {
+        reasons.push_back(JsonMember(name, JsonString(error.Text)));
+        return JsonNull;
+    }
+}
 
 std::string JoinedTexts(const std::vector<std::string>& parts, const char* separator);
 

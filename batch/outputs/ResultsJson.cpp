@@ -48,11 +48,12 @@ std::string RemarkText() {
     return misfit.empty() ? JsonNull : JsonString(misfit);
 }
 
-std::string ConfidenceObject() {
-    const std::string ratio = JsonExisting(Work.FitDone != 0, [] {
+std::string ConfidenceObject(JsonReasons& reasons) {
+    const auto calculate = [] {
         if (!Work.LimitsDone) ComputeConfidenceRatio(Work.ConfidenceLevel);
         return Work.ConfidenceRatio;
-    });
+    };
+    const std::string ratio = JsonExisting("confidence.ratio", Work.FitDone != 0, calculate, reasons);
     return InlineObject(
         {JsonMember("level", JsonNumber(Work.LimitsDone ? Work.LimitsLevel : Work.ConfidenceLevel)),
          JsonMember("ratio", ratio), JsonMember("searched", JsonFlag(Work.LimitsDone != 0))});
@@ -68,12 +69,15 @@ std::string NoteText(SlotNo slot) {
     return note.empty() ? JsonNull : JsonString(note);
 }
 
-std::string ParameterObject(SlotNo slot) {
+std::string ParameterObject(SlotNo slot, JsonReasons& reasons) {
     const bool fitted = IsFitted(slot);
     const FreePos free = FreePosOf(slot);
-    const auto limit = [&](std::size_t side) {
-        return JsonExisting(fitted && Work.LimitsDone && LimitFound(free, side == 1),
-                            [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
+    const auto number = [&](const char* what, bool exists, auto&& calculate) {
+        return JsonExisting("slot " + std::to_string(slot.Number) + " " + what, exists, calculate, reasons);
+    };
+    const auto limit = [&](const char* what, std::size_t side) {
+        return number(what, fitted && Work.LimitsDone && LimitFound(free, side == 1),
+                      [&] { return ToUserUnits(slot, Work.ParmLimits[side][free]); });
     };
     const bool bounded = fitted && free.Number <= Work.AtBound.Hi();
     return InlineObject(
@@ -81,17 +85,17 @@ std::string ParameterObject(SlotNo slot) {
          JsonMember("unit", JsonString(Work.ParmTitle[slot])),
          JsonMember("state", std::string("\"") + StateName(Work.FreeMap[slot]) + "\""),
          JsonMember("internal", JsonNumber(Work.Parms[slot])),
-         JsonMember("value", JsonExisting(true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
-         JsonMember("error", JsonExisting(HasError(slot), [&] { return DisplayedError(free); })),
-         JsonMember("lower", limit(0)), JsonMember("upper", limit(1)),
+         JsonMember("value", number("value", true, [&] { return ToUserUnits(slot, Work.Parms[slot]); })),
+         JsonMember("error", number("error", HasError(slot), [&] { return DisplayedError(free); })),
+         JsonMember("lower", limit("lower", 0)), JsonMember("upper", limit("upper", 1)),
          JsonMember("at_bound", std::to_string(bounded ? Work.AtBound[free] : 0)),
          JsonMember("note", NoteText(slot))});
 }
 
-std::string ParameterList() {
+std::string ParameterList(JsonReasons& reasons) {
     std::vector<std::string> items;
     for (const SlotNo slot : EachSlot())
-        if (IsInUse(slot)) items.push_back(ParameterObject(slot));
+        if (IsInUse(slot)) items.push_back(ParameterObject(slot, reasons));
     return JsonList(items);
 }
 
@@ -134,10 +138,11 @@ std::string StartsObject(const MinimaMet& starts) {
 std::string ResultsJson(const std::string& message, const MinimaMet* starts, const FilesAsWritten& files,
                         const Resampling* resampled) {
     const bool finished = Work.FitDone != 0;
-    const std::string runs = JsonExisting(finished, [] {
+    JsonReasons reasons;
+    const auto runs = [] {
         RunsTest();
         return Work.RunsZ;
-    });
+    };
     std::vector<std::string> members = {
         JsonMember("program", JsonString(Work.ProgramName)),
         JsonMember("version", JsonString(Work.ProgramVersion)),
@@ -148,18 +153,19 @@ std::string ResultsJson(const std::string& message, const MinimaMet* starts, con
         JsonMember("rescued", JsonFlag(Work.Outcome.Rescued)),
         JsonMember("remark", RemarkText()),
         JsonMember("model", ModelObject()),
-        JsonMember("sum_of_squares", JsonExisting(Work.FitValid != 0, [] { return Work.SumSq; })),
-        JsonMember("rms_residual", JsonExisting(finished, [] { return Work.RmsResidual; })),
+        JsonMember("sum_of_squares", Work.FitValid != 0 ? JsonNumber(Work.SumSq) : JsonNull),
+        JsonMember("rms_residual", finished ? JsonNumber(Work.RmsResidual) : JsonNull),
         JsonMember("degrees_of_freedom", std::to_string(Work.NumPts - Work.NumFree)),
-        JsonMember("runs_z", runs),
-        JsonMember("confidence", ConfidenceObject()),
-        JsonMember("parameters", ParameterList()),
+        JsonMember("runs_z", JsonExisting("runs_z", finished, runs, reasons)),
+        JsonMember("confidence", ConfidenceObject(reasons)),
+        JsonMember("parameters", ParameterList(reasons)),
         JsonMember("correlations", CorrelationsObject()),
         JsonMember("sets", SetsJson(files)),
         JsonMember("derived", DerivedJson()),
     };
     if (starts) members.push_back(JsonMember("starts", StartsObject(*starts)));
     if (resampled) members.push_back(JsonMember("resampling", ResamplingJson(*resampled)));
+    if (!reasons.empty()) members.push_back(JsonMember("reasons", InlineObject(reasons)));
     return JsonText(members);
 }
 

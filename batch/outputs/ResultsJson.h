@@ -12,10 +12,10 @@
 //     sets                        what was measured and how well it is fitted (batch/outputs/MeasuredJson.h)
 //     derived                     Kd, log10 K and Delta G of the association constants, with limits
 //     starts                      behind restarts alone: failed, minima (sum_of_squares, count, parameters:
-//     the
-//                                 fitted ones before slot 8, value by slot), lowest first, the first fit
+//                                 the fitted ones before slot 8, value by slot), lowest first, the first fit
 //                                 counted
 //     resampling                  behind --resample alone (batch/outputs/ResamplingOutputs.h)
+//     reasons                     only where a number could not be made: its name, and what went wrong
 //
 // value, error, lower and upper are in user units, lower and upper are the confidence limits. Numbers read
 // back give the same bits. What does not exist is null: statistics of a fit that did not converge, the error

@@ -133,6 +133,12 @@ TEST(BatchRunEnd, InterruptStopsTheSearchForLimitsAndLeavesTheFit) {
     EXPECT_FALSE(results["confidence"]["searched"].Flag);
     EXPECT_TRUE(results["parameters"][0]["lower"].IsNull());
     EXPECT_GT(results["parameters"][0]["error"].Number, 0.0);
+    EXPECT_EQ(results.Members.count("reasons"), 0U);
+    Work.ConfidenceLevel = 1.5F; // of which there is no ratio
+    const JsonValue without = ReadJson(ResultsJson(end.Message));
+    EXPECT_TRUE(without["confidence"]["ratio"].IsNull());
+    EXPECT_EQ(without["reasons"]["confidence.ratio"].Text, ErrorText::BadArgument)
+        << "the reason was dropped";
 }
 
 TEST(BatchRunEnd, LongWorkTellsItsProgress) {
