@@ -17,18 +17,22 @@ FieldEdit* MakeBox(Binder& bind, std::size_t i) {
         bind, [i]() -> Control& { return CalculatorForm.Box[i]; },
         {[box] { CalculatorFormGotFocus(box); },
          [box](int key) { return CalculatorFormKeyPress(box, key); },
-         [] {},
+         [box] { CalculatorFormLostFocus(box); },
          {}},
         10);
 }
 
-// Sequence and buffer have a line each, numbers share one.
+// What has a line of its own; numbers share one.
+bool IsWide(std::size_t i) {
+    const auto box = static_cast<CalculatorBox>(i);
+    return box == CalculatorBox::Chain || box == CalculatorBox::Buffer || box == CalculatorBox::Channel;
+}
+
 QGridLayout* MakeBoxes(Binder& bind) {
     auto* grid = new QGridLayout;
     int row = 0, column = 0;
     for (std::size_t i = 0; i < CalculatorBoxes; ++i) {
-        const bool wide = i == static_cast<std::size_t>(CalculatorBox::Chain) ||
-                          i == static_cast<std::size_t>(CalculatorBox::Buffer);
+        const bool wide = IsWide(i);
         if (wide && column > 0) ++row, column = 0;
         QLabel* label = MakeLabel(bind, [i]() -> Control& { return CalculatorForm.Label[i]; });
         FieldEdit* field = MakeBox(bind, i);

@@ -48,17 +48,17 @@ void AddBuffer(Calculation& found, const CalculationInput& input) {
     found.Buffer =
         Named(input.PartNames[1], [&] { return ValuesOfBuffer(ReadSolutes(input.Buffer), input.Celsius); });
     const BufferValues& b = *found.Buffer;
-    const std::string viscositySource = b.Viscosity ? b.Sources : "not known for these solutes";
     found.Numbers.push_back({"density", "density of the buffer", b.Density, "g/mL", b.Sources});
     found.Numbers.push_back({"density_known_to", "known to", b.DensityKnownTo, "g/mL", ""});
-    found.Numbers.push_back({"viscosity", "viscosity of the buffer", b.Viscosity, "mPa s", viscositySource});
+    found.Numbers.push_back({"viscosity", "viscosity of the buffer", b.Viscosity, "mPa s", b.Sources});
+    found.Numbers.push_back({"viscosity_known_to", "known to", b.ViscosityKnownTo, "mPa s", ""});
 }
 
 ApproachInput InputOf(const Calculation& found, const CalculationInput& input) {
     ApproachInput approach;
     approach.Celsius = input.Celsius;
     approach.Density = found.Buffer ? found.Buffer->Density : WaterDensity(input.Celsius);
-    approach.Viscosity = found.Buffer ? found.Buffer->Viscosity.value_or(0.0) : WaterViscosity(input.Celsius);
+    approach.Viscosity = found.Buffer ? found.Buffer->Viscosity : WaterViscosity(input.Celsius);
     if (found.Protein) {
         approach.MassKDa = found.Protein->MassDa / 1000.0;
         approach.VBar = found.Protein->VBar;
@@ -92,7 +92,7 @@ Calculation Calculate(const CalculationInput& input) {
 }
 
 std::string NumberText(const CalculatedNumber& number) {
-    return number.Value ? SingleText(ToSingle(*number.Value)) : "";
+    return SingleText(ToSingle(number.Value));
 }
 
 } // namespace Quillon

@@ -21,8 +21,7 @@ struct CalculationInput {
     std::string Buffer;             // as ReadSolutes takes it
     double Celsius = 20.0;
     // Fills in speed and radii, and what is named besides, over what protein and buffer have given: mass 0
-    // without a protein, density and viscosity of water without a buffer, viscosity 0 where that of the
-    // buffer is not known.
+    // without a protein, density and viscosity of water without a buffer.
     std::function<void(ApproachInput&)> Approach;
     std::array<const char*, 3> PartNames{"Protein", "Buffer",
                                          "Time to equilibrium"}; // before a failure's words
@@ -30,9 +29,9 @@ struct CalculationInput {
 
 // A line of the table.
 struct CalculatedNumber {
-    std::string Quantity;        // "mass": as other programs read it
-    std::string Caption;         // "molar mass"
-    std::optional<double> Value; // nothing where it is not known
+    std::string Quantity; // "mass": as other programs read it
+    std::string Caption;  // "molar mass"
+    double Value = 0.0;
     std::string Unit;
     std::string Source; // where it comes from; "" of what was only counted
 };

@@ -4,8 +4,10 @@
 #include "models/table/CoefficientWavelength.h"
 #include "models/table/DefaultBounds.h"
 #include "models/table/ParmScale.h"
+#include "planning/ChannelColumn.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"
+#include "scandata/reader/TextItems.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>
@@ -44,14 +46,18 @@ struct BoxName {
 constexpr BoxName Names[CalculatorBoxes] = {
     {"&Sequence or file:", "One-letter code, or the name of a file with it, plain or FASTA"},
     {"&Buffer:",
-     "water, or what is dissolved: NaCl=0.15, KH2PO4=0.01 in mol/L, glycerol=10 in percent by weight"},
+     "water, or what is dissolved: NaCl=0.15, KH2PO4=0.01 in mol/L, glycerol=10 or sucrose=10 in percent by "
+     "weight. A buffer of other things: measure its density and type it into the units"},
     {"&Disulfide bonds:", "Empty: all cysteines are paired; 0 inside of cells"},
     {"&Temperature [degrees C]:", "0 to 100; with anything dissolved to 50"},
     {"&Molar mass [kDa]:", "Empty: that of the sequence"},
     {"Frictional rat&io:", "f/f0: 1.2 to 1.3 for compact proteins, more for long ones"},
     {"&Rotor speed [rpm]:", "Empty: no time to equilibrium is wanted"},
     {"Speed be&fore [rpm]:", "At which the column was at equilibrium; empty: evenly filled"},
-    {"Menis&cus [cm]:", "Inner end of the column"},
+    {"Cha&nnel:",
+     "A, B or C of a six-channel centerpiece, 8A to 8D of an eight-channel one: fills in meniscus and "
+     "bottom with its ends"},
+    {"Menis&cus [cm]:", "Inner end of the column: a column half as high takes a quarter of the time"},
     {"Bott&om [cm]:", "Outer end of the column"}};
 
 void NameControls() {
@@ -222,6 +228,20 @@ int CalculatorFormKeyPress(CalculatorBox box, int key) {
     CalculatorForm.State.FocusOn =
         next < CalculatorBoxes ? &CalculatorForm.Box[next] : &CalculatorForm.CalculateButton;
     return 0;
+}
+
+void CalculatorFormLostFocus(CalculatorBox box) {
+    if (box != CalculatorBox::Channel || IsEmpty(box) || !CalculatorForm.State.Shown) return;
+    try {
+        ApproachInput input;
+        input.Rpm = NumberOr(CalculatorBox::Rpm, 0.0);
+        TakeChannel(std::string(WithoutBlanks(TextOf(box))), input);
+        Fill(CalculatorBox::Inner, static_cast<float>(input.Meniscus));
+        Fill(CalculatorBox::Outer, static_cast<float>(input.Bottom));
+    } catch (const RuntimeError& error) {
+        BoxOf(box).Text.clear();
+        TellFailure(error.Text + ".");
+    }
 }
 
 void CalculatorFormCalculateButton() {

@@ -19,14 +19,15 @@ enum class CalculatorBox {
     Buffer,     // NaCl=0.15, ...; empty: none
     Disulfides, // bonds; empty: all cysteines are paired
     Celsius,
-    Mass,   // kDa; empty: that of the protein
-    Ratio,  // f/f0
-    Rpm,    // empty: no time is wanted
-    Former, // rpm of the speed before; empty: evenly filled
-    Inner,  // cm
+    Mass,    // kDa; empty: that of the protein
+    Ratio,   // f/f0
+    Rpm,     // empty: no time is wanted
+    Former,  // rpm of the speed before; empty: evenly filled
+    Channel, // "C", "8B": fills in the next two
+    Inner,   // cm
     Outer
 };
-inline constexpr std::size_t CalculatorBoxes = 10;
+inline constexpr std::size_t CalculatorBoxes = 11;
 
 struct CalculatorFormRecord {
     FormState State;
@@ -53,6 +54,9 @@ void LoadCalculatorForm();
 void CalculatorFormGotFocus(CalculatorBox box);
 int CalculatorFormKeyPress(CalculatorBox box,
                            int key); // Enter goes to the next box, from the last one calculates
+
+// A channel that has been typed fills in its ends, at the speed of its box; what is none is told.
+void CalculatorFormLostFocus(CalculatorBox box);
 
 // Calculates what the boxes ask for and fills the table; what cannot be read is told, and the table is empty
 // then.

@@ -1,14 +1,16 @@
 #include "batch/options/CalculatorOptions.h"
 
 #include "batch/console/OneLine.h"
+#include "planning/ChannelColumn.h"
 #include "planning/solution/Water.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <functional>
+#include <map>
 #include <string_view>
-#include <vector>
 
 namespace Quillon {
 
@@ -24,16 +26,16 @@ std::optional<double> Number(std::string_view text) {
 struct ApproachWord {
     const char* Word;
     double ApproachInput::*Target;
-    bool Needed;
 };
 
 constexpr ApproachWord ApproachWords[] = {
-    {"mass", &ApproachInput::MassKDa, false},          {"speed", &ApproachInput::Rpm, true},
-    {"from", &ApproachInput::FormerRpm, false},        {"inner", &ApproachInput::Meniscus, true},
-    {"outer", &ApproachInput::Bottom, true},           {"vbar", &ApproachInput::VBar, false},
-    {"density", &ApproachInput::Density, false},       {"viscosity", &ApproachInput::Viscosity, false},
-    {"ratio", &ApproachInput::FrictionalRatio, false}, {"rest", &ApproachInput::Epsilon, false}};
+    {"mass", &ApproachInput::MassKDa},          {"speed", &ApproachInput::Rpm},
+    {"from", &ApproachInput::FormerRpm},        {"inner", &ApproachInput::Meniscus},
+    {"outer", &ApproachInput::Bottom},          {"vbar", &ApproachInput::VBar},
+    {"density", &ApproachInput::Density},       {"viscosity", &ApproachInput::Viscosity},
+    {"ratio", &ApproachInput::FrictionalRatio}, {"rest", &ApproachInput::Epsilon}};
 
+constexpr std::string_view ChannelWord = "channel";
 constexpr const char* Example = "mass=50,speed=15000,inner=6.9,outer=7.2";
 
 [[noreturn]] void Fail(const std::string& reason) {
@@ -45,8 +47,32 @@ const ApproachWord& WordNamed(std::string_view name) {
         if (name == word.Word) return word;
     std::string all;
     for (const ApproachWord& word : ApproachWords)
-        all += (all.empty() ? "" : ", ") + std::string(word.Word);
-    RaiseError("knows " + all + ", not " + Quoted(std::string(name)));
+        all += std::string(word.Word) + ", ";
+    RaiseError("knows " + all + std::string(ChannelWord) + ", not " + Quoted(std::string(name)));
+}
+
+// The words of a text and what stands behind each.
+using Words = std::map<std::string, std::string, std::less<>>;
+
+Words WordsOf(std::string_view rest) {
+    Words words;
+    while (!rest.empty()) {
+        const std::string_view item = rest.substr(0, rest.find(','));
+        rest.remove_prefix(std::min(item.size() + 1, rest.size()));
+        const std::size_t equals = std::min(item.find('='), item.size());
+        const std::string_view name = item.substr(0, equals);
+        if (name != ChannelWord) WordNamed(name);
+        if (!words.emplace(name, item.substr(std::min(equals + 1, item.size()))).second)
+            Fail("has " + std::string(name) + " twice");
+    }
+    return words;
+}
+
+void RequireWords(const Words& words) {
+    if (!words.contains("speed")) Fail("needs speed");
+    if (words.contains(ChannelWord)) return;
+    for (const char* end : {"inner", "outer"})
+        if (!words.contains(end)) Fail(std::string("needs ") + end);
 }
 
 } // namespace
@@ -72,23 +98,21 @@ long ReadDisulfides(const std::string& text) {
 }
 
 void ReadApproach(const std::string& text, ApproachInput& input) {
-    std::vector<std::string_view> seen;
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const std::string_view item = rest.substr(0, rest.find(','));
-        rest.remove_prefix(std::min(item.size() + 1, rest.size()));
-        const std::size_t equals = std::min(item.find('='), item.size());
-        const ApproachWord& word = WordNamed(item.substr(0, equals));
-        if (std::find(seen.begin(), seen.end(), word.Word) != seen.end())
-            Fail(std::string("has ") + word.Word + " twice");
-        seen.push_back(word.Word);
-        const std::optional<double> value = Number(item.substr(std::min(equals + 1, item.size())));
-        if (!value) Fail(std::string("needs a number for ") + word.Word);
-        input.*word.Target = *value;
-    }
-    for (const ApproachWord& word : ApproachWords)
-        if (word.Needed && std::find(seen.begin(), seen.end(), word.Word) == seen.end())
-            Fail(std::string("needs ") + word.Word);
+    const Words words = WordsOf(text);
+    const auto take = [&] {
+        for (const auto& [name, number] : words) {
+            if (name == ChannelWord) continue;
+            const std::optional<double> value = Number(number);
+            if (!value) Fail("needs a number for " + name);
+            input.*WordNamed(name).Target = *value;
+        }
+    };
+    take();
+    RequireWords(words);
+    const auto channel = words.find(ChannelWord);
+    if (channel == words.end()) return;
+    TakeChannel(channel->second, input); // at the speed
+    take();
 }
 
 } // namespace Quillon

@@ -25,9 +25,10 @@ double ReadCelsius(const std::string& text);
 long ReadDisulfides(const std::string& text);
 
 // "mass=50,speed=15000,inner=6.9,outer=7.2" of --equilibrium-time, over what input holds already: mass kDa,
-// speed and from rpm, inner and outer cm (meniscus and bottom), vbar mL/g, density g/mL, viscosity mPa s,
-// ratio (frictional), rest (the part that may be missing). An unknown word, one that stands twice, no number,
-// and no speed, inner or outer are a RuntimeError.
+// speed and from rpm, inner and outer cm (meniscus and bottom), channel for both (as TakeChannel of
+// planning/ChannelColumn.h has it) or for the one that is not named, vbar mL/g, density g/mL, viscosity mPa
+// s, ratio (frictional), rest (the part that may be missing). An unknown word, one that stands twice, no
+// number, no speed, and a column that is not named are a RuntimeError.
 void ReadApproach(const std::string& text, ApproachInput& input);
 
 } // namespace Quillon

@@ -12,17 +12,15 @@
 // the limiting slope at 25 degrees (O. Redlich and D. M. Meyer, Chem. Rev. 64 (1964) 221). Urea and
 // guanidinium chloride of the weight fraction W: rho / rho_w = 1 + a W + 0.0330 W^2, a = 0.2658 and 0.2710,
 // 25 degrees (K. Kawahara and C. Tanford, J. Biol. Chem. 241 (1966) 3228). Glycerol: A. Volk and C. J.
-// Kaehler, Experiments in Fluids 59 (2018) 75.
+// Kaehler, Experiments in Fluids 59 (2018) 75. Sucrose: 0.6157 + 0.0098 W + 0.0170 W^2 mL/g, which the
+// densities of the Handbook of Chemistry and Physics (concentrative properties of aqueous solutions, 20
+// degrees) give to 60 percent.
 //
-// Viscosity, relative to water, factors multiplied: salts 1 + sum B c with B of the ions at 25 degrees (H. D.
-// B. Jenkins and Y. Marcus, Chem. Rev. 95 (1995) 2695); urea 1 + 0.0375 c + 0.00315 c^2 + 0.00031 c^3
-// (Kawahara and Tanford); glycerol: N.-S. Cheng, Ind. Eng. Chem. Res. 47 (2008) 3285. That of guanidinium
-// chloride is not told.
+// Viscosity: planning/solution/Viscosity.h.
 //
-// A solute whose volume is in none of these sources (Tris, HEPES, sucrose) is not in the list: a guess would
-// look like a number. Such a buffer is measured.
+// A solute whose volume is in none of these sources (Tris, HEPES) is not in the list: a guess would look like
+// a number. Such a buffer is measured.
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +34,7 @@ struct SoluteKind {
     const char* Unit;    // of its amount: "mol/L", or "%" by weight
     double MolarMass;    // g/mol
     double Most;         // the largest amount that the sources stand for
-    const char* Source;  // of its volume
+    const char* Source;  // of its volume and its viscosity
 };
 const std::vector<SoluteKind>& SoluteKinds();
 
@@ -54,10 +52,11 @@ std::vector<Solute> ReadSolutes(std::string_view text);
 std::string SoluteNames();
 
 struct BufferValues {
-    double Density = 0.0;            // g/mL
-    double DensityKnownTo = 0.0;     // g/mL: what volumes at 25 degrees and the limiting slope may miss
-    std::optional<double> Viscosity; // mPa s; nothing where a solute's is not known
-    std::string Sources;             // of all that has gone in
+    double Density = 0.0;          // g/mL
+    double DensityKnownTo = 0.0;   // g/mL: what volumes at 25 degrees and the limiting slope may miss
+    double Viscosity = 0.0;        // mPa s
+    double ViscosityKnownTo = 0.0; // mPa s: what coefficients of 25 degrees may miss
+    std::string Sources;           // of all that has gone in
 };
 
 // Of a solution at a temperature, degrees Celsius: 0 to 100 for water, 0 to 50 with anything in it. Outside

@@ -2,13 +2,16 @@
 // --plan.
 #include "batch/Calculate.h"
 #include "batch/options/Options.h"
+#include "input/NUMINPUT.h"
 #include "planning/solution/Sequence.h"
 #include "planning/solution/Water.h"
 #include "platform/Platform.h"
+#include "scandata/table/DataSetTable.h"
 #include "tests/batch/JobCase.h"
 #include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>
 
@@ -79,14 +82,32 @@ TEST(Calculators, ReadTheSequenceFromAFile) {
     EXPECT_EQ(Numbers({"--vbar", "ACCA"})["extinction_280"], 125.0);
 }
 
-TEST(Calculators, LeaveAViscosityEmptyThatIsNotKnown) {
+TEST(Calculators, ToldWithWhatTheyMayMiss) {
     Script script;
-    const std::string text = Calculations(ParseOptions({"--buffer", "GuHCl=6"}).Calculate);
-    EXPECT_NE(text.find("\nviscosity,,mPa s,not known"), std::string::npos) << text;
-    EXPECT_NE(
-        Refused({"--buffer", "GuHCl=6", "--equilibrium-time", "mass=50,speed=15000,inner=6.9,outer=7.2"})
-            .find("viscosity"),
-        std::string::npos);
+    auto numbers = Numbers({"--buffer", "GuHCl=6", "--temperature", "25"});
+    EXPECT_NEAR(numbers["viscosity"] / WaterViscosity(25.0), 1.61, 0.01);
+    EXPECT_GT(numbers["viscosity_known_to"], 0.005);
+    EXPECT_LT(numbers["viscosity_known_to"], 0.05);
+    EXPECT_LT(numbers["density_known_to"], 0.001);
+}
+
+TEST(Calculators, TakeAChannelByItsLetter) {
+    Script script;
+    Work = FreshWorkspace();
+    float inner{}, outer{};
+    ASSERT_TRUE(ChannelRadiiAt(Centerpiece::SixChannel, 3, 15000.0F, inner, outer));
+    const auto hours = [](const std::string& column) {
+        return Numbers({"--equilibrium-time", "mass=50,speed=15000," + column})["time_solved"];
+    };
+    const double byRadii = hours("inner=" + SingleText(inner) + ",outer=" + SingleText(outer));
+    EXPECT_GT(byRadii, 0.0);
+    EXPECT_NEAR(hours("channel=C") / byRadii, 1.0, 1e-4);
+    EXPECT_EQ(hours("channel=6c"), hours("channel=C"));
+    EXPECT_GT(hours("channel=8a"), hours("channel=C")); // a longer one
+    EXPECT_LT(hours("channel=C,inner=7"), hours("channel=C") / 2.0);
+    const auto refused = [](const char* words) { return Refused({"--equilibrium-time", words}); };
+    EXPECT_NE(refused("mass=50,speed=15000,channel=D").find("8A to 8D"), std::string::npos);
+    EXPECT_NE(refused("mass=50,channel=C").find("needs speed"), std::string::npos);
 }
 
 TEST(Calculators, SayWhatIsWrong) {

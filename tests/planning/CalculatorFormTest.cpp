@@ -45,6 +45,13 @@ TEST_F(CalculatorWindow, CalculatesWhatItsBoxesAskFor) {
     EXPECT_NE(ValueOf("time to equilibrium, solved"), "none");
     for (const std::vector<std::string>& row : CalculatorForm.Rows)
         EXPECT_EQ(row.size(), CalculatorForm.Columns.size());
+    const std::string hours = ValueOf("time to equilibrium, solved");
+    Box(CalculatorBox::Channel).Text = " a ";
+    CalculatorFormLostFocus(CalculatorBox::Channel);
+    EXPECT_EQ(Box(CalculatorBox::Inner).Text, "5.809"); // 5.8 cm and the stretch at 30000 rpm
+    EXPECT_EQ(Box(CalculatorBox::Outer).Text, "6.359");
+    CalculatorFormCalculateButton();
+    EXPECT_NE(ValueOf("time to equilibrium, solved"), hours);
     CalculatorFormCopyButton();
     EXPECT_NE(script.ClipboardHolds.find("molar mass\t8.56"), std::string::npos) << script.ClipboardHolds;
 }
@@ -85,6 +92,13 @@ TEST_F(CalculatorWindow, TellsWhatCannotBeRead) {
     script.ExpectMessage("Enter a number.");
     CalculatorFormCalculateButton();
     EXPECT_EQ(CalculatorForm.State.FocusOn, &Box(CalculatorBox::Celsius));
+    Box(CalculatorBox::Celsius).Text = "20";
+    Box(CalculatorBox::Channel).Text = "D";
+    script.ExpectMessage(
+        "A channel is A to C of a six-channel centerpiece, 8A to 8D of an eight-channel one, not \"D\".");
+    CalculatorFormLostFocus(CalculatorBox::Channel);
+    EXPECT_EQ(Box(CalculatorBox::Channel).Text, "");
+    EXPECT_EQ(Box(CalculatorBox::Inner).Text, "");
 }
 
 TEST_F(CalculatorWindow, TakesTheNameOfAFile) {
