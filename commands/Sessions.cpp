@@ -17,17 +17,29 @@
 
 namespace Quillon {
 
+WorkBeside SessionWorker;
+
 namespace {
 
 constexpr const char* Beginning = "session-";
 constexpr const char* Ending = ".quil";
 constexpr int MostSessions = 99;
 
+using SharedBytes = std::shared_ptr<const std::string>;
+
+// A write on its way, and what the thread that does it says of it.
+struct WriteBeside {
+    SharedBytes Bytes;
+    std::shared_ptr<std::string> Failure; // "" while there is none
+    WorkUnderWay Work;
+};
+
 struct OwnSession {
     std::string Path;           // "" for none
     std::shared_ptr<void> Hold; // keeps others off it
-    std::string Kept;           // the bytes in the file; "" without one
+    SharedBytes Kept;           // in the file; null without one
     std::string Failure;
+    std::optional<WriteBeside> Writing;
 };
 OwnSession Own;
 
@@ -38,14 +50,28 @@ OwnSession FreeSession(const std::string& folder) {
     for (int n = 1; n <= MostSessions; ++n) {
         const std::string path = JoinPath(folder, Beginning + std::to_string(n) + Ending);
         std::shared_ptr<void> hold = Host.HoldFileNow(path);
-        if (hold && !Host.FileExists(path)) return {path, std::move(hold), "", ""};
+        if (hold && !Host.FileExists(path)) return {path, std::move(hold), nullptr, "", {}};
     }
-    return {"", nullptr, "", "no file in " + folder + " could be held"};
+    return {"", nullptr, nullptr, "no file in " + folder + " could be held", {}};
+}
+
+void TakeEndOfWrite() {
+    Own.Writing->Work.Wait();
+    Own.Failure = *Own.Writing->Failure;
+    if (Own.Failure.empty()) Own.Kept = Own.Writing->Bytes;
+    Own.Writing.reset();
+}
+
+// False while a write is on its way.
+bool WriteHasEnded() {
+    if (Own.Writing && Own.Writing->Work.HasEnded()) TakeEndOfWrite();
+    return !Own.Writing;
 }
 
 void ForgetFile() {
-    if (!Own.Kept.empty()) Host.RemoveFile(Own.Path);
-    Own.Kept.clear();
+    if (Own.Writing) TakeEndOfWrite();
+    if (Own.Kept) Host.RemoveFile(Own.Path);
+    Own.Kept.reset();
 }
 
 // In the midst of a command the analysis at hand may be half done.
@@ -57,20 +83,44 @@ std::string BytesToKeep() {
     return AtRest() ? EncodeFit(Work) : EncodeFit(WholeAnalysis(History.Steps[History.Place].Analysis));
 }
 
-void Write(const std::string& bytes) {
+WorkUnderWay AtOnce(const std::function<void()>& work) {
+    work();
+    return {[] { return true; }, [] {}};
+}
+
+// Another thread has a filling of the seam of its own: it gets the operation handed over.
+void BeginWrite(std::string bytes) {
+    WriteBeside write{
+        std::make_shared<const std::string>(std::move(bytes)), std::make_shared<std::string>(), {}};
+    const auto work = [path = Own.Path, bytesToWrite = write.Bytes, failure = write.Failure,
+                       writeFile = Host.WriteFile] {
+        try {
+            writeFile(path, *bytesToWrite);
+        } catch (const RuntimeError& error) {
+            *failure = error.Text;
+        } catch (const std::bad_alloc&) {
+            *failure = ErrorText::OutOfMemory;
+        }
+    };
+    write.Work = SessionWorker ? SessionWorker(work) : AtOnce(work);
+    Own.Writing = std::move(write);
+}
+
+bool ComesBack(const std::string& bytes) {
     try {
         DecodeFit(bytes, Work);
+        return true;
     } catch (const RuntimeError& error) {
         Own.Failure = error.Text; // the former file stays
-        return;
+        return false;
     }
-    try {
-        Host.WriteFile(Own.Path, bytes);
-        Own.Kept = bytes;
-        Own.Failure.clear();
-    } catch (const RuntimeError& error) {
-        Own.Failure = error.Text;
-    }
+}
+
+void KeepBytes(std::string bytes) {
+    if (Own.Kept && bytes == *Own.Kept)
+        Own.Failure.clear(); // the file holds it
+    else if (ComesBack(bytes))
+        BeginWrite(std::move(bytes));
 }
 
 // --- restoring -------------------------------------------------------------------------------------------
@@ -133,7 +183,8 @@ BoxAnswer AskAbout(const RecoverableSession& session) {
 void BeginSession() {
     EndSession();
     const std::string folder = Host.StateDirectory();
-    Own = folder.empty() ? OwnSession{"", nullptr, "", "there is no folder for it"} : FreeSession(folder);
+    Own = folder.empty() ? OwnSession{"", nullptr, nullptr, "there is no folder for it", {}}
+                         : FreeSession(folder);
 }
 
 void EndSession() {
@@ -142,11 +193,11 @@ void EndSession() {
 }
 
 void KeepSession() {
-    if (Own.Path.empty()) return;
+    if (Own.Path.empty() || !WriteHasEnded()) return;
     if (!(AtRest() ? IsUnsaved() : StepIsUnsaved())) return ForgetFile();
     try {
-        const std::string bytes = BytesToKeep();
-        if (bytes != Own.Kept) Write(bytes);
+        KeepBytes(BytesToKeep());
+        WriteHasEnded(); // one that was done at once
     } catch (const RuntimeError& error) {
         Own.Failure = error.Text; // no file takes it: the former one stays
     } catch (const std::bad_alloc&) {
@@ -177,7 +228,7 @@ void RestoreSession(const std::string& path) {
     std::string bytes = Host.ReadFile(path);
     AdoptFit(bytes, "");
     ForgetFile();
-    Own = {path, std::move(hold), std::move(bytes), ""};
+    Own = {path, std::move(hold), std::make_shared<const std::string>(std::move(bytes)), "", {}};
 }
 
 void DiscardSession(const std::string& path) {

@@ -8,6 +8,7 @@
 
 #include "platform/Platform.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,20 +17,30 @@ namespace Quillon {
 
 inline constexpr int SecondsBetweenKeeps = 2;
 
+// Runs a piece of work beside the windows, on another thread, so that nobody who types waits for a disk.
+// Filled by whoever shows windows; without it the work is done at once.
+struct WorkUnderWay {
+    std::function<bool()> HasEnded;
+    std::function<void()> Wait; // until it has ended
+};
+using WorkBeside = std::function<WorkUnderWay(std::function<void()> work)>;
+extern WorkBeside SessionWorker;
+
 // Takes a file for this copy, in place of one that it may have had. Without a folder, or where it allows no
 // lock, nothing is kept, and SessionFailure says so.
 void BeginSession();
 
-// The clean end: the file goes.
+// The clean end: the file goes, once a write that is on its way has ended.
 void EndSession();
 
 // Brings the file up to the analysis, where that is unsaved and another than the file holds: to the one at
 // hand between commands and while the table of data sets stands, and otherwise to the one that the command at
 // work began with. May be called while events are served: it changes nothing of the analysis. An analysis
-// that no file could be restored from is passed over, and the former one stays.
+// that no file could be restored from is passed over, and the former one stays; so does the file while an
+// earlier write is still on its way.
 void KeepSession();
 
-// Why the latest attempt failed, "" when it did not: the analysis is then not kept.
+// Why the latest attempt that has ended failed, "" when it did not: the analysis is then not kept.
 const std::string& SessionFailure();
 
 // An analysis that a copy of the program has left without a clean end.

@@ -2,11 +2,13 @@
 
 #include "files/Descriptor.h"
 
+#include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
 #include <dirent.h>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <string_view>
 #include <sys/file.h>
@@ -55,10 +57,17 @@ std::vector<std::string> LeftoversIn(const std::string& folder) {
     return names;
 }
 
+bool IsFirstLookInto(const std::string& folder) {
+    static std::mutex one;
+    static std::set<std::string> seen;
+    const std::scoped_lock lock(one);
+    return seen.insert(folder).second;
+}
+
 } // namespace
 
 std::string NameBeside(const std::string& folder) {
-    static unsigned count = 0;
+    static std::atomic<unsigned> count{0}; // files are written on several threads
     return folder + std::string(Start) + std::to_string(::getpid()) + "-" + std::to_string(++count);
 }
 
@@ -67,8 +76,7 @@ void MarkInUse(int descriptor) {
 }
 
 void RemoveLeftovers(const std::string& folder) {
-    static std::set<std::string> seen;
-    if (!seen.insert(folder).second) return;
+    if (!IsFirstLookInto(folder)) return;
     for (const std::string& name : LeftoversIn(folder))
         if (const std::string path = folder + name; IsFree(path)) ::unlink(path.c_str());
 }

@@ -27,6 +27,11 @@
 #include <QLineEdit>
 #include <QScreen>
 
+#include <chrono>
+#include <future>
+#include <memory>
+#include <utility>
+
 namespace Quillon {
 
 namespace {
@@ -37,6 +42,14 @@ int RowsThatFit(int height) {
     const int row = QLineEdit().sizeHint().height() + 3;
     const int others = 8 * row;
     return std::max(8, (height * 9 / 10 - others) / row);
+}
+
+// Where the system has no thread left, Wait does the work.
+WorkUnderWay OnAThread(std::function<void()> work) {
+    const auto end = std::make_shared<std::future<void>>(
+        std::async(std::launch::async | std::launch::deferred, std::move(work)));
+    return {[end] { return end->wait_for(std::chrono::seconds(0)) != std::future_status::timeout; },
+            [end] { end->wait(); }};
 }
 
 } // namespace
@@ -51,6 +64,7 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     };
     ShowButtonsAsWords();
     ReadJob = OpenJobFile;
+    SessionWorker = OnAThread;
     KeepWindowsOnScreen();
     LoadPlaces();
     StartQuillon(argument);

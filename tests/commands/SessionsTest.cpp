@@ -22,8 +22,10 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <future>
 #include <random>
 #include <unistd.h>
+#include <utility>
 
 namespace Quillon {
 namespace {
@@ -173,6 +175,67 @@ TEST_F(Sessions, WithoutAFolderNothingIsKeptAndThatIsTold) {
     EXPECT_TRUE(RecoverableSessions().empty());
 }
 
+// A worker that ends when it is told to.
+struct SlowWorker {
+    std::function<void()> Waiting; // what was handed over and is not done yet
+    SlowWorker() {
+        SessionWorker = [this](std::function<void()> work) {
+            Waiting = std::move(work);
+            return WorkUnderWay{[this] { return !Waiting; }, [this] { Run(); }};
+        };
+    }
+    ~SlowWorker() { SessionWorker = nullptr; }
+    SlowWorker(const SlowWorker&) = delete;
+    SlowWorker& operator=(const SlowWorker&) = delete;
+    void Run() {
+        if (const auto work = std::exchange(Waiting, nullptr)) work();
+    }
+};
+
+TEST_F(Sessions, ADiskThatIsSlowHoldsNobodyUp) {
+    SlowWorker worker;
+    BeginSession();
+    MakeFit();
+    const std::string first = EncodeFit(Work);
+    KeepSession();
+    EXPECT_FALSE(fs::exists(Path(1))) << "the write is under way";
+    RunCommand([] { Work.Parms[0] = 17.0F; });
+    KeepSession(); // passes over: one write at a time
+    worker.Run();
+    EXPECT_TRUE(ReadWhole(Path(1)) == first);
+    KeepSession();
+    worker.Run();
+    EXPECT_TRUE(ReadWhole(Path(1)) == EncodeFit(Work));
+}
+
+TEST_F(Sessions, ACleanEndWaitsForTheWriteAndTakesTheFileAway) {
+    SlowWorker worker;
+    BeginSession();
+    MakeFit();
+    KeepSession();
+    EndSession();
+    EXPECT_FALSE(fs::exists(Path(1)));
+    EXPECT_TRUE(RecoverableSessions().empty());
+}
+
+TEST_F(Sessions, AWriteThatFailedOnAnotherThreadIsTold) {
+    SlowWorker worker;
+    BeginSession();
+    MakeFit();
+    Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
+    KeepSession();
+    EXPECT_EQ(SessionFailure(), "");
+    worker.Run();
+    Host.WriteFile = WriteWhole;
+    RunCommand([] { Work.Parms[0] = 17.0F; });
+    KeepSession();
+    EXPECT_EQ(SessionFailure(), "Disk full");
+    worker.Run();
+    KeepSession();
+    EXPECT_EQ(SessionFailure(), "");
+    EXPECT_TRUE(ReadWhole(Path(1)) == EncodeFit(Work));
+}
+
 // --- what has died ---------------------------------------------------------------------------------------
 
 TEST_F(Sessions, ADeadCopysAnalysisComesBackWholeAndCanBeTakenBack) {
@@ -269,8 +332,8 @@ TEST_F(Sessions, AFileThatIsNoAnalysisIsNotOffered) {
 // --- killed at random moments ----------------------------------------------------------------------------
 
 // A copy of the program at work: commands one after the other, the analysis kept as by the clock of the main
-// window, though faster. To the pipe goes the number of the state at hand, and behind each keep its number
-// again, negative.
+// window, though faster, and written on another thread. To the pipe goes the number of the state at hand, and
+// behind each write that has ended the number of its state, negative.
 void WorkUntilKilled(int pipe, unsigned seed) {
     std::mt19937 random(seed);
     const auto tell = [pipe](int number) {
@@ -278,13 +341,22 @@ void WorkUntilKilled(int pipe, unsigned seed) {
     };
     BeginSession();
     Sessions::MakeFit();
-    for (int n = 1;; ++n) {
-        tell(n);
-        RunCommand([n] { Work.Parms[0] = static_cast<float>(n); });
-        if (random() % 3 == 0) {
-            KeepSession();
-            tell(-n);
-        }
+    std::future<void> write;
+    int at = 0, writing = 0; // the state at hand, and the one on its way to the disk
+    SessionWorker = [&](std::function<void()> work) {
+        writing = at;
+        write = std::async(std::launch::async, std::move(work));
+        return WorkUnderWay{
+            [&] { return write.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
+            [&] {
+                write.get();
+                tell(-writing);
+            }};
+    };
+    while (true) {
+        tell(++at);
+        RunCommand([at] { Work.Parms[0] = static_cast<float>(at); });
+        if (random() % 3 == 0) KeepSession();
     }
 }
 
