@@ -119,8 +119,19 @@ void OpenMonitor(Player& player, const Visit& visit) {
 
 void OpenSearch(Player& player, const Visit& visit) {
     player.Expect(ResultsName, [&] {
-        player.Expect(WaitFormName, visit);
+        bool met = false;
+        const auto serve = Host.ServeEvents;
+        Host.ServeEvents = [&] { // a search may be over before its window is met
+            serve();
+            for (int i = 0; i < 20000 && WaitForm.State.Shown && !met; ++i)
+                QTest::qWait(1);
+        };
+        player.Expect(WaitFormName, [&] {
+            met = true;
+            visit();
+        });
         Player::Click(Results.ComputeConfidence);
+        Host.ServeEvents = serve;
         Player::Click(Results.OkButton);
     });
     player.ClickMenu("ReviewFit");

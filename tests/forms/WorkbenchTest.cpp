@@ -230,6 +230,7 @@ TEST_F(WorkbenchAtTheWindow, ThatNothingIsKeptForARestartWasToldNowhere) {
     ShowFit();
     auto* note = Main()->findChild<QLabel*>("KeepNote");
     EXPECT_FALSE(note->isVisible());
+    SessionWorker = nullptr; // so that each write has ended when KeepSession has
     const auto write = Host.WriteFile;
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError("Disk full"); };
     KeepSession();
