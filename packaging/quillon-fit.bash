@@ -19,7 +19,7 @@ _quillon_fit() {
         compopt -o nospace 2>/dev/null
         ;;
     --buffer)
-        words='water NaCl= KCl= MgCl2= CaCl2= NaH2PO4= Na2HPO4= urea= GuHCl= glycerol='
+        words='water NaCl= KCl= NH4Cl= MgCl2= CaCl2= Na2SO4= NaOAc= KOAc= NaH2PO4= Na2HPO4= KH2PO4= K2HPO4= urea= GuHCl= glycerol='
         compopt -o nospace 2>/dev/null
         ;;
     --mass-of) words='data fit' ;;

@@ -1,5 +1,6 @@
 #include "persistence/codec/FitCheck.h"
 
+#include "models/table/ModelTable.h"
 #include "platform/RuntimeError.h"
 
 #include <array>
@@ -7,10 +8,6 @@
 namespace Quillon {
 
 namespace {
-
-// The models that the rules of flags and names know; 23 and 24 stand for the two nameless rows that the
-// model list has after a restore.
-constexpr long LastKnownModel = 24;
 
 void Demand(bool holds, const char* name) {
     if (!holds) RaiseError(std::string(ErrorText::BadSubscript) + " (" + name + ")");
@@ -26,7 +23,7 @@ bool PointsInUse(const Workspace& w) {
 }
 
 void CheckChoices(const Workspace& w) {
-    DemandWithin(w.Model, 1, LastKnownModel, "Model");
+    DemandWithin(w.Model, 1, LastReservedModel, "Model");
     DemandWithin(w.MassUnits, 0, 2, "MassUnits");
     DemandWithin(w.ConcUnits, 0, 5, "ConcUnits");
     DemandWithin(w.MonitorMode, 0, 3, "MonitorMode");

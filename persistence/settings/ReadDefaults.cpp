@@ -2,6 +2,7 @@
 
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
+#include "models/table/Catalogue.h"
 #include "persistence/settings/DefaultKeys.h"
 #include "persistence/settings/IniAccess.h"
 
@@ -74,7 +75,7 @@ void ReadCoefficients(const SettingsReader& ini) {
 }
 
 void ReadModelAndUnits(const SettingsReader& ini) {
-    Work.Model = Choice(ini.Integer(IniKey::FitModelNumber, "1"), 1, 22, 1);
+    Work.Model = Choice(ini.Integer(IniKey::FitModelNumber, "1"), 1, LastModelNumber, 1);
     Work.NonIdeal = ini.Boolean(IniKey::NonIdeal, "False");
     Work.SeparateK = ini.Boolean(IniKey::SplitKs, "False");
     Work.ConcUnits = Choice(ini.Integer(IniKey::ConcentrationUnits, "0"), 0, 5, 0);

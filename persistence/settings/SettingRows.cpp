@@ -1,5 +1,6 @@
 #include "persistence/settings/SettingRows.h"
 
+#include "models/table/Catalogue.h"
 #include "persistence/settings/DefaultKeys.h"
 #include "persistence/settings/IniAccess.h"
 #include "platform/Narrow.h"
@@ -60,7 +61,7 @@ std::vector<SettingRow> ProgramRows() {
         {Solution, section, IniKey::SoluteRefractivity, "Refractivity (fringes per mg/mL and cm)", number, "2.756", 0, Most},
         {Solution, section, IniKey::RefractometricExtinction, "Molar refractivity (fringes L/(mol cm))", number, "20000", 0, Most},
         {Solution, section, IniKey::TemperatureScale, "Sigma scales by the temperature in", choice, "Celsius", 0, 0, {{"Celsius", "degrees Celsius"}, {"Kelvin", "kelvin"}}},
-        {Model, section, IniKey::FitModelNumber, "Number of the model", whole, "1", 1, 22},
+        {Model, section, IniKey::FitModelNumber, "Number of the model", whole, "1", 1, LastModelNumber},
         {Model, section, IniKey::NonIdeal, "Non-ideal", flag, "False"},
         {Model, section, IniKey::SplitKs, "Constants for each set", flag, "False"},
         {Model, section, IniKey::MassUnits, "Masses", choice, "False", 0, 0, {{"False", "sigma"}, {"Buoyant", "buoyant molar mass"}, {"True", "molar mass"}}},

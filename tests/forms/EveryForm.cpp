@@ -10,44 +10,26 @@
 #include "chart/dialogs/ShiftData.h"
 #include "chart/dialogs/TitleOptsForm.h"
 #include "commands/Analmenu.h"
+#include "commands/MenuRows.h"
 #include "commands/RunForm.h"
 #include "commands/export/ReportPreview.h"
 #include "commands/history/History.h"
-#include "commands/history/HistoryForm.h"
-#include "commands/studies/TableForm.h"
-#include "fit/forms/BoundsForm.h"
-#include "fit/forms/ConfidenceInput.h"
 #include "fit/forms/FitMon.h"
 #include "fit/forms/GetGuess.h"
 #include "fit/forms/HoldForm.h"
-#include "fit/forms/NoiseForm.h"
 #include "fit/forms/WaitForm.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
-#include "graphs/FigureForm.h"
-#include "graphs/kinds/PickSet.h"
 #include "help/HelpForm.h"
 #include "models/SEDEQ3.h"
-#include "models/forms/BaseForm.h"
-#include "models/forms/ConcForm.h"
-#include "models/forms/ModelForm.h"
-#include "models/forms/ShareForm.h"
 #include "models/forms/ShowConstraintForm.h"
-#include "models/forms/SigmaCalcForm.h"
-#include "models/forms/SpecForm.h"
-#include "models/forms/UnitsForm.h"
 #include "models/function/FitFunction.h"
-#include "persistence/settings/SettingsForm.h"
-#include "planning/CalculatorForm.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
-#include "reporting/values/Correlation.h"
 #include "runs/Approach.h"
 #include "runs/Groups.h"
-#include "scandata/forms/FileForm.h"
 #include "scandata/forms/InfoBox.h"
 #include "scandata/reader/ExtinctionForm.h"
-#include "studies/MinimaForm.h"
 #include "studies/StudyForm.h"
 #include "tests/forms/Scans.h"
 #include "tests/support/MadeRun.h"
@@ -65,6 +47,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace Quillon {
 
@@ -74,7 +57,7 @@ using Visit = std::function<void()>;
 using Opening = std::function<void(Player&, const Visit&)>;
 
 // A command of the main window that shows the form at once.
-Opening By(const char* form, const char* item) {
+Opening By(const std::string& form, const std::string& item) {
     return [form, item](Player& player, const Visit& visit) {
         player.Expect(form, visit);
         player.ClickMenu(item);
@@ -190,52 +173,86 @@ void Constrain() {
         Work.ConcConstraintA[RowOf(set)] = 0.25F;
 }
 
-} // namespace
-
-const std::vector<FormOpening>& FormOpenings() {
-    static const std::vector<FormOpening> all = {
+// Those that no command of the menu shows at once, that stand beside the others or need more than a fit, and
+// of a form of several studies one of them.
+std::vector<FormOpening> OpenedByHand() {
+    return {
         {AnalmenuName, Beside(nullptr)},
         {AxisOptsFormName, OnGraph(AxisOptsFormName, EditHorz)},
-        {BaseFormName, By(BaseFormName, "SetBaseConstraint")},
-        {BoundsFormName, By(BoundsFormName, "AlterBounds")},
-        {CalculatorFormName, By(CalculatorFormName, "mnuCalculators")},
         {ChartsName, Beside("GraphResiduals")},
-        {ConcFormName, By(ConcFormName, "SetConcConstraint")},
-        {ConfidenceInputName, By(ConfidenceInputName, "SetConfidence")},
-        {CorrelationName, By(CorrelationName, "Covariance")},
         {ExtinctionFormName, By(ExtinctionFormName, [] { ShowExtinctionForm(); })},
-        {FigureFormName, By(FigureFormName, "GraphFigure")},
-        {FileFormName, By(FileFormName, "ReadData")},
         {FitMonName, OpenMonitor, {"Cancel", "Esc", "X"}, NoNewGuesses},   // a fit that was begun
         {GetGuessName, By(GetGuessName, "FitData"), {"OK"}, NoNewGuesses}, // begins one
         {HelpFormName, Beside("mnuHelpContents")},
-        {HistoryFormName, By(HistoryFormName, "ShowHistory")},
         {HoldFormName, OpenHold},
         {InfoBoxName, By(InfoBoxName, [] { ShowInfoBox(RowNo(1)); })},
         {LegendOptsFormName, OnGraph(LegendOptsFormName, EditLegend)},
         {LineWidthFormName, OnGraph(LineWidthFormName, DoLineWidth)},
-        {MinimaFormName, By(MinimaFormName, "SearchMinima")},
-        {ModelFormName, By(ModelFormName, "DoModelSet")},
-        {NoiseFormName, By(NoiseFormName, "SetNoise")},
-        {PickSetName, By(PickSetName, "GraphResidSet")},
         {PrintEscName, OpenPrinting},
         {PrintGrFormName, OnGraph(PrintGrFormName, [] { AskPrintOptions(); })},
         {ReportPreviewName, OpenPreview},
-        {ResultsName, By(ResultsName, "ReviewFit")},
         {RunFormName, By(RunFormName, ShowARun), {"OK"}},
         {SetColorName, OnGraph(SetColorName, AlterColors)},
-        {SettingsFormName, By(SettingsFormName, "AllSettings")},
-        {ShareFormName, By(ShareFormName, "ShareConcentrations")},
         {ShiftDataName, OnGraph(ShiftDataName, SeparateBoth)},
         {ShowConstraintFormName, By(ShowConstraintFormName, "DoShowConstraint"), {}, Constrain},
-        {SigmaCalcFormName, By(SigmaCalcFormName, "mnuSigmaCalculator")},
-        {SpecFormName, By(SpecFormName, "DoIntegrate")},
         {StudyFormName, By(StudyFormName, "ResampleFit")},
-        {TableFormName, By(TableFormName, "RunTable")},
         {TitleOptsFormName, OnGraph(TitleOptsFormName, EditTitles)},
-        {UnitsFormName, By(UnitsFormName, "DefineUnits")},
         {WaitFormName, OpenSearch},
     };
+}
+
+// What a command shows or asks first ends it.
+struct Shown {
+    std::string Form; // "" of a question
+};
+[[noreturn]] void EndAt(const std::string& form) {
+    throw Shown{form};
+}
+
+std::string FirstShownBy(const MenuRow& row) {
+    const Platform host = Host;
+    Host.ShowModal = Host.ShowForm = EndAt;
+    Host.MessageBoxAnswer = [](const BoxRequest&) -> BoxAnswer { EndAt(""); };
+    Host.AskChecked = [](const BoxRequest&, const std::string&, bool&) -> BoxAnswer { EndAt(""); };
+    Host.AskText = [](const InputRequest&) -> InputAnswer { EndAt(""); };
+    Host.AskFile = [](const FileRequest&) -> FileAnswer { EndAt(""); };
+    std::string form;
+    try {
+        row.Command();
+    } catch (const Shown& shown) {
+        form = shown.Form;
+    }
+    Host = host;
+    return form;
+}
+
+// Of each form that a command of the menu shows at once the first such item. Items of dialogs end in dots.
+std::map<std::string, std::string> ItemsByForm() {
+    std::map<std::string, std::string> items;
+    for (const MenuRow& row : MenuRows()) {
+        PrepareFor({});
+        const bool enabled = row.EnabledWhen == nullptr || row.EnabledWhen();
+        if (enabled && std::string(row.Caption).ends_with("...")) items.emplace(FirstShownBy(row), row.Name);
+    }
+    return items;
+}
+
+std::vector<FormOpening> AllOpenings() {
+    std::vector<FormOpening> all = OpenedByHand();
+    const auto byHand = [&all](const std::string& form) {
+        return std::ranges::any_of(all, [&](const FormOpening& opening) { return opening.Form == form; });
+    };
+    const std::map<std::string, std::string> items = ItemsByForm();
+    for (const std::string& form : RegisteredForms())
+        if (const auto item = items.find(form); item != items.end() && !byHand(form))
+            all.push_back({form, By(form, item->second)});
+    return all;
+}
+
+} // namespace
+
+const std::vector<FormOpening>& FormOpenings() {
+    static const std::vector<FormOpening> all = AllOpenings();
     return all;
 }
 

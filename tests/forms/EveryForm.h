@@ -1,6 +1,6 @@
 #pragma once
-// How each window of the program is opened, for what holds for all of them: a form that is registered and
-// has no row here fails the tests.
+// How each window of the program is opened, for what holds for all of them: by the item of the menu that
+// shows it at once, or by a row of its own. A form that is registered and has neither fails the tests.
 
 #include "tests/forms/Player.h"
 
@@ -11,7 +11,7 @@
 namespace Quillon {
 
 struct FormOpening {
-    const char* Form;
+    std::string Form;
     // Runs what shows the window; visit is called while it stands and has to close it, unless it stands
     // beside the others.
     std::function<void(Player&, const std::function<void()>& visit)> Open;

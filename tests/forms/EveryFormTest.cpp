@@ -93,7 +93,7 @@ TEST_F(EveryForm, LeftWithoutAChangeLeavesTheAnalysisByteForByte) {
         Player::Serve();
     };
     for (const FormOpening& opening : FormOpenings()) {
-        if (std::string(opening.Form) == AnalmenuName) continue; // its X is the end of the program
+        if (opening.Form == AnalmenuName) continue; // its X is the end of the program
         std::vector<std::string> ways;
         const auto check = [&](const std::string& way, const std::function<void(QWidget&)>& leave) {
             if (std::ranges::count(opening.Changing, way) > 0) return;
