@@ -156,6 +156,23 @@ void PlotLoaded(GraphSpec& spec, const PlotData& data, const std::vector<GraphNo
     ClearSpecialOptions();
 }
 
+// A graph of a kind as the settings have it, for the screen. The axes above and on the right are marks alone.
+GraphSpec DefaultSpec(int graphType, int plotStyle) {
+    GraphSpec spec;
+    spec.GraphType = ToInt16(graphType);
+    spec.PlotStyle = ToInt16(plotStyle);
+    spec.SymbolMode = graphType == GraphTypes::XYPlot && plotStyle == PlotStyles::Lines ? 3 : 1;
+    spec.View = spec.Frame = DefaultBox();
+    spec.Title1 = spec.Title2 = DefaultTitle();
+    spec.AxisX1 = spec.AxisX2 = spec.AxisY1 = spec.AxisY2 = DefaultAxis();
+    spec.AxisX2.TicMode = spec.AxisY2.TicMode = TicModes::MarksOnly;
+    spec.AxisX2.Grid = spec.AxisY2.Grid = 0;
+    spec.Legend = DefaultLegend();
+    spec.LineWidth = ToInt16(Chart.Style.LineWidth);
+    spec.Device = "0";
+    return spec;
+}
+
 SetTable AsTable(const OneBased<float>& values) {
     SetTable table(values.Hi(), 1);
     std::copy(values.begin(), values.end(), table.Set(1));
@@ -192,20 +209,7 @@ void GraphInit(GraphSpec& spec, int graphType, int plotStyle) {
         Chart.GraphStatus = GraphStatuses::BadPlotStyle;
         plotStyle = 1;
     }
-    spec = GraphSpec{};
-    spec.GraphType = ToInt16(graphType);
-    spec.PlotStyle = ToInt16(plotStyle);
-    spec.SymbolMode = graphType == GraphTypes::XYPlot && plotStyle == PlotStyles::Lines ? 3 : 1;
-    spec.View = spec.Frame = DefaultBox();
-    spec.Title1 = spec.Title2 = DefaultTitle();
-    spec.AxisX1 = spec.AxisX2 = spec.AxisY1 = spec.AxisY2 = DefaultAxis();
-    for (GraphAxis* axis : {&spec.AxisX2, &spec.AxisY2}) {
-        axis->TicMode = TicModes::MarksOnly;
-        axis->Grid = 0;
-    }
-    spec.Legend = DefaultLegend();
-    spec.LineWidth = ToInt16(Chart.Style.LineWidth);
-    spec.Device = "0";
+    spec = DefaultSpec(graphType, plotStyle);
     ChooseTarget(spec);
 }
 

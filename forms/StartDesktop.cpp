@@ -20,6 +20,7 @@
 #include "forms/surfaces/Pictures.h"
 #include "platform/Platform.h"
 #include "reporting/Results.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -55,7 +56,8 @@ WorkUnderWay OnAThread(std::function<void()> work) {
 } // namespace
 
 void StartDesktop(const std::string& argument, const std::vector<std::string>& others) {
-    Seams.CancelFlag = &Work.AbortFit;
+    Seams.IsCancelled = [] { return Work.AbortFit != 0; };
+    Seams.SetCancelled = HandOnCancel;
     BeginWithSafeColors(true);
     Seams.ProgramName = [] { return Work.ProgramName; };
     Seams.DataDirectory = [] { return Work.DataDirectory; };

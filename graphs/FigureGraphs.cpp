@@ -89,7 +89,7 @@ FigureScope::FigureScope(const PictureRequest& request)
     Chart = ChartModule{};
     Work.SpreadResiduals = FlagFalse;
     Seams.KeepsPicture = FlagFalse;
-    Seams.CancelFlag = nullptr;
+    LeaveCancelAside();
     Seams.NewGraph = nullptr;
     SetScreenSurface(OpenSvg(request).Surface);
     SetMetafileMaker([this](const MetafileRequest&) { return MetafileTarget{Surface, {}, {}}; });

@@ -48,7 +48,7 @@ public:
         Chart = ChartModule{};
         Charts = ChartsForm{};
         Seams.KeepsPicture = FlagFalse;
-        Seams.CancelFlag = nullptr;
+        LeaveCancelAside();
         Seams.NewGraph = nullptr;
         SetScreenSurface(surface);
     }

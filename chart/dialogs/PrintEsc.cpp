@@ -3,23 +3,14 @@
 #include "chart/dialogs/OptionLists.h"
 #include "chart/records/ChartSeams.h"
 #include "platform/FormControls.h"
-#include "platform/Narrow.h"
 #include "platform/Platform.h"
 
 namespace Quillon {
 
 PrintEscRecord PrintEsc;
 
-namespace {
-
-void SetCancelFlag(std::int16_t flag) {
-    if (Seams.CancelFlag != nullptr) *Seams.CancelFlag = flag;
-}
-
-} // namespace
-
 void PrintEscCancelButton() {
-    SetCancelFlag(FlagTrue);
+    SetChartCancelled(true);
     PrintEsc.CancelButton.Enabled = false;
 }
 
@@ -29,19 +20,19 @@ PrintEscScope::PrintEscScope() {
     PrintEsc.State.Shown = true;
     PrintEsc.Message = Captioned("Sending output to printer...");
     PrintEsc.CancelButton = Captioned("Cancel");
-    SetCancelFlag(FlagFalse);
+    SetChartCancelled(false);
     Host.ShowForm(PrintEscName);
 }
 
 PrintEscScope::~PrintEscScope() {
     PrintEsc.State.Shown = false;
-    SetCancelFlag(FlagFalse);
+    SetChartCancelled(false);
     Host.HideForm(PrintEscName);
 }
 
 bool PrintingCancelled() {
     Host.ServeEvents();
-    return Seams.CancelFlag != nullptr && *Seams.CancelFlag != 0;
+    return ChartCancelled();
 }
 
 void TellPrintFailure(const std::string& reason) {

@@ -10,11 +10,11 @@ namespace Quillon {
 inline constexpr const char* PrintEscName = "PrintEsc"; // of the form, for the seam
 
 struct PrintEscRecord {
-    FormState State;
-    Control Message;
-    Control CancelButton;
+    FormState State;      // its caption is the program's title; shown as long as a job runs
+    Control Message;      // what is going on
+    Control CancelButton; // grey once it has been pressed: the job ends at its next step
 };
-extern PrintEscRecord PrintEsc;
+extern PrintEscRecord PrintEsc; // there is one job at a time
 
 void PrintEscCancelButton(); // raises the shared cancel flag, which the job asks for between its steps
 
@@ -29,7 +29,7 @@ struct PrintEscScope {
 // Lets pending events run; true when the job is to be given up.
 bool PrintingCancelled();
 
-// Tells why a job has stopped, and why a dialog of the printer has failed.
+// Tells why a job has stopped, and why a dialog of the printer has failed. reason: the error's text.
 void TellPrintFailure(const std::string& reason);
 void TellPrinterSetupFailure(const std::string& reason);
 

@@ -11,6 +11,7 @@
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Device.h"
 #include "chart/records/ChartDefaults.h"
+#include "chart/records/Kept.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 // The graph file: everything that is needed to show a graph again without the analysis that made it. The
-// layout is in GraphFields.h.
+// layout is in GraphFields.cpp.
 //
 // Writing and reading are pure functions between bytes and a chart module; the commands around them ask for
 // the file, talk to the user and take the result into use. A restore that fails leaves the graph at hand as

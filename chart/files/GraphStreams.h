@@ -20,7 +20,7 @@
 namespace Quillon {
 
 // Both have the same operations under the same names, so that one walk over the fields serves both
-// (chart/files/GraphFields.h). The name that each takes first is what a failure of the reader tells; the
+// (chart/files/GraphFields.cpp). The name that each takes first is what a failure of the reader tells; the
 // writer has no use for it. Counts and bounds are 16-bit words.
 
 // Appends to Bytes. What does not fit into a 16-bit count is the run-time error "Overflow".

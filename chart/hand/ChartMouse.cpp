@@ -194,7 +194,7 @@ void ChartKey(int code, int shift) {
         return;
     }
     if (code == KeyEscape && Charts.Drag.On) return DropDrag();
-    if (code == KeyEscape && Seams.CancelFlag) *Seams.CancelFlag = FlagTrue;
+    if (code == KeyEscape) SetChartCancelled(true);
     MarkerKey(code, shift);
     if (Charts.EndsOnKey && Charts.EndsOnKey(code, shift)) Charts.Shown = false;
 }

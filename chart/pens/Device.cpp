@@ -96,7 +96,7 @@ std::int16_t DeviceUnits(double value) {
 }
 
 bool DrawingCancelled() {
-    return Chart.Target != Targets::Metafile && Seams.CancelFlag != nullptr && *Seams.CancelFlag != 0;
+    return Chart.Target != Targets::Metafile && ChartCancelled();
 }
 
 void ServeDrawing() {

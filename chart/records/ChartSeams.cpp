@@ -10,6 +10,19 @@ std::string ProgramTitle() {
     return Seams.ProgramName ? Seams.ProgramName() : "Quillon";
 }
 
+bool ChartCancelled() {
+    return Seams.IsCancelled && Seams.IsCancelled();
+}
+
+void SetChartCancelled(bool cancelled) {
+    if (Seams.SetCancelled) Seams.SetCancelled(cancelled);
+}
+
+void LeaveCancelAside() {
+    Seams.IsCancelled = nullptr;
+    Seams.SetCancelled = nullptr;
+}
+
 bool HasSurface() {
     switch (Chart.Target) {
     case Targets::Screen:

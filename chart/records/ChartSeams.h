@@ -34,7 +34,10 @@ struct ChartSeams {
     bool PrinterIsPlotter = false;
     std::function<MetafileTarget(const MetafileRequest&)> MakeMetafile;
 
-    std::int16_t* CancelFlag = nullptr;  // the shared cancel flag: non-zero ends a drawing early; optional
+    // The shared cancel flag belongs to the analysis: whether it is up, which ends a drawing early, and the
+    // one way to raise it or to take it down. Both optional: without them nothing is ever cancelled.
+    std::function<bool()> IsCancelled;
+    std::function<void(bool)> SetCancelled;
     std::function<void()> AbortPrintJob; // a print job was cancelled while it was drawn; optional
     std::function<void()> NewGraph;      // PlotSets has begun a graph: the box's window is enabled; optional
     std::function<std::string()> ProgramName;   // title of the messages; "Quillon" without it
@@ -55,6 +58,13 @@ const DrawingSurface& TargetSurface();
 
 // True when the target has a surface.
 bool HasSurface();
+
+// The shared cancel flag, down where nobody has one.
+bool ChartCancelled();
+void SetChartCancelled(bool cancelled);
+
+// Nothing cancels what is drawn from now on: for drawings on a surface that is lent for a while.
+void LeaveCancelAside();
 
 // The title of the engine's messages, and the name under which its settings are kept.
 std::string ProgramTitle();

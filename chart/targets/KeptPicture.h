@@ -14,7 +14,7 @@ namespace Quillon {
 // SetFont, DrawPolyline (two points are a line), DrawPolygon, DrawRectangle, DrawEllipse, DrawPie, WriteText,
 // MeasureText, SetClip and ClearClip, which do to it what the surface's operations say (platform/Surface.h).
 template <class Drawing> DrawingSurface SurfaceOn(const std::shared_ptr<Drawing>& drawing) {
-    DrawingSurface surface;
+    DrawingSurface surface; // its functions share the drawing, which lives as long as one of them
     FillSizes(surface, drawing->Request);
     surface.SetPen = [drawing](const SurfacePen& pen) { drawing->Pen = pen; };
     surface.SetBrush = [drawing](const SurfaceBrush& brush) { drawing->Brush = brush; };

@@ -204,14 +204,25 @@ DeviceRect TextBounds(const Drawing& drawing, int x, int y, const std::string& t
     }
 }
 
-// How far each letter moves on: the differences of the rounded places, so that nothing adds up.
-void AppendAdvances(EmfFields& fields, const EmfFont& font, const std::string& text) {
-    int place = 0;
-    for (std::size_t i = 1; i <= text.size(); ++i) {
-        const int next = static_cast<int>(std::lround(TextEms(*font.Base, text.substr(0, i)) * font.Em));
-        fields.Signed(next - place);
-        place = next;
-    }
+// Where each letter of a text begins and the last one ends, device units from the begin of the text.
+std::vector<int> RoundedPlaces(const EmfFont& font, const std::string& text) {
+    std::vector<int> places;
+    for (const double ems : LetterPlaces(*font.Base, text))
+        places.push_back(static_cast<int>(std::lround(ems * font.Em)));
+    places.push_back(static_cast<int>(std::lround(TextEms(*font.Base, text) * font.Em)));
+    return places;
+}
+
+// Letters of a text that stand in one record, from First up to the one before End.
+struct TextPiece {
+    std::size_t First = 0, End = 1;
+};
+
+// How far each letter moves on: the differences of places that were rounded from the begin of the text, so
+// that neither letters nor pieces add their roundings up.
+void AppendAdvances(EmfFields& fields, const std::vector<int>& places, TextPiece piece) {
+    for (std::size_t i = piece.First; i < piece.End; ++i)
+        fields.Signed(places[i + 1] - places[i]);
 }
 
 std::string WithoutControlCodes(std::string text) {
@@ -223,9 +234,19 @@ std::string WithoutControlCodes(std::string text) {
     return text;
 }
 
+// The place that far along the line.
+DevicePoint Along(const Drawing& drawing, DevicePoint begin, int length) {
+    const double angle = drawing.Font.Angle * std::numbers::pi / 180.0;
+    return {begin.X + static_cast<int>(std::lround(length * std::cos(angle))),
+            begin.Y - static_cast<int>(std::lround(length * std::sin(angle)))};
+}
+
 // What stands in one record: all of it is set by its own advances, or by those of a reader.
-void WritePiece(Drawing& drawing, DevicePoint place, const std::string& text) {
+void WritePiece(Drawing& drawing, DevicePoint begin, const std::string& all, const std::vector<int>& places,
+                TextPiece piece) {
     constexpr std::uint32_t stringOffset = 76; // from the start of the record
+    const std::string text = all.substr(piece.First, piece.End - piece.First);
+    const DevicePoint place = Along(drawing, begin, places[piece.First]);
     EmfFields letters;
     letters.Wide(WithoutControlCodes(text), text.size()).Pad();
     const auto scale = [](double dotsPerInch) { return static_cast<float>(2540.0 / dotsPerInch); };
@@ -235,7 +256,7 @@ void WritePiece(Drawing& drawing, DevicePoint place, const std::string& text) {
     fields.Point(place).Word(static_cast<std::uint32_t>(text.size())).Word(stringOffset).Word(0);
     fields.Rect({0, 0, -1, -1}).Word(static_cast<std::uint32_t>(stringOffset + letters.Bytes.size()));
     fields.Bytes += letters.Bytes;
-    AppendAdvances(fields, drawing.Font, text);
+    AppendAdvances(fields, places, piece);
     AppendRecord(drawing.Records, EmfType::WriteText, fields);
     // Readers exist that take texts which follow each other for a paragraph and set it by rules of their own;
     // a record between them, of what is in force anyway, keeps each at its place.
@@ -250,23 +271,23 @@ bool BeginsPiece(const BaseFont& font, const std::string& text, std::size_t i) {
     return i >= 2 && text[i - 1] == ' ' && IsKernedPair(font, text[i - 2], ' ');
 }
 
-// The place that far along the line.
-DevicePoint Along(const Drawing& drawing, DevicePoint begin, double length) {
-    const double angle = drawing.Font.Angle * std::numbers::pi / 180.0;
-    return {begin.X + static_cast<int>(std::lround(length * std::cos(angle))),
-            begin.Y - static_cast<int>(std::lround(length * std::sin(angle)))};
+// Readers round the advances of a record to units of their own, which adds up along a line: a word after so
+// many letters begins one of its own, at its place.
+bool BeginsWordFarOn(const std::string& text, TextPiece piece) {
+    constexpr std::size_t farOn = 12;
+    return piece.End - piece.First >= farOn && text[piece.End - 1] == ' ' && text[piece.End] != ' ';
 }
 
 void WriteText(Drawing& drawing, int x, int y, const std::string& text) {
     if (text.empty()) return;
     UseFont(drawing.Records, drawing.Objects, drawing.Font, drawing.TextColor);
     const BaseFont& font = *drawing.Font.Base;
-    const std::vector<double> places = LetterPlaces(font, text);
-    for (std::size_t begin = 0, end = 1; begin < text.size(); begin = end++) {
-        while (end < text.size() && !BeginsPiece(font, text, end))
-            ++end;
-        WritePiece(drawing, Along(drawing, {x, y}, places[begin] * drawing.Font.Em),
-                   text.substr(begin, end - begin));
+    const std::vector<int> places = RoundedPlaces(drawing.Font, text);
+    for (TextPiece piece; piece.First < text.size(); piece = {piece.End, piece.End + 1}) {
+        while (piece.End < text.size() && !BeginsPiece(font, text, piece.End) &&
+               !BeginsWordFarOn(text, piece))
+            ++piece.End;
+        WritePiece(drawing, {x, y}, text, places, piece);
     }
 }
 

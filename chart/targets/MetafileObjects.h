@@ -14,7 +14,7 @@ namespace Quillon {
 // A font by the family whose widths texts are measured with. Lengths are device units: the em, and from the
 // top of the tallest letter to the bottom of the lowest. Angle: degrees counterclockwise, 0 to 359.
 struct EmfFont {
-    const BaseFont* Base = &BaseFontFor("Arial", false);
+    const BaseFont* Base = &BaseFontFor("Arial", false); // never null; the tables live as long as the program
     int Em = 12, Height = 13, Angle = 0;
 };
 
@@ -30,7 +30,7 @@ struct EmfObjects {
     EmfSelection Now;
     std::uint32_t Count = 0;                           // made so far; the header of the file tells it
     std::map<std::pair<Rgb, int>, std::uint32_t> Pens; // by colour and width
-    std::map<Rgb, std::uint32_t> Brushes;
+    std::map<Rgb, std::uint32_t> Brushes; // solid ones by colour; the hollow one is of the system
     std::map<std::tuple<const BaseFont*, int, int>, std::uint32_t> Fonts; // by family, em and angle
 };
 

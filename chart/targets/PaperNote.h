@@ -7,11 +7,11 @@
 
 namespace Quillon {
 
-// A unit that sheets are told in: units per inch, number picture, name.
+// A unit that sheets are told in.
 struct PaperUnit {
-    double PerInch;
-    const char* Picture;
-    const char* Name;
+    double PerInch;      // units in an inch
+    const char* Picture; // number picture of a side
+    const char* Name;    // as it stands behind the sides
 };
 inline constexpr PaperUnit InMillimetres{MillimetresPerInch, "0", "mm"};
 inline constexpr PaperUnit InCentimetres{MillimetresPerInch / 10.0, "0.0", "cm"};

@@ -2,6 +2,7 @@
 // What the tests of the chart share: a fresh chart on a recording surface, and quick ways to plot.
 
 #include "chart/CHART.h"
+#include "platform/Narrow.h"
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
 
@@ -21,7 +22,8 @@ protected:
         Chart = ChartModule{};
         Seams = ChartSeams{};
         Charts = ChartsForm{};
-        Seams.CancelFlag = &Cancel;
+        Seams.IsCancelled = [this] { return Cancel != 0; };
+        Seams.SetCancelled = [this](bool cancelled) { Cancel = Flag(cancelled); };
         SetScreenSurface(Screen.Surface());
     }
     ~ChartBench() override {

@@ -225,7 +225,7 @@ TEST_F(ChartTargetsTest, ACancelThatStoodBeforeIsLeftToItsOwner) {
     DrawGraph(); // which heeds the flag as it stands
     EXPECT_FALSE(DrewData());
     EXPECT_EQ(Cancel, -1);
-    Seams.CancelFlag = nullptr;
+    LeaveCancelAside();
     DrawGraph();
     EXPECT_TRUE(DrewData());
 }

@@ -1,6 +1,7 @@
 // Text and clipping in enhanced metafiles.
 #include "MetafileCase.h"
 
+#include <cmath>
 #include <numeric>
 
 namespace Quillon {
@@ -34,9 +35,41 @@ TEST(Metafile, AdvancesAddUpToTheMeasuredWidth) {
                                            size = s.Measure(text);
                                            s.Text(10, 10, text);
                                        }).Items;
-    ASSERT_EQ(items.size(), 1U);
-    EXPECT_EQ(std::accumulate(items[0].Advances.begin(), items[0].Advances.end(), 0), size.Width);
+    int width = 0;
+    for (const EmfItem& item : items)
+        width = std::accumulate(item.Advances.begin(), item.Advances.end(), width);
+    EXPECT_EQ(width, size.Width);
     EXPECT_EQ(size.Height, 13);
+}
+
+TEST(Metafile, LettersBehindAPairStoodAUnitBesideTheirPlaces) {
+    std::vector<int> places;
+    for (const EmfItem& item : DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                   s.SetFont({"Arial", 37, false, 0}); // em 33
+                                   s.Text(100, 200, "Toooooooo");
+                               }).Items) {
+        int place = Pairs(item.Points).at(0).first;
+        for (const int advance : item.Advances) {
+            places.push_back(place);
+            place += advance;
+        }
+    }
+    ASSERT_EQ(places.size(), 9U);
+    for (int i = 1; i < 9; ++i) // Helvetica: T 611, o 556 thousandths
+        EXPECT_EQ(places[static_cast<std::size_t>(i)],
+                  100 + static_cast<int>(std::lround(33 * (0.611 + (i - 1) * 0.556))))
+            << i;
+}
+
+TEST(Metafile, ReadersAddedTheirRoundingsUpAlongALine) {
+    std::vector<std::string> pieces;
+    for (const EmfItem& item : DrawOn(SmallPicture(), [](const DrawingSurface& s) {
+                                   s.SetFont({"Courier New", 12, false, 0});
+                                   s.Text(10, 100, "sum of squares of all  sets (counts) by wavelength");
+                               }).Items)
+        pieces.push_back(item.Text);
+    EXPECT_EQ(pieces,
+              (std::vector<std::string>{"sum of squares ", "of all  sets ", "(counts) by ", "wavelength"}));
 }
 
 TEST(Metafile, TextsThatFollowedEachOtherWereTakenForOneParagraph) {

@@ -13,6 +13,7 @@
 #include "tests/support/RecordingSurface.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "tests/support/ScriptedPrinter.h"
+#include "workspace/records/Cancel.h"
 #include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +34,8 @@ protected:
         Seams = ChartSeams{};
         Charts = ChartsForm{};
         SetScreenSurface(Screen.Surface());
-        Seams.CancelFlag = &Work.AbortFit;
+        Seams.IsCancelled = [] { return Work.AbortFit != 0; };
+        Seams.SetCancelled = HandOnCancel;
         Work = HandBuiltFit();
         Work.FitFile = "/fits/run7.quil";
         Work.ReportFontSize = 30.0F; // several pages of it

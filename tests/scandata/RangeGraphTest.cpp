@@ -10,6 +10,7 @@
 #include "scandata/range/RangeOptions.h"
 #include "scandata/range/RangeReadings.h"
 #include "tests/support/RecordingSurface.h"
+#include "workspace/records/Cancel.h"
 
 #include <cmath>
 
@@ -24,7 +25,8 @@ protected:
         Chart = ChartModule{};
         Seams = ChartSeams{};
         Charts = ChartsForm{};
-        Seams.CancelFlag = &Work.AbortFit;
+        Seams.IsCancelled = [] { return Work.AbortFit != 0; };
+        Seams.SetCancelled = HandOnCancel;
         SetScreenSurface(Screen.Surface());
         std::vector<std::string> points;
         for (int i = 1; i <= 101; ++i)

@@ -5,7 +5,7 @@
 // of a window that shows progress, Esc, Ctrl-C, a restore that was given up), and so does a failure in
 // arithmetic, which sets Work.FunctionFailed beside it and has written Work.Outcome. RunCommand clears it
 // behind a command; whoever makes several tries clears it before each of them and hands a cancel on. The
-// chart, which knows nothing of the analysis, has the flag's place from StartDesktop.
+// chart, which knows nothing of the analysis, is handed HandOnCancel by StartDesktop.
 
 #include "workspace/records/Workspace.h"
 
