@@ -86,6 +86,7 @@ public:
     double Version = 0.0; // of the file's layout, set by whoever has read it: 1.0 to 1.5
     std::size_t At = 0;   // bytes taken so far
 
+    // Bytes not yet taken.
     std::size_t Left() const { return Bytes.size() - At; }
     // Looks ahead and takes nothing.
     bool Follows(std::string_view what) const { return Bytes.substr(At, what.size()) == what; }
@@ -165,6 +166,7 @@ public:
     }
 
 private:
+    // An upper bound of an array that counts from 1: as many items.
     std::size_t Bound(const char* name) {
         std::int16_t upper = 0;
         Value(name, upper);
