@@ -32,12 +32,6 @@ struct MainWindow : testing::Test {
     MainWindow() { StartQuillon(""); }
     Script script;
 
-    static std::set<std::string> Enabled() {
-        std::set<std::string> names;
-        for (const MainMenuItem& item : Analmenu.Items)
-            if (item.Item.Enabled) names.insert(item.Row.Name);
-        return names;
-    }
     static bool On(const std::string& name) { return MainItem(name).Enabled; }
 };
 
@@ -62,7 +56,9 @@ TEST_F(MainWindow, StartsWithNoDataAndNoModel) {
           "mnuHelpContents", "mnuHelpIndex", "AboutBox"})
         EXPECT_TRUE(On(name)) << name;
     for (const MainMenuItem& item : Analmenu.Items)
-        if (item.Row.Menu == MainMenu::Graphs) EXPECT_FALSE(item.Item.Enabled) << item.Row.Name;
+        if (item.Row.Menu == MainMenu::Graphs) {
+            EXPECT_FALSE(item.Item.Enabled) << item.Row.Name;
+        }
     for (const char* name :
          {"DoFitSave", "WriteBaseline", "DefineUnits", "FitData", "ReviewFit", "AlterBounds"})
         EXPECT_FALSE(On(name)) << name;
