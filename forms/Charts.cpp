@@ -34,9 +34,12 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPointer>
+#include <QScreen>
+#include <QStyle>
 #include <QTimer>
 #include <QUrl>
 
+#include <algorithm>
 #include <map>
 
 namespace Quillon {
@@ -303,9 +306,40 @@ private:
     bool Modal = false;
 };
 
+using FurtherWindows = std::map<int, QPointer<ChartsWindow>>; // by the number of the graph
+
+// True where the window of a graph has its corner.
+bool IsTaken(QPoint corner, const FurtherWindows& shown) {
+    const auto stands = [corner](const QWidget* window) {
+        return window != nullptr && window->isVisible() && window->pos() == corner;
+    };
+    return stands(OpenForm(ChartsName)) || std::any_of(shown.begin(), shown.end(), [&](const auto& further) {
+               return stands(further.second.data());
+           });
+}
+
+// A further window opens beside those that stand already, so that the title of each stays in sight, and from
+// the upper left of the screen where there is no more room; of one nearly as large as the screen at least
+// half is seen. One that the user has put somewhere opens there again all the same
+// (forms/shell/WindowPlaces.h).
+void PlaceBeside(QWidget& window, const FurtherWindows& shown) {
+    const QWidget* first = OpenForm(ChartsName);
+    if (first == nullptr || !first->isVisible()) return;
+    const int step = std::max(first->style()->pixelMetric(QStyle::PM_TitleBarHeight), 1);
+    const QRect room = first->screen()->availableGeometry();
+    QSize seen = window.size() + QSize(0, step);
+    if (seen.width() + step > room.width() || seen.height() + step > room.height()) seen /= 2;
+    QPoint corner = first->pos();
+    for (int tries = 0; tries < 100 && IsTaken(corner, shown); ++tries) {
+        corner += QPoint(step, step);
+        if (!room.contains(QRect(corner, seen))) corner = room.topLeft();
+    }
+    window.move(corner);
+}
+
 // Each further graph has a window above the main one, which is made when the graph is there.
 void ShowFurtherWindows() {
-    static std::map<int, QPointer<ChartsWindow>> shown;
+    static FurtherWindows shown;
     for (auto window = shown.begin(); window != shown.end();) {
         if (window->second && !window->second->IsClosed()) {
             ++window;
@@ -321,6 +355,7 @@ void ShowFurtherWindows() {
         shown[graph.Number] = window;
         window->setObjectName(QString("Graph%1").arg(graph.Number)); // by which its place is known again
         window->setProperty(PageProperty, ChartsName);
+        PlaceBeside(*window, shown);
         window->show();
     }
     if (MayFollowAnalysis()) FollowInGraphWindows();

@@ -274,7 +274,7 @@ bool BeginsPiece(const BaseFont& font, const std::string& text, std::size_t i) {
 // Readers round the advances of a record to units of their own, which adds up along a line: a word after so
 // many letters begins one of its own, at its place.
 bool BeginsWordFarOn(const std::string& text, TextPiece piece) {
-    constexpr std::size_t farOn = 12;
+    constexpr std::size_t farOn = 8;
     return piece.End - piece.First >= farOn && text[piece.End - 1] == ' ' && text[piece.End] != ' ';
 }
 

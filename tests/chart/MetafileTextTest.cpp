@@ -69,7 +69,7 @@ TEST(Metafile, ReadersAddedTheirRoundingsUpAlongALine) {
                                }).Items)
         pieces.push_back(item.Text);
     EXPECT_EQ(pieces,
-              (std::vector<std::string>{"sum of squares ", "of all  sets ", "(counts) by ", "wavelength"}));
+              (std::vector<std::string>{"sum of squares ", "of all  ", "sets (counts) ", "by wavelength"}));
 }
 
 TEST(Metafile, TextsThatFollowedEachOtherWereTakenForOneParagraph) {

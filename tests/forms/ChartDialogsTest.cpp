@@ -29,6 +29,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -419,6 +420,9 @@ TEST_F(ChartDialogs, AFurtherWindowHasItsOwnGraphAndFollowsTheFit) {
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(window->windowTitle().endsWith(" - Graph 2: Overlay"));
+    const QPoint from = Player::Window(ChartsName)->pos();
+    EXPECT_NE(window->pos(), from) << "it lay exactly over the first one";
+    EXPECT_TRUE(window->screen()->availableGeometry().contains(window->pos()));
     QWidget* canvas = nullptr;
     for (QWidget* w : window->findChildren<QWidget*>())
         if (w->hasMouseTracking() && w->focusPolicy() == Qt::StrongFocus) canvas = w;
