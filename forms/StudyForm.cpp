@@ -55,25 +55,53 @@ bool HoldsNumbers(std::size_t column) {
     return true;
 }
 
+// Rich text, which a tip wraps.
+QString WrappedTip(const QString& text) {
+    return text.isEmpty() ? text : "<p>" + text.toHtmlEscaped() + "</p>";
+}
+
 void FillColumn(QTableWidget& table, std::size_t column) {
     const Qt::Alignment side = HoldsNumbers(column) ? Qt::AlignRight : Qt::AlignLeft;
     for (std::size_t i = 0; i < StudyForm.Rows.size(); ++i) {
         auto* item = new QTableWidgetItem(ShownText(StudyForm.Rows[i][column]));
         item->setTextAlignment(side | Qt::AlignVCenter);
+        if (side == Qt::AlignLeft) item->setToolTip(WrappedTip(item->text()));
         table.setItem(static_cast<int>(i), static_cast<int>(column), item);
     }
 }
 
+// Where a column is as wide as its head, two lines of it leave room for others.
+QString HeadInLines(const std::string& head) {
+    QString text = ShownText(head);
+    const auto blank = text.lastIndexOf(' ');
+    if (blank > 0) text[blank] = '\n';
+    return text;
+}
+
+// Numbers are seen whole; words give way to them, and stand in the tip.
+void PlaceColumns(QTableWidget& table) {
+    constexpr int MostLetters = 22;
+    table.resizeColumnsToContents();
+    const int widest = MostLetters * table.fontMetrics().averageCharWidth();
+    const int last = table.columnCount() - 1;
+    for (int column = 0; column <= last; ++column)
+        if (!HoldsNumbers(static_cast<std::size_t>(column)) && table.columnWidth(column) > widest)
+            table.setColumnWidth(column, widest);
+    table.horizontalHeader()->setStretchLastSection(last >= 0 &&
+                                                    !HoldsNumbers(static_cast<std::size_t>(last)));
+}
+
 void FillTable(QTableWidget& table) {
+    const bool many = StudyForm.Columns.size() > 8;
     QStringList heads;
     for (const std::string& head : StudyForm.Columns)
-        heads << ShownText(head);
+        heads << (many ? HeadInLines(head) : ShownText(head));
     table.setColumnCount(static_cast<int>(heads.size()));
     table.setHorizontalHeaderLabels(heads);
     table.setRowCount(static_cast<int>(StudyForm.Rows.size()));
     for (std::size_t column = 0; column < StudyForm.Columns.size(); ++column)
         FillColumn(table, column);
-    table.resizeColumnsToContents();
+    PlaceColumns(table);
 }
 
 QTableWidget* MakeTable(Binder& bind) {

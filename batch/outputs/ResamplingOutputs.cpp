@@ -28,11 +28,20 @@ std::string ParameterRecord(const Resampling& resampling, std::size_t place) {
     return InlineObject(members);
 }
 
-std::string DerivedRecord(const DerivedQuantity& quantity, const Spread& spread) {
+std::string NumberList(const std::vector<double>& numbers) {
+    std::vector<std::string> items;
+    for (const double number : numbers)
+        items.push_back(JsonNumber(number));
+    return InlineList(items);
+}
+
+std::string DerivedRecord(const Resampling& resampling, std::size_t place) {
+    const DerivedQuantity& quantity = resampling.Derived[place];
     std::vector<std::string> members{
         JsonMember("slot", std::to_string(quantity.Slot)), JsonMember("name", JsonString(quantity.Name)),
         JsonMember("quantity", JsonString(quantity.Quantity)), JsonMember("unit", JsonString(quantity.Unit))};
-    AddSpread(members, spread);
+    AddSpread(members, resampling.DerivedSpreads[place]);
+    members.push_back(JsonMember("correlations", NumberList(resampling.DerivedCorrelations[place])));
     return InlineObject(members);
 }
 
@@ -46,12 +55,8 @@ std::string WholeNumbers(const std::vector<long>& numbers) {
 std::string CorrelationsRecord(const Resampling& resampling) {
     if (resampling.Correlations.empty()) return JsonNull;
     std::vector<std::string> rows;
-    for (const std::vector<double>& row : resampling.Correlations) {
-        std::vector<std::string> items;
-        for (const double value : row)
-            items.push_back(JsonNumber(value));
-        rows.push_back(InlineList(items));
-    }
+    for (const std::vector<double>& row : resampling.Correlations)
+        rows.push_back(NumberList(row));
     return InlineObject(
         {JsonMember("slots", WholeNumbers(resampling.Slots)), JsonMember("matrix", InlineList(rows))});
 }
@@ -71,7 +76,7 @@ std::string ResamplingJson(const Resampling& resampling) {
     for (std::size_t a = 0; a < resampling.Spreads.size(); ++a)
         parameters.push_back(ParameterRecord(resampling, a));
     for (std::size_t i = 0; i < resampling.DerivedSpreads.size(); ++i)
-        derived.push_back(DerivedRecord(resampling.Derived[i], resampling.DerivedSpreads[i]));
+        derived.push_back(DerivedRecord(resampling, i));
     const std::string known = QuantileText(resampling);
     const std::string blocks =
         resampling.BlockLengths.empty() ? JsonNull : WholeNumbers(resampling.BlockLengths);
@@ -106,6 +111,13 @@ std::string CorrelationsCsv(const Resampling& resampling) {
         std::vector<std::string> fields{std::to_string(resampling.Slots[a]), resampling.Names[a]};
         for (std::size_t b = 0; b < triangle.size(); ++b)
             fields.push_back(ShortestText(a >= b ? triangle[a][b] : triangle[b][a]));
+        text += CsvLine(fields);
+    }
+    for (std::size_t i = 0; i < resampling.DerivedCorrelations.size(); ++i) {
+        std::vector<std::string> fields{std::to_string(resampling.Derived[i].Slot),
+                                        QuantityCaption(resampling.Derived[i])};
+        for (const double value : resampling.DerivedCorrelations[i])
+            fields.push_back(ShortestText(value));
         text += CsvLine(fields);
     }
     return text;

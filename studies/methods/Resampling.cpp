@@ -136,19 +136,28 @@ Draw FitDraw() {
     return draw;
 }
 
+// The values of a quantity over the draws, and how they scatter.
+struct Column {
+    const std::vector<double>& Values;
+    const Spread& Of;
+};
+
+double Correlation(const Column& a, const Column& b) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < a.Values.size(); ++i)
+        sum += (a.Values[i] - a.Of.Mean) * (b.Values[i] - b.Of.Mean);
+    const double size = a.Of.Sd * b.Of.Sd * (static_cast<double>(a.Values.size()) - 1.0);
+    return size > 0.0 ? sum / size : 0.0;
+}
+
 std::vector<std::vector<double>> CorrelationsOf(const std::vector<std::vector<double>>& columns,
                                                 const std::vector<Spread>& spreads) {
     std::vector<std::vector<double>> matrix;
     for (std::size_t a = 0; a < columns.size(); ++a) {
         matrix.emplace_back();
-        for (std::size_t b = 0; b <= a; ++b) {
-            double sum = 0.0;
-            for (std::size_t i = 0; i < columns[a].size(); ++i)
-                sum += (columns[a][i] - spreads[a].Mean) * (columns[b][i] - spreads[b].Mean);
-            const double size =
-                spreads[a].Sd * spreads[b].Sd * (static_cast<double>(columns[a].size()) - 1.0);
-            matrix.back().push_back(a == b ? 1.0 : (size > 0.0 ? sum / size : 0.0));
-        }
+        for (std::size_t b = 0; b < a; ++b)
+            matrix.back().push_back(Correlation({columns[a], spreads[a]}, {columns[b], spreads[b]}));
+        matrix.back().push_back(1.0);
     }
     return matrix;
 }
@@ -179,9 +188,15 @@ void Summarise(Resampling& result) {
     if (result.Ended == result.Failed) return;
     const auto columns = ColumnsOf(result, &Draw::Values, result.Slots.size());
     result.Spreads = SpreadsOf(columns, result.Choice.Level);
-    result.DerivedSpreads =
-        SpreadsOf(ColumnsOf(result, &Draw::Derived, result.Derived.size()), result.Choice.Level);
+    const auto derived = ColumnsOf(result, &Draw::Derived, result.Derived.size());
+    result.DerivedSpreads = SpreadsOf(derived, result.Choice.Level);
     result.Correlations = CorrelationsOf(columns, result.Spreads);
+    for (std::size_t i = 0; i < derived.size(); ++i) {
+        result.DerivedCorrelations.emplace_back();
+        for (std::size_t b = 0; b < columns.size(); ++b)
+            result.DerivedCorrelations[i].push_back(
+                Correlation({derived[i], result.DerivedSpreads[i]}, {columns[b], result.Spreads[b]}));
+    }
 }
 
 // The errors of the limits as shares of the standard deviation, in root mean square: one limit by itself is

@@ -69,7 +69,9 @@ struct Resampling {
     std::vector<Spread> Spreads;          // for each slot; empty where no fit has converged
     std::vector<Spread> DerivedSpreads;   // for each derived quantity
     std::vector<std::vector<double>> Correlations; // lower triangle, over the draws that have converged
-    bool Complete = false;                         // not cancelled
+    // The same of each derived quantity with all parameters.
+    std::vector<std::vector<double>> DerivedCorrelations;
+    bool Complete = false; // not cancelled
 };
 
 // True when there is a fit to be resampled: it stands, and so do its points.

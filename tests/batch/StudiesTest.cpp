@@ -209,7 +209,7 @@ TEST(BatchResampling, GoesIntoResultsReportAndDraws) {
     EXPECT_NE(told.find("40 fits to resampled data (residuals in blocks of "), std::string::npos);
     // Those of the results, in the report and as a whole table.
     const std::vector<std::string> table = LinesOf(ReadWholeFile(correlations));
-    ASSERT_EQ(table.size(), 1 + fitted);
+    ASSERT_EQ(table.size(), 1 + fitted + 3) << "what is derived from the constant stands behind";
     EXPECT_TRUE(table[0].starts_with("slot,name,slot_0,slot_2,slot_8")) << table[0];
     const double r = resampling["correlations"]["matrix"][1][0].Number;
     EXPECT_EQ(std::stod(FieldsOf(table[1])[3]), r);
@@ -223,8 +223,18 @@ TEST(BatchResampling, HasDerivedQuantities) {
     Script script;
     const ProgramEnd end = RunInside({StudyJob(script, ""), "--resample", "10", "--results", "-"});
     ASSERT_EQ(end.Status, 0) << end.Err;
-    const JsonValue derived = ReadJson(end.Out)["resampling"]["derived"];
+    const JsonValue results = ReadJson(end.Out);
+    const JsonValue& resampling = results["resampling"];
+    const JsonValue& derived = resampling["derived"];
     ASSERT_EQ(derived.Items.size(), 3U);
+    const JsonValue& slots = resampling["correlations"]["slots"];
+    ASSERT_EQ(slots[1].Number, 2.0);
+    for (const JsonValue& quantity : derived.Items)
+        ASSERT_EQ(quantity["correlations"].Items.size(), slots.Items.size());
+    // log10 K and Delta G are straight lines of ln K, up and down; Kd falls with it.
+    EXPECT_NEAR(derived[0]["correlations"][1].Number, 1.0, 1e-5);
+    EXPECT_LT(derived[1]["correlations"][1].Number, -0.8);
+    EXPECT_NEAR(derived[2]["correlations"][1].Number, -1.0, 1e-5);
     EXPECT_EQ(derived[0]["quantity"].Text, "log10_k");
     EXPECT_EQ(derived[1]["quantity"].Text, "kd");
     const double kelvin =
