@@ -5,7 +5,7 @@
 #include "fit/equations/FDistribution.h"
 #include "fit/equations/JacobiEigen.h"
 #include "models/function/Constraints.h"
-#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
@@ -242,8 +242,25 @@ ZeroBased<double> DecomposeErrors() {
     return eigenvalues;
 }
 
-void TellFailure(const std::string& text) {
-    Tell(text, Work.ProgramName, BoxIcon::Warning);
+// All directions, and what stands behind them; the failure in words.
+std::string SearchAlongAxes(const std::function<void(double)>& progress) {
+    const std::string nothing = "No confidence limit was found\n\n";
+    if (!HasInverse()) return nothing + "The normal matrix of the fit has no inverse.";
+    try {
+        ComputeConfidenceRatio(Work.ConfidenceLevel);
+        BestSumSq = Work.SumSq;
+        Work.AtBound.Resize(Work.NumFree); // a restored fit has not been stepped yet
+        Walk walk;
+        walk.Eigenvalues = DecomposeErrors();
+        Work.ParmsSave = Work.Parms;
+        Work.ConfTrace.Recreate(Work.NumParms - 1, 2L * Work.NumFree - 1);
+        if (!WalkAxes(walk, progress)) return ""; // cancelled
+        if (FoundNothing(walk)) return nothing + walk.Reasons.front();
+        TakeLimits(walk);
+    } catch (const RuntimeError& error) {
+        return "Error '" + error.Text + "' occurred while searching for confidence limits";
+    }
+    return "";
 }
 
 } // namespace
@@ -285,29 +302,14 @@ float FindRatioRoot(float guess, float target) {
     return root;
 }
 
-void ConfidenceSearch(const std::function<void(double fraction)>& progress) {
+LimitsOutcome ConfidenceSearch(const std::function<void(double fraction)>& progress) {
     ForgetStop();
     Work.LimitsDone = FlagFalse;
     FitState kept = KeepFit();
-    Walk walk;
-    bool ended = false;
-    try {
-        ComputeConfidenceRatio(Work.ConfidenceLevel);
-        BestSumSq = Work.SumSq;
-        Work.AtBound.Resize(Work.NumFree); // a restored fit has not been stepped yet
-        walk.Eigenvalues = DecomposeErrors();
-        Work.ParmsSave = Work.Parms;
-        Work.ConfTrace.Recreate(Work.NumParms - 1, 2L * Work.NumFree - 1);
-        ended = WalkAxes(walk, progress);
-    } catch (const RuntimeError& error) {
-        TellFailure("Error '" + error.Text + "' occurred while searching for confidence limits");
-    }
-    if (ended && FoundNothing(walk))
-        TellFailure("No confidence limit was found\n\n" + walk.Reasons.front());
-    else if (ended)
-        TakeLimits(walk);
+    LimitsOutcome outcome{SearchAlongAxes(progress)};
     BringBack(kept);
     ClearCancel();
+    return outcome;
 }
 
 } // namespace Quillon

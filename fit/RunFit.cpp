@@ -14,6 +14,7 @@
 #include "workspace/records/Roads.h"
 
 #include <cmath>
+#include <utility>
 
 namespace Quillon {
 
@@ -119,6 +120,12 @@ void GiveReason() {
     if (!BrokenOff()) Work.Outcome.Reason = UndeterminedText(TakeNormalEquations());
 }
 
+// Where a failure in arithmetic has come from. What the pass itself has said of it stays where nothing is
+// found.
+void GivePlace() {
+    if (std::string text = FaultText(); !text.empty()) Work.Outcome.Reason = std::move(text);
+}
+
 // Runs work; a run-time error outside the passes, such as a division overflow in the inversion or no degree
 // of freedom, concludes the fit.
 template <class Step> void Guarded(Step&& work) {
@@ -196,7 +203,7 @@ bool RunFit(const FitProgress& progress) {
             GiveReason();
     });
     StoreSignals(false);
-    if (Work.Outcome.End == FitEnd::MathError) Work.Outcome.Reason = FaultText();
+    if (Work.Outcome.End == FitEnd::MathError) GivePlace();
     Guarded(BuildParmScale); // follows the fitted stoichiometries
     Work.FitDone = Flag(Work.Outcome.End == FitEnd::Converged || Work.Outcome.End == FitEnd::StoppedShort);
     return Work.FitDone != 0;

@@ -69,7 +69,7 @@ template <bool Weighed> void AddSquares(PassScratch& s) {
 
 // Notes a fault of the function in its own words; any other number out of range is an overflow of the sums.
 void LookForFault(const PassScratch& s) {
-    if (!BlockIsFinite(s.Block, s.Plan)) return NoteFunctionError();
+    if (!BlockIsFinite(s.Block, s.Plan)) return NoteFunctionError(ErrorText::Overflow);
     for (long i = 0; i < s.Block.Count; ++i)
         if (!std::isfinite(Work.PtFit[s.Block.First + i])) RaiseError(ErrorText::Overflow);
     if (!std::isfinite(Work.SumSq)) RaiseError(ErrorText::Overflow);
@@ -221,8 +221,9 @@ template <class Pass> void GuardedPass(Pass&& pass) {
     ResetConstraintSums();
     try {
         pass();
-    } catch (const RuntimeError&) {
-        Work.Outcome = {FitEnd::MathError, "Math Error during sums over data points, aborting fit"};
+    } catch (const RuntimeError& error) {
+        Work.Outcome = {FitEnd::MathError, "Math Error during sums over data points, aborting fit",
+                        error.Text + "."};
         StopAsFailed();
     }
     if (Work.AbortFit)

@@ -86,7 +86,7 @@ bool TakeOutMoved(Places& places, long point) {
         const double value = FitFunction(point);
         if (!Work.AbortFit) CalcDerivs(point, value);
     } catch (const RuntimeError&) {
-        return false;
+        return false; // the fit that follows fails at this point and tells why
     }
     std::erase_if(places, [](FreePos a) { return Work.Deriv[a] != 0.0; });
     return !Work.AbortFit;
@@ -133,8 +133,13 @@ std::string WithoutEffectText(const std::vector<FreePos>& places) {
     return "No point depends on " + Listed(places) + HoldThem(places);
 }
 
+bool HasInverse() {
+    return Work.NumFree > 0 && Work.NormMatrix.RowHi() == Work.NumFree - 1 &&
+           Work.NormMatrix.ColumnHi() == Work.NumFree - 1;
+}
+
 bool HasNoError(FreePos place) {
-    return Work.NormMatrix(place, place) == 0.0;
+    return !HasInverse() || Work.NormMatrix(place, place) == 0.0;
 }
 
 bool IsUndetermined(FreePos place) {

@@ -33,9 +33,12 @@ std::vector<FreePos> PlacesWithoutEffect();
 // "No point depends on Ln c(B,mon), set 3. Hold it.", for one such position or more.
 std::string WithoutEffectText(const std::vector<FreePos>& places);
 
+// True when the inverse at the solution stands for all free positions.
+bool HasInverse();
+
 // True when a finished fit says nothing of the parameter at a free position: it has no error (a zero on the
-// diagonal of the inverse), or one larger than the value, which of a logarithm is an error above 1. A zero
-// offset has no size that it could be compared with.
+// diagonal of the inverse, or no inverse at all), or one larger than the value, which of a logarithm is an
+// error above 1. A zero offset has no size that it could be compared with.
 bool HasNoError(FreePos place);
 bool IsUndetermined(FreePos place);
 

@@ -3,6 +3,7 @@
 #include "batch/job/JobText.h"
 #include "fit/equations/FreeMap.h"
 #include "fit/forms/GetGuess.h"
+#include "fit/forms/GuessesDialog.h"
 #include "models/table/ModelTable.h"
 #include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
@@ -183,7 +184,7 @@ void TakeListedParms(const Job& job, const std::vector<ListedParm>& listed) {
     }
     std::vector<FitChoice> choices = FitChoices();
     MarkChoices(choices, listed);
-    if (!AssignFreePositions(choices)) GetGuess.Answer = DialogAnswer::Cancel;
+    if (!TakeFitChoices(choices)) GetGuess.Answer = DialogAnswer::Cancel;
 }
 
 } // namespace Quillon

@@ -6,12 +6,13 @@
 #include "batch/job/JobParameters.h"
 #include "batch/job/Restarts.h"
 #include "commands/fitting/FitCommand.h"
-#include "fit/Confidence.h"
 #include "fit/Misfit.h"
 #include "fit/equations/FreeMap.h"
 #include "fit/equations/NoiseWeights.h"
 #include "fit/forms/GetGuess.h"
+#include "fit/forms/GuessesDialog.h"
 #include "fit/forms/HoldForm.h"
+#include "fit/forms/WaitForm.h"
 #include "input/NUMINPUT.h"
 #include "models/ModelChoice.h"
 #include "models/forms/ConcForm.h"
@@ -113,7 +114,7 @@ std::string LimitsMessage() {
 void SearchLimits(RunEnd& end) {
     int told = -1;
     Console.LastTold.clear();
-    ConfidenceSearch([&](double fraction) {
+    SearchLimitsAndTell([&](double fraction) {
         Host.ServeEvents(); // passes over few points never do
         const int percent = static_cast<int>(fraction * 100.0);
         if (percent == told) return;
@@ -141,7 +142,7 @@ void LeaveIncomplete(RunEnd& end, const char* message) {
 void FitAgain() {
     Console.ShowModal = [](const std::string& form) {
         if (form == HoldFormName) WriteConsole(ConsoleText(HoldForm.Note.Text));
-        if (form == GetGuessName) AssignFreePositions(FitChoices());
+        if (form == GetGuessName) TakeFitChoices(FitChoices());
     };
     RunFitTold();
     Console.ShowModal = nullptr;

@@ -1,6 +1,5 @@
 #include "fit/equations/FreeMap.h"
 
-#include "platform/Platform.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -27,16 +26,11 @@ bool AssignFreePositions(const std::vector<FitChoice>& choices) {
     const bool anyFree = std::any_of(choices.begin(), choices.end(),
                                      [](const FitChoice& c) { return c.Check < FitCheckGrey; });
     if (!anyFree) return true;
-    // Told before anything is written: a finished fit that stands keeps its free parameters when the user
+    // Refused before anything is written: a finished fit that stands keeps its free parameters when the user
     // then gives up.
     const bool anyFitted = std::any_of(choices.begin(), choices.end(),
                                        [](const FitChoice& c) { return c.Check == FitCheckYes; });
-    if (!anyFitted) {
-        Host.Beep();
-        Tell("There is nothing to do!  You must fit at least one parameter", Work.ProgramName,
-             BoxIcon::Question);
-        return false;
-    }
+    if (!anyFitted) return false;
 
     std::int16_t last = -1;
     for (const FitChoice& choice : choices) {

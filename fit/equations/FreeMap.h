@@ -22,8 +22,12 @@ struct FitChoice {
 std::vector<FitChoice> FitChoices();
 
 // Numbers the fitted parameters in the order of the choices and re-creates NormMatrix, NormVector and
-// Increment for them. Choices that are all grey change nothing. False, with a beep and a message, when none
-// is to be fitted; everything is then as before.
+// Increment for them. Choices that are all grey change nothing. False when none is to be fitted; everything
+// is then as before, and the caller has something to tell.
 bool AssignFreePositions(const std::vector<FitChoice>& choices);
+
+// What is told then.
+inline constexpr const char* NothingToFitText =
+    "There is nothing to do!  You must fit at least one parameter";
 
 } // namespace Quillon

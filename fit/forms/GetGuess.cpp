@@ -262,7 +262,7 @@ void GetGuessOkButton() {
     std::vector<FitChoice> choices;
     for (int row = 0; row < RowCount(); ++row)
         choices.push_back({GetGuess.GuessRows[Place(row)], GetGuess.FitCheck[Place(row)].Value});
-    if (AssignFreePositions(choices)) GetGuess.State.Shown = false;
+    if (TakeFitChoices(choices)) GetGuess.State.Shown = false;
 }
 
 void GetGuessCancelButton() {

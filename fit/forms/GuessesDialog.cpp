@@ -15,6 +15,13 @@ bool GuessesValuesOnly() {
     return ValuesOnly;
 }
 
+bool TakeFitChoices(const std::vector<FitChoice>& choices) {
+    if (AssignFreePositions(choices)) return true;
+    Host.Beep();
+    Tell(NothingToFitText, Work.ProgramName, BoxIcon::Question);
+    return false;
+}
+
 DialogAnswer GuessesDialog(bool valuesOnly) {
     Work.ParmsSave.Recreate(Work.NumParms - 1);
     for (const SlotNo slot : EachSlot())

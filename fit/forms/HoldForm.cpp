@@ -2,6 +2,7 @@
 
 #include "fit/Undetermined.h"
 #include "fit/equations/FreeMap.h"
+#include "fit/forms/GuessesDialog.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"
@@ -97,7 +98,7 @@ void HoldFormHoldButton() {
     std::vector<FitChoice> choices = FitChoices();
     for (FitChoice& choice : choices)
         if (choice.Check == FitCheckYes && IsMarked(choice.Slot)) choice.Check = FitCheckNo;
-    if (AssignFreePositions(choices)) Leave(HoldAnswer::HoldAndFit);
+    if (TakeFitChoices(choices)) Leave(HoldAnswer::HoldAndFit);
 }
 
 void HoldFormFitButton() {

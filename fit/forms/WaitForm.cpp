@@ -35,9 +35,14 @@ void LoadWaitForm() {
     WaitForm.State.Shown = true;
 }
 
+void SearchLimitsAndTell(const std::function<void(double fraction)>& progress) {
+    const LimitsOutcome outcome = ConfidenceSearch(progress);
+    if (!outcome.Failure.empty()) Tell(outcome.Failure, Work.ProgramName, BoxIcon::Warning);
+}
+
 void WaitFormTimer1() {
     if (!Work.AbortFit)
-        ConfidenceSearch(ShowProgress);
+        SearchLimitsAndTell(ShowProgress);
     else if (Work.LimitsDone)
         ComputeConfidenceRatio(Work.LimitsLevel); // Cancel came first: the limits at hand stay
     ClearCancel();

@@ -4,6 +4,8 @@
 
 #include "platform/Controls.h"
 
+#include <functional>
+
 namespace Quillon {
 
 inline constexpr const char* WaitFormName = "WaitForm"; // of the form, for the seam
@@ -19,6 +21,10 @@ struct WaitFormRecord {
 extern WaitFormRecord WaitForm;
 
 void LoadWaitForm();
+
+// The search, and its failure in a box. Where it is run without a window, progress shows how far it is.
+void SearchLimitsAndTell(const std::function<void(double fraction)>& progress);
+
 void WaitFormTimer1(); // the first timer event after the window is there: the search
 void WaitFormCancelButton();
 

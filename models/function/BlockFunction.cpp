@@ -243,8 +243,9 @@ void PlanSet(SetPlan& plan, SetNo set, bool withDerivs) {
     plan.Count = 0;
     try {
         LoadFrame(plan.Base, set);
-    } catch (const RuntimeError&) {
-        return NoteFunctionError(); // as the function itself would have noted it at the set's first point
+    } catch (const RuntimeError& error) {
+        return NoteFunctionError(
+            error.Text); // as the function itself would have noted it at the set's first point
     }
     if (plan.Base.ConstraintsOn) ClearConstraintSums();
     if (withDerivs) PlanColumns(plan);

@@ -109,21 +109,20 @@ void SetDerivParm(SlotNo slot) {
 
 double FitFunction(long point) {
     double y = 0.0;
-    bool failed = false;
     try {
         y = ValueAt(point);
-    } catch (const RuntimeError&) {
-        failed = true;
+        if (!std::isfinite(y)) RaiseError(ErrorText::Overflow);
+    } catch (const RuntimeError& error) {
+        NoteFunctionError(error.Text);
+        y = 0.0;
     }
     SteppedSlot = NoSlot;
-    if (!failed && std::isfinite(y)) return y;
-    NoteFunctionError();
-    return 0.0;
+    return y;
 }
 
-void NoteFunctionError() {
+void NoteFunctionError(const std::string& reason) {
     StopAsFailed();
-    Work.Outcome = FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit"};
+    Work.Outcome = {FitEnd::MathError, "Math error during function evaluation, aborting fit", reason + "."};
 }
 
 double DerivStep(SlotNo slot) {

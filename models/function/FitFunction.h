@@ -4,6 +4,8 @@
 
 #include "workspace/records/Counts.h"
 
+#include <string>
+
 namespace Quillon {
 
 // The model's signal at a point of the fit (1..NumPts) at the current Work.Parms, in signal units of the
@@ -46,8 +48,8 @@ inline SlotDeriv DerivKind(SlotNo slot, const SetLeads& leads, bool pseudoPoint)
 }
 
 // Notes an arithmetic fault inside the function: sets Work.AbortFit and Work.FunctionFailed, and the sentence
-// for the user in Work.Outcome.
-void NoteFunctionError();
+// for the user in Work.Outcome, with the reason (as a RuntimeError has it) where none with a place is found.
+void NoteFunctionError(const std::string& reason);
 
 // The step of the forward difference of a slot, before the addition in single precision.
 double DerivStep(SlotNo slot);

@@ -19,7 +19,7 @@ float SignalAt(long point) {
     const double signal = FitFunction(point);
     if (std::fabs(signal) <= static_cast<double>(std::numeric_limits<float>::max()))
         return static_cast<float>(signal);
-    NoteFunctionError();
+    NoteFunctionError(ErrorText::Overflow);
     return 0.0F;
 }
 

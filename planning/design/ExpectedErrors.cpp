@@ -118,8 +118,7 @@ void TakeUpDesign(const Design& design) {
 }
 
 std::vector<ExpectedError> ErrorsOfWork(double noise) {
-    AssignFreePositions(FitChoices());
-    if (Work.NumFree < 1) RaiseError("nothing is fitted");
+    if (!AssignFreePositions(FitChoices()) || Work.NumFree < 1) RaiseError("nothing is fitted");
     ResetFitFunction();
     AccumulateSums();
     if (Work.AbortFit) RaiseError("the model has no values there");

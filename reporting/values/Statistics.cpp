@@ -78,8 +78,7 @@ double RoundSignificant(double value, int digits) {
 }
 
 bool HasErrors() {
-    const auto free = static_cast<std::size_t>(std::max<long>(Work.NumFree, 0));
-    return free > 0 && Work.NormMatrix.Size() == free * free;
+    return HasInverse();
 }
 
 bool HasError(SlotNo slot) {

@@ -95,7 +95,7 @@ std::optional<std::string> LinesOrFault(SetNo k) {
         std::string lines = ResidualLines(k, before);
         if (!Work.AbortFit) return lines;
     } catch (const RuntimeError& error) {
-        NoteFunctionError();
+        NoteFunctionError(error.Text);
         reason = "\n\nThe residuals of set " + std::to_string(k.Number) + " ended with '" + error.Text + "'.";
     }
     Tell(Work.Outcome.Sentence + reason, Work.ProgramName, BoxIcon::Stop);

@@ -227,7 +227,8 @@ void FitRow(ComparedModel& row, const Workspace* contained) {
     if (own) TakeOwnFit(best);
     const bool ownStands = best.Fit.has_value() && best.Fit->Outcome.End == FitEnd::Converged;
     if (contained) TryStart(variant, best, [&] { StartFromFit(*contained); });
-    if (!ownStands) TryStart(variant, best, StartFromGuesses);
+    std::string unread;
+    if (!ownStands) TryStart(variant, best, [&] { unread = StartFromGuesses(); });
     if (own && !ownStands)
         TryStart(variant, best, [] {
             if (Work.StartParms.Size() == Work.Parms.Size()) Work.Parms = Work.StartParms;
@@ -243,6 +244,7 @@ void FitRow(ComparedModel& row, const Workspace* contained) {
         row.Notes.clear();
         AddNote(row.Notes, AsSentence(best.Failure.Sentence));
         AddNote(row.Notes, best.Failure.Reason);
+        if (!unread.empty()) AddNote(row.Notes, AsSentence(unread));
         return;
     }
     Work = *best.Fit;

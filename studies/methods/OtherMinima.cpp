@@ -35,6 +35,7 @@ struct FitEnding {
     Bottom Place;
     Workspace Fit;
     std::vector<float> Values; // of MinimumSlots, user units
+    std::string Unread;        // why the concentrations of its start were not guessed, or ""
 };
 
 double Freedom() {
@@ -52,6 +53,18 @@ std::vector<double> ErrorsOfMinimum() {
                               : std::sqrt(std::fabs(Work.NormMatrix(a, a)) * variance));
     }
     return errors;
+}
+
+// The step that stands in Work; false where the function has no value behind it, or no single holds it, which
+// is one of the ways in which a step leads away.
+bool StepHasSum() {
+    try {
+        ApplyIncrement();
+        CalcSumSq();
+    } catch (const RuntimeError&) {
+        return false;
+    }
+    return !Work.AbortFit;
 }
 
 // One step of Gauss and Newton, whether or not the sum falls: derivatives by forward differences let the
@@ -72,10 +85,9 @@ bool StepToRest() {
     Work.ParmsSave = here;
     Work.Increment = DampedStep(equations, 0.0);
     Work.Alpha = 1.0;
-    ApplyIncrement();
-    CalcSumSq();
+    const bool there = StepHasSum();
     const double share = std::max(sum / Freedom(), LeastVariance());
-    if (!Work.AbortFit && Work.SumSq < sum + share) return !(Work.Parms == here);
+    if (there && Work.SumSq < sum + share) return !(Work.Parms == here);
     Work.Parms = here;
     Work.SumSq = sum;
     return false;
@@ -85,12 +97,8 @@ bool StepToRest() {
 Bottom FindBottom() {
     Bottom bottom;
     bottom.Errors = ErrorsOfMinimum();
-    try {
-        constexpr int MostSteps = 20;
-        for (int i = 0; i < MostSteps && StepToRest(); ++i) {
-        }
-    } catch (const RuntimeError&) {
-        // A step beyond the range of a single: the last place is the best one.
+    constexpr int MostSteps = 20;
+    for (int i = 0; i < MostSteps && StepToRest(); ++i) {
     }
     bottom.SumSq = Work.SumSq;
     for (const SlotNo slot : MinimumSlots())
@@ -131,7 +139,7 @@ std::optional<FitEnding> OwnEnding() {
 std::optional<FitEnding> RestartedEnding() {
     ForgetFit();
     if (Work.StartParms.Size() == Work.Parms.Size()) Work.Parms = Work.StartParms;
-    MoveStart();
+    const std::string unread = MoveStart();
     ForgetFit();
     Work.StartParms = Work.Parms;
     const PerSlot<float> start = Work.Parms;
@@ -139,7 +147,9 @@ std::optional<FitEnding> RestartedEnding() {
     if (Work.Outcome.End == FitEnd::Cancelled) return std::nullopt;
     ClearCancel();
     CopySharedConstants();
-    return TakeEnding(Work.FitDone != 0 && Work.Outcome.End == FitEnd::Converged);
+    std::optional<FitEnding> ending = TakeEnding(Work.FitDone != 0 && Work.Outcome.End == FitEnd::Converged);
+    if (ending) ending->Unread = unread;
+    return ending;
 }
 
 bool SameSum(double a, double b) {
@@ -193,6 +203,7 @@ MinimaMet Gather(std::vector<std::optional<FitEnding>>& ends) {
     for (std::optional<FitEnding>& end : ends) {
         if (!end) continue;
         ++met.Ended;
+        if (met.Broken.empty() && !end->Unread.empty()) met.Broken = ", without new guesses: " + end->Unread;
         if (end->Minimum)
             minima.push_back(std::move(*end));
         else
@@ -241,7 +252,7 @@ MinimaMet SearchOtherMinima(const RestartChoice& choice, const std::function<voi
         told);
     MinimaMet met = Gather(ends);
     met.Complete = run.Complete;
-    met.Broken = BrokenText(run);
+    met.Broken = BrokenText(run) + met.Broken;
     return met;
 }
 

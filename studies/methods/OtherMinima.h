@@ -34,7 +34,8 @@ struct MinimaMet {
     std::vector<Minimum> Minima; // by rising sum of squares
     long Ended = 0;              // fits that have ended, the user's own first one among them
     long Failed = 0;             // of them those that ended at no minimum
-    std::string Broken{};        // of these, what broke off in arithmetic (BrokenText); or ""
+    std::string Broken{};        // of these, what broke off in arithmetic (BrokenText), and why starts kept
+                                 // the concentrations that they had; or ""
     bool Complete = false;       // not cancelled
 };
 

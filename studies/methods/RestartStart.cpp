@@ -72,23 +72,27 @@ void ShowOwnConstants() {
 
 } // namespace
 
-void GuessSignals() {
+std::string GuessSignals() {
     const PerSlot<float> moved = Work.Parms;
     PerSlot<float> guessed = moved; // and so it stays where there is no signal above 0 to be read
+    std::string unread;
     try {
         ShowOwnConstants();
         guessed = GuessedParms();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        unread = error.Text;
     }
     Work.Parms = moved;
     TakeFittedSignals(guessed);
+    return unread;
 }
 
-void MoveStart() {
+std::string MoveStart() {
     const bool shaped = MoveShape();
-    GuessSignals();
+    std::string unread = GuessSignals();
     if (!shaped) MoveSignals();
     BuildParmScale(); // follows the stoichiometries
+    return unread;
 }
 
 } // namespace Quillon

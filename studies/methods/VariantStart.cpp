@@ -241,10 +241,11 @@ void StartFromFit(const Workspace& contained) {
     BeginVariant();
 }
 
-void StartFromGuesses() {
-    GuessSignals();
+std::string StartFromGuesses() {
+    std::string unread = GuessSignals();
     BuildParmScale();
     BeginVariant();
+    return unread;
 }
 
 } // namespace Quillon

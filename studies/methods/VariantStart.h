@@ -22,7 +22,7 @@ std::string TakeUpVariant(const ModelVariant& variant);
 // virial coefficient at 0.
 void StartFromFit(const Workspace& contained);
 
-// The other start: constants as they stand, concentrations read off the data.
-void StartFromGuesses();
+// The other start: constants as they stand, concentrations read off the data; why they were not, or "".
+std::string StartFromGuesses();
 
 } // namespace Quillon

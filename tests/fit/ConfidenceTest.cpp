@@ -1,5 +1,6 @@
 // Rigorous limits against closed forms: sums of squares that are parabolas of the levels of the sets.
 #include "fit/Confidence.h"
+#include "fit/forms/WaitForm.h"
 
 #include "SyntheticFit.h"
 #include "fit/GNLLSQ.h"
@@ -44,7 +45,7 @@ protected:
     static double Limit(long side, long a) {
         return static_cast<double>(Work.ParmLimits[static_cast<std::size_t>(side)][a]);
     }
-    static void Search() { ConfidenceSearch(nullptr); }
+    static void Search() { SearchLimitsAndTell(nullptr); }
     static double Widen(float v) { return static_cast<double>(v); }
 
     Script Outside;

@@ -72,7 +72,7 @@ TEST(FreeMap, NothingToFitIsRefusedWithABeep) {
     script.ExpectMessage(BoxRequest{"There is nothing to do!  You must fit at least one parameter", "Quillon",
                                     BoxIcon::Question, BoxButtons::Ok, BoxAnswer::Ok},
                          BoxAnswer::Ok);
-    EXPECT_FALSE(AssignFreePositions({{SlotNo(0), FitCheckNo}, {SlotNo(10), FitCheckGrey}}));
+    EXPECT_FALSE(TakeFitChoices({{SlotNo(0), FitCheckNo}, {SlotNo(10), FitCheckGrey}}));
     EXPECT_EQ(script.Beeps, 1);
     EXPECT_TRUE(Work == before);
 }

@@ -302,7 +302,8 @@ TEST(FitFunction, OverflowStopsTheFitWithItsSentence) {
         EXPECT_EQ(FitFunction(2), 0.0) << model;
         EXPECT_NE(Work.AbortFit, 0) << model;
         EXPECT_EQ(Work.Outcome,
-                  (FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit"}));
+                  (FitOutcome{FitEnd::MathError, "Math error during function evaluation, aborting fit",
+                              "Overflow."}));
         EXPECT_EQ(DerivParm(), NoSlot);
     }
 }
