@@ -78,11 +78,6 @@ double TotalOf(const Heads& heads, const PerSet<double>& sums) {
 
 // --- a part of the fit alone
 
-bool FollowsASet(SlotNo slot) {
-    const Quantity holds = RuleOfSlot(slot).Holds;
-    return holds == Quantity::LnSignal || holds == Quantity::Offset;
-}
-
 // Leaves the points of a head's sets in Work, and of the fitted parameters their concentrations and offsets.
 // False when none is fitted.
 bool Reduce(const Heads& heads, SetNo head) {
@@ -101,7 +96,7 @@ bool Reduce(const Heads& heads, SetNo head) {
     Work.NumFree = 0;
     for (const SlotNo slot : fitted) {
         const bool stays = PartOfSlot(slot) != SlotPart::Global && heads[SetOfSlot(slot)] == head;
-        Work.FreeMap[slot] = stays && FollowsASet(slot) ? Work.NumFree : SlotHeld;
+        Work.FreeMap[slot] = stays && FollowsASet(RuleOfSlot(slot).Holds) ? Work.NumFree : SlotHeld;
         if (!IsFitted(slot)) continue;
         Work.FreeIndex[Work.NumFree] = ToInt16(slot.Number);
         Work.NumFree = ToInt16(Work.NumFree + 1);

@@ -94,12 +94,6 @@ bool TakeOutMoved(Places& places, long point) {
 
 } // namespace
 
-std::vector<FreePos> UndeterminedPlaces(const NormalEquations& e) {
-    if (e.Matrix.Size() == 0 || !HoldsNumbers(e)) return {};
-    const Places none = WithoutEffect(e);
-    return none.empty() ? LeadingPlaces(LongestAxis(e)) : none;
-}
-
 std::string CombinationText(const PerFree<double>& elements) {
     const Places places = LeadingPlaces(elements);
     const std::string first = "The data do not determine " + NameOf(places.at(0));

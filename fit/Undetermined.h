@@ -13,10 +13,6 @@
 
 namespace Quillon {
 
-// The free positions of that combination, in rising order; one without any effect on a point comes alone. An
-// empty list where the matrix holds no numbers.
-std::vector<FreePos> UndeterminedPlaces(const NormalEquations& equations);
-
 // "The data do not determine Ln K(1>M) together with Ln c(A,mon), set 3. Hold one of them.", of one parameter
 // "The data do not determine Ln K(1>M). Hold it.", and where the fitted values do not hang on them at all
 // "No point depends on Ln K(1>M). Hold it." Empty where there is nothing to name.

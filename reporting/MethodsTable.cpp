@@ -114,11 +114,6 @@ struct ParameterRow {
     std::optional<DerivedConstant> Derived;
 };
 
-const char* StateOf(SlotNo slot) {
-    if (IsFitted(slot)) return "fitted";
-    return Work.FreeMap[slot] == SlotTied ? "tied" : "held";
-}
-
 std::optional<double> LimitOf(SlotNo slot, bool upper) {
     if (!IsFitted(slot) || !Work.LimitsDone) return std::nullopt;
     const FreePos place = FreePosOf(slot);
@@ -133,7 +128,7 @@ std::vector<ParameterRow> ParameterRows() {
     for (const SlotNo slot : EachSlot()) {
         if (Work.FreeMap[slot] == SlotUnused) continue;
         ParameterRow row{
-            slot, StateOf(slot), std::nullopt, std::nullopt, LimitOf(slot, false), LimitOf(slot, true), {}};
+            slot, SlotState(slot), std::nullopt, std::nullopt, LimitOf(slot, false), LimitOf(slot, true), {}};
         row.Value = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
         if (HasError(slot)) row.Error = static_cast<double>(DisplayedError(FreePosOf(slot)));
         for (const DerivedConstant& k : derived)

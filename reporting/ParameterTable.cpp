@@ -27,15 +27,10 @@ std::string LimitText(SlotNo slot, bool upper) {
     return WithLeadingZero(ParmText(slot, ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place])));
 }
 
-std::string StateText(SlotNo slot) {
-    if (IsFitted(slot)) return "fitted";
-    return Work.FreeMap[slot] == SlotTied ? "tied" : "held";
-}
-
 ParameterRow RowFor(SlotNo slot) {
     return {slot,
             {ParmCaption(slot, " "), WithLeadingZero(ParmText(slot)), ErrorText(slot), LimitText(slot, false),
-             LimitText(slot, true), StateText(slot), ParameterNote(slot)}};
+             LimitText(slot, true), SlotState(slot), ParameterNote(slot)}};
 }
 
 std::string Line(const std::array<std::string, ParameterHeads.size()>& cells) {

@@ -107,11 +107,6 @@ bool TakeOutBlocked(Places& places, const PerFree<double>& step) {
     return std::erase_if(places, blocked) > 0;
 }
 
-bool FollowsASet(SlotNo slot) {
-    const Quantity holds = RuleOfSlot(slot).Holds;
-    return holds == Quantity::LnSignal || holds == Quantity::Offset;
-}
-
 double LargestSignal() {
     float largest = 0.0F;
     for (long p = 1; p <= Work.NumPts; ++p)
@@ -147,7 +142,7 @@ double LargestDiagonal(const NormalEquations& e) {
 PerFree<double> DampedStep(const NormalEquations& e, double damping, MovedParms parms) {
     Places places = AllPlaces(e);
     if (parms == MovedParms::Concentrations)
-        std::erase_if(places, [](FreePos a) { return !FollowsASet(SlotOf(a)); });
+        std::erase_if(places, [](FreePos a) { return !FollowsASet(RuleOfSlot(SlotOf(a)).Holds); });
     for (;;) {
         PerFree<double> step = StepOf(e, places, damping);
         if (!TakeOutBlocked(places, step)) return step;

@@ -5,6 +5,7 @@
 #include "fit/forms/GuessesDialog.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -18,10 +19,6 @@ namespace {
 // How many have to be held so that a point more is left than there are parameters; 0 or less for none.
 long TooMany() {
     return static_cast<long>(Work.NumFree) - static_cast<long>(Work.NumPts) + 1;
-}
-
-std::string Counted(long count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 std::string CountText() {

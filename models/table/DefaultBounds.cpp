@@ -45,9 +45,7 @@ Range ConcentrationRange() {
 }
 
 Range VirialRange() {
-    const int units = Work.ConcUnits;
-    const bool molar = units == ConcUnit::Mole || units == ConcUnit::FringeMole;
-    const double w = units == ConcUnit::Fringes ? 30.0 : molar ? 0.0001 : 10.0;
+    const double w = Work.ConcUnits == ConcUnit::Fringes ? 30.0 : ConcInMoles() ? 0.0001 : 10.0;
     return {static_cast<float>(-1.0 / w), static_cast<float>(1.0 / w)};
 }
 

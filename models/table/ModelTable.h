@@ -89,6 +89,11 @@ constexpr bool IsAdditive(Quantity holds) {
     return holds == Quantity::Constant || holds == Quantity::LnSignal || holds == Quantity::Unread;
 }
 
+// True of what each set has its own of and that scales or shifts its signal: concentrations and offsets.
+constexpr bool FollowsASet(Quantity holds) {
+    return holds == Quantity::LnSignal || holds == Quantity::Offset;
+}
+
 // The slots of a model: eight global ones, and the three of each set.
 struct ModelSlots {
     std::array<SlotRule, 8> Global;

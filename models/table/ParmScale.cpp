@@ -84,7 +84,7 @@ void ScaleConstants(Scales& scales, const FirstSet& first, const UnitFactors& u)
                                     static_cast<double>(Work.ExtB) * first.RatioB * first.Path * first.Path));
         return;
     }
-    const bool molar = units == ConcUnit::Mole || units == ConcUnit::FringeMole;
+    const bool molar = ConcInMoles();
     scales.OneToN = ToSingle((n - 1.0) * Ln(u.A) - (molar ? Ln(n) : 0.0));
     // [decision: second-oligomer-by-b]
     // In mg/mL of interference data the second oligomer goes by the coefficient of species B.
@@ -135,6 +135,10 @@ bool MassInKiloDalton() {
 
 bool IsAdditiveSlot(SlotNo slot) {
     return IsAdditive(RuleOfSlot(slot).Holds);
+}
+
+bool ConcInMoles() {
+    return Work.ConcUnits == ConcUnit::Mole || Work.ConcUnits == ConcUnit::FringeMole;
 }
 
 float ToUserUnits(SlotNo slot, float internal) {

@@ -37,4 +37,7 @@ void FillStandardParms();
 // True when masses are shown in kDa (buoyant or true), false for sigma.
 bool MassInKiloDalton();
 
+// True when concentrations are shown in moles per litre, of either optics.
+bool ConcInMoles();
+
 } // namespace Quillon

@@ -4,6 +4,7 @@
 #include "input/NUMINPUT.h"
 #include "models/table/ConstantConvention.h"
 #include "models/table/ModelTable.h"
+#include "models/table/ParmScale.h"
 #include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
@@ -50,10 +51,6 @@ constexpr SlotNo SlotOfN(1), SlotOfM(3);
 bool GoesByFringes() {
     return Work.ConcUnits > ConcUnit::Mole;
 }
-bool ShowsMoles() {
-    return Work.ConcUnits == ConcUnit::Mole || Work.ConcUnits == ConcUnit::FringeMole;
-}
-
 float MolarCoefficient(bool b, const Workspace& of) {
     if (GoesByFringes()) return b ? of.RefrB : of.RefrA;
     return b ? of.ExtB : of.ExtA;
@@ -242,7 +239,7 @@ void AddLinesOf(const DerivedConstant& k, std::vector<std::string>& lines) {
 bool MolarCoefficientIsGiven(bool ofB) {
     // [decision: standard-is-not-given]
     const float coefficient = MolarCoefficient(ofB, Work);
-    return coefficient > 0.0F && (ShowsMoles() || coefficient != MolarCoefficient(ofB, Workspace{}));
+    return coefficient > 0.0F && (ConcInMoles() || coefficient != MolarCoefficient(ofB, Workspace{}));
 }
 
 double MeanKelvin() {

@@ -144,6 +144,11 @@ SetQuality QualityOfSet(SetNo set) {
     return quality;
 }
 
+const char* SlotState(SlotNo slot) {
+    if (IsFitted(slot)) return "fitted";
+    return Work.FreeMap[slot] == SlotTied ? "tied" : "held";
+}
+
 std::string ParameterNote(SlotNo slot) {
     if (!IsFitted(slot) || !Work.FitDone) return "";
     const FreePos place = FreePosOf(slot);

@@ -30,6 +30,9 @@ PerSet<SetQuality> QualityOfSets();
 // by "; ". Empty for most, for slots that are not fitted, and before a fit has ended with results.
 std::string ParameterNote(SlotNo slot);
 
+// "fitted", "held" or "tied".
+const char* SlotState(SlotNo slot);
+
 // What is to be said of a set: a mean residual that its scatter does not explain, with what would take it up
 // ("mean residual +0.004: fit its zero offset?"); residuals whose signs follow each other as chance does
 // not have them do; an rms of twice that of the other sets. Several are separated by "; ". Empty for

@@ -13,10 +13,6 @@ namespace Quillon {
 
 namespace {
 
-bool ShowsMoles() {
-    return Work.ConcUnits == ConcUnit::Mole || Work.ConcUnits == ConcUnit::FringeMole;
-}
-
 // Two digits: plain from 0.01 to below 1000, else with an exponent.
 std::string TwoDigits(double value) {
     if (!std::isfinite(value)) return "out of range";
@@ -45,7 +41,7 @@ const char* ConcentrationUnit() {
 std::string ConcentrationMeaning(SlotNo slot) {
     const double c = std::exp(static_cast<double>(ToUserUnits(slot, Work.Parms[slot])));
     return "ln c " + Logarithm(slot) + " = " +
-           (ShowsMoles() ? MolarText(c) : TwoDigits(c) + ConcentrationUnit());
+           (ConcInMoles() ? MolarText(c) : TwoDigits(c) + ConcentrationUnit());
 }
 
 // "3.1E4 L/mol, Kd 32 uM"; a constant without a unit as the number alone.
@@ -59,7 +55,7 @@ std::string MolarMeaning(const DerivedConstant& k) {
 
 std::string ConstantMeaning(SlotNo slot, const DerivedConstant& k) {
     const std::string head = "ln K " + Logarithm(slot) + " = ";
-    if (k.Value && (ShowsMoles() || !k.Value->KdRoot)) return head + MolarMeaning(k);
+    if (k.Value && (ConcInMoles() || !k.Value->KdRoot)) return head + MolarMeaning(k);
     const std::string shown =
         TwoDigits(std::exp(static_cast<double>(ToUserUnits(slot, Work.Parms[slot])))) + " in the units shown";
     return head + shown + (k.Value ? ", " + MolarMeaning(k) : k.Reason.empty() ? "" : "; " + k.Reason);
