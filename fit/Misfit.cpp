@@ -46,14 +46,15 @@ private:
 
 // The square of how far point p of values lies from the line between its neighbours, in variances of a point;
 // below 0 where it has no two. values takes the number of a point.
-template <class Values> double ShareOfNoise(long p, Weights& weights, Values&& values) {
-    if (Work.PtSet[p - 1] != Work.PtSet[p + 1] || Work.PtX[p + 1] == PointMarker) return -1.0;
-    const double before = static_cast<double>(Work.PtX[p] - Work.PtX[p - 1]);
-    const double both = static_cast<double>(Work.PtX[p + 1] - Work.PtX[p - 1]);
+template <class Values>
+double ShareOfNoise(const Workspace& points, long p, Weights& weights, Values&& values) {
+    if (points.PtSet[p - 1] != points.PtSet[p + 1] || points.PtX[p + 1] == PointMarker) return -1.0;
+    const double before = static_cast<double>(points.PtX[p] - points.PtX[p - 1]);
+    const double both = static_cast<double>(points.PtX[p + 1] - points.PtX[p - 1]);
     if (!(before >= 0.0 && both > before)) return -1.0;
     const double w = before / both;
     const double line = (1.0 - w) * values(p - 1) + w * values(p + 1);
-    const double off = weights.Of(Work.PtSet[p]) * (values(p) - line);
+    const double off = weights.Of(points.PtSet[p]) * (values(p) - line);
     return off * off / (1.0 + w * w + (1.0 - w) * (1.0 - w));
 }
 
@@ -71,12 +72,14 @@ double VarianceOf(Shares shares) {
 using Variances = std::vector<double>;
 
 template <class Values> Variances VariancesOf(Values&& values) {
-    std::vector<Shares> shares(Places(Work));
+    const Workspace& w = Work; // the thread's own is looked up once
+    std::vector<Shares> shares(Places(w));
+    shares[0].reserve(static_cast<std::size_t>(std::max<long>(w.NumPts, 0)));
     Weights weights;
-    for (long p = 2; p < Work.NumPts; ++p)
-        if (const double share = ShareOfNoise(p, weights, values); share >= 0.0) {
+    for (long p = 2; p < w.NumPts; ++p)
+        if (const double share = ShareOfNoise(w, p, weights, values); share >= 0.0) {
             shares[0].push_back(share);
-            shares[static_cast<std::size_t>(Work.PtSet[p])].push_back(share);
+            shares[static_cast<std::size_t>(w.PtSet[p])].push_back(share);
         }
     Variances variances;
     for (Shares& each : shares)
@@ -92,7 +95,8 @@ double ResidualAt(const Workspace& fit, long p) {
 // noise, and what a wrong curve bends there is none either.
 Variances MeasuredNoise(const Workspace& fit) {
     const double least = LeastVariance();
-    Variances noise = VariancesOf([](long p) { return static_cast<double>(Work.PtY[p]); });
+    const Workspace& w = Work; // the thread's own is looked up once
+    Variances noise = VariancesOf([&w](long p) { return static_cast<double>(w.PtY[p]); });
     const Variances left = VariancesOf([&](long p) { return ResidualAt(fit, p); });
     for (std::size_t set = 0; set < noise.size(); ++set)
         noise[set] = std::max(std::min(noise[set], left[set]), least);
@@ -131,6 +135,7 @@ void RaiseToRounding(WaveSquares& noise, const std::vector<PointLeft>& points) {
 Residuals ResidualsOf(const std::vector<PointLeft>& points) {
     Residuals left;
     std::vector<double> values;
+    values.reserve(points.size());
     for (const PointLeft& point : points) {
         left.All.Add({point.Residual * point.Residual, 1.0});
         values.push_back(point.Residual);

@@ -108,9 +108,10 @@ bool TakeOutBlocked(Places& places, const PerFree<double>& step) {
 }
 
 double LargestSignal() {
+    const Workspace& w = Work; // the thread's own is looked up once
     float largest = 0.0F;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        if (!IsPseudoPoint(p)) largest = std::max(largest, std::fabs(Work.PtY[p]));
+    for (long p = 1; p <= w.NumPts; ++p)
+        if (w.PtX[p] != PointMarker) largest = std::max(largest, std::fabs(w.PtY[p]));
     return static_cast<double>(largest);
 }
 

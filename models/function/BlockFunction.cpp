@@ -79,15 +79,9 @@ template <ModelFamily F> bool PowersAreSquares(const FitFrame& f) {
     return HasPowerN(F) && f.PowerN == 2.0 && (!HasPowerM(F) || f.PowerM == 4.0);
 }
 
-void FillPower(Values& out, const double* a, long n, double power) {
-    if (!IsIntegralPower(power)) return RealPowers(out.data(), a, n, power);
-    for (long i = 0; i < n; ++i)
-        out[static_cast<std::size_t>(i)] = IntegralPower(a[i], static_cast<int>(power));
-}
-
 template <ModelFamily F> void FillPowers(OddPowers& out, View& v, const FitFrame& f, long n) {
-    if constexpr (HasPowerN(F)) FillPower(out.N, v.A, n, f.PowerN);
-    if constexpr (HasPowerM(F)) FillPower(out.M, v.A, n, f.PowerM);
+    if constexpr (HasPowerN(F)) MonomerPowers(out.N.data(), v.A, n, f.PowerN);
+    if constexpr (HasPowerM(F)) MonomerPowers(out.M.data(), v.A, n, f.PowerM);
     v.N = out.N.data();
     v.M = out.M.data();
 }

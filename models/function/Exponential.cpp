@@ -74,6 +74,23 @@ double BeyondPlainRange(double u) {
     return room >> 63 != 0;
 }
 
+template <class X>
+void ExponentialsOf(double* __restrict out, const X* __restrict x, long n, double slope, double intercept) {
+    std::uint64_t room = 0;
+    OnVectors([&] {
+        std::uint64_t any = 0;
+        for (long i = 0; i < n; ++i) {
+            const double u = static_cast<double>(x[i]) * slope + intercept;
+            out[i] = InPlainRange(u);
+            any |= RoomLeft(u);
+        }
+        room = any;
+    });
+    if (!IsBeyond(room)) return;
+    for (long i = 0; i < n; ++i)
+        out[i] = Exponential(static_cast<double>(x[i]) * slope + intercept);
+}
+
 // --- powers
 
 constexpr double SmallestNormal = std::numeric_limits<double>::min();
@@ -128,20 +145,11 @@ double Exponential(double u) {
     return InPlainRange(u);
 }
 
-void Exponentials(double* __restrict out, const float* __restrict x, long n, double slope, double intercept) {
-    std::uint64_t room = 0;
-    OnVectors([&] {
-        std::uint64_t any = 0;
-        for (long i = 0; i < n; ++i) {
-            const double u = static_cast<double>(x[i]) * slope + intercept;
-            out[i] = InPlainRange(u);
-            any |= RoomLeft(u);
-        }
-        room = any;
-    });
-    if (!IsBeyond(room)) return;
-    for (long i = 0; i < n; ++i)
-        out[i] = Exponential(static_cast<double>(x[i]) * slope + intercept);
+void Exponentials(double* out, const float* x, long n, double slope, double intercept) {
+    ExponentialsOf(out, x, n, slope, intercept);
+}
+void Exponentials(double* out, const double* x, long n, double slope, double intercept) {
+    ExponentialsOf(out, x, n, slope, intercept);
 }
 
 double RealPower(double a, double n) {

@@ -18,6 +18,7 @@ double Exponential(double u);
 // out[i] = Exponential(x[i] * slope + intercept) for the first n points, the same bits. out and x do not
 // overlap.
 void Exponentials(double* out, const float* x, long n, double slope, double intercept);
+void Exponentials(double* out, const double* x, long n, double slope, double intercept);
 
 // a^n = exp(n ln a) for a >= 0 and any n. ln a has the error of a unit in its last place, so that the power
 // errs by up to 2 (1 + |n ln a|) such units. The logarithm is that of a = 2^k (1 + f), by the series of

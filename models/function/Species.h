@@ -5,6 +5,7 @@
 
 #include "models/function/Exponential.h"
 #include "models/function/FitFrame.h"
+#include "platform/VectorWidth.h"
 
 #include <cmath>
 
@@ -146,6 +147,20 @@ inline bool IsIntegralPower(double n) {
 }
 inline double MonomerPower(double a, double n) {
     return IsIntegralPower(n) ? IntegralPower(a, static_cast<int>(n)) : RealPower(a, n);
+}
+// out[i] = MonomerPower(a[i], n) for the first count numbers, the same bits. out and a do not overlap.
+inline void MonomerPowers(double* out, const double* a, long count, double n) {
+    if (!IsIntegralPower(n)) return RealPowers(out, a, count, n);
+    const auto fill = [=](auto power) {
+        OnVectors([=] {
+            for (long i = 0; i < count; ++i)
+                out[i] = power(a[i]);
+        });
+    };
+    const int whole = static_cast<int>(n);
+    if (whole == 2) return fill([](double v) { return IntegralPower(v, 2); }); // without a loop in the loop
+    if (whole == 4) return fill([](double v) { return IntegralPower(v, 4); });
+    fill([whole](double v) { return IntegralPower(v, whole); });
 }
 
 // Factors of the sums, from a frame: signals of the products of a and b, and what of them counts for the

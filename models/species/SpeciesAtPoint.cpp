@@ -107,14 +107,12 @@ bool HasProduct(const SpeciesPlan& plan, SignalProduct product) {
 
 void Fill(std::vector<double>& out, std::span<const double> x, double sigma, double ln) {
     out.resize(x.size());
-    for (std::size_t i = 0; i < x.size(); ++i)
-        out[i] = Exponential(x[i] * sigma + ln);
+    Exponentials(out.data(), x.data(), static_cast<long>(x.size()), sigma, ln);
 }
 
 void FillPower(std::vector<double>& out, const std::vector<double>& a, double power) {
     out.resize(a.size());
-    for (std::size_t i = 0; i < a.size(); ++i)
-        out[i] = MonomerPower(a[i], power);
+    MonomerPowers(out.data(), a.data(), static_cast<long>(a.size()), power);
 }
 
 bool FillMonomers(SpeciesPlan& plan, std::span<const double> x, Monomers& m) {
@@ -129,8 +127,11 @@ bool FillMonomers(SpeciesPlan& plan, std::span<const double> x, Monomers& m) {
 
 template <class Product> void Multiply(std::vector<double>& out, std::size_t n, double factor, Product&& at) {
     out.resize(n);
-    for (std::size_t i = 0; i < n; ++i)
-        out[i] = factor * at(i);
+    double* const values = out.data();
+    OnVectors([&] {
+        for (std::size_t i = 0; i < n; ++i)
+            values[i] = factor * at(i);
+    });
 }
 
 void FillColumn(std::vector<double>& out, const Monomers& m, SignalProduct product, double factor) {
@@ -143,9 +144,9 @@ void FillColumn(std::vector<double>& out, const Monomers& m, SignalProduct produ
     case SignalProduct::B:
         return Multiply(out, n, factor, [b](std::size_t i) { return b[i]; });
     case SignalProduct::PowerN:
-        return Multiply(out, n, factor, [&m](std::size_t i) { return m.N[i]; });
+        return Multiply(out, n, factor, [from = m.N.data()](std::size_t i) { return from[i]; });
     case SignalProduct::PowerM:
-        return Multiply(out, n, factor, [&m](std::size_t i) { return m.M[i]; });
+        return Multiply(out, n, factor, [from = m.M.data()](std::size_t i) { return from[i]; });
     case SignalProduct::AB:
         return Multiply(out, n, factor, [a, b](std::size_t i) { return a[i] * b[i]; });
     case SignalProduct::ABB:
@@ -160,11 +161,11 @@ void FillColumn(std::vector<double>& out, const Monomers& m, SignalProduct produ
 }
 
 std::vector<double> TrueX(SetNo set) {
-    std::vector<double> x;
+    const long first = FirstPointOf(set);
     const long last = LastTruePointOf(set);
-    for (long p = FirstPointOf(set); p <= last; ++p)
-        x.push_back(static_cast<double>(Work.PtX[p]));
-    return x;
+    if (last < first) return {};
+    const float* x = Work.PtX.Data();
+    return {x + (first - 1), x + last};
 }
 
 void PlanFactors(SpeciesPlan& plan, SpeciesUnit unit, const SpeciesFactors& factors, bool hasB) {
@@ -241,9 +242,11 @@ SpeciesColumns SpeciesOfSet(SetNo set, SpeciesUnit unit) {
     SpeciesColumns values;
     EvaluateSpecies(plan, x, values);
     constexpr auto Largest = static_cast<double>(std::numeric_limits<float>::max());
+    bool fits = true;
     for (const std::vector<double>& column : values)
         for (const double v : column)
-            if (!(std::fabs(v) <= Largest)) RaiseError(ErrorText::Overflow);
+            fits &= std::fabs(v) <= Largest;
+    if (!fits) RaiseError(ErrorText::Overflow);
     return values;
 }
 

@@ -68,10 +68,13 @@ std::string PartnerNote(FreePos place) {
 
 // Residuals of the readings of a set, in their order.
 std::vector<double> ResidualsOf(SetNo set) {
-    std::vector<double> residuals;
-    const long last = Work.FitValid ? std::min(LastTruePointOf(set), static_cast<long>(Work.PtFit.Hi())) : 0;
-    for (long p = FirstPointOf(set); p <= last; ++p)
-        residuals.push_back(static_cast<double>(Work.PtY[p]) - static_cast<double>(Work.PtFit[p]));
+    const Workspace& w = Work; // the thread's own is looked up once
+    const long first = FirstPointOf(set);
+    const long last = w.FitValid ? std::min(LastTruePointOf(set), static_cast<long>(w.PtFit.Hi())) : 0;
+    std::vector<double> residuals(static_cast<std::size_t>(std::max(last - first + 1, 0L)));
+    for (long p = first; p <= last; ++p)
+        residuals[static_cast<std::size_t>(p - first)] =
+            static_cast<double>(w.PtY[p]) - static_cast<double>(w.PtFit[p]);
     return residuals;
 }
 

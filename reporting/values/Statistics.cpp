@@ -13,19 +13,25 @@ namespace {
 
 // Points by the sign of their residual, and how often the sign changes from one point of a set to the next.
 struct SignCounts {
-    double Positive = 0.0, Negative = 0.0, Changes = 0.0;
+    long Positive = 0, Negative = 0, Changes = 0;
+
+    // Counts a point; former is the sign of the one before it in its set, its own where there is none.
+    void Add(bool positive, bool former) {
+        Positive += positive;
+        Negative += !positive;
+        Changes += positive != former; // [decision: changes-not-runs]
+    }
 };
 
 SignCounts CountSigns() {
     SignCounts counts;
+    const Workspace& w = Work; // the thread's own is looked up once
     long point = 0;
-    for (const std::int16_t pointsOfSet : Work.SetPts) {
-        bool former = false;
+    for (const std::int16_t pointsOfSet : w.SetPts) {
+        bool former = pointsOfSet > 0 && w.PtResid[point + 1] >= 0.0F;
         for (long i = 0; i < pointsOfSet; ++i) {
-            const bool positive = Work.PtResid[++point] >= 0.0F;
-            (positive ? counts.Positive : counts.Negative) += 1.0;
-            // [decision: changes-not-runs]
-            if (i > 0 && positive != former) counts.Changes += 1.0;
+            const bool positive = w.PtResid[++point] >= 0.0F;
+            counts.Add(positive, former);
             former = positive;
         }
     }
@@ -35,19 +41,22 @@ SignCounts CountSigns() {
 // The distance of the count from its mean where signs come at random, in standard deviations (Wald and
 // Wolfowitz, Ann. Math. Statist. 11 (1940) 147).
 double RunsZFrom(const SignCounts& counts) {
-    const double n = counts.Positive + counts.Negative;
-    const double pairs = 2.0 * counts.Positive * counts.Negative;
+    const auto positive = static_cast<double>(counts.Positive);
+    const auto negative = static_cast<double>(counts.Negative);
+    const double n = positive + negative;
+    const double pairs = 2.0 * positive * negative;
     const double mean = Divide(pairs, n) + 1.0;
     const double variance = Divide(pairs * (pairs - n), n * n * (n - 1.0));
-    return variance == 0.0 ? 1.0 : std::abs(counts.Changes - mean) / Sqrt(variance);
+    return variance == 0.0 ? 1.0 : std::abs(static_cast<double>(counts.Changes) - mean) / Sqrt(variance);
 }
 
 } // namespace
 
 void CalcResiduals() {
-    Work.PtResid.Recreate(Work.NumPts);
-    for (long p = 1; p <= Work.NumPts; ++p)
-        Work.PtResid[p] = Work.PtY[p] - Work.PtFit[p];
+    Workspace& w = Work; // the thread's own is looked up once
+    w.PtResid.Recreate(w.NumPts);
+    for (long p = 1; p <= w.NumPts; ++p)
+        w.PtResid[p] = w.PtY[p] - w.PtFit[p];
 }
 
 void RunsTest() {
@@ -57,10 +66,11 @@ void RunsTest() {
 
 double RunsZOf(const std::vector<double>& residuals) {
     SignCounts counts;
-    for (std::size_t i = 0; i < residuals.size(); ++i) {
-        const bool positive = residuals[i] >= 0.0;
-        (positive ? counts.Positive : counts.Negative) += 1.0;
-        if (i > 0 && positive != (residuals[i - 1] >= 0.0)) counts.Changes += 1.0;
+    bool former = !residuals.empty() && residuals[0] >= 0.0;
+    for (const double residual : residuals) {
+        const bool positive = residual >= 0.0;
+        counts.Add(positive, former);
+        former = positive;
     }
     return RunsZFrom(counts);
 }

@@ -83,9 +83,19 @@ void SkipBlanks(const char*& at, const char* end) {
         ++at;
 }
 
+// As TakeFrom, without the function object: there is one for each line of a scan.
+template <class Take> void TakenFrom(const TextItems& file, std::size_t place, Take&& take) {
+    try {
+        take();
+    } catch (const RuntimeError& error) {
+        RaiseAt(file, place, error.Text);
+    }
+}
+
 // The end of the line, with what may stand behind the third number; false where a comma ends the item before.
 bool SkipToLineEnd(const char*& at, const char* end) {
-    while (at < end && !EndsLine(*at) && *at != ',')
+    // Digits, letters, point and minus stand behind the comma in the alphabet: one question for most of them.
+    while (at < end && (*at > ',' || (!EndsLine(*at) && *at != ',')))
         ++at;
     return at == end || EndsLine(*at);
 }
@@ -117,11 +127,7 @@ void RaiseAt(const TextItems& file, std::size_t place, const std::string& why) {
 }
 
 void TakeFrom(const TextItems& file, std::size_t place, const std::function<void()>& take) {
-    try {
-        take();
-    } catch (const RuntimeError& error) {
-        RaiseAt(file, place, error.Text);
-    }
+    TakenFrom(file, place, take);
 }
 
 void RaiseTooLarge() {
@@ -202,7 +208,7 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
         list.LastPlace = file.Place;
         PointLine point;
         if (!TakePlainPoint(file, point, third))
-            TakeFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace, third); });
+            TakenFrom(file, list.LastPlace, [&] { point = ReadPointItem(file, list.LastPlace, third); });
         list.Terminated = point.Radius == 0.0F;
         if (point.NoNumber && !point.Excluded && !list.Terminated && list.NoNumbers++ == 0)
             list.NoNumberPlace = list.LastPlace;
@@ -214,7 +220,7 @@ PointList ReadPoints(TextItems& file, const std::function<bool(long i, const Poi
         if (point.Excluded)
             ++list.Excluded;
         else
-            TakeFrom(file, list.LastPlace, [&] { list.TooMany = !store(next++, point); });
+            TakenFrom(file, list.LastPlace, [&] { list.TooMany = !store(next++, point); });
     } while (!list.TooMany && !list.Terminated && !NoItemLeft(file));
     // [decision: terminator-counts]
     list.Points = list.Terminated && !list.TooMany ? next - 2 : next - 1;

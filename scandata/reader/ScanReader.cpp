@@ -39,8 +39,9 @@ void ReadHeader(HeaderFields header, RowNo row, ScanReadResult& result) {
 }
 
 void StorePoint(OneBased<float>& radii, OneBased<float>& values, long i, const PointLine& point) {
-    if (i > radii.Hi()) radii.Resize(i);
-    if (i > values.Hi()) values.Resize(i);
+    // Room for twice as many each time; the length comes right with the last point.
+    if (i > radii.Hi()) radii.Resize(std::max(i, 2 * radii.Hi()));
+    if (i > values.Hi()) values.Resize(std::max(i, 2 * values.Hi()));
     radii[i] = point.Radius;
     values[i] = point.Value;
 }

@@ -275,10 +275,13 @@ void CountPoints(FitBuild& build) {
 void FillTruePoints(FitBuild& build, SetNo k, long& n) {
     const RowNo row(build.SetRow[k]);
     const double x0 = ReferenceX(row);
-    for (long p = Work.FitRange[0][row]; p <= Work.FitRange[1][row]; ++p) {
-        const float radius = Work.ScanRadius[row][p];
+    const OneBased<float>& radii = Work.ScanRadius[row];
+    const OneBased<float>& values = Work.ScanValue[row];
+    const long last = Work.FitRange[1][row];
+    for (long p = Work.FitRange[0][row]; p <= last; ++p) {
+        const float radius = radii[p];
         const double r = radius;
-        const float value = Work.ScanValue[row][p];
+        const float value = values[p];
         ++n;
         build.X[n] = Fitting(r * r / 2.0 - x0, "the square of a radius");
         build.Y[n] = Fitting(SignalOf(row, radius, value), "the signal");

@@ -185,6 +185,7 @@ long Exclude(RowNo row, const Exclusion& exclusion) {
 }
 
 std::vector<Exclusion> ExclusionsOf(RowNo row) {
+    if (CountLeftOut(row, LeftOutBy::Hand) == 0) return {};
     const std::vector<Reading> readings = AllReadings(row);
     const std::vector<bool> marks = MarksByHand(row, readings);
     std::vector<Exclusion> exclusions;

@@ -1,5 +1,6 @@
 // The system's own exponential and power: against long double arithmetic, and the same bits on every road.
 #include "models/function/Exponential.h"
+#include "models/function/Species.h"
 
 #include "platform/VectorWidth.h"
 
@@ -163,6 +164,34 @@ TEST(RealPowers, KnowWhatIsNoPlainNumber) {
         RealPowers(out.data(), odd.data(), static_cast<long>(odd.size()), 2.04);
         for (const double value : out)
             EXPECT_TRUE(std::isnan(value));
+    });
+}
+
+TEST(MonomerPowers, HaveTheBitsOfThePowerByItselfOnEveryRoad) {
+    std::vector<double> a;
+    for (int i = 0; i < 61; ++i)
+        a.push_back(std::exp(-9.0 + 0.3 * i));
+    OnEachRoad([&] {
+        for (const double n : {1.0, 2.0, 3.0, 4.0, 7.0, 2.5}) {
+            std::vector<double> out(a.size());
+            MonomerPowers(out.data(), a.data(), static_cast<long>(a.size()), n);
+            for (std::size_t i = 0; i < a.size(); ++i)
+                ExpectSameBits(out[i], MonomerPower(a[i], n));
+        }
+    });
+}
+
+TEST(Exponentials, OfDoublesHaveTheBitsOfOneByItselfOnEveryRoad) {
+    std::vector<double> x;
+    for (int i = 0; i < 61; ++i)
+        x.push_back(-3.0 + 0.1 * i);
+    OnEachRoad([&] {
+        for (const double slope : {0.3, -7.0, 400.0}) { // the last one beyond the range of a double
+            std::vector<double> out(x.size());
+            Exponentials(out.data(), x.data(), static_cast<long>(x.size()), slope, 0.7);
+            for (std::size_t i = 0; i < x.size(); ++i)
+                ExpectSameBits(out[i], Exponential(x[i] * slope + 0.7));
+        }
     });
 }
 
