@@ -220,7 +220,7 @@ TEST(BatchRunEnd, AQuestionForATextIsToldWithItsAnswer) {
 }
 
 // A program under the address sanitizer does not even load in so little memory.
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(QUILLON_SANITIZE)
 TEST(BatchRunEnd, TooLittleMemoryIsToldWithTheJob) {
     Script script;
     script.MakeFile("fit.job", ReadWholeFile(SmallJob(script, "")) + std::string(30000000, '\n'));
@@ -289,7 +289,7 @@ TEST(BatchRunEnd, EighteenLargeSetsTakeLessThan12MiB) {
     ProgramStart start;
     start.Directory = script.Directory();
     start.Arguments = {"fit.job", "--results", "r.json", "--points", "p.csv", "--report", "r.txt"};
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(QUILLON_SANITIZE)
     start.LargestData = 8 * 1024 * 1024; // code, libraries and stack take less than 4 MiB
 #endif
     const ProgramEnd end = RunProgram(start);

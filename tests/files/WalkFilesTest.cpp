@@ -199,7 +199,7 @@ TEST(WalkArchive, HolesOfSparseEntriesCountAsTheirZeros) {
     std::string head(512, '\0');
     head.replace(0, 4, "hole");
     octal(head, 100, 8, 0644);
-    for (const std::size_t field : {108, 116, 329, 337}) // owners and devices
+    for (const std::size_t field : {108UL, 116UL, 329UL, 337UL}) // owners and devices
         octal(head, field, 8, 0);
     octal(head, 136, 12, 0); // time
     octal(head, 124, 12, 1);

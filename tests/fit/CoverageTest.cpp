@@ -24,7 +24,7 @@ namespace {
 
 int Draws() {
     if (const char* wanted = std::getenv("QUILLON_DRAWS")) return std::max(1, std::atoi(wanted));
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QUILLON_SANITIZE)
     return 30;
 #else
     return 200;

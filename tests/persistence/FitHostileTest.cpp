@@ -319,7 +319,7 @@ Workspace SmallFit() {
 }
 
 // Instrumented code takes four times as long.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUILLON_SANITIZE
 constexpr int ManyMutations = 20000;
 #else
 constexpr int ManyMutations = 100000;
