@@ -109,7 +109,7 @@ TEST_F(ReadRun, TicksOfTheTreeDecide) {
         EXPECT_EQ(RunForm.Lines[3].Ticked, RunLine::None);
         EXPECT_EQ(RunForm.Lines[6].Ticked, RunLine::All) << "the last scan";
         EXPECT_EQ(RunForm.Lines[6].Texts[3], "last");
-        for (const std::size_t head : {0, 1, 2})
+        for (const std::size_t head : {0UL, 1UL, 2UL})
             EXPECT_EQ(RunForm.Lines[head].Ticked, RunLine::All);
         RunFormNoneButton();
         EXPECT_EQ(RunForm.Count.Text, "Nothing is ticked.");

@@ -68,7 +68,7 @@ Stand FitMixture(const Mixture& mixture, std::uint64_t seed) {
 // A constant of 1 L/mol, fourteen below the true one in its logarithm, shows in no point: its species is no
 // part of the signal, and no slope leads there.
 TEST_F(RescueFitTest, AConstantThatShowsNowhereIsFoundFromWhereItWouldShow) {
-    for (const std::uint64_t seed : {1, 2})
+    for (const std::uint64_t seed : {1UL, 2UL})
         for (const std::int16_t model : {std::int16_t{8}, std::int16_t{9}, std::int16_t{11}})
             for (const int wavelengths : {1, 2})
                 EXPECT_EQ(FitMixture({model, wavelengths}, seed), Stand::Minimum)
@@ -227,7 +227,7 @@ TEST_F(RescueFitTest, OfDoubtfulSetsTheOneThatIsCaughtIsFound) {
 
 // One set of fifteen in the wrong proportion: the sum was a hundredth above the lowest one.
 TEST_F(RescueFitTest, ASetThatIsCaughtWithinTheNoiseIsFreedBehindARescue) {
-    for (const std::uint64_t draw : {57, 97}) {
+    for (const std::uint64_t draw : {57UL, 97UL}) {
         LoadMixture({8, 1}, draw);
         RunFit();
         const double least = Work.SumSq;

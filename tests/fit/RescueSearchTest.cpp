@@ -131,7 +131,7 @@ TEST_F(RescueSearch, BoundsThatLeaveNoRoomHoldTheParameterThere) {
 
 // The marks of bounds were those of the last trial, and not of the place that had been kept.
 TEST_F(RescueSearch, WhatIsKeptOfAFailureIsMarkedAtItsBounds) {
-    for (const std::uint64_t seed : {1, 2, 3, 4}) {
+    for (const std::uint64_t seed : {1UL, 2UL, 3UL, 4UL}) {
         LoadRobustnessCase(ModelCaseNamed("Model08"), seed);
         StartFarOff(3.0, seed);
         Work.Bounds[1][6] = ToUserUnits(SlotNo(6), Work.Parms[6]) - 1.0F; // below the start
