@@ -14,6 +14,7 @@
 #include "models/function/FitFunction.h"
 #include "persistence/Defaults.h"
 #include "persistence/codec/FitCodec.h"
+#include "planning/design/ExpectedErrors.h"
 #include "platform/Platform.h"
 #include "reporting/values/Correlation.h"
 #include "scandata/forms/DataDirectory.h"
@@ -251,6 +252,11 @@ void ResampleCommand() {
     RunStudyForm(StudyKind::Resample);
 }
 void PlanCommand() {
+    if (!HasTruth())
+        return Tell("A plan takes the values of the parameters as the truth, and there are none yet.\n\nFit "
+                    "your data "
+                    "(Analysis > Fit Data...), or enter the values that you expect (Analysis > Simulate...).",
+                    Work.ProgramName, BoxIcon::Information);
     RunStudyForm(StudyKind::Plan);
 }
 

@@ -6,8 +6,8 @@
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "runs/Approach.h"
-#include "runs/Groups.h"
 #include "runs/ReadRun.h"
+#include "workspace/records/SameSettings.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>

@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "scandata/reader/TextItems.h"
 #include "workspace/records/Roads.h"
+#include "workspace/records/SameSettings.h"
 
 #include <cmath>
 
@@ -169,9 +170,8 @@ void ShowFound() {
 
 // Absorptivities and extinctions of the units belong to another wavelength where the first scan has one.
 bool CoefficientsAreOf280() {
-    constexpr float Near = 3.0F; // nm, that a monochromator is off
     const float wavelength = CoefficientWavelength();
-    return wavelength == 0.0F || std::fabs(wavelength - 280.0F) <= Near;
+    return wavelength == 0.0F || IsSameWavelength(wavelength, 280.0F);
 }
 
 void AddWord(std::string& words, const std::string& word) {

@@ -1,6 +1,8 @@
 #include "runs/Approach.h"
 
+#include "runs/Channels.h"
 #include "runs/ReadRun.h"
+#include "scandata/reader/ScanDifference.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,40 +11,9 @@ namespace Quillon {
 
 namespace {
 
-constexpr double MostSquares = 3.0;          // of the noise, between scans that agree
-constexpr std::size_t FewestOfVelocity = 10; // scans
-constexpr std::size_t TailOfVelocity = 3;    // differences that are looked at
-constexpr double VelocityStep = 20.0;        // times the noise
-constexpr long FewestReadings = 3;
+constexpr double MostSquares = 3.0; // of the noise, between scans that agree
 constexpr const char* FastText = "not yet at equilibrium: its last scans differ by more than 20 times the "
                                  "noise, as those of a velocity run";
-
-double Reading(const RunScan& scan, long p) {
-    return static_cast<double>(scan.Readings[p]);
-}
-
-bool IsWithin(float radius, float inner, float outer) {
-    return radius >= inner && radius <= outer;
-}
-
-// The readings of a scan at rising radii, interpolated linearly; none outside its reach.
-struct Interpolation {
-    const RunScan& Scan;
-    long At = 1; // the first point at or beyond the latest radius
-
-    std::optional<double> operator()(float radius) {
-        const OneBased<float>& radii = Scan.Radii;
-        if (At > 1 && radii[At - 1] >= radius) At = 1; // radii that fall
-        while (At <= radii.Hi() && radii[At] < radius)
-            ++At;
-        if (At > radii.Hi()) return At = 1, std::nullopt;
-        if (radii[At] == radius) return Reading(Scan, At);
-        if (At == 1) return {};
-        const double from = static_cast<double>(radii[At - 1]);
-        const double share = (static_cast<double>(radius) - from) / (static_cast<double>(radii[At]) - from);
-        return Reading(Scan, At - 1) + share * (Reading(Scan, At) - Reading(Scan, At - 1));
-    }
-};
 
 double Median(std::vector<double> numbers) {
     if (numbers.empty()) return 0.0;
@@ -70,7 +41,7 @@ struct Judgement {
             std::vector<double> known;
             Noise.emplace_back();
             for (std::size_t i = 0; i < Count(); ++i) {
-                Noise.back().push_back(NoiseBetween(Scan(i), column.Inner, column.Outer));
+                Noise.back().push_back(NoiseBetween(ReadingsOf(Scan(i)), column.Inner, column.Outer));
                 if (Noise.back().back()) known.push_back(*Noise.back().back());
             }
             Typical.push_back(Median(known));
@@ -87,7 +58,8 @@ struct Judgement {
         Difference worst;
         double largest = -1.0;
         for (std::size_t c = 0; c < Typical.size(); ++c) {
-            const auto rms = RmsFrom(Scan(last), Scan(i), Column(c).Inner, Column(c).Outer);
+            const auto rms =
+                RmsFrom(ReadingsOf(Scan(last)), ReadingsOf(Scan(i)), Column(c).Inner, Column(c).Outer);
             if (!rms) return {c, {}, false};
             const double squares = *rms * *rms, limit = MostSquares * Typical[c] * Typical[c];
             const double ratio = limit > 0.0 ? squares / limit : squares > 0.0 ? HUGE_VAL : 0.0;
@@ -175,36 +147,6 @@ std::string NameInGroup(const RunScan& scan) {
 }
 
 } // namespace
-
-std::optional<double> NoiseBetween(const RunScan& scan, float inner, float outer) {
-    double sum = 0.0;
-    long count = 0;
-    for (long p = 2; p < scan.Radii.Hi(); ++p) {
-        if (!IsWithin(scan.Radii[p - 1], inner, outer) || !IsWithin(scan.Radii[p + 1], inner, outer))
-            continue;
-        const double bend = Reading(scan, p - 1) - 2.0 * Reading(scan, p) + Reading(scan, p + 1);
-        sum += bend * bend;
-        ++count;
-    }
-    if (count + 2 < FewestReadings) return {};
-    return count == 0 ? std::nullopt : std::optional(std::sqrt(sum / (6.0 * static_cast<double>(count))));
-}
-
-std::optional<double> RmsFrom(const RunScan& last, const RunScan& scan, float inner, float outer) {
-    Interpolation reading{scan};
-    double sum = 0.0;
-    long count = 0;
-    for (long p = 1; p <= last.Radii.Hi(); ++p) {
-        if (!IsWithin(last.Radii[p], inner, outer)) continue;
-        const std::optional<double> other = reading(last.Radii[p]);
-        if (!other) continue;
-        const double difference = *other - Reading(last, p);
-        sum += difference * difference;
-        ++count;
-    }
-    if (count < FewestReadings) return {};
-    return std::sqrt(sum / static_cast<double>(count));
-}
 
 void JudgeRun(SortedRun& run, const ApproachRange& range) {
     for (RunGroup& group : run.Groups)

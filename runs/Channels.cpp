@@ -1,6 +1,8 @@
 // Which columns a scan holds is nowhere written: instruments scan a cell from end to end.
-#include "runs/Approach.h"
+#include "runs/Channels.h"
+
 #include "scandata/range/ProposeRange.h"
+#include "scandata/reader/ScanDifference.h"
 #include "scandata/table/DataSetTable.h"
 #include "workspace/records/Workspace.h"
 
@@ -59,7 +61,8 @@ bool IsParted(const RunScan& scan, const PointRange& a, const PointRange& b) {
 }
 
 bool HoldsSample(const RunScan& scan, const Stretch& stretch) {
-    const double noise = NoiseBetween(scan, stretch.Column.Inner, stretch.Column.Outer).value_or(0.0);
+    const double noise =
+        NoiseBetween(ReadingsOf(scan), stretch.Column.Inner, stretch.Column.Outer).value_or(0.0);
     double sum = 0.0, squares = 0.0;
     for (long p = stretch.Steady.First; p <= stretch.Steady.Last; ++p)
         sum += static_cast<double>(scan.Readings[p]);

@@ -2,18 +2,15 @@
 
 #include "platform/Paths.h"
 #include "runs/ReadRun.h"
+#include "workspace/records/SameSettings.h"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <tuple>
 
 namespace Quillon {
 
 namespace {
-
-constexpr float WavelengthGap = 3.0F; // nm
-constexpr double SpeedGap = 0.01;     // of the higher one
 
 using ScanPlaces = std::vector<std::size_t>;
 
@@ -142,15 +139,6 @@ void TellMixed(SortedRun& run) {
 }
 
 } // namespace
-
-bool IsSameWavelength(float a, float b) {
-    return std::fabs(a - b) <= WavelengthGap;
-}
-
-bool IsSameSpeed(float a, float b) {
-    const double higher = static_cast<double>(std::max(std::fabs(a), std::fabs(b)));
-    return std::fabs(static_cast<double>(a) - static_cast<double>(b)) <= SpeedGap * higher;
-}
 
 bool IsSameStay(const SortedRun& run, const RunGroup& a, const RunGroup& b) {
     const RunScan &first = run.Scans[a.Scans.front()], &second = run.Scans[b.Scans.front()];

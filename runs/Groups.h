@@ -17,8 +17,4 @@ void GroupRun(SortedRun& run);
 // the same speed.
 bool IsSameStay(const SortedRun& run, const RunGroup& a, const RunGroup& b);
 
-// True when two wavelengths in nm, or two speeds in rpm, count as the same.
-bool IsSameWavelength(float a, float b);
-bool IsSameSpeed(float a, float b);
-
 } // namespace Quillon

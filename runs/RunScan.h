@@ -2,6 +2,7 @@
 // A scan of a run: what its name and its header say, and its readings.
 
 #include "platform/Arrays.h"
+#include "scandata/reader/ScanDifference.h"
 #include "scandata/reader/ScanNames.h"
 
 #include <cstdint>
@@ -43,6 +44,10 @@ struct RunScan {
     std::uint64_t Mark = 0;   // a number made of all its bytes
     std::string Whole;        // all of them, where the caller has asked to keep them
 };
+
+inline ScanReadings ReadingsOf(const RunScan& scan) {
+    return {scan.Radii, scan.Readings};
+}
 
 // True when the first bytes of a file are those of a scan: two lines, of which the second begins with a
 // letter, a blank and a cell and goes on with five numbers.

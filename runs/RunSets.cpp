@@ -4,6 +4,7 @@
 #include "runs/Approach.h"
 #include "runs/Groups.h"
 #include "workspace/records/Counts.h"
+#include "workspace/records/SameSettings.h"
 
 #include <algorithm>
 #include <functional>

@@ -3,6 +3,7 @@
 #include "models/function/FitFrame.h"
 #include "models/table/ModelTable.h"
 #include "workspace/records/Roads.h"
+#include "workspace/records/SameSettings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,7 +57,6 @@ long CellOf(RowNo row) {
 }
 
 constexpr float OtherWavelength = 5.0F; // nm
-constexpr float SameWavelength = 3.0F;  // nm, to within which the monochromator returns
 
 // The folder without the number of the scan's own wavelength in it: "run7/nm" of "run7/280nm". Some lay the
 // wavelengths of a run into folders of their own.
@@ -66,8 +66,7 @@ std::string FolderOf(RowNo row) {
     for (std::size_t at = 0, behind = 0; at < folder.size(); at = behind) {
         const auto number = static_cast<float>(NumberAt(folder, at, behind));
         if (behind == at) behind = at + 1;
-        const bool own =
-            IsDigit(folder[at]) && std::fabs(number - Work.ScanWavelength[row]) <= SameWavelength;
+        const bool own = IsDigit(folder[at]) && IsSameWavelength(number, Work.ScanWavelength[row]);
         if (!own) text += folder.substr(at, behind - at);
     }
     return text;
@@ -79,9 +78,7 @@ bool SameSample(RowNo a, RowNo b) {
 }
 
 bool SeesSameMolecules(RowNo a, RowNo b) {
-    constexpr float SpeedTolerance = 0.01F; // the drive keeps its speed far better
-    const float faster = std::max(Work.ScanRPM[a], Work.ScanRPM[b]);
-    return SameSample(a, b) && std::fabs(Work.ScanRPM[a] - Work.ScanRPM[b]) <= SpeedTolerance * faster &&
+    return SameSample(a, b) && IsSameSpeed(Work.ScanRPM[a], Work.ScanRPM[b]) &&
            std::fabs(Work.ScanWavelength[a] - Work.ScanWavelength[b]) >= OtherWavelength;
 }
 

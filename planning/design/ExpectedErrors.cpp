@@ -104,6 +104,10 @@ bool CanPlan() {
     return Work.DataChosen != 0 && Work.ModelChosen != 0 && Work.NumPts > 0;
 }
 
+bool HasTruth() {
+    return Work.Parms[SlotNo(0)] != 0.0F;
+}
+
 void TakeUpDesign(const Design& design) {
     std::vector<SetAmounts> amounts;
     for (const SetNo set : EachSet())

@@ -57,8 +57,12 @@ struct Plan {
     bool Complete = false;              // not cancelled
 };
 
-// True when there are data, a model and something to be fitted.
+// True when there are data and a model.
 bool CanPlan();
+
+// True when the parameters have values that a design can take as the truth: nobody has set a mass before the
+// first guesses.
+bool HasTruth();
 
 // The designs one by one on copies of the analysis. noise: standard deviation of a reading, signal units,
 // above 0. told(n) after n of them. Work stays as it is, but for Work.AbortFit, which cancels and is left for

@@ -2,6 +2,7 @@
 
 #include "scandata/reader/ScanWriter.h"
 #include "scandata/table/LeftOut.h"
+#include "workspace/records/SameSettings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,9 +10,6 @@
 namespace Quillon {
 
 namespace {
-
-constexpr float SameSpeed = 0.01F;     // of the higher one
-constexpr float SameWavelength = 3.0F; // nm: the monochromator wanders
 
 char Capital(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -133,10 +131,9 @@ void SetIntensityOrder(RowNo row, IntensityOrders::Code order) {
 }
 
 bool SameMeasurement(RowNo a, RowNo b) {
-    const float fastest = std::max(Work.ScanRPM[a], Work.ScanRPM[b]);
     return CellNumberOf(Work.ScanFile[a]) == CellNumberOf(Work.ScanFile[b]) &&
-           std::fabs(Work.ScanRPM[a] - Work.ScanRPM[b]) <= SameSpeed * fastest &&
-           std::fabs(Work.ScanWavelength[a] - Work.ScanWavelength[b]) <= SameWavelength;
+           IsSameSpeed(Work.ScanRPM[a], Work.ScanRPM[b]) &&
+           IsSameWavelength(Work.ScanWavelength[a], Work.ScanWavelength[b]);
 }
 
 void DecideIntensityOrders(const std::vector<RowNo>& rows) {

@@ -7,6 +7,7 @@
 #include "scandata/reader/ReadingsAlong.h"
 #include "scandata/reader/ScanNames.h"
 #include "scandata/table/LeftOut.h"
+#include "workspace/records/SameSettings.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -18,9 +19,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr double SpeedGap = 0.01;     // of the higher one
-constexpr float WavelengthGap = 3.0F; // nm
-constexpr long FewestPoints = 3;      // in common
+constexpr long FewestPoints = 3; // in common
 
 // A scan among those that are averaged.
 struct Part {
@@ -65,10 +64,8 @@ std::string WhyAnother(const Part& a, const Part& last) {
     };
     if (a.Cell > 0 && last.Cell > 0 && a.Cell != last.Cell)
         return differ("cell", static_cast<float>(a.Cell), static_cast<float>(last.Cell), "");
-    const double higher = static_cast<double>(std::max(std::fabs(a.Rpm), std::fabs(last.Rpm)));
-    if (std::fabs(static_cast<double>(a.Rpm) - static_cast<double>(last.Rpm)) > SpeedGap * higher)
-        return differ("the speed of", a.Rpm, last.Rpm, " rpm");
-    if (std::fabs(a.Wavelength - last.Wavelength) > WavelengthGap)
+    if (!IsSameSpeed(a.Rpm, last.Rpm)) return differ("the speed of", a.Rpm, last.Rpm, " rpm");
+    if (!IsSameWavelength(a.Wavelength, last.Wavelength))
         return differ("the wavelength of", a.Wavelength, last.Wavelength, " nm");
     if (a.Fringes != last.Fringes || a.Intensity != last.Intensity)
         return "it is not of the kind of the last scan of the mean";

@@ -1,6 +1,7 @@
 // A window that is opened and left without a change, by whichever way out, leaves the analysis byte for byte
 // as it was, the fit with it, and no step of the history.
 #include "commands/Analmenu.h"
+#include "commands/Commands.h"
 #include "commands/StartUp.h"
 #include "commands/history/History.h"
 #include "commands/history/HistoryForm.h"
@@ -122,6 +123,15 @@ TEST_P(UnchangedForm, LeavesTheAnalysisAsItWas) {
 
 INSTANTIATE_TEST_SUITE_P(Forms, UnchangedForm, testing::ValuesIn(WaysOut),
                          [](const auto& way) { return std::string(way.param.Command) + way.param.Name; });
+
+TEST(PlanWithoutValues, SaysWhatToDo) {
+    Script script;
+    StartQuillon(script.Directory());
+    script.ExpectMessage(
+        "A plan takes the values of the parameters as the truth, and there are none yet.\n\nFit your data "
+        "(Analysis > Fit Data...), or enter the values that you expect (Analysis > Simulate...).");
+    PlanCommand();
+}
 
 } // namespace
 } // namespace Quillon

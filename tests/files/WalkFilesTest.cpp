@@ -149,18 +149,23 @@ TEST(WalkArchive, TooManyEntriesEndTheWalk) {
 
 TEST(WalkArchive, AnEntryThatIsTooLargeIsToldWhereItIsAskedFor) {
     Script script;
-    const std::string bomb(LargestMet + 1, '\0');
+    EXPECT_EQ(WalkLimits{}.OneFile, LargestMet);
+    EXPECT_EQ(LargestMet, std::size_t{64} << 20U);
+    WalkLimits limits;
+    limits.OneFile = std::size_t{2} << 20U;
+    const std::string bomb(limits.OneFile + 1, '\0');
     const std::string archive = script.MakeFile("bomb", ArchiveOf({{"big", bomb}, {"small", "1"}}, "tar.gz"));
-    EXPECT_LT(fs::file_size(archive), 1000000U);
+    EXPECT_LT(fs::file_size(archive), 30000U);
     std::vector<std::string> told;
-    WalkFiles(archive, [&](const MetFile& file) {
+    const auto meet = [&](const MetFile& file) {
         try {
             file.Whole();
         } catch (const RuntimeError& error) {
             told.push_back(file.Name + ": " + error.Text);
         }
-    });
-    EXPECT_EQ(told, std::vector<std::string>{"big: it is larger than 64 MB"});
+    };
+    WalkArchive(archive, meet, limits);
+    EXPECT_EQ(told, std::vector<std::string>{"big: it is larger than 2 MB"});
 }
 
 TEST(WalkArchive, WhatItUnpacksToIsCountedAlsoWhereNobodyWantsIt) {

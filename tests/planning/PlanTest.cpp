@@ -170,6 +170,14 @@ TEST(Plans, LeaveTheAnalysisAndRefuseWhatIsNone) {
     EXPECT_NE(WhyNoPlan({std::vector<double>(50, 1.0), std::vector<double>(50, 1.0)}), "");
 }
 
+TEST(Plans, NeedValuesThatStand) {
+    Script script;
+    Load("Model01");
+    EXPECT_TRUE(CanPlan() && HasTruth());
+    Work.Parms[0] = 0.0F; // as before the first guesses
+    EXPECT_FALSE(HasTruth());
+}
+
 // A mass without an oligomer says nothing of a constant: with hardly anything loaded the dimer does not show.
 TEST(ExpectedErrors, GrowWhereTheDimerDoesNotShow) {
     Script script;

@@ -1,5 +1,6 @@
 // Is it at equilibrium? Held against signals whose noise and whose approach are known.
 #include "runs/Approach.h"
+#include "runs/Channels.h"
 #include "runs/Groups.h"
 #include "tests/support/MadeRun.h"
 #include "tests/support/ScriptedPlatform.h"
@@ -54,13 +55,17 @@ std::string Answers(const SortedRun& run) {
     return letters;
 }
 
+double MeanSquareNoise(const RunScan& scan) {
+    return std::pow(*NoiseBetween(ReadingsOf(scan), 6.0F, 8.0F), 2);
+}
+
 TEST(Approach, NoiseComesFromSecondDifferencesAndIsThatOfTheReadings) {
     // 300 scans of 198 second differences; those of independent readings overlap, so that the mean square
     // has a relative variance of 35/18 2/n (the sum of squared autocorrelations of 1, -4, 6, -4, 1 over 6).
     NoiseSource noise(1);
     double sum = 0.0;
     for (int i = 0; i < 300; ++i)
-        sum += std::pow(*NoiseBetween(MadeColumn(noise, i, 0.0), 6.0F, 8.0F), 2);
+        sum += MeanSquareNoise(MadeColumn(noise, i, 0.0));
     const double deviation = std::sqrt(35.0 / 18.0 * 2.0 / (300.0 * 198.0));
     EXPECT_NEAR(sum / 300.0 / (Noise * Noise), 1.0, 4.0 * deviation);
 }
@@ -68,9 +73,9 @@ TEST(Approach, NoiseComesFromSecondDifferencesAndIsThatOfTheReadings) {
 TEST(Approach, NoiseNeedsThreeReadings) {
     NoiseSource noise(1);
     const RunScan scan = MadeColumn(noise, 1, 0.0);
-    EXPECT_TRUE(NoiseBetween(scan, 6.9005F, 6.9035F));
-    EXPECT_FALSE(NoiseBetween(scan, 6.9005F, 6.9025F));
-    EXPECT_FALSE(NoiseBetween(scan, 8.0F, 9.0F));
+    EXPECT_TRUE(NoiseBetween(ReadingsOf(scan), 6.9005F, 6.9035F));
+    EXPECT_FALSE(NoiseBetween(ReadingsOf(scan), 6.9005F, 6.9025F));
+    EXPECT_FALSE(NoiseBetween(ReadingsOf(scan), 8.0F, 9.0F));
 }
 
 TEST(Approach, DifferencesAreTakenAtTheRadiiOfTheLastScan) {
@@ -83,10 +88,10 @@ TEST(Approach, DifferencesAreTakenAtTheRadiiOfTheLastScan) {
         other.Radii.Resize(p + 1, 7.05F + 0.1F * static_cast<float>(p));
         other.Readings.Resize(p + 1, 1.5F + static_cast<float>(p));
     }
-    const auto rms = RmsFrom(last, other, 6.0F, 8.0F); // at 7.1, 7.2, 7.3
+    const auto rms = RmsFrom(ReadingsOf(last), ReadingsOf(other), 6.0F, 8.0F); // at 7.1, 7.2, 7.3
     ASSERT_TRUE(rms);
     EXPECT_NEAR(*rms, std::sqrt((4.0 + 9.0 + 16.0) / 3.0), 1e-4);
-    EXPECT_FALSE(RmsFrom(last, other, 7.15F, 8.0F)); // two
+    EXPECT_FALSE(RmsFrom(ReadingsOf(last), ReadingsOf(other), 7.15F, 8.0F)); // two
 }
 
 TEST(Approach, ScansAgreeUpToTheNoise) {

@@ -6,6 +6,7 @@
 #include "runs/SortCsv.h"
 #include "tests/support/MadeRun.h"
 #include "tests/support/ScriptedPlatform.h"
+#include "workspace/records/SameSettings.h"
 #include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>
