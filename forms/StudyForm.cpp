@@ -78,18 +78,36 @@ QString HeadInLines(const std::string& head) {
     return text;
 }
 
-// Numbers are seen whole; words give way to them, and stand in the tip.
+// Numbers are seen whole; where not all has room, words give way to them and stand in the tip.
 void PlaceColumns(QTableWidget& table) {
     constexpr int MostLetters = 22;
+    const int last = table.columnCount() - 1;
+    const auto words = [](int column) { return !HoldsNumbers(static_cast<std::size_t>(column)); };
+    table.horizontalHeader()->setStretchLastSection(false);
     table.resizeColumnsToContents();
     const int widest = MostLetters * table.fontMetrics().averageCharWidth();
-    const int last = table.columnCount() - 1;
-    for (int column = 0; column <= last; ++column)
-        if (!HoldsNumbers(static_cast<std::size_t>(column)) && table.columnWidth(column) > widest)
-            table.setColumnWidth(column, widest);
-    table.horizontalHeader()->setStretchLastSection(last >= 0 &&
-                                                    !HoldsNumbers(static_cast<std::size_t>(last)));
+    const bool cut = table.horizontalHeader()->length() > table.viewport()->width();
+    for (int column = 0; cut && column <= last; ++column)
+        if (words(column) && table.columnWidth(column) > widest) table.setColumnWidth(column, widest);
+    table.horizontalHeader()->setStretchLastSection(last >= 0 && words(last));
 }
+
+// Its columns share what room there is.
+class StudyTable : public QTableWidget {
+public:
+    StudyTable() : QTableWidget(0, 0) {}
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QTableWidget::resizeEvent(event);
+        if (viewport()->width() == Width) return;
+        Width = viewport()->width();
+        PlaceColumns(*this);
+    }
+
+private:
+    int Width = 0; // of the columns as they stand
+};
 
 void FillTable(QTableWidget& table) {
     const bool many = StudyForm.Columns.size() > 8;
@@ -105,7 +123,7 @@ void FillTable(QTableWidget& table) {
 }
 
 QTableWidget* MakeTable(Binder& bind) {
-    auto* table = new QTableWidget(0, 0);
+    auto* table = new StudyTable;
     table->setObjectName("Study");
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -167,6 +167,7 @@ void StudyFormRunButton() {
             StudyForm.Progress.Text = text;
             StudyForm.Fraction = fraction;
         });
+        if (!IsCancelled()) StudyForm.Fraction = 1.0;
         ShowFound();
     } catch (const RuntimeError& error) {
         failure = error.Text;

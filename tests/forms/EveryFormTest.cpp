@@ -217,7 +217,7 @@ private:
     void LookAtTable(const QTableWidget& table) {
         for (int row = 0; row < table.rowCount(); ++row)
             for (int column = 0; column < table.columnCount(); ++column)
-                if (const QTableWidgetItem* item = table.item(row, column))
+                if (const QTableWidgetItem* item = table.item(row, column); item && item->toolTip().isEmpty())
                     Note(table, item->text(), table.columnWidth(column),
                          QFontMetrics(item->font()).horizontalAdvance(item->text()));
     }

@@ -198,11 +198,13 @@ TEST(StudyForm, AMapThatIsStoppedShowsThePairsThatItHas) {
     StudyFormRunButton();
     EXPECT_EQ(StudyForm.Rows.size(), 5U);
     EXPECT_EQ(StudyForm.Progress.Text, "Stopped before the end.");
+    EXPECT_EQ(StudyForm.Fraction, 0.2);
     EXPECT_TRUE(StudyForm.CopyButton.Enabled);
     EXPECT_FALSE(StudyForm.GraphButton.Enabled) << "its lines would go round what was not fitted";
     script.DuringEvents = {};
     StudyFormRunButton();
     EXPECT_EQ(StudyForm.Rows.size(), 25U);
+    EXPECT_EQ(StudyForm.Fraction, 1.0);
     EXPECT_TRUE(StudyForm.GraphButton.Enabled);
 }
 
