@@ -75,6 +75,8 @@ QTableWidget* MakeTable(Binder& bind) {
     for (const std::string& head : CalculatorForm.Columns)
         heads << ShownText(head);
     table->setHorizontalHeaderLabels(heads);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft |
+                                                   Qt::AlignVCenter); // of sources of any width
     table->resizeColumnsToContents();
     table->setAccessibleName("Numbers with their sources");
     table->setMinimumHeight(120);

@@ -37,10 +37,13 @@ void AddProtein(Calculation& found, const CalculationInput& input) {
           Number{"mass", "molar mass", p.MassDa / 1000.0, "kDa", MassSource},
           Number{"vbar", "v-bar", p.VBar, "mL/g", VBarSource},
           Number{"vbar_25", "v-bar at 25 degrees", p.VBar25, "mL/g", VBarSource},
+          Number{"vbar_known_to", "known to", VBarKnownTo, "mL/g", "without sugars, lipids, cofactors"},
           Number{"extinction_280", "molar extinction at 280 nm", p.Extinction280, "L/(mol cm)",
                  ExtinctionSource},
           Number{"absorptivity_280", "absorptivity at 280 nm", p.Absorptivity280, "mL/(mg cm)",
-                 ExtinctionSource}})
+                 ExtinctionSource},
+          Number{"extinction_known_to", "known to", ExtinctionKnownTo * 100.0, "%",
+                 "without haem and other colours"}})
         found.Numbers.push_back(number);
 }
 
@@ -48,9 +51,10 @@ void AddBuffer(Calculation& found, const CalculationInput& input) {
     found.Buffer =
         Named(input.PartNames[1], [&] { return ValuesOfBuffer(ReadSolutes(input.Buffer), input.Celsius); });
     const BufferValues& b = *found.Buffer;
-    found.Numbers.push_back({"density", "density of the buffer", b.Density, "g/mL", b.Sources});
+    found.Numbers.push_back({"density", "density of the buffer", b.Density, "g/mL", b.DensitySource});
     found.Numbers.push_back({"density_known_to", "known to", b.DensityKnownTo, "g/mL", ""});
-    found.Numbers.push_back({"viscosity", "viscosity of the buffer", b.Viscosity, "mPa s", b.Sources});
+    found.Numbers.push_back(
+        {"viscosity", "viscosity of the buffer", b.Viscosity, "mPa s", b.ViscositySource});
     found.Numbers.push_back({"viscosity_known_to", "known to", b.ViscosityKnownTo, "mPa s", ""});
 }
 

@@ -31,6 +31,8 @@
 #include <QRandomGenerator>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace Quillon {
 
 namespace {
@@ -209,6 +211,12 @@ void FollowKind(QFileDialog& dialog) {
     });
 }
 
+// Patterns of which the dialog would show the begin alone; the kinds are then told in words.
+bool AreTooWide(const QStringList& kinds) {
+    constexpr qsizetype Widest = 60;
+    return std::any_of(kinds.begin(), kinds.end(), [](const QString& kind) { return kind.size() > Widest; });
+}
+
 FileAnswer AskForFile(const FileRequest& request) {
     RefreshForms();
     QFileDialog dialog(FrontWindow(), ShownText(request.Title));
@@ -216,7 +224,9 @@ FileAnswer AskForFile(const FileRequest& request) {
     dialog.setFileMode(request.Save      ? QFileDialog::AnyFile
                        : request.Several ? QFileDialog::ExistingFiles
                                          : QFileDialog::ExistingFile);
-    dialog.setNameFilters(FiltersOf(request.Filter));
+    const QStringList kinds = FiltersOf(request.Filter);
+    dialog.setOption(QFileDialog::HideNameFilterDetails, AreTooWide(kinds));
+    dialog.setNameFilters(kinds);
     dialog.setDefaultSuffix(ShownText(request.DefaultType));
     if (!request.Directory.empty()) dialog.setDirectory(PathText(request.Directory));
     if (!request.Name.empty() && request.Name.find('*') == std::string::npos)

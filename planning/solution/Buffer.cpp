@@ -144,11 +144,13 @@ double DensityError(const std::vector<Solute>& solutes, double t) {
     return error;
 }
 
-std::string SourcesOf(const std::vector<Solute>& solutes) {
-    std::string sources = std::string("water: ") + WaterDensitySource + ", " + WaterViscositySource;
+// That of water, and each of the solutes' once.
+std::string SourcesOf(const char* water, const std::vector<Solute>& solutes,
+                      const char* SoluteKind::*source) {
+    std::string sources = std::string("water: ") + water;
     for (const Solute& solute : solutes) {
-        const std::string source = RuleOf(solute).Kind.Source;
-        if (sources.find(source) == std::string::npos) sources += "; " + source;
+        const std::string own = RuleOf(solute).Kind.*source;
+        if (sources.find(own) == std::string::npos) sources += "; " + own;
     }
     return sources;
 }
@@ -166,7 +168,8 @@ BufferValues ValuesOfBuffer(const std::vector<Solute>& solutes, double celsius) 
     const RelativeViscosity relative = ViscosityOf(solutes, celsius);
     values.Viscosity = WaterViscosity(celsius) * relative.Value;
     values.ViscosityKnownTo = values.Viscosity * relative.KnownTo;
-    values.Sources = SourcesOf(solutes);
+    values.DensitySource = SourcesOf(WaterDensitySource, solutes, &SoluteKind::VolumeSource);
+    values.ViscositySource = SourcesOf(WaterViscositySource, solutes, &SoluteKind::ViscositySource);
     return values;
 }
 

@@ -34,7 +34,8 @@ struct SoluteKind {
     const char* Unit;    // of its amount: "mol/L", or "%" by weight
     double MolarMass;    // g/mol
     double Most;         // the largest amount that the sources stand for
-    const char* Source;  // of its volume and its viscosity
+    const char* VolumeSource;
+    const char* ViscositySource;
 };
 const std::vector<SoluteKind>& SoluteKinds();
 
@@ -56,7 +57,7 @@ struct BufferValues {
     double DensityKnownTo = 0.0;   // g/mL: what volumes at 25 degrees and the limiting slope may miss
     double Viscosity = 0.0;        // mPa s
     double ViscosityKnownTo = 0.0; // mPa s: what coefficients of 25 degrees may miss
-    std::string Sources;           // of all that has gone in
+    std::string DensitySource, ViscositySource; // of all that has gone in
 };
 
 // Of a solution at a temperature, degrees Celsius: 0 to 100 for water, 0 to 50 with anything in it. Outside

@@ -62,6 +62,10 @@ struct ResidueConstants {
 };
 ResidueConstants ConstantsOfResidue(char letter);
 
+// What they may miss of a protein without sugars, lipids and cofactors: mL/g, and a part of the whole.
+inline constexpr double VBarKnownTo = 0.01;
+inline constexpr double ExtinctionKnownTo = 0.05;
+
 // Where the numbers come from, as tables name it.
 inline constexpr const char* MassSource = "average atomic masses (IUPAC 2005)";
 inline constexpr const char* VBarSource = "Cohn and Edsall 1943; 4.25e-4 per degree (Durchschlag 1986)";

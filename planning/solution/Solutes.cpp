@@ -11,14 +11,17 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* SaltSource = "Millero 1971, Redlich and Meyer 1964; viscosity Jenkins and Marcus 1995";
 constexpr const char* DenaturantSource = "Kawahara and Tanford 1966";
-constexpr const char* GlycerolSource = "Volk and Kaehler 2018; viscosity Cheng 2008";
-constexpr const char* SucroseSource = "Handbook of Chemistry and Physics; viscosity Barber 1966";
 
 SoluteRule Salt(const char* name, const char* meaning, double mass, double most, Ion cation, int cations,
                 Ion anion, int anions) {
-    return {{name, meaning, "mol/L", mass, most, SaltSource}, Road::Salt, cation, anion, cations, anions};
+    return {{name, meaning, "mol/L", mass, most, "Millero 1971, Redlich and Meyer 1964",
+             "Jenkins and Marcus 1995"},
+            Road::Salt,
+            cation,
+            anion,
+            cations,
+            anions};
 }
 
 char Small(char c) {
@@ -114,10 +117,12 @@ const std::vector<SoluteRule>& SoluteRules() {
         Salt("Na2HPO4", "disodium hydrogen phosphate", 141.959, 0.2, Ion::Na, 2, Ion::HPO4, 1),
         Salt("KH2PO4", "potassium dihydrogen phosphate", 136.086, 0.2, Ion::K, 1, Ion::H2PO4, 1),
         Salt("K2HPO4", "dipotassium hydrogen phosphate", 174.176, 0.2, Ion::K, 2, Ion::HPO4, 1),
-        {{"urea", "urea", "mol/L", 60.056, 10.0, DenaturantSource}, Road::Urea},
-        {{"GuHCl", "guanidinium chloride", "mol/L", 95.532, 7.0, DenaturantSource}, Road::Guanidinium},
-        {{"glycerol", "glycerol", "%", 92.094, 60.0, GlycerolSource}, Road::Glycerol},
-        {{"sucrose", "sucrose", "%", 342.297, 48.0, SucroseSource}, Road::Sucrose}};
+        {{"urea", "urea", "mol/L", 60.056, 10.0, DenaturantSource, DenaturantSource}, Road::Urea},
+        {{"GuHCl", "guanidinium chloride", "mol/L", 95.532, 7.0, DenaturantSource, DenaturantSource},
+         Road::Guanidinium},
+        {{"glycerol", "glycerol", "%", 92.094, 60.0, "Volk and Kaehler 2018", "Cheng 2008"}, Road::Glycerol},
+        {{"sucrose", "sucrose", "%", 342.297, 48.0, "Handbook of Chemistry and Physics", "Barber 1966"},
+         Road::Sucrose}};
     return rules;
 }
 

@@ -89,6 +89,12 @@ TEST(Calculators, ToldWithWhatTheyMayMiss) {
     EXPECT_GT(numbers["viscosity_known_to"], 0.005);
     EXPECT_LT(numbers["viscosity_known_to"], 0.05);
     EXPECT_LT(numbers["density_known_to"], 0.001);
+    auto protein = Numbers({"--vbar", Chain});
+    EXPECT_EQ(protein["vbar_known_to"], 0.01);
+    EXPECT_EQ(protein["extinction_known_to"], 5.0);
+    const std::string text = Calculations(ParseOptions({"--buffer", "sucrose=10"}).Calculate);
+    EXPECT_NE(text.find("water: Kell 1975; Handbook of Chemistry and Physics"), std::string::npos) << text;
+    EXPECT_NE(text.find("water: Kestin et al. 1978; Barber 1966"), std::string::npos) << text;
 }
 
 TEST(Calculators, TakeAChannelByItsLetter) {
