@@ -1,5 +1,7 @@
 #include "commands/RunForm.h"
 
+#include "chart/Charts.h"
+#include "graphs/kinds/ApproachGraph.h"
 #include "input/NUMINPUT.h"
 #include "models/forms/NumberBox.h"
 #include "platform/FormControls.h"
@@ -299,6 +301,8 @@ void NameControls() {
     RunForm.Columns = {"Cell, Speed, Wavelength, Scan", "Scans", "Time", "At Equilibrium?"};
     RunForm.AllButton = Captioned("Tick &All", "The last scan of each group");
     RunForm.NoneButton = Captioned("Tick &None", "Then tick cells, speeds or wavelengths one by one");
+    RunForm.GraphButton =
+        Captioned("&Graph...", "How the scans of the marked wavelength came to the last one");
     RunForm.Average = Captioned("A&verage the last equal scans",
                                 "Of each group the scans that agree with the last one become one data set, "
                                 "their mean by radius, with less noise");
@@ -324,6 +328,7 @@ void LoadRunForm(const SortedRun& run) {
         AddGroup(g);
     CompleteHeads();
     LoadRatios();
+    RunFormMark(0);
     RunFormAllButton();
     RunForm.State.FocusOn = RunForm.OkButton.Enabled ? &RunForm.OkButton : &RunForm.NoneButton;
     RunForm.State.Shown = true;
@@ -348,6 +353,21 @@ void RunFormTick(std::size_t line) {
     else
         TickStanding(line);
     Ticked();
+}
+
+void RunFormMark(std::size_t line) {
+    RunForm.Marked = line;
+    const RunLine& marked = RunForm.Lines[line];
+    RunForm.GraphButton.Enabled = marked.Depth >= 2 && marked.CanTick && GroupOf(marked).Scans.size() > 1;
+}
+
+void RunFormGraphButton() {
+    if (!RunForm.GraphButton.Enabled) return;
+    try {
+        if (MakeApproachGraph(*Run, RunForm.Lines[RunForm.Marked].Group)) Host.ShowModal(ChartsName);
+    } catch (const RuntimeError& error) {
+        Tell(error.Text, Work.ProgramName, BoxIcon::Information);
+    }
 }
 
 void RunFormAllButton() {

@@ -39,8 +39,10 @@ struct RunFormRecord {
     Control Head; // what was read, and from where
     std::array<std::string, 4> Columns;
     std::vector<RunLine> Lines;
+    std::size_t Marked = 0; // the line that has the focus
     Control AllButton, NoneButton;
-    Control Average; // check box: the equal scans of a group as their mean
+    Control GraphButton; // enabled on a wavelength that has several scans, and on those
+    Control Average;     // check box: the equal scans of a group as their mean
     Control RatioHead;
     std::vector<RunRatio> Ratios; // where the run has several wavelengths
     Control Count;                // how many sets are ticked, or why they cannot be read
@@ -60,6 +62,8 @@ void LoadRunForm(const SortedRun& run);
 // A tick of a line: that of a scan takes or leaves it; one above takes the standing choice of each group
 // below it (its last scan, or its equal ones), or leaves all of them.
 void RunFormTick(std::size_t line);
+void RunFormMark(std::size_t line); // the focus goes to a line
+void RunFormGraphButton();          // how the scans of the marked group came to the last one, against time
 void RunFormAllButton();
 void RunFormNoneButton();
 void RunFormAverage(); // the box was clicked: the ticks of each group in the choice become the standing ones

@@ -85,6 +85,11 @@ QTreeWidget* MakeTree(Binder& bind) {
         const auto line = static_cast<std::size_t>(item->data(0, LineRole).toInt());
         if (item->checkState(0) != StateOf(RunForm.Lines[line])) RunHandler([line] { RunFormTick(line); });
     });
+    QObject::connect(tree, &QTreeWidget::currentItemChanged, tree, [](QTreeWidgetItem* item) {
+        if (!item) return;
+        const auto line = static_cast<std::size_t>(item->data(0, LineRole).toInt());
+        RunHandler([line] { RunFormMark(line); });
+    });
     bind.Also([items] {
         for (std::size_t i = 0; i < items.size() && i < RunForm.Lines.size(); ++i)
             if (RunForm.Lines[i].CanTick && items[i]->checkState(0) != StateOf(RunForm.Lines[i]))
@@ -141,6 +146,8 @@ QHBoxLayout* MakeChoices(Binder& bind) {
         average, []() -> Control& { return RunForm.Average; }, RunFormAverage);
     row->addWidget(average);
     row->addStretch(1);
+    row->addWidget(MakeButton(
+        bind, []() -> Control& { return RunForm.GraphButton; }, RunFormGraphButton));
     return row;
 }
 

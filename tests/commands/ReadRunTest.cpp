@@ -279,6 +279,26 @@ TEST_F(ReadRun, TheApproachOfASetIsDrawnFromTheFolderOfItsScan) {
     RemoveScreenSurface();
 }
 
+TEST_F(ReadRun, TheApproachOfAGroupIsDrawnFromTheTree) {
+    RunPlan plan = PlanOf({1});
+    plan.Wavelengths = {260};
+    const std::string folder = Folder(plan);
+    RecordingSurface screen;
+    SetScreenSurface(screen.Surface());
+    script.ExpectModal(RunFormName, [&] {
+        EXPECT_FALSE(RunForm.GraphButton.Enabled); // a cell
+        RunFormMark(Line("260 nm"));
+        EXPECT_TRUE(RunForm.GraphButton.Enabled);
+        RunFormGraphButton();
+        EXPECT_EQ(Chart.Spec.AxisX1.Title.Text.Str(), "Time (h)");
+        EXPECT_EQ(Chart.DataX.Points(), plan.ScansPerStage);
+        RunFormCancelButton();
+    });
+    script.ExpectModal(ChartsName, [] {});
+    ReadRunAt(folder);
+    RemoveScreenSurface();
+}
+
 TEST_F(ReadRun, ArchivesAreKnownByTheirEndings) {
     for (const char* name : {"a.zip", "a.TAR.GZ", "b/a.tgz", "a.tar"})
         EXPECT_TRUE(NamesArchive(name)) << name;
