@@ -19,7 +19,7 @@ _quillon_fit() {
         compopt -o nospace 2>/dev/null
         ;;
     --buffer)
-        words='water NaCl= KCl= NH4Cl= MgCl2= CaCl2= Na2SO4= NaOAc= KOAc= NaH2PO4= Na2HPO4= KH2PO4= K2HPO4= urea= GuHCl= glycerol='
+        words='water NaCl= KCl= NH4Cl= MgCl2= CaCl2= Na2SO4= NaOAc= KOAc= NaH2PO4= Na2HPO4= KH2PO4= K2HPO4= urea= GuHCl= glycerol= sucrose='
         compopt -o nospace 2>/dev/null
         ;;
     --mass-of) words='data fit' ;;
@@ -29,7 +29,11 @@ _quillon_fit() {
     --colors) words='safe classic' ;;
     --paper) words='a4 letter a4-landscape letter-landscape' ;;
     --report-graph) words='residuals overlay' ;;
-    --cell | --cells | --wavelengths | --speeds | --ratios | --mass-points | --resample | --restarts | --rows | --disulfides | --temperature | --equilibrium-time | --threads) return ;;
+    --cell | --cells | --wavelengths | --speeds | --ratios | --mass-points | --resample | --restarts | --rows | --disulfides | --temperature | --threads) return ;;
+    --equilibrium-time)
+        words='mass= speed= from= inner= outer= channel= vbar= density= viscosity= ratio= rest='
+        compopt -o nospace 2>/dev/null
+        ;;
     *)
         if [[ $current == --* ]]; then
             words=$("$program" --help 2>/dev/null | sed -n 's/^  \(--[a-z-]*\).*/\1/p')
