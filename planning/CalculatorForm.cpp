@@ -6,8 +6,8 @@
 #include "models/table/ParmScale.h"
 #include "planning/ChannelColumn.h"
 #include "platform/FormControls.h"
+#include "platform/Letters.h"
 #include "platform/Platform.h"
-#include "scandata/reader/TextItems.h"
 #include "workspace/records/Roads.h"
 #include "workspace/records/SameSettings.h"
 
@@ -235,7 +235,7 @@ void CalculatorFormLostFocus(CalculatorBox box) {
     try {
         ApproachInput input;
         input.Rpm = NumberOr(CalculatorBox::Rpm, 0.0);
-        TakeChannel(std::string(WithoutBlanks(TextOf(box))), input);
+        TakeChannel(std::string(Trimmed(TextOf(box))), input);
         Fill(CalculatorBox::Inner, static_cast<float>(input.Meniscus));
         Fill(CalculatorBox::Outer, static_cast<float>(input.Bottom));
     } catch (const RuntimeError& error) {

@@ -1,6 +1,7 @@
 // Which solutes there are, and their list as it is typed.
 #include "planning/solution/SoluteRules.h"
 
+#include "platform/Letters.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -24,23 +25,6 @@ SoluteRule Salt(const char* name, const char* meaning, double mass, double most,
             anions};
 }
 
-char Small(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool SameLetters(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return Small(x) == Small(y); });
-}
-
-std::string_view WithoutBlanks(std::string_view text) {
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    return text;
-}
-
 std::string AmountText(double amount) {
     std::array<char, 32> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), amount).ptr;
@@ -60,8 +44,8 @@ Solute ReadSolute(std::string_view item) {
     const std::size_t equals = item.find('=');
     if (equals == std::string_view::npos)
         RaiseError("\"" + std::string(item) + "\" names no amount: write NaCl=0.15");
-    Solute solute{KindNamed(WithoutBlanks(item.substr(0, equals))), 0.0};
-    std::string_view number = WithoutBlanks(item.substr(equals + 1));
+    Solute solute{KindNamed(Trimmed(item.substr(0, equals))), 0.0};
+    std::string_view number = Trimmed(item.substr(equals + 1));
     const SoluteKind& kind = SoluteRules()[solute.Kind].Kind;
     if (number.ends_with('%') && std::string_view(kind.Unit) == "%") number.remove_suffix(1);
     const auto [stop, failure] = std::from_chars(number.data(), number.data() + number.size(), solute.Amount);
@@ -145,11 +129,11 @@ std::string SoluteNames() {
 
 std::vector<Solute> ReadSolutes(std::string_view text) {
     std::vector<Solute> solutes;
-    text = WithoutBlanks(text);
+    text = Trimmed(text);
     if (SameLetters(text, "water")) text = "";
     while (!text.empty()) {
         const std::size_t comma = std::min(text.find(','), text.size());
-        const Solute solute = ReadSolute(WithoutBlanks(text.substr(0, comma)));
+        const Solute solute = ReadSolute(Trimmed(text.substr(0, comma)));
         for (const Solute& other : solutes)
             if (other.Kind == solute.Kind)
                 RaiseError(std::string(SoluteRules()[solute.Kind].Kind.Name) + " stands twice");
