@@ -12,6 +12,7 @@
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/LeftOut.h"
 #include "scandata/table/Temperatures.h"
+#include "workspace/records/ReadingRemarks.h"
 
 #include <cmath>
 
@@ -187,6 +188,8 @@ void ReadSetBaseline(const Job& job, const JobSet& set) {
     const RowNo row(set.Number);
     const std::string path = JobFilePath(job, set.Baseline);
     RequireRead(job, set, "baseline", path, AdoptBaseline(path, row));
+    if (const std::string remark = RemarkOfBaseline(Work, row); !remark.empty())
+        WriteConsole(JobMessage(job, SetSection(set.Number), "baseline", path + ": " + remark));
     if (set.BaselineShift) SetBaselineShift(row, *set.BaselineShift);
 }
 

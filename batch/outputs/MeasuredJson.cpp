@@ -40,6 +40,8 @@ std::vector<std::string> FileMembers(const MeasuredSet& m, const FilesAsWritten&
             JsonMember("rms_between", JsonNumber(m.RmsBetween)),
             JsonMember("sha256", m.Hashes.empty() ? TextOrNull(m.Sha256) : TextList(m.Hashes)),
             JsonMember("baseline_sha256", TextOrNull(m.BaselineSha256)),
+            JsonMember("remark", TextOrNull(m.Remark)),
+            JsonMember("baseline_remark", TextOrNull(m.BaselineRemark)),
             JsonMember("cell", m.Cell > 0 ? std::to_string(m.Cell) : JsonNull),
             JsonMember("channel", TextOrNull(m.Channel))};
 }

@@ -2,6 +2,8 @@
 
 #include "persistence/codec/FitFields.h"
 #include "persistence/codec/FitStreams.h"
+#include "workspace/records/ReadingRemarks.h"
+#include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <functional>
@@ -155,6 +157,46 @@ void CheckReadings(const Workspace& w) {
     });
 }
 
+// --- what the files of the rows were read with, by their hashes
+
+void AddHashesOf(const Workspace& w, RowNo row, std::vector<std::string>& hashes) {
+    hashes.push_back(w.ScanSha256[row]);
+    for (const MeanPart& part : w.MeanOf[row])
+        hashes.push_back(part.Sha256);
+    if (w.BaselineFile[row] != NoBaseline) hashes.push_back(w.BaselineSha256[row]);
+}
+
+// Those of which there is something to be said, each once.
+std::vector<std::string> RemarkedFiles(const Workspace& w) {
+    std::vector<std::string> hashes;
+    EachScan(w, [&](RowNo row) { AddHashesOf(w, row, hashes); });
+    std::erase_if(hashes, [](const std::string& hash) { return ReadingRemark(hash).empty(); });
+    std::sort(hashes.begin(), hashes.end());
+    hashes.erase(std::unique(hashes.begin(), hashes.end()), hashes.end());
+    return hashes;
+}
+
+void WriteRemarks(FitWriter& s, const Workspace& w) {
+    const std::vector<std::string> hashes = RemarkedFiles(w);
+    s.Value("ReadingRemarks", ToInt16(hashes.size()));
+    for (const std::string& hash : hashes) {
+        s.Value("ReadingRemarks", hash);
+        s.Value("ReadingRemarks", ReadingRemark(hash));
+    }
+}
+
+void ReadRemarks(FitReader& s, Workspace&) {
+    std::int16_t count = 0;
+    s.Value("ReadingRemarks", count);
+    for (std::int16_t i = 0; i < count; ++i) {
+        std::string hash, remark;
+        s.Value("ReadingRemarks", hash);
+        s.Value("ReadingRemarks", remark);
+        CheckHash(hash, "ReadingRemarks");
+        KeepReadingRemark(hash, remark);
+    }
+}
+
 // A member that is kept: Holds tells whether there is anything to keep.
 struct ExtensionField {
     const char* Name;
@@ -231,6 +273,8 @@ const std::vector<ExtensionField>& ExtensionFields() {
         {"Intensity", [](const Workspace& w) { return HoldsAny(w.IntensityOrder, IntensityOrders::None); },
          WriteIntensities, ReadIntensities},
         {"MeanOf", [](const Workspace& w) { return HoldsMeans(w); }, WriteMeans, ReadMeans},
+        {"ReadingRemarks", [](const Workspace& w) { return !RemarkedFiles(w).empty(); }, WriteRemarks,
+         ReadRemarks},
     };
     return fields;
 }

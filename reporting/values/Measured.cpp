@@ -12,6 +12,7 @@
 #include "scandata/reader/MeanScan.h"
 #include "scandata/reader/ScanWriter.h"
 #include "scandata/table/LeftOut.h"
+#include "workspace/records/ReadingRemarks.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {
@@ -27,6 +28,8 @@ void AddScan(MeasuredSet& m) {
     const RowNo row = m.Row;
     m.File = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
     m.Sha256 = Work.ScanSha256[row];
+    m.Remark = RemarkOfScan(Work, row);
+    m.BaselineRemark = RemarkOfBaseline(Work, row);
     if (HasBaseline(row)) {
         m.Baseline = JoinPath(Work.BaselineDirectory[row], Work.BaselineFile[row]);
         m.BaselineSha256 = Work.BaselineSha256[row];

@@ -17,6 +17,7 @@ struct MeasuredSet {
     RowNo Row;
     std::string File, Baseline; // paths; the baseline's "" where there is none
     std::string Sha256, BaselineSha256;
+    std::string Remark, BaselineRemark; // on their readings, where there is one; else ""
     // Of a mean of several scans: their paths and hashes in order, the last one's those above, and the rms
     // between them over the range. Empty for a scan alone.
     std::vector<std::string> Files, Hashes;

@@ -15,6 +15,7 @@
 #include "scandata/table/DataSetTable.h"
 #include "scandata/table/TableRows.h"
 #include "scandata/table/Temperatures.h"
+#include "workspace/records/ReadingRemarks.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -208,6 +209,8 @@ void TakeBaseline(const std::string& path, RowNo row) {
     FileForm.ShiftBase[i].Visible = true;
     NoteChange();
     RemoveSetConstraints(row);
+    if (const std::string remark = RemarkOfBaseline(Work, row); !remark.empty())
+        Tell(FileTitle(path) + ": " + remark, Work.ProgramName, BoxIcon::Warning);
 }
 
 // What is to be said when all files have had their turn.

@@ -5,7 +5,7 @@
 #include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/MeanScan.h"
 #include "scandata/table/LeftOut.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/ReadingRemarks.h"
 
 namespace Quillon {
 
@@ -49,6 +49,11 @@ void ShowIntensities() {
                                     " not above 0 and left out";
 }
 
+// What was told when the file was read, behind the last line.
+void AddReadingRemark(const char* what, const std::string& remark) {
+    if (!remark.empty()) InfoBox.Line.back().Text += "\n" + Broken(what + remark);
+}
+
 } // namespace
 
 void LoadInfoBox(RowNo row) {
@@ -65,6 +70,8 @@ void LoadInfoBox(RowNo row) {
                            "      Scans Averaged=" + std::to_string(Work.ScansAveraged[row]);
     if (const std::string mean = MeanRemark(row); !mean.empty())
         InfoBox.Line[3].Text += "\n" + Broken("This is " + mean);
+    AddReadingRemark("Of its readings: ", RemarkOfScan(Work, row));
+    AddReadingRemark("Of its baseline: ", RemarkOfBaseline(Work, row));
     InfoBox.Row = row;
     InfoBox.SwitchButton.Text = "&Switch Sample and Reference";
     InfoBox.SwitchButton.ToolTip = "Take the other column as the sample: each absorbance changes its sign";

@@ -8,7 +8,7 @@
 #include "scandata/reader/ScanLines.h"
 #include "scandata/table/BaselineAt.h"
 #include "scandata/table/DataSetTable.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/ReadingRemarks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -131,6 +131,11 @@ PointList ReadIntensities(TextItems& file, std::vector<IntensityReading>& readin
     return ReadPoints(file, store, ThirdNumber::Reading);
 }
 
+std::string RemarkOnList(const TextItems& file, const PointList& list) {
+    const std::string readings = RemarkOnReadings(file, list), rest = RemarkOnRest(file, list);
+    return readings + (readings.empty() || rest.empty() ? "" : "; ") + rest;
+}
+
 // Header and points of a scan; false when the scan has too many points, a RuntimeError for everything else.
 bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Abscissa abscissa, Ratios ratios,
                ScanReadResult& result) {
@@ -155,15 +160,14 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     if (list.Points < 1 && comma) RaiseAt(file, headerPlace, CommaInHeader);
     RequirePoints(file, list);
     if (abscissa == Abscissa::Radii) RequireRadii(file, list);
-    result.Remark = RemarkOnReadings(file, list);
-    if (const std::string rest = RemarkOnRest(file, list); !rest.empty())
-        result.Remark += (result.Remark.empty() ? "" : "; ") + rest;
+    result.Remark = RemarkOnList(file, list);
     ForgetReadings(row);
     if (!intensity) CutToLength(Work.ScanRadius[row], Work.ScanValue[row], list.Points);
     readings.resize(static_cast<std::size_t>(intensity ? list.Points : 0));
     if (intensity) TakeIntensities(row, readings);
     TakeScan(row, path, result);
     Work.ScanSha256[row] = Host.Sha256(bytes);
+    KeepReadingRemark(Work.ScanSha256[row], result.Remark);
     Host.SetPointer(Pointer::Standard);
     if (ratios == Ratios::Compared) CompareWavelengths(row, oldWavelength);
     Work.SetChanged[row] = FlagTrue;
@@ -191,6 +195,7 @@ void ParseBaseline(std::string_view bytes, RowNo row) {
     CutToLength(Work.BaselineRadius[row], Work.BaselineValue[row], list.Points);
     Work.BaselinePoints[row] = ToInt16(list.Points);
     Work.BaselineSha256[row] = Host.Sha256(bytes);
+    KeepReadingRemark(Work.BaselineSha256[row], RemarkOnList(file, list));
     Work.BaselineShifted[row] = FlagFalse;
     Work.BaselineShift[row] = 0.0F;
 }

@@ -1,6 +1,7 @@
 // What is wrong with a job's files: exit status 1, one line on standard error that names the job, the key and
 // the reason, and no output. The built program, as a user runs it.
 #include "tests/batch/JobCase.h"
+#include "tests/batch/JsonReader.h"
 #include "tests/batch/ProgramRun.h"
 
 #include <gtest/gtest.h>
@@ -280,6 +281,21 @@ TEST(BatchBadInput, Baselines) {
     job.TheScript.MakeFile("base.txt", "");
     EXPECT_EQ(job.LineOf(one), "fit.job:3: [set 1] baseline: base.txt: Error during baseline read, possible "
                                "invalid data in file: the file is empty");
+}
+
+// They were zeros in silence, and nothing behind the fit told of them.
+TEST(BatchBadInput, ReadingsOfABaselineThatAreNoNumbers) {
+    GoodJob job;
+    job.TheScript.MakeFile("base.txt",
+                           "blank\r\nR 1 20.0 3000 0000060 1E9 280 32\r\n5.8 0\r\n6.5 nan\r\n7.4 0\r\n");
+    const ProgramEnd end = job.Run("[set 1]\nfile = set1.txt\nbaseline = base.txt\n");
+    EXPECT_NE(end.Err.find("fit.job:3: [set 1] baseline: "), std::string::npos) << end.Err;
+    const std::string words = "'6.5 nan': a reading that is no number counts as 0";
+    EXPECT_NE(end.Err.find(words), std::string::npos) << end.Err;
+    const JsonValue results = ReadJson(ReadWholeFile(job.Path("r.json")));
+    const JsonValue& set = results["sets"][0];
+    EXPECT_NE(set["baseline_remark"].Text.find(words), std::string::npos);
+    EXPECT_TRUE(set["remark"].IsNull());
 }
 
 TEST(BatchBadInput, Parameters) {

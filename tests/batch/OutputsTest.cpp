@@ -79,16 +79,41 @@ TEST_F(BatchOutputs, MembersStandInTheirOrder) {
                                         "lower", "upper", "at_bound", "note"}));
     EXPECT_EQ(Results["check"].Names, (std::vector<std::string>{"expected_decrease", "minimum"}));
     EXPECT_EQ(Results["correlations"].Names, (std::vector<std::string>{"slots", "matrix"}));
-    EXPECT_EQ(Results["sets"][0].Names,
-              (std::vector<std::string>{"set",         "row",       "label",           "points",
-                                        "rms",         "file",      "files",           "scans_averaged",
-                                        "rms_between", "sha256",    "baseline_sha256", "cell",
-                                        "channel",     "speed_rpm", "temperature_c",   "wavelength_nm",
-                                        "omega2t",     "time_s",    "averaged",        "inner_cm",
-                                        "outer_cm",    "path_cm",   "optics",          "mean_residual",
-                                        "runs_z",      "noise",     "mean_total",      "populations",
-                                        "note",        "left_out",  "left_out_by",     "intensity",
-                                        "ceiling"}));
+    EXPECT_EQ(Results["sets"][0].Names, (std::vector<std::string>{"set",
+                                                                  "row",
+                                                                  "label",
+                                                                  "points",
+                                                                  "rms",
+                                                                  "file",
+                                                                  "files",
+                                                                  "scans_averaged",
+                                                                  "rms_between",
+                                                                  "sha256",
+                                                                  "baseline_sha256",
+                                                                  "remark",
+                                                                  "baseline_remark",
+                                                                  "cell",
+                                                                  "channel",
+                                                                  "speed_rpm",
+                                                                  "temperature_c",
+                                                                  "wavelength_nm",
+                                                                  "omega2t",
+                                                                  "time_s",
+                                                                  "averaged",
+                                                                  "inner_cm",
+                                                                  "outer_cm",
+                                                                  "path_cm",
+                                                                  "optics",
+                                                                  "mean_residual",
+                                                                  "runs_z",
+                                                                  "noise",
+                                                                  "mean_total",
+                                                                  "populations",
+                                                                  "note",
+                                                                  "left_out",
+                                                                  "left_out_by",
+                                                                  "intensity",
+                                                                  "ceiling"}));
     EXPECT_EQ(Results["derived"][0].Names,
               (std::vector<std::string>{"slot", "name", "ln_k", "log10_k", "kd", "kd_root", "unit",
                                         "delta_g_kj", "lower", "upper", "convention", "reason"}));
@@ -100,6 +125,7 @@ TEST_F(BatchOutputs, SetsTellWhatWasMeasured) {
     EXPECT_EQ(set["file"].Text, "set5.txt");
     EXPECT_EQ(set["sha256"].Text, Sha256(ReadWholeFile(Path("set5.txt"))));
     EXPECT_TRUE(set["baseline_sha256"].IsNull());
+    EXPECT_TRUE(set["remark"].IsNull());
     EXPECT_EQ(static_cast<float>(set["speed_rpm"].Number), Truth.ScanRPM[row]);
     EXPECT_EQ(static_cast<float>(set["temperature_c"].Number), Truth.ScanTemperature[row]);
     EXPECT_EQ(static_cast<float>(set["path_cm"].Number), Truth.CellPath[row]);

@@ -2,6 +2,7 @@
 #include "persistence/codec/FitExtension.h"
 #include "SampleFit.h"
 #include "persistence/FitFile.h"
+#include "workspace/records/ReadingRemarks.h"
 
 #include <gtest/gtest.h>
 
@@ -88,6 +89,21 @@ TEST(FitExtension, ReadingsLeftOutAndIntensitiesComeBack) {
     EXPECT_TRUE(back.SignalCeiling == w.SignalCeiling);
     EXPECT_TRUE(back.IntensityOrder == w.IntensityOrder);
     EXPECT_TRUE(back.Intensity == w.Intensity);
+}
+
+// What was told of a file when it was read was gone with the program that had read it.
+TEST(FitExtension, RemarksOnReadingsComeBackByTheHashOfTheFile) {
+    Workspace w = SampleFit();
+    w.ScanSha256[1] = std::string(64, 'a');
+    KeepReadingRemark(w.ScanSha256[1], "line 4: told once");
+    std::string bytes = EncodeFit(w);
+    bytes.replace(bytes.find("told once"), 9, "told then"); // as another copy of the program has written it
+    const Workspace back = DecodeFit(bytes, FreshWorkspace()).Analysis;
+    EXPECT_EQ(RemarkOfScan(back, RowNo(1)), "line 4: told then");
+    EXPECT_EQ(RemarkOfScan(back, RowNo(2)), "");
+    EXPECT_EQ(RemarkOfBaseline(back, RowNo(1)), "");
+    bytes.replace(bytes.find(std::string(64, 'a'), bytes.find("ReadingRemarks")), 64, std::string(64, 'z'));
+    EXPECT_THROW(DecodeFit(bytes, FreshWorkspace()), RuntimeError);
 }
 
 TEST(FitExtension, ReadingsLeftOutThatFitNoScanAreDamage) {

@@ -8,6 +8,7 @@
 #include "scandata/forms/FileFormEvents.h"
 #include "scandata/forms/FileFormMenu.h"
 #include "scandata/forms/FileFormScans.h"
+#include "scandata/forms/InfoBox.h"
 #include "scandata/forms/TableUndo.h"
 #include "tests/support/RecordingSurface.h"
 
@@ -296,12 +297,26 @@ TEST_F(Mistakes, AWavelengthScanIsNone) {
 }
 
 TEST_F(Mistakes, ReadingsThatAreNoNumbersWereZerosInSilence) {
+    Host.Sha256 = [](std::string_view bytes) { return "file of " + std::to_string(bytes.size()); };
     ExpectTold(
         "00001.RA1: line 4, '6.1 nan': a reading that is no number counts as 0, and so in 1 more line");
     FileFormReadFiles({script.MakeFile(
         "00001.RA1", ScanText({"6.0 0.1", "6.1 nan", "6.2 0.3", "6.3 -inf", "6.4 inf -1", "6.5 0.4"}))});
     EXPECT_EQ(Work.ScanPoints[1], 5) << "the excluded one is none";
     EXPECT_EQ(Work.ScanValue[1][2], 0.0F);
+    LoadInfoBox(RowNo(1));
+    EXPECT_NE(InfoBox.Line[3].Text.find("\nOf its readings: line 4, '6.1 nan': a reading that is no"),
+              std::string::npos)
+        << InfoBox.Line[3].Text;
+    script.ExpectFile("Quillon - Read Data File for Blank",
+                      script.MakeFile("blank.RA1", ScanText({"6.0 0.1", "6.5 inf", "6.6 0.1"})));
+    ExpectTold("blank.RA1: line 4, '6.5 inf': a reading that is no number counts as 0");
+    FileFormBlankClick(0);
+    LoadInfoBox(RowNo(1));
+    EXPECT_NE(InfoBox.Line[3].Text.find("\nOf its baseline: line 4, '6.5 inf'"), std::string::npos);
+    DropBaseline(RowNo(1));
+    LoadInfoBox(RowNo(1));
+    EXPECT_EQ(InfoBox.Line[3].Text.find("Of its baseline"), std::string::npos);
 }
 
 TEST_F(Mistakes, LinesBehindTheEndOfTheListAreToldOf) {
