@@ -1,6 +1,8 @@
 #include "graphs/kinds/Latin1.h"
 
+#include <array>
 #include <cstddef>
+#include <string_view>
 
 namespace Quillon {
 
@@ -23,6 +25,47 @@ bool TakeLetter(const std::string& text, std::size_t& at, unsigned& letter) {
     return true;
 }
 
+// Letters that Latin-1 does not have, by what is read for them.
+
+// U+0100 to U+017F, Latin letters of Central and Eastern Europe: the letter without its mark.
+constexpr std::string_view WithoutMarks = "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIi"
+                                          "IiIiJjKkkLlLlLlLlLlNnNnNnnNnOoOoOoOoRrRrRrSsSsSs"
+                                          "SsTtTtTtUuUuUuUuUuUuWwYyYZzZzZzs";
+static_assert(WithoutMarks.size() == 0x80);
+
+// U+03B1 to U+03C9, and the capitals 0x20 before them.
+constexpr std::array<std::string_view, 25> Greek{
+    "alpha", "beta",   "gamma",   "delta", "epsilon", "zeta",    "eta",  "theta", "iota",
+    "kappa", "lambda", "mu",      "nu",    "xi",      "omicron", "pi",   "rho",   "sigma",
+    "sigma", "tau",    "upsilon", "phi",   "chi",     "psi",     "omega"};
+
+std::string GreekName(unsigned letter) {
+    const bool capital = letter < 0x3B1U;
+    std::string name(Greek[letter - (capital ? 0x391U : 0x3B1U)]);
+    if (capital) name[0] = static_cast<char>(name[0] - 'a' + 'A');
+    return name;
+}
+
+bool IsGreek(unsigned letter) {
+    return (letter >= 0x391U && letter <= 0x3A9U && letter != 0x3A2U) ||
+           (letter >= 0x3B1U && letter <= 0x3C9U);
+}
+
+// Hyphens, dashes and quotation marks of text programs.
+std::string SignOf(unsigned letter) {
+    if (letter >= 0x2010U && letter <= 0x2015U) return "-";
+    if (letter == 0x2018U || letter == 0x2019U) return "'";
+    if (letter == 0x201CU || letter == 0x201DU) return "\"";
+    return "?";
+}
+
+std::string ReadFor(unsigned letter) {
+    if (letter <= 0xFFU) return {static_cast<char>(letter)};
+    if (letter <= 0x17FU) return {WithoutMarks[letter - 0x100U]};
+    if (letter >= 0x300U && letter <= 0x36FU) return ""; // a mark that stands behind its letter
+    return IsGreek(letter) ? GreekName(letter) : SignOf(letter);
+}
+
 } // namespace
 
 std::string Latin1Text(const std::string& text) {
@@ -30,7 +73,7 @@ std::string Latin1Text(const std::string& text) {
     unsigned letter = 0;
     for (std::size_t at = 0; at < text.size();) {
         if (!TakeLetter(text, at, letter)) return text;
-        latin += letter <= 0xFFU ? static_cast<char>(letter) : '?';
+        latin += ReadFor(letter);
     }
     return latin;
 }

@@ -56,7 +56,7 @@ TEST_F(SeriesNames, SetsOfOneScanAreToldApartByTheirRange) {
 
 // Two Greek names were two question marks in a legend.
 TEST_F(SeriesNames, NamesThatAreShownAlikeAreToldApart) {
-    Label("\xCE\xB1.RA1", "\xCE\xB2.RA1", "00002.RA1"); // alpha, beta
+    Label("\xE8\xA9\xA6.RA1", "\xE9\xA8\x93.RA1", "00002.RA1"); // two that Latin-1 does not have
     Speed(16000, 16000, 16000);
     EXPECT_EQ(All(), (Names{"?.RA1, 6.50-6.75 cm", "?.RA1, 6.75-6.88 cm", "00002.RA1"}));
     Speed(16000, 20000, 16000);
