@@ -130,6 +130,37 @@ TEST(Pages, NameFilesThatAreThere) {
     EXPECT_GT(paths, 30);
 }
 
+// The kinds of the chunks of a PNG, one behind the other.
+std::vector<std::string> ChunksOf(const std::string& png) {
+    std::vector<std::string> kinds;
+    for (std::size_t at = 8; at + 12 <= png.size();) {
+        std::size_t length = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            length = length << 8U | static_cast<unsigned char>(png[at + i]);
+        kinds.push_back(png.substr(at + 4, 4));
+        at += 12 + length;
+    }
+    return kinds;
+}
+
+// One showed where on somebody's machine it had been drawn.
+TEST(Pages, HavePicturesWithoutAPathOfAMachine) {
+    const std::vector<fs::path> pictures =
+        FilesWhere([](const fs::path& file) { return file.parent_path() == Root / "docs/pictures"; });
+    EXPECT_GE(pictures.size(), 3U);
+    for (const fs::path& picture : pictures) {
+        const std::vector<std::string> kinds = ChunksOf(TextOf(picture));
+        ASSERT_FALSE(kinds.empty()) << picture;
+        EXPECT_EQ(kinds.back(), "IEND") << picture;
+        for (const char* kind : {"tEXt", "zTXt", "iTXt", "eXIf"})
+            EXPECT_EQ(std::count(kinds.begin(), kinds.end(), kind), 0) << picture << " holds text";
+    }
+    // A title says what folder its scans were named with: from their own, none.
+    EXPECT_NE(TextOf(Root / "scripts/draw-pictures")
+                  .find("cd examples/monomer-dimer\n\"$bin/quillon-fit\" monomer"),
+              std::string::npos);
+}
+
 // Calls visit with what stands between each of the openings in the text and the closing character behind it.
 template <class Visitor>
 void EachBetween(const std::string& text, const std::string& open, char close, Visitor&& visit) {
