@@ -4,6 +4,7 @@
 
 #include "SyntheticFit.h"
 #include "fit/GNLLSQ.h"
+#include "fit/Undetermined.h"
 #include "fit/equations/FDistribution.h"
 #include "models/SEDEQ3.h"
 #include "tests/support/ModelCases.h"
@@ -532,6 +533,19 @@ TEST_F(ConfidenceTest, EndPointsOfModelsReachTheRatio) {
             EXPECT_GT(Work.ParmLimits[1][a], Work.Parms[Work.FreeIndex[a]]) << name << " " << a;
         }
     }
+}
+
+// The matrix was read all the same, as if it stood.
+TEST_F(ConfidenceTest, AFitWithoutAnInverseHasNoAxesAndSaysSo) {
+    Fit({{1.0F, 2.0F, 3.0F}});
+    Work.NormMatrix.Recreate(-1, -1);
+    const Workspace before = Work;
+    Outside.ExpectMessage("No confidence limit was found\n\nThe normal matrix of the fit has no inverse.");
+    Search();
+    EXPECT_EQ(Work.LimitsDone, 0);
+    EXPECT_TRUE(Work.Parms == before.Parms);
+    EXPECT_TRUE(HasNoError(FreePos(0)));
+    EXPECT_TRUE(IsUndetermined(FreePos(0)));
 }
 
 } // namespace

@@ -276,6 +276,7 @@ TEST_F(RunFitTest, YieldIntervalOfZeroIsAMathError) {
     EXPECT_EQ(Work.FitValid, 0);
     EXPECT_EQ(Work.FitDone, 0);
     EXPECT_EQ(Work.Outcome.End, FitEnd::MathError);
+    EXPECT_EQ(Work.Outcome.Reason, "Division by zero.") << "no place is to blame; the pass says what it was";
 }
 
 TEST_F(RunFitTest, YieldIntervalOfZeroStopsAPassWithoutDerivativesToo) {

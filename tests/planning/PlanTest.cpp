@@ -97,6 +97,14 @@ TEST(ExpectedErrors, OfAnOffsetAloneIsThatOfAMean) {
                     1e-7);
 }
 
+TEST(ExpectedErrors, OfNothingFittedWereThoseOfTheFitBefore) {
+    Script script;
+    Load("Model01");
+    for (const SlotNo slot : EachSlot())
+        if (IsFitted(slot)) Work.FreeMap[slot] = SlotHeld;
+    EXPECT_THROW(ErrorsOfWork(0.01), RuntimeError);
+}
+
 // One species is linear in its concentration: twice the signal halves the error of the mass and leaves those
 // of offsets.
 TEST(ExpectedErrors, OfAMassHalveWithTwiceTheLoading) {

@@ -234,5 +234,21 @@ TEST(RestartStart, ConstantsOfTheSetsMoveTogether) {
     EXPECT_EQ(Work.Parms[6], start[6]); // common to none
 }
 
+// A start that keeps the concentrations of the one before it said nothing of it.
+TEST(RestartStart, SaysWhyConcentrationsWereNotGuessed) {
+    Script script;
+    LoadCase(ModelCaseNamed("Model02"));
+    const PerSlot<float> start = Work.Parms;
+    EXPECT_EQ(GuessSignals(), "");
+    EXPECT_NE(Work.Parms[SlotA(1)], start[SlotA(1)]);
+    Work.Parms = start;
+    for (long p = 1; p <= Work.SetPts[1]; ++p)
+        Work.PtY[p] = -0.5F;
+    const std::string why = GuessSignals();
+    EXPECT_TRUE(why.starts_with("set 1 (")) << why;
+    EXPECT_NE(why.find("no value above 0"), std::string::npos) << why;
+    EXPECT_TRUE(Work.Parms == start);
+}
+
 } // namespace
 } // namespace Quillon
