@@ -479,7 +479,9 @@ TEST(GraphNames, LettersBeyondLatin1AreReadWithoutTheirMarks) {
     EXPECT_EQ(Latin1Text("\xCE\xB1\xCF\x89\xCE\x94\xCF\x83\xCF\x82"), "alphaomegaDeltasigmasigma");
     EXPECT_EQ(Latin1Text("u\xCC\x88\x62\x65r"),
               "uber"); // a mark behind its letter, as some systems name files
-    EXPECT_EQ(Latin1Text("6\xE2\x80\x93\x37 \xE2\x80\x9Ca\xE2\x80\x99"), "6-7 \"a'");
+    EXPECT_EQ(Latin1Text("6\xE2\x80\x93\x37 \xE2\x80\x9C"
+                         "a\xE2\x80\x99"),
+              "6-7 \"a'");
     EXPECT_EQ(Latin1Text("\xCE\xA2\xCE\xAA\xC6\x80"), "???"); // none of these tables
 }
 
