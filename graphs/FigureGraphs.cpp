@@ -45,10 +45,6 @@ void TakeFigureStyle() {
     style.PrinterMinFont = LeastLetters;
 }
 
-double DiagonalOf(const GraphBox& box) {
-    return std::max(std::trunc(std::hypot(box.X2 - box.X1, box.Y2 - box.Y1)), 1.0);
-}
-
 void Require(bool made) {
     if (!made) RaiseError("it could not be drawn (" + std::to_string(Chart.GraphStatus) + ")");
 }

@@ -201,10 +201,6 @@ struct PairLayout {
     bool Pair = false;     // both graphs are there
 };
 
-double DiagonalOf(const GraphBox& box) {
-    return std::max(std::trunc(std::hypot(box.X2 - box.X1, box.Y2 - box.Y1)), 1.0);
-}
-
 GraphBox ViewFrom(const PairLayout& pair, int top, int bottom) {
     GraphBox view = DefaultBox();
     view.X1 = 0;

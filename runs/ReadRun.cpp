@@ -3,6 +3,7 @@
 #include "input/Utf8Text.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 
 #include <map>
 #include <unordered_map>
@@ -12,10 +13,6 @@ namespace Quillon {
 namespace {
 
 constexpr std::size_t MostNamed = 3; // files that one sentence names
-
-std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
-    return std::to_string(count) + " " + (count == 1 ? one : many);
-}
 
 // "a, b, c and 12 more".
 std::string NameList(const std::vector<std::string>& names) {
@@ -32,7 +29,7 @@ void TellPassed(const std::vector<PassedFile>& passed, SortedRun& run) {
     for (const PassedFile& file : passed)
         byReason[file.Why].push_back(file.Name);
     for (const auto& [why, names] : byReason)
-        run.Remarks.push_back(Counted(names.size(), "file is", "files are") + " left alone (" + why +
+        run.Remarks.push_back(Counted(std::ssize(names), "file is", "files are") + " left alone (" + why +
                               "): " + NameList(names));
 }
 

@@ -5,6 +5,7 @@
 #include "models/table/ParmNames.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "studies/methods/OtherMinima.h"
 #include "workspace/records/Cancel.h"
 
@@ -83,15 +84,11 @@ std::vector<std::string> RowOf(const Minimum& minimum) {
     return row;
 }
 
-std::string Counted(long count, const char* one, const char* several) {
-    return std::to_string(count) + (count == 1 ? one : several);
-}
-
 // "7 fits: 2 minima, 1 fit ended at none."
 std::string FoundText() {
-    std::string text = Counted(Met.Ended, " fit", " fits") + ": " +
-                       Counted(static_cast<long>(Met.Minima.size()), " minimum", " minima");
-    if (Met.Failed > 0) text += ", " + Counted(Met.Failed, " fit", " fits") + " ended at none" + Met.Broken;
+    std::string text =
+        Counted(Met.Ended, "fit") + ": " + Counted(static_cast<long>(Met.Minima.size()), "minimum", "minima");
+    if (Met.Failed > 0) text += ", " + Counted(Met.Failed, "fit") + " ended at none" + Met.Broken;
     return text + (Met.Complete ? "." : ". Stopped before the end.");
 }
 

@@ -22,16 +22,12 @@ const std::string& TextOf(std::size_t input) {
     return StudyForm.Inputs[input].Box.Text;
 }
 
-void AddText(const char* label, const std::string& text, const char* tip) {
-    StudyForm.Inputs.push_back({Captioned(label), Captioned(text, tip)});
-}
-
 void AddInputs() {
     const bool fitted = Work.FitDone != 0 && Work.RmsResidual > 0.0F;
-    AddText("&Noise:", SingleText(fitted ? Work.RmsResidual : static_cast<float>(UsualNoise)),
-            "Standard deviation of a reading, in units of the signal");
-    AddText("&Speeds times:", "0.8, 1, 1.25", "Factors of all speeds, between commas");
-    AddText("&Loadings times:", "0.3, 1, 3", "Factors of all loadings, between commas");
+    AddTextInput("&Noise:", SingleText(fitted ? Work.RmsResidual : static_cast<float>(UsualNoise)),
+                 "Standard deviation of a reading, in units of the signal");
+    AddTextInput("&Speeds times:", "0.8, 1, 1.25", "Factors of all speeds, between commas");
+    AddTextInput("&Loadings times:", "0.3, 1, 3", "Factors of all loadings, between commas");
 }
 
 // A number above 0 and nothing behind it.

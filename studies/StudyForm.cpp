@@ -105,6 +105,10 @@ std::string LineOf(const std::vector<std::string>& fields) {
 
 } // namespace
 
+void AddTextInput(const char* label, const std::string& text, const char* tip) {
+    StudyForm.Inputs.push_back({Captioned(label), Captioned(text, tip)});
+}
+
 bool CanStudy(StudyKind kind) {
     if (kind == StudyKind::Plan) return CanPlan();
     return kind == StudyKind::Compare ? CanRestart() : CanRestart() && CanResample();

@@ -40,6 +40,9 @@ struct StudyFormRecord {
 // The one form of the process.
 extern StudyFormRecord StudyForm;
 
+// Puts a question with a text box behind those that the form has.
+void AddTextInput(const char* label, const std::string& text, const char* tip);
+
 // True when the study can be run on the analysis that stands.
 bool CanStudy(StudyKind kind);
 

@@ -5,6 +5,7 @@
 #include "models/table/ModelTable.h"
 #include "models/table/ParmNames.h"
 #include "platform/FormControls.h"
+#include "platform/Words.h"
 #include "studies/PlanStudy.h"
 #include "studies/StudyProgress.h"
 #include "studies/methods/OtherMinima.h"
@@ -32,10 +33,6 @@ bool IsMap = false;
 Resampling Resampled;
 
 // --- inputs ----------------------------------------------------------------------------------------------
-
-void AddText(const char* label, const std::string& text, const char* tip) {
-    StudyForm.Inputs.push_back({Captioned(label), Captioned(text, tip)});
-}
 
 void AddList(const char* label, std::vector<std::string> items, const char* tip) {
     StudyInput input{Captioned(label), Captioned("", tip)};
@@ -88,13 +85,6 @@ std::vector<std::string> FittedCaptions() {
     return captions;
 }
 
-std::string Joined(const std::vector<std::string>& sentences) {
-    std::string text;
-    for (const std::string& sentence : sentences)
-        text += (text.empty() ? "" : " ") + sentence;
-    return text;
-}
-
 // --- comparison of models --------------------------------------------------------------------------------
 
 // The models of one species, or those of two that associate in the simpler ways; the own one among them.
@@ -107,8 +97,8 @@ std::string UsualModels() {
 }
 
 void AddCompareInputs() {
-    AddText("&Models:", UsualModels(),
-            "Numbers between commas, with options: 2+nonideal, 4+separate-k; all for all 22");
+    AddTextInput("&Models:", UsualModels(),
+                 "Numbers between commas, with options: 2+nonideal, 4+separate-k; all for all 22");
 }
 
 std::vector<ModelVariant> ChosenModels() {
@@ -190,8 +180,8 @@ void AddProfileInputs() {
     std::vector<std::string> second = FittedCaptions();
     second.insert(second.begin(), "(none)");
     AddList("&Second one:", second, "For a map of two parameters");
-    AddText("&Levels:", "0.683, 0.95", "Of the limits, between commas");
-    AddText("&Values:", "25", "Of the parameter; of a map as many for each");
+    AddTextInput("&Levels:", "0.683, 0.95", "Of the limits, between commas");
+    AddTextInput("&Values:", "25", "Of the parameter; of a map as many for each");
 }
 
 // One slot, or the two of a map.
@@ -313,11 +303,11 @@ void ForgetProfile() {
 // --- resampling ------------------------------------------------------------------------------------------
 
 void AddResampleInputs() {
-    AddText("&Fits:", "200", "How many; 1000 give limits that a paper can print");
+    AddTextInput("&Fits:", "200", "How many; 1000 give limits that a paper can print");
     AddList("&Data:", {"Gaussian noise of each set", "residuals in blocks along the radius"},
             "What is added to the fitted values");
-    AddText("&Level:", "0.95", "Part of the fits between the limits");
-    AddText("See&d:", "1", "The same seed gives the same fits; another one gives others");
+    AddTextInput("&Level:", "0.95", "Part of the fits between the limits");
+    AddTextInput("See&d:", "1", "The same seed gives the same fits; another one gives others");
 }
 
 ResampleChoice ChosenResampling() {

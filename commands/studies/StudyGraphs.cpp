@@ -15,13 +15,6 @@ namespace Quillon {
 
 namespace {
 
-std::vector<double> RatiosOf(const std::vector<ProfileLimits>& levels) {
-    std::vector<double> ratios;
-    for (const ProfileLimits& level : levels)
-        ratios.push_back(level.Ratio);
-    return ratios;
-}
-
 std::vector<std::string> NamesOf(const std::vector<ProfileLimits>& levels) {
     std::vector<std::string> names;
     for (const ProfileLimits& level : levels)

@@ -63,6 +63,10 @@ SetLooks LooksOfSets(const SetRange& sets, int times) {
     return looks;
 }
 
+double DiagonalOf(const GraphBox& box) {
+    return std::max(std::trunc(std::hypot(box.X2 - box.X1, box.Y2 - box.Y1)), 1.0);
+}
+
 GraphMark LineAt(float y) {
     constexpr std::int16_t acrossTheScale = 4;
     GraphMark mark;

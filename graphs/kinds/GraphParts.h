@@ -42,6 +42,9 @@ long LongestSet(const SetRange& sets);
 // and dash of its number in every graph.
 SetLooks LooksOfSets(const SetRange& sets, int times = 1);
 
+// The diagonal of a view or frame, which sizes are fractions of: whole device units, at least 1.
+double DiagonalOf(const GraphBox& box);
+
 // A line across the graph at a height, black and as wide as the data lines.
 GraphMark LineAt(float y);
 

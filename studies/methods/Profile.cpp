@@ -450,14 +450,14 @@ std::vector<ProfileLimits> LevelsOf(const ProfileChoice& choice, long count, lon
     return levels;
 }
 
+} // namespace
+
 std::vector<double> RatiosOf(const std::vector<ProfileLimits>& levels) {
     std::vector<double> ratios;
     for (const ProfileLimits& level : levels)
         ratios.push_back(level.Ratio);
     return ratios;
 }
-
-} // namespace
 
 double RatioOfLevel(double level, long count, long freedom) {
     const auto n1 = static_cast<float>(count), n2 = static_cast<float>(freedom);

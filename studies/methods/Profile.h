@@ -66,6 +66,9 @@ Profile ProfileParameter(long slot, const ProfileChoice& choice,
 // 1 + count F(count, freedom, 1 - level) / freedom.
 double RatioOfLevel(double level, long count, long freedom);
 
+// The ratio of each level.
+std::vector<double> RatiosOf(const std::vector<ProfileLimits>& levels);
+
 // True when there is a fit that stands, and the slot is one that it has fitted.
 bool CanProfile(long slot);
 

@@ -3,6 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ParmNames.h"
+#include "platform/Words.h"
 #include "reporting/values/Correlation.h"
 #include "studies/methods/ResamplingLines.h"
 
@@ -77,13 +78,6 @@ TextTable LimitsOf(const ProfileMap& map) {
     for (const ProfileLimits& level : map.Levels)
         table.Rows.push_back({LevelText(level), RatioText(level.Ratio)});
     return table;
-}
-
-std::string Joined(const std::vector<std::string>& sentences) {
-    std::string text;
-    for (const std::string& sentence : sentences)
-        text += (text.empty() ? "" : " ") + sentence;
-    return text;
 }
 
 // As wide as a page: what follows from other columns is left out, and notes are sentences below.
