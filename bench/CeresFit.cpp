@@ -1,6 +1,7 @@
 // quillon-fit with its solver exchanged for Ceres when it is linked: the same command line, job, scans,
 // guesses and outputs, and the same normal matrix at the end for the errors. What the process benchmark
 // compares against. For model 4 and 8 with sets of equal size, everything but the masses of model 8 fitted.
+#include "bench/PeerCeres.h"
 #include "bench/Problem.h"
 #include "fit/GNLLSQ.h"
 #include "models/SEDEQ3.h"

@@ -4,6 +4,10 @@
 //   fit-bench            the comparison, the cost of a sums pass, growth with the number of sets
 //   fit-bench --quick    fewer repetitions
 #include "bench/OwnFit.h"
+#include "bench/PeerCeres.h"
+#include "bench/PeerGsl.h"
+#include "bench/PeerMinpack.h"
+#include "bench/PeerMultilarge.h"
 #include "bench/Problem.h"
 #include "fit/GNLLSQ.h"
 #include "platform/QuietPlatform.h"

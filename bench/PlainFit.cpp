@@ -1,6 +1,11 @@
 // A whole program around a least squares library: reads scans with a plain reader, fits, and writes what it
 // found.
 //   PROGRAM FOLDER [OUTPUT]      without an output it reads and does no more
+#ifdef BENCH_CERES
+#include "bench/PeerCeres.h"
+#else
+#include "bench/PeerMultilarge.h"
+#endif
 #include "bench/PlainReader.h"
 
 #include <cstdio>

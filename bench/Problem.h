@@ -46,10 +46,4 @@ struct Solution {
 // The relative change of the sum of squares at which everybody stops: 0.05 over the degrees of freedom.
 double Tolerance(const Problem& p);
 
-Solution RunCeresAnalytic(const Problem& p, const std::string& linearSolver);
-Solution RunCeresNumeric(const Problem& p);
-Solution RunGsl(const Problem& p);
-Solution RunMultilarge(const Problem& p);
-Solution RunMinpack(const Problem& p);
-
 } // namespace Quillon::Bench

@@ -1,5 +1,5 @@
 # Writes a source file with the text of pages: OUT from the semicolon list PAGES, paths told from ROOT on.
-string(CONCAT source "// Made from the pages below docs/ by help/EmbedPages.cmake.\n#include \"help/Manual.h\"\n\n"
+string(CONCAT source "// Made from the pages below docs/ by help/EmbedPages.cmake.\n#include \"help/EmbeddedPages.h\"\n\n"
        "namespace Quillon {\n\nconst std::vector<ManualPage>& ManualPages() {\n"
        "    static const std::vector<ManualPage> pages{\n")
 list(SORT PAGES)

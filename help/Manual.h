@@ -4,19 +4,13 @@
 // A page is named by its path below docs/, with "/" ("manual/forms/FileForm.md"); a place is a page and the
 // anchor of a heading on it, or "" for its beginning. Texts are UTF-8.
 
+#include "help/EmbeddedPages.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Quillon {
-
-struct ManualPage {
-    std::string Path;
-    std::string Text;
-};
-
-// All pages, by path.
-const std::vector<ManualPage>& ManualPages();
 
 // The page of that path; null when there is none.
 const ManualPage* FindManualPage(std::string_view path);
@@ -41,8 +35,7 @@ std::string PageOfForm(std::string_view form);
 std::string ManualTitle(const ManualPage& page);
 
 // The anchor that readers of Markdown give to a heading: small letters, "-" for blanks, nothing but letters,
-// digits,
-// "-" and "_" besides; letters beyond ASCII stay.
+// digits, "-" and "_" besides; letters beyond ASCII stay.
 std::string AnchorOfHeading(std::string_view heading);
 
 // Where a link on a page leads: relative paths with ".." and "#anchor" are understood.

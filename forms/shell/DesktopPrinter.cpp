@@ -3,7 +3,7 @@
 #include "chart/targets/PageGeometry.h"
 #include "forms/shell/Binding.h"
 #include "forms/shell/FormHost.h"
-#include "forms/surfaces/Pictures.h"
+#include "forms/surfaces/PdfPicture.h"
 #include "forms/surfaces/QtSurface.h"
 #include "platform/PaperPicture.h"
 #include "platform/Platform.h"

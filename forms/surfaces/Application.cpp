@@ -1,4 +1,5 @@
-#include "forms/surfaces/Pictures.h"
+#include "forms/surfaces/Application.h"
+
 #include "platform/RuntimeError.h"
 
 #include <QDir>

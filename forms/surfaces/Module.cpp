@@ -1,5 +1,6 @@
 // What a program finds in this module when it loads it at run time.
-#include "forms/surfaces/Pictures.h"
+#include "forms/surfaces/PdfPicture.h"
+#include "forms/surfaces/PngPicture.h"
 #include "platform/RuntimeError.h"
 
 #include <QtGlobal>

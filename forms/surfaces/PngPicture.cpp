@@ -1,4 +1,6 @@
-#include "forms/surfaces/Pictures.h"
+#include "forms/surfaces/PngPicture.h"
+
+#include "forms/surfaces/Application.h"
 #include "forms/surfaces/QtSurface.h"
 #include "platform/RuntimeError.h"
 

@@ -2,7 +2,9 @@
 // What the solutes of a buffer are, for those who calculate with them (planning/solution/Buffer.cpp): the
 // roads by which their volumes and viscosities are found, and the constants of the ions.
 
-#include "planning/solution/Buffer.h"
+#include "planning/solution/Solutes.h"
+
+#include <vector>
 
 namespace Quillon {
 

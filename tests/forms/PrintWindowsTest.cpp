@@ -10,7 +10,7 @@
 #include "forms/StartDesktop.h"
 #include "forms/shell/DesktopPrinter.h"
 #include "forms/shell/FormHost.h"
-#include "forms/surfaces/Pictures.h"
+#include "forms/surfaces/PdfPicture.h"
 #include "persistence/FitFile.h"
 #include "platform/Narrow.h"
 #include "platform/PaperPicture.h"

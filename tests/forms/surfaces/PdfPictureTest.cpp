@@ -1,6 +1,6 @@
 // PDF pictures: the page is the picture, its text is text and its fonts are in it.
+#include "forms/surfaces/PdfPicture.h"
 #include "PdfReader.h"
-#include "forms/surfaces/Pictures.h"
 
 #include <gtest/gtest.h>
 

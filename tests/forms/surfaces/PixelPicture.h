@@ -1,7 +1,7 @@
 #pragma once
 // Paints a PNG picture and looks at its pixels.
 
-#include "forms/surfaces/Pictures.h"
+#include "forms/surfaces/PngPicture.h"
 
 #include <QImage>
 #include <QRect>
