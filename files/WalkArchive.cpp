@@ -1,11 +1,9 @@
 // Archives come from strangers and from broken transfers. Only two formats are read and one way of packing,
 // by the library's own code: others would start programs. What is unpacked is counted byte by byte, whatever
 // the headers claim, also of entries that nobody wants.
+#include "files/ArchiveLibrary.h"
 #include "files/FileStep.h"
 #include "files/WalkFiles.h"
-
-#include <archive.h>
-#include <archive_entry.h>
 
 #include <memory>
 
@@ -18,7 +16,7 @@ using OpenArchive = std::unique_ptr<archive, int (*)(archive*)>;
 constexpr std::size_t BlockSize = 65536;
 
 [[noreturn]] void RaiseDamaged(archive* in) {
-    const char* words = archive_error_string(in);
+    const char* words = LoadedArchiveLibrary().ErrorString(in);
     RaiseError(std::string("the archive is damaged or ends too early") +
                (words ? std::string(": ") + words : ""));
 }
@@ -60,7 +58,7 @@ struct EntryBytes {
             const void* block = nullptr;
             std::size_t size = 0;
             la_int64_t offset = 0;
-            const int status = archive_read_data_block(In, &block, &size, &offset);
+            const int status = LoadedArchiveLibrary().DataBlock(In, &block, &size, &offset);
             if (status == ARCHIVE_EOF)
                 Ended = true;
             else if (status < ARCHIVE_WARN)
@@ -85,33 +83,34 @@ struct EntryBytes {
 };
 
 OpenArchive Open(const std::string& path) {
-    OpenArchive in(archive_read_new(), archive_read_free);
+    const ArchiveLibrary& library = LoadedArchiveLibrary();
+    OpenArchive in(library.ReadNew(), library.ReadFree);
     if (!in) RaiseError(ErrorText::OutOfMemory);
-    archive_read_support_filter_gzip(in.get());
-    archive_read_support_format_tar(in.get());
-    archive_read_support_format_zip(in.get());
-    if (archive_read_open_filename(in.get(), path.c_str(), BlockSize) != ARCHIVE_OK) {
-        const int error = archive_errno(in.get());
+    library.SupportGzip(in.get());
+    library.SupportTar(in.get());
+    library.SupportZip(in.get());
+    if (library.OpenFilename(in.get(), path.c_str(), BlockSize) != ARCHIVE_OK) {
+        const int error = library.Errno(in.get());
         if (error == ENOENT || error == EACCES) RaiseReadError(error);
         RaiseError("it is neither a folder nor an archive (.tar.gz, .zip) that can be read");
     }
-    if (archive_filter_count(in.get()) > 2) // one of them hands the bytes of the file on
+    if (library.FilterCount(in.get()) > 2) // one of them hands the bytes of the file on
         RaiseError("the archive is packed several times over");
     return in;
 }
 
 // Why an entry is left alone; "" for a file.
 std::string WhyPassed(archive_entry* entry, const std::string& name) {
-    if (archive_entry_hardlink(entry) || archive_entry_symlink(entry) ||
-        archive_entry_filetype(entry) == AE_IFLNK)
-        return "a link";
-    if (archive_entry_filetype(entry) != AE_IFREG) return "neither a file nor a folder";
+    const ArchiveLibrary& library = LoadedArchiveLibrary();
+    const auto type = library.Filetype(entry);
+    if (library.Hardlink(entry) || library.Symlink(entry) || type == AE_IFLNK) return "a link";
+    if (type != AE_IFREG) return "neither a file nor a folder";
     if (!StaysBelow(name)) return "its name leads out of the folder";
-    return archive_entry_is_encrypted(entry) ? "it is encrypted" : "";
+    return library.IsEncrypted(entry) ? "it is encrypted" : "";
 }
 
 std::string NameOf(archive_entry* entry) {
-    const char* name = archive_entry_pathname(entry);
+    const char* name = LoadedArchiveLibrary().Pathname(entry);
     return name ? name : "";
 }
 
@@ -123,7 +122,7 @@ std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& mee
     std::size_t unpacked = 0;
     archive_entry* entry = nullptr;
     for (long count = 1;; ++count) {
-        const int status = archive_read_next_header(in.get(), &entry);
+        const int status = LoadedArchiveLibrary().NextHeader(in.get(), &entry);
         if (status == ARCHIVE_EOF) break;
         if (status < ARCHIVE_WARN)
             RaiseError(count == 1
@@ -133,7 +132,7 @@ std::vector<PassedFile> WalkArchive(const std::string& path, const MeetFile& mee
             RaiseError("it holds more than " + std::to_string(limits.Entries) + " entries");
         EntryBytes bytes{in.get(), limits, unpacked};
         const std::string name = NameOf(entry);
-        const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
+        const bool isFolder = LoadedArchiveLibrary().Filetype(entry) == AE_IFDIR;
         const std::string why = isFolder ? "" : WhyPassed(entry, name);
         if (!isFolder && why.empty()) {
             bytes.ReadUpTo(StartOfFile);

@@ -139,5 +139,15 @@ TEST(PictureModule, HasNoPlaceWhereTheProgramsFolderIsNotKnown) {
     EXPECT_EQ(PictureModulePlaces("/usr/bin").front(), "/usr/bin/libquillon-surfaces.so");
 }
 
+// Half a dozen unpackers and the tables of letters behind them took most of the time of a start.
+TEST_F(PlacesCase, AStartLoadedWhatOnlyArchivesNeed) {
+    const std::string command = "LD_TRACE_LOADED_OBJECTS=1 " + std::string(QUILLON_FIT) + " > " + Path("out");
+    ASSERT_EQ(WEXITSTATUS(std::system(command.c_str())), 0);
+    const std::string loaded = ReadWholeFile(Path("out"));
+    EXPECT_NE(loaded.find("libnettle"), std::string::npos) << loaded;
+    EXPECT_EQ(loaded.find("libarchive"), std::string::npos) << loaded;
+    EXPECT_EQ(loaded.find("libicu"), std::string::npos) << loaded;
+}
+
 } // namespace
 } // namespace Quillon

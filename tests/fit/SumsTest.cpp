@@ -1,8 +1,11 @@
 // The sums of a pass against the plain loop over all points and all pairs of parameters: the same bits, for
 // every model and option, with constraints, links and any grouping into blocks.
 #include "SyntheticFit.h"
+#include "fit/Confidence.h"
 #include "fit/GNLLSQ.h"
+#include "models/SEDEQ3.h"
 #include "platform/VectorWidth.h"
+#include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"
 #include "workspace/records/Workspace.h"
 
@@ -10,6 +13,7 @@
 
 #include <bit>
 #include <cmath>
+#include <thread>
 
 namespace Quillon {
 namespace {
@@ -173,6 +177,57 @@ TEST(SteppedConstants, ReachEveryPointOfASet) {
                                   static_cast<double>(Work.Parms[SlotA(Work.PtSet[p])]));
         EXPECT_GT(Work.Deriv[Work.FreeMap[2]], 0.1 * a * a) << p;
     }
+}
+
+// --- a whole fit
+
+Workspace StartOf(const std::string& name) {
+    Work = SimulatedWorkspace(ModelCaseNamed(name));
+    Work.MonitorMode = 0;
+    BuildParmNames();
+    BuildParmScale();
+    SetDefaultBounds();
+    MoveAwayFromTruth();
+    return Work;
+}
+
+// Fit, errors and rigorous limits, with blocks of no more than so many points.
+Workspace FitInBlocks(const Workspace& start, long most) {
+    Work = start;
+    Work.YieldInterval = ToInt16(most);
+    EXPECT_TRUE(RunFit()) << Work.Outcome.Sentence;
+    ConfidenceSearch(nullptr);
+    EXPECT_TRUE(Work.LimitsDone);
+    Work.YieldInterval = start.YieldInterval;
+    return Work;
+}
+
+Workspace FitOnAThread(const Workspace& start) {
+    Workspace left;
+    std::thread([&] {
+        const Script outside; // the seam of a thread is its own
+        left = FitInBlocks(start, start.YieldInterval);
+    }).join();
+    return left;
+}
+
+// From the narrowest vectors and the smallest blocks to the widest and largest, here and on another thread.
+TEST(WholeFit, HasTheSameBitsOnEveryRoadInAnyBlocksAndOnAnyThread) {
+    const Script outside;
+    const VectorWidth before = VectorsInUse;
+    for (const char* name : {"Model03", "Model08"}) {
+        const Workspace start = StartOf(name);
+        VectorsInUse = VectorWidth::Narrow;
+        const Workspace narrow = FitInBlocks(start, 1);
+        for (const VectorWidth width : {VectorWidth::Narrow, WidestVectors()}) {
+            VectorsInUse = width;
+            EXPECT_TRUE(FitInBlocks(start, 37) == narrow) << name;
+            EXPECT_TRUE(FitInBlocks(start, start.YieldInterval) == narrow) << name;
+            EXPECT_TRUE(FitOnAThread(start) == narrow) << name;
+        }
+        EXPECT_FALSE(start == narrow);
+    }
+    VectorsInUse = before;
 }
 
 } // namespace
