@@ -208,4 +208,9 @@ std::string FaultText() {
     return text;
 }
 
+std::string ModelFaultText() {
+    const std::string place = FaultText();
+    return place.empty() ? FunctionFaultSentence : FunctionFaultSentence + ("\n\n" + place);
+}
+
 } // namespace Quillon

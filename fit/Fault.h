@@ -19,4 +19,8 @@ namespace Quillon {
 // count over the whole fit where there is no radius. Takes a pass or two; Work is as before.
 std::string FaultText();
 
+// The sentence of a fault of the model at the present parameters, and FaultText as its second paragraph,
+// where the model is evaluated for itself and no fit runs.
+std::string ModelFaultText();
+
 } // namespace Quillon

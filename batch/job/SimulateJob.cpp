@@ -5,6 +5,7 @@
 #include "batch/job/JobText.h"
 #include "batch/job/RunJob.h"
 #include "batch/outputs/Numbers.h"
+#include "fit/Fault.h"
 #include "models/function/Constraints.h"
 #include "models/function/Simulation.h"
 #include "models/table/ModelTable.h"
@@ -158,7 +159,10 @@ std::vector<ListedParm> TakeTruth(const Job& job) {
 std::vector<SimulatedFile> SimulateJob(const Job& job, const std::string& text) {
     const std::vector<ListedParm> listed = TakeTruth(job);
     OneBased<float> values;
-    if (!SimulateSignals(values)) return {};
+    if (!SimulateSignals(values)) {
+        Tell(ModelFaultText(), Work.ProgramName, BoxIcon::Stop);
+        return {};
+    }
     Console.Seed = static_cast<std::uint64_t>(job.Simulation.Seed);
     AddNoise(values, static_cast<double>(job.Simulation.Noise));
     std::vector<SimulatedFile> files;

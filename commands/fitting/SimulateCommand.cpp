@@ -3,6 +3,7 @@
 #include "chart/CHART.h"
 #include "chart/Charts.h"
 #include "commands/export/MeasuredData.h"
+#include "fit/Fault.h"
 #include "fit/forms/GuessesDialog.h"
 #include "graphs/kinds/FitGraphs.h"
 #include "input/NUMINPUT.h"
@@ -33,6 +34,10 @@ std::optional<double> AskNoise() {
     return level;
 }
 
+void TellFault() {
+    Tell(ModelFaultText(), Work.ProgramName, BoxIcon::Stop);
+}
+
 // The curve at the values that the user enters; nothing when he cancels or the model meets a fault.
 std::optional<OneBased<float>> EnteredCurve() {
     Host.HideForm(ChartsName);
@@ -46,7 +51,9 @@ std::optional<OneBased<float>> EnteredCurve() {
     OneBased<float> curve;
     const bool complete = SimulateSignals(curve);
     Host.SetPointer(Pointer::Standard);
-    return complete ? std::optional(std::move(curve)) : std::nullopt;
+    if (complete) return curve;
+    TellFault();
+    return std::nullopt;
 }
 
 // A curve that is no fit: residuals, and what is said of them, are its own.
@@ -96,7 +103,7 @@ bool DropBaseline(RowNo row) {
 // Pseudo-points have a value that hangs on the new data.
 void TakePseudoPoints(OneBased<float>& values) {
     OneBased<float> again;
-    if (!SimulateSignals(again)) return;
+    if (!SimulateSignals(again)) return TellFault();
     for (long p = 1; p <= Work.NumPts; ++p)
         if (IsPseudoPoint(p)) values[p] = again[p];
 }

@@ -122,7 +122,7 @@ double FitFunction(long point) {
 
 void NoteFunctionError(const std::string& reason) {
     StopAsFailed();
-    Work.Outcome = {FitEnd::MathError, "Math error during function evaluation, aborting fit", reason + "."};
+    Work.Outcome = {FitEnd::MathError, FunctionFaultSentence, reason + "."};
 }
 
 double DerivStep(SlotNo slot) {

@@ -47,6 +47,9 @@ inline SlotDeriv DerivKind(SlotNo slot, const SetLeads& leads, bool pseudoPoint)
     return owner == leads.Set || owner == leads.OffsetOf ? SlotDeriv::One : SlotDeriv::Zero;
 }
 
+// The sentence of a fault.
+inline constexpr const char* FunctionFaultSentence = "Math error during function evaluation, aborting fit";
+
 // Notes an arithmetic fault inside the function: sets Work.AbortFit and Work.FunctionFailed, and the sentence
 // for the user in Work.Outcome, with the reason (as a RuntimeError has it) where none with a place is found.
 void NoteFunctionError(const std::string& reason);

@@ -2,7 +2,7 @@
 
 #include "models/function/FitFunction.h"
 #include "models/function/Random.h"
-#include "platform/Platform.h"
+#include "platform/RuntimeError.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
@@ -23,13 +23,6 @@ float SignalAt(long point) {
     return 0.0F;
 }
 
-// What the fitted function says of a fault is said of no fit.
-void TellFault(FitOutcome former) {
-    if (Work.FunctionFailed) Tell(Work.Outcome.Sentence, Work.ProgramName, BoxIcon::Stop);
-    Work.FunctionFailed = FlagFalse;
-    Work.Outcome = std::move(former);
-}
-
 } // namespace
 
 bool SimulateSignals(OneBased<float>& values) {
@@ -41,7 +34,8 @@ bool SimulateSignals(OneBased<float>& values) {
         values[p] = SignalAt(p);
     ResetFitFunction(); // what it keeps belongs to these points and parameters
     if (!Work.AbortFit) return true;
-    TellFault(std::move(former));
+    Work.FunctionFailed = FlagFalse; // what the fitted function says of a fault is said of no fit
+    Work.Outcome = std::move(former);
     return false;
 }
 

@@ -6,7 +6,8 @@
 namespace Quillon {
 
 // The fitted function at all points of the fit at the current Work.Parms, pseudo-points of constraints
-// included. An arithmetic fault has been told when false comes back, and Work.AbortFit is set.
+// included. False after an arithmetic fault, which the caller tells (ModelFaultText, fit/Fault.h);
+// Work.AbortFit is set then.
 bool SimulateSignals(OneBased<float>& values);
 
 // Adds normal deviates of a standard deviation, in signal units, to the true points. Each call starts the

@@ -287,7 +287,10 @@ TEST_F(SpeciesOutputs, AModelThatFailsInArithmeticWritesNothing) {
     Job = TheScript.MakeFile("wild.job", text);
     const ProgramEnd end = RunInside({Job, "--simulate", Path("out")});
     EXPECT_EQ(end.Status, 2);
-    EXPECT_NE(end.Err.find("Math error during function evaluation"), std::string::npos);
+    EXPECT_NE(
+        end.Err.find("Math error during function evaluation, aborting fit: The fitted value of data set"),
+        std::string::npos)
+        << end.Err;
     EXPECT_FALSE(fs::exists(Path("out")));
 }
 

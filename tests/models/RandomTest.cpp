@@ -174,14 +174,13 @@ TEST(SimulateSignals, AreTheFittedFunction) {
         EXPECT_NEAR(values[p], Work.PtY[p], 6 * 0.0015);
 }
 
-TEST(SimulateSignals, BeyondAllNumbersAndBeyondSinglesAreAFaultThatIsToldOnce) {
+TEST(SimulateSignals, BeyondAllNumbersAndBeyondSinglesAreAFaultThatIsLeftToTheCaller) {
     Script script;
     OneBased<float> values;
     for (const float ln : {2000.0F, 95.0F}) { // e^95 is a double and no single
         Work = SimulatedWorkspace(ModelCaseNamed("Model20"));
         const FitOutcome former = Work.Outcome;
         Work.Parms[SlotA(2)] = ln;
-        script.ExpectMessage("Math error during function evaluation, aborting fit");
         EXPECT_FALSE(SimulateSignals(values));
         EXPECT_NE(Work.AbortFit, 0);
         EXPECT_EQ(Work.Outcome, former) << "the end of the fit that stands was forgotten";
