@@ -116,12 +116,6 @@ private:
     long Shown = 0;
 };
 
-Control& RowsOf(HelpPane pane) {
-    return pane == HelpPane::Contents ? HelpForm.Contents
-           : pane == HelpPane::Index  ? HelpForm.Index
-                                      : HelpForm.Found;
-}
-
 // A heading of the list leads nowhere: keys pass over it, as they would not over a row that cannot be left.
 void MarkHeadings(QListWidget& list, HelpPane pane) {
     const std::vector<ManualEntry>& entries = HelpForm.Lists[static_cast<std::size_t>(pane)];
@@ -140,7 +134,7 @@ void MarkHeadings(QListWidget& list, HelpPane pane) {
 QListWidget* MakeList(Binder& bind, HelpPane pane) {
     auto* list = new QListWidget;
     bind.Also([list, pane] {
-        const Control& rows = RowsOf(pane);
+        const Control& rows = HelpList(pane);
         const QSignalBlocker quiet(list);
         if (list->count() != static_cast<int>(rows.Items.size()) || pane == HelpPane::Search) {
             list->clear();

@@ -13,19 +13,13 @@ std::size_t PlaceOf(HelpPane pane) {
     return static_cast<std::size_t>(pane);
 }
 
-Control& ListOf(HelpPane pane) {
-    return pane == HelpPane::Contents ? HelpForm.Contents
-           : pane == HelpPane::Index  ? HelpForm.Index
-                                      : HelpForm.Found;
-}
-
 std::vector<ManualEntry>& EntriesOf(HelpPane pane) {
     return HelpForm.Lists[PlaceOf(pane)];
 }
 
 // Pages stand further in than the headings above them.
 void FillList(HelpPane pane, std::vector<ManualEntry> entries) {
-    Control& list = ListOf(pane);
+    Control& list = HelpList(pane);
     list.Items.clear();
     list.Value = -1;
     for (const ManualEntry& entry : entries)
@@ -37,7 +31,7 @@ void FillList(HelpPane pane, std::vector<ManualEntry> entries) {
 // The lists show where the page at hand stands in them.
 void MarkPlace() {
     for (const HelpPane pane : {HelpPane::Contents, HelpPane::Index, HelpPane::Search}) {
-        Control& list = ListOf(pane);
+        Control& list = HelpList(pane);
         list.Value = -1;
         for (std::size_t i = 0; i < EntriesOf(pane).size(); ++i)
             if (EntriesOf(pane)[i].Place == HelpForm.Place && list.Value < 0)
@@ -91,6 +85,12 @@ void Show(HelpPane pane, const ManualPlace& place) {
 }
 
 } // namespace
+
+Control& HelpList(HelpPane pane) {
+    return pane == HelpPane::Contents ? HelpForm.Contents
+           : pane == HelpPane::Index  ? HelpForm.Index
+                                      : HelpForm.Found;
+}
 
 void ShowHelpContents() {
     Show(HelpPane::Contents, {ManualStart, ""});

@@ -31,6 +31,8 @@ struct HelpFormRecord {
 };
 extern HelpFormRecord HelpForm;
 
+Control& HelpList(HelpPane pane); // the rows of a pane
+
 // Shows the manual at its contents, at its index, or at the page of a form. What was visited before is kept.
 void ShowHelpContents();
 void ShowHelpIndex();

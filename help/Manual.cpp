@@ -1,5 +1,7 @@
 #include "help/Manual.h"
 
+#include "platform/Letters.h"
+
 #include <algorithm>
 #include <cctype>
 #include <sstream>
@@ -7,13 +9,6 @@
 namespace Quillon {
 
 namespace {
-
-std::string Small(std::string_view text) {
-    std::string small(text);
-    for (char& c : small)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return small;
-}
 
 std::vector<std::string> LinesOf(std::string_view text) {
     std::istringstream in{std::string(text)};
@@ -67,7 +62,7 @@ std::string AnchorAbove(const ManualPage& page, const std::string& word) {
             anchor = title ? "" : AnchorOfHeading(HeadingText(line));
             title = false;
         }
-        if (Small(line).find(word) != std::string::npos) return anchor;
+        if (SmallLetters(line).find(word) != std::string::npos) return anchor;
     }
     return "";
 }
@@ -83,7 +78,7 @@ bool HoldsAll(const std::string& small, const std::vector<std::string>& words, l
 }
 
 std::vector<std::string> WordsOf(std::string_view text) {
-    std::istringstream in(Small(text));
+    std::istringstream in(SmallLetters(text));
     std::vector<std::string> words;
     for (std::string word; in >> word;)
         words.push_back(word);
@@ -163,7 +158,7 @@ std::vector<ManualEntry> ManualIndex() {
             }
     }
     std::stable_sort(index.begin(), index.end(), [](const ManualEntry& a, const ManualEntry& b) {
-        return Small(a.Text) < Small(b.Text);
+        return SmallLetters(a.Text) < SmallLetters(b.Text);
     });
     return index;
 }
@@ -173,9 +168,9 @@ std::vector<ManualEntry> SearchManual(std::string_view text) {
     std::vector<Hit> hits;
     for (const ManualPage& page : ManualPages()) {
         long count = 0;
-        if (words.empty() || !HoldsAll(Small(page.Text), words, count)) continue;
+        if (words.empty() || !HoldsAll(SmallLetters(page.Text), words, count)) continue;
         const std::string title = ManualTitle(page);
-        const bool inTitle = Small(title).find(words.front()) != std::string::npos;
+        const bool inTitle = SmallLetters(title).find(words.front()) != std::string::npos;
         hits.push_back({{title, {page.Path, AnchorAbove(page, words.front())}}, inTitle, count});
     }
     std::stable_sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) {

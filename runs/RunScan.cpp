@@ -1,6 +1,7 @@
 #include "runs/RunScan.h"
 
 #include "input/PlainNumber.h"
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 #include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/ScanLines.h"
@@ -18,13 +19,10 @@ constexpr int FieldsOfHeader = 5;            // temperature, speed, time, omega 
 constexpr float LargestRadius = 100.0F;      // cm
 constexpr float LongestWavelength = 2000.0F; // nm
 
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 // Letter, blank, any character, then numbers between blanks.
 bool IsParameterLine(std::string_view line) {
-    if (line.size() < 4 || Capital(line[0]) < 'A' || Capital(line[0]) > 'Z' || line[1] != ' ') return false;
+    if (line.size() < 4 || CapitalLetter(line[0]) < 'A' || CapitalLetter(line[0]) > 'Z' || line[1] != ' ')
+        return false;
     const char* at = line.data() + 3;
     const char* const end = line.data() + line.size();
     for (int field = 0; field < FieldsOfHeader; ++field) {
@@ -42,7 +40,7 @@ ScanHead HeadOf(std::string_view comment, std::string_view line, bool comma) {
     ScanHead head;
     head.Comment = WithoutBlanks(comment);
     HeaderFields fields = StartHeader(line, comma);
-    head.Letter = Capital(line[0]);
+    head.Letter = CapitalLetter(line[0]);
     head.Cell = line[2] >= '0' && line[2] <= '9' ? line[2] - '0' : 0;
     head.Temperature = SingleOf(NextHeaderField(fields));
     head.Rpm = SingleOf(NextHeaderField(fields));
@@ -144,11 +142,6 @@ bool LooksLikeScan(std::string_view start) {
     ReadTextLine(file);
     if (file.Place >= start.size()) return false;
     return IsParameterLine(ReadTextLine(file));
-}
-
-ScanHead ReadScanHead(std::string_view bytes) {
-    TextItems file{bytes};
-    return TakeHead(file);
 }
 
 RunScan ReadRunScan(const std::string& file, std::string_view bytes) {

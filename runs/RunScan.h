@@ -53,9 +53,6 @@ inline ScanReadings ReadingsOf(const RunScan& scan) {
 // letter, a blank and a cell and goes on with five numbers.
 bool LooksLikeScan(std::string_view start);
 
-// The headers of a scan; what is wrong with them is a RuntimeError in words.
-ScanHead ReadScanHead(std::string_view bytes);
-
 // The whole of a scan; what is wrong with it is a RuntimeError in words that name the line. More than 32766
 // readings, the most that a data set can have, are one. Readings whose intensities have no logarithm are
 // left out.

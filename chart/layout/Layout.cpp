@@ -119,10 +119,6 @@ std::int16_t KindOf(int place) {
     return place == BottomAxis || place == TopAxis ? Chart.State.KindX : Chart.State.KindY;
 }
 
-bool HasLabels(const GraphAxis& axis) {
-    return axis.Show == 1 && axis.TicMode == TicModes::MarksAndLabels;
-}
-
 void LayoutXY() {
     LayoutScaled(false);
 }

@@ -61,12 +61,6 @@ void SetPrinterSurface(const DrawingSurface& surface, bool plotter) {
     Seams.PrinterIsPlotter = plotter;
 }
 
-void RemovePrinterSurface() {
-    Seams.Printer = {};
-    Seams.HasPrinter = false;
-    Seams.PrinterIsPlotter = false;
-}
-
 void SetMetafileMaker(std::function<MetafileTarget(const MetafileRequest&)> make) {
     Seams.MakeMetafile = std::move(make);
 }

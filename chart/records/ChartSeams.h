@@ -50,7 +50,6 @@ inline ChartSeams Seams;
 void SetScreenSurface(const DrawingSurface& surface);
 void RemoveScreenSurface();
 void SetPrinterSurface(const DrawingSurface& surface, bool plotter = false);
-void RemovePrinterSurface();
 void SetMetafileMaker(std::function<MetafileTarget(const MetafileRequest&)> make);
 
 // The surface of the target. Only after a SelectTarget that found one.

@@ -114,6 +114,10 @@ struct GraphAxis {
     bool operator==(const GraphAxis&) const = default;
 };
 
+inline bool HasLabels(const GraphAxis& axis) {
+    return axis.Show == 1 && axis.TicMode == TicModes::MarksAndLabels;
+}
+
 struct GraphLegend {
     std::int16_t Show{};
     std::int16_t Where{};     // LegendPlaces

@@ -64,14 +64,10 @@ PagePlace WithAspect(const PagePlace& space, double aspect) {
     return place;
 }
 
-bool Labelled(const GraphAxis& axis) {
-    return axis.Show == 1 && axis.TicMode == TicModes::MarksAndLabels;
-}
-
 // Gap, labels and title of an axis.
 double AxisShare(const GraphAxis& axis) {
     const bool titled = axis.Show == 1 && !axis.Title.Text.Empty();
-    return Length(LineShare) * (1 + (Labelled(axis) ? 1 : 0) + (titled ? 1 : 0));
+    return Length(LineShare) * (1 + (HasLabels(axis) ? 1 : 0) + (titled ? 1 : 0));
 }
 
 // The main titles, and the labels and title of the top axis where it has them.

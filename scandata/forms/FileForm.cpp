@@ -232,6 +232,11 @@ void FillPage() {
     FileForm.State.FocusOn = &FileForm.Check1[0];
 }
 
+void NoteTableChange() {
+    FileForm.FormChanged = 1;
+    FileForm.CancelButton.Enabled = false;
+}
+
 void StoreIncludes() {
     for (int line = 0; line < FileForm.Lines; ++line) {
         const RowNo row = RowOfLine(line);

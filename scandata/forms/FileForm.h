@@ -69,6 +69,7 @@ void RevealRow(int line);
 void ShowCenterpiece(int line); // its type, and a channel where it has any
 void UnlockRow(int line);
 RowNo RowOfLine(int line);
+void NoteTableChange();               // its rows are others than before, and Cancel cannot bring them back
 void StoreIncludes();                 // the marks of the page that shows go into the workspace
 std::string ChannelText(int channel); // "" for none, "A" to "D"
 std::string PathText(RowNo row);      // optical path in mm

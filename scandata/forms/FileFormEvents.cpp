@@ -59,11 +59,6 @@ void NoteRange() {
     FileForm.CancelButton.Enabled = false;
 }
 
-void NoteChange() {
-    FileForm.FormChanged = 1;
-    FileForm.CancelButton.Enabled = false;
-}
-
 constexpr std::size_t MostDoubts = 8; // sets that a message lists
 
 // At most MostDoubts lines of many.
@@ -133,7 +128,7 @@ void FileFormCheckClick(int line) {
     }
     AsOneChange([line] {
         Work.IncludeSet[RowOfLine(line)] = FileForm.Check1[At(line)].Value;
-        NoteChange();
+        NoteTableChange();
     });
 }
 
@@ -210,7 +205,7 @@ void FileFormPathClick(int line) {
         const bool twelve = FileForm.CellPath[At(line)].Text != "12";
         FileForm.CellPath[At(line)].Text = twelve ? "12" : "3";
         Work.CellPath[RowOfLine(line)] = twelve ? 1.2F : 0.3F;
-        NoteChange();
+        NoteTableChange();
     });
 }
 
@@ -221,7 +216,7 @@ void FileFormExtinctionButton(int line) {
         Work.CurrentRow = ToInt16(row.Number - 1);
         ShowExtinctionForm();
         MakeCurrent(line);
-        if (RatiosOf(row) != before) NoteChange(); // a look at them changes nothing
+        if (RatiosOf(row) != before) NoteTableChange(); // a look at them changes nothing
     });
 }
 
@@ -238,7 +233,7 @@ void FileFormHelpButton(int line) {
         const std::int16_t order = Work.IntensityOrder[row];
         ShowInfoBox(row);
         if (Work.IntensityOrder[row] == order) return;
-        NoteChange();
+        NoteTableChange();
         ShowRowValues(row);
     });
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];

@@ -20,11 +20,6 @@ std::size_t At(int line) {
     return static_cast<std::size_t>(line);
 }
 
-void NoteChange() {
-    FileForm.FormChanged = 1;
-    FileForm.CancelButton.Enabled = false;
-}
-
 // The page as the rows are now; the line keeps the focus.
 void ShowPageAgain(int line) {
     FillPage();
@@ -39,7 +34,7 @@ void Change(int line, const std::function<void()>& work) {
         const Workspace before = Work;
         work();
         if (DescribeTableChange(before, Work).empty()) return;
-        NoteChange();
+        NoteTableChange();
         ShowPageAgain(line);
     });
 }

@@ -48,11 +48,6 @@ void OpenNextLine(int line) {
         UnlockRow(line + 1);
 }
 
-void NoteChange() {
-    FileForm.CancelButton.Enabled = false;
-    FileForm.FormChanged = 1;
-}
-
 // The row of the current line has taken a scan: the line shows it, and the next dialog starts where it came
 // from.
 void ShowAdopted(const ScanReadResult& read) {
@@ -74,7 +69,7 @@ void ShowAdopted(const ScanReadResult& read) {
     FileForm.BlankFile[i].Text = NoBaseline;
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = false;
-    NoteChange();
+    NoteTableChange();
     RemoveSetConstraints(row);
     FileForm.State.FocusOn = &FocusLine();
 }
@@ -137,7 +132,7 @@ void CopyIntoNextLine(RowNo s, const Control& channelAbove, const Control& blank
     if (HasNextChannel(s) && StepCopiedChannel(line)) DropBaseline(s + 1);
     ShowRowValues(s + 1);
     OpenNextLine(line);
-    NoteChange();
+    NoteTableChange();
     RemoveSetConstraints(s + 1);
 }
 
@@ -195,7 +190,7 @@ void RemoveBaseline(RowNo row) {
     if (Work.BaselineFile[row] == NoBaseline) return;
     DropBaseline(row);
     Work.SetChanged[row] = FlagTrue;
-    NoteChange();
+    NoteTableChange();
     RemoveSetConstraints(row);
 }
 
@@ -207,7 +202,7 @@ void TakeBaseline(const std::string& path, RowNo row) {
     Work.BaselineDirectoryLast = Work.BaselineDirectory[row];
     FileForm.ShiftBase[i].Value = 0;
     FileForm.ShiftBase[i].Visible = true;
-    NoteChange();
+    NoteTableChange();
     RemoveSetConstraints(row);
     if (const std::string remark = RemarkOfBaseline(Work, row); !remark.empty())
         Tell(FileTitle(path) + ": " + remark, Work.ProgramName, BoxIcon::Warning);
@@ -345,7 +340,7 @@ void Fill(const TableFilling& fill) {
     Work.NameConvention = 1;
     if (!Work.ScanDirectory[1].empty()) Work.DataDirectory = Work.ScanDirectory[1];
     FillPage();
-    NoteChange();
+    NoteTableChange();
     SayChange(std::to_string(RowsInFit().size()) +
               " data sets, channels and ranges proposed: click on a radius to look at a range");
     TellNotes(notes, ScanReadSentence);

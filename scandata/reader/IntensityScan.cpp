@@ -1,5 +1,6 @@
 #include "scandata/reader/IntensityScan.h"
 
+#include "platform/Letters.h"
 #include "scandata/reader/ScanWriter.h"
 #include "scandata/table/LeftOut.h"
 #include "workspace/records/SameSettings.h"
@@ -10,10 +11,6 @@
 namespace Quillon {
 
 namespace {
-
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
 
 // log10(second / first), summed: positive where the first column is the sample.
 double SumOfLogs(RowNo row) {
@@ -102,10 +99,10 @@ float AbsorbanceOf(float first, float second, IntensityOrders::Code order) {
 }
 
 bool IsIntensityScan(std::string_view parameterLine, std::string_view fileName) {
-    if (!parameterLine.empty() && Capital(parameterLine[0]) == 'I') return true;
+    if (!parameterLine.empty() && CapitalLetter(parameterLine[0]) == 'I') return true;
     const std::size_t dot = fileName.rfind('.');
-    return dot != std::string_view::npos && dot + 2 < fileName.size() && Capital(fileName[dot + 1]) == 'R' &&
-           Capital(fileName[dot + 2]) == 'I';
+    return dot != std::string_view::npos && dot + 2 < fileName.size() &&
+           CapitalLetter(fileName[dot + 1]) == 'R' && CapitalLetter(fileName[dot + 2]) == 'I';
 }
 
 void TakeIntensities(RowNo row, const std::vector<IntensityReading>& readings) {

@@ -1,5 +1,7 @@
 #include "scandata/reader/ScanNames.h"
 
+#include "platform/Letters.h"
+
 #include <charconv>
 #include <vector>
 
@@ -11,10 +13,6 @@ constexpr std::size_t MostDigits = 9;
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
-}
-
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 // A text of digits alone.
@@ -39,13 +37,13 @@ std::vector<std::string_view> Parts(std::string_view text, char between) {
 
 // Letter and digits of a part, "c2".
 std::optional<long> Field(std::string_view part, char letter) {
-    return part.size() > 1 && Capital(part[0]) == letter ? Digits(part.substr(1)) : std::nullopt;
+    return part.size() > 1 && CapitalLetter(part[0]) == letter ? Digits(part.substr(1)) : std::nullopt;
 }
 
 char TypeOf(std::string_view ending) {
     if (ending.size() < 2) return 0;
-    const char first = Capital(ending[0]);
-    const char second = Capital(ending[1]);
+    const char first = CapitalLetter(ending[0]);
+    const char second = CapitalLetter(ending[1]);
     if (first == 'R' && (second == 'A' || second == 'I')) return second;
     if (first == 'I' && second == 'P') return 'P';
     if (first == 'F' && second == 'I') return 'F';

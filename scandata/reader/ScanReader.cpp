@@ -1,6 +1,7 @@
 #include "scandata/reader/ScanReader.h"
 
 #include "input/NUMINPUT.h"
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/reader/ExtinctionRatios.h"
@@ -18,14 +19,10 @@ namespace Quillon {
 
 namespace {
 
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 bool StartsWithAnyCase(std::string_view text, std::string_view capitals) {
     return text.size() >= capitals.size() &&
            std::equal(capitals.begin(), capitals.end(), text.begin(),
-                      [](char capital, char c) { return capital == Capital(c); });
+                      [](char capital, char c) { return capital == CapitalLetter(c); });
 }
 
 void ReadHeader(HeaderFields header, RowNo row, ScanReadResult& result) {
@@ -146,7 +143,7 @@ bool ParseScan(const std::string& path, std::string_view bytes, RowNo row, Absci
     const std::size_t headerPlace = file.Place;
     const std::string_view header = ReadTextItem(file);
     const bool comma = file.AfterComma;
-    result.TypeLetter = header.empty() ? '\0' : Capital(header[0]);
+    result.TypeLetter = header.empty() ? '\0' : CapitalLetter(header[0]);
     result.Cell = header.size() > 2 && header[2] >= '0' && header[2] <= '9' ? header[2] - '0' : 0;
     Work.InterferenceData = Flag(result.TypeLetter == 'P');
     DropPixelScale(comment, row);
@@ -262,7 +259,8 @@ std::string NextToken(long& position, std::string_view text, std::string_view se
 
 void SettleDataType(const std::string& fileName) {
     if (fileName.size() < 3) return;
-    const char letters[] = {Capital(fileName[fileName.size() - 3]), Capital(fileName[fileName.size() - 2])};
+    const char letters[] = {CapitalLetter(fileName[fileName.size() - 3]),
+                            CapitalLetter(fileName[fileName.size() - 2])};
     const std::string_view type(letters, 2);
     const auto settle = [](std::int16_t interference, const char* name) {
         Work.InterferenceData = interference;

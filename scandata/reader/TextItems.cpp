@@ -1,5 +1,6 @@
 #include "scandata/reader/TextItems.h"
 
+#include "platform/Letters.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -102,8 +103,7 @@ std::string_view WithoutLeadingBlanks(std::string_view text) {
 }
 
 std::string_view WithoutBlanks(std::string_view text) {
-    text = WithoutLeadingBlanks(text);
-    return text.substr(0, text.find_last_not_of(' ') + 1);
+    return Trimmed(text, " ");
 }
 
 } // namespace Quillon

@@ -1,19 +1,16 @@
 #include "scandata/table/Labels.h"
 
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 
 namespace Quillon {
 
 namespace {
 
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 bool SameLetterAt(const OneBased<std::string>& labels, std::size_t place, long first, long last) {
-    const char letter = Capital(labels[first][place]);
+    const char letter = CapitalLetter(labels[first][place]);
     for (long k = first + 1; k <= last; ++k)
-        if (place >= labels[k].size() || Capital(labels[k][place]) != letter) return false;
+        if (place >= labels[k].size() || CapitalLetter(labels[k][place]) != letter) return false;
     return true;
 }
 
