@@ -133,6 +133,9 @@ void MarkHeadings(QListWidget& list, HelpPane pane) {
 // A list of places. Its rows are UTF-8, as the pages are.
 QListWidget* MakeList(Binder& bind, HelpPane pane) {
     auto* list = new QListWidget;
+    list->setWordWrap(true); // a long title goes on in a second line
+    list->setResizeMode(QListView::Adjust);
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     bind.Also([list, pane] {
         const Control& rows = HelpList(pane);
         const QSignalBlocker quiet(list);
@@ -192,7 +195,7 @@ QWidget* MakeHelpForm(QWidget* parent) {
     split->addWidget(MakeTabs(bind));
     split->addWidget(page);
     split->setStretchFactor(1, 1);
-    split->setSizes({270, 730});
+    split->setSizes({ForFont(270, 0).width(), ForFont(730, 0).width()});
     const auto button = [&](Control HelpFormRecord::*control, void (*clicked)()) {
         return MakeButton(
             bind, [control]() -> Control& { return HelpForm.*control; }, clicked);

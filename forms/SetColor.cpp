@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QListWidget>
+#include <QScrollBar>
 
 namespace Quillon {
 
@@ -22,6 +23,8 @@ QListWidget* ColorRows(Binder& bind) {
         const int rows = std::min(list->count(), static_cast<int>(colors.size()));
         for (int row = 0; row < rows; ++row)
             list->item(row)->setIcon(Swatch(colors[static_cast<std::size_t>(row)]));
+        const int bar = list->verticalScrollBar()->sizeHint().width();
+        list->setMinimumWidth(list->sizeHintForColumn(0) + bar + 2 * list->frameWidth());
     });
     QObject::connect(list, &QListWidget::itemActivated, list, [] { RunHandler(SetColorEditButton); });
     return list;

@@ -14,6 +14,7 @@
 #include "commands/RunForm.h"
 #include "commands/export/ReportPreview.h"
 #include "commands/history/History.h"
+#include "fit/GNLLSQ.h"
 #include "fit/forms/FitMon.h"
 #include "fit/forms/GetGuess.h"
 #include "fit/forms/HoldForm.h"
@@ -28,6 +29,7 @@
 #include "reporting/Results.h"
 #include "runs/Approach.h"
 #include "runs/Groups.h"
+#include "scandata/forms/FileForm.h"
 #include "scandata/forms/InfoBox.h"
 #include "scandata/reader/ExtinctionForm.h"
 #include "studies/StudyForm.h"
@@ -253,6 +255,75 @@ std::vector<FormOpening> AllOpenings() {
 
 const std::vector<FormOpening>& FormOpenings() {
     static const std::vector<FormOpening> all = AllOpenings();
+    return all;
+}
+
+namespace {
+
+// What a click on a line of the table of data sets leads to, on the graph that waits for an answer.
+Opening OnTheTable(void (*click)()) {
+    return [click](Player& player, const Visit& visit) {
+        player.Expect(FileFormName, [&] {
+            player.Expect(ChartsName, [&] {
+                Charts.ClosesAsEscape = true;
+                visit();
+            });
+            click();
+            FileForm.FormChanged = 0; // the ranges are not doubted
+            Player::Click(FileForm.OkButton);
+        });
+        player.ClickMenu("ReadData");
+    };
+}
+
+void UseABaseline() {
+    Work.BaselineFile[1] = "00009.RA1";
+    Work.BaselineRPM[1] = 20000.0F;
+    Work.BaselinePoints[1] = Work.ScanPoints[1];
+    Work.BaselineRadius[1] = Work.ScanRadius[1];
+    Work.BaselineValue[1].Recreate(Work.ScanPoints[1], 0.01F);
+}
+
+// A study with what it found.
+Opening Run(const char* item) {
+    return [item](Player& player, const Visit& visit) {
+        player.Expect(StudyFormName, [&] {
+            Player::Click(StudyForm.RunButton);
+            visit();
+        });
+        player.ClickMenu(item);
+    };
+}
+
+void AllSetsWithTheirFit() {
+    UseAllSets();
+    Work.DataDirectory = "/data";
+    Work.MonitorMode = Monitor::None;
+    RunFit();
+    Work.MonitorMode = Monitor::FreeRun;
+}
+
+} // namespace
+
+const std::vector<FormOpening>& FurtherOpenings() {
+    static const std::vector<FormOpening> all = {
+        {ChartsName, OnTheTable([] { Player::Click(FileForm.MinRBox[0]); }), {}, [] {}, "Range"},
+        {ChartsName, OnTheTable([] { Player::Click(FileForm.ShiftBase[0]); }), {}, UseABaseline, "Shift"},
+        {StudyFormName, By(StudyFormName, "CompareModels"), {}, [] {}, "Comparison"},
+        {StudyFormName, Run("ProfileParameter"), {}, [] {}, "Profile"},
+        {StudyFormName, Run("PlanExperiment"), {}, [] {}, "Plan"},
+        {AnalmenuName, Beside(nullptr), {}, AllSetsWithTheirFit, "AllSets"},
+        {FileFormName, By(FileFormName, "ReadData"), {}, AllSetsWithTheirFit, "AllSetsInTheTable"},
+        {GetGuessName,
+         By(GetGuessName, "FitData"),
+         {"OK"},
+         [] {
+             AllSetsWithTheirFit();
+             NoNewGuesses();
+         },
+         "AllSetsToBeGuessed"},
+        {ResultsName, By(ResultsName, "ReviewFit"), {}, AllSetsWithTheirFit, "AllSetsInTheResults"},
+    };
     return all;
 }
 

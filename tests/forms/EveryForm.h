@@ -19,9 +19,15 @@ struct FormOpening {
     std::vector<std::string> Changing = {};
     // What the analysis needs beside a finished fit of three sets.
     std::function<void()> Prepare = [] {};
+    const char* Title = ""; // of one of several states of a form; "" for the form itself
 };
 
+// One for each form, by their names.
 const std::vector<FormOpening>& FormOpenings();
+
+// Forms in other states that look different: graphs that wait for a range or a shift, the other studies, all
+// 18 data sets.
+const std::vector<FormOpening>& FurtherOpenings();
 
 // A window that is not waited for: it stays until it is closed, as the main window does.
 bool StandsBeside(const std::string& form);

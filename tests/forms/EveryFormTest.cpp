@@ -2,17 +2,18 @@
 // text in sight, and it is worked and read without a mouse.
 #include "tests/forms/EveryForm.h"
 
+#include "commands/AccessKeys.h"
 #include "commands/Analmenu.h"
+#include "commands/MenuRows.h"
+#include "commands/export/MeasuredData.h"
 #include "commands/history/History.h"
-#include "forms/StartDesktop.h"
 #include "forms/shell/Binding.h"
-#include "forms/shell/FieldEdit.h"
 #include "forms/shell/FormHost.h"
-#include "forms/shell/WindowSizes.h"
 #include "persistence/codec/FitCodec.h"
 #include "platform/Platform.h"
 #include "scandata/forms/FileForm.h"
 #include "tests/forms/Scans.h"
+#include "workspace/records/Roads.h"
 #include "workspace/records/Workspace.h"
 
 #include <QAbstractButton>
@@ -23,28 +24,17 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDockWidget>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QRadioButton>
-#include <QScreen>
-#include <QScrollArea>
-#include <QStyleOptionComboBox>
-#include <QTableWidget>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <fstream>
 #include <set>
 
 namespace Quillon {
@@ -52,7 +42,6 @@ namespace {
 
 struct EveryForm : testing::Test {
     Player player;
-    ~EveryForm() override { ScaleForms(100); }
 };
 
 TEST_F(EveryForm, IsOpenedByTheseTests) {
@@ -146,123 +135,6 @@ TEST_F(EveryForm, ASimulationThatIsGivenUpLeavesTheAnalysis) {
         player.ClickMenu("DoSimulate");
         EXPECT_EQ(WhatChanged(before, Bytes{}), "");
     }
-}
-
-// --- every screen ----------------------------------------------------------------------------------------
-
-// Widgets that have less room than their text. What scrolls is measured where it would be seen.
-class CutTexts {
-public:
-    explicit CutTexts(const QWidget& window) {
-        for (const auto* widget : window.findChildren<QWidget*>())
-            if (widget->isVisible()) Look(*widget);
-    }
-    std::vector<std::string> Found;
-
-private:
-    void Note(const QWidget& widget, const QString& text, int room, int needed) {
-        if (room >= needed || text.isEmpty()) return;
-        Found.push_back(std::string(widget.metaObject()->className()) + " '" + text.left(60).toStdString() +
-                        "' " + std::to_string(room) + " < " + std::to_string(needed));
-    }
-    void Look(const QWidget& widget) {
-        if (const auto* label = qobject_cast<const QLabel*>(&widget)) return LookAtLabel(*label);
-        if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return LookAtButton(*button);
-        if (const auto* field = qobject_cast<const FieldEdit*>(&widget)) return LookAtField(*field);
-        if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) return LookAtCombo(*combo);
-        if (const auto* frame = qobject_cast<const QGroupBox*>(&widget))
-            return Note(*frame, frame->title(), frame->width(), Advance(*frame, frame->title()));
-        if (const auto* head = qobject_cast<const QHeaderView*>(&widget)) return LookAtHead(*head);
-        if (const auto* table = qobject_cast<const QTableWidget*>(&widget)) return LookAtTable(*table);
-        if (const auto* dock = qobject_cast<const QDockWidget*>(&widget))
-            return Note(*dock, dock->windowTitle(), dock->width(), Advance(*dock, dock->windowTitle()) + 40);
-    }
-    static int Advance(const QWidget& widget, const QString& text) {
-        return widget.fontMetrics().horizontalAdvance(text);
-    }
-    void LookAtLabel(const QLabel& label) {
-        if (label.text().isEmpty()) return;
-        if (label.wordWrap())
-            return Note(label, label.text(), label.height(), label.heightForWidth(label.width()));
-        Note(label, label.text(), label.width(), label.minimumSizeHint().width());
-        Note(label, label.text(), label.height(), label.minimumSizeHint().height());
-    }
-    void LookAtButton(const QAbstractButton& button) {
-        if (button.text().isEmpty()) return;
-        Note(button, button.text(), button.width(), button.minimumSizeHint().width());
-        Note(button, button.text(), button.height(), button.minimumSizeHint().height());
-    }
-    void LookAtField(const FieldEdit& field) { // a path or a title may be longer than its field
-        const QString text = field.text();
-        constexpr int frame = 8, longest = 14;
-        if (text.size() <= longest) Note(field, text, field.width(), Advance(field, text) + frame);
-        Note(field, text, field.height(), field.minimumSizeHint().height());
-    }
-    void LookAtCombo(const QComboBox& combo) {
-        QStyleOptionComboBox option;
-        option.initFrom(&combo);
-        option.editable = combo.isEditable();
-        const QRect room =
-            combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &combo);
-        const int icon = combo.itemIcon(combo.currentIndex()).isNull() ? 0 : combo.iconSize().width() + 4;
-        Note(combo, combo.currentText(), room.width(), Advance(combo, combo.currentText()) + icon);
-    }
-    void LookAtHead(const QHeaderView& head) {
-        if (!head.model()) return;
-        for (int i = 0; i < head.count(); ++i)
-            if (!head.isSectionHidden(i))
-                Note(head, head.model()->headerData(i, head.orientation()).toString(), head.sectionSize(i),
-                     head.orientation() == Qt::Horizontal ? head.sectionSizeHint(i) : 0);
-    }
-    void LookAtTable(const QTableWidget& table) {
-        for (int row = 0; row < table.rowCount(); ++row)
-            for (int column = 0; column < table.columnCount(); ++column)
-                if (const QTableWidgetItem* item = table.item(row, column); item && item->toolTip().isEmpty())
-                    Note(table, item->text(), table.columnWidth(column),
-                         QFontMetrics(item->font()).horizontalAdvance(item->text()));
-    }
-};
-
-std::vector<std::string> OffTheScreen(const QWidget& window) {
-    const QRect screen = window.screen()->availableGeometry();
-    const QRect place(window.mapToGlobal(QPoint(0, 0)), window.size());
-    if (screen.contains(place)) return {};
-    return {"the window of " + std::to_string(place.width()) + " x " + std::to_string(place.height()) +
-            " at " + std::to_string(place.x()) + ", " + std::to_string(place.y())};
-}
-
-// Starts the program anew with letters of a size, as a desktop with such a font does.
-void StartWithLetters(const Player& player, int points) {
-    static const double usual = QFontInfo(QApplication::font()).pointSizeF();
-    const long percent = std::lround(100.0 * points / usual);
-    std::ofstream(player.Directory() + "/config/QUILLON.ini")
-        << "[quillon]\nformscalingpercent=" << percent << "\n";
-    UnloadForms();
-    StartDesktop("");
-    EXPECT_NEAR(QFontInfo(QApplication::font()).pointSizeF(), points, 0.5);
-    Player::Serve();
-}
-
-void ExpectEachFits(Player& player, int points, char mark) {
-    SCOPED_TRACE("letters of " + std::to_string(points) + " points, decimal sign " + mark);
-    Host.DecimalMark = [mark] { return mark; };
-    StartWithLetters(player, points);
-    for (const FormOpening& opening : FormOpenings()) {
-        PrepareFor(opening);
-        VisitForm(player, opening, [&](QWidget& window) {
-            Player::Serve();
-            EXPECT_EQ(CutTexts(window).Found, std::vector<std::string>{}) << opening.Form;
-            EXPECT_EQ(OffTheScreen(window), std::vector<std::string>{}) << opening.Form;
-        });
-    }
-}
-
-TEST_F(EveryForm, FitsItsScreenWithSmallLetters) {
-    ExpectEachFits(player, 9, '.');
-}
-
-TEST_F(EveryForm, FitsItsScreenWithLargeLettersAndCommas) {
-    ExpectEachFits(player, 14, ',');
 }
 
 // --- without a mouse -------------------------------------------------------------------------------------
@@ -394,6 +266,88 @@ TEST_F(EveryForm, OffersEachCommandOfItsMenusToTheKeys) {
             EXPECT_TRUE(!open || met.contains(item)) << item->text().toStdString();
         }
     }
+}
+
+// --- every command by keys alone ---------------------------------------------------------------------------
+
+// Nobody is asked, no form is shown, and every question is given up: a command runs to the end of its own.
+void GiveUpEveryQuestion() {
+    Host.ShowModal = [](const std::string&) {};
+    Host.ShowForm = [](const std::string&) {};
+    Host.AskFile = [](const FileRequest&) { return FileAnswer{}; };
+    Host.AskText = [](const InputRequest&) { return InputAnswer{}; };
+    Host.MessageBoxAnswer = [](const BoxRequest& request) {
+        return request.Buttons == BoxButtons::Ok      ? BoxAnswer::Ok
+               : request.Buttons == BoxButtons::YesNo ? BoxAnswer::No
+                                                      : BoxAnswer::Cancel;
+    };
+}
+
+// Opens the menu of an item by its access key and chooses the item by its own, or where it has none by the
+// arrows and Return.
+void ChooseByKeys(QAction& bar, QAction& item) {
+    Player::Press(Qt::Key(AccessKeyOf(RecordText(bar.text())) - 'a' + Qt::Key_A), Qt::AltModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_EQ(menu, bar.menu()) << bar.text().toStdString();
+    if (const char key = AccessKeyOf(RecordText(item.text())); key != 0) {
+        const bool digit = key >= '0' && key <= '9';
+        QTest::keyClick(menu, Qt::Key(digit ? key : key - 'a' + Qt::Key_A));
+    } else {
+        for (int i = 0; i < 60 && menu->activeAction() != &item; ++i)
+            QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    }
+    Player::Serve();
+    if (menu->isVisible()) menu->close();
+}
+
+// The open items of all menus; those that ran when they were chosen go to ran.
+void ChooseAllByKeys(const std::function<void()>& prepare, std::set<std::string>& ran) {
+    auto* main = qobject_cast<QMainWindow*>(Player::Window(AnalmenuName));
+    for (QAction* bar : main->menuBar()->actions())
+        for (QAction* item : bar->menu()->actions()) {
+            const std::string name = item->objectName().toStdString();
+            if (name.empty() || ran.contains(name)) continue;
+            prepare();
+            SetMenuStatus();
+            RefreshForms();
+            if (!item->isEnabled()) continue;
+            const auto connection =
+                QObject::connect(item, &QAction::triggered, item, [&ran, name] { ran.insert(name); });
+            ChooseByKeys(*bar, *item);
+            QObject::disconnect(connection);
+            EXPECT_TRUE(ran.contains(name)) << name << " is not run by its keys";
+            Work.AbortFit = FlagFalse;
+        }
+}
+
+// One analysis has not all commands open: others come with ties of concentrations, with steps that were taken
+// back, with a simulation, and with a set alone whose residuals are its baseline.
+TEST_F(EveryForm, RunsEachCommandOfTheMainMenuByKeysAlone) {
+    GiveUpEveryQuestion();
+    const FormOpening* const fit = &FormOpenings().front();
+    std::set<std::string> ran;
+    ChooseAllByKeys([&] { PrepareFor(*fit); }, ran);
+    ChooseAllByKeys(
+        [&] {
+            PrepareFor(*fit);
+            for (const float mass : {20.0F, 30.0F}) {
+                Work.Parms[0] = mass;
+                NoteHistory("a change");
+            }
+            UndoCommand();
+            Work.ConstraintFlags = ConcentrationBit;
+        },
+        ran);
+    ChooseAllByKeys(
+        [&] {
+            PrepareFor(*fit);
+            KeepMeasuredData(Work);
+        },
+        ran);
+    ChooseAllByKeys(UseOneSet, ran);
+    for (const MenuRow& row : MenuRows())
+        EXPECT_TRUE(ran.contains(row.Name)) << row.Name << " was never open";
 }
 
 } // namespace

@@ -89,13 +89,30 @@ void UseAllSets() {
     UseCase(c);
 }
 
-void UseFinishedFit() {
-    UseSimulatedData();
+namespace {
+
+void FitUnseen() {
     Work.MonitorMode = 0;
     RunFit();
     Work.MonitorMode = 1;
     SetMenuStatus();
     RefreshForms();
+}
+
+} // namespace
+
+void UseFinishedFit() {
+    UseSimulatedData();
+    FitUnseen();
+}
+
+void UseOneSet() {
+    ModelCase c = MonomerDimer();
+    c.Model = 1;
+    c.Fitted = {0};
+    c.Sets.resize(1);
+    UseCase(c);
+    FitUnseen();
 }
 
 void UseChannelRadii() {

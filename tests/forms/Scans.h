@@ -20,6 +20,9 @@ void UseSimulatedData();
 // The same with as many sets as the table holds, twelve points each.
 void UseAllSets();
 
+// A single species in one set, whose residuals may be written as a baseline, and its fit.
+void UseOneSet();
+
 // A fit of those data that has converged; the results have not been shown.
 void UseFinishedFit();
 
