@@ -87,6 +87,7 @@ protected:
         QMainWindow::showEvent(event);
         if (Placed || event->spontaneous()) return;
         Placed = true;
+        setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab
         NameForReaders(*this);
         PlaceWindow(*this);
     }

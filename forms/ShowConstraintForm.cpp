@@ -40,7 +40,9 @@ QWidget* MakeShowConstraintForm(QWidget* parent) {
     grid->setHorizontalSpacing(12);
     grid->setRowStretch(grid->rowCount(), 1);
     auto* all = new QVBoxLayout(form);
-    all->addWidget(Scrolled(grid), 1);
+    QScrollArea* table = Scrolled(grid);
+    table->setFrameShape(QFrame::StyledPanel); // its keys scroll, and the focus is seen on the frame
+    all->addWidget(table, 1);
     all->addWidget(MakeLabel(bind, []() -> Control& { return ShowConstraintForm.Label7; }));
     all->addLayout(ButtonRow({}, {MakeButton(
                                      bind, []() -> Control& { return ShowConstraintForm.OkButton; },

@@ -65,7 +65,7 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     OpenToolkitPicture = [](const std::string& kind, const PictureRequest& request) {
         return kind == "png" ? OpenPng(request) : OpenPdf(request);
     };
-    ShowButtonsAsWords();
+    TakeOwnStyle();
     ReadJob = OpenJobFile;
     SessionWorker = OnAThread;
     KeepWindowsOnScreen();

@@ -96,6 +96,7 @@ void Scroll(QDialog& window, int width) {
     rows->setSizeConstraint(QLayout::SetDefaultConstraint);
     QLayout* foot = TakeFoot(*rows, width - margins.left() - margins.right());
     QScrollArea* area = Scrolled(rows, &window);
+    area->setFocusPolicy(Qt::NoFocus); // it follows the control that has the focus
     auto* whole = new QVBoxLayout(&window);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(area, 1);
@@ -135,6 +136,7 @@ private:
         const QSize needed = LeastSize(window, std::min(window.width(), room.width()));
         if (window.layout() && !Fits(needed, room)) Scroll(window, room.width());
         window.resize(window.size().expandedTo({0, needed.height()}).boundedTo(room));
+        window.setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab
         NameForReaders(window);
         PlaceWindow(window);
     }

@@ -350,5 +350,28 @@ TEST_F(EveryForm, RunsEachCommandOfTheMainMenuByKeysAlone) {
         EXPECT_TRUE(ran.contains(row.Name)) << row.Name << " was never open";
 }
 
+// --- the focus is seen -------------------------------------------------------------------------------------
+
+// Tab by Tab: a control that has the focus looks otherwise than without it.
+TEST_F(EveryForm, ShowsWhereTheFocusIs) {
+    for (const FormOpening& opening : FormOpenings()) {
+        PrepareFor(opening);
+        VisitForm(player, opening, [&](QWidget& window) {
+            std::set<const QWidget*> met;
+            std::vector<std::string> unseen;
+            for (int i = 0; i < 60; ++i) {
+                const QPointer<QWidget> at = QApplication::focusWidget();
+                if (!at || at->window() != &window || !met.insert(at).second) break;
+                const QImage with = at->grab().toImage();
+                QTest::keyClick(at, Qt::Key_Tab);
+                Player::Serve();
+                if (!at || at->hasFocus()) break; // Tab is a key of its own there
+                if (at->grab().toImage() == with) unseen.push_back(NameOf(*at));
+            }
+            EXPECT_EQ(unseen, std::vector<std::string>{}) << opening.Form;
+        });
+    }
+}
+
 } // namespace
 } // namespace Quillon
