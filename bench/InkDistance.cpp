@@ -1,12 +1,13 @@
 // How far the ink of one picture lies from that of another one: the dots of the table of docs/pictures.md.
 //
-//     ink-distance WANTED.ppm READ.ppm     pictures of 8 bits a colour (PPM, P6), READ at least as large
+//     ink-distance WANTED.ppm READ.ppm     pictures of 8 bits a colour (PPM, P6)
 //
 // A dot has ink where it is at least half of the way from white to full colour; it lies apart where the other
 // picture has next to no ink (an eighth) within one dot of it, to the sides or across. Printed are the dots
 // of ink of WANTED, the dots of either picture that lie apart from the other one, and how many dots the
-// farthest lies away ("20 or more" is 20). READ is a page that begins with the picture; what it has beyond is
-// left aside. A file that cannot be read ends it with 2.
+// farthest lies away, 20 standing for all beyond. A READ of another size is the sheet that the picture lies
+// on, within three dots of its upper left corner: where a picture lies on a sheet is no part of the question,
+// so that the best of these places counts. A file that cannot be read ends it with 2.
 
 #include <algorithm>
 #include <cstdio>
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int Ink = 128, NextToNone = 31; // of 255
 constexpr int FarthestSought = 20;        // dots
+constexpr long MostAside = 3;             // dots, of a picture from the corner of its sheet
 
 // Rows from above, columns from the left, both from 0; how far each dot is from white, 0 to 255.
 struct Picture {
@@ -52,13 +54,15 @@ Picture ReadPicture(const std::string& path) {
     return picture;
 }
 
-// The part of the page that is as large as the picture.
-Picture Begin(const Picture& page, const Picture& like, const std::string& path) {
-    if (page.Width < like.Width || page.Height < like.Height) Refuse(path);
+// The part of the page that is as large as the picture and begins that far right and down; white beyond the
+// page.
+Picture PartOf(const Picture& page, const Picture& like, long right, long down) {
     Picture part{like.Width, like.Height, {}};
-    for (long y = 0; y < like.Height; ++y)
-        for (long x = 0; x < like.Width; ++x)
-            part.Dots.push_back(static_cast<unsigned char>(page.At(x, y)));
+    for (long y = down; y < like.Height + down; ++y)
+        for (long x = right; x < like.Width + right; ++x) {
+            const bool within = x >= 0 && y >= 0 && x < page.Width && y < page.Height;
+            part.Dots.push_back(static_cast<unsigned char>(within ? page.At(x, y) : 0));
+        }
     return part;
 }
 
@@ -94,6 +98,24 @@ void AddApart(const Picture& picture, const Picture& other, Apart& apart) {
         }
 }
 
+Apart Compare(const Picture& wanted, const Picture& read) {
+    Apart apart;
+    AddApart(wanted, read, apart);
+    AddApart(read, wanted, apart);
+    return apart;
+}
+
+// The best of the places on a sheet, the corner first.
+Apart CompareOnSheet(const Picture& wanted, const Picture& sheet) {
+    Apart best = Compare(wanted, PartOf(sheet, wanted, 0, 0));
+    for (long right = -MostAside; right <= MostAside; ++right)
+        for (long down = -MostAside; down <= MostAside && best.Dots > 0; ++down) {
+            const Apart apart = Compare(wanted, PartOf(sheet, wanted, right, down));
+            if (apart.Dots < best.Dots) best = apart;
+        }
+    return best;
+}
+
 } // namespace
 
 int main(int count, char** words) {
@@ -101,14 +123,11 @@ int main(int count, char** words) {
         std::fprintf(stderr, "ink-distance WANTED.ppm READ.ppm\n");
         return 2;
     }
-    const Picture wanted = ReadPicture(words[1]);
-    const Picture read = Begin(ReadPicture(words[2]), wanted, words[2]);
-    Apart apart;
-    AddApart(wanted, read, apart);
-    AddApart(read, wanted, apart);
-    std::printf("%ld %ld %d\n",
-                static_cast<long>(std::count_if(wanted.Dots.begin(), wanted.Dots.end(),
-                                                [](int dot) { return dot >= Ink; })),
-                apart.Dots, apart.Farthest);
+    const Picture wanted = ReadPicture(words[1]), read = ReadPicture(words[2]);
+    const bool same = wanted.Width == read.Width && wanted.Height == read.Height;
+    const Apart apart = same ? Compare(wanted, read) : CompareOnSheet(wanted, read);
+    const auto ink =
+        std::count_if(wanted.Dots.begin(), wanted.Dots.end(), [](int dot) { return dot >= Ink; });
+    std::printf("%ld %ld %d\n", static_cast<long>(ink), apart.Dots, apart.Farthest);
     return 0;
 }
