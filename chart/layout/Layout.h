@@ -13,9 +13,6 @@ GraphAxis& AxisOf(GraphSpec& spec, int place);
 AxisSpace& SpaceOf(ChartLayout& layout, int place);
 std::int16_t KindOf(int place); // AxisKinds
 
-// True when an axis has labels at its tics.
-bool HasLabels(const GraphAxis& axis);
-
 // Scale and layout of the current spec and data, by the graph type. GraphStatus is NoRoom, and the frame
 // empty, when text leaves no room for it.
 void LayoutGraph();

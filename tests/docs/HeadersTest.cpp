@@ -77,7 +77,7 @@ std::string NameOfRoutine(std::string_view statement) {
         while (begin > 0 && IsOfName(statement[begin - 1]))
             --begin;
         const std::string name(statement.substr(begin, i - begin));
-        return name == "static_assert" || name == "alignas" ? "" : name;
+        return name == "static_assert" || name == "alignas" || name.ends_with("decltype") ? "" : name;
     }
     return "";
 }
@@ -226,7 +226,7 @@ TEST(Headers, ARoutineThatStandsElsewhereIsFound) {
         enum class Way { Plain, Guided };
         inline constexpr long Most = 20'000;
         template <class T> struct Holder { T Value{}; T Get() const { return Value; } };
-        struct Shape : Base { int Sides() const; private: friend void Other(); using Call = void(int); void (*Place)(int); std::function<void(int)> Told;
+        struct Shape : Base { int Sides() const; private: friend void Other(); using Call = void(int); void (*Place)(int); decltype(&::close) Close; std::function<void(int)> Told;
                               Shape() = default; bool operator==(const Shape&) const = default; };
         void Here(int a = F("{(", ')')); int Here(long);
         std::vector<std::function<void(int)>> There(const std::string& name = "}", Shape = {});
