@@ -177,6 +177,7 @@ PictureRequest FigureRequest() {
 void CheckGraphFormat(const GraphOption& option) {
     const std::string ending = GraphEnding(option);
     if (ending != "png" && ending != "pdf") return;
+    OpenToolkitPicture = LoadedPicture; // by which all kinds are drawn, those of a run among them
     try {
         LoadedPicture(ending, {"", 1, 1});
     } catch (const RuntimeError& error) {

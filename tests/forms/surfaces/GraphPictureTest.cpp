@@ -118,6 +118,19 @@ TEST_F(GraphPictures, AReportAsPagesIsTheTextReportOfItsPaper) {
     }
 }
 
+// Scans of one cell and speed, later and later: the example's, with other times in their heads.
+TEST_F(GraphPictures, TheGraphOfARunWasRefusedAsPng) {
+    const std::string scan = ReadWholeFile(QUILLON_SOURCE "/examples/single-species/00012.RA1");
+    const std::string time = "0072000 6.3955E10";
+    const std::size_t place = scan.find(time);
+    ASSERT_NE(place, std::string::npos);
+    std::filesystem::create_directory(Path("run"));
+    TheScript.MakeFile("run/00001.RA1", std::string(scan).replace(place, time.size(), "0050000 4.4413E10"));
+    TheScript.MakeFile("run/00002.RA1", scan);
+    ASSERT_EQ(Run("--sort " + Path("run") + " --graph approach:1=" + Path("a.png")), 0) << Errors;
+    EXPECT_EQ(ImageOf(ReadWholeFile(Path("a.png"))).width(), 1800);
+}
+
 TEST_F(GraphPictures, PngIsTheFigureAt300DotsPerInch) {
     WriteAll("png");
     for (const std::string kind : AllKinds) {
