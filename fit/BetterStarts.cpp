@@ -1,7 +1,7 @@
 #include "fit/BetterStarts.h"
 
-#include "fit/GNLLSQ.h"
 #include "fit/SetBySet.h"
+#include "fit/Sums.h"
 #include "fit/TriedStarts.h"
 #include "fit/equations/Bounds.h"
 #include "models/Guesses.h"

@@ -1,6 +1,7 @@
 #include "fit/Confidence.h"
 
-#include "fit/GNLLSQ.h"
+#include "fit/LineSearch.h"
+#include "fit/Sums.h"
 #include "fit/Undetermined.h"
 #include "fit/equations/FDistribution.h"
 #include "fit/equations/JacobiEigen.h"

@@ -14,8 +14,10 @@
 // them again before it counts as failed, as constrained methods correct a step back onto a bent constraint
 // (R. Fletcher, Practical Methods of Optimization, 2nd ed. 1987, section 14.4). docs/robustness.md has what
 // each brings.
+#include "fit/DampedSearch.h"
 #include "fit/FitProgress.h"
-#include "fit/GNLLSQ.h"
+#include "fit/LineSearch.h"
+#include "fit/Sums.h"
 #include "fit/equations/Bounds.h"
 #include "fit/equations/NoiseWeights.h"
 #include "fit/equations/NormalEquations.h"

@@ -1,6 +1,7 @@
 #include "fit/Fault.h"
 
-#include "fit/GNLLSQ.h"
+#include "fit/RunFit.h"
+#include "fit/Sums.h"
 #include "fit/Undetermined.h"
 #include "fit/equations/NormalEquations.h"
 #include "input/NUMINPUT.h"

@@ -1,6 +1,7 @@
 // The search for a step along the increment.
+#include "fit/LineSearch.h"
 #include "fit/FitProgress.h"
-#include "fit/GNLLSQ.h"
+#include "fit/Sums.h"
 #include "fit/equations/Bounds.h"
 #include "models/function/Constraints.h"
 #include "models/function/SharedConcentrations.h"

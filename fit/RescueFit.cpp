@@ -1,9 +1,12 @@
 // The rescue of a fit that did not end at a minimum.
+#include "fit/RescueFit.h"
 #include "fit/BetterStarts.h"
+#include "fit/DampedSearch.h"
 #include "fit/FitProgress.h"
-#include "fit/GNLLSQ.h"
 #include "fit/Misfit.h"
+#include "fit/RunFit.h"
 #include "fit/SetBySet.h"
+#include "fit/Sums.h"
 #include "fit/equations/Bounds.h"
 #include "fit/equations/NormalEquations.h"
 #include "models/function/BlockFunction.h"

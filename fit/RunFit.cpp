@@ -1,7 +1,9 @@
 // The loop of the fit and its ends.
+#include "fit/RunFit.h"
 #include "fit/Fault.h"
 #include "fit/FitProgress.h"
-#include "fit/GNLLSQ.h"
+#include "fit/LineSearch.h"
+#include "fit/Sums.h"
 #include "fit/Undetermined.h"
 #include "fit/equations/MatInv.h"
 #include "fit/equations/NormalEquations.h"

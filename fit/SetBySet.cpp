@@ -1,8 +1,9 @@
 #include "fit/SetBySet.h"
 
+#include "fit/DampedSearch.h"
 #include "fit/FitProgress.h"
-#include "fit/GNLLSQ.h"
 #include "fit/Misfit.h"
+#include "fit/Sums.h"
 #include "fit/TriedStarts.h"
 #include "fit/equations/NoiseWeights.h"
 #include "models/Guesses.h"

@@ -1,6 +1,6 @@
 // The passes over all points: normal equations, sum of squares.
+#include "fit/Sums.h"
 #include "fit/FitProgress.h"
-#include "fit/GNLLSQ.h"
 #include "fit/equations/NoiseWeights.h"
 #include "fit/equations/Products.h"
 #include "models/SEDEQ3.h"

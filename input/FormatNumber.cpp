@@ -1,6 +1,8 @@
+#include "input/FormatNumber.h"
+
 #include "input/DecimalDigits.h"
-#include "input/NUMINPUT.h"
 #include "input/NumberPicture.h"
+#include "input/SingleText.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -18,17 +20,22 @@ struct PlacedNumber {
     long FractionDigits = 0; // to be written right of it
 };
 
+// Rounds to the mantissa of a picture part; its exponent.
+long TakeExponent(DecimalDigits& number, const PicturePart& picture) {
+    RoundHalfAway(number, picture.WholePlaces + picture.FractionPlaces);
+    if (number.IsZero()) return 0;
+    const long exponent = number.Point - picture.WholePlaces;
+    number.Point = picture.WholePlaces;
+    return exponent;
+}
+
 PlacedNumber Place(DecimalDigits number, const PicturePart& picture) {
     PlacedNumber placed;
     long least = picture.WholeDigits;
     if (picture.Scientific) {
-        RoundHalfAway(number, picture.WholePlaces + picture.FractionPlaces);
-        if (!number.IsZero()) {
-            placed.Exponent = number.Point - picture.WholePlaces;
-            number.Point = picture.WholePlaces;
-        } else if (picture.WholePlaces > 0) {
-            least = std::max(1L, least); // the mantissa of zero is the digit 0
-        }
+        placed.Exponent = TakeExponent(number, picture);
+        const bool mantissaOfZero = number.IsZero() && picture.WholePlaces > 0;
+        if (mantissaOfZero) least = std::max(1L, least); // it is the digit 0
     } else {
         RoundHalfAway(number, number.Point + picture.FractionPlaces);
     }
@@ -59,36 +66,49 @@ void WriteExponent(std::string& text, long exponent, const PicturePart& picture)
     text += digits;
 }
 
-std::string Write(const PlacedNumber& placed, const PicturePart& picture) {
-    std::string text;
-    long wholePower = picture.WholePlaces - 1;
-    long fractionPlace = 0;
-    for (const PictureElement& element : picture.Elements) {
+// A number on its way through the elements of a picture part.
+struct Writing {
+    const PlacedNumber& Placed;
+    const PicturePart& Picture;
+    long WholePower = Picture.WholePlaces - 1; // of the next place left of the mark
+    long FractionPlace = 0;                    // of the last one right of it
+    std::string Text{};
+
+    // The first place takes the digits with it that the picture has no place for.
+    void WholePlace() {
+        const bool first = WholePower == Picture.WholePlaces - 1;
+        WriteWhole(Text, Placed, Picture, first ? Placed.WholeDigits - 1 : WholePower, WholePower);
+        --WholePower;
+    }
+    void Mark() {
+        if (Picture.WholePlaces == 0) WriteWhole(Text, Placed, Picture, Placed.WholeDigits - 1, 0);
+        Text += '.';
+    }
+    void FractionDigit() {
+        ++FractionPlace;
+        if (FractionPlace <= Placed.FractionDigits) Text += Placed.Number.At(-FractionPlace);
+    }
+    void Take(const PictureElement& element) {
         switch (element.Item) {
-        case PictureItem::WholePlace: {
-            // The first place takes the digits with it that the picture has no place for.
-            const bool first = wholePower == picture.WholePlaces - 1;
-            WriteWhole(text, placed, picture, first ? placed.WholeDigits - 1 : wholePower, wholePower);
-            --wholePower;
-            break;
-        }
+        case PictureItem::WholePlace:
+            return WholePlace();
         case PictureItem::Mark:
-            if (picture.WholePlaces == 0) WriteWhole(text, placed, picture, placed.WholeDigits - 1, 0);
-            text += '.';
-            break;
+            return Mark();
         case PictureItem::FractionPlace:
-            ++fractionPlace;
-            if (fractionPlace <= placed.FractionDigits) text += placed.Number.At(-fractionPlace);
-            break;
+            return FractionDigit();
         case PictureItem::Exponent:
-            WriteExponent(text, placed.Exponent, picture);
-            break;
+            return WriteExponent(Text, Placed.Exponent, Picture);
         case PictureItem::Itself:
-            text += element.Character;
-            break;
+            Text += element.Character;
         }
     }
-    return text;
+};
+
+std::string Write(const PlacedNumber& placed, const PicturePart& picture) {
+    Writing writing{placed, picture};
+    for (const PictureElement& element : picture.Elements)
+        writing.Take(element);
+    return writing.Text;
 }
 
 } // namespace

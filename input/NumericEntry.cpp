@@ -1,5 +1,6 @@
-#include "input/NUMINPUT.h"
+#include "input/NumericEntry.h"
 
+#include "input/NumericPrefix.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -98,14 +99,20 @@ int MarkKey(Control& field, const Entry& entry, int key) {
     return key;
 }
 
+// The text with a point where the system's mark is a comma and stands alone.
+std::string WithPoint(std::string_view text) {
+    std::string plain(text);
+    const std::size_t comma = plain.find(',');
+    if (DecimalMark() == ',' && comma != std::string::npos && plain.find('.') == std::string::npos)
+        plain[comma] = '.';
+    return plain;
+}
+
 // The value of a text that is a number as a whole. One beyond the range of a double is infinite.
 std::optional<double> WholeNumber(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) return std::nullopt;
-    std::string plain(text.substr(first, text.find_last_not_of(' ') + 1 - first));
-    const std::size_t comma = plain.find(',');
-    if (DecimalMark() == ',' && comma != std::string::npos && plain.find('.') == std::string::npos)
-        plain[comma] = '.';
+    const std::string plain = WithPoint(text.substr(first, text.find_last_not_of(' ') + 1 - first));
     std::size_t used = 0;
     double value = 0.0;
     try {

@@ -1,4 +1,6 @@
-#include "input/NUMINPUT.h"
+#include "input/NumericPrefix.h"
+
+#include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <charconv>
@@ -39,6 +41,15 @@ std::size_t SkipExponent(std::string_view text, std::size_t i) {
     return end > digits ? end : i;
 }
 
+// One behind the mantissa that starts at i: digits with at most one point among them. i where there is no
+// digit.
+std::size_t SkipMantissa(std::string_view text, std::size_t i) {
+    const std::size_t whole = SkipDigits(text, i);
+    if (whole >= text.size() || text[whole] != '.') return whole;
+    const std::size_t end = SkipDigits(text, whole + 1);
+    return end - i > 1 ? end : i; // a point alone is none
+}
+
 NumberSpan FindNumber(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size() && (text[i] == ' ' || text[i] == '\t'))
@@ -49,16 +60,9 @@ NumberSpan FindNumber(std::string_view text) {
         if (text[i] == '+') ++span.Begin;
         ++i;
     }
-    const std::size_t whole = SkipDigits(text, i);
-    std::size_t end = whole;
-    std::size_t digits = whole - i;
-    if (whole < text.size() && text[whole] == '.') {
-        end = SkipDigits(text, whole + 1);
-        digits += end - (whole + 1);
-    }
-    if (digits == 0) return {};
-    span.Exponent = end;
-    span.End = SkipExponent(text, end);
+    span.Exponent = SkipMantissa(text, i);
+    if (span.Exponent == i) return {};
+    span.End = SkipExponent(text, span.Exponent);
     return span;
 }
 

@@ -1,5 +1,6 @@
+#include "input/SingleText.h"
+
 #include "input/DecimalDigits.h"
-#include "input/NUMINPUT.h"
 
 #include <cstdlib>
 
