@@ -16,6 +16,14 @@ namespace {
 
 constexpr const char* BoxTitle = "Select Model";
 
+// An option that the model does not have goes off, which is told.
+bool Refuse(std::int16_t& option, const char* message) {
+    option = FlagFalse;
+    Host.Beep();
+    Tell(message, BoxTitle, BoxIcon::Warning);
+    return false;
+}
+
 // The links of the sets go too, since the next preparation of the fit data would take them up again. Rows
 // outside the fit, which the question was not about, keep theirs.
 void RemoveOffsetLinks() {
@@ -31,6 +39,15 @@ void SeedSeparateConstants() {
         const bool ofSet = PartOfSlot(slot) != SlotPart::Global;
         if (ofSet && rule.Holds == Quantity::Constant) Work.Parms[slot] = Work.Parms[rule.Common];
     }
+}
+
+// All slots are fitted, but for zero offsets, which are fitted on demand.
+void FreeAllSlots() {
+    for (std::int16_t& flag : Work.FreeMap)
+        flag = 0;
+    if (Work.SeparateK) return;
+    for (SetNo set(1); set <= SetNo(Work.MaxSets); ++set)
+        Work.FreeMap[SlotOffset(set)] = SlotHeld;
 }
 
 // Models 4, 5, 8 and 9 with separate constants give the zero offsets up; a link would tie the constants of
@@ -52,20 +69,12 @@ void SettleOffsetLinks() {
 } // namespace
 
 bool CheckModelChoice() {
-    if (Work.NonIdeal && !ModelAllowsNonIdeal(Work.Model)) {
-        Work.NonIdeal = FlagFalse;
-        Host.Beep();
-        Tell("Sorry, non-ideality is not allowed for models involving two types of monomers", BoxTitle,
-             BoxIcon::Warning);
-        return false;
-    }
+    if (Work.NonIdeal && !ModelAllowsNonIdeal(Work.Model))
+        return Refuse(Work.NonIdeal,
+                      "Sorry, non-ideality is not allowed for models involving two types of monomers");
     if (!Work.SeparateK) return true;
-    if (!ModelAllowsSeparateK(Work.Model)) {
-        Work.SeparateK = FlagFalse;
-        Host.Beep();
-        Tell("Separate binding constants are not allowed for your model choice", BoxTitle, BoxIcon::Warning);
-        return false;
-    }
+    if (!ModelAllowsSeparateK(Work.Model))
+        return Refuse(Work.SeparateK, "Separate binding constants are not allowed for your model choice");
     if (OffsetSlotHoldsConstant(Work.Model, true)) SettleOffsetLinks();
     return true;
 }
@@ -88,13 +97,7 @@ void AnnounceHeteroModel(std::int16_t oldModel) {
 
 void AdoptModel(std::int16_t oldSeparateK, bool chosen) {
     FillModelNames();
-    if (chosen) {
-        for (std::int16_t& flag : Work.FreeMap)
-            flag = 0;
-        if (!Work.SeparateK)
-            for (SetNo set(1); set <= SetNo(Work.MaxSets); ++set)
-                Work.FreeMap[SlotOffset(set)] = SlotHeld;
-    }
+    if (chosen) FreeAllSlots();
     Work.NumParms = ToInt16(NumSlots(Work.NumSets));
     Work.FitTitle = ModelFitTitle();
     if (Work.SeparateK && !oldSeparateK) SeedSeparateConstants();
@@ -104,6 +107,27 @@ void AdoptModel(std::int16_t oldSeparateK, bool chosen) {
     if (chosen) ApplyModelFlags();
 }
 
+namespace {
+
+// Until a model with its options holds, or the user cancels.
+DialogAnswer AskModel() {
+    do {
+        LoadModelForm();
+        Host.ShowModal(ModelFormName);
+        if (ModelForm.Answer == DialogAnswer::Cancel) return DialogAnswer::Cancel;
+    } while (!CheckModelChoice());
+    return DialogAnswer::Ok;
+}
+
+void TakeChosenModel(const Workspace& before) {
+    if (Work.Model != before.Model || Work.SeparateK != before.SeparateK)
+        CarryBoundsToModel(before.Model, before.SeparateK);
+    AnnounceHeteroModel(before.Model);
+    AdoptModel(before.SeparateK, true);
+}
+
+} // namespace
+
 DialogAnswer SelectModel(bool showDialog) {
     FillModelNames();
     if (!showDialog) {
@@ -112,19 +136,12 @@ DialogAnswer SelectModel(bool showDialog) {
     }
     const Workspace before = Work;
     Work.ModelChosen = FlagFalse;
-    do {
-        LoadModelForm();
-        Host.ShowModal(ModelFormName);
-        if (ModelForm.Answer == DialogAnswer::Cancel) {
-            Work = before;
-            return DialogAnswer::Cancel;
-        }
-    } while (!CheckModelChoice());
+    if (AskModel() == DialogAnswer::Cancel) {
+        Work = before;
+        return DialogAnswer::Cancel;
+    }
     try {
-        if (Work.Model != before.Model || Work.SeparateK != before.SeparateK)
-            CarryBoundsToModel(before.Model, before.SeparateK);
-        AnnounceHeteroModel(before.Model);
-        AdoptModel(before.SeparateK, true);
+        TakeChosenModel(before);
     } catch (const RuntimeError&) {
         Work = before;
         throw;

@@ -59,6 +59,20 @@ Worker StartWorker(long first, long step, long count, const std::function<std::s
     return {process, ends[0], ""};
 }
 
+// One worker for each first piece; left receives those whose process could not be started.
+std::vector<Worker> StartWorkers(long step, long count, const std::function<std::string(long)>& piece,
+                                 std::vector<long>& left) {
+    std::vector<Worker> workers;
+    for (long first = 0; first < step; ++first) {
+        Worker worker = StartWorker(first, step, count, piece);
+        if (worker.Process > 0)
+            workers.push_back(std::move(worker));
+        else
+            left.push_back(first);
+    }
+    return workers;
+}
+
 // Takes whole records out of what has come.
 long TakeRecords(Worker& worker, std::vector<std::string>& results) {
     long taken = 0;
@@ -97,22 +111,29 @@ bool Interrupt(const std::vector<Worker>& workers) {
     return true;
 }
 
+// Waits a moment for any of the workers and takes what has come, done more pieces; false when there is
+// nothing to wait for.
+bool TakeFromPipes(std::vector<Worker>& workers, std::vector<std::string>& results, long& done) {
+    constexpr int Moment = 200; // milliseconds; a signal between two looks is noticed so soon
+    std::vector<pollfd> pipes;
+    for (const Worker& worker : workers)
+        pipes.push_back({worker.Pipe, POLLIN, 0});
+    if (::poll(pipes.data(), pipes.size(), Moment) < 0 && errno != EINTR) return false;
+    for (std::size_t i = 0; i < workers.size(); ++i) {
+        if (pipes[i].revents == 0) continue;
+        ReadFrom(workers[i]);
+        done += TakeRecords(workers[i], results);
+    }
+    return true;
+}
+
 void Collect(std::vector<Worker>& workers, std::vector<std::string>& results,
              const std::function<void(long)>& watch, const std::function<bool()>& cancelled) {
-    constexpr int Moment = 200; // milliseconds; a signal between two looks is noticed so soon
     long done = 0;
     bool told = false;
     while (!workers.empty()) {
         if (!told && cancelled && cancelled()) told = Interrupt(workers);
-        std::vector<pollfd> pipes;
-        for (const Worker& worker : workers)
-            pipes.push_back({worker.Pipe, POLLIN, 0});
-        if (::poll(pipes.data(), pipes.size(), Moment) < 0 && errno != EINTR) break;
-        for (std::size_t i = 0; i < workers.size(); ++i) {
-            if (pipes[i].revents == 0) continue;
-            ReadFrom(workers[i]);
-            done += TakeRecords(workers[i], results);
-        }
+        if (!TakeFromPipes(workers, results, done)) break;
         watch(done);
         std::erase_if(workers, [](const Worker& worker) { return worker.Pipe < 0; });
     }
@@ -139,15 +160,8 @@ std::vector<std::string> RunInProcesses(int processes, long count,
         RunHere(results, 0, 1, piece, watch);
         return results;
     }
-    std::vector<Worker> workers;
-    std::vector<long> left; // whose process could not be started
-    for (long first = 0; first < step; ++first) {
-        Worker worker = StartWorker(first, step, count, piece);
-        if (worker.Process > 0)
-            workers.push_back(std::move(worker));
-        else
-            left.push_back(first);
-    }
+    std::vector<long> left;
+    std::vector<Worker> workers = StartWorkers(step, count, piece, left);
     Collect(workers, results, watch, cancelled);
     for (const long first : left)
         RunHere(results, first, step, piece, watch);

@@ -71,6 +71,12 @@ void CheckPlaceholders(const Options& options, const std::string& job, const Job
     if (!any) RaiseError(OneLine(options.JobPath + ": names no column of " + table.Path + " in braces"));
 }
 
+void CheckNotOver(const Options& options, const std::string& path, long row) {
+    if (path == "-") FailTable("beside a table, outputs of its rows go to files");
+    for (const std::string& other : {options.Table, options.Summary})
+        if (IsSameOutput(path, other)) FailTable("row " + std::to_string(row) + " would write over " + other);
+}
+
 // Two rows that write one file would leave the work of one.
 void CheckRowsApart(const Options& options, const JobTable& table, const std::vector<long>& rows) {
     std::map<std::string, long> taken;
@@ -78,10 +84,7 @@ void CheckRowsApart(const Options& options, const JobTable& table, const std::ve
         const JobRow row{&table, number};
         if (!WhyRowIsNone(row).empty()) continue;
         for (const std::string& path : PathsOf(OptionsOfRow(options, row))) {
-            if (path == "-") FailTable("beside a table, outputs of its rows go to files");
-            for (const std::string& other : {options.Table, options.Summary})
-                if (IsSameOutput(path, other))
-                    FailTable("row " + std::to_string(number) + " would write over " + other);
+            CheckNotOver(options, path, number);
             const auto [entry, isNew] = taken.emplace(path, number);
             if (!isNew)
                 FailTable("rows " + std::to_string(entry->second) + " and " + std::to_string(number) +
@@ -106,9 +109,9 @@ void AddParmNames(const Job& job, std::set<std::string>& names) {
     }
 }
 
-// A row whose job is none fails by itself, later.
-void CheckColumns(const std::string& text, const std::string& path, const JobTable& table,
-                  const std::vector<long>& rows) {
+// What the columns of the summary are named. A row whose job is none fails by itself, later.
+std::set<std::string> NamesOfSummary(const std::string& text, const std::string& path, const JobTable& table,
+                                     const std::vector<long>& rows) {
     std::set<std::string> names{SummaryRow};
     names.insert(std::begin(SummaryFields), std::end(SummaryFields));
     for (const long number : rows) {
@@ -120,6 +123,12 @@ void CheckColumns(const std::string& text, const std::string& path, const JobTab
             continue; // told with its row
         }
     }
+    return names;
+}
+
+void CheckColumns(const std::string& text, const std::string& path, const JobTable& table,
+                  const std::vector<long>& rows) {
+    const std::set<std::string> names = NamesOfSummary(text, path, table, rows);
     for (const std::string& head : table.Heads)
         if (names.contains(head))
             RaiseError(OneLine(table.Path + ": the column " + head + " is one of the summary as well"));
@@ -249,30 +258,38 @@ SummaryLine Unpacked(const std::string& text, const JobRow& row) {
 
 constexpr const char* NotRun = "-"; // of a row that Ctrl-C came before
 
-std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, const std::vector<long>& rows,
-                                 const RowRun& run) {
+// The packed line of one row, which runs on so many threads.
+std::string PackedLine(const Options& options, const JobRow& row, const RowRun& run, int threads) {
+    if (Interrupted()) return NotRun;
+    StartConsole(options, row.Number, threads);
+    const std::string line = Packed(RunRow(options, row, run));
+    return Interrupted() ? NotRun : line;
+}
+
+std::vector<std::string> PackedLines(const Options& options, const JobTable& table,
+                                     const std::vector<long>& rows, const RowRun& run) {
     const int processes = options.Threads > 0 ? options.Threads : CoresOfMachine();
     const int within = processes > 1 ? 1 : options.Threads; // the rows take the cores
     const BatchConsole console = Console;
     WatchInterrupt();
     long told = 0;
-    const std::vector<std::string> packed = RunInProcesses(
+    const auto tell = [&](long done) {
+        Console = console;
+        if (done > told) WriteProgress(std::to_string(done) + " of " + std::to_string(rows.size()) + " rows");
+        told = done;
+    };
+    return RunInProcesses(
         processes, std::ssize(rows),
-        [&](long i) -> std::string {
-            if (Interrupted()) return NotRun;
+        [&](long i) {
             Console = console;
-            const JobRow row{&table, rows[static_cast<std::size_t>(i)]};
-            StartConsole(options, row.Number, within);
-            const std::string line = Packed(RunRow(options, row, run));
-            return Interrupted() ? NotRun : line;
+            return PackedLine(options, {&table, rows[static_cast<std::size_t>(i)]}, run, within);
         },
-        [&](long done) {
-            Console = console;
-            if (done > told)
-                WriteProgress(std::to_string(done) + " of " + std::to_string(rows.size()) + " rows");
-            told = done;
-        },
-        Interrupted);
+        tell, Interrupted);
+}
+
+std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, const std::vector<long>& rows,
+                                 const RowRun& run) {
+    const std::vector<std::string> packed = PackedLines(options, table, rows, run);
     if (Interrupted() || std::find(packed.begin(), packed.end(), NotRun) != packed.end())
         FailTable("the table was cancelled, nothing is written");
     std::vector<SummaryLine> lines;
@@ -283,6 +300,15 @@ std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, 
 
 bool HasFailed(const SummaryLine& line) {
     return line.Fields.front() != "0";
+}
+
+// Of sorted lines: rows 1 to the last one.
+void CheckEachRowOnce(const std::vector<SummaryLine>& lines) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const long due = static_cast<long>(i) + 1;
+        if (lines[i].Row < due) FailTable("--merge: row " + std::to_string(lines[i].Row) + " stands twice");
+        if (lines[i].Row > due) FailTable("--merge: row " + std::to_string(due) + " is missing");
+    }
 }
 
 void CheckInputs(const Options& options) {
@@ -318,11 +344,7 @@ std::string MergedSummary(const std::vector<std::string>& paths) {
         lines.insert(lines.end(), part.Lines.begin(), part.Lines.end());
     std::stable_sort(lines.begin(), lines.end(),
                      [](const SummaryLine& a, const SummaryLine& b) { return a.Row < b.Row; });
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const long due = static_cast<long>(i) + 1;
-        if (lines[i].Row < due) FailTable("--merge: row " + std::to_string(lines[i].Row) + " stands twice");
-        if (lines[i].Row > due) FailTable("--merge: row " + std::to_string(due) + " is missing");
-    }
+    CheckEachRowOnce(lines);
     return SummaryText(parts.front().Columns, lines);
 }
 

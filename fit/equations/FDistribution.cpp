@@ -31,40 +31,93 @@ double UpperTail(double f, double n1, double n2) {
     return BetaRegularised(0.5 * n2, 0.5 * n1, n2 / sum, n1 * f / sum);
 }
 
+// The tail falls with F: widen by halving and doubling from 1, then halve the bracket to the last bit that a
+// single can tell apart.
+double FWithTail(double p, double n1, double n2) {
+    double low = 1.0;
+    double high = 1.0;
+    while (UpperTail(low, n1, n2) < p && low > 1e-300)
+        low *= 0.5;
+    while (UpperTail(high, n1, n2) > p && high < 1e300)
+        high *= 2.0;
+    for (int pass = 0; pass < 200 && high - low > 1e-12 * high; ++pass) {
+        const double middle = 0.5 * (low + high);
+        (UpperTail(middle, n1, n2) > p ? low : high) = middle;
+    }
+    return 0.5 * (low + high);
+}
+
 struct BrentState {
     float a, b, c;
     float fa, fb, fc;
     float d, e; // the step before, and the one before that
 };
 
-// Inverse quadratic interpolation, or a secant where only two points are at hand: the step is p / q (Brent,
-// chapter 4, procedure zero). Bisection where that would leave three quarters of the bracket, or would not be
-// half of the step before the last one: so the bracket closes in at least as fast as by halving every other
-// time.
+// A step as the quotient p / q with p not below 0: it is looked at before it is divided.
+struct Quotient {
+    float p, q;
+};
+
+// Inverse quadratic interpolation, or a secant where only two points are at hand (Brent, chapter 4, procedure
+// zero).
+Quotient Interpolated(const BrentState& s, float middle) {
+    const float ratio = s.fb / s.fa;
+    Quotient step{2.0F * middle * ratio, 1.0F - ratio};
+    if (s.a != s.c) {
+        const float u = s.fa / s.fc;
+        const float r = s.fb / s.fc;
+        step.p = ratio * (2.0F * middle * u * (u - r) - (s.b - s.a) * (r - 1.0F));
+        step.q = (u - 1.0F) * (r - 1.0F) * (ratio - 1.0F);
+    }
+    if (step.p > 0.0F) step.q = -step.q;
+    step.p = std::fabs(step.p);
+    return step;
+}
+
+// Bisection where interpolation would leave three quarters of the bracket, or would not be half of the step
+// before the last one: so the bracket closes in at least as fast as by halving every other time.
 void ChooseStep(BrentState& s, float tolerance, float middle) {
     if (std::fabs(s.e) < tolerance || std::fabs(s.fa) <= std::fabs(s.fb)) {
         s.d = s.e = middle;
         return;
     }
-    const float ratio = s.fb / s.fa;
-    float p;
-    float q;
-    if (s.a == s.c) {
-        p = 2.0F * middle * ratio;
-        q = 1.0F - ratio;
-    } else {
-        const float u = s.fa / s.fc;
-        const float r = s.fb / s.fc;
-        p = ratio * (2.0F * middle * u * (u - r) - (s.b - s.a) * (r - 1.0F));
-        q = (u - 1.0F) * (r - 1.0F) * (ratio - 1.0F);
-    }
-    if (p > 0.0F) q = -q;
-    p = std::fabs(p);
+    const auto [p, q] = Interpolated(s, middle);
     if (2.0F * p < 3.0F * middle * q - std::fabs(tolerance * q) && p < std::fabs(0.5F * s.e * q)) {
         s.e = s.d;
         s.d = p / q;
     } else {
         s.d = s.e = middle;
+    }
+}
+
+// b and c on either side of the root, b the better one.
+void Order(BrentState& s) {
+    if (SameSign(s.fb, s.fc)) {
+        s.c = s.a;
+        s.fc = s.fa;
+        s.d = s.e = s.b - s.a;
+    }
+    if (!(std::fabs(s.fc) < std::fabs(s.fb))) return;
+    s.a = s.b;
+    s.b = s.c;
+    s.c = s.a;
+    s.fa = s.fb;
+    s.fb = s.fc;
+    s.fc = s.fa;
+}
+
+// The bracket a, b by a factor to the side of the root, which lies nearer to 0 where g is not above 0 at b.
+void Widen(const std::function<float(float)>& g, BrentState& s, float factor) {
+    if (s.fb <= 0.0F) {
+        s.b = s.a;
+        s.fb = s.fa;
+        s.a /= factor;
+        s.fa = g(s.a);
+    } else {
+        s.a = s.b;
+        s.fa = s.fb;
+        s.b *= factor;
+        s.fb = g(s.b);
     }
 }
 
@@ -76,19 +129,7 @@ float CloseIn(const std::function<float(float)>& g, BrentState s, const bool& st
     s.fc = s.fb;
     s.d = s.e = s.b - s.a;
     for (int pass = 0; pass < 200; ++pass) {
-        if (SameSign(s.fb, s.fc)) {
-            s.c = s.a;
-            s.fc = s.fa;
-            s.d = s.e = s.b - s.a;
-        }
-        if (std::fabs(s.fc) < std::fabs(s.fb)) {
-            s.a = s.b;
-            s.b = s.c;
-            s.c = s.a;
-            s.fa = s.fb;
-            s.fb = s.fc;
-            s.fc = s.fa;
-        }
+        Order(s);
         const float tolerance = std::fabs(s.b) * 6e-8F + 2.5e-5F;
         const float middle = 0.5F * (s.c - s.b);
         if (std::fabs(middle) <= tolerance || s.fb == 0.0F) return s.b;
@@ -161,22 +202,7 @@ double FTail(double f, double n1, double n2) {
 
 float FInverse(float alpha, float n1, float n2) {
     if (!(alpha > 0.0F && alpha < 1.0F && n1 >= 1.0F && n2 >= 1.0F)) RaiseError(ErrorText::BadArgument);
-    const double p = static_cast<double>(alpha);
-    const double d1 = static_cast<double>(n1);
-    const double d2 = static_cast<double>(n2);
-    // The tail falls with F: widen by halving and doubling from 1, then halve the bracket to the last bit
-    // that a single can tell apart.
-    double low = 1.0;
-    double high = 1.0;
-    while (UpperTail(low, d1, d2) < p && low > 1e-300)
-        low *= 0.5;
-    while (UpperTail(high, d1, d2) > p && high < 1e300)
-        high *= 2.0;
-    for (int pass = 0; pass < 200 && high - low > 1e-12 * high; ++pass) {
-        const double middle = 0.5 * (low + high);
-        (UpperTail(middle, d1, d2) > p ? low : high) = middle;
-    }
-    return ToSingle(0.5 * (low + high));
+    return ToSingle(FWithTail(static_cast<double>(alpha), static_cast<double>(n1), static_cast<double>(n2)));
 }
 
 bool SameSign(float a, float b) {
@@ -193,17 +219,7 @@ float FindRoot(const std::function<float(float)>& g, float guess, const bool& st
     // Wider by growing factors: 30 of them reach 30! = 3e32 times the guess, beyond any step.
     for (float k = 2.0F; !stop && SameSign(s.fa, s.fb); k += 1.0F) {
         if (k > 30.0F) RaiseError(ErrorText::BadArgument); // no sign change anywhere near
-        if (s.fb <= 0.0F) {                                // the root lies nearer to 0
-            s.b = s.a;
-            s.fb = s.fa;
-            s.a /= k;
-            s.fa = g(s.a);
-        } else {
-            s.a = s.b;
-            s.fa = s.fb;
-            s.b *= k;
-            s.fb = g(s.b);
-        }
+        Widen(g, s, k);
     }
     return stop ? 0.0F : CloseIn(g, s, stop);
 }

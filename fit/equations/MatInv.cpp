@@ -221,6 +221,34 @@ void PutInverse(ZeroBasedMatrix<double>& A, const Ordered& m, const Decompositio
             A(d.RowPerm[j], d.ColPerm[i]) = B.Row(i)[j];
 }
 
+// B(q) += multiplier(q, k) B(k) in the order of the stages (Forsythe and Moler, section 9).
+void Forward(const Decomposition& d, ZeroBased<double>& B, const ZeroBasedMatrix<double>& A) {
+    for (long k = d.Lo; k < d.Hi; ++k) {
+        const long c = d.ColPerm[k];
+        const long r = d.RowPerm[k];
+        if (B[r] == 0.0) continue; // most of a unit vector
+        for (long i = k + 1; i <= d.Hi; ++i) {
+            const long q = d.RowPerm[i];
+            B[q] = B[q] + A(c, q) * B[r];
+        }
+    }
+}
+
+// X(k) = (B(k) - sum over j > k of U(k, j) X(j)) / U(k, k) (Forsythe and Moler, section 9).
+void Backward(const Decomposition& d, const ZeroBased<double>& B, const ZeroBasedMatrix<double>& A,
+              ZeroBased<double>& X) {
+    for (long k = d.Hi; k >= d.Lo; --k) {
+        const long c = d.ColPerm[k];
+        const long r = d.RowPerm[k];
+        X[c] = B[r];
+        for (long j = k + 1; j <= d.Hi; ++j) {
+            const long e = d.ColPerm[j];
+            X[c] = X[c] - A(e, r) * X[e];
+        }
+        X[c] = Finite(X[c] / A(c, r));
+    }
+}
+
 bool IsSquare(const ZeroBasedMatrix<double>& A) {
     return A.RowHi() == A.ColumnHi();
 }
@@ -237,29 +265,10 @@ Decomposition Factor(ZeroBasedMatrix<double>& A) {
     return d;
 }
 
-// Forward: B(q) += multiplier(q, k) B(k) in the order of the stages; backward: X(k) = (B(k) - sum over j > k
-// of U(k, j) X(j)) / U(k, k) (Forsythe and Moler, section 9).
 void Solve(const Decomposition& d, ZeroBased<double>& B, const ZeroBasedMatrix<double>& A,
            ZeroBased<double>& X) {
-    for (long k = d.Lo; k < d.Hi; ++k) {
-        const long c = d.ColPerm[k];
-        const long r = d.RowPerm[k];
-        if (B[r] == 0.0) continue; // most of a unit vector
-        for (long i = k + 1; i <= d.Hi; ++i) {
-            const long q = d.RowPerm[i];
-            B[q] = B[q] + A(c, q) * B[r];
-        }
-    }
-    for (long k = d.Hi; k >= d.Lo; --k) {
-        const long c = d.ColPerm[k];
-        const long r = d.RowPerm[k];
-        X[c] = B[r];
-        for (long j = k + 1; j <= d.Hi; ++j) {
-            const long e = d.ColPerm[j];
-            X[c] = X[c] - A(e, r) * X[e];
-        }
-        X[c] = Finite(X[c] / A(c, r));
-    }
+    Forward(d, B, A);
+    Backward(d, B, A, X);
 }
 
 InverseCode Invert(ZeroBasedMatrix<double>& A, Decomposition& d) {

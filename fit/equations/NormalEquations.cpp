@@ -72,6 +72,14 @@ ZeroBasedMatrix<double> InverseFrom(const NormalEquations& e, double& damping) {
     return damping < 0.0 ? ZeroBasedMatrix<double>{} : matrix;
 }
 
+// The right side of the problem without the other places.
+ZeroBased<double> RightSide(const NormalEquations& e, const Places& places) {
+    ZeroBased<double> right(static_cast<long>(places.size()) - 1);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        right[static_cast<long>(i)] = e.Vector[places[i]];
+    return right;
+}
+
 // The step of the problem without the other places, by free position.
 PerFree<double> StepOf(const NormalEquations& e, const Places& places, double damping) {
     const long last = static_cast<long>(places.size()) - 1;
@@ -80,9 +88,7 @@ PerFree<double> StepOf(const NormalEquations& e, const Places& places, double da
         ZeroBasedMatrix<double> matrix = Damped(e, places, tried);
         const Decomposition d = Factor(matrix);
         if (d.Code != Decomposed) return false;
-        ZeroBased<double> right(last);
-        for (long i = 0; i <= last; ++i)
-            right[i] = e.Vector[places[static_cast<std::size_t>(i)]];
+        ZeroBased<double> right = RightSide(e, places); // is used up
         Solve(d, right, matrix, solution);
         return true;
     });

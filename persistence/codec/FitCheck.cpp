@@ -84,6 +84,14 @@ long PseudoPoints(const Workspace& w, long row) {
     return (w.ConcConstraintA[row] > 0.0F ? 1 : 0) + (w.ConcConstraintB[row] > 0.0F ? 1 : 0);
 }
 
+// The points of a set behind before: readings first, then the pseudo-points of its loadings.
+void CheckPointsOfSet(const Workspace& w, long set, long before, long truePoints, long points) {
+    for (long i = 1; i <= points; ++i) {
+        Demand(w.PtSet[before + i] == set, "PtSet");
+        Demand((w.PtX[before + i] == PointMarker) == (i > truePoints), "PtX");
+    }
+}
+
 void CheckPoints(const Workspace& w) {
     long point = 0;
     for (long set = 1; set <= w.NumSets; ++set) {
@@ -92,11 +100,8 @@ void CheckPoints(const Workspace& w) {
         const long points = truePoints + PseudoPoints(w, row);
         Demand(w.SetPts[set] == points, "SetPts");
         Demand(point + points <= w.NumPts, "NumPts");
-        for (long i = 1; i <= points; ++i) {
-            ++point;
-            Demand(w.PtSet[point] == set, "PtSet");
-            Demand((w.PtX[point] == PointMarker) == (i > truePoints), "PtX");
-        }
+        CheckPointsOfSet(w, set, point, truePoints, points);
+        point += points;
     }
     Demand(point == w.NumPts, "NumPts");
 }

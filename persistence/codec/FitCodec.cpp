@@ -146,6 +146,20 @@ FitFileHeader ReadFitHeader(const std::string& bytes) {
     return header;
 }
 
+namespace {
+
+// The version of a file that this program can read.
+double CheckedVersion(const FitFileHeader& header, const Workspace& present) {
+    if (!SameProgram(header.Program, present.ProgramNameUpper))
+        RaiseError("this is a fit from " + header.Program);
+    const double version = NumericPrefix(header.Version);
+    if (version < static_cast<double>(present.FileFormatVersion))
+        RaiseError("this is a fit from version " + header.Version);
+    return version;
+}
+
+} // namespace
+
 std::string EncodeFit(const Workspace& analysis) {
     FitWriter writer;
     writer.Bytes.reserve(BytesOfNumbers(analysis));
@@ -158,14 +172,10 @@ std::string EncodeFit(const Workspace& analysis) {
 
 DecodedFit DecodeFit(const std::string& bytes, const Workspace& present) {
     const FitFileHeader header = ReadFitHeader(bytes);
-    if (!SameProgram(header.Program, present.ProgramNameUpper))
-        RaiseError("this is a fit from " + header.Program);
-
+    const double version = CheckedVersion(header, present);
     DecodedFit fit{FreshAnalysis(present)};
     FitReader reader(std::string_view(bytes).substr(header.Size));
-    reader.Version = NumericPrefix(header.Version);
-    if (reader.Version < static_cast<double>(present.FileFormatVersion))
-        RaiseError("this is a fit from version " + header.Version);
+    reader.Version = version;
     FitFields(reader, fit.Analysis);
     // Up to 3.02 there were files whose ranges and constraints took fewer bytes than today. They do not come
     // out even, and nothing of them is taken for what it is not.

@@ -120,19 +120,22 @@ void WriteMeans(FitWriter& s, const Workspace& w) {
     });
 }
 
+MeanPart MeanPartFrom(FitReader& s) {
+    MeanPart part;
+    s.Value("MeanOf", part.Directory);
+    s.Value("MeanOf", part.File);
+    s.Value("MeanOf", part.Sha256);
+    s.Value("MeanOf", part.Readings);
+    CheckHash(part.Sha256, "MeanOf");
+    return part;
+}
+
 void ReadMeans(FitReader& s, Workspace& w) {
     EachScan(w, [&](RowNo row) {
         std::int16_t count = 0;
         s.Value("MeanOf", count);
-        for (std::int16_t i = 0; i < count; ++i) {
-            MeanPart part;
-            s.Value("MeanOf", part.Directory);
-            s.Value("MeanOf", part.File);
-            s.Value("MeanOf", part.Sha256);
-            s.Value("MeanOf", part.Readings);
-            CheckHash(part.Sha256, "MeanOf");
-            w.MeanOf[row].push_back(part);
-        }
+        for (std::int16_t i = 0; i < count; ++i)
+            w.MeanOf[row].push_back(MeanPartFrom(s));
         if (count <= 0) return;
         s.Value("MeanSpread", count);
         s.Array("MeanSpread", w.MeanSpread[row], 1, count);
@@ -292,6 +295,19 @@ std::string_view TakeSized(FitReader& from) {
     return from.TakeBytes(static_cast<std::size_t>(length));
 }
 
+// Each field that holds something: its name, and its bytes with their length in front.
+std::string FieldBytes(const Workspace& analysis) {
+    FitWriter values;
+    for (const ExtensionField& field : ExtensionFields()) {
+        if (!field.Holds(analysis)) continue;
+        FitWriter value;
+        field.Write(value, analysis);
+        values.Value("name", std::string(field.Name));
+        AppendSized(values, value.Bytes);
+    }
+    return values.Bytes;
+}
+
 void ReadField(const std::string& name, std::string_view bytes, Workspace& analysis) {
     for (const ExtensionField& field : ExtensionFields())
         if (field.Name == name) {
@@ -299,6 +315,15 @@ void ReadField(const std::string& name, std::string_view bytes, Workspace& analy
             field.Read(value, analysis);
             if (!value.AtEnd()) FitReader::Damaged(name);
         }
+}
+
+void ReadFields(std::string_view bytes, Workspace& analysis) {
+    FitReader values(bytes);
+    while (!values.AtEnd()) {
+        std::string name;
+        values.Value("name", name);
+        ReadField(name, TakeSized(values), analysis);
+    }
 }
 
 std::string MarkBytes() {
@@ -310,19 +335,12 @@ std::string MarkBytes() {
 } // namespace
 
 std::string EncodeExtension(const Workspace& analysis) {
-    FitWriter values;
-    for (const ExtensionField& field : ExtensionFields()) {
-        if (!field.Holds(analysis)) continue;
-        FitWriter value;
-        field.Write(value, analysis);
-        values.Value("name", std::string(field.Name));
-        AppendSized(values, value.Bytes);
-    }
-    if (values.Bytes.empty()) return "";
+    const std::string values = FieldBytes(analysis);
+    if (values.empty()) return "";
     FitWriter whole;
     whole.Bytes = MarkBytes();
     whole.Value("version", ExtensionVersion);
-    AppendSized(whole, values.Bytes);
+    AppendSized(whole, values);
     return whole.Bytes;
 }
 
@@ -334,12 +352,7 @@ void DecodeExtension(std::string_view bytes, Workspace& analysis) {
     FitReader reader(bytes.substr(mark.size()));
     std::int16_t version = 0; // later ones add names, which are skipped
     reader.Value("version", version);
-    FitReader values(TakeSized(reader));
-    while (!values.AtEnd()) {
-        std::string name;
-        values.Value("name", name);
-        ReadField(name, TakeSized(values), analysis);
-    }
+    ReadFields(TakeSized(reader), analysis);
     CheckReadings(analysis);
 }
 
