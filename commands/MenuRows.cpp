@@ -182,7 +182,7 @@ std::vector<MenuRow> AllRows() {
         {File, "WriteBaseline", "Wri&te Baseline from Residuals...", WriteBaseline, ResidualsAreABaseline},
         {File, "ExportMethods", "Export &Methods Table...", ExportMethodsTable, ResultsStand, Plain, NewGroup},
         {File, "SaveJob", "Save as &Job...", SaveAsJob, JobGivesTheFit},
-        {File, "RunTable", "Run a Table of &Fits...", RunTableOfFits, Always},
+        {File, "RunTable", "Run a Ta&ble of Fits...", RunTableOfFits, Always},
         {File, "ReadRun", "Read &a Run...", ReadRunCommand, Always},
         {File, "OpenGraph", "Show Saved &Graph...", OpenGraph, Always},
         {File, "MenuExit", "E&xit", MenuExit, Always, Plain, NewGroup},
@@ -231,7 +231,7 @@ std::vector<MenuRow> AllRows() {
         {Graphs, "GraphResidualsRSet", "Residuals (1 set) vs. rad&ius...", GraphResidualsRSet, ResidualsStand},
         {Graphs, "GraphSpeciesSet", "Species Co&ncentration (1 set)...", GraphSpeciesSet, FitIsValid},
         {Graphs, "GraphSpeciesFractionSet", "Species Fraction (1 s&et)...", GraphSpeciesFractionSet, FitIsValid},
-        {Graphs, "GraphFigure", "&Figure for Publication...", FigureDialog, ResidualsStand, Plain, NewGroup},
+        {Graphs, "GraphFigure", "Fi&gure for Publication...", FigureDialog, ResidualsStand, Plain, NewGroup},
         {Graphs, "GraphApproach", "Approach to E&quilibrium...", GraphApproach, DataChosen},
 
         {View, "ShowSteps", "&Steps", ToggleStepsPane, Always, StepsPaneShown},

@@ -15,16 +15,19 @@ int RowPitchOf(int rows) {
     return rows > 20 ? 300 : rows > 14 ? 330 : 360;
 }
 
+bool IsListed(int model) {
+    return static_cast<std::size_t>(model - 1) < ModelForm.ModelRow.size(); // what is below 0 is far behind
+}
+
 bool CanBeChosen(int model) {
-    return model >= 1 && model <= static_cast<int>(ModelForm.ModelRow.size()) &&
-           ModelForm.ModelRow[static_cast<std::size_t>(model - 1)].Enabled;
+    return IsListed(model) && ModelForm.ModelRow[static_cast<std::size_t>(model - 1)].Enabled;
 }
 
 void ChooseRow(std::int16_t model) {
     ModelForm.ChosenModel = model;
     for (std::size_t i = 0; i < ModelForm.ModelRow.size(); ++i) {
         Control& row = ModelForm.ModelRow[i];
-        const bool chosen = static_cast<int>(i) + 1 == model;
+        const bool chosen = static_cast<int>(i) == model - 1;
         row.Value = Flag(chosen);
         row.ForeColor = chosen ? Work.EditBackColor : DefaultColor;
         if (chosen) ModelForm.State.FocusOn = &row;
@@ -33,8 +36,7 @@ void ChooseRow(std::int16_t model) {
 
 void ChooseNextRow(int direction) {
     int model = ModelForm.ChosenModel + direction;
-    const int rows = static_cast<int>(ModelForm.ModelRow.size());
-    while (model >= 1 && model <= rows && !CanBeChosen(model))
+    while (IsListed(model) && !CanBeChosen(model))
         model += direction;
     if (CanBeChosen(model)) ChooseRow(ToInt16(model));
 }

@@ -66,10 +66,11 @@ Workspace FreshAnalysis(const Workspace& present) {
 bool TranslateModel(Workspace& w) {
     if (w.ModelCount != 12) return false;
     constexpr std::array<std::int16_t, 12> today = {1, 2, 3, 4, 5, 7, 8, 6, 0, 9, 10, 11};
-    if (w.Model < 1 || w.Model > 12) FitReader::Damaged("Model");
-    const std::int16_t model = today[static_cast<std::size_t>(w.Model - 1)];
-    w.Model = model == 0 ? std::int16_t{1} : model;
-    return model == 0;
+    const auto place = static_cast<std::size_t>(w.Model - 1);
+    if (place >= today.size()) FitReader::Damaged("Model");
+    const bool gone = today[place] == 0;
+    w.Model = gone ? today.front() : today[place];
+    return gone;
 }
 
 void CompleteModelList(Workspace& w) {

@@ -1,5 +1,6 @@
 // The whole menu of the main window: each item with its caption, in its order, and the rule by which it is
 // enabled, walked through every state that a rule looks at.
+#include "commands/AccessKeys.h"
 #include "commands/Analmenu.h"
 #include "commands/StartUp.h"
 #include "models/table/ModelTable.h"
@@ -9,7 +10,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace Quillon {
 namespace {
@@ -154,6 +159,23 @@ TEST_F(MenuTable, EveryItemHasACommand) {
         EXPECT_NE(item.Row.Command, nullptr) << item.Row.Name;
         EXPECT_TRUE(item.Item.Visible) << item.Row.Name;
     }
+}
+
+bool IsStated(const std::string& name) {
+    return std::any_of(std::begin(Stated), std::end(Stated),
+                       [&](const StatedItem& item) { return item.Name == name; });
+}
+
+// A key that two items claim chooses neither at the first press. Captions that are stated keep theirs; an
+// item that came later claims one that is free in its menu.
+TEST_F(MenuTable, AnAdditionClaimsNoAccessKeyOfAnotherItem) {
+    std::map<std::pair<MainMenu, char>, std::vector<const MainMenuItem*>> claims;
+    for (const MainMenuItem& item : Analmenu.Items)
+        if (const char key = AccessKeyOf(item.Row.Caption)) claims[{item.Row.Menu, key}].push_back(&item);
+    EXPECT_GT(claims.size(), 60U);
+    for (const auto& [key, items] : claims)
+        for (const MainMenuItem* item : items)
+            EXPECT_TRUE(items.size() == 1 || IsStated(item->Row.Name)) << item->Row.Caption;
 }
 
 TEST_F(MenuTable, EveryItemIsEnabledByItsRuleInEveryState) {
