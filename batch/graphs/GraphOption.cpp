@@ -148,13 +148,7 @@ std::string GraphName(const GraphOption& option) {
 }
 
 std::string GraphEnding(const GraphOption& option) {
-    const std::string title = FileTitle(option.Path);
-    const std::size_t point = title.rfind('.');
-    if (point == std::string::npos) return "";
-    std::string ending = title.substr(point + 1);
-    for (char& letter : ending)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return ending;
+    return EndingOf(option.Path);
 }
 
 } // namespace Quillon

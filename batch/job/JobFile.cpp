@@ -28,11 +28,11 @@ std::string_view WithoutComment(std::string_view text) {
 
 // The value behind the "=": without blanks around it and comment, or what stands in double quotes.
 std::string ValueText(const JobReader& reader, std::string_view text) {
-    text = Trim(text);
-    if (text.empty() || text[0] != '"') return std::string(Trim(WithoutComment(text)));
+    text = Trimmed(text);
+    if (text.empty() || text[0] != '"') return std::string(Trimmed(WithoutComment(text)));
     const std::size_t end = text.find('"', 1);
     if (end == std::string_view::npos) reader.Fail("the closing quote is missing");
-    if (!StartsComment(Trim(text.substr(end + 1)))) reader.Fail("there is text behind the closing quote");
+    if (!StartsComment(Trimmed(text.substr(end + 1)))) reader.Fail("there is text behind the closing quote");
     return std::string(text.substr(1, end - 1));
 }
 
@@ -54,7 +54,7 @@ bool TakeQuotedFile(const JobReader& reader, std::string_view& rest, JobSet& set
     if (end == std::string_view::npos) reader.Fail("the closing quote is missing");
     set.Files.push_back(FilledValue(reader, std::string(rest.substr(1, end - 1))));
     set.File += '"' + set.Files.back() + '"';
-    rest = Trim(rest.substr(end + 1));
+    rest = Trimmed(rest.substr(end + 1));
     const bool more = rest.starts_with(',');
     if (!more && !StartsComment(rest)) reader.Fail("there is text behind the closing quote");
     if (more) rest.remove_prefix(1);
@@ -65,12 +65,12 @@ bool TakeQuotedFile(const JobReader& reader, std::string_view& rest, JobSet& set
 bool TakePlainFile(const JobReader& reader, std::string_view& rest, JobSet& set) {
     const std::string_view text = WithoutComment(rest);
     const std::size_t comma = text.find(',');
-    const std::string value = FilledValue(reader, std::string(Trim(text.substr(0, comma))));
+    const std::string value = FilledValue(reader, std::string(Trimmed(text.substr(0, comma))));
     set.File += value;
     std::string_view names = value;
     while (true) {
         const std::size_t end = std::min(names.find(','), names.size());
-        set.Files.emplace_back(Trim(names.substr(0, end)));
+        set.Files.emplace_back(Trimmed(names.substr(0, end)));
         if (end == names.size()) break;
         names.remove_prefix(end + 1);
     }
@@ -82,13 +82,13 @@ bool TakePlainFile(const JobReader& reader, std::string_view& rest, JobSet& set)
 // The scans of a set: names between commas. A single name stands without its quotes.
 void ReadFiles(const JobReader& reader, std::string_view rest, JobSet& set) {
     while (true) {
-        rest = Trim(rest);
+        rest = Trimmed(rest);
         const bool more =
             rest.starts_with('"') ? TakeQuotedFile(reader, rest, set) : TakePlainFile(reader, rest, set);
         if (!more) break;
         set.File += ',';
         // The blanks behind the comma as they stand: a file may be named so.
-        set.File += rest.substr(0, rest.size() - Trim(rest).size());
+        set.File += rest.substr(0, rest.size() - Trimmed(rest).size());
     }
     if (set.Files.size() == 1) set.File = set.Files.front();
     if (set.File.empty()) reader.Fail("has no value");
@@ -111,7 +111,7 @@ void NotePlace(JobReader& reader) {
 std::string SectionName(const JobReader& reader, std::string_view line) {
     const std::size_t end = line.find(']');
     if (end == std::string_view::npos) reader.Fail(Quoted(line) + " has no closing bracket");
-    if (!StartsComment(Trim(line.substr(end + 1))))
+    if (!StartsComment(Trimmed(line.substr(end + 1))))
         reader.Fail(Quoted(line) + " has text behind the closing bracket");
     std::string_view rest = line.substr(1, end - 1);
     std::string name;
@@ -141,7 +141,7 @@ void ReadKeyLine(JobReader& reader, std::string_view line) {
     reader.Key.clear();
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos) reader.Fail(Quoted(line) + " is no line of the form key = value");
-    const std::string written(Trim(line.substr(0, equals)));
+    const std::string written(Trimmed(line.substr(0, equals)));
     if (reader.Section.empty()) reader.Fail(Quoted(written) + " stands before the first section");
     if (written.empty()) reader.Fail("there is no key before the =");
     reader.Key = written.size() > 60 ? Quoted(written) : written;
@@ -167,7 +167,7 @@ void ReadKeyLine(JobReader& reader, std::string_view line) {
 
 void ReadLine(JobReader& reader, std::string_view line) {
     if (line.ends_with('\r')) line.remove_suffix(1);
-    line = Trim(line);
+    line = Trimmed(line);
     if (line.find('\0') != std::string_view::npos) {
         reader.Section.clear();
         reader.Key.clear();

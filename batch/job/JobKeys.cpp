@@ -2,6 +2,7 @@
 #include "batch/job/JobKeys.h"
 #include "batch/console/OneLine.h"
 #include "models/table/Catalogue.h"
+#include "platform/Letters.h"
 
 #include <algorithm>
 #include <limits>
@@ -140,7 +141,7 @@ std::vector<double> ReadLevels(const JobReader& reader, std::string_view value) 
     std::vector<double> levels;
     for (;;) {
         const std::size_t comma = std::min(value.find(','), value.size());
-        levels.push_back(ReadLevel(reader, Trim(value.substr(0, comma))));
+        levels.push_back(ReadLevel(reader, Trimmed(value.substr(0, comma))));
         if (comma == value.size()) return levels;
         value.remove_prefix(comma + 1);
     }
@@ -166,7 +167,7 @@ std::vector<double> ReadFactors(JobReader& reader, std::string_view value) {
     reader.Result.HasPlan = true;
     for (;;) {
         const std::size_t comma = std::min(value.find(','), value.size());
-        factors.push_back(ReadDouble(reader, Trim(value.substr(0, comma))));
+        factors.push_back(ReadDouble(reader, Trimmed(value.substr(0, comma))));
         if (const std::string why = WhyNoPlan({factors, {1.0}}); !why.empty()) reader.Fail(why);
         if (comma == value.size()) return factors;
         value.remove_prefix(comma + 1);
@@ -210,10 +211,10 @@ void ReadCenterpiece(JobReader& reader, JobSet& set, const std::string& value) {
 Exclusion ReadExclusion(const JobReader& reader, std::string_view value) {
     const std::size_t dash = value.find('-');
     Exclusion exclusion;
-    exclusion.From = ReadPositive(reader, Trim(value.substr(0, dash)));
-    exclusion.To =
-        dash == std::string_view::npos ? exclusion.From : ReadPositive(reader, Trim(value.substr(dash + 1)));
-    if (exclusion.From > exclusion.To) reader.Fail(Quoted(Trim(value)) + " ends before it begins");
+    exclusion.From = ReadPositive(reader, Trimmed(value.substr(0, dash)));
+    exclusion.To = dash == std::string_view::npos ? exclusion.From
+                                                  : ReadPositive(reader, Trimmed(value.substr(dash + 1)));
+    if (exclusion.From > exclusion.To) reader.Fail(Quoted(Trimmed(value)) + " ends before it begins");
     return exclusion;
 }
 

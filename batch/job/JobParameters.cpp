@@ -7,6 +7,7 @@
 #include "models/table/ModelTable.h"
 #include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
+#include "platform/Letters.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>

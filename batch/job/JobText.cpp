@@ -39,23 +39,8 @@ std::string JobErrorLine(const std::string& path, int line, std::string_view sec
     return OneLine(text + " " + reason);
 }
 
-std::string_view Trim(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-std::string SmallLetters(std::string_view text) {
-    std::string small(text);
-    for (char& c : small)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return small;
-}
-
 std::string_view NextWord(std::string_view& rest) {
-    rest = Trim(rest);
+    rest = Trimmed(rest);
     std::size_t length = 0;
     while (length < rest.size() && !IsBlank(rest[length]))
         ++length;

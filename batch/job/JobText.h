@@ -2,6 +2,7 @@
 // The values of a job file: text to number, choice or name, strictly. Shared by the parser's own files.
 
 #include "batch/job/JobFile.h"
+#include "platform/Letters.h"
 
 #include <initializer_list>
 #include <string>
@@ -26,8 +27,6 @@ struct JobReader {
 std::string JobErrorLine(const std::string& path, int line, std::string_view section, std::string_view key,
                          const std::string& reason);
 
-std::string_view Trim(std::string_view text);
-std::string SmallLetters(std::string_view text);
 std::string_view NextWord(std::string_view& rest); // takes a word off the front; "" when none is left
 
 // A number that a single holds, written with a point, and nothing behind it.

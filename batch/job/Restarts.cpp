@@ -2,6 +2,7 @@
 
 #include "batch/console/BatchPlatform.h"
 #include "input/NUMINPUT.h"
+#include "platform/Words.h"
 #include "workspace/records/Cancel.h"
 
 #include <string>
@@ -10,14 +11,10 @@ namespace Quillon {
 
 namespace {
 
-std::string Counted(long count, const std::string& one, const std::string& several) {
-    return std::to_string(count) + " " + (count == 1 ? one : several);
-}
-
 // "restarts: 2 minima in 7 fits, 1 of which ended at none; the lowest sum of squares is 1.2345E-3"
 std::string MinimaLine(const MinimaMet& met) {
     std::string line = "restarts: " + Counted(static_cast<long>(met.Minima.size()), "minimum", "minima") +
-                       " in " + Counted(met.Ended, "fit", "fits");
+                       " in " + Counted(met.Ended, "fit");
     if (met.Failed > 0) line += ", " + std::to_string(met.Failed) + " of which ended at none" + met.Broken;
     if (met.Minima.empty()) return line;
     return line + "; the lowest sum of squares is " +

@@ -4,6 +4,7 @@
 #include "batch/console/OneLine.h"
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
+#include "platform/Letters.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -15,13 +16,6 @@ namespace {
 
 [[noreturn]] void FailFit(const std::string& path, const std::string& reason) {
     RaiseError(OneLine(path + ": " + reason));
-}
-
-bool EndsWith(const std::string& path, const std::string& ending) {
-    if (path.size() < ending.size()) return false;
-    return std::equal(
-        ending.begin(), ending.end(), path.end() - static_cast<std::ptrdiff_t>(ending.size()),
-        [](char wanted, char c) { return wanted == (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); });
 }
 
 // The refusals that the program tells in boxes.
@@ -50,7 +44,7 @@ void Restore(const std::string& bytes, const std::string& path) {
 } // namespace
 
 bool NamesSavedFit(const std::string& path) {
-    return EndsWith(path, ".quil") || EndsWith(path, ".fit");
+    return EndsWithLetters(path, ".quil") || EndsWithLetters(path, ".fit");
 }
 
 RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit, long restarts) {

@@ -88,7 +88,7 @@ std::string LinesOfSection(const Job& job, const std::string& text, const std::s
         std::string_view rest = text;
         for (int line = 1; line < place.Line; ++line)
             rest.remove_prefix(std::min(rest.find('\n'), rest.size() - 1) + 1);
-        lines.emplace_back(place.Line, Trim(rest.substr(0, rest.find('\n'))));
+        lines.emplace_back(place.Line, Trimmed(rest.substr(0, rest.find('\n'))));
     }
     std::sort(lines.begin(), lines.end());
     std::string all;
