@@ -118,6 +118,14 @@ double NumberOr(CalculatorBox box, double standard) {
     return IsEmpty(box) ? standard : NumberIn(box);
 }
 
+void TakeChannelOfBox() {
+    ApproachInput input;
+    input.Rpm = NumberOr(CalculatorBox::Rpm, 0.0);
+    TakeChannel(std::string(Trimmed(TextOf(CalculatorBox::Channel))), input);
+    Fill(CalculatorBox::Inner, static_cast<float>(input.Meniscus));
+    Fill(CalculatorBox::Outer, static_cast<float>(input.Bottom));
+}
+
 // Unless a box has it, a mass or v-bar that no sequence gives is that of the analysis, and so is the density
 // without a buffer.
 void FillApproach(ApproachInput& input) {
@@ -233,11 +241,7 @@ int CalculatorFormKeyPress(CalculatorBox box, int key) {
 void CalculatorFormLostFocus(CalculatorBox box) {
     if (box != CalculatorBox::Channel || IsEmpty(box) || !CalculatorForm.State.Shown) return;
     try {
-        ApproachInput input;
-        input.Rpm = NumberOr(CalculatorBox::Rpm, 0.0);
-        TakeChannel(std::string(Trimmed(TextOf(box))), input);
-        Fill(CalculatorBox::Inner, static_cast<float>(input.Meniscus));
-        Fill(CalculatorBox::Outer, static_cast<float>(input.Bottom));
+        TakeChannelOfBox();
     } catch (const RuntimeError& error) {
         BoxOf(box).Text.clear();
         TellFailure(error.Text + ".");
@@ -248,6 +252,8 @@ void CalculatorFormCalculateButton() {
     Found = Calculation{};
     std::string failure;
     try {
+        // The access key of the button leaves the focus in the box.
+        if (!IsEmpty(CalculatorBox::Channel) && IsEmpty(CalculatorBox::Inner)) TakeChannelOfBox();
         Found = Calculate(InputOfBoxes());
     } catch (const RuntimeError& error) {
         failure = error.Text + ".";

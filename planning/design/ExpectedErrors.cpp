@@ -105,7 +105,7 @@ bool CanPlan() {
 }
 
 bool HasTruth() {
-    return Work.Parms[SlotNo(0)] != 0.0F;
+    return Work.FitValid != 0 || Work.FitDone != 0 || !Work.StartParms.Empty();
 }
 
 void TakeUpDesign(const Design& design) {

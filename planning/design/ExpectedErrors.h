@@ -60,8 +60,8 @@ struct Plan {
 // True when there are data and a model.
 bool CanPlan();
 
-// True when the parameters have values that a design can take as the truth: nobody has set a mass before the
-// first guesses.
+// True when the parameters have values that a design can take as the truth: those of a fit or a simulation,
+// or that a fit has started with. What stands before is nobody's.
 bool HasTruth();
 
 // The designs one by one on copies of the analysis. noise: standard deviation of a reading, signal units,

@@ -46,6 +46,10 @@ TEST_F(CalculatorWindow, CalculatesWhatItsBoxesAskFor) {
     for (const std::vector<std::string>& row : CalculatorForm.Rows)
         EXPECT_EQ(row.size(), CalculatorForm.Columns.size());
     const std::string hours = ValueOf("time to equilibrium, solved");
+    Box(CalculatorBox::Inner).Text = ""; // Alt+U calculates while the focus stays in the box
+    Box(CalculatorBox::Channel).Text = "C";
+    CalculatorFormCalculateButton();
+    EXPECT_EQ(Box(CalculatorBox::Inner).Text, "6.859");
     Box(CalculatorBox::Channel).Text = " a ";
     CalculatorFormLostFocus(CalculatorBox::Channel);
     EXPECT_EQ(Box(CalculatorBox::Inner).Text, "5.809"); // 5.8 cm and the stretch at 30000 rpm

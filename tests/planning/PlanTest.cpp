@@ -182,8 +182,11 @@ TEST(Plans, NeedValuesThatStand) {
     Script script;
     Load("Model01");
     EXPECT_TRUE(CanPlan() && HasTruth());
-    Work.Parms[0] = 0.0F; // as before the first guesses
+    Work.StartParms = FreshWorkspace().StartParms; // as before the first fit
+    Work.FitValid = Work.FitDone = FlagFalse;
     EXPECT_FALSE(HasTruth());
+    Work.FitValid = FlagTrue; // after a simulation
+    EXPECT_TRUE(HasTruth());
 }
 
 // A mass without an oligomer says nothing of a constant: with hardly anything loaded the dimer does not show.
