@@ -49,9 +49,10 @@ TEST_F(PictureTargetTest, AMetafileHoldsTheGraph) {
     EXPECT_EQ(header.Word(32), 15240U); // 6 inches in hundredths of a millimetre
     EXPECT_EQ(header.Word(36), 10160U);
     EXPECT_EQ(header.Wide(header.Word(64), header.Word(60)), std::string("Quillon\0Graph\0\0", 15));
-    bool title = false, line = false;
+    std::string texts; // some stand in pieces
+    bool line = false;
     for (const EmfItem& item : PlayMetafile(file)) {
-        title = title || (item.Kind == "text" && item.Text == "Overlay <1>");
+        if (item.Kind == "text") texts += item.Text;
         if (item.Kind != "polyline" || item.Points.size() != 4) continue;
         line = true;
         EXPECT_TRUE(item.Clipped);
@@ -60,7 +61,7 @@ TEST_F(PictureTargetTest, AMetafileHoldsTheGraph) {
             points.emplace_back(point.X, point.Y);
         EXPECT_EQ(points, Places());
     }
-    EXPECT_TRUE(title);
+    EXPECT_NE(texts.find("Overlay <1>"), std::string::npos) << texts;
     EXPECT_TRUE(line);
 }
 
