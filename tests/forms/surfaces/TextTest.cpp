@@ -1,5 +1,6 @@
 // Text on toolkit surfaces: measured as it is drawn, and drawn in the direction asked for.
 #include "PixelPicture.h"
+#include "forms/surfaces/Application.h"
 #include "forms/surfaces/QtFonts.h"
 
 #include <QFontDatabase>
