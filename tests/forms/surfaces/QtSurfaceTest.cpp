@@ -1,7 +1,7 @@
 // A surface on a display of high resolution, and targets that change.
-#include "forms/surfaces/Application.h"
 #include "forms/surfaces/QtSurface.h"
 #include "PixelPicture.h"
+#include "forms/surfaces/Application.h"
 
 #include <QPainter>
 
