@@ -165,7 +165,7 @@ void ReadDataReturn(DialogAnswer answer) {
 }
 
 void ToggleNameConvention() {
-    Work.NameConvention = Work.NameConvention == 1 ? 0 : 1;
+    Work.NameConvention = Work.NameConvention == NamedBy::Newer ? NamedBy::Older : NamedBy::Newer;
     FindDataDirectory();
 }
 

@@ -97,7 +97,7 @@ constexpr bool (*Always)() = nullptr;
 // --- when items are checked ------------------------------------------------------------------------------
 
 bool NewNames() {
-    return Work.NameConvention == 1;
+    return Work.NameConvention == NamedBy::Newer;
 }
 bool ConcentrationsConstrained() {
     return (Work.ConstraintFlags & ConcentrationBit) != 0;

@@ -8,7 +8,7 @@ namespace Quillon {
 
 namespace {
 
-FieldEdit* NoiseField(Binder& bind, long set) {
+FieldEdit* NoiseField(Binder& bind, SetNo set) {
     return MakeField(
         bind, [set]() -> Control& { return NoiseFormBox(set); },
         {[set] { NoiseFormGotFocus(set); },
@@ -30,7 +30,7 @@ QWidget* MakeNoiseForm(QWidget* parent) {
     for (std::size_t i = 0; i < NoiseForm.SetLabel.size(); ++i) {
         const int line = static_cast<int>(i) + 1;
         grid->addWidget(MakeLabel(bind, [i]() -> Control& { return NoiseForm.SetLabel[i]; }), line, 0);
-        grid->addWidget(NoiseField(bind, line), line, 1);
+        grid->addWidget(NoiseField(bind, SetNo(line)), line, 1);
         grid->addWidget(CenteredLabel(bind, [i]() -> Control& { return NoiseForm.RmsLabel[i]; }), line, 2);
     }
     grid->setRowStretch(grid->rowCount(), 1);

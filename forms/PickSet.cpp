@@ -15,7 +15,7 @@ QWidget* MakePickSet(QWidget* parent) {
     auto* list = new QListWidget;
     list->setMinimumSize(420, 220);
     bind.List(
-        list, []() -> Control& { return PickSetWindow.SetList; }, 1, [](int row) { PickSetRow(row); });
+        list, []() -> Control& { return PickSetWindow.SetList; }, 1, [](int row) { PickSetRow(SetNo(row)); });
     QObject::connect(list, &QListWidget::itemDoubleClicked, form, [] { RunHandler(PickSetOkButton); });
     auto* all = new QVBoxLayout(form);
     all->addWidget(list);

@@ -112,7 +112,7 @@ std::string RangeLines(RowNo row) {
                                  : samples == Centerpiece::EightChannel ? "8"
                                                                         : "6";
     text += KeyLine("centerpiece", channels);
-    if (Work.DataChannel[row] > 0)
+    if (Work.DataChannel[row] != Channel::None)
         text += KeyLine("channel", std::string(1, static_cast<char>('A' + Work.DataChannel[row] - 1)));
     return text + KeyLine("path", Work.CellPath[row]);
 }

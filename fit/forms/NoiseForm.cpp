@@ -15,13 +15,13 @@ NoiseFormRecord NoiseForm;
 
 namespace {
 
-std::size_t PlaceOf(long set) {
-    return static_cast<std::size_t>(set - 1);
+std::size_t PlaceOf(SetNo set) {
+    return static_cast<std::size_t>(set.Number - 1);
 }
 
 void ShowNoise() {
     for (const SetNo set : EachSet())
-        NoiseFormBox(set.Number).Text = SingleText(NoiseForm.Noise[PlaceOf(set.Number)]);
+        NoiseFormBox(set).Text = SingleText(NoiseForm.Noise[PlaceOf(set)]);
 }
 
 std::string RmsText(const PerRow<float>& noises, SetNo set) {
@@ -53,7 +53,7 @@ void NameControls() {
     NoiseForm.CancelButton = Captioned("&Cancel");
 }
 
-bool Refuse(long set, const std::string& message) {
+bool Refuse(SetNo set, const std::string& message) {
     Host.Beep();
     Tell(message, Work.ProgramName, BoxIcon::Warning);
     NoiseForm.State.FocusOn = &NoiseFormBox(set);
@@ -61,7 +61,7 @@ bool Refuse(long set, const std::string& message) {
 }
 
 // Leaves a box; false when its number is refused, which has then been told.
-bool LeaveBox(long set) {
+bool LeaveBox(SetNo set) {
     Control& box = NoiseFormBox(set);
     float& noise = NoiseForm.Noise[PlaceOf(set)];
     if (LeaveNumberBox(box, SingleText(noise)) != BoxLeft::Altered) return true;
@@ -78,13 +78,13 @@ bool AreComplete() {
     const auto given = std::count_if(noise.begin(), noise.end(), [](float n) { return n > 0.0F; });
     if (given == 0 || given == std::ssize(noise)) return true;
     const auto missing = std::find(noise.begin(), noise.end(), 0.0F) - noise.begin();
-    return Refuse(missing + 1, "Give a noise for every set, or for none.");
+    return Refuse(SetNo(missing + 1), "Give a noise for every set, or for none.");
 }
 
 void TakeNoise() {
     const PerRow<float> before = Work.SetNoise;
     for (const SetNo set : EachSet())
-        Work.SetNoise[RowOf(set)] = NoiseForm.Noise[PlaceOf(set.Number)];
+        Work.SetNoise[RowOf(set)] = NoiseForm.Noise[PlaceOf(set)];
     NoiseForm.Changed = !(before == Work.SetNoise);
     if (!NoiseForm.Changed) return;
     Work.FitDone = Work.LimitsDone = FlagFalse;
@@ -93,7 +93,7 @@ void TakeNoise() {
 
 } // namespace
 
-Control& NoiseFormBox(long set) {
+Control& NoiseFormBox(SetNo set) {
     return NoiseForm.NoiseInput[PlaceOf(set)];
 }
 
@@ -112,17 +112,17 @@ void NoiseDialog() {
     Host.ShowModal(NoiseFormName);
 }
 
-void NoiseFormGotFocus(long set) {
+void NoiseFormGotFocus(SetNo set) {
     NumGotFocus(NoiseFormBox(set));
 }
 
-int NoiseFormKeyPress(long set, int key) {
+int NoiseFormKeyPress(SetNo set, int key) {
     if (key == KeyReturn)
-        NoiseForm.State.FocusOn = set < Work.NumSets ? &NoiseFormBox(set + 1) : &NoiseForm.OkButton;
+        NoiseForm.State.FocusOn = set < SetNo(Work.NumSets) ? &NoiseFormBox(set + 1) : &NoiseForm.OkButton;
     return NumberBoxKey(NoiseFormBox(set), key);
 }
 
-void NoiseFormLostFocus(long set) {
+void NoiseFormLostFocus(SetNo set) {
     LeaveBox(set);
 }
 
@@ -130,7 +130,7 @@ void NoiseFormFromFitButton() {
     if (!Work.FitValid) return;
     const PerRow<float> noises = NoisesOfFit();
     for (const SetNo set : EachSet())
-        NoiseForm.Noise[PlaceOf(set.Number)] = noises[RowOf(set)];
+        NoiseForm.Noise[PlaceOf(set)] = noises[RowOf(set)];
     ShowNoise();
 }
 
@@ -141,7 +141,7 @@ void NoiseFormNoneButton() {
 
 void NoiseFormOkButton() {
     for (const SetNo set : EachSet()) // the one that has the focus still holds what was typed
-        if (!LeaveBox(set.Number)) return;
+        if (!LeaveBox(set)) return;
     if (!AreComplete()) return;
     TakeNoise();
     NoiseForm.State.Shown = false;

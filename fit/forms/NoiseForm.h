@@ -2,10 +2,10 @@
 // The form "Noise of Data Sets" as data: the noise that each set is weighted by
 // (fit/equations/NoiseWeights.h). What is typed is taken with OK; until then the analysis is as it was.
 //
-// All vectors have one entry for each set of the fit, that of set 1 at place 0; functions take the number of
-// the set, from 1.
+// All vectors have one entry for each set of the fit, that of set 1 at place 0.
 
 #include "platform/Controls.h"
+#include "workspace/records/Counts.h"
 
 #include <vector>
 
@@ -31,10 +31,10 @@ extern NoiseFormRecord NoiseForm;
 void NoiseDialog();
 
 void LoadNoiseForm();
-Control& NoiseFormBox(long set);
-void NoiseFormGotFocus(long set);
-int NoiseFormKeyPress(long set, int key); // Enter goes to the next box, at the end to OK
-void NoiseFormLostFocus(long set);        // a negative number is told and takes the focus back
+Control& NoiseFormBox(SetNo set);
+void NoiseFormGotFocus(SetNo set);
+int NoiseFormKeyPress(SetNo set, int key); // Enter goes to the next box, at the end to OK
+void NoiseFormLostFocus(SetNo set);        // a negative number is told and takes the focus back
 
 void NoiseFormFromFitButton(); // each set's rms in the fit that stands, at most 10 to 1
 void NoiseFormNoneButton();

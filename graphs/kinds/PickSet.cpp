@@ -1,7 +1,7 @@
 #include "graphs/kinds/PickSet.h"
 
 #include "platform/Platform.h"
-#include "workspace/records/Workspace.h"
+#include "workspace/records/Roads.h"
 
 namespace Quillon {
 
@@ -10,8 +10,9 @@ PickSetForm PickSetWindow;
 void LoadPickSet() {
     PickSetWindow = PickSetForm{};
     PickSetWindow.State.Caption = "Select Data Set for Graph";
-    for (long k = 1; k <= Work.NumSets; ++k)
-        PickSetWindow.SetList.Items.push_back("Set " + std::to_string(k) + " - " + Work.SetLabel[k]);
+    for (const SetNo set : EachSet())
+        PickSetWindow.SetList.Items.push_back("Set " + std::to_string(set.Number) + " - " +
+                                              Work.SetLabel[set]);
     PickSetWindow.SetList.Value = 1;
     PickSetWindow.OkButton.Text = "OK";
     PickSetWindow.CancelButton.Text = "&Cancel";
@@ -19,8 +20,8 @@ void LoadPickSet() {
     PickSetWindow.State.Shown = true;
 }
 
-void PickSetRow(long set) {
-    if (set >= 1 && set <= Work.NumSets) PickSetWindow.SetList.Value = ToInt16(set);
+void PickSetRow(SetNo set) {
+    if (set > NoSet && set <= SetNo(Work.NumSets)) PickSetWindow.SetList.Value = ToInt16(set.Number);
 }
 
 void PickSetOkButton() {

@@ -20,8 +20,8 @@ extern PickSetForm PickSetWindow;
 SetNo PickSet();
 
 void LoadPickSet();
-void PickSetRow(long set); // a row was chosen
-void PickSetOkButton();    // also a double click on a row
+void PickSetRow(SetNo set); // its row was chosen; none of the fit: nothing happens
+void PickSetOkButton();     // also a double click on a row
 void PickSetCancelButton();
 
 } // namespace Quillon

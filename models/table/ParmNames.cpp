@@ -13,6 +13,7 @@ struct UnitWords {
     const char *OneToN, *OneToM, *Mixed, *Concentration, *Signal;
 };
 constexpr UnitWords WordsByUnits[] = {
+    // by ConcUnit
     {"AU^1-N", "AU^1-M", "per AU", "AU", "AU"},
     {"(mL/mg)^N-1", "(mL/mg)^M-1", "mL/mg", "mg/mL", "mg/mL"},
     {"(l/mol)^N-1", "(l/mol)^M-1", "l/mol", "mol/l", "AU"},
@@ -22,7 +23,8 @@ constexpr UnitWords WordsByUnits[] = {
 };
 
 const UnitWords& WordsInForce() {
-    return WordsByUnits[Work.ConcUnits >= 0 && Work.ConcUnits <= 5 ? Work.ConcUnits : 0];
+    const bool known = Work.ConcUnits >= ConcUnit::Absorbance && Work.ConcUnits <= ConcUnit::FringeMole;
+    return WordsByUnits[known ? Work.ConcUnits : std::int16_t{ConcUnit::Absorbance}];
 }
 
 const char* WordOf(SlotUnit unit) {

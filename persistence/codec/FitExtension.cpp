@@ -34,8 +34,8 @@ void CheckHashes(const PerRow<std::string>& hashes, const char* name) {
 
 // Calls visit(row) for each row with a scan.
 template <class Visit> void EachScan(const Workspace& w, Visit&& visit) {
-    for (RowNo row(1); row.Number <= w.MaxSets; ++row)
-        if (HasScan(w, row.Number)) visit(row);
+    for (const RowNo row : RowsOf(w))
+        if (HasScan(w, row)) visit(row);
 }
 
 bool LeavesOut(const Workspace& w) {

@@ -23,11 +23,16 @@
 
 namespace Quillon {
 
+// The rows of the table in an analysis that need not be the open one.
+inline OrdinalRange<RowKind> RowsOf(const Workspace& w) {
+    return {RowNo(1), RowNo(w.MaxSets)};
+}
+
 // Rows that bring points of their own along in the file.
-inline bool HasScan(const Workspace& w, long row) {
+inline bool HasScan(const Workspace& w, RowNo row) {
     return !w.ScanFile[row].empty();
 }
-inline bool HasBaseline(const Workspace& w, long row) {
+inline bool HasBaseline(const Workspace& w, RowNo row) {
     return HasScan(w, row) && w.BaselineFile[row] != NoBaseline;
 }
 
@@ -134,15 +139,15 @@ template <class Stream, class W> void FitScans(Stream& s, W& w) {
     s.Array("DataChannel", w.DataChannel, 1, rows);
     s.Array("ScanDirectory", w.ScanDirectory, 1, rows);
     s.Array("ScanFile", w.ScanFile, 1, rows);
-    s.Flags("ScanFile", rows, [&](long row) { return HasScan(w, row); });
-    for (long row = 1; row <= rows; ++row)
+    s.Flags("ScanFile", rows, [&](RowNo row) { return HasScan(w, row); });
+    for (const RowNo row : RowsOf(w))
         if (w.ScanPoints[row] >= 1 && HasScan(w, row)) {
             s.Array("ScanRadius", w.ScanRadius[row], 1, w.ScanPoints[row]);
             s.Array("ScanValue", w.ScanValue[row], 1, w.ScanPoints[row]);
         }
     s.Array("BaselineFile", w.BaselineFile, 1, rows);
-    s.Flags("BaselineFile", rows, [&](long row) { return HasBaseline(w, row); });
-    for (long row = 1; row <= rows; ++row)
+    s.Flags("BaselineFile", rows, [&](RowNo row) { return HasBaseline(w, row); });
+    for (const RowNo row : RowsOf(w))
         if (w.BaselinePoints[row] >= 1 && HasBaseline(w, row)) {
             s.Array("BaselineRadius", w.BaselineRadius[row], 1, w.BaselinePoints[row]);
             s.Array("BaselineValue", w.BaselineValue[row], 1, w.BaselinePoints[row]);

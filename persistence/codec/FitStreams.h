@@ -65,7 +65,7 @@ public:
                 Value(name, whole ? m(i, j) : 0.0);
     }
     template <class Holds> void Flags(const char* name, long count, const Holds& holds) {
-        for (long row = 1; row <= count; ++row)
+        for (RowNo row(1); row <= RowNo(count); ++row)
             Value(name, Flag(holds(row)));
     }
     // The model list fills itself when its dialog is first shown; a list that never was is written all the
@@ -117,7 +117,7 @@ public:
                 m(i, j) = Take<double>(name, finite);
     }
     template <class Holds> void Flags(const char* name, long count, const Holds& holds) {
-        for (long row = 1; row <= count; ++row) {
+        for (RowNo row(1); row <= RowNo(count); ++row) {
             std::int16_t flag = 0;
             Value(name, flag);
             if ((flag != 0) != holds(row)) Damaged(name);

@@ -78,7 +78,8 @@ void ReadModelAndUnits(const SettingsReader& ini) {
     Work.Model = Choice(ini.Integer(IniKey::FitModelNumber, "1"), 1, LastModelNumber, 1);
     Work.NonIdeal = ini.Boolean(IniKey::NonIdeal, "False");
     Work.SeparateK = ini.Boolean(IniKey::SplitKs, "False");
-    Work.ConcUnits = Choice(ini.Integer(IniKey::ConcentrationUnits, "0"), 0, 5, 0);
+    Work.ConcUnits = Choice(ini.Integer(IniKey::ConcentrationUnits, "0"), ConcUnit::Absorbance,
+                            ConcUnit::FringeMole, ConcUnit::Absorbance);
     const std::string mass = StrippedCapitals(ini.Text(IniKey::MassUnits, "False"));
     Work.MassUnits = mass == "TRUE"      ? MassUnit::Molar
                      : mass == "BUOYANT" ? MassUnit::Buoyant
@@ -87,11 +88,13 @@ void ReadModelAndUnits(const SettingsReader& ini) {
 
 void ReadCells(const SettingsReader& ini) {
     const std::int16_t cell = ini.Integer(IniKey::CellType, "3");
-    Work.CellType = cell == 1 || cell == 4 ? cell : std::int16_t{3};
+    Work.CellType = cell == Centerpiece::TwoChannel || cell == Centerpiece::EightChannel
+                        ? cell
+                        : std::int16_t{Centerpiece::SixChannel};
     Work.RangeLogPlot = ini.Boolean(IniKey::RangeLogPlot, "False");
     constexpr const char* inner[] = {"5.8", "6.4", "6.85", "6.85"};
     constexpr const char* outer[] = {"6.35", "6.8", "7.25", "7.25"};
-    for (int cellKind = 3; cellKind <= 4; ++cellKind)
+    for (const int cellKind : {Centerpiece::SixChannel, Centerpiece::EightChannel})
         for (int channel = 1; channel <= cellKind; ++channel) {
             Work.ChannelRadii[ChannelPlace(channel, false, cellKind)] =
                 ini.Single(ChannelKey(channel, false, cellKind), inner[channel - 1]);

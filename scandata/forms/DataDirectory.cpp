@@ -44,7 +44,7 @@ void SearchOldPlaces() {
 
 void FindDataDirectory() {
     Work.DataDirectory = Host.WorkingDirectory();
-    if (Work.NameConvention == 1)
+    if (Work.NameConvention == NamedBy::Newer)
         SearchNewPlaces();
     else
         SearchOldPlaces();

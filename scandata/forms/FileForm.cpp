@@ -190,7 +190,7 @@ void RevealRow(int line) {
                          &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.PointsBox, &FileForm.CellPath,
                          &FileForm.SaveButton, &FileForm.ExtinctionButton})
         (*column)[i].Visible = true;
-    FileForm.ChannelBox[i].Visible = Work.CenterpieceType[RowOfLine(line)] != 1;
+    FileForm.ChannelBox[i].Visible = Work.CenterpieceType[RowOfLine(line)] != Centerpiece::TwoChannel;
 }
 
 void ShowCenterpiece(int line) {

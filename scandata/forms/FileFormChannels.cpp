@@ -74,14 +74,15 @@ void TakeChannel(int line, int channel) {
     ApplyChannel(line, channel);
     FileForm.FormChanged = 1;
     FileForm.CancelButton.Enabled = false;
-    if (Work.DataChannel[line + 1] > 0) FileFormRangeButton();
+    if (Work.DataChannel[line + 1] != Channel::None) FileFormRangeButton();
     FileForm.State.FocusOn = &FileForm.CopyFile;
 }
 
 void StepChannel(int line) {
     const RowNo row = RowOfLine(line);
     const ChannelStep step = StepFrom(line, FileForm.ChannelBox[At(line)].Text);
-    const bool stays = step.Channel == 0 && !step.NotReached.empty() && Work.DataChannel[row] == 0;
+    const bool stays =
+        step.Channel == 0 && !step.NotReached.empty() && Work.DataChannel[row] == Channel::None;
     TellSkipped(row, step, stays);
     if (!stays) return TakeChannel(line, step.Channel);
     FileForm.State.FocusOn = &FileForm.Check1[At(line)];

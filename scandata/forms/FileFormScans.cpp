@@ -55,7 +55,7 @@ void ShowAdopted(const ScanReadResult& read) {
     const RowNo row = RowOfLine(line);
     const std::size_t i = Here();
     Work.DataDirectory = Work.ScanDirectory[row];
-    Work.NameConvention = 1;
+    Work.NameConvention = NamedBy::Newer;
     LastTitle = Work.ScanFile[row];
     FileForm.NameBox[i].Text = Work.ScanFile[row];
     FileForm.RPMBox[i].Text = SingleText(read.Rpm);
@@ -104,7 +104,7 @@ void DropBaseline(RowNo row) {
 }
 
 bool HasNextChannel(RowNo s) {
-    return Work.DataChannel[s] > 0 && Work.CenterpieceType[s] >= Centerpiece::SixChannel &&
+    return Work.DataChannel[s] != Channel::None && Work.CenterpieceType[s] >= Centerpiece::SixChannel &&
            Work.DataChannel[s] < Work.CenterpieceType[s];
 }
 
@@ -337,7 +337,7 @@ void Fill(const TableFilling& fill) {
     ReadNotes notes;
     notes.Remarks = fill();
     Work.CurrentPage = 0;
-    Work.NameConvention = 1;
+    Work.NameConvention = NamedBy::Newer;
     if (!Work.ScanDirectory[1].empty()) Work.DataDirectory = Work.ScanDirectory[1];
     FillPage();
     NoteTableChange();

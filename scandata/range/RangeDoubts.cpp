@@ -71,7 +71,8 @@ std::string RangeDoubts(RowNo row, bool chosen) {
     const long last = Work.FitRange[1][row];
     const OneBased<float>& radii = Work.ScanRadius[row];
     if (first < 1 || last < first || last > radii.Hi()) return "";
-    const bool whole = !chosen && Work.DataChannel[row] == 0 && first == 1 && last == Work.ScanPoints[row];
+    const bool whole =
+        !chosen && Work.DataChannel[row] == Channel::None && first == 1 && last == Work.ScanPoints[row];
     const long jump = FirstJump(Work.ScanValue[row], first, last);
     if (!whole && jump == 0) return "";
     std::string doubts =

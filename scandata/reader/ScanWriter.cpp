@@ -123,7 +123,7 @@ int CellNumberOf(const std::string& fileName) {
     // The ending of the newer names is that of all cells.
     if (const ScanNameFacts facts = ScanNameOf(fileName); facts.HasFields)
         return static_cast<int>(*facts.Cell);
-    const std::size_t place = Work.NameConvention == 1 ? fileName.size() - 1 : 4;
+    const std::size_t place = Work.NameConvention == NamedBy::Newer ? fileName.size() - 1 : 4;
     if (place >= fileName.size()) return 0;
     const char digit = fileName[place];
     return digit >= '0' && digit <= '9' ? digit - '0' : 0;

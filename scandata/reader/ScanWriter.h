@@ -11,8 +11,8 @@
 namespace Quillon {
 
 // The cell number that a file name tells: of the newer names the one of their fields
-// (scandata/reader/ScanNames.h), else with Work.NameConvention 1 its last character, otherwise its fifth; 0
-// where there is no digit.
+// (scandata/reader/ScanNames.h), else with the newer Work.NameConvention its last character, otherwise its
+// fifth; 0 where there is no digit.
 int CellNumberOf(const std::string& fileName);
 
 // The name offered for the good data of a row: "s", the set in two digits, the channel in lower case ("_" for

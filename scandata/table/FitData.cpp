@@ -47,7 +47,7 @@ struct FitBuild {
 
 std::string LabelOf(RowNo row) {
     std::string label = JoinPath(Work.ScanDirectory[row], Work.ScanFile[row]);
-    if (Work.DataChannel[row] > 0) {
+    if (Work.DataChannel[row] != Channel::None) {
         label += " Ch ";
         label += static_cast<char>('A' + Work.DataChannel[row] - 1);
     }

@@ -254,7 +254,7 @@ TEST_F(ReadRun, TheApproachOfASetIsDrawnFromTheFolderOfItsScan) {
     SetScreenSurface(screen.Surface());
     const auto pick = [&] {
         script.ExpectModal(PickSetName, [] {
-            PickSetRow(2);
+            PickSetRow(SetNo(2));
             PickSetOkButton();
         });
     };

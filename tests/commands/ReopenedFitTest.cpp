@@ -74,7 +74,7 @@ protected:
         Host.ShowModal = [](const std::string& form) {
             if (form == GetGuessName) AssignFreePositions(FitChoices());
             if (form == PickSetName) {
-                PickSetRow(2);
+                PickSetRow(SetNo(2));
                 PickSetOkButton();
             }
         };

@@ -24,7 +24,7 @@ protected:
         Work.FitDone = Work.FitValid = FlagTrue;
         LoadNoiseForm();
     }
-    void Type(long set, const std::string& keys) const {
+    void Type(SetNo set, const std::string& keys) const {
         NoiseFormGotFocus(set);
         TypeInto(NoiseFormBox(set), keys, [&](int key) { return NoiseFormKeyPress(set, key); });
         NoiseFormLostFocus(set);
@@ -32,10 +32,10 @@ protected:
 };
 
 TEST_F(NoiseForms, TakesTheRmsOfTheFit) {
-    EXPECT_EQ(NoiseFormBox(1).Text, "0");
+    EXPECT_EQ(NoiseFormBox(SetNo(1)).Text, "0");
     NoiseFormFromFitButton();
-    EXPECT_NEAR(std::stod(NoiseFormBox(1).Text), 0.01, 1e-5);
-    EXPECT_NEAR(std::stod(NoiseFormBox(2).Text), 0.002, 1e-5);
+    EXPECT_NEAR(std::stod(NoiseFormBox(SetNo(1)).Text), 0.01, 1e-5);
+    EXPECT_NEAR(std::stod(NoiseFormBox(SetNo(2)).Text), 0.002, 1e-5);
     EXPECT_FALSE(SetsHaveNoise()) << "until OK";
     NoiseFormOkButton();
     EXPECT_TRUE(SetsHaveNoise());
@@ -45,12 +45,12 @@ TEST_F(NoiseForms, TakesTheRmsOfTheFit) {
 }
 
 TEST_F(NoiseForms, SomeSetsAloneAreRefused) {
-    Type(1, "0.004");
+    Type(SetNo(1), "0.004");
     TheScript.ExpectMessage("Give a noise for every set, or for none.");
     NoiseFormOkButton();
     EXPECT_TRUE(NoiseForm.State.Shown);
-    EXPECT_EQ(NoiseForm.State.FocusOn, &NoiseFormBox(2));
-    Type(2, "0.002");
+    EXPECT_EQ(NoiseForm.State.FocusOn, &NoiseFormBox(SetNo(2)));
+    Type(SetNo(2), "0.002");
     NoiseFormOkButton();
     EXPECT_EQ(Work.SetNoise[Work.SetRow[2]], 0.002F);
 }
@@ -59,7 +59,7 @@ TEST_F(NoiseForms, NoChangeKeepsTheFit) {
     NoiseFormOkButton();
     EXPECT_EQ(Work.FitDone, FlagTrue);
     LoadNoiseForm();
-    Type(1, "0.004");
+    Type(SetNo(1), "0.004");
     NoiseFormCancelButton();
     EXPECT_EQ(Work.SetNoise[Work.SetRow[1]], 0.0F);
     EXPECT_EQ(Work.FitDone, FlagTrue);

@@ -246,13 +246,13 @@ TEST_F(FitGraphs, CommandsShowTheWindow) {
 
 TEST_F(FitGraphs, CommandsOfOneSetAskWhich) {
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(3);
+        PickSetRow(SetNo(3));
         PickSetOkButton();
     });
     GraphOverlaySet();
     EXPECT_EQ(Names(), (std::vector<std::string>{"00013.RA1", "00013.RA1 (fit)"}));
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(2);
+        PickSetRow(SetNo(2));
         PickSetOkButton();
     });
     GraphFuncSet();

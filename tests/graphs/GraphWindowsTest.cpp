@@ -53,7 +53,7 @@ TEST_F(GraphWindowsTest, EachHasItsOwnGraph) {
 
 TEST_F(GraphWindowsTest, ItFollowsTheFitWithItsZoom) {
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(2);
+        PickSetRow(SetNo(2));
         PickSetOkButton();
     });
     GraphOverlaySet();

@@ -22,7 +22,7 @@ TEST_F(PickSetForms, ListsTheSetsOfTheFit) {
 
 TEST_F(PickSetForms, GivesTheRowThatWasChosen) {
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(2);
+        PickSetRow(SetNo(2));
         PickSetOkButton();
         EXPECT_FALSE(PickSetWindow.State.Shown);
     });
@@ -33,9 +33,9 @@ TEST_F(PickSetForms, GivesTheRowThatWasChosen) {
 
 TEST_F(PickSetForms, RowsThatAreNotThereAreNoChoice) {
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(3);
-        PickSetRow(4);
-        PickSetRow(0);
+        PickSetRow(SetNo(3));
+        PickSetRow(SetNo(4));
+        PickSetRow(SetNo(0));
         PickSetOkButton();
     });
     EXPECT_EQ(PickSet(), SetNo(3));
@@ -43,11 +43,11 @@ TEST_F(PickSetForms, RowsThatAreNotThereAreNoChoice) {
 
 TEST_F(PickSetForms, CancelledOrClosedGivesNone) {
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(2);
+        PickSetRow(SetNo(2));
         PickSetCancelButton();
     });
     EXPECT_EQ(PickSet(), NoSet);
-    Outside.ExpectModal(PickSetName, [] { PickSetRow(2); }); // the window was closed
+    Outside.ExpectModal(PickSetName, [] { PickSetRow(SetNo(2)); }); // the window was closed
     EXPECT_EQ(PickSet(), NoSet);
 }
 

@@ -260,7 +260,7 @@ TEST_F(ResidualGraphs, CommandsOfOneSetAskWhich) {
     const std::string titles[] = {Work.XAxisTitle, "Absorbance", "Radius (cm)"};
     for (std::size_t i = 0; i < 3; ++i) {
         Outside.ExpectModal(PickSetName, [] {
-            PickSetRow(3);
+            PickSetRow(SetNo(3));
             PickSetOkButton();
         });
         commands[i]();

@@ -202,7 +202,7 @@ TEST_F(SpeciesGraphs, InWeightOfTwoKindsOfMonomersAreRefused) {
 TEST_F(SpeciesGraphs, OfOneSetAskForIt) {
     Fit("Model02");
     Outside.ExpectModal(PickSetName, [] {
-        PickSetRow(3);
+        PickSetRow(SetNo(3));
         PickSetOkButton();
     });
     GraphSpeciesFractionSet();

@@ -44,12 +44,18 @@ namespace Changed {
 enum Code : std::int16_t { Data = -1, Nothing = 0, Constraints = 1 };
 }
 
-// DataChannel: the sample of a cell; CenterpieceType: how many samples the cell has.
+// DataChannel: the sample of a cell; CenterpieceType and CellType: how many samples the cell has.
 namespace Channel {
 enum Code : std::int16_t { None, A, B, C, D };
 }
 namespace Centerpiece {
 enum Code : std::int16_t { TwoChannel = 1, SixChannel = 3, EightChannel = 4 };
+}
+
+// NameConvention: where file names have the number of the cell, and which folders hold data; Older stands for
+// every number but 1.
+namespace NamedBy {
+enum Code : std::int16_t { Older, Newer }; // fifth character; last character
 }
 
 // LeftOut: why a reading of a scan takes no part.

@@ -270,11 +270,11 @@ struct Workspace {
     // ---------------------------------------------------
     std::int16_t FormScalingPercent = 100;                // 75..200
     float CellPathlength = 1.2F;                          // cm, given to each scan read
-    std::int16_t CellType = 3;                            // CenterpieceType given to each scan read
+    std::int16_t CellType = Centerpiece::SixChannel;      // CenterpieceType given to each scan read
     std::int16_t RangeLogPlot = 0;                        // flag: ranges are set on ln(c) against r^2/2
     ZeroBased<float> ChannelRadii = ZeroBased<float>(15); // cm at rest; see the data set table
     float RotorExpansion = 1e-11F;                        // cm per rpm squared
-    std::int16_t NameConvention = 1;
+    std::int16_t NameConvention = NamedBy::Newer;
     float ReportFontSize = 12.0F; // points
 
     bool operator==(const Workspace&) const = default;
