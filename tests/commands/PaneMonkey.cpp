@@ -88,7 +88,7 @@ const std::map<std::string, FormHands>& FormsOfGraphs() {
         {FigureFormName,
          {{[] { FigureFormSizeClick(FigureSize::Two); }, [] { FigureFormPanelsClick(true); }},
           {FigureFormCloseButton}}},
-        {PickSetName, {{[] { PickSetRow(2); }}, {PickSetOkButton, PickSetCancelButton}}},
+        {PickSetName, {{[] { PickSetRow(SetNo(2)); }}, {PickSetOkButton, PickSetCancelButton}}},
         {SpecFormName,
          {{[] { SpecFormSetList(SetNo(1)); }, SpecFormRangeButton, SpecFormCopyButton},
           {SpecFormExitButton}}},
