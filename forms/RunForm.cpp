@@ -35,20 +35,23 @@ QTreeWidgetItem* MakeItem(std::size_t i, const QPalette& palette) {
     return item;
 }
 
-// Items in the order of the lines, each below the last one of less depth.
+// Items in the order of the lines, each below the last one of less depth. The tree takes them when they stand
+// whole: one that shows them already measures its columns anew for each.
 std::vector<QTreeWidgetItem*> FillTree(QTreeWidget& tree) {
     std::vector<QTreeWidgetItem*> items;
+    QList<QTreeWidgetItem*> cells;
     std::array<QTreeWidgetItem*, 4> latest{};
     for (std::size_t i = 0; i < RunForm.Lines.size(); ++i) {
         QTreeWidgetItem* item = MakeItem(i, tree.palette());
         const auto depth = static_cast<std::size_t>(RunForm.Lines[i].Depth);
         if (depth == 0)
-            tree.addTopLevelItem(item);
+            cells << item;
         else
             latest[depth - 1]->addChild(item);
         latest[depth] = item;
         items.push_back(item);
     }
+    tree.addTopLevelItems(cells);
     return items;
 }
 
@@ -64,7 +67,6 @@ void NameColumns(QTreeWidget& tree) {
         heads << ShownText(head);
     tree.setHeaderLabels(heads);
     tree.header()->setStretchLastSection(false);
-    tree.header()->setSectionResizeMode(3, QHeaderView::ResizeToContents); // words of any length
 }
 
 QTreeWidget* MakeTree(Binder& bind) {
@@ -76,6 +78,7 @@ QTreeWidget* MakeTree(Binder& bind) {
     NameColumns(*tree);
     const std::vector<QTreeWidgetItem*> items = FillTree(*tree);
     OpenGroups(items);
+    tree->header()->setSectionResizeMode(3, QHeaderView::ResizeToContents); // words of any length
     tree->setColumnWidth(0, tree->fontMetrics().horizontalAdvance(QString(38, 'n')));
     tree->setColumnWidth(1, tree->fontMetrics().horizontalAdvance("000000 scans"));
     tree->setColumnWidth(2, tree->fontMetrics().horizontalAdvance("000.0 h to 000.0 h  "));
