@@ -4,7 +4,8 @@
 # found only by itself.
 option(QUILLON_TOGETHER "Compile the sources of a folder eight at a time" OFF)
 
-# Those that have a name of their own which a neighbour has too ("redefinition" tells of one that is missing here).
+# Those that have a name of their own which a neighbour has too ("redefinition" or "shadows" tells of one that is
+# missing here).
 set(quillon_apart
     batch/SortRun.cpp
     chart/dialogs/AxisOptsForm.cpp chart/dialogs/LineWidthForm.cpp chart/dialogs/PrintGrForm.cpp
@@ -29,6 +30,7 @@ set(quillon_apart
     scandata/reader/ScanNames.cpp scandata/reader/ScanReader.cpp
     studies/StudyForm.cpp studies/StudyKinds.cpp
     tests/fit/MatInvTest.cpp tests/fit/Robustness.cpp
+    tests/graphs/FigureTest.cpp
     tests/persistence/FitVersionsTest.cpp
     tests/scandata/LeftOutTest.cpp tests/scandata/MeanScanTest.cpp
     tests/studies/OtherMinimaTest.cpp)
