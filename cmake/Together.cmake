@@ -30,7 +30,7 @@ set(quillon_apart
     scandata/reader/ScanNames.cpp scandata/reader/ScanReader.cpp
     studies/StudyForm.cpp studies/StudyKinds.cpp
     tests/fit/MatInvTest.cpp tests/fit/Robustness.cpp
-    tests/graphs/FigureTest.cpp
+    tests/graphs/FigureTest.cpp tests/graphs/GraphWindowsTest.cpp
     tests/persistence/FitVersionsTest.cpp
     tests/scandata/LeftOutTest.cpp tests/scandata/MeanScanTest.cpp
     tests/studies/OtherMinimaTest.cpp)
