@@ -1,5 +1,5 @@
 #pragma once
-// Making the controls of a form.
+// Making the controls of a form (platform/Controls.h), and what is done to several of them at once.
 
 #include "platform/Controls.h"
 
@@ -8,7 +8,8 @@
 
 namespace Quillon {
 
-// A control with a caption or text, and what is said when the pointer rests on it.
+// A control with a caption or text, and what is said when the pointer rests on it; visible, enabled, in the
+// desktop's colours and with nothing else in it.
 inline Control Captioned(const std::string& text, const std::string& toolTip = "") {
     Control c;
     c.Text = text;
@@ -16,7 +17,7 @@ inline Control Captioned(const std::string& text, const std::string& toolTip = "
     return c;
 }
 
-// A column of controls, all its rows shown or hidden.
+// A column of a table of controls, all its rows shown or hidden; what they hold stays.
 inline void ShowColumn(std::vector<Control>& column, bool visible) {
     for (Control& cell : column)
         cell.Visible = visible;

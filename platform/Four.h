@@ -9,10 +9,12 @@ namespace Quillon {
 
 inline constexpr long VectorLength = 4;
 
+// The numbers, and their bits: sign in bit 63, exponent in 62..52, fraction below (IEEE 754).
 using Four [[gnu::vector_size(VectorLength * sizeof(double))]] = double;
 using FourBits [[gnu::vector_size(VectorLength * sizeof(double))]] = std::uint64_t;
 
-// Four numbers in a row from a place on, wherever that lies, and back.
+// Four numbers in a row from a place on, wherever that lies, and back: no place needs to be aligned. All four
+// must be there.
 [[gnu::always_inline]] inline void Load(Four& four, const double* from) {
     std::memcpy(&four, from, sizeof four);
 }
@@ -20,7 +22,7 @@ using FourBits [[gnu::vector_size(VectorLength * sizeof(double))]] = std::uint64
     std::memcpy(to, &four, sizeof four);
 }
 
-// Makes each number its absolute value.
+// Makes each number its absolute value; one that is none stays none.
 [[gnu::always_inline]] inline void TakeSign(Four& four) {
     four = (Four)((FourBits)four & ~(std::uint64_t{1} << 63));
 }
@@ -29,6 +31,7 @@ using FourBits [[gnu::vector_size(VectorLength * sizeof(double))]] = std::uint64
 [[gnu::always_inline]] inline void MarkInfinite(FourBits& marks, const Four& four) {
     marks |= (FourBits)four + (std::uint64_t{1} << 52); // carries out of an exponent of nothing but ones
 }
+// True when the first bit of any of the four places is raised. One question for a whole column of points.
 [[gnu::always_inline]] inline bool AnyMark(const FourBits& marks) {
     return ((marks[0] | marks[1] | marks[2] | marks[3]) >> 63) != 0;
 }

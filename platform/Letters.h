@@ -2,12 +2,12 @@
 // Letters and blanks of a text, the same in every locale: the letters of ASCII have two cases, every other
 // byte stays as it is.
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
 namespace Quillon {
 
+// A letter in the case asked for; any other byte, those of letters beyond ASCII too, as it is.
 constexpr char SmallLetter(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -15,31 +15,17 @@ constexpr char CapitalLetter(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-inline std::string SmallLetters(std::string_view text) {
-    std::string small(text);
-    std::transform(small.begin(), small.end(), small.begin(), SmallLetter);
-    return small;
-}
-inline std::string CapitalLetters(std::string_view text) {
-    std::string capitals(text);
-    std::transform(capitals.begin(), capitals.end(), capitals.begin(), CapitalLetter);
-    return capitals;
-}
+// A text with all its letters in the case asked for, byte by byte: its length stays.
+std::string SmallLetters(std::string_view text);
+std::string CapitalLetters(std::string_view text);
 
-// True when two texts differ in nothing but the case of letters.
-inline bool SameLetters(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return SmallLetter(x) == SmallLetter(y); });
-}
-inline bool EndsWithLetters(std::string_view text, std::string_view ending) {
-    return text.size() >= ending.size() && SameLetters(text.substr(text.size() - ending.size()), ending);
-}
+// True when two texts differ in nothing but the case of letters: names of files and of keys are compared so.
+bool SameLetters(std::string_view a, std::string_view b);
+// True when a text ends in another one but for the case of letters; every text ends in "".
+bool EndsWithLetters(std::string_view text, std::string_view ending);
 
-// A text without the blanks at its ends; blanks lists what counts as one.
-inline std::string_view Trimmed(std::string_view text, std::string_view blanks = " \t") {
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
+// A text without the blanks at its ends, as a view into it; blanks lists what counts as one. "" where there
+// is nothing else.
+std::string_view Trimmed(std::string_view text, std::string_view blanks = " \t");
 
 } // namespace Quillon

@@ -1,5 +1,6 @@
 #pragma once
-// Numbers as files keep them: little-endian, in the width of their type.
+// Numbers as files keep them: little-endian, in the width of their type, singles and doubles in the formats
+// of IEEE 754. The same on a machine of any order, since bits are shifted and never read from memory.
 
 #include <bit>
 #include <cstddef>
@@ -10,6 +11,7 @@
 
 namespace Quillon {
 
+// The whole number without a sign that has the bits of a number of so many bytes.
 namespace Detail {
 template <std::size_t Size> struct FileBitsOfSize;
 template <> struct FileBitsOfSize<2> { using Type = std::uint16_t; };
@@ -28,7 +30,8 @@ void AppendNumber(std::string& bytes, T value) {
         bytes += static_cast<char>(static_cast<std::uint64_t>(bits) >> (8U * i) & 0xFFU);
 }
 
-// The number whose first byte stands at `at`. The bytes must be there.
+// The number whose first byte stands at `at`, from 0. Its sizeof(T) bytes must be there, which whoever reads
+// a file that may end early has made sure of.
 template <class T>
 requires std::is_arithmetic_v<T> T NumberAt(std::string_view bytes, std::size_t at) {
     std::uint64_t bits = 0;

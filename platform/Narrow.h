@@ -12,6 +12,7 @@
 
 namespace Quillon {
 
+// Both raise "Overflow" where To cannot hold the value; one that is no number is refused by RoundTo as well.
 namespace Detail {
 template <std::integral To, std::floating_point From> To RoundTo(From value) {
     const From r = std::nearbyint(value); // the default rounding mode is to nearest, ties to even
@@ -26,7 +27,7 @@ template <std::integral To, std::integral From> To FitTo(From value) {
 }
 } // namespace Detail
 
-// To a stored 16-bit integer.
+// To a stored 16-bit integer, -32768 .. 32767; a double is rounded first, so that 32767.5 is too large.
 template <std::integral From> std::int16_t ToInt16(From value) {
     return Detail::FitTo<std::int16_t>(value);
 }
@@ -34,7 +35,7 @@ inline std::int16_t ToInt16(double value) {
     return Detail::RoundTo<std::int16_t>(value);
 }
 
-// To a stored 32-bit integer.
+// To a stored 32-bit integer, in the same way.
 template <std::integral From> std::int32_t ToInt32(From value) {
     return Detail::FitTo<std::int32_t>(value);
 }
@@ -42,7 +43,8 @@ inline std::int32_t ToInt32(double value) {
     return Detail::RoundTo<std::int32_t>(value);
 }
 
-// To a stored single. Infinite results and values that are no number are refused as well.
+// To a stored single, rounded to the nearest one: some seven digits remain. Infinite results and values that
+// are no number are refused as well; what is too small for a single becomes 0 or a subnormal one.
 inline float ToSingle(double value) {
     const float s = static_cast<float>(value);
     if (!std::isfinite(s)) RaiseError(ErrorText::Overflow);
@@ -67,7 +69,8 @@ inline double Sqrt(double value) {
     return std::sqrt(value);
 }
 
-// The stored truth values of a 16-bit flag.
+// The stored truth values of a 16-bit flag, as saved fits have them. Counts and codes are no flags, even
+// where they hold 0 and 1 alone.
 inline constexpr std::int16_t FlagTrue = -1;
 inline constexpr std::int16_t FlagFalse = 0;
 inline constexpr std::int16_t Flag(bool value) {

@@ -9,18 +9,21 @@
 
 namespace Quillon {
 
+// Kind is any type's name; it need never be defined. A fresh ordinal is 0, which of things that count from
+// one stands for none.
 template <class Kind> struct Ordinal {
     long Number = 0;
 
     constexpr Ordinal() = default;
     constexpr explicit Ordinal(long number) : Number(number) {}
 
+    // Ordinals of one kind are compared by their numbers; of two kinds they cannot be.
     constexpr auto operator<=>(const Ordinal&) const = default;
     constexpr Ordinal& operator++() {
         ++Number;
         return *this;
     }
-    // The place so many further on.
+    // The place so many further on, or so many back.
     constexpr Ordinal operator+(long by) const { return Ordinal(Number + by); }
     constexpr Ordinal operator-(long by) const { return Ordinal(Number - by); }
 };
@@ -30,6 +33,7 @@ template <class Kind> struct OrdinalRange {
     Ordinal<Kind> First;
     Ordinal<Kind> Last; // below First: none
 
+    // What a loop counts with. Its end is asked for by <, so that a Last below First walks over nothing.
     struct Step {
         Ordinal<Kind> At;
         constexpr Ordinal<Kind> operator*() const { return At; }

@@ -12,12 +12,14 @@
 
 namespace Quillon {
 
+// What a maker of pictures is asked for.
 struct PictureRequest {
     std::string Description;                         // what the picture is, for formats that keep it
     int Width{}, Height{};                           // size in device units, at least 1
     double DotsPerInchX = 96.0, DotsPerInchY = 96.0; // device units per inch of the picture
 };
 
+// A picture in the making. Its functions share what they draw on; a copy is the same picture.
 struct PictureFile {
     // The surface is Width by Height units at the resolution asked for. It is valid until Finish.
     DrawingSurface Surface;
@@ -59,7 +61,7 @@ using OpenFunction = bool(const char* kind, const PictureRequest& request, Pictu
 
 } // namespace PictureModule
 
-// The size entries of a picture's surface.
+// The size entries of a picture's surface: those of the request, and colours.
 inline void FillSizes(DrawingSurface& surface, const PictureRequest& request) {
     surface.Width = [width = request.Width] { return width; };
     surface.Height = [height = request.Height] { return height; };

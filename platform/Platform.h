@@ -16,7 +16,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -24,6 +23,7 @@
 
 namespace Quillon {
 
+// What a message box shows beside its text, which buttons it has, and which of them was pressed.
 enum class BoxIcon { Plain, Stop, Question, Warning, Information };
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class BoxAnswer { Ok, Cancel, Yes, No, WayOut };
@@ -32,8 +32,8 @@ enum class BoxAnswer { Ok, Cancel, Yes, No, WayOut };
 // button, with the caption WayOut: Esc and closing the box press it, and it leaves this question and those
 // behind it unasked.
 struct BoxRequest {
-    std::string Text;
-    std::string Title;
+    std::string Text;  // paragraphs are parted by "\n\n"
+    std::string Title; // of the window
     BoxIcon Icon = BoxIcon::Plain;
     BoxButtons Buttons = BoxButtons::Ok;
     BoxAnswer Default = BoxAnswer::Ok; // with YesNo and YesNoCancel: Yes unless named otherwise
@@ -44,9 +44,9 @@ struct BoxRequest {
 
 // An input box: one line of text with OK and Cancel.
 struct InputRequest {
-    std::string Prompt;
-    std::string Title;
-    std::string Default;
+    std::string Prompt;  // what is asked, above the line
+    std::string Title;   // of the window
+    std::string Default; // what the line holds at first, chosen as a whole
 };
 struct InputAnswer {
     bool Cancelled = true;
@@ -55,8 +55,8 @@ struct InputAnswer {
 
 // The common file dialog. Filter holds "description|patterns" pairs joined by "|", patterns by ";".
 struct FileRequest {
-    std::string Title;
-    std::string Filter;
+    std::string Title;       // of the window
+    std::string Filter;      // "Scans|*.ra1;*.ri1|All files|*.*"
     std::string Directory;   // where the dialog starts; empty: where it was left
     std::string Name;        // the name offered
     std::string DefaultType; // extension given to a name typed without one
@@ -82,7 +82,7 @@ struct ClipboardOffer {
 // The colour dialog. Colours are 0x00BBGGRR.
 struct ColorAnswer {
     bool Cancelled = true;
-    std::uint32_t Color{};
+    std::uint32_t Color{}; // 0 when cancelled
 };
 
 // A file that a walk over a folder or an archive meets.
@@ -97,10 +97,11 @@ struct MetFile {
 
 // One that the walk leaves alone, and why: "a link", "its name leads out of the folder".
 struct PassedFile {
-    std::string Name;
-    std::string Why;
+    std::string Name; // as in MetFile
+    std::string Why;  // without a full stop
 };
 
+// A date and a time of day as a clock on the wall shows them: month and day from 1, hour 0..23.
 struct ClockTime {
     int Year{}, Month{}, Day{}, Hour{}, Minute{}, Second{};
 };
@@ -145,8 +146,8 @@ struct Platform {
     // Starts the uniform generator afresh from the clock.
     std::function<void()> SeedUniform;
 
-    std::function<void()> Beep;
-    std::function<void(Pointer)> SetPointer;
+    std::function<void()> Beep;              // a short sound: what was typed or clicked cannot be taken
+    std::function<void(Pointer)> SetPointer; // over all windows, until it is set again
 
     // Serves the event queue once. Handlers that run inside only set flags.
     std::function<void()> ServeEvents;
@@ -156,6 +157,9 @@ struct Platform {
 
     // Shows the form of that name; modally: returns when it has been hidden or unloaded.
     std::function<void(const std::string& form)> ShowModal;
+
+    // Shows it beside the others, or brings it to the front, and takes it off the screen. Both return at
+    // once.
     std::function<void(const std::string& form)> ShowForm;
     std::function<void(const std::string& form)> HideForm;
 
@@ -178,12 +182,12 @@ struct Platform {
     // Makes a folder where nothing stands under its name and its parent is there; a RuntimeError otherwise.
     std::function<void(const std::string& path)> MakeFolder;
 
-    std::function<std::vector<std::string>()> FileRoots; // where a search over all drives looks
-    std::function<std::string()> WorkingDirectory;       // at the start of the program
-    std::function<std::string()> ConfigDirectory;        // where the ini files lie
-    std::function<std::string()> ProgramDirectory;       // where the program and its help lie
-    std::function<bool(const std::string& text)> SetClipboardText;
-    std::function<std::string()> ClipboardText; // "" when it holds no text
+    std::function<std::vector<std::string>()> FileRoots;           // where a search over all drives looks
+    std::function<std::string()> WorkingDirectory;                 // at the start of the program
+    std::function<std::string()> ConfigDirectory;                  // where the ini files lie
+    std::function<std::string()> ProgramDirectory;                 // where the program and its help lie
+    std::function<bool(const std::string& text)> SetClipboardText; // false when it could not be done
+    std::function<std::string()> ClipboardText;                    // "" when it holds no text
 
     // Puts something on the clipboard in all its forms at once; false when it could not be done.
     std::function<bool(const ClipboardOffer& offer)> SetClipboard;
@@ -236,64 +240,13 @@ struct Platform {
 // each test; a piece of work on another thread brings one that asks nobody.
 inline thread_local Platform Host;
 
-// Takes a filling into use on this thread. A missing required entry is a wiring mistake and stops the
+// Takes a filling into use on this thread, its missing optional entries as the harmless ones: what asks is
+// cancelled, what shows or serves does nothing, what looks finds nothing, what changes something says false
+// where it has an answer. A missing required entry is a wiring mistake, std::logic_error, and stops the
 // program.
-inline void InstallPlatform(Platform filling) {
-    if (!filling.MessageBoxAnswer || !filling.ReadFile || !filling.WriteFile || !filling.FileExists ||
-        !filling.DirectoryExists || !filling.Clock || !filling.Uniform)
-        throw std::logic_error("the platform record lacks a required operation");
-    const auto orElse = [](auto& entry, auto harmless) {
-        if (!entry) entry = harmless;
-    };
-    orElse(filling.AskChecked,
-           [answer = filling.MessageBoxAnswer](const BoxRequest& request, const std::string&, bool&) {
-               return answer(request);
-           });
-    orElse(filling.AskText, [](const InputRequest&) { return InputAnswer{}; });
-    orElse(filling.AskFile, [](const FileRequest&) { return FileAnswer{}; });
-    orElse(filling.SeedUniform, [] {});
-    orElse(filling.Beep, [] {});
-    orElse(filling.SetPointer, [](Pointer) {});
-    orElse(filling.ServeEvents, [] {});
-    orElse(filling.WaitEvent, filling.ServeEvents);
-    orElse(filling.ShowModal, [](const std::string&) {});
-    orElse(filling.ShowForm, [](const std::string&) {});
-    orElse(filling.HideForm, [](const std::string&) {});
-    orElse(filling.RemoveFile, [](const std::string&) {});
-    orElse(filling.ListFiles,
-           [](const std::string&, const std::string&) { return std::vector<std::string>{}; });
-    orElse(filling.WalkFiles, [](const std::string&, const std::function<void(const MetFile&)>&) {
-        return std::vector<PassedFile>{};
-    });
-    orElse(filling.MakeFolder, [](const std::string&) {});
-    orElse(filling.FileRoots, [] { return std::vector<std::string>{}; });
-    orElse(filling.WorkingDirectory, [] { return std::string{}; });
-    orElse(filling.ConfigDirectory, [] { return std::string{}; });
-    orElse(filling.ProgramDirectory, [] { return std::string{}; });
-    orElse(filling.SetClipboardText, [](const std::string&) { return false; });
-    orElse(filling.ClipboardText, [] { return std::string{}; });
-    orElse(filling.SetClipboard, [](const ClipboardOffer&) { return false; });
-    orElse(filling.AskColor, [](const std::string&, std::uint32_t) { return ColorAnswer{}; });
-    orElse(filling.StartProgram, [](const std::string&, const std::string&) { return false; });
-    orElse(filling.IsThisProgram, [](const std::string&) { return false; });
-    orElse(filling.HoldFile, [](const std::string&) { return std::shared_ptr<void>{}; });
-    orElse(filling.HoldFileNow, [](const std::string&) { return std::shared_ptr<void>{}; });
-    orElse(filling.FileTime, [](const std::string&) { return std::optional<ClockTime>{}; });
-    orElse(filling.StateDirectory, [] { return std::string{}; });
-    orElse(filling.DecimalMark, [] { return '.'; });
-    orElse(filling.RunPieces,
-           [](long count, const std::function<void(long)>& piece, const std::function<void(long)>& watch) {
-               for (long number = 0; number < count; ++number) {
-                   piece(number);
-                   watch(number + 1);
-               }
-           });
-    orElse(filling.Sha256, [](std::string_view) { return std::string{}; });
-    FillPrinter(filling.Printer);
-    Host = std::move(filling);
-}
+void InstallPlatform(Platform filling);
 
-// Tells the user something, with OK alone.
+// Tells the user something, with OK alone, and returns when it has been read.
 inline void Tell(const std::string& text, const std::string& title, BoxIcon icon) {
     Host.MessageBoxAnswer({text, title, icon, BoxButtons::Ok, BoxAnswer::Ok});
 }
@@ -301,7 +254,7 @@ inline void Tell(const std::string& text, const std::string& title, BoxIcon icon
 // The caption that the questions of a chain share.
 inline constexpr const char* WayOutCaption = "No &more questions";
 
-// Asks a Yes/No question; true on Yes.
+// Asks a Yes/No question; true on Yes. standard names the button that Enter presses; closing the box is No.
 inline bool AskYesNo(const std::string& text, const std::string& title, BoxAnswer standard = BoxAnswer::Yes,
                      BoxIcon icon = BoxIcon::Question) {
     return Host.MessageBoxAnswer({text, title, icon, BoxButtons::YesNo, standard}) == BoxAnswer::Yes;

@@ -17,13 +17,14 @@
 namespace Quillon {
 
 inline constexpr double MillimetresPerInch = 25.4;
-inline constexpr double PointsPerInch = 72.0;
+inline constexpr double PointsPerInch = 72.0; // those of type, as PDF and fonts have them
 
 // Widths along the four edges of a sheet, in inches.
 struct PageEdges {
     double Left{}, Top{}, Right{}, Bottom{};
 };
 
+// The same width along all four.
 inline constexpr PageEdges EvenEdges(double inches) {
     return {inches, inches, inches, inches};
 }
@@ -34,15 +35,17 @@ struct PrinterPage {
     PageEdges Border;                                                     // where the printer cannot print
     PageEdges Margin = EvenEdges(15.0 / MillimetresPerInch);              // what the user leaves free
 
+    // Width and height of the part that ink can reach.
     double PrintableWidth() const { return Width - Border.Left - Border.Right; }
     double PrintableHeight() const { return Height - Border.Top - Border.Bottom; }
 };
 
+// What is known of the printer in use before a job is begun on it.
 struct PrinterState {
     std::string Name; // "" without a printer: pages go to a PDF file
     PrinterPage Page;
     bool HasColor = true;
-    bool IsPlotter = false;
+    bool IsPlotter = false;              // draws with pens: lines are one unit wide there
     std::vector<std::string> FixedFonts; // fixed-pitch faces that it prints
 };
 
@@ -62,6 +65,7 @@ struct PrintJob {
     std::function<void()> Abort;
 };
 
+// What a filling of the seam knows of printing. Any of them may be missing (FillPrinter).
 struct PrinterOperations {
     // The printer in use with the paper that is set.
     std::function<PrinterState()> Current;
@@ -78,12 +82,7 @@ struct PrinterOperations {
 
 // The operations that are missing become harmless ones: A4 and no printer, dialogs that are cancelled, no
 // job.
-inline void FillPrinter(PrinterOperations& printer) {
-    if (!printer.Current) printer.Current = [] { return PrinterState{}; };
-    if (!printer.Choose) printer.Choose = [] { return false; };
-    if (!printer.SetUpPage) printer.SetUpPage = [] { return false; };
-    if (!printer.Begin) printer.Begin = [](const std::string&) { return std::optional<PrintJob>{}; };
-}
+void FillPrinter(PrinterOperations& printer);
 
 // --- pages in a PDF file -------------------------------------------------------------------------------
 
@@ -102,19 +101,15 @@ inline PrinterPage WithoutBorder(PrinterPage page) {
     return page;
 }
 
-// The picture to ask for, for pages of that sheet. A PDF has whole points.
+// The picture to ask for, for pages of that sheet: its size is rounded to whole points, which is what a PDF
+// has, and drawn on in PageDots units per inch. title is kept in the file.
 inline PictureRequest PagePicture(const PrinterPage& page, const std::string& title) {
     return {title, PageUnits(page.Width), PageUnits(page.Height), PageDots, PageDots};
 }
 
-// A job that becomes a file: write gets its bytes when the job has ended, and fails with a RuntimeError.
-inline PrintJob JobOfPicture(const PictureFile& picture, std::function<void(const std::string&)> write) {
-    PrintJob job;
-    job.Surface = picture.Surface;
-    job.NewPage = picture.NewPage;
-    job.End = [finish = picture.Finish, take = std::move(write)] { take(finish()); };
-    job.Abort = [] {};
-    return job;
-}
+// A job that becomes a file: write gets its bytes when the job has ended, and fails with a RuntimeError,
+// which is that of End then. Giving the job up writes nothing. What picture holds must live as long as the
+// job.
+PrintJob JobOfPicture(const PictureFile& picture, std::function<void(const std::string&)> write);
 
 } // namespace Quillon

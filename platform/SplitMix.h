@@ -7,6 +7,7 @@
 
 namespace Quillon {
 
+// The whole state is one number: a copy goes on by itself, with the same numbers as its original.
 struct SplitMix {
     std::uint64_t State = 0;
 

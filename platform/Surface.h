@@ -17,6 +17,7 @@ namespace Quillon {
 
 using Rgb = std::uint32_t; // 0x00RRGGBB
 
+// A place in device units.
 struct DevicePoint {
     int X{};
     int Y{};
@@ -37,6 +38,8 @@ struct SurfacePen {
     bool Exclusive = false;
 };
 
+// What a closed shape is filled with: nothing, a colour, or a hatch, whose lines lie a twelfth of an inch
+// apart on every device (chart/pens/HatchLines.h).
 enum class BrushKind {
     Hollow,
     Solid,
@@ -47,6 +50,7 @@ enum class BrushKind {
     Cross,
     DiagonalCross
 };
+// A filling and its colour. Between the lines of a hatch what is below stays in sight.
 struct SurfaceBrush {
     BrushKind Kind = BrushKind::Hollow;
     Rgb Color{};

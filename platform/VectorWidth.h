@@ -18,7 +18,7 @@ enum class VectorWidth {
     Wide    // 256 bits
 };
 
-// The widest that this processor has.
+// The widest that this processor has, asked of it at run time: one program serves all of them.
 inline VectorWidth WidestVectors() {
 #if defined(__x86_64__) && defined(__GNUC__)
     __builtin_cpu_init();
@@ -31,6 +31,7 @@ inline VectorWidth WidestVectors() {
 // The road in use. Tests take the narrow one to compare; Wide only where the processor has it.
 inline VectorWidth VectorsInUse = WidestVectors();
 
+// The loop compiled once more, for the wide registers; a processor without them must not come here.
 template <class Loop> QUILLON_WIDE_VECTORS void RunOnWideVectors(Loop&& loop) {
     loop();
 }

@@ -2,6 +2,7 @@
 // A strict reader of JSON for the tests: anything that is not JSON fails.
 
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 

@@ -6,13 +6,13 @@
 namespace Quillon {
 
 // What FreeMap says of a slot beside a position of 0 or more among the fitted ones.
-inline constexpr std::int16_t SlotHeld = -1;
-inline constexpr std::int16_t SlotUnused = -2;
-inline constexpr std::int16_t SlotTied = -3;
+inline constexpr std::int16_t SlotHeld = -1;   // at the value that it has
+inline constexpr std::int16_t SlotUnused = -2; // the model has no such parameter
+inline constexpr std::int16_t SlotTied = -3;   // to that of another set
 
 // Bits of ConstraintFlags.
-inline constexpr std::int16_t ConcentrationBit = 1;
-inline constexpr std::int16_t OffsetBit = 2;
+inline constexpr std::int16_t ConcentrationBit = 1; // loadings are weighed in the fit
+inline constexpr std::int16_t OffsetBit = 2;        // shared zero offsets
 
 // MassUnits: what stands for a mass.
 namespace MassUnit {
@@ -24,7 +24,7 @@ namespace ConcUnit {
 enum Code : std::int16_t { Absorbance, Weight, Mole, Fringes, FringeWeight, FringeMole };
 }
 
-// MonitorMode.
+// MonitorMode: whether a window shows a fit at work, and whether it waits for the user between iterations.
 namespace Monitor {
 enum Code : std::int16_t { None, FreeRun, Stepping, OneIteration };
 }

@@ -16,25 +16,27 @@
 
 namespace Quillon {
 
-using RowNo = Ordinal<struct RowKind>;
-using SetNo = Ordinal<struct SetKind>;
-using SlotNo = Ordinal<struct SlotKind>;
-using FreePos = Ordinal<struct FreeKind>;
+using RowNo = Ordinal<struct RowKind>;    // from 1
+using SetNo = Ordinal<struct SetKind>;    // from 1
+using SlotNo = Ordinal<struct SlotKind>;  // from 0
+using FreePos = Ordinal<struct FreeKind>; // from 0
 
 // Of what is none: no row, no set, no slot.
 inline constexpr RowNo NoRow{0};
 inline constexpr SetNo NoSet{0};
 inline constexpr SlotNo NoSlot{-1};
 
+// Arrays by each of them, from the lowest place that there is.
 template <class T> using PerRow = BasedArray<T, 1, RowKind>;
 template <class T> using PerSet = BasedArray<T, 1, SetKind>;
 template <class T> using PerSlot = BasedArray<T, 0, SlotKind>;
 template <class T> using PerFree = BasedArray<T, 0, FreeKind>;
 
-inline constexpr long GlobalSlots = 8; // slots 0..7 are common to all sets
-inline constexpr long SlotsPerSet = 3;
+inline constexpr long GlobalSlots = 8;              // slots 0..7 are common to all sets
+inline constexpr long SlotsPerSet = 3;              // concentrations of A and B, zero offset
 inline constexpr std::int16_t StandardMaxSets = 18; // two pages of nine rows
 
+// The eight global slots by rising number, those that the model has no use for too.
 inline constexpr OrdinalRange<struct SlotKind> EachGlobalSlot() {
     return {SlotNo(0), SlotNo(GlobalSlots - 1)};
 }
@@ -43,7 +45,7 @@ inline constexpr OrdinalRange<struct SlotKind> EachGlobalSlot() {
 inline constexpr long NumSlots(long sets) {
     return GlobalSlots + SlotsPerSet * sets;
 }
-inline constexpr std::int16_t StandardMaxParms = NumSlots(StandardMaxSets); // 62
+inline constexpr std::int16_t StandardMaxParms = NumSlots(StandardMaxSets); // 62, of a full table
 
 // The parameter slots of a set: ln c of A, ln c of B, zero offset. Set s counts from one.
 inline constexpr long SlotA(long set) {
@@ -66,6 +68,7 @@ inline constexpr SlotNo SlotOffset(SetNo set) {
 }
 
 // Which of a set's three slots a slot is; Global for the eight that belong to no set.
+// Its number is the distance from the set's first slot.
 enum class SlotPart { Global = -1, A = 0, B = 1, Offset = 2 };
 inline constexpr SlotPart PartOfSlot(long slot) {
     return slot < GlobalSlots ? SlotPart::Global : static_cast<SlotPart>((slot - GlobalSlots) % SlotsPerSet);

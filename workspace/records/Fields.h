@@ -1,13 +1,19 @@
 #pragma once
 // The table of the workspace's members, to walk over: compare, dump, check. Every member stands here once,
-// in the order of the struct; a test counts the members of the struct against it.
+// in the order of the struct; a test counts the members of the struct against it. What each of them means,
+// its unit and base, is told in workspace/records/Workspace.h; the groups are the same.
+//
+// A walk knows nothing of what a member is for. Which of them a saved fit has, and in which order, is a table
+// of its own (persistence/codec/FitFields.h).
 
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
 
-// Calls visit("Name", &Workspace::Name) for each member, in the order of the struct.
+// Calls visit("Name", &Workspace::Name) for each member, in the order of the struct. visit takes pointers to
+// members of any type: a generic function, or a set of overloads that has one for each type of member.
 template <class Visitor> void VisitMembers(Visitor&& visit) {
+    // Identity and limits.
     visit("ProgramName", &Workspace::ProgramName);
     visit("ProgramNameUpper", &Workspace::ProgramNameUpper);
     visit("ProgramVersion", &Workspace::ProgramVersion);
@@ -22,6 +28,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("BoundsActive", &Workspace::BoundsActive);
     visit("ModelCount", &Workspace::ModelCount);
     visit("EditBackColor", &Workspace::EditBackColor);
+    // The model and its options, those of the latest fit behind them.
     visit("Model", &Workspace::Model);
     visit("NonIdeal", &Workspace::NonIdeal);
     visit("SeparateK", &Workspace::SeparateK);
@@ -29,6 +36,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("LastModel", &Workspace::LastModel);
     visit("LastNonIdeal", &Workspace::LastNonIdeal);
     visit("LastSeparateK", &Workspace::LastSeparateK);
+    // Parameters by slot: values, then what shows them, then which of them are fitted.
     visit("Parms", &Workspace::Parms);
     visit("ParmsSave", &Workspace::ParmsSave);
     visit("StartParms", &Workspace::StartParms);
@@ -40,6 +48,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("FreeIndex", &Workspace::FreeIndex);
     visit("Bounds", &Workspace::Bounds);
     visit("NumFree", &Workspace::NumFree);
+    // Working arrays of the fit by free position. They are as long as the latest fit made them.
     visit("Increment", &Workspace::Increment);
     visit("Deriv", &Workspace::Deriv);
     visit("NormMatrix", &Workspace::NormMatrix);
@@ -49,6 +58,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("ParmLimits", &Workspace::ParmLimits);
     visit("LimitReason", &Workspace::LimitReason);
     visit("ConfTrace", &Workspace::ConfTrace);
+    // Scalars of the fit.
     visit("SumSq", &Workspace::SumSq);
     visit("LastSumSq", &Workspace::LastSumSq);
     visit("RmsResidual", &Workspace::RmsResidual);
@@ -66,6 +76,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("HighCount", &Workspace::HighCount);
     visit("VeryHighCount", &Workspace::VeryHighCount);
     visit("Outcome", &Workspace::Outcome);
+    // The table of data sets by row: first the scans, then the baselines, then what was chosen for each.
     visit("ScanFile", &Workspace::ScanFile);
     visit("BaselineFile", &Workspace::BaselineFile);
     visit("ScanDirectory", &Workspace::ScanDirectory);
@@ -103,6 +114,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("SetNoise", &Workspace::SetNoise);
     visit("SetChanged", &Workspace::SetChanged);
     visit("SetParmMemory", &Workspace::SetParmMemory);
+    // Constraints by row.
     visit("ConcConstraintA", &Workspace::ConcConstraintA);
     visit("ConcConstraintB", &Workspace::ConcConstraintB);
     visit("ConcToleranceA", &Workspace::ConcToleranceA);
@@ -111,6 +123,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("OffsetLink", &Workspace::OffsetLink);
     visit("ConcLink", &Workspace::ConcLink);
     visit("ConstraintFlags", &Workspace::ConstraintFlags);
+    // What the form of the table works on, and where its dialogs start.
     visit("CurrentRow", &Workspace::CurrentRow);
     visit("CurrentPage", &Workspace::CurrentPage);
     visit("HighestSet", &Workspace::HighestSet);
@@ -120,6 +133,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("ChosenPath", &Workspace::ChosenPath);
     visit("ChosenName", &Workspace::ChosenName);
     visit("FitFile", &Workspace::FitFile);
+    // The flat data of the fit: by set, then by point.
     visit("NumSets", &Workspace::NumSets);
     visit("NumPts", &Workspace::NumPts);
     visit("SetRow", &Workspace::SetRow);
@@ -134,6 +148,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("PtSet", &Workspace::PtSet);
     visit("PtFit", &Workspace::PtFit);
     visit("PtResid", &Workspace::PtResid);
+    // Units and what converts them, each for A and B.
     visit("MassUnits", &Workspace::MassUnits);
     visit("ConcUnits", &Workspace::ConcUnits);
     visit("VbarA", &Workspace::VbarA);
@@ -147,6 +162,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("FringeMassB", &Workspace::FringeMassB);
     visit("RefrA", &Workspace::RefrA);
     visit("RefrB", &Workspace::RefrB);
+    // State flags.
     visit("DataChosen", &Workspace::DataChosen);
     visit("ModelChosen", &Workspace::ModelChosen);
     visit("NewData", &Workspace::NewData);
@@ -157,6 +173,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("BoundHit", &Workspace::BoundHit);
     visit("FunctionFailed", &Workspace::FunctionFailed);
     visit("Singular", &Workspace::Singular);
+    // Texts on graphs, preferences.
     visit("FitTitle", &Workspace::FitTitle);
     visit("XAxisTitle", &Workspace::XAxisTitle);
     visit("DataTypeName", &Workspace::DataTypeName);
@@ -166,6 +183,7 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("PauseBeforeFit", &Workspace::PauseBeforeFit);
     visit("RescueMode", &Workspace::RescueMode);
     visit("TemperatureScale", &Workspace::TemperatureScale);
+    // Program defaults that are no part of an analysis.
     visit("FormScalingPercent", &Workspace::FormScalingPercent);
     visit("CellPathlength", &Workspace::CellPathlength);
     visit("CellType", &Workspace::CellType);
@@ -176,7 +194,8 @@ template <class Visitor> void VisitMembers(Visitor&& visit) {
     visit("ReportFontSize", &Workspace::ReportFontSize);
 }
 
-// Calls visit("Name", member) for each member of w.
+// Calls visit("Name", member) for each member of w, a Workspace or a const one: what visit is given may be
+// changed where w may. Arrays are given as a whole, an array of two as a std::array.
 template <class W, class Visitor> void VisitFields(W& w, Visitor&& visit) {
     VisitMembers([&](const char* name, auto member) { visit(name, w.*member); });
 }

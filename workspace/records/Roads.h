@@ -1,5 +1,9 @@
 #pragma once
 // The roads between rows, sets, slots, free positions and points of the open analysis, and walks over them.
+//
+// Each of them reads Work: rows and sets know of each other once the table has been accepted (BuildFitData),
+// slots and free positions once the fit's map has been made (fit/equations/FreeMap.h). None checks what it is
+// given but by the arrays that it reads.
 
 #include "workspace/records/Workspace.h"
 
@@ -17,13 +21,16 @@ inline SetNo SetOf(RowNo row) {
 inline SlotNo SlotOf(FreePos position) {
     return SlotNo(Work.FreeIndex[position]);
 }
+// Whether the fit moves a slot; false for those that are held, tied or of no use.
 inline bool IsFitted(SlotNo slot) {
     return Work.FreeMap[slot] >= 0;
 }
+// Of a slot that is fitted; of another one what comes back is below 0 and no position.
 inline FreePos FreePosOf(SlotNo fitted) {
     return FreePos(Work.FreeMap[fitted]);
 }
 
+// Whether the model has a use for a slot, be it fitted, held or tied to another one.
 inline bool IsInUse(SlotNo slot) {
     return Work.FreeMap[slot] != SlotUnused;
 }
@@ -47,6 +54,7 @@ inline long PointsInRange(RowNo row) {
 inline SetNo SetOfPoint(long point) {
     return SetNo(Work.PtSet[point]);
 }
+// Whether a point is a loading that the fit weighs, and no reading of a scan. Points count from 1.
 inline bool IsPseudoPoint(long point) {
     return Work.PtX[point] == PointMarker;
 }
@@ -57,6 +65,7 @@ long TruePointsOf(SetNo set);
 
 // All rows of the table, all sets of the fit, all slots in use, all that a table full of sets would use, all
 // free positions, each in rising order.
+// A loop that changes NumSets, NumParms or NumFree goes on to the end that stood when it began.
 inline OrdinalRange<RowKind> EachRow() {
     return {RowNo(1), RowNo(Work.MaxSets)};
 }

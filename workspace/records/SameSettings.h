@@ -7,13 +7,13 @@
 
 namespace Quillon {
 
-// To within 3 nm.
+// To within 3 nm: what a monochromator that was told the same sets from scan to scan. nm.
 inline bool IsSameWavelength(float a, float b) {
     constexpr float Gap = 3.0F;
     return std::fabs(a - b) <= Gap;
 }
 
-// To within 1% of the higher one, rpm.
+// To within 1% of the higher one, rpm; a drive at rest is like another one at rest alone.
 inline bool IsSameSpeed(float a, float b) {
     constexpr double Gap = 0.01;
     const double higher = static_cast<double>(std::max(std::fabs(a), std::fabs(b)));
