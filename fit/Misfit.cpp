@@ -305,15 +305,36 @@ struct PartAbove {
     double InSum = 0.0, InWaves = 0.0;
 };
 
+bool IsAbove(const PartAbove& part, const Sureness& sure) {
+    return part.InSum > sure.InSum || part.InWaves > sure.InWaves;
+}
+
 // All together at 0, sets from 1. Nothing stands above it where the points are too few.
-std::vector<PartAbove> PartsAbove(const Workspace& fit, const std::vector<Residuals>& left) {
+std::vector<PartAbove> PartsAbove(const std::vector<Residuals>& left, double noise) {
     std::vector<PartAbove> parts(left.size());
     const double points = left[0].All.Count;
     if (points < EnoughPoints) return parts;
-    const double noise = NoiseVariance(fit);
     for (std::size_t set = 0; set < left.size(); ++set)
         parts[set] = {SumDeviations(left[set], noise, points), WaveMisfitOf(left[set], left[0]).Deviations};
     return parts;
+}
+
+// How far the sum of squares may fall at most by another curve through a set, which is made of waves of some
+// length: by its long ones, and by what those of middle length stand above a deviation less than their noise.
+double MostToGain(const Residuals& part, double noise) {
+    const double count = part.Parts.Middle.Count;
+    const double byChance = noise * (count - std::sqrt(2.0 * count));
+    return part.Parts.Long.Sum + std::max(part.Parts.Middle.Sum - byChance, 0.0);
+}
+
+// Whether parts that stand above the noise by a little may hide another minimum.
+bool IsWorthAGlance(const Workspace& fit, const std::vector<Residuals>& left,
+                    const std::vector<PartAbove>& parts, double noise) {
+    const Sureness sure = ForAGlance(parts.size() - 1);
+    double gain = 0.0;
+    for (std::size_t part = 0; part < parts.size(); ++part)
+        if (IsAbove(parts[part], sure)) gain += MostToGain(left[part], noise);
+    return gain > (1.0 - MuchLower) * fit.SumSq;
 }
 
 std::optional<Misfit> FindMisfit() {
@@ -353,21 +374,19 @@ double NoiseVariance(const Workspace& fit) {
 }
 
 std::vector<double> DeviationsOfSets(const Workspace& fit) {
-    const std::vector<Residuals> left = ResidualsOf(fit);
     std::vector<double> deviations;
-    for (const PartAbove& part : PartsAbove(fit, left))
+    for (const PartAbove& part : PartsAbove(ResidualsOf(fit), NoiseVariance(fit)))
         deviations.push_back(std::max(part.InSum, part.InWaves));
     return deviations;
 }
 
 Doubt DoubtAbout(const Workspace& fit) {
-    const std::vector<PartAbove> parts = PartsAbove(fit, ResidualsOf(fit));
-    const auto any = [&](const Sureness& sure) {
-        return std::any_of(parts.begin(), parts.end(), [&](const PartAbove& part) {
-            return part.InSum > sure.InSum || part.InWaves > sure.InWaves;
-        });
-    };
-    return any(ForALook) ? Doubt::Clear : any(ForAGlance(parts.size() - 1)) ? Doubt::Slight : Doubt::None;
+    const std::vector<Residuals> left = ResidualsOf(fit);
+    const double noise = NoiseVariance(fit);
+    const std::vector<PartAbove> parts = PartsAbove(left, noise);
+    const auto isClear = [](const PartAbove& part) { return IsAbove(part, ForALook); };
+    if (std::any_of(parts.begin(), parts.end(), isClear)) return Doubt::Clear;
+    return IsWorthAGlance(fit, left, parts, noise) ? Doubt::Slight : Doubt::None;
 }
 
 bool LeavesMoreThanNoise(const Workspace& fit) {

@@ -25,11 +25,17 @@ struct Workspace;
 // values of fit; at least what singles know (LeastVariance, fit/equations/NormalEquations.h).
 double NoiseVariance(const Workspace& fit);
 
+// Of the sum of squares at a minimum; what is found below that is another one.
+inline constexpr double MuchLower = 0.999;
+
 // How much there is to be doubted about a fit of the data in Work.
 enum class Doubt {
     None,
-    Slight, // a set stands above the noise as far as the farthest one of a fit does by chance in one of five
-    Clear   // LeavesMoreThanNoise
+    // Sets stand above the noise as far as the farthest one of a fit does by chance in one of five, and what
+    // lies in the waves of their residuals that a curve could take up would make another minimum. Of many
+    // points a set may stand out by chance and have nothing to give.
+    Slight,
+    Clear // LeavesMoreThanNoise
 };
 Doubt DoubtAbout(const Workspace& fit);
 

@@ -199,9 +199,6 @@ std::vector<Road> RoadsFrom(const Workspace& own) {
     return roads;
 }
 
-// Of the sum of squares; what is found below that is another minimum.
-constexpr double MuchLower = 0.999;
-
 // So many roads that lead back to the lowest minimum so far tell that the model, and no place, is the reason.
 constexpr int EnoughBack = 4;
 

@@ -189,9 +189,6 @@ Marks FindDoubtful(const Heads& heads) {
     return doubtful;
 }
 
-// Of the sum of squares; what is found below that is the same minimum.
-constexpr double WorthTrying = 0.999;
-
 PerSlot<float> FindBest(const PerSlot<float>& from, TriedSets sets) {
     const Heads heads = FindHeads();
     BestSets best{from, SumsAt(heads)};
@@ -201,7 +198,7 @@ PerSlot<float> FindBest(const PerSlot<float>& from, TriedSets sets) {
     const std::vector<PerSlot<float>> guesses = GuessesFrom(from);
     for (const SetNo head : EachSet())
         if (heads[head] == head && tried[head] && !Work.AbortFit) TryHead(from, guesses, heads, head, best);
-    return TotalOf(heads, best.Sums) < WorthTrying * before ? best.Parms : from;
+    return TotalOf(heads, best.Sums) < MuchLower * before ? best.Parms : from;
 }
 
 } // namespace
