@@ -8,7 +8,7 @@
 #include "models/function/FitFunction.h"
 #include "models/function/SharedConcentrations.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"

@@ -260,4 +260,11 @@ void CalcSumSq() {
     GuardedPass([] { PassOverPoints(false); });
 }
 
+void CalcResiduals() {
+    Workspace& w = Work; // the thread's own is looked up once
+    w.PtResid.Recreate(w.NumPts);
+    for (long p = 1; p <= w.NumPts; ++p)
+        w.PtResid[p] = w.PtY[p] - w.PtFit[p];
+}
+
 } // namespace Quillon

@@ -1,5 +1,5 @@
 #pragma once
-// The passes over all points of all sets.
+// The passes over all points of all sets: fitted values, residuals, and the sums over them.
 
 namespace Quillon {
 
@@ -12,5 +12,8 @@ void AccumulateSumsPlainly();
 
 // SumSq and PtFit at the current Parms, without derivatives.
 void CalcSumSq();
+
+// Fills PtResid(1..NumPts) with PtY - PtFit, in single precision as both are.
+void CalcResiduals();
 
 } // namespace Quillon

@@ -4,6 +4,7 @@
 #include "models/function/Constraints.h"
 #include "models/function/FitFunction.h"
 #include "models/table/ModelTable.h"
+#include "models/table/ParmScale.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
@@ -141,10 +142,27 @@ bool IsUndetermined(FreePos place) {
     const SlotNo slot = SlotOf(place);
     const Quantity holds = RuleOfSlot(slot).Holds;
     if (holds == Quantity::Offset) return false;
-    const double error =
-        std::sqrt(std::fabs(Work.NormMatrix(place, place))) * static_cast<double>(Work.RmsResidual);
     const double size = IsAdditive(holds) ? 1.0 : std::fabs(static_cast<double>(Work.Parms[slot]));
-    return !(error <= size);
+    return !(StandardError(place) <= size);
+}
+
+bool HasError(SlotNo slot) {
+    return Work.FitDone != 0 && IsFitted(slot) && HasInverse() && !HasNoError(FreePosOf(slot));
+}
+
+double StandardError(FreePos freePosition) {
+    return std::sqrt(std::fabs(Work.NormMatrix(freePosition, freePosition))) *
+           static_cast<double>(Work.RmsResidual);
+}
+
+float DisplayedError(FreePos freePosition) {
+    const SlotNo slot = SlotOf(freePosition);
+    const double value = static_cast<double>(Work.Parms[slot]);
+    const double error = StandardError(freePosition);
+    const double shown = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
+    const double above = static_cast<double>(ToUserUnits(slot, ToSingle(value + error)));
+    const double below = static_cast<double>(ToUserUnits(slot, ToSingle(value - error)));
+    return ToSingle(std::max(std::abs(above - shown), std::abs(below - shown)));
 }
 
 std::string PressingText() {

@@ -1,8 +1,8 @@
 #pragma once
-// What the data do not determine, by name and in words: the combination of fitted parameters along which the
-// sum of squares hardly changes.
+// How well the data determine the fitted parameters: the error of each, and by name and in words what they do
+// not determine, the combination of parameters along which the sum of squares hardly changes.
 //
-// It is the eigenvector of the normal matrix with the smallest eigenvalue (the longest axis of the error
+// That is the eigenvector of the normal matrix with the smallest eigenvalue (the longest axis of the error
 // ellipsoid; P. E. Gill, W. Murray, M. H. Wright, Practical Optimization, 1981, section 8.2.2); its elements
 // above a third of the largest are named.
 
@@ -29,7 +29,7 @@ std::vector<FreePos> PlacesWithoutEffect();
 // "No point depends on Ln c(B,mon), set 3. Hold it.", for one such position or more.
 std::string WithoutEffectText(const std::vector<FreePos>& places);
 
-// True when the inverse at the solution stands for all free positions.
+// True when the inverse at the solution stands for all free positions; without it there are no errors.
 bool HasInverse();
 
 // True when a finished fit says nothing of the parameter at a free position: it has no error (a zero on the
@@ -37,6 +37,17 @@ bool HasInverse();
 // error above 1. A zero offset has no size that it could be compared with.
 bool HasNoError(FreePos place);
 bool IsUndetermined(FreePos place);
+
+// True when a slot is fitted and the fit that stands gives it an error: there is an inverse, and it says
+// something of the parameter.
+bool HasError(SlotNo slot);
+
+// The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
+double StandardError(FreePos freePosition);
+
+// The error of free position a in user units: the wider of the two sides, since most parameters are
+// logarithms.
+float DisplayedError(FreePos freePosition);
 
 // The parameters that stand at a bound and press against it, in words: "MW A presses against its upper
 // bound." Empty without any.

@@ -2,6 +2,7 @@
 
 #include "chart/layout/LegendLayout.h"
 #include "chart/pens/Fonts.h"
+#include "fit/Sums.h"
 #include "graphs/FigureGraphs.h"
 #include "graphs/FigureScales.h"
 #include "graphs/kinds/GraphParts.h"

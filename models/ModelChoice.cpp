@@ -5,7 +5,6 @@
 #include "models/table/Catalogue.h"
 #include "models/table/DefaultBounds.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "workspace/records/Roads.h"

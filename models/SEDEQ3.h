@@ -14,8 +14,7 @@
 //
 //     table/     ModelTable.h    what each slot of each model holds: alone in knowing models by number
 //                Catalogue.h     the models by name, and the options that they allow
-//                ParmNames.h     names, units and number pictures of the slots
-//                ParmScale.h     internal to user units and back
+//                ParmScale.h     a slot as the user sees it: name, unit, picture, internal to user units
 //                DefaultBounds.h bounds, and their way through a change of units or model
 //                SpeciesList.h   which species a model has, and what they are made of
 //     function/  FitFrame.h      what is constant for a set at given parameters
@@ -60,6 +59,5 @@
 #include "models/table/Catalogue.h"
 #include "models/table/DefaultBounds.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "models/table/SpeciesList.h"

@@ -1,6 +1,7 @@
 #include "reporting/MethodsTable.h"
 
 #include "fit/Confidence.h"
+#include "fit/Undetermined.h"
 #include "input/Csv.h"
 #include "input/NUMINPUT.h"
 #include "input/ShortestText.h"
@@ -12,7 +13,6 @@
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Measured.h"
 #include "reporting/values/ParmLines.h"
-#include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
 #include <optional>

@@ -2,11 +2,9 @@
 
 #include "fit/Confidence.h"
 #include "fit/Undetermined.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/ParmLines.h"
-#include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
 namespace Quillon {
@@ -14,7 +12,7 @@ namespace Quillon {
 namespace {
 
 std::string ErrorText(SlotNo slot) {
-    if (!IsFitted(slot) || !Work.FitDone || !HasErrors()) return "";
+    if (!IsFitted(slot) || !Work.FitDone || !HasInverse()) return "";
     const FreePos place = FreePosOf(slot);
     if (HasNoError(place)) return "not determined";
     return WithLeadingZero(ParmText(slot, DisplayedError(place)));

@@ -1,7 +1,7 @@
 #include "studies/PlanStudy.h"
 
 #include "input/NUMINPUT.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "planning/design/ExpectedErrors.h"
 #include "platform/FormControls.h"
 #include "studies/StudyProgress.h"

@@ -3,7 +3,7 @@
 #include "input/NUMINPUT.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/FormControls.h"
 #include "platform/Words.h"
 #include "studies/PlanStudy.h"

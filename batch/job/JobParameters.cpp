@@ -5,7 +5,6 @@
 #include "fit/forms/GetGuess.h"
 #include "fit/forms/GuessesDialog.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "platform/Letters.h"
 #include "workspace/records/Roads.h"

@@ -2,7 +2,7 @@
 
 #include "batch/outputs/Numbers.h"
 #include "batch/outputs/SetPoints.h"
-#include "reporting/values/Statistics.h"
+#include "fit/Sums.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {

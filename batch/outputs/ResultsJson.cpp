@@ -4,6 +4,7 @@
 #include "batch/outputs/ResamplingOutputs.h"
 #include "fit/Confidence.h"
 #include "fit/Misfit.h"
+#include "fit/Undetermined.h"
 #include "models/table/Catalogue.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/FitNotes.h"

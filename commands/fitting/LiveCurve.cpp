@@ -5,7 +5,6 @@
 #include "fit/forms/GetGuess.h"
 #include "input/NUMINPUT.h"
 #include "models/SEDEQ3.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "reporting/values/LogMeaning.h"

@@ -3,7 +3,7 @@
 #include "chart/Charts.h"
 #include "graphs/kinds/StudyGraphs.h"
 #include "input/NUMINPUT.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/Platform.h"
 #include "studies/StudyForm.h"
 #include "studies/StudyKinds.h"

@@ -1,7 +1,7 @@
 #include "fit/forms/FitMon.h"
 
 #include "input/NUMINPUT.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"
 #include "workspace/records/AnalmenuName.h"

@@ -6,7 +6,6 @@
 #include "input/NUMINPUT.h"
 #include "models/forms/NumberBox.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"

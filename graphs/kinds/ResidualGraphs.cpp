@@ -1,12 +1,12 @@
 #include "graphs/kinds/ResidualGraphs.h"
 
+#include "fit/Sums.h"
 #include "graphs/kinds/GraphParts.h"
 #include "graphs/kinds/Latin1.h"
 #include "graphs/kinds/PickSet.h"
 #include "graphs/kinds/SeriesNames.h"
 #include "graphs/kinds/SpecialOptions.h"
 #include "input/NUMINPUT.h"
-#include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>

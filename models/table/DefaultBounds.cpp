@@ -1,7 +1,6 @@
 #include "models/table/DefaultBounds.h"
 
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "workspace/records/Roads.h"
 

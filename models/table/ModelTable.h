@@ -26,7 +26,7 @@ enum class Quantity {
     Unread         // a set's third slot where a model gives the offset up and puts nothing in its place
 };
 
-// The unit that a slot is titled with; the words follow from the units of display (models/table/ParmNames.h).
+// The unit that a slot is titled with; the words follow from the units of display (models/table/ParmScale.h).
 enum class SlotUnit {
     Nothing,
     Mass,          // kDa, none for sigma

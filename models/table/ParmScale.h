@@ -1,6 +1,8 @@
 #pragma once
-// The road between internal parameters and displayed ones: a factor for masses, stoichiometries, the
-// virial coefficient and zero offsets, an addend for everything that is held as a natural logarithm.
+// A slot as the user sees it, in the units in force: its name, its unit, its number picture, and the road
+// between the internal value and the displayed one: a factor for masses, stoichiometries, the virial
+// coefficient and zero offsets, an addend for everything that is held as a natural logarithm. All four follow
+// from the row of the table of models (models/table/ModelTable.h) and are rebuilt when units or model change.
 //
 // With P the path of the first set in cm, E_A and E_B its extinction ratios, w its angular velocity, T its
 // temperature in kelvin, eps the coefficient of the unit (absorptivity, molar extinction, refractivity):
@@ -16,6 +18,8 @@
 
 #include "workspace/records/Counts.h"
 
+#include <string>
+
 namespace Quillon {
 
 // True for slots whose displayed value is internal + ParmScale, false where it is internal * ParmScale.
@@ -30,6 +34,21 @@ float ToInternal(SlotNo slot, float displayed);
 // that are exactly 0 with their standard values first. A coefficient that is not positive where a logarithm
 // needs it is a RuntimeError, whether or not the model uses the slot.
 void BuildParmScale();
+
+// Rebuilds Work.ParmName and Work.ParmTitle for all MaxSets sets, by the table of models in the units in
+// force.
+void BuildParmNames();
+
+// Rebuilds Work.ParmFormat, the number pictures of the slots in user units.
+void BuildParmFormats();
+
+// The name of a slot with its unit in parentheses behind it, when it has one: "Ln K(1>N)  (AU^1-N)". between
+// stands in front of the parenthesis; columns of numbers take one blank.
+std::string ParmCaption(SlotNo slot, const char* between = "  ");
+
+// A value of a slot in user units, in the slot's number picture.
+std::string ParmText(SlotNo slot);                  // of Work.Parms
+std::string ParmText(SlotNo slot, float displayed); // of a value in user units
 
 // Masses and stoichiometries that nobody has set yet, exactly 0, take their standard values.
 void FillStandardParms();

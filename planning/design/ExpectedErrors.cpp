@@ -1,6 +1,7 @@
 #include "planning/design/ExpectedErrors.h"
 
 #include "fit/GNLLSQ.h"
+#include "fit/Undetermined.h"
 #include "fit/equations/FreeMap.h"
 #include "fit/equations/NormalEquations.h"
 #include "models/function/Constraints.h"
@@ -9,7 +10,6 @@
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
 #include "planning/design/Loadings.h"
-#include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
 #include "workspace/records/Roads.h"
 

@@ -1,11 +1,11 @@
 #include "reporting/values/DerivedConstants.h"
 
 #include "fit/Confidence.h"
+#include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
 #include "models/table/ConstantConvention.h"
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
-#include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
 
 #include <cmath>

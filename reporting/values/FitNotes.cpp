@@ -155,7 +155,7 @@ const char* SlotState(SlotNo slot) {
 std::string ParameterNote(SlotNo slot) {
     if (!IsFitted(slot) || !Work.FitDone) return "";
     const FreePos place = FreePosOf(slot);
-    if (!HasErrors()) return BoundNote(place);
+    if (!HasInverse()) return BoundNote(place);
     if (HasNoError(place)) return "not determined by the data";
     std::string notes = LacksALimit(place) ? "limit not found" : "";
     AddNote(notes, BoundNote(place));

@@ -4,7 +4,6 @@
 #include "fit/Misfit.h"
 #include "fit/Undetermined.h"
 #include "input/NUMINPUT.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/Statistics.h"
 #include "workspace/records/Roads.h"
@@ -22,7 +21,7 @@ struct NamedText {
 };
 
 std::string ErrorOfFit(FreePos freePosition) {
-    if (!HasErrors()) return "";
+    if (!HasInverse()) return "";
     if (HasNoError(freePosition)) return "not determined";
     return "+/-  " + WithLeadingZero(ParmText(SlotOf(freePosition), DisplayedError(freePosition)));
 }

@@ -1,7 +1,6 @@
 #include "reporting/values/Statistics.h"
 
-#include "fit/Undetermined.h"
-#include "models/table/ParmScale.h"
+#include "fit/Sums.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -52,13 +51,6 @@ double RunsZFrom(const SignCounts& counts) {
 
 } // namespace
 
-void CalcResiduals() {
-    Workspace& w = Work; // the thread's own is looked up once
-    w.PtResid.Recreate(w.NumPts);
-    for (long p = 1; p <= w.NumPts; ++p)
-        w.PtResid[p] = w.PtY[p] - w.PtFit[p];
-}
-
 void RunsTest() {
     CalcResiduals();
     Work.RunsZ = ToSingle(RunsZFrom(CountSigns()));
@@ -85,29 +77,6 @@ double RoundSignificant(double value, int digits) {
     const double scale = std::pow(10.0, std::abs(places));
     if (!std::isfinite(scale)) return value; // so close to zero that no decimal place is left to round at
     return places >= 0 ? std::round(value * scale) / scale : std::round(value / scale) * scale;
-}
-
-bool HasErrors() {
-    return HasInverse();
-}
-
-bool HasError(SlotNo slot) {
-    return Work.FitDone != 0 && IsFitted(slot) && HasErrors() && !HasNoError(FreePosOf(slot));
-}
-
-double StandardError(FreePos freePosition) {
-    return std::sqrt(std::abs(Work.NormMatrix(freePosition, freePosition))) *
-           static_cast<double>(Work.RmsResidual);
-}
-
-float DisplayedError(FreePos freePosition) {
-    const SlotNo slot = SlotOf(freePosition);
-    const double value = static_cast<double>(Work.Parms[slot]);
-    const double error = StandardError(freePosition);
-    const double shown = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
-    const double above = static_cast<double>(ToUserUnits(slot, ToSingle(value + error)));
-    const double below = static_cast<double>(ToUserUnits(slot, ToSingle(value - error)));
-    return ToSingle(std::max(std::abs(above - shown), std::abs(below - shown)));
 }
 
 void ComputeCorrelations(std::int16_t& highCount, std::int16_t& veryHighCount) {

@@ -1,5 +1,6 @@
 #pragma once
-// Goodness of fit: residuals, runs test, standard errors, correlations.
+// Goodness of fit: runs test and correlations. Residuals come from fit/Sums.h, errors of the parameters from
+// fit/Undetermined.h.
 
 #include "chart/scale/AxisScale.h" // LogBase10, which displays and charts share
 
@@ -10,9 +11,6 @@
 
 namespace Quillon {
 
-// Fills Work.PtResid(1..NumPts) with PtY - PtFit.
-void CalcResiduals();
-
 // Sets Work.RunsZ from the signs of the residuals. Counts sign changes within the sets, so that the count
 // is lower than the textbook number of runs by the number of sets. 0 or 1 points are a RuntimeError.
 void RunsTest();
@@ -22,20 +20,6 @@ double RunsZOf(const std::vector<double>& residuals);
 
 // value rounded to a number of significant digits, half away from zero; 0 stays 0.
 double RoundSignificant(double value, int digits);
-
-// True when the inverse at the solution stands for all free positions; without it there are no errors.
-bool HasErrors();
-
-// True when a slot is fitted and the fit that stands gives it an error: there is an inverse, and it says
-// something of the parameter.
-bool HasError(SlotNo slot);
-
-// The standard error of free position a in internal scale: sqrt(|NormMatrix(a,a)|) * RmsResidual.
-double StandardError(FreePos freePosition);
-
-// The error of free position a in user units: the wider of the two sides, since most parameters are
-// logarithms.
-float DisplayedError(FreePos freePosition);
 
 // Fills the lower triangle of Work.CorrMatrix from NormMatrix, the inverse at the solution, and counts the
 // pairs above HighCorrelation and VeryHighCorrelation in magnitude. A pair above the second one counts as

@@ -5,7 +5,6 @@
 #include "fit/equations/NormalEquations.h"
 #include "models/ModelFlags.h"
 #include "models/table/ParmScale.h"
-#include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/ForgetFit.h"
 #include "studies/methods/RestartStart.h"

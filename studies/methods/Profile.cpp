@@ -7,7 +7,6 @@
 #include "input/NUMINPUT.h"
 #include "models/function/FitFunction.h"
 #include "models/table/ParmScale.h"
-#include "reporting/values/Statistics.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/HeldFit.h"
 #include "workspace/records/Cancel.h"

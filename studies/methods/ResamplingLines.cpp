@@ -1,7 +1,7 @@
 #include "studies/methods/ResamplingLines.h"
 
 #include "input/NUMINPUT.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "reporting/values/ParmLines.h"
 
 #include <algorithm>

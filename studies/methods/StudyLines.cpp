@@ -2,7 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/table/Catalogue.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/Words.h"
 #include "reporting/values/Correlation.h"
 #include "studies/methods/ResamplingLines.h"

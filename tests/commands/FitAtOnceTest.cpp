@@ -2,7 +2,6 @@
 #include "commands/fitting/FitAtOnce.h"
 #include "fit/forms/GetGuess.h"
 #include "models/table/DefaultBounds.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "reporting/Results.h"
 #include "tests/support/ModelCases.h"

@@ -6,7 +6,6 @@
 #include "fit/equations/FreeMap.h"
 #include "models/table/Catalogue.h"
 #include "models/table/DefaultBounds.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "tests/support/ModelCases.h"
 #include "tests/support/ScriptedPlatform.h"

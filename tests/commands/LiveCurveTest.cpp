@@ -5,7 +5,6 @@
 #include "fit/forms/GetGuess.h"
 #include "fit/forms/MassEstimate.h"
 #include "models/table/DefaultBounds.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "reporting/values/LogMeaning.h"
 #include "tests/support/ModelCases.h"

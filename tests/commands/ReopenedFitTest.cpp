@@ -12,7 +12,6 @@
 #include "graphs/kinds/ResidualGraphs.h"
 #include "models/table/Catalogue.h"
 #include "models/table/DefaultBounds.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "persistence/Filelist.h"
 #include "reporting/Report.h"

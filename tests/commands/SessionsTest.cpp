@@ -8,7 +8,7 @@
 #include "files/FileLock.h"
 #include "files/ReadWhole.h"
 #include "files/WriteWhole.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "persistence/codec/FitCodec.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/FileFormEvents.h"

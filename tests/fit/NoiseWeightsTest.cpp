@@ -4,7 +4,6 @@
 #include "fit/GNLLSQ.h"
 #include "models/SEDEQ3.h"
 #include "models/table/DefaultBounds.h"
-#include "models/table/ParmNames.h"
 #include "models/table/ParmScale.h"
 #include "tests/support/ReferenceFit.h"
 #include "tests/support/ScriptedPlatform.h"

@@ -8,7 +8,7 @@
 #include "models/forms/ConcForm.h"
 #include "models/forms/ModelForm.h"
 #include "models/forms/UnitsForm.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "tests/forms/FormWays.h"
 
 #include <QLineEdit>

@@ -1,12 +1,12 @@
 // Kd, log10 K and Delta G against mass action: concentrations that fulfil it, put in by hand.
 #include "reporting/values/DerivedConstants.h"
+#include "fit/Undetermined.h"
 
 #include "HandBuiltFit.h"
 #include "models/table/ConstantConvention.h"
 #include "models/table/ModelTable.h"
 #include "reporting/MethodsTable.h"
 #include "reporting/values/ParmLines.h"
-#include "reporting/values/Statistics.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include "fit/forms/WaitForm.h"
 
 #include "HandBuiltFit.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "reporting/values/Correlation.h"
 #include "reporting/values/FitNotes.h"
 #include "tests/support/ScriptedPlatform.h"

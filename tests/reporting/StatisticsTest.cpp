@@ -1,5 +1,7 @@
 // Residuals, runs test, errors and correlations against hand-worked numbers.
 #include "reporting/values/Statistics.h"
+#include "fit/Sums.h"
+#include "fit/Undetermined.h"
 
 #include "HandBuiltFit.h"
 #include "platform/RuntimeError.h"

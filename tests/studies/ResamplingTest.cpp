@@ -2,6 +2,7 @@
 #include "studies/methods/Resampling.h"
 #include "FittedCase.h"
 #include "fit/GNLLSQ.h"
+#include "fit/Undetermined.h"
 #include "fit/equations/FreeMap.h"
 #include "platform/Platform.h"
 #include "platform/VectorWidth.h"

@@ -100,7 +100,7 @@ struct Workspace {
     std::int16_t LastNonIdeal = 0;   // options of the last fit
     std::int16_t LastSeparateK = 0;
 
-    // --- parameters, by slot -------------------------------------------------------------------------
+    // --- parameters, by slot: into the model by FitFrame, moved by ApplyIncrement (fit/LineSearch.h) -----
     PerSlot<float> Parms = PerSlot<float>(Slots);     // internal scale: sigma of set 1, natural logarithms
     PerSlot<float> ParmsSave = PerSlot<float>(Slots); // Parms before a trial; re-created at each use
     PerSlot<float> StartParms; // Parms as the latest fit started with them; empty before the first one
@@ -225,8 +225,8 @@ struct Workspace {
     OneBased<float> PtX; // r^2/2 - r0^2/2 in cm^2; PointMarker for a pseudo-point
     OneBased<float> PtY; // signal, baseline subtracted
     OneBased<std::int16_t> PtSet;
-    OneBased<float> PtFit;   // fitted value of the latest pass
-    OneBased<float> PtResid; // PtY - PtFit, filled on demand
+    OneBased<float> PtFit;   // fitted value of the latest pass (fit/Sums.h)
+    OneBased<float> PtResid; // PtY - PtFit, filled on demand (CalcResiduals)
 
     // --- units -----------------------------------------------------------------------------------------
     std::int16_t MassUnits = 0; // 0 sigma, 1 buoyant molar mass, 2 molar mass (kDa)
