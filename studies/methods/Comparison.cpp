@@ -211,7 +211,7 @@ void FillRow(ComparedModel& row) {
         RunsTest();
         row.RunsZ = static_cast<double>(Work.RunsZ);
     } catch (const RuntimeError&) {
-        // too few points
+        // Too few points, which the degrees of freedom beside it show.
     }
     AddNote(row.Notes, NotesOfFit());
     row.Fit = Work;

@@ -60,7 +60,7 @@ bool StepHasSum() {
     try {
         ApplyIncrement();
         CalcSumSq();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // one place of many, given up
         return false;
     }
     return !Work.AbortFit;

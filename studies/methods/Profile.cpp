@@ -1,202 +1,22 @@
 #include "studies/methods/Profile.h"
 
 #include "fit/Confidence.h"
-#include "fit/GNLLSQ.h"
 #include "fit/Undetermined.h"
 #include "fit/equations/FDistribution.h"
 #include "input/NUMINPUT.h"
-#include "models/function/FitFunction.h"
 #include "models/table/ParmScale.h"
 #include "studies/methods/Copies.h"
-#include "studies/methods/HeldFit.h"
+#include "studies/methods/ProfileWay.h"
 #include "workspace/records/Cancel.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <limits>
 
 namespace Quillon {
 
 namespace {
-
-constexpr double Infinite = std::numeric_limits<double>::infinity();
-
-// A place on the way along one parameter; internal units.
-struct Place {
-    double At = 0.0;
-    HeldEnd End;
-    PerSlot<float> Parms;
-};
-
-// What a study of some slots starts from: the minimum, in a workspace that fits finely.
-struct Base {
-    Workspace Fit;
-    double SumSq = 0.0;
-    long Freedom = 0;
-};
-
-// A sum that lies below that of the base by more than iterations may rest above a minimum.
-bool IsLower(const Base& base, double sumSq) {
-    constexpr double Rest = 0.05; // of a degree of freedom's share
-    return sumSq < base.SumSq * (1.0 - Rest / static_cast<double>(base.Freedom));
-}
-
-// Down from Work.Parms with everything fitted that the user has fitted.
-std::optional<Base> BaseFromHere() {
-    FitFinely();
-    const PerSlot<float> start = Work.Parms;
-    const HeldEnd end = FitOthers(true);
-    if (!end.Ended) return std::nullopt;
-    Base base;
-    base.Freedom = Work.NumPts - Work.NumFree;
-    if (!end.Converged) { // the fit that stands is as good as it gets
-        Work.Parms = start;
-        ResetFitFunction();
-        CalcSumSq();
-    }
-    base.Fit = Work;
-    base.SumSq = Work.SumSq;
-    return base;
-}
-
-// The base of the user's own fit, or of a better place. Runs on a copy. Where there is none broken is why, ""
-// after a cancel.
-std::optional<Base> FindBase(const PerSlot<float>* place, std::string& broken) {
-    std::optional<Base> base;
-    const CopiesEnd end = RunOnCopies(1, 1,
-                                      [&](long) {
-                                          if (place) Work.Parms = *place;
-                                          base = BaseFromHere();
-                                      },
-                                      {});
-    broken = end.Reason;
-    return base;
-}
-
-// --- the way along a parameter ---------------------------------------------------------------------------
-
-// Beside the minimum to one side, on a copy of the analysis.
-struct Side {
-    long Slot = 0;
-    double Direction = 1.0;
-    double Bound = Infinite; // distance of the bound from the minimum, internal units
-    bool Others = true;      // something else is fitted
-    bool Lower = false;      // a better minimum was met, where the side stops
-    std::string Broken;      // why the side broke off in arithmetic; "" where it did not
-    std::vector<Place> Way;  // met so far, outwards; the minimum first
-};
-
-// Refits the others at a place, from the parameters of a neighbour.
-Place FitAt(const Side& side, double at, const PerSlot<float>& neighbour) {
-    Place place;
-    Work.Parms = neighbour;
-    Work.Parms[side.Slot] = static_cast<float>(at);
-    place.At = static_cast<double>(Work.Parms[side.Slot]);
-    BuildParmScale();
-    place.End = FitOthers(side.Others);
-    place.Parms = Work.Parms;
-    return place;
-}
-
-// The nearest place on the way that lies further in.
-const Place& Inward(const Side& side, double at) {
-    const Place* nearest = &side.Way.front();
-    const double distance = std::fabs(at - nearest->At);
-    for (const Place& place : side.Way) {
-        const double from = std::fabs(place.At - side.Way.front().At);
-        if (from <= distance && from > std::fabs(nearest->At - side.Way.front().At)) nearest = &place;
-    }
-    return *nearest;
-}
-
-void KeepInOrder(Side& side, Place place) {
-    const auto behind = std::find_if(side.Way.begin(), side.Way.end(), [&](const Place& other) {
-        return side.Direction * other.At > side.Direction * place.At;
-    });
-    side.Way.insert(behind, std::move(place));
-}
-
-double MinimumAt(const Side& side) {
-    return side.Way.front().At;
-}
-
-// What the walks of both sides share.
-struct Walk {
-    const Base& From;
-    double Target = 0.0; // ratio of sums that has to be passed
-    double Error = 0.0;  // of the parameter, internal units
-};
-
-double RatioAt(const Walk& walk, const Place& place) {
-    return place.End.SumSq / walk.From.SumSq;
-}
-
-bool Look(const Walk& walk, Side& side, double at) {
-    Place place = FitAt(side, at, Inward(side, at).Parms);
-    if (!place.End.Ended) return false;
-    if (IsLower(walk.From, place.End.SumSq)) side.Lower = true;
-    KeepInOrder(side, std::move(place));
-    return !side.Lower;
-}
-
-// How far a side has to reach: three errors, then further by half until the ratio is passed, a bound is met
-// or the function has no value. 0 when stopped.
-double Reach(const Walk& walk, Side& side) {
-    constexpr int Most = 24; // 1.5^24 is 17,000 times
-    double reach = std::min(3.0 * walk.Error, side.Bound);
-    for (int i = 0; i < Most; ++i) {
-        if (!Look(walk, side, MinimumAt(side) + side.Direction * reach)) return 0.0;
-        const Place& last = side.Way.back();
-        if (RatioAt(walk, last) > walk.Target || reach >= side.Bound || !std::isfinite(last.End.SumSq)) break;
-        reach = std::min(1.5 * reach, side.Bound);
-    }
-    return reach;
-}
-
-// --- limits ----------------------------------------------------------------------------------------------
-
-// In the root of ratio - 1 a profile is nearly straight.
-double RootOf(double ratio) {
-    return std::sqrt(std::max(ratio - 1.0, 0.0));
-}
-
-// Between the two places on the way where the ratio is passed, by false position with the Illinois rule.
-std::optional<double> LimitOf(const Walk& walk, Side& side, double ratio) {
-    const double target = RootOf(ratio);
-    const auto passed = [&](const Place& place) { return RatioAt(walk, place) > ratio; };
-    const auto outer = std::find_if(side.Way.begin(), side.Way.end(), passed);
-    if (outer == side.Way.begin() || outer == side.Way.end() || !std::isfinite(outer->End.SumSq))
-        return std::nullopt;
-    Place inner = *(outer - 1);
-    double a = inner.At, b = outer->At;
-    double fa = RootOf(RatioAt(walk, inner)) - target, fb = RootOf(RatioAt(walk, *outer)) - target;
-    double at = b;
-    constexpr int Most = 40;
-    constexpr double Fine = 0.001; // of the distance from the minimum
-    for (int i = 0; i < Most; ++i) {
-        const double former = at;
-        at = b - fb * (b - a) / (fb - fa);
-        Place place = FitAt(side, at, inner.Parms);
-        if (!place.End.Ended) return std::nullopt;
-        if (IsLower(walk.From, place.End.SumSq)) side.Lower = true;
-        const double f = RootOf(RatioAt(walk, place)) - target;
-        const bool settled = std::fabs(at - former) < Fine / 2.0 * std::fabs(at - MinimumAt(side));
-        if (f == 0.0 || (i > 0 && settled)) break;
-        if (f > 0.0) {
-            b = at;
-            fb = f;
-            if (i > 0) fa /= 2.0;
-        } else {
-            a = at;
-            fa = f;
-            inner = std::move(place);
-            if (i > 0) fb /= 2.0;
-        }
-    }
-    return at;
-}
 
 // --- the grid --------------------------------------------------------------------------------------------
 
@@ -224,9 +44,9 @@ Grid GridOf(long steps, double below, double above, double boundBelow, double bo
 }
 
 // The two sides of a slot: 0 below, 1 above.
-std::array<Side, 2> SidesOf(const Base& base, long slot) {
-    std::array<Side, 2> sides;
-    Place minimum;
+std::array<WaySide, 2> SidesOf(const ProfileBase& base, long slot) {
+    std::array<WaySide, 2> sides;
+    WayPlace minimum;
     minimum.At = static_cast<double>(base.Fit.Parms[slot]);
     minimum.End = {true, true, base.SumSq};
     minimum.Parms = base.Fit.Parms;
@@ -251,15 +71,15 @@ double ErrorOf(SlotNo slot) {
 }
 
 // Prepares Work on a copy for fits with slots held at values.
-void TakeBase(const Base& base, std::vector<long> held, bool& others) {
+void TakeBase(const ProfileBase& base, std::vector<long> held, bool& others) {
     Work = base.Fit;
     ClearCancel();
     others = HoldSlots(held);
 }
 
 // Runs work(0), work(1), ... side by side on copies with the slots held, told of steps that it counts.
-CopiesEnd OnHeldCopies(const Base& base, const std::vector<long>& held, long pieces, std::atomic<long>& steps,
-                       const std::function<void(long done)>& told,
+CopiesEnd OnHeldCopies(const ProfileBase& base, const std::vector<long>& held, long pieces,
+                       std::atomic<long>& steps, const std::function<void(long done)>& told,
                        const std::function<void(long, bool)>& work) {
     return RunOnCopies(
         pieces, 1,
@@ -274,38 +94,25 @@ CopiesEnd OnHeldCopies(const Base& base, const std::vector<long>& held, long pie
 }
 
 // The lowest place of the way of either side, from which a better minimum is sought.
-const Place& LowestOf(const std::array<Side, 2>& sides) {
-    const Place* lowest = &sides[0].Way.front();
-    for (const Side& side : sides)
-        for (const Place& place : side.Way)
+const WayPlace& LowestOf(const std::array<WaySide, 2>& sides) {
+    const WayPlace* lowest = &sides[0].Way.front();
+    for (const WaySide& side : sides)
+        for (const WayPlace& place : side.Way)
             if (place.End.SumSq < lowest->End.SumSq) lowest = &place;
     return *lowest;
 }
 
 // One profile from a base: false when stopped or when a better minimum was met, which is then in sides.
 struct Profiled {
-    std::array<Side, 2> Sides;
-    std::array<std::vector<Place>, 2> Grids; // outwards
+    std::array<WaySide, 2> Sides;
+    std::array<std::vector<WayPlace>, 2> Grids; // outwards
     std::array<std::vector<std::optional<double>>, 2> Limits;
     std::string Broken; // why there are no sides
     bool Complete = false, Lower = false;
 };
 
-void FitGrid(const Walk& walk, Side& side, double spacing, long count, std::vector<Place>& grid,
-             std::atomic<long>& steps) {
-    for (long i = 1; i <= count; ++i) {
-        const double at = MinimumAt(side) + side.Direction * spacing * static_cast<double>(i);
-        if (!Look(walk, side, at)) return;
-        const auto here = static_cast<double>(static_cast<float>(at));
-        const auto found = std::find_if(side.Way.begin(), side.Way.end(),
-                                        [&](const Place& place) { return place.At == here; });
-        grid.push_back(*found);
-        ++steps;
-    }
-}
-
 // The points that a side has come to stand, and it says why there are no more.
-template <class Step> void KeepReason(Side& side, Step&& step) {
+template <class Step> void KeepReason(WaySide& side, Step&& step) {
     try {
         step();
     } catch (const RuntimeError& error) {
@@ -320,38 +127,41 @@ void TakeEnd(Profiled& result, const CopiesEnd& end) {
     result.Lower = result.Sides[0].Lower || result.Sides[1].Lower;
 }
 
-Profiled ProfileFrom(const Base& base, long slot, const ProfileChoice& choice,
+// Runs work(side, number) for both sides on copies, 0 below and 1 above, and takes their ends.
+template <class Work>
+void OnBothSides(const ProfileBase& base, Profiled& result, std::atomic<long>& steps,
+                 const std::function<void(long)>& told, const Work& work) {
+    const long slot = result.Sides[0].Slot;
+    const CopiesEnd end = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool others) {
+        const auto i = static_cast<std::size_t>(number);
+        result.Sides[i].Others = others;
+        KeepReason(result.Sides[i], [&] { work(result.Sides[i], i); });
+    });
+    TakeEnd(result, end);
+}
+
+Profiled ProfileFrom(const ProfileBase& base, long slot, const ProfileChoice& choice,
                      const std::vector<double>& ratios, const std::function<void(long)>& told) {
     Profiled result;
     result.Sides = SidesOf(base, slot);
     const Walk walk{base, *std::max_element(ratios.begin(), ratios.end()), ErrorOf(SlotNo(slot))};
     std::atomic<long> steps{0};
     std::array<double, 2> reach{};
-    const auto sideOf = [&](long number) -> Side& { return result.Sides[static_cast<std::size_t>(number)]; };
-    CopiesEnd end = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool others) {
-        Side& side = sideOf(number);
-        side.Others = others;
-        KeepReason(side, [&] {
-            if (side.Bound > 0.0) reach[static_cast<std::size_t>(number)] = Reach(walk, side);
-        });
+    OnBothSides(base, result, steps, told, [&](WaySide& side, std::size_t i) {
+        if (side.Bound > 0.0) reach[i] = Reach(walk, side);
     });
-    TakeEnd(result, end);
     if (!result.Complete || result.Lower || reach[0] + reach[1] <= 0.0) return result;
     const Grid grid = GridOf(choice.Steps, reach[0], reach[1], result.Sides[0].Bound, result.Sides[1].Bound);
-    end = OnHeldCopies(base, {slot}, 2, steps, told, [&](long number, bool) {
-        const auto i = static_cast<std::size_t>(number);
-        Side& side = sideOf(number);
-        KeepReason(side, [&] {
-            FitGrid(walk, side, grid.Spacing, number == 0 ? grid.Below : grid.Above, result.Grids[i], steps);
-            for (const double ratio : ratios)
-                result.Limits[i].push_back(side.Lower ? std::nullopt : LimitOf(walk, side, ratio));
-        });
+    OnBothSides(base, result, steps, told, [&](WaySide& side, std::size_t i) {
+        FitGrid(walk, side, grid.Spacing, i == 0 ? grid.Below : grid.Above, result.Grids[i],
+                [&] { ++steps; });
+        for (const double ratio : ratios)
+            result.Limits[i].push_back(side.Lower ? std::nullopt : LimitOf(walk, side, ratio));
     });
-    TakeEnd(result, end);
     return result;
 }
 
-ProfilePoint PointOf(const Base& base, long slot, const Place& place) {
+ProfilePoint PointOf(const ProfileBase& base, long slot, const WayPlace& place) {
     ProfilePoint point;
     point.Value = static_cast<double>(ToUserUnits(SlotNo(slot), static_cast<float>(place.At)));
     point.SumSq = place.End.SumSq;
@@ -362,84 +172,77 @@ ProfilePoint PointOf(const Base& base, long slot, const Place& place) {
 }
 
 // What a side has to show, outwards: its values, or where it has come to none what it has met on its way.
-std::vector<Place> ShownOf(const Profiled& found, std::size_t side) {
+std::vector<WayPlace> ShownOf(const Profiled& found, std::size_t side) {
     if (found.Complete || !found.Grids[side].empty()) return found.Grids[side];
     return {found.Sides[side].Way.begin() + 1, found.Sides[side].Way.end()};
 }
 
-void FillProfile(Profile& profile, const Base& base, const Profiled& found) {
-    const long slot = profile.Slot;
-    const std::vector<Place> below = ShownOf(found, 0);
-    for (auto place = below.rbegin(); place != below.rend(); ++place)
-        profile.Points.push_back(PointOf(base, slot, *place));
-    profile.Points.push_back(PointOf(base, slot, found.Sides[0].Way.front()));
-    for (const Place& place : ShownOf(found, 1))
-        profile.Points.push_back(PointOf(base, slot, place));
+void AddPoints(Profile& profile, const ProfileBase& base, const Profiled& found) {
+    const auto add = [&](const WayPlace& place) {
+        profile.Points.push_back(PointOf(base, profile.Slot, place));
+    };
+    const std::vector<WayPlace> below = ShownOf(found, 0), above = ShownOf(found, 1);
+    std::for_each(below.rbegin(), below.rend(), add);
+    add(found.Sides[0].Way.front());
+    std::for_each(above.begin(), above.end(), add);
+}
+
+void AddLimits(Profile& profile, const Profiled& found) {
     const auto shown = [&](std::size_t side, std::size_t i) -> std::optional<double> {
-        if (i >= found.Limits[side].size() || !found.Limits[side][i]) return std::nullopt;
-        return static_cast<double>(ToUserUnits(SlotNo(slot), static_cast<float>(*found.Limits[side][i])));
+        const auto& limits = found.Limits[side];
+        if (i >= limits.size() || !limits[i]) return std::nullopt;
+        return static_cast<double>(ToUserUnits(SlotNo(profile.Slot), static_cast<float>(*limits[i])));
     };
     for (std::size_t i = 0; i < profile.Limits.size(); ++i) {
         profile.Limits[i].Lower = shown(0, i);
         profile.Limits[i].Upper = shown(1, i);
     }
+}
+
+void NoteWhatBroke(Profile& profile, const Profiled& found) {
     for (std::size_t side = 0; side < 2; ++side)
         if (const std::string& why = found.Sides[side].Broken; !why.empty())
             profile.Notes.push_back(std::string("Towards ") + (side == 0 ? "lower" : "higher") +
                                     " values the profile broke off: " + why + ".");
 }
 
+// True where the search found a limit clearly nearer to the minimum than the profile's own.
+bool SearchIsNarrower(const Profile& profile, bool upper, const std::optional<double>& limit) {
+    constexpr double Clearly = 0.02; // of the distance from the minimum
+    const SlotNo slot(profile.Slot);
+    const FreePos place = FreePosOf(slot);
+    if (!LimitFound(place, upper)) return false;
+    if (!limit) return true;
+    const auto searched = static_cast<double>(ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place]));
+    return std::fabs(searched - profile.MinimumValue) <
+           (1.0 - Clearly) * std::fabs(*limit - profile.MinimumValue);
+}
+
 // The rigorous limits of the results, where they were searched at one of the levels.
 void CompareWithSearch(Profile& profile) {
-    const FreePos place = FreePosOf(SlotNo(profile.Slot));
     if (!Work.LimitsDone) return;
     for (const ProfileLimits& limits : profile.Limits) {
         if (std::fabs(limits.Level - static_cast<double>(Work.LimitsLevel)) > 1e-4) continue;
-        const auto searched = [&](bool upper) {
-            return static_cast<double>(
-                ToUserUnits(SlotNo(profile.Slot), Work.ParmLimits[upper ? 1 : 0][place]));
-        };
-        constexpr double Clearly = 0.02; // of the distance from the minimum
-        const auto narrower = [&](bool upper, const std::optional<double>& limit) {
-            if (!LimitFound(place, upper)) return false;
-            if (!limit) return true;
-            const double mine = std::fabs(*limit - profile.MinimumValue);
-            return std::fabs(searched(upper) - profile.MinimumValue) < (1.0 - Clearly) * mine;
-        };
-        if (narrower(false, limits.Lower) || narrower(true, limits.Upper))
+        if (SearchIsNarrower(profile, false, limits.Lower) || SearchIsNarrower(profile, true, limits.Upper))
             profile.Notes.push_back("The searched limits of the results at " +
                                     FormatNumber(limits.Level, "#0.0%") +
                                     " are narrower than those of the profile: these are the ones to give.");
     }
 }
 
-constexpr int MostBases = 5; // a minimum below a minimum below a minimum
-
-// The fit of a base as one that the user may take.
-Workspace BetterFit(const Base& base) {
-    Workspace fit = base.Fit;
-    fit.ConvergenceLimit = Work.ConvergenceLimit;
-    fit.MaxIterations = Work.MaxIterations;
-    return fit;
-}
-
-// Where a better minimum was met, from there; what is told of the rest is told by the caller.
-// Without a base broken is why.
-template <class Study>
-std::optional<Base> WithBestBase(std::optional<Workspace>& better, std::string& broken, Study&& study) {
-    std::optional<Base> base = FindBase(nullptr, broken);
-    if (base && base->SumSq < Work.SumSq * (1.0 - 1.0 / static_cast<double>(base->Freedom)))
-        better = BetterFit(*base);
-    std::string unreached; // a place that leads nowhere leaves the base that there is
-    for (int i = 0; base && i < MostBases; ++i) {
-        const std::optional<PerSlot<float>> lower = study(*base, i + 1 == MostBases);
-        if (!lower) return base;
-        const std::optional<Base> next = FindBase(&*lower, unreached);
-        if (!next || !IsLower(*base, next->SumSq)) return base;
-        base = next;
-        better = BetterFit(*base);
-    }
-    return base;
+// What is told of the way from the base that was the last one.
+void FillProfile(Profile& profile, const ProfileBase& base, const Profiled& found) {
+    const SlotNo slot(profile.Slot);
+    profile.MinimumValue = static_cast<double>(ToUserUnits(slot, base.Fit.Parms[slot]));
+    profile.MinimumSumSq = base.SumSq;
+    profile.Complete = found.Complete;
+    profile.Broken = found.Broken;
+    AddPoints(profile, base, found);
+    AddLimits(profile, found);
+    NoteWhatBroke(profile, found);
+    if (profile.Better)
+        profile.Notes.push_back("A lower minimum was met on the way; the profile starts from it.");
+    CompareWithSearch(profile);
 }
 
 std::vector<ProfileLimits> LevelsOf(const ProfileChoice& choice, long count, long freedom) {
@@ -476,23 +279,15 @@ Profile ProfileParameter(long slot, const ProfileChoice& choice,
     profile.Name = Work.ParmName[slot];
     profile.Limits = LevelsOf(choice, 1, Work.NumPts - Work.NumFree);
     Profiled found;
-    const std::optional<Base> base = WithBestBase(
-        profile.Better, profile.Broken, [&](const Base& from, bool last) -> std::optional<PerSlot<float>> {
-            found = ProfileFrom(from, slot, choice, RatiosOf(profile.Limits), [&](long done) {
-                if (told) told(done, choice.Steps - 1);
-            });
-            if (!found.Lower || last) return std::nullopt;
-            return LowestOf(found.Sides).Parms;
+    const auto study = [&](const ProfileBase& from, bool last) -> std::optional<PerSlot<float>> {
+        found = ProfileFrom(from, slot, choice, RatiosOf(profile.Limits), [&](long done) {
+            if (told) told(done, choice.Steps - 1);
         });
-    if (!base) return profile;
-    profile.MinimumValue = static_cast<double>(ToUserUnits(SlotNo(slot), base->Fit.Parms[slot]));
-    profile.MinimumSumSq = base->SumSq;
-    profile.Complete = found.Complete;
-    profile.Broken = found.Broken;
-    FillProfile(profile, *base, found);
-    if (profile.Better)
-        profile.Notes.push_back("A lower minimum was met on the way; the profile starts from it.");
-    CompareWithSearch(profile);
+        if (!found.Lower || last) return std::nullopt;
+        return LowestOf(found.Sides).Parms;
+    };
+    const std::optional<ProfileBase> base = WithBestBase(profile.Better, profile.Broken, study);
+    if (base) FillProfile(profile, *base, found);
     return profile;
 }
 

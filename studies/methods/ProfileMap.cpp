@@ -4,6 +4,7 @@
 #include "models/table/ParmScale.h"
 #include "studies/methods/Copies.h"
 #include "studies/methods/HeldFit.h"
+#include "studies/methods/ProfileBase.h"
 #include "workspace/records/Cancel.h"
 
 #include <algorithm>
@@ -56,34 +57,50 @@ struct MapRow {
     bool Ended = false;
 };
 
-// Along a row, on a copy with both slots held: from the value nearest to the second one's best outwards.
-MapRow FitRow(const std::array<long, 2>& slots, const ProfilePoint& start,
-              const std::vector<ProfilePoint>& values, bool others, std::atomic<long>& steps) {
+// A row of the map, on a copy with both slots held: Start is the first one's, Values those of the second.
+struct RowFit {
+    const std::array<long, 2>& Slots;
+    const ProfilePoint& Start;
+    const std::vector<ProfilePoint>& Values;
+    bool Others = true; // something else is fitted
+    std::atomic<long>& Steps;
+};
+
+// The place of the value nearest to what the second one has at the row's start.
+std::size_t NearestOf(const RowFit& fit) {
+    const long slot = fit.Slots[1];
+    const auto nearest = std::min_element(fit.Values.begin(), fit.Values.end(),
+                                          [&](const ProfilePoint& a, const ProfilePoint& b) {
+                                              return std::fabs(a.Parms[slot] - fit.Start.Parms[slot]) <
+                                                     std::fabs(b.Parms[slot] - fit.Start.Parms[slot]);
+                                          });
+    return static_cast<std::size_t>(nearest - fit.Values.begin());
+}
+
+// From the parameters that stand in Work; false after a cancel.
+bool FitPair(const RowFit& fit, MapRow& row, std::size_t i) {
+    Work.Parms[fit.Slots[0]] = fit.Start.Parms[fit.Slots[0]];
+    Work.Parms[fit.Slots[1]] = fit.Values[i].Parms[fit.Slots[1]];
+    BuildParmScale();
+    const HeldEnd end = FitOthers(fit.Others);
+    if (!end.Ended) return false;
+    row.Points[i] = {fit.Values[i].Value, end.SumSq, 0.0, end.Converged, Work.Parms};
+    ++fit.Steps;
+    return true;
+}
+
+// Along the row from the value nearest to the second one's best outwards, first up, then down.
+MapRow FitRow(const RowFit& fit) {
     MapRow row;
-    for (const ProfilePoint& value : values)
+    for (const ProfilePoint& value : fit.Values)
         row.Points.push_back(NotFitted(value.Value));
-    std::size_t nearest = 0;
-    const auto from = [&](std::size_t i) {
-        return std::fabs(values[i].Parms[slots[1]] - start.Parms[slots[1]]);
-    };
-    for (std::size_t i = 1; i < values.size(); ++i)
-        if (from(i) < from(nearest)) nearest = i;
-    const auto fit = [&](std::size_t i) {
-        Work.Parms[slots[0]] = start.Parms[slots[0]];
-        Work.Parms[slots[1]] = values[i].Parms[slots[1]];
-        BuildParmScale();
-        const HeldEnd end = FitOthers(others);
-        if (!end.Ended) return false;
-        row.Points[i] = {values[i].Value, end.SumSq, 0.0, end.Converged, Work.Parms};
-        ++steps;
-        return true;
-    };
-    Work.Parms = start.Parms;
-    for (std::size_t i = nearest; i < values.size(); ++i)
-        if (!fit(i)) return row;
-    if (nearest < values.size()) Work.Parms = row.Points[nearest].Parms;
+    const std::size_t nearest = NearestOf(fit);
+    Work.Parms = fit.Start.Parms;
+    for (std::size_t i = nearest; i < fit.Values.size(); ++i)
+        if (!FitPair(fit, row, i)) return row;
+    if (nearest < fit.Values.size()) Work.Parms = row.Points[nearest].Parms;
     for (std::size_t i = nearest; i-- > 0;)
-        if (!fit(i)) return row;
+        if (!FitPair(fit, row, i)) return row;
     row.Ended = true;
     return row;
 }
@@ -102,7 +119,7 @@ std::vector<MapRow> FitRows(ProfileMap& map, const Edges& edges,
             ClearCancel();
             FitFinely();
             const bool others = HoldSlots({map.Slots[0], map.Slots[1]});
-            rows[i] = FitRow(map.Slots, first[i], second, others, steps);
+            rows[i] = FitRow({map.Slots, first[i], second, others, steps});
         },
         [&](long) {
             if (told) told(steps, all);
@@ -113,8 +130,7 @@ std::vector<MapRow> FitRows(ProfileMap& map, const Edges& edges,
 
 // The lowest point of the map that lies clearly below its minimum; nullptr for none.
 const ProfilePoint* LowerPoint(const std::vector<MapRow>& rows, double minimum, long freedom) {
-    constexpr double Rest = 0.05; // of a degree of freedom's share
-    const double limit = minimum * (1.0 - Rest / static_cast<double>(freedom));
+    const double limit = SumClearlyBelow(minimum, freedom);
     const ProfilePoint* lowest = nullptr;
     for (const MapRow& row : rows)
         for (const ProfilePoint& point : row.Points)
@@ -138,35 +154,46 @@ void FillMap(ProfileMap& map, const Edges& edges, const std::vector<MapRow>& row
         }
 }
 
+ProfileMap EmptyMap(long slot1, long slot2, const std::vector<double>& levels) {
+    ProfileMap map;
+    map.Slots = {slot1, slot2};
+    map.Names = {Work.ParmName[slot1], Work.ParmName[slot2]};
+    for (const double level : levels)
+        map.Levels.push_back({level, RatioOfLevel(level, 2, Work.NumPts - Work.NumFree), {}, {}});
+    return map;
+}
+
+// The map from the fit in Work. False where a lower minimum was met, whose parameters then stand there: the
+// profiles find the minimum below it. last takes the map as it comes.
+bool MapFromHere(ProfileMap& map, const ProfileChoice& choice, bool last,
+                 const std::function<void(long, long)>& told) {
+    const long freedom = Work.NumPts - Work.NumFree;
+    const Edges edges = EdgesOf(map, choice);
+    for (const Profile& edge : edges.Of)
+        if (edge.Better) map.Better = edge.Better;
+    if (!edges.Complete()) {
+        map.Broken = edges.Broken();
+        return true;
+    }
+    const std::vector<MapRow> rows = FitRows(map, edges, told);
+    const ProfilePoint* lower = LowerPoint(rows, edges.Of[1].MinimumSumSq, freedom);
+    if (lower && !last && !Work.AbortFit) {
+        Work.Parms = lower->Parms;
+        return false;
+    }
+    FillMap(map, edges, rows);
+    return true;
+}
+
 } // namespace
 
 ProfileMap MapParameters(long slot1, long slot2, const ProfileChoice& choice,
                          const std::function<void(long done, long all)>& told) {
-    ProfileMap map;
-    map.Slots = {slot1, slot2};
-    map.Names = {Work.ParmName[slot1], Work.ParmName[slot2]};
-    const long freedom = Work.NumPts - Work.NumFree;
-    for (const double level : choice.Levels)
-        map.Levels.push_back({level, RatioOfLevel(level, 2, freedom), {}, {}});
+    ProfileMap map = EmptyMap(slot1, slot2, choice.Levels);
     const Workspace own = Work;
     constexpr int MostBases = 3;
-    for (int i = 0; i < MostBases; ++i) {
-        const Edges edges = EdgesOf(map, choice);
-        for (const Profile& edge : edges.Of)
-            if (edge.Better) map.Better = edge.Better;
-        if (!edges.Complete()) {
-            map.Broken = edges.Broken();
-            break;
-        }
-        const std::vector<MapRow> rows = FitRows(map, edges, told);
-        const ProfilePoint* lower = LowerPoint(rows, edges.Of[1].MinimumSumSq, freedom);
-        if (lower && i + 1 < MostBases && !Work.AbortFit) {
-            Work.Parms = lower->Parms; // the profiles find the minimum below it
-            continue;
-        }
-        FillMap(map, edges, rows);
-        break;
-    }
+    for (int i = 0; i < MostBases; ++i)
+        if (MapFromHere(map, choice, i + 1 == MostBases, told)) break;
     const bool cancelled = Work.AbortFit != 0;
     Work = own;
     HandOnCancel(cancelled);
