@@ -159,7 +159,8 @@ RecoverableSession Described(const std::string& path, const Workspace& w) {
     return session;
 }
 
-// Nothing where another copy is at work on it, or where it holds no analysis.
+// Nothing where another copy is at work on it, or where it cannot be read: it is not offered, and stays for
+// whoever opens it by hand, who is then told why.
 std::optional<RecoverableSession> SessionAt(const std::string& path) {
     const std::shared_ptr<void> hold = Host.HoldFileNow(path);
     if (!hold) return std::nullopt;

@@ -38,7 +38,7 @@ bool BeginsAsAFit(const std::string& path) {
     try {
         ReadFitHeader(Host.ReadFile(path));
         return true;
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // a question: whoever opens the file is told what it lacks
         return false;
     }
 }

@@ -88,7 +88,7 @@ void RunPieces(int threads, long count, const std::function<void(long number)>& 
     try {
         for (long i = 0; i < std::min<long>(std::max(threads, 1), count); ++i)
             running.emplace_back([&pieces] { pieces.Work(); });
-    } catch (const std::system_error&) {
+    } catch (const std::system_error&) { // no more threads: those there are do all pieces, or this one does
         if (running.empty()) pieces.Work();
     }
     WaitAndTell(pieces, watch);

@@ -137,7 +137,7 @@ std::string WalkTo(long end, float guess, const Walk& walk) {
     if (StandsStill()) return AxisText(axis);
     try {
         FindRatioRoot(guess, Work.ConfidenceRatio);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // no root: what that means is told by whether the function had values
         const std::string noValue = "The fitted values cannot be computed before the sum has grown enough. ";
         return (Failed ? noValue : "") + AxisText(axis);
     }

@@ -192,6 +192,50 @@ void FillRemark() {
     GraphPair.Remark.Visible = !GraphPair.HasResiduals;
 }
 
+void EmptyPair() {
+    GraphPair.Upper = GraphPair.Lower = ChartModule{};
+    GraphPair.Legend.clear();
+}
+
+// To look at an analysis changes nothing in it, whatever becomes of the look.
+struct ResidualsKept {
+    ResidualsKept() : Former(Work.PtResid) {}
+    ~ResidualsKept() { Work.PtResid = std::move(Former); }
+    ResidualsKept(const ResidualsKept&) = delete;
+    ResidualsKept& operator=(const ResidualsKept&) = delete;
+
+private:
+    OneBased<float> Former;
+};
+
+bool Follow() {
+    const std::uint64_t now = ContentsNow();
+    if (now == GraphPair.Contents && GraphPair.Builds > 0) return false;
+    GraphPair.Contents = now;
+    ++GraphPair.Builds;
+    const bool data = Work.DataChosen != 0 && Work.NumSets > 0;
+    GraphPair.HasCurves = data && Work.FitValid != 0;
+    GraphPair.HasResiduals = GraphPair.HasCurves && Work.NewData == Changed::Nothing;
+    EmptyPair();
+    FillRemark();
+    if (!data) return true;
+    const ResidualsKept residuals;
+    BuildGraphs();
+    FillLegend();
+    return true;
+}
+
+// An analysis that is not whole, say, has no graphs; false where the same has been told already.
+bool ShowNothing(const std::string& reason) {
+    const std::string text = "There is nothing to show: " + reason + ".";
+    if (GraphPair.Remark.Visible && GraphPair.Remark.Text == text) return false;
+    EmptyPair();
+    GraphPair.HasCurves = GraphPair.HasResiduals = false;
+    GraphPair.Remark = Captioned(text);
+    ++GraphPair.Builds;
+    return true;
+}
+
 // --- layout ------------------------------------------------------------------------------------------------
 
 struct PairLayout {
@@ -335,22 +379,11 @@ void ToggleSet(SetNo set) {
 }
 
 bool FollowAnalysis() {
-    const std::uint64_t now = ContentsNow();
-    if (now == GraphPair.Contents && GraphPair.Builds > 0) return false;
-    GraphPair.Contents = now;
-    ++GraphPair.Builds;
-    const bool data = Work.DataChosen != 0 && Work.NumSets > 0;
-    GraphPair.HasCurves = data && Work.FitValid != 0;
-    GraphPair.HasResiduals = GraphPair.HasCurves && Work.NewData == Changed::Nothing;
-    GraphPair.Upper = GraphPair.Lower = ChartModule{};
-    GraphPair.Legend.clear();
-    FillRemark();
-    if (!data) return true;
-    const OneBased<float> residuals = Work.PtResid; // to look at an analysis changes nothing in it
-    BuildGraphs();
-    FillLegend();
-    Work.PtResid = residuals;
-    return true;
+    try {
+        return Follow();
+    } catch (const RuntimeError& error) {
+        return ShowNothing(error.Text);
+    }
 }
 
 void PaintGraphPair(const DrawingSurface& surface, int letters) {

@@ -23,7 +23,7 @@ struct GraphPairRecord {
     bool HasCurves = false;      // a fitted function stands at all points
     bool HasResiduals = false;   // and belongs to the data as they are
     std::vector<Control> Legend; // by set, from 0: its name, Value 1 where it is shown; the tip tells more
-    Control Remark;              // in place of the residuals while there are none; else not visible
+    Control Remark;              // in place of what is not there, with the reason; else not visible
     std::map<long, std::string> LeftOut; // rows whose set is left out, by the label that the set had then
     std::uint64_t Contents = 0;          // of what was shown last
     int Builds = 0;                      // how often the graphs were built
@@ -31,7 +31,8 @@ struct GraphPairRecord {
 extern GraphPairRecord GraphPair;
 
 // Brings the record up to the analysis. False when nothing has changed since the last time: there is nothing
-// to paint anew. The analysis is left as it is. A graph that cannot be built is empty.
+// to paint anew. The analysis is left as it is. Where the graphs cannot be built both are empty, and the
+// remark tells why.
 bool FollowAnalysis();
 
 // Lays both graphs out on a surface and paints them, with letters so many units high. Nobody is asked and no

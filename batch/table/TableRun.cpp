@@ -157,7 +157,7 @@ std::string RunsText() {
         RunsTest();
         return ShortestText(Work.RunsZ);
     } catch (const RuntimeError&) {
-        return ""; // of too few points
+        return ""; // of too few points, which the degrees of freedom beside it show
     }
 }
 

@@ -222,7 +222,7 @@ GraphFileHeader ReadGraphHeader(const std::string& bytes) {
     try {
         reader.Value("the program", header.Program);
         reader.Value("the version", header.Version);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // it ends before its first two fields
         refuse();
     }
     if (header.Program.empty() || !IsShown(header.Program) || !IsShown(header.Version)) refuse();

@@ -131,7 +131,7 @@ bool ReadField(std::string field, bool decimalComma, float& value) {
         const double number = NumericPrefix(field, &used);
         if (used != field.size() || field.empty()) return false;
         value = ToSingle(number);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // larger than any number: whoever asked quotes it as none
         return false;
     }
     return true;

@@ -116,7 +116,7 @@ bool ReadNumber(const std::string& text, double& value) {
     std::size_t used = 0;
     try {
         value = NumericPrefix(text, &used);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // too large: what the key would set stays as it is
         return false;
     }
     return used > 0;
@@ -226,7 +226,7 @@ void ReadChartDefaults() {
     ini.Name = ChartIniSection();
     try {
         ini.Bytes = ReadIniFile(ChartIniPath());
-    } catch (const RuntimeError&) { // as if there were none
+    } catch (const RuntimeError&) { // as if there were none: why is told by the reading of the settings in it
     }
     ChartStyle style;
     style.KeepAspect = Chart.Style.KeepAspect;

@@ -76,11 +76,13 @@ void Evaluate() {
     if (Work.AbortFit) Work.FitValid = FlagFalse;
 }
 
-void FillRms() {
+// The rms; without a curve the tip tells what stood against it.
+void FillRms(const std::string& reason) {
     const double rms = std::sqrt(Work.SumSq / std::max<double>(1.0, Work.NumPts));
     LiveCurve.Rms.Text = Work.FitValid ? "rms " + FormatNumber(rms, "0.000E-0") + " over " +
                                              std::to_string(Work.NumPts) + " points"
                                        : "The function has no value at these guesses";
+    LiveCurve.Rms.ToolTip = Work.FitValid ? "" : reason.empty() ? Work.Outcome.Reason : reason + ".";
 }
 
 // The pair of the workbench is put aside meanwhile.
@@ -93,13 +95,15 @@ template <class Piece> void WithOwnPair(const Piece& work) {
 void TryValues(const PerSlot<float>& values) {
     const OnCopy copy;
     Work.Parms = values;
+    std::string reason;
     try {
         FillTips();
         Evaluate();
-    } catch (const RuntimeError&) {
-        Work.FitValid = FlagFalse; // a value that means nothing: the data are shown without a curve
+    } catch (const RuntimeError& error) { // a value that means nothing: the data are shown without a curve
+        Work.FitValid = FlagFalse;
+        reason = error.Text;
     }
-    FillRms();
+    FillRms(reason);
     LiveCurve.Pair.LeftOut = GraphPair.LeftOut;
     WithOwnPair([] { FollowAnalysis(); });
 }

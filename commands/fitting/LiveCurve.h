@@ -13,7 +13,7 @@ namespace Quillon {
 struct LiveCurveRecord {
     GraphPairRecord Pair;  // data with curves, and residuals
     PerSlot<float> Values; // that they belong to, internal
-    Control Rms;           // "rms 0.0123 over 420 points", or that there is no curve
+    Control Rms;           // "rms 0.0123 over 420 points", or that there is no curve, and in its tip why
     int Builds = 0;        // how often the graphs were built
 };
 extern LiveCurveRecord LiveCurve;

@@ -7,7 +7,6 @@
 #include "forms/workbench/FaintText.h"
 #include "forms/workbench/Idle.h"
 #include "graphs/GraphPair.h"
-#include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
 #include <QListWidget>
@@ -150,12 +149,7 @@ QWidget* MakeGraphPane(Binder& bind) {
     all->addWidget(remark);
     bind.Also([canvas, legend, remark, built = 0]() mutable {
         if (!MayFollowAnalysis() || Chart.Painting != 0) return;
-        try {
-            FollowAnalysis();
-        } catch (const RuntimeError&) { // an analysis that is not whole, say, has no graphs
-            GraphPair.Upper = GraphPair.Lower = ChartModule{};
-            GraphPair.Legend.clear();
-        }
+        FollowAnalysis();
         if (built == GraphPair.Builds) return;
         built = GraphPair.Builds;
         canvas->PaintAnew();

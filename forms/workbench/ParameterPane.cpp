@@ -43,21 +43,15 @@ public:
     }
     QSize minimumSizeHint() const override { return {120, verticalHeader()->defaultSectionSize() * 3}; }
 
-    void Follow() {
-        std::vector<ParameterRow> rows;
+    // Brings the table up to the analysis. One that is not whole, say, has none: why, else "".
+    std::string Follow() {
         try {
-            rows = ParameterRows();
-        } catch (const RuntimeError&) { // an analysis that is not whole has no table
+            Show(ParameterRows());
+            return "";
+        } catch (const RuntimeError& error) {
+            Show({});
+            return error.Text;
         }
-        if (rows == Rows) return;
-        Rows = std::move(rows);
-        setRowCount(static_cast<int>(Rows.size()));
-        for (std::size_t row = 0; row < Rows.size(); ++row)
-            for (std::size_t column = 0; column < ParameterHeads.size(); ++column)
-                setItem(static_cast<int>(row), static_cast<int>(column), Cell(row, column));
-        for (int column = 0; column < NoteColumn; ++column)
-            resizeColumnToContents(column);
-        GiveNotesTheRest();
     }
 
 protected:
@@ -78,6 +72,17 @@ protected:
     }
 
 private:
+    void Show(std::vector<ParameterRow> rows) {
+        if (rows == Rows) return;
+        Rows = std::move(rows);
+        setRowCount(static_cast<int>(Rows.size()));
+        for (std::size_t row = 0; row < Rows.size(); ++row)
+            for (std::size_t column = 0; column < ParameterHeads.size(); ++column)
+                setItem(static_cast<int>(row), static_cast<int>(column), Cell(row, column));
+        for (int column = 0; column < NoteColumn; ++column)
+            resizeColumnToContents(column);
+        GiveNotesTheRest();
+    }
     // What the other columns leave of the width; a longer note is scrolled to rather than cut.
     void GiveNotesTheRest() {
         const int rest = viewport()->width() - horizontalHeader()->sectionPosition(NoteColumn);
@@ -111,7 +116,7 @@ private:
 
 QWidget* MakeParameterPane(Binder& bind) {
     auto* list = new ParameterList;
-    auto* none = new QLabel("Parameters come with the fit.");
+    auto* none = new QLabel;
     none->setAlignment(Qt::AlignCenter);
     auto* pane = new QWidget;
     auto* all = new QVBoxLayout(pane);
@@ -120,7 +125,9 @@ QWidget* MakeParameterPane(Binder& bind) {
     all->addWidget(none);
     bind.Also([list, none] {
         if (!MayFollowAnalysis()) return;
-        list->Follow();
+        const std::string reason = list->Follow();
+        none->setText(reason.empty() ? "Parameters come with the fit."
+                                     : ShownText("There is nothing to show: " + reason + "."));
         list->setVisible(list->rowCount() > 0);
         none->setVisible(list->rowCount() == 0);
     });

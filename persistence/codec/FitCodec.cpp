@@ -140,7 +140,7 @@ FitFileHeader ReadFitHeader(const std::string& bytes) {
         if (!IsProgramName(header.Program)) refuse();
         reader.Value("ProgramVersion", header.Version);
         if (!IsVersion(header.Version)) refuse();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // it ends before its first two fields: no fit of anybody's
         refuse();
     }
     header.Size = 4 + header.Program.size() + header.Version.size();

@@ -18,7 +18,7 @@ std::string BelongsTo(const std::string& program) {
 std::string IniBytes() {
     try {
         return ReadIniFile(IniFilePath());
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError&) { // the reading of the settings has told it
         return "";
     }
 }

@@ -92,8 +92,9 @@ void AddPopulations(MeasuredSet& m) {
         const LoadedMonomers loaded = MeanMonomers(m.Set);
         m.Populations = Populations(loaded);
         m.Total = loaded.Sum();
-    } catch (const RuntimeError&) {
-        m.Populations.clear(); // the set is told without them
+    } catch (const RuntimeError& error) { // the set is told without them
+        m.Populations.clear();
+        m.NoPopulations = error.Text;
     }
 }
 
@@ -139,7 +140,13 @@ const char* UnitOfTotals() {
     }
 }
 
+// Where there are several species to be told of.
+bool CalculationFailed(const MeasuredSet& m) {
+    return !m.NoPopulations.empty() && SpeciesNames().size() > 1;
+}
+
 std::string PopulationsOf(const MeasuredSet& m) {
+    if (!m.NoPopulations.empty()) return "   populations not known: " + m.NoPopulations;
     std::string line = "   mean " + FormatNumber(*m.Total, "0.000E-00") + UnitOfTotals() + ":";
     std::size_t k = 0;
     for (const std::string& name : SpeciesNames()) {
@@ -216,7 +223,7 @@ std::vector<std::string> MeasuredLines() {
             lines.push_back(line);
         if (!m.Columns.empty()) lines.push_back("   from intensities, " + m.Columns);
         if (const std::string out = LeftOutOf(m); !out.empty()) lines.push_back(out);
-        if (m.Total && m.Populations.size() > 1) lines.push_back(PopulationsOf(m));
+        if (m.Populations.size() > 1 || CalculationFailed(m)) lines.push_back(PopulationsOf(m));
         AddFileLines(m, lines);
     }
     return lines;

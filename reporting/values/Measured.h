@@ -42,9 +42,11 @@ struct MeasuredSet {
     std::string Note; // as SetNote says it
     // The mean concentration of all monomers over the fitted range, in the unit of speciation, and the part
     // of them that each species has where mass action is left to itself at that concentration, in order of
-    // SpeciesOfModel. Empty where a coefficient or a concentration is missing.
+    // SpeciesOfModel. Empty where a coefficient or a concentration is missing; where they could not be
+    // calculated NoPopulations tells why.
     std::optional<double> Total;
     std::vector<double> Populations;
+    std::string NoPopulations;
 };
 
 std::vector<MeasuredSet> MeasuredSets();

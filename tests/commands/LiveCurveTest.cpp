@@ -106,6 +106,7 @@ TEST_F(LiveTest, AValueWithoutAFunctionHasNoCurve) {
     Type(SlotA(SetNo(1)), "9E37");
     EXPECT_TRUE(FollowGuesses());
     EXPECT_EQ(LiveCurve.Rms.Text, "The function has no value at these guesses");
+    EXPECT_EQ(LiveCurve.Rms.ToolTip, "Overflow.") << "e to that power is beyond any number";
     EXPECT_FALSE(LiveCurve.Pair.HasCurves);
     EXPECT_FALSE(LiveCurve.Pair.Upper.DataY.Empty()) << "the data stay";
     EXPECT_TRUE(script.Asked.empty());

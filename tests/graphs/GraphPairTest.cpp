@@ -139,6 +139,18 @@ TEST_F(PairOfGraphs, WithoutAFitThereAreDataAlone) {
     EXPECT_FALSE(IsInResiduals(599));
 }
 
+// Fewer points than the sets say: nothing can be laid out, and why was told nowhere.
+TEST_F(PairOfGraphs, WhyThereIsNothingToShowIsTold) {
+    Work.PtX.Resize(1);
+    Work.PtResid.Recreate(2, 7.0F);
+    EXPECT_TRUE(FollowAnalysis());
+    EXPECT_EQ(GraphPair.Remark.Text, "There is nothing to show: Subscript out of range.");
+    EXPECT_TRUE(GraphPair.Remark.Visible);
+    EXPECT_TRUE(GraphPair.Upper.DataY.Empty() && GraphPair.Lower.DataY.Empty() && GraphPair.Legend.empty());
+    EXPECT_EQ(Work.PtResid, (OneBased<float>(2, 7.0F))) << "the analysis is left as it is";
+    EXPECT_FALSE(FollowAnalysis()) << "it has been told";
+}
+
 TEST_F(PairOfGraphs, ResidualsOfOtherPointsAreNotShown) {
     Work.NewData = Changed::Constraints;
     FollowAnalysis();

@@ -37,6 +37,14 @@ std::string ModelLine(const std::string& beginning) {
     return LineWith(PrintModelText(200), beginning);
 }
 
+TEST(Report, WhyASetHasNoPopulationsIsTold) {
+    Script script;
+    Work = HandBuiltFit();
+    EXPECT_EQ(LineWith(ReportLines(), "   populations"), "(no such line)");
+    Work.Parms[SlotA(SetNo(2))] = -1e6F; // a concentration of 0
+    EXPECT_EQ(LineWith(ReportLines(), "   populations"), "   populations not known: there is nothing loaded");
+}
+
 TEST(Report, WholeReport) {
     Script script;
     Work = HandBuiltFit();
