@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <numbers>
 
@@ -19,24 +20,34 @@ constexpr std::size_t UpToMiddle = 30;
 
 using Amplitudes = std::array<double, UpToMiddle>;
 
-// Four residuals from a place on, with zeros behind the last one, and cos x of each.
-void TakeFour(const std::vector<double>& residuals, std::size_t first, Four& four, Four& cosines) {
-    const double step = std::numbers::pi / static_cast<double>(residuals.size());
-    for (std::size_t i = 0; i < VectorLength; ++i) {
-        const bool behind = first + i >= residuals.size();
-        four[i] = behind ? 0.0 : residuals[first + i];
-        cosines[i] = behind ? 0.0 : std::cos(step * (static_cast<double>(first + i) + 0.5));
-    }
+void FitTo(FirstWave& wave, std::size_t points) {
+    if (wave.Cosines.size() == points) return;
+    wave.Cosines.resize(points);
+    const double step = std::numbers::pi / static_cast<double>(points);
+    for (std::size_t i = 0; i < points; ++i)
+        wave.Cosines[i] = std::cos(step * (static_cast<double>(i) + 0.5));
+}
+
+// Four values from a place on, with zeros behind the last one.
+void TakeFour(const std::vector<double>& values, std::size_t first, Four& four) {
+    const std::size_t left = std::min(values.size() - first, std::size_t{VectorLength});
+    four = Four{};
+    if (left == VectorLength)
+        std::memcpy(&four, &values[first], sizeof four);
+    else
+        for (std::size_t i = 0; i < left; ++i)
+            four[i] = values[first + i];
 }
 
 // The sums of r_i cos(k x_i), each cosine from the two before it: cos k x = 2 cos x cos (k-1) x - cos (k-2)
 // x. Every fourth residual has a sum of its own.
-Amplitudes SumsOfCosines(const std::vector<double>& residuals, std::size_t waves) {
+Amplitudes SumsOfCosines(const std::vector<double>& residuals, const FirstWave& wave, std::size_t waves) {
     Four sums[UpToMiddle] = {};
     OnVectors([&] {
         for (std::size_t i = 0; i < residuals.size(); i += VectorLength) {
             Four residual, first;
-            TakeFour(residuals, i, residual, first);
+            TakeFour(residuals, i, residual);
+            TakeFour(wave.Cosines, i, first);
             Four before = first, now = {1.0, 1.0, 1.0, 1.0}; // cos(-x) and cos 0
             for (std::size_t k = 0; k < waves; ++k) {
                 sums[k] += residual * now;
@@ -61,11 +72,12 @@ double SumOfSquares(const std::vector<double>& residuals) {
 
 } // namespace
 
-Waves WavesOf(const std::vector<double>& residuals) {
+Waves WavesOf(const std::vector<double>& residuals, FirstWave& wave) {
     const std::size_t points = residuals.size();
     const std::size_t longOnes = std::min(LongOnes, points / 4);
     const std::size_t known = std::min(UpToMiddle, points);
-    const Amplitudes sums = SumsOfCosines(residuals, known);
+    FitTo(wave, points);
+    const Amplitudes sums = SumsOfCosines(residuals, wave, known);
     const auto n = static_cast<double>(points);
     Waves waves;
     for (std::size_t k = 0; k < known; ++k)

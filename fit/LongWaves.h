@@ -34,9 +34,18 @@ struct Waves {
     WaveSquares Others; // all but the long ones
 };
 
+// cos(pi (i + 1/2) / n) of each of n points. Most sets of a fit have as many as the one before.
+struct FirstWave {
+    std::vector<double> Cosines;
+};
+
 // Of residuals in the order of the radius. A set of fewer than 24 points has fewer long waves, a quarter of
-// its points.
-Waves WavesOf(const std::vector<double>& residuals);
+// its points. wave is that of the former call, any at first, and is left as that of so many points.
+Waves WavesOf(const std::vector<double>& residuals, FirstWave& wave);
+inline Waves WavesOf(const std::vector<double>& residuals) {
+    FirstWave wave;
+    return WavesOf(residuals, wave);
+}
 
 // By how many standard deviations the mean of the one stands above that of the other, as a normal deviate
 // that is exceeded as often as the ratio of two variances of these degrees of freedom (E. Paulson, Annals of

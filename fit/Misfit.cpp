@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -68,18 +69,19 @@ double VarianceOf(Shares shares) {
     return *middle / MedianOfChiSquare;
 }
 
-// Variances by set from 1, that of all points together at 0.
+// That of all points together at 0, and as far as there are places those by set from 1.
 using Variances = std::vector<double>;
 
-template <class Values> Variances VariancesOf(Values&& values) {
+template <class Values> Variances VariancesOf(std::size_t places, Values&& values) {
     const Workspace& w = Work; // the thread's own is looked up once
-    std::vector<Shares> shares(Places(w));
+    std::vector<Shares> shares(places);
     shares[0].reserve(static_cast<std::size_t>(std::max<long>(w.NumPts, 0)));
     Weights weights;
     for (long p = 2; p < w.NumPts; ++p)
         if (const double share = ShareOfNoise(w, p, weights, values); share >= 0.0) {
             shares[0].push_back(share);
-            shares[static_cast<std::size_t>(w.PtSet[p])].push_back(share);
+            const auto set = static_cast<std::size_t>(w.PtSet[p]);
+            if (set < places) shares[set].push_back(share);
         }
     Variances variances;
     for (Shares& each : shares)
@@ -93,11 +95,11 @@ double ResidualAt(const Workspace& fit, long p) {
 
 // Of the readings and of the residuals the lower one: what a steep signal bends within three points is no
 // noise, and what a wrong curve bends there is none either.
-Variances MeasuredNoise(const Workspace& fit) {
+Variances MeasuredNoise(const Workspace& fit, std::size_t places) {
     const double least = LeastVariance();
     const Workspace& w = Work; // the thread's own is looked up once
-    Variances noise = VariancesOf([&w](long p) { return static_cast<double>(w.PtY[p]); });
-    const Variances left = VariancesOf([&](long p) { return ResidualAt(fit, p); });
+    Variances noise = VariancesOf(places, [&w](long p) { return static_cast<double>(w.PtY[p]); });
+    const Variances left = VariancesOf(places, [&](long p) { return ResidualAt(fit, p); });
     for (std::size_t set = 0; set < noise.size(); ++set)
         noise[set] = std::max(std::min(noise[set], left[set]), least);
     return noise;
@@ -132,7 +134,7 @@ void RaiseToRounding(WaveSquares& noise, const std::vector<PointLeft>& points) {
     noise.Sum = std::max(noise.Sum, RoundingOfSingles * largest * RoundingOfSingles * largest * noise.Count);
 }
 
-Residuals ResidualsOf(const std::vector<PointLeft>& points) {
+Residuals ResidualsOf(const std::vector<PointLeft>& points, FirstWave& wave) {
     Residuals left;
     std::vector<double> values;
     values.reserve(points.size());
@@ -140,7 +142,7 @@ Residuals ResidualsOf(const std::vector<PointLeft>& points) {
         left.All.Add({point.Residual * point.Residual, 1.0});
         values.push_back(point.Residual);
     }
-    left.Parts = WavesOf(values);
+    left.Parts = WavesOf(values, wave);
     RaiseToRounding(left.Parts.Middle, points);
     RaiseToRounding(left.Parts.Others, points);
     return left;
@@ -157,21 +159,30 @@ void TakeUpWaves(std::vector<Residuals>& left, long parameters) {
         part.Parts.Long.Count *= staying;
 }
 
+// The residuals of the true points from p on that are of one set; p is left behind its last point.
+std::vector<PointLeft> PointsOfSet(const Workspace& fit, long& p, Weights& weights) {
+    const std::int16_t set = fit.PtSet[p];
+    std::vector<PointLeft> points;
+    for (; p <= fit.NumPts && fit.PtSet[p] == set; ++p) {
+        if (fit.PtX[p] == PointMarker) continue;
+        const double weight = weights.Of(set);
+        points.push_back({weight * ResidualAt(fit, p), weight * static_cast<double>(fit.PtY[p])});
+    }
+    return points;
+}
+
 // By set from 1, those of all at 0.
 std::vector<Residuals> MeasuredResiduals(const Workspace& fit) {
-    std::vector<std::vector<PointLeft>> values(Places(fit));
+    std::vector<Residuals> left(Places(fit));
     Weights weights;
-    for (long p = 1; p <= fit.NumPts; ++p) {
-        if (fit.PtX[p] == PointMarker) continue;
-        const double weight = weights.Of(fit.PtSet[p]);
-        values[static_cast<std::size_t>(fit.PtSet[p])].push_back(
-            {weight * ResidualAt(fit, p), weight * static_cast<double>(fit.PtY[p])});
+    FirstWave wave;
+    for (long p = 1; p <= fit.NumPts;) {
+        const auto set = static_cast<std::size_t>(fit.PtSet[p]);
+        const std::vector<PointLeft> points = PointsOfSet(fit, p, weights);
+        if (!points.empty()) left[set].Add(ResidualsOf(points, wave));
     }
-    std::vector<Residuals> left(1);
-    for (std::size_t set = 1; set < values.size(); ++set) {
-        left.push_back(ResidualsOf(values[set]));
+    for (std::size_t set = 1; set < left.size(); ++set)
         left[0].Add(left[set]);
-    }
     TakeUpWaves(left, fit.NumFree);
     return left;
 }
@@ -191,28 +202,31 @@ struct Measured {
 
 struct Measures {
     Measured Of;
-    Variances Noise;
+    double Noise = 0.0; // the variance of all points together
     std::vector<Residuals> Left;
 };
 thread_local Measures Last;
 
+// By their bytes, which are as good as their values where the same calculation has made them.
+template <class Array> bool IsSame(const Array& a, const Array& b) {
+    if (a.Hi() != b.Hi()) return false;
+    return a.Hi() < 1 ||
+           std::memcmp(a.Data(), b.Data(), sizeof(*a.Data()) * static_cast<std::size_t>(a.Hi())) == 0;
+}
+
 bool Stands(const Measured& m) {
     return m.Points == Work.NumPts && m.Sets == Work.NumSets && m.Parameters == Work.NumFree &&
-           m.Fit == Work.PtFit && m.Y == Work.PtY && m.X == Work.PtX && m.Set == Work.PtSet &&
-           m.Noise == Work.SetNoise && m.Row == Work.SetRow;
+           IsSame(m.Fit, Work.PtFit) && IsSame(m.Y, Work.PtY) && IsSame(m.X, Work.PtX) &&
+           IsSame(m.Set, Work.PtSet) && m.Noise == Work.SetNoise && m.Row == Work.SetRow;
 }
 
 const Measures& MeasuresOfWork() {
     if (!Stands(Last.Of))
         Last = {{Work.PtX, Work.PtY, Work.PtFit, Work.PtSet, Work.SetNoise, Work.SetRow, Work.NumPts,
                  Work.NumSets, Work.NumFree},
-                MeasuredNoise(Work),
+                MeasuredNoise(Work, 1)[0],
                 MeasuredResiduals(Work)};
     return Last;
-}
-
-Variances NoiseOf(const Workspace& fit) {
-    return &fit == &Work ? MeasuresOfWork().Noise : MeasuredNoise(fit);
 }
 
 std::vector<Residuals> ResidualsOf(const Workspace& fit) {
@@ -254,7 +268,7 @@ struct Misfit {
 // The variances by which each set is measured: that of all, or its own where that is larger. At 0 their mean
 // over all points.
 Variances NoiseBySet(const std::vector<Residuals>& left) {
-    Variances noise = NoiseOf(Work);
+    Variances noise = MeasuredNoise(Work, left.size());
     double sum = 0.0;
     for (std::size_t set = 1; set < noise.size(); ++set) {
         noise[set] = std::max(noise[set], noise[0]);
@@ -337,15 +351,25 @@ bool IsWorthAGlance(const Workspace& fit, const std::vector<Residuals>& left,
     return gain > (1.0 - MuchLower) * fit.SumSq;
 }
 
+// What stands out in its sum by the noise of its own set does by that of all, which is the lower one.
+std::optional<Misfit> FindMisfitInSum(const std::vector<Residuals>& left) {
+    const double points = left[0].All.Count;
+    const auto find = [&](auto&& noise) {
+        return PartThatStandsOut(left.size(), ForASentence.InSum, [&](std::size_t part) {
+            return SumDeviations(left[part], noise(part), points);
+        });
+    };
+    const double ofAll = NoiseVariance(Work);
+    if (!find([&](std::size_t) { return ofAll; })) return std::nullopt;
+    const Variances noise = NoiseBySet(left);
+    const auto set = find([&](std::size_t part) { return noise[part]; });
+    return set ? std::optional(Misfit{*set, false, left[*set].All.Mean(), noise[*set]}) : std::nullopt;
+}
+
 std::optional<Misfit> FindMisfit() {
     const std::vector<Residuals> left = ResidualsOf(Work);
-    const double points = left[0].All.Count;
-    if (points < EnoughPoints) return std::nullopt;
-    const Variances noise = NoiseBySet(left);
-    if (const auto set = PartThatStandsOut(left.size(), ForASentence.InSum, [&](std::size_t part) {
-            return SumDeviations(left[part], noise[part], points);
-        }))
-        return Misfit{*set, false, left[*set].All.Mean(), noise[*set]};
+    if (left[0].All.Count < EnoughPoints) return std::nullopt;
+    if (const auto misfit = FindMisfitInSum(left)) return misfit;
     if (const auto set = PartThatStandsOut(left.size(), ForASentence.InWaves, [&](std::size_t part) {
             return WaveMisfitOf(left[part], left[0]).Deviations;
         }))
@@ -370,7 +394,7 @@ std::string PlaceText(const Misfit& misfit) {
 } // namespace
 
 double NoiseVariance(const Workspace& fit) {
-    return NoiseOf(fit)[0];
+    return &fit == &Work ? MeasuresOfWork().Noise : MeasuredNoise(fit, 1)[0];
 }
 
 std::vector<double> DeviationsOfSets(const Workspace& fit) {
