@@ -146,6 +146,19 @@ std::string NameInGroup(const RunScan& scan) {
     return scan.Name.Scan ? std::to_string(*scan.Name.Scan) : ShownName(scan.File);
 }
 
+// "; scans 3, 7 stand out", "" where none does.
+std::string OutliersText(const SortedRun& run, const RunGroup& group) {
+    std::string names;
+    long count = 0;
+    for (std::size_t i = 0; i < group.Scans.size(); ++i) {
+        if (group.Judged[i].Answer != AtEquilibrium::Outlier) continue;
+        names += (count > 0 ? ", " : "") + NameInGroup(run.Scans[group.Scans[i]]);
+        ++count;
+    }
+    if (count == 0) return "";
+    return count > 1 ? "; scans " + names + " stand out" : "; scan " + names + " stands out";
+}
+
 } // namespace
 
 void JudgeRun(SortedRun& run, const ApproachRange& range) {
@@ -164,17 +177,10 @@ std::string ApproachText(const SortedRun& run, const RunGroup& group) {
     if (!HasLast(group)) return OpticsWord(group.Optics);
     if (group.Scans.size() == 1) return "one scan only";
     std::string text = MovesFast(group) ? FastText : "not yet at equilibrium";
-    std::string outliers;
-    for (std::size_t i = group.Scans.size(); i-- > 0;) {
-        const std::string name = NameInGroup(run.Scans[group.Scans[i]]);
-        if (group.Judged[i].Answer == AtEquilibrium::Yes && i < group.Last)
-            text = "at equilibrium since scan " + name;
-        if (group.Judged[i].Answer == AtEquilibrium::Outlier)
-            outliers = name + (outliers.empty() ? "" : ", ") + outliers;
-    }
-    if (outliers.empty()) return text;
-    const bool many = outliers.find(", ") != std::string::npos;
-    return text + (many ? "; scans " + outliers + " stand out" : "; scan " + outliers + " stands out");
+    for (std::size_t i = group.Last; i-- > 0;)
+        if (group.Judged[i].Answer == AtEquilibrium::Yes)
+            text = "at equilibrium since scan " + NameInGroup(run.Scans[group.Scans[i]]);
+    return text + OutliersText(run, group);
 }
 
 } // namespace Quillon

@@ -34,6 +34,14 @@ PointRange PointsBetween(const RunScan& scan, float inner, float outer) {
     return range;
 }
 
+// The steady part of a channel's points as its stretch, where it is long enough.
+void TakeSteady(const RunScan& scan, const PointRange& steady, Stretch& stretch) {
+    if (steady.First == 0 || scan.Radii[steady.Last] - scan.Radii[steady.First] < ShortestColumn) return;
+    stretch.Steady = steady;
+    stretch.Column.Inner = scan.Radii[steady.First];
+    stretch.Column.Outer = scan.Radii[steady.Last];
+}
+
 Stretch StretchOf(const RunScan& scan, std::int16_t samples, std::int16_t channel) {
     Stretch stretch;
     stretch.Column.Samples = samples;
@@ -45,12 +53,7 @@ Stretch StretchOf(const RunScan& scan, std::int16_t samples, std::int16_t channe
     stretch.HasPoints = within.First > 0;
     if (!stretch.HasPoints) return stretch;
     const PointRange reach = ReachOfChannel({scan.Radii, samples, scan.Head.Rpm}, channel, within);
-    const PointRange steady = ProposeRangeAcross(scan.Readings, within, reach);
-    if (steady.First == 0 || scan.Radii[steady.Last] - scan.Radii[steady.First] < ShortestColumn)
-        return stretch;
-    stretch.Steady = steady;
-    stretch.Column.Inner = scan.Radii[steady.First];
-    stretch.Column.Outer = scan.Radii[steady.Last];
+    TakeSteady(scan, ProposeRangeAcross(scan.Readings, within, reach), stretch);
     return stretch;
 }
 

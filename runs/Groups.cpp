@@ -62,22 +62,25 @@ void NumberHeaders(const SortedRun& run, std::vector<Place>& places) {
     NumberWithin(run, cell, &ScanHead::Rpm, IsSameSpeed, &Place::CellSpeed, places);
 }
 
-// Scans that one rotor made, in the order of their times.
+// What one rotor made is of one folder and has one run number.
+auto FolderOf(const RunScan& scan) {
+    return std::tuple(DirectoryOf(scan.File), scan.Name.RunId);
+}
 bool IsOneFolder(const RunScan& a, const RunScan& b) {
-    return DirectoryOf(a.File) == DirectoryOf(b.File) && a.Name.RunId == b.Name.RunId;
+    return FolderOf(a) == FolderOf(b);
+}
+
+bool IsEarlier(const RunScan& a, const RunScan& b) {
+    return std::tuple(a.Head.Time, a.Head.Rpm) < std::tuple(b.Head.Time, b.Head.Rpm);
 }
 
 // Stays of the rotor at one speed, in the order of time; scans of one time by rising speed.
 void NumberStays(const SortedRun& run, std::vector<Place>& places) {
-    auto parts = PartedBy(run, [&](std::size_t i) {
-        return std::tuple(DirectoryOf(run.Scans[i].File), run.Scans[i].Name.RunId);
-    });
+    auto parts = PartedBy(run, [&](std::size_t i) { return FolderOf(run.Scans[i]); });
     for (auto& part : parts) {
         ScanPlaces& scans = part.second;
-        std::sort(scans.begin(), scans.end(), [&](std::size_t a, std::size_t b) {
-            const ScanHead &first = run.Scans[a].Head, &second = run.Scans[b].Head;
-            return std::tuple(first.Time, first.Rpm) < std::tuple(second.Time, second.Rpm);
-        });
+        std::sort(scans.begin(), scans.end(),
+                  [&](std::size_t a, std::size_t b) { return IsEarlier(run.Scans[a], run.Scans[b]); });
         long stay = 0;
         for (std::size_t i = 0; i < scans.size(); ++i) {
             if (i > 0 && !IsSameSpeed(run.Scans[scans[i - 1]].Head.Rpm, run.Scans[scans[i]].Head.Rpm)) ++stay;
@@ -101,10 +104,10 @@ void SortByTime(const SortedRun& run, ScanPlaces& scans) {
 void Divide(const SortedRun& run, const std::vector<Place>& places, ScanPlaces scans,
             std::vector<RunGroup>& groups) {
     SortByTime(run, scans);
-    std::map<std::tuple<std::string, std::string>, long> stays; // of each folder, the latest
+    std::map<decltype(FolderOf(RunScan{})), long> stays; // of each folder, the latest
     for (const std::size_t i : scans) {
         const RunScan& scan = run.Scans[i];
-        const auto folder = std::tuple(DirectoryOf(scan.File), scan.Name.RunId);
+        const auto folder = FolderOf(scan);
         const auto known = stays.find(folder);
         const bool back = known != stays.end() && known->second != places[i].Stay;
         if (stays.empty() || back) {

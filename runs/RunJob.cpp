@@ -43,17 +43,21 @@ std::string RatioText(const RunSet& set, float wavelength) {
            lines("; ", "1", "1");
 }
 
+std::string ColumnText(const RunChannel& column) {
+    const std::string range =
+        "inner = " + ShortestText(column.Inner) + "\nouter = " + ShortestText(column.Outer) + "\n";
+    if (column.Channel == 0) return range;
+    return std::string("centerpiece = ") + CenterpieceText(column.Samples) +
+           "\nchannel = " + static_cast<char>('A' + column.Channel - 1) + "\n" + range;
+}
+
 std::string SetText(const SortedRun& run, const RunSet& set, const ScanPath& nameOf) {
     const RunGroup& group = run.Groups[set.Group];
     const RunScan& last = run.Scans[group.Scans[set.Scans.back()]];
     std::string text = "; cell " + std::to_string(group.Cell) + ", " + SingleText(last.Head.Rpm) + " rpm, " +
                        SingleText(last.Head.Wavelength) + " nm: " + ApproachText(run, group) + "\n";
     text += "file = " + FilesText(run, set, nameOf) + "\n";
-    if (set.Column.Channel > 0)
-        text += std::string("centerpiece = ") + CenterpieceText(set.Column.Samples) +
-                "\nchannel = " + static_cast<char>('A' + set.Column.Channel - 1) + "\n";
-    text +=
-        "inner = " + ShortestText(set.Column.Inner) + "\nouter = " + ShortestText(set.Column.Outer) + "\n";
+    text += ColumnText(set.Column);
     text += RatioText(set, last.Head.Wavelength);
     if (set.ConcentrationsOf > 0)
         text += "concentrations-of = " + std::to_string(set.ConcentrationsOf) + "\n";

@@ -76,13 +76,17 @@ void Keep(RunScan& scan, float radius, float reading) {
     scan.Readings.Resize(scan.Readings.Hi() + 1, reading);
 }
 
+void RequireRoom(const PointList& list) {
+    if (list.TooMany) RaiseError("it holds more than " + std::to_string(MostReadings) + " readings");
+}
+
 // Readings of one column. A first number beyond every rotor is a wavelength.
 void ReadSignals(TextItems& file, RunScan& scan) {
     const PointList list = ReadPoints(file, [&scan](long i, const PointLine& point) {
         Keep(scan, point.Radius, point.Value);
         return i < MostReadings + 1;
     });
-    if (list.TooMany) RaiseError("it holds more than " + std::to_string(MostReadings) + " readings");
+    RequireRoom(list);
     RequirePoints(file, list);
     scan.Radii.Resize(list.Points);
     scan.Readings.Resize(list.Points);
@@ -93,6 +97,15 @@ void ReadSignals(TextItems& file, RunScan& scan) {
         RequireRadii(file, list);
 }
 
+// Those of two columns that have an absorbance.
+void KeepAbsorbances(const std::vector<PointLine>& readings, RunScan& scan) {
+    for (const PointLine& reading : readings)
+        if (HasAbsorbance(reading.Value, reading.Second))
+            Keep(scan, reading.Radius,
+                 AbsorbanceOf(reading.Value, reading.Second, IntensityOrders::SampleFirst));
+    if (scan.Radii.Empty()) RaiseError("there is no reading with two intensities above 0");
+}
+
 void ReadIntensities(TextItems& file, RunScan& scan) {
     std::vector<PointLine> readings;
     const auto store = [&readings](long i, const PointLine& point) {
@@ -100,15 +113,11 @@ void ReadIntensities(TextItems& file, RunScan& scan) {
         return i < MostReadings + 1;
     };
     const PointList list = ReadPoints(file, store, ThirdNumber::Reading);
-    if (list.TooMany) RaiseError("it holds more than " + std::to_string(MostReadings) + " readings");
+    RequireRoom(list);
     RequirePoints(file, list);
     RequireRadii(file, list);
     readings.resize(static_cast<std::size_t>(list.Points));
-    for (const PointLine& reading : readings)
-        if (HasAbsorbance(reading.Value, reading.Second))
-            Keep(scan, reading.Radius,
-                 AbsorbanceOf(reading.Value, reading.Second, IntensityOrders::SampleFirst));
-    if (scan.Radii.Empty()) RaiseError("there is no reading with two intensities above 0");
+    KeepAbsorbances(readings, scan);
 }
 
 } // namespace

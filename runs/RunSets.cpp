@@ -101,19 +101,21 @@ bool IsSameSample(const SortedRun& run, const RunSet& a, const RunSet& b) {
            IsSameStay(run, run.Groups[a.Group], run.Groups[b.Group]);
 }
 
-// How many sets each value brings, values that are the same as one: "260 nm: 12, 280 nm: 12".
-std::string Counts(const SortedRun& run, const std::vector<RunSet>& sets, const Criterion& criterion,
-                   const std::function<std::string(const RunGroup&)>& nameOf) {
-    struct Count {
-        float Value;
-        std::string Name;
-        int Sets;
-    };
-    std::vector<Count> counts;
+// How many sets each value of a criterion brings, values that are the same as one.
+struct SetCount {
+    float Value;
+    std::string Name;
+    int Sets;
+};
+
+std::vector<SetCount> CountBy(const SortedRun& run, const std::vector<RunSet>& sets,
+                              const Criterion& criterion,
+                              const std::function<std::string(const RunGroup&)>& nameOf) {
+    std::vector<SetCount> counts;
     for (const RunSet& set : sets) {
         const RunGroup& group = run.Groups[set.Group];
         const float value = criterion.ValueOf(group);
-        const auto known = std::find_if(counts.begin(), counts.end(), [&](const Count& count) {
+        const auto known = std::find_if(counts.begin(), counts.end(), [&](const SetCount& count) {
             return criterion.IsSame(count.Value, value);
         });
         if (known == counts.end())
@@ -121,10 +123,53 @@ std::string Counts(const SortedRun& run, const std::vector<RunSet>& sets, const 
         else
             ++known->Sets;
     }
+    return counts;
+}
+
+// "260 nm: 12, 280 nm: 12".
+std::string Counts(const SortedRun& run, const std::vector<RunSet>& sets, const Criterion& criterion,
+                   const std::function<std::string(const RunGroup&)>& nameOf) {
     std::string list;
-    for (const Count& count : counts)
+    for (const SetCount& count : CountBy(run, sets, criterion, nameOf))
         list += (list.empty() ? "" : ", ") + count.Name + ": " + std::to_string(count.Sets);
     return list;
+}
+
+// Signals of two kinds are not on one scale; "" where there is one kind.
+std::string MixedOptics(const SortedRun& run, const std::vector<RunSet>& sets) {
+    const auto fringes = std::count_if(sets.begin(), sets.end(), [&](const RunSet& set) {
+        return run.Groups[set.Group].Optics == ScanOptics::Interference;
+    });
+    const auto all = static_cast<std::ptrdiff_t>(sets.size());
+    if (fringes == 0 || fringes == all) return "";
+    return std::to_string(fringes) + " of the sets are interference data and " +
+           std::to_string(all - fringes) +
+           " absorbances, which one analysis cannot hold: choose by cell or wavelength";
+}
+
+// What there is to choose among, "" where an analysis holds all.
+std::string TooManySets(const SortedRun& run, const std::vector<RunSet>& sets) {
+    if (sets.size() <= StandardMaxSets) return "";
+    const std::vector<Criterion> by = CriteriaOf(run, {}); // cell, wavelength, speed
+    return std::to_string(sets.size()) + " sets are more than the " + std::to_string(StandardMaxSets) +
+           " of an analysis: choose among them (" +
+           Counts(run, sets, by[0], [](const RunGroup& g) { return "cell " + std::to_string(g.Cell); }) +
+           "; " +
+           Counts(run, sets, by[1], [&](const RunGroup& g) { return WavelengthText(run, g) + " nm"; }) +
+           "; " + Counts(run, sets, by[2], [&](const RunGroup& g) { return SpeedText(run, g) + " rpm"; }) +
+           ")";
+}
+
+// The verdict on the group of a set; "" for one that is at equilibrium.
+std::string DoubtAbout(const SortedRun& run, std::size_t group) {
+    const std::string verdict = ApproachText(run, run.Groups[group]);
+    return verdict.starts_with("at equilibrium") ? "" : GroupName(run, group) + ": " + verdict;
+}
+
+std::string NoRatioText(float wavelength) {
+    return "no extinction ratio is given for " + SingleText(wavelength) +
+           " nm (1 for the wavelength in whose signal concentrations are counted): it is taken as 1 "
+           "until it is, and its sets share no concentrations";
 }
 
 } // namespace
@@ -179,45 +224,23 @@ void RelateSets(const SortedRun& run, std::vector<RunSet>& sets, const std::vect
 
 std::string WhyNoAnalysis(const SortedRun& run, const std::vector<RunSet>& sets) {
     if (sets.empty()) return "no group that was chosen is a measurement of an equilibrium";
-    const auto isFringes = [&](const RunSet& set) {
-        return run.Groups[set.Group].Optics == ScanOptics::Interference;
-    };
-    const auto fringes = std::count_if(sets.begin(), sets.end(), isFringes);
-    const auto all = static_cast<std::ptrdiff_t>(sets.size());
-    if (fringes > 0 && fringes < all)
-        return std::to_string(fringes) + " of the sets are interference data and " +
-               std::to_string(all - fringes) +
-               " absorbances, which one analysis cannot hold: choose by cell or "
-               "wavelength";
-    if (sets.size() <= StandardMaxSets) return "";
-    const std::vector<Criterion> by = CriteriaOf(run, {}); // cell, wavelength, speed
-    return std::to_string(sets.size()) + " sets are more than the " + std::to_string(StandardMaxSets) +
-           " of an analysis: choose among them (" +
-           Counts(run, sets, by[0], [](const RunGroup& g) { return "cell " + std::to_string(g.Cell); }) +
-           "; " +
-           Counts(run, sets, by[1], [&](const RunGroup& g) { return WavelengthText(run, g) + " nm"; }) +
-           "; " + Counts(run, sets, by[2], [&](const RunGroup& g) { return SpeedText(run, g) + " rpm"; }) +
-           ")";
+    const std::string mixed = MixedOptics(run, sets);
+    return mixed.empty() ? TooManySets(run, sets) : mixed;
 }
 
 std::vector<std::string> RemarksOnSets(const SortedRun& run, const std::vector<RunSet>& sets) {
     std::vector<std::string> remarks;
-    std::vector<float> lacking;
+    std::vector<float> lacking; // wavelengths without a ratio, each told once
     for (std::size_t i = 0; i < sets.size(); ++i) {
-        const RunGroup& group = run.Groups[sets[i].Group];
         const bool first = i == 0 || sets[i - 1].Group != sets[i].Group;
-        const std::string verdict = ApproachText(run, group);
-        if (first && !verdict.starts_with("at equilibrium"))
-            remarks.push_back(GroupName(run, sets[i].Group) + ": " + verdict);
+        if (std::string doubt = DoubtAbout(run, sets[i].Group); first && !doubt.empty())
+            remarks.push_back(std::move(doubt));
         const float wavelength = LastScan(run, sets[i]).Head.Wavelength;
         const bool told = std::any_of(lacking.begin(), lacking.end(),
                                       [&](float other) { return IsSameWavelength(other, wavelength); });
         if (!sets[i].LacksRatio || told) continue;
         lacking.push_back(wavelength);
-        remarks.push_back(
-            "no extinction ratio is given for " + SingleText(wavelength) +
-            " nm (1 for the wavelength in whose signal concentrations are counted): it is taken as 1 "
-            "until it is, and its sets share no concentrations");
+        remarks.push_back(NoRatioText(wavelength));
     }
     return remarks;
 }
