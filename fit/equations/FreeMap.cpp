@@ -13,6 +13,28 @@ std::int16_t CheckOf(std::int16_t map) {
     return map == SlotHeld ? FitCheckNo : FitCheckGrey;
 }
 
+// Positions by rising slot; the last one, -1 where none is fitted.
+std::int16_t WriteMap(const std::vector<FitChoice>& choices) {
+    std::int16_t last = -1;
+    for (const FitChoice& choice : choices) {
+        if (choice.Check == FitCheckNo) {
+            Work.FreeMap[choice.Slot] = SlotHeld;
+            Work.FreeIndex[choice.Slot.Number] = -1;
+        } else if (choice.Check == FitCheckYes) {
+            Work.FreeMap[choice.Slot] = ++last;
+            Work.FreeIndex[last] = ToInt16(choice.Slot.Number);
+        }
+    }
+    return last;
+}
+
+void MakeRoomFor(std::int16_t last) {
+    Work.NumFree = ToInt16(last + 1);
+    Work.NormMatrix.Recreate(last, last);
+    Work.NormVector.Recreate(last);
+    Work.Increment.Recreate(last);
+}
+
 } // namespace
 
 std::vector<FitChoice> FitChoices() {
@@ -31,22 +53,7 @@ bool AssignFreePositions(const std::vector<FitChoice>& choices) {
     const bool anyFitted = std::any_of(choices.begin(), choices.end(),
                                        [](const FitChoice& c) { return c.Check == FitCheckYes; });
     if (!anyFitted) return false;
-
-    std::int16_t last = -1;
-    for (const FitChoice& choice : choices) {
-        if (choice.Check == FitCheckNo) {
-            Work.FreeMap[choice.Slot] = SlotHeld;
-            Work.FreeIndex[choice.Slot.Number] = -1;
-        } else if (choice.Check == FitCheckYes) {
-            Work.FreeMap[choice.Slot] = ++last;
-            Work.FreeIndex[last] = ToInt16(choice.Slot.Number);
-        }
-    }
-
-    Work.NumFree = ToInt16(last + 1);
-    Work.NormMatrix.Recreate(last, last);
-    Work.NormVector.Recreate(last);
-    Work.Increment.Recreate(last);
+    MakeRoomFor(WriteMap(choices));
     return true;
 }
 

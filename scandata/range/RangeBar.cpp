@@ -64,21 +64,23 @@ void Caption(Control& control, const char* text, const char* toolTip) {
     control.ToolTip = toolTip;
 }
 
-} // namespace
-
-void OpenRangeBar(RowNo row) {
-    RangeBar = RangeBarRecord{};
-    RangeBar.Row = row;
+void CaptionRadii() {
     Caption(RangeBar.Label[0], "Inner (cm)", "");
     Caption(RangeBar.Label[1], "Outer (cm)", "");
     RangeBar.Radius[0].ToolTip = "The first radius of the range; the marker follows what is typed";
     RangeBar.Radius[1].ToolTip = "The last radius of the range; the marker follows what is typed";
     RangeBar.Count.ToolTip = "How many points of the scan lie in the range";
+}
+
+void CaptionCeiling(RowNo row) {
     Caption(RangeBar.CeilingLabel, "Ceiling", "");
     RangeBar.Ceiling.ToolTip =
         "Readings with a higher signal, behind the baseline, are left out; nothing typed: none";
     RangeBar.Ceiling.Text = RangeBar.Ceiling.Tag =
         Work.SignalCeiling[row] > 0.0F ? SingleText(Work.SignalCeiling[row]) : "";
+}
+
+void CaptionButtons() {
     Caption(RangeBar.SpikesButton, "Sp&ikes...",
             "Look for readings between the markers that stand out from their neighbours, to leave them out");
     Caption(
@@ -87,6 +89,16 @@ void OpenRangeBar(RowNo row) {
         "where the noise grows with the signal");
     Caption(RangeBar.AcceptButton, "&Accept", "Take this range (Enter)");
     Caption(RangeBar.CancelButton, "&Cancel", "Leave the range as it was (Esc)");
+}
+
+} // namespace
+
+void OpenRangeBar(RowNo row) {
+    RangeBar = RangeBarRecord{};
+    RangeBar.Row = row;
+    CaptionRadii();
+    CaptionCeiling(row);
+    CaptionButtons();
     RangeBar.Shown = true;
     Charts.OnMarkers = FollowMarkers;
     FollowMarkers();

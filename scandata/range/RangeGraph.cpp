@@ -21,17 +21,25 @@ namespace {
 constexpr const char* Instruction =
     "Drag the green markers to designate the data region to be fitted; hit ENTER when done";
 
-// Limits of the signal within the present range, with a little room: what lies outside, between the columns
-// of a cell, may be ten times as large and would press the data flat.
-void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
-    float lo = MissingValue;
-    float hi = MissingValue;
+struct SignalSpan {
+    float Low = MissingValue, High = MissingValue; // missing where there is no signal
+};
+
+SignalSpan SpanOf(const SetTable& y, long first, long last) {
+    SignalSpan span;
     for (long p = first; p <= last; ++p) {
         const float v = y(p, 1);
         if (v == MissingValue) continue;
-        lo = lo == MissingValue ? v : std::min(lo, v);
-        hi = hi == MissingValue ? v : std::max(hi, v);
+        span.Low = span.Low == MissingValue ? v : std::min(span.Low, v);
+        span.High = span.High == MissingValue ? v : std::max(span.High, v);
     }
+    return span;
+}
+
+// Limits of the signal within the present range, with a little room: what lies outside, between the columns
+// of a cell, may be ten times as large and would press the data flat.
+void LimitTo(const SignalSpan& span, GraphAxis& axis) {
+    const float lo = span.Low, hi = span.High;
     if (lo == MissingValue || lo == hi) {
         axis.ScaleMode = ScaleModes::Autorange;
         return;
@@ -45,10 +53,15 @@ void LimitToRange(GraphAxis& axis, const SetTable& y, long first, long last) {
     axis.Decimals = ToInt16(std::max(0.0, std::ceil(-std::log10(step) - 1e-9)));
 }
 
-void Draw(RowNo row) {
-    const long points = Work.ScanPoints[row];
-    const long n = ReadingsOf(row); // as many as may come back
-    Chart.GraphHeld = FlagFalse;
+// The axes above and to the right repeat the marks of those opposite, without titles.
+void RepeatAxes(GraphSpec& spec) {
+    spec.AxisX2 = spec.AxisX1;
+    spec.AxisY2 = spec.AxisY1;
+    spec.AxisX2.TicMode = spec.AxisY2.TicMode = TicModes::MarksOnly;
+    spec.AxisX2.Title.Text = spec.AxisY2.Title.Text = "";
+}
+
+GraphSpec SpecOf(RowNo row) {
     GraphSpec spec;
     GraphInit(spec, GraphTypes::XYPlot, PlotStyles::SymbolsOnly);
     spec.SymbolMode = 1;
@@ -56,18 +69,21 @@ void Draw(RowNo row) {
     spec.AxisX1.Title.Text = RangeGraphIsLog ? "Radius Squared / 2" : "Radius";
     spec.AxisY1.Title.Text = RangeGraphIsLog ? "ln(" + Work.DataTypeName + ")" : Work.DataTypeName;
     spec.AxisX1.ScaleMode = ScaleModes::Autorange;
-    SetTable x(n, 1);
-    SetTable y(n, 1);
-    for (long p = 1; p <= points; ++p) {
+    return spec;
+}
+
+void Draw(RowNo row) {
+    const long n = ReadingsOf(row); // as many as may come back
+    Chart.GraphHeld = FlagFalse;
+    GraphSpec spec = SpecOf(row);
+    SetTable x(n, 1), y(n, 1);
+    for (long p = 1; p <= Work.ScanPoints[row]; ++p) {
         const float v = RangeOrdinate(Work.ScanValue[row][p]);
         y(p, 1) = v;
         x(p, 1) = v == MissingValue ? MissingValue : RangeAbscissa(Work.ScanRadius[row][p]);
     }
-    LimitToRange(spec.AxisY1, y, Work.FitRange[0][row], Work.FitRange[1][row]);
-    spec.AxisX2 = spec.AxisX1;
-    spec.AxisY2 = spec.AxisY1;
-    spec.AxisX2.TicMode = spec.AxisY2.TicMode = TicModes::MarksOnly;
-    spec.AxisX2.Title.Text = spec.AxisY2.Title.Text = "";
+    LimitTo(SpanOf(y, Work.FitRange[0][row], Work.FitRange[1][row]), spec.AxisY1);
+    RepeatAxes(spec);
     Chart.GraphHeld = FlagTrue;
     PlotSets(spec, x, y, static_cast<int>(n), 1, 1, {Work.ScanFile[row]}, {}, {});
     ChartMenuStatus(Charts);

@@ -69,6 +69,27 @@ std::string RadiiOf(RowNo row, const std::vector<long>& points) {
     return text + (points.size() > MostNamed ? ", ... cm" : " cm");
 }
 
+// Those that the user has left out himself; how many.
+long TakeBackInside(RowNo row, const ChartScale& box) {
+    return TakeBack(row, [&box](const LeftOutReading& out) {
+        return out.Why == LeftOutBy::Hand && Inside(box, out.Radius, out.Value);
+    });
+}
+
+std::vector<long> SpikesIn(RowNo row, const PointRange& range) {
+    if (range.First == 0) return {};
+    return FindSpikes(Work.ScanRadius[row], Work.ScanValue[row], range.First, range.Last);
+}
+
+bool AskAboutSpikes(RowNo row, const std::vector<long>& spikes) {
+    const bool one = spikes.size() == 1;
+    return AskYesNo(CountText(static_cast<long>(spikes.size())) + (one ? " stands" : " stand") +
+                        " out from " + (one ? "its" : "their") +
+                        " neighbours by more than 6 times the scatter:\n\n" + RadiiOf(row, spikes) +
+                        "\n\nDo you want to leave " + (one ? "it" : "them") + " out?",
+                    Work.ProgramName, BoxAnswer::No);
+}
+
 } // namespace
 
 KeptReadings KeepReadings(RowNo row) {
@@ -111,11 +132,7 @@ void ToggleReadings(const ChartScale& box) {
     const RowNo row = RangeBar.Row;
     const std::vector<long> points = PointsInside(row, box);
     if (!LeaveOut(row, points, LeftOutBy::Hand)) return TellNoneLeft();
-    long back = 0;
-    if (points.empty())
-        back = TakeBack(row, [&box](const LeftOutReading& out) {
-            return out.Why == LeftOutBy::Hand && Inside(box, out.Radius, out.Value);
-        });
+    const long back = points.empty() ? TakeBackInside(row, box) : 0;
     ShowReadings();
     if (!points.empty())
         Charts.StatusLine.Text = CountText(static_cast<long>(points.size())) +
@@ -147,21 +164,13 @@ void RangeCeilingLostFocus() {
 
 void RangeSpikesButton() {
     const RowNo row = RangeBar.Row;
-    const PointRange range = MarkedPoints();
     RangeBar.FocusOnGraph = true;
-    std::vector<long> spikes;
-    if (range.First > 0)
-        spikes = FindSpikes(Work.ScanRadius[row], Work.ScanValue[row], range.First, range.Last);
+    const std::vector<long> spikes = SpikesIn(row, MarkedPoints());
     if (spikes.empty()) {
         Charts.StatusLine.Text = "No reading between the markers stands out from its neighbours";
         return;
     }
-    const bool one = spikes.size() == 1;
-    if (!AskYesNo(CountText(static_cast<long>(spikes.size())) + (one ? " stands" : " stand") + " out from " +
-                      (one ? "its" : "their") + " neighbours by more than 6 times the scatter:\n\n" +
-                      RadiiOf(row, spikes) + "\n\nDo you want to leave " + (one ? "it" : "them") + " out?",
-                  Work.ProgramName, BoxAnswer::No))
-        return;
+    if (!AskAboutSpikes(row, spikes)) return;
     if (!LeaveOut(row, spikes, LeftOutBy::Hand)) return TellNoneLeft();
     ShowReadings();
     Charts.StatusLine.Text = CountText(static_cast<long>(spikes.size())) + " left out";

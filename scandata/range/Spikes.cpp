@@ -175,9 +175,57 @@ double OffLine(const Readings& r, std::size_t i) {
     return std::fabs(r.Y[i] - Median(heights)) / NoiseOfDistance(r, i, near);
 }
 
+// Of the readings next to one, by their distances from their lines.
+double NoiseAround(const std::vector<double>& off, std::size_t i) {
+    std::vector<double> near;
+    EachNeighbour(i, Around, off.size(), [&](std::size_t k) { near.push_back(off[k]); });
+    return MedianToSigma * Median(near);
+}
+
 double Span(const std::vector<double>& numbers) {
     const auto [low, high] = std::minmax_element(numbers.begin(), numbers.end());
     return *high - *low;
+}
+
+// --- where the noise grows -------------------------------------------------------------------------------
+
+constexpr std::size_t Window = 12; // differences that a median is taken of
+constexpr double Grown = 2.5;      // times what it is in the lower half
+
+// Of four readings in a row: their mean, and the third difference, which knows nothing of a smooth gradient.
+struct Difference {
+    double Signal, Size;
+};
+
+// By rising signal.
+std::vector<Difference> ThirdDifferences(const OneBased<float>& signals, long first, long last) {
+    std::vector<Difference> differences;
+    for (long p = first; p + 3 <= last; ++p) {
+        const auto y = [&](long q) { return static_cast<double>(signals[q]); };
+        differences.push_back({(y(p) + y(p + 1) + y(p + 2) + y(p + 3)) / 4.0,
+                               std::fabs(y(p) - 3.0 * y(p + 1) + 3.0 * y(p + 2) - y(p + 3))});
+    }
+    std::sort(differences.begin(), differences.end(),
+              [](const Difference& a, const Difference& b) { return a.Signal < b.Signal; });
+    return differences;
+}
+
+double MedianSize(const std::vector<Difference>& differences, std::size_t begin, std::size_t end) {
+    std::vector<double> sizes;
+    for (std::size_t i = begin; i < end; ++i)
+        sizes.push_back(differences[i].Size);
+    return Median(sizes);
+}
+
+// From where on, in the upper half, every window is noisier than the lower half; behind the last one where
+// none is.
+std::size_t BeginOfNoise(const std::vector<Difference>& differences) {
+    const std::size_t half = differences.size() / 2;
+    const double quiet = MedianSize(differences, 0, half);
+    std::size_t begin = differences.size();
+    while (begin >= half + Window && MedianSize(differences, begin - Window, begin) > Grown * quiet)
+        --begin;
+    return begin;
 }
 
 } // namespace
@@ -193,42 +241,18 @@ std::vector<long> FindSpikes(const OneBased<float>& radii, const OneBased<float>
         off.push_back(OffLine(r, i));
     const double noise = std::max(least, MedianToSigma * Median(off));
     std::vector<long> spikes;
-    for (std::size_t i = 0; i < off.size(); ++i) {
-        std::vector<double> near;
-        EachNeighbour(i, Around, off.size(), [&](std::size_t k) { near.push_back(off[k]); });
-        if (off[i] > Deviations * std::max(noise, MedianToSigma * Median(near)))
+    for (std::size_t i = 0; i < off.size(); ++i)
+        if (off[i] > Deviations * std::max(noise, NoiseAround(off, i)))
             spikes.push_back(first + static_cast<long>(i));
-    }
     return spikes;
 }
 
 float ProposeCeiling(const OneBased<float>& signals, long first, long last) {
-    constexpr std::size_t window = 12;
-    constexpr double grown = 2.5;
-    struct Difference {
-        double Signal, Size;
-    };
-    std::vector<Difference> differences;
-    for (long p = first; p + 3 <= last; ++p) {
-        const auto y = [&](long q) { return static_cast<double>(signals[q]); };
-        differences.push_back({(y(p) + y(p + 1) + y(p + 2) + y(p + 3)) / 4.0,
-                               std::fabs(y(p) - 3.0 * y(p + 1) + 3.0 * y(p + 2) - y(p + 3))});
-    }
-    if (differences.size() < 4 * window) return 0.0F;
-    std::sort(differences.begin(), differences.end(),
-              [](const Difference& a, const Difference& b) { return a.Signal < b.Signal; });
-    const auto median = [&](std::size_t begin, std::size_t end) {
-        std::vector<double> sizes;
-        for (std::size_t i = begin; i < end; ++i)
-            sizes.push_back(differences[i].Size);
-        return Median(sizes);
-    };
-    const double quiet = median(0, differences.size() / 2);
-    std::size_t begin = differences.size();
-    while (begin >= differences.size() / 2 + window && median(begin - window, begin) > grown * quiet)
-        --begin;
+    const std::vector<Difference> differences = ThirdDifferences(signals, first, last);
+    if (differences.size() < 4 * Window) return 0.0F;
+    const std::size_t begin = BeginOfNoise(differences);
     if (begin == differences.size()) return 0.0F;
-    const double signal = differences[begin > window ? begin - window / 2 : 0].Signal;
+    const double signal = differences[begin > Window ? begin - Window / 2 : 0].Signal;
     return signal > 0.0 ? static_cast<float>(std::floor(100.0 * signal) / 100.0) : 0.0F;
 }
 
