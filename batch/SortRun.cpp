@@ -10,6 +10,7 @@
 #include "graphs/kinds/ApproachGraph.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "runs/RunJob.h"
 #include "runs/SortCsv.h"
 #include "workspace/records/Workspace.h"
@@ -103,7 +104,7 @@ std::vector<std::pair<std::string, std::string>> GraphsOf(const SortedRun& run, 
         const std::string name = "--graph " + GraphName(graph);
         const auto group = static_cast<std::size_t>(graph.Group);
         if (group > run.Groups.size())
-            FailFile(name + "=" + graph.Path, "the run has " + std::to_string(run.Groups.size()) + " groups");
+            FailFile(name + "=" + graph.Path, "the run has " + Counted(std::ssize(run.Groups), "group"));
         graphs.emplace_back(graph.Path, GraphBytesOf(name, graph.Path, graph.Colors,
                                                      [&] { return MakeApproachGraph(run, group - 1); }));
     }
@@ -133,6 +134,7 @@ SortOutputs RunSorting(const Options& options) {
         WriteConsole(remark);
     const std::vector<std::size_t> groups = ChosenGroups(run, sort.Choice);
     TellOthers(run, groups);
+    SortOutputs outputs{SortCsv(run, groups), GraphsOf(run, options)}; // what cannot be drawn stops here
     if (!sort.Job.empty()) {
         const std::vector<RunSet> sets = SetsForJob(run, groups, sort);
         for (const std::string& remark : RemarksOnSets(run, sets))
@@ -140,7 +142,7 @@ SortOutputs RunSorting(const Options& options) {
         CheckJobPlace(run, sort.Job);
         WriteRunJob(run, sets, sort.Job);
     }
-    return {SortCsv(run, groups), GraphsOf(run, options)};
+    return outputs;
 }
 
 } // namespace Quillon

@@ -6,6 +6,8 @@
 #include "studies/methods/ResamplingLines.h"
 #include "workspace/records/Cancel.h"
 
+#include <algorithm>
+
 namespace Quillon {
 
 namespace {
@@ -73,25 +75,30 @@ void RunProfile(const ProfileOption& option, const ProfileChoice& choice, RunEnd
 }
 
 // Slots are those of fitted parameters, which the fit alone knows.
-void CheckProfileSlots(const Options& options) {
-    for (const ProfileOption& option : options.Profiles)
-        for (const long slot : option.Slots)
-            if (!CanProfile(slot))
-                RaiseError("quillon-fit: --profile " + ProfileName(option) + ": slot " +
-                           std::to_string(slot) + " is no fitted parameter");
+void CheckSlot(const std::string& option, long slot) {
+    if (!CanProfile(slot))
+        RaiseError("quillon-fit: " + option + ": slot " + std::to_string(slot) + " is no fitted parameter");
 }
 
-void CheckHistograms(const Options& options) {
+void CheckSlots(const Options& options) {
+    for (const ProfileOption& option : options.Profiles)
+        for (const long slot : option.Slots)
+            CheckSlot("--profile " + ProfileName(option), slot);
     for (const GraphOption& graph : options.Graphs)
-        if (graph.Kind == HistogramKind && !CanProfile(graph.Slot))
-            RaiseError("quillon-fit: --graph " + GraphName(graph) + ": slot " + std::to_string(graph.Slot) +
-                       " is no fitted parameter");
+        if (graph.Kind == HistogramKind) CheckSlot("--graph " + GraphName(graph), graph.Slot);
+}
+
+// One that is wanted in two forms is made once.
+bool HasProfile(const StudyResults& studies, const std::vector<long>& slots) {
+    const auto& made = studies.Profiles;
+    return std::any_of(made.begin(), made.end(),
+                       [&](const ProfileStudy& study) { return SlotsOf(study) == slots; });
 }
 
 void RunProfiles(const Options& options, const Job* job, RunEnd& end) {
-    CheckProfileSlots(options);
     for (const ProfileOption& option : options.Profiles)
-        if (!Interrupted()) RunProfile(option, job ? job->Profile : ProfileChoice{}, end);
+        if (!Interrupted() && !HasProfile(end.Studies, option.Slots))
+            RunProfile(option, job ? job->Profile : ProfileChoice{}, end);
 }
 
 // A study of the fit needs one that stands at a minimum.
@@ -109,9 +116,9 @@ void CheckStudies(const Options& options, const Job* job) {
 
 void RunStudies(const Options& options, const Job* job, RunEnd& end) {
     if (Interrupted()) return;
+    if (FitStands(end)) CheckSlots(options); // before hours are spent on a comparison
     if (job && !options.Compare.empty()) RunComparison(*job, end);
     if (Interrupted() || !FitStands(end)) return;
-    CheckHistograms(options);
     RunProfiles(options, job, end);
     if (Interrupted()) return;
     if (options.Resample > 0) RunResampling(options, job, end);

@@ -69,11 +69,15 @@ std::string ResolvedPath(const std::string& path) {
     return (resolved == "/" ? "" : resolved) + "/" + NameOf(target.Path);
 }
 
+std::optional<FileId> IdOf(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+    return FileId{status.st_dev, status.st_ino};
+}
+
 bool IsSameFile(const std::string& a, const std::string& b) {
-    struct stat one {
-    }, two{};
-    return ::stat(a.c_str(), &one) == 0 && ::stat(b.c_str(), &two) == 0 && one.st_dev == two.st_dev &&
-           one.st_ino == two.st_ino;
+    const std::optional<FileId> id = IdOf(a);
+    return id && id == IdOf(b);
 }
 
 bool IsThisProgram(const std::string& path) {

@@ -2,8 +2,10 @@
 // Which file a name means: through links, through descriptors that the program was started with, and under
 // several spellings.
 
+#include <optional>
 #include <string>
 #include <sys/stat.h>
+#include <utility>
 
 namespace Quillon {
 
@@ -25,6 +27,11 @@ FileTarget FindTarget(const std::string& path);
 // One text for all spellings of a file, which need not be there yet: its folder without links, and its name.
 // Where the folder cannot be looked at, the path as it is.
 std::string ResolvedPath(const std::string& path);
+
+// What tells a file that is there from every other one of the machine: its device and number. None for a name
+// that leads nowhere.
+using FileId = std::pair<dev_t, ino_t>;
+std::optional<FileId> IdOf(const std::string& path);
 
 // True when both names are those of one file that is there, by device and number: through links, hard ones
 // too.

@@ -20,9 +20,18 @@ template <class Work> auto Named(const char* part, Work&& work) {
     }
 }
 
+// "lysozyme.fasta" is no sequence: points and slashes stand in names of files and in the heads of FASTA
+// alone.
+bool CanOnlyBeAFile(const std::string& text) {
+    return !text.starts_with('>') && text.find_first_of("\n\r") == std::string::npos &&
+           text.find_first_of("./\\") != std::string::npos;
+}
+
 // A file of that name, else the letters themselves.
 std::string ChainText(const std::string& text) {
-    return Host.FileExists(text) ? Host.ReadFile(text) : text;
+    if (Host.FileExists(text)) return Host.ReadFile(text);
+    if (CanOnlyBeAFile(text)) RaiseError(text + ": " + ErrorText::FileNotFound);
+    return text;
 }
 
 void AddProtein(Calculation& found, const CalculationInput& input) {

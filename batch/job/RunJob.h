@@ -21,6 +21,7 @@ struct RunEnd {
     PerSlot<float> Start{};            // what the fit, before any restarts, started from; empty without one
     FilesAsWritten Files{};            // the scans as the job has named them
     StudyResults Studies{};            // of the options that ask for some
+    std::string StudyFailure{};        // why one of them could not be made; "" for none
 };
 
 // What the fit command has left in the workspace; an end that nobody has told yet is told on the console.

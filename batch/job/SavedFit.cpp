@@ -31,7 +31,14 @@ void CheckHeader(const FitFileHeader& header, const std::string& path) {
                           Work.ProgramVersion + " that is running");
 }
 
-void Restore(const std::string& bytes, const std::string& path) {
+} // namespace
+
+bool NamesSavedFit(const std::string& path) {
+    return EndsWithLetters(path, ".quil") || EndsWithLetters(path, ".fit");
+}
+
+void RestoreSavedFit(const std::string& bytes, const std::string& path) {
+    Work = FreshWorkspace();
     try {
         CheckHeader(ReadFitHeader(bytes), path);
         if (AdoptFit(bytes, path).ModelGone) FailFit(path, "this fit is for a model that no longer exists");
@@ -41,15 +48,7 @@ void Restore(const std::string& bytes, const std::string& path) {
     }
 }
 
-} // namespace
-
-bool NamesSavedFit(const std::string& path) {
-    return EndsWithLetters(path, ".quil") || EndsWithLetters(path, ".fit");
-}
-
-RunEnd RunSavedFit(const std::string& bytes, const std::string& path, bool refit, long restarts) {
-    Work = FreshWorkspace();
-    Restore(bytes, path);
+RunEnd RunSavedFit(const std::string& path, bool refit, long restarts) {
     if (refit) {
         Work.RescueMode = Rescue::Always;
         Work.LastModel = Work.Model;

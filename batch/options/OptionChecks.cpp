@@ -63,6 +63,8 @@ void CheckMerge(const Options& options) {
     if (!options.JobPath.empty() || !OutputsOf(options).empty() || options.Given.size() > 1)
         FailOptions("--merge goes with nothing but parts of a summary behind it");
     if (options.Parts.empty()) FailOptions("--merge " + options.Merge + " names no parts");
+    for (const std::string& part : options.Parts)
+        if (IsSameOutput(options.Merge, part)) FailOptions("--merge would write over its part " + part);
 }
 
 // A name that is no table's is told now.
@@ -195,6 +197,9 @@ void CheckSort(const Options& options) {
     if (!options.Sort.Job.empty() && !options.JobPath.empty() &&
         IsSameOutput(options.Sort.Job, options.JobPath))
         FailOptions("--job would write over the job beside --sort");
+    for (const NamedOutput& output : OutputsOf(options))
+        if (!options.Sort.Job.empty() && IsSameOutput(options.Sort.Job, output.Path))
+            FailOptions("--job and " + output.Option + " name the same file");
     CheckOutputs(options);
     CheckCompanions(options);
 }

@@ -37,7 +37,7 @@ long ReadCount(const char* option, const std::string& text, long least, long mos
 
 long ReadCountFrom(const char* option, const std::string& text, long least) {
     const long count = NumberOf(text, least);
-    if (count < least || count > 32767)
+    if (count < least)
         RaiseError(std::string(option) + " needs a number from " + std::to_string(least) + " on, not " +
                    Quoted(text));
     return count;
@@ -62,15 +62,13 @@ bool IsSecond(const char* option, const std::string& text, const char* first, co
     RaiseError(std::string(option) + " is " + first + " or " + second + ", not " + Quoted(text));
 }
 
-void TakeOnce(std::string& target, const char* option, const std::string& value) {
+void TakeFileName(std::string& target, const char* option, const std::string& value) {
     if (value.empty()) RaiseError(std::string("no file behind ") + option);
-    if (!target.empty()) RaiseError(std::string(option) + " stands twice");
     target = value;
 }
 
 void TakeValue(std::string& target, const char* option, const char* what, const std::string& value) {
     if (value.empty()) RaiseError(std::string(option) + " needs " + what);
-    if (!target.empty()) RaiseError(std::string(option) + " stands twice");
     target = value;
 }
 

@@ -20,8 +20,8 @@ RowRange ReadRows(const std::string& text);
 // Which of two words the text is: true for the second.
 bool IsSecond(const char* option, const std::string& text, const char* first, const char* second);
 
-// Text that stands once and is not empty, for target; what tells in the message what the option needs.
-void TakeOnce(std::string& target, const char* option, const std::string& value);
+// Text that is not empty, for target; what tells in the message what the option needs.
+void TakeFileName(std::string& target, const char* option, const std::string& value);
 void TakeValue(std::string& target, const char* option, const char* what, const std::string& value);
 
 } // namespace Quillon

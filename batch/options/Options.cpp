@@ -77,10 +77,11 @@ constexpr long MostThreads = 1024;
 struct ValueOption {
     const char* Name;
     void (*Take)(Options& options, const std::string& value);
+    bool Often = false; // may stand as often as wanted
 };
 
 constexpr ValueOption ValueOptions[] = {
-    {"--graph", [](Options& o, const std::string& v) { o.Graphs.push_back(ParseGraphOption(v)); }},
+    {"--graph", [](Options& o, const std::string& v) { o.Graphs.push_back(ParseGraphOption(v)); }, true},
     {"--mass-points", [](Options& o, const std::string& v) { o.Mass.Points = ReadCountFrom("--mass-points", v, FewestMassPoints); }},
     {"--mass-of",
      [](Options& o, const std::string& v) { o.Mass.OfFit = IsSecond("--mass-of", v, "data", "fit"); }},
@@ -96,9 +97,9 @@ constexpr ValueOption ValueOptions[] = {
          o.Colors = IsSecond("--colors", v, "safe", "classic") ? GraphColors::Classic : GraphColors::Safe;
      }},
     {"--cell", [](Options& o, const std::string& v) { o.Cell = ParseCell(v); }},
-    {"--table", [](Options& o, const std::string& v) { TakeOnce(o.Table, "--table", v); }},
+    {"--table", [](Options& o, const std::string& v) { TakeFileName(o.Table, "--table", v); }},
     {"--rows", [](Options& o, const std::string& v) { o.Rows = ReadRows(v); }},
-    {"--merge", [](Options& o, const std::string& v) { TakeOnce(o.Merge, "--merge", v); }},
+    {"--merge", [](Options& o, const std::string& v) { TakeFileName(o.Merge, "--merge", v); }},
     {"--restarts", [](Options& o, const std::string& v) { o.Restarts = ReadCount("--restarts", v, 1, LargestRestarts); }},
     {"--threads", [](Options& o, const std::string& v) { o.Threads = static_cast<int>(ReadCount("--threads", v, 1, MostThreads)); }},
     {"--paper",
@@ -110,8 +111,8 @@ constexpr ValueOption ValueOptions[] = {
      [](Options& o, const std::string& v) {
          o.ReportGraph = IsSecond("--report-graph", v, "residuals", "overlay") ? "overlay" : "residuals";
      }},
-    {"--sort", [](Options& o, const std::string& v) { TakeOnce(o.Sort.Place, "--sort", v); }},
-    {"--job", [](Options& o, const std::string& v) { TakeOnce(o.Sort.Job, "--job", v); }},
+    {"--sort", [](Options& o, const std::string& v) { TakeFileName(o.Sort.Place, "--sort", v); }},
+    {"--job", [](Options& o, const std::string& v) { TakeFileName(o.Sort.Job, "--job", v); }},
     {"--cells", [](Options& o, const std::string& v) { o.Sort.Choice.Cells = ReadCells(v); }},
     {"--wavelengths",
      [](Options& o, const std::string& v) {
@@ -132,11 +133,10 @@ constexpr ValueOption ValueOptions[] = {
      }},
     {"--temperature", [](Options& o, const std::string& v) { o.Calculate.Celsius = ReadCelsius(v); }},
     {"--disulfides", [](Options& o, const std::string& v) { o.Calculate.Disulfides = ReadDisulfides(v); }},
-    {"--profile", [](Options& o, const std::string& v) { o.Profiles.push_back(ParseProfileOption(v)); }},
+    {"--profile", [](Options& o, const std::string& v) { o.Profiles.push_back(ParseProfileOption(v)); }, true},
     {"--resample", [](Options& o, const std::string& v) { o.Resample = ReadCount("--resample", v, 1, LargestResampleCount); }},
     {"--simulate", [](Options& o, const std::string& v) {
          if (v.empty()) RaiseError("no folder behind --simulate");
-         if (!o.Simulate.empty()) RaiseError("--simulate stands twice");
          o.Simulate = v;
      }}};
 
@@ -160,6 +160,9 @@ void TakeOption(Options& options, const std::vector<std::string>& arguments, std
     else if (place + 1 < arguments.size() && !arguments[place + 1].starts_with("--"))
         value = arguments[++place];
     if (option) return TakeFile(options, *option, value);
+    const auto& given = options.Given;
+    if (!other->Often && std::find(given.begin(), given.end(), name) != given.end())
+        FailOptions(name + " stands twice");
     options.Given.push_back(name);
     try {
         other->Take(options, value);

@@ -13,6 +13,7 @@ namespace Quillon {
 inline constexpr const char* SummaryFields[] = {"status",         "reason", "converged",          "minimum",
                                                 "sum_of_squares", "rms",    "degrees_of_freedom", "runs_z"};
 inline constexpr const char* SummaryRow = "row";
+inline constexpr const char* SummaryError = " error"; // behind the name of a parameter
 
 // The line of a row: cells of the table, the fields, and named values of parameters.
 struct SummaryLine {

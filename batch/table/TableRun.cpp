@@ -5,6 +5,7 @@
 #include "batch/job/JobFile.h"
 #include "batch/options/OutputPlaces.h"
 #include "batch/outputs/Numbers.h"
+#include "batch/table/Recipe.h"
 #include "batch/table/RowWorkers.h"
 #include "batch/table/Summary.h"
 #include "files/RunPieces.h"
@@ -16,14 +17,10 @@
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
 
 namespace Quillon {
 
 namespace {
-
-constexpr const char* ErrorBehind = " error";
 
 [[noreturn]] void FailTable(const std::string& reason) {
     RaiseError("quillon-fit: " + OneLine(reason));
@@ -35,103 +32,6 @@ std::string LoadText(const std::string& path) {
     } catch (const RuntimeError& error) {
         RaiseError(OneLine(path + ": " + error.Text));
     }
-}
-
-// --- the recipe ------------------------------------------------------------------------------------------
-
-// The options of the run of one row.
-Options OptionsOfRow(Options options, const JobRow& row) {
-    ForEachOutput(options, [&](std::string& path) { path = Filled(path, row); });
-    options.Table.clear();
-    options.Summary.clear();
-    return options;
-}
-
-std::vector<std::string> PathsOf(Options options) {
-    options.Summary.clear();
-    std::vector<std::string> paths;
-    for (const NamedOutput& output : OutputsOf(options))
-        paths.push_back(output.Path);
-    return paths;
-}
-
-void CheckPlaceholders(const Options& options, const std::string& job, const JobTable& table) {
-    bool any = false;
-    for (const JobValue& value : ValuesOfJob(job)) {
-        any |= NamesAColumn(value.Text, table);
-        if (const std::string unknown = UnknownColumn(value.Text, table); !unknown.empty())
-            RaiseError(OneLine(options.JobPath + ":" + std::to_string(value.Line) + ": {" + unknown +
-                               "} is no column of " + table.Path));
-    }
-    for (const std::string& path : PathsOf(options)) {
-        any |= NamesAColumn(path, table);
-        if (const std::string unknown = UnknownColumn(path, table); !unknown.empty())
-            FailTable(path + ": {" + unknown + "} is no column of " + table.Path);
-    }
-    if (!any) RaiseError(OneLine(options.JobPath + ": names no column of " + table.Path + " in braces"));
-}
-
-void CheckNotOver(const Options& options, const std::string& path, long row) {
-    if (path == "-") FailTable("beside a table, outputs of its rows go to files");
-    for (const std::string& other : {options.Table, options.Summary})
-        if (IsSameOutput(path, other)) FailTable("row " + std::to_string(row) + " would write over " + other);
-}
-
-// Two rows that write one file would leave the work of one.
-void CheckRowsApart(const Options& options, const JobTable& table, const std::vector<long>& rows) {
-    std::map<std::string, long> taken;
-    for (const long number : rows) {
-        const JobRow row{&table, number};
-        if (!WhyRowIsNone(row).empty()) continue;
-        for (const std::string& path : PathsOf(OptionsOfRow(options, row))) {
-            CheckNotOver(options, path, number);
-            const auto [entry, isNew] = taken.emplace(path, number);
-            if (!isNew)
-                FailTable("rows " + std::to_string(entry->second) + " and " + std::to_string(number) +
-                          " would both write " + path);
-        }
-    }
-}
-
-// The names that the parameters of a model have, and those of their errors.
-void AddParmNames(const Job& job, std::set<std::string>& names) {
-    Work = FreshWorkspace();
-    Work.Model = job.Model;
-    Work.SeparateK = Flag(job.SeparateK);
-    Work.NonIdeal = Flag(job.NonIdeal);
-    Work.MassUnits = job.MassUnits;
-    BuildParmNames();
-    for (const SlotNo slot : EachGlobalSlot()) {
-        const SlotUse use = RuleOfSlot(slot).Use;
-        if (use == SlotUse::Hidden || use == SlotUse::HiddenZero || use == SlotUse::HiddenAsN) continue;
-        names.insert(Work.ParmName[slot]);
-        names.insert(Work.ParmName[slot] + ErrorBehind);
-    }
-}
-
-// What the columns of the summary are named. A row whose job is none fails by itself, later.
-std::set<std::string> NamesOfSummary(const std::string& text, const std::string& path, const JobTable& table,
-                                     const std::vector<long>& rows) {
-    std::set<std::string> names{SummaryRow};
-    names.insert(std::begin(SummaryFields), std::end(SummaryFields));
-    for (const long number : rows) {
-        const JobRow row{&table, number};
-        if (!WhyRowIsNone(row).empty()) continue;
-        try {
-            AddParmNames(ParseJob(text, path, &row), names);
-        } catch (const RuntimeError&) {
-            continue; // told with its row
-        }
-    }
-    return names;
-}
-
-void CheckColumns(const std::string& text, const std::string& path, const JobTable& table,
-                  const std::vector<long>& rows) {
-    const std::set<std::string> names = NamesOfSummary(text, path, table, rows);
-    for (const std::string& head : table.Heads)
-        if (names.contains(head))
-            RaiseError(OneLine(table.Path + ": the column " + head + " is one of the summary as well"));
 }
 
 std::vector<long> WantedRows(const Options& options, const JobTable& table) {
@@ -167,7 +67,7 @@ void AddParameters(SummaryLine& line) {
         const bool stands = Work.FitDone != 0;
         const std::string& name = Work.ParmName[slot];
         line.Values.emplace_back(name, stands ? ShortestText(ToUserUnits(slot, Work.Parms[slot])) : "");
-        line.Values.emplace_back(name + ErrorBehind,
+        line.Values.emplace_back(name + SummaryError,
                                  HasError(slot) ? ShortestText(DisplayedError(FreePosOf(slot))) : "");
     }
 }
@@ -291,7 +191,7 @@ std::vector<SummaryLine> RunRows(const Options& options, const JobTable& table, 
                                  const RowRun& run) {
     const std::vector<std::string> packed = PackedLines(options, table, rows, run);
     if (Interrupted() || std::find(packed.begin(), packed.end(), NotRun) != packed.end())
-        FailTable("the table was cancelled, nothing is written");
+        FailTable("the table was cancelled, and no summary is written");
     std::vector<SummaryLine> lines;
     for (std::size_t i = 0; i < rows.size(); ++i)
         lines.push_back(Unpacked(packed[i], {&table, rows[i]}));
@@ -311,22 +211,13 @@ void CheckEachRowOnce(const std::vector<SummaryLine>& lines) {
     }
 }
 
-void CheckInputs(const Options& options) {
-    for (const std::string& input : {options.JobPath, options.Table})
-        if (const std::string output = OutputOver(options, input, false); !output.empty())
-            RaiseError(OneLine(input + ": " + output + " would write over it"));
-}
-
 } // namespace
 
 std::string RunTable(const Options& options, const RowRun& run, int& status) {
     const JobTable table = ParseJobTable(LoadText(options.Table), options.Table);
     const std::string text = LoadText(options.JobPath);
-    CheckInputs(options);
-    CheckPlaceholders(options, text, table);
     const std::vector<long> rows = WantedRows(options, table);
-    CheckRowsApart(options, table, rows);
-    CheckColumns(text, options.JobPath, table, rows);
+    CheckRecipe(options, text, table, rows);
     const std::vector<SummaryLine> lines = RunRows(options, table, rows, run);
     status = std::any_of(lines.begin(), lines.end(), HasFailed) ? 2 : 0;
     return SummaryText(table.Heads, lines);

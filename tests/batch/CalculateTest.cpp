@@ -131,6 +131,7 @@ TEST(Calculators, SayWhatIsWrong) {
     EXPECT_NE(Refused({"--disulfides", "2", "--buffer", "water"}).find("--disulfides goes with --vbar"),
               std::string::npos);
     EXPECT_NE(Refused({"--vbar"}).find("needs a sequence or file"), std::string::npos);
+    EXPECT_EQ(Refused({"--vbar", "lysozyme.fasta"}), "quillon-fit: --vbar: lysozyme.fasta: File not found");
 }
 
 // --- --plan ----------------------------------------------------------------------------------------------

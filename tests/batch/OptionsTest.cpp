@@ -105,6 +105,32 @@ TEST(BatchOptions, ACellThatIsNoneWasToldAfterTheFit) {
               Mistake("--cell 6.5,50: no cell is wider than 20 cm"));
 }
 
+TEST(BatchOptions, OfAnOptionThatStoodTwiceTheLastOneWonInSilence) {
+    for (const auto& [option, value] : {std::pair{"--threads", "2"},
+                                        {"--cell", "6,7"},
+                                        {"--resample", "5"},
+                                        {"--rows", "1-2"},
+                                        {"--mass-points", "12"},
+                                        {"--paper", "a4"},
+                                        {"--temperature", "20"},
+                                        {"--speeds", "9000"},
+                                        {"--simulate", "folder"},
+                                        {"--table", "t.csv"},
+                                        {"--sort", "run"},
+                                        {"--vbar", "MK"}})
+        EXPECT_EQ(ErrorOf({"a.job", option, value, option, value}),
+                  Mistake(std::string(option) + " stands twice"));
+    EXPECT_EQ(ParseOptions({"a.job", "--graph", "data=a.svg", "--graph", "data=b.svg", "--profile", "2=a.csv",
+                            "--profile", "2=b.csv"})
+                  .Graphs.size(),
+              2U);
+}
+
+TEST(BatchOptions, AWindowTooLongForAnyDataSetWasCalledTooShort) {
+    EXPECT_EQ(ParseOptions({"a.job", "--graph", "mass-r=m.svg", "--mass-points", "40000"}).Mass.Points,
+              40000);
+}
+
 TEST(BatchOptions, MistakesAreOneLine) {
     EXPECT_EQ(ErrorOf({}), Mistake("no job file is named"));
     EXPECT_EQ(ErrorOf({"--quiet"}), Mistake("no job file is named"));

@@ -86,6 +86,22 @@ TEST(SortRun, AWavelengthWithoutARatioIsACommentAndSharesNothing) {
     EXPECT_NE(end.Err.find("no extinction ratio is given for 28"), std::string::npos) << end.Err;
 }
 
+TEST(SortRun, AGraphThatCouldNotBeDrawnLeftAJobBehind) {
+    Script script;
+    fs::create_directory(script.Directory() + "/run");
+    RunPlan plan;
+    plan.Cells = {1};
+    plan.Speeds = {10000};
+    WriteRun(MakeRun(plan), script.Directory() + "/run");
+    ProgramEnd end = RunIn(script, {"--sort", "run", "--job", "run.job", "--graph", "approach:9=a.csv"});
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_NE(end.Err.find("the run has 1 group\n"), std::string::npos) << end.Err;
+    EXPECT_FALSE(fs::exists(script.Directory() + "/run.job"));
+    end = RunIn(script, {"--sort", "run", "--job", "one.csv", "--graph", "approach:1=./one.csv"});
+    EXPECT_EQ(end.Err, "quillon-fit: --job and --graph approach:1 name the same file (quillon-fit --help "
+                       "tells more)\n");
+}
+
 TEST(SortRun, AJobOfMeansTakesTheLastScansThatAgree) {
     Script script;
     fs::create_directory(script.Directory() + "/run");

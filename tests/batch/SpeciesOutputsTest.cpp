@@ -86,10 +86,12 @@ TEST_F(SpeciesOutputs, MassesTakeTheirOptions) {
         lines += !line.empty() && (std::isdigit(static_cast<unsigned char>(line[0])) || line[0] == '-');
     EXPECT_EQ(lines, 49U);
     EXPECT_NE(Text("c.svg").find("Weight-Average"), std::string::npos);
-    EXPECT_NE(Failure({"--graph", "mass-r=" + Path("n.dat"), "--mass-points", "61"})
+    EXPECT_NE(Failure({"--graph", "mass-r=" + Path("n.dat"), "--mass-points", "61", "--save", Path("n.quil"),
+                       "--graph", "data=" + Path("d.csv")})
                   .find("no data set has 61 points, the length of the window"),
               std::string::npos);
     EXPECT_FALSE(fs::exists(Path("n.dat")));
+    EXPECT_TRUE(fs::exists(Path("n.quil")) && fs::exists(Path("d.csv"))) << "the fit was lost with a graph";
     EXPECT_NE(Failure({"--graph", "mass-c=" + Path("n.dat"), "--mass-species", "B"})
                   .find("--mass-species B: the model has no species B"),
               std::string::npos);

@@ -1,7 +1,9 @@
 // Studies behind the fit of a job: what is written, and what is refused.
 #include "batch/Studies.h"
+#include "batch/RunOutputs.h"
 #include "batch/console/BatchPlatform.h"
 #include "batch/job/RunJob.h"
+#include "files/ReadWhole.h"
 #include "platform/Platform.h"
 #include "reporting/values/Correlation.h"
 #include "tests/batch/JobCase.h"
@@ -162,11 +164,28 @@ TEST(BatchProfile, RefusesWhatIsNoFittedParameter) {
     const std::string job = StudyJob(script, "");
     for (const char* text : {"2", "x=p.csv", "2,2=p.csv", "-1=p.csv", "2=p.txt", "2=", "=p.csv"})
         EXPECT_EQ(RunInside({job, "--profile", text}).Status, 1) << text;
-    const ProgramEnd held = RunInside({job, "--profile", "5=p.csv"});
+    const std::string results = script.Directory() + "/r.json";
+    const ProgramEnd held = RunInside({job, "--profile", "5=p.csv", "--results", results});
     EXPECT_EQ(held.Status, 1);
+    EXPECT_TRUE(ReadJson(ReadWholeFile(results))["converged"].Flag) << "the fit was lost with the profile";
     EXPECT_NE(held.Err.find("--profile 5: slot 5 is no fitted parameter"), std::string::npos) << held.Err;
     EXPECT_EQ(RunInside({StudyJob(script, "[profile]\nsteps = 2\n")}).Status, 1);
     EXPECT_EQ(RunInside({StudyJob(script, "[profile]\nlevel = 0.5,\n")}).Status, 1);
+}
+
+// One that broke off has no file: the next one's values would stand under its name.
+TEST(BatchProfile, OneThatBrokeOffLeftItsFileToTheNextOne) {
+    Script script;
+    const std::string first = script.Directory() + "/p0.csv", second = script.Directory() + "/p2.csv";
+    const Options options = ParseOptions({"a.job", "--profile", "0=" + first, "--profile", "2=" + second});
+    RunEnd end;
+    Profile profile;
+    profile.Slot = 2;
+    profile.Name = "Ln K(1>N)";
+    end.Studies.Profiles = {profile};
+    WriteOutputs(options, end);
+    EXPECT_FALSE(IsFile(first));
+    EXPECT_TRUE(IsFile(second));
 }
 
 TEST(BatchResampling, GoesIntoResultsReportAndDraws) {

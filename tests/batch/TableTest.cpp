@@ -143,6 +143,8 @@ TEST_F(Tables, PartsMergeToTheBytesOfOneRun) {
     end = RunInside({"--merge", Path("x.csv"), Path("rows.csv")});
     EXPECT_NE(end.Err.find("rows.csv: this is no summary of a table"), std::string::npos) << end.Err;
     EXPECT_FALSE(std::filesystem::exists(Path("x.csv")));
+    EXPECT_NE(RunInside({"--merge", Path("a.csv"), Path("b.csv"), Path("a.csv")}).Err.find("its part"),
+              std::string::npos);
 }
 
 TEST_F(Tables, WhatIsWrongWithTheRecipeIsToldBeforeAnyFit) {
@@ -165,6 +167,25 @@ TEST_F(Tables, WhatIsWrongWithTheRecipeIsToldBeforeAnyFit) {
     TheScript.MakeFile("rows.csv", table);
     TheScript.MakeFile("recipe.job", JobTextOf(SimulatedWorkspace(SmallCase()), TheScript));
     told({}, "names no column of");
+}
+
+TEST_F(Tables, AScanThatAnotherRowReadsWasWrittenOver) {
+    const auto told = [&](const std::vector<std::string>& options, const std::string& words) {
+        const std::string before = ReadWholeFile(Path("other.txt"));
+        const ProgramEnd end = Run(options);
+        EXPECT_EQ(end.Status, 1);
+        EXPECT_NE(end.Err.find(words), std::string::npos) << end.Err;
+        EXPECT_EQ(ReadWholeFile(Path("other.txt")), before);
+    };
+    std::filesystem::copy_file(Path("set2.txt"), Path("other.txt"));
+    TheScript.MakeFile("rows.csv", "SECOND,START,OUT\nset2.txt,0.5,other.txt\nother.txt,0.5,p.csv\n");
+    told({"--points", Path("{OUT}")}, "row 1 would write over " + Path("other.txt") + ", which row 2 reads");
+    told({"--summary", Path("other.txt")},
+         "--summary would write over " + Path("other.txt") + ", which row 2 reads");
+    TheScript.MakeFile("rows.csv", "SECOND,START,OUT\nset2.txt,0.5,p.csv\nother.txt,0.5,./p.csv\n");
+    told({"--points", Path("{OUT}")}, "rows 1 and 2 would both write");
+    TheScript.MakeFile("rows.csv", "SECOND,START,OUT\nset2.txt,0.5,recipe.job\n");
+    told({"--points", Path("{OUT}")}, "row 1 would write over " + Path("recipe.job"));
 }
 
 // The starting values of the first fit, read off the data, are in the job that it writes.
