@@ -6,7 +6,7 @@
 #include "batch/table/Summary.h"
 #include "files/FileTarget.h"
 #include "models/table/ModelTable.h"
-#include "models/table/ParmNames.h"
+#include "models/table/ParmScale.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Roads.h"
 #include "workspace/records/Workspace.h"
