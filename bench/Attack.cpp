@@ -90,7 +90,8 @@ std::optional<std::string> Load(std::uint64_t number) {
 
 // --- the fit, as a job does it
 
-void Fit(const PerSlot<float>& start) {
+void Fit() {
+    const PerSlot<float> start = Work.Parms;
     RunFit();
     if (Work.Outcome.End != FitEnd::Converged) {
         ClearCancel();
@@ -147,7 +148,7 @@ void Attack(std::uint64_t number, Tally& tally) {
     }
     if (!Chosen.Right) StartFarOff(number % 2 == 0 ? 3.0 : 6.0, number);
     Work.MaxIterations = 200;
-    Fit(Work.Parms);
+    Fit();
     Judge(*name, number, least, tally);
 }
 

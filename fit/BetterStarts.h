@@ -22,6 +22,7 @@ bool HidesAConstant(const PerSlot<float>& start, const PerSlot<float>& visible);
 // from 1 to MovedStarts. start itself where the model has nothing that this number moves, or nothing can be
 // read off the data.
 inline constexpr int MovedStarts = 6;
+inline constexpr int StrongerConstants = 1; // all up
 PerSlot<float> MovedStart(const PerSlot<float>& start, int number);
 
 // All leave Work as it was, but for Work.AbortFit after a cancel.

@@ -308,11 +308,13 @@ double DeviateExceededBy(double p) {
     return t - (2.30753 + 0.27061 * t) / (1.0 + t * (0.99229 + 0.04481 * t));
 }
 
-// One in five fits has a set that stands above it by chance in its sum, however many sets there are.
-Sureness ForAGlance(std::size_t sets) {
-    const double deviate = DeviateExceededBy(0.2 / static_cast<double>(std::max<std::size_t>(sets, 1)));
+// What the farthest one of so many parts exceeds by chance in a share of all fits.
+Sureness ByChanceIn(double share, std::size_t parts) {
+    const double deviate = DeviateExceededBy(share / static_cast<double>(std::max<std::size_t>(parts, 1)));
     return {deviate, deviate};
 }
+constexpr double FitsWithAGlance = 0.2;
+constexpr double FitsInSomeDoubt = 0.05;
 
 // By how many standard deviations a part stands above the noise.
 struct PartAbove {
@@ -344,11 +346,31 @@ double MostToGain(const Residuals& part, double noise) {
 // Whether parts that stand above the noise by a little may hide another minimum.
 bool IsWorthAGlance(const Workspace& fit, const std::vector<Residuals>& left,
                     const std::vector<PartAbove>& parts, double noise) {
-    const Sureness sure = ForAGlance(parts.size() - 1);
+    const Sureness sure = ByChanceIn(FitsWithAGlance, parts.size() - 1);
     double gain = 0.0;
     for (std::size_t part = 0; part < parts.size(); ++part)
         if (IsAbove(parts[part], sure)) gain += MostToGain(left[part], noise);
     return gain > (1.0 - MuchLower) * fit.SumSq;
+}
+
+// What a part leaves above the noise, in all or in long waves: about as much as a better curve would take up.
+double Excess(const Residuals& part, double noise) {
+    return std::max(part.All.Sum - noise * part.All.Count,
+                    part.Parts.Long.Sum - noise * part.Parts.Long.Count);
+}
+
+// Of all points together, or of the sets that stand out as in one fit of twenty. Of many points the long
+// waves stand out by what is next to nothing in the sum.
+bool LeavesAHundredth(const std::vector<Residuals>& left, const std::vector<PartAbove>& parts) {
+    constexpr double AHundredth = 0.01;
+    const double noise = left[0].Parts.Others.Mean();
+    const double enough = AHundredth * left[0].All.Sum;
+    if (IsAbove(parts[0], ByChanceIn(FitsInSomeDoubt, 1)) && Excess(left[0], noise) > enough) return true;
+    const Sureness sure = ByChanceIn(FitsInSomeDoubt, parts.size() - 1);
+    double excess = 0.0;
+    for (std::size_t set = 1; set < parts.size(); ++set)
+        if (IsAbove(parts[set], sure)) excess += Excess(left[set], noise);
+    return excess > enough;
 }
 
 // What stands out in its sum by the noise of its own set does by that of all, which is the lower one.
@@ -410,6 +432,7 @@ Doubt DoubtAbout(const Workspace& fit) {
     const std::vector<PartAbove> parts = PartsAbove(left, noise);
     const auto isClear = [](const PartAbove& part) { return IsAbove(part, ForALook); };
     if (std::any_of(parts.begin(), parts.end(), isClear)) return Doubt::Clear;
+    if (LeavesAHundredth(left, parts)) return Doubt::Some;
     return IsWorthAGlance(fit, left, parts, noise) ? Doubt::Slight : Doubt::None;
 }
 

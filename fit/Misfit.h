@@ -35,6 +35,9 @@ enum class Doubt {
     // lies in the waves of their residuals that a curve could take up would make another minimum. Of many
     // points a set may stand out by chance and have nothing to give.
     Slight,
+    // All points together, or sets, stand above it as far as by chance in one of twenty, and what they leave
+    // above the noise, in long waves or in all, is a hundredth of the sum of squares.
+    Some,
     Clear // LeavesMoreThanNoise
 };
 Doubt DoubtAbout(const Workspace& fit);

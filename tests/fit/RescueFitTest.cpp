@@ -255,9 +255,74 @@ TEST_F(RescueFitTest, DoubtGrowsWithWhatASetLeaves) {
     RunFit();
     ASSERT_EQ(Work.Outcome.End, FitEnd::Converged);
     ASSERT_EQ(Work.PtSet[100], 1);
-    EXPECT_EQ(DoubtWithAWave(0.0), Doubt::None);
-    EXPECT_EQ(DoubtWithAWave(0.6), Doubt::Slight);
-    EXPECT_EQ(DoubtWithAWave(1.0), Doubt::Clear);
+    std::vector<Doubt> met{DoubtWithAWave(0.0)};
+    for (int i = 1; i <= 50; ++i)
+        if (const Doubt doubt = DoubtWithAWave(0.02 * i); doubt != met.back()) met.push_back(doubt);
+    EXPECT_EQ(met, (std::vector<Doubt>{Doubt::None, Doubt::Slight, Doubt::Some, Doubt::Clear}));
+}
+
+// --- minima that lie no further from the data than the noise lets them
+
+struct CaughtFit {
+    const char* Case;
+    double Noise;
+    std::uint64_t Seed;
+    double Reach;
+};
+
+// The case with short sets, which tell less. Gives the start; the sum of the fit from the truth in least.
+PerSlot<float> StartCaught(const CaughtFit& fit, double& least) {
+    ModelCase shortSets = ModelCaseNamed(fit.Case);
+    shortSets.Noise = fit.Noise;
+    for (SimulatedSet& set : shortSets.Sets)
+        set.Points = std::min(set.Points, 40);
+    LoadRobustnessCase(shortSets, fit.Seed);
+    const Workspace truth = Work;
+    RunFit();
+    least = Work.SumSq;
+    Work = truth;
+    StartFarOff(fit.Reach, fit.Seed);
+    return Work.Parms;
+}
+
+// How much lower the minimum is that is found behind a fit that stands so much above the lowest one, in some
+// doubt that no sentence tells.
+void ExpectToBeFreed(const CaughtFit& fit) {
+    double least = 0.0;
+    const PerSlot<float> start = StartCaught(fit, least);
+    RunFit();
+    if (Work.Outcome.End != FitEnd::Converged) RescueFit(start);
+    ASSERT_EQ(Work.Outcome.End, FitEnd::Converged) << fit.Case;
+    EXPECT_GT(Work.SumSq, 1.05 * least) << fit.Case << " is no longer caught";
+    EXPECT_EQ(MisfitText(), "") << fit.Case;
+    const auto lower = FindLowerMinimum(start);
+    ASSERT_TRUE(lower.has_value()) << fit.Case << ", seed " << fit.Seed;
+    EXPECT_LT(lower->SumSq, 1.002 * least) << fit.Case << ", seed " << fit.Seed;
+}
+
+TEST_F(RescueFitTest, ASpeciesTooHeavyThatAssociatesTooWeaklyWasNotLookedBehind) {
+    ExpectToBeFreed({"Model02", 0.003, 77, 6.0});
+    ExpectToBeFreed({"Model02Linked", 0.003, 229, 3.0});
+}
+
+TEST_F(RescueFitTest, MixturesInAnotherMinimumWithinTheNoiseWereNotLookedBehind) {
+    ExpectToBeFreed({"Model14", 0.006, 5, 3.0});
+    ExpectToBeFreed({"Model14", 0.006, 79, 6.0});
+    ExpectToBeFreed({"Model13", 0.003, 9, 3.0});
+    ExpectToBeFreed({"Model13", 0.003, 49, 3.0});
+}
+
+// The start was taken where it stood: given as the parameters of the fit, it became each search's own end.
+TEST_F(RescueFitTest, AStartGivenAsTheFitsOwnParametersWentAlongWithThem) {
+    Fail("Model12", 6.0, 2);
+    ASSERT_NE(Work.Outcome.End, FitEnd::Converged);
+    const Workspace failed = Work;
+    const PerSlot<float> start = Work.Parms;
+    RescueFit(start);
+    const Workspace apart = Work;
+    Work = failed;
+    RescueFit(Work.Parms);
+    EXPECT_TRUE(Work == apart);
 }
 
 // Sets with one zero offset cannot be looked at apart: a better offset for one is a worse one for another.
