@@ -11,9 +11,11 @@ namespace Quillon {
 
 namespace {
 
-// Steps of a bisection over a range of e^120: an end is known to e^120 / 2^60 of itself.
-constexpr int Halvings = 64;
+// The free monomer is looked for over a range of e^120. Newton's rule takes a handful of steps, halving where
+// it leads out of what is left at most as many as the range has digits.
 constexpr double WidestRange = 120.0;
+constexpr int MostSteps = 128;
+constexpr double SmallestStep = 1e-13; // of a logarithm; the one behind it is below what a double tells
 
 constexpr int PointsOfCurve = 121;
 constexpr double Beyond = 100.0; // how far the curve goes on either side of the sets
@@ -74,24 +76,48 @@ double Concentration(const Power& species, double lnA, double lnB) {
     return std::exp(species.LnFactor + species.OfA * lnA + ofB);
 }
 
-LoadedMonomers SumOver(const MassAction& action, double lnA, double lnB) {
-    LoadedMonomers sum;
-    for (const Power& species : action.Species) {
-        const double c = Concentration(species, lnA, lnB);
+// What all species hold at free monomers a and b, and its derivatives by ln a and ln b.
+struct Held {
+    LoadedMonomers Sum;
+    LoadedMonomers ByA, ByB;
+
+    // The derivative of A by ln a where b follows from a fixed sum of B.
+    double SlopeOfA() const { return ByB.B > 0.0 ? ByA.A - ByB.A * ByA.B / ByB.B : ByA.A; }
+};
+
+Held HeldAt(const MassAction& action, double lnA, double lnB) {
+    Held held;
+    const auto add = [](LoadedMonomers& sum, const Power& species, double c) {
         sum.A += species.InA * c;
         sum.B += species.InB * c;
+    };
+    for (const Power& species : action.Species) {
+        const double c = Concentration(species, lnA, lnB);
+        add(held.Sum, species, c);
+        add(held.ByA, species, species.OfA * c);
+        add(held.ByB, species, species.OfB * c);
     }
-    return sum;
+    return held;
 }
 
-// The logarithm at which a rising function reaches a total, below the one where the free monomer alone does.
+// A rising sum and its derivative by the logarithm of the free monomer.
+struct Rising {
+    double Sum, Slope;
+};
+
+// The logarithm at which a rising sum reaches a total, below the one where the free monomer alone does. In
+// the logarithm of the sum Newton's rule is exact for a single species.
 template <class Sum> double SolveFor(double total, double lnTop, Sum&& sum) {
-    double low = lnTop - WidestRange, high = lnTop;
-    for (int i = 0; i < Halvings; ++i) {
-        const double middle = 0.5 * (low + high);
-        (sum(middle) < total ? low : high) = middle;
+    double low = lnTop - WidestRange, high = lnTop, ln = lnTop;
+    for (int i = 0; i < MostSteps; ++i) {
+        const Rising at = sum(ln);
+        (at.Sum < total ? low : high) = ln;
+        const double step = std::log(total / at.Sum) * at.Sum / at.Slope;
+        if (std::fabs(step) < SmallestStep) return std::clamp(ln + step, low, high);
+        const bool within = ln + step > low && ln + step < high; // false for what is no number
+        ln = within ? ln + step : 0.5 * (low + high);
     }
-    return 0.5 * (low + high);
+    return ln;
 }
 
 double LnOfMonomer(const MassAction& action, bool b) {
@@ -112,10 +138,16 @@ FreeMonomers SolveMonomers(const MassAction& action, const LoadedMonomers& loade
     const double topB = loaded.B > 0.0 ? std::log(loaded.B) - LnOfMonomer(action, true) : None;
     const auto freeB = [&](double lnA) {
         if (!action.HasB || !(loaded.B > 0.0)) return None;
-        return SolveFor(loaded.B, topB, [&](double lnB) { return SumOver(action, lnA, lnB).B; });
+        return SolveFor(loaded.B, topB, [&](double lnB) {
+            const Held held = HeldAt(action, lnA, lnB);
+            return Rising{held.Sum.B, held.ByB.B};
+        });
     };
     if (!(loaded.A > 0.0)) return {None, freeB(None)};
-    const double lnA = SolveFor(loaded.A, topA, [&](double ln) { return SumOver(action, ln, freeB(ln)).A; });
+    const double lnA = SolveFor(loaded.A, topA, [&](double ln) {
+        const Held held = HeldAt(action, ln, freeB(ln));
+        return Rising{held.Sum.A, held.SlopeOfA()};
+    });
     return {lnA, freeB(lnA)};
 }
 

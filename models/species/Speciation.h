@@ -8,8 +8,8 @@
 //     sum p_k c_k = T_A,   sum q_k c_k = T_B
 //
 // (C. Tanford, Physical Chemistry of Macromolecules, Wiley 1961, chapter 8). In ln a and ln b both sums are
-// the gradient of a convex function, so that there is one solution, which two nested bisections find. The
-// virial coefficient of a non-ideal fit is left out.
+// the gradient of a convex function, so that there is one solution. Newton's rule in the logarithms of both
+// sums finds it, b for each a within the search for a. The virial coefficient of a non-ideal fit is left out.
 //
 // Totals of a model with two kinds of monomers are molar, the others are in the units of display, where
 // signals and weights of a species are those of its monomers.
