@@ -11,6 +11,7 @@
 #include "forms/shell/MenuKeys.h"
 #include "forms/shell/ReaderNames.h"
 #include "forms/shell/WindowPlaces.h"
+#include "forms/shell/WindowSizes.h"
 #include "forms/workbench/GraphPane.h"
 #include "forms/workbench/Idle.h"
 #include "forms/workbench/ParameterPane.h"
@@ -122,7 +123,8 @@ private:
         const QRect screen = QApplication::primaryScreen()->availableGeometry();
         move(screen.topLeft());
         constexpr QSize frame(16, 40); // pixels, of title and edges
-        resize(screen.width() - frame.width(), std::min(780, screen.height() - frame.height()));
+        resize(screen.width() - frame.width(),
+               std::min(ForFont(0, 780).height(), screen.height() - frame.height()));
     }
 
     void BuildPanes() {

@@ -134,8 +134,10 @@ private:
     // The radii of a fitting range below its graph.
     QWidget* BuildRangeBar() {
         auto* bar = new QWidget;
-        auto* row = new QHBoxLayout(bar);
-        row->setContentsMargins(8, 2, 8, 2);
+        auto* rows = new QVBoxLayout(bar);
+        rows->setContentsMargins(8, 2, 8, 2);
+        auto* row = new QHBoxLayout;
+        rows->addLayout(row);
         for (const std::size_t side : {std::size_t{0}, std::size_t{1}}) {
             row->addWidget(MakeLabel(Bind, [side]() -> Control& { return RangeBar.Label[side]; }));
             row->addWidget(MakeField(
@@ -149,7 +151,13 @@ private:
         row->addWidget(MakeLabel(Bind, []() -> Control& { return RangeBar.Count; }));
         row->addWidget(MakeButton(
             Bind, []() -> Control& { return RangeBar.AutoButton; }, RangeBarAutoButton));
-        row->addSpacing(12);
+        if (ForFont(900, 0).width() > QApplication::primaryScreen()->availableSize().width()) {
+            row->addStretch(1); // with large letters on a small screen the rest stands below
+            row = new QHBoxLayout;
+            rows->addLayout(row);
+        } else {
+            row->addSpacing(12);
+        }
         row->addWidget(MakeLabel(Bind, []() -> Control& { return RangeBar.CeilingLabel; }));
         row->addWidget(MakeField(
             Bind, []() -> Control& { return RangeBar.Ceiling; },

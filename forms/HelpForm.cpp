@@ -117,11 +117,18 @@ private:
 };
 
 // A heading of the list leads nowhere: keys pass over it, as they would not over a row that cannot be left.
+// The pages below it stand further in, with all their lines: nothing is drawn in the place of their pictures.
 void MarkHeadings(QListWidget& list, HelpPane pane) {
+    QPixmap nothing(list.iconSize());
+    nothing.fill(Qt::transparent);
+    const QIcon margin(nothing);
     const std::vector<ManualEntry>& entries = HelpForm.Lists[static_cast<std::size_t>(pane)];
     for (int row = 0; row < list.count(); ++row) {
-        if (!entries[static_cast<std::size_t>(row)].Place.Path.empty()) continue;
         QListWidgetItem* item = list.item(row);
+        if (!entries[static_cast<std::size_t>(row)].Place.Path.empty()) {
+            if (pane == HelpPane::Contents) item->setIcon(margin);
+            continue;
+        }
         item->setFlags(Qt::NoItemFlags);
         item->setForeground(list.palette().brush(QPalette::Active, QPalette::Text));
         QFont font = item->font();
@@ -134,6 +141,7 @@ void MarkHeadings(QListWidget& list, HelpPane pane) {
 QListWidget* MakeList(Binder& bind, HelpPane pane) {
     auto* list = new QListWidget;
     list->setWordWrap(true); // a long title goes on in a second line
+    list->setIconSize({list->fontMetrics().averageCharWidth(), 1});
     list->setResizeMode(QListView::Adjust);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     bind.Also([list, pane] {

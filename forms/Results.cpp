@@ -22,7 +22,10 @@ QPlainTextEdit* Lines(Binder& bind, ControlRef control, int rows) {
     auto* text = new QPlainTextEdit;
     text->setFont(FixedPitchFont());
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
-    text->setMinimumHeight(text->fontMetrics().lineSpacing() * rows + 12);
+    // A parameter with its value and its error is read without scrolling.
+    constexpr int letters = 46;
+    text->setMinimumSize(text->fontMetrics().horizontalAdvance(QString(letters, '0')) + 24,
+                         text->fontMetrics().lineSpacing() * rows + 12);
     text->setTabChangesFocus(true);
     bind.Text(text, std::move(control));
     return text;
@@ -49,7 +52,7 @@ QWidget* StatisticsFrame(Binder& bind) {
 // The small graph: drawn once, when the window opens, into a chart of its own.
 QWidget* SmallGraph() {
     auto* box = new ChartPicture;
-    box->setMinimumSize(440, 280);
+    box->setMinimumSize(400, 280);
     box->DrawOnce([] {
         if (Work.OverlayPlot)
             MakeFitGraph(FitGraph::Overlay, AllSets, {});

@@ -46,6 +46,14 @@ int RowsThatFit(int height) {
     return std::max(8, (height * 9 / 10 - others) / row);
 }
 
+// Columns of parameters with their bounds that stand beside each other: the name, two fields of 14 digits and
+// what is between them.
+int BoundsThatFit(int width) {
+    constexpr int letters = 24 + 2 * 14, between = 80;
+    const int column = QFontMetrics(QApplication::font()).horizontalAdvance(QString(letters, '0')) + between;
+    return 2 * column <= width ? 2 : 1;
+}
+
 // Where the system has no thread left, Wait does the work.
 WorkUnderWay OnAThread(std::function<void()> work) {
     const auto end = std::make_shared<std::future<void>>(
@@ -72,8 +80,9 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     LoadPlaces();
     StartQuillon(argument);
     ScaleForms(Work.FormScalingPercent);
-    const int rows = RowsThatFit(QApplication::primaryScreen()->availableGeometry().height());
-    GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = rows;
+    const QRect screen = QApplication::primaryScreen()->availableGeometry();
+    GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = RowsThatFit(screen.height());
+    BoundsForm.Layout.MostColumns = BoundsThatFit(screen.width());
     ResultsFont = [font = QFontMetrics(FixedPitchFont())](const std::string& text) {
         return font.horizontalAdvance(ShownText(text));
     };

@@ -45,6 +45,7 @@ QGridLayout* MakeInputs(Binder& bind) {
         grid->addWidget(box, row, column + 1);
         grid->setColumnStretch(column + 1, 1);
     }
+    grid->setRowStretch(grid->rowCount(), 1); // the first line stands beside the first button
     return grid;
 }
 

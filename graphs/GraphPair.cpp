@@ -308,6 +308,31 @@ void TakeAxis(const GraphAxis& x) {
     CopyOppositeAxes(Chart.Spec);
 }
 
+// Where few labels have room, the range of the axis, which ends at tics, is far wider than the data: then it
+// ends beside them, as long as two tics are left.
+void KeepCloseToData() {
+    constexpr double leastPart = 0.75, margin = 0.03;
+    GraphAxis& axis = Chart.Spec.AxisX1;
+    float low = axis.Max, high = axis.Min;
+    for (long set = 1; set <= Chart.DataX.Sets(); ++set)
+        for (long i = 1; i <= Chart.DataX.Points(); ++i) {
+            const float x = Chart.DataX(i, set);
+            if (x == MissingValue) continue;
+            low = std::min(low, x);
+            high = std::max(high, x);
+        }
+    const double span = static_cast<double>(high) - low, interval = axis.TicInterval;
+    if (span <= 0.0 || span >= leastPart * (static_cast<double>(axis.Max) - axis.Min)) return;
+    const double min = low - margin * span, max = high + margin * span;
+    const double first = std::ceil(min / interval) * interval;
+    if (first + interval > max) return;
+    axis.ScaleMode = ScaleModes::Manual;
+    axis.Min = static_cast<float>(min);
+    axis.Max = static_cast<float>(max);
+    axis.FirstTic = static_cast<float>(first);
+    CopyOppositeAxes(Chart.Spec);
+}
+
 // The frames one above the other, of one width, in the proportion of the pair.
 void LayOutPair(const PairLayout& pair) {
     const int half = static_cast<int>(UpperPart * pair.Height);
@@ -326,7 +351,10 @@ void LayOutPair(const PairLayout& pair) {
     lower.Y2 = ToInt16(pair.Height - 1 - low.Bottom);
     const int between = upper.Y2 + up.Bottom;
     MatchSizes(upper, lower);
-    With(GraphPair.Lower, [&] { LayOut(pair, ViewFrom(pair, between + 1, pair.Height - 1), &lower); });
+    With(GraphPair.Lower, [&] {
+        KeepCloseToData();
+        LayOut(pair, ViewFrom(pair, between + 1, pair.Height - 1), &lower);
+    });
     With(GraphPair.Upper, [&] {
         TakeAxis(GraphPair.Lower.Spec.AxisX1);
         LayOut(pair, ViewFrom(pair, 0, between), &upper);

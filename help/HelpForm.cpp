@@ -17,14 +17,12 @@ std::vector<ManualEntry>& EntriesOf(HelpPane pane) {
     return HelpForm.Lists[PlaceOf(pane)];
 }
 
-// Pages stand further in than the headings above them.
 void FillList(HelpPane pane, std::vector<ManualEntry> entries) {
     Control& list = HelpList(pane);
     list.Items.clear();
     list.Value = -1;
     for (const ManualEntry& entry : entries)
-        list.Items.push_back(pane == HelpPane::Contents && !entry.Place.Path.empty() ? "    " + entry.Text
-                                                                                     : entry.Text);
+        list.Items.push_back(entry.Text);
     EntriesOf(pane) = std::move(entries);
 }
 

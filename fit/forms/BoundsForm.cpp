@@ -56,7 +56,7 @@ void GoBehind(BoundSide side, int row) {
 } // namespace
 
 void LoadBoundsForm() {
-    const int perColumn = BoundsForm.Layout.RowsPerColumn;
+    const RowLayout layout = BoundsForm.Layout; // the room on the screen outlasts a showing
     BoundsForm = BoundsFormRecord{};
     BoundsForm.State.Caption = Work.ProgramName + " - Parameter Bounds";
     BoundsForm.ParameterHead.Text = "Parameter:";
@@ -64,7 +64,8 @@ void LoadBoundsForm() {
     BoundsForm.UpperHead.Text = "Upper Bound:";
     BoundsForm.OkButton.Text = "OK";
     BoundsForm.CancelButton.Text = "&Cancel";
-    BoundsForm.Layout = {Work.NumParms, perColumn};
+    BoundsForm.Layout = layout;
+    BoundsForm.Layout.Rows = Work.NumParms;
     const auto n = static_cast<std::size_t>(Work.NumParms);
     BoundsForm.ParameterName.resize(n);
     BoundsForm.LowerB.resize(n);

@@ -3,11 +3,12 @@
 
 namespace Quillon {
 
-// How rows that do not fit one column are spread: two columns, then two pages.
+// How rows that do not fit one column are spread: two columns where both have room, then two pages.
 struct RowLayout {
     int Rows = 0;
     int RowsPerColumn = 16; // that fit the form's height
-    int Columns() const { return Rows > RowsPerColumn ? 2 : 1; }
+    int MostColumns = 2;    // that fit the screen's width
+    int Columns() const { return Rows > RowsPerColumn && MostColumns > 1 ? 2 : 1; }
     int RowsPerPage() const { return Columns() * RowsPerColumn; }
     bool Paged() const { return Rows > RowsPerPage(); }
     // The rows first..last (last not included) of page 0 or 1. The second page takes all that remain.

@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QLabel>
 #include <QScreen>
 
 #include <algorithm>
@@ -63,6 +64,15 @@ QHBoxLayout* FootOf(QLayout& rows) {
     return nullptr;
 }
 
+// What stands in a row from a place on, moved to the end of another.
+void MoveFrom(QHBoxLayout& row, int place, QHBoxLayout& to) {
+    while (row.count() > place) {
+        QWidget* button = row.itemAt(place)->widget();
+        delete row.takeAt(place);
+        if (button) to.addWidget(button);
+    }
+}
+
 // The ways out of a row of buttons: what stands behind its stretch, in a row of its own.
 QHBoxLayout* WaysOut(QHBoxLayout& foot) {
     int stretch = foot.count() - 1;
@@ -70,12 +80,52 @@ QHBoxLayout* WaysOut(QHBoxLayout& foot) {
         --stretch;
     auto* ways = new QHBoxLayout;
     ways->addStretch(1);
-    while (foot.count() > stretch + 1) {
-        QWidget* button = foot.itemAt(stretch + 1)->widget();
-        delete foot.takeAt(stretch + 1);
-        if (button) ways->addWidget(button);
-    }
+    MoveFrom(foot, stretch + 1, *ways);
     return ways;
+}
+
+// How many of the buttons of a row have room beside each other; at least one.
+int PlacesWithin(const QHBoxLayout& row, int width) {
+    int places = 0, taken = -row.spacing();
+    for (; places < row.count(); ++places) {
+        const QWidget* button = row.itemAt(places)->widget();
+        if (!button || button->isHidden()) continue;
+        taken += button->minimumSizeHint().width() + row.spacing();
+        if (taken > width && places > 0) break;
+    }
+    return places;
+}
+
+// A foot that is too wide becomes several rows, the ways out in the last of them.
+void BreakFoot(QHBoxLayout& foot, int width) {
+    auto* column = qobject_cast<QVBoxLayout*>(foot.parent());
+    if (!column || foot.minimumSize().width() <= width) return;
+    int line = column->indexOf(&foot);
+    column->insertLayout(++line, WaysOut(foot));
+    for (QHBoxLayout* row = &foot; row->minimumSize().width() > width;) {
+        auto* next = new QHBoxLayout;
+        const int places = PlacesWithin(*row, width);
+        MoveFrom(*row, places, *next);
+        row->addStretch(1);
+        next->addStretch(1);
+        column->insertLayout(line++, next);
+        if (next->count() < 2 || places == 0) return; // a button alone is as wide as it is
+        row = next;
+    }
+}
+
+// A window that is wider than the screen by its texts alone: long ones go on in a second line, and the
+// buttons at the foot in a second row.
+void MakeNarrower(QDialog& window, int width) {
+    constexpr int longText = 30; // letters; the names of parameters are shorter
+    for (QLabel* label : window.findChildren<QLabel*>())
+        if (label->text().size() > longText && !label->text().contains('\n')) label->setWordWrap(true);
+    const QMargins margins = window.layout()->contentsMargins();
+    if (QHBoxLayout* foot = FootOf(*window.layout()))
+        BreakFoot(*foot, width - margins.left() - margins.right());
+    for (QLayout* layout : window.findChildren<QLayout*>())
+        layout->invalidate(); // what lies in others, or in frames, keeps its former size otherwise
+    window.layout()->activate();
 }
 
 // The row that stays in sight: the whole foot where it is not too wide, otherwise its ways out.
@@ -133,7 +183,11 @@ public:
 private:
     static void Keep(QDialog& window) {
         const QSize room = RoomFor(window);
-        const QSize needed = LeastSize(window, std::min(window.width(), room.width()));
+        QSize needed = LeastSize(window, std::min(window.width(), room.width()));
+        if (window.layout() && needed.width() > room.width()) {
+            MakeNarrower(window, room.width());
+            needed = LeastSize(window, room.width());
+        }
         if (window.layout() && !Fits(needed, room)) Scroll(window, room.width());
         window.resize(window.size().expandedTo({0, needed.height()}).boundedTo(room));
         window.setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab

@@ -18,8 +18,9 @@ QFont FixedPitchFont();
 // and for the scaling of forms.
 QSize ForFont(int width, int height);
 
-// From now on every window opens within the screen that it comes up on. One that needs more room than there
-// is gets scroll bars, and its ways out stay in sight below them.
+// From now on every window opens within the screen that it comes up on. In one that needs more width than
+// there is, long texts wrap and the buttons at its foot stand in several rows; what is too large even so gets
+// scroll bars, and its ways out stay in sight below them.
 void KeepWindowsOnScreen();
 
 } // namespace Quillon

@@ -1,6 +1,8 @@
 #include "forms/workbench/GraphPane.h"
 
+#include "chart/pens/Pens.h"
 #include "chart/records/ChartState.h"
+#include "chart/records/Kept.h"
 #include "commands/Analmenu.h"
 #include "forms/Pieces.h"
 #include "forms/shell/PaintedView.h"
@@ -98,6 +100,7 @@ public:
     void Fill() {
         const int current = currentRow();
         clear();
+        TakeGround();
         setIconSize({fontMetrics().lineSpacing() * 5 / 2, fontMetrics().lineSpacing()});
         for (std::size_t i = 0; i < GraphPair.Legend.size(); ++i)
             Add(GraphPair.Legend[i], SetNo(static_cast<long>(i) + 1));
@@ -112,6 +115,17 @@ protected:
     }
 
 private:
+    // Samples of symbols and lines are told apart on the ground of the graphs, whatever that of the desktop
+    // is.
+    void TakeGround() {
+        const auto color = [](Rgb each) {
+            return QColor::fromRgb(Kept.DarkCanvas ? OnDarkCanvas(each) : each);
+        };
+        QPalette colors = palette();
+        colors.setColor(QPalette::Base, color(0xFFFFFF));
+        colors.setColor(QPalette::Text, color(0));
+        setPalette(colors);
+    }
     void Add(const Control& entry, SetNo set) {
         auto* item = new QListWidgetItem(SampleOf(*this, set), ShownText(entry.Text), this);
         item->setToolTip(WrappedTip(entry.ToolTip));

@@ -113,6 +113,7 @@ void OpenWeightOptions() {
     const bool weight = !TraitsOfModel().TwoSpecies;
     UnitsForm.Per_mg_per_ml.Enabled = weight && !Work.InterferenceData;
     UnitsForm.Refr_per_mg_per_ml.Enabled = weight && Work.InterferenceData;
+    UnitsForm.RefractivityNote.Enabled = UnitsForm.Refr_per_mg_per_ml.Enabled; // it goes on with its caption
 }
 
 void NameOptions() {

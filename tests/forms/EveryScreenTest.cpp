@@ -178,6 +178,7 @@ QPalette DarkPalette() {
         dark.setColor(role, QColor(235, 235, 235));
         dark.setColor(QPalette::Disabled, role, QColor(127, 127, 127));
     }
+    dark.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 80, 80));
     dark.setColor(QPalette::PlaceholderText, QColor(150, 150, 150));
     dark.setColor(QPalette::Link, QColor(100, 170, 240));
     return dark;

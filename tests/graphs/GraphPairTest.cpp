@@ -48,6 +48,25 @@ TEST_F(PairOfGraphs, FramesStandAboveEachOtherInSevenPartsToThree) {
     }
 }
 
+TEST_F(PairOfGraphs, ANarrowPaneGaveItsHalfToARangeWithoutPoints) {
+    FollowAnalysis();
+    for (const int width : {200, 260, 400, 800}) {
+        Paint(width, 300);
+        const GraphAxis& axis = GraphPair.Lower.Spec.AxisX1;
+        float low = axis.Max, high = axis.Min;
+        for (const long set : {1L, 2L, 3L})
+            for (const long i : PointsOf(set)) {
+                low = std::min(low, Work.PtX[i]);
+                high = std::max(high, Work.PtX[i]);
+            }
+        EXPECT_LE(axis.Min, low) << width;
+        EXPECT_GE(axis.Max, high) << width;
+        EXPECT_GE(high - low, 0.74F * (axis.Max - axis.Min)) << width;
+        EXPECT_GE(axis.FirstTic, axis.Min) << width;
+        EXPECT_LE(axis.FirstTic + axis.TicInterval, axis.Max) << width;
+    }
+}
+
 TEST_F(PairOfGraphs, TheAxisOfXHasLabelsOnce) {
     FollowAnalysis();
     Paint();
