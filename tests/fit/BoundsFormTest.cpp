@@ -116,5 +116,20 @@ TEST_F(BoundsTable, ManyRowsGoOnASecondPage) {
     EXPECT_EQ(BoundsForm.State.FocusOn, &BoundsForm.LowerB[6]);
 }
 
+TEST_F(BoundsTable, TwoColumnsWereWiderThanASmallScreen) {
+    BoundsForm.Layout.RowsPerColumn = 3;
+    BoundsForm.Layout.MostColumns = 1;
+    LoadBoundsForm();
+    EXPECT_EQ(BoundsForm.Layout.Columns(), 1);
+    EXPECT_TRUE(BoundsForm.LowerB[2].Visible);
+    EXPECT_FALSE(BoundsForm.LowerB[3].Visible);
+    BoundsFormKeyPress(BoundSide::Upper, 2, 13);
+    EXPECT_EQ(BoundsForm.State.FocusOn, &BoundsForm.OkButton);
+    BoundsFormPage2();
+    EXPECT_TRUE(BoundsForm.LowerB[3].Visible);
+    EXPECT_EQ(BoundsForm.State.FocusOn, &BoundsForm.LowerB[3]);
+    BoundsForm.Layout.MostColumns = 2; // of the screen: it outlasts a showing
+}
+
 } // namespace
 } // namespace Quillon
