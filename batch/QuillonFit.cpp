@@ -18,7 +18,6 @@
 #include "batch/options/OutputPlaces.h"
 #include "batch/table/TableRun.h"
 #include "chart/files/Exchange.h"
-#include "files/WriteWhole.h"
 #include "platform/Platform.h"
 #include "workspace/records/Workspace.h"
 
@@ -199,7 +198,7 @@ int RunArguments(const std::vector<std::string>& arguments) {
     Console.Quiet = options.Quiet;
     Console.Threads = options.Threads;
     if (!options.Help && !options.Version) return RunNamed(options);
-    WriteStandardOutput(options.Help ? HelpText() : VersionText());
+    WriteOutput("-", options.Help ? HelpText() : VersionText());
     return ExitDone;
 }
 

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <numeric>
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -60,10 +61,10 @@ Worker StartWorker(long first, long step, long count, const std::function<std::s
 }
 
 // One worker for each first piece; left receives those whose process could not be started.
-std::vector<Worker> StartWorkers(long step, long count, const std::function<std::string(long)>& piece,
-                                 std::vector<long>& left) {
+std::vector<Worker> StartWorkers(const std::vector<long>& firsts, long step, long count,
+                                 const std::function<std::string(long)>& piece, std::vector<long>& left) {
     std::vector<Worker> workers;
-    for (long first = 0; first < step; ++first) {
+    for (const long first : firsts) {
         Worker worker = StartWorker(first, step, count, piece);
         if (worker.Process > 0)
             workers.push_back(std::move(worker));
@@ -127,9 +128,8 @@ bool TakeFromPipes(std::vector<Worker>& workers, std::vector<std::string>& resul
     return true;
 }
 
-void Collect(std::vector<Worker>& workers, std::vector<std::string>& results,
+void Collect(std::vector<Worker>& workers, std::vector<std::string>& results, long& done,
              const std::function<void(long)>& watch, const std::function<bool()>& cancelled) {
-    long done = 0;
     bool told = false;
     while (!workers.empty()) {
         if (!told && cancelled && cancelled()) told = Interrupt(workers);
@@ -137,6 +137,19 @@ void Collect(std::vector<Worker>& workers, std::vector<std::string>& results,
         watch(done);
         std::erase_if(workers, [](const Worker& worker) { return worker.Pipe < 0; });
     }
+}
+
+// The pieces behind those that a process has died of, which keep their empty results: the rest of its work.
+std::vector<long> BehindTheDead(const std::vector<long>& firsts, long step,
+                                const std::vector<std::string>& results) {
+    std::vector<long> behind;
+    const auto count = std::ssize(results);
+    for (long number : firsts) {
+        while (number < count && !results[static_cast<std::size_t>(number)].empty())
+            number += step;
+        if (number + step < count) behind.push_back(number + step);
+    }
+    return behind;
 }
 
 void RunHere(std::vector<std::string>& results, long from, long step,
@@ -160,11 +173,17 @@ std::vector<std::string> RunInProcesses(int processes, long count,
         RunHere(results, 0, 1, piece, watch);
         return results;
     }
-    std::vector<long> left;
-    std::vector<Worker> workers = StartWorkers(step, count, piece, left);
-    Collect(workers, results, watch, cancelled);
-    for (const long first : left)
-        RunHere(results, first, step, piece, watch);
+    std::vector<long> firsts(static_cast<std::size_t>(step));
+    std::iota(firsts.begin(), firsts.end(), 0L);
+    long done = 0;
+    while (!firsts.empty() && !(cancelled && cancelled())) {
+        std::vector<long> left;
+        std::vector<Worker> workers = StartWorkers(firsts, step, count, piece, left);
+        Collect(workers, results, done, watch, cancelled);
+        for (const long first : left)
+            RunHere(results, first, step, piece, watch);
+        firsts = BehindTheDead(firsts, step, results);
+    }
     return results;
 }
 

@@ -46,6 +46,20 @@ TEST(RowWorkers, AProcessThatDiesTakesNoOtherRowWithIt) {
     EXPECT_EQ(told, 2);
 }
 
+// Of two processes one runs the pieces 0, 2, 4, 6, and dies twice.
+TEST(RowWorkers, ADeadProcessLeftTheRowsBehindItsLastOneUndone) {
+    long told = 0;
+    const std::vector<std::string> results = RunInProcesses(
+        2, 8,
+        [](long n) -> std::string {
+            if (n == 0 || n == 4) std::_Exit(3);
+            return "done";
+        },
+        [&](long done) { told = done; });
+    EXPECT_EQ(results, (std::vector<std::string>{"", "done", "done", "done", "", "done", "done", "done"}));
+    EXPECT_EQ(told, 6);
+}
+
 // A recipe over two loadings of a small experiment, with starts that differ.
 class Tables : public testing::Test {
 protected:
