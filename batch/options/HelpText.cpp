@@ -124,8 +124,8 @@ std::string HelpText() {
            "  --version       the program's version\n"
            "\n"
            "Exit status: 0 the fit converged and all was written; 1 the command line, the\n"
-           "job or a file is bad; 2 the fit did not converge (of the outputs --results\n"
-           "alone is written then).\n";
+           "job or a file is bad; 2 the fit did not converge, or what was to follow it did\n"
+           "not end (where there is no fit, --results and --compare alone are written).\n";
 }
 
 std::string VersionText() {
