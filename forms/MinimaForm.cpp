@@ -50,6 +50,7 @@ QTableWidget* MakeTable(Binder& bind) {
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setTabKeyNavigation(false);
+    table->horizontalHeader()->setHighlightSections(false); // bold letters need more room
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
     QStringList heads;
     for (const std::string& head : MinimaForm.Columns)

@@ -145,6 +145,8 @@ QWidget* MakeReportPreview(QWidget* parent) {
     all->addLayout(PrinterRow(bind));
     all->addWidget(SheetArea(bind, form), 1);
     all->addLayout(PageRow(bind));
+    all->addWidget(MakeLabel(
+        bind, []() -> Control& { return ReportPreview.SavedNote; }, true));
     all->addLayout(Buttons(bind));
     form->resize(ForFont(720, 640));
     return form;

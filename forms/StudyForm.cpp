@@ -130,6 +130,7 @@ QTableWidget* MakeTable(Binder& bind) {
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setTabKeyNavigation(false);
+    table->horizontalHeader()->setHighlightSections(false); // bold letters need more room
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().lineSpacing() + 8);
     table->verticalHeader()->hide(); // numbers of lines would be read as those of models
     table->setMinimumHeight(200);

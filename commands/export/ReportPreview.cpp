@@ -5,6 +5,7 @@
 #include "chart/draw/CancelScope.h"
 #include "chart/targets/PaperNote.h"
 #include "commands/export/HtmlReport.h"
+#include "platform/FormControls.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "reporting/PaperReport.h"
@@ -41,6 +42,7 @@ void MakePages() {
 void FillCaptions() {
     ReportPreviewRecord& form = ReportPreview;
     form.State.Caption = Work.ProgramName + " - Report";
+    form.SavedNote.Visible = false;
     form.PreviousButton.Text = "P&revious";
     form.NextButton.Text = "&Next";
     form.WithGraph.Text = Work.OverlayPlot != 0 ? "With the &data and fit plot" : "With the resi&dual plot";
@@ -70,7 +72,9 @@ void SaveAs(const std::string& filter, const std::string& ending, const std::fun
     if (answer.Cancelled) return;
     try {
         Host.WriteFile(answer.Path, bytes());
+        ReportPreview.SavedNote = Captioned("Written to " + answer.Path);
     } catch (const RuntimeError& error) {
+        ReportPreview.SavedNote.Visible = false;
         Tell("Error '" + error.Text + "' occurred while writing " + answer.Path, Work.ProgramName,
              BoxIcon::Warning);
     }

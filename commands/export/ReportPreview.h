@@ -16,6 +16,7 @@ struct ReportPreviewRecord {
     Control WithGraph;  // check box
     Control PaperSetup; // the dialog for the paper
     Control PrintButton, SavePdf, SaveText, SaveHtml, CloseButton;
+    Control SavedNote; // the file that was written last; not visible before
 
     PrintedReport Report;
     int Page = 1;    // that is shown

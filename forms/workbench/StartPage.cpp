@@ -27,7 +27,9 @@ QLabel* Heading(Binder& bind, ControlRef control, double larger) {
 void AddRows(QVBoxLayout* column, const std::vector<QPushButton*>& rows) {
     for (QPushButton* row : rows) {
         row->setFlat(true);
-        row->setStyleSheet("text-align: left; padding: 4px");
+        row->setStyleSheet("QPushButton { text-align: left; padding: 4px } "
+                           "QPushButton:hover { text-decoration: underline }");
+        row->setCursor(Qt::PointingHandCursor);
         row->setMaximumWidth(row->fontMetrics().horizontalAdvance(QString(60, 'x')));
         column->addWidget(row);
     }

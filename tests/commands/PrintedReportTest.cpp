@@ -386,7 +386,10 @@ TEST_F(PrintedReportTest, FilesAreNamedAfterTheFitAndAFailureIsTold) {
         asked = request;
         return FileAnswer{false, path, "run7.txt", {path}};
     };
+    EXPECT_FALSE(ReportPreview.SavedNote.Visible);
     ReportPreviewSaveText();
+    EXPECT_TRUE(ReportPreview.SavedNote.Visible);
+    EXPECT_EQ(ReportPreview.SavedNote.Text, "Written to " + path);
     EXPECT_EQ(asked.Name, "run7.txt");
     EXPECT_EQ(asked.Directory, "/fits");
     EXPECT_EQ(ReadWholeFile(path), TextOfPages(ReportPreview.Report.Pages));
@@ -397,6 +400,7 @@ TEST_F(PrintedReportTest, FilesAreNamedAfterTheFitAndAFailureIsTold) {
     Host.WriteFile = [](const std::string&, const std::string&) { RaiseError(ErrorText::DiskFull); };
     Outside.ExpectMessage("Error 'Disk full' occurred while writing " + path);
     ReportPreviewSavePdf();
+    EXPECT_FALSE(ReportPreview.SavedNote.Visible);
     EXPECT_TRUE(ReportPreview.State.Shown);
 }
 

@@ -11,8 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace Quillon {
 namespace {
 
@@ -155,7 +153,7 @@ TEST_F(WorkbenchCase, ExamplesAreFoundBesideAnInstalledProgramAndInTheTree) {
         Host.ProgramDirectory = [program] { return program; };
         Host.FileExists = [wanted =
                                root + place + "/monomer-dimer/monomer-dimer.job"](const std::string& path) {
-            return std::filesystem::path(path).lexically_normal() == wanted;
+            return path == wanted; // without steps up, which titles of graphs had
         };
         StartQuillon("");
         ASSERT_EQ(Workbench.Examples.size(), 1U) << place;
