@@ -75,6 +75,14 @@ void WriteFile(const std::string& path, const std::string& bytes) {
     }
 }
 
+// A folder of scans that a failure left without its job would stand in the way of the next try.
+void TakeBack(const std::string& folder, const std::vector<std::string>& names) {
+    std::error_code failure;
+    for (const std::string& name : names)
+        fs::remove(JoinPath(folder, name), failure);
+    fs::remove(folder, failure);
+}
+
 // Scans of a folder stay where they are; those of an archive go into a folder of their own beside the job.
 void WriteRunJob(const SortedRun& run, const std::vector<RunSet>& sets, const std::string& path) {
     const std::vector<std::size_t> scans = ScansOf(run, sets);
@@ -87,8 +95,16 @@ void WriteRunJob(const SortedRun& run, const std::vector<RunSet>& sets, const st
             if (scans[i] == scan) return folder + '/' + names[i];
         return std::string();
     });
-    if (packed) LayScans(run, scans, names, JoinPath(DirectoryOf(path), folder));
-    WriteFile(path, text);
+    if (!packed) return WriteFile(path, text);
+    const std::string place = JoinPath(DirectoryOf(path), folder);
+    const bool isNew = !Host.DirectoryExists(place) && !Host.FileExists(place);
+    try {
+        LayScans(run, scans, names, place);
+        WriteFile(path, text);
+    } catch (const RuntimeError&) {
+        if (isNew) TakeBack(place, names);
+        throw;
+    }
 }
 
 std::vector<RunSet> SetsForJob(const SortedRun& run, const std::vector<std::size_t>& groups,

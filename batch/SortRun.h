@@ -17,7 +17,7 @@ struct SortOutputs {
 
 // Sorts the run that the options name, writes the job that they want with the scans of an archive beside it,
 // and makes the CSV and the graphs. What the user is to be told goes to the console. A failure is a
-// RuntimeError with one line; nothing has been written then but scans of an archive, complete ones.
+// RuntimeError with one line; nothing has been written then.
 SortOutputs RunSorting(const Options& options);
 
 } // namespace Quillon

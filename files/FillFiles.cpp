@@ -7,6 +7,8 @@
 #include "files/WalkFiles.h"
 #include "files/WriteWhole.h"
 
+#include <unistd.h>
+
 namespace Quillon {
 
 void FillFiles(Platform& filling) {
@@ -17,6 +19,7 @@ void FillFiles(Platform& filling) {
     filling.IsThisProgram = IsThisProgram;
     filling.WalkFiles = WalkFiles;
     filling.MakeFolder = MakeFolder;
+    filling.RemoveFile = [](const std::string& path) { ::unlink(path.c_str()); };
     filling.HoldFile = HoldFile;
     filling.HoldFileNow = HoldFileNow;
     filling.Sha256 = Sha256;

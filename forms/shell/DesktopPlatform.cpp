@@ -362,7 +362,6 @@ void InstallDesktopPlatform() {
     FillFiles(p);
     p.FileTime = TimeOfFile;
     p.StateDirectory = StateFolder;
-    p.RemoveFile = [](const std::string& path) { QFile::remove(PathText(path)); };
     p.ListFiles = NamesIn;
     p.FileRoots = Roots;
     p.Clock = Now;

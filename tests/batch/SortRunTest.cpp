@@ -102,6 +102,27 @@ TEST(SortRun, AGraphThatCouldNotBeDrawnLeftAJobBehind) {
                        "tells more)\n");
 }
 
+// The next try was refused: there was something of that name.
+TEST(SortRun, AJobThatCouldNotBeWrittenLeftTheScansOfTheArchiveBehind) {
+    Script script;
+    RunPlan plan;
+    plan.Cells = {1};
+    plan.Speeds = {10000};
+    plan.Points = 90;
+    script.MakeFile("run.tar.gz", ArchiveOf(EntriesOf(MakeRun(plan)), "tar.gz"));
+    ProgramStart start;
+    start.Directory = script.Directory();
+    start.Arguments = {"--sort", "run.tar.gz", "--job", "run.job", "--quiet"};
+    start.LargestFile = 100;
+    const ProgramEnd end = RunProgram(start);
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_NE(end.Err.find("Disk full"), std::string::npos) << end.Err;
+    EXPECT_FALSE(fs::exists(script.Directory() + "/run-scans"));
+    start.LargestFile = 0;
+    EXPECT_EQ(RunProgram(start).Status, 0);
+    EXPECT_TRUE(fs::exists(script.Directory() + "/run.job"));
+}
+
 TEST(SortRun, AJobOfMeansTakesTheLastScansThatAgree) {
     Script script;
     fs::create_directory(script.Directory() + "/run");
