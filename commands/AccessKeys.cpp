@@ -1,17 +1,15 @@
 #include "commands/AccessKeys.h"
 
+#include "platform/Letters.h"
+
 #include <set>
 
 namespace Quillon {
 
 namespace {
 
-char Small(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool IsKey(char c) {
-    const char small = Small(c);
+    const char small = SmallLetter(c);
     return (small >= 'a' && small <= 'z') || (c >= '0' && c <= '9');
 }
 
@@ -29,7 +27,7 @@ std::size_t MarkOf(const std::string& caption) {
 std::size_t FreePlace(const std::string& text, const std::set<char>& taken, bool wordsOnly) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool begins = i == 0 || text[i - 1] == ' ' || text[i - 1] == '(';
-        if ((begins || !wordsOnly) && IsKey(text[i]) && !taken.contains(Small(text[i]))) return i;
+        if ((begins || !wordsOnly) && IsKey(text[i]) && !taken.contains(SmallLetter(text[i]))) return i;
     }
     return std::string::npos;
 }
@@ -40,7 +38,7 @@ void MoveMark(std::string& caption, std::set<char>& taken) {
     std::size_t place = FreePlace(plain, taken, true);
     if (place == std::string::npos) place = FreePlace(plain, taken, false);
     if (place == std::string::npos) return;
-    taken.insert(Small(plain[place]));
+    taken.insert(SmallLetter(plain[place]));
     caption = plain.insert(place, "&");
 }
 
@@ -48,7 +46,7 @@ void MoveMark(std::string& caption, std::set<char>& taken) {
 
 char AccessKeyOf(const std::string& caption) {
     const std::size_t mark = MarkOf(caption);
-    return mark == std::string::npos ? '\0' : Small(caption[mark + 1]);
+    return mark == std::string::npos ? '\0' : SmallLetter(caption[mark + 1]);
 }
 
 std::vector<std::string> WithOwnAccessKeys(std::vector<std::string> captions) {

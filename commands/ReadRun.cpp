@@ -5,6 +5,7 @@
 #include "graphs/kinds/ApproachGraph.h"
 #include "graphs/kinds/GraphParts.h"
 #include "graphs/kinds/PickSet.h"
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "runs/FillTable.h"
@@ -17,12 +18,6 @@
 namespace Quillon {
 
 namespace {
-
-std::string SmallLetters(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
 
 // A folder for the scans of an archive that is not there yet.
 std::string FreeFolderBeside(const std::string& archive) {

@@ -7,6 +7,7 @@
 #include "platform/FormControls.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "runs/Approach.h"
 #include "runs/ReadRun.h"
 #include "workspace/records/SameSettings.h"
@@ -30,10 +31,6 @@ const RunGroup& GroupOf(const RunLine& line) {
 }
 
 // --- lines -----------------------------------------------------------------------------------------------
-
-std::string Counted(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " scan" : " scans");
-}
 
 std::string Hours(std::int32_t seconds) {
     return FormatNumber(static_cast<double>(seconds) / 3600.0, "0.0") + " h";
@@ -83,7 +80,7 @@ RunLine GroupLine(std::size_t g) {
     const std::string optics =
         group.Optics == ScanOptics::Absorbance ? "" : std::string(", ") + OpticsWord(group.Optics);
     line.Texts = {SingleText(LastOf(*Run, group).Head.Wavelength) + " nm" + optics,
-                  Counted(group.Scans.size()), SpanOfTimes(group), ApproachText(*Run, group)};
+                  Counted(std::ssize(group.Scans), "scan"), SpanOfTimes(group), ApproachText(*Run, group)};
     line.Color = ColorOf(group);
     return line;
 }
@@ -147,7 +144,7 @@ void CompleteHeads() {
             ++scans;
             line.CanTick |= scan.CanTick;
         });
-        line.Texts[1] = Counted(scans);
+        line.Texts[1] = Counted(static_cast<long>(scans), "scan");
     }
 }
 
@@ -293,11 +290,10 @@ std::string MissingRatios(const std::vector<RunSet>& sets) {
 
 void NameControls() {
     RunForm.State.Caption = "Read a Run";
-    RunForm.Head =
-        Captioned(FileTitle(Run->Place) + ": " + Counted(Run->Scans.size()) + ", " +
-                  std::to_string(Run->Groups.size()) + (Run->Groups.size() == 1 ? " group" : " groups") +
-                  " of one cell, speed and wavelength. What is ticked goes into the table of "
-                  "data sets.");
+    RunForm.Head = Captioned(FileTitle(Run->Place) + ": " + Counted(std::ssize(Run->Scans), "scan") + ", " +
+                             Counted(std::ssize(Run->Groups), "group") +
+                             " of one cell, speed and wavelength. What is ticked goes into the table of "
+                             "data sets.");
     RunForm.Columns = {"Cell, Speed, Wavelength, Scan", "Scans", "Time", "At Equilibrium?"};
     RunForm.AllButton = Captioned("Tick &All", "The last scan of each group");
     RunForm.NoneButton = Captioned("Tick &None", "Then tick cells, speeds or wavelengths one by one");

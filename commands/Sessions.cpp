@@ -6,6 +6,7 @@
 #include "input/NUMINPUT.h"
 #include "persistence/FitFile.h"
 #include "platform/Paths.h"
+#include "platform/Words.h"
 #include "scandata/forms/FileForm.h"
 #include "workspace/records/Workspace.h"
 
@@ -129,20 +130,12 @@ auto InOrder(const ClockTime& t) {
     return std::tuple(t.Year, t.Month, t.Day, t.Hour, t.Minute, t.Second);
 }
 
-std::string TwoDigits(int number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
-}
-
 std::string TimeText(const ClockTime& at) {
     const ClockTime now = Host.Clock();
     const bool today = std::tuple(at.Year, at.Month, at.Day) == std::tuple(now.Year, now.Month, now.Day);
-    const std::string time = TwoDigits(at.Hour) + ":" + TwoDigits(at.Minute);
+    const std::string time = ClockDigits(at.Hour) + ":" + ClockDigits(at.Minute);
     if (today) return time;
-    return std::to_string(at.Year) + "-" + TwoDigits(at.Month) + "-" + TwoDigits(at.Day) + " " + time;
-}
-
-std::string Counted(long count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+    return std::to_string(at.Year) + "-" + ClockDigits(at.Month) + "-" + ClockDigits(at.Day) + " " + time;
 }
 
 long ScansIn(const Workspace& w) {

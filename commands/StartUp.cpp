@@ -11,6 +11,7 @@
 #include "models/SEDEQ3.h"
 #include "persistence/Filelist.h"
 #include "persistence/FitFile.h"
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "scandata/forms/DataDirectory.h"
@@ -18,7 +19,6 @@
 #include "studies/methods/StudyResults.h"
 #include "workspace/records/Workspace.h"
 
-#include <algorithm>
 #include <string_view>
 
 namespace Quillon {
@@ -26,13 +26,6 @@ namespace Quillon {
 std::function<bool(const std::string& path)> ReadJob;
 
 namespace {
-
-bool EndsWith(const std::string& name, std::string_view ending) { // in small letters
-    return name.size() >= ending.size() &&
-           std::equal(ending.rbegin(), ending.rend(), name.rbegin(), [](char small, char c) {
-               return small == (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
-           });
-}
 
 bool BeginsAsAFit(const std::string& path) {
     try {
@@ -156,9 +149,9 @@ ArgumentKind KindOfArgument(const std::string& argument) {
     if (argument.empty()) return ArgumentKind::Nothing;
     if (NamesGraphFile(argument)) return ArgumentKind::Graph;
     if (Host.DirectoryExists(argument)) return ArgumentKind::Folder;
-    if (EndsWith(argument, ".quil") || EndsWith(argument, ".fit")) return ArgumentKind::Fit;
+    if (EndsWithLetters(argument, ".quil") || EndsWithLetters(argument, ".fit")) return ArgumentKind::Fit;
     if (!Host.FileExists(argument)) return ArgumentKind::Missing;
-    if (EndsWith(argument, ".job")) return ArgumentKind::Job;
+    if (EndsWithLetters(argument, ".job")) return ArgumentKind::Job;
     if (NamesArchive(argument)) return ArgumentKind::Run;
     return BeginsAsAFit(argument) ? ArgumentKind::Fit : ArgumentKind::Scan;
 }

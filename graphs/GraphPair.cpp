@@ -16,6 +16,7 @@
 #include "platform/FormControls.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "reporting/values/FitNotes.h"
 #include "workspace/records/Roads.h"
 
@@ -163,8 +164,7 @@ void BuildGraphs() {
 // --- the legend --------------------------------------------------------------------------------------------
 
 std::string PointsText(SetNo set) {
-    const long points = TruePointsOf(set);
-    return std::to_string(points) + (points == 1 ? " point" : " points");
+    return Counted(TruePointsOf(set), "point");
 }
 
 std::string NoteOf(SetNo set) {

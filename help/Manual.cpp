@@ -3,7 +3,6 @@
 #include "platform/Letters.h"
 
 #include <algorithm>
-#include <cctype>
 #include <sstream>
 
 namespace Quillon {
@@ -107,11 +106,13 @@ std::string ManualTitle(const ManualPage& page) {
 std::string AnchorOfHeading(std::string_view heading) {
     std::string anchor;
     for (const char c : heading) {
-        const auto u = static_cast<unsigned char>(c);
+        const char small = SmallLetter(c);
+        const bool stays = static_cast<unsigned char>(c) >= 0x80 || (small >= 'a' && small <= 'z') ||
+                           (c >= '0' && c <= '9') || c == '-' || c == '_';
         if (c == ' ')
             anchor += '-';
-        else if (u >= 0x80 || std::isalnum(u) || c == '-' || c == '_')
-            anchor += static_cast<char>(std::tolower(u));
+        else if (stays)
+            anchor += small;
     }
     return anchor;
 }

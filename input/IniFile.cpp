@@ -1,5 +1,6 @@
 #include "input/IniFile.h"
 
+#include "platform/Letters.h"
 #include "platform/Platform.h"
 
 namespace Quillon {
@@ -24,30 +25,12 @@ Line LineAt(std::string_view bytes, std::size_t start) {
     return line;
 }
 
-bool IsBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-// Letters outside ASCII are left alone, so that the same file means the same in every locale.
-char Folded(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+std::string_view Stripped(std::string_view text) {
+    return Trimmed(text, " \t\r");
 }
 
 bool SameName(std::string_view a, std::string_view b) {
-    a = Trimmed(a);
-    b = Trimmed(b);
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (Folded(a[i]) != Folded(b[i])) return false;
-    return true;
+    return SameLetters(Stripped(a), Stripped(b));
 }
 
 bool InQuotes(std::string_view value) {
@@ -71,7 +54,7 @@ Found Find(std::string_view bytes, std::string_view section, std::string_view ke
     while (at < bytes.size()) {
         const Line line = LineAt(bytes, at);
         at = line.Next;
-        const std::string_view text = Trimmed(bytes.substr(line.Start, line.End - line.Start));
+        const std::string_view text = Stripped(bytes.substr(line.Start, line.End - line.Start));
         if (text.empty() || text[0] == ';' || text[0] == '#') continue;
         if (text[0] == '[') {
             const std::size_t close = text.find(']');
@@ -100,7 +83,7 @@ std::string Written(std::string_view value) {
     std::string line(value);
     for (char& c : line)
         if (c == '\n' || c == '\r') c = ' ';
-    if (Trimmed(line).size() != line.size() || InQuotes(line)) return '"' + line + '"';
+    if (Stripped(line).size() != line.size() || InQuotes(line)) return '"' + line + '"';
     return line;
 }
 
@@ -117,7 +100,7 @@ std::string IniValue(const std::string& bytes, std::string_view section, std::st
     const Found found = Find(bytes, section, key);
     if (!found.Key) return missing;
     std::string_view value(bytes);
-    value = Trimmed(value.substr(found.ValueStart, found.ValueEnd - found.ValueStart));
+    value = Stripped(value.substr(found.ValueStart, found.ValueEnd - found.ValueStart));
     if (InQuotes(value)) value = value.substr(1, value.size() - 2);
     return std::string(value);
 }
@@ -131,13 +114,13 @@ std::string WithIniValue(const std::string& bytes, std::string_view section, std
         result.replace(found.ValueStart, found.ValueEnd - found.ValueStart, Written(value));
         return result;
     }
-    const std::string line = std::string(Trimmed(key)) + "=" + Written(value) + end;
+    const std::string line = std::string(Stripped(key)) + "=" + Written(value) + end;
     if (found.Section) {
         const bool open = found.Behind > 0 && bytes[found.Behind - 1] != '\n'; // the last line has no end
         return result.insert(found.Behind, open ? end + line : line);
     }
     if (!result.empty() && result.back() != '\n') result += end;
-    return result + "[" + std::string(Trimmed(section)) + "]" + end + line;
+    return result + "[" + std::string(Stripped(section)) + "]" + end + line;
 }
 
 std::string ReadIniFile(const std::string& path) {

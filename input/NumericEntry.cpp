@@ -1,6 +1,7 @@
 #include "input/NumericEntry.h"
 
 #include "input/NumericPrefix.h"
+#include "platform/Letters.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -110,9 +111,9 @@ std::string WithPoint(std::string_view text) {
 
 // The value of a text that is a number as a whole. One beyond the range of a double is infinite.
 std::optional<double> WholeNumber(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return std::nullopt;
-    const std::string plain = WithPoint(text.substr(first, text.find_last_not_of(' ') + 1 - first));
+    text = Trimmed(text, " ");
+    if (text.empty()) return std::nullopt;
+    const std::string plain = WithPoint(text);
     std::size_t used = 0;
     double value = 0.0;
     try {

@@ -1,5 +1,6 @@
 #include "planning/ChannelColumn.h"
 
+#include "platform/Letters.h"
 #include "platform/RuntimeError.h"
 #include "scandata/table/DataSetTable.h"
 #include "workspace/records/Codes.h"
@@ -14,8 +15,7 @@ int ChannelNamed(const std::string& name, Centerpiece::Code& centerpiece) {
     centerpiece = eight ? Centerpiece::EightChannel : Centerpiece::SixChannel;
     const std::string letter = eight || name.starts_with('6') ? name.substr(1) : name;
     if (letter.size() != 1) return 0;
-    const char c = letter[0];
-    const int channel = (c >= 'a' && c <= 'z' ? c - 'a' : c - 'A') + 1;
+    const int channel = CapitalLetter(letter[0]) - 'A' + 1;
     return channel >= 1 && channel <= (eight ? 4 : 3) ? channel : 0;
 }
 

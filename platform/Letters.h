@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Quillon {
 
@@ -27,5 +28,9 @@ bool EndsWithLetters(std::string_view text, std::string_view ending);
 // A text without the blanks at its ends, as a view into it; blanks lists what counts as one. "" where there
 // is nothing else.
 std::string_view Trimmed(std::string_view text, std::string_view blanks = " \t");
+
+// The parts of a text between separators, as views into it, blanks and all; a text without a separator is one
+// part, "" as well, and one behind the last separator counts.
+std::vector<std::string_view> PartsBetween(std::string_view text, char separator);
 
 } // namespace Quillon

@@ -1,5 +1,6 @@
 #include "reporting/PaperReport.h"
 
+#include "platform/Letters.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -96,9 +97,7 @@ void DrawReportPage(const DrawingSurface& surface, const PrinterState& printer, 
 }
 
 PrinterPage NamedPaper(const std::string& name) {
-    std::string small = name;
-    for (char& letter : small)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    std::string small = SmallLetters(name);
     constexpr const char* Across = "-landscape";
     const bool across = small.ends_with(Across);
     if (across) small.resize(small.size() - std::string(Across).size());

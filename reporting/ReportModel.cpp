@@ -4,11 +4,11 @@
 #include "models/table/Catalogue.h"
 #include "models/table/CoefficientWavelength.h"
 #include "models/table/ModelTable.h"
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 
 namespace Quillon {
@@ -33,9 +33,7 @@ void PrintModel(Lines& lines) {
 // --- names of files --------------------------------------------------------------------------------------
 
 bool BeginsWith(const std::string& path, const std::string& prefix) {
-    const auto upper = [](char c) { return std::toupper(static_cast<unsigned char>(c)); };
-    return prefix.size() <= path.size() && std::equal(prefix.begin(), prefix.end(), path.begin(),
-                                                      [&](char a, char b) { return upper(a) == upper(b); });
+    return SameLetters(path.substr(0, prefix.size()), prefix);
 }
 
 // Files that are named from one directory; where they have none in common, Directory is empty and their

@@ -4,10 +4,10 @@
 #include "models/table/ParmScale.h"
 #include "planning/design/ExpectedErrors.h"
 #include "platform/FormControls.h"
+#include "platform/Letters.h"
 #include "studies/StudyProgress.h"
 #include "workspace/records/Roads.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace Quillon {
@@ -41,12 +41,9 @@ double PositiveOf(const std::string& text, const char* what) {
 
 std::vector<double> FactorsOf(std::string_view text) {
     std::vector<double> factors;
-    for (;;) {
-        const std::size_t comma = std::min(text.find(','), text.size());
-        factors.push_back(PositiveOf(std::string(text.substr(0, comma)), "factors between commas, all"));
-        if (comma == text.size()) return factors;
-        text.remove_prefix(comma + 1);
-    }
+    for (const std::string_view part : PartsBetween(text, ','))
+        factors.push_back(PositiveOf(std::string(part), "factors between commas, all"));
+    return factors;
 }
 
 PlanChoice ChosenPlan() {

@@ -5,6 +5,7 @@
 #include "models/table/ModelTable.h"
 #include "models/table/ParmScale.h"
 #include "platform/FormControls.h"
+#include "platform/Letters.h"
 #include "platform/Words.h"
 #include "studies/PlanStudy.h"
 #include "studies/StudyProgress.h"
@@ -67,15 +68,9 @@ double LevelOf(const std::string& text) {
 // Levels between commas.
 std::vector<double> LevelsOf(std::string_view text) {
     std::vector<double> levels;
-    for (;;) {
-        const std::size_t comma = std::min(text.find(','), text.size());
-        std::string_view part = text.substr(0, comma);
-        while (part.starts_with(' '))
-            part.remove_prefix(1);
-        levels.push_back(LevelOf(std::string(part)));
-        if (comma == text.size()) return levels;
-        text.remove_prefix(comma + 1);
-    }
+    for (const std::string_view part : PartsBetween(text, ','))
+        levels.push_back(LevelOf(std::string(Trimmed(part, " "))));
+    return levels;
 }
 
 std::vector<std::string> FittedCaptions() {

@@ -5,6 +5,7 @@
 #include "batch/job/JobChecks.h"
 #include "batch/job/JobKeys.h"
 #include "batch/job/JobText.h"
+#include "platform/Letters.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
 #include "platform/RuntimeError.h"
@@ -67,13 +68,8 @@ bool TakePlainFile(const JobReader& reader, std::string_view& rest, JobSet& set)
     const std::size_t comma = text.find(',');
     const std::string value = FilledValue(reader, std::string(Trimmed(text.substr(0, comma))));
     set.File += value;
-    std::string_view names = value;
-    while (true) {
-        const std::size_t end = std::min(names.find(','), names.size());
-        set.Files.emplace_back(Trimmed(names.substr(0, end)));
-        if (end == names.size()) break;
-        names.remove_prefix(end + 1);
-    }
+    for (const std::string_view name : PartsBetween(value, ','))
+        set.Files.emplace_back(Trimmed(name));
     if (comma == std::string_view::npos) return false;
     rest.remove_prefix(comma + 1);
     return true;

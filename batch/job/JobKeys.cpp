@@ -139,12 +139,9 @@ constexpr FitKey ResamplingKeys[] = {
 // Levels between commas, at least one.
 std::vector<double> ReadLevels(const JobReader& reader, std::string_view value) {
     std::vector<double> levels;
-    for (;;) {
-        const std::size_t comma = std::min(value.find(','), value.size());
-        levels.push_back(ReadLevel(reader, Trimmed(value.substr(0, comma))));
-        if (comma == value.size()) return levels;
-        value.remove_prefix(comma + 1);
-    }
+    for (const std::string_view part : PartsBetween(value, ','))
+        levels.push_back(ReadLevel(reader, Trimmed(part)));
+    return levels;
 }
 
 constexpr FitKey ProfileKeys[] = {
@@ -165,13 +162,11 @@ constexpr FitKey ApproachKeys[] = {
 std::vector<double> ReadFactors(JobReader& reader, std::string_view value) {
     std::vector<double> factors;
     reader.Result.HasPlan = true;
-    for (;;) {
-        const std::size_t comma = std::min(value.find(','), value.size());
-        factors.push_back(ReadDouble(reader, Trimmed(value.substr(0, comma))));
+    for (const std::string_view part : PartsBetween(value, ',')) {
+        factors.push_back(ReadDouble(reader, Trimmed(part)));
         if (const std::string why = WhyNoPlan({factors, {1.0}}); !why.empty()) reader.Fail(why);
-        if (comma == value.size()) return factors;
-        value.remove_prefix(comma + 1);
     }
+    return factors;
 }
 
 constexpr FitKey PlanKeys[] = {
@@ -221,13 +216,8 @@ Exclusion ReadExclusion(const JobReader& reader, std::string_view value) {
 void ReadExclusions(JobReader& reader, JobSet& set, const std::string& value) {
     set.TellSpikes = SmallLetters(value) == "propose";
     if (set.TellSpikes) return;
-    std::string_view rest = value;
-    for (;;) {
-        const std::size_t comma = std::min(rest.find(','), rest.size());
-        set.Exclude.push_back(ReadExclusion(reader, rest.substr(0, comma)));
-        if (comma == rest.size()) return;
-        rest.remove_prefix(comma + 1);
-    }
+    for (const std::string_view part : PartsBetween(value, ','))
+        set.Exclude.push_back(ReadExclusion(reader, part));
 }
 
 constexpr SetKey SetKeys[] = {

@@ -2,6 +2,7 @@
 
 #include "batch/console/OneLine.h"
 #include "platform/RuntimeError.h"
+#include "platform/Words.h"
 
 #include <algorithm>
 #include <functional>
@@ -103,11 +104,10 @@ std::vector<JobValue> ValuesOfJob(const std::string& job) {
 }
 
 std::string WhyRowIsNone(const JobRow& row) {
-    const std::size_t cells = row.Cells().size();
-    const std::size_t columns = row.Table->Heads.size();
+    const auto cells = std::ssize(row.Cells());
+    const auto columns = std::ssize(row.Table->Heads);
     if (cells == columns) return "";
-    return "the row has " + std::to_string(cells) + (cells == 1 ? " cell" : " cells") + ", the table " +
-           std::to_string(columns) + (columns == 1 ? " column" : " columns");
+    return "the row has " + Counted(cells, "cell") + ", the table " + Counted(columns, "column");
 }
 
 } // namespace Quillon

@@ -8,6 +8,7 @@
 #include "chart/records/Kept.h"
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
+#include "platform/Letters.h"
 #include "platform/Narrow.h"
 #include "platform/Platform.h"
 
@@ -79,10 +80,7 @@ std::string Saved(const char* key) {
 }
 
 bool SavedMetric() {
-    std::string text = Saved("MetricUnits");
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return text == "TRUE";
+    return SameLetters(Saved("MetricUnits"), "TRUE");
 }
 
 // A length from one unit to the other.

@@ -13,6 +13,7 @@
 #include "chart/records/ChartDefaults.h"
 #include "chart/records/Kept.h"
 #include "input/NUMINPUT.h"
+#include "platform/Letters.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -208,11 +209,7 @@ bool SpecStands(const GraphSpec& spec) {
 }
 
 bool NamesGraphFile(const std::string& path) {
-    constexpr std::string_view ending = ".grf";
-    if (path.size() < ending.size()) return false;
-    return std::equal(
-        ending.begin(), ending.end(), path.end() - static_cast<long>(ending.size()),
-        [](char small, char c) { return c == small || (c >= 'A' && c <= 'Z' && c + 32 == small); });
+    return EndsWithLetters(path, ".grf");
 }
 
 GraphFileHeader ReadGraphHeader(const std::string& bytes) {

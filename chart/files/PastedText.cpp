@@ -1,6 +1,7 @@
 #include "chart/files/PastedText.h"
 
 #include "input/NUMINPUT.h"
+#include "platform/Letters.h"
 #include "platform/Narrow.h"
 #include "platform/RuntimeError.h"
 
@@ -70,12 +71,6 @@ char DelimiterOf(const std::string& line) {
     return ' ';
 }
 
-std::string Trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return "";
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 // The fields of a line. A quote at the begin of a field opens a text in which a delimiter is text and two
 // quotes are one; elsewhere it is a sign like any other ("6\" cell").
 class LineSplitter {
@@ -91,7 +86,7 @@ public:
 private:
     void Take(const std::string& line, std::size_t& i) {
         const char c = line[i];
-        if (c == '"' && !Quoted && Trimmed(Field).empty()) {
+        if (c == '"' && !Quoted && Trimmed(Field, " ").empty()) {
             const std::size_t end = EndOfQuotes(line, i);
             Quoted = end > i;
             Field = Quoted ? TextOf(line.substr(i + 1, end - i - 2)) : "\"";
@@ -113,7 +108,7 @@ private:
         return text;
     }
     void End() {
-        Found.push_back({Trimmed(Field), Quoted});
+        Found.push_back({std::string(Trimmed(Field, " ")), Quoted});
         Field.clear();
         Quoted = Started = false;
     }

@@ -1,7 +1,8 @@
 #pragma once
 // The kinds of font families, and the kind of a family by its name.
 
-#include <algorithm>
+#include "platform/Letters.h"
+
 #include <string>
 
 namespace Quillon {
@@ -11,10 +12,7 @@ enum class FontClass { Sans, Serif, Mono, Symbol };
 // Without regard to case; what is unknown is Sans. "Roman" and "Modern" are the stroked letters of plotters
 // and have the look of Serif and Sans.
 inline FontClass ClassOfFace(const std::string& face) {
-    std::string name = face;
-    std::transform(name.begin(), name.end(), name.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
+    const std::string name = SmallLetters(face);
     const auto holds = [&name](const char* part) { return name.find(part) != std::string::npos; };
     if (holds("symbol")) return FontClass::Symbol;
     if (holds("courier") || holds("mono") || holds("consol")) return FontClass::Mono;

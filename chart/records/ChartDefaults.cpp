@@ -10,6 +10,7 @@
 #include "chart/records/Records.h"
 #include "input/IniFile.h"
 #include "input/NUMINPUT.h"
+#include "platform/Letters.h"
 #include "platform/Narrow.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
@@ -105,12 +106,6 @@ constexpr FontKey FontKeys[] = {
     {"PlotterHFonts", &ChartStyle::PlotterHFonts}, {"PlotterVFonts", &ChartStyle::PlotterVFonts},
 };
 
-std::string Upper(std::string text) {
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return text;
-}
-
 // A key's number; false when there is none, or none that a single can hold.
 bool ReadNumber(const std::string& text, double& value) {
     std::size_t used = 0;
@@ -165,13 +160,13 @@ void ReadNumbers(const Section& ini, ChartStyle& style) {
     if (ini.Number("UseGrids", value)) style.UseGrids = value >= 1.0 ? 1 : 0;
     std::string text;
     for (const FlagKey& key : FlagKeys)
-        if (ini.Text(key.Key, text)) style.*key.Member = Flag(Upper(text) == "TRUE");
+        if (ini.Text(key.Key, text)) style.*key.Member = Flag(CapitalLetters(text) == "TRUE");
 }
 
 void ReadPageSize(const Section& ini, ChartStyle& style) {
     std::string text;
     if (!ini.Text("PageSize", text)) return;
-    text = Upper(text);
+    text = CapitalLetters(text);
     style.PageHalf = text == "HALF" ? -1.0F : 0.0F;
     style.PageCustom = Flag(text == "CUSTOM");
     style.PageFull = text != "HALF" && text != "CUSTOM" ? -1.0F : 0.0F;
@@ -207,8 +202,8 @@ std::vector<ChartColor> ReadColors(const Section& ini, const std::string& key, d
 
 void ReadKept(const Section& ini) {
     std::string text;
-    if (ini.Text("ClassicColors", text)) Kept.ClassicColors = Flag(Upper(text) == "TRUE");
-    if (ini.Text("DarkCanvas", text)) Kept.DarkCanvas = Flag(Upper(text) == "TRUE");
+    if (ini.Text("ClassicColors", text)) Kept.ClassicColors = Flag(CapitalLetters(text) == "TRUE");
+    if (ini.Text("DarkCanvas", text)) Kept.DarkCanvas = Flag(CapitalLetters(text) == "TRUE");
 }
 
 } // namespace
@@ -218,7 +213,7 @@ std::string ChartIniPath() {
 }
 
 std::string ChartIniSection() {
-    return Upper(ProgramTitle());
+    return CapitalLetters(ProgramTitle());
 }
 
 void ReadChartDefaults() {

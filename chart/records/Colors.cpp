@@ -1,6 +1,7 @@
 #include "chart/records/Colors.h"
 
 #include "chart/records/ChartSeams.h"
+#include "platform/Letters.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -57,9 +58,7 @@ ChartColor HSBtoColor(float hue, float saturation, float brightness) {
 std::string ColorText(ChartColor color) {
     char digits[16] = {};
     const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(color), 16);
-    std::transform(digits, end.ptr, digits,
-                   [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
-    return "&H" + std::string(digits, end.ptr);
+    return "&H" + CapitalLetters({digits, end.ptr});
 }
 
 bool ReadColorText(const std::string& text, ChartColor& color) {

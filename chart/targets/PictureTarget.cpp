@@ -3,21 +3,12 @@
 #include "chart/records/ChartSeams.h"
 #include "chart/targets/Metafile.h"
 #include "chart/targets/SvgFile.h"
+#include "platform/Letters.h"
 #include "platform/Platform.h"
 
 #include <utility>
 
 namespace Quillon {
-
-namespace {
-
-bool EndsWithSvg(std::string name) {
-    for (char& letter : name)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return name.ends_with(".svg");
-}
-
-} // namespace
 
 PictureRequest PictureOf(const MetafileRequest& request) {
     return {request.Description, request.DeviceW, request.DeviceH, request.DotsPerInchX,
@@ -37,7 +28,7 @@ MetafileTarget TargetOf(const PictureFile& picture, const std::string& fileName)
 
 MetafileTarget MakeMetafile(const MetafileRequest& request) {
     const PictureRequest picture = PictureOf(request);
-    return TargetOf(EndsWithSvg(request.FileName) ? OpenSvg(picture) : OpenMetafile(picture),
+    return TargetOf(EndsWithLetters(request.FileName, ".svg") ? OpenSvg(picture) : OpenMetafile(picture),
                     request.FileName);
 }
 

@@ -5,6 +5,7 @@
 #include "models/table/Catalogue.h"
 #include "platform/FormControls.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -18,12 +19,8 @@ namespace {
 
 constexpr const char* NoRatioYet = "Two rows that are marked give the F ratio of their fits.";
 
-std::string TwoDigits(int number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
-}
-
 std::string TimeText(const ClockTime& at) {
-    return TwoDigits(at.Hour) + ":" + TwoDigits(at.Minute) + ":" + TwoDigits(at.Second);
+    return ClockDigits(at.Hour) + ":" + ClockDigits(at.Minute) + ":" + ClockDigits(at.Second);
 }
 
 std::vector<std::string> RowOfStep(std::size_t place) {

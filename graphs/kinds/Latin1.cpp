@@ -1,5 +1,7 @@
 #include "graphs/kinds/Latin1.h"
 
+#include "platform/Letters.h"
+
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -42,7 +44,7 @@ constexpr std::array<std::string_view, 25> Greek{
 std::string GreekName(unsigned letter) {
     const bool capital = letter < 0x3B1U;
     std::string name(Greek[letter - (capital ? 0x391U : 0x3B1U)]);
-    if (capital) name[0] = static_cast<char>(name[0] - 'a' + 'A');
+    if (capital) name[0] = CapitalLetter(name[0]);
     return name;
 }
 

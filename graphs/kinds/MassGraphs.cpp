@@ -8,6 +8,7 @@
 #include "models/table/Catalogue.h"
 #include "models/table/ModelTable.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -134,8 +135,7 @@ std::string AbscissaTitle(MassAxis axis) {
 
 std::string LeftOutText(long windows) {
     if (windows == 0) return "";
-    return std::to_string(windows) + (windows == 1 ? " window" : " windows") +
-           " left out: a signal without its zero offset is not positive there";
+    return Counted(windows, "window") + " left out: a signal without its zero offset is not positive there";
 }
 
 struct MassSeries {

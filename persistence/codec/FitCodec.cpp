@@ -6,6 +6,7 @@
 #include "persistence/codec/FitExtension.h"
 #include "persistence/codec/FitFields.h"
 #include "persistence/codec/FitStreams.h"
+#include "platform/Letters.h"
 
 #include <algorithm>
 #include <array>
@@ -126,9 +127,7 @@ void SizeArrays(Workspace& w) {
 } // namespace
 
 bool SameProgram(std::string_view one, std::string_view other) {
-    const auto capital = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [&](char a, char b) { return capital(a) == capital(b); });
+    return SameLetters(one, other);
 }
 
 FitFileHeader ReadFitHeader(const std::string& bytes) {

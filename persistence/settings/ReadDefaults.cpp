@@ -5,6 +5,7 @@
 #include "models/table/Catalogue.h"
 #include "persistence/settings/DefaultKeys.h"
 #include "persistence/settings/IniAccess.h"
+#include "platform/Letters.h"
 
 #include <algorithm>
 
@@ -16,13 +17,8 @@ constexpr std::size_t LongestValue = 20; // characters of a value that are looke
 // [decision: points-raised]
 constexpr std::int16_t SmallestMaxPts = 2048;
 
-std::string StrippedCapitals(std::string text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string::npos) return "";
-    text = text.substr(first, text.find_last_not_of(" \t") - first + 1);
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return text;
+std::string StrippedCapitals(std::string_view text) {
+    return CapitalLetters(Trimmed(text));
 }
 
 // One section of the file. The second argument of each operation is what a missing key means.

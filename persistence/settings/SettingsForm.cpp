@@ -6,20 +6,14 @@
 #include "persistence/settings/IniAccess.h"
 #include "persistence/settings/ReadDefaults.h"
 #include "platform/FormControls.h"
+#include "platform/Letters.h"
 
-#include <algorithm>
 
 namespace Quillon {
 
 SettingsFormRecord SettingsForm;
 
 namespace {
-
-std::string Capitals(std::string text) {
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return text;
-}
 
 // --- texts of the file and of the form
 // -----------------------------------------------------------------------
@@ -32,10 +26,10 @@ std::string FlagText(bool value) {
 std::string Normal(const SettingRow& row, const std::string& text) {
     switch (row.Kind) {
     case SettingKind::Flag: // one that is on by itself is off by its word alone
-        return FlagText(row.Standard == "True" ? text != "False" : Capitals(text) == "TRUE");
+        return FlagText(row.Standard == "True" ? text != "False" : SameLetters(text, "TRUE"));
     case SettingKind::Choice:
         for (const SettingRow::Choice& choice : row.Choices)
-            if (Capitals(choice.Value) == Capitals(text)) return choice.Value;
+            if (SameLetters(choice.Value, text)) return choice.Value;
         return row.Standard;
     default:
         return SingleText(ToSingle(NumericPrefix(text)));

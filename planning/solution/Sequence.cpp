@@ -1,6 +1,7 @@
 #include "planning/solution/Sequence.h"
 
 #include "planning/solution/Water.h"
+#include "platform/Letters.h"
 #include "platform/RuntimeError.h"
 
 namespace Quillon {
@@ -34,12 +35,10 @@ const Residue* FindResidue(char letter) {
     return nullptr;
 }
 
+constexpr const char* LineBlanks = " \t\r";
+
 bool DoesNotCount(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || (c >= '0' && c <= '9');
-}
-
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 std::string NameOf(const Sequence& chain) {
@@ -58,21 +57,13 @@ std::string NameOf(const Sequence& chain) {
 void AddLine(Sequence& chain, std::string_view line, bool& ended) {
     for (const char c : line) {
         if (DoesNotCount(c)) continue;
-        const char letter = Capital(c);
+        const char letter = CapitalLetter(c);
         if (ended || (letter != '*' && !FindResidue(letter))) FailLetter(chain, c);
         if (letter == '*')
             ended = true;
         else
             chain.Letters += letter;
     }
-}
-
-std::string_view WithoutBlanks(std::string_view text) {
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\r' || text.back() == '\t'))
-        text.remove_suffix(1);
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    return text;
 }
 
 void AddChain(ProteinValues& sum, double& volume, const Sequence& chain) {
@@ -102,10 +93,10 @@ std::vector<Sequence> ReadSequences(std::string_view text) {
     bool ended = false;
     while (!text.empty()) {
         const std::size_t end = text.find('\n');
-        const std::string_view line = WithoutBlanks(text.substr(0, end));
+        const std::string_view line = Trimmed(text.substr(0, end), LineBlanks);
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
         if (line.starts_with('>')) {
-            chains.push_back({std::string(WithoutBlanks(line.substr(1))), ""});
+            chains.push_back({std::string(Trimmed(line.substr(1), LineBlanks)), ""});
             ended = false;
         } else if (!line.empty() && !line.starts_with(';')) { // a remark of FASTA
             if (chains.empty()) chains.emplace_back();

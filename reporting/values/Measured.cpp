@@ -5,6 +5,7 @@
 #include "models/species/Speciation.h"
 #include "models/table/ModelTable.h"
 #include "platform/Paths.h"
+#include "platform/Words.h"
 #include "reporting/values/DerivedConstants.h"
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Statistics.h"
@@ -112,7 +113,7 @@ std::string CellOf(const MeasuredSet& m) {
     std::string line = "   path " + Picture(m.Path, "0.00##") + " cm";
     if (m.Cell > 0) line += ", cell " + std::to_string(m.Cell);
     if (!m.Channel.empty()) line += ", channel " + m.Channel;
-    line += ", " + std::to_string(m.Averaged) + (m.Averaged == 1 ? " reading" : " readings") + " averaged";
+    line += ", " + Counted(m.Averaged, "reading") + " averaged";
     return m.Noise > 0.0F ? line + ", weighted by a noise of " + SingleText(m.Noise) : line;
 }
 

@@ -4,6 +4,7 @@
 #include "input/NUMINPUT.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "scandata/forms/FileForm.h"
 #include "scandata/forms/FileFormChannels.h"
 #include "scandata/forms/FileFormEvents.h"
@@ -276,8 +277,7 @@ void LookAtGroups(const std::vector<std::string>& paths, ReadNotes& notes) {
 
 void SayProposed(const ReadNotes& notes) {
     if (notes.Columns == 0) return;
-    SayChange(std::to_string(notes.Columns - notes.NoRoom) + " data sets of " + std::to_string(notes.Scans) +
-              (notes.Scans == 1 ? " scan" : " scans") +
+    SayChange(std::to_string(notes.Columns - notes.NoRoom) + " data sets of " + Counted(notes.Scans, "scan") +
               ", channels and ranges proposed: click on a radius to look at a range");
 }
 

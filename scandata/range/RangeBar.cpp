@@ -3,6 +3,7 @@
 #include "chart/Charts.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "scandata/range/RangeOptions.h"
 #include "scandata/range/RangeReadings.h"
 #include "scandata/table/DataSetTable.h"
@@ -27,10 +28,6 @@ std::string RadiusText(std::size_t side) {
     return FormatNumber(static_cast<double>(RadiusOf(Charts.Markers[side].X)), Picture);
 }
 
-std::string CountText(long points) {
-    return std::to_string(points) + (points == 1 ? " point" : " points");
-}
-
 // Those above a ceiling too, wherever they lie in the scan.
 std::string LeftOutText() {
     const long out = static_cast<long>(Work.LeftOut[RangeBar.Row].size());
@@ -50,7 +47,7 @@ void FollowMarkers() {
         if (RangeBar.Radius[side].Tag == text) continue;
         RangeBar.Radius[side].Text = RangeBar.Radius[side].Tag = text;
     }
-    RangeBar.Count.Text = CountText(CountMarked()) + LeftOutText();
+    RangeBar.Count.Text = Counted(CountMarked(), "point") + LeftOutText();
 }
 
 void PutMarker(std::size_t side, float radius) {
@@ -127,7 +124,7 @@ bool RangeMayBeTaken() {
     if (points >= FewestRangePoints) return true;
     Host.Beep();
     Tell("There " + std::string(points == 1 ? "is " : "are ") +
-             (points == 0 ? "no points" : CountText(points)) +
+             (points == 0 ? "no points" : Counted(points, "point")) +
              " between the markers. A range takes at least " + std::to_string(FewestRangePoints) + ".",
          Work.ProgramName, BoxIcon::Warning);
     return false;

@@ -4,11 +4,10 @@
 #include "chart/Charts.h"
 #include "input/NUMINPUT.h"
 #include "platform/Platform.h"
+#include "platform/Words.h"
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeOptions.h"
 #include "scandata/range/Spikes.h"
-
-#include <algorithm>
 
 namespace Quillon {
 
@@ -33,10 +32,6 @@ std::vector<long> PointsInside(RowNo row, const ChartScale& box) {
 bool GraphTakesReadings() {
     return GraphMayChange() && Chart.Spec.AxisX1.ScaleType != ScaleTypes::Logarithmic &&
            Chart.Spec.AxisY1.ScaleType != ScaleTypes::Logarithmic;
-}
-
-std::string CountText(long count) {
-    return std::to_string(count) + (count == 1 ? " reading" : " readings");
 }
 
 // What there is no room for is told once, and stays.
@@ -83,10 +78,9 @@ std::vector<long> SpikesIn(RowNo row, const PointRange& range) {
 
 bool AskAboutSpikes(RowNo row, const std::vector<long>& spikes) {
     const bool one = spikes.size() == 1;
-    return AskYesNo(CountText(static_cast<long>(spikes.size())) + (one ? " stands" : " stand") +
-                        " out from " + (one ? "its" : "their") +
-                        " neighbours by more than 6 times the scatter:\n\n" + RadiiOf(row, spikes) +
-                        "\n\nDo you want to leave " + (one ? "it" : "them") + " out?",
+    return AskYesNo(Counted(std::ssize(spikes), "reading") + (one ? " stands" : " stand") + " out from " +
+                        (one ? "its" : "their") + " neighbours by more than 6 times the scatter:\n\n" +
+                        RadiiOf(row, spikes) + "\n\nDo you want to leave " + (one ? "it" : "them") + " out?",
                     Work.ProgramName, BoxAnswer::No);
 }
 
@@ -135,11 +129,11 @@ void ToggleReadings(const ChartScale& box) {
     const long back = points.empty() ? TakeBackInside(row, box) : 0;
     ShowReadings();
     if (!points.empty())
-        Charts.StatusLine.Text = CountText(static_cast<long>(points.size())) +
-                                 " left out; the same rectangle brings back what is pale";
+        Charts.StatusLine.Text =
+            Counted(std::ssize(points), "reading") + " left out; the same rectangle brings back what is pale";
     else
         Charts.StatusLine.Text =
-            back > 0 ? CountText(back) + " taken back" : "There is no reading in the rectangle";
+            back > 0 ? Counted(back, "reading") + " taken back" : "There is no reading in the rectangle";
 }
 
 void RangeCeilingGotFocus() {
@@ -173,7 +167,7 @@ void RangeSpikesButton() {
     if (!AskAboutSpikes(row, spikes)) return;
     if (!LeaveOut(row, spikes, LeftOutBy::Hand)) return TellNoneLeft();
     ShowReadings();
-    Charts.StatusLine.Text = CountText(static_cast<long>(spikes.size())) + " left out";
+    Charts.StatusLine.Text = Counted(std::ssize(spikes), "reading") + " left out";
 }
 
 float ProposeRangeCeiling(long first, long last) {

@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "input/PlainNumber.h"
+#include "platform/Words.h"
 
 #include <algorithm>
 
@@ -264,8 +265,8 @@ std::string RemarkOnRest(const TextItems& file, const PointList& list) {
     if (lines == 0) return "";
     const TextLine line = LineAt(file, list.LastPlace);
     return "line " + std::to_string(line.Number) + ", '" + ShownText(line.Text) +
-           "': a radius of 0 ends the list of points, and " + std::to_string(lines) +
-           (lines == 1 ? " line" : " lines") + " behind it " + (lines == 1 ? "is" : "are") + " not read";
+           "': a radius of 0 ends the list of points, and " + Counted(lines, "line") + " behind it " +
+           (lines == 1 ? "is" : "are") + " not read";
 }
 
 } // namespace Quillon

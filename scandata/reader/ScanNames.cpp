@@ -25,16 +25,6 @@ std::optional<long> Digits(std::string_view text) {
     return number;
 }
 
-std::vector<std::string_view> Parts(std::string_view text, char between) {
-    std::vector<std::string_view> parts;
-    while (true) {
-        const std::size_t end = text.find(between);
-        parts.push_back(text.substr(0, end));
-        if (end == std::string_view::npos) return parts;
-        text.remove_prefix(end + 1);
-    }
-}
-
 // Letter and digits of a part, "c2".
 std::optional<long> Field(std::string_view part, char letter) {
     return part.size() > 1 && CapitalLetter(part[0]) == letter ? Digits(part.substr(1)) : std::nullopt;
@@ -59,7 +49,7 @@ std::optional<long> CellOfEnding(std::string_view ending) {
 // Fields of the newer names; false where there is no cell among them. The first "s" before the cell is the
 // step of speed, one behind it the number of the scan.
 bool TakeFields(std::string_view stem, ScanNameFacts& facts) {
-    const std::vector<std::string_view> parts = Parts(stem, '-');
+    const std::vector<std::string_view> parts = PartsBetween(stem, '-');
     ScanNameFacts found;
     std::size_t runParts = parts.size();
     for (std::size_t i = 1; i < parts.size(); ++i) {

@@ -1,6 +1,7 @@
 #include "scandata/table/TableChange.h"
 
 #include "input/NUMINPUT.h"
+#include "platform/Words.h"
 
 #include <algorithm>
 #include <vector>
@@ -45,9 +46,9 @@ bool ScanDiffers(const RowPair& pair) {
 }
 
 std::string LeftOutWords(const RowPair& pair) {
-    const std::size_t out = pair.Now(&Workspace::LeftOut).size();
+    const auto out = std::ssize(pair.Now(&Workspace::LeftOut));
     if (out == 0) return "no reading left out";
-    return std::to_string(out) + (out == 1 ? " reading" : " readings") + " left out";
+    return Counted(out, "reading") + " left out";
 }
 
 std::string CeilingWords(const RowPair& pair) {
@@ -125,7 +126,7 @@ std::vector<std::string> PartsOf(const RowPair& pair) {
     return parts;
 }
 
-std::string Joined(const std::vector<std::string>& parts) {
+std::string WithCommas(const std::vector<std::string>& parts) {
     std::string text;
     for (const std::string& part : parts)
         text += (text.empty() ? "" : ", ") + part;
@@ -151,7 +152,7 @@ std::string DescribeTableChange(const Workspace& before, const Workspace& after)
     std::vector<RowNo> rows;
     std::vector<std::string> words;
     for (RowNo row(1); row.Number <= after.MaxSets; ++row) {
-        const std::string parts = Joined(PartsOf({before, after, row}));
+        const std::string parts = WithCommas(PartsOf({before, after, row}));
         if (parts.empty()) continue;
         rows.push_back(row);
         words.push_back(parts);

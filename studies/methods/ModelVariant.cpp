@@ -1,6 +1,7 @@
 #include "studies/methods/ModelVariant.h"
 
 #include "models/table/Catalogue.h"
+#include "platform/Letters.h"
 #include "platform/Narrow.h"
 #include "platform/RuntimeError.h"
 
@@ -12,27 +13,11 @@ namespace Quillon {
 
 namespace {
 
-std::string Stripped(std::string_view text) {
-    const auto blank = [](char c) { return c == ' ' || c == '\t'; };
-    while (!text.empty() && blank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && blank(text.back()))
-        text.remove_suffix(1);
-    std::string small(text);
-    for (char& letter : small)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return small;
-}
-
-// The parts of a text between separators; a text without any is one part.
-std::vector<std::string> PartsOf(std::string_view text, char separator) {
-    std::vector<std::string> parts;
-    for (;;) {
-        const std::size_t end = text.find(separator);
-        parts.push_back(Stripped(text.substr(0, end)));
-        if (end == std::string_view::npos) return parts;
-        text.remove_prefix(end + 1);
-    }
+std::vector<std::string> WordsBetween(std::string_view text, char separator) {
+    std::vector<std::string> words;
+    for (const std::string_view part : PartsBetween(text, separator))
+        words.push_back(SmallLetters(Trimmed(part)));
+    return words;
 }
 
 std::int16_t ReadModelNumber(const std::string& text) {
@@ -105,7 +90,7 @@ std::string VariantText(const ModelVariant& variant) {
 }
 
 ModelVariant ReadVariant(std::string_view text) {
-    const std::vector<std::string> parts = PartsOf(text, '+');
+    const std::vector<std::string> parts = WordsBetween(text, '+');
     ModelVariant variant;
     variant.Model = ReadModelNumber(parts.front());
     for (std::size_t i = 1; i < parts.size(); ++i)
@@ -115,7 +100,7 @@ ModelVariant ReadVariant(std::string_view text) {
 
 std::vector<ModelVariant> ReadVariants(std::string_view text) {
     std::vector<ModelVariant> variants;
-    for (const std::string& part : PartsOf(text, ',')) {
+    for (const std::string& part : WordsBetween(text, ',')) {
         const ModelVariant variant = ReadVariant(part);
         if (std::find(variants.begin(), variants.end(), variant) != variants.end())
             RaiseError("model " + VariantText(variant) + " stands twice");

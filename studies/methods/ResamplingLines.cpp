@@ -2,6 +2,7 @@
 
 #include "input/NUMINPUT.h"
 #include "models/table/ParmScale.h"
+#include "platform/Words.h"
 #include "reporting/values/ParmLines.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ namespace {
 std::string BlocksText(const std::vector<long>& lengths) {
     const auto [least, most] = std::minmax_element(lengths.begin(), lengths.end());
     const std::string first = *least == *most ? "" : std::to_string(*least) + " to ";
-    return "blocks of " + first + std::to_string(*most) + (*most == 1 ? " point" : " points");
+    return "blocks of " + first + Counted(*most, "point");
 }
 
 // Values of a line behind its name: "42.51, median 42.49 [ 41.90, 43.11 ], s.d. 0.31".
