@@ -30,7 +30,7 @@ std::string FreeFolderBeside(const std::string& archive) {
 }
 
 // Where the scans of sets can be read one by one: as they are, or out of the archive.
-ScanFilePath PathsOf(const SortedRun& run, const std::vector<RunSet>& sets, bool packed) {
+ScanPath PathsOf(const SortedRun& run, const std::vector<RunSet>& sets, bool packed) {
     if (!packed) return [&run](std::size_t scan) { return JoinPath(run.Place, run.Scans[scan].File); };
     const std::vector<std::size_t> scans = ScansOf(run, sets);
     const std::vector<std::string> names = NamesForFolder(run, scans);
@@ -102,7 +102,7 @@ void ReadRunAt(const std::string& place) {
                   "of the run?",
                   Work.ProgramName))
         return;
-    const ScanFilePath pathOf = PathsOf(run, sets, packed);
+    const ScanPath pathOf = PathsOf(run, sets, packed);
     FillData([&] { return FillTable(run, sets, pathOf); });
 }
 

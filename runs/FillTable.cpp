@@ -19,7 +19,7 @@ void EmptyTable() {
     Work.HighestSet = 1;
 }
 
-void ReadScansOf(const SortedRun& run, const RunSet& set, RowNo row, const ScanFilePath& pathOf,
+void ReadScansOf(const SortedRun& run, const RunSet& set, RowNo row, const ScanPath& pathOf,
                  std::vector<std::string>& remarks) {
     std::vector<std::string> paths;
     for (const std::size_t i : set.Scans)
@@ -55,7 +55,7 @@ void TellOfReadings(const std::vector<RowNo>& rows, std::vector<std::string>& re
 } // namespace
 
 std::vector<std::string> FillTable(const SortedRun& run, const std::vector<RunSet>& sets,
-                                   const ScanFilePath& pathOf) {
+                                   const ScanPath& pathOf) {
     Workspace before = Work;
     std::vector<std::string> remarks;
     std::vector<RowNo> rows;

@@ -3,20 +3,17 @@
 
 #include "runs/RunSets.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace Quillon {
 
-// Where the file of a scan lies; scan is a subscript of run.Scans.
-using ScanFilePath = std::function<std::string(std::size_t scan)>;
-
 // Empties the table and reads the sets into it, from row 1 on: scan or mean, centerpiece and channel, the
 // radii of the column as range, extinction ratios (1 where none is known), shared concentrations. The
 // columns of intensities are decided for all of them together. Gives what is to be told, a sentence each. A
-// file that cannot be read is a RuntimeError that names it, and the workspace is then as it was.
+// file is where pathOf says; one that cannot be read is a RuntimeError that names it, and the workspace is
+// then as it was.
 std::vector<std::string> FillTable(const SortedRun& run, const std::vector<RunSet>& sets,
-                                   const ScanFilePath& pathOf);
+                                   const ScanPath& pathOf);
 
 } // namespace Quillon

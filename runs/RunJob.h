@@ -3,16 +3,13 @@
 
 #include "runs/RunSets.h"
 
-#include <functional>
 #include <string>
 
 namespace Quillon {
 
-// How the job names a scan's file: scan is a subscript of run.Scans.
-using ScanPath = std::function<std::string(std::size_t scan)>;
-
 // The text of a job with the sets, masses in sigma: file, channel and radii of each, its extinction ratios
-// (as a comment where they are not known) and the set whose concentrations it shares.
+// (as a comment where they are not known) and the set whose concentrations it shares. nameOf
+// is how the job names a scan's file.
 std::string RunJobText(const SortedRun& run, const std::vector<RunSet>& sets, const ScanPath& nameOf);
 
 // --- scans of an archive -----------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 #include "runs/SortedRun.h"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -53,6 +54,9 @@ std::vector<RunSet> PlanSets(const SortedRun& run, const std::vector<std::size_t
 
 // Settles Ratio, LacksRatio and ConcentrationsOf of sets anew, for the order in which they stand.
 void RelateSets(const SortedRun& run, std::vector<RunSet>& sets, const std::vector<WavelengthRatio>& ratios);
+
+// The name or the path of the file of a scan, which is given as a subscript of run.Scans.
+using ScanPath = std::function<std::string(std::size_t scan)>;
 
 // Why the sets cannot stand in one analysis: too many (with how many each cell, wavelength and speed
 // brings), none, or fringes beside absorbances. "" when they can.

@@ -4,20 +4,17 @@
 //
 // Processor time, since a window shares its machine; the best of ten, and of laying out again without
 // painting. FILE takes the picture, to hold one build against another.
+#include "Painted.h"
 #include "chart/CHART.h"
-#include "forms/surfaces/QtSurface.h"
 #include "platform/Narrow.h"
 #include "platform/QuietPlatform.h"
 
 #include <QGuiApplication>
-#include <QImage>
-#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 
 using namespace Quillon;
 
@@ -58,34 +55,20 @@ void Plot() {
     PlotSets(spec, x, y, Points, 1, 2 * Sets, names, {}, {});
 }
 
-double Best(void (*work)()) {
-    double best = 1e300;
-    for (int run = 0; run < 10; ++run) {
-        const std::clock_t before = std::clock();
-        work();
-        best = std::min(best, 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
-    }
-    return best;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     Wire();
-    const auto target = std::make_shared<PainterTarget>();
-    target->Width = argc > 2 ? std::atoi(argv[1]) : 1000;
-    target->Height = argc > 2 ? std::atoi(argv[2]) : 700;
-    target->Stamps = true; // as a window does
-    target->DotsPerInchX = target->DotsPerInchY = argc > 3 ? std::atoi(argv[3]) : 96;
-    QImage image(target->Width, target->Height, QImage::Format_RGB32);
-    QPainter painter(&image);
-    target->Painter = &painter;
-    SetScreenSurface(PainterSurface(target));
+    const int width = argc > 2 ? std::atoi(argv[1]) : 1000;
+    const int height = argc > 2 ? std::atoi(argv[2]) : 700;
+    const int dots = argc > 3 ? std::atoi(argv[3]) : 96;
+    PaintedImage picture(width, height, dots);
+    SetScreenSurface(picture.Surface);
     Plot();
-    std::printf("%d x %d at %.0f dpi: %ld points painted in %.1f ms, laid out in %.2f ms\n", target->Width,
-                target->Height, target->DotsPerInchX, 2 * Sets * Points, Best(ShowGraph), Best(Replot));
-    painter.end();
-    if (argc > 4 && !image.save(argv[4])) return 1;
+    std::printf("%d x %d at %d dpi: %ld points painted in %.1f ms, laid out in %.2f ms\n", width, height,
+                dots, 2 * Sets * Points, Best(ShowGraph), Best(Replot));
+    picture.Painter.end();
+    if (argc > 4 && !picture.Image.save(argv[4])) return 1;
     return Chart.GraphStatus < GraphStatuses::Stop ? 0 : 1;
 }

@@ -4,21 +4,18 @@
 //     pair-bench [WIDTH HEIGHT [FILE]]      (QT_QPA_PLATFORM=offscreen without a display)
 //
 // Processor time, since a window shares its machine; the best of ten. FILE takes the larger picture.
-#include "forms/surfaces/QtSurface.h"
+#include "Painted.h"
 #include "graphs/GraphPair.h"
 #include "platform/Narrow.h"
 #include "platform/QuietPlatform.h"
 #include "workspace/records/Workspace.h"
 
 #include <QGuiApplication>
-#include <QImage>
-#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <functional>
 
 using namespace Quillon;
@@ -59,16 +56,6 @@ void Fill(long sets, long points) {
     Work.RmsResidual = 0.006F;
 }
 
-double Best(const std::function<void()>& work) {
-    double best = 1e300;
-    for (int run = 0; run < 10; ++run) {
-        const std::clock_t before = std::clock();
-        work();
-        best = std::min(best, 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
-    }
-    return best;
-}
-
 void Measure(const DrawingSurface& surface, long sets, long points) {
     Fill(sets, points);
     const double look = Best([] { FollowAnalysis(); });
@@ -87,18 +74,10 @@ void Measure(const DrawingSurface& surface, long sets, long points) {
 int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     Wire();
-    const auto target = std::make_shared<PainterTarget>();
-    target->Width = argc > 2 ? std::atoi(argv[1]) : 800;
-    target->Height = argc > 2 ? std::atoi(argv[2]) : 520;
-    target->Stamps = true; // as a window does
-    target->DotsPerInchX = target->DotsPerInchY = 96;
-    QImage image(target->Width, target->Height, QImage::Format_RGB32);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    target->Painter = &painter;
-    const DrawingSurface surface = PainterSurface(target);
-    Measure(surface, 9, 100);
-    Measure(surface, 18, 1800);
-    painter.end();
-    return argc > 3 && !image.save(argv[3]) ? 1 : 0;
+    PaintedImage picture(argc > 2 ? std::atoi(argv[1]) : 800, argc > 2 ? std::atoi(argv[2]) : 520);
+    picture.Painter.setRenderHint(QPainter::Antialiasing);
+    Measure(picture.Surface, 9, 100);
+    Measure(picture.Surface, 18, 1800);
+    picture.Painter.end();
+    return argc > 3 && !picture.Image.save(argv[3]) ? 1 : 0;
 }

@@ -5,9 +5,9 @@
 // Prints the time of a pass over the species beside that of a pass of sums without derivatives, and how long
 // the graph of the largest model takes from the command to the last line on the window. Processor time, the
 // best of ten.
+#include "Painted.h"
 #include "chart/CHART.h"
 #include "fit/GNLLSQ.h"
-#include "forms/surfaces/QtSurface.h"
 #include "graphs/kinds/SpeciesGraphs.h"
 #include "models/SEDEQ3.h"
 #include "models/species/SpeciesAtPoint.h"
@@ -16,12 +16,9 @@
 #include "workspace/records/Roads.h"
 
 #include <QGuiApplication>
-#include <QImage>
-#include <QPainter>
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 using namespace Quillon;
 
@@ -48,19 +45,6 @@ void Load(ModelCase theCase) {
     SetDefaultBounds();
 }
 
-template <class Task> double Milliseconds(Task&& work) {
-    const std::clock_t before = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-}
-
-template <class Task> double Best(Task&& work) {
-    double best = 1e300;
-    for (int run = 0; run < 10; ++run)
-        best = std::min(best, Milliseconds(work));
-    return best;
-}
-
 void PassOfSpecies() {
     for (const SetNo set : EachSet())
         SpeciesOfSet(set, SpeciesUnit::Signal);
@@ -82,19 +66,12 @@ double ComparePasses(const ModelCase& theCase) {
 
 void PaintGraph() {
     Load(ModelCaseNamed("Model22"));
-    const auto target = std::make_shared<PainterTarget>();
-    target->Width = 1000;
-    target->Height = 700;
-    target->Stamps = true; // as a window does
-    QImage image(target->Width, target->Height, QImage::Format_RGB32);
-    QPainter painter(&image);
-    target->Painter = &painter;
-    SetScreenSurface(PainterSurface(target));
+    const PaintedImage picture(1000, 700);
+    SetScreenSurface(picture.Surface);
     const double made = Best([] { MakeSpeciesGraph(SpeciesGraph::Concentration, AllSets); });
     const double painted = Best(ShowGraph);
     std::printf("  %ld series of %d points: made in %.1f ms, painted in %.1f ms\n", Chart.DataY.Sets(),
                 Points, made, painted);
-    painter.end();
 }
 
 } // namespace

@@ -21,6 +21,7 @@
 #include "reporting/ParameterTable.h"
 #include "scandata/range/RangeBar.h"
 #include "scandata/range/RangeReadings.h"
+#include "tests/support/BlankSurface.h"
 #include "workspace/records/Workspace.h"
 
 #include <gtest/gtest.h>
@@ -34,29 +35,11 @@ namespace Quillon {
 
 namespace {
 
-// A surface on which nothing is seen. A letter is half as wide as it is high.
+// A surface on which nothing is seen, that counts the texts.
 DrawingSurface Blank(int width, int height, long& painted) {
-    DrawingSurface s;
-    s.Width = [width] { return width; };
-    s.Height = [height] { return height; };
-    s.DotsPerInchX = s.DotsPerInchY = [] { return 96.0; };
-    s.HasColor = [] { return true; };
-    s.SetPen = [](const SurfacePen&) {};
-    s.SetBrush = [](const SurfaceBrush&) {};
-    s.SetFont = [](const SurfaceFont&) {};
-    s.SetTextColor = [](Rgb) {};
-    s.SetClip = [](const DeviceRect&) {};
-    s.ClearClip = [] {};
-    s.Line = [](int, int, int, int) {};
-    s.Polyline = [](const std::vector<DevicePoint>&) {};
-    s.Polygon = [](const std::vector<DevicePoint>&) {};
-    s.Rectangle = [](const DeviceRect&) {};
-    s.Ellipse = [](const DeviceRect&) {};
-    s.PieSlice = [](DevicePoint, int, int, double, double) {};
-    s.Text = [&painted](int, int, const std::string&) { ++painted; };
-    s.Measure = [](const std::string& text) { return TextSize{static_cast<int>(text.size()) * 6, 12, 3}; };
-    s.Refresh = [] {};
-    return s;
+    DrawingSurface surface = BlankSurface(width, height);
+    surface.Text = [&painted](int, int, const std::string&) { ++painted; };
+    return surface;
 }
 
 constexpr int BoxWidth = 640, BoxHeight = 480;

@@ -5,6 +5,7 @@
 #include "chart/files/GraphFile.h"
 #include "platform/Platform.h"
 #include "platform/QuietPlatform.h"
+#include "tests/support/BlankSurface.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -20,31 +21,6 @@ void RequireGraph(bool holds, const char* what) {
     std::abort();
 }
 
-// A picture box on which nothing is seen. A character is half as wide as it is high.
-DrawingSurface BlankSurface() {
-    DrawingSurface s;
-    s.Width = [] { return 640; };
-    s.Height = [] { return 480; };
-    s.DotsPerInchX = s.DotsPerInchY = [] { return 96.0; };
-    s.HasColor = [] { return true; };
-    s.SetPen = [](const SurfacePen&) {};
-    s.SetBrush = [](const SurfaceBrush&) {};
-    s.SetFont = [](const SurfaceFont&) {};
-    s.SetTextColor = [](Rgb) {};
-    s.SetClip = [](const DeviceRect&) {};
-    s.ClearClip = [] {};
-    s.Line = [](int, int, int, int) {};
-    s.Polyline = [](const std::vector<DevicePoint>&) {};
-    s.Polygon = [](const std::vector<DevicePoint>&) {};
-    s.Rectangle = [](const DeviceRect&) {};
-    s.Ellipse = [](const DeviceRect&) {};
-    s.PieSlice = [](DevicePoint, int, int, double, double) {};
-    s.Text = [](int, int, const std::string&) {};
-    s.Measure = [](const std::string& text) { return TextSize{static_cast<int>(text.size()) * 6, 12, 3}; };
-    s.Refresh = [] {};
-    return s;
-}
-
 void InstallQuietChart() {
     InstallPlatform(QuietPlatform(BoxAnswer::Ok));
 }
@@ -55,7 +31,7 @@ void InstallQuietChart() {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace Quillon;
     if (!Host.MessageBoxAnswer) InstallQuietChart();
-    if (!Seams.HasPicBox) SetScreenSurface(BlankSurface());
+    if (!Seams.HasPicBox) SetScreenSurface(BlankSurface(640, 480));
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const std::string before = GraphFileBytes();
     try {
