@@ -8,7 +8,6 @@
 #include "platform/FormControls.h"
 #include "platform/Letters.h"
 
-
 namespace Quillon {
 
 SettingsFormRecord SettingsForm;
