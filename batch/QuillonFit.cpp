@@ -142,6 +142,17 @@ int RunPlan(const Options& options) {
     return ExitDone;
 }
 
+// The work of hours goes to standard output where its file does not take it.
+void WriteSummary(const std::string& path, const std::string& text) {
+    try {
+        WriteOutput(path, text);
+    } catch (const RuntimeError& error) {
+        if (path == "-") throw;
+        WriteOutput("-", text);
+        RaiseError(error.Text + "; the summary has gone to standard output");
+    }
+}
+
 // The summary's place is looked at before the first fit.
 int RunTableOptions(const Options& options) {
     Options summary;
@@ -152,7 +163,7 @@ int RunTableOptions(const Options& options) {
         options,
         [](const Options& ofRow, const JobRow& row, RunEnd& end) { return RunOptions(ofRow, &row, end); },
         status);
-    WriteOutput(options.Summary, text);
+    WriteSummary(options.Summary, text);
     return status;
 }
 

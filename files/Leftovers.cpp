@@ -21,22 +21,30 @@ namespace {
 
 constexpr std::string_view Start = ".quillon-"; // then the number of the process, "-" and a count
 
-// The process whose file a name is; 0 when it is none of ours.
-pid_t OwnerOf(std::string_view name) {
-    if (!name.starts_with(Start)) return 0;
+std::atomic<unsigned> Given{0}; // names of this process so far; files are written on several threads
+
+// Who has given a name: the process, 0 when it is none of ours, and as the how manieth of it.
+struct Giver {
+    pid_t Process = 0;
+    unsigned Count = 0;
+};
+
+Giver GiverOf(std::string_view name) {
+    if (!name.starts_with(Start)) return {};
     name.remove_prefix(Start.size());
     pid_t owner = 0;
     unsigned count = 0;
     const char* const end = name.data() + name.size();
     const auto number = std::from_chars(name.data(), end, owner);
-    if (number.ec != std::errc{} || number.ptr == end || *number.ptr != '-') return 0;
+    if (number.ec != std::errc{} || number.ptr == end || *number.ptr != '-') return {};
     const auto rest = std::from_chars(number.ptr + 1, end, count);
-    return rest.ec == std::errc{} && rest.ptr == end && owner > 0 ? owner : 0;
+    return rest.ec == std::errc{} && rest.ptr == end && owner > 0 ? Giver{owner, count} : Giver{};
 }
 
-// A file with our own number was left by an earlier process of that number: ours is not there yet.
-bool IsDead(pid_t owner) {
-    return owner == ::getpid() || (::kill(owner, 0) != 0 && errno == ESRCH);
+// A name with our own number that we have not given yet is that of an earlier process of the number.
+bool IsDead(const Giver& giver) {
+    if (giver.Process == ::getpid()) return giver.Count > Given;
+    return ::kill(giver.Process, 0) != 0 && errno == ESRCH;
 }
 
 // Nobody marks it as in use. A file that cannot be asked counts as in use.
@@ -52,7 +60,7 @@ std::vector<std::string> LeftoversIn(const std::string& folder) {
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), &::closedir);
     if (!listing) return names;
     while (const dirent* entry = ::readdir(listing.get()))
-        if (const pid_t owner = OwnerOf(entry->d_name); owner > 0 && IsDead(owner))
+        if (const Giver giver = GiverOf(entry->d_name); giver.Process > 0 && IsDead(giver))
             names.emplace_back(entry->d_name);
     return names;
 }
@@ -67,8 +75,7 @@ bool IsFirstLookInto(const std::string& folder) {
 } // namespace
 
 std::string NameBeside(const std::string& folder) {
-    static std::atomic<unsigned> count{0}; // files are written on several threads
-    return folder + std::string(Start) + std::to_string(::getpid()) + "-" + std::to_string(++count);
+    return folder + std::string(Start) + std::to_string(::getpid()) + "-" + std::to_string(++Given);
 }
 
 void MarkInUse(int descriptor) {

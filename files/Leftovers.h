@@ -16,7 +16,8 @@ std::string NameBeside(const std::string& folder);
 void MarkInUse(int descriptor);
 
 // Removes the files under such names that dead processes have left in a folder. What bears the number of a
-// living process stays, and what is marked as in use, and whatever cannot be removed. A folder is looked
+// living process stays, of this one what has been given out; so does what is marked as in use, and whatever
+// cannot be removed. A folder is looked
 // through once in a run, since it may hold many thousand files.
 void RemoveLeftovers(const std::string& folder);
 

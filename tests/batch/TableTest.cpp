@@ -183,6 +183,18 @@ TEST_F(Tables, WhatIsWrongWithTheRecipeIsToldBeforeAnyFit) {
     told({}, "names no column of");
 }
 
+TEST_F(Tables, ASummaryOnAFullDiskWasLost) {
+    ProgramStart start;
+    start.Arguments = {Path("recipe.job"), "--table", Path("rows.csv"), "--quiet",
+                       "--rows",           "2-2",     "--summary",      Path("s.csv")};
+    start.LargestFile = 20;
+    const ProgramEnd end = RunProgram(start);
+    EXPECT_EQ(end.Status, 1);
+    EXPECT_NE(end.Err.find("s.csv: Disk full; the summary has gone to standard output"), std::string::npos)
+        << end.Err;
+    EXPECT_EQ(ParseCsv(end.Out).at(1).at(1), "missing.txt");
+}
+
 TEST_F(Tables, AScanThatAnotherRowReadsWasWrittenOver) {
     const auto told = [&](const std::vector<std::string>& options, const std::string& words) {
         const std::string before = ReadWholeFile(Path("other.txt"));

@@ -36,7 +36,8 @@ std::string LeftBy(pid_t process, int n = 1) {
 TEST(Leftovers, OfDeadProcessesGoWithTheNextSave) {
     Script script;
     const std::string dead = script.MakeFile(LeftBy(DeadProcess()), "half a f");
-    const std::string ours = script.MakeFile(LeftBy(::getpid(), 999), "of an earlier process of our number");
+    const std::string ours =
+        script.MakeFile(LeftBy(::getpid(), 2000000000), "of an earlier process of our number");
     WriteWhole(script.Directory() + "/fit.quil", "whole");
     EXPECT_FALSE(fs::exists(dead));
     EXPECT_FALSE(fs::exists(ours));
