@@ -23,7 +23,7 @@ QPlainTextEdit* Lines(Binder& bind, ControlRef control, int rows) {
     text->setFont(FixedPitchFont());
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
     // A parameter with its value and its error is read without scrolling.
-    constexpr int letters = 46;
+    constexpr int letters = 50;
     text->setMinimumSize(text->fontMetrics().horizontalAdvance(QString(letters, '0')) + 24,
                          text->fontMetrics().lineSpacing() * rows + 12);
     text->setTabChangesFocus(true);
@@ -52,7 +52,7 @@ QWidget* StatisticsFrame(Binder& bind) {
 // The small graph: drawn once, when the window opens, into a chart of its own.
 QWidget* SmallGraph() {
     auto* box = new ChartPicture;
-    box->setMinimumSize(400, 280);
+    box->setMinimumSize(340, 260);
     box->DrawOnce([] {
         if (Work.OverlayPlot)
             MakeFitGraph(FitGraph::Overlay, AllSets, {});

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 namespace Quillon {
 
@@ -114,18 +115,51 @@ void BreakFoot(QHBoxLayout& foot, int width) {
     }
 }
 
-// A window that is wider than the screen by its texts alone: long ones go on in a second line, and the
-// buttons at the foot in a second row.
-void MakeNarrower(QDialog& window, int width) {
+// The long texts of a window that stand in one line, the widest first.
+std::vector<QLabel*> LongTexts(const QWidget& window) {
     constexpr int longText = 30; // letters; the names of parameters are shorter
+    std::vector<QLabel*> found;
     for (QLabel* label : window.findChildren<QLabel*>())
-        if (label->text().size() > longText && !label->text().contains('\n')) label->setWordWrap(true);
-    const QMargins margins = window.layout()->contentsMargins();
-    if (QHBoxLayout* foot = FootOf(*window.layout()))
-        BreakFoot(*foot, width - margins.left() - margins.right());
+        if (!label->wordWrap() && label->text().size() > longText && !label->text().contains('\n'))
+            found.push_back(label);
+    const auto wider = [](const QLabel* a, const QLabel* b) {
+        return a->sizeHint().width() > b->sizeHint().width();
+    };
+    std::stable_sort(found.begin(), found.end(), wider);
+    return found;
+}
+
+// The text goes on in a second line. Its least size tells so: layouts that lie in others do not ask how high
+// a text becomes.
+void WrapOnce(QLabel& label) {
+    constexpr int step = 8; // pixels
+    const int whole = label.sizeHint().width();
+    label.setWordWrap(true);
+    const int high = label.heightForWidth(2 * whole) + label.fontMetrics().lineSpacing();
+    int width = whole / 2;
+    while (width < whole && label.heightForWidth(width) > high)
+        width += step;
+    label.setMinimumSize(width, high);
+}
+
+int LeastWidth(QWidget& window) {
     for (QLayout* layout : window.findChildren<QLayout*>())
         layout->invalidate(); // what lies in others, or in frames, keeps its former size otherwise
     window.layout()->activate();
+    return window.layout()->totalMinimumSize().width();
+}
+
+// A window that is wider than the screen by its texts alone: the buttons at the foot go on in a second row,
+// and as many of its long texts as are in the way in a second line.
+void MakeNarrower(QDialog& window, int width) {
+    const QMargins margins = window.layout()->contentsMargins();
+    if (QHBoxLayout* foot = FootOf(*window.layout()))
+        BreakFoot(*foot, width - margins.left() - margins.right());
+    for (QLabel* label : LongTexts(window)) {
+        if (LeastWidth(window) <= width) return;
+        WrapOnce(*label);
+    }
+    LeastWidth(window);
 }
 
 // The row that stays in sight: the whole foot where it is not too wide, otherwise its ways out.
