@@ -4,6 +4,7 @@
 #include "fit/equations/NoiseWeights.h"
 #include "fit/equations/NormalEquations.h"
 #include "input/NUMINPUT.h"
+#include "platform/Fingerprint.h"
 #include "workspace/records/Roads.h"
 #include "workspace/records/Workspace.h"
 
@@ -11,7 +12,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -189,43 +189,30 @@ std::vector<Residuals> MeasuredResiduals(const Workspace& fit) {
 
 // --- the fit that stands is asked for its noise by all who tell of it: once for the same points
 
-// All that the measures hang on; noises and rows of the sets give their weights.
-struct Measured {
-    decltype(Workspace::PtX) X;
-    decltype(Workspace::PtY) Y;
-    decltype(Workspace::PtFit) Fit;
-    decltype(Workspace::PtSet) Set;
-    decltype(Workspace::SetNoise) Noise;
-    decltype(Workspace::SetRow) Row;
-    long Points = -1, Sets = 0, Parameters = 0;
-};
+// Of all that the measures hang on; noises and rows of the sets give their weights.
+Fingerprint FingerprintOfWork() {
+    const Workspace& w = Work; // the thread's own is looked up once
+    Fingerprint print;
+    for (const OneBased<float>* column : {&w.PtX, &w.PtY, &w.PtFit})
+        print.Add(*column);
+    print.Add(w.PtSet);
+    print.Add(w.SetNoise);
+    print.Add(w.SetRow);
+    for (const long number : {long{w.NumPts}, long{w.NumSets}, long{w.NumFree}})
+        print.Add(number);
+    return print;
+}
 
 struct Measures {
-    Measured Of;
+    std::optional<Fingerprint> Of;
     double Noise = 0.0; // the variance of all points together
     std::vector<Residuals> Left;
 };
 thread_local Measures Last;
 
-// By their bytes, which are as good as their values where the same calculation has made them.
-template <class Array> bool IsSame(const Array& a, const Array& b) {
-    if (a.Hi() != b.Hi()) return false;
-    return a.Hi() < 1 ||
-           std::memcmp(a.Data(), b.Data(), sizeof(*a.Data()) * static_cast<std::size_t>(a.Hi())) == 0;
-}
-
-bool Stands(const Measured& m) {
-    return m.Points == Work.NumPts && m.Sets == Work.NumSets && m.Parameters == Work.NumFree &&
-           IsSame(m.Fit, Work.PtFit) && IsSame(m.Y, Work.PtY) && IsSame(m.X, Work.PtX) &&
-           IsSame(m.Set, Work.PtSet) && m.Noise == Work.SetNoise && m.Row == Work.SetRow;
-}
-
 const Measures& MeasuresOfWork() {
-    if (!Stands(Last.Of))
-        Last = {{Work.PtX, Work.PtY, Work.PtFit, Work.PtSet, Work.SetNoise, Work.SetRow, Work.NumPts,
-                 Work.NumSets, Work.NumFree},
-                MeasuredNoise(Work, 1)[0],
-                MeasuredResiduals(Work)};
+    const Fingerprint print = FingerprintOfWork();
+    if (Last.Of != print) Last = {print, MeasuredNoise(Work, 1)[0], MeasuredResiduals(Work)};
     return Last;
 }
 

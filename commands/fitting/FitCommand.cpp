@@ -221,6 +221,23 @@ void FitPrepared(const FitProgress* progress) {
     CopySharedConstants();
 }
 
+// Everything before the iteration; after a cancel false, with what stood put back. The analysis that it keeps
+// for that is gone when the iteration starts.
+bool PrepareOrPutBack() {
+    const Workspace before = Work;
+    if (!PrepareFit()) {
+        if (IsStandingFit(before)) Work = before;
+        return false;
+    }
+    BuildParmScale();
+    if (HoldDialog() == HoldAnswer::Cancel) { // a fit that stood still has its own values
+        Work = before;
+        ResetFitFunction();
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 void RefineModel() {
@@ -257,19 +274,8 @@ void ShowResults() {
 }
 
 void FitDataCommand(const FitProgress* progress) {
-    const Workspace before = Work;
     try {
-        if (!PrepareFit()) {
-            if (IsStandingFit(before)) Work = before;
-            return;
-        }
-        BuildParmScale();
-        if (HoldDialog() == HoldAnswer::Cancel) { // a fit that stood still has its own values
-            Work = before;
-            ResetFitFunction();
-            return;
-        }
-        FitPrepared(progress);
+        if (PrepareOrPutBack()) FitPrepared(progress);
     } catch (const RuntimeError& error) {
         if (!Work.FitDone) Work.Outcome = {FitEnd::MathError, error.Text}; // else only showing it failed
         Tell("Error '" + error.Text + "' occurred in the fit command.", Work.ProgramName, BoxIcon::Stop);

@@ -1,9 +1,12 @@
-// Arrays that know their base.
+// Arrays that know their base, and by what they are known again.
 #include "platform/Arrays.h"
+#include "platform/Fingerprint.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace Quillon {
 namespace {
@@ -153,6 +156,30 @@ TEST(BasedMatrix, ASubscriptOutOfRangeIsAnError) {
     ExpectBadSubscript([&] { return read(2, 4); });
 }
 #endif
+
+Fingerprint PrintOf(const OneBased<float>& array) {
+    Fingerprint print;
+    print.Add(array);
+    return print;
+}
+
+// Eleven singles are a step of eight and a part of another, and the last bit of each counts.
+TEST(Fingerprint, AnyElementThatChangesShows) {
+    OneBased<float> array(11, 0.5F);
+    const Fingerprint before = PrintOf(array);
+    for (long i = 1; i <= array.Hi(); ++i) {
+        array[i] = std::nextafter(0.5F, 1.0F);
+        EXPECT_FALSE(PrintOf(array) == before) << i;
+        array[i] = 0.5F;
+        EXPECT_TRUE(PrintOf(array) == before) << i;
+    }
+    EXPECT_FALSE(PrintOf(OneBased<float>(10, 0.5F)) == before);
+    EXPECT_FALSE(PrintOf(OneBased<float>(1, 0.0F)) == PrintOf(OneBased<float>(2, 0.0F)));
+    array[9] = 1.0F; // the same place of another word as the first one
+    const Fingerprint ninth = PrintOf(array);
+    std::swap(array[1], array[9]);
+    EXPECT_FALSE(PrintOf(array) == ninth) << "the order counts";
+}
 
 } // namespace
 } // namespace Quillon
