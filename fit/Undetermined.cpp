@@ -44,8 +44,13 @@ std::string Listed(const Places& places) {
     return text;
 }
 
-std::string HoldThem(const Places& places) {
-    return places.size() == 1 ? ". Hold it." : ". Hold them.";
+// A name may end with a point of its own, as that of the virial coefficient does.
+std::string WithAdvice(const std::string& sentence, const char* advice) {
+    return sentence + (sentence.ends_with('.') ? " " : ". ") + advice;
+}
+
+std::string HoldThem(const std::string& sentence, const Places& places) {
+    return WithAdvice(sentence, places.size() == 1 ? "Hold it." : "Hold them.");
 }
 
 // The eigenvector of the smallest eigenvalue.
@@ -98,8 +103,9 @@ bool TakeOutMoved(Places& places, long point) {
 std::string CombinationText(const PerFree<double>& elements) {
     const Places places = LeadingPlaces(elements);
     const std::string first = "The data do not determine " + NameOf(places.at(0));
-    if (places.size() == 1) return first + HoldThem(places);
-    return first + " together with " + Listed({places.begin() + 1, places.end()}) + ". Hold one of them.";
+    if (places.size() == 1) return HoldThem(first, places);
+    return WithAdvice(first + " together with " + Listed({places.begin() + 1, places.end()}),
+                      "Hold one of them.");
 }
 
 std::string UndeterminedText(const NormalEquations& e) {
@@ -125,7 +131,7 @@ std::vector<FreePos> PlacesWithoutEffect() {
 }
 
 std::string WithoutEffectText(const std::vector<FreePos>& places) {
-    return "No point depends on " + Listed(places) + HoldThem(places);
+    return HoldThem("No point depends on " + Listed(places), places);
 }
 
 bool HasInverse() {

@@ -29,6 +29,9 @@ TEST_F(UndeterminedTest, ACombinationIsNamedByItsEigenvector) {
                                        ". Hold one of them.");
     e.Matrix(1, 1) = 0.0; // no point feels the second one
     EXPECT_EQ(UndeterminedText(e), "No point depends on " + Work.ParmName[SlotOffset(2)] + ". Hold it.");
+    Work.ParmName[SlotOffset(2)] =
+        "B2 vir. coef."; // a name that ends with a point was followed by another one
+    EXPECT_EQ(UndeterminedText(e), "No point depends on B2 vir. coef. Hold it.");
 }
 
 // A concentration that vanishes once the iteration has ended, beside a level that is off by then.
