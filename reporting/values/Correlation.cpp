@@ -113,8 +113,18 @@ std::uint32_t CorrelationColor(CorrelationClass kind) {
     }
 }
 
+// A report of the largest fit has fifteen hundred of them, which are below 1. Where the fifth decimal is not
+// next to a half the nearest whole number of ten-thousandths is what the picture rounds to.
 std::string CoefficientText(double coefficient) {
-    return FormatNumber(coefficient, "+0.0000;-0.0000");
+    const double parts = std::fabs(coefficient) * 10000.0;
+    const double below = std::floor(parts);
+    if (!(parts < 9999.0) || std::fabs(parts - below - 0.5) < 1e-6)
+        return FormatNumber(coefficient, "+0.0000;-0.0000");
+    int digits = static_cast<int>(parts - below < 0.5 ? below : below + 1.0);
+    std::string text = coefficient < 0.0 ? "-0.0000" : "+0.0000";
+    for (std::size_t place = text.size() - 1; digits > 0; --place, digits /= 10)
+        text[place] = static_cast<char>('0' + digits % 10);
+    return text;
 }
 
 void FillCorrelation(const std::string& caption, const std::vector<std::string>& names,

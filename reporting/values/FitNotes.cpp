@@ -66,16 +66,27 @@ std::string PartnerNote(FreePos place) {
            Work.ParmName[SlotOf(partner)];
 }
 
-// Residuals of the readings of a set, in their order.
-std::vector<double> ResidualsOf(SetNo set) {
-    const Workspace& w = Work; // the thread's own is looked up once
-    const long first = FirstPointOf(set);
-    const long last = w.FitValid ? std::min(LastTruePointOf(set), static_cast<long>(w.PtFit.Hi())) : 0;
-    std::vector<double> residuals(static_cast<std::size_t>(std::max(last - first + 1, 0L)));
-    for (long p = first; p <= last; ++p)
-        residuals[static_cast<std::size_t>(p - first)] =
-            static_cast<double>(w.PtY[p]) - static_cast<double>(w.PtFit[p]);
-    return residuals;
+// What the residuals of a set's readings come to.
+struct ResidualSums {
+    double Squares = 0.0, Sum = 0.0;
+    SignCounts Signs;
+};
+
+// Of the points from first to last, of which there is at least one.
+ResidualSums SumResiduals(long first, long last) {
+    const float* const y = &Work.PtY[first];
+    const float* const fit = &Work.PtFit[first];
+    ResidualSums sums;
+    bool former = static_cast<double>(y[0]) - static_cast<double>(fit[0]) >= 0.0;
+    for (long i = 0; i <= last - first; ++i) {
+        const double residual = static_cast<double>(y[i]) - static_cast<double>(fit[i]);
+        sums.Squares += residual * residual;
+        sums.Sum += residual;
+        const bool positive = residual >= 0.0;
+        sums.Signs.Add(positive, former);
+        former = positive;
+    }
+    return sums;
 }
 
 std::string SignedText(double value) {
@@ -133,17 +144,14 @@ std::string RmsNote(SetNo set, const PerSet<SetQuality>& qualities) {
 SetQuality QualityOfSet(SetNo set) {
     SetQuality quality;
     quality.Points = TruePointsOf(set);
-    const std::vector<double> residuals = ResidualsOf(set);
-    if (residuals.empty()) return quality;
-    double squares = 0.0, sum = 0.0;
-    for (const double r : residuals) {
-        squares += r * r;
-        sum += r;
-    }
-    const auto n = static_cast<double>(residuals.size());
-    quality.Rms = std::sqrt(squares / n);
-    quality.Mean = sum / n;
-    if (residuals.size() > 1) quality.RunsZ = RunsZOf(residuals);
+    const long first = FirstPointOf(set);
+    const long last = Work.FitValid ? std::min(LastTruePointOf(set), Work.PtFit.Hi()) : 0;
+    if (last < first) return quality;
+    const ResidualSums sums = SumResiduals(first, last);
+    const auto n = static_cast<double>(last - first + 1);
+    quality.Rms = std::sqrt(sums.Squares / n);
+    quality.Mean = sums.Sum / n;
+    if (last > first) quality.RunsZ = RunsZFrom(sums.Signs);
     return quality;
 }
 

@@ -10,18 +10,6 @@ namespace Quillon {
 
 namespace {
 
-// Points by the sign of their residual, and how often the sign changes from one point of a set to the next.
-struct SignCounts {
-    long Positive = 0, Negative = 0, Changes = 0;
-
-    // Counts a point; former is the sign of the one before it in its set, its own where there is none.
-    void Add(bool positive, bool former) {
-        Positive += positive;
-        Negative += !positive;
-        Changes += positive != former; // [decision: changes-not-runs]
-    }
-};
-
 SignCounts CountSigns() {
     SignCounts counts;
     const Workspace& w = Work; // the thread's own is looked up once
@@ -37,6 +25,8 @@ SignCounts CountSigns() {
     return counts;
 }
 
+} // namespace
+
 // The distance of the count from its mean where signs come at random, in standard deviations (Wald and
 // Wolfowitz, Ann. Math. Statist. 11 (1940) 147).
 double RunsZFrom(const SignCounts& counts) {
@@ -49,22 +39,9 @@ double RunsZFrom(const SignCounts& counts) {
     return variance == 0.0 ? 1.0 : std::abs(static_cast<double>(counts.Changes) - mean) / Sqrt(variance);
 }
 
-} // namespace
-
 void RunsTest() {
     CalcResiduals();
     Work.RunsZ = ToSingle(RunsZFrom(CountSigns()));
-}
-
-double RunsZOf(const std::vector<double>& residuals) {
-    SignCounts counts;
-    bool former = !residuals.empty() && residuals[0] >= 0.0;
-    for (const double residual : residuals) {
-        const bool positive = residual >= 0.0;
-        counts.Add(positive, former);
-        former = positive;
-    }
-    return RunsZFrom(counts);
 }
 
 double RoundSignificant(double value, int digits) {

@@ -15,8 +15,20 @@ namespace Quillon {
 // is lower than the textbook number of runs by the number of sets. 0 or 1 points are a RuntimeError.
 void RunsTest();
 
-// The same Z of the residuals of one set, in their order; at least two of them.
-double RunsZOf(const std::vector<double>& residuals);
+// Points by the sign of their residual, and how often the sign changes from one point of a set to the next.
+struct SignCounts {
+    long Positive = 0, Negative = 0, Changes = 0;
+
+    // Counts a point; former is the sign of the one before it in its set, its own where there is none.
+    void Add(bool positive, bool former) {
+        Positive += positive;
+        Negative += !positive;
+        Changes += positive != former; // [decision: changes-not-runs]
+    }
+};
+
+// The same Z of the residuals of one set, by their signs in order; at least two of them.
+double RunsZFrom(const SignCounts& counts);
 
 // value rounded to a number of significant digits, half away from zero; 0 stays 0.
 double RoundSignificant(double value, int digits);

@@ -2,6 +2,7 @@
 #include "reporting/values/Correlation.h"
 
 #include "HandBuiltFit.h"
+#include "input/NUMINPUT.h"
 #include "tests/support/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,17 @@ TEST(Correlation, TableIsSymmetricWithOnesOnTheDiagonal) {
     for (std::size_t a = 0; a < 4; ++a)
         for (std::size_t b = 0; b < 4; ++b)
             EXPECT_EQ(Correlation.Cells[a][b].Text, expected[a][b]) << a << "," << b;
+}
+
+// Written by a road of their own where that is safe: next to a half, to 1 and to 0 it must not be.
+TEST(Correlation, CoefficientsAreWrittenAsTheirPictureHasThem) {
+    for (const double value : {0.0, -0.0, 1.0, -1.0, 0.99994999, 0.99995, -0.99996, 0.5, 0.12345, -0.12345,
+                               0.123449999999, 0.00005, -0.00004, -1e-9, 0.00015, 1.25, 1e9})
+        EXPECT_EQ(CoefficientText(value), FormatNumber(value, "+0.0000;-0.0000")) << value;
+    for (int i = -2000; i <= 2000; ++i) {
+        const double value = i * 0.000499975;
+        EXPECT_EQ(CoefficientText(value), FormatNumber(value, "+0.0000;-0.0000")) << value;
+    }
 }
 
 TEST(Correlation, ColoursOfTheCells) {
