@@ -135,7 +135,7 @@ void WrapOnce(QLabel& label) {
     constexpr int step = 8; // pixels
     const int whole = label.sizeHint().width();
     label.setWordWrap(true);
-    const int high = label.heightForWidth(2 * whole) + label.fontMetrics().lineSpacing();
+    const int high = 2 * label.heightForWidth(2 * whole);
     int width = whole / 2;
     while (width < whole && label.heightForWidth(width) > high)
         width += step;
