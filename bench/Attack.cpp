@@ -122,7 +122,8 @@ struct Tally {
 void Judge(const std::string& name, std::uint64_t number, double least, Tally& tally) {
     if (Work.Outcome.End != FitEnd::Converged) return tally.Count("told");
     const double share = std::max(least / Freedom(), LeastVariance());
-    const double ratio = Work.SumSq / std::max(least, LeastVariance() * Freedom());
+    const double floor = LeastVariance() * Freedom(); // what singles know
+    const double ratio = std::max(Work.SumSq, floor) / std::max(least, floor);
     const bool remark = !MisfitText().empty();
     if (ratio <= 1.001 && (ratio >= 0.999 || Chosen.Own))
         return tally.Count(remark ? "minimum, with a remark" : "minimum");
