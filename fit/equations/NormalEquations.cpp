@@ -128,6 +128,16 @@ double VarianceOfAPoint() {
     return std::max(found, LeastVariance());
 }
 
+// What a step of the linearised problem lowers the sum by, in shares of a degree of freedom.
+double DecreaseBy(const NormalEquations& e, const PerFree<double>& step) {
+    double promise = 0.0;
+    for (const FreePos a : EachPlace(e))
+        promise += step[a] * e.Vector[a];
+    if (promise == 0.0) return 0.0;
+    const double d = promise / VarianceOfAPoint();
+    return std::isfinite(d) && d > -1.0 ? std::fabs(d) : std::numeric_limits<double>::infinity();
+}
+
 } // namespace
 
 double LeastVariance() {
@@ -157,13 +167,12 @@ PerFree<double> DampedStep(const NormalEquations& e, double damping, MovedParms 
 }
 
 double ExpectedDecrease(const NormalEquations& e, MovedParms parms) {
-    const PerFree<double> step = DampedStep(e, 0.0, parms);
-    double promise = 0.0;
-    for (const FreePos a : EachPlace(e))
-        promise += step[a] * e.Vector[a];
-    if (promise == 0.0) return 0.0;
-    const double d = promise / VarianceOfAPoint();
-    return std::isfinite(d) && d > -1.0 ? std::fabs(d) : std::numeric_limits<double>::infinity();
+    return DecreaseBy(e, DampedStep(e, 0.0, parms));
+}
+
+double ExpectedDecreaseOf(const NormalEquations& e, const PerFree<double>& step) {
+    Places places = AllPlaces(e);
+    return TakeOutBlocked(places, step) ? ExpectedDecrease(e) : DecreaseBy(e, step);
 }
 
 ZeroBasedMatrix<double> DeterminedInverse(const NormalEquations& e) {

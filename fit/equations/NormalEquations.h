@@ -47,6 +47,10 @@ double LargestDiagonal(const NormalEquations& equations);
 // where it has no value.
 double ExpectedDecrease(const NormalEquations& equations, MovedParms parms = MovedParms::All);
 
+// The same where the undamped step of all parameters is known already, from the inverse: one product, unless
+// a bound blocks an element of it.
+double ExpectedDecreaseOf(const NormalEquations& equations, const PerFree<double>& step);
+
 // The inverse of Matrix as far as the data determine it: that at the smallest damping which has one, with
 // rows and columns of zeros for the parameters whose variance hangs on the damping.
 ZeroBasedMatrix<double> DeterminedInverse(const NormalEquations& equations);
