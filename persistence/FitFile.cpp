@@ -7,7 +7,6 @@
 #include "persistence/settings/SisterProgram.h"
 #include "platform/Paths.h"
 #include "platform/Platform.h"
-#include "scandata/table/BaselineAt.h"
 #include "scandata/table/FitData.h"
 #include "workspace/records/Cancel.h"
 
@@ -195,7 +194,6 @@ AdoptedFit AdoptFit(const std::string& bytes, const std::string& path) {
     }
     RememberAsLastFit();
     ResetFitFunction();
-    ForgetBaselinePlace();
     Work.FitFile = path;
     return {fit.ModelGone};
 }

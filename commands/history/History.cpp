@@ -2,7 +2,6 @@
 
 #include "models/function/FitFunction.h"
 #include "persistence/codec/FitCodec.h"
-#include "scandata/table/BaselineAt.h"
 
 #include <new>
 #include <utility>
@@ -115,8 +114,7 @@ void GoToStep(std::size_t place) {
     Work = std::move(there);
     History.Place = place;
     History.Bytes = BytesToCompare();
-    ResetFitFunction(); // what they keep belongs to other points
-    ForgetBaselinePlace();
+    ResetFitFunction(); // what it keeps belongs to other points
 }
 
 void UndoCommand() {

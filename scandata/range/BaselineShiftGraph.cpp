@@ -42,10 +42,11 @@ void FillSeries(const Adjustment& a, SetTable& x, SetTable& y) {
     const long first = Work.FitRange[0][a.Row];
     const long n = FittedPoints(a.Row);
     if (n != x.Points()) RaiseError(RowName(a.Row) + ": its range is not that of the graph any more");
+    BaselinePlace place;
     for (long i = 1; i <= n; ++i) {
         const float r = Work.ScanRadius[a.Row][first + i - 1];
         const float data = Work.ScanValue[a.Row][first + i - 1];
-        const float baseline = BaselineAt(r - a.Present, a.Row);
+        const float baseline = BaselineAt(r - a.Present, a.Row, place);
         for (long s = 1; s <= 3; ++s)
             x(i, s) = r;
         y(i, 1) = data;

@@ -258,9 +258,10 @@ float ProposeCeiling(const OneBased<float>& signals, long first, long last) {
 
 float ProposeCeilingOf(RowNo row, long first, long last) {
     OneBased<float> signals(last);
-    ForgetBaselinePlace();
+    BaselinePlace baseline;
     for (long p = first; p <= last; ++p)
-        signals[p] = static_cast<float>(SignalOf(row, Work.ScanRadius[row][p], Work.ScanValue[row][p]));
+        signals[p] =
+            static_cast<float>(SignalOf(row, Work.ScanRadius[row][p], Work.ScanValue[row][p], baseline));
     return ProposeCeiling(signals, first, last);
 }
 

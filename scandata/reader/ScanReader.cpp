@@ -7,7 +7,6 @@
 #include "scandata/reader/ExtinctionRatios.h"
 #include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/ScanLines.h"
-#include "scandata/table/BaselineAt.h"
 #include "scandata/table/DataSetTable.h"
 #include "workspace/records/ReadingRemarks.h"
 
@@ -232,7 +231,6 @@ ScanReadResult ReadScan(const std::string& path, RowNo row) {
 }
 
 ReadFailure TryReadBaseline(const std::string& path, RowNo row) {
-    ForgetBaselinePlace();
     return Attempt(path, "Error during baseline read, possible invalid data in file",
                    [&](const std::string& bytes) {
                        ParseBaseline(bytes, row);

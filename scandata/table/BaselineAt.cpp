@@ -9,49 +9,40 @@ namespace Quillon {
 
 namespace {
 
-// Where the latest call ended: the calls come in rising radius, so that the next one goes on from there.
-struct BaselinePlace {
-    RowNo Row;
-    long Point = 1; // the first point at or above Radius, or one behind the last
-    float Radius = 0.0F;
-};
-BaselinePlace Latest;
-
 // The points before the remembered one all lie below radius.
-bool PlaceHolds(float radius, RowNo row, const float* radii, long points) {
-    return Latest.Row == row && radius >= Latest.Radius && Latest.Point <= points + 1 &&
-           (Latest.Point == 1 || radii[Latest.Point - 2] < radius);
+bool Holds(const BaselinePlace& place, float radius, RowNo row, const float* radii, long points) {
+    return place.Row == row && radius >= place.Radius && place.Point <= points + 1 &&
+           (place.Point == 1 || radii[place.Point - 2] < radius);
+}
+
+// The straight line between two neighbouring points, of which `at` counts the outer one from 0.
+float Between(const float* x, const float* y, long at, float radius) {
+    const double x1 = x[at - 1], x2 = x[at];
+    const double y1 = y[at - 1], y2 = y[at];
+    return ToSingle(((radius - x1) * y2 + (x2 - radius) * y1) / (x2 - x1));
 }
 
 } // namespace
 
-float BaselineAt(float radius, RowNo row) {
+float BaselineAt(float radius, RowNo row, BaselinePlace& latest) {
     const long points = std::min<long>(
         {Work.BaselinePoints[row], Work.BaselineRadius[row].Hi(), Work.BaselineValue[row].Hi()});
     if (points < 1) return 0.0F;
     const float* x = Work.BaselineRadius[row].Data();
     const float* y = Work.BaselineValue[row].Data();
-    long i = PlaceHolds(radius, row, x, points) ? Latest.Point : 1;
+    long i = Holds(latest, radius, row, x, points) ? latest.Point : 1;
     while (i <= points && x[i - 1] < radius)
         ++i;
-    Latest = {row, i, radius};
+    latest = {row, i, radius};
     if (i == 1) return y[0];
     if (i > points) return y[points - 1];
-    const double x1 = x[i - 2];
-    const double x2 = x[i - 1];
-    const double y1 = y[i - 2];
-    const double y2 = y[i - 1];
-    return ToSingle(((radius - x1) * y2 + (x2 - radius) * y1) / (x2 - x1));
+    return Between(x, y, i - 1, radius);
 }
 
-double SignalOf(RowNo row, float radius, float value) {
+double SignalOf(RowNo row, float radius, float value, BaselinePlace& latest) {
     if (!HasBaseline(row)) return value;
     const float shift = Work.BaselineShifted[row] ? Work.BaselineShift[row] : 0.0F;
-    return static_cast<double>(value) - BaselineAt(radius - shift, row);
-}
-
-void ForgetBaselinePlace() {
-    Latest = {};
+    return static_cast<double>(value) - BaselineAt(radius - shift, row, latest);
 }
 
 } // namespace Quillon

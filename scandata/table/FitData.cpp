@@ -278,13 +278,14 @@ void FillTruePoints(FitBuild& build, SetNo k, long& n) {
     const OneBased<float>& radii = Work.ScanRadius[row];
     const OneBased<float>& values = Work.ScanValue[row];
     const long last = Work.FitRange[1][row];
+    BaselinePlace baseline;
     for (long p = Work.FitRange[0][row]; p <= last; ++p) {
         const float radius = radii[p];
         const double r = radius;
         const float value = values[p];
         ++n;
         build.X[n] = Fitting(r * r / 2.0 - x0, "the square of a radius");
-        build.Y[n] = Fitting(SignalOf(row, radius, value), "the signal");
+        build.Y[n] = Fitting(SignalOf(row, radius, value, baseline), "the signal");
         build.Set[n] = ToInt16(k.Number);
     }
 }
@@ -307,7 +308,6 @@ void FillPseudoPoints(FitBuild& build, SetNo k, long& n) {
 
 void FillPoints(FitBuild& build) {
     long n = 0;
-    ForgetBaselinePlace();
     for (const SetNo k : SetsUpTo(build.LastSet)) {
         OfRow(RowNo(build.SetRow[k]), [&] {
             FillTruePoints(build, k, n);

@@ -110,9 +110,10 @@ std::vector<bool> MarksByHand(RowNo row, const std::vector<Reading>& readings) {
 
 std::vector<long> PointsAbove(RowNo row, float ceiling) {
     std::vector<long> points;
-    ForgetBaselinePlace();
+    BaselinePlace baseline;
     for (long p = 1; ceiling > 0.0F && p <= Work.ScanPoints[row]; ++p)
-        if (SignalOf(row, Work.ScanRadius[row][p], Work.ScanValue[row][p]) > static_cast<double>(ceiling))
+        if (SignalOf(row, Work.ScanRadius[row][p], Work.ScanValue[row][p], baseline) >
+            static_cast<double>(ceiling))
             points.push_back(p);
     return points;
 }

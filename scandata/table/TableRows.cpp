@@ -1,6 +1,5 @@
 #include "scandata/table/TableRows.h"
 
-#include "scandata/table/BaselineAt.h"
 #include "scandata/table/DataSetTable.h"
 #include "workspace/records/Fields.h"
 #include "workspace/records/Roads.h"
@@ -77,7 +76,6 @@ void EmptyRow(RowNo row) {
 }
 
 void MoveRow(RowNo from, RowNo to) {
-    ForgetBaselinePlace();
     VisitColumns(Fresh(), [&](auto& column, const auto&) {
         Rotate(
             [&](RowNo row) -> auto& { return column[row]; }, from, to);
@@ -108,7 +106,6 @@ void RemoveRow(RowNo row) {
 }
 
 void CopyRow(RowNo from, RowNo to) {
-    ForgetBaselinePlace();
     CopyEntries(from, to, Work.ScanRadius, Work.ScanValue, Work.BaselineRadius, Work.BaselineValue);
     CopyEntries(from, to, Work.ScanTemperature, Work.ScanRPM, Work.ScanOmega2t, Work.ScanWavelength,
                 Work.ScanTime, Work.ScansAveraged, Work.ScanPoints, Work.ScanComment, Work.ScanDirectory,

@@ -23,32 +23,33 @@ void LoadBaseline(long row, const std::vector<std::pair<float, float>>& points) 
 }
 
 struct Baselines : ScanTest {
-    Baselines() { ForgetBaselinePlace(); }
+    float At(float radius, long row) { return BaselineAt(radius, RowNo(row), Latest); }
+    BaselinePlace Latest;
 };
 
 TEST_F(Baselines, LinearBetweenItsPoints) {
     LoadBaseline(2, {{6.0F, 1.0F}, {6.5F, 3.0F}, {7.0F, -1.0F}});
-    EXPECT_EQ(BaselineAt(6.0F, RowNo(2)), 1.0F);
-    EXPECT_EQ(BaselineAt(6.125F, RowNo(2)), 1.5F);
-    EXPECT_EQ(BaselineAt(6.5F, RowNo(2)), 3.0F);
-    EXPECT_EQ(BaselineAt(6.75F, RowNo(2)), 1.0F);
-    EXPECT_EQ(BaselineAt(7.0F, RowNo(2)), -1.0F);
+    EXPECT_EQ(At(6.0F, 2), 1.0F);
+    EXPECT_EQ(At(6.125F, 2), 1.5F);
+    EXPECT_EQ(At(6.5F, 2), 3.0F);
+    EXPECT_EQ(At(6.75F, 2), 1.0F);
+    EXPECT_EQ(At(7.0F, 2), -1.0F);
 }
 
 TEST_F(Baselines, ConstantOutsideItsPoints) {
     LoadBaseline(2, {{6.0F, 1.0F}, {6.5F, 3.0F}});
-    EXPECT_EQ(BaselineAt(5.0F, RowNo(2)), 1.0F);
-    EXPECT_EQ(BaselineAt(6.75F, RowNo(2)), 3.0F);
-    EXPECT_EQ(BaselineAt(9.0F, RowNo(2)), 3.0F);
+    EXPECT_EQ(At(5.0F, 2), 1.0F);
+    EXPECT_EQ(At(6.75F, 2), 3.0F);
+    EXPECT_EQ(At(9.0F, 2), 3.0F);
     LoadBaseline(3, {{6.0F, 4.0F}});
-    EXPECT_EQ(BaselineAt(5.0F, RowNo(3)), 4.0F);
-    EXPECT_EQ(BaselineAt(7.0F, RowNo(3)), 4.0F);
+    EXPECT_EQ(At(5.0F, 3), 4.0F);
+    EXPECT_EQ(At(7.0F, 3), 4.0F);
 }
 
 TEST_F(Baselines, WithoutPointsItIsZero) {
-    EXPECT_EQ(BaselineAt(6.0F, RowNo(1)), 0.0F);
+    EXPECT_EQ(At(6.0F, 1), 0.0F);
     Work.BaselinePoints[1] = 5; // a damaged record: points without arrays
-    EXPECT_EQ(BaselineAt(6.0F, RowNo(1)), 0.0F);
+    EXPECT_EQ(At(6.0F, 1), 0.0F);
 }
 
 TEST_F(Baselines, RightInAnyOrderOfCalls) {
@@ -60,17 +61,17 @@ TEST_F(Baselines, RightInAnyOrderOfCalls) {
         const float radius = 5.75F + static_cast<float>(random() % 1537) / 1024.0F;
         // Both baselines lie on a line of their own between 6 and 7 cm.
         const float inside = std::min(std::max(radius, 6.0F), 7.0F) - 6.0F;
-        EXPECT_EQ(BaselineAt(radius, RowNo(row)), row == 1 ? inside : 10.0F + 4.0F * inside) << radius;
+        EXPECT_EQ(At(radius, row), row == 1 ? inside : 10.0F + 4.0F * inside) << radius;
     }
 }
 
 TEST_F(Baselines, ABaselineReplacedBetweenCallsIsReadAnew) {
     LoadBaseline(1, {{6.0F, 0.0F}, {6.1F, 0.0F}, {6.2F, 0.0F}, {6.3F, 0.0F}, {6.4F, 0.0F}});
-    EXPECT_EQ(BaselineAt(6.4F, RowNo(1)), 0.0F);
+    EXPECT_EQ(At(6.4F, 1), 0.0F);
     LoadBaseline(1, {{6.0F, 0.0F}, {7.0F, 8.0F}});
-    EXPECT_EQ(BaselineAt(6.5F, RowNo(1)), 4.0F);
+    EXPECT_EQ(At(6.5F, 1), 4.0F);
     LoadBaseline(1, {{6.0F, 0.0F}, {6.25F, 1.0F}, {6.75F, 5.0F}, {7.0F, 8.0F}, {8.0F, 9.0F}});
-    EXPECT_EQ(BaselineAt(6.5F, RowNo(1)), 3.0F);
+    EXPECT_EQ(At(6.5F, 1), 3.0F);
 }
 
 TEST_F(Baselines, ThousandsOfRisingRadiiCostOnePass) {
@@ -81,7 +82,7 @@ TEST_F(Baselines, ThousandsOfRisingRadiiCostOnePass) {
     // A search from the start for each of a million calls would look at 15,000 points on the average.
     for (int i = 0; i < 1000000; ++i) {
         const int p = i * 3 / 100;
-        ASSERT_EQ(BaselineAt(6.0F + static_cast<float>(p) / 32768.0F, RowNo(1)), static_cast<float>(p));
+        ASSERT_EQ(At(6.0F + static_cast<float>(p) / 32768.0F, 1), static_cast<float>(p));
     }
 }
 
