@@ -28,10 +28,6 @@ namespace Quillon {
 
 namespace {
 
-[[noreturn]] void FailFile(const std::string& path, const std::string& reason) {
-    RaiseError(OneLine(path + ": " + reason));
-}
-
 std::string LoadFile(const std::string& path) {
     try {
         return Host.ReadFile(path);

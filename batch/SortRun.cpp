@@ -23,10 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void FailFile(const std::string& path, const std::string& reason) {
-    RaiseError(OneLine(path + ": " + reason));
-}
-
 // The radii of a job that holds nothing but [approach].
 ApproachRange RangeOfJob(const std::string& path) {
     if (path.empty()) return {};

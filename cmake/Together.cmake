@@ -7,33 +7,9 @@ option(QUILLON_TOGETHER "Compile the sources of a folder eight at a time" OFF)
 # Those that have a name of their own which a neighbour has too ("redefinition" or "shadows" tells of one that is
 # missing here).
 set(quillon_apart
-    batch/SortRun.cpp
-    chart/dialogs/AxisOptsForm.cpp chart/dialogs/LineWidthForm.cpp chart/dialogs/PrintGrForm.cpp
-    chart/dialogs/SetColor.cpp chart/dialogs/ShiftData.cpp chart/dialogs/TitleOptsForm.cpp
-    chart/hand/ChartWheel.cpp
-    chart/targets/PageGeometry.cpp chart/targets/PaperNote.cpp chart/targets/PictureTarget.cpp
-    chart/targets/SvgFile.cpp
-    commands/export/PrintedReport.cpp
-    fit/forms/GetGuess.cpp
-    graphs/FigureGraphs.cpp graphs/GraphPair.cpp
-    input/IniFile.cpp
-    models/forms/ConcForm.cpp models/forms/ShareForm.cpp models/forms/ShowConstraintForm.cpp
-    models/forms/SigmaCalcForm.cpp models/forms/SpecForm.cpp
     models/table/ModelTable.cpp
-    planning/solution/Solutes.cpp
-    reporting/ParameterTable.cpp reporting/Report.cpp reporting/ReportConstraints.cpp reporting/ReportModel.cpp
-    reporting/ReportPage.cpp reporting/Results.cpp
-    scandata/forms/FileFormChannels.cpp scandata/forms/FileFormEvents.cpp scandata/forms/FileFormMenu.cpp
-    scandata/forms/VelocityRun.cpp
-    scandata/range/ProposeRange.cpp scandata/range/RangeGraph.cpp scandata/range/RangeOptions.cpp
-    scandata/range/RangeReadings.cpp scandata/range/Spikes.cpp
-    scandata/reader/ScanNames.cpp scandata/reader/ScanReader.cpp
-    studies/StudyForm.cpp studies/StudyKinds.cpp
-    tests/fit/MatInvTest.cpp tests/fit/Robustness.cpp
-    tests/graphs/FigureTest.cpp tests/graphs/GraphWindowsTest.cpp
-    tests/persistence/FitVersionsTest.cpp
-    tests/scandata/LeftOutTest.cpp tests/scandata/MeanScanTest.cpp
-    tests/studies/OtherMinimaTest.cpp)
+    tests/fit/Robustness.cpp
+    tests/graphs/FigureTest.cpp tests/graphs/GraphWindowsTest.cpp)
 list(TRANSFORM quillon_apart PREPEND ${PROJECT_SOURCE_DIR}/)
 
 # quillon_together(TARGET): asked by the folder that makes the target.

@@ -18,7 +18,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr double MillimetresPerInch = 25.4, PointsPerInch = 72.0, TwipsPerPoint = 20.0;
+constexpr double TwipsPerPoint = 20.0;
 constexpr double CurvePoints = 0.75, ThinPoints = 0.5;
 constexpr double TicLength = 1.0, SymbolLength = 1.1, SmallSymbol = 0.8; // mm
 

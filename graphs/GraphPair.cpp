@@ -30,7 +30,7 @@ GraphPairRecord GraphPair;
 
 namespace {
 
-constexpr double UpperPart = 0.7; // of the height of both frames
+constexpr double DataPart = 0.7; // of the height of both frames
 
 // The gap between the frame and labels, in heights of a letter: the lowest label of one axis reaches half of
 // one below the corner where the first label of the other stands.
@@ -335,7 +335,7 @@ void KeepCloseToData() {
 
 // The frames one above the other, of one width, in the proportion of the pair.
 void LayOutPair(const PairLayout& pair) {
-    const int half = static_cast<int>(UpperPart * pair.Height);
+    const int half = static_cast<int>(DataPart * pair.Height);
     GraphPair.Upper.Spec.AxisX1.TicMode = TicModes::MarksOnly;
     GraphPair.Upper.Spec.AxisX1.Title.Text = "";
     const Margins up = Measured(pair, GraphPair.Upper, 0, half);
@@ -345,7 +345,7 @@ void LayOutPair(const PairLayout& pair) {
     upper.X1 = ToInt16(std::max(up.Left, low.Left));
     upper.X2 = ToInt16(pair.Width - 1 - std::max(up.Right, low.Right));
     upper.Y1 = ToInt16(up.Top);
-    upper.Y2 = ToInt16(up.Top + UpperPart * frames);
+    upper.Y2 = ToInt16(up.Top + DataPart * frames);
     GraphBox lower = upper;
     lower.Y1 = ToInt16(upper.Y2 + up.Bottom + low.Top);
     lower.Y2 = ToInt16(pair.Height - 1 - low.Bottom);

@@ -1,12 +1,11 @@
 #include "input/Csv.h"
 
+#include "input/Utf8Text.h"
 #include "platform/RuntimeError.h"
 
 namespace Quillon {
 
 namespace {
-
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 struct CsvReader {
     std::string_view Text;

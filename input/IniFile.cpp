@@ -1,5 +1,6 @@
 #include "input/IniFile.h"
 
+#include "input/Utf8Text.h"
 #include "platform/Letters.h"
 #include "platform/Platform.h"
 
@@ -7,15 +8,13 @@ namespace Quillon {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF"; // editors put it in front of a text now and then
-
 // A line of the file: [Start, End) without its line end, the next one starting at Next.
-struct Line {
+struct IniLine {
     std::size_t Start{}, End{}, Next{};
 };
 
-Line LineAt(std::string_view bytes, std::size_t start) {
-    Line line{start, bytes.size(), bytes.size()};
+IniLine LineAt(std::string_view bytes, std::size_t start) {
+    IniLine line{start, bytes.size(), bytes.size()};
     const std::size_t feed = bytes.find('\n', start);
     if (feed != std::string_view::npos) {
         line.End = feed;
@@ -52,7 +51,7 @@ Found Find(std::string_view bytes, std::string_view section, std::string_view ke
     bool firstOfName = false; // within the one that a new key joins
     std::size_t at = bytes.substr(0, ByteOrderMark.size()) == ByteOrderMark ? ByteOrderMark.size() : 0;
     while (at < bytes.size()) {
-        const Line line = LineAt(bytes, at);
+        const IniLine line = LineAt(bytes, at);
         at = line.Next;
         const std::string_view text = Stripped(bytes.substr(line.Start, line.End - line.Start));
         if (text.empty() || text[0] == ';' || text[0] == '#') continue;

@@ -107,7 +107,7 @@ constexpr const char* ParameterColumns[] = {"slot",     "name",     "unit",    "
                                             "kd_lower", "kd_upper", "log10_k", "delta_g_kj", "convention"};
 
 // A slot as both kinds of tables tell it.
-struct ParameterRow {
+struct TabledParameter {
     SlotNo Slot;
     std::string State;
     std::optional<double> Value, Error, Lower, Upper; // user units
@@ -121,13 +121,13 @@ std::optional<double> LimitOf(SlotNo slot, bool upper) {
     return static_cast<double>(ToUserUnits(slot, Work.ParmLimits[upper ? 1 : 0][place]));
 }
 
-std::vector<ParameterRow> ParameterRows() {
+std::vector<TabledParameter> TabledParameters() {
     const std::vector<DerivedConstant> derived =
         Work.FitDone ? DerivedConstants() : std::vector<DerivedConstant>{};
-    std::vector<ParameterRow> rows;
+    std::vector<TabledParameter> rows;
     for (const SlotNo slot : EachSlot()) {
         if (Work.FreeMap[slot] == SlotUnused) continue;
-        ParameterRow row{
+        TabledParameter row{
             slot, SlotState(slot), std::nullopt, std::nullopt, LimitOf(slot, false), LimitOf(slot, true), {}};
         row.Value = static_cast<double>(ToUserUnits(slot, Work.Parms[slot]));
         if (HasError(slot)) row.Error = static_cast<double>(DisplayedError(FreePosOf(slot)));
@@ -147,7 +147,7 @@ std::optional<double> RootOf(const std::optional<ConstantTerms>& terms) {
     return terms ? terms->KdRoot : std::nullopt;
 }
 
-Cells ExactParameter(const ParameterRow& row) {
+Cells ExactParameter(const TabledParameter& row) {
     Cells cells{std::to_string(row.Slot.Number), Work.ParmName[row.Slot],
                 Work.ParmTitle[row.Slot],        row.State,
                 ExactSingle(row.Value),          ExactSingle(row.Error),
@@ -165,11 +165,11 @@ Cells ExactParameter(const ParameterRow& row) {
     return cells;
 }
 
-std::string InPicture(const ParameterRow& row, const std::optional<double>& value) {
+std::string InPicture(const TabledParameter& row, const std::optional<double>& value) {
     return value ? WithLeadingZero(FormatNumber(*value, Work.ParmFormat[row.Slot])) : "";
 }
 
-Cells ShownParameter(const ParameterRow& row) {
+Cells ShownParameter(const TabledParameter& row) {
     std::string limits;
     if (row.Lower && row.Upper) limits = InPicture(row, row.Lower) + " to " + InPicture(row, row.Upper);
     Cells cells{Work.ParmName[row.Slot],   Work.ParmTitle[row.Slot],  row.State,
@@ -195,7 +195,7 @@ std::string CsvTables() {
     for (const MeasuredSet& m : MeasuredSets())
         text += CsvLine(ExactSet(m));
     text += "\n" + CsvLine(Cells(std::begin(ParameterColumns), std::end(ParameterColumns)));
-    for (const ParameterRow& row : ParameterRows())
+    for (const TabledParameter& row : TabledParameters())
         text += CsvLine(ExactParameter(row));
     return text;
 }
@@ -288,7 +288,7 @@ TextTable ParametersTable() {
                     {"Parameter", "Unit", "State", "Value", "Standard error", "Confidence limits",
                      "Kd^(1/bonds) (mol/L)", "log10 K", "Delta G (kJ/mol)"},
                     {}};
-    for (const ParameterRow& row : ParameterRows())
+    for (const TabledParameter& row : TabledParameters())
         table.Rows.push_back(ShownParameter(row));
     return table;
 }

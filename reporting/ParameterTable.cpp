@@ -11,7 +11,7 @@ namespace Quillon {
 
 namespace {
 
-std::string ErrorText(SlotNo slot) {
+std::string ErrorOfSlot(SlotNo slot) {
     if (!IsFitted(slot) || !Work.FitDone || !HasInverse()) return "";
     const FreePos place = FreePosOf(slot);
     if (HasNoError(place)) return "not determined";
@@ -27,11 +27,11 @@ std::string LimitText(SlotNo slot, bool upper) {
 
 ParameterRow RowFor(SlotNo slot) {
     return {slot,
-            {ParmCaption(slot, " "), WithLeadingZero(ParmText(slot)), ErrorText(slot), LimitText(slot, false),
-             LimitText(slot, true), SlotState(slot), ParameterNote(slot)}};
+            {ParmCaption(slot, " "), WithLeadingZero(ParmText(slot)), ErrorOfSlot(slot),
+             LimitText(slot, false), LimitText(slot, true), SlotState(slot), ParameterNote(slot)}};
 }
 
-std::string Line(const std::array<std::string, ParameterHeads.size()>& cells) {
+std::string TabbedLine(const std::array<std::string, ParameterHeads.size()>& cells) {
     std::string line;
     for (const std::string& cell : cells)
         line += (line.empty() ? "" : "\t") + cell; // a name is never empty
@@ -54,7 +54,7 @@ std::string ParameterText(const std::vector<ParameterRow>& rows, const std::vect
         text += (text.empty() ? "" : "\t") + std::string(head);
     text += "\n";
     for (const std::size_t place : places)
-        text += Line(rows[place].Cells);
+        text += TabbedLine(rows[place].Cells);
     return text;
 }
 

@@ -11,16 +11,13 @@
 #include "reporting/values/FitNotes.h"
 #include "reporting/values/Measured.h"
 #include "reporting/values/ParmLines.h"
+#include "reporting/values/Pictured.h"
 #include "reporting/values/Statistics.h"
 #include "workspace/records/Workspace.h"
 
 namespace Quillon {
 
 namespace {
-
-std::string Picture(float value, const char* picture) {
-    return FormatNumber(static_cast<double>(value), picture);
-}
 
 void Print(ReportPages& report, const std::vector<std::string>& lines) {
     for (const std::string& line : lines)
@@ -40,14 +37,14 @@ void PrintFitted(ReportPages& report) {
     }
     if (!Work.LimitsDone) return;
     ReportLineFeed(report,
-                   "    confidence intervals are for " + Picture(Work.LimitsLevel, "#0.0%") + " confidence");
+                   "    confidence intervals are for " + Pictured(Work.LimitsLevel, "#0.0%") + " confidence");
     ReportLineFeed(report,
-                   "    1 + (Nparms/Ndf)*F(Nparms,Ndf,1-p) = " + Picture(Work.ConfidenceRatio, "0.00000"));
+                   "    1 + (Nparms/Ndf)*F(Nparms,Ndf,1-p) = " + Pictured(Work.ConfidenceRatio, "0.00000"));
 }
 
 void PrintStatistics(ReportPages& report) {
     ReportLineFeed(report, "    sum-of-squared residuals = " + FormatNumber(Work.SumSq, "#.######E+##"));
-    ReportLineFeed(report, "    rms error = " + Picture(Work.RmsResidual, "#.######E+##") + " for " +
+    ReportLineFeed(report, "    rms error = " + Pictured(Work.RmsResidual, "#.######E+##") + " for " +
                                std::to_string(Work.NumPts - Work.NumFree) +
                                " degrees of freedom; runs test Z = " + RunsZText());
     const double percent = static_cast<double>(Work.ParmsAccuracy) * 100.0;

@@ -6,6 +6,7 @@
 #include "models/table/ModelTable.h"
 #include "platform/Letters.h"
 #include "platform/Paths.h"
+#include "reporting/values/Pictured.h"
 #include "workspace/records/Roads.h"
 
 #include <algorithm>
@@ -16,10 +17,6 @@ namespace Quillon {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-std::string Picture(float value, const char* picture) {
-    return FormatNumber(static_cast<double>(value), picture);
-}
 
 bool HasTwoSpecies() {
     return TraitsOfModel().TwoSpecies;
@@ -109,7 +106,7 @@ std::string ChannelText(RowNo row) {
 void PrintBaseline(Lines& lines, RowNo row, const std::string& name, int columns) {
     lines.push_back("   Baseline subtracted from file: " + name);
     if (!HasBaseline(row) || !Work.BaselineShifted[row]) return;
-    const std::string shift = Picture(Work.BaselineShift[row], "0.000###") + " cm";
+    const std::string shift = Pictured(Work.BaselineShift[row], "0.000###") + " cm";
     const std::string behind = lines.back() + ", shifted " + shift;
     if (static_cast<int>(behind.size()) <= columns)
         lines.back() = behind;
@@ -120,7 +117,7 @@ void PrintBaseline(Lines& lines, RowNo row, const std::string& name, int columns
 // What the coefficients of a set are told against: the wavelength of the first scan, or that scan where
 // its file tells none.
 std::string ReferenceText() {
-    const std::string wavelength = Picture(CoefficientWavelength(), "###");
+    const std::string wavelength = Pictured(CoefficientWavelength(), "###");
     return wavelength.empty() ? "of the first scan" : "at " + wavelength + " nm";
 }
 
@@ -130,8 +127,8 @@ void PrintExtinction(Lines& lines, RowNo row) {
     const float b = Work.ExtinctionRatio[1][row];
     const bool otherWavelength = std::abs(Work.ScanWavelength[row] - CoefficientWavelength()) > 1.0F;
     if (a == 1.0F && (b == 1.0F || !HasTwoSpecies()) && !otherWavelength) return;
-    std::string line = "   Extinction is " + Picture(a, "0.0000") + " * that " + ReferenceText();
-    if (HasTwoSpecies()) line += " for A, and " + Picture(b, "0.0000") + " for B";
+    std::string line = "   Extinction is " + Pictured(a, "0.0000") + " * that " + ReferenceText();
+    if (HasTwoSpecies()) line += " for A, and " + Pictured(b, "0.0000") + " for B";
     lines.push_back(line);
 }
 
@@ -156,17 +153,17 @@ void PrintSets(Lines& lines, int columns) {
 // --- constants ---------------------------------------------------------------------------------------------
 
 void PrintMassConstants(Lines& lines) {
-    const std::string density = " and solvent density = " + Picture(Work.SolventDensity, "0.000000");
+    const std::string density = " and solvent density = " + Pictured(Work.SolventDensity, "0.000000");
     if (Work.MassUnits == MassUnit::Molar && HasTwoSpecies()) {
-        lines.push_back("Molecular weight values assume solute A vbar = " + Picture(Work.VbarA, "0.00000"));
-        lines.push_back("   and solute B vbar = " + Picture(Work.VbarB, "0.00000") + density);
+        lines.push_back("Molecular weight values assume solute A vbar = " + Pictured(Work.VbarA, "0.00000"));
+        lines.push_back("   and solute B vbar = " + Pictured(Work.VbarB, "0.00000") + density);
     } else if (Work.MassUnits == MassUnit::Molar) {
-        lines.push_back("Molecular weight values assume solute vbar = " + Picture(Work.VbarA, "0.00000") +
+        lines.push_back("Molecular weight values assume solute vbar = " + Pictured(Work.VbarA, "0.00000") +
                         density);
     } else if (Work.MassUnits == MassUnit::Sigma) {
         const RowNo row = RowOf(SetNo(1));
-        lines.push_back("Sigma values are referenced to " + Picture(Work.ScanRPM[row], "##,###") +
-                        " RPM and " + Picture(Work.ScanTemperature[row], "#0.000") + " degrees");
+        lines.push_back("Sigma values are referenced to " + Pictured(Work.ScanRPM[row], "##,###") +
+                        " RPM and " + Pictured(Work.ScanTemperature[row], "#0.000") + " degrees");
     }
 }
 
@@ -183,10 +180,10 @@ struct Coefficient {
 };
 
 void PrintCoefficient(Lines& lines, const Coefficient& c) {
-    lines.push_back(c.Text + Picture(c.A, c.Format));
-    const std::string wavelength = Picture(CoefficientWavelength(), "###");
+    lines.push_back(c.Text + Pictured(c.A, c.Format));
+    const std::string wavelength = Pictured(CoefficientWavelength(), "###");
     if (HasTwoSpecies())
-        lines.push_back("   for species A, and " + Picture(c.B, c.Format) + " for species B" +
+        lines.push_back("   for species A, and " + Pictured(c.B, c.Format) + " for species B" +
                         (wavelength.empty() ? "" : ","));
     if (!wavelength.empty()) lines.push_back("   at a wavelength of " + wavelength + " nm");
 }
@@ -208,7 +205,7 @@ void PrintConcentrationConstants(Lines& lines) {
     default:
         lines.push_back(std::string("Concentrations are in ") +
                         (Work.ConcUnits == ConcUnit::Fringes ? "fringe" : "absorbance") + " units for a " +
-                        Picture(Work.CellPath[RowOf(SetNo(1))], "0.00") + " cm pathlength");
+                        Pictured(Work.CellPath[RowOf(SetNo(1))], "0.00") + " cm pathlength");
     }
 }
 

@@ -129,12 +129,6 @@ std::string NotesOf(int row) {
     return text + ".";
 }
 
-bool TakesNothing(int) {
-    return false;
-}
-
-void TakeNothing(int) {}
-
 void Forget() {
     Planned = Plan{};
 }

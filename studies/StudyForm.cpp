@@ -91,7 +91,7 @@ bool InputsAreGood() {
     return true;
 }
 
-void Leave() {
+void LeaveStudy() {
     Study().Forget();
     StudyForm.State.Shown = false;
 }
@@ -221,7 +221,7 @@ void StudyFormTakeButton() {
     if (!StudyForm.TakeButton.Enabled) return;
     Study().TakeRow(StudyRow(StudyForm.Chosen));
     StudyForm.Taken = true;
-    Leave();
+    LeaveStudy();
 }
 
 int MarkedStudyRow() {
@@ -250,7 +250,7 @@ void StudyFormCloseButton() {
     if (StudyForm.StopButton.Enabled)
         StudyFormStopButton();
     else
-        Leave();
+        LeaveStudy();
 }
 
 } // namespace Quillon

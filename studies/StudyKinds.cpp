@@ -368,12 +368,6 @@ std::string ResampleNotes(int row) {
                                   : std::vector<std::string>{QuantileText(Resampled), partner});
 }
 
-bool TakesNothing(int) {
-    return false;
-}
-
-void TakeNothing(int) {}
-
 void ForgetResampled() {
     Resampled = Resampling{};
 }
@@ -398,6 +392,12 @@ constexpr StudyBehindForm Behind[] = {
      TakesNothing, TakeNothing, ResampleNotes, ForgetResampled}};
 
 } // namespace
+
+bool TakesNothing(int) {
+    return false;
+}
+
+void TakeNothing(int) {}
 
 const StudyBehindForm& StudyOf(StudyKind kind) {
     return kind == StudyKind::Plan ? PlanBehindForm() : Behind[static_cast<std::size_t>(kind)];

@@ -28,6 +28,10 @@ struct StudyBehindForm {
     void (*Forget)();                // results are whole analyses
 };
 
+// MayTake and TakeRow of a study whose rows are no fits.
+bool TakesNothing(int row);
+void TakeNothing(int row);
+
 const StudyBehindForm& StudyOf(StudyKind kind);
 
 // What the form shows, for its graphs. The map is nullptr unless one was made last.

@@ -1,5 +1,7 @@
 #include "batch/console/OneLine.h"
 
+#include "platform/RuntimeError.h"
+
 namespace Quillon {
 
 std::string OneLine(std::string_view text) {
@@ -26,6 +28,10 @@ std::string Quoted(std::string_view text) {
     constexpr std::size_t longest = 60;
     if (text.size() <= longest) return "'" + OneLine(text) + "'";
     return "'" + OneLine(text.substr(0, longest)) + "...'";
+}
+
+void FailFile(const std::string& path, const std::string& reason) {
+    RaiseError(OneLine(path + ": " + reason));
 }
 
 } // namespace Quillon

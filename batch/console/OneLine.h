@@ -16,4 +16,7 @@ std::string MessageLine(std::string_view text);
 // One line in single quotes, cut with "..." behind 60 characters.
 std::string Quoted(std::string_view text);
 
+// "PATH: REASON" as one line of a RuntimeError.
+[[noreturn]] void FailFile(const std::string& path, const std::string& reason);
+
 } // namespace Quillon

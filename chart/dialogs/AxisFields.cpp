@@ -18,7 +18,6 @@ namespace Quillon {
 
 namespace {
 
-constexpr const char* MessageTitle = "Charts Module";
 constexpr float MostDecimals = 9.0F;
 
 bool IsLogarithmic() {

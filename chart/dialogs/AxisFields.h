@@ -7,6 +7,9 @@
 
 namespace Quillon {
 
+// The title of what the axis form tells and asks.
+inline constexpr const char* MessageTitle = "Charts Module";
+
 // Shows EditAxis in all controls.
 void ShowAxis();
 

@@ -23,14 +23,11 @@ AxisOptsFormRecord AxisOptsForm;
 
 namespace {
 
-constexpr const char* MessageTitle = "Charts Module";
-constexpr long LongestTitle = 80;
-
 // Both axes, the bottom one first: as the form found them, and as it leaves the one that is not in hand.
-std::array<GraphAxis, 2> Found, Edited;
+std::array<GraphAxis, 2> FoundAxes, EditedAxes;
 std::array<LnTitles, 2> Titles; // of the same
 bool Horizontal = true;
-bool Accepted = false;
+bool AxesAccepted = false;
 
 std::size_t InHand() {
     return Horizontal ? 0 : 1;
@@ -100,7 +97,7 @@ void SuitControls() {
 // The note stands while the kind of scale has changed and its limits are to be found.
 void ShowNote() {
     AxisOptsForm.Note.Visible =
-        EditAxis.ScaleMode == ScaleModes::Autorange && !SameScaleType(EditAxis, Found[InHand()]);
+        EditAxis.ScaleMode == ScaleModes::Autorange && !SameScaleType(EditAxis, FoundAxes[InHand()]);
 }
 
 void ShowInHand() {
@@ -117,7 +114,7 @@ bool FormatWouldChange() {
     return found.TicFormat != EditAxis.TicFormat;
 }
 
-int CommonKeys(int key) {
+int AxisKeys(int key) {
     if (key == KeyReturn) AxisOptsOkButton();
     if (key == KeyEscape) AxisOptsCancelButton();
     return key;
@@ -142,7 +139,7 @@ bool AskRescale(bool toLog) {
 
 // Back to the kind that the form has found brings the scale back that belongs to it.
 void TakeBackScale() {
-    const GraphAxis& found = Found[InHand()];
+    const GraphAxis& found = FoundAxes[InHand()];
     ConvertAxis(EditAxis, found, Titles[InHand()]); // the title
     EditAxis.ScaleMode = found.ScaleMode;
     EditAxis.ScaleType = found.ScaleType;
@@ -154,7 +151,7 @@ void ChangeType(const GraphAxis& wanted) {
     const bool wasLog = EditAxis.ScaleType == ScaleTypes::Logarithmic;
     const bool toLog = wanted.ScaleType == ScaleTypes::Logarithmic;
     const bool rescale = wasLog != toLog && AskRescale(toLog);
-    if (SameScaleType(wanted, Found[InHand()]))
+    if (SameScaleType(wanted, FoundAxes[InHand()]))
         TakeBackScale();
     else
         ConvertAxis(EditAxis, wanted, Titles[InHand()]);
@@ -171,7 +168,7 @@ void HandOn(const GraphAxis& first, GraphAxis& second) {
 }
 
 void Take(bool alongX, GraphAxis& axis, GraphAxis& second) {
-    const GraphAxis& edited = Edited[alongX ? 0 : 1];
+    const GraphAxis& edited = EditedAxes[alongX ? 0 : 1];
     if (edited == axis) return;
     if (!SameScaleType(edited, axis)) {
         ConvertColumns(alongX, axis, edited);
@@ -186,7 +183,7 @@ void Edit(bool horizontal) {
     if (!GraphMayChange() || Chart.Spec.GraphType == GraphTypes::Pie) return;
     LoadAxisOptsForm(horizontal);
     Host.ShowModal(AxisOptsFormName);
-    AxisChanged = Flag(Accepted && Edited != Found);
+    AxisChanged = Flag(AxesAccepted && EditedAxes != FoundAxes);
     if (AxisChanged == 0) return;
     Take(true, Chart.Spec.AxisX1, Chart.Spec.AxisX2);
     Take(false, Chart.Spec.AxisY1, Chart.Spec.AxisY2);
@@ -209,11 +206,11 @@ void EditVert() {
 
 void LoadAxisOptsForm(bool horizontal) {
     AxisOptsForm = AxisOptsFormRecord{};
-    Accepted = false;
+    AxesAccepted = false;
     Horizontal = horizontal;
-    Found = Edited = {Chart.Spec.AxisX1, Chart.Spec.AxisY1};
+    FoundAxes = EditedAxes = {Chart.Spec.AxisX1, Chart.Spec.AxisY1};
     Titles = {Chart.Columns.X.Titles, Chart.Columns.Y.Titles};
-    EditAxis = Edited[InHand()];
+    EditAxis = EditedAxes[InHand()];
     FillScaleCaptions();
     FillLabelCaptions();
     ShowInHand();
@@ -225,7 +222,7 @@ void AxisOptsNumberGotFocus(Control& field) {
 }
 
 int AxisOptsNumberKeyPress(Control& field, int key) {
-    CommonKeys(key);
+    AxisKeys(key);
     return NumKeyPress(field, key);
 }
 
@@ -241,7 +238,7 @@ void AxisOptsTitleGotFocus() {
 }
 
 int AxisOptsTitleKeyPress(int key) {
-    CommonKeys(key);
+    AxisKeys(key);
     return TextKeyPress(AxisOptsForm.AxisTitleInput, key, LongestTitle, ProgramTitle());
 }
 
@@ -288,16 +285,16 @@ void AxisOptsListClick(Control& list, int row) {
 
 void AxisOptsSwapButton() {
     if (!TakeAxis()) return;
-    Edited[InHand()] = EditAxis;
+    EditedAxes[InHand()] = EditAxis;
     Horizontal = !Horizontal;
-    EditAxis = Edited[InHand()];
+    EditAxis = EditedAxes[InHand()];
     ShowInHand();
 }
 
 void AxisOptsOkButton() {
     if (!TakeAxis()) return;
-    Edited[InHand()] = EditAxis;
-    Accepted = true;
+    EditedAxes[InHand()] = EditAxis;
+    AxesAccepted = true;
     AxisOptsForm.State.Shown = false;
 }
 

@@ -22,8 +22,8 @@ LineWidthFormRecord LineWidthForm;
 namespace {
 
 constexpr float TwipsPerInch = 1440.0F;
-bool Accepted = false;
-std::array<float, WidthCount> Edited;
+bool WidthsAccepted = false;
+std::array<float, WidthCount> EditedWidths;
 
 std::string WidthText(float twips) {
     return SingleText(twips);
@@ -50,20 +50,20 @@ std::array<float, WidthCount> PresentWidths() {
 
 void Fill(WidthPlace place, const std::string& label) {
     LineWidthForm.Label[place] = Captioned(label);
-    LineWidthForm.Width[place].Text = WidthText(Edited[place]);
+    LineWidthForm.Width[place].Text = WidthText(EditedWidths[place]);
 }
 
 // The width typed; false when it was refused. A text that was not touched leaves the width as it is.
 bool TakeWidth(WidthPlace place) {
     Control& box = LineWidthForm.Width[place];
-    if (box.Text == WidthText(Edited[place])) return true;
+    if (box.Text == WidthText(EditedWidths[place])) return true;
     const float typed = NumValue(box.Text);
     if (!(typed >= 0.0F && typed <= TwipsPerInch)) {
         Tell("Input must be between 0 and 1440", ProgramTitle(), BoxIcon::Warning);
         LineWidthForm.State.FocusOn = &box;
         return false;
     }
-    Edited[place] = typed;
+    EditedWidths[place] = typed;
     box.Text = WidthText(typed);
     return true;
 }
@@ -76,18 +76,18 @@ std::int16_t Whole(float twips) {
 // come from a file, and so may its axes among each other.
 void TakeWidths() {
     const std::array<float, WidthCount> before = PresentWidths();
-    const auto changed = [&before](WidthPlace place) { return Edited[place] != before[place]; };
+    const auto changed = [&before](WidthPlace place) { return EditedWidths[place] != before[place]; };
     GraphSpec& spec = Chart.Spec;
     if (changed(DataWidth)) {
-        Chart.Style.LineWidth = Edited[DataWidth];
-        spec.LineWidth = Whole(Edited[DataWidth]);
+        Chart.Style.LineWidth = EditedWidths[DataWidth];
+        spec.LineWidth = Whole(EditedWidths[DataWidth]);
     }
-    if (changed(AxesWidth)) Chart.Style.AxisWidth = Edited[AxesWidth];
-    if (changed(TicsWidth)) Chart.Style.TicWidth = Edited[TicsWidth];
-    if (changed(SymbolsWidth)) Chart.Style.SymbolWidth = Edited[SymbolsWidth];
+    if (changed(AxesWidth)) Chart.Style.AxisWidth = EditedWidths[AxesWidth];
+    if (changed(TicsWidth)) Chart.Style.TicWidth = EditedWidths[TicsWidth];
+    if (changed(SymbolsWidth)) Chart.Style.SymbolWidth = EditedWidths[SymbolsWidth];
     for (GraphAxis* axis : {&spec.AxisX1, &spec.AxisX2, &spec.AxisY1, &spec.AxisY2}) {
-        if (changed(AxesWidth)) axis->AxisWidth = Whole(Edited[AxesWidth]);
-        if (changed(TicsWidth)) axis->TicWidth = Whole(Edited[TicsWidth]);
+        if (changed(AxesWidth)) axis->AxisWidth = Whole(EditedWidths[AxesWidth]);
+        if (changed(TicsWidth)) axis->TicWidth = Whole(EditedWidths[TicsWidth]);
     }
 }
 
@@ -95,8 +95,8 @@ void TakeWidths() {
 
 void LoadLineWidthForm() {
     LineWidthForm = LineWidthFormRecord{};
-    Accepted = false;
-    Edited = PresentWidths();
+    WidthsAccepted = false;
+    EditedWidths = PresentWidths();
     LineWidthForm.State.Caption = "Set Line Thickness";
     LineWidthForm.Explanation = Captioned(ExplanationText());
     Fill(DataWidth, "&Data lines:");
@@ -127,7 +127,7 @@ void LineWidthLostFocus(WidthPlace place) {
 void LineWidthOkButton() {
     for (const WidthPlace place : {DataWidth, AxesWidth, TicsWidth, SymbolsWidth})
         if (!TakeWidth(place)) return;
-    Accepted = true;
+    WidthsAccepted = true;
     LineWidthForm.State.Shown = false;
 }
 
@@ -139,7 +139,7 @@ void DoLineWidth() {
     if (!GraphMayChange()) return;
     LoadLineWidthForm();
     Host.ShowModal(LineWidthFormName);
-    if (!Accepted) return;
+    if (!WidthsAccepted) return;
     TakeWidths();
     RedrawChart();
 }

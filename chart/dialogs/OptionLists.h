@@ -9,6 +9,9 @@
 
 namespace Quillon {
 
+inline constexpr long LongestTitle = 80; // characters of a title that can be typed
+inline constexpr float CentimetresPerInch = 2.54F;
+
 // The six ways to justify a title, in the order of GraphTitle::Justify.
 std::vector<std::string> JustifyNames();
 

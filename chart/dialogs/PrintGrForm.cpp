@@ -24,8 +24,6 @@ namespace {
 enum class LeftBy { Cancel, Ok, Print };
 LeftBy Way = LeftBy::Cancel;
 
-constexpr float CentimetresPerInch = 2.54F;
-
 constexpr const char* MetafileNote =
     "Metafiles are formatted as though they were being printed, and thus will not use color unless you have "
     "selected a color printer or check the 'Use color on black and white printer' option.  The metafile will "
@@ -48,7 +46,7 @@ bool IsMetric() {
     return PrintGrForm.Metric.Value != 0;
 }
 
-std::int16_t Chosen(bool on) {
+std::int16_t ChosenValue(bool on) {
     return Flag(on);
 }
 
@@ -133,19 +131,19 @@ void FillSettings() {
     const ChartStyle& style = Chart.Style;
     form.Lengths = {style.LeftMargin,   style.TopMargin,    style.RightMargin,
                     style.BottomMargin, style.CustomHeight, style.CustomWidth};
-    form.Metric.Value = Chosen(style.MetricUnits != 0);
-    form.English.Value = Chosen(style.MetricUnits == 0);
+    form.Metric.Value = ChosenValue(style.MetricUnits != 0);
+    form.English.Value = ChosenValue(style.MetricUnits == 0);
     const bool custom = style.PageCustom != 0, half = !custom && style.PageHalf != 0.0F;
-    form.PageCustom.Value = Chosen(custom);
-    form.PageHalf.Value = Chosen(half);
-    form.PageFull.Value = Chosen(!custom && !half);
-    form.CustAxes.Value = Chosen(style.AxisFrame != 0);
-    form.CustGraph.Value = Chosen(style.AxisFrame == 0);
-    form.FixAspect.Value = Chosen(style.KeepAspect != 0);
-    form.ChangeAspect.Value = Chosen(style.KeepAspect == 0);
+    form.PageCustom.Value = ChosenValue(custom);
+    form.PageHalf.Value = ChosenValue(half);
+    form.PageFull.Value = ChosenValue(!custom && !half);
+    form.CustAxes.Value = ChosenValue(style.AxisFrame != 0);
+    form.CustGraph.Value = ChosenValue(style.AxisFrame == 0);
+    form.FixAspect.Value = ChosenValue(style.KeepAspect != 0);
+    form.ChangeAspect.Value = ChosenValue(style.KeepAspect == 0);
     form.VaryWidth.Value = Ticked(style.LineWidthFixed == 0);
-    form.StartMin.Value = Chosen(style.LineWidthIncrease != 0);
-    form.StartMax.Value = Chosen(style.LineWidthIncrease == 0);
+    form.StartMin.Value = ChosenValue(style.LineWidthIncrease != 0);
+    form.StartMax.Value = ChosenValue(style.LineWidthIncrease == 0);
     form.DashedLines.Value = Ticked(style.DashedLines != 0);
     form.EjectPage.Value = Ticked(EjectPage);
 }
@@ -158,7 +156,7 @@ float BorderOf(std::size_t place) {
     return ToSingle(IsMetric() ? inches[place] * 2.54 : inches[place]);
 }
 
-bool Refuse(std::size_t place, const char* why) {
+bool RefuseMargin(std::size_t place, const char* why) {
     Tell(why, ProgramTitle(), BoxIcon::Warning);
     ShowLength(place);
     PrintGrForm.State.FocusOn = &PrintGrForm.Length[place];
@@ -175,10 +173,10 @@ bool TakeLength(std::size_t place) {
     const bool margin = place < GraphHeight;
     // A size that is not in use may be nothing: its field is closed, and nobody could mend it.
     if (!margin && form.PageCustom.Value != 0 && value <= 0.0F)
-        return Refuse(place, "A size must be greater than zero.");
+        return RefuseMargin(place, "A size must be greater than zero.");
     if (margin && value < BorderOf(place)) {
         length = BorderOf(place);
-        return Refuse(place, BorderNote);
+        return RefuseMargin(place, BorderNote);
     }
     length = value;
     if (typed) ShowLength(place);
@@ -252,7 +250,7 @@ struct SettingsScope {
     SettingsScope& operator=(const SettingsScope&) = delete;
 };
 
-void Choose(Control& chosen, Control& other) {
+void ChooseOne(Control& chosen, Control& other) {
     chosen.Value = FlagTrue;
     other.Value = FlagFalse;
 }
@@ -325,7 +323,7 @@ void PrintGrUnitsClick(bool metric) {
     if (metric == IsMetric()) return;
     for (float& length : form.Lengths)
         length = metric ? length * CentimetresPerInch : length / CentimetresPerInch;
-    Choose(metric ? form.Metric : form.English, metric ? form.English : form.Metric);
+    ChooseOne(metric ? form.Metric : form.English, metric ? form.English : form.Metric);
     ShowLengths();
     ShowPrinter();
 }
@@ -338,17 +336,17 @@ void PrintGrSizeClick(Control PrintGrFormRecord::*size) {
 }
 
 void PrintGrCustGraphClick() {
-    Choose(PrintGrForm.CustGraph, PrintGrForm.CustAxes);
+    ChooseOne(PrintGrForm.CustGraph, PrintGrForm.CustAxes);
 }
 
 void PrintGrCustAxesClick() {
     if (PrintGrForm.CustAxes.Value == 0) Tell(AxesNote, ProgramTitle(), BoxIcon::Information);
-    Choose(PrintGrForm.CustAxes, PrintGrForm.CustGraph);
+    ChooseOne(PrintGrForm.CustAxes, PrintGrForm.CustGraph);
 }
 
 void PrintGrAspectClick(bool fix) {
     PrintGrFormRecord& form = PrintGrForm;
-    Choose(fix ? form.FixAspect : form.ChangeAspect, fix ? form.ChangeAspect : form.FixAspect);
+    ChooseOne(fix ? form.FixAspect : form.ChangeAspect, fix ? form.ChangeAspect : form.FixAspect);
 }
 
 void PrintGrVaryWidthClick() {
@@ -357,7 +355,7 @@ void PrintGrVaryWidthClick() {
 
 void PrintGrStartClick(bool least) {
     PrintGrFormRecord& form = PrintGrForm;
-    Choose(least ? form.StartMin : form.StartMax, least ? form.StartMax : form.StartMin);
+    ChooseOne(least ? form.StartMin : form.StartMax, least ? form.StartMax : form.StartMin);
 }
 
 void PrintGrPSetup() {

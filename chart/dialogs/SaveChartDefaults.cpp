@@ -73,7 +73,6 @@ void SaveStyle() {
 // The keys of lengths on paper, all in the unit that MetricUnits of the same file names.
 constexpr const char* LengthKeys[] = {"LeftMargin",   "TopMargin",    "RightMargin",
                                       "BottomMargin", "CustomHeight", "CustomWidth"};
-constexpr float CentimetresPerInch = 2.54F;
 
 std::string Saved(const char* key) {
     return IniValue(ReadIniFile(ChartIniPath()), ChartIniSection(), key);

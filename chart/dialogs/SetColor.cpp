@@ -25,7 +25,7 @@ namespace {
 // The tables, and the cycles of a file that go before them, as the form found them.
 std::vector<ChartColor> FormerScreen, FormerPrint;
 std::optional<StyleCycles> FormerCycles;
-bool Accepted = false;
+bool ColorsAccepted = false;
 bool Changed = false; // something was shown in other colours
 
 std::vector<ChartColor>& Table() {
@@ -58,7 +58,7 @@ void Show() {
     RedrawChart();
 }
 
-void FillCaptions() {
+void FillColorCaptions() {
     SetColorRecord& form = SetColorForm;
     form.State.Caption = "Set Line/Symbol Colors";
     form.TableFrame = Captioned("Colors For");
@@ -87,11 +87,11 @@ const std::vector<ChartColor>& ShownColors() {
 
 void LoadSetColor() {
     SetColorForm = SetColorRecord{};
-    Accepted = Changed = false;
+    ColorsAccepted = Changed = false;
     FormerScreen = Chart.Style.ScreenColors;
     FormerPrint = Chart.Style.PrintColors;
     FormerCycles = Chart.CyclesOfFile;
-    FillCaptions();
+    FillColorCaptions();
     SetColorForm.ForScreen.Value = FlagTrue;
     ShowTable();
     SetColorForm.State.FocusOn = &SetColorForm.Rows;
@@ -138,7 +138,7 @@ void SetColorSaveDefaults() {
 }
 
 void SetColorOkButton() {
-    Accepted = true;
+    ColorsAccepted = true;
     SetColorForm.State.Shown = false;
 }
 
@@ -151,7 +151,7 @@ void AlterColors() {
     if (Chart.State.IniRead == 0) ReadChartDefaults();
     LoadSetColor();
     Host.ShowModal(SetColorName);
-    if (Accepted || !Changed) return;
+    if (ColorsAccepted || !Changed) return;
     Chart.Style.ScreenColors = FormerScreen;
     Chart.Style.PrintColors = FormerPrint;
     Chart.CyclesOfFile = FormerCycles;

@@ -41,7 +41,7 @@ int FirstMember(long place) {
     return static_cast<int>(Chart.State.FirstSet + first - 1);
 }
 
-std::string RowText(long place) {
+std::string ShiftText(long place) {
     return std::to_string(FirstMember(place)) + " - " + AmountText(ShiftData.Amounts[place]);
 }
 
@@ -59,10 +59,10 @@ void ShowChosen() {
 void TakeValue() {
     float& amount = ShiftData.Amounts[ChosenPlace()];
     if (ShiftData.ValueBox.Text != AmountText(amount)) amount = NumValue(ShiftData.ValueBox.Text);
-    ShiftData.SetNum.Items[static_cast<std::size_t>(ShiftData.SetNum.Value)] = RowText(ChosenPlace());
+    ShiftData.SetNum.Items[static_cast<std::size_t>(ShiftData.SetNum.Value)] = ShiftText(ChosenPlace());
 }
 
-void Choose(ShiftBy by) {
+void ChooseShift(ShiftBy by) {
     ShiftDataRecord& form = ShiftData;
     form.ByVariable.Value = Flag(by == ShiftBy::Variable);
     form.ByConstant.Value = Flag(by == ShiftBy::Constant);
@@ -73,7 +73,7 @@ void Choose(ShiftBy by) {
     form.PercentInput.Enabled = by == ShiftBy::Percent;
 }
 
-ShiftBy Chosen() {
+ShiftBy ChosenShift() {
     if (ShiftData.ByVariable.Value != 0) return ShiftBy::Variable;
     return ShiftData.ByConstant.Value != 0 ? ShiftBy::Constant : ShiftBy::Percent;
 }
@@ -96,7 +96,7 @@ std::string NoteText() {
     return note;
 }
 
-void FillCaptions() {
+void FillShiftCaptions() {
     ShiftDataRecord& form = ShiftData;
     const std::string pair = SeparatesPairs() ? " Pair" : "";
     form.State.Caption = CaptionOfMode();
@@ -117,7 +117,7 @@ void FillSets() {
     ShiftData.Amounts = Chart.SetShift;
     std::vector<std::string> rows;
     for (long place = 1; place <= SeparationCount(); ++place)
-        rows.push_back(RowText(place));
+        rows.push_back(ShiftText(place));
     FillList(ShiftData.SetNum, rows, 0);
     ShowChosen();
 }
@@ -138,8 +138,8 @@ OneBased<float> PartsOf(const GraphAxis& axis) {
 
 // What the form asks for along an axis.
 OneBased<float> AmountsFor(const GraphAxis& axis) {
-    if (Chosen() == ShiftBy::Percent) return PartsOf(axis);
-    if (Chosen() == ShiftBy::Constant) return Steps(NumValue(ShiftData.ValueInput.Text));
+    if (ChosenShift() == ShiftBy::Percent) return PartsOf(axis);
+    if (ChosenShift() == ShiftBy::Constant) return Steps(NumValue(ShiftData.ValueInput.Text));
     return ShiftData.Amounts;
 }
 
@@ -174,12 +174,12 @@ void SeparateBoth() {
 
 void LoadShiftData() {
     ShiftData = ShiftDataRecord{};
-    FillCaptions();
+    FillShiftCaptions();
     FillSets();
     ShiftData.ValueInput.Text = FormerShift.Value;
     ShiftData.PercentInput.Text = FormerShift.Percent;
     ShiftData.TakeBackButton.Enabled = IsSeparated(Chart.SeparateMode);
-    Choose(FormerShift.By);
+    ChooseShift(FormerShift.By);
     ShiftData.State.FocusOn = FormerShift.By == ShiftBy::Percent    ? &ShiftData.PercentInput
                               : FormerShift.By == ShiftBy::Constant ? &ShiftData.ValueInput
                                                                     : &ShiftData.SetNum;
@@ -187,7 +187,7 @@ void LoadShiftData() {
 }
 
 void ShiftDataClick(ShiftBy by) {
-    Choose(by);
+    ChooseShift(by);
 }
 
 void ShiftDataSetClick(int row) {
@@ -215,7 +215,7 @@ void ShiftDataValueLostFocus() {
 
 void ShiftDataOkButton() {
     TakeValue();
-    FormerShift = {Chosen(), ShiftData.ValueInput.Text, ShiftData.PercentInput.Text};
+    FormerShift = {ChosenShift(), ShiftData.ValueInput.Text, ShiftData.PercentInput.Text};
     ShiftData.State.Shown = false;
     Shift();
 }

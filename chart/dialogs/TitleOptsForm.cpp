@@ -17,10 +17,9 @@ TitleOptsFormRecord TitleOptsForm;
 
 namespace {
 
-constexpr long LongestTitle = 80;
-bool Accepted = false;
+bool TitleAccepted = false;
 
-GraphTitle& Edited(TitleLine line) {
+GraphTitle& EditedTitle(TitleLine line) {
     return TitleOptsForm.Edited[line == TitleLine::Main ? 0 : 1];
 }
 
@@ -29,22 +28,22 @@ std::string ShownTitle(const GraphTitle& title) {
     return HasText(title.Text) ? title.Text.Str() : "";
 }
 
-void ShowPreview(TitleLine line) {
+void ShowTitlePreview(TitleLine line) {
     const Control& font = TitleFontBox(line);
     ShowSample(TitlePreview(line), TitleTextBox(line).Text, FontCode(font.Value), TitleColorBox(line).Value);
 }
 
 void FillLine(TitleLine line) {
-    const GraphTitle& title = Edited(line);
+    const GraphTitle& title = EditedTitle(line);
     TitleTextBox(line).Text = ShownTitle(title);
     FillList(TitleFontBox(line), FontListNames(), FontListIndex(title.Font));
     FillList(TitleColorBox(line), ColorListNames(), ColorListRow(title.Color));
     FillList(TitleAlignmentBox(line), JustifyNames(), title.Justify);
     TitleSizeBox(line).Text = SizeText(title.Size);
-    ShowPreview(line);
+    ShowTitlePreview(line);
 }
 
-void FillCaptions() {
+void FillTitleCaptions() {
     TitleOptsFormRecord& form = TitleOptsForm;
     form.State.Caption = "Edit Graph Title(s) and Title Format";
     form.TitleFrame = Captioned("First Title Line");
@@ -59,7 +58,7 @@ void FillCaptions() {
     form.CancelButton = Captioned("Cancel");
 }
 
-int CommonKeys(int key) {
+int TitleKeys(int key) {
     if (key == KeyReturn) TitleOptsOkButton();
     if (key == KeyEscape) TitleOptsCancelButton();
     return key;
@@ -88,9 +87,9 @@ Control& TitlePreview(TitleLine line) {
 
 void LoadTitleOptsForm() {
     TitleOptsForm = TitleOptsFormRecord{};
-    Accepted = false;
+    TitleAccepted = false;
     TitleOptsForm.Edited = {Chart.Spec.Title1, Chart.Spec.Title2};
-    FillCaptions();
+    FillTitleCaptions();
     for (const TitleLine line : {TitleLine::Main, TitleLine::Sub})
         FillLine(line);
     TitleOptsForm.State.FocusOn = &TitleOptsForm.TitleInput;
@@ -104,24 +103,24 @@ void TitleOptsTextGotFocus(TitleLine line) {
 }
 
 int TitleOptsTextKeyPress(TitleLine line, int key) {
-    CommonKeys(key);
+    TitleKeys(key);
     return TextKeyPress(TitleTextBox(line), key, LongestTitle, ProgramTitle());
 }
 
 void TitleOptsTextChanged(TitleLine line) {
-    ShowPreview(line);
+    ShowTitlePreview(line);
 }
 
 void TitleOptsFontClick(TitleLine line, int row) {
     Control& box = TitleFontBox(line);
     FillList(box, box.Items, row);
-    ShowPreview(line);
+    ShowTitlePreview(line);
 }
 
 void TitleOptsColorClick(TitleLine line, int row) {
     Control& box = TitleColorBox(line);
     FillList(box, box.Items, row);
-    ShowPreview(line);
+    ShowTitlePreview(line);
 }
 
 void TitleOptsAlignmentClick(TitleLine line, int row) {
@@ -134,25 +133,25 @@ void TitleOptsSizeGotFocus(TitleLine line) {
 }
 
 int TitleOptsSizeKeyPress(TitleLine line, int key) {
-    CommonKeys(key);
+    TitleKeys(key);
     return NumKeyPress(TitleSizeBox(line), key);
 }
 
 void TitleOptsSizeLostFocus(TitleLine line) {
     NumLostFocus(TitleSizeBox(line));
-    if (TitleOptsForm.State.Shown) TakeSize(TitleOptsForm.State, TitleSizeBox(line), Edited(line).Size);
+    if (TitleOptsForm.State.Shown) TakeSize(TitleOptsForm.State, TitleSizeBox(line), EditedTitle(line).Size);
 }
 
 void TitleOptsOkButton() {
     for (const TitleLine line : {TitleLine::Main, TitleLine::Sub}) {
-        GraphTitle& title = Edited(line);
+        GraphTitle& title = EditedTitle(line);
         if (!TakeSize(TitleOptsForm.State, TitleSizeBox(line), title.Size)) return;
         if (TitleTextBox(line).Text != ShownTitle(title)) title.Text = TitleTextBox(line).Text;
         title.Font = ChosenFont(TitleFontBox(line), title.Font);
         if (ColorListRow(title.Color) != TitleColorBox(line).Value) title.Color = TitleColorBox(line).Value;
         title.Justify = TitleAlignmentBox(line).Value;
     }
-    Accepted = true;
+    TitleAccepted = true;
     TitleOptsForm.State.Shown = false;
 }
 
@@ -164,7 +163,7 @@ void EditTitles() {
     if (!GraphMayChange()) return;
     LoadTitleOptsForm();
     Host.ShowModal(TitleOptsFormName);
-    if (!Accepted) return;
+    if (!TitleAccepted) return;
     Chart.Spec.Title1 = TitleOptsForm.Edited[0];
     Chart.Spec.Title2 = TitleOptsForm.Edited[1];
     RedrawChart();

@@ -19,7 +19,7 @@ namespace {
 
 constexpr double Nearer = 1.25;      // what a notch does
 constexpr double MostNotches = 10.0; // in one turn
-constexpr int ClickSize = 4;         // moves no farther than this are none
+constexpr int MiddleClickSize = 4;   // moves no farther than this are none
 
 struct Axes {
     bool X = false, Y = false;
@@ -105,7 +105,8 @@ bool BeginDrag(int x, int y) {
 void DragTo(int x, int y) {
     GraphDrag& drag = Charts.Drag;
     if (!drag.On || !IsFree()) return;
-    if (!drag.Moved && std::abs(x - drag.X) <= ClickSize && std::abs(y - drag.Y) <= ClickSize) return;
+    if (!drag.Moved && std::abs(x - drag.X) <= MiddleClickSize && std::abs(y - drag.Y) <= MiddleClickSize)
+        return;
     ChartScale scale = drag.Begin;
     Shift(Chart.Spec.AxisX1, (drag.X - x) * drag.UnitX, scale.XMin, scale.XMax);
     Shift(Chart.Spec.AxisY1, (drag.Y - y) * drag.UnitY, scale.YMin, scale.YMax);

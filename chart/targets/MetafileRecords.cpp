@@ -1,5 +1,7 @@
 #include "chart/targets/MetafileRecords.h"
 
+#include "platform/Printer.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -9,7 +11,6 @@ namespace Quillon {
 
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
 constexpr std::size_t HeaderSize = 108; // with both of its extensions, before the description
 constexpr std::size_t RecordHead = 8;   // type and size
 

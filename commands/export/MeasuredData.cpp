@@ -15,11 +15,11 @@ struct KeptData {
     Workspace Measured;
     PerRow<OneBased<float>> Simulated; // ScanValue as the simulation left it
 };
-std::unique_ptr<KeptData> Kept;
+std::unique_ptr<KeptData> KeptAside;
 
 bool HoldsSimulation(const Workspace& w) {
-    return Kept && w.ScanValue == Kept->Simulated && w.ScanFile == Kept->Measured.ScanFile &&
-           w.ScanDirectory == Kept->Measured.ScanDirectory;
+    return KeptAside && w.ScanValue == KeptAside->Simulated && w.ScanFile == KeptAside->Measured.ScanFile &&
+           w.ScanDirectory == KeptAside->Measured.ScanDirectory;
 }
 
 bool MayLoseFit() {
@@ -44,8 +44,8 @@ void KeepPreferences(Workspace& analysis) {
 } // namespace
 
 void KeepMeasuredData(const Workspace& before) {
-    if (!HoldsSimulation(before)) Kept = std::make_unique<KeptData>(KeptData{before, {}});
-    Kept->Simulated = Work.ScanValue;
+    if (!HoldsSimulation(before)) KeptAside = std::make_unique<KeptData>(KeptData{before, {}});
+    KeptAside->Simulated = Work.ScanValue;
 }
 
 bool MeasuredDataKept() {
@@ -54,7 +54,7 @@ bool MeasuredDataKept() {
 
 void BringBackMeasuredData() {
     if (!MeasuredDataKept() || !MayLoseFit()) return;
-    const std::unique_ptr<KeptData> kept = std::move(Kept);
+    const std::unique_ptr<KeptData> kept = std::move(KeptAside);
     KeepPreferences(kept->Measured);
     Work = std::move(kept->Measured);
     ResetFitFunction(); // what it keeps belongs to the simulated points

@@ -19,11 +19,11 @@ GetGuessForm GetGuess;
 
 namespace {
 
-std::size_t Place(int row) {
+std::size_t GuessPlace(int row) {
     return static_cast<std::size_t>(row);
 }
 SlotNo SlotOfRow(int row) {
-    return GetGuess.GuessRows[Place(row)];
+    return GetGuess.GuessRows[GuessPlace(row)];
 }
 int RowCount() {
     return static_cast<int>(GetGuess.GuessRows.size());
@@ -42,22 +42,22 @@ bool IsMass(SlotNo slot) {
     return RuleOfSlot(slot).Holds == Quantity::Mass;
 }
 
-void ShowPage() {
+void ShowGuesses() {
     const RowLayout& layout = GetGuess.Layout;
     for (int row = 0; row < RowCount(); ++row) {
         const bool shown = layout.PageOf(row) == GetGuess.Page;
-        GetGuess.Estimate[Place(row)].Visible = shown && IsMass(SlotOfRow(row));
+        GetGuess.Estimate[GuessPlace(row)].Visible = shown && IsMass(SlotOfRow(row));
         for (auto* controls : {&GetGuess.ParameterName, &GetGuess.Guess, &GetGuess.FitCheck})
-            (*controls)[Place(row)].Visible = shown;
+            (*controls)[GuessPlace(row)].Visible = shown;
     }
     GetGuess.Page2.Visible = layout.Paged();
     GetGuess.Page2.Text = GetGuess.Page == 0 ? "Page &2" : "Page &1";
 }
 
-void FillRow(int row) {
+void FillGuess(int row) {
     const SlotNo slot = SlotOfRow(row);
-    GetGuess.ParameterName[Place(row)].Text = ParmCaption(slot);
-    GetGuess.Guess[Place(row)].Text = ParmText(slot);
+    GetGuess.ParameterName[GuessPlace(row)].Text = ParmCaption(slot);
+    GetGuess.Guess[GuessPlace(row)].Text = ParmText(slot);
 }
 
 void FillRows() {
@@ -73,7 +73,7 @@ void FillRows() {
             "zero offset, over r^2/2 of each set";
     for (int row = 0; row < RowCount(); ++row) {
         GetGuess.FitCheck.push_back(MarkFor(Work.FreeMap[SlotOfRow(row)]));
-        FillRow(row);
+        FillGuess(row);
     }
     GetGuess.Layout.Rows = RowCount();
 }
@@ -91,9 +91,9 @@ void FillConvergence() {
 }
 
 // To the field of the next row of the page, or to OK behind the last.
-void GoBehind(int row) {
+void GoBehindGuess(int row) {
     if (row + 1 < GetGuess.Layout.Last(GetGuess.Page))
-        GetGuess.State.FocusOn = &GetGuess.Guess[Place(row + 1)];
+        GetGuess.State.FocusOn = &GetGuess.Guess[GuessPlace(row + 1)];
     else
         GetGuess.State.FocusOn = &GetGuess.OkButton;
 }
@@ -147,7 +147,7 @@ void LoadGetGuess() {
     GetGuess.CancelButton = Captioned("&Cancel");
     FillRows();
     FillConvergence();
-    ShowPage();
+    ShowGuesses();
     if (RowCount() > 0) {
         GetGuess.State.FocusOn = &GetGuess.Guess[0];
         GetGuess.Guess[0].ForeColor = Work.EditBackColor;
@@ -156,10 +156,10 @@ void LoadGetGuess() {
 }
 
 void GetGuessFitCheck(int row) {
-    Control& mark = GetGuess.FitCheck[Place(row)];
+    Control& mark = GetGuess.FitCheck[GuessPlace(row)];
     if (mark.Value == FitCheckGrey || !mark.Enabled) return;
     mark.Text = mark.Value == FitCheckYes ? "Yes" : "No";
-    GoBehind(row);
+    GoBehindGuess(row);
 }
 
 void GetGuessEstimate(int row) {
@@ -173,23 +173,23 @@ void GetGuessEstimate(int row) {
     }
     GetGuess.Note.Text = EstimateNote(slot, *estimate);
     const float v = ToUserUnits(slot, static_cast<float>(estimate->Sigma));
-    GetGuess.State.FocusOn = &GetGuess.Guess[Place(row)];
+    GetGuess.State.FocusOn = &GetGuess.Guess[GuessPlace(row)];
     if (!AcceptAgainstBounds(slot, v)) return;
     Work.Parms[slot] = static_cast<float>(estimate->Sigma);
-    FillRow(row);
+    FillGuess(row);
 }
 
 void GetGuessGotFocus(int row) {
-    NumGotFocus(GetGuess.Guess[Place(row)]);
+    NumGotFocus(GetGuess.Guess[GuessPlace(row)]);
 }
 
 int GetGuessKeyPress(int row, int key) {
-    if (key == KeyReturn || key == KeyTab) GoBehind(row);
-    return NumberBoxKey(GetGuess.Guess[Place(row)], key);
+    if (key == KeyReturn || key == KeyTab) GoBehindGuess(row);
+    return NumberBoxKey(GetGuess.Guess[GuessPlace(row)], key);
 }
 
 void GetGuessLostFocus(int row) {
-    Control& field = GetGuess.Guess[Place(row)];
+    Control& field = GetGuess.Guess[GuessPlace(row)];
     const SlotNo slot = SlotOfRow(row);
     const std::string current = ParmText(slot);
     if (TakenBack(field, current)) return;
@@ -260,7 +260,7 @@ void GetGuessOkButton() {
     Host.ServeEvents(); // a field that is being left finishes first
     std::vector<FitChoice> choices;
     for (int row = 0; row < RowCount(); ++row)
-        choices.push_back({GetGuess.GuessRows[Place(row)], GetGuess.FitCheck[Place(row)].Value});
+        choices.push_back({GetGuess.GuessRows[GuessPlace(row)], GetGuess.FitCheck[GuessPlace(row)].Value});
     if (TakeFitChoices(choices)) GetGuess.State.Shown = false;
 }
 
@@ -272,9 +272,9 @@ void GetGuessCancelButton() {
 void GetGuessPage2() {
     GetGuess.Page = 1 - GetGuess.Page;
     for (int row = GetGuess.Layout.First(GetGuess.Page); row < GetGuess.Layout.Last(GetGuess.Page); ++row)
-        FillRow(row);
-    ShowPage();
-    GetGuess.State.FocusOn = &GetGuess.Guess[Place(GetGuess.Layout.First(GetGuess.Page))];
+        FillGuess(row);
+    ShowGuesses();
+    GetGuess.State.FocusOn = &GetGuess.Guess[GuessPlace(GetGuess.Layout.First(GetGuess.Page))];
 }
 
 } // namespace Quillon

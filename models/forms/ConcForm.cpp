@@ -20,7 +20,7 @@ ConcFormRecord ConcForm;
 
 namespace {
 
-constexpr std::array AllInputs{ConcInput::ConcA, ConcInput::VarA, ConcInput::ConcB, ConcInput::VarB};
+constexpr std::array AllConcInputs{ConcInput::ConcA, ConcInput::VarA, ConcInput::ConcB, ConcInput::VarB};
 constexpr const char* SignalPicture = "0.0000";
 
 struct Constraints {
@@ -36,7 +36,7 @@ std::size_t SpeciesOf(ConcInput input) {
     return input == ConcInput::ConcA || input == ConcInput::VarA ? 0 : 1;
 }
 
-float& Stored(ConcInput input, SetNo set) {
+float& StoredConc(ConcInput input, SetNo set) {
     const RowNo row = RowOf(set);
     switch (input) {
     case ConcInput::ConcA:
@@ -55,15 +55,15 @@ double FactorOf(ConcInput input, SetNo set) {
     return IsLoading(input) ? LoadingFactor(SpeciesOf(input), RowOf(set)) : 100.0;
 }
 
-std::string StoredText(ConcInput input, SetNo set) {
-    const float stored = Stored(input, set);
+std::string StoredConcText(ConcInput input, SetNo set) {
+    const float stored = StoredConc(input, set);
     if (!IsLoading(input)) return ToleranceText(stored);
     return FormatNumber(FactorOf(input, set) * static_cast<double>(stored), LoadingPicture());
 }
 
 std::string TotalText(SetNo set) {
-    const double total = static_cast<double>(Stored(ConcInput::ConcA, set)) +
-                         static_cast<double>(Stored(ConcInput::ConcB, set));
+    const double total = static_cast<double>(StoredConc(ConcInput::ConcA, set)) +
+                         static_cast<double>(StoredConc(ConcInput::ConcB, set));
     return FormatNumber(total, SignalPicture);
 }
 
@@ -73,8 +73,8 @@ Control& TotalOf(SetNo set) {
 
 void ShowStored() {
     for (const SetNo set : EachSet()) {
-        for (const ConcInput input : AllInputs)
-            ConcFormBox(input, set).Text = StoredText(input, set);
+        for (const ConcInput input : AllConcInputs)
+            ConcFormBox(input, set).Text = StoredConcText(input, set);
         TotalOf(set).Text = TotalText(set);
     }
 }
@@ -93,26 +93,26 @@ float InStoredTerms(ConcInput input, SetNo set, float typed) {
 }
 
 // Leaves a box; false when its value is refused, which has then been told.
-bool LeaveBox(ConcInput input, SetNo set) {
+bool LeaveConc(ConcInput input, SetNo set) {
     Control& box = ConcFormBox(input, set);
-    const BoxLeft left = LeaveNumberBox(box, StoredText(input, set));
+    const BoxLeft left = LeaveNumberBox(box, StoredConcText(input, set));
     if (left == BoxLeft::Undone) return true;
-    float value = Stored(input, set);
+    float value = StoredConc(input, set);
     if (left == BoxLeft::Altered) value = InStoredTerms(input, set, NumValue(box.Text));
     if (IsLoading(input) && value < 0.0F) return Refuse(box, "Value must be greater than or equal to zero!");
     if (!IsLoading(input) && !(value > 0.0F)) return Refuse(box, "Value must be greater than zero!");
-    Stored(input, set) = value;
-    box.Text = StoredText(input, set);
+    StoredConc(input, set) = value;
+    box.Text = StoredConcText(input, set);
     TotalOf(set).Text = TotalText(set);
     return true;
 }
 
 // True when nothing was typed into the box that has not been taken.
 bool IsTaken(ConcInput input, SetNo set) {
-    return ConcFormBox(input, set).Text == StoredText(input, set);
+    return ConcFormBox(input, set).Text == StoredConcText(input, set);
 }
 
-void NameControls() {
+void NameConcControls() {
     ConcForm.State.Caption = "Concentration Constraints";
     ConcForm.ALabel = Captioned(LoadingHead("Species A Loading Concentration (AU)"));
     ConcForm.BLabel = Captioned(LoadingHead("Species B Loading Concentration (AU)"));
@@ -149,7 +149,7 @@ void MakeRows() {
     }
 }
 
-void ShowSpeciesB() {
+void ShowConcOfB() {
     const bool shown = ShowsLoadingB();
     ConcForm.BLabel.Visible = ConcForm.VarBLabel.Visible = shown;
     ShowColumn(ConcForm.ConcB, shown);
@@ -157,10 +157,10 @@ void ShowSpeciesB() {
 }
 
 // Enter goes along the shown boxes of a row, then to the next row, and to OK at the end.
-void GoBehind(ConcInput input, SetNo set) {
-    auto place = std::find(AllInputs.begin(), AllInputs.end(), input) + 1;
-    if (place == AllInputs.end() || !ConcFormBox(*place, set).Visible) {
-        place = AllInputs.begin();
+void GoBehindConc(ConcInput input, SetNo set) {
+    auto place = std::find(AllConcInputs.begin(), AllConcInputs.end(), input) + 1;
+    if (place == AllConcInputs.end() || !ConcFormBox(*place, set).Visible) {
+        place = AllConcInputs.begin();
         ++set;
     }
     ConcForm.State.FocusOn = set.Number > Work.NumSets ? &ConcForm.OkButton : &ConcFormBox(*place, set);
@@ -168,7 +168,7 @@ void GoBehind(ConcInput input, SetNo set) {
 
 bool AnyConstraint() {
     for (const SetNo set : EachSet())
-        if (Stored(ConcInput::ConcA, set) > 0.0F || Stored(ConcInput::ConcB, set) > 0.0F) return true;
+        if (StoredConc(ConcInput::ConcA, set) > 0.0F || StoredConc(ConcInput::ConcB, set) > 0.0F) return true;
     return false;
 }
 
@@ -191,9 +191,9 @@ Control& ConcFormBox(ConcInput input, SetNo set) {
 void LoadConcForm() {
     Former = {Work.ConcConstraintA, Work.ConcConstraintB, Work.ConcToleranceA, Work.ConcToleranceB};
     ConcForm = ConcFormRecord{};
-    NameControls();
+    NameConcControls();
     MakeRows();
-    ShowSpeciesB();
+    ShowConcOfB();
     ShowStored();
     ConcForm.State.FocusOn = ConcForm.ConcA.empty() ? &ConcForm.OkButton : &ConcForm.ConcA.front();
     ConcForm.State.Shown = true;
@@ -204,12 +204,12 @@ void ConcFormGotFocus(ConcInput input, SetNo set) {
 }
 
 int ConcFormKeyPress(ConcInput input, SetNo set, int key) {
-    if (key == KeyReturn) GoBehind(input, set);
+    if (key == KeyReturn) GoBehindConc(input, set);
     return NumberBoxKey(ConcFormBox(input, set), key);
 }
 
 void ConcFormLostFocus(ConcInput input, SetNo set) {
-    LeaveBox(input, set);
+    LeaveConc(input, set);
 }
 
 void ConcFormClearAllButton() {
@@ -237,8 +237,8 @@ void ConcFormCancelButton() {
 void ConcFormOkButton() {
     if (ForgetTakenBack()) ShowStored(); // Esc in the box that Enter then left
     for (const SetNo set : EachSet())
-        for (const ConcInput input : AllInputs)
-            if (!IsTaken(input, set) && !LeaveBox(input, set)) return;
+        for (const ConcInput input : AllConcInputs)
+            if (!IsTaken(input, set) && !LeaveConc(input, set)) return;
     ConcForm.State.Shown = false;
 }
 

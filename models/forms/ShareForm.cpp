@@ -15,14 +15,14 @@ ShareFormRecord ShareForm;
 
 namespace {
 
-constexpr LinkWords Words{"Enter the data set # whose concentrations this set shares", "Share Concentrations",
-                          "A set has its own concentrations anyway."};
+constexpr LinkWords ShareWords{"Enter the data set # whose concentrations this set shares",
+                               "Share Concentrations", "A set has its own concentrations anyway."};
 
-bool LeaveBox(SetNo set) {
-    return LeaveLinkBox(ShareForm.Boxes, set, ShareForm.State, Words);
+bool LeaveShare(SetNo set) {
+    return LeaveLinkBox(ShareForm.Boxes, set, ShareForm.State, ShareWords);
 }
 
-void NameControls() {
+void NameShareControls() {
     ShareForm.State.Caption = "Share Concentrations";
     ShareForm.Head = Captioned(
         "Data set number X sees the same molecules as set Y, so that its concentrations are those of "
@@ -64,8 +64,8 @@ void ShowFormerLinks() {
 
 void LoadShareForm() {
     ShareForm = ShareFormRecord{};
-    NameControls();
-    ShareForm.Boxes = LoadLinkBoxes(Work.ConcLink, Words);
+    NameShareControls();
+    ShareForm.Boxes = LoadLinkBoxes(Work.ConcLink, ShareWords);
     if (!AnyLink()) TakeProposal();
     ShareForm.State.FocusOn = &FirstLinkBox(ShareForm.Boxes, ShareForm.OkButton);
     ShareForm.State.Shown = true;
@@ -80,7 +80,7 @@ int ShareFormKeyPress(SetNo set, int key) {
 }
 
 void ShareFormLostFocus(SetNo set) {
-    LeaveBox(set);
+    LeaveShare(set);
 }
 
 void ShareFormProposeButton() {
@@ -98,7 +98,7 @@ void ShareFormResetButton() {
 }
 
 void ShareFormOkButton() {
-    AcceptLinkBoxes(ShareForm.Boxes, ShareForm.State, Words);
+    AcceptLinkBoxes(ShareForm.Boxes, ShareForm.State, ShareWords);
 }
 
 void ShareFormClose() {

@@ -15,11 +15,11 @@ ShowConstraintFormRecord ShowConstraintForm;
 namespace {
 
 // The columns of a species.
-struct SpeciesColumns {
+struct ShownColumns {
     std::vector<Control>&Conc, &Var, &Fit, &FitErr, &Frac;
 };
 
-SpeciesColumns ColumnsOf(std::size_t species) {
+ShownColumns ColumnsOf(std::size_t species) {
     auto& f = ShowConstraintForm;
     if (species == 0) return {f.ConcA, f.VarA, f.FitA, f.FitErrA, f.FracA};
     return {f.ConcB, f.VarB, f.FitB, f.FitErrB, f.FracB};
@@ -27,7 +27,7 @@ SpeciesColumns ColumnsOf(std::size_t species) {
 
 // Adds the row of a set to the columns of a species; answers its share of the sum of squares.
 double AddRow(std::size_t species, SetNo set) {
-    const SpeciesColumns column = ColumnsOf(species);
+    const ShownColumns column = ColumnsOf(species);
     const LoadingMatch match = MatchOfLoading(species, set);
     column.Conc.push_back(Captioned(match.Specified));
     column.Var.push_back(Captioned(match.Tolerance));
@@ -37,7 +37,7 @@ double AddRow(std::size_t species, SetNo set) {
     return match.Fraction;
 }
 
-void NameControls() {
+void NameConstraintControls() {
     auto& f = ShowConstraintForm;
     f.State.Caption = "Match of Fit to Concentration Constraints";
     f.ALabel = Captioned(LoadingHead("Specified Species A Integrated Concentration (AU)"));
@@ -55,7 +55,7 @@ void ShowSpeciesB() {
     const bool shown = ShowsLoadingB();
     for (Control* head : {&f.BLabel, &f.VarBLabel, &f.FitBLabel, &f.FitErrBLabel, &f.FracBLabel})
         head->Visible = shown;
-    const SpeciesColumns column = ColumnsOf(1);
+    const ShownColumns column = ColumnsOf(1);
     for (std::vector<Control>* cells : {&column.Conc, &column.Var, &column.Fit, &column.FitErr, &column.Frac})
         ShowColumn(*cells, shown);
 }
@@ -64,7 +64,7 @@ void ShowSpeciesB() {
 
 void LoadShowConstraintForm() {
     ShowConstraintForm = ShowConstraintFormRecord{};
-    NameControls();
+    NameConstraintControls();
     double total = 0.0;
     for (const SetNo set : EachSet()) {
         ShowConstraintForm.SetLabel.push_back(Captioned("Set " + std::to_string(set.Number) + ":"));

@@ -93,7 +93,7 @@ void GoBehind(SigmaCalcInput input) {
         f.State.FocusOn = &SigmaCalcFormBox(static_cast<SigmaCalcInput>(static_cast<int>(input) + 1));
 }
 
-void NameControls() {
+void NameSigmaControls() {
     auto& f = SigmaCalcForm;
     f.State.Caption = "Calculate Sigma or Rotor Speed";
     f.MWLabel = Captioned("True &Molar Mass [kDa]:");
@@ -148,7 +148,7 @@ Control& SigmaCalcFormBox(SigmaCalcInput input) {
 
 void LoadSigmaCalcForm() {
     SigmaCalcForm = SigmaCalcFormRecord{};
-    NameControls();
+    NameSigmaControls();
     FillBoxes();
     SigmaCalcForm.State.FocusOn = &SigmaCalcForm.MWInput;
     SigmaCalcForm.State.Shown = true;

@@ -150,7 +150,7 @@ void Fill() {
     }
 }
 
-void NameControls() {
+void NameSpecControls() {
     auto& f = SpecForm;
     f.State.Caption = "Integrated Species Concentrations";
     f.SetLabel = Captioned("&Data Set");
@@ -199,7 +199,7 @@ Control& SpecFormBox(SpecRadius radius) {
 
 void LoadSpecForm() {
     SpecForm = SpecFormRecord{};
-    NameControls();
+    NameSpecControls();
     for (const SetNo set : EachSet())
         SpecForm.SetList.Items.push_back("Set " + std::to_string(set.Number) + " - " + Work.SetLabel[set]);
     SpecForm.SetList.Value = 1;

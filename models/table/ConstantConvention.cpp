@@ -30,7 +30,7 @@ struct Conventions {
     const char *Slot2 = "", *Slot4 = "", *Slot6 = "", *Slot7 = "";
 };
 
-constexpr std::array<Conventions, LastReservedModel + 1> Table{{
+constexpr std::array<Conventions, LastReservedModel + 1> ConventionTable{{
     {}, // none
     {}, // 1
     {DimerA},
@@ -62,7 +62,7 @@ constexpr std::array<Conventions, LastReservedModel + 1> Table{{
 
 const char* ConstantConvention(int model, SlotNo slot) {
     if (model < 0 || model > LastReservedModel) return "";
-    const Conventions& row = Table[static_cast<std::size_t>(model)];
+    const Conventions& row = ConventionTable[static_cast<std::size_t>(model)];
     switch (slot.Number) {
     case 2:
         return row.Slot2;

@@ -45,7 +45,7 @@ constexpr SpeciesList WithABB = List(A, B, AlikeAB, OneABB, Four);
 constexpr SpeciesList WithDimer = List(A, B, AlikeAB, OneABB, Four, BB);
 constexpr SpeciesList TwoSites = List(A, B, AllAB, AllBAB, OneBAA, AllBAAB, BB);
 
-constexpr std::array<SpeciesList, LastReservedModel + 1> Table{{
+constexpr std::array<SpeciesList, LastReservedModel + 1> SpeciesTable{{
     {}, // no model
     List(Mon),
     List(Mon, Dimer),
@@ -76,7 +76,7 @@ constexpr std::array<SpeciesList, LastReservedModel + 1> Table{{
 } // namespace
 
 const SpeciesList& SpeciesOfModel(int model) {
-    return Table[model >= 1 && model <= LastReservedModel ? static_cast<std::size_t>(model) : 0];
+    return SpeciesTable[model >= 1 && model <= LastReservedModel ? static_cast<std::size_t>(model) : 0];
 }
 
 std::vector<std::string> SpeciesNames() {

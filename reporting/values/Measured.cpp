@@ -8,6 +8,7 @@
 #include "platform/Words.h"
 #include "reporting/values/DerivedConstants.h"
 #include "reporting/values/FitNotes.h"
+#include "reporting/values/Pictured.h"
 #include "reporting/values/Statistics.h"
 #include "scandata/reader/IntensityScan.h"
 #include "scandata/reader/MeanScan.h"
@@ -99,18 +100,14 @@ void AddPopulations(MeasuredSet& m) {
     }
 }
 
-std::string Picture(float value, const char* picture) {
-    return FormatNumber(static_cast<double>(value), picture);
-}
-
 std::string ConditionsOf(const MeasuredSet& m) {
-    const std::string line =
-        "   " + Picture(m.Rpm, "#####0") + " rpm, " + Picture(m.Celsius, "#0.0") + " degrees C, " + m.Optics;
-    return m.Wavelength > 0.0F ? line + " at " + Picture(m.Wavelength, "##0") + " nm" : line;
+    const std::string line = "   " + Pictured(m.Rpm, "#####0") + " rpm, " + Pictured(m.Celsius, "#0.0") +
+                             " degrees C, " + m.Optics;
+    return m.Wavelength > 0.0F ? line + " at " + Pictured(m.Wavelength, "##0") + " nm" : line;
 }
 
 std::string CellOf(const MeasuredSet& m) {
-    std::string line = "   path " + Picture(m.Path, "0.00##") + " cm";
+    std::string line = "   path " + Pictured(m.Path, "0.00##") + " cm";
     if (m.Cell > 0) line += ", cell " + std::to_string(m.Cell);
     if (!m.Channel.empty()) line += ", channel " + m.Channel;
     line += ", " + Counted(m.Averaged, "reading") + " averaged";
@@ -118,7 +115,7 @@ std::string CellOf(const MeasuredSet& m) {
 }
 
 std::string HistoryOf(const MeasuredSet& m) {
-    return "   after " + std::to_string(m.Seconds) + " s, omega^2*t = " + Picture(m.Omega2t, "0.000E+00") +
+    return "   after " + std::to_string(m.Seconds) + " s, omega^2*t = " + Pictured(m.Omega2t, "0.000E+00") +
            " /s";
 }
 
@@ -163,8 +160,8 @@ std::string RadiiByHand(RowNo row) {
     const std::vector<Exclusion> stretches = ExclusionsOf(row);
     std::string text;
     for (std::size_t i = 0; i < stretches.size() && i < MostShown; ++i) {
-        text += (i > 0 ? ", " : "") + Picture(stretches[i].From, "0.0000");
-        if (stretches[i].To != stretches[i].From) text += " to " + Picture(stretches[i].To, "0.0000");
+        text += (i > 0 ? ", " : "") + Pictured(stretches[i].From, "0.0000");
+        if (stretches[i].To != stretches[i].From) text += " to " + Pictured(stretches[i].To, "0.0000");
     }
     return stretches.size() > MostShown ? text + ", ... cm" : text + " cm";
 }

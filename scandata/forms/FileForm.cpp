@@ -21,10 +21,6 @@ namespace {
 
 bool AskedForScan = false; // in this run of the program
 
-std::size_t At(int line) {
-    return static_cast<std::size_t>(line);
-}
-
 void Name(Control& c, const char* text, const char* toolTip = "") {
     c.Text = text;
     c.ToolTip = toolTip;
@@ -141,7 +137,7 @@ const char* CenterpieceText(int code) {
 
 void FillLine(int line) {
     const RowNo row = RowOfLine(line);
-    const std::size_t i = At(line);
+    const std::size_t i = LineAt(line);
     FileForm.NameBox[i].Text = Work.ScanFile[row];
     if (Work.ScanFile[row].empty()) return;
     UnlockRow(line);
@@ -176,7 +172,7 @@ std::string PathText(RowNo row) {
 }
 
 void UnlockRow(int line) {
-    const std::size_t i = At(line);
+    const std::size_t i = LineAt(line);
     FileForm.NameBox[i].Visible = true;
     if (!FileForm.Check1[i].Enabled) FileForm.Check1[i].Value = 0; // grey so far
     for (auto* column : {&FileForm.SetBox, &FileForm.NameBox, &FileForm.RPMBox, &FileForm.MinRBox,
@@ -185,7 +181,7 @@ void UnlockRow(int line) {
 }
 
 void RevealRow(int line) {
-    const std::size_t i = At(line);
+    const std::size_t i = LineAt(line);
     for (auto* column : {&FileForm.HelpButton, &FileForm.CellBox, &FileForm.BlankFile, &FileForm.RPMBox,
                          &FileForm.MinRBox, &FileForm.MaxRBox, &FileForm.PointsBox, &FileForm.CellPath,
                          &FileForm.SaveButton, &FileForm.ExtinctionButton})
@@ -196,9 +192,9 @@ void RevealRow(int line) {
 void ShowCenterpiece(int line) {
     const int code = Work.CenterpieceType[RowOfLine(line)];
     if (code != 1 && code != 3 && code != 4) return;
-    FileForm.CellBox[At(line)].Text = CenterpieceText(code);
-    FileForm.ChannelBox[At(line)].Visible = code != 1;
-    if (code == 1) FileForm.ChannelBox[At(line)].Text.clear();
+    FileForm.CellBox[LineAt(line)].Text = CenterpieceText(code);
+    FileForm.ChannelBox[LineAt(line)].Visible = code != 1;
+    if (code == 1) FileForm.ChannelBox[LineAt(line)].Text.clear();
 }
 
 void ShowRowValues(RowNo row) {
@@ -215,9 +211,9 @@ void ShowRowValues(RowNo row) {
 }
 
 void ShowRange(int line, float inner, float outer) {
-    FileForm.MinRBox[At(line)].Text = FormatNumber(static_cast<double>(inner), "0.0000");
-    FileForm.MaxRBox[At(line)].Text = FormatNumber(static_cast<double>(outer), "0.0000");
-    FileForm.PointsBox[At(line)].Text = PointsText(RowOfLine(line));
+    FileForm.MinRBox[LineAt(line)].Text = FormatNumber(static_cast<double>(inner), "0.0000");
+    FileForm.MaxRBox[LineAt(line)].Text = FormatNumber(static_cast<double>(outer), "0.0000");
+    FileForm.PointsBox[LineAt(line)].Text = PointsText(RowOfLine(line));
 }
 
 void FillPage() {
@@ -240,7 +236,7 @@ void NoteTableChange() {
 void StoreIncludes() {
     for (int line = 0; line < FileForm.Lines; ++line) {
         const RowNo row = RowOfLine(line);
-        Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[At(line)].Value;
+        Work.IncludeSet[row] = Work.ScanFile[row].empty() ? 0 : FileForm.Check1[LineAt(line)].Value;
     }
 }
 

@@ -69,6 +69,9 @@ void RevealRow(int line);
 void ShowCenterpiece(int line); // its type, and a channel where it has any
 void UnlockRow(int line);
 RowNo RowOfLine(int line);
+inline std::size_t LineAt(int line) { // in the arrays of controls
+    return static_cast<std::size_t>(line);
+}
 void NoteTableChange();               // its rows are others than before, and Cancel cannot bring them back
 void StoreIncludes();                 // the marks of the page that shows go into the workspace
 std::string ChannelText(int channel); // "" for none, "A" to "D"

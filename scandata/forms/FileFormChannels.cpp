@@ -13,10 +13,6 @@ namespace Quillon {
 
 namespace {
 
-std::size_t At(int line) {
-    return static_cast<std::size_t>(line);
-}
-
 // The centerpiece and channel that a click or key goes by are those of the same line on page 1, on both
 // pages; only the set that takes the new channel is that of the page.
 // [decision: first-page-channel]
@@ -80,19 +76,19 @@ void TakeChannel(int line, int channel) {
 
 void StepChannel(int line) {
     const RowNo row = RowOfLine(line);
-    const ChannelStep step = StepFrom(line, FileForm.ChannelBox[At(line)].Text);
+    const ChannelStep step = StepFrom(line, FileForm.ChannelBox[LineAt(line)].Text);
     const bool stays =
         step.Channel == 0 && !step.NotReached.empty() && Work.DataChannel[row] == Channel::None;
     TellSkipped(row, step, stays);
     if (!stays) return TakeChannel(line, step.Channel);
-    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+    FileForm.State.FocusOn = &FileForm.Check1[LineAt(line)];
 }
 
 void TakeNamedChannel(int line, int channel) {
     const RowNo row = RowOfLine(line);
     if (Reaches(row, channel)) return TakeChannel(line, channel);
     TellNotReached(row, {channel}, RangeStays);
-    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+    FileForm.State.FocusOn = &FileForm.Check1[LineAt(line)];
 }
 
 void ShowRangeOf(int line) {
@@ -110,7 +106,7 @@ void ApplyCenterpiece(int line, int code) {
     const ChannelRange range = SetCenterpiece(row, code, inner, outer);
     ShowCenterpiece(line);
     if (range == ChannelRange::None) return;
-    FileForm.ChannelBox[At(line)].Text = ChannelText(ChannelOfCenterpiece(row));
+    FileForm.ChannelBox[LineAt(line)].Text = ChannelText(ChannelOfCenterpiece(row));
     if (range == ChannelRange::Set) return ShowRange(line, inner, outer);
     TellNotReached(row, {ChannelOfCenterpiece(row)}, "The range stays as it is.");
 }
@@ -118,7 +114,7 @@ void ApplyCenterpiece(int line, int code) {
 bool ApplyChannel(int line, int channel) {
     const RowNo row = RowOfLine(line);
     if (!SetChannel(row, channel) && Work.ScanPoints[row] > 0) return false;
-    FileForm.ChannelBox[At(line)].Text = ChannelText(channel);
+    FileForm.ChannelBox[LineAt(line)].Text = ChannelText(channel);
     if (Work.ScanPoints[row] > 0) ShowRangeOf(line);
     return true;
 }
@@ -129,14 +125,14 @@ void FileFormChannelClick(int line) {
 }
 
 void FileFormChannelKey(int line, int channel) {
-    if (!FileForm.ChannelBox[At(line)].Visible || (channel == Channel::D && CodeOf(line) != 4))
+    if (!FileForm.ChannelBox[LineAt(line)].Visible || (channel == Channel::D && CodeOf(line) != 4))
         return Host.Beep();
     Work.CurrentRow = ToInt16(line);
     AsOneChange([line, channel] { TakeNamedChannel(line, channel); });
 }
 
 void FileFormCenterpieceKey(int line, int code) {
-    if (FileForm.NameBox[At(line)].Text.empty()) return;
+    if (FileForm.NameBox[LineAt(line)].Text.empty()) return;
     AsOneChange([line, code] {
         ApplyCenterpiece(line, code);
         if (FileForm.FormChanged == 0) FileForm.FormChanged = 2;
@@ -146,7 +142,7 @@ void FileFormCenterpieceKey(int line, int code) {
 
 bool StepCopiedChannel(int line) {
     const RowNo row = RowOfLine(line);
-    const ChannelStep step = StepFrom(line, FileForm.ChannelBox[At(line)].Text);
+    const ChannelStep step = StepFrom(line, FileForm.ChannelBox[LineAt(line)].Text);
     const bool none = step.Channel == 0 && !step.NotReached.empty();
     TellSkipped(row, step, none);
     if (none) return false;

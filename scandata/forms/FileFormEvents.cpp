@@ -30,10 +30,6 @@ namespace Quillon {
 
 namespace {
 
-std::size_t At(int line) {
-    return static_cast<std::size_t>(line);
-}
-
 void Close(DialogAnswer answer) {
     FileForm.Answer = answer;
     Work.CurrentPage = 0;
@@ -43,7 +39,7 @@ void Close(DialogAnswer answer) {
 // A click makes its line the current one; the keys go there, too.
 void MakeCurrent(int line) {
     Work.CurrentRow = ToInt16(line);
-    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+    FileForm.State.FocusOn = &FileForm.Check1[LineAt(line)];
 }
 
 std::array<float, 2> RatiosOf(RowNo row) {
@@ -51,7 +47,7 @@ std::array<float, 2> RatiosOf(RowNo row) {
 }
 
 bool HoldsScan(int line) {
-    return !FileForm.NameBox[At(line)].Text.empty();
+    return !FileForm.NameBox[LineAt(line)].Text.empty();
 }
 
 void NoteRange() {
@@ -113,21 +109,21 @@ void FileFormTimer1() {
 }
 
 void FileFormCheckFocus(int line) {
-    FileForm.Check1[At(line)].ForeColor = Work.EditBackColor;
+    FileForm.Check1[LineAt(line)].ForeColor = Work.EditBackColor;
     Work.CurrentRow = ToInt16(line);
 }
 
 void FileFormCheckLostFocus(int line) {
-    FileForm.Check1[At(line)].ForeColor = DefaultColor;
+    FileForm.Check1[LineAt(line)].ForeColor = DefaultColor;
 }
 
 void FileFormCheckClick(int line) {
     if (!HoldsScan(line)) {
-        FileForm.Check1[At(line)].Value = 0;
+        FileForm.Check1[LineAt(line)].Value = 0;
         return;
     }
     AsOneChange([line] {
-        Work.IncludeSet[RowOfLine(line)] = FileForm.Check1[At(line)].Value;
+        Work.IncludeSet[RowOfLine(line)] = FileForm.Check1[LineAt(line)].Value;
         NoteTableChange();
     });
 }
@@ -151,7 +147,7 @@ void FileFormKey(int line, int key) {
         if (HoldsScan(line)) FileFormHelpButton(line);
         return;
     case 'P':
-        if (FileForm.CellPath[At(line)].Visible) return FileFormPathClick(line);
+        if (FileForm.CellPath[LineAt(line)].Visible) return FileFormPathClick(line);
         return Host.Beep();
     default:
         return;
@@ -160,13 +156,13 @@ void FileFormKey(int line, int key) {
 
 void FileFormArrowKey(int line, FileFormArrow arrow) {
     if (arrow == FileFormArrow::Previous) {
-        if (line > 0) FileForm.State.FocusOn = &FileForm.Check1[At(line - 1)];
+        if (line > 0) FileForm.State.FocusOn = &FileForm.Check1[LineAt(line - 1)];
         return;
     }
-    const bool open = line + 1 < FileForm.Lines && FileForm.NameBox[At(line + 1)].Enabled &&
-                      FileForm.Check1[At(line + 1)].Enabled;
+    const bool open = line + 1 < FileForm.Lines && FileForm.NameBox[LineAt(line + 1)].Enabled &&
+                      FileForm.Check1[LineAt(line + 1)].Enabled;
     if (open)
-        FileForm.State.FocusOn = &FileForm.Check1[At(line + 1)];
+        FileForm.State.FocusOn = &FileForm.Check1[LineAt(line + 1)];
     else
         FileFormNewFileButton();
 }
@@ -190,11 +186,11 @@ void FileFormShiftClick(int line) {
     Work.CurrentRow = ToInt16(line);
     AsOneChange([line] {
         const RowNo row = RowOfLine(line);
-        if (FileForm.ShiftBase[At(line)].Value)
+        if (FileForm.ShiftBase[LineAt(line)].Value)
             AdjustBaselineShift(row);
         else
             Work.BaselineShifted[row] = FlagFalse;
-        FileForm.ShiftBase[At(line)].Value = Work.BaselineShifted[row] ? 1 : 0;
+        FileForm.ShiftBase[LineAt(line)].Value = Work.BaselineShifted[row] ? 1 : 0;
         NoteRange();
     });
 }
@@ -202,8 +198,8 @@ void FileFormShiftClick(int line) {
 void FileFormPathClick(int line) {
     MakeCurrent(line);
     AsOneChange([line] {
-        const bool twelve = FileForm.CellPath[At(line)].Text != "12";
-        FileForm.CellPath[At(line)].Text = twelve ? "12" : "3";
+        const bool twelve = FileForm.CellPath[LineAt(line)].Text != "12";
+        FileForm.CellPath[LineAt(line)].Text = twelve ? "12" : "3";
         Work.CellPath[RowOfLine(line)] = twelve ? 1.2F : 0.3F;
         NoteTableChange();
     });
@@ -223,7 +219,7 @@ void FileFormExtinctionButton(int line) {
 void FileFormSaveButton(int line) {
     Work.CurrentRow = ToInt16(line);
     SaveSubset(RowOfLine(line));
-    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+    FileForm.State.FocusOn = &FileForm.Check1[LineAt(line)];
 }
 
 void FileFormHelpButton(int line) {
@@ -236,7 +232,7 @@ void FileFormHelpButton(int line) {
         NoteTableChange();
         ShowRowValues(row);
     });
-    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+    FileForm.State.FocusOn = &FileForm.Check1[LineAt(line)];
 }
 
 void FileFormRangeButton() {

@@ -16,15 +16,11 @@ namespace Quillon {
 
 namespace {
 
-std::size_t At(int line) {
-    return static_cast<std::size_t>(line);
-}
-
 // The page as the rows are now; the line keeps the focus.
-void ShowPageAgain(int line) {
+void ShowPageAt(int line) {
     FillPage();
     Work.CurrentRow = ToInt16(line);
-    FileForm.State.FocusOn = &FileForm.Check1[At(line)];
+    FileForm.State.FocusOn = &FileForm.Check1[LineAt(line)];
 }
 
 // A change of a line that is told and can be taken back. One that came to nothing leaves Cancel as it was.
@@ -35,11 +31,11 @@ void Change(int line, const std::function<void()>& work) {
         work();
         if (DescribeTableChange(before, Work).empty()) return;
         NoteTableChange();
-        ShowPageAgain(line);
+        ShowPageAt(line);
     });
 }
 
-void TakeChannel(int line, int channel) {
+void TakeMenuChannel(int line, int channel) {
     if (Work.DataChannel[RowOfLine(line)] == channel) return;
     if (channel > 0) return FileFormChannelKey(line, channel);
     Change(line, [line] { ApplyChannel(line, 0); });
@@ -108,7 +104,7 @@ void AddChannels(std::vector<LineMenuItem>& menu, int line) {
     for (int channel = Channel::None; channel <= last; ++channel)
         menu.push_back(Choice("&Channel", channel == Channel::None ? "&None" : "&" + ChannelText(channel),
                               Work.DataChannel[row] == channel,
-                              [line, channel] { TakeChannel(line, channel); }));
+                              [line, channel] { TakeMenuChannel(line, channel); }));
 }
 
 void AddCell(std::vector<LineMenuItem>& menu, int line) {
@@ -142,7 +138,7 @@ void AddOtherScans(std::vector<LineMenuItem>& menu, int line) {
 
 std::vector<LineMenuItem> FileFormLineMenu(int line) {
     std::vector<LineMenuItem> menu;
-    if (!FileForm.NameBox[At(line)].Visible) return menu;
+    if (!FileForm.NameBox[LineAt(line)].Visible) return menu;
     menu.push_back(Entry("Read &Data File...", [line] { FileFormNameClick(line); }));
     if (Work.ScanFile[RowOfLine(line)].empty()) return menu;
     menu.push_back(Entry("Set Data &Range...", [line] { FileFormRangeClick(line); }));

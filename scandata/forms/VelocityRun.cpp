@@ -13,19 +13,19 @@ namespace Quillon {
 
 namespace {
 
-ScanReadings ReadingsOf(RowNo row) {
+ScanReadings ScanReadingsOf(RowNo row) {
     return {Work.ScanRadius[row], Work.ScanValue[row]};
 }
 
 bool HasNotSettled(const std::vector<RowNo>& scans) {
     if (scans.size() < FewestOfVelocity) return false;
-    const ScanReadings last = ReadingsOf(scans.back());
+    const ScanReadings last = ScanReadingsOf(scans.back());
     const PointRange range = ProposeRangeOf(scans.back());
     if (range.First == 0) return false;
     const float inner = last.Radii[range.First], outer = last.Radii[range.Last];
     const double noise = NoiseBetween(last, inner, outer).value_or(0.0);
     for (std::size_t i = scans.size() - 1 - TailOfVelocity; i + 1 < scans.size(); ++i) {
-        const auto rms = RmsFrom(last, ReadingsOf(scans[i]), inner, outer);
+        const auto rms = RmsFrom(last, ScanReadingsOf(scans[i]), inner, outer);
         if (!rms || !(*rms > VelocityStep * noise)) return false;
     }
     return true;

@@ -16,7 +16,7 @@ namespace {
 constexpr double TimesQuartile = 18.0;
 constexpr double LeastBreak = 0.03; // signal units: quiet scans are not cut at what the eye does not see
 constexpr long CutAtEnds = 2;       // points next to a break that it may still reach
-constexpr long FewestPoints = 3;
+constexpr long FewestProposed = 3;
 
 // |second difference| of the points first + 1 .. last - 1, from subscript 0.
 std::vector<double> SecondDifferences(const OneBased<float>& values, long first, long last) {
@@ -98,7 +98,7 @@ PointRange ProposeRangeAcross(const OneBased<float>& values, const PointRange& w
     if (run.End == differences.size()) end = Continued(values, end, 1, reach, limit);
     begin += CutAtEnds;
     end -= CutAtEnds;
-    if (end - begin + 1 < FewestPoints) return {};
+    if (end - begin + 1 < FewestProposed) return {};
     return {begin, end};
 }
 

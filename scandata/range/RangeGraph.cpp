@@ -72,7 +72,7 @@ GraphSpec SpecOf(RowNo row) {
     return spec;
 }
 
-void Draw(RowNo row) {
+void DrawRange(RowNo row) {
     const long n = ReadingsOf(row); // as many as may come back
     Chart.GraphHeld = FlagFalse;
     GraphSpec spec = SpecOf(row);
@@ -90,13 +90,13 @@ void Draw(RowNo row) {
 }
 
 // Return is refused, and the graph stays, where the markers leave no range.
-bool EndsOnKey(int code, int) {
+bool RangeEndsOnKey(int code, int) {
     return code == KeyEscape || (code == KeyReturn && RangeMayBeTaken());
 }
 
 void Open(RowNo row) {
     RangeGraphIsLog = Work.RangeLogPlot != 0;
-    Draw(row);
+    DrawRange(row);
     OfferRangeOptions();
     PlaceMarkers(RangeAbscissa(Work.ScanRadius[row][Work.FitRange[0][row]]),
                  RangeAbscissa(Work.ScanRadius[row][Work.FitRange[1][row]]));
@@ -107,7 +107,7 @@ void Open(RowNo row) {
     Charts.KeyCode = 0;
     Charts.Needed = Charts.ClosesAsEscape = Charts.WashOutside = true;
     Charts.Shown = true;
-    Charts.EndsOnKey = EndsOnKey;
+    Charts.EndsOnKey = RangeEndsOnKey;
 }
 
 void Close() {

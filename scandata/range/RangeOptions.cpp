@@ -12,7 +12,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr float Margin = 0.075F; // of the span, on either side of what an axis closes in on
+constexpr float RoomBeside = 0.075F; // of the span, on either side of what an axis closes in on
 
 bool Drawn() {
     return GraphMayChange() && Chart.GraphDrawn;
@@ -58,7 +58,7 @@ bool RangeOfY(RowNo row, float& low, float& high) {
 // Limits about a stretch; one without length leaves them as they are.
 void CloseIn(float low, float high, float& min, float& max) {
     if (!(low < high)) return;
-    const float edge = Margin * (high - low);
+    const float edge = RoomBeside * (high - low);
     min = low - edge;
     max = high + edge;
 }

@@ -17,7 +17,7 @@ constexpr double LeastNoise = 1e-4;      // of the span of the values: rounding 
 constexpr double FinestReading = 1e-5;   // signal units
 constexpr std::size_t Neighbours = 8;
 constexpr std::size_t Around = 20;
-constexpr std::size_t FewestPoints = 30;
+constexpr std::size_t FewestForSpikes = 30;
 
 double Median(std::vector<double> numbers) {
     if (numbers.empty()) return 0.0;
@@ -210,7 +210,7 @@ std::vector<Difference> ThirdDifferences(const OneBased<float>& signals, long fi
     return differences;
 }
 
-double MedianSize(const std::vector<Difference>& differences, std::size_t begin, std::size_t end) {
+double MedianDifference(const std::vector<Difference>& differences, std::size_t begin, std::size_t end) {
     std::vector<double> sizes;
     for (std::size_t i = begin; i < end; ++i)
         sizes.push_back(differences[i].Size);
@@ -221,9 +221,9 @@ double MedianSize(const std::vector<Difference>& differences, std::size_t begin,
 // none is.
 std::size_t BeginOfNoise(const std::vector<Difference>& differences) {
     const std::size_t half = differences.size() / 2;
-    const double quiet = MedianSize(differences, 0, half);
+    const double quiet = MedianDifference(differences, 0, half);
     std::size_t begin = differences.size();
-    while (begin >= half + Window && MedianSize(differences, begin - Window, begin) > Grown * quiet)
+    while (begin >= half + Window && MedianDifference(differences, begin - Window, begin) > Grown * quiet)
         --begin;
     return begin;
 }
@@ -233,7 +233,7 @@ std::size_t BeginOfNoise(const std::vector<Difference>& differences) {
 std::vector<long> FindSpikes(const OneBased<float>& radii, const OneBased<float>& values, long first,
                              long last) {
     Readings r = Stretch(radii, values, first, last);
-    if (r.X.size() < FewestPoints) return {};
+    if (r.X.size() < FewestForSpikes) return {};
     const double least = std::max(LeastNoise * Span(r.Y), FinestReading);
     r.Y = WithoutGradient(r);
     std::vector<double> off;

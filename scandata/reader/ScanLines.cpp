@@ -75,10 +75,6 @@ PointLine ReadPointItem(TextItems& file, std::size_t place, ThirdNumber third) {
     return point;
 }
 
-bool EndsLine(char c) {
-    return c == '\n' || c == '\r';
-}
-
 void SkipBlanks(const char*& at, const char* end) {
     while (at < end && *at == ' ')
         ++at;

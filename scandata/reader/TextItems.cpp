@@ -9,9 +9,6 @@ namespace Quillon {
 
 namespace {
 
-bool EndsLine(char c) {
-    return c == '\n' || c == '\r';
-}
 bool EndsItem(char c) {
     return c == ',' || EndsLine(c);
 }

@@ -9,6 +9,10 @@
 
 namespace Quillon {
 
+inline constexpr bool EndsLine(char c) {
+    return c == '\n' || c == '\r';
+}
+
 struct TextItems {
     std::string_view Text;
     std::size_t Place = 0;   // the next character to be read, from 0

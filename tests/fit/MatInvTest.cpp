@@ -18,7 +18,7 @@ namespace {
 
 using Matrix = ZeroBasedMatrix<double>;
 
-constexpr double Epsilon = std::numeric_limits<double>::epsilon();
+constexpr double DoubleEpsilon = std::numeric_limits<double>::epsilon();
 
 Matrix MatrixOf(const std::vector<std::vector<double>>& rows) {
     const auto n = static_cast<long>(rows.size());
@@ -101,7 +101,7 @@ void ExpectInverse(const Matrix& A) {
     const Real condition = Norm(Widened(A)) * size;
     Matrix inverse = A;
     ASSERT_EQ(Invert(inverse), 0);
-    const Real allowed = size * condition * static_cast<Real>(A.RowHi() + 1) * Epsilon;
+    const Real allowed = size * condition * static_cast<Real>(A.RowHi() + 1) * DoubleEpsilon;
     for (std::size_t i = 0; i < reference.Inverse.Items.size(); ++i)
         ASSERT_LE(std::fabs(inverse.Data()[i] - reference.Inverse.Items[i]), allowed) << i;
 }
@@ -128,7 +128,7 @@ int Parity(const ZeroBased<std::int16_t>& perm) {
 TEST(Invert, TwoByTwoByTheClosedForm) {
     Matrix A = MatrixOf({{4, 1}, {1, 3}});
     EXPECT_EQ(Invert(A), 0);
-    ExpectNear(A, MatrixOf({{3.0 / 11, -1.0 / 11}, {-1.0 / 11, 4.0 / 11}}), 4 * Epsilon);
+    ExpectNear(A, MatrixOf({{3.0 / 11, -1.0 / 11}, {-1.0 / 11, 4.0 / 11}}), 4 * DoubleEpsilon);
 }
 
 TEST(Invert, MatrixWithoutSymmetry) {
@@ -149,7 +149,7 @@ TEST(Invert, SecondDifferencesOfAnyOrder) {
                                  static_cast<double>(n + 1);
             }
         ASSERT_EQ(Invert(A), 0);
-        ExpectNear(A, expected, Epsilon * static_cast<double>(n * n * n));
+        ExpectNear(A, expected, DoubleEpsilon * static_cast<double>(n * n * n));
     }
 }
 
@@ -215,7 +215,8 @@ TEST(Invert, ScaledColumnsScaleTheInverse) {
     EXPECT_EQ(Invert(scaled), 0);
     for (long column = 0; column < 3; ++column)
         for (long row = 0; row < 3; ++row)
-            EXPECT_NEAR(scaled(column, row) * d[row], inverse(column, row), 20 * Epsilon) << column << row;
+            EXPECT_NEAR(scaled(column, row) * d[row], inverse(column, row), 20 * DoubleEpsilon)
+                << column << row;
 }
 
 double Binomial(int n, int k) {
@@ -243,7 +244,7 @@ TEST(Invert, HilbertMatricesAgainstTheirExactInverses) {
                 largest = std::max(largest, std::fabs(expected(i - 1, j - 1)));
             }
         EXPECT_EQ(Invert(A), 0) << n;
-        ExpectNear(A, expected, n * condition[n - 1] * Epsilon * largest);
+        ExpectNear(A, expected, n * condition[n - 1] * DoubleEpsilon * largest);
     }
 }
 
@@ -290,7 +291,7 @@ TEST(Invert, LastPivotThatFallsTooFarIsToldThoughTheInverseIsThere) {
     Decomposition d;
     EXPECT_EQ(Invert(A, d), -1);
     EXPECT_EQ(d.Factored, -1);
-    const double rounding = 8 * Epsilon / e;
+    const double rounding = 8 * DoubleEpsilon / e;
     for (const double element : {A(1, 1), -A(0, 1), -A(1, 0), A(0, 0)})
         EXPECT_NEAR(element * e, 1.0, rounding);
 }
@@ -299,7 +300,7 @@ TEST(Invert, LastPivotThatFallsLessIsFine) {
     const double e = std::ldexp(1.0, -34); // 6e-11
     Matrix A = MatrixOf({{1, 1}, {1, 1 + e}});
     EXPECT_EQ(Invert(A), 0);
-    EXPECT_NEAR(A(1, 1) * e, 1.0, 8 * Epsilon / e);
+    EXPECT_NEAR(A(1, 1) * e, 1.0, 8 * DoubleEpsilon / e);
 }
 
 // 1 everywhere and e more at all places of the diagonal but the first. Its pivots are about 1/3, e/3 and e/6;
@@ -312,7 +313,7 @@ void ExpectInverseOfNearlyFlat(const Matrix& A, long first, double e) {
     const double expected[3][3] = {{2 + e, -1, -1}, {-1, 1, 0}, {-1, 0, 1}};
     for (long i = 0; i < 3; ++i)
         for (long j = 0; j < 3; ++j)
-            EXPECT_NEAR(A(first + i, first + j) * e, expected[i][j], 20 * Epsilon / e) << i << j;
+            EXPECT_NEAR(A(first + i, first + j) * e, expected[i][j], 20 * DoubleEpsilon / e) << i << j;
 }
 
 TEST(Invert, FallFromTheFirstStageToTheSecondIsNotLookedAt) {

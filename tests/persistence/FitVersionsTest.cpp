@@ -23,7 +23,7 @@ Workspace Read(const std::string& bytes) {
     return DecodeFit(bytes, FreshWorkspace()).Analysis;
 }
 
-std::string Refusal(const std::string& bytes) {
+std::string RefusalOfVersion(const std::string& bytes) {
     try {
         Read(bytes);
         return "accepted";
@@ -48,7 +48,7 @@ TEST(FitVersions, AMassUnitOfMinusOneWasMolarMassUpTo32) {
     const Workspace w = SampleFit();
     const std::string bytes = WithI16(BytesByHand(w), OffsetOfField(w, 61), -1);
     EXPECT_EQ(Read(AsVersion(bytes, "3.2")).MassUnits, 2);
-    EXPECT_EQ(Refusal(AsVersion(bytes, "3.21")), "Subscript out of range (MassUnits)");
+    EXPECT_EQ(RefusalOfVersion(AsVersion(bytes, "3.21")), "Subscript out of range (MassUnits)");
 }
 
 // The sample's file without fields 94 to 96.
@@ -66,23 +66,23 @@ TEST(FitVersions, FilesUpTo21HaveNoBaselineShifts) {
     EXPECT_EQ(back.BaselineRPM, OneBased<float>(18));
     EXPECT_EQ(back.ExtinctionRatio[0][3], 1.5F);
     EXPECT_EQ(back.RefrB, 22000.0F);
-    EXPECT_NE(Refusal(AsVersion(bytes, "2.2")), "accepted");
+    EXPECT_NE(RefusalOfVersion(AsVersion(bytes, "2.2")), "accepted");
 }
 
 TEST(FitVersions, AnOldFileThatDoesNotComeOutEvenIsRefused) {
-    EXPECT_EQ(Refusal(SampleAs("3.02")), "accepted");
-    EXPECT_EQ(Refusal(SampleAs("3.02") + "x"), "the file is damaged at the end");
-    EXPECT_EQ(Refusal(SampleAs("3.03") + "x"), "accepted");
+    EXPECT_EQ(RefusalOfVersion(SampleAs("3.02")), "accepted");
+    EXPECT_EQ(RefusalOfVersion(SampleAs("3.02") + "x"), "the file is damaged at the end");
+    EXPECT_EQ(RefusalOfVersion(SampleAs("3.03") + "x"), "accepted");
 }
 
 TEST(FitVersions, BelowTheFormatVersionNothingIsRead) {
-    EXPECT_EQ(Refusal(AsVersion(WithoutShifts(), "2")), "accepted");
-    EXPECT_EQ(Refusal(AsVersion(WithoutShifts(), "1.99")), "this is a fit from version 1.99");
-    EXPECT_EQ(Refusal(SampleAs("")), "this is a fit from version ");
+    EXPECT_EQ(RefusalOfVersion(AsVersion(WithoutShifts(), "2")), "accepted");
+    EXPECT_EQ(RefusalOfVersion(AsVersion(WithoutShifts(), "1.99")), "this is a fit from version 1.99");
+    EXPECT_EQ(RefusalOfVersion(SampleAs("")), "this is a fit from version ");
 }
 
 TEST(FitVersions, ANewerFileMayHaveMoreBehindTheLastField) {
-    EXPECT_EQ(Refusal(SampleAs("17.5") + "more of it"), "accepted");
+    EXPECT_EQ(RefusalOfVersion(SampleAs("17.5") + "more of it"), "accepted");
 }
 
 TEST(FitVersions, OldModelNumbersAreTranslated) {
@@ -98,7 +98,7 @@ TEST(FitVersions, OldModelNumbersAreTranslated) {
     }
     for (const int none : {0, 13, -1}) {
         w.Model = static_cast<std::int16_t>(none);
-        EXPECT_EQ(Refusal(BytesByHand(w)), "the file is damaged at Model");
+        EXPECT_EQ(RefusalOfVersion(BytesByHand(w)), "the file is damaged at Model");
     }
 }
 

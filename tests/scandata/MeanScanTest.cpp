@@ -13,7 +13,7 @@
 namespace Quillon {
 namespace {
 
-const RowNo Row1(1);
+const RowNo MeanRow(1);
 using Points = std::vector<std::pair<double, double>>;
 
 double Curve(double r) {
@@ -40,10 +40,10 @@ struct MeanScan : ScanTest {
         }
         return script.MakeFile(name, ScanText(lines, start + " " + std::to_string(averaged)));
     }
-    static double Value(long p) { return static_cast<double>(Work.ScanValue[Row1][p]); }
+    static double Value(long p) { return static_cast<double>(Work.ScanValue[MeanRow][p]); }
     void ExpectRefused(const std::vector<std::string>& paths, const std::string& reason) {
         const Workspace before = Work;
-        const MeanReadResult read = AdoptMean(paths, Row1);
+        const MeanReadResult read = AdoptMean(paths, MeanRow);
         EXPECT_FALSE(read.Read.Ok);
         EXPECT_EQ(read.Read.Failure.Reason, reason);
         EXPECT_EQ(read.Path, paths.front());
@@ -52,16 +52,16 @@ struct MeanScan : ScanTest {
 };
 
 TEST_F(MeanScan, OfOnePathIsThatScan) {
-    ASSERT_TRUE(AdoptMean({File("00001.RA1", Grid(6.0, 20))}, Row1).Read.Ok);
+    ASSERT_TRUE(AdoptMean({File("00001.RA1", Grid(6.0, 20))}, MeanRow).Read.Ok);
     EXPECT_TRUE(Work.MeanOf[1].empty());
-    EXPECT_EQ(MeanRemark(Row1), "");
+    EXPECT_EQ(MeanRemark(MeanRow), "");
     EXPECT_EQ(Work.ScansAveraged[1], 10);
 }
 
 TEST_F(MeanScan, CountsEachScanByItsReadings) {
     const std::string a = File("00001.RA1", Grid(6.0, 5, [](double) { return 0.1; }), 10);
     const std::string b = File("00002.RA1", Grid(6.0, 5, [](double) { return 0.4; }), 30);
-    ASSERT_TRUE(AdoptMean({a, b}, Row1).Read.Ok);
+    ASSERT_TRUE(AdoptMean({a, b}, MeanRow).Read.Ok);
     for (long p = 1; p <= 5; ++p)
         EXPECT_NEAR(Value(p), (10 * 0.1 + 30 * 0.4) / 40.0, 1e-7);
     EXPECT_EQ(Work.ScansAveraged[1], 40);
@@ -71,15 +71,15 @@ TEST_F(MeanScan, CountsEachScanByItsReadings) {
     EXPECT_EQ(Work.MeanOf[1][1].Sha256, Work.ScanSha256[1]);
     // w (y - mean)^2 summed: 10 0.225^2 + 30 0.075^2, over one degree of freedom and the mean weight of 20.
     const double spread = std::sqrt((10 * 0.225 * 0.225 + 30 * 0.075 * 0.075) / 20.0);
-    ASSERT_TRUE(RmsBetweenScans(Row1));
-    EXPECT_NEAR(*RmsBetweenScans(Row1), spread, 1e-6);
+    ASSERT_TRUE(RmsBetweenScans(MeanRow));
+    EXPECT_NEAR(*RmsBetweenScans(MeanRow), spread, 1e-6);
 }
 
 TEST_F(MeanScan, TakesTheRadiiOfTheLastAndReadsTheOthersBetweenTheirPoints) {
     const auto line = [](double r) { return 2.0 * r - 11.0; };
     const std::string a = File("00001.RA1", Grid(6.001, 30, line));
     const std::string b = File("00002.RA1", Grid(6.0, 30, line));
-    const MeanReadResult read = AdoptMean({a, b}, Row1);
+    const MeanReadResult read = AdoptMean({a, b}, MeanRow);
     ASSERT_TRUE(read.Read.Ok);
     ASSERT_EQ(Work.ScanPoints[1], 29) << "the first scan does not reach 6.0";
     EXPECT_EQ(read.Read.Remark,
@@ -87,7 +87,7 @@ TEST_F(MeanScan, TakesTheRadiiOfTheLastAndReadsTheOthersBetweenTheirPoints) {
     EXPECT_FLOAT_EQ(Work.ScanRadius[1][1], 6.003F);
     for (long p = 1; p <= 29; ++p)
         EXPECT_NEAR(Value(p), line(static_cast<double>(Work.ScanRadius[1][p])), 2e-6);
-    EXPECT_LT(*RmsBetweenScans(Row1), 1e-5);
+    EXPECT_LT(*RmsBetweenScans(MeanRow), 1e-5);
 }
 
 TEST_F(MeanScan, OfNScansHasTheirNoiseOverTheRootOfN) {
@@ -101,10 +101,10 @@ TEST_F(MeanScan, OfNScansHasTheirNoiseOverTheRootOfN) {
         for (int k = 1; k <= 4; ++k)
             paths.push_back(File("0000" + std::to_string(k) + ".RA1",
                                  Grid(6.0, 400, [&](double r) { return Curve(r) + Sd * noise.Gaussian(); })));
-        ASSERT_TRUE(AdoptMean(paths, Row1).Read.Ok);
+        ASSERT_TRUE(AdoptMean(paths, MeanRow).Read.Ok);
         for (long p = 1; p <= 400; ++p)
             chi += std::pow(Value(p) - Curve(6.0 + 0.003 * static_cast<double>(p - 1)), 2) / (Sd * Sd / 4.0);
-        between += std::pow(*RmsBetweenScans(Row1), 2) / 5.0;
+        between += std::pow(*RmsBetweenScans(MeanRow), 2) / 5.0;
     }
     EXPECT_NEAR(chi, 2000.0, 4.0 * std::sqrt(4000.0));
     // 6000 degrees of freedom between them: the variance of one scan.
@@ -120,7 +120,7 @@ TEST_F(MeanScan, WeightsMakeTheMostOfScansOfUnlikeCounts) {
         paths.push_back(File(
             "000" + std::to_string(w) + ".RA1",
             Grid(6.0, 600, [&](double r) { return Curve(r) + Sd / std::sqrt(w) * noise.Gaussian(); }), w));
-    ASSERT_TRUE(AdoptMean(paths, Row1).Read.Ok);
+    ASSERT_TRUE(AdoptMean(paths, MeanRow).Read.Ok);
     double chi = 0.0;
     for (long p = 1; p <= 600; ++p)
         chi += std::pow(Value(p) - Curve(6.0 + 0.003 * static_cast<double>(p - 1)), 2) / (Sd * Sd / 80.0);
@@ -140,10 +140,10 @@ TEST_F(MeanScan, RefusesWhatIsAnotherMeasurement) {
     ExpectRefused({wavelength, last},
                   "the wavelength of 284 nm is not the 280 nm of the last scan of the mean");
     ExpectRefused({fringes, last}, "it is not of the kind of the last scan of the mean");
-    EXPECT_EQ(AdoptMean({apart, last}, Row1).Read.Failure.Reason,
+    EXPECT_EQ(AdoptMean({apart, last}, MeanRow).Read.Failure.Reason,
               "the scans of the mean do not have three radii in common");
     EXPECT_TRUE(Work.ScanFile[1].empty());
-    const MeanReadResult missing = AdoptMean({"nowhere.RA1", last}, Row1);
+    const MeanReadResult missing = AdoptMean({"nowhere.RA1", last}, MeanRow);
     EXPECT_EQ(missing.Path, "nowhere.RA1");
     EXPECT_TRUE(missing.Read.Failure.Missing);
 }
@@ -151,11 +151,11 @@ TEST_F(MeanScan, RefusesWhatIsAnotherMeasurement) {
 TEST_F(MeanScan, TellsThatAScanStandsTwice) {
     Host.Sha256 = [](std::string_view bytes) { return std::string(64, bytes.empty() ? 'a' : 'b'); };
     const std::string a = File("00001.RA1", Grid(6.0, 20)), b = File("00002.RA1", Grid(6.0, 20));
-    const MeanReadResult read = AdoptMean({a, b}, Row1);
+    const MeanReadResult read = AdoptMean({a, b}, MeanRow);
     ASSERT_TRUE(read.Read.Ok);
     EXPECT_EQ(read.Read.Remark, "00002.RA1 holds the same bytes as 00001.RA1, so that the mean is less "
                                 "certain than its count of scans says");
-    EXPECT_EQ(MeanRemark(Row1),
+    EXPECT_EQ(MeanRemark(MeanRow),
               "the mean of 2 scans (00001.RA1, 00002.RA1), rms between them 0.00E00 over the range");
 }
 
@@ -171,30 +171,30 @@ TEST_F(MeanScan, OfIntensitiesIsTheMeanOfTheirAbsorbances) {
         }
         return script.MakeFile(name, ScanText(lines, "I 1 20.0 10000 0084667 9.2280E10 280 10"));
     };
-    ASSERT_TRUE(AdoptMean({file("00001.RI1", 1.0, 0.4), file("00002.RI1", 1.3, 0.6)}, Row1).Read.Ok);
+    ASSERT_TRUE(AdoptMean({file("00001.RI1", 1.0, 0.4), file("00002.RI1", 1.3, 0.6)}, MeanRow).Read.Ok);
     ASSERT_EQ(Work.ScanPoints[1], 9);
-    EXPECT_EQ(CountLeftOut(Row1, LeftOutBy::Intensity), 1);
+    EXPECT_EQ(CountLeftOut(MeanRow, LeftOutBy::Intensity), 1);
     EXPECT_EQ(Work.IntensityOrder[1], IntensityOrders::SampleFirst);
     for (long p = 1; p <= 9; ++p)
         EXPECT_NEAR(Value(p), 0.5 + 0.01 * static_cast<double>(p <= 4 ? p - 1 : p), 2e-6) << p;
-    EXPECT_NEAR(*RmsBetweenScans(Row1), 0.2 / std::sqrt(2.0), 1e-5);
+    EXPECT_NEAR(*RmsBetweenScans(MeanRow), 0.2 / std::sqrt(2.0), 1e-5);
 }
 
 TEST_F(MeanScan, RmsGoesByTheReadingsOfTheRange) {
     // Equal up to the 10th reading, 0.2 apart behind it.
     const std::string a = File("00001.RA1", Grid(6.0, 20, [](double) { return 0.1; }));
     const std::string b = File("00002.RA1", Grid(6.0, 20, [](double r) { return r < 6.0285 ? 0.1 : 0.3; }));
-    ASSERT_TRUE(AdoptMean({a, b}, Row1).Read.Ok);
+    ASSERT_TRUE(AdoptMean({a, b}, MeanRow).Read.Ok);
     Work.FitRange[1][1] = 10;
-    EXPECT_NEAR(*RmsBetweenScans(Row1), 0.0, 1e-7);
-    ASSERT_TRUE(LeaveOut(Row1, {1, 2}, LeftOutBy::Hand)); // the range is now readings 3 to 10
-    EXPECT_NEAR(*RmsBetweenScans(Row1), 0.0, 1e-7);
+    EXPECT_NEAR(*RmsBetweenScans(MeanRow), 0.0, 1e-7);
+    ASSERT_TRUE(LeaveOut(MeanRow, {1, 2}, LeftOutBy::Hand)); // the range is now readings 3 to 10
+    EXPECT_NEAR(*RmsBetweenScans(MeanRow), 0.0, 1e-7);
     Work.FitRange[1][1] = 12;
-    EXPECT_NEAR(*RmsBetweenScans(Row1), std::sqrt(4.0 / 12.0 * 0.02), 1e-6);
-    CopyRow(Row1, RowNo(2));
-    EXPECT_EQ(RmsBetweenScans(RowNo(2)), RmsBetweenScans(Row1));
-    ASSERT_TRUE(AdoptMean({a}, Row1).Read.Ok);
-    EXPECT_FALSE(RmsBetweenScans(Row1)) << "another scan is no mean";
+    EXPECT_NEAR(*RmsBetweenScans(MeanRow), std::sqrt(4.0 / 12.0 * 0.02), 1e-6);
+    CopyRow(MeanRow, RowNo(2));
+    EXPECT_EQ(RmsBetweenScans(RowNo(2)), RmsBetweenScans(MeanRow));
+    ASSERT_TRUE(AdoptMean({a}, MeanRow).Read.Ok);
+    EXPECT_FALSE(RmsBetweenScans(MeanRow)) << "another scan is no mean";
 }
 
 TEST_F(MeanScan, NamesOfFieldsTellTheCellAndNotTheEnding) {
@@ -202,7 +202,7 @@ TEST_F(MeanScan, NamesOfFieldsTellTheCellAndNotTheEnding) {
     EXPECT_EQ(CellNumberOf("00001.RA2"), 2);
     const std::string a = File("Run7-s0001-c3-s0008-w280-r_-n1.ra1", Grid(6.0, 20));
     const std::string b = File("Run7-s0001-c2-s0009-w280-r_-n1.ra1", Grid(6.0, 20));
-    EXPECT_EQ(AdoptMean({a, b}, Row1).Read.Failure.Reason,
+    EXPECT_EQ(AdoptMean({a, b}, MeanRow).Read.Failure.Reason,
               "cell 3 is not the 2 of the last scan of the mean");
 }
 

@@ -16,7 +16,7 @@
 namespace Quillon {
 namespace {
 
-void Nothing(long) {}
+void ToldNothing(long) {}
 
 bool SameTable(const MinimaMet& a, const MinimaMet& b) {
     if (a.Minima.size() != b.Minima.size() || a.Ended != b.Ended || a.Failed != b.Failed) return false;
@@ -35,7 +35,7 @@ TEST(OtherMinima, FindsTheTwinWithExchangedConstants) {
     FitCase("Model10");
     const double own = Work.SumSq;
     const float k1 = Work.Parms[6], k2 = Work.Parms[7];
-    const MinimaMet met = SearchOtherMinima({12, 1}, Nothing);
+    const MinimaMet met = SearchOtherMinima({12, 1}, ToldNothing);
     EXPECT_EQ(met.Ended, 13);
     ASSERT_GE(met.Minima.size(), 2U);
     const Minimum& a = met.Minima[0];
@@ -55,7 +55,7 @@ TEST(OtherMinima, CountsEndsOfOneMinimumTogether) {
     Script script;
     FitCase("Model02");
     const Workspace own = Work;
-    const MinimaMet met = SearchOtherMinima({8, 1}, Nothing);
+    const MinimaMet met = SearchOtherMinima({8, 1}, ToldNothing);
     ASSERT_EQ(met.Minima.size(), 1U);
     EXPECT_EQ(met.Minima[0].Count + met.Failed, 9);
     EXPECT_TRUE(met.Minima[0].IsOwn);
@@ -66,24 +66,24 @@ TEST(OtherMinima, CountsEndsOfOneMinimumTogether) {
 TEST(OtherMinima, IsTheSameTableWhateverTheNumberOfThreads) {
     Script script;
     FitCase("Model10");
-    const MinimaMet loop = SearchOtherMinima({5, 2}, Nothing);
+    const MinimaMet loop = SearchOtherMinima({5, 2}, ToldNothing);
     for (const int threads : {1, 2, 16}) {
         UseThreads(threads);
-        EXPECT_TRUE(SameTable(SearchOtherMinima({5, 2}, Nothing), loop)) << threads;
+        EXPECT_TRUE(SameTable(SearchOtherMinima({5, 2}, ToldNothing), loop)) << threads;
     }
     Host.RunPieces = [](long count, const auto& piece, const auto& watch) {
         for (long i = count; i-- > 0;)
             piece(i);
         watch(count);
     };
-    EXPECT_TRUE(SameTable(SearchOtherMinima({5, 2}, Nothing), loop));
+    EXPECT_TRUE(SameTable(SearchOtherMinima({5, 2}, ToldNothing), loop));
 }
 
 TEST(OtherMinima, LeavesTheUsersFitAsItIsUntilOneIsTaken) {
     Script script;
     FitCase("Model10");
     const Workspace own = Work;
-    const MinimaMet met = SearchOtherMinima({6, 1}, Nothing);
+    const MinimaMet met = SearchOtherMinima({6, 1}, ToldNothing);
     EXPECT_TRUE(Work == own);
     for (const Minimum& minimum : met.Minima) {
         Work = own;
@@ -103,7 +103,7 @@ TEST(OtherMinima, ComesToTheMinimumThatTheFitHasMissed) {
     Work.StartParms[2] += 6.0F;
     Work.StartParms[4] -= 6.0F;
     Work.Outcome = {FitEnd::Singular, "Singular Matrix - Fit Aborted"};
-    const MinimaMet met = SearchOtherMinima({6, 1}, Nothing);
+    const MinimaMet met = SearchOtherMinima({6, 1}, ToldNothing);
     ASSERT_FALSE(met.Minima.empty());
     EXPECT_LE(met.Minima[0].Fit.SumSq, least * (1.0 + 1e-3));
     EXPECT_GE(met.Failed, 1); // the user's own
@@ -131,7 +131,7 @@ TEST(OtherMinima, DataWithoutNoiseHaveOneMinimum) {
     exact.Noise = 0.0;
     LoadCase(exact);
     RunFit();
-    const MinimaMet met = SearchOtherMinima({6, 1}, Nothing);
+    const MinimaMet met = SearchOtherMinima({6, 1}, ToldNothing);
     EXPECT_EQ(met.Minima.size(), 1U);
 }
 
