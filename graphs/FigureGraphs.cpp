@@ -7,6 +7,7 @@
 #include "graphs/kinds/FitGraphs.h"
 #include "graphs/kinds/GraphParts.h"
 #include "graphs/kinds/ResidualGraphs.h"
+#include "platform/Printer.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Roads.h"
 

@@ -1,6 +1,7 @@
 // The command that makes present settings the defaults, one question at a time.
 #include "chart/dialogs/SaveChartDefaults.h"
 
+#include "chart/dialogs/OptionLists.h"
 #include "chart/records/ChartDefaults.h"
 #include "chart/records/ChartSeams.h"
 #include "chart/records/ChartState.h"
