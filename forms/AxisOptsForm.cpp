@@ -13,13 +13,13 @@ namespace {
 AxisOptsFormRecord& Form = AxisOptsForm;
 
 // A control of the record by its member: the record is laid out anew when the form loads.
-using Member = Control AxisOptsFormRecord::*;
+using AxisMember = Control AxisOptsFormRecord::*;
 
-ControlRef Of(Member member) {
+ControlRef Of(AxisMember member) {
     return [member]() -> Control& { return Form.*member; };
 }
 
-FieldEdit* NumberField(Binder& bind, Member member, int digits) {
+FieldEdit* NumberField(Binder& bind, AxisMember member, int digits) {
     const ControlRef field = Of(member);
     return MakeField(bind, field,
                      {[field] { AxisOptsNumberGotFocus(field()); },
@@ -29,18 +29,18 @@ FieldEdit* NumberField(Binder& bind, Member member, int digits) {
                      digits);
 }
 
-QComboBox* List(Binder& bind, Member member, std::function<void(QComboBox*)> dress) {
+QComboBox* List(Binder& bind, AxisMember member, std::function<void(QComboBox*)> dress) {
     return MakeCombo(
         bind, Of(member), [member](int row) { AxisOptsListClick(Form.*member, row); }, std::move(dress));
 }
 
 struct Choice {
-    Member Control;
+    AxisMember Control;
     std::function<void()> Chosen;
 };
 
 // A frame with options one below the other.
-QWidget* Options(Binder& bind, Member title, const std::vector<Choice>& choices) {
+QWidget* Options(Binder& bind, AxisMember title, const std::vector<Choice>& choices) {
     QGroupBox* frame = MakeFrame(bind, Of(title));
     auto* rows = new QVBoxLayout(frame);
     for (const Choice& choice : choices)
@@ -67,7 +67,7 @@ QWidget* ModeFrame(Binder& bind) {
 QWidget* ScaleFrame(Binder& bind) {
     QGroupBox* frame = MakeFrame(bind, Of(&AxisOptsFormRecord::ScaleFrame));
     auto* grid = new QGridLayout(frame);
-    const std::pair<Member, Member> rows[] = {
+    const std::pair<AxisMember, AxisMember> rows[] = {
         {&AxisOptsFormRecord::MinLabel, &AxisOptsFormRecord::MinScale},
         {&AxisOptsFormRecord::MaxLabel, &AxisOptsFormRecord::MaxScale},
         {&AxisOptsFormRecord::FirstTicLabel, &AxisOptsFormRecord::FirstTicInput},

@@ -51,7 +51,7 @@ QGridLayout* MakeBoxes(Binder& bind) {
     return grid;
 }
 
-void FillTable(QTableWidget& table) {
+void FillCalculatorTable(QTableWidget& table) {
     const auto& rows = CalculatorForm.Rows;
     table.setRowCount(static_cast<int>(rows.size()));
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -64,7 +64,7 @@ void FillTable(QTableWidget& table) {
     table.resizeColumnsToContents();
 }
 
-QTableWidget* MakeTable(Binder& bind) {
+QTableWidget* MakeCalculatorTable(Binder& bind) {
     auto* table = new QTableWidget(0, static_cast<int>(CalculatorForm.Columns.size()));
     table->setObjectName("Numbers");
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -81,7 +81,7 @@ QTableWidget* MakeTable(Binder& bind) {
     table->setAccessibleName("Numbers with their sources");
     table->setMinimumHeight(120);
     bind.Also([table, shown = std::vector<std::vector<std::string>>{}]() mutable {
-        if (shown != CalculatorForm.Rows) FillTable(*table);
+        if (shown != CalculatorForm.Rows) FillCalculatorTable(*table);
         shown = CalculatorForm.Rows;
     });
     return table;
@@ -94,7 +94,7 @@ QWidget* MakeCalculatorForm(QWidget* parent) {
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return CalculatorForm.Head; }, true));
     all->addLayout(MakeBoxes(bind));
-    all->addWidget(MakeTable(bind), 1);
+    all->addWidget(MakeCalculatorTable(bind), 1);
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return CalculatorForm.Note; }, true));
     all->addLayout(ButtonRow(

@@ -9,22 +9,23 @@ namespace Quillon {
 
 namespace {
 
-using Member = Control FigureFormRecord::*;
+using FigureMember = Control FigureFormRecord::*;
 
-ControlRef Of(Member member) {
+ControlRef Of(FigureMember member) {
     return [member]() -> Control& { return FigureForm.*member; };
 }
 
 QGroupBox* SizeFrame(Binder& bind) {
     QGroupBox* box = MakeFrame(bind, Of(&FigureFormRecord::SizeFrame));
     auto* grid = new QGridLayout(box);
-    const std::pair<Member, FigureSize> sizes[] = {{&FigureFormRecord::OneColumnOption, FigureSize::One},
-                                                   {&FigureFormRecord::TwoColumnsOption, FigureSize::Two},
-                                                   {&FigureFormRecord::OwnOption, FigureSize::Own}};
+    const std::pair<FigureMember, FigureSize> sizes[] = {
+        {&FigureFormRecord::OneColumnOption, FigureSize::One},
+        {&FigureFormRecord::TwoColumnsOption, FigureSize::Two},
+        {&FigureFormRecord::OwnOption, FigureSize::Own}};
     for (const auto& [member, size] : sizes)
         grid->addWidget(MakeOption(bind, Of(member), [each = size] { FigureFormSizeClick(each); }),
                         grid->rowCount(), 0, 1, 2);
-    const std::tuple<Member, Member, FigureInput> inputs[] = {
+    const std::tuple<FigureMember, FigureMember, FigureInput> inputs[] = {
         {&FigureFormRecord::WidthLabel, &FigureFormRecord::WidthInput, FigureInput::Width},
         {&FigureFormRecord::HeightLabel, &FigureFormRecord::HeightInput, FigureInput::Height}};
     for (const auto& [label, member, which] : inputs) {

@@ -30,7 +30,7 @@ FieldEdit* AddInput(Binder& bind, QHBoxLayout* row, MinimaInput input, Control M
     return field;
 }
 
-void FillTable(QTableWidget& table) {
+void FillMinimaTable(QTableWidget& table) {
     const auto& rows = MinimaForm.Rows;
     table.setRowCount(static_cast<int>(rows.size()));
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -43,7 +43,7 @@ void FillTable(QTableWidget& table) {
 }
 
 // The table follows the rows of the record; it is filled when they are others.
-QTableWidget* MakeTable(Binder& bind) {
+QTableWidget* MakeMinimaTable(Binder& bind) {
     auto* table = new QTableWidget(0, static_cast<int>(MinimaForm.Columns.size()));
     table->setObjectName("Minima");
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -63,7 +63,7 @@ QTableWidget* MakeTable(Binder& bind) {
         if (row != former && !FormsRefreshing()) RunHandler([row] { MinimaFormRow(row); });
     });
     bind.Also([table, shown = std::vector<std::vector<std::string>>{}]() mutable {
-        if (shown != MinimaForm.Rows) FillTable(*table);
+        if (shown != MinimaForm.Rows) FillMinimaTable(*table);
         shown = MinimaForm.Rows;
         if (table->currentRow() != MinimaForm.Chosen && MinimaForm.Chosen >= 0)
             table->selectRow(MinimaForm.Chosen);
@@ -96,7 +96,7 @@ QWidget* MakeMinimaForm(QWidget* parent) {
     all->addLayout(inputs);
     all->addWidget(MakeBar(bind));
     all->addWidget(MakeLabel(bind, []() -> Control& { return MinimaForm.Progress; }));
-    all->addWidget(MakeTable(bind), 1);
+    all->addWidget(MakeMinimaTable(bind), 1);
     all->addLayout(
         ButtonRow({MakeButton(
                       bind, []() -> Control& { return MinimaForm.TakeButton; }, MinimaFormTakeButton)},

@@ -8,17 +8,17 @@ namespace Quillon {
 
 namespace {
 
-using Member = Control PrintGrFormRecord::*;
+using PagesMember = Control PrintGrFormRecord::*;
 
-ControlRef Of(Member member) {
+ControlRef Of(PagesMember member) {
     return [member]() -> Control& { return PrintGrForm.*member; };
 }
 
-QRadioButton* Option(Binder& bind, Member member, std::function<void()> chosen) {
+QRadioButton* Option(Binder& bind, PagesMember member, std::function<void()> chosen) {
     return MakeOption(bind, Of(member), std::move(chosen));
 }
 
-QCheckBox* Box(Binder& bind, Member member, std::function<void()> clicked) {
+QCheckBox* Box(Binder& bind, PagesMember member, std::function<void()> clicked) {
     auto* box = new QCheckBox;
     bind.Check(box, Of(member), std::move(clicked));
     return box;
@@ -50,7 +50,7 @@ QWidget* Margins(Binder& bind) {
 QWidget* Sizes(Binder& bind) {
     QGroupBox* frame = MakeFrame(bind, Of(&PrintGrFormRecord::SizeFrame));
     auto* rows = new QVBoxLayout(frame);
-    for (const Member size :
+    for (const PagesMember size :
          {&PrintGrFormRecord::PageFull, &PrintGrFormRecord::PageHalf, &PrintGrFormRecord::PageCustom})
         rows->addWidget(Option(bind, size, [size] { PrintGrSizeClick(size); }));
     rows->addStretch(1);

@@ -117,14 +117,14 @@ QLayout* PageRow(Binder& bind) {
         {graph});
 }
 
-QLayout* PrinterRow(Binder& bind) {
+QLayout* PagePrinterRow(Binder& bind) {
     return ButtonRow(
         {MakeLabel(bind, []() -> Control& { return ReportPreview.PrinterNote; })},
         {MakeButton(
             bind, []() -> Control& { return ReportPreview.PaperSetup; }, ReportPreviewPaperSetup)});
 }
 
-QLayout* Buttons(Binder& bind) {
+QLayout* PreviewButtons(Binder& bind) {
     return ButtonRow(
         {MakeButton(
              bind, []() -> Control& { return ReportPreview.SavePdf; }, ReportPreviewSavePdf),
@@ -142,12 +142,12 @@ QWidget* MakeReportPreview(QWidget* parent) {
     auto* form = new FormDialog(ReportPreview.State, ReportPreviewClose, parent);
     Binder& bind = form->Bind;
     auto* all = new QVBoxLayout(form);
-    all->addLayout(PrinterRow(bind));
+    all->addLayout(PagePrinterRow(bind));
     all->addWidget(SheetArea(bind, form), 1);
     all->addLayout(PageRow(bind));
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return ReportPreview.SavedNote; }, true));
-    all->addLayout(Buttons(bind));
+    all->addLayout(PreviewButtons(bind));
     form->resize(ForFont(720, 640));
     return form;
 }

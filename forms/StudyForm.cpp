@@ -110,7 +110,7 @@ private:
     int Width = 0; // of the columns as they stand
 };
 
-void FillTable(QTableWidget& table) {
+void FillStudyTable(QTableWidget& table) {
     const bool many = StudyForm.Columns.size() > 8;
     QStringList heads;
     for (const std::string& head : StudyForm.Columns)
@@ -123,7 +123,7 @@ void FillTable(QTableWidget& table) {
     PlaceColumns(table);
 }
 
-QTableWidget* MakeTable(Binder& bind) {
+QTableWidget* MakeStudyTable(Binder& bind) {
     auto* table = new StudyTable;
     table->setObjectName("Study");
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -143,7 +143,7 @@ QTableWidget* MakeTable(Binder& bind) {
                      [](int column) { RunHandler([column] { StudyFormSort(column); }); });
     bind.Also([table, shown = std::vector<std::vector<std::string>>{},
                heads = std::vector<std::string>{}]() mutable {
-        if (shown != StudyForm.Rows || heads != StudyForm.Columns) FillTable(*table);
+        if (shown != StudyForm.Rows || heads != StudyForm.Columns) FillStudyTable(*table);
         shown = StudyForm.Rows;
         heads = StudyForm.Columns;
         if (table->currentRow() != StudyForm.Chosen && StudyForm.Chosen >= 0)
@@ -179,7 +179,7 @@ QWidget* MakeStudyForm(QWidget* parent) {
     all->addWidget(MakeBar(bind));
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return StudyForm.Progress; }, true));
-    all->addWidget(MakeTable(bind), 1);
+    all->addWidget(MakeStudyTable(bind), 1);
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return StudyForm.Notes; }, true));
     all->addLayout(ButtonRow(

@@ -7,14 +7,14 @@ namespace Quillon {
 
 namespace {
 
-using Member = Control UnitsFormRecord::*;
+using UnitsMember = Control UnitsFormRecord::*;
 
-QRadioButton* Mass(Binder& bind, Member m, std::int16_t units) {
+QRadioButton* Mass(Binder& bind, UnitsMember m, std::int16_t units) {
     return MakeOption(
         bind, [m]() -> Control& { return UnitsForm.*m; }, [units] { UnitsFormMassClick(units); });
 }
 
-QRadioButton* Conc(Binder& bind, Member m, std::int16_t units) {
+QRadioButton* Conc(Binder& bind, UnitsMember m, std::int16_t units) {
     return MakeOption(
         bind, [m]() -> Control& { return UnitsForm.*m; }, [units] { UnitsFormConcClick(units); });
 }
@@ -42,7 +42,7 @@ void AddInput(Binder& bind, QGridLayout* grid, UnitsInput input,
 }
 
 // A note that goes on with the caption of the option above it.
-QLabel* Note(Binder& bind, Member m) {
+QLabel* Note(Binder& bind, UnitsMember m) {
     QLabel* note = MakeLabel(bind, [m]() -> Control& { return UnitsForm.*m; });
     note->setIndent(22);
     return note;
@@ -56,7 +56,7 @@ QVBoxLayout* Column(QWidget* box, std::initializer_list<QWidget*> widgets) {
     return all;
 }
 
-QGroupBox* DataFrame(Binder& bind, Member frame, std::initializer_list<QWidget*> widgets) {
+QGroupBox* DataFrame(Binder& bind, UnitsMember frame, std::initializer_list<QWidget*> widgets) {
     QGroupBox* box = MakeFrame(bind, [frame]() -> Control& { return UnitsForm.*frame; });
     Column(box, widgets);
     return box;

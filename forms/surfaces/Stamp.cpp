@@ -38,7 +38,7 @@ void Blend(QImage& image, const QImage& stamp, QPoint corner, const QRect& seen)
         const auto* from = reinterpret_cast<const QRgb*>(stamp.constScanLine(y - corner.y()));
         for (int x = seen.left(); x <= seen.right(); ++x) {
             const QRgb color = from[x - corner.x()];
-            const unsigned alpha = qAlpha(color);
+            const auto alpha = static_cast<unsigned>(qAlpha(color));
             if (alpha == 255U)
                 to[x] = color;
             else if (alpha != 0U)
