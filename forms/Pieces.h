@@ -1,5 +1,9 @@
 #pragma once
 // Widgets that the windows are made of, bound to their records as they are made.
+//
+// Each function makes a widget without a parent: it is the layout's that it is put into, and goes with its
+// window. A control that is asked for by a reference (ControlRef) is read whenever the windows are brought up
+// to their records, and must be there for as long as the window.
 
 #include "fit/forms/RowLayout.h"
 #include "forms/shell/Binding.h"
@@ -21,188 +25,78 @@
 
 namespace Quillon {
 
-inline QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false) {
-    auto* label = new QLabel;
-    label->setWordWrap(wrap);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    bind.Label(label, std::move(control));
-    return label;
-}
+// A text that can be marked and copied; with wrap in as many lines as its width makes of it.
+QLabel* MakeLabel(Binder& bind, ControlRef control, bool wrap = false);
 
 // A text of more than so many letters in lines of much the same length, broken at the blanks nearest to where
-// equal lines would end.
-inline QString InLines(QString text, int letters, int mostLines) {
-    const auto lines = std::min<qsizetype>((text.size() + letters - 1) / letters, mostLines);
-    for (qsizetype line = 1; line < lines; ++line) {
-        const auto end = text.size() * line / lines;
-        const auto before = text.lastIndexOf(' ', end);
-        const auto behind = text.indexOf(' ', end);
-        const auto at = before < 0 || (behind >= 0 && behind - end < end - before) ? behind : before;
-        if (at >= 0) text[at] = '\n';
-    }
-    return text;
-}
+// equal lines would end. No more than mostLines of them, whatever their length; blanks become line ends,
+// nothing else of the text changes.
+QString InLines(QString text, int letters, int mostLines);
 
 // The head of a column. A long one is broken by itself rather than wrapped: a wrapped label does not tell the
-// layout how high it becomes.
-inline QLabel* MakeHead(Binder& bind, const ControlRef& control, int letters = 24, int mostLines = 2) {
-    auto* head = new QLabel;
-    bind.Visible(head, control);
-    bind.Also([head, control, letters, mostLines] {
-        head->setText(InLines(WithoutAccessKey(control().Text).simplified(), letters, mostLines));
-    });
-    QFont font = head->font();
-    font.setBold(true);
-    head->setFont(font);
-    head->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
-    return head;
-}
+// layout how high it becomes. letters is the width at which it is broken, mostLines into how many.
+QLabel* MakeHead(Binder& bind, const ControlRef& control, int letters = 24, int mostLines = 2);
 
-inline QPushButton* MakeButton(Binder& bind, ControlRef control, std::function<void()> clicked,
-                               bool standard = false) {
-    auto* button = new QPushButton;
-    button->setAutoDefault(false);
-    button->setDefault(standard);
-    bind.Button(button, std::move(control), std::move(clicked));
-    return button;
-}
+// A button with the control's caption; standard makes it the one that Return presses in a field.
+QPushButton* MakeButton(Binder& bind, ControlRef control, std::function<void()> clicked,
+                        bool standard = false);
 
 // A button that takes everything back: the field that a click on it leaves is not checked.
-inline QPushButton* MakeCancel(Binder& bind, ControlRef control, std::function<void()> clicked) {
-    QPushButton* button = MakeButton(bind, std::move(control), std::move(clicked));
-    button->setProperty(GivesUp, true);
-    return button;
-}
+QPushButton* MakeCancel(Binder& bind, ControlRef control, std::function<void()> clicked);
 
-// A widget whose place stays when it is hidden, so that a table or a page does not jump.
-inline QWidget* KeepPlace(QWidget* w) {
-    QSizePolicy policy = w->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    w->setSizePolicy(policy);
-    return w;
-}
+// A widget whose place stays when it is hidden, so that a table or a page does not jump. Hands back w.
+QWidget* KeepPlace(QWidget* w);
 
-// A text box wide enough for so many digits.
-inline FieldEdit* MakeField(Binder& bind, ControlRef control, FieldHandlers handlers, int digits = 12) {
-    auto* field = new FieldEdit(control, std::move(handlers));
-    field->setMinimumWidth(field->fontMetrics().horizontalAdvance(QString(digits, '0')) + 16);
-    bind.Field(field, std::move(control));
-    return field;
-}
+// A text box wide enough for so many digits; more can be typed. handlers are called with what the user does
+// in it.
+FieldEdit* MakeField(Binder& bind, ControlRef control, FieldHandlers handlers, int digits = 12);
 
 // One of a frame's options: Tab reaches the chosen one, or the first where none is chosen, and the arrow keys
 // choose the next one.
 class OptionButton : public QRadioButton {
 public:
-    bool IsTabStop() const {
-        if (isChecked()) return true;
-        for (const QRadioButton* other : Group())
-            if (other->isChecked()) return false;
-        return !Group().isEmpty() && Group().front() == this;
-    }
+    bool IsTabStop() const;
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        const bool back = event->key() == Qt::Key_Up || event->key() == Qt::Key_Left;
-        if (!back && event->key() != Qt::Key_Down && event->key() != Qt::Key_Right)
-            return QRadioButton::keyPressEvent(event);
-        const QList<QRadioButton*> group = Group();
-        const auto next = group.indexOf(this) + (back ? -1 : 1);
-        if (next < 0 || next >= group.size()) return;
-        group[next]->setFocus(Qt::TabFocusReason);
-        group[next]->click();
-    }
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QList<QRadioButton*> Group() const { // those that can be chosen
-        QList<QRadioButton*> all;
-        if (parentWidget())
-            all = parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
-        all.removeIf([](const QRadioButton* option) { return !option->isEnabled(); });
-        return all;
-    }
+    QList<QRadioButton*>
+    Group() const; // those of its frame that can be chosen, in the order in which they stand
 };
 
-inline QRadioButton* MakeOption(Binder& bind, ControlRef control, std::function<void()> chosen) {
-    auto* option = new OptionButton;
-    bind.Option(option, std::move(control), std::move(chosen));
-    bind.Also([option] { option->setFocusPolicy(option->IsTabStop() ? Qt::StrongFocus : Qt::ClickFocus); });
-    return option;
-}
+// Its control's Value is -1 when it is chosen; chosen is called by a click, which does not choose by itself:
+// the record does.
+QRadioButton* MakeOption(Binder& bind, ControlRef control, std::function<void()> chosen);
 
 // The row of buttons at the foot of a window: what stands alone to the left, the ways out to the right.
-inline QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right) {
-    auto* row = new QHBoxLayout;
-    for (QWidget* w : left)
-        row->addWidget(w);
-    row->addStretch(1);
-    for (QWidget* w : right)
-        row->addWidget(w);
-    return row;
-}
+QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right);
 
 // A frame whose title is a control's caption.
-inline QGroupBox* MakeFrame(Binder& bind, const ControlRef& control) {
-    auto* frame = new QGroupBox;
-    bind.Visible(frame, control);
-    bind.Also([frame, control] { frame->setTitle(WithoutAccessKey(control().Text)); });
-    return frame;
-}
+QGroupBox* MakeFrame(Binder& bind, const ControlRef& control);
 
-// Where a row of parameters stands in the grid: down the first column of its page, then down the second.
+// Where a row of parameters stands in the grid: down the first column of its page, then down the second. Both
+// from 0.
 struct Cell {
     int Row, Block;
 };
-inline Cell CellOf(const RowLayout& layout, int row) {
-    const int onPage = layout.PageOf(row) == 0 ? row : row - layout.RowsPerPage();
-    return {onPage % layout.RowsPerColumn, onPage / layout.RowsPerColumn};
-}
 
-inline ControlRef At(std::vector<Control>& controls, std::size_t i) {
-    return [&controls, i]() -> Control& { return controls[i]; };
-}
+// The cell of a row, from 0 on both pages together.
+Cell CellOf(const RowLayout& layout, int row);
+
+// A control of an array, from 0. The array may be filled anew between two looks, but not grow shorter than i.
+ControlRef At(std::vector<Control>& controls, std::size_t i);
 
 // Rows that a window opens with; a few more than there are look better than a strip.
-inline int ShownRows(std::size_t rows) {
-    return static_cast<int>(std::max<std::size_t>(rows, 6));
-}
+int ShownRows(std::size_t rows);
 
 // What does not fit the screen scrolls; a field that gets the focus comes into sight with as much of the
 // label before it as there is room for. With the window named whose layout it was, the order of its fields
 // for Tab stays.
-inline QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr) {
-    auto* inside = new QWidget(window);
-    inside->setLayout(layout);
-    auto* area = new QScrollArea(window);
-    area->setWidget(inside);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
-        constexpr int label = 120, line = 40; // pixels
-        const QWidget* all = area->widget();
-        if (!now || !all || !all->isAncestorOf(now)) return;
-        area->ensureWidgetVisible(now, 0, line);
-        // That was the cursor's place. A field is seen whole, unless it is a wide text; its label
-        // stays in sight where both have room.
-        const int left = now->mapTo(all, QPoint(0, 0)).x(), room = area->viewport()->width();
-        const int right = left + now->width() - room;
-        QScrollBar* bar = area->horizontalScrollBar();
-        const int seen = 2 * now->width() > room ? bar->value() : std::max(bar->value(), right);
-        bar->setValue(std::min(seen, std::max(left - label, std::min(left, right))));
-    });
-    return area;
-}
+QScrollArea* Scrolled(QLayout* layout, QWidget* window = nullptr);
 
-inline QLabel* RightLabel(Binder& bind, ControlRef control) {
-    QLabel* label = MakeLabel(bind, std::move(control));
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return label;
-}
-
-inline QLabel* CenteredLabel(Binder& bind, ControlRef control) {
-    QLabel* label = MakeLabel(bind, std::move(control));
-    label->setAlignment(Qt::AlignCenter);
-    return label;
-}
+// Labels of a table's cells: numbers stand to the right, marks in the middle.
+QLabel* RightLabel(Binder& bind, ControlRef control);
+QLabel* CenteredLabel(Binder& bind, ControlRef control);
 
 } // namespace Quillon

@@ -2,6 +2,7 @@
 
 #include "input/IniFile.h"
 #include "persistence/settings/IniAccess.h"
+#include "platform/Paths.h"
 #include "workspace/records/Cancel.h"
 
 #include <algorithm>

@@ -7,7 +7,9 @@
 #include "models/function/FitFrame.h"
 #include "platform/VectorWidth.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace Quillon {
 
@@ -27,43 +29,21 @@ enum class ModelFamily {
     TwoSites      // 21, 22: AB, AB2, A2B, B2, ABBA
 };
 
+// By model, from 0, which is none.
+inline constexpr std::array FamilyOfModel{
+    ModelFamily::Monomer,      ModelFamily::Monomer,      ModelFamily::Oligomer,
+    ModelFamily::Oligomer,     ModelFamily::TwoOligomers, ModelFamily::TwoOligomers,
+    ModelFamily::Inactive,     ModelFamily::TwoMonomers,  ModelFamily::Complex,
+    ModelFamily::TwoComplexes, ModelFamily::TwoComplexes, ModelFamily::TwoComplexes,
+    ModelFamily::SignalDimer,  ModelFamily::SignalDimer,  ModelFamily::TwoComplexes,
+    ModelFamily::Dimer,        ModelFamily::DimerABB,     ModelFamily::DimerABB,
+    ModelFamily::DimerABBBB,   ModelFamily::DimerABBBB,   ModelFamily::DimerABBBB,
+    ModelFamily::TwoSites,     ModelFamily::TwoSites};
+
+// The family of a model of the catalogue; Monomer for every other number.
 constexpr ModelFamily FamilyOf(int model) {
-    switch (model) {
-    case 2:
-    case 3:
-        return ModelFamily::Oligomer;
-    case 4:
-    case 5:
-        return ModelFamily::TwoOligomers;
-    case 6:
-        return ModelFamily::Inactive;
-    case 7:
-        return ModelFamily::TwoMonomers;
-    case 8:
-        return ModelFamily::Complex;
-    case 9:
-    case 10:
-    case 11:
-    case 14:
-        return ModelFamily::TwoComplexes;
-    case 12:
-    case 13:
-        return ModelFamily::SignalDimer;
-    case 15:
-        return ModelFamily::Dimer;
-    case 16:
-    case 17:
-        return ModelFamily::DimerABB;
-    case 18:
-    case 19:
-    case 20:
-        return ModelFamily::DimerABBBB;
-    case 21:
-    case 22:
-        return ModelFamily::TwoSites;
-    default:
-        return ModelFamily::Monomer;
-    }
+    const bool known = model >= 0 && model < static_cast<int>(FamilyOfModel.size());
+    return known ? FamilyOfModel[static_cast<std::size_t>(model)] : ModelFamily::Monomer;
 }
 
 // Calls work with the family as a constant of the compiler, so that loops inside are made for one shape.
@@ -97,7 +77,8 @@ template <class Work1> void WithFamily(ModelFamily family, Work1&& work) {
     }
 }
 
-// Which species a family has.
+// Which species a family has beside the monomer of A: a^N, a^M, the monomer of B, and complexes by their
+// letters. The order of the families is made for these questions.
 constexpr bool HasPowerN(ModelFamily f) {
     return f == ModelFamily::Oligomer || f == ModelFamily::TwoOligomers || f == ModelFamily::Inactive;
 }
@@ -142,12 +123,17 @@ inline double IntegralPower(double a, int n) {
         if (n % 2) result *= square;
     return result;
 }
+
+// Whether a stoichiometry is taken as a product: whole, and small enough to be one.
 inline bool IsIntegralPower(double n) {
     return n >= 1.0 && n <= 100.0 && n == std::floor(n);
 }
+
+// a^n for any stoichiometry; a > 0 where n is not whole.
 inline double MonomerPower(double a, double n) {
     return IsIntegralPower(n) ? IntegralPower(a, static_cast<int>(n)) : RealPower(a, n);
 }
+
 // out[i] = MonomerPower(a[i], n) for the first count numbers, the same bits. out and a do not overlap.
 inline void MonomerPowers(double* out, const double* a, long count, double n) {
     if (!IsIntegralPower(n)) return RealPowers(out, a, count, n);
@@ -172,6 +158,8 @@ struct SpeciesFactors {
     double BofAB{}, BofABB{}, BofBB{}, BofAAB{}, BofABBA{}; // units of B in them
 };
 
+// Those of a set, from its frame. The letters are those of the equations: g the signal of a unit, c the
+// constant of a complex; a dimer of B in SignalDimer has its constant in signal already.
 template <ModelFamily F> SpeciesFactors FactorsOf(const FitFrame& f) {
     SpeciesFactors s;
     s.A = f.ScaleA;
@@ -196,7 +184,9 @@ template <ModelFamily F> SpeciesFactors FactorsOf(const FitFrame& f) {
     return s;
 }
 
-// The signal at a point of an ideal model. an, am: a^N and a^M where the family has them.
+// The signal at a point of an ideal model, with the zero offset. a, b: signals of the free monomers; an, am:
+// a^N and a^M where the family has them, of no account elsewhere. Double precision, each sum in the order
+// written here.
 template <ModelFamily F>
 inline double SignalAt(const SpeciesFactors& s, double a, double b, double an, double am) {
     double sum = 0.0;
@@ -216,7 +206,8 @@ inline double SignalAt(const SpeciesFactors& s, double a, double b, double an, d
     return sum + s.A * a + s.Offset;
 }
 
-// The signal of all units of A and of all units of B at a point, without the offset.
+// The signal of all units of A and of all units of B at a point, without the offset: what loadings are
+// compared with.
 struct UnitSignals {
     double A{}, B{};
 };

@@ -28,7 +28,7 @@ inline OrdinalRange<RowKind> RowsOf(const Workspace& w) {
     return {RowNo(1), RowNo(w.MaxSets)};
 }
 
-// Rows that bring points of their own along in the file.
+// Rows that bring points of their own along in the file: a baseline without a scan does not.
 inline bool HasScan(const Workspace& w, RowNo row) {
     return !w.ScanFile[row].empty();
 }
@@ -36,6 +36,8 @@ inline bool HasBaseline(const Workspace& w, RowNo row) {
     return HasScan(w, row) && w.BaselineFile[row] != NoBaseline;
 }
 
+// Sizes first, by which a reader makes its arrays, then what the fit was run with and how it ended. W is a
+// Workspace, or a const one where the stream only writes; all the walks below are alike in that.
 template <class Stream, class W> void FitScalars(Stream& s, W& w) {
     s.Value("MaxParms", w.MaxParms);
     s.Value("NumParms", w.NumParms);
@@ -44,6 +46,7 @@ template <class Stream, class W> void FitScalars(Stream& s, W& w) {
     s.Value("NumSets", w.NumSets);
     s.Value("MaxPtsPerSet", w.MaxPtsPerSet);
     s.Value("NumPts", w.NumPts);
+    // From here on the sizes stand.
     s.Sizes(w);
     s.Value("MaxIterations", w.MaxIterations);
     s.Value("BoundsActive", w.BoundsActive);
@@ -62,6 +65,9 @@ template <class Stream, class W> void FitScalars(Stream& s, W& w) {
     s.Value("SpreadResiduals", w.SpreadResiduals);
 }
 
+// Slot by slot what the parameters are called, worth and bounded by; the points of the fit with the values
+// fitted to them; the inverse matrix that errors come from. Limits stand in the file only where they were
+// found.
 template <class Stream, class W> void FitParameters(Stream& s, W& w) {
     const long last = w.MaxParms - 1;
     s.Array("Parms", w.Parms, 0, last);
@@ -89,6 +95,7 @@ template <class Stream, class W> void FitParameters(Stream& s, W& w) {
     }
 }
 
+// Which rows the sets came from, the model, the units and what converts them. ParmScale belongs to the units.
 template <class Stream, class W> void FitModel(Stream& s, W& w) {
     s.Array("SetRow", w.SetRow, 1, StandardMaxSets);
     s.Array("ParmScale", w.ParmScale, 0, w.MaxParms - 1);
@@ -119,6 +126,8 @@ template <class Stream, class W> void FitModel(Stream& s, W& w) {
     s.ModelNames(w);
 }
 
+// The table by row: the header of each scan, what was chosen of it, then the points of all scans and those of
+// all baselines, for rows that have any. A mark before each of the two says for all rows which these are.
 template <class Stream, class W> void FitScans(Stream& s, W& w) {
     const long rows = w.MaxSets;
     s.Array("ScanRPM", w.ScanRPM, 1, rows);
@@ -154,6 +163,7 @@ template <class Stream, class W> void FitScans(Stream& s, W& w) {
         }
 }
 
+// Which rows take part, what is constrained and shared, and what came into the file with later versions.
 template <class Stream, class W> void FitConstraints(Stream& s, W& w) {
     const long rows = w.MaxSets;
     s.Array("IncludeSet", w.IncludeSet, 1, rows);

@@ -5,6 +5,7 @@
 
 #include "models/table/Catalogue.h"
 #include "persistence/codec/FitCheck.h"
+#include "platform/LittleEndian.h"
 #include "platform/RuntimeError.h"
 #include "workspace/records/Workspace.h"
 
@@ -20,14 +21,8 @@
 
 namespace Quillon {
 
-namespace Detail {
-template <std::size_t Size> struct BitsOfSize;
-template <> struct BitsOfSize<2> { using Type = std::uint16_t; };
-template <> struct BitsOfSize<4> { using Type = std::uint32_t; };
-template <> struct BitsOfSize<8> { using Type = std::uint64_t; };
-template <class T> using Bits = typename BitsOfSize<sizeof(T)>::Type;
-} // namespace Detail
-
+// Appends fields to the bytes of a save file. What it is given is written as it stands; a text of more than
+// 32767 bytes is the run-time error "Overflow". Names are for the reader alone, finite too.
 class FitWriter {
 public:
     std::string Bytes;
@@ -35,13 +30,7 @@ public:
 
     template <class T>
     requires std::is_arithmetic_v<T>
-    void Value(const char*, const T& value, bool = true) {
-        auto bits = std::bit_cast<Detail::Bits<T>>(value);
-        for (std::size_t i = 0; i < sizeof(T); ++i) {
-            Bytes += static_cast<char>(bits & 0xFFU);
-            bits = static_cast<decltype(bits)>(bits >> 8U);
-        }
-    }
+    void Value(const char*, const T& value, bool = true) { AppendNumber(Bytes, value); }
     void Value(const char* name, const std::string& text, bool = true) {
         Value(name, ToInt16(text.size()));
         Bytes += text;
@@ -58,12 +47,16 @@ public:
         for (long i = first; i <= high; ++i)
             Value(name, i <= a.Hi() ? a[i] : T{});
     }
+
+    // Row by row; a matrix that is smaller, as without a fit, as zeros.
     void Square(const char* name, const ZeroBasedMatrix<double>& m, long n, bool = true) {
         const bool whole = m.RowHi() >= n - 1 && m.ColumnHi() >= n - 1;
         for (long i = 0; i < n; ++i)
             for (long j = 0; j < n; ++j)
                 Value(name, whole ? m(i, j) : 0.0);
     }
+
+    // For each row whether it holds something, which the fields before say as well.
     template <class Holds> void Flags(const char* name, long count, const Holds& holds) {
         for (RowNo row(1); row <= RowNo(count); ++row)
             Value(name, Flag(holds(row)));
@@ -74,13 +67,19 @@ public:
         for (int i = 1; i <= w.ModelCount; ++i)
             Value("ModelName", i <= w.ModelName.Hi() ? w.ModelName[i] : ModelDialogName(i));
     }
+
+    // An analysis at hand has its sizes.
     void Sizes(const Workspace&) {}
 };
 
+// Takes fields from the bytes of a save file, which have to live as long as the reader. Each of its functions
+// is a RuntimeError where the bytes end too early or what they hold cannot be: the text names the field.
 class FitReader {
 public:
     explicit FitReader(std::string_view bytes) : Bytes(bytes) {}
-    double Version = 0.0;
+    double Version = 0.0; // of the program that wrote the file; some fields came with later ones
+
+    // Whether all bytes have been taken.
     bool AtEnd() const { return At == Bytes.size(); }
 
     template <class T>
@@ -116,6 +115,8 @@ public:
             for (long j = 0; j < n; ++j)
                 m(i, j) = Take<double>(name, finite);
     }
+
+    // A file in which they say something else than its fields is damaged.
     template <class Holds> void Flags(const char* name, long count, const Holds& holds) {
         for (RowNo row(1); row <= RowNo(count); ++row) {
             std::int16_t flag = 0;
@@ -127,7 +128,11 @@ public:
         w.ModelName.Recreate(0);
         Array("ModelName", w.ModelName, 1, w.ModelCount);
     }
+
+    // All that arrays are made by is known: refused where a program of the kind could not have written it.
     void Sizes(const Workspace& w) { CheckFitSizes(w); }
+
+    // Bytes that mean something to somebody else, and all that are left.
     std::string_view TakeBytes(std::size_t count) {
         Need(count);
         const std::string_view taken = Bytes.substr(At, count);
@@ -136,6 +141,7 @@ public:
     }
     std::string_view Rest() { return TakeBytes(Bytes.size() - At); }
 
+    // The failure of a field whose value cannot be.
     [[noreturn]] static void Damaged(const std::string& name) {
         RaiseError("the file is damaged at " + name);
     }
@@ -145,12 +151,8 @@ private:
         if (size > Bytes.size() - At) RaiseError(ErrorText::PastEndOfFile);
     }
     template <class T> T Take(const char* name, bool finite) {
-        Detail::Bits<T> bits = 0;
-        for (std::size_t i = sizeof(T); i-- > 0;)
-            bits = static_cast<Detail::Bits<T>>((static_cast<std::uint64_t>(bits) << 8U) |
-                                                static_cast<unsigned char>(Bytes[At + i]));
+        const T value = NumberAt<T>(Bytes, At);
         At += sizeof(T);
-        const T value = std::bit_cast<T>(bits);
         if constexpr (std::floating_point<T>)
             if (finite && !std::isfinite(value)) Damaged(name);
         return value;
