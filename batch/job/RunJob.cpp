@@ -188,10 +188,8 @@ RunEnd RunJob(const Job& job) {
     CheckAnythingIsFitted(job, listed);
     TakeListedConstants(job, listed);
     RunFitCommand(job, listed);
-    const PerSlot<float> start = Work.StartParms; // a job that starts there weighs by the same fit
     if (job.NoiseFromFit && Work.FitDone && !Interrupted()) WeighByFit();
     RunEnd end = EndOfRestarts(job.Restarts);
-    end.Start = start;
     for (const JobSet& set : job.Sets)
         end.Files[set.Number] = {set.File, ScanNamesOf(job, set)};
     if (end.Complete && job.ConfidenceLimits) SearchLimits(end);

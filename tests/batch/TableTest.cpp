@@ -258,21 +258,5 @@ TEST(WrittenJob, TakesUpRestartsAndNoise) {
     EXPECT_EQ(two.Out, one.Out);
 }
 
-// The second fit of the two starts where the first one has ended: a job that began there did not weigh by the
-// same first fit, and came to other last digits.
-TEST(WrittenJob, WithNoiseFromTheFitStartedFromTheEndOfTheFirstOne) {
-    Script script;
-    const std::string plain = JobTextOf(SimulatedWorkspace(SmallCase()), script);
-    std::string weighed = plain;
-    weighed.insert(weighed.find('\n') + 1, "noise = from-fit\n");
-    const auto parametersOf = [&](const std::string& text) {
-        const std::string written = script.Directory() + "/written.job";
-        EXPECT_EQ(RunInside({script.MakeFile("own.job", text), "--write-job", written, "--quiet"}).Status, 0);
-        const std::string job = ReadWholeFile(written);
-        return job.substr(job.find("[parameters]"));
-    };
-    EXPECT_EQ(parametersOf(weighed), parametersOf(plain));
-}
-
 } // namespace
 } // namespace Quillon
