@@ -77,15 +77,6 @@ Places LeadingPlaces(const PerFree<double>& elements) {
     return places;
 }
 
-// True points, the first one of each set in front: mostly they answer for all.
-std::vector<long> PointsToAsk() {
-    std::vector<long> points, others;
-    for (long p = 1; p <= Work.NumPts; ++p)
-        if (!IsPseudoPoint(p)) (p == 1 || SetOfPoint(p) != SetOfPoint(p - 1) ? points : others).push_back(p);
-    points.insert(points.end(), others.begin(), others.end());
-    return points;
-}
-
 // Takes out what the fitted value at a point depends on; false where it has no value.
 bool TakeOutMoved(Places& places, long point) {
     try {
@@ -96,6 +87,18 @@ bool TakeOutMoved(Places& places, long point) {
     }
     std::erase_if(places, [](FreePos a) { return Work.Deriv[a] != 0.0; });
     return !Work.AbortFit;
+}
+
+bool IsFirstOfSet(long point) {
+    return point == 1 || SetOfPoint(point) != SetOfPoint(point - 1);
+}
+
+// Asks the true points that are the first ones of their sets, or the others, in turn for as long as a place
+// is left; false where one has no value.
+bool TakeOutAllMoved(Places& places, bool byFirstOnes) {
+    for (long p = 1; p <= Work.NumPts && !places.empty(); ++p)
+        if (!IsPseudoPoint(p) && IsFirstOfSet(p) == byFirstOnes && !TakeOutMoved(places, p)) return false;
+    return true;
 }
 
 } // namespace
@@ -119,10 +122,8 @@ std::vector<FreePos> PlacesWithoutEffect() {
     for (const FreePos a : EachFree())
         left.push_back(a);
     const FitOutcome outcome = Work.Outcome;
-    bool answered = true;
     ResetFitFunction();
-    for (const long p : PointsToAsk())
-        if (!left.empty() && answered) answered = TakeOutMoved(left, p);
+    const bool answered = TakeOutAllMoved(left, true) && TakeOutAllMoved(left, false); // mostly the first do
     ResetFitFunction();
     ResetConstraintSums();
     ForgetStop();
