@@ -7,9 +7,9 @@ namespace Quillon {
 
 namespace {
 
-constexpr LinkHandlers Handlers{[]() -> LinkBoxes& { return BaseForm.Boxes; },
-                                [] { return BaseForm.State.Shown; }, BaseFormGotFocus, BaseFormKeyPress,
-                                BaseFormLostFocus};
+constexpr LinkHandlers BaseHandlers{[]() -> LinkBoxes& { return BaseForm.Boxes; },
+                                    [] { return BaseForm.State.Shown; }, BaseFormGotFocus, BaseFormKeyPress,
+                                    BaseFormLostFocus};
 
 QWidget* MakeBaseForm(QWidget* parent) {
     auto* form = new FormDialog(BaseForm.State, BaseFormOkButton, parent);
@@ -19,7 +19,7 @@ QWidget* MakeBaseForm(QWidget* parent) {
         bind, []() -> Control& { return BaseForm.Head; }, true));
     all->addWidget(Scrolled(LinkGrid(
                        bind, []() -> Control& { return BaseForm.XLabel; },
-                       []() -> Control& { return BaseForm.YLabel; }, Handlers)),
+                       []() -> Control& { return BaseForm.YLabel; }, BaseHandlers)),
                    1);
     all->addLayout(
         ButtonRow({MakeButton(

@@ -11,7 +11,7 @@ namespace Quillon {
 
 namespace {
 
-FieldEdit* MakeBox(Binder& bind, std::size_t i) {
+FieldEdit* MakeCalculatorBox(Binder& bind, std::size_t i) {
     const auto box = static_cast<CalculatorBox>(i);
     return MakeField(
         bind, [i]() -> Control& { return CalculatorForm.Box[i]; },
@@ -35,7 +35,7 @@ QGridLayout* MakeBoxes(Binder& bind) {
         const bool wide = IsWide(i);
         if (wide && column > 0) ++row, column = 0;
         QLabel* label = MakeLabel(bind, [i]() -> Control& { return CalculatorForm.Label[i]; });
-        FieldEdit* field = MakeBox(bind, i);
+        FieldEdit* field = MakeCalculatorBox(bind, i);
         label->setBuddy(field);
         grid->addWidget(label, row, column);
         grid->addWidget(field, row, column + 1, 1, wide ? 3 : 1);

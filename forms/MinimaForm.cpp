@@ -71,7 +71,7 @@ QTableWidget* MakeMinimaTable(Binder& bind) {
     return table;
 }
 
-QProgressBar* MakeBar(Binder& bind) {
+QProgressBar* MakeMinimaBar(Binder& bind) {
     auto* bar = new QProgressBar;
     bar->setRange(0, 1000);
     bar->setTextVisible(false);
@@ -94,7 +94,7 @@ QWidget* MakeMinimaForm(QWidget* parent) {
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return MinimaForm.Head; }, true));
     all->addLayout(inputs);
-    all->addWidget(MakeBar(bind));
+    all->addWidget(MakeMinimaBar(bind));
     all->addWidget(MakeLabel(bind, []() -> Control& { return MinimaForm.Progress; }));
     all->addWidget(MakeMinimaTable(bind), 1);
     all->addLayout(

@@ -19,9 +19,9 @@ namespace {
 constexpr int SheetEdge = 12; // pixels around the sheet
 
 // One page on its sheet, as wide as there is room. It is drawn once and kept as an image.
-class SheetView : public QWidget {
+class PreviewSheet : public QWidget {
 public:
-    SheetView() { setAutoFillBackground(false); }
+    PreviewSheet() { setAutoFillBackground(false); }
 
     // Shows the page of the record where it is another one than before.
     void Follow() {
@@ -80,7 +80,7 @@ private:
 
 // The sheet in an area that scrolls; each page begins at its top.
 QWidget* SheetArea(Binder& bind, FormDialog* form) {
-    auto* sheet = new SheetView;
+    auto* sheet = new PreviewSheet;
     auto* area = new QScrollArea;
     area->setWidget(sheet);
     area->setWidgetResizable(true);

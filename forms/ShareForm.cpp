@@ -7,9 +7,9 @@ namespace Quillon {
 
 namespace {
 
-constexpr LinkHandlers Handlers{[]() -> LinkBoxes& { return ShareForm.Boxes; },
-                                [] { return ShareForm.State.Shown; }, ShareFormGotFocus, ShareFormKeyPress,
-                                ShareFormLostFocus};
+constexpr LinkHandlers ShareHandlers{[]() -> LinkBoxes& { return ShareForm.Boxes; },
+                                     [] { return ShareForm.State.Shown; }, ShareFormGotFocus,
+                                     ShareFormKeyPress, ShareFormLostFocus};
 
 QWidget* MakeShareForm(QWidget* parent) {
     auto* form = new FormDialog(ShareForm.State, ShareFormClose, parent);
@@ -23,7 +23,7 @@ QWidget* MakeShareForm(QWidget* parent) {
         bind, []() -> Control& { return ShareForm.Head; }, true));
     all->addWidget(Scrolled(LinkGrid(
                        bind, []() -> Control& { return ShareForm.XLabel; },
-                       []() -> Control& { return ShareForm.YLabel; }, Handlers)),
+                       []() -> Control& { return ShareForm.YLabel; }, ShareHandlers)),
                    1);
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return ShareForm.Note; }, true));

@@ -17,7 +17,7 @@ StudyInput& InputAt(std::size_t i) {
     return StudyForm.Inputs[i];
 }
 
-QWidget* MakeBox(Binder& bind, std::size_t i) {
+QWidget* MakeStudyBox(Binder& bind, std::size_t i) {
     const int input = static_cast<int>(i);
     const ControlRef box = [i]() -> Control& { return InputAt(i).Box; };
     if (!InputAt(i).Box.Items.empty()) {
@@ -38,7 +38,7 @@ QGridLayout* MakeInputs(Binder& bind) {
     auto* grid = new QGridLayout;
     for (std::size_t i = 0; i < StudyForm.Inputs.size(); ++i) {
         QLabel* label = MakeLabel(bind, [i]() -> Control& { return InputAt(i).Label; });
-        QWidget* box = MakeBox(bind, i);
+        QWidget* box = MakeStudyBox(bind, i);
         label->setBuddy(box);
         const int row = static_cast<int>(i / 2), column = static_cast<int>(i % 2) * 2;
         grid->addWidget(label, row, column);
@@ -152,7 +152,7 @@ QTableWidget* MakeStudyTable(Binder& bind) {
     return table;
 }
 
-QProgressBar* MakeBar(Binder& bind) {
+QProgressBar* MakeStudyBar(Binder& bind) {
     auto* bar = new QProgressBar;
     bar->setRange(0, 1000);
     bar->setTextVisible(false);
@@ -176,7 +176,7 @@ QWidget* MakeStudyForm(QWidget* parent) {
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return StudyForm.Head; }, true));
     all->addLayout(top);
-    all->addWidget(MakeBar(bind));
+    all->addWidget(MakeStudyBar(bind));
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return StudyForm.Progress; }, true));
     all->addWidget(MakeStudyTable(bind), 1);

@@ -45,7 +45,7 @@ QPlainTextEdit* MakeLines(Binder& bind) {
     return lines;
 }
 
-QProgressBar* MakeBar(Binder& bind) {
+QProgressBar* MakeTableBar(Binder& bind) {
     auto* bar = new QProgressBar;
     bar->setRange(0, 1000);
     bar->setTextVisible(false);
@@ -96,7 +96,7 @@ QWidget* MakeTableForm(QWidget* parent) {
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return TableForm.Head; }, true));
     all->addLayout(files);
-    all->addWidget(MakeBar(bind));
+    all->addWidget(MakeTableBar(bind));
     all->addWidget(MakeLabel(
         bind, []() -> Control& { return TableForm.Progress; }, true));
     all->addWidget(MakeLines(bind), 1);

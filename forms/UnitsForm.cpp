@@ -48,7 +48,7 @@ QLabel* Note(Binder& bind, UnitsMember m) {
     return note;
 }
 
-QVBoxLayout* Column(QWidget* box, std::initializer_list<QWidget*> widgets) {
+QVBoxLayout* UnitsColumn(QWidget* box, std::initializer_list<QWidget*> widgets) {
     auto* all = new QVBoxLayout(box);
     for (QWidget* widget : widgets)
         all->addWidget(widget);
@@ -58,7 +58,7 @@ QVBoxLayout* Column(QWidget* box, std::initializer_list<QWidget*> widgets) {
 
 QGroupBox* DataFrame(Binder& bind, UnitsMember frame, std::initializer_list<QWidget*> widgets) {
     QGroupBox* box = MakeFrame(bind, [frame]() -> Control& { return UnitsForm.*frame; });
-    Column(box, widgets);
+    UnitsColumn(box, widgets);
     return box;
 }
 
@@ -86,9 +86,9 @@ QWidget* MakeUnitsForm(QWidget* parent) {
     QGroupBox* mass = MakeFrame(bind, []() -> Control& { return UnitsForm.MassFrame; });
     auto* masses = new QGridLayout(mass);
     auto* massOptions = new QWidget;
-    Column(massOptions,
-           {Mass(bind, &UnitsFormRecord::SigmaUnits, 0), Mass(bind, &UnitsFormRecord::Buoyant, 1),
-            Mass(bind, &UnitsFormRecord::TrueMass, 2), Note(bind, &UnitsFormRecord::TrueMassNote)});
+    UnitsColumn(massOptions,
+                {Mass(bind, &UnitsFormRecord::SigmaUnits, 0), Mass(bind, &UnitsFormRecord::Buoyant, 1),
+                 Mass(bind, &UnitsFormRecord::TrueMass, 2), Note(bind, &UnitsFormRecord::TrueMassNote)});
     masses->addWidget(massOptions, 0, 0);
     auto* masslike = new QGridLayout;
     AddInput(bind, masslike, UnitsInput::VBar, &UnitsFormRecord::VBarLabel);
