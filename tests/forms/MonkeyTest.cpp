@@ -330,7 +330,7 @@ TEST(Monkey, FindsNoWayToBreakTheProgram) {
     monkey.Play();
     std::printf("%ld steps, %ld commands, %d starts\n", monkey.Steps, monkey.Commands, monkey.Starts);
     EXPECT_EQ(monkey.Steps, StepsAskedFor());
-    EXPECT_GT(monkey.Commands, 20);
+    EXPECT_GT(monkey.Commands, monkey.Steps / 200); // most steps are made in what a command has opened
 }
 
 } // namespace
