@@ -9,7 +9,7 @@ namespace Quillon {
 
 namespace {
 
-constexpr int MostBases = 5; // a minimum below a minimum below a minimum
+constexpr int MostMinima = 5; // a minimum below a minimum below a minimum
 
 // Down from Work.Parms with everything fitted that the user has fitted.
 std::optional<ProfileBase> BaseFromHere() {
@@ -63,8 +63,8 @@ std::optional<ProfileBase> WithBestBase(std::optional<Workspace>& better, std::s
     if (base && base->SumSq < Work.SumSq * (1.0 - 1.0 / static_cast<double>(base->Freedom)))
         better = BetterFit(*base);
     std::string unreached; // a place that leads nowhere leaves the base that there is
-    for (int i = 0; base && i < MostBases; ++i) {
-        const std::optional<PerSlot<float>> lower = study(*base, i + 1 == MostBases);
+    for (int i = 0; base && i < MostMinima; ++i) {
+        const std::optional<PerSlot<float>> lower = study(*base, i + 1 == MostMinima);
         if (!lower) break;
         const std::optional<ProfileBase> next = FindBase(&*lower, unreached);
         if (!next || !IsLower(*base, next->SumSq)) break;
