@@ -13,6 +13,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <QPlainTextEdit>
+#include <QScreen>
 
 namespace Quillon {
 
@@ -31,6 +32,19 @@ QPlainTextEdit* Lines(Binder& bind, ControlRef control, int rows) {
     return text;
 }
 
+// The name of a statistic; with large letters on a small screen a long one goes on in a second line, so that
+// the values of parameters beside it have room for their errors.
+QLabel* StatisticName(Binder& bind, const ControlRef& control) {
+    const bool narrow = ForFont(1080, 0).width() > QApplication::primaryScreen()->availableSize().width();
+    auto* name = new QLabel;
+    bind.Visible(name, control);
+    bind.Also([name, control, letters = narrow ? 16 : 80] {
+        const QString text = InLines(WithoutAccessKey(control().Text), letters, 2);
+        if (name->text() != text) name->setText(text);
+    });
+    return name;
+}
+
 QWidget* StatisticsFrame(Binder& bind) {
     QGroupBox* frame = MakeFrame(bind, []() -> Control& { return Results.Frame2; });
     auto* grid = new QGridLayout(frame);
@@ -41,7 +55,7 @@ QWidget* StatisticsFrame(Binder& bind) {
                                               {&ResultsForm::ZScoreLabel, &ResultsForm::ZScore}};
     int line = 0;
     for (const auto& [label, value] : rows) {
-        grid->addWidget(MakeLabel(bind, [m = label]() -> Control& { return Results.*m; }), line, 0);
+        grid->addWidget(StatisticName(bind, [m = label]() -> Control& { return Results.*m; }), line, 0);
         QLabel* number = MakeLabel(bind, [m = value]() -> Control& { return Results.*m; });
         number->setAlignment(Qt::AlignRight);
         grid->addWidget(number, line++, 1);
@@ -52,7 +66,7 @@ QWidget* StatisticsFrame(Binder& bind) {
 // The small graph: drawn once, when the window opens, into a chart of its own.
 QWidget* SmallGraph() {
     auto* box = new ChartPicture;
-    box->setMinimumSize(340, 260);
+    box->setMinimumSize(320, 240);
     box->DrawOnce([] {
         if (Work.OverlayPlot)
             MakeFitGraph(FitGraph::Overlay, AllSets, {});
