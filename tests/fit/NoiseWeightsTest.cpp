@@ -82,14 +82,14 @@ TEST(NoiseWeights, EnterBothRoadsThroughThePointsAlike) {
     EXPECT_NEAR(Work.SumSq / sum, 1.0, 1e-5);
 }
 
-struct Draws {
+struct FittedDraws {
     int Covered = 0;
     double Squares = 0.0; // of the distances from the truth
 };
 
-Draws FitDraws(bool weighted, int count) {
+FittedDraws FitDraws(bool weighted, int count) {
     const Workspace truth = ThreeSets();
-    Draws draws;
+    FittedDraws draws;
     for (int draw = 0; draw < count; ++draw) {
         Work = truth;
         AddNoise(Work, 1000 + static_cast<std::uint64_t>(draw));
@@ -107,9 +107,9 @@ Draws FitDraws(bool weighted, int count) {
 // 300 draws: 0.683 of them are 204.9, one standard deviation of the count 8.06; three of them are allowed.
 TEST(NoiseWeights, StatedErrorsCoverAndTheMassIsSurer) {
     Script script;
-    const Draws weighted = FitDraws(true, 300);
+    const FittedDraws weighted = FitDraws(true, 300);
     EXPECT_NEAR(weighted.Covered, 204.9, 3.09 * 8.06);
-    const Draws plain = FitDraws(false, 300);
+    const FittedDraws plain = FitDraws(false, 300);
     EXPECT_LT(std::sqrt(weighted.Squares), 0.8 * std::sqrt(plain.Squares)) << "what the weights are for";
 }
 
