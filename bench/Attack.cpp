@@ -12,8 +12,10 @@
 #include "fit/equations/NormalEquations.h"
 #include "platform/QuietPlatform.h"
 #include "tests/fit/Robustness.h"
+#include "tests/support/ReferenceModel.h"
 #include "tests/support/Simulate.h"
 #include "workspace/records/Cancel.h"
+#include "workspace/records/Roads.h"
 #include "workspace/records/Workspace.h"
 
 #include <algorithm>
@@ -114,6 +116,31 @@ double Freedom() {
 
 // --- the verdict
 
+Real Product(const RealMatrix& columns, std::size_t a, const auto& other) {
+    Real sum = 0;
+    for (std::size_t i = 0; i < columns.Rows; ++i)
+        sum += columns(i, a) * other(i);
+    return sum;
+}
+
+// The decrease that the normal equations of exact derivatives promise at the end in Work, in shares: where
+// the dense search goes down to another minimum, this tells whether the end was one.
+double ExactDecrease() {
+    const ReferencePass pass = EvaluateReference(Work, ReferenceParms(Work));
+    const long last = Work.NumFree - 1;
+    NormalEquations equations{ZeroBasedMatrix<double>(last, last), PerFree<double>(last)};
+    for (const FreePos a : EachFree()) {
+        const auto column = static_cast<std::size_t>(a.Number);
+        equations.Vector[a] =
+            static_cast<double>(Product(pass.Jacobian, column, [&](auto i) { return pass.Residual[i]; }));
+        for (const FreePos b : EachFree())
+            equations.Matrix(a, b) = static_cast<double>(Product(pass.Jacobian, column, [&](auto i) {
+                return pass.Jacobian(i, static_cast<std::size_t>(b.Number));
+            }));
+    }
+    return ExpectedDecrease(equations);
+}
+
 struct Tally {
     std::map<std::string, long> Ends;
     void Count(const std::string& end) { ++Ends[end]; }
@@ -142,6 +169,7 @@ void Judge(const std::string& name, std::uint64_t number, double least, Tally& t
                     static_cast<unsigned long long>(number), name.c_str(), ratio, above,
                     Work.Outcome.ExpectedDecrease.value_or(-1.0), Work.Outcome.Rescued ? "rescued, " : "",
                     end.c_str(), Work.Outcome.Reason.c_str());
+    if (stand == Stand::FalseStop) std::printf("    d of exact derivatives %.3g\n", ExactDecrease());
     std::fflush(stdout);
 }
 
