@@ -203,9 +203,14 @@ std::vector<Road> RoadsFrom(const Workspace& own) {
 // one behind all, at the price of two or three plain fits; a rescued fit has been along one of them,
 // whichever it was. One species is caught where it is too heavy and associates too weakly: stronger constants
 // lead out of that, which the start did in 6 of 16 and they in all.
-std::vector<Road> ShortRoads() {
-    if (TraitsOfModel().TwoSpecies) return {Road::EachSet, Road::Visible, Road::Guided, Road::EachSet};
-    return {MovedRoad(StrongerConstants), Road::Guided};
+// Where the start hides a constant, the rescue has begun with the one that shows, and nothing leads from
+// there.
+std::vector<Road> ShortRoads(const PerSlot<float>& start, bool rescued) {
+    if (!TraitsOfModel().TwoSpecies) return {MovedRoad(StrongerConstants), Road::Guided};
+    if (!HidesAConstant(start, VisibleStart(start)))
+        return {Road::EachSet, Road::Visible, Road::Guided, Road::EachSet};
+    if (rescued) return {Road::EachSet};
+    return {Road::EachSet, Road::Visible, Road::EachSet};
 }
 
 // So many roads that lead back to the lowest minimum so far tell that the model, and no place, is the reason.
@@ -258,7 +263,7 @@ bool IsWorthAGlance(Doubt doubt) {
 void LookBehind(Doubt doubt, const PerSlot<float>& start, Workspace& best, const FitProgress& progress) {
     if (doubt == Doubt::Clear) GoAlongRoads(RoadsFrom(best), doubt, start, best, progress);
     if (!IsCancelled() && DoubtBehind(best) == Doubt::Some)
-        GoAlongRoads(ShortRoads(), Doubt::Some, start, best, progress);
+        GoAlongRoads(ShortRoads(start, best.Outcome.Rescued), Doubt::Some, start, best, progress);
     if (!IsCancelled() && IsWorthAGlance(DoubtAbout(best)))
         FreeCaughtSets(Road::EachSet, start, best, progress);
 }
