@@ -7,12 +7,14 @@
 #include "chart/records/Colors.h"
 #include "chart/records/Cycles.h"
 #include "chart/records/Kept.h"
+#include "chart/records/Palettes.h"
 #include "chart/records/Records.h"
 #include "chart/records/SetLooks.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace Quillon {
 
@@ -90,6 +92,7 @@ std::size_t CyclePlace(int index) {
 
 Rgb OnDarkCanvas(Rgb color) {
     constexpr int ground = 30;
+    if (const std::optional<Rgb> tint = SafeTintOnDark(color)) return *tint;
     Parts part{};
     for (unsigned i = 0; i < 3; ++i)
         part[i] = static_cast<int>(color >> (16U - 8U * i) & 0xFFU);

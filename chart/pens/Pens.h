@@ -10,8 +10,8 @@ namespace Quillon {
 // True where odd-numbered sets are symbols and even-numbered ones lines.
 bool Alternating();
 
-// A colour as the picture box shows it while Kept.DarkCanvas is on: hue and saturation kept, lightness turned
-// round, from 255 down to the 30 of the ground; and lightened until it is a line of contrast 3 : 1 on that.
+// A colour on the picture box while Kept.DarkCanvas is on: the tint of a safe one; of others lightness is
+// turned round, from 255 down to the 30 of the ground, and raised to a line of contrast 3 : 1 on that.
 Rgb OnDarkCanvas(Rgb color);
 
 // The ground of the picture box, where the graph has no box of its own.

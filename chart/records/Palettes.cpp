@@ -23,15 +23,16 @@ constexpr ChartColor FromRgb(std::int32_t rgb) {
 
 struct NamedColor {
     ChartColor Color;
+    Rgb OnDark;
     const char* Name;
 };
 
 // Behind black.
 constexpr NamedColor SafeColors[] = {
-    {FromRgb(0x0072B2), "Blue"},         {FromRgb(0xD47E12), "Orange"},
-    {FromRgb(0x009E73), "Bluish Green"}, {FromRgb(0xC17CA8), "Reddish Purple"},
-    {FromRgb(0xBB5702), "Vermilion"},    {FromRgb(0x0998F4), "Sky Blue"},
-    {FromRgb(0x8A744C), "Brown"}};
+    {FromRgb(0x0072B2), 0x2268EA, "Blue"},         {FromRgb(0xD47E12), 0xFFC62C, "Orange"},
+    {FromRgb(0x009E73), 0x38B68A, "Bluish Green"}, {FromRgb(0xC17CA8), 0xC283BA, "Reddish Purple"},
+    {FromRgb(0xBB5702), 0xEF2400, "Vermilion"},    {FromRgb(0x0998F4), 0x61E0FF, "Sky Blue"},
+    {FromRgb(0x8A744C), 0x877956, "Brown"}};
 
 std::vector<ChartColor> Safe() {
     std::vector<ChartColor> colors{BasicColor(0)};
@@ -51,6 +52,12 @@ std::string SafeColorName(ChartColor color) {
     for (const NamedColor& each : SafeColors)
         if (each.Color == color) return each.Name;
     return "";
+}
+
+std::optional<Rgb> SafeTintOnDark(Rgb color) {
+    for (const NamedColor& each : SafeColors)
+        if (ToRgb(each.Color) == color) return each.OnDark;
+    return {};
 }
 
 void BeginWithSafeColors(bool safe) {

@@ -3,6 +3,7 @@
 
 #include "chart/records/Colors.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,12 @@ const std::vector<Palette>& Palettes();
 // What a colour of the safe palette is called, "Sky Blue"; "" for another colour, and for black, which is a
 // basic one.
 std::string SafeColorName(ChartColor color);
+
+// What stands for a colour of the safe palette on the dark canvas, where turned lightness brings orange and
+// vermilion together: a tint of much its hue, of contrast 3.3 : 1 or more on that ground; any two of these
+// and white, which stands for black, are more than 13 apart by CIEDE2000 to each of those eyes, neighbours
+// more than 20, and any two more than 24 to a full one. Nothing for another colour.
+std::optional<Rgb> SafeTintOnDark(Rgb color);
 
 // Says which of them tables begin with where chart.ini does not: before the first graph.
 void BeginWithSafeColors(bool safe);

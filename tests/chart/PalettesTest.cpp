@@ -156,6 +156,21 @@ TEST(SafePalette, IsReadOnTheDarkCanvas) {
     EXPECT_LT(Contrast(OnDarkCanvas(0xC0C0C0), ground), 3.0) << "grids stay behind the data";
 }
 
+TEST(SafePalette, OrangeAndVermilionWereOneColourOnTheDarkCanvas) {
+    std::vector<Rgb> tints;
+    for (const Rgb color : SafeColors())
+        tints.push_back(OnDarkCanvas(color));
+    for (std::size_t i = 0; i < tints.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j) {
+            EXPECT_GT(SeenDifference(Eyes[0], tints[i], tints[j]), 24.0) << i << " " << j;
+            for (const Matrix& eye : Eyes)
+                EXPECT_GT(SeenDifference(eye, tints[i], tints[j]), 13.0) << i << " " << j;
+        }
+    for (const Matrix& eye : Eyes)
+        for (std::size_t i = 0; i < tints.size(); ++i)
+            EXPECT_GT(SeenDifference(eye, tints[i], tints[(i + 1) % tints.size()]), 20.0) << i;
+}
+
 class PaletteTest : public ChartBench {
 protected:
     PaletteTest() { Kept = {}; }
