@@ -1,5 +1,6 @@
 // The table of data sets.
 #include "scandata/forms/FileForm.h"
+#include "forms/CutButton.h"
 #include "forms/Pieces.h"
 #include "forms/shell/FormHost.h"
 #include "forms/shell/MenuKeys.h"
@@ -85,22 +86,24 @@ QString FileText(const std::string& name) {
     return text.contains(QChar::ReplacementCharacter) ? ShownText(name) : text;
 }
 
-// A boxed entry that is clicked: a flat button that looks like a field.
-QPushButton* Boxed(Binder& bind, Column column, int line, void (*clicked)(int)) {
-    auto* box = new QPushButton;
-    box->setAutoDefault(false);
-    box->setFocusPolicy(Qt::NoFocus);
-    box->setStyleSheet("QPushButton { text-align: left; padding: 2px 6px; border: 1px solid palette(mid); "
-                       "background: palette(base); color: palette(text); min-height: 1.3em; } "
-                       "QPushButton:hover { border-color: palette(highlight); }");
-    bind.Visible(box, At(column, line));
-    QObject::connect(box, &QPushButton::clicked, box,
+// Shows and hides a button with its record, over the caption, which may be empty or hold a "&".
+template <class Button>
+Button* OfLine(Binder& bind, Button* button, Column column, int line, void (*clicked)(int)) {
+    bind.Visible(button, At(column, line));
+    QObject::connect(button, &QPushButton::clicked, button,
                      [clicked, line] { RunHandler([clicked, line] { clicked(line); }); });
-    bind.Also([box, ref = At(column, line)] { // over the caption, which may be empty or hold a "&"
-        const QString text = FileText(ref().Text).replace('&', "&&");
-        if (box->text() != text) box->setText(text);
-    });
-    return box;
+    bind.Also([button, ref = At(column, line)] { button->TakeText(FileText(ref().Text)); });
+    return button;
+}
+
+BoxedEntry* Boxed(Binder& bind, Column column, int line, void (*clicked)(int), int letters = 1) {
+    return OfLine(bind, new BoxedEntry(letters), column, line, clicked);
+}
+
+// The name of a file, as wide as most are; the least is that of a numbered scan, "00001.RA1".
+BoxedEntry* BoxedName(Binder& bind, Column column, int line, void (*clicked)(int), int least) {
+    constexpr int usual = 15; // letters
+    return OfLine(bind, new BoxedEntry(usual, least), column, line, clicked);
 }
 
 // The lines of the table. The current one stands in a frame of its own.
@@ -163,11 +166,13 @@ public:
     }
     QSize sizeHint() const override {
         const QSize sheet = widget()->sizeHint();
-        const int room = screen()->availableGeometry().width() - 60;
+        const int room = Room();
         const int bar = sheet.width() > room ? horizontalScrollBar()->sizeHint().height() : 0;
         return {std::min(sheet.width(), room), sheet.height() + bar};
     }
     QSize minimumSizeHint() const override { return sizeHint(); }
+    // How wide the sheet may be: the screen without what the window has on both sides of it.
+    int Room() const { return screen()->availableGeometry().width() - 40; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -182,7 +187,8 @@ public:
         setAcceptDrops(true);
         if (HasRoomForAllLines()) ShowAllLines();
         auto* all = new QVBoxLayout(this);
-        all->addWidget(new SheetView(Sheet));
+        View = new SheetView(Sheet);
+        all->addWidget(View);
         FillSheet();
         all->addWidget(MakeLabel(
             Bind, []() -> Control& { return FileForm.Hint; }, true));
@@ -192,6 +198,7 @@ public:
         connect(undo, &QShortcut::activated, this, [] { RunHandler(FileFormUndo); });
         QTimer::singleShot(100, this, [this] { RunSoon(this, FileFormTimer1); });
         Bind.Also([this] { Sheet->FollowCurrentLine(); });
+        Bind.Also([this] { FitScreen(); });
     }
 
 protected:
@@ -229,22 +236,70 @@ private:
         QWidget::setVisible(true);
     }
 
+    // Names are cut to what the screen has room for. Where that is not enough, buttons of lines are short and
+    // stand closer, then heads have three lines and smaller letters, then the lines have smaller letters,
+    // too.
+    void FitScreen() {
+        if (!IsTooWide()) return;
+        for (LineButton* button : LineButtons)
+            button->BeShort();
+        Sheet->Grid->setHorizontalSpacing(3);
+        if (IsTooWide()) HeadLines = 3;
+        constexpr double leastHead = 0.75, leastLine = 0.8; // of the letters of the window
+        for (; HeadSize > leastHead && IsTooWide(); HeadSize *= 0.95)
+            for (const Head& head : Heads)
+                ShowHead(head);
+        for (; LineSize > leastLine && IsTooWide(); LineSize *= 0.97)
+            TakeLineFont(Letters(LineSize));
+    }
+    void TakeLineFont(const QFont& letters) {
+        Sheet->setFont(letters);
+        for (QWidget* cell : Cells) // what has a style of its own does not take it from the sheet
+            cell->setFont(letters);
+    }
+    // The lines that are empty do not tell the sheet of their sizes.
+    bool IsTooWide() const {
+        if (Sheet->Grid->minimumSize().width() <= View->Room()) return false;
+        Sheet->Grid->invalidate();
+        return Sheet->Grid->minimumSize().width() > View->Room();
+    }
+    QFont Letters(double size) const {
+        QFont letters = font();
+        letters.setPointSizeF(letters.pointSizeF() * size);
+        return letters;
+    }
+
+    struct Head {
+        QLabel* Label;
+        ControlRef Record;
+        int Letters; // of a line; a longer text is broken
+    };
+    void ShowHead(const Head& head) const {
+        QFont letters = Letters(HeadSize);
+        letters.setBold(true);
+        head.Label->setFont(letters);
+        head.Label->setText(
+            InLines(WithoutAccessKey(head.Record().Text).simplified(), head.Letters, HeadLines));
+    }
+    void AddHead(const ControlRef& record, int letters, int column) {
+        auto* label = new QLabel;
+        label->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+        Bind.Visible(label, record);
+        Heads.push_back({label, record, letters});
+        ShowHead(Heads.back());
+        Sheet->Grid->addWidget(label, 0, column);
+    }
+
     void FillSheet() {
         QGridLayout* grid = Sheet->Grid;
         for (std::size_t i = 0; i < FileForm.Heads.size(); ++i) {
             const ControlRef head = [i]() -> Control& { return FileForm.Heads[i]; };
             const int column = static_cast<int>(i < PointsColumn ? i : i + 1);
-            grid->addWidget(MakeHead(Bind, head, i == 2 ? 24 : 4), 0, column);
+            AddHead(head, i == 2 ? 24 : 4, column);
         }
-        grid->addWidget(MakeHead(
-                            Bind, []() -> Control& { return FileForm.PointsHead; }, 8),
-                        0, PointsColumn);
+        AddHead([]() -> Control& { return FileForm.PointsHead; }, 8, PointsColumn);
         for (int line = 0; line < FileForm.Lines; ++line)
             AddLine(grid, line);
-        for (const int column : {2, 7}) // names of files
-            grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("00000000.RA1") * 5 / 4 + 16);
-        for (const int column : {4, 5})
-            grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance("0.0000") + 20);
     }
 
     void AddLine(QGridLayout* grid, int line) {
@@ -257,29 +312,32 @@ private:
         Bind.Check(shift, At(&R::ShiftBase, line), [line] { FileFormShiftClick(line); });
         QWidget* cells[] = {MakeLabel(Bind, At(&R::SetBox, line)),
                             check,
-                            Boxed(Bind, &R::NameBox, line, FileFormNameClick),
+                            BoxedName(Bind, &R::NameBox, line, FileFormNameClick, 9),
                             MakeLabel(Bind, At(&R::RPMBox, line)),
-                            Boxed(Bind, &R::MinRBox, line, FileFormRangeClick),
-                            Boxed(Bind, &R::MaxRBox, line, FileFormRangeClick),
+                            Boxed(Bind, &R::MinRBox, line, FileFormRangeClick, 6),
+                            Boxed(Bind, &R::MaxRBox, line, FileFormRangeClick, 6),
                             MakeLabel(Bind, At(&R::PointsBox, line)),
-                            Boxed(Bind, &R::BlankFile, line, FileFormBlankClick),
+                            BoxedName(Bind, &R::BlankFile, line, FileFormBlankClick, 7),
                             shift,
                             MakeLabel(Bind, At(&R::CellBox, line)),
                             Boxed(Bind, &R::ChannelBox, line, FileFormChannelClick),
                             Boxed(Bind, &R::CellPath, line, FileFormPathClick),
-                            Small(&R::ExtinctionButton, line, FileFormExtinctionButton),
-                            Small(&R::SaveButton, line, FileFormSaveButton),
-                            Small(&R::HelpButton, line, FileFormHelpButton)};
+                            Small(u"\u03B5", &R::ExtinctionButton, line, FileFormExtinctionButton),
+                            Small(u"\u2193", &R::SaveButton, line, FileFormSaveButton),
+                            Small(u"?", &R::HelpButton, line, FileFormHelpButton)};
         int column = 0;
         for (QWidget* cell : cells) { // boxes and buttons fill their column, the rest stands below its head
             const bool fills = qobject_cast<QPushButton*>(cell) != nullptr;
             cell->setContextMenuPolicy(Qt::NoContextMenu); // the line has one
+            Cells.push_back(cell);
             grid->addWidget(KeepPlace(cell), row, column++, fills ? Qt::Alignment() : Qt::AlignCenter);
         }
     }
 
-    QPushButton* Small(Column column, int line, void (*clicked)(int)) {
-        return MakeButton(Bind, At(column, line), [clicked, line] { clicked(line); });
+    QPushButton* Small(const char16_t* sign, Column column, int line, void (*clicked)(int)) {
+        auto* button = OfLine(Bind, new LineButton(QString::fromUtf16(sign)), column, line, clicked);
+        LineButtons.push_back(button);
+        return button;
     }
 
     QLayout* Buttons() {
@@ -340,6 +398,12 @@ private:
     static constexpr int PointsColumn = 6; // behind the radii
     std::vector<LineCheck*> Checks;
     TableSheet* Sheet = new TableSheet;
+    SheetView* View = nullptr;
+    std::vector<Head> Heads;
+    int HeadLines = 2;
+    double HeadSize = 1.0, LineSize = 1.0; // of letters, against those of the window
+    std::vector<QWidget*> Cells;
+    std::vector<LineButton*> LineButtons;
 };
 
 QWidget* MakeFileForm(QWidget* parent) {

@@ -78,9 +78,10 @@ QTreeWidget* MakeTree(Binder& bind) {
     NameColumns(*tree);
     const std::vector<QTreeWidgetItem*> items = FillTree(*tree);
     OpenGroups(items);
-    tree->header()->setSectionResizeMode(3, QHeaderView::ResizeToContents); // words of any length
-    tree->setColumnWidth(0, tree->fontMetrics().horizontalAdvance(QString(38, 'n')));
-    tree->setColumnWidth(1, tree->fontMetrics().horizontalAdvance("000000 scans"));
+    // The words at the end are of any length: what the others leave is the first column's.
+    tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    tree->header()->setSectionResizeMode(3, QHeaderView::ResizeToContents);
+    tree->setColumnWidth(1, tree->fontMetrics().horizontalAdvance("000 scans  "));
     tree->setColumnWidth(2, tree->fontMetrics().horizontalAdvance("000.0 h to 000.0 h  "));
     if (!items.empty()) tree->setCurrentItem(items.front());
     QObject::connect(tree, &QTreeWidget::itemChanged, tree, [](QTreeWidgetItem* item, int column) {

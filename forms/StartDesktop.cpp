@@ -22,6 +22,7 @@
 #include "platform/Platform.h"
 #include "reporting/Results.h"
 #include "workspace/records/Cancel.h"
+#include "workspace/records/Counts.h"
 #include "workspace/records/Workspace.h"
 
 #include <QApplication>
@@ -29,6 +30,7 @@
 #include <QLineEdit>
 #include <QScreen>
 
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <memory>
@@ -52,6 +54,14 @@ int BoundsThatFit(int width) {
     constexpr int letters = 24 + 2 * 14, between = 80;
     const int column = QFontMetrics(QApplication::font()).horizontalAdvance(QString(letters, '0')) + between;
     return 2 * column <= width ? 2 : 1;
+}
+
+// Columns of guesses that stand beside each other and beside their curve: the name, a field of 12 digits,
+// what estimates it, whether it is fitted.
+int GuessesThatFit(int width) {
+    constexpr int letters = 24 + 12 + 10 + 12, between = 60, curve = 320;
+    const int column = QFontMetrics(QApplication::font()).horizontalAdvance(QString(letters, '0')) + between;
+    return 2 * column + curve <= width ? 2 : 1;
 }
 
 // Where the system has no thread left, Wait does the work.
@@ -83,6 +93,9 @@ void StartDesktop(const std::string& argument, const std::vector<std::string>& o
     const QRect screen = QApplication::primaryScreen()->availableGeometry();
     GetGuess.Layout.RowsPerColumn = BoundsForm.Layout.RowsPerColumn = RowsThatFit(screen.height());
     BoundsForm.Layout.MostColumns = BoundsThatFit(screen.width());
+    GetGuess.Layout.MostColumns = GuessesThatFit(screen.width());
+    if (GetGuess.Layout.MostColumns == 1) // the column scrolls: two pages hold whatever is guessed
+        GetGuess.Layout.RowsPerColumn = std::max(GetGuess.Layout.RowsPerColumn, (StandardMaxParms + 1) / 2);
     ResultsFont = [font = QFontMetrics(FixedPitchFont())](const std::string& text) {
         return font.horizontalAdvance(ShownText(text));
     };

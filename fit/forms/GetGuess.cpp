@@ -139,6 +139,7 @@ void LoadGetGuess() {
     const RowLayout layout = GetGuess.Layout; // the height of the window outlasts a showing
     GetGuess = GetGuessForm{};
     GetGuess.Layout.RowsPerColumn = layout.RowsPerColumn;
+    GetGuess.Layout.MostColumns = layout.MostColumns;
     GetGuess.State.Caption = Work.ProgramName + " - Parameter Guesses and Fit Control";
     GetGuess.ParameterHead = Captioned("Parameter:");
     GetGuess.ValueHead = Captioned("Value:");
