@@ -9,8 +9,8 @@
 #include "commands/history/KeptAnalysis.h"
 #include "platform/Platform.h"
 
+#include <deque>
 #include <string>
-#include <vector>
 
 namespace Quillon {
 
@@ -25,10 +25,10 @@ struct HistoryStep {
 };
 
 struct AnalysisHistory {
-    std::vector<HistoryStep> Steps; // the first state, then the oldest step; never empty once started
-    std::size_t Place = 0;          // the step that the analysis at hand is
-    std::string Bytes;              // of that step, as they are compared
-    std::string Failure;            // why the latest change is no step, so that Undo does not know of it; ""
+    std::deque<HistoryStep> Steps; // the first state, then the oldest step; never empty once started
+    std::size_t Place = 0;         // the step that the analysis at hand is
+    std::string Bytes;             // of that step, as they are compared
+    std::string Failure;           // why the latest change is no step, so that Undo does not know of it; ""
 };
 extern AnalysisHistory History;
 
