@@ -1,7 +1,7 @@
 // Works all windows and messages of the program at random: clicks, drags, the wheel, keys and menus, files
 // that are dropped and pasted texts, windows that are closed half-way, steps that are taken back.
 //
-// In the suite for a number of steps, longer under the sanitizers; by hand for as many as wanted:
+// In the suite for a number of steps, under the sanitizers too; by hand for as many as wanted:
 //   QUILLON_MONKEY_STEPS=100000 QUILLON_MONKEY_SEED=7 test_forms --gtest_filter=Monkey*
 // QUILLON_MONKEY_LOG=1 tells every step. File dialogs are answered at the seam, and nothing is printed.
 #include "chart/Charts.h"
@@ -50,14 +50,10 @@ long FromEnvironment(const char* name, long otherwise) {
     return ok ? value : otherwise;
 }
 
-// Counted, not timed: the same on every machine.
+// Counted, not timed, and as many as are the same in every run: behind them what a search shows goes by the
+// clock.
 long StepsAskedFor() {
-#ifdef QUILLON_SANITIZE
-    constexpr long usual = 12000;
-#else
-    constexpr long usual = 1000;
-#endif
-    return FromEnvironment("QUILLON_MONKEY_STEPS", usual);
+    return FromEnvironment("QUILLON_MONKEY_STEPS", 1000);
 }
 
 std::string NameOf(const QWidget* window) {
