@@ -61,11 +61,16 @@ QWidget* OpenForm(const std::string& name) {
 
 QWidget* FrontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    QWidget* active = QApplication::activeWindow();
-    if (active && active->isVisible()) return active;
-    if (Behind && Behind->isVisible()) return Behind;
+    // The manual is thrown away when it is asked for in another window: a table that stood above it would go
+    // along in the middle of a change.
+    const QWidget* manual = OpenForm(HelpFormName);
+    const auto stands = [manual](const QWidget* window) {
+        return window && window != manual && window->isVisible();
+    };
+    if (QWidget* active = QApplication::activeWindow(); stands(active)) return active;
+    if (stands(Behind)) return Behind;
     for (const auto& [name, form] : Registry())
-        if (form.Window && form.Window->isVisible()) return form.Window;
+        if (stands(form.Window)) return form.Window;
     return nullptr;
 }
 

@@ -7,6 +7,7 @@
 #include "workspace/records/Workspace.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QApplication>
 #include <QListWidget>
 #include <QTabWidget>
 #include <QTest>
@@ -131,6 +132,24 @@ TEST_F(HelpAtTheWindow, F1InAFormThatWaitsOpensItsPageBesideIt) {
         Player::Click(GetGuess.CancelButton);
     });
     player.ClickMenu("FitData");
+}
+
+TEST_F(HelpAtTheWindow, AFormThatWasOpenedAboveTheManualWentWithItInTheMiddleOfAChange) {
+    UseSimulatedData();
+    Work.LastModel = Work.Model;
+    Work.NewData = 0;
+    player.ClickMenu("mnuHelpContents");
+    QApplication::setActiveWindow(Player::Window("HelpForm"));
+    ASSERT_EQ(QApplication::activeWindow(), Player::Window("HelpForm"));
+    player.Expect("GetGuess", [] {
+        Player::Press(Qt::Key_F1); // the manual comes to this window, from where it stood
+        ASSERT_NE(OpenForm("GetGuess"), nullptr);
+        EXPECT_TRUE(Text().startsWith("Parameter Guesses"));
+        Player::Click(HelpForm.CloseButton);
+        Player::Click(GetGuess.CancelButton);
+    });
+    player.ClickMenu("FitData");
+    EXPECT_EQ(GetGuess.Answer, DialogAnswer::Cancel);
 }
 
 } // namespace

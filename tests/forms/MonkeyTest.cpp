@@ -50,8 +50,8 @@ long FromEnvironment(const char* name, long otherwise) {
     return ok ? value : otherwise;
 }
 
-// Counted, not timed, and as many as are the same in every run: behind them what a search shows goes by the
-// clock.
+// Counted, not timed. Runs of one seed part where what a search or a file dialog shows goes by the clock, the
+// more of them the longer they are.
 long StepsAskedFor() {
     return FromEnvironment("QUILLON_MONKEY_STEPS", 1000);
 }
