@@ -7,7 +7,7 @@ option(QUILLON_TOGETHER "Compile the sources of a folder eight at a time" OFF)
 # Those that have a name of their own which a neighbour has too ("redefinition" or "shadows" tells of one that is
 # missing here).
 set(quillon_apart
-    models/table/ModelTable.cpp
+    models/table/ModelTable.cpp models/table/SpeciesList.cpp
     tests/fit/Robustness.cpp
     tests/graphs/FigureTest.cpp tests/graphs/GraphWindowsTest.cpp)
 list(TRANSFORM quillon_apart PREPEND ${PROJECT_SOURCE_DIR}/)
