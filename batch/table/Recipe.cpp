@@ -20,10 +20,6 @@ namespace Quillon {
 
 namespace {
 
-[[noreturn]] void FailTable(const std::string& reason) {
-    RaiseError("quillon-fit: " + OneLine(reason));
-}
-
 std::string RowText(long row) {
     return "row " + std::to_string(row);
 }
@@ -154,6 +150,10 @@ void CheckScansStay(const Options& options, const JobTable& table, const std::ve
 }
 
 } // namespace
+
+void FailTable(const std::string& reason) {
+    RaiseError("quillon-fit: " + OneLine(reason));
+}
 
 Options OptionsOfRow(Options options, const JobRow& row) {
     ForEachOutput(options, [&](std::string& path) { path = Filled(path, row); });

@@ -9,6 +9,9 @@
 
 namespace Quillon {
 
+// A table that cannot be run: a RuntimeError of the program with the reason in one line.
+[[noreturn]] void FailTable(const std::string& reason);
+
 // The options of the run of one row: its cells stand in the paths of the outputs, and nothing of the table is
 // left.
 Options OptionsOfRow(Options options, const JobRow& row);

@@ -22,10 +22,6 @@ namespace Quillon {
 
 namespace {
 
-[[noreturn]] void FailTable(const std::string& reason) {
-    RaiseError("quillon-fit: " + OneLine(reason));
-}
-
 std::string LoadText(const std::string& path) {
     try {
         return Host.ReadFile(path);
