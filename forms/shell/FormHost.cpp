@@ -61,16 +61,11 @@ QWidget* OpenForm(const std::string& name) {
 
 QWidget* FrontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    // The manual is thrown away when it is asked for in another window: a table that stood above it would go
-    // along in the middle of a change.
-    const QWidget* manual = OpenForm(HelpFormName);
-    const auto stands = [manual](const QWidget* window) {
-        return window && window != manual && window->isVisible();
-    };
-    if (QWidget* active = QApplication::activeWindow(); stands(active)) return active;
-    if (stands(Behind)) return Behind;
+    QWidget* active = QApplication::activeWindow();
+    if (active && active->isVisible()) return active;
+    if (Behind && Behind->isVisible()) return Behind;
     for (const auto& [name, form] : Registry())
-        if (stands(form.Window)) return form.Window;
+        if (form.Window && form.Window->isVisible()) return form.Window;
     return nullptr;
 }
 
@@ -81,6 +76,13 @@ namespace {
 QWidget* ParentOf(const std::string& name) {
     if (name == ChartsName || name == FitMonName) return OpenForm(AnalmenuName);
     return name == HelpFormName ? FrontWindow() : nullptr;
+}
+
+// What a window stands above while somebody waits for it: that in front, but not the manual, which is thrown
+// away when it is asked for in another window. A table above it would go along in the middle of a change.
+QWidget* BelowModal() {
+    QWidget* front = FrontWindow();
+    return front && front == OpenForm(HelpFormName) ? OpenForm(AnalmenuName) : front;
 }
 
 // A window that stands beside a modal one takes no clicks.
@@ -104,7 +106,7 @@ void ShowFormModally(const std::string& name) {
     // The engine holds one graph: the chart window that stands would show one that is gone.
     const QPointer<QWidget> standing = form->Window;
     if (standing) standing->hide();
-    const QPointer<QWidget> front = FrontWindow();
+    const QPointer<QWidget> front = BelowModal();
     const QPointer<QWidget> window = form->Make(front);
     window->setObjectName(QString::fromStdString(name));
     form->Window = window;
